@@ -1,0 +1,126 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "catalogue/ports/TagReader.h"
+#include "catalogue/track_table.h"
+#include "decks/ports/AudioEngine.h"
+#include "decks/ports/SoundControl.h"
+#include "support/Clock.h"
+#include "support/Executor.h"
+#include "support/ProgramFolder.h"
+#include "support/ports/FileSaver.h"
+#include "support/ports/SettingsStore.h"
+
+namespace app {
+
+inline constexpr int kDecks =
+    4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
+
+/// What a deck shows. A snapshot of one tick of the conductor.
+struct DeckView {
+  enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
+  State state = State::Empty;
+  std::string filename;
+  std::string artist;
+  std::string title;
+  std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
+  std::chrono::microseconds position{0};  ///< heard now
+  std::chrono::microseconds length{0};
+  bool length_exact = false;
+  float left_db = -90;  ///< dB below full scale, -90 is silence
+  float right_db = -90;
+  double bpm = 0;           ///< of the file, 0 when unknown
+  int volume = 100;         ///< 0 to 100
+  float tempo_percent = 0;  ///< from the original
+  int sample_rate = 0;      ///< Hz
+};
+
+struct OutputView {
+  int device = 0;   ///< engine device number; 0 is "no sound"
+  int speaker = 0;  ///< pair code 1 to 4; any other: all speakers of the device
+};
+
+/// Everything that the window draws from, published by the conductor.
+struct WorkstationView {
+  std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
+  std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
+  decks::EngineHealth health;
+  std::string notice;  ///< the newest sentence about a device, for the status line
+};
+
+/// The outside things, each behind its port.
+struct Ports {
+  decks::AudioEngine& engine;
+  decks::SoundControl& sound;
+  catalogue::TagReader& tags;
+  support::SettingsStore& settings;
+  support::FileSaver& files;
+  support::Executor& workers;
+  const support::Clock& clock;
+};
+
+/// The whole program without its window: decks, catalogue, conductor.
+///
+/// Threads: made, used and destroyed on the window's thread. Commands are queued to the conductor, which owns
+/// the decks, and return at once; what came of them stands in a later View(). The tables belong to the
+/// window's thread.
+class Workstation {
+ public:
+  /// Who calls the conductor's work every 10 ms: a thread of its own, or a test.
+  enum class Conducting { OwnThread, ByHand };
+
+  Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting);
+  ~Workstation();
+  Workstation(const Workstation&) = delete;
+  Workstation& operator=(const Workstation&) = delete;
+
+  /// The described start-up: every step skips its own failure.
+  void StartUp();
+  /// The described shutdown; the destructor calls it when nobody did.
+  void ShutDown();
+
+  /// The newest snapshot; valid until the next call. Never waits.
+  [[nodiscard]] const WorkstationView& View();
+
+  // Decks are numbered from 1.
+  /// Opens the row's file on a deck. What plays on it goes on until the new file is ready, then fades out.
+  void LoadDeck(int deck, const catalogue::track_table& table, int row);
+  void Play(int deck);
+  void Pause(int deck);
+  void Resume(int deck);
+  void Stop(int deck);
+  void Seek(int deck, std::chrono::microseconds position);
+  void SetVolume(int deck, int volume);
+  void SetTempo(int deck, float percent);
+  /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice.
+  void SetOutput(int output, OutputView choice);
+  /// Names of the output devices, the first one is device 1.
+  [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
+
+  [[nodiscard]] catalogue::track_table& Catalogue();
+  /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
+  /// the index. Called back on the window's thread with the number of rows and a sentence for each file left
+  /// out.
+  using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
+  void AddFiles(std::vector<std::string> paths, AddedFiles done);
+
+  /// Runs what workers left for the window's thread. Called by the window's frame timer.
+  void PumpWindow();
+  /// One tick of the conductor, for tests that conduct by hand.
+  void Tick();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace app

@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "decks/ports/AudioEngine.h"
+#include "support/Result.h"
+#include "support/Units.h"
+
+namespace decks {
+
+/// What a stream is doing, as heard: everything here belongs to the same instant of one device.
+struct HeardStream {
+  bool playing = false;            ///< sound comes out of it, or would
+  bool ended = false;              ///< its last sample was heard
+  support::SourceFrame frame{0};   ///< the file's frame at the loudspeaker now
+  support::SourceFrame length{0};  ///< exact when length_exact
+  bool length_exact = false;
+  int sample_rate = 0;  ///< of the file, in Hz
+  int channels = 0;     ///< of the file
+  double ratio = 1;     ///< source seconds a second, as heard
+  float left_peak = 0;  ///< of the last 20 ms heard, before volume, 1 is full scale
+  float right_peak = 0;
+};
+
+/// What the engine's callbacks report of themselves.
+struct EngineHealth {
+  std::uint64_t callbacks = 0;
+  std::uint64_t late_blocks = 0;  ///< times a playing stream's ring ran dry
+  float load = 0;                 ///< largest share of the period that a callback of the last second took
+};
+
+/// A place that a deck can play on, as the user sees it.
+struct DeviceEvent {
+  enum class Kind { Lost, Replaced, Muted, Returned } kind;
+  int device;        ///< the number that the streams were opened on
+  std::string text;  ///< one sentence for the user
+};
+
+/// A change that happens at an exact frame of the device's clock.
+struct ScheduledCommand {
+  enum class Kind { Start, Pause, Ramp, Tempo } kind;
+  StreamHandle stream = 0;
+  support::EngineFrame at{0};             ///< a frame in the past means: in the next block
+  float value = 0;                        ///< Ramp: volume 0 to 100. Tempo: percent from the original.
+  std::chrono::milliseconds duration{5};  ///< Ramp only
+};
+
+/// The part of the engine that has no name in its callers' old vocabulary: the heard clock, preparation of
+/// files, scheduled commands and the health of the devices. One object implements this and AudioEngine.
+///
+/// Threads: as AudioEngine, unless a call says otherwise.
+class SoundControl {
+ public:
+  virtual ~SoundControl() = default;
+
+  /// Opens a file on a worker, so that creating streams of it afterwards does not wait for the disk. done is
+  /// called once, on that worker, with success as soon as the first sound can be played; the engine keeps the
+  /// file for at least ten seconds, so that the creators find it. Any thread.
+  virtual void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) = 0;
+  /// Why the last creator returned 0; a sentence for the user.
+  [[nodiscard]] virtual support::Error LastError() const = 0;
+
+  [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
+  /// The next frame that the device of this stream will be given.
+  [[nodiscard]] virtual support::EngineFrame NextFrame(StreamHandle stream) = 0;
+  /// False when the queue of the device is full or the stream is unknown.
+  virtual bool Schedule(const ScheduledCommand& command) = 0;
+
+  /// What happened to devices since the last call.
+  [[nodiscard]] virtual std::vector<DeviceEvent> TakeDeviceEvents() = 0;
+  [[nodiscard]] virtual EngineHealth Health() = 0;
+};
+
+}  // namespace decks

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/ProgramFolder.h"
+
+#include <algorithm>
+#include <system_error>
+
+#include "support/Text.h"
+
+namespace support {
+namespace {
+
+namespace fs = std::filesystem;
+
+fs::path ExistingOrGiven(const fs::path& folder, std::string_view part) {
+  const fs::path given = folder / fs::path(std::string(part));
+  std::error_code error;
+  if (fs::exists(given, error)) return given;
+  std::string best;
+  for (const fs::directory_entry& entry : fs::directory_iterator(folder, error)) {
+    const std::string name = entry.path().filename().string();
+    if (EqualsIgnoringCase(name, part) && (best.empty() || name < best)) best = name;
+  }
+  return best.empty() ? given : folder / best;
+}
+
+}  // namespace
+
+fs::path ProgramFolder::Native(std::string_view name) const {
+  std::string slashes(name);
+  std::replace(slashes.begin(), slashes.end(), '/', '\\');
+  fs::path path = folder_;
+  for (std::string_view part : Split(slashes, '\\')) {
+    if (!part.empty()) path = ExistingOrGiven(path, part);
+  }
+  return path;
+}
+
+std::string AddBackslash(std::string path) {
+  if (path.empty() || path.back() != '\\') path += '\\';
+  return path;
+}
+
+}  // namespace support

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <string_view>
+
+#include "support/Result.h"
+
+namespace support {
+
+/// Puts a whole file in the place of another: written beside it, flushed to the disk, then swapped in. The
+/// old file is there until the new one is complete, whenever the power goes. Threads: any; blocks on the
+/// disk.
+class FileSaver {
+ public:
+  virtual ~FileSaver() = default;
+  /// On failure the old file stands as it was and nothing is left beside it.
+  virtual Result<void> Save(const std::filesystem::path& path, std::string_view content) = 0;
+};
+
+}  // namespace support
