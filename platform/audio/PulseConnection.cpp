@@ -68,7 +68,8 @@ bool PulseConnection::WaitUntil(const std::function<bool()>& done) {
 bool PulseConnection::Finish(pa_operation* operation) {
   if (operation == nullptr) return false;
   pa_operation_set_state_callback(
-      operation, [](pa_operation*, void* self) { static_cast<PulseConnection*>(self)->loop_.Signal(); }, this);
+      operation, [](pa_operation*, void* self) { static_cast<PulseConnection*>(self)->loop_.Signal(); },
+      this);
   WaitUntil([operation] { return pa_operation_get_state(operation) != PA_OPERATION_RUNNING; });
   const bool done = pa_operation_get_state(operation) == PA_OPERATION_DONE;
   // The caller's results may be gone when a late answer comes.

@@ -15,6 +15,7 @@ using support::ErrorCode;
 namespace {
 
 constexpr std::size_t kChunkFrames = 882;
+constexpr pa_usec_t kLookEvery = 250'000;
 
 std::uint32_t BytesFor(std::int64_t rate, int milliseconds, std::size_t frame_bytes) {
   return static_cast<std::uint32_t>(static_cast<std::size_t>(rate * milliseconds / 1000) * frame_bytes);
@@ -98,7 +99,8 @@ void PulseDevice::SetCallbacks() {
       stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->StateChanged(); }, this);
   pa_stream_set_write_callback(
       stream_,
-      [](pa_stream*, std::size_t bytes, void* device) { static_cast<PulseDevice*>(device)->Write(bytes); }, this);
+      [](pa_stream*, std::size_t bytes, void* device) { static_cast<PulseDevice*>(device)->Write(bytes); },
+      this);
   pa_stream_set_latency_update_callback(
       stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->MarkPlayed(); }, this);
   pa_stream_set_moved_callback(
@@ -106,15 +108,16 @@ void PulseDevice::SetCallbacks() {
 }
 
 void PulseDevice::WatchForStall() {
+  last_asked_ = support::SteadyClock().Now();
   const auto look = [](pa_mainloop_api*, pa_time_event* event, const timeval*, void* self) {
-    auto* device = static_cast<PulseDevice*>(self);
-    if (device->rendered_ == device->rendered_at_last_look_) return device->Lose();
-    device->rendered_at_last_look_ = device->rendered_;
-    pa_context_rttime_restart(pa_stream_get_context(device->stream_), event,
-                              pa_rtclock_now() + std::chrono::microseconds(kStall).count());
+    static_cast<PulseDevice*>(self)->LookForStall(event);
   };
-  watch_ = pa_context_rttime_new(pa_stream_get_context(stream_),
-                                 pa_rtclock_now() + std::chrono::microseconds(kStall).count(), look, this);
+  watch_ = pa_context_rttime_new(pa_stream_get_context(stream_), pa_rtclock_now() + kLookEvery, look, this);
+}
+
+void PulseDevice::LookForStall(pa_time_event* watch) {
+  if (support::SteadyClock().Now() - last_asked_ > kStall) return Lose();
+  pa_context_rttime_restart(pa_stream_get_context(stream_), watch, pa_rtclock_now() + kLookEvery);
 }
 
 void PulseDevice::StateChanged() {
@@ -123,6 +126,7 @@ void PulseDevice::StateChanged() {
 }
 
 void PulseDevice::Write(std::size_t bytes) {
+  last_asked_ = support::SteadyClock().Now();
   MarkPlayed();
   // Everything that is asked for, not whole periods: less makes regular gaps.
   while (bytes >= frame_bytes_ && WriteChunk(bytes)) {

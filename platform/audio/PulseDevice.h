@@ -23,7 +23,7 @@ namespace platform::audio {
 /// a server that hangs). Threads: as the port says; the members that change run on the loop.
 class PulseDevice final : public engine::OutputDevice {
  public:
-  static constexpr std::chrono::seconds kStall{3};
+  static constexpr std::chrono::seconds kStall{2};
 
   /// Requires: the connection's lock; waits in it.
   static support::Result<std::unique_ptr<engine::OutputDevice>> Open(
@@ -43,6 +43,7 @@ class PulseDevice final : public engine::OutputDevice {
   bool Connect(const pa_channel_map& map, const engine::OutputRequest& request);
   void SetCallbacks();
   void WatchForStall();
+  void LookForStall(pa_time_event* watch);
   void StateChanged();
   void Write(std::size_t bytes);
   bool WriteChunk(std::size_t& bytes);
@@ -59,7 +60,7 @@ class PulseDevice final : public engine::OutputDevice {
   pa_time_event* watch_ = nullptr;
   std::int64_t rendered_ = 0;
   std::int64_t heard_ = 0;
-  std::int64_t rendered_at_last_look_ = 0;
+  support::TimePoint last_asked_{};
   support::HistoryRing<engine::PlayedMark, 8> played_;
   std::atomic<bool> lost_{false};
 };

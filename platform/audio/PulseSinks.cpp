@@ -3,6 +3,7 @@
 #include "platform/audio/PulseSinks.h"
 
 #include <algorithm>
+#include <optional>
 #include <string>
 
 namespace platform::audio {
@@ -10,14 +11,16 @@ namespace {
 
 using engine::Speaker;
 
-std::string DefaultSink(PulseConnection& connection, pa_context* context) {
+/// Nothing when the server does not answer; empty when it has no default.
+std::optional<std::string> DefaultSink(PulseConnection& connection, pa_context* context) {
   std::string name;
   const auto take = [](pa_context*, const pa_server_info* server, void* to) {
     if (server != nullptr && server->default_sink_name != nullptr) {
       *static_cast<std::string*>(to) = server->default_sink_name;
     }
   };
-  return connection.Finish(pa_context_get_server_info(context, take, &name)) ? name : std::string();
+  if (!connection.Finish(pa_context_get_server_info(context, take, &name))) return std::nullopt;
+  return name;
 }
 
 void TakeSink(pa_context*, const pa_sink_info* sink, int end, void* to) {
@@ -37,7 +40,8 @@ void TakeSink(pa_context*, const pa_sink_info* sink, int end, void* to) {
 std::vector<PulseSink> AskForSinks(PulseConnection& connection) {
   pa_context* context = connection.Ready();
   if (context == nullptr) return {};
-  const std::string default_sink = DefaultSink(connection, context);
+  const std::optional<std::string> default_sink = DefaultSink(connection, context);
+  if (!default_sink) return {};
   std::vector<PulseSink> sinks;
   if (!connection.Finish(pa_context_get_sink_info_list(context, &TakeSink, &sinks))) return {};
   for (PulseSink& sink : sinks) sink.info.is_default = sink.info.id == default_sink;

@@ -43,7 +43,9 @@ class MappedBlock final : public engine::SampleBlock {
   }
 
  private:
-  [[nodiscard]] std::size_t Bytes() const { return std::max<std::size_t>(1, samples_) * sizeof(std::int16_t); }
+  [[nodiscard]] std::size_t Bytes() const {
+    return std::max<std::size_t>(1, samples_) * sizeof(std::int16_t);
+  }
 
   void* memory_;
   std::size_t samples_;

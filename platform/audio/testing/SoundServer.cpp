@@ -112,11 +112,10 @@ bool SoundServer::Start() {
 }
 
 std::vector<std::string> SoundServer::Arguments() const {
-  std::vector<std::string> arguments = {"pulseaudio",        "-n",
-                                        "--daemonize=no",    "--use-pid-file=no",
-                                        "--disable-shm=yes", "--exit-idle-time=-1",
-                                        "--realtime=yes",    "--high-priority=yes",
-                                        "--log-level=notice"};
+  std::vector<std::string> arguments = {"pulseaudio",          "-n",
+                                        "--daemonize=no",      "--use-pid-file=no",
+                                        "--exit-idle-time=-1", "--realtime=yes",
+                                        "--high-priority=yes", "--log-level=notice"};
   for (const SinkSpec& sink : sinks_) arguments.push_back("-Lmodule-null-sink " + SinkArguments(sink));
   // Last, so that a server that answers has all its sinks.
   arguments.push_back("-Lmodule-native-protocol-unix auth-anonymous=1 socket=" + Socket().string());
