@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdio>
+#include <memory>
+#include <string>
+
+#include "platform/codec/Ffmpeg.h"
+#include "support/Result.h"
+
+namespace platform::codec {
+
+/// A plain file as the demuxers read it.
+///
+/// The file is opened here and not by the library, so that a name is only ever a name: "http:x.mp3" is a
+/// file, and nothing in a file makes the program open another one. Threads: one at a time; blocks on the
+/// disk.
+class InputFile {
+ public:
+  /// Fails with a sentence when there is no plain file of that name with bytes in it that we may read.
+  static support::Result<std::unique_ptr<InputFile>> Open(const std::string& path);
+  ~InputFile();
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+
+  [[nodiscard]] AVIOContext* Context() { return context_; }
+  /// The system failed to give bytes that the file has (a stick was pulled, a disk is broken).
+  [[nodiscard]] bool Failed() const { return failed_; }
+
+ private:
+  InputFile(std::FILE* file, std::int64_t size);
+  static int ReadBytes(void* self, std::uint8_t* buffer, int wanted);
+  static std::int64_t Seek(void* self, std::int64_t offset, int whence);
+
+  std::FILE* file_;
+  std::int64_t size_;
+  bool failed_ = false;
+  AVIOContext* context_ = nullptr;
+};
+
+}  // namespace platform::codec
