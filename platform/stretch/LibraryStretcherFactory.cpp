@@ -3,7 +3,7 @@
 #include "platform/stretch/LibraryStretcherFactory.h"
 
 #include "platform/stretch/RubberBandStretcher.h"
-#include "platform/stretch/SincResampler.h"
+#include "platform/stretch/SampleRateResampler.h"
 #include "platform/stretch/SoundTouchStretcher.h"
 
 namespace platform::stretch {
@@ -15,7 +15,7 @@ std::unique_ptr<engine::Stretcher> LibraryStretcherFactory::MakeStretcher(engine
 }
 
 std::unique_ptr<engine::Resampler> LibraryStretcherFactory::MakeResampler(double ratio) {
-  return std::make_unique<SincResampler>(ratio);
+  return std::make_unique<SampleRateResampler>(ratio);
 }
 
 }  // namespace platform::stretch
