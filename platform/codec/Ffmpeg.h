@@ -12,8 +12,6 @@ extern "C" {
 }
 
 #include <memory>
-#include <string>
-#include <string_view>
 
 namespace platform::codec {
 
@@ -52,11 +50,6 @@ struct SampleShape {
 
 /// Null when the library knows no way from one shape to the other.
 [[nodiscard]] ConverterPtr MakeConverter(const SampleShape& from, const SampleShape& to);
-
-/// The last part of a path, as messages show it.
-[[nodiscard]] std::string LastPart(std::string_view path);
-/// Upper case, without the dot; empty when there is none.
-[[nodiscard]] std::string ExtensionOf(std::string_view path);
 
 /// The libraries write nothing to the terminal from here on.
 void SilenceLibraries();

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "platform/codec/Ffmpeg.h"
+#include "platform/input/PlainFile.h"
 
 namespace platform::codec {
 namespace {
@@ -44,7 +45,7 @@ class FfmpegEncoder : public engine::Encoder {
 
  private:
   [[nodiscard]] support::Error Failure(const std::string& rest) const {
-    return {support::ErrorCode::Unavailable, LastPart(path_) + rest};
+    return {support::ErrorCode::Unavailable, input::LastPart(path_) + rest};
   }
   support::Result<void> OpenCodec(const AVCodec& codec, const engine::EncoderFormat& wanted);
   support::Result<void> OpenFile();
@@ -180,16 +181,17 @@ FfmpegEncoderFactory::FfmpegEncoderFactory() {
 
 support::Result<std::unique_ptr<engine::Encoder>> FfmpegEncoderFactory::Open(
     const std::string& path, const engine::EncoderFormat& format) {
-  const std::string extension = ExtensionOf(path);
+  const std::string extension = input::ExtensionOf(path);
   const auto recipe = std::find_if(kRecipes.begin(), kRecipes.end(),
                                    [&](const Recipe& r) { return r.extension == extension; });
   if (recipe == kRecipes.end()) {
-    return support::Error{support::ErrorCode::Unsupported,
-                          LastPart(path) + " cannot be written: its ending names no format known here."};
+    return support::Error{
+        support::ErrorCode::Unsupported,
+        input::LastPart(path) + " cannot be written: its ending names no format known here."};
   }
   if (format.channels < 1 || format.channels > 8 || format.sample_rate < 1) {
     return support::Error{support::ErrorCode::Unsupported,
-                          LastPart(path) + " cannot be written: 1 to 8 channels are possible."};
+                          input::LastPart(path) + " cannot be written: 1 to 8 channels are possible."};
   }
   auto encoder = std::make_unique<FfmpegEncoder>(path);
   if (const auto opened = encoder->Open(*recipe, format); !opened) return opened.Failure();

@@ -2,11 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdio>
 #include <memory>
 #include <string>
 
 #include "platform/codec/Ffmpeg.h"
+#include "platform/input/PlainFile.h"
 #include "support/Result.h"
 
 namespace platform::codec {
@@ -18,7 +18,6 @@ namespace platform::codec {
 /// disk.
 class InputFile {
  public:
-  /// Fails with a sentence when there is no plain file of that name with bytes in it that we may read.
   static support::Result<std::unique_ptr<InputFile>> Open(const std::string& path);
   ~InputFile();
   InputFile(const InputFile&) = delete;
@@ -29,12 +28,11 @@ class InputFile {
   [[nodiscard]] bool Failed() const { return failed_; }
 
  private:
-  InputFile(std::FILE* file, std::int64_t size);
+  explicit InputFile(input::PlainFile file);
   static int ReadBytes(void* self, std::uint8_t* buffer, int wanted);
   static std::int64_t Seek(void* self, std::int64_t offset, int whence);
 
-  std::FILE* file_;
-  std::int64_t size_;
+  input::PlainFile file_;
   bool failed_ = false;
   AVIOContext* context_ = nullptr;
 };
