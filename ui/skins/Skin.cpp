@@ -9,7 +9,9 @@
 #include <utility>
 
 // Outside the namespace, as the macro wants it.
-static void InitSkinResources() { Q_INIT_RESOURCE(skins); }
+static void InitSkinResources() {
+  Q_INIT_RESOURCE(skins);
+}
 
 namespace ui {
 namespace {
@@ -22,6 +24,7 @@ Skin DarkSkin() {
           .line = QColor(0x36414e),
           .text = QColor(0xf2f5f8),
           .dim = QColor(0xa9b6c4),
+          .faint = QColor(0x6b7886),
           .warning = QColor(0xffc44d),
           .danger = QColor(0xff6b66),
           .good = QColor(0x3fcf7f),
@@ -37,6 +40,7 @@ Skin LightSkin() {
           .line = QColor(0x93a0ae),
           .text = QColor(0x10161d),
           .dim = QColor(0x46525f),
+          .faint = QColor(0x7d8996),
           .warning = QColor(0x7a4d00),
           .danger = QColor(0xad1f1a),
           .good = QColor(0x1e8a4c),
@@ -49,8 +53,9 @@ QString StyleSheet(const Skin& skin) {
   if (!file.open(QIODevice::ReadOnly)) return {};
   QString sheet = QString::fromUtf8(file.readAll());
   const std::pair<const char*, QColor> names[] = {
-      {"@ground", skin.ground}, {"@panel", skin.panel}, {"@raised", skin.raised}, {"@well", skin.well},
-      {"@line", skin.line},     {"@text", skin.text},   {"@dim", skin.dim},       {"@deck1", skin.decks[0]}};
+      {"@ground", skin.ground},  {"@panel", skin.panel},    {"@raised", skin.raised},  {"@well", skin.well},
+      {"@line", skin.line},      {"@text", skin.text},      {"@dim", skin.dim},        {"@faint", skin.faint},
+      {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck}};
   for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
   return sheet;
 }
@@ -71,9 +76,9 @@ QPalette Skin::Palette() const {
   palette.setColor(QPalette::ToolTipText, text);
   palette.setColor(QPalette::Highlight, decks[0]);
   palette.setColor(QPalette::HighlightedText, on_deck);
-  palette.setColor(QPalette::Disabled, QPalette::ButtonText, line);
-  palette.setColor(QPalette::Disabled, QPalette::WindowText, line);
-  palette.setColor(QPalette::Disabled, QPalette::Text, line);
+  palette.setColor(QPalette::Disabled, QPalette::ButtonText, faint);
+  palette.setColor(QPalette::Disabled, QPalette::WindowText, faint);
+  palette.setColor(QPalette::Disabled, QPalette::Text, faint);
   return palette;
 }
 

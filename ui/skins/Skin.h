@@ -21,6 +21,7 @@ struct Skin {
   QColor line;     ///< edges
   QColor text;     ///< what must be read
   QColor dim;      ///< captions
+  QColor faint;    ///< of controls that cannot be used now
   QColor warning;  ///< soon: less than half a minute left, late blocks
   QColor danger;   ///< now: last seconds, overload, a file that could not be played
   QColor good;     ///< level well below full scale

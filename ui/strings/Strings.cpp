@@ -11,7 +11,6 @@ namespace {
 constexpr Strings::Row kRows[] = {
     {Say::Caption, "dj TOLVEN workstation", "dj TOLVEN werkplek"},
 
-    {Say::Clock, "Time %1", "Tijd %1"},
     {Say::OutputOf, "%1: %2", "%1: %2"},
     {Say::NoSound, "No sound", "Geen geluid"},
     {Say::SoundLoad, "Sound load %1 %", "Geluidslast %1 %"},
@@ -20,14 +19,12 @@ constexpr Strings::Row kRows[] = {
      "Deel van zijn tijd dat de geluidsmotor in de laatste seconde nodig had"},
     {Say::LateBlocksTip, "How often sound came too late since the start; 0 is what it should be",
      "Hoe vaak geluid te laat kwam sinds de start; 0 is zoals het hoort"},
-    {Say::OutputsTip, "Where deck 1, deck 2 and the head-phones play; to be changed under Settings",
-     "Waar deck 1, deck 2 en de hoofdtelefoon spelen; te wijzigen onder Instellingen"},
-    {Say::Message, "Newest message", "Nieuwste bericht"},
     {Say::ClockTip, "Time of day", "Tijd van de dag"},
 
     {Say::Deck, "Deck %1", "Deck %1"},
     {Say::DeckEmpty, "No track", "Geen nummer"},
-    {Say::DeckEmptyHint, "Double-click a track or drag it here", "Dubbelklik op een nummer of sleep het hierheen"},
+    {Say::DeckEmptyHint, "Double-click a track or drag it here",
+     "Dubbelklik op een nummer of sleep het hierheen"},
     {Say::Loading, "Loading", "Laden"},
     {Say::Stopped, "Ready", "Gereed"},
     {Say::Playing, "Playing", "Speelt"},
@@ -57,10 +54,17 @@ constexpr Strings::Row kRows[] = {
     {Say::KeyHint, "%1 (%2)", "%1 (%2)"},
 
     {Say::Volume, "Volume of deck %1", "Volume van deck %1"},
-    {Say::VolumeTip, "Volume of the deck; drag anywhere on the fader", "Volume van het deck; sleep ergens op de schuif"},
+    {Say::VolumeTip, "Volume of the deck; drag anywhere on the fader",
+     "Volume van het deck; sleep ergens op de schuif"},
     {Say::Level, "Level of deck %1", "Niveau van deck %1"},
     {Say::LevelTip, "Level of the deck in dB, left and right, before its fader",
      "Niveau van het deck in dB, links en rechts, vóór de schuif"},
+    {Say::Cue, "Listen %1", "Luister %1"},
+    {Say::CueName, "Deck %1 in the head-phones", "Deck %1 in de hoofdtelefoon"},
+    {Say::CueTip, "Hear the deck in the head-phones; each start of the deck switches it off",
+     "Het deck in de hoofdtelefoon horen; elke start van het deck schakelt het uit"},
+    {Say::CueNoDevice, "Choose a device for the head-phones under Settings first",
+     "Kies eerst een apparaat voor de hoofdtelefoon bij Instellingen"},
     {Say::Crossfader, "Crossfader", "Crossfader"},
     {Say::CrossfaderTip, "Fades between the decks (Ctrl+Left, Ctrl+Right); double-click: middle",
      "Mengt tussen de decks (Ctrl+Links, Ctrl+Rechts); dubbelklik: midden"},
@@ -75,7 +79,8 @@ constexpr Strings::Row kRows[] = {
     {Say::Tracks, "%1 tracks", "%1 nummers"},
     {Say::OneTrack, "1 track", "1 nummer"},
     {Say::Catalogue, "Catalogue", "Catalogus"},
-    {Say::CatalogueTip, "Double-click or Enter: load on the free deck", "Dubbelklik of Enter: op het vrije deck laden"},
+    {Say::CatalogueTip, "Double-click or Enter: load on the free deck",
+     "Dubbelklik of Enter: op het vrije deck laden"},
     {Say::AddFiles, "Add files…", "Bestanden toevoegen…"},
     {Say::AddFilesTip, "Add music files to the catalogue; they can be dropped on it too",
      "Muziekbestanden aan de catalogus toevoegen; erop slepen kan ook"},
@@ -147,6 +152,8 @@ QString Strings::operator()(Say number) const {
   return QString::fromUtf8(language_ == Language::Dutch ? row->dutch : row->english);
 }
 
-std::span<const Strings::Row> Strings::Table() { return kRows; }
+std::span<const Strings::Row> Strings::Table() {
+  return kRows;
+}
 
 }  // namespace ui

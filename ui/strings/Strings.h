@@ -11,15 +11,12 @@ namespace ui {
 enum class Say : int {
   Caption = 2001,
   // Status line
-  Clock = 2010,
-  OutputOf,
+  OutputOf = 2010,
   NoSound,
   SoundLoad,
   LateBlocks,
   SoundLoadTip,
   LateBlocksTip,
-  OutputsTip,
-  Message,
   ClockTip,
   // Decks
   Deck = 2030,
@@ -54,6 +51,10 @@ enum class Say : int {
   VolumeTip,
   Level,
   LevelTip,
+  Cue,
+  CueName,
+  CueTip,
+  CueNoDevice,
   Crossfader,
   CrossfaderTip,
   Curve,

@@ -21,7 +21,9 @@ QSize ElidedLabel::sizeHint() const {
   return {fontMetrics().horizontalAdvance(text()) + 2, fontMetrics().height()};
 }
 
-QSize ElidedLabel::minimumSizeHint() const { return {0, fontMetrics().height()}; }
+QSize ElidedLabel::minimumSizeHint() const {
+  return {0, fontMetrics().height()};
+}
 
 void ElidedLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);

@@ -38,9 +38,13 @@ QSize Fader::minimumSizeHint() const {
   return Upright() ? QSize(hint.width(), Em(*this, 6)) : QSize(Em(*this, 6), hint.height());
 }
 
-int Fader::HandleLength() const { return Em(*this, 1.6); }
+int Fader::HandleLength() const {
+  return Em(*this, 1.6);
+}
 
-int Fader::Travel() const { return std::max(1, (Upright() ? height() : width()) - HandleLength() - 4); }
+int Fader::Travel() const {
+  return std::max(1, (Upright() ? height() : width()) - HandleLength() - 4);
+}
 
 int Fader::PlaceOf(int value) const {
   const int range = std::max(1, maximum() - minimum());
@@ -67,7 +71,8 @@ void Fader::paintEvent(QPaintEvent*) {
   }
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove + 2), skin_.line);
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove), skin_.well);
-  if (isEnabled()) painter.fillRect(Along(PlaceOf(rest_.value_or(minimum())), PlaceOf(value()), groove), accent_);
+  if (isEnabled())
+    painter.fillRect(Along(PlaceOf(rest_.value_or(minimum())), PlaceOf(value()), groove), accent_);
   if (rest_) {
     const int place = PlaceOf(*rest_);
     painter.fillRect(Along(place - 1, place + 1, across * 9 / 10), skin_.dim);
@@ -85,7 +90,7 @@ void Fader::PaintHandle(QPainter& painter) const {
   painter.setBrush(isEnabled() ? skin_.raised.lighter(isSliderDown() ? 150 : 125) : skin_.panel);
   painter.drawRoundedRect(QRectF(handle).adjusted(1, 1, -1, -1), 3, 3);
   painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.fillRect(Along(place - 1, place + 1, across - 6), isEnabled() ? accent_ : skin_.line);
+  painter.fillRect(Along(place - 1, place + 1, across - 6), isEnabled() ? accent_ : skin_.faint);
 }
 
 void Fader::mousePressEvent(QMouseEvent* event) {

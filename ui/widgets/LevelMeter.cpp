@@ -13,12 +13,12 @@
 namespace ui {
 namespace {
 
-constexpr float kFloor = -48;       // dB, lower end of the bars
-constexpr float kSilence = -90;     // dB
-constexpr float kWarm = -12;        // dB, from here yellow
-constexpr float kHot = -3;          // dB, from here red
-constexpr float kFallSpeed = 40;    // dB a second
-constexpr float kPeakSpeed = 20;    // dB a second, after the hold time
+constexpr float kFloor = -48;     // dB, lower end of the bars
+constexpr float kSilence = -90;   // dB
+constexpr float kWarm = -12;      // dB, from here yellow
+constexpr float kHot = -3;        // dB, from here red
+constexpr float kFallSpeed = 40;  // dB a second
+constexpr float kPeakSpeed = 20;  // dB a second, after the hold time
 constexpr auto kHold = std::chrono::milliseconds(1500);
 constexpr float kMarks[] = {0, -6, -12, -18, -24, -36, -48};
 
@@ -30,9 +30,13 @@ LevelMeter::LevelMeter(const Skin& skin, QWidget* parent)
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 }
 
-QSize LevelMeter::sizeHint() const { return {Em(*this, 4.2), Em(*this, 10)}; }
+QSize LevelMeter::sizeHint() const {
+  return {Em(*this, 4.2), Em(*this, 10)};
+}
 
-QSize LevelMeter::minimumSizeHint() const { return {Em(*this, 4.2), Em(*this, 6)}; }
+QSize LevelMeter::minimumSizeHint() const {
+  return {Em(*this, 4.2), Em(*this, 6)};
+}
 
 void LevelMeter::Fall(Bar& bar, float db, support::TimePoint now) const {
   const float seconds = std::chrono::duration<float>(now - shown_at_).count();
@@ -61,7 +65,9 @@ void LevelMeter::Show(float left_db, float right_db, support::TimePoint now) {
   shown_at_ = now;
 }
 
-float LevelMeter::Peak() const { return std::max(bars_[0].peak, bars_[1].peak); }
+float LevelMeter::Peak() const {
+  return std::max(bars_[0].peak, bars_[1].peak);
+}
 
 int LevelMeter::RowOf(float db) const {
   const int margin = fontMetrics().height() / 2;
@@ -126,7 +132,9 @@ void LevelMeter::paintEvent(QPaintEvent* event) {
   }
 }
 
-void LevelMeter::resizeEvent(QResizeEvent*) { lit_ = QPixmap(); }
+void LevelMeter::resizeEvent(QResizeEvent*) {
+  lit_ = QPixmap();
+}
 
 void LevelMeter::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) lit_ = QPixmap();

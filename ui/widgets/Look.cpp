@@ -3,6 +3,7 @@
 #include "ui/widgets/Look.h"
 
 #include <QFontInfo>
+#include <QLabel>
 #include <QLayout>
 #include <QVariant>
 #include <cmath>
@@ -57,10 +58,22 @@ void ApplyBaseSize(QWidget& window, double points) {
   for (QLayout* layout : window.findChildren<QLayout*>()) SizeLayout(*layout, em);
 }
 
-void Name(QWidget& widget, const char* object_name, const QString& accessible_name, const QString& tip) {
-  widget.setObjectName(QLatin1String(object_name));
+QString DeckName(int deck, const char* part) {
+  return QStringLiteral("deck%1%2").arg(deck).arg(QLatin1String(part));
+}
+
+void Name(QWidget& widget, const QString& object_name, const QString& accessible_name, const QString& tip) {
+  widget.setObjectName(object_name);
   widget.setAccessibleName(accessible_name);
   if (!tip.isEmpty()) widget.setToolTip(tip);
+}
+
+void SetKind(QWidget& widget, const char* kind) {
+  widget.setProperty("kind", QLatin1String(kind));
+}
+
+void SetText(QLabel& label, const QString& text) {
+  if (label.text() != text) label.setText(text);
 }
 
 void SetTextColour(QWidget& label, const QColor& colour) {

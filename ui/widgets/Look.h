@@ -2,13 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QString>
 #include <QWidget>
 
 #include "ui/skins/Skin.h"
 #include "ui/strings/Strings.h"
 
+class QLabel;
 class QLayout;
-class QString;
 
 namespace ui {
 
@@ -32,8 +33,15 @@ void SetSpacingEm(QLayout& layout, double margin, double gap);
 void ApplyBaseSize(QWidget& window, double points);
 
 /// Object name, the name that assistive programs read, and the tooltip of a control.
-void Name(QWidget& widget, const char* object_name, const QString& accessible_name, const QString& tip = {});
+void Name(QWidget& widget, const QString& object_name, const QString& accessible_name,
+          const QString& tip = {});
+/// "deck1Play": object name of a part of deck 1 or 2.
+[[nodiscard]] QString DeckName(int deck, const char* part);
 
+/// Which rules of the style sheet hold for a widget: "plain", "page", "cue1", "cue2".
+void SetKind(QWidget& widget, const char* kind);
+/// Repaints only when the text is another one.
+void SetText(QLabel& label, const QString& text);
 /// Colour of a label's text.
 void SetTextColour(QWidget& label, const QColor& colour);
 

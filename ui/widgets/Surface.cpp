@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/Surface.h"
 
-#include <QPainter>
 #include <QPaintEvent>
+#include <QPainter>
 #include <utility>
 
 namespace ui {

@@ -84,7 +84,7 @@ void TransportButton::paintEvent(QPaintEvent*) {
   QRectF box(0, 0, side, side);
   box.moveCenter(QRectF(rect()).center());
   painter.setPen(Qt::NoPen);
-  painter.setBrush(!isEnabled() ? skin_.line : lit_ ? skin_.on_deck : skin_.text);
+  painter.setBrush(!isEnabled() ? skin_.faint : lit_ ? skin_.on_deck : skin_.text);
   painter.drawPath(Outline(box));
 }
 

@@ -18,7 +18,8 @@ class TransportButton final : public QPushButton {
   enum class Symbol { ToStart, Play, Pause, Stop };
   enum class Size { Normal, Wide };
 
-  TransportButton(const Skin& skin, const QColor& accent, Symbol symbol, Size size, QWidget* parent = nullptr);
+  TransportButton(const Skin& skin, const QColor& accent, Symbol symbol, Size size,
+                  QWidget* parent = nullptr);
 
   void SetSymbol(Symbol symbol);
   /// Filled with the accent: what the button stands for is going on.

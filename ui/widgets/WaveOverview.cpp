@@ -33,9 +33,13 @@ WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* pare
   setRange(0, 0);
 }
 
-QSize WaveOverview::sizeHint() const { return {Em(*this, 30), Em(*this, 8)}; }
+QSize WaveOverview::sizeHint() const {
+  return {Em(*this, 30), Em(*this, 8)};
+}
 
-QSize WaveOverview::minimumSizeHint() const { return {Em(*this, 12), Em(*this, 3.5)}; }
+QSize WaveOverview::minimumSizeHint() const {
+  return {Em(*this, 12), Em(*this, 3.5)};
+}
 
 void WaveOverview::Show(microseconds position, microseconds length) {
   if (length != length_) {
@@ -124,7 +128,9 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
   }
 }
 
-void WaveOverview::resizeEvent(QResizeEvent*) { heard_ = QPixmap(); }
+void WaveOverview::resizeEvent(QResizeEvent*) {
+  heard_ = QPixmap();
+}
 
 void WaveOverview::changeEvent(QEvent* event) {
   if (event->type() == QEvent::FontChange) heard_ = QPixmap();
@@ -157,7 +163,9 @@ void WaveOverview::mouseReleaseEvent(QMouseEvent* event) {
   Q_EMIT SeekWanted(place);
 }
 
-void WaveOverview::mouseDoubleClickEvent(QMouseEvent* event) { mousePressEvent(event); }
+void WaveOverview::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
 
 void WaveOverview::keyPressEvent(QKeyEvent* event) {
   const bool back = event->key() == Qt::Key_Left;
@@ -166,7 +174,9 @@ void WaveOverview::keyPressEvent(QKeyEvent* event) {
   Q_EMIT SeekWanted(std::clamp(there, microseconds(0), length_));
 }
 
-void WaveOverview::wheelEvent(QWheelEvent* event) { event->ignore(); }
+void WaveOverview::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
 
 // Show() repaints what changed; the slider's own way would repaint everything at every step.
 void WaveOverview::sliderChange(SliderChange) {}
