@@ -38,6 +38,9 @@ class PrelistenStream {
   /// Opened by the general creator, a pair travels in the length argument; the other creators take it as a
   /// flag. The engine reads both.
   StreamHandle CreateForPair(const std::string& filename);
+  /// By the general creator first, whatever the type; an engine that refuses the type there is asked again by
+  /// the type's own.
+  StreamHandle CreateForAll(const std::string& filename);
   void FollowMain(StreamHandle main);
 
   AudioEngine& engine_;
