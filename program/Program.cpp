@@ -13,7 +13,7 @@
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/settings/SettingsFile.h"
-#include "platform/settings/UserSettings.h"
+#include "platform/settings/SettingsDisk.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Clock.h"
