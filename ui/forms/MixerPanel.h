@@ -43,6 +43,8 @@ class MixerPanel final : public Surface {
   QGridLayout* MakeChannels();
   Channel MakeChannel(int deck);
   QWidget* MakeCrossfader();
+  /// The deck that is heard alone at this end of the crossfader.
+  QLabel* MakeEnd(int deck);
   void SendVolumes();
   void ShowCue(int deck, const app::WorkstationView& view);
 

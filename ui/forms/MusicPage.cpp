@@ -18,6 +18,7 @@
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/TrackDelegate.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
@@ -40,6 +41,7 @@ MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* p
   model_ = new CatalogueModel(table, look, this);
   grid_ = new TrackGrid;
   grid_->setModel(model_);
+  grid_->setItemDelegate(new TrackDelegate(look.skin, grid_));
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
   connect(grid_, &TrackGrid::Chosen, this, &MusicPage::RowChosen);
   empty_ = new QLabel(look.say(Say::EmptyCatalogue));
@@ -99,7 +101,7 @@ QWidget* MusicPage::MakeReport() {
   report_list_ = new QPlainTextEdit;
   report_list_->setReadOnly(true);
   report_list_->setTabChangesFocus(true);
-  report_list_->setMaximumHeight(Em(*this, 7));
+  SetHeightEm(*report_list_, 6);
   Name(*report_list_, QStringLiteral("Refused"), look_.say(Say::LeftOut).arg(0));
   column->addWidget(report_list_);
   report_->hide();
@@ -119,6 +121,10 @@ void MusicPage::ShowCount() {
   count_->setText(rows == 1 ? look_.say(Say::OneTrack) : look_.say(Say::Tracks).arg(rows));
   grid_->setVisible(rows > 0);
   empty_->setVisible(rows == 0);
+}
+
+void MusicPage::TakeFocus() {
+  grid_->setFocus();
 }
 
 int MusicPage::ChosenRow() const {

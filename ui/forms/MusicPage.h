@@ -31,6 +31,8 @@ class MusicPage final : public Surface {
   /// Table row (from 1) under the cursor; 0 is none.
   [[nodiscard]] int ChosenRow() const;
   void ChooseRow(int row);
+  /// The keys go to the grid.
+  void TakeFocus();
 
   /// So many files are being analysed.
   void ShowAdding(int files);

@@ -88,6 +88,7 @@ void frmMain::Build() {
   ShowPage(page_);
   ApplyBaseSize(*this, points_ > 0 ? points_ : kBasePoints);
   if (chosen > 0) music_->ChooseRow(chosen);
+  if (page_ == 0) music_->TakeFocus();
   ShowFrame();
 }
 

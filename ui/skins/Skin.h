@@ -18,6 +18,8 @@ struct Skin {
   QColor panel;    ///< of decks, mixer, pages
   QColor raised;   ///< buttons, fields, table heads
   QColor well;     ///< sunk parts: grooves, meters, overview
+  QColor stripe;   ///< every other row of a grid
+  QColor chosen;   ///< the row under the cursor
   QColor line;     ///< edges
   QColor text;     ///< what must be read
   QColor dim;      ///< captions

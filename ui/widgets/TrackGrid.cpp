@@ -24,7 +24,6 @@ TrackGrid::TrackGrid(QWidget* parent) : QTableView(parent) {
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
-  setAlternatingRowColors(true);
   setShowGrid(false);
   setWordWrap(false);
   setCornerButtonEnabled(false);
