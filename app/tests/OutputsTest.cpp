@@ -70,6 +70,18 @@ TEST_F(OutputsTest, ADeviceThatDoesNotOpenLeavesTheDeckWhereItPlays) {
   EXPECT_EQ(station_->View().outputs[0].device, 1);
 }
 
+TEST_F(OutputsTest, AFileThatIsGoneMeanwhilePlaysOnWhereItIs) {
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  engine_.RemoveFile("a.mp3");
+  Choose(1, {2, 0});
+  Advance(seconds(1));
+  EXPECT_EQ(Devices(), std::vector{1});
+  EXPECT_EQ(Deck(1).position, seconds(1));
+  EXPECT_EQ(Deck(1).message, "There is no file \"a.mp3\".");
+}
+
 TEST_F(OutputsTest, DecksGoOnWhileAWorkerOpensADevice) {
   StartUp();
   Load(1, "a.mp3");

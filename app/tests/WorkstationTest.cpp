@@ -174,6 +174,13 @@ TEST_F(DeckTest, AFileThatCannotBePlayedDoesNotStopTheOneThatPlays) {
   EXPECT_EQ(Deck(1).message, "There is no file \"none.mp3\".");
 }
 
+TEST_F(DeckTest, ARowThatIsNotThereLeavesTheDeckAsItIs) {
+  Load(1, "a.mp3");
+  station_->LoadDeck(1, station_->Catalogue(), 1);
+  Settle();
+  EXPECT_EQ(Deck(1).state, State::Stopped);
+}
+
 TEST_F(DeckTest, TheSentenceGoesWithTheNextTrack) {
   Load(1, "none.mp3");
   Load(1, "a.mp3");
@@ -239,7 +246,7 @@ TEST_F(PreparingTest, AnAnswerAfterTheEveningIsDropped) {
 
 TEST_F(PreparingTest, NoCommandWaitsForTheConductor) {
   catalogue::track_table table(catalogue::TrackColumns());
-  table.AddRow();
+  table.AddRow(std::vector<std::string_view>{"", "", "", "a.mp3"});
   const int calls = engine_.Calls();
   for (int deck = 1; deck <= kDecks; ++deck) {
     station_->LoadDeck(deck, table, 1);

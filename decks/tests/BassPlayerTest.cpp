@@ -109,6 +109,14 @@ TEST_F(BassPlayerTest, WhicheverCallOfOpenFileFailsTheDeckCanOpenAgain) {
   }
 }
 
+TEST_F(BassPlayerTest, HeadPhonesThatAreNotOpenAreNeverHeardOnTheMainOutput) {
+  deck_.PreDevice(9);
+  deck_.OpenFile();
+  EXPECT_EQ(deck_.PreSTRM(), 0U);
+  deck_.Play();
+  EXPECT_EQ(engine_.Streams(), 1);
+}
+
 TEST_F(BassPlayerTest, ADeckThatIsGoneLeavesNoStream) {
   {
     clsBassPlayer deck(engine_, controls_);
