@@ -2,14 +2,14 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <chrono>
-#include <cstdint>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "app/FileIntake.h"
+#include "app/WorkstationView.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "decks/ports/AudioEngine.h"
@@ -21,41 +21,6 @@
 #include "support/ports/SettingsStore.h"
 
 namespace app {
-
-inline constexpr int kDecks =
-    4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
-
-/// What a deck shows. A snapshot of one tick of the conductor.
-struct DeckView {
-  enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
-  State state = State::Empty;
-  std::string filename;
-  std::string artist;
-  std::string title;
-  std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
-  std::chrono::microseconds position{0};  ///< heard now
-  std::chrono::microseconds length{0};
-  bool length_exact = false;
-  float left_db = -90;  ///< dB below full scale, -90 is silence
-  float right_db = -90;
-  double bpm = 0;           ///< of the file, 0 when unknown
-  int volume = 100;         ///< 0 to 100
-  float tempo_percent = 0;  ///< from the original
-  int sample_rate = 0;      ///< Hz
-};
-
-struct OutputView {
-  int device = 0;   ///< engine device number; 0 is "no sound"
-  int speaker = 0;  ///< pair code 1 to 4; any other: all speakers of the device
-};
-
-/// Everything that the window draws from, published by the conductor.
-struct WorkstationView {
-  std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
-  std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
-  decks::EngineHealth health;
-  std::string notice;  ///< the newest sentence about a device, for the status line
-};
 
 /// The outside things, each behind its port.
 struct Ports {
@@ -101,17 +66,23 @@ class Workstation {
   void Seek(int deck, std::chrono::microseconds position);
   void SetVolume(int deck, int volume);
   void SetTempo(int deck, float percent);
+  /// The deck's level in the head-phones.
+  void SetPreVolume(int deck, int volume);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice.
   void SetOutput(int output, OutputView choice);
+  /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
+  [[nodiscard]] int StringBase() const;
   /// Names of the output devices, the first one is device 1.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
   [[nodiscard]] catalogue::track_table& Catalogue();
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
-  /// the index. Called back on the window's thread with the number of rows and a sentence for each file left
-  /// out.
+  /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
+  /// window's thread with the number of rows and a sentence for each file left out.
   using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
   void AddFiles(std::vector<std::string> paths, AddedFiles done);
+  /// Of all files that wait to be added.
+  [[nodiscard]] AddingProgress Adding() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.
   void PumpWindow();

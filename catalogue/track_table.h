@@ -2,7 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -33,21 +34,35 @@ inline constexpr int kArtist = 1, kTitle = 2, kOrigin = 3, kGenre = 4, kTime = 5
 /// A grid of text cells with 1-based rows and columns: the catalogue, the karaoke catalogue and each
 /// playlist.
 ///
-/// Rows move between tables cell by cell; hidden columns travel with them. Made for a million rows.
-/// Threads: one at a time; a snapshot for other threads is a copy.
+/// Rows move between tables cell by cell; hidden columns travel with them. Made for a million rows: they lie
+/// packed in blocks, and a copy of the table shares the blocks until one side changes them, so that a worker
+/// is given a snapshot without a wait. Threads: one at a time; different copies are independent.
 class track_table {
  public:
+  /// A longer text is cut to this many bytes.
+  static constexpr std::size_t kLongestCell = 65535;
+
   explicit track_table(std::span<const Column> columns);
+  ~track_table();
+  track_table(const track_table& other);
+  track_table& operator=(const track_table& other);
+  track_table(track_table&& other) noexcept;
+  track_table& operator=(track_table&& other) noexcept;
 
   [[nodiscard]] std::span<const Column> Columns() const { return columns_; }
   [[nodiscard]] int Rows() const;
   /// Empty for a row or column that is not there. Valid until the table changes.
   [[nodiscard]] std::string_view Cell(int row, int column) const;
+  /// Fills in the row's cells from the first column on; empty ones for a row that is not there.
+  void Cells(int row, std::span<std::string_view> cells) const;
+  /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row.
+  [[nodiscard]] int FindRow(int column, std::string_view text) const;
   /// Does nothing for a row or column that is not there.
   void SetCell(int row, int column, std::string_view text);
   /// Appends an empty row and returns its number.
   int AddRow();
-  /// Appends a row with these cells; missing ones are empty, surplus ones dropped.
+  /// Appends a row with these cells; missing ones are empty, surplus ones dropped. The cells may be views
+  /// into this table.
   int AddRow(std::span<const std::string_view> cells);
   /// Copies a row's cells in column order to a new row of this table.
   int AppendFrom(const track_table& other, int row);
@@ -55,8 +70,25 @@ class track_table {
   void Clear();
 
  private:
+  struct Block;
+  struct Place {
+    std::size_t slot;
+    std::size_t row;  ///< within the block, from 0
+  };
+  /// A block and the number of rows before it. A shared block is copied before it is changed.
+  struct Slot {
+    std::shared_ptr<Block> block;
+    int rows_before = 0;
+    mutable bool shared = false;
+  };
+
+  [[nodiscard]] bool Has(int row, int column) const;
+  [[nodiscard]] Place Find(int row) const;
+  Block& Writable(std::size_t slot);
+  Block& BlockForOneMore();
+
   std::span<const Column> columns_;
-  std::vector<std::vector<std::string>> rows_;
+  std::vector<Slot> slots_;
 };
 
 }  // namespace catalogue

@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/DeckStation.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace app {
+namespace {
+
+using State = DeckView::State;
+
+constexpr float kSilence = -90;
+
+std::int16_t Level(int volume) {
+  return static_cast<std::int16_t>(std::clamp(volume, 0, 100));
+}
+
+std::chrono::microseconds TimeOf(support::SourceFrame frame, int sample_rate) {
+  if (sample_rate <= 0) return {};
+  const std::int64_t seconds = frame.value / sample_rate;
+  const std::int64_t rest = frame.value % sample_rate;
+  return std::chrono::seconds(seconds) + std::chrono::microseconds(rest * 1'000'000 / sample_rate);
+}
+
+/// The same file while it is being opened again.
+decks::HeardStream StandingAtTheStart(decks::HeardStream heard) {
+  heard.playing = heard.ended = false;
+  heard.frame = {};
+  heard.left_peak = heard.right_peak = 0;
+  return heard;
+}
+
+support::BytePosition BytesAt(std::chrono::microseconds time, const decks::HeardStream& heard) {
+  const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
+  const std::int64_t frames =
+      seconds.count() * heard.sample_rate + (time - seconds).count() * heard.sample_rate / 1'000'000;
+  return {frames * heard.channels * 2};
+}
+
+}  // namespace
+
+DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
+                         const decks::MasterControls& controls, std::shared_ptr<Mailbox> box)
+    : engine_(engine), sound_(sound), box_(std::move(box)), player_(engine, controls) {
+  player_.Channel(static_cast<std::int16_t>(number));
+}
+
+void DeckStation::Load(Track track) {
+  Forget(kReopen);
+  play_when_ready_ = false;
+  coming_ = std::move(track);
+  Prepare(kLoad, coming_->filename);
+}
+
+void DeckStation::Play() {
+  message_.clear();
+  if (coming_ || (state_ == State::Stopped && player_.STRM() == 0)) {
+    play_when_ready_ = true;
+    return;
+  }
+  if (state_ == State::Paused) return Resume();
+  if (state_ == State::Ended) player_.StreamTime({0});
+  if (state_ != State::Stopped && state_ != State::Ended) return;
+  player_.Play();
+  state_ = State::Playing;
+}
+
+void DeckStation::Pause() {
+  play_when_ready_ = false;
+  if (state_ != State::Playing) return;
+  player_.PausePlay();
+  state_ = State::Paused;
+}
+
+void DeckStation::Resume() {
+  if (state_ != State::Paused) return;
+  player_.ResumePlay();
+  state_ = State::Playing;
+}
+
+void DeckStation::Stop() {
+  play_when_ready_ = false;
+  if (state_ == State::Empty || player_.STRM() == 0) return;
+  message_.clear();
+  Forget(kMoveMain);
+  Forget(kMovePrelisten);
+  player_.StopPlay();
+  state_ = State::Stopped;
+  if (!coming_) Prepare(kReopen, track_.filename);
+}
+
+void DeckStation::Seek(std::chrono::microseconds position) {
+  if (player_.STRM() == 0) return;
+  const decks::HeardStream heard = sound_.Heard(player_.STRM());
+  player_.StreamTime(BytesAt(std::max(position, std::chrono::microseconds(0)), heard));
+  if (state_ == State::Ended) state_ = State::Stopped;
+}
+
+void DeckStation::SetVolume(int volume) {
+  player_.volume(Level(volume));
+}
+
+void DeckStation::SetPreVolume(int volume) {
+  player_.PreVolume(Level(volume));
+}
+
+void DeckStation::SetTempo(float percent) {
+  tempo_percent_ = std::clamp(percent, -50.0F, 100.0F);
+  engine_.BASS_FX_TempoSet(player_.STRM(), tempo_percent_, decks::kTempoUnchanged, decks::kTempoUnchanged);
+}
+
+void DeckStation::RouteMain(OutputView output) {
+  if (player_.device() == output.device && player_.Speaker() == output.speaker) return;
+  player_.device(static_cast<std::int16_t>(output.device));
+  player_.Speaker(static_cast<std::int16_t>(output.speaker));
+  if (player_.STRM() != 0) Prepare(kMoveMain, track_.filename);
+}
+
+void DeckStation::RoutePrelisten(OutputView output) {
+  if (player_.PreDevice() == output.device && player_.PreSpeaker() == output.speaker) return;
+  player_.PreDevice(static_cast<std::int16_t>(output.device));
+  player_.PreSpeaker(static_cast<std::int16_t>(output.speaker));
+  if (player_.STRM() != 0) Prepare(kMovePrelisten, track_.filename);
+}
+
+void DeckStation::Release() {
+  coming_.reset();
+  for (std::uint64_t& number : newest_) ++number;
+  Clear();
+}
+
+void DeckStation::Tick(DeckView& view) {
+  view = DeckView{};
+  ShowHeard(view);
+  const Track& shown = coming_ ? *coming_ : track_;
+  view.state = coming_ ? State::Loading : state_;
+  view.filename = shown.filename;
+  view.artist = shown.artist;
+  view.title = shown.title;
+  view.bpm = shown.bpm;
+  view.message = message_;
+  view.volume = player_.volume();
+  view.pre_volume = player_.PreVolume();
+  view.tempo_percent = tempo_percent_;
+}
+
+void DeckStation::ShowHeard(DeckView& view) {
+  if (state_ == State::Empty) return;
+  if (player_.STRM() != 0) {
+    heard_ = sound_.Heard(player_.STRM());
+  } else {
+    heard_ = StandingAtTheStart(heard_);
+  }
+  const decks::HeardStream& heard = heard_;
+  if (state_ == State::Playing && heard.ended) {
+    state_ = State::Ended;
+    player_.IsPlaying(false);
+  }
+  view.position = TimeOf(heard.frame, heard.sample_rate);
+  view.length = TimeOf(heard.length, heard.sample_rate);
+  view.length_exact = heard.length_exact;
+  view.sample_rate = heard.sample_rate;
+  view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB()) : kSilence;
+  view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB()) : kSilence;
+}
+
+void DeckStation::Prepare(Wish wish, const std::string& filename) {
+  const std::uint64_t number = ++newest_[wish];
+  sound_.Prepare(filename, [this, box = box_, wish, number](support::Result<void> result) {
+    box->Post([this, wish, number, result = std::move(result)] {
+      if (number == newest_[wish]) Prepared(wish, result);
+    });
+  });
+}
+
+void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
+  switch (wish) {
+    case kLoad:
+      return OpenTrack(*std::exchange(coming_, std::nullopt), result);
+    case kReopen:
+      return OpenTrack(track_, result);
+    case kMoveMain:
+      return MoveMain();
+    case kMovePrelisten:
+      return MovePrelisten();
+    case kWishes:
+      break;
+  }
+}
+
+void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
+  if (!result) return Reject(track, result.Failure().text);
+  for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
+  player_.Filename(track.filename);
+  player_.OpenFile();
+  track_ = std::move(track);
+  state_ = State::Stopped;
+  if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
+  ApplySliders();
+  message_.clear();
+  if (std::exchange(play_when_ready_, false)) Play();
+}
+
+void DeckStation::Reject(const Track& track, const std::string& sentence) {
+  play_when_ready_ = false;
+  if (state_ != State::Playing) {
+    const std::string filename = track.filename;
+    Clear();
+    track_.filename = filename;
+  }
+  message_ = sentence;
+}
+
+void DeckStation::Clear() {
+  if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
+  state_ = State::Empty;
+  track_ = {};
+  message_.clear();
+  play_when_ready_ = false;
+}
+
+void DeckStation::MoveMain() {
+  const support::BytePosition heard = player_.StreamTime();
+  player_.OpenMain();
+  if (player_.STRM() == 0) {
+    state_ = State::Stopped;
+    return Reject(track_, sound_.LastError().text);
+  }
+  ApplySliders();
+  engine_.BASS_ChannelSetPosition(player_.STRM(), heard);
+  if (state_ == State::Playing) player_.PlayMain();
+}
+
+void DeckStation::ApplySliders() {
+  player_.volume(player_.volume());
+  if (tempo_percent_ != 0) SetTempo(tempo_percent_);
+}
+
+void DeckStation::MovePrelisten() {
+  if (player_.PreDevice() == 0) return player_.ClosePrelisten();
+  const std::int16_t level = player_.PreVolume();
+  player_.OpenPrelisten();
+  if (state_ == State::Playing) player_.PlayPrelisten();
+  player_.PreVolume(level);
+}
+
+}  // namespace app

@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/Mailbox.h"
+#include "app/WorkstationView.h"
+#include "decks/clsBassPlayer.h"
+#include "decks/ports/SoundControl.h"
+#include "support/Result.h"
+
+namespace app {
+
+/// What a deck is asked to load.
+struct Track {
+  std::string filename;
+  std::string artist;
+  std::string title;
+  double bpm = 0;
+};
+
+/// One deck with what its player does not know: files that are being prepared, the end of a track, moves
+/// from one output to another, and what the window shows.
+///
+/// Law: a file is opened only after a worker prepared it, so nothing here waits for a disk. What plays goes
+/// on until the new file is ready; a file that cannot be played never stops one that plays. The newest wish
+/// wins. Threads: the conductor.
+class DeckStation {
+ public:
+  /// Answers of workers come through the box, which the conductor empties.
+  DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
+              const decks::MasterControls& controls, std::shared_ptr<Mailbox> box);
+
+  void Load(Track track);
+  /// While a file is being prepared: as soon as it is ready. After the end: from the start.
+  void Play();
+  void Pause();
+  void Resume();
+  /// Ends the sound and stands at the start of the same file.
+  void Stop();
+  void Seek(std::chrono::microseconds position);
+  void SetVolume(int volume);
+  void SetPreVolume(int volume);
+  void SetTempo(float percent);
+
+  /// Where the deck plays from now on; what sounds moves at its heard position.
+  void RouteMain(OutputView output);
+  void RoutePrelisten(OutputView output);
+
+  /// Frees both streams; the deck is empty.
+  void Release();
+
+  /// Notices the end of the track and fills in what is heard now.
+  void Tick(DeckView& view);
+
+ private:
+  /// Why a file is being prepared. A newer wish of the same kind overtakes an older one.
+  enum Wish { kLoad, kReopen, kMoveMain, kMovePrelisten, kWishes };
+
+  void Prepare(Wish wish, const std::string& filename);
+  void Prepared(Wish wish, const support::Result<void>& result);
+  void Forget(Wish wish) { ++newest_[wish]; }
+  void OpenTrack(Track track, const support::Result<void>& result);
+  void MoveMain();
+  void MovePrelisten();
+  void ApplySliders();
+  void Reject(const Track& track, const std::string& sentence);
+  void Clear();
+  void ShowHeard(DeckView& view);
+
+  decks::AudioEngine& engine_;
+  decks::SoundControl& sound_;
+  std::shared_ptr<Mailbox> box_;
+  decks::clsBassPlayer player_;
+  DeckView::State state_ = DeckView::State::Empty;
+  Track track_;                  ///< on the deck
+  std::optional<Track> coming_;  ///< being prepared
+  std::string message_;
+  decks::HeardStream heard_;  ///< at the last tick
+  std::array<std::uint64_t, kWishes> newest_{};
+  bool play_when_ready_ = false;
+  float tempo_percent_ = 0;
+};
+
+}  // namespace app

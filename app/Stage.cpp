@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Stage.h"
+
+#include <utility>
+
+namespace app {
+namespace {
+
+constexpr int kEngineRate = 44100;
+constexpr int kNoSound = 0;
+
+std::size_t Index(int output) {
+  return static_cast<std::size_t>(output - 1);
+}
+
+std::string CannotOpen(const OutputWish& wish) {
+  return "The sound output \"" + wish.name + "\" cannot be opened.";
+}
+
+}  // namespace
+
+Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
+    : engine_(engine), sound_(sound), workers_(workers), gate_(std::move(gate)), box_(std::move(box)) {
+  for (int number = 1; number <= kDecks; ++number) {
+    decks_[static_cast<std::size_t>(number - 1)] =
+        std::make_unique<DeckStation>(number, engine, sound, controls_, box_);
+  }
+}
+
+void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
+  ReleaseEngine();
+  std::array<OutputView, kOutputs> places{};
+  for (std::size_t i = 0; i < wishes.size(); ++i) {
+    if (wishes[i].place.device != kNoSound && Open(wishes[i])) places[i] = wishes[i].place;
+  }
+  // A second deck without its device is better heard on the first one's; head-phones never are.
+  if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
+  for (const OutputView& place : places) {
+    if (place.device == kNoSound) Open(WishFor({}, {}));
+  }
+  for (int output = 1; output <= kOutputs; ++output) {
+    moves_[Index(output)].place = places[Index(output)];
+    Route(output, places[Index(output)]);
+  }
+}
+
+bool Stage::Open(const OutputWish& wish) {
+  const int device = wish.place.device;
+  if (open_.contains(device)) return true;
+  if (engine_.BASS_Init(device, kEngineRate, wish.flags)) {
+    open_.insert(device);
+    return true;
+  }
+  notice_ = CannotOpen(wish);
+  return false;
+}
+
+void Stage::MoveOutput(int output, const OutputWish& wish) {
+  const int device = wish.place.device;
+  moves_[Index(output)] = wish;
+  if (open_.contains(device)) return Route(output, wish.place);
+  if (!opening_.insert(device).second) return;
+  workers_.Post([this, &engine = engine_, gate = gate_, box = box_, wish] {
+    gate->Pass([&] {
+      const int number = wish.place.device;
+      const bool success = engine.BASS_Init(number, kEngineRate, wish.flags);
+      box->Post([this, number, success] { Opened(number, success); });
+    });
+  });
+}
+
+void Stage::Opened(int device, bool success) {
+  opening_.erase(device);
+  if (success) open_.insert(device);
+  for (int output = 1; output <= kOutputs; ++output) {
+    const OutputWish& wish = moves_[Index(output)];
+    if (wish.place.device != device || outputs_[Index(output)] == wish.place) continue;
+    if (success) {
+      Route(output, wish.place);
+    } else {
+      notice_ = CannotOpen(wish);
+    }
+  }
+}
+
+void Stage::SetBuffers() {
+  engine_.BASS_SetConfig(decks::kConfigUpdatePeriod, 20);
+  engine_.BASS_SetConfig(decks::kConfigBuffer, 60);
+}
+
+void Stage::Route(int output, OutputView place) {
+  outputs_[Index(output)] = place;
+  if (output == 1) {
+    Deck(1).RouteMain(place);
+    Deck(3).RouteMain(place);
+  } else if (output == 2) {
+    Deck(2).RouteMain(place);
+  } else {
+    for (const int number : {1, 2, 3}) Deck(number).RoutePrelisten(place);
+    Deck(4).RouteMain(place);
+  }
+}
+
+void Stage::ReleaseDecks() {
+  for (const auto& deck : decks_) deck->Release();
+}
+
+void Stage::ReleaseEngine() {
+  engine_.BASS_Free();
+  open_.clear();
+}
+
+void Stage::Tick() {
+  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) notice_ = event.text;
+  WorkstationView& view = views_.Draft();
+  for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
+  view.outputs = outputs_;
+  view.health = sound_.Health();
+  view.notice = notice_;
+  views_.Publish();
+}
+
+}  // namespace app

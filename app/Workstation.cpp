@@ -1,0 +1,122 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/Workstation.h"
+
+#include <utility>
+
+#include "app/WorkstationParts.h"
+#include "support/Text.h"
+
+namespace app {
+namespace {
+
+/// A command for one deck, for the conductor; nothing for a deck that is not there.
+template <typename Command>
+void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
+  if (deck < 1 || deck > kDecks) return;
+  conductor.Post([&stage, deck, command = std::move(command)] { command(stage.Deck(deck)); });
+}
+
+}  // namespace
+
+Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
+    : parts_(std::make_unique<Parts>(ports, folder, conducting)) {}
+
+Workstation::~Workstation() {
+  ShutDown();
+  parts_->conductor.Stop();
+  parts_->gate->Close();
+  parts_->window->Close();
+}
+
+const WorkstationView& Workstation::View() {
+  return parts_->stage.View();
+}
+
+void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int row) {
+  namespace track = catalogue::track;
+  Track wanted;
+  wanted.filename = table.Cell(row, track::kFilename);
+  wanted.artist = table.Cell(row, track::kArtist);
+  wanted.title = table.Cell(row, track::kTitle);
+  wanted.bpm = support::ParseReal(table.Cell(row, track::kBpm)).value_or(0);
+  OnDeck(parts_->conductor, parts_->stage, deck,
+         [wanted = std::move(wanted)](DeckStation& station) { station.Load(wanted); });
+}
+
+void Workstation::Play(int deck) {
+  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Play(); });
+}
+
+void Workstation::Pause(int deck) {
+  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Pause(); });
+}
+
+void Workstation::Resume(int deck) {
+  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Resume(); });
+}
+
+void Workstation::Stop(int deck) {
+  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Stop(); });
+}
+
+void Workstation::Seek(int deck, std::chrono::microseconds position) {
+  OnDeck(parts_->conductor, parts_->stage, deck,
+         [position](DeckStation& station) { station.Seek(position); });
+}
+
+void Workstation::SetVolume(int deck, int volume) {
+  OnDeck(parts_->conductor, parts_->stage, deck,
+         [volume](DeckStation& station) { station.SetVolume(volume); });
+}
+
+void Workstation::SetTempo(int deck, float percent) {
+  OnDeck(parts_->conductor, parts_->stage, deck,
+         [percent](DeckStation& station) { station.SetTempo(percent); });
+}
+
+void Workstation::SetPreVolume(int deck, int volume) {
+  OnDeck(parts_->conductor, parts_->stage, deck,
+         [volume](DeckStation& station) { station.SetPreVolume(volume); });
+}
+
+void Workstation::SetOutput(int output, OutputView choice) {
+  Parts& parts = *parts_;
+  if (output < 1 || output > kOutputs || choice.device < 0) return;
+  StoreOutput(parts.settings, output, choice, parts.device_names);
+  const OutputWish wish = WishFor(choice, parts.device_names);
+  parts.conductor.Post([&parts, output, wish] { parts.stage.MoveOutput(output, wish); });
+}
+
+int Workstation::StringBase() const {
+  return parts_->string_base;
+}
+
+const std::vector<std::string>& Workstation::DeviceNames() const {
+  return parts_->device_names;
+}
+
+catalogue::track_table& Workstation::Catalogue() {
+  return parts_->catalogue;
+}
+
+void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {
+  parts_->intake.Add(std::move(paths), [this, done = std::move(done)](int rows, auto refused) {
+    if (rows > 0) parts_->index.Save(parts_->catalogue);
+    if (done) done(rows, std::move(refused));
+  });
+}
+
+AddingProgress Workstation::Adding() const {
+  return parts_->intake.Progress();
+}
+
+void Workstation::PumpWindow() {
+  for (const Mailbox::Job& job : parts_->window->Take()) job();
+}
+
+void Workstation::Tick() {
+  if (parts_->conducting == Conducting::ByHand) parts_->conductor.ConductOnce();
+}
+
+}  // namespace app

@@ -1,0 +1,50 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <string>
+
+#include "decks/ports/SoundControl.h"
+
+namespace app {
+
+inline constexpr int kDecks =
+    4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
+
+/// What a deck shows. A snapshot of one tick of the conductor.
+struct DeckView {
+  enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
+  State state = State::Empty;
+  std::string filename;
+  std::string artist;
+  std::string title;
+  std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
+  std::chrono::microseconds position{0};  ///< heard now
+  std::chrono::microseconds length{0};
+  bool length_exact = false;
+  float left_db = -90;  ///< dB below full scale, -90 is silence
+  float right_db = -90;
+  double bpm = 0;           ///< of the file, 0 when unknown
+  int volume = 100;         ///< 0 to 100
+  int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
+  float tempo_percent = 0;  ///< from the original
+  int sample_rate = 0;      ///< Hz
+};
+
+struct OutputView {
+  int device = 0;   ///< engine device number; 0 is "no sound"
+  int speaker = 0;  ///< pair code 1 to 4; any other: all speakers of the device
+  bool operator==(const OutputView&) const = default;
+};
+
+/// Everything that the window draws from, published by the conductor.
+struct WorkstationView {
+  std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
+  std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
+  decks::EngineHealth health;
+  std::string notice;  ///< the newest sentence about a device, for the status line
+};
+
+}  // namespace app

@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <string>
+#include <string_view>
+
+#include "catalogue/ports/TagReader.h"
+#include "support/Result.h"
+
+namespace catalogue {
+
+/// What the add-one-file step makes of a file, told by the last three characters of its name.
+enum class FileKind {
+  Audio,      ///< analysed as it is; the tag reader decides whether it is audio at all
+  MidiSong,   ///< "KAR" or "MID"
+  DiscImage,  ///< "CDG": its sound is the mp3 beside it
+};
+[[nodiscard]] FileKind KindOf(std::string_view path);
+
+/// The file that is analysed and played for this one: a disc image's companion, else the file itself.
+[[nodiscard]] std::string AudioPathOf(const std::string& path);
+
+/// The cells of a track record in column order.
+using TrackCells = std::array<std::string, 13>;
+
+/// The record of an analysed file. A file without a title in its tag is called by its name.
+[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags);
+
+/// Analyses one music file. Threads: a worker; blocks on the disk.
+support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path);
+
+}  // namespace catalogue

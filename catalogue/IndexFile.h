@@ -1,0 +1,63 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "catalogue/track_table.h"
+#include "support/Result.h"
+#include "support/ports/FileSaver.h"
+
+namespace catalogue {
+
+/// What a load found: whole rows are in the table, the others are only counted.
+struct IndexReport {
+  int rows = 0;
+  int short_rows = 0;   ///< fewer cells than the table has columns
+  int long_rows = 0;    ///< more
+  int broken_rows = 0;  ///< an escape that is none, or a line that no table can have written
+  [[nodiscard]] int Skipped() const { return short_rows + long_rows + broken_rows; }
+};
+
+/// Reads an index piece by piece: one row a line, cells with a tab between them; "\t", "\r", "\n" and "\\"
+/// stand for a tab, the line ends and the backslash. Any line end is understood.
+class IndexParser {
+ public:
+  /// Rows are appended to the table, which outlives the parser.
+  explicit IndexParser(track_table& table);
+  void Feed(std::string_view piece);
+  /// Takes a last line without an end. Nothing is fed after that.
+  IndexReport Finish();
+
+ private:
+  void TakeLine(std::string_view line);
+  [[nodiscard]] bool Unescape(std::string_view& cell, std::string& storage) const;
+
+  track_table& table_;
+  std::string unfinished_;
+  bool skipping_ = false;  ///< to the end of a line that is too long
+  bool after_return_ = false;
+  std::vector<std::string_view> cells_;
+  std::vector<std::string> unescaped_;
+  IndexReport report_;
+};
+
+/// Replaces the table's rows by those of the file. A missing file (ErrorCode::NotFound) leaves it empty, and
+/// so does an unreadable one.
+support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table);
+
+/// The whole table as index text, CR LF line ends.
+[[nodiscard]] std::string IndexText(const track_table& table);
+
+support::Result<void> SaveIndex(support::FileSaver& files, const std::filesystem::path& path,
+                                const track_table& table);
+
+/// The index names below the program folder.
+inline constexpr std::string_view kTrackIndex = "\\tlv.ndx";
+inline constexpr std::string_view kKaraokeIndex = "\\tlvkaraoke.ndx";
+
+}  // namespace catalogue

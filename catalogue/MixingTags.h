@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "catalogue/ports/TagReader.h"
+
+namespace catalogue {
+
+/// Values for mixing that an earlier analysis left in a file's tag. Each is text as it stood there.
+struct MixingTags {
+  std::optional<std::string> gain;             ///< "PEA"
+  std::optional<std::string> start_mix_point;  ///< "SMP"
+  std::optional<std::string> end_mix_point;    ///< "EMP"
+  std::optional<std::string> bpm;              ///< "BPM"
+};
+
+/// From a block of text lines: a line that is a key, in any letter case, is followed by its value. The first
+/// line that is the key wins; a key on the last line has no value.
+[[nodiscard]] MixingTags ScanTextBlock(std::string_view block);
+
+/// From a tag's user items, where "PEA", "SMP" and "EMP" are names.
+[[nodiscard]] MixingTags ScanUserItems(std::span<const TagItem> items);
+
+/// Both ways; a value from the items wins.
+[[nodiscard]] MixingTags MixingTagsOf(const FileTags& tags);
+
+}  // namespace catalogue

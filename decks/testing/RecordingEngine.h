@@ -1,0 +1,148 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <deque>
+#include <functional>
+#include <map>
+#include <optional>
+#include <set>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "decks/ports/AudioEngine.h"
+#include "decks/ports/SoundControl.h"
+#include "support/Clock.h"
+#include "support/Mutex.h"
+
+namespace decks::testing {
+
+/// A file that exists for the RecordingEngine.
+struct FakeFile {
+  double seconds = 180;
+  int sample_rate = 44100;
+  int channels = 2;
+  int left_peak = 16384;  ///< of 32768, all the time that it plays
+  int right_peak = 8192;
+};
+
+/// An engine without sound: it writes down every call and lets streams play by its clock.
+///
+/// The log holds one line a call, "BASS_SetDevice 1", handles and numbers in decimal, flags and lengths in
+/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events) is
+/// not logged. Threads: any, one lock around everything.
+class RecordingEngine final : public AudioEngine, public SoundControl {
+ public:
+  explicit RecordingEngine(const support::Clock& clock) : clock_(clock) {}
+
+  // What the test sets up.
+  void AddFile(const std::string& path, const FakeFile& file = {});
+  /// From now on every path is a file like this one.
+  void AcceptAnyFile(const FakeFile& file = {});
+  void AddDevice(const std::string& name);
+  /// BASS_Init of this device fails.
+  void BreakDevice(int device);
+  /// The nth logged call from now (1 is the next one) fails: 0, false or nothing. Calls without an answer do
+  /// nothing.
+  void FailCall(int number);
+  /// Prepare keeps its answer until FinishPreparing; otherwise it answers at once, on the caller's thread.
+  void HoldPreparing();
+  /// Answers the oldest held Prepare; false when there is none.
+  bool FinishPreparing();
+  void PostDeviceEvent(const DeviceEvent& event);
+  void SetPeaks(StreamHandle stream, int left, int right);
+
+  // What the test reads.
+  [[nodiscard]] std::vector<std::string> Log() const;
+  void ClearLog();
+  [[nodiscard]] int Calls() const;
+  /// Streams that exist now.
+  [[nodiscard]] int Streams() const;
+  [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
+  [[nodiscard]] int VolumeOf(StreamHandle stream) const;
+  [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  /// Speaker flag of the stream's decoder, wherever it was passed.
+  [[nodiscard]] std::uint32_t SpeakerOf(StreamHandle stream) const;
+
+  // AudioEngine
+  bool BASS_Init(int device, int frequency, std::uint32_t flags) override;
+  std::optional<std::string> BASS_GetDeviceDescription(int device) override;
+  void BASS_SetConfig(std::uint32_t option, std::uint32_t value) override;
+  void BASS_Free() override;
+  bool BASS_SetDevice(int device) override;
+  StreamHandle BASS_StreamCreateFile(bool memory, const std::string& path, std::uint64_t offset,
+                                     std::uint64_t length, std::uint32_t flags) override;
+  StreamHandle BASS_FLAC_StreamCreateFile(bool memory, const std::string& path, std::uint64_t offset,
+                                          std::uint64_t length, std::uint32_t flags) override;
+  StreamHandle BASS_WMA_StreamCreateFile(bool memory, const std::string& path, std::uint64_t offset,
+                                         std::uint64_t length, std::uint32_t flags) override;
+  StreamHandle BASS_FX_TempoCreate(StreamHandle decoder, std::uint32_t flags) override;
+  void BASS_FX_TempoSet(StreamHandle stream, float tempo_percent, float sample_rate,
+                        float semitones) override;
+  void BASS_StreamFree(StreamHandle stream) override;
+  bool BASS_ChannelPlay(StreamHandle stream, bool restart) override;
+  void BASS_ChannelPause(StreamHandle stream) override;
+  void BASS_ChannelStop(StreamHandle stream) override;
+  void BASS_ChannelSetAttributes(StreamHandle stream, int frequency, int volume, int pan) override;
+  std::uint32_t BASS_ChannelGetLevel(StreamHandle stream) override;
+  support::BytePosition BASS_ChannelGetPosition(StreamHandle stream) override;
+  support::BytePosition BASS_ChannelGetLength(StreamHandle stream) override;
+  bool BASS_ChannelSetPosition(StreamHandle stream, support::BytePosition position) override;
+  std::uint32_t BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
+                                    std::uint32_t bytes) override;
+  bool BASS_ChannelIsActive(StreamHandle stream) override;
+  void BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) override;
+  void BASS_FX_BPM_Free(StreamHandle stream) override;
+
+  // SoundControl
+  void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
+  support::Error LastError() const override;
+  HeardStream Heard(StreamHandle stream) override;
+  support::EngineFrame NextFrame(StreamHandle stream) override;
+  bool Schedule(const ScheduledCommand& command) override;
+  std::vector<DeviceEvent> TakeDeviceEvents() override;
+  EngineHealth Health() override;
+
+ private:
+  struct Stream {
+    FakeFile file;
+    int device = 0;
+    std::uint32_t speaker = 0;
+    int volume = 100;
+    float tempo = 0;
+    bool playing = false;
+    double frame = 0;  ///< at the instant `since`
+    support::TimePoint since{};
+  };
+
+  bool Record(std::string line) DJ_REQUIRES(mutex_);
+  StreamHandle Create(std::string_view call, const std::string& path, std::uint64_t length,
+                      std::uint32_t flags) DJ_EXCLUDES(mutex_);
+  std::optional<FakeFile> Find(const std::string& path) const DJ_REQUIRES(mutex_);
+  Stream* At(StreamHandle stream) DJ_REQUIRES(mutex_);
+  const Stream* At(StreamHandle stream) const DJ_REQUIRES(mutex_);
+  double FrameOf(const Stream& stream) const;
+  void Settle(Stream& stream) const;
+
+  const support::Clock& clock_;
+  mutable support::Mutex mutex_;
+  std::map<std::string, FakeFile> files_ DJ_GUARDED_BY(mutex_);
+  std::optional<FakeFile> any_file_ DJ_GUARDED_BY(mutex_);
+  std::vector<std::string> devices_ DJ_GUARDED_BY(mutex_);
+  std::set<int> broken_ DJ_GUARDED_BY(mutex_);
+  std::set<int> open_ DJ_GUARDED_BY(mutex_);
+  int current_device_ DJ_GUARDED_BY(mutex_) = 0;
+  std::map<StreamHandle, Stream> streams_ DJ_GUARDED_BY(mutex_);
+  StreamHandle next_handle_ DJ_GUARDED_BY(mutex_) = 1;
+  std::vector<std::string> log_ DJ_GUARDED_BY(mutex_);
+  int calls_ DJ_GUARDED_BY(mutex_) = 0;
+  int failing_call_ DJ_GUARDED_BY(mutex_) = 0;
+  bool hold_ DJ_GUARDED_BY(mutex_) = false;
+  std::deque<std::pair<std::string, std::function<void(support::Result<void>)>>> held_ DJ_GUARDED_BY(mutex_);
+  support::Error last_error_ DJ_GUARDED_BY(mutex_){support::ErrorCode::NotFound, "Nothing failed."};
+  std::vector<DeviceEvent> events_ DJ_GUARDED_BY(mutex_);
+};
+
+}  // namespace decks::testing
