@@ -53,6 +53,11 @@ std::vector<float> SoundStage::Channel(const std::string& id, std::size_t channe
   return one;
 }
 
+float SoundStage::Last(const std::string& id, std::size_t channel, std::size_t channels) {
+  const std::vector<float>& all = given_[id];
+  return all.size() < channels ? 0 : all[all.size() - channels + channel];
+}
+
 float SoundStage::AtLoudspeaker(const std::string& id, std::size_t channels) {
   const double seconds = std::chrono::duration<double>(time.Now().time_since_epoch() - kLatency).count();
   if (seconds < 0) return 0;

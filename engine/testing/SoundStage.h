@@ -17,6 +17,8 @@ namespace engine::testing {
 
 using namespace std::chrono_literals;
 
+inline constexpr int kRate = 44100;
+
 [[nodiscard]] OutputDeviceInfo StereoOutput(const std::string& id, bool is_default = false);
 /// Front, rear, centre, LFE, side.
 [[nodiscard]] OutputDeviceInfo EightChannelOutput(const std::string& id);
@@ -37,6 +39,8 @@ class SoundStage {
   /// One channel of it.
   [[nodiscard]] std::vector<float> Channel(const std::string& id, std::size_t channel,
                                            std::size_t channels = 2);
+  /// The newest sample of one channel; 0 when the output was given nothing.
+  [[nodiscard]] float Last(const std::string& id, std::size_t channel, std::size_t channels = 2);
   /// The sample that is heard now from the first channel of an output that was opened at time 0 and not lost.
   [[nodiscard]] float AtLoudspeaker(const std::string& id, std::size_t channels = 2);
   void StopFeeding() { feeding_ = false; }

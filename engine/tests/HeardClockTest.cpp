@@ -9,8 +9,6 @@
 namespace engine::testing {
 namespace {
 
-constexpr int kRate = 44100;
-
 class HeardClock : public ::testing::Test {
  protected:
   void SetUp() override {
