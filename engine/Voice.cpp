@@ -78,6 +78,8 @@ void Voice::LookForLane(std::int64_t frame) noexcept {
   const int next = Other();
   if (LaneOf(next).Aligned()) {
     if (!sounding_ || FramesToAlignedSwitch(1) > 0) return;
+  } else if (sounding_ && !wanted_) {
+    return;  // it stops first
   }
   Stream::HandOver ready = Stream::HandOver::Ready;
   if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Taken, std::memory_order_acq_rel))
