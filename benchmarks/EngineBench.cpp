@@ -20,7 +20,7 @@ using platform::codec::testing::Sound;
 using platform::codec::testing::Tone;
 using platform::codec::testing::Voice;
 
-constexpr int kRuns = 7;
+constexpr int kRuns = 5;
 constexpr int kSeconds = 60;
 constexpr float kFaster = 4;
 
