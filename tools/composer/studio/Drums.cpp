@@ -32,7 +32,8 @@ void AddFor(Stereo& sound, std::size_t at, double seconds, const std::function<P
 void Kick(Stereo& sound, std::size_t at, double level, const KickShape& shape) {
   double phase = 0;
   AddFor(sound, at, shape.ring_seconds * 1.6, [&](double t) {
-    const double hz = shape.deep_hz + (shape.high_hz - shape.deep_hz) * std::exp(-t / shape.sweep_seconds * 2.2);
+    const double hz =
+        shape.deep_hz + (shape.high_hz - shape.deep_hz) * std::exp(-t / shape.sweep_seconds * 2.2);
     phase += hz / kRate;
     const double end = 1 - std::clamp((t / shape.ring_seconds - 1) / 0.6, 0.0, 1.0);
     const double body = std::sin(kTurnOf * phase) * std::exp(-t * 2.2 / shape.ring_seconds) * end;
@@ -73,7 +74,8 @@ void Hat(Stereo& sound, std::size_t at, double level, double seconds, Random& ra
   metal.Tune(8200, 1.1);
   AddFor(sound, at, seconds * 2.2, [&](double t) {
     double ring = 0;
-    for (const double hz : {4173.0, 5561.0, 6829.0, 8467.0}) ring += std::fmod(hz * t, 1.0) < 0.5 ? 0.22 : -0.22;
+    for (const double hz : {4173.0, 5561.0, 6829.0, 8467.0})
+      ring += std::fmod(hz * t, 1.0) < 0.5 ? 0.22 : -0.22;
     metal.Feed(static_cast<float>(0.6 * random.Next() + ring));
     const double hit = level * metal.High() * std::exp(-t * 3.2 / seconds);
     return Pair{hit * (1 - pan), hit * (1 + pan)};

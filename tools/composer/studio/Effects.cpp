@@ -29,10 +29,14 @@ class DelayLine {
 class Room {
  public:
   Room(double seconds, double brightness_hz, std::size_t spread) {
-    for (const std::size_t frames : {1493U, 1613U, 1759U, 1867U, 2011U, 2203U}) combs_.emplace_back(frames + spread);
+    for (const std::size_t frames : {1493U, 1613U, 1759U, 1867U, 2011U, 2203U})
+      combs_.emplace_back(frames + spread);
     for (const std::size_t frames : {557U, 443U, 211U}) blurs_.emplace_back(frames + spread / 2);
     lost_.resize(combs_.size());
-    seconds_ = seconds;
+    for (const DelayLine& comb : combs_) {
+      fades_.push_back(
+          static_cast<float>(std::pow(0.001, static_cast<double>(comb.Frames()) / kRate / seconds)));
+    }
     keep_ = static_cast<float>(std::exp(-2 * std::numbers::pi * brightness_hz / kRate));
   }
 
@@ -40,10 +44,9 @@ class Room {
     float sum = 0;
     for (std::size_t i = 0; i < combs_.size(); ++i) {
       DelayLine& comb = combs_[i];
-      const auto fade = static_cast<float>(std::pow(0.001, static_cast<double>(comb.Frames()) / kRate / seconds_));
       lost_[i] = comb.Out() * (1 - keep_) + lost_[i] * keep_;
       sum += comb.Out();
-      comb.In(in + fade * lost_[i]);
+      comb.In(in + fades_[i] * lost_[i]);
     }
     for (DelayLine& blur : blurs_) {
       const float before = blur.Out();
@@ -55,8 +58,7 @@ class Room {
 
  private:
   std::vector<DelayLine> combs_, blurs_;
-  std::vector<float> lost_;
-  double seconds_ = 1;
+  std::vector<float> lost_, fades_;
   float keep_ = 0;
 };
 
@@ -79,8 +81,8 @@ std::array<Biquad, 2> EarWeight() {
   const double q1 = 0.7071752369554196, d1 = 1 + k1 / q1 + k1 * k1;
   const double k2 = std::tan(std::numbers::pi * 38.13547087602444 / kRate);
   const double q2 = 0.5003270373238773, d2 = 1 + k2 / q2 + k2 * k2;
-  return {Biquad{(vh + vb * k1 / q1 + k1 * k1) / d1, 2 * (k1 * k1 - vh) / d1, (vh - vb * k1 / q1 + k1 * k1) / d1,
-                 2 * (k1 * k1 - 1) / d1, (1 - k1 / q1 + k1 * k1) / d1},
+  return {Biquad{(vh + vb * k1 / q1 + k1 * k1) / d1, 2 * (k1 * k1 - vh) / d1,
+                 (vh - vb * k1 / q1 + k1 * k1) / d1, 2 * (k1 * k1 - 1) / d1, (1 - k1 / q1 + k1 * k1) / d1},
           Biquad{1, -2, 1, 2 * (k2 * k2 - 1) / d2, (1 - k2 / q2 + k2 * k2) / d2}};
 }
 
@@ -121,20 +123,17 @@ void Limit(Stereo& sound, double ceiling) {
     if (peak > ceiling) gain[n] = static_cast<float>(ceiling) / peak;
   }
   std::vector<float> least(gain.size());
-  float held = 1;
-  std::size_t held_until = 0;
-  for (std::size_t n = gain.size(); n-- > 0;) {  // the least of the next kAhead, held going backwards
-    if (gain[n] <= held || n + kAhead < held_until) {
-      held = gain[n];
-      held_until = n;
-      for (std::size_t ahead = n; ahead < std::min(n + kAhead, gain.size()); ++ahead) {
-        if (gain[ahead] < held) {
-          held = gain[ahead];
-          held_until = ahead;
-        }
-      }
+  std::size_t held = gain.size() - 1;            // where the least gain of the window stands
+  for (std::size_t n = gain.size(); n-- > 0;) {  // backwards, over windows of the next kAhead
+    if (gain[n] <= gain[held]) {
+      held = n;
+    } else if (held >= n + kAhead) {
+      held =
+          static_cast<std::size_t>(std::min_element(gain.begin() + static_cast<std::ptrdiff_t>(n),
+                                                    gain.begin() + static_cast<std::ptrdiff_t>(n + kAhead)) -
+                                   gain.begin());
     }
-    least[n] = held;
+    least[n] = gain[held];
   }
   float release = 1;
   double sum = static_cast<double>(kAhead);
@@ -186,7 +185,8 @@ Stereo Echo(const Stereo& sound, double delay_seconds, double feedback) {
 void Duck(Stereo& sound, std::span<const std::size_t> at, double depth, double seconds) {
   for (std::size_t hit = 0; hit < at.size(); ++hit) {
     const std::size_t next = hit + 1 < at.size() ? at[hit + 1] : sound.Frames();
-    const std::size_t end = std::min({next, at[hit] + static_cast<std::size_t>(seconds * kRate), sound.Frames()});
+    const std::size_t end =
+        std::min({next, at[hit] + static_cast<std::size_t>(seconds * kRate), sound.Frames()});
     for (std::size_t n = at[hit]; n < end; ++n) {
       const double t = static_cast<double>(n - at[hit]) / kRate;
       const double back = 0.5 - 0.5 * std::cos(std::numbers::pi * std::min(t / seconds, 1.0));

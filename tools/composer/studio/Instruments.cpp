@@ -11,7 +11,7 @@ namespace tools::composer {
 namespace {
 
 constexpr double kTurn = 2 * std::numbers::pi;
-constexpr std::size_t kControlFrames = 16;  ///< filter and vibrato move this often
+constexpr std::size_t kControlFrames = 16;  ///< envelopes, filter and vibrato move this often
 constexpr int kMostVoices = 7;
 
 double Frequency(double pitch) {
@@ -52,6 +52,10 @@ Gains PanGains(double pan) {
   return {static_cast<float>(std::cos(angle)), static_cast<float>(std::sin(angle))};
 }
 
+float Driven(float sample, double drive) {
+  return drive > 1 ? static_cast<float>(std::tanh(drive * sample)) : sample;
+}
+
 struct Oscillator {
   double phase = 0, cents = 0;
   Gains gains{};
@@ -79,10 +83,12 @@ void Play(Stereo& sound, std::size_t at, const Patch& patch, const Note& note) {
     voice.gains = PanGains(note.pan + place * patch.width);
   }
   Filter left_filter, right_filter;
-  double modulator_phase = 0, step_scale = 1;
+  double modulator_phase = 0, step_scale = 1, bend = 0;
+  double gain = 0, gain_step = 0;
   const double level = note.level / std::sqrt(unison);
   const double whole = note.seconds + 1.4 * patch.amp.release;
-  const std::size_t frames = std::min(static_cast<std::size_t>(whole * kRate), sound.Frames() - std::min(at, sound.Frames()));
+  const std::size_t frames =
+      std::min(static_cast<std::size_t>(whole * kRate), sound.Frames() - std::min(at, sound.Frames()));
   const double base_step = Frequency(note.pitch) / kRate;
   for (std::size_t n = 0; n < frames; ++n) {
     const double t = static_cast<double>(n) / kRate;
@@ -91,12 +97,16 @@ void Play(Stereo& sound, std::size_t at, const Patch& patch, const Note& note) {
       left_filter.Tune(patch.cutoff_hz * std::exp2(open), patch.resonance);
       right_filter.Tune(patch.cutoff_hz * std::exp2(open), patch.resonance);
       const double settled = std::min(t / 0.3, 1.0);
+      bend = patch.fm_index * patch.filter.At(t, note.seconds);
+      const double next_t = t + static_cast<double>(kControlFrames) / kRate;
+      gain = level * patch.amp.At(t, note.seconds);
+      gain_step = (level * patch.amp.At(next_t, note.seconds) - gain) / static_cast<double>(kControlFrames);
       step_scale = std::exp2(patch.vibrato_cents * settled * std::sin(kTurn * patch.vibrato_hz * t) / 1200);
     }
     double modulator = 0;
     if (patch.fm_index > 0) {
       modulator_phase += base_step * patch.fm_ratio;
-      modulator = patch.fm_index * patch.filter.At(t, note.seconds) * std::sin(kTurn * modulator_phase);
+      modulator = bend * std::sin(kTurn * modulator_phase);
     }
     float left = 0, right = 0;
     for (int i = 0; i < unison; ++i) {
@@ -110,9 +120,9 @@ void Play(Stereo& sound, std::size_t at, const Patch& patch, const Note& note) {
     }
     left_filter.Feed(left);
     right_filter.Feed(right);
-    const double gain = level * patch.amp.At(t, note.seconds);
-    sound.left[at + n] += static_cast<float>(gain * std::tanh(patch.drive * left_filter.Low()));
-    sound.right[at + n] += static_cast<float>(gain * std::tanh(patch.drive * right_filter.Low()));
+    sound.left[at + n] += static_cast<float>(gain) * Driven(left_filter.Low(), patch.drive);
+    sound.right[at + n] += static_cast<float>(gain) * Driven(right_filter.Low(), patch.drive);
+    gain += gain_step;
   }
 }
 
@@ -127,7 +137,8 @@ void Pluck(Stereo& sound, std::size_t at, const Note& note, double brightness, R
   }
   const Gains gains = PanGains(note.pan);
   const double whole = note.seconds + 0.08;
-  const std::size_t frames = std::min(static_cast<std::size_t>(whole * kRate), sound.Frames() - std::min(at, sound.Frames()));
+  const std::size_t frames =
+      std::min(static_cast<std::size_t>(whole * kRate), sound.Frames() - std::min(at, sound.Frames()));
   const auto keep = static_cast<float>(0.4 + 0.3 * brightness);
   std::size_t place = 0;
   for (std::size_t n = 0; n < frames; ++n) {

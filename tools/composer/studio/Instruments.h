@@ -29,8 +29,8 @@ struct Patch {
   double resonance = 0.7;
   double drive = 1;
   double vibrato_cents = 0, vibrato_hz = 5;
-  Envelope amp;
-  Envelope filter;
+  Envelope amp{};
+  Envelope filter{};
 };
 
 struct Note {
