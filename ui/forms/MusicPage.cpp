@@ -153,6 +153,7 @@ void MusicPage::ShowAdded(int rows, const std::vector<std::string>& refused) {
   const QString head = files == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(files);
   report_head_->setText(head);
   report_list_->setAccessibleName(head);
+  report_list_->setToolTip(head);
   QStringList lines;
   for (const std::string& sentence : refused) lines += Decode(sentence);
   report_list_->setPlainText(lines.join(QLatin1Char('\n')));

@@ -75,7 +75,6 @@ void frmMain::Build() {
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
-  ApplySkin(*qApp, look.skin);
   setWindowTitle((*say_)(Say::Caption));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
@@ -86,7 +85,8 @@ void frmMain::Build() {
   rows->addWidget(MakePages(look), 10);
   setCentralWidget(body);
   ShowPage(page_);
-  ApplyBaseSize(*this, points_ > 0 ? points_ : kBasePoints);
+  points_ = 0;
+  ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
   if (page_ == 0) music_->TakeFocus();
   ShowFrame();
@@ -183,6 +183,7 @@ void frmMain::ApplySize() {
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
   ApplyBaseSize(*this, points);
+  ApplySkin(*qApp, SkinOf(choices_.skin), Em(*this, 1));
   QToolTip::setFont(font());
 }
 
