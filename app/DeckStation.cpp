@@ -49,6 +49,7 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
 void DeckStation::Load(Track track) {
   Forget(kReopen);
   play_when_ready_ = false;
+  message_.clear();
   coming_ = std::move(track);
   Prepare(kLoad, coming_->filename);
 }
@@ -175,6 +176,10 @@ void DeckStation::Prepare(Wish wish, const std::string& filename) {
 }
 
 void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
+  if (!result && (wish == kMoveMain || wish == kMovePrelisten)) {
+    message_ = result.Failure().text;  // what sounds goes on where it is
+    return;
+  }
   switch (wish) {
     case kLoad:
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);

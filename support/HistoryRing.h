@@ -49,7 +49,7 @@ class HistoryRing {
     std::atomic_thread_fence(std::memory_order_acquire);
     if (slot.version.load(std::memory_order_relaxed) != 2 * number + 2) return std::nullopt;
     T value;
-    std::memcpy(&value, words.data(), sizeof(T));
+    std::memcpy(static_cast<void*>(&value), words.data(), sizeof(T));
     return value;
   }
 

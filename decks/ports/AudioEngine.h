@@ -33,8 +33,11 @@ inline constexpr std::uint32_t kConfigUpdatePeriod = 1;  ///< in ms
 /// The sound engine in the words its callers were given: handles, devices by number, positions in bytes of
 /// the decoded 16-bit samples. A call never fails loudly: creators return 0 and the rest does nothing.
 ///
-/// Threads: all calls from one thread, the owner's (the conductor in the running program). No call waits for
-/// a disk or a device when the file was prepared (see SoundControl) and the device is open.
+/// Threads: all calls from one thread, the owner's (the conductor in the running program), with two
+/// exceptions. BASS_Init and BASS_GetDeviceDescription may come from any thread. Creating, reading, placing,
+/// asking and freeing decoding streams may come from worker threads, each stream from one at a time; it must
+/// not be one of the engine's own workers for long, they decode what is playing. No call waits for a disk or
+/// a device when the file was prepared (see SoundControl) and the device is open.
 class AudioEngine {
  public:
   virtual ~AudioEngine() = default;

@@ -1,0 +1,61 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <pulse/pulseaudio.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "platform/audio/PulseLoop.h"
+
+namespace platform::audio {
+
+/// One connection to the sound server, made again whenever the server comes back.
+///
+/// Law: nothing waits for a server longer than kPatience, answering or not.
+/// Threads: every member but the constructor and the destructor requires the loop's lock or runs on the loop.
+class PulseConnection {
+ public:
+  static constexpr std::chrono::seconds kPatience{2};
+
+  /// An empty address is the server that the user's desktop uses, started if the desktop is set up so.
+  explicit PulseConnection(std::string server);
+  ~PulseConnection();
+  PulseConnection(const PulseConnection&) = delete;
+  PulseConnection& operator=(const PulseConnection&) = delete;
+
+  [[nodiscard]] PulseLoop& Loop() { return loop_; }
+  /// Connected; null when there is no server now. May wait.
+  [[nodiscard]] pa_context* Ready();
+  /// Waits until done() holds, or patience or the server ends; gives done().
+  bool WaitUntil(const std::function<bool()>& done);
+  /// As WaitUntil, for the operation's end; takes the operation, which may be null.
+  bool Finish(pa_operation* operation);
+
+  void OnChange(std::function<void()> changed) { changed_ = std::move(changed); }
+  void Changed() {
+    if (changed_) changed_();
+  }
+
+ private:
+  enum class Starting { Never, AsTheDesktopIsSetUp };
+
+  void Begin(Starting starting);
+  void Drop();
+  void StateChanged();
+  void Subscribe();
+  void RetryLater();
+  void StopRetrying();
+
+  std::string server_;
+  PulseLoop loop_;
+  pa_context* context_ = nullptr;
+  pa_time_event* retry_ = nullptr;
+  bool was_ready_ = false;
+  bool in_background_ = false;
+  std::function<void()> changed_;
+};
+
+}  // namespace platform::audio

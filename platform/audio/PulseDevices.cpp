@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/audio/PulseDevices.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/audio/PulseConnection.h"
+#include "platform/audio/PulseDevice.h"
+#include "platform/audio/PulseSinks.h"
+
+namespace platform::audio {
+
+using support::Error;
+using support::ErrorCode;
+
+PulseDevices::PulseDevices(std::string server)
+    : connection_(std::make_shared<PulseConnection>(std::move(server))) {}
+
+PulseDevices::~PulseDevices() {
+  OnChange(nullptr);
+}
+
+std::vector<engine::OutputDeviceInfo> PulseDevices::List() {
+  if (!connection_->Loop().Runs()) return {};
+  PulseLock lock(connection_->Loop());
+  std::vector<engine::OutputDeviceInfo> list;
+  for (PulseSink& sink : AskForSinks(*connection_)) list.push_back(std::move(sink.info));
+  return list;
+}
+
+support::Result<std::unique_ptr<engine::OutputDevice>> PulseDevices::Open(
+    const engine::OutputRequest& request, engine::RenderSource& source) {
+  if (!connection_->Loop().Runs()) return Error{ErrorCode::Unavailable, "The system gives no sound thread."};
+  PulseLock lock(connection_->Loop());
+  std::vector<PulseSink> sinks = AskForSinks(*connection_);
+  if (sinks.empty()) return Error{ErrorCode::Unavailable, "There is no sound output now."};
+  const auto wanted = std::find_if(sinks.begin(), sinks.end(), [&](const PulseSink& sink) {
+    return request.id.empty() || sink.info.id == request.id;
+  });
+  if (wanted == sinks.end()) {
+    return Error{ErrorCode::NotFound, "The sound output " + request.id + " is not there."};
+  }
+  return PulseDevice::Open(connection_, *wanted, request, source);
+}
+
+void PulseDevices::OnChange(std::function<void()> changed) {
+  if (!connection_->Loop().Runs()) return;
+  PulseLock lock(connection_->Loop());
+  connection_->OnChange(std::move(changed));
+}
+
+}  // namespace platform::audio

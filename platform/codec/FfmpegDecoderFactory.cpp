@@ -1,0 +1,27 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/codec/FfmpegDecoderFactory.h"
+
+#include "platform/codec/FfmpegDecoder.h"
+
+namespace platform::codec {
+
+FfmpegDecoderFactory::FfmpegDecoderFactory() {
+  SilenceLibraries();
+}
+
+support::Result<std::unique_ptr<engine::PcmDecoder>> FfmpegDecoderFactory::Open(const std::string& path,
+                                                                                engine::DecoderKind kind) {
+  auto opened = FfmpegDecoder::Open(path);
+  if (!opened) return opened.Failure();
+  std::unique_ptr<FfmpegDecoder> decoder = std::move(opened).Value();
+  if (decoder->Kind() != kind) {
+    return support::Error{support::ErrorCode::Malformed, files::LastPart(path) + " holds " +
+                                                             decoder->ContentName() +
+                                                             " audio under another name; rename it to ." +
+                                                             decoder->UsualExtension() + " to play it."};
+  }
+  return std::unique_ptr<engine::PcmDecoder>(std::move(decoder));
+}
+
+}  // namespace platform::codec

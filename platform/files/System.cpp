@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/files/System.h"
+
+#include <sched.h>
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <system_error>
+
+namespace platform::files {
+
+std::filesystem::path ExecutableFolder() {
+  std::error_code error;
+  const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", error);
+  return error ? std::filesystem::current_path(error) : program.parent_path();
+}
+
+ThreadPriority RaiseThreadPriority() noexcept {
+  // Above desktop programs, below the sound server and the kernel's own threads.
+  constexpr int kPriority = 5;
+  constexpr int kNice = -11;
+  sched_param wanted{};
+  wanted.sched_priority = kPriority;
+  if (sched_setscheduler(0, SCHED_FIFO | SCHED_RESET_ON_FORK, &wanted) == 0) return ThreadPriority::RealTime;
+  // On Linux this is the calling thread alone.
+  if (setpriority(PRIO_PROCESS, 0, kNice) == 0) return ThreadPriority::Raised;
+  return ThreadPriority::Normal;
+}
+
+}  // namespace platform::files

@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+
+namespace platform::files {
+
+/// The folder of the running executable; the working folder where the system does not tell.
+[[nodiscard]] std::filesystem::path ExecutableFolder();
+
+enum class ThreadPriority { Normal, Raised, RealTime };
+
+/// Asks that the calling thread runs before all others, for threads that carry sound. Gives what the system
+/// allowed; without rights it stays Normal, and that works too.
+ThreadPriority RaiseThreadPriority() noexcept;
+
+}  // namespace platform::files
