@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QComboBox>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -186,6 +187,14 @@ TEST_F(frmMainTest, FadersAndCrossfaderGiveTheVolumes) {
   EXPECT_EQ(Deck(1).volume, 60);
 }
 
+TEST_F(frmMainTest, TheCurveIsKept) {
+  Choose("CrossfaderCurve", 2);
+  EXPECT_EQ(settings.Get("TLVG", "Mixer", "CrossfaderCurve", ""), "2");
+  window.reset();
+  Open();
+  EXPECT_EQ(Find<QComboBox>("CrossfaderCurve").currentIndex(), 2);
+}
+
 TEST_F(frmMainTest, KeysMoveTheCrossfader) {
   Press(Qt::Key_Left, Qt::ControlModifier);
   EXPECT_EQ(Find<QSlider>("Crossfader").value(), -5);
@@ -222,6 +231,23 @@ TEST_F(frmMainTest, DroppedFilesAreAddedAndTheRefusedOnesListed) {
   EXPECT_TRUE(Find<QPlainTextEdit>("Refused").toPlainText().contains(QStringLiteral("letter.txt")));
   Click("RefusedClose");
   EXPECT_FALSE(Find<QPlainTextEdit>("Refused").isVisible());
+}
+
+TEST_F(frmMainTest, AFileThatIsThereAlreadyIsNoSecondRowAndLoadsAllTheSame) {
+  tags.AddFile("/m/new.mp3");
+  engine.AddFile("/m/new.mp3");
+  DropFiles({File("/m/new.mp3")}, "MusicPage");
+  DropFiles({File("/m/new.mp3")}, "deck1");
+  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(TextOf("AddProgress"), QStringLiteral("No track added. 1 was in the catalogue already."));
+  EXPECT_EQ(Deck(1).filename, "/m/new.mp3");
+}
+
+TEST_F(frmMainTest, WhileFilesAreAnalysedTheirNumberIsTold) {
+  tags.AddFile("/m/a.mp3");
+  station->AddFiles({"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}, {});
+  Settle();
+  EXPECT_TRUE(TextOf("AddProgress").endsWith(QStringLiteral(" of 3…")));
 }
 
 TEST_F(frmMainTest, AFileDroppedOnADeckIsAddedAndLoaded) {
