@@ -381,6 +381,17 @@ bool RecordingEngine::Schedule(const ScheduledCommand& command) {
   return Record(Line("Schedule", command.stream, command.at.value)) && At(command.stream) != nullptr;
 }
 
+void RecordingEngine::SetDeviceRole(int device, DeviceRole role) {
+  MutexLock lock(mutex_);
+  roles_[device] = role;
+}
+
+DeviceRole RecordingEngine::RoleOf(int device) const {
+  MutexLock lock(mutex_);
+  const auto found = roles_.find(device);
+  return found == roles_.end() ? DeviceRole::Main : found->second;
+}
+
 std::vector<DeviceEvent> RecordingEngine::TakeDeviceEvents() {
   MutexLock lock(mutex_);
   return std::exchange(events_, {});

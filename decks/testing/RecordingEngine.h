@@ -31,8 +31,8 @@ struct FakeFile {
 /// An engine without sound: it writes down every call and lets streams play by its clock.
 ///
 /// The log holds one line a call, "BASS_SetDevice 1", handles and numbers in decimal, flags and lengths in
-/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events) is
-/// not logged. Threads: any, one lock around everything.
+/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events)
+/// and roles are not logged. Threads: any, one lock around everything.
 class RecordingEngine final : public AudioEngine, public SoundControl {
  public:
   explicit RecordingEngine(const support::Clock& clock) : clock_(clock) {}
@@ -65,6 +65,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  [[nodiscard]] DeviceRole RoleOf(int device) const;
   /// Speaker flag of the stream's decoder, wherever it was passed.
   [[nodiscard]] std::uint32_t SpeakerOf(StreamHandle stream) const;
 
@@ -104,6 +105,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
+  void SetDeviceRole(int device, DeviceRole role) override;
   std::vector<DeviceEvent> TakeDeviceEvents() override;
   EngineHealth Health() override;
 
@@ -134,6 +136,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::optional<FakeFile> any_file_ DJ_GUARDED_BY(mutex_);
   std::vector<std::string> devices_ DJ_GUARDED_BY(mutex_);
   std::set<int> broken_ DJ_GUARDED_BY(mutex_);
+  std::map<int, DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
   std::set<int> open_ DJ_GUARDED_BY(mutex_);
   int current_device_ DJ_GUARDED_BY(mutex_) = 0;
   std::map<StreamHandle, Stream> streams_ DJ_GUARDED_BY(mutex_);
