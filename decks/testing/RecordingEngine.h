@@ -54,6 +54,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// Answers the oldest held Prepare; false when there is none.
   bool FinishPreparing();
   void PostDeviceEvent(const DeviceEvent& event);
+  /// The end of a stream is heard this much longer after a seek away from it.
+  void SetLatency(support::Duration latency);
   void SetPeaks(StreamHandle stream, int left, int right);
 
   // What the test reads.
@@ -119,6 +121,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     bool playing = false;
     double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};
+    support::TimePoint ended_until{};
   };
 
   bool Record(std::string line) DJ_REQUIRES(mutex_);
@@ -147,6 +150,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   bool hold_ DJ_GUARDED_BY(mutex_) = false;
   std::deque<std::pair<std::string, std::function<void(support::Result<void>)>>> held_ DJ_GUARDED_BY(mutex_);
   support::Error last_error_ DJ_GUARDED_BY(mutex_){support::ErrorCode::NotFound, "Nothing failed."};
+  support::Duration latency_ DJ_GUARDED_BY(mutex_){0};
   std::vector<DeviceEvent> events_ DJ_GUARDED_BY(mutex_);
 };
 
