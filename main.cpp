@@ -4,10 +4,11 @@
 
 #include "platform/files/System.h"
 #include "program/Program.h"
+#include "ui/forms/frmMain.h"
 
 int main(int argc, char* argv[]) {
   QApplication application(argc, argv);
   program::Program program(platform::files::ExecutableFolder());
-  program.Show();
+  program.Window().showMaximized();
   return QApplication::exec();
 }

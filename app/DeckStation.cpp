@@ -23,6 +23,14 @@ std::chrono::microseconds TimeOf(support::SourceFrame frame, int sample_rate) {
   return std::chrono::seconds(seconds) + std::chrono::microseconds(rest * 1'000'000 / sample_rate);
 }
 
+/// The same file while it is being opened again.
+decks::HeardStream StandingAtTheStart(decks::HeardStream heard) {
+  heard.playing = heard.ended = false;
+  heard.frame = {};
+  heard.left_peak = heard.right_peak = 0;
+  return heard;
+}
+
 support::BytePosition BytesAt(std::chrono::microseconds time, const decks::HeardStream& heard) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
   const std::int64_t frames =
@@ -41,6 +49,7 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
 void DeckStation::Load(Track track) {
   Forget(kReopen);
   play_when_ready_ = false;
+  message_.clear();
   coming_ = std::move(track);
   Prepare(kLoad, coming_->filename);
 }
@@ -103,12 +112,14 @@ void DeckStation::SetTempo(float percent) {
 }
 
 void DeckStation::RouteMain(OutputView output) {
+  if (player_.device() == output.device && player_.Speaker() == output.speaker) return;
   player_.device(static_cast<std::int16_t>(output.device));
   player_.Speaker(static_cast<std::int16_t>(output.speaker));
   if (player_.STRM() != 0) Prepare(kMoveMain, track_.filename);
 }
 
 void DeckStation::RoutePrelisten(OutputView output) {
+  if (player_.PreDevice() == output.device && player_.PreSpeaker() == output.speaker) return;
   player_.PreDevice(static_cast<std::int16_t>(output.device));
   player_.PreSpeaker(static_cast<std::int16_t>(output.speaker));
   if (player_.STRM() != 0) Prepare(kMovePrelisten, track_.filename);
@@ -136,8 +147,13 @@ void DeckStation::Tick(DeckView& view) {
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
-  if (player_.STRM() == 0) return;
-  const decks::HeardStream heard = sound_.Heard(player_.STRM());
+  if (state_ == State::Empty) return;
+  if (player_.STRM() != 0) {
+    heard_ = sound_.Heard(player_.STRM());
+  } else {
+    heard_ = StandingAtTheStart(heard_);
+  }
+  const decks::HeardStream& heard = heard_;
   if (state_ == State::Playing && heard.ended) {
     state_ = State::Ended;
     player_.IsPlaying(false);
@@ -160,6 +176,10 @@ void DeckStation::Prepare(Wish wish, const std::string& filename) {
 }
 
 void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
+  if (!result && (wish == kMoveMain || wish == kMovePrelisten)) {
+    message_ = result.Failure().text;  // what sounds goes on where it is
+    return;
+  }
   switch (wish) {
     case kLoad:
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);
@@ -182,8 +202,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   track_ = std::move(track);
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
-  player_.volume(player_.volume());
-  SetTempo(tempo_percent_);
+  ApplySliders();
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
 }
@@ -213,13 +232,18 @@ void DeckStation::MoveMain() {
     state_ = State::Stopped;
     return Reject(track_, sound_.LastError().text);
   }
-  player_.volume(player_.volume());
-  SetTempo(tempo_percent_);
+  ApplySliders();
   engine_.BASS_ChannelSetPosition(player_.STRM(), heard);
   if (state_ == State::Playing) player_.PlayMain();
 }
 
+void DeckStation::ApplySliders() {
+  player_.volume(player_.volume());
+  if (tempo_percent_ != 0) SetTempo(tempo_percent_);
+}
+
 void DeckStation::MovePrelisten() {
+  if (player_.PreDevice() == 0) return player_.ClosePrelisten();
   const std::int16_t level = player_.PreVolume();
   player_.OpenPrelisten();
   if (state_ == State::Playing) player_.PlayPrelisten();

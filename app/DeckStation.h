@@ -69,6 +69,7 @@ class DeckStation {
   void OpenTrack(Track track, const support::Result<void>& result);
   void MoveMain();
   void MovePrelisten();
+  void ApplySliders();
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   void ShowHeard(DeckView& view);
@@ -81,6 +82,7 @@ class DeckStation {
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared
   std::string message_;
+  decks::HeardStream heard_;  ///< at the last tick
   std::array<std::uint64_t, kWishes> newest_{};
   bool play_when_ready_ = false;
   float tempo_percent_ = 0;

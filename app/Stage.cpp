@@ -10,37 +10,79 @@ namespace {
 constexpr int kEngineRate = 44100;
 constexpr int kNoSound = 0;
 
+std::size_t Index(int output) {
+  return static_cast<std::size_t>(output - 1);
+}
+
+std::string CannotOpen(const OutputWish& wish) {
+  return "The sound output \"" + wish.name + "\" cannot be opened.";
+}
+
 }  // namespace
 
-Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound) {
+Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
+    : engine_(engine), sound_(sound), workers_(workers), gate_(std::move(gate)), box_(std::move(box)) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] =
-        std::make_unique<DeckStation>(number, engine, sound, controls_, box);
+        std::make_unique<DeckStation>(number, engine, sound, controls_, box_);
   }
 }
 
-void Stage::OpenOutputs(const std::array<OutputWish, 3>& wishes) {
+void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
   ReleaseEngine();
-  std::array<OutputView, 3> places{};
+  std::array<OutputView, kOutputs> places{};
   for (std::size_t i = 0; i < wishes.size(); ++i) {
-    if (Open(wishes[i])) places[i] = wishes[i].place;
+    if (wishes[i].place.device != kNoSound && Open(wishes[i])) places[i] = wishes[i].place;
   }
-  if (places[0].device == kNoSound && !IsOpen(kNoSound)) Open({});
   // A second deck without its device is better heard on the first one's; head-phones never are.
   if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
-  for (int output = 1; output <= 3; ++output) Route(output, places[static_cast<std::size_t>(output - 1)]);
+  for (const OutputView& place : places) {
+    if (place.device == kNoSound) Open(WishFor({}, {}));
+  }
+  for (int output = 1; output <= kOutputs; ++output) {
+    moves_[Index(output)].place = places[Index(output)];
+    Route(output, places[Index(output)]);
+  }
 }
 
 bool Stage::Open(const OutputWish& wish) {
   const int device = wish.place.device;
-  if (IsOpen(device)) return true;
-  if (!engine_.BASS_Init(device, kEngineRate, wish.flags)) {
-    notice_ = "The sound output \"" + wish.name + "\" cannot be opened.";
-    return false;
+  if (open_.contains(device)) return true;
+  if (engine_.BASS_Init(device, kEngineRate, wish.flags)) {
+    open_.insert(device);
+    return true;
   }
-  open_.insert(device);
-  return true;
+  notice_ = CannotOpen(wish);
+  return false;
+}
+
+void Stage::MoveOutput(int output, const OutputWish& wish) {
+  const int device = wish.place.device;
+  moves_[Index(output)] = wish;
+  if (open_.contains(device)) return Route(output, wish.place);
+  if (!opening_.insert(device).second) return;
+  workers_.Post([this, &engine = engine_, gate = gate_, box = box_, wish] {
+    gate->Pass([&] {
+      const int number = wish.place.device;
+      const bool success = engine.BASS_Init(number, kEngineRate, wish.flags);
+      box->Post([this, number, success] { Opened(number, success); });
+    });
+  });
+}
+
+void Stage::Opened(int device, bool success) {
+  opening_.erase(device);
+  if (success) open_.insert(device);
+  for (int output = 1; output <= kOutputs; ++output) {
+    const OutputWish& wish = moves_[Index(output)];
+    if (wish.place.device != device || outputs_[Index(output)] == wish.place) continue;
+    if (success) {
+      Route(output, wish.place);
+    } else {
+      notice_ = CannotOpen(wish);
+    }
+  }
 }
 
 void Stage::SetBuffers() {
@@ -49,7 +91,7 @@ void Stage::SetBuffers() {
 }
 
 void Stage::Route(int output, OutputView place) {
-  outputs_[static_cast<std::size_t>(output - 1)] = place;
+  outputs_[Index(output)] = place;
   if (output == 1) {
     Deck(1).RouteMain(place);
     Deck(3).RouteMain(place);

@@ -9,35 +9,32 @@
 
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
+#include "app/OutputSettings.h"
+#include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
+#include "support/Executor.h"
 #include "support/TripleBuffer.h"
 
 namespace app {
-
-/// An output as start-up and the settings page ask for it.
-struct OutputWish {
-  OutputView place;
-  std::uint32_t flags = 0;  ///< for opening the device
-  std::string name;         ///< of the device, for sentences
-};
 
 /// What the conductor runs: the four decks, their outputs and the snapshot for the window.
 /// Threads: the conductor, but for View, which is the window's.
 class Stage {
  public:
-  Stage(decks::AudioEngine& engine, decks::SoundControl& sound, std::shared_ptr<Mailbox> box);
+  Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
+        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
-  /// sentence. Blocks while devices open.
-  void OpenOutputs(const std::array<OutputWish, 3>& wishes);
+  /// sentence. Blocks while devices open, so nothing plays yet.
+  void OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
   /// Update period and playback buffer, short ones, so that decks answer at once.
   void SetBuffers();
-  /// Routes deck 1, deck 2 or (3) the pre-listen output. Requires: the device is open.
-  void Route(int output, OutputView place);
-  [[nodiscard]] bool IsOpen(int device) const { return open_.contains(device); }
-  void DeviceOpened(int device) { open_.insert(device); }
+  /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the
+  /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
+  /// wins.
+  void MoveOutput(int output, const OutputWish& wish);
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -50,12 +47,19 @@ class Stage {
 
  private:
   bool Open(const OutputWish& wish);
+  void Opened(int device, bool success);
+  void Route(int output, OutputView place);
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
+  support::Executor& workers_;
+  std::shared_ptr<WorkGate> gate_;
+  std::shared_ptr<Mailbox> box_;
   decks::MasterControls controls_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
-  std::array<OutputView, 3> outputs_{};
+  std::array<OutputView, kOutputs> outputs_{};
+  std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
+  std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;

@@ -8,6 +8,7 @@
 #include <string>
 #include <vector>
 
+#include "app/FileIntake.h"
 #include "app/WorkstationView.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
@@ -56,7 +57,8 @@ class Workstation {
   [[nodiscard]] const WorkstationView& View();
 
   // Decks are numbered from 1.
-  /// Opens the row's file on a deck. What plays on it goes on until the new file is ready, then fades out.
+  /// Opens the row's file on a deck. What plays on it goes on until the new file is ready, then fades out;
+  /// the deck then stands at its start. Nothing for a row that is not there.
   void LoadDeck(int deck, const catalogue::track_table& table, int row);
   void Play(int deck);
   void Pause(int deck);
@@ -69,15 +71,19 @@ class Workstation {
   void SetPreVolume(int deck, int volume);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice.
   void SetOutput(int output, OutputView choice);
+  /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
+  [[nodiscard]] int StringBase() const;
   /// Names of the output devices, the first one is device 1.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
   [[nodiscard]] catalogue::track_table& Catalogue();
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
-  /// the index. Called back on the window's thread with the number of rows and a sentence for each file left
-  /// out.
+  /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
+  /// window's thread with the number of rows and a sentence for each file left out.
   using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
   void AddFiles(std::vector<std::string> paths, AddedFiles done);
+  /// Of all files that wait to be added.
+  [[nodiscard]] AddingProgress Adding() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.
   void PumpWindow();

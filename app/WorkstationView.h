@@ -36,6 +36,7 @@ struct DeckView {
 struct OutputView {
   int device = 0;   ///< engine device number; 0 is "no sound"
   int speaker = 0;  ///< pair code 1 to 4; any other: all speakers of the device
+  bool operator==(const OutputView&) const = default;
 };
 
 /// Everything that the window draws from, published by the conductor.

@@ -153,11 +153,14 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
 
 std::string IndexText(const track_table& table) {
   std::string text;
-  const int columns = static_cast<int>(table.Columns().size());
+  std::vector<std::string_view> cells(table.Columns().size());
   for (int row = 1; row <= table.Rows(); ++row) {
-    for (int column = 1; column <= columns; ++column) {
-      if (column > 1) text += '\t';
-      AppendEscaped(text, table.Cell(row, column));
+    table.Cells(row, cells);
+    std::string_view separator;
+    for (const std::string_view cell : cells) {
+      text += separator;
+      AppendEscaped(text, cell);
+      separator = "\t";
     }
     text += "\r\n";
   }

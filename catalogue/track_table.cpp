@@ -122,12 +122,27 @@ std::string_view track_table::Cell(int row, int column) const {
   return UnpackCell(packed);
 }
 
+void track_table::Cells(int row, std::span<std::string_view> cells) const {
+  std::string_view packed;
+  if (Has(row, 1)) {
+    const Place place = Find(row);
+    packed = slots_[place.slot].block->Row(place.row);
+  }
+  for (std::string_view& cell : cells) cell = UnpackCell(packed);
+}
+
+int track_table::FindRow(int column, std::string_view text) const {
+  for (int row = 1; row <= Rows(); ++row) {
+    if (Has(row, column) && Cell(row, column) == text) return row;
+  }
+  return 0;
+}
+
 void track_table::SetCell(int row, int column, std::string_view text) {
   if (!Has(row, column)) return;
   const Place place = Find(row);
-  std::string_view packed = slots_[place.slot].block->Row(place.row);
   std::vector<std::string_view> cells(columns_.size());
-  for (std::string_view& cell : cells) cell = UnpackCell(packed);
+  Cells(row, cells);
   cells[static_cast<std::size_t>(column - 1)] = text;
   std::string changed;
   PackRow(changed, cells);
@@ -149,7 +164,7 @@ int track_table::AddRow(std::span<const std::string_view> cells) {
 
 int track_table::AppendFrom(const track_table& other, int row) {
   std::vector<std::string_view> cells(columns_.size());
-  for (std::size_t i = 0; i < cells.size(); ++i) cells[i] = other.Cell(row, static_cast<int>(i) + 1);
+  other.Cells(row, cells);
   return AddRow(cells);
 }
 

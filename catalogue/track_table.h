@@ -53,6 +53,10 @@ class track_table {
   [[nodiscard]] int Rows() const;
   /// Empty for a row or column that is not there. Valid until the table changes.
   [[nodiscard]] std::string_view Cell(int row, int column) const;
+  /// Fills in the row's cells from the first column on; empty ones for a row that is not there.
+  void Cells(int row, std::span<std::string_view> cells) const;
+  /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row.
+  [[nodiscard]] int FindRow(int column, std::string_view text) const;
   /// Does nothing for a row or column that is not there.
   void SetCell(int row, int column, std::string_view text);
   /// Appends an empty row and returns its number.

@@ -10,15 +10,15 @@ void PrelistenStream::Open(const std::string& filename) {
   engine_.BASS_FX_BPM_Free(stream);
   engine_.BASS_StreamFree(stream);
   RemoveEffects(engine_, stream);
-  engine_.BASS_SetDevice(device);
-  stream = WrapInTempo(engine_, CreateForPair(filename));
+  const bool there = engine_.BASS_SetDevice(device);
+  stream = there ? WrapInTempo(engine_, CreateForPair(filename)) : 0;
 }
 
 void PrelistenStream::Start(const std::string& filename, StreamHandle main) {
   if (SpeakerFlag(speaker) == 0) {
     engine_.BASS_StreamFree(stream);
-    engine_.BASS_SetDevice(device);
-    stream = WrapInTempo(engine_, CreateDecoder(engine_, filename, StreamType::General, 0, kStreamDecode));
+    const bool there = engine_.BASS_SetDevice(device);
+    stream = there ? WrapInTempo(engine_, CreateForAll(filename)) : 0;
   }
   SetVolume(0);
   FollowMain(main);
@@ -47,6 +47,13 @@ StreamHandle PrelistenStream::CreateForPair(const std::string& filename) {
   const std::uint32_t pair = SpeakerFlag(speaker);
   if (type == StreamType::General) return CreateDecoder(engine_, filename, type, pair, kStreamDecode);
   return CreateDecoder(engine_, filename, type, 0, kStreamDecode | pair);
+}
+
+StreamHandle PrelistenStream::CreateForAll(const std::string& filename) {
+  const StreamHandle general = CreateDecoder(engine_, filename, StreamType::General, 0, kStreamDecode);
+  const StreamType type = StreamTypeOf(filename);
+  if (general != 0 || type == StreamType::General) return general;
+  return CreateDecoder(engine_, filename, type, 0, kStreamDecode);
 }
 
 void PrelistenStream::FollowMain(StreamHandle main) {

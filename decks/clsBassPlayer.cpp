@@ -88,6 +88,11 @@ void clsBassPlayer::PlayPrelisten() {
   prelisten_.Start(filename_, main_);
 }
 
+void clsBassPlayer::ClosePrelisten() {
+  engine_.BASS_FX_BPM_Free(prelisten_.stream);
+  prelisten_.Stop();
+}
+
 float clsBassPlayer::dB() {
   const std::uint32_t level = engine_.BASS_ChannelGetLevel(main_);
   return combined_.Read(std::max(LeftPeak(level), RightPeak(level)), controls_.MainVolume);

@@ -39,6 +39,7 @@ class clsBassPlayer {
   void OpenPrelisten();
   void PlayMain();
   void PlayPrelisten();
+  void ClosePrelisten();
 
   [[nodiscard]] std::int16_t Channel() const { return channel_; }
   void Channel(std::int16_t number) { channel_ = number; }

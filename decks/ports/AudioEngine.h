@@ -33,8 +33,11 @@ inline constexpr std::uint32_t kConfigUpdatePeriod = 1;  ///< in ms
 /// The sound engine in the words its callers were given: handles, devices by number, positions in bytes of
 /// the decoded 16-bit samples. A call never fails loudly: creators return 0 and the rest does nothing.
 ///
-/// Threads: all calls from one thread, the owner's (the conductor in the running program). No call waits for
-/// a disk or a device when the file was prepared (see SoundControl) and the device is open.
+/// Threads: all calls from one thread, the owner's (the conductor in the running program), with two
+/// exceptions. BASS_Init and BASS_GetDeviceDescription may come from any thread. Creating, reading, placing,
+/// asking and freeing decoding streams may come from worker threads, each stream from one at a time; it must
+/// not be one of the engine's own workers for long, they decode what is playing. No call waits for a disk or
+/// a device when the file was prepared (see SoundControl) and the device is open.
 class AudioEngine {
  public:
   virtual ~AudioEngine() = default;
@@ -42,7 +45,8 @@ class AudioEngine {
   // Devices. Numbers start at 1 and are stable within a run; 0 is "no sound", which keeps time all the same.
 
   /// Opens a device at a rate in Hz (44100 is the engine's); false when it cannot be opened. May block for
-  /// some hundred milliseconds.
+  /// some hundred milliseconds, so a device that is added while music plays is opened by a worker: the owner
+  /// goes on making other calls meanwhile, but does not use this device and does not call BASS_Free.
   virtual bool BASS_Init(int device, int frequency, std::uint32_t flags) = 0;
   /// Nothing past the last device.
   virtual std::optional<std::string> BASS_GetDeviceDescription(int device) = 0;

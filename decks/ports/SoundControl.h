@@ -42,6 +42,10 @@ struct DeviceEvent {
   std::string text;  ///< one sentence for the user
 };
 
+/// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to
+/// another output, and no other device is moved to theirs.
+enum class DeviceRole { Main, Headphones };
+
 /// A change that happens at an exact frame of the device's clock.
 struct ScheduledCommand {
   enum class Kind { Start, Pause, Ramp, Tempo } kind;
@@ -72,6 +76,8 @@ class SoundControl {
   /// False when the queue of the device is full or the stream is unknown.
   virtual bool Schedule(const ScheduledCommand& command) = 0;
 
+  /// Main until told otherwise; before or after the device is opened. Any thread.
+  virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
   /// What happened to devices since the last call.
   [[nodiscard]] virtual std::vector<DeviceEvent> TakeDeviceEvents() = 0;
   [[nodiscard]] virtual EngineHealth Health() = 0;

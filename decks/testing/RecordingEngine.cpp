@@ -38,6 +38,11 @@ void RecordingEngine::AddFile(const std::string& path, const FakeFile& file) {
   files_[path] = file;
 }
 
+void RecordingEngine::RemoveFile(const std::string& path) {
+  MutexLock lock(mutex_);
+  files_.erase(path);
+}
+
 void RecordingEngine::AcceptAnyFile(const FakeFile& file) {
   MutexLock lock(mutex_);
   any_file_ = file;

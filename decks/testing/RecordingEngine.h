@@ -39,6 +39,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
 
   // What the test sets up.
   void AddFile(const std::string& path, const FakeFile& file = {});
+  /// Streams of it live on; it cannot be opened again.
+  void RemoveFile(const std::string& path);
   /// From now on every path is a file like this one.
   void AcceptAnyFile(const FakeFile& file = {});
   void AddDevice(const std::string& name);

@@ -1,0 +1,64 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "app/Conductor.h"
+#include "app/FileIntake.h"
+#include "app/IndexKeeper.h"
+#include "app/Settings.h"
+#include "app/Stage.h"
+#include "app/WorkGate.h"
+#include "app/Workstation.h"
+#include "catalogue/IndexFile.h"
+
+namespace app {
+
+/// What a Workstation is made of. Order matters: what is declared later uses what stands before it.
+struct Workstation::Parts {
+  Parts(const Ports& outside, const support::ProgramFolder& program_folder, Conducting how)
+      : ports(outside),
+        folder(program_folder),
+        conducting(how),
+        settings(outside.settings, program_folder),
+        conductor([this] { stage.Tick(); }),
+        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box()),
+        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex),
+              [box = conductor.Box(), this](std::string sentence) {
+                box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
+              }),
+        intake(catalogue, outside.tags, outside.workers, gate, window) {}
+
+  // The described start-up and shutdown, a step a function.
+  void ReadLanguage();
+  void LoadIndexes();
+  void ListOutputDevices();
+  void InitialiseEngine();
+  void ShortenBuffers();
+  void ReleaseDecks();
+  void ReleaseEngine();
+  void SaveWhatWaits();
+
+  enum class Life { Made, Running, Over };
+
+  Ports ports;
+  support::ProgramFolder folder;
+  Conducting conducting;
+  Settings settings;
+  Life life = Life::Made;
+  int string_base = 0;
+  std::vector<std::string> device_names;
+  catalogue::track_table catalogue{catalogue::TrackColumns()};
+  std::shared_ptr<WorkGate> gate = std::make_shared<WorkGate>();
+  std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
+  Conductor conductor;
+  Stage stage;
+  IndexKeeper index;
+  FileIntake intake;
+};
+
+}  // namespace app

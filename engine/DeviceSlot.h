@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <limits>
+#include <memory>
+
+#include "engine/RenderCore.h"
+#include "engine/ports/OutputDevice.h"
+#include "support/Clock.h"
+#include "support/Mutex.h"
+
+namespace engine {
+
+/// An open output and the tap between it and a core: silence until the core is connected.
+///
+/// It counts what the output was given, which ties the output's own count to the core's frames.
+/// Threads: Render in the callback, the rest by the slot.
+class OutputPlug final : public RenderSource {
+ public:
+  explicit OutputPlug(OutputDeviceInfo info) : info_(std::move(info)) {}
+
+  void Insert(std::unique_ptr<OutputDevice> device) { device_ = std::move(device); }
+  /// Null disconnects.
+  void Connect(RenderCore* core) noexcept { core_.store(core, std::memory_order_release); }
+  [[nodiscard]] const OutputDeviceInfo& Info() const noexcept { return info_; }
+  [[nodiscard]] bool Lost() const noexcept { return device_ != nullptr && device_->Lost(); }
+  /// The core's frame that is heard at that time; the lowest number when nothing of the core was heard yet.
+  [[nodiscard]] std::int64_t HeardFrame(support::TimePoint now, const RenderCore& core) const noexcept;
+
+  void Render(std::span<float> interleaved) noexcept override;
+
+ private:
+  static constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
+
+  const OutputDeviceInfo info_;
+  std::atomic<RenderCore*> core_{nullptr};
+  std::atomic<std::int64_t> given_{0};
+  std::atomic<std::int64_t> base_{kNone};  ///< the core's frame under the output's frame 0
+  std::unique_ptr<OutputDevice> device_;   // last: it stops pulling before the rest goes
+};
+
+/// One device number that streams play on: the core lives as long as the number, outputs come and go.
+///
+/// Threads: any but the callback; each call short, but closing an output waits for it.
+class DeviceSlot {
+ public:
+  DeviceSlot(int number, const OutputDeviceInfo& wanted, const OutputRequest& request,
+             const support::Clock& clock);
+  ~DeviceSlot() { Close(); }
+  DeviceSlot(const DeviceSlot&) = delete;
+  DeviceSlot& operator=(const DeviceSlot&) = delete;
+
+  [[nodiscard]] int Number() const noexcept { return number_; }
+  /// The output that the number stands for, whether it is there or not.
+  [[nodiscard]] const OutputDeviceInfo& Wanted() const noexcept { return wanted_; }
+  [[nodiscard]] const OutputRequest& Request() const noexcept { return request_; }
+  [[nodiscard]] RenderCore& Core() noexcept { return core_; }
+
+  /// Takes the present output away; the core stands still. The caller destroys what it gets.
+  [[nodiscard]] std::unique_ptr<OutputPlug> Unplug() DJ_EXCLUDES(mutex_);
+  /// Requires: unplugged, and what was unplugged pulls no more.
+  void Plug(std::unique_ptr<OutputPlug> plug) DJ_EXCLUDES(mutex_);
+  void Close() DJ_EXCLUDES(mutex_) { Unplug().reset(); }
+
+  [[nodiscard]] bool Lost() const DJ_EXCLUDES(mutex_);
+  /// The core's frame at the loudspeaker now; never goes back.
+  [[nodiscard]] std::int64_t HeardFrame() DJ_EXCLUDES(mutex_);
+
+ private:
+  const int number_;
+  const OutputDeviceInfo wanted_;
+  const OutputRequest request_;
+  const support::Clock& clock_;
+  RenderCore core_;
+  mutable support::Mutex mutex_;
+  std::int64_t last_heard_ DJ_GUARDED_BY(mutex_) = std::numeric_limits<std::int64_t>::min();
+  std::unique_ptr<OutputPlug> plug_ DJ_GUARDED_BY(mutex_);
+};
+
+}  // namespace engine

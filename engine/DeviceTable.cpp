@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/DeviceTable.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace engine {
+namespace {
+
+constexpr auto kSearchEvery = std::chrono::seconds(1);
+
+OutputDeviceInfo NoSound() {
+  return {"", "No sound", {Speaker::FrontLeft, Speaker::FrontRight}, false};
+}
+
+bool Holds(const std::vector<OutputDeviceInfo>& listed, const std::string& id) {
+  return std::any_of(listed.begin(), listed.end(),
+                     [&](const OutputDeviceInfo& info) { return info.id == id; });
+}
+
+}  // namespace
+
+DeviceTable::DeviceTable(OutputDevices& outputs, SilentOutputMaker make_silent, support::Executor& workers,
+                         const support::Clock& clock)
+    : outputs_(outputs),
+      make_silent_(std::move(make_silent)),
+      workers_(workers),
+      clock_(clock),
+      changed_(std::make_shared<std::atomic<bool>>(false)) {
+  outputs_.OnChange([changed = changed_] { changed->store(true); });
+}
+
+void DeviceTable::Start() {
+  support::MutexLock opening(opening_);
+  const std::vector<OutputDeviceInfo> listed = outputs_.List();
+  support::MutexLock lock(mutex_);
+  TakeIn(listed);
+}
+
+void DeviceTable::TakeIn(const std::vector<OutputDeviceInfo>& listed) {
+  std::vector<OutputDeviceInfo> ordered = listed;
+  std::stable_partition(ordered.begin(), ordered.end(),
+                        [](const OutputDeviceInfo& info) { return info.is_default; });
+  for (OutputDeviceInfo& info : ordered) {
+    const auto known = std::find_if(known_.begin(), known_.end(),
+                                    [&](const OutputDeviceInfo& other) { return other.id == info.id; });
+    if (known == known_.end()) {
+      known_.push_back(std::move(info));
+    } else {
+      *known = std::move(info);
+    }
+  }
+}
+
+bool DeviceTable::Open(int number, OutputRequest request) {
+  support::MutexLock opening(opening_);
+  OutputDeviceInfo info = NoSound();
+  {
+    support::MutexLock lock(mutex_);
+    if (slots_.contains(number)) return true;
+    if (number < 0 || number > static_cast<int>(known_.size())) return false;
+    if (number > 0) info = known_[static_cast<std::size_t>(number - 1)];
+  }
+  request.id = info.id;
+  auto slot = std::make_shared<DeviceSlot>(number, info, request, clock_);
+  auto plug = number == 0 ? SilentPlug(*slot) : OpenPlug(info, request);
+  if (plug == nullptr) return false;
+  slot->Plug(std::move(plug));
+  support::MutexLock lock(mutex_);
+  slots_[number] = std::move(slot);
+  return true;
+}
+
+std::unique_ptr<OutputPlug> DeviceTable::OpenPlug(const OutputDeviceInfo& info, OutputRequest request) {
+  if (info.speakers.empty()) return nullptr;
+  auto plug = std::make_unique<OutputPlug>(info);
+  request.id = info.id;
+  auto device = outputs_.Open(request, *plug);
+  if (!device) return nullptr;
+  plug->Insert(std::move(device).Value());
+  return plug;
+}
+
+std::unique_ptr<OutputPlug> DeviceTable::SilentPlug(const DeviceSlot& slot) const {
+  auto plug = std::make_unique<OutputPlug>(slot.Wanted());
+  plug->Insert(make_silent_(slot.Wanted(), slot.Request(), *plug));
+  return plug;
+}
+
+std::optional<std::string> DeviceTable::Description(int number) {
+  support::MutexLock lock(mutex_);
+  if (number == 0) return NoSound().name;
+  if (number < 0 || number > static_cast<int>(known_.size())) return std::nullopt;
+  return known_[static_cast<std::size_t>(number - 1)].name;
+}
+
+std::shared_ptr<DeviceSlot> DeviceTable::Find(int number) {
+  support::MutexLock lock(mutex_);
+  const auto found = slots_.find(number);
+  return found == slots_.end() ? nullptr : found->second;
+}
+
+std::vector<std::shared_ptr<DeviceSlot>> DeviceTable::All() {
+  support::MutexLock lock(mutex_);
+  std::vector<std::shared_ptr<DeviceSlot>> all;
+  for (const auto& [number, slot] : slots_) all.push_back(slot);
+  return all;
+}
+
+void DeviceTable::SetRole(int number, decks::DeviceRole role) {
+  support::MutexLock lock(mutex_);
+  roles_[number] = role;
+}
+
+decks::DeviceRole DeviceTable::RoleOf(int number) const {
+  const auto role = roles_.find(number);
+  return role == roles_.end() ? decks::DeviceRole::Main : role->second;
+}
+
+void DeviceTable::Watch() {
+  support::MutexLock lock(mutex_);
+  for (const auto& [number, slot] : slots_) {
+    if (slot->Lost()) Silence(slot);
+  }
+  const bool due = !homeless_.empty() && clock_.Now() >= next_search_;
+  if (searching_ || (!due && !changed_->load())) return;
+  changed_->store(false);
+  searching_ = true;
+  workers_.Post([weak = weak_from_this()] {
+    if (const auto self = weak.lock()) self->FindHomes();
+  });
+}
+
+void DeviceTable::Silence(const std::shared_ptr<DeviceSlot>& slot) {
+  // A lost output pulls no more, but taking leave of it may wait for the sound system.
+  workers_.Post([lost = std::shared_ptr<OutputPlug>(slot->Unplug())] { static_cast<void>(lost); });
+  slot->Plug(SilentPlug(*slot));
+  homeless_.insert(slot->Number());
+  next_search_ = clock_.Now();
+  const std::string& name = slot->Wanted().name;
+  if (RoleOf(slot->Number()) == decks::DeviceRole::Headphones) {
+    events_.push_back(
+        {decks::DeviceEvent::Kind::Muted, slot->Number(),
+         "The head-phone output " + name + " is gone; pre-listening is silent until it is back."});
+  } else {
+    events_.push_back({decks::DeviceEvent::Kind::Lost, slot->Number(),
+                       "The sound output " + name + " is gone; another one is being looked for."});
+  }
+}
+
+void DeviceTable::FindHomes() {
+  {
+    support::MutexLock opening(opening_);
+    for (const Homeless& homeless : ListHomeless(outputs_.List())) FindHome(homeless);
+  }
+  support::MutexLock lock(mutex_);
+  searching_ = false;
+  next_search_ = clock_.Now() + kSearchEvery;
+}
+
+std::vector<DeviceTable::Homeless> DeviceTable::ListHomeless(const std::vector<OutputDeviceInfo>& listed) {
+  support::MutexLock lock(mutex_);
+  TakeIn(listed);
+  std::set<std::string> headphones;
+  for (const auto& [number, slot] : slots_) {
+    if (RoleOf(number) == decks::DeviceRole::Headphones) headphones.insert(slot->Wanted().id);
+  }
+  std::vector<Homeless> all;
+  for (const int number : homeless_) {
+    Homeless one{slots_.at(number), {}};
+    const std::string& own = one.slot->Wanted().id;
+    if (Holds(listed, own)) one.candidates.push_back(one.slot->Wanted());
+    for (const OutputDeviceInfo& info : known_) {
+      const bool taken = info.id == own || headphones.contains(info.id) || !Holds(listed, info.id);
+      if (!taken && RoleOf(number) == decks::DeviceRole::Main) one.candidates.push_back(info);
+    }
+    all.push_back(std::move(one));
+  }
+  return all;
+}
+
+void DeviceTable::FindHome(const Homeless& homeless) {
+  for (const OutputDeviceInfo& info : homeless.candidates) {
+    auto plug = OpenPlug(info, homeless.slot->Request());
+    if (plug == nullptr) continue;
+    homeless.slot->Close();
+    homeless.slot->Plug(std::move(plug));
+    support::MutexLock lock(mutex_);
+    const int number = homeless.slot->Number();
+    homeless_.erase(number);
+    if (RoleOf(number) == decks::DeviceRole::Headphones) {
+      events_.push_back(
+          {decks::DeviceEvent::Kind::Returned, number, "The head-phone output " + info.name + " is back."});
+    } else {
+      events_.push_back(
+          {decks::DeviceEvent::Kind::Replaced, number, "Playing goes on through " + info.name + "."});
+    }
+    return;
+  }
+}
+
+std::vector<decks::DeviceEvent> DeviceTable::TakeEvents() {
+  support::MutexLock lock(mutex_);
+  return std::exchange(events_, {});
+}
+
+void DeviceTable::CloseAll() {
+  support::MutexLock opening(opening_);
+  std::map<int, std::shared_ptr<DeviceSlot>> closing;
+  {
+    support::MutexLock lock(mutex_);
+    closing = std::exchange(slots_, {});
+    homeless_.clear();
+  }
+  for (const auto& [number, slot] : closing) {
+    slot->Close();
+    slot->Core().DetachAll();
+  }
+}
+
+}  // namespace engine

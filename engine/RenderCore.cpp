@@ -1,0 +1,160 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/RenderCore.h"
+
+#include <algorithm>
+#include <chrono>
+
+#include "support/RealtimeScope.h"
+
+namespace engine {
+
+RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const support::Clock& clock)
+    : sample_rate_(sample_rate),
+      clock_(clock),
+      curve_(sample_rate),
+      speakers_(speakers),
+      limiter_(sample_rate, kMaxDeviceChannels) {}
+
+void RenderCore::SetSpeakers(const SpeakerMap& speakers) {
+  speakers_ = speakers;
+  limiter_.Reset();
+}
+
+bool RenderCore::Attach(Stream& stream) noexcept {
+  for (std::atomic<Stream*>& slot : slots_) {
+    Stream* empty = nullptr;
+    if (slot.compare_exchange_strong(empty, &stream, std::memory_order_acq_rel)) return true;
+  }
+  return false;
+}
+
+void RenderCore::DetachAll() noexcept {
+  for (std::atomic<Stream*>& slot : slots_) {
+    if (Stream* stream = slot.exchange(nullptr)) stream->detached.store(true, std::memory_order_release);
+  }
+  for (Voice& voice : voices_) voice.End();
+}
+
+void RenderCore::Render(std::span<float> interleaved) noexcept {
+  const support::RealtimeScope realtime;
+  const support::TimePoint begin = clock_.Now();
+  const int channels = speakers_.Channels();
+  if (channels == 0) return std::fill(interleaved.begin(), interleaved.end(), 0.0F);
+  const int frames = static_cast<int>(interleaved.size()) / channels;
+  std::int64_t frame = frames_.load(std::memory_order_relaxed);
+  FollowSlots();
+  SortCommands();
+  for (int done = 0; done < frames;) {
+    RunCommands(frame);
+    const int piece = PieceLength(frames - done, frame);
+    const std::span<float> part = interleaved.subspan(static_cast<std::size_t>(done * channels),
+                                                      static_cast<std::size_t>(piece * channels));
+    MixPiece(part, channels, frame);
+    limiter_.Process(part, channels);
+    done += piece;
+    frame += piece;
+  }
+  frames_.store(frame, std::memory_order_release);
+  int late = 0;
+  for (Voice& voice : voices_) {
+    if (voice.Of() == nullptr) continue;
+    voice.Publish();
+    late += voice.TakeLate();
+  }
+  callbacks_.fetch_add(1, std::memory_order_relaxed);
+  late_.fetch_add(static_cast<std::uint64_t>(late), std::memory_order_relaxed);
+  MeasureLoad(begin, frames);
+}
+
+void RenderCore::FollowSlots() noexcept {
+  for (std::size_t i = 0; i < slots_.size(); ++i) {
+    Stream* stream = slots_[i].load(std::memory_order_acquire);
+    if (stream == nullptr) continue;
+    if (voices_[i].Of() != stream) voices_[i].Begin(*stream, curve_);
+    if (voices_[i].TakeRequests()) continue;
+    voices_[i].End();
+    slots_[i].store(nullptr, std::memory_order_release);
+    stream->detached.store(true, std::memory_order_release);
+  }
+}
+
+void RenderCore::SortCommands() noexcept {
+  while (waiting_count_ < kWaiting) {
+    Command* next = commands_.Front();
+    if (next == nullptr) return;
+    std::size_t at = waiting_count_++;
+    for (; at > 0 && waiting_[at - 1].at > next->at; --at) waiting_[at] = waiting_[at - 1];
+    waiting_[at] = *next;
+    commands_.DropFront();
+  }
+}
+
+void RenderCore::RunCommands(std::int64_t frame) noexcept {
+  std::size_t due = 0;
+  while (due < waiting_count_ && waiting_[due].at <= frame) Run(waiting_[due++]);
+  if (due == 0) return;
+  std::move(waiting_.begin() + static_cast<std::ptrdiff_t>(due),
+            waiting_.begin() + static_cast<std::ptrdiff_t>(waiting_count_), waiting_.begin());
+  waiting_count_ -= due;
+}
+
+void RenderCore::Run(const Command& command) noexcept {
+  for (Voice& voice : voices_) {
+    if (voice.Of() == nullptr || voice.Of()->Id() != command.stream) continue;
+    switch (command.kind) {
+      case Command::Kind::Start:
+        voice.Start();
+        break;
+      case Command::Kind::Pause:
+        voice.Pause();
+        break;
+      case Command::Kind::Ramp:
+        voice.Ramp(command.volume, command.frames);
+        break;
+    }
+  }
+}
+
+int RenderCore::PieceLength(int frames, std::int64_t frame) const noexcept {
+  frames = std::min(frames, kPieceFrames);
+  if (waiting_count_ == 0) return frames;
+  return static_cast<int>(std::clamp<std::int64_t>(waiting_[0].at - frame, 1, frames));
+}
+
+void RenderCore::MixPiece(std::span<float> interleaved, int channels, std::int64_t frame) noexcept {
+  std::fill(interleaved.begin(), interleaved.end(), 0.0F);
+  std::array<float, 2 * kPieceFrames> memory;
+  const std::size_t frames = interleaved.size() / static_cast<std::size_t>(channels);
+  const std::span<float> stereo(memory.data(), 2 * frames);
+  for (Voice& voice : voices_) {
+    if (voice.Of() == nullptr || !voice.Render(stereo, frame)) continue;
+    voice.ApplyGain(stereo);
+    for (const SpeakerShare& share : speakers_.Of(voice.Of()->Pair())) {
+      float* out = interleaved.data() + share.channel;
+      for (std::size_t i = 0; i < frames; ++i, out += channels) {
+        *out += stereo[2 * i] * share.left + stereo[2 * i + 1] * share.right;
+      }
+    }
+  }
+}
+
+void RenderCore::MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept {
+  if (frames == 0) return;
+  const double seconds = std::chrono::duration<double>(clock_.Now() - begin).count();
+  const float share = static_cast<float>(seconds * sample_rate_ / static_cast<double>(frames));
+  load_frames_ += frames;
+  if (load_frames_ > sample_rate_) {
+    load_frames_ = 0;
+    load_before_.store(load_.load(std::memory_order_relaxed), std::memory_order_relaxed);
+    load_.store(share, std::memory_order_relaxed);
+  } else if (share > load_.load(std::memory_order_relaxed)) {
+    load_.store(share, std::memory_order_relaxed);
+  }
+}
+
+float RenderCore::Load() const noexcept {
+  return std::max(load_.load(std::memory_order_relaxed), load_before_.load(std::memory_order_relaxed));
+}
+
+}  // namespace engine

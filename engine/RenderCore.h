@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+#include "engine/Limiter.h"
+#include "engine/SpeakerMap.h"
+#include "engine/Stream.h"
+#include "engine/Voice.h"
+#include "engine/ports/OutputDevice.h"
+#include "support/Clock.h"
+#include "support/SpscRing.h"
+
+namespace engine {
+
+/// Mixes the streams of one device number, whatever output pulls for it at the moment.
+///
+/// Frames count from the first Render on and live on when the output is changed. A frame leaves the core
+/// LookAhead() frames after it was mixed; everything that carries an engine frame means the mixing.
+/// Threads: Render in the callback; the rest by the owner. Law: Render takes no memory, no lock, no system
+/// call.
+class RenderCore final : public RenderSource {
+ public:
+  static constexpr int kStreams = 16;
+
+  struct Command {
+    enum class Kind { Start, Pause, Ramp } kind = Kind::Start;
+    std::uint32_t stream = 0;
+    std::int64_t at = 0;
+    float volume = 0;  ///< 0 to 1
+    int frames = 0;    ///< of the ramp
+  };
+
+  RenderCore(int sample_rate, const SpeakerMap& speakers, const support::Clock& clock);
+
+  [[nodiscard]] int SampleRate() const noexcept { return sample_rate_; }
+  [[nodiscard]] int LookAhead() const noexcept { return limiter_.LookAhead(); }
+  /// The next frame to be mixed.
+  [[nodiscard]] std::int64_t Frames() const noexcept { return frames_.load(std::memory_order_acquire); }
+  /// Requires: nothing renders.
+  void SetSpeakers(const SpeakerMap& speakers);
+  /// False when all places are taken. The stream outlives its detached flag.
+  bool Attach(Stream& stream) noexcept;
+  /// Requires: nothing renders, nor will it.
+  void DetachAll() noexcept;
+  /// False when the queue is full.
+  bool Schedule(const Command& command) noexcept { return commands_.Push(command); }
+
+  void Render(std::span<float> interleaved) noexcept override;
+
+  [[nodiscard]] std::uint64_t Callbacks() const noexcept {
+    return callbacks_.load(std::memory_order_relaxed);
+  }
+  [[nodiscard]] std::uint64_t LateBlocks() const noexcept { return late_.load(std::memory_order_relaxed); }
+  /// Largest share of its period that a callback of the last one to two seconds took.
+  [[nodiscard]] float Load() const noexcept;
+
+ private:
+  static constexpr int kPieceFrames = 128;
+  static constexpr std::size_t kWaiting = 64;
+
+  void FollowSlots() noexcept;
+  void SortCommands() noexcept;
+  void RunCommands(std::int64_t frame) noexcept;
+  void Run(const Command& command) noexcept;
+  [[nodiscard]] int PieceLength(int frames, std::int64_t frame) const noexcept;
+  void MixPiece(std::span<float> interleaved, int channels, std::int64_t frame) noexcept;
+  void MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept;
+
+  const int sample_rate_;
+  const support::Clock& clock_;
+  const FadeCurve curve_;
+  SpeakerMap speakers_;
+  Limiter limiter_;
+  std::array<std::atomic<Stream*>, kStreams> slots_{};
+  std::array<Voice, kStreams> voices_;
+  support::SpscRing<Command, 256> commands_;
+  std::array<Command, kWaiting> waiting_{};  ///< ascending
+  std::size_t waiting_count_ = 0;
+  std::atomic<std::int64_t> frames_{0};
+  std::atomic<std::uint64_t> callbacks_{0};
+  std::atomic<std::uint64_t> late_{0};
+  std::atomic<float> load_{0};
+  std::atomic<float> load_before_{0};
+  std::int64_t load_frames_ = 0;
+};
+
+}  // namespace engine

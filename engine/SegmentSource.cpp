@@ -1,0 +1,197 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/SegmentSource.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cmath>
+
+#include "engine/Downmix.h"
+
+namespace engine {
+
+SegmentSource::SegmentSource(std::shared_ptr<PcmStore> store, StretcherFactory& stretchers, int device_rate)
+    : store_(std::move(store)),
+      stretchers_(stretchers),
+      device_rate_(device_rate),
+      channels_(store_->Format().channels),
+      interleaved_(static_cast<std::size_t>(kWindow * channels_)) {}
+
+SegmentPath SegmentSource::PathOf(const Tempo& tempo) const {
+  const double rate = tempo.sample_rate > 0 ? tempo.sample_rate : store_->Format().sample_rate;
+  SegmentPath path;
+  path.resampled = rate != device_rate_;
+  path.stretched = tempo.speed != 1 || tempo.semitones != 0;
+  if (path.stretched) path.quality = tempo.quality;
+  return path;
+}
+
+void SegmentSource::Begin(std::int64_t frame, const Tempo& tempo) {
+  path_ = PathOf(tempo);
+  source_ = static_cast<double>(frame);
+  cursor_ = frame;
+  ended_ = false;
+  drop_ = 0;
+  window_.begin = window_.end = 0;
+  if (path_.resampled) {
+    const double rate = tempo.sample_rate > 0 ? tempo.sample_rate : store_->Format().sample_rate;
+    if (resampler_ == nullptr) resampler_ = stretchers_.MakeResampler(rate / device_rate_);
+    resampler_->Reset();
+  }
+  SetTempo(tempo);
+  if (path_.stretched) BeginStretcher();
+}
+
+void SegmentSource::BeginStretcher() {
+  if (stretcher_ == nullptr || stretcher_quality_ != path_.quality) {
+    stretcher_ = stretchers_.MakeStretcher(path_.quality, device_rate_);
+    stretcher_quality_ = path_.quality;
+  }
+  stretcher_->Reset();
+  stretcher_->SetTempo(tempo_.speed);
+  stretcher_->SetPitch(tempo_.semitones);
+  // What lies before the place warms the stretcher up; before the file there is silence.
+  cursor_ -= std::llround(stretcher_->StartPad() * resample_ratio_);
+  drop_ = stretcher_->StartDelay();
+}
+
+void SegmentSource::SetTempo(const Tempo& tempo) {
+  assert(PathOf(tempo) == path_ && "another path is another segment");
+  const double rate = tempo.sample_rate > 0 ? tempo.sample_rate : store_->Format().sample_rate;
+  tempo_ = tempo;
+  resample_ratio_ = rate / device_rate_;
+  ratio_ = resample_ratio_ * tempo.speed;
+  if (path_.resampled) resampler_->SetRatio(resample_ratio_);
+  if (path_.stretched && stretcher_ != nullptr && stretcher_quality_ == path_.quality) {
+    stretcher_->SetTempo(tempo.speed);
+    stretcher_->SetPitch(tempo.semitones);
+  }
+}
+
+bool SegmentSource::Make(LaneBlock& block, int frames) {
+  assert(!ended_ && "nothing follows the end");
+  block.source = source_;
+  block.ratio = ratio_;
+  block.last = false;
+  const bool complete = store_->Complete();
+  if (complete) {
+    const double left = std::ceil((static_cast<double>(store_->Length()) - source_) / ratio_);
+    if (left <= frames) {
+      frames = static_cast<int>(std::max(left, 0.0));
+      block.last = true;
+    }
+  }
+  const bool plain = path_ == SegmentPath{};
+  if (plain && !complete && store_->Ready() - cursor_ < frames) return false;
+  block.frames = plain ? MakePlainBlock(block, frames) : MakeLibraryBlock(block, frames);
+  if (block.frames < frames) block.last = false;
+  source_ += block.frames * ratio_;
+  ended_ = block.last;
+  return block.frames > 0 || block.last;
+}
+
+int SegmentSource::MakePlainBlock(LaneBlock& block, int frames) {
+  const int made = PullStore({left_.data(), static_cast<std::size_t>(frames)},
+                             {right_.data(), static_cast<std::size_t>(frames)});
+  for (std::size_t i = 0; i < static_cast<std::size_t>(made); ++i) {
+    block.samples[2 * i] = left_[i];
+    block.samples[2 * i + 1] = right_[i];
+  }
+  return made;
+}
+
+int SegmentSource::MakeLibraryBlock(LaneBlock& block, int frames) {
+  int made = 0;
+  std::array<float, kLaneBlockFrames> left;
+  std::array<float, kLaneBlockFrames> right;
+  while (made < frames) {
+    const std::size_t room = static_cast<std::size_t>(frames - made);
+    const int got = Pull({left.data(), room}, {right.data(), room});
+    if (got == 0) break;
+    for (int i = 0; i < got; ++i) {
+      const float l = left[static_cast<std::size_t>(i)];
+      const float r = right[static_cast<std::size_t>(i)];
+      block.samples[static_cast<std::size_t>(2 * (made + i))] = std::isfinite(l) ? l : 0;
+      block.samples[static_cast<std::size_t>(2 * (made + i) + 1)] = std::isfinite(r) ? r : 0;
+    }
+    made += got;
+  }
+  return made;
+}
+
+int SegmentSource::Pull(std::span<float> left, std::span<float> right) {
+  return path_.stretched ? PullStretched(left, right) : PullResampled(left, right);
+}
+
+int SegmentSource::PullStore(std::span<float> left, std::span<float> right) {
+  const std::int64_t wanted = std::min<std::int64_t>(kWindow, static_cast<std::int64_t>(left.size()));
+  const std::int64_t before = std::clamp<std::int64_t>(-cursor_, 0, wanted);
+  std::fill_n(left.begin(), before, 0.0F);
+  std::fill_n(right.begin(), before, 0.0F);
+  std::int64_t made = before;
+  const bool complete = store_->Complete();
+  if (made < wanted) {
+    const std::size_t room = static_cast<std::size_t>(wanted - made);
+    const std::int64_t got =
+        store_->Read(cursor_ + made, {interleaved_.data(), room * static_cast<std::size_t>(channels_)});
+    const std::size_t count = static_cast<std::size_t>(got);
+    Downmix({interleaved_.data(), count * static_cast<std::size_t>(channels_)}, channels_,
+            left.subspan(static_cast<std::size_t>(made), count),
+            right.subspan(static_cast<std::size_t>(made), count));
+    made += got;
+  }
+  if (complete && made < wanted) {
+    std::fill_n(left.begin() + made, wanted - made, 0.0F);
+    std::fill_n(right.begin() + made, wanted - made, 0.0F);
+    made = wanted;
+  }
+  cursor_ += made;
+  return static_cast<int>(made);
+}
+
+int SegmentSource::PullResampled(std::span<float> left, std::span<float> right) {
+  if (!path_.resampled) return PullStore(left, right);
+  Window& w = window_;
+  constexpr int kTries = 64;
+  for (int attempt = 0; attempt < kTries; ++attempt) {
+    const std::size_t begin = static_cast<std::size_t>(w.begin);
+    const std::size_t held = static_cast<std::size_t>(w.end - w.begin);
+    const Resampler::Progress progress =
+        resampler_->Process({w.left.data() + begin, held}, {w.right.data() + begin, held}, left, right);
+    w.begin += std::clamp(progress.used, 0, w.end - w.begin);
+    if (progress.made > 0) return std::min(progress.made, static_cast<int>(left.size()));
+    std::copy(w.left.begin() + w.begin, w.left.begin() + w.end, w.left.begin());
+    std::copy(w.right.begin() + w.begin, w.right.begin() + w.end, w.right.begin());
+    w.end -= w.begin;
+    w.begin = 0;
+    const std::size_t end = static_cast<std::size_t>(w.end);
+    const int got = PullStore(std::span(w.left).subspan(end), std::span(w.right).subspan(end));
+    if (got == 0) return 0;
+    w.end += got;
+  }
+  return 0;
+}
+
+int SegmentSource::PullStretched(std::span<float> left, std::span<float> right) {
+  constexpr int kTries = 4096;
+  for (int attempt = 0; attempt < kTries; ++attempt) {
+    if (stretcher_->Available() > 0) {
+      const std::size_t room =
+          drop_ > 0 ? std::min(left.size(), static_cast<std::size_t>(drop_)) : left.size();
+      const int got = stretcher_->Take(left.first(room), right.first(room));
+      if (drop_ == 0 && got > 0) return got;
+      drop_ -= std::min(got, drop_);
+      if (got > 0) continue;
+    }
+    constexpr int kSome = 64;  // a library that asks for nothing and has nothing gets a little
+    const int asked = stretcher_->Wanted();
+    const std::size_t wanted = static_cast<std::size_t>(asked > 0 ? std::min(asked, kWindow) : kSome);
+    const int got = PullResampled({left_.data(), wanted}, {right_.data(), wanted});
+    if (got == 0) return 0;
+    const std::size_t count = static_cast<std::size_t>(got);
+    stretcher_->Put({left_.data(), count}, {right_.data(), count});
+  }
+  return 0;
+}
+
+}  // namespace engine

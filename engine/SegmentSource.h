@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <vector>
+
+#include "engine/Lane.h"
+#include "engine/PcmStore.h"
+#include "engine/Stream.h"
+#include "engine/ports/Stretcher.h"
+
+namespace engine {
+
+/// Which of the two libraries a segment goes through. Each change of it is a new segment.
+struct SegmentPath {
+  bool resampled = false;
+  bool stretched = false;
+  StretchQuality quality = StretchQuality::Best;
+  bool operator==(const SegmentPath&) const = default;
+};
+
+/// Makes the blocks of one lane: from one place of a store on, at the device's rate, in stereo.
+///
+/// Threads: the feeder. Law: a block's source frame comes from adding up ratios, never from how much a
+/// library holds back; when file and device have the same rate and tempo and pitch are the original's, the
+/// samples are those of the store.
+class SegmentSource {
+ public:
+  SegmentSource(std::shared_ptr<PcmStore> store, StretcherFactory& stretchers, int device_rate);
+
+  [[nodiscard]] SegmentPath PathOf(const Tempo& tempo) const;
+  void Begin(std::int64_t frame, const Tempo& tempo);
+  /// Requires: PathOf(tempo) is that of Begin.
+  void SetTempo(const Tempo& tempo);
+  [[nodiscard]] const Tempo& InForce() const noexcept { return tempo_; }
+  /// The file's frame under the next frame made.
+  [[nodiscard]] double Source() const noexcept { return source_; }
+  [[nodiscard]] double Ratio() const noexcept { return ratio_; }
+  [[nodiscard]] bool Ended() const noexcept { return ended_; }
+  /// Up to that many frames; false when the store has not got them yet. Requires: !Ended().
+  bool Make(LaneBlock& block, int frames);
+
+ private:
+  static constexpr int kWindow = 512;
+  /// Stereo frames on their way from one stage to the next.
+  struct Window {
+    std::array<float, kWindow> left{};
+    std::array<float, kWindow> right{};
+    int begin = 0;
+    int end = 0;
+  };
+
+  /// Each writes up to the size of the spans and returns the frames written: 0 when the store must come
+  /// first.
+  int Pull(std::span<float> left, std::span<float> right);
+  int PullStore(std::span<float> left, std::span<float> right);
+  int PullResampled(std::span<float> left, std::span<float> right);
+  int PullStretched(std::span<float> left, std::span<float> right);
+  int MakeLibraryBlock(LaneBlock& block, int frames);
+  int MakePlainBlock(LaneBlock& block, int frames);
+  void BeginStretcher();
+
+  const std::shared_ptr<PcmStore> store_;  // as the stream's
+  StretcherFactory& stretchers_;
+  const int device_rate_;
+  const int channels_;
+  Tempo tempo_;
+  SegmentPath path_;
+  double source_ = 0;
+  double ratio_ = 1;
+  double resample_ratio_ = 1;
+  std::int64_t cursor_ = 0;  ///< the store's next frame; below 0 is silence
+  bool ended_ = false;
+  int drop_ = 0;  ///< frames of the stretcher still to be thrown away
+  std::unique_ptr<Resampler> resampler_;
+  std::unique_ptr<Stretcher> stretcher_;
+  StretchQuality stretcher_quality_ = StretchQuality::Best;
+  Window window_;
+  std::vector<std::int16_t> interleaved_;
+  std::array<float, kWindow> left_{};
+  std::array<float, kWindow> right_{};
+};
+
+}  // namespace engine

@@ -1,0 +1,247 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/SoundEngine.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "engine/NullDevice.h"
+#include "support/Text.h"
+
+namespace engine {
+namespace {
+
+constexpr int kPairShift = 24;
+
+SoundEnginePorts Completed(SoundEnginePorts ports) {
+  if (ports.make_silent == nullptr) {
+    ports.make_silent = [started = ports.thread_started](const OutputDeviceInfo& info,
+                                                         const OutputRequest& request, RenderSource& source) {
+      return std::unique_ptr<OutputDevice>(std::make_unique<NullDevice>(info, request, source, started));
+    };
+  }
+  return ports;
+}
+
+/// The same rule by which callers choose among the creators.
+DecoderKind KindOf(const std::string& path) {
+  if (support::UpperTail(path, 4) == "FLAC") return DecoderKind::Flac;
+  return support::UpperTail(path, 3) == "WMA" ? DecoderKind::Wma : DecoderKind::General;
+}
+
+std::int64_t FrameBytes(const PcmStore& store) {
+  return 2 * store.Format().channels;
+}
+
+}  // namespace
+
+SoundEngine::SoundEngine(SoundEnginePorts ports, Feeding feeding)
+    : ports_(Completed(std::move(ports))),
+      pool_(std::make_shared<PcmStorePool>(ports_.decoders, ports_.memory, ports_.workers, ports_.clock)),
+      devices_(
+          std::make_shared<DeviceTable>(ports_.outputs, ports_.make_silent, ports_.workers, ports_.clock)),
+      feeder_(ports_.stretchers, pool_) {
+  devices_->Start();
+  if (feeding == Feeding::OwnThread) {
+    thread_ = std::make_unique<PollingThread>([this] { Pump(); }, ports_.thread_started);
+  }
+}
+
+SoundEngine::~SoundEngine() {
+  thread_.reset();
+  BASS_Free();
+}
+
+void SoundEngine::Pump() {
+  devices_->Watch();
+  feeder_.Pump();
+  SweepPool();
+}
+
+void SoundEngine::SweepPool() {
+  constexpr auto kEvery = std::chrono::seconds(1);
+  if (ports_.clock.Now() < next_sweep_) return;
+  next_sweep_ = ports_.clock.Now() + kEvery;
+  ports_.workers.Post([pool = pool_] { pool->DropOld(); });
+}
+
+void SoundEngine::Wake() {
+  if (thread_ != nullptr) thread_->Wake();
+}
+
+void SoundEngine::Fail(support::Error error) {
+  support::MutexLock lock(mutex_);
+  last_error_ = std::move(error);
+}
+
+support::Error SoundEngine::LastError() const {
+  support::MutexLock lock(mutex_);
+  return last_error_;
+}
+
+bool SoundEngine::BASS_Init(int device, int frequency, std::uint32_t /*flags*/) {
+  constexpr int kLowestRate = 8000;
+  constexpr int kHighestRate = 192'000;
+  OutputRequest request;
+  request.sample_rate = frequency;
+  request.buffer_ms = buffer_ms_;
+  request.period_ms = period_ms_;
+  if (frequency < kLowestRate || frequency > kHighestRate || !devices_->Open(device, request)) return false;
+  current_device_ = device;
+  return true;
+}
+
+std::optional<std::string> SoundEngine::BASS_GetDeviceDescription(int device) {
+  return devices_->Description(device);
+}
+
+void SoundEngine::BASS_SetConfig(std::uint32_t option, std::uint32_t value) {
+  constexpr std::uint32_t kLongest = 500;
+  if (option == decks::kConfigBuffer)
+    buffer_ms_ = static_cast<int>(std::clamp<std::uint32_t>(value, 10, kLongest));
+  if (option == decks::kConfigUpdatePeriod) {
+    period_ms_ = static_cast<int>(std::clamp<std::uint32_t>(value, 5, kLongest / 10));
+  }
+}
+
+void SoundEngine::BASS_Free() {
+  for (const auto& [handle, playing] : playing_) feeder_.Remove(handle);
+  devices_->CloseAll();
+  playing_.clear();
+  leaving_.clear();
+  support::MutexLock lock(mutex_);
+  decoders_.clear();
+}
+
+bool SoundEngine::BASS_SetDevice(int device) {
+  if (devices_->Find(device) == nullptr) return false;
+  current_device_ = device;
+  return true;
+}
+
+decks::StreamHandle SoundEngine::BASS_StreamCreateFile(bool memory, const std::string& path,
+                                                       std::uint64_t /*offset*/, std::uint64_t length,
+                                                       std::uint32_t flags) {
+  return memory ? 0 : CreateDecoder(path, DecoderKind::General, length, flags);
+}
+
+decks::StreamHandle SoundEngine::BASS_FLAC_StreamCreateFile(bool memory, const std::string& path,
+                                                            std::uint64_t /*offset*/, std::uint64_t length,
+                                                            std::uint32_t flags) {
+  return memory ? 0 : CreateDecoder(path, DecoderKind::Flac, length, flags);
+}
+
+decks::StreamHandle SoundEngine::BASS_WMA_StreamCreateFile(bool memory, const std::string& path,
+                                                           std::uint64_t /*offset*/, std::uint64_t length,
+                                                           std::uint32_t flags) {
+  return memory ? 0 : CreateDecoder(path, DecoderKind::Wma, length, flags);
+}
+
+decks::StreamHandle SoundEngine::CreateDecoder(const std::string& path, DecoderKind kind,
+                                               std::uint64_t length, std::uint32_t flags) {
+  auto store = pool_->Get(path, kind);
+  if (!store) {
+    Fail(store.Failure());
+    return 0;
+  }
+  auto decoder = std::make_shared<Decoder>();
+  decoder->store = std::move(store).Value();
+  decoder->device = current_device_;
+  std::uint64_t speaker = flags & decks::kSpeakerMask;
+  if (speaker == 0 && length >= decks::kSpeakerFront && length <= decks::kSpeakerRear2) speaker = length;
+  decoder->pair = static_cast<int>(speaker >> kPairShift);
+  const decks::StreamHandle handle = next_handle_++;
+  support::MutexLock lock(mutex_);
+  decoders_[handle] = std::move(decoder);
+  return handle;
+}
+
+decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder, std::uint32_t flags) {
+  const auto source = FindDecoder(decoder);
+  if (source == nullptr) return 0;
+  Sweep();
+  const auto slot = devices_->Find(source->device);
+  if (slot == nullptr) {
+    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    return 0;
+  }
+  const decks::StreamHandle handle = next_handle_++;
+  auto stream = std::make_shared<Stream>(handle, source->store, source->device, source->pair);
+  if (!slot->Core().Attach(*stream)) {
+    Fail({support::ErrorCode::Unavailable, "Too many files play on this sound output."});
+    return 0;
+  }
+  feeder_.Add(stream, slot);
+  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0};
+  Wake();
+  return handle;
+}
+
+void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
+  decks::StreamHandle decoder = handle;
+  if (const auto found = playing_.find(handle); found != playing_.end()) {
+    decoder = found->second.decoder;
+    found->second.stream->Ask(Stream::Transport::Free);
+    feeder_.Remove(handle);
+    leaving_.push_back(std::move(found->second));
+    playing_.erase(found);
+  }
+  Sweep();
+  support::MutexLock lock(mutex_);
+  decoders_.erase(decoder);
+}
+
+void SoundEngine::Sweep() {
+  // The last one to hold a long file gives back a lot of memory: a worker's job.
+  const auto gone = std::stable_partition(leaving_.begin(), leaving_.end(),
+                                          [](const Playing& leaving) { return !leaving.stream->detached; });
+  for (auto leaving = gone; leaving != leaving_.end(); ++leaving) {
+    ports_.workers.Post([stream = std::move(leaving->stream)] { static_cast<void>(stream); });
+  }
+  leaving_.erase(gone, leaving_.end());
+}
+
+std::shared_ptr<SoundEngine::Decoder> SoundEngine::FindDecoder(decks::StreamHandle handle) const {
+  support::MutexLock lock(mutex_);
+  const auto found = decoders_.find(handle);
+  return found == decoders_.end() ? nullptr : found->second;
+}
+
+std::uint32_t SoundEngine::BASS_ChannelGetData(decks::StreamHandle handle, std::span<std::int16_t> buffer,
+                                               std::uint32_t bytes) {
+  const auto decoder = FindDecoder(handle);
+  if (decoder == nullptr) return 0;
+  PcmStore& store = *decoder->store;
+  const std::size_t channels = static_cast<std::size_t>(store.Format().channels);
+  const std::size_t frames = std::min<std::size_t>(bytes / 2, buffer.size()) / channels;
+  store.DecodeUpTo(decoder->cursor + static_cast<std::int64_t>(frames));
+  const std::int64_t got = store.Read(decoder->cursor, buffer.first(frames * channels));
+  decoder->cursor += got;
+  return static_cast<std::uint32_t>(got * FrameBytes(store));
+}
+
+void SoundEngine::Prepare(const std::string& path, std::function<void(support::Result<void>)> done) {
+  pool_->Prepare(path, KindOf(path), std::move(done));
+}
+
+void SoundEngine::SetDeviceRole(int device, decks::DeviceRole role) {
+  devices_->SetRole(device, role);
+}
+
+std::vector<decks::DeviceEvent> SoundEngine::TakeDeviceEvents() {
+  Sweep();
+  return devices_->TakeEvents();
+}
+
+decks::EngineHealth SoundEngine::Health() {
+  decks::EngineHealth health;
+  for (const auto& slot : devices_->All()) {
+    health.callbacks += slot->Core().Callbacks();
+    health.late_blocks += slot->Core().LateBlocks();
+    health.load = std::max(health.load, slot->Core().Load());
+  }
+  return health;
+}
+
+}  // namespace engine

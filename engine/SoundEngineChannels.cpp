@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The calls of SoundEngine on a single channel: playing, placing, asking.
+
+#include <algorithm>
+#include <cmath>
+
+#include "engine/SoundEngine.h"
+
+namespace engine {
+namespace {
+
+std::int64_t BytesOf(std::int64_t frames, const PcmStore& store) {
+  return frames * 2 * store.Format().channels;
+}
+
+std::uint32_t LevelWord(float peak) {
+  constexpr float kFullScale = 32768;
+  return static_cast<std::uint32_t>(std::lround(std::min(peak, 1.0F) * kFullScale));
+}
+
+bool IsPlaying(const Stream& stream) {
+  const std::uint64_t asked = stream.TransportAsked();
+  if (asked != stream.transport_seen.load(std::memory_order_acquire)) {
+    return Stream::TransportOf(asked) == Stream::Transport::Play;
+  }
+  return stream.playing.load(std::memory_order_acquire);
+}
+
+}  // namespace
+
+SoundEngine::Playing* SoundEngine::FindPlaying(decks::StreamHandle handle) {
+  const auto found = playing_.find(handle);
+  return found == playing_.end() ? nullptr : &found->second;
+}
+
+HeardPlace SoundEngine::PlaceOf(Playing& playing) const {
+  return ReadHeardPlace(*playing.stream, playing.slot->HeardFrame(), playing.slot->Core().SampleRate());
+}
+
+bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return false;
+  Stream& stream = *playing->stream;
+  const bool at_end = stream.ended_place.load(std::memory_order_acquire) == stream.PlaceWanted();
+  if (restart || at_end) stream.Seek(0);
+  stream.Ask(Stream::Transport::Play);
+  Wake();
+  return true;
+}
+
+void SoundEngine::BASS_ChannelPause(decks::StreamHandle handle) {
+  if (Playing* playing = FindPlaying(handle)) playing->stream->Ask(Stream::Transport::Pause);
+}
+
+void SoundEngine::BASS_ChannelStop(decks::StreamHandle handle) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return;
+  playing->stream->Ask(Stream::Transport::Pause);
+  playing->stream->Seek(0);
+  Wake();
+}
+
+void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int frequency, int volume, int pan) {
+  constexpr int kHighestRate = 768'000;
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return;
+  Stream& stream = *playing->stream;
+  if (frequency >= 0) {
+    Tempo tempo = stream.GetTempo();
+    tempo.sample_rate = std::min(frequency, kHighestRate);
+    stream.SetTempo(tempo);
+  }
+  if (volume >= 0) stream.SetVolume(static_cast<float>(std::min(volume, 100)) / 100.0F);
+  if (pan >= -100 && pan <= 100) stream.SetPan(static_cast<float>(pan) / 100.0F);
+}
+
+void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
+                                   float semitones) {
+  constexpr float kHighestRate = 768'000;
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return;
+  Tempo tempo = playing->stream->GetTempo();
+  if (tempo_percent != decks::kTempoUnchanged && std::isfinite(tempo_percent)) {
+    tempo.speed = 1 + std::clamp(static_cast<double>(tempo_percent), -50.0, 100.0) / 100;
+  }
+  if (sample_rate >= 0 && sample_rate <= kHighestRate) tempo.sample_rate = sample_rate;
+  if (semitones != decks::kTempoUnchanged && std::isfinite(semitones)) {
+    tempo.semitones = std::clamp(semitones, -12.0F, 12.0F);
+  }
+  playing->stream->SetTempo(tempo);
+  Wake();
+}
+
+std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return 0;
+  const HeardPlace place = PlaceOf(*playing);
+  return LevelWord(place.left_peak) | LevelWord(place.right_peak) << 16;
+}
+
+support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
+  if (Playing* playing = FindPlaying(handle)) {
+    return {BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
+  }
+  const auto decoder = FindDecoder(handle);
+  return {decoder == nullptr ? 0 : BytesOf(decoder->cursor, *decoder->store)};
+}
+
+support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
+  if (Playing* playing = FindPlaying(handle)) {
+    return {BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
+  }
+  const auto decoder = FindDecoder(handle);
+  return {decoder == nullptr ? 0 : BytesOf(decoder->store->Length(), *decoder->store)};
+}
+
+bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
+  Playing* playing = FindPlaying(handle);
+  const auto decoder = playing == nullptr ? FindDecoder(handle) : nullptr;
+  if (playing == nullptr && decoder == nullptr) return false;
+  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
+  const std::int64_t frame = position.value / BytesOf(1, store);
+  if (position.value < 0 || frame >= store.Length()) return false;
+  if (decoder != nullptr) {
+    decoder->cursor = frame;
+  } else {
+    playing->stream->Seek(frame);
+    Wake();
+  }
+  return true;
+}
+
+bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
+  if (Playing* playing = FindPlaying(handle)) {
+    return IsPlaying(*playing->stream) || (playing->stream->ended_place != 0 && !PlaceOf(*playing).ended);
+  }
+  const auto decoder = FindDecoder(handle);
+  if (decoder == nullptr) return false;
+  return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
+}
+
+void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int /*effect_type*/) {
+  if (Playing* playing = FindPlaying(handle)) playing->stream->SetEffect(nullptr);
+}
+
+void SoundEngine::BASS_FX_BPM_Free(decks::StreamHandle /*stream*/) {}
+
+decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
+  decks::HeardStream heard;
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return heard;
+  const Stream& stream = *playing->stream;
+  const PcmStore& store = *stream.Store();
+  const HeardPlace place = PlaceOf(*playing);
+  const bool last_sound = stream.ended_place.load(std::memory_order_acquire) != 0 && !place.ended;
+  heard.playing = IsPlaying(stream) || last_sound;
+  heard.ended = place.ended;
+  heard.frame = {place.source};
+  heard.length_exact = store.Complete();
+  heard.length = {store.Length()};
+  heard.sample_rate = store.Format().sample_rate;
+  heard.channels = store.Format().channels;
+  heard.ratio = place.ratio * playing->slot->Core().SampleRate() / heard.sample_rate;
+  heard.left_peak = place.left_peak;
+  heard.right_peak = place.right_peak;
+  return heard;
+}
+
+support::EngineFrame SoundEngine::NextFrame(decks::StreamHandle handle) {
+  Playing* playing = FindPlaying(handle);
+  return {playing == nullptr ? 0 : playing->slot->Core().Frames()};
+}
+
+bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
+  Playing* playing = FindPlaying(command.stream);
+  if (playing == nullptr) return false;
+  RenderCore& core = playing->slot->Core();
+  RenderCore::Command timed;
+  timed.stream = command.stream;
+  timed.at = command.at.value;
+  switch (command.kind) {
+    case decks::ScheduledCommand::Kind::Tempo:
+      return playing->stream->AddTimedTempo(
+          {command.at.value, 1 + std::clamp(static_cast<double>(command.value), -50.0, 100.0) / 100});
+    case decks::ScheduledCommand::Kind::Start:
+      timed.kind = RenderCore::Command::Kind::Start;
+      break;
+    case decks::ScheduledCommand::Kind::Pause:
+      timed.kind = RenderCore::Command::Kind::Pause;
+      break;
+    case decks::ScheduledCommand::Kind::Ramp:
+      timed.kind = RenderCore::Command::Kind::Ramp;
+      timed.volume = std::clamp(command.value, 0.0F, 100.0F) / 100.0F;
+      const double seconds = std::chrono::duration<double>(command.duration).count();
+      timed.frames = static_cast<int>(std::clamp(seconds, 0.005, 3600.0) * core.SampleRate());
+      break;
+  }
+  return core.Schedule(timed);
+}
+
+}  // namespace engine

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/StreamFeed.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace engine {
+namespace {
+
+constexpr int kLeadMilliseconds = 60;
+
+int LeadFrames(int device_rate) {
+  const int room = static_cast<int>(Lane::kBlocks - 2) * kLaneBlockFrames;
+  return std::min(device_rate * kLeadMilliseconds / 1000, room);
+}
+
+}  // namespace
+
+StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretchers, PcmStorePool& pool,
+                       int device_rate)
+    : stream_(std::move(stream)),
+      pool_(pool),
+      lead_frames_(LeadFrames(device_rate)),
+      sources_{SegmentSource(stream_->Store(), stretchers, device_rate),
+               SegmentSource(stream_->Store(), stretchers, device_rate)} {}
+
+void StreamFeed::Pump(std::int64_t device_frame) {
+  const Stream::OrderView orders = stream_->View();
+  cut_at_ = -1;
+  FollowHandOver(orders);
+  FollowOrders(orders);
+  if (preparing_) FinishPreparing();
+  FollowTimedTempo(orders, device_frame);
+  FillLive();
+  KeepWarm();
+}
+
+void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
+  if (!offered_) return;
+  if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Ready) {
+    live_ = static_cast<int>(Idle());
+    live_place_ = prepared_place_;
+    offered_ = false;
+    return;
+  }
+  if (StillWanted(orders)) return;
+  Stream::HandOver ready = Stream::HandOver::Ready;
+  if (stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Free, std::memory_order_acq_rel)) {
+    offered_ = false;
+  } else {
+    FollowHandOver(orders);  // it was taken at this very moment
+  }
+}
+
+bool StreamFeed::StillWanted(const Stream::OrderView& orders) {
+  if (orders.place != prepared_place_) return false;
+  if (orders.tempo == prepared_tempo_) return true;
+  SegmentSource& source = sources_[Idle()];
+  if (source.PathOf(orders.tempo) != source.PathOf(prepared_tempo_)) return false;
+  source.SetTempo(orders.tempo);  // a slider on the move must not put the change off again and again
+  prepared_tempo_ = orders.tempo;
+  return true;
+}
+
+void StreamFeed::FollowOrders(const Stream::OrderView& orders) {
+  if (offered_) return;
+  if (preparing_ && !StillWanted(orders)) preparing_ = false;
+  if (preparing_ || stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
+  if (orders.place != live_place_) {
+    Prepare(orders.frame, orders.tempo, orders.place, false);
+  } else {
+    FollowTempo(orders.tempo);
+  }
+}
+
+void StreamFeed::FollowTempo(const Tempo& tempo) {
+  if (live_ < 0 || Live().Ended() || Live().InForce() == tempo) return;
+  if (Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
+    Live().SetTempo(tempo);
+  } else {
+    Prepare(std::llround(std::ceil(Live().Source())), tempo, live_place_, true);
+  }
+}
+
+void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t device_frame) {
+  if (!orders.next || live_ < 0 || offered_ || preparing_ || orders.place != live_place_) return;
+  const std::int64_t at = orders.next->at;
+  if (at <= device_frame) return stream_->ApplyTimedTempo();
+  const auto heard = stream_->log.Newest();
+  const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
+  if (!heard || heard->segment != lane.Segment() || heard->lane != static_cast<std::uint32_t>(live_)) return;
+  if (!stream_->playing.load(std::memory_order_acquire)) return;
+  const std::int64_t next_made = heard->frame + lane.Fed() - heard->taken;
+  if (at > next_made) {
+    cut_at_ = at - next_made;
+    return;
+  }
+  // Its place is in the ring already: a segment that begins there takes over.
+  Tempo tempo = Live().InForce();
+  tempo.speed = orders.next->speed;
+  stream_->ApplyTimedTempo();
+  if (at == next_made && Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
+    return FollowTempo(tempo);
+  }
+  const double ahead = static_cast<double>(at - heard->frame) * heard->ratio;
+  const double source = at == next_made ? Live().Source() : heard->source + ahead;
+  Prepare(std::llround(source), tempo, live_place_, true);
+  FinishPreparing();
+}
+
+void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, bool aligned) {
+  stream_->lanes[Idle()].Clear(place, aligned);
+  sources_[Idle()].Begin(frame, tempo);
+  prepared_place_ = place;
+  prepared_tempo_ = tempo;
+  preparing_ = true;
+}
+
+void StreamFeed::FinishPreparing() {
+  if (!Fill(Idle())) return;
+  preparing_ = false;
+  offered_ = true;
+  stream_->hand_over.store(Stream::HandOver::Ready, std::memory_order_release);
+}
+
+bool StreamFeed::Fill(std::size_t number) {
+  Lane& lane = stream_->lanes[number];
+  SegmentSource& source = sources_[number];
+  while (!source.Ended() && lane.Queued() + kLaneBlockFrames <= lead_frames_) {
+    LaneBlock* block = lane.Back();
+    if (block == nullptr) return true;
+    int frames = kLaneBlockFrames;
+    if (cut_at_ > 0 && static_cast<int>(number) == live_) {
+      frames = static_cast<int>(std::min<std::int64_t>(frames, cut_at_));
+    }
+    if (!source.Make(*block, frames)) return false;
+    if (cut_at_ > 0) cut_at_ = std::max<std::int64_t>(cut_at_ - block->frames, 0);
+    lane.Append();
+    if (cut_at_ == 0) break;
+  }
+  return true;
+}
+
+void StreamFeed::FillLive() {
+  if (live_ >= 0) Fill(static_cast<std::size_t>(live_));
+}
+
+void StreamFeed::KeepWarm() {
+  if (live_ < 0) return;
+  const std::int64_t frame = std::max<std::int64_t>(static_cast<std::int64_t>(Live().Source()), 0);
+  const std::int64_t chunk = frame / PcmStore::kChunkFrames;
+  if (chunk == warmed_chunk_) return;
+  warmed_chunk_ = chunk;
+  if (stream_->Store()->IsPaged(frame + PcmStore::kChunkFrames)) pool_.WarmAhead(stream_->Store(), frame);
+}
+
+}  // namespace engine

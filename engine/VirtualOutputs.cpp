@@ -1,0 +1,140 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/VirtualOutputs.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace engine {
+namespace {
+
+constexpr auto kWorkEvery = std::chrono::milliseconds(5);
+
+}  // namespace
+
+class VirtualOutputs::Device final : public OutputDevice {
+ public:
+  Device(VirtualOutputs& outputs, OutputDeviceInfo info, const OutputRequest& request, RenderSource& source)
+      : outputs_(outputs),
+        info_(std::move(info)),
+        sample_rate_(request.sample_rate),
+        latency_(outputs.latency_.value_or(std::chrono::milliseconds(request.buffer_ms))),
+        blocks_(outputs.blocks_),
+        source_(source),
+        due_(outputs.time_.Now()) {
+    if (blocks_.empty()) blocks_ = {sample_rate_ * request.period_ms / 1000};
+    outputs_.open_.push_back(this);
+  }
+  ~Device() override { std::erase(outputs_.open_, this); }
+
+  [[nodiscard]] const OutputDeviceInfo& Info() const noexcept override { return info_; }
+  [[nodiscard]] PlayedMark Played() const noexcept override { return mark_; }
+  [[nodiscard]] bool Lost() const noexcept override { return lost_; }
+
+  void Lose() { lost_ = true; }
+  [[nodiscard]] support::TimePoint Due() const { return due_; }
+
+  void RenderBlock() {
+    const auto behind =
+        static_cast<std::int64_t>(std::chrono::duration<double>(latency_).count() * sample_rate_);
+    mark_ = {std::max<std::int64_t>(rendered_ - behind, 0), due_};
+    if (rendered_ < behind) mark_.at = due_ + latency_ - FramesTime(rendered_);
+    const int frames = blocks_[next_block_];
+    next_block_ = (next_block_ + 1) % blocks_.size();
+    block_.assign(static_cast<std::size_t>(frames) * info_.speakers.size(), 0.0F);
+    source_.Render(block_);
+    rendered_ += frames;
+    due_ = start_ + FramesTime(rendered_);
+    const auto listener = outputs_.listeners_.find(info_.id);
+    if (listener != outputs_.listeners_.end()) listener->second(block_);
+  }
+
+ private:
+  [[nodiscard]] support::Duration FramesTime(std::int64_t frames) const {
+    return std::chrono::duration_cast<support::Duration>(
+        std::chrono::duration<double>(static_cast<double>(frames) / sample_rate_));
+  }
+
+  VirtualOutputs& outputs_;
+  const OutputDeviceInfo info_;
+  const int sample_rate_;
+  const support::Duration latency_;
+  std::vector<int> blocks_;
+  RenderSource& source_;
+  support::TimePoint due_;
+  const support::TimePoint start_ = due_;
+  std::size_t next_block_ = 0;
+  std::int64_t rendered_ = 0;
+  std::vector<float> block_;
+  PlayedMark mark_{0, support::TimePoint::max()};
+  bool lost_ = false;
+};
+
+VirtualOutputs::VirtualOutputs(VirtualTime& time, std::vector<OutputDeviceInfo> devices)
+    : time_(time), devices_(std::move(devices)) {}
+
+support::Result<std::unique_ptr<OutputDevice>> VirtualOutputs::Open(const OutputRequest& request,
+                                                                    RenderSource& source) {
+  const auto found = std::find_if(devices_.begin(), devices_.end(), [&](const OutputDeviceInfo& info) {
+    return request.id.empty() ? info.is_default : info.id == request.id;
+  });
+  if (found == devices_.end() || broken_.contains(found->id)) {
+    return support::Error{support::ErrorCode::Unavailable, "This sound output cannot be opened now."};
+  }
+  return std::unique_ptr<OutputDevice>(std::make_unique<Device>(*this, *found, request, source));
+}
+
+std::unique_ptr<OutputDevice> VirtualOutputs::OpenSilent(OutputDeviceInfo info, const OutputRequest& request,
+                                                         RenderSource& source) {
+  info.id = "";
+  return std::make_unique<Device>(*this, std::move(info), request, source);
+}
+
+VirtualOutputs::Device* VirtualOutputs::Next(support::TimePoint until) const {
+  Device* next = nullptr;
+  for (Device* device : open_) {
+    if (device->Lost() || device->Due() >= until) continue;
+    if (next == nullptr || device->Due() < next->Due()) next = device;
+  }
+  return next;
+}
+
+void VirtualOutputs::Advance(support::Duration by) {
+  const support::TimePoint until = time_.Now() + by;
+  while (true) {
+    Device* next = Next(std::min(until, next_work_));
+    if (next == nullptr && next_work_ >= until) break;
+    time_.MoveTo(std::max(time_.Now(), next != nullptr ? next->Due() : next_work_));
+    if (before_block_) before_block_();
+    if (next == nullptr) {
+      next_work_ = time_.Now() + kWorkEvery;
+      continue;
+    }
+    // That work may have closed the output, or opened others.
+    if (std::find(open_.begin(), open_.end(), next) != open_.end() && !next->Lost()) next->RenderBlock();
+  }
+  time_.MoveTo(until);
+}
+
+void VirtualOutputs::Remove(const std::string& id) {
+  std::erase_if(devices_, [&](const OutputDeviceInfo& info) { return info.id == id; });
+  for (Device* device : open_) {
+    if (device->Info().id == id) device->Lose();
+  }
+  if (changed_) changed_();
+}
+
+void VirtualOutputs::Add(const OutputDeviceInfo& info) {
+  devices_.push_back(info);
+  if (changed_) changed_();
+}
+
+void VirtualOutputs::SetBroken(const std::string& id, bool broken) {
+  if (broken) {
+    broken_.insert(id);
+  } else {
+    broken_.erase(id);
+  }
+}
+
+}  // namespace engine

@@ -1,0 +1,304 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/Voice.h"
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
+#include <utility>
+
+namespace engine {
+namespace {
+
+constexpr double kFadeSeconds = 0.005;
+
+}  // namespace
+
+FadeCurve::FadeCurve(int sample_rate) : frames_(std::max(1, static_cast<int>(sample_rate * kFadeSeconds))) {
+  for (int i = 0; i <= frames_; ++i) {
+    curve_.push_back(static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * i / frames_)));
+  }
+}
+
+void Voice::Begin(Stream& stream, const FadeCurve& curve) noexcept {
+  *this = Voice();
+  stream_ = &stream;
+  curve_ = &curve;
+}
+
+bool Voice::TakeRequests() noexcept {
+  const std::uint64_t volume = stream_->VolumeAsked();
+  if (volume != volume_seen_) {
+    volume_seen_ = volume;
+    Ramp(Stream::VolumeOf(volume), curve_->Frames());
+  }
+  const std::uint64_t transport = stream_->TransportAsked();
+  if (transport != transport_seen_) {
+    transport_seen_ = transport;
+    switch (Stream::TransportOf(transport)) {
+      case Stream::Transport::None:
+        break;
+      case Stream::Transport::Play:
+        Start();
+        break;
+      case Stream::Transport::Pause:
+        Pause();
+        break;
+      case Stream::Transport::Free:
+        Pause();
+        freed_ = true;
+        break;
+    }
+  }
+  return !freed_ || sounding_;
+}
+
+void Voice::Start() noexcept {
+  if (!freed_) wanted_ = true;
+}
+
+void Voice::Ramp(float volume, int frames) noexcept {
+  volume_target_ = std::clamp(volume, 0.0F, 1.0F);
+  ramp_left_ = sounding_ || wanted_ ? std::max(frames, 1) : 0;
+  if (ramp_left_ == 0) {
+    volume_ = volume_target_;
+  } else {
+    volume_step_ = (volume_target_ - volume_) / static_cast<float>(ramp_left_);
+  }
+}
+
+bool Voice::Enough(int frames) noexcept {
+  Lane& lane = LaneOf(active_);
+  const bool finished = lane.Finished();
+  return finished || lane.Queued() >= frames;
+}
+
+void Voice::LookForLane(std::int64_t frame) noexcept {
+  if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Ready) return;
+  const int next = Other();
+  if (LaneOf(next).Aligned()) {
+    if (!sounding_ || FramesToAlignedSwitch(1) > 0) return;
+  } else if (sounding_ && !wanted_) {
+    return;  // it stops first
+  }
+  Stream::HandOver ready = Stream::HandOver::Ready;
+  if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Taken, std::memory_order_acq_rel))
+    return;
+  offset_[static_cast<std::size_t>(next)] = 0;
+  const double reached = active_ >= 0 ? Source(active_) : 0;
+  Flip(frame);
+  if (LaneOf(active_).Aligned()) SkipTo(active_, reached);
+}
+
+void Voice::Flip(std::int64_t frame) noexcept {
+  active_ = Other();
+  ended_ = false;
+  dry_ = false;
+  if (sounding_) {
+    crossfade_left_ = curve_->Frames();
+    return;
+  }
+  crossfade_left_ = 0;
+  stream_->hand_over.store(Stream::HandOver::Free, std::memory_order_release);
+  Lane& lane = LaneOf(active_);
+  Log({.frame = frame,
+       .source = Source(active_),
+       .taken = 0,
+       .segment = lane.Segment(),
+       .lane = static_cast<std::uint32_t>(active_)});
+}
+
+void Voice::LookForStart() noexcept {
+  constexpr int kRestFadesAfterDry = 4;
+  if (!wanted_ || ended_ || sounding_ || active_ < 0) return;
+  Lane& lane = LaneOf(active_);
+  if (lane.Place() != stream_->PlaceWanted()) return;  // the place asked for is still being prepared
+  if (!Enough(curve_->Frames() * (dry_ ? kRestFadesAfterDry : 2))) return;
+  dry_ = false;
+  sounding_ = true;
+  const bool start_of_file = lane.Taken() == 0 && Source(active_) == 0;
+  fade_ = start_of_file ? curve_->Frames() : 0;
+}
+
+bool Voice::Render(std::span<float> stereo, std::int64_t frame) noexcept {
+  std::fill(stereo.begin(), stereo.end(), 0.0F);
+  const int frames = static_cast<int>(stereo.size() / 2);
+  bool heard = false;
+  for (int done = 0; done < frames;) {
+    LookForLane(frame + done);
+    LookForStart();
+    if (!sounding_) return heard;
+    const int run = RunLength(frames - done);
+    const std::span<float> part =
+        stereo.subspan(static_cast<std::size_t>(2 * done), static_cast<std::size_t>(2 * run));
+    done += RenderRun(part, frame + done);
+    heard = true;
+  }
+  return heard;
+}
+
+int Voice::RunLength(int frames) noexcept {
+  frames = std::min(frames, kRunFrames);
+  if (crossfade_left_ > 0) frames = std::min(frames, crossfade_left_);
+  const LaneBlock* block = LaneOf(active_).Front();
+  const int offset = offset_[static_cast<std::size_t>(active_)];
+  if (block != nullptr && block->frames > offset) frames = std::min(frames, block->frames - offset);
+  if (!dry_ && !Enough(frames + curve_->Frames())) {
+    dry_ = true;
+    if (wanted_) ++late_;
+  }
+  const bool closing = !wanted_ || dry_;
+  if (closing) frames = std::min(frames, std::max(fade_, 1));
+  const bool may_switch = crossfade_left_ == 0 &&
+                          stream_->hand_over.load(std::memory_order_acquire) == Stream::HandOver::Ready &&
+                          LaneOf(Other()).Aligned();
+  return may_switch ? std::clamp(FramesToAlignedSwitch(frames), 1, frames) : frames;
+}
+
+int Voice::FramesToAlignedSwitch(int frames) noexcept {
+  const LaneBlock* mine = LaneOf(active_).Front();
+  const LaneBlock* next = LaneOf(Other()).Front();
+  if (next == nullptr) return 0;
+  const double ratio = mine != nullptr ? mine->ratio : 1;
+  const double to_go = std::ceil((next->source - Source(active_)) / ratio - 1e-6);
+  return static_cast<int>(std::clamp(to_go, 0.0, static_cast<double>(frames)));
+}
+
+double Voice::Source(int number) noexcept {
+  const LaneBlock* block = LaneOf(number).Front();
+  if (block == nullptr) return source_[static_cast<std::size_t>(number)];
+  return block->source + offset_[static_cast<std::size_t>(number)] * block->ratio;
+}
+
+void Voice::SkipTo(int number, double source) noexcept {
+  std::array<float, 2> ignored;
+  Lane& lane = LaneOf(number);
+  for (LaneBlock* block = lane.Front(); block != nullptr; block = lane.Front()) {
+    if (block->last || Source(number) + block->ratio > source + 1e-6) return;
+    if (Take(number, ignored) == 0) return;
+  }
+}
+
+int Voice::Take(int number, std::span<float> stereo) noexcept {
+  Lane& lane = LaneOf(number);
+  int& offset = offset_[static_cast<std::size_t>(number)];
+  const int frames = static_cast<int>(stereo.size() / 2);
+  int done = 0;
+  while (done < frames) {
+    LaneBlock* block = lane.Front();
+    if (block == nullptr) break;
+    const int count = std::min(frames - done, block->frames - offset);
+    std::copy_n(block->samples.data() + 2 * offset, 2 * count, stereo.data() + 2 * done);
+    done += count;
+    offset += count;
+    source_[static_cast<std::size_t>(number)] = block->source + offset * block->ratio;
+    if (offset < block->frames) break;
+    const bool last = block->last;
+    lane.DropFront();
+    offset = 0;
+    if (last) break;
+  }
+  lane.CountTaken(done);
+  return done;
+}
+
+int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
+  Lane& lane = LaneOf(active_);
+  const LaneBlock* block = lane.Front();
+  HeardEntry entry{.frame = frame,
+                   .source = Source(active_),
+                   .taken = lane.Taken(),
+                   .segment = lane.Segment(),
+                   .lane = static_cast<std::uint32_t>(active_)};
+  if (block != nullptr) entry.ratio = block->ratio;
+  entry.frames = Take(active_, stereo);
+  const int frames = static_cast<int>(stereo.size() / 2);
+  const bool at_end = lane.Finished() && lane.Front() == nullptr;
+  if (crossfade_left_ > 0) Blend(stereo);
+  Fade(stereo);
+  if (StreamEffect* effect = stream_->Effect()) effect->Process(stereo);
+  for (std::size_t i = 0; i < stereo.size(); i += 2) {
+    entry.left_peak = std::max(entry.left_peak, std::abs(stereo[i]));
+    entry.right_peak = std::max(entry.right_peak, std::abs(stereo[i + 1]));
+  }
+  if (entry.frames > 0) Log(entry);
+  if (at_end && crossfade_left_ == 0) {
+    ended_ = true;
+    if (lane.Place() == stream_->PlaceWanted()) wanted_ = false;  // else a seek is on its way
+    StopSounding();
+    Log({.frame = frame + entry.frames,
+         .source = Source(active_),
+         .taken = lane.Taken(),
+         .segment = lane.Segment(),
+         .lane = static_cast<std::uint32_t>(active_),
+         .ended = true});
+  } else if ((!wanted_ || dry_) && fade_ == 0) {
+    StopSounding();
+  }
+  return ended_ ? entry.frames : frames;
+}
+
+void Voice::Blend(std::span<float> stereo) noexcept {
+  std::array<float, 2 * kRunFrames> old{};
+  const int frames = static_cast<int>(stereo.size() / 2);
+  Take(Other(), {old.data(), stereo.size()});
+  const int begin = curve_->Frames() - crossfade_left_;
+  for (int i = 0; i < frames; ++i) {
+    const float in = curve_->At(begin + i);
+    const std::size_t at = static_cast<std::size_t>(2 * i);
+    stereo[at] = stereo[at] * in + old[at] * (1 - in);
+    stereo[at + 1] = stereo[at + 1] * in + old[at + 1] * (1 - in);
+  }
+  crossfade_left_ -= frames;
+  if (crossfade_left_ == 0) EndCrossfade();
+}
+
+void Voice::Fade(std::span<float> stereo) noexcept {
+  const bool closing = !wanted_ || dry_;
+  if (!closing && fade_ == curve_->Frames()) return;
+  for (std::size_t i = 0; i < stereo.size(); i += 2) {
+    fade_ = std::clamp(fade_ + (closing ? -1 : 1), 0, curve_->Frames());
+    const float gain = curve_->At(fade_);
+    stereo[i] *= gain;
+    stereo[i + 1] *= gain;
+  }
+}
+
+void Voice::EndCrossfade() noexcept {
+  crossfade_left_ = 0;
+  stream_->hand_over.store(Stream::HandOver::Free, std::memory_order_release);
+}
+
+void Voice::StopSounding() noexcept {
+  sounding_ = false;
+  fade_ = 0;
+  if (crossfade_left_ > 0) EndCrossfade();
+  if (ramp_left_ > 0) {
+    ramp_left_ = 0;
+    volume_ = volume_target_;
+  }
+}
+
+void Voice::ApplyGain(std::span<float> stereo) noexcept {
+  const float pan_to = std::clamp(stream_->Pan(), -1.0F, 1.0F);
+  if (volume_ == 1 && ramp_left_ == 0 && pan_ == 0 && pan_to == 0) return;
+  const float pan_step = (pan_to - pan_) / static_cast<float>(std::max<std::size_t>(stereo.size() / 2, 1));
+  for (std::size_t i = 0; i < stereo.size(); i += 2) {
+    if (ramp_left_ > 0) {
+      volume_ += volume_step_;
+      if (--ramp_left_ == 0) volume_ = volume_target_;
+    }
+    pan_ += pan_step;
+    stereo[i] *= volume_ * std::min(1.0F, 1 - pan_);
+    stereo[i + 1] *= volume_ * std::min(1.0F, 1 + pan_);
+  }
+  pan_ = pan_to;
+}
+
+void Voice::Publish() noexcept {
+  stream_->ended_place.store(ended_ ? LaneOf(active_).Place() : 0, std::memory_order_relaxed);
+  stream_->playing.store(wanted_, std::memory_order_release);
+  stream_->transport_seen.store(transport_seen_, std::memory_order_release);
+}
+
+}  // namespace engine

@@ -1,0 +1,331 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/settings/SettingsFile.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <atomic>
+#include <condition_variable>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <mutex>
+#include <random>
+#include <string>
+#include <thread>
+
+#include "platform/files/DiskFileSaver.h"
+#include "platform/files/testing/FaultyDisk.h"
+#include "platform/files/testing/TestFolder.h"
+#include "platform/settings/SettingsDisk.h"
+#include "support/testing/RecordingSettings.h"
+
+namespace platform::settings {
+namespace {
+
+namespace fs = std::filesystem;
+using files::testing::FaultyDisk;
+using files::testing::RunInChild;
+using files::testing::TestFolder;
+using std::chrono::hours;
+using support::kApplication;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using ::testing::IsEmpty;
+
+/// Saves for real and counts; fails when told to.
+class CountedSaver final : public support::FileSaver {
+ public:
+  support::Result<void> Save(const fs::path& path, std::string_view content) override {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    ++saves_;
+    saved_.notify_all();
+    if (failures_ > 0) {
+      --failures_;
+      return support::Error{support::ErrorCode::Unavailable, "The disk is full."};
+    }
+    return disk_.Save(path, content);
+  }
+  void FailNext(int saves) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    failures_ = saves;
+  }
+  [[nodiscard]] int Saves() {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    return saves_;
+  }
+  bool AwaitSave() {
+    std::unique_lock<std::mutex> lock(mutex_);
+    return saved_.wait_for(lock, std::chrono::seconds(20), [this] { return saves_ > 0; });
+  }
+
+ private:
+  files::DiskFileSaver disk_;
+  std::mutex mutex_;
+  std::condition_variable saved_;
+  int saves_ = 0;
+  int failures_ = 0;
+};
+
+// What every store promises, told of the real one and of the one for tests.
+
+class RealStore {
+ public:
+  support::SettingsStore& Store() { return store_; }
+
+ private:
+  TestFolder folder_;
+  files::DiskFileSaver saver_;
+  SettingsFile store_{folder_ / "settings.ini", saver_};
+};
+
+class StoreInMemory {
+ public:
+  support::SettingsStore& Store() { return store_; }
+
+ private:
+  support::testing::RecordingSettings store_;
+};
+
+template <typename T>
+class EverySettingsStore : public ::testing::Test {
+ protected:
+  T given_;
+};
+using Stores = ::testing::Types<RealStore, StoreInMemory>;
+TYPED_TEST_SUITE(EverySettingsStore, Stores);
+
+TYPED_TEST(EverySettingsStore, GivesTheDefaultUntilAValueIsSet) {
+  support::SettingsStore& store = this->given_.Store();
+  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "8");
+  store.Set(kApplication, "Mixer", "MixTime", "12");
+  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "12");
+  store.Set(kApplication, "Mixer", "MixTime", "");
+  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "");
+}
+
+TYPED_TEST(EverySettingsStore, KeepsApplicationsSectionsAndKeysApart) {
+  support::SettingsStore& store = this->given_.Store();
+  store.Set("QRV", "EQ", "Preset1", "Rock");
+  store.Set(kApplication, "EQ", "Preset1", "Pop");
+  store.Flush();
+  EXPECT_EQ(store.Get("QRV", "EQ", "Preset1", ""), "Rock");
+  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset1", ""), "Pop");
+  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset2", "none"), "none");
+}
+
+class UserSettings : public ::testing::Test {
+ protected:
+  /// A program that starts. Its writes wait for Flush unless a window is given.
+  std::unique_ptr<SettingsFile> Start(std::chrono::milliseconds window = hours(1)) {
+    return std::make_unique<SettingsFile>(folder_ / "settings.ini", saver_, window);
+  }
+  static void Set(SettingsFile& store, std::string_view key, std::string_view value) {
+    store.Set(kApplication, "Mixer", key, value);
+  }
+  static std::string Get(const SettingsFile& store, std::string_view key) {
+    return store.Get(kApplication, "Mixer", key, "default");
+  }
+  [[nodiscard]] std::string File() const { return folder_.Read("settings.ini"); }
+
+  TestFolder folder_;
+  CountedSaver saver_;
+};
+
+TEST_F(UserSettings, AreThereAtTheNextStart) {
+  auto store = Start();
+  Set(*store, "MixTime", "two\r\nlines");
+  store.reset();
+  EXPECT_EQ(Get(*Start(), "MixTime"), "two\r\nlines");
+  EXPECT_THAT(folder_.Names(), ElementsAre("settings.ini", "settings.ini.lock"));
+}
+
+TEST_F(UserSettings, ReachTheDiskWithoutAskingForIt) {
+  auto store = Start(SettingsFile::kWindow);
+  Set(*store, "MixTime", "9");
+  EXPECT_TRUE(saver_.AwaitSave());
+}
+
+TEST_F(UserSettings, OfTenThousandSetsAreOneWrite) {
+  auto store = Start();
+  for (int i = 0; i < 10'000; ++i) Set(*store, "Volume", std::to_string(i));
+  store->Flush();
+  EXPECT_EQ(saver_.Saves(), 1);
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nVolume=9999\r\n");
+}
+
+TEST_F(UserSettings, ThatWereOnlyReadWriteNothing) {
+  auto store = Start();
+  EXPECT_EQ(Get(*store, "MixTime"), "default");
+  store->Flush();
+  store.reset();
+  EXPECT_THAT(folder_.Names(), IsEmpty());
+}
+
+TEST_F(UserSettings, AreNotWrittenAgainWhenNothingChanged) {
+  Set(*Start(), "MixTime", "9");
+  Set(*Start(), "MixTime", "9");
+  EXPECT_EQ(saver_.Saves(), 1);
+}
+
+TEST_F(UserSettings, OfTwoProgramsAreBothKept) {
+  const auto one = Start();
+  const auto other = Start();
+  for (int i = 0; i < 50; ++i) {
+    Set(*one, "one" + std::to_string(i), "1");
+    Set(*other, "other" + std::to_string(i), "2");
+    Set(*(i % 2 == 0 ? one : other), "both", std::to_string(i));
+    one->Flush();
+    other->Flush();
+  }
+  const auto later = Start();
+  for (int i = 0; i < 50; ++i) {
+    EXPECT_EQ(Get(*later, "one" + std::to_string(i)), "1");
+    EXPECT_EQ(Get(*later, "other" + std::to_string(i)), "2");
+  }
+  EXPECT_EQ(Get(*later, "both"), "49");
+  EXPECT_EQ(Get(*one, "other48"), "2") << "what the other wrote is seen after a write of our own";
+}
+
+TEST_F(UserSettings, OfTwoProgramsThatWriteAtOnceAreBothKept) {
+  const auto write = [this](const std::string& name) {
+    const auto store = Start();
+    for (int i = 0; i < 200; ++i) {
+      Set(*store, name + std::to_string(i), "x");
+      store->Flush();
+    }
+  };
+  std::thread one(write, "one");
+  std::thread other(write, "other");
+  one.join();
+  other.join();
+  const auto later = Start();
+  for (int i = 0; i < 200; ++i) {
+    EXPECT_EQ(Get(*later, "one" + std::to_string(i)), "x");
+    EXPECT_EQ(Get(*later, "other" + std::to_string(i)), "x");
+  }
+}
+
+TEST_F(UserSettings, WithGarbageBetweenThemKeepBoth) {
+  folder_.Write("settings.ini", "rubbish\r\n[TLVG/Mixer]\r\nMixTime=7\r\n\xFF\xFF\r\n");
+  auto store = Start();
+  EXPECT_EQ(Get(*store, "MixTime"), "7");
+  Set(*store, "Volume", "1");
+  store.reset();
+  EXPECT_EQ(File(), "rubbish\r\n[TLVG/Mixer]\r\nMixTime=7\r\n\xFF\xFF\r\nVolume=1\r\n");
+}
+
+TEST_F(UserSettings, ThatCannotBeReadAreKeptAsideAndToldOf) {
+  const std::string garbage(300, '\x01');
+  folder_.Write("settings.ini", garbage);
+  folder_.Write("settings.ini.unreadable-1", "an older one");
+  auto store = Start();
+  ASSERT_THAT(store->Notices(), ElementsAre(HasSubstr("cannot be read")));
+  store->Flush();
+  EXPECT_EQ(File(), garbage) << "only a set replaces it";
+  Set(*store, "MixTime", "9");
+  store->Flush();
+  EXPECT_EQ(folder_.Read("settings.ini.unreadable-1"), "an older one");
+  EXPECT_EQ(folder_.Read("settings.ini.unreadable-2"), garbage);
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\n");
+  EXPECT_THAT(store->Notices().back(), HasSubstr("settings.ini.unreadable-2"));
+}
+
+TEST_F(UserSettings, ThatCannotBeReadAreKeptAsideOnceWhenTheSaveFails) {
+  folder_.Write("settings.ini", "garbage");
+  auto store = Start();
+  saver_.FailNext(2);
+  Set(*store, "MixTime", "9");
+  store->Flush();
+  store->Flush();
+  EXPECT_EQ(File(), "garbage");
+  store.reset();
+  EXPECT_THAT(folder_.Names(), ElementsAre("settings.ini", "settings.ini.lock", "settings.ini.unreadable-1"));
+}
+
+TEST_F(UserSettings, BehindALinkAreKeptAsideWithTheirContent) {
+  folder_.Write("real", "garbage");
+  fs::create_symlink("real", folder_ / "settings.ini");
+  Set(*Start(), "MixTime", "9");
+  EXPECT_EQ(folder_.Read("settings.ini.unreadable-1"), "garbage");
+  EXPECT_EQ(folder_.Read("real"), "[TLVG/Mixer]\r\nMixTime=9\r\n");
+}
+
+TEST_F(UserSettings, WhereAFolderStandsAreNotSavedAndSaySo) {
+  fs::create_directory(folder_ / "settings.ini");
+  auto store = Start();
+  Set(*store, "MixTime", "9");
+  store->Flush();
+  EXPECT_THAT(store->Notices().back(), HasSubstr("Settings are not saved"));
+  EXPECT_EQ(Get(*store, "MixTime"), "9") << "they hold until the end";
+}
+
+TEST_F(UserSettings, ThatWereDeletedMeanwhileAreMadeAgain) {
+  auto store = Start();
+  Set(*store, "MixTime", "9");
+  store->Flush();
+  fs::remove(folder_ / "settings.ini");
+  Set(*store, "Volume", "1");
+  store->Flush();
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=1\r\n");
+}
+
+TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
+  auto store = Start();
+  saver_.FailNext(1);
+  Set(*store, "MixTime", "9");
+  Set(*store, "Volume", "1");
+  store->Flush();
+  EXPECT_THAT(store->Notices(), ElementsAre("The disk is full."));
+  Set(*store, "Volume", "2");
+  store->Flush();
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=2\r\n");
+}
+
+TEST_F(UserSettings, LieInAFolderOfTheUserAlone) {
+  files::DiskFileSaver disk;
+  const fs::path path = folder_ / "config/djtolven/settings.ini";
+  SettingsFile(path, disk).Set(kApplication, "Mixer", "MixTime", "9");
+  EXPECT_TRUE(fs::exists(path));
+  EXPECT_EQ(fs::status(path.parent_path()).permissions(), fs::perms::owner_all);
+}
+
+TEST_F(UserSettings, AreOldOrNewWholeWheneverTheProgramIsKilled) {
+  constexpr int kKills = 100;
+  constexpr int kKeys = 20;
+  std::mt19937 seed(1);
+  for (int kill = 0; kill < kKills; ++kill) {
+    const int when = std::uniform_int_distribution<int>(1, 60)(seed);
+    const int signal = RunInChild([&] {
+      FaultyDisk disk;
+      disk.DieOn(when);
+      files::DiskFileSaver saver(disk);
+      SettingsFile store(folder_ / "settings.ini", saver, hours(1));
+      for (int n = 0;; ++n) {
+        for (int key = 0; key < kKeys; ++key) Set(store, "key" + std::to_string(key), std::to_string(n));
+        store.Flush();
+      }
+    });
+    ASSERT_EQ(signal, SIGKILL);
+    const auto store = Start();
+    ASSERT_THAT(store->Notices(), IsEmpty());
+    const std::string first = Get(*store, "key0");
+    for (int key = 1; key < kKeys; ++key) ASSERT_EQ(Get(*store, "key" + std::to_string(key)), first);
+  }
+  EXPECT_NE(Get(*Start(), "key0"), "default");
+}
+
+TEST(UserSettingsPath, FollowsTheDesktop) {
+  setenv("XDG_CONFIG_HOME", "/else/where", 1);
+  EXPECT_EQ(UserSettingsPath(), "/else/where/djtolven/settings.ini");
+  setenv("XDG_CONFIG_HOME", "relative", 1);
+  setenv("HOME", "/home/dj", 1);
+  EXPECT_EQ(UserSettingsPath(), "/home/dj/.config/djtolven/settings.ini");
+  unsetenv("XDG_CONFIG_HOME");
+  EXPECT_EQ(UserSettingsPath(), "/home/dj/.config/djtolven/settings.ini");
+}
+
+}  // namespace
+}  // namespace platform::settings

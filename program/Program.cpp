@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "program/Program.h"
+
+#include <algorithm>
+#include <thread>
+
+#include "app/Workstation.h"
+#include "engine/SoundEngine.h"
+#include "platform/audio/PulseDevices.h"
+#include "platform/codec/FfmpegDecoderFactory.h"
+#include "platform/files/DiskFileSaver.h"
+#include "platform/files/MappedSampleMemory.h"
+#include "platform/files/System.h"
+#include "platform/settings/SettingsDisk.h"
+#include "platform/settings/SettingsFile.h"
+#include "platform/stretch/LibraryStretcherFactory.h"
+#include "platform/tags/TagLibTagReader.h"
+#include "support/Clock.h"
+#include "support/Executor.h"
+#include "ui/forms/frmMain.h"
+
+namespace program {
+namespace {
+
+int Cores() {
+  return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
+}
+
+}  // namespace
+
+struct Program::Parts {
+  explicit Parts(const std::filesystem::path& folder)
+      : memory(std::filesystem::temp_directory_path()),
+        settings(platform::settings::UserSettingsPath(), files),
+        decoding(std::max(2, Cores())),
+        engine({.outputs = outputs,
+                .decoders = decoders,
+                .stretchers = stretchers,
+                .workers = decoding,
+                .clock = clock,
+                .memory = &memory,
+                .make_silent = nullptr,
+                .thread_started = [] { platform::files::RaiseThreadPriority(); }},
+               engine::SoundEngine::Feeding::OwnThread),
+        workers(Cores()),
+        workstation({.engine = engine,
+                     .sound = engine,
+                     .tags = tags,
+                     .settings = settings,
+                     .files = files,
+                     .workers = workers,
+                     .clock = clock},
+                    support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
+    workstation.StartUp();
+    window = std::make_unique<ui::frmMain>(workstation, settings, clock);
+  }
+
+  support::SteadyClock clock;
+  platform::files::DiskFileSaver files;
+  platform::files::MappedSampleMemory memory;
+  platform::settings::SettingsFile settings;
+  platform::tags::TagLibTagReader tags;
+  platform::audio::PulseDevices outputs;
+  platform::codec::FfmpegDecoderFactory decoders;
+  platform::stretch::LibraryStretcherFactory stretchers;
+  // A pool of their own: a long scan must not keep a deck waiting for its file.
+  support::ThreadPool decoding;
+  engine::SoundEngine engine;
+  support::ThreadPool workers;
+  app::Workstation workstation;
+  std::unique_ptr<ui::frmMain> window;
+};
+
+Program::Program(const std::filesystem::path& folder) : parts_(std::make_unique<Parts>(folder)) {}
+
+Program::~Program() {
+  parts_->window.reset();
+  parts_->workstation.ShutDown();
+}
+
+ui::frmMain& Program::Window() {
+  return *parts_->window;
+}
+
+}  // namespace program

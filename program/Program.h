@@ -1,0 +1,34 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+namespace ui {
+class frmMain;
+}
+
+namespace program {
+
+/// The running program: the outside things, the engine, the workstation and the window, made in the order in
+/// which they need each other and gone in the reverse one.
+///
+/// Threads: the window's. Requires: a QApplication.
+class Program {
+ public:
+  /// folder: the program folder. Starts up; what fails is skipped and told in the window.
+  explicit Program(const std::filesystem::path& folder);
+  /// Shuts down.
+  ~Program();
+  Program(const Program&) = delete;
+  Program& operator=(const Program&) = delete;
+
+  [[nodiscard]] ui::frmMain& Window();
+
+ private:
+  struct Parts;
+  std::unique_ptr<Parts> parts_;
+};
+
+}  // namespace program

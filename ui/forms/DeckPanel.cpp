@@ -1,0 +1,324 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/DeckPanel.h"
+
+#include <QDragEnterEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "ui/models/CatalogueModel.h"
+#include "ui/models/DroppedFiles.h"
+#include "ui/models/KeyMap.h"
+#include "ui/models/TimeText.h"
+#include "ui/models/TrackText.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/TransportButton.h"
+#include "ui/widgets/WaveOverview.h"
+
+namespace ui {
+namespace {
+
+using State = app::DeckView::State;
+
+constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
+constexpr int kTempoRange = 10;   ///< percent to both sides
+constexpr auto kSoon = std::chrono::seconds(30);
+constexpr auto kNow = std::chrono::seconds(10);
+
+Say StateName(State state) {
+  switch (state) {
+    case State::Empty:
+      return Say::DeckEmpty;
+    case State::Loading:
+      return Say::Loading;
+    case State::Stopped:
+      return Say::Stopped;
+    case State::Playing:
+      return Say::Playing;
+    case State::Paused:
+      return Say::Paused;
+    case State::Ended:
+      return Say::Ended;
+  }
+  return Say::DeckEmpty;
+}
+
+QString TempoText(float percent) {
+  const double rounded = std::round(double(percent) * kTempoSteps) / kTempoSteps;
+  const QString number = QString::number(std::abs(rounded), 'f', 2);
+  const QString sign = rounded > 0   ? QStringLiteral("+")
+                       : rounded < 0 ? QStringLiteral("−")
+                                     : QStringLiteral("±");
+  return sign + number + QStringLiteral(" %");
+}
+
+QLabel* MakeBadge(int deck, const Look& look) {
+  auto* badge = new QLabel(QString::number(deck));
+  Name(*badge, DeckName(deck, "Badge"), look.say(Say::Deck).arg(deck));
+  SetFontEm(*badge, 2.0, Weight::Bold);
+  badge->setAlignment(Qt::AlignCenter);
+  badge->setAutoFillBackground(true);
+  QPalette palette;
+  palette.setColor(QPalette::Window, look.skin.Deck(deck));
+  palette.setColor(QPalette::WindowText, look.skin.on_deck);
+  badge->setPalette(palette);
+  badge->setMargin(4);
+  badge->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
+  return badge;
+}
+
+}  // namespace
+
+DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), deck_(deck), workstation_(workstation), look_(look) {
+  SetStripe(look.skin.Deck(deck));
+  setAcceptDrops(true);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.7, 0.6);
+  rows->addLayout(MakeTitleRow());
+  overview_ = new WaveOverview(look.skin, look.skin.Deck(deck));
+  rows->addWidget(overview_, 1);
+  rows->addLayout(MakeTransportRow());
+  NameParts();
+  connect(overview_, &WaveOverview::SeekWanted, this,
+          [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); });
+  Show({}, {});
+}
+
+QHBoxLayout* DeckPanel::MakeTitleRow() {
+  title_ = new ElidedLabel;
+  SetFontEm(*title_, 1.7, Weight::Bold);
+  artist_ = new ElidedLabel;
+  SetFontEm(*artist_, 1.2);
+  auto* names = new QVBoxLayout;
+  SetSpacingEm(*names, 0, 0.1);
+  names->addWidget(title_);
+  names->addWidget(artist_);
+
+  bpm_ = new QLabel;
+  SetFontEm(*bpm_, 1.7, Weight::Bold);
+  bpm_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  state_ = new QLabel;
+  SetFontEm(*state_, 1.1, Weight::Bold);
+  state_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* facts = new QVBoxLayout;
+  SetSpacingEm(*facts, 0, 0.1);
+  facts->addWidget(bpm_);
+  facts->addWidget(state_);
+
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.8);
+  row->addWidget(MakeBadge(deck_, look_));
+  row->addLayout(names, 1);
+  row->addLayout(facts);
+  return row;
+}
+
+QHBoxLayout* DeckPanel::MakeTransportRow() {
+  const QColor& accent = look_.skin.Deck(deck_);
+  using Symbol = TransportButton::Symbol;
+  to_start_ = new TransportButton(look_.skin, accent, Symbol::ToStart, TransportButton::Size::Normal);
+  play_ = new TransportButton(look_.skin, accent, Symbol::Play, TransportButton::Size::Wide);
+  stop_ = new TransportButton(look_.skin, accent, Symbol::Stop, TransportButton::Size::Normal);
+  connect(to_start_, &QPushButton::clicked, this, &DeckPanel::ToStart);
+  connect(play_, &QPushButton::clicked, this, &DeckPanel::PlayOrPause);
+  connect(stop_, &QPushButton::clicked, this, &DeckPanel::Stop);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.5);
+  for (TransportButton* button : {to_start_, play_, stop_}) row->addWidget(button);
+  row->addSpacing(8);
+  row->addWidget(MakeTempo(), 1);
+  row->addSpacing(8);
+  row->addWidget(MakeTimes());
+  return row;
+}
+
+QWidget* DeckPanel::MakeTempo() {
+  tempo_ = new Fader(Qt::Horizontal, look_.skin, look_.skin.Deck(deck_));
+  tempo_->setRange(-kTempoRange * kTempoSteps, kTempoRange * kTempoSteps);
+  tempo_->setSingleStep(kTempoSteps / 10);
+  tempo_->setPageStep(kTempoSteps);
+  tempo_->SetRest(0);
+  auto* caption = new QLabel(look_.say(Say::Tempo));
+  SetTextColour(*caption, look_.skin.dim);
+  tempo_value_ = new QLabel;
+  SetFontEm(*tempo_value_, 1.1, Weight::Bold);
+  tempo_reset_ = new QPushButton(look_.say(Say::TempoReset));
+  SetKind(*tempo_reset_, "plain");
+  connect(tempo_, &QSlider::valueChanged, this, [this](int steps) { SetTempo(float(steps) / kTempoSteps); });
+  connect(tempo_reset_, &QPushButton::clicked, this, [this] {
+    tempo_->setValue(0);
+    SetTempo(0);
+  });
+  auto* head = new QHBoxLayout;
+  SetSpacingEm(*head, 0, 0.5);
+  head->addWidget(caption);
+  head->addWidget(tempo_value_, 1);
+  head->addWidget(tempo_reset_);
+  auto* box = new QWidget;
+  auto* column = new QVBoxLayout(box);
+  SetSpacingEm(*column, 0, 0.1);
+  column->addLayout(head);
+  column->addWidget(tempo_);
+  return box;
+}
+
+QWidget* DeckPanel::MakeTimes() {
+  remaining_ = new QLabel;
+  SetFontEm(*remaining_, 2.6, Weight::Bold);
+  remaining_->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  SetWidest(*remaining_, QStringLiteral("−00:00"));
+  elapsed_ = new QLabel;
+  SetFontEm(*elapsed_, 1.1);
+  elapsed_->setAlignment(Qt::AlignRight | Qt::AlignTop);
+  SetTextColour(*elapsed_, look_.skin.dim);
+  auto* box = new QWidget;
+  auto* column = new QVBoxLayout(box);
+  SetSpacingEm(*column, 0, 0);
+  column->addWidget(remaining_);
+  column->addWidget(elapsed_);
+  return box;
+}
+
+void DeckPanel::NameParts() {
+  const auto& say = look_.say;
+  const auto with_key = [&](Say tip, Command command) {
+    return say(Say::KeyHint).arg(say(tip), KeyText(KeyOf(command, deck_)));
+  };
+  Name(*this, DeckName(deck_, ""), say(Say::Deck).arg(deck_));
+  Name(*title_, DeckName(deck_, "Title"), {});
+  Name(*artist_, DeckName(deck_, "Artist"), {});
+  Name(*bpm_, DeckName(deck_, "Bpm"), {});
+  Name(*state_, DeckName(deck_, "State"), {});
+  Name(*overview_, DeckName(deck_, "Overview"), say(Say::Overview).arg(deck_), say(Say::OverviewTip));
+  Name(*to_start_, DeckName(deck_, "ToStart"), say(Say::ToStart).arg(deck_),
+       with_key(Say::ToStartTip, Command::ToStart));
+  Name(*play_, DeckName(deck_, "Play"), say(Say::Play).arg(deck_),
+       with_key(Say::PlayTip, Command::PlayPause));
+  Name(*stop_, DeckName(deck_, "Stop"), say(Say::Stop).arg(deck_), with_key(Say::StopTip, Command::Stop));
+  const QString tempo = say(Say::Tempo) + QLatin1Char(' ') + say(Say::Deck).arg(deck_);
+  Name(*tempo_, DeckName(deck_, "Tempo"), tempo, say(Say::TempoTip));
+  Name(*tempo_value_, DeckName(deck_, "TempoValue"), {});
+  Name(*tempo_reset_, DeckName(deck_, "TempoReset"), tempo + QStringLiteral(": ") + say(Say::TempoReset),
+       say(Say::TempoResetTip));
+  Name(*remaining_, DeckName(deck_, "Remaining"), {}, say(Say::Remaining));
+  Name(*elapsed_, DeckName(deck_, "Elapsed"), {}, say(Say::Elapsed));
+}
+
+bool DeckPanel::Loaded() const {
+  return view_.state != State::Empty && view_.state != State::Loading;
+}
+
+void DeckPanel::PlayOrPause() {
+  if (view_.state == State::Playing) return workstation_.Pause(deck_);
+  if (view_.state == State::Paused) return workstation_.Resume(deck_);
+  if (view_.state != State::Empty) workstation_.Play(deck_);
+}
+
+void DeckPanel::ToStart() {
+  if (Loaded()) workstation_.Seek(deck_, std::chrono::microseconds(0));
+}
+
+void DeckPanel::Stop() {
+  if (Loaded()) workstation_.Stop(deck_);
+}
+
+void DeckPanel::SetTempo(float percent) {
+  echo_.Sent(percent, now_);
+  workstation_.SetTempo(deck_, percent);
+}
+
+void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
+  now_ = now;
+  ShowTrack(view);
+  ShowState(view);
+  ShowTimes(view);
+  ShowTempo(view, now);
+  overview_->Show(view.position, view.length);
+  view_ = view;
+}
+
+void DeckPanel::ShowTrack(const app::DeckView& view) {
+  const bool broken = !view.message.empty();
+  const bool empty = view.state == State::Empty;
+  SetTextColour(*title_, empty && !broken ? look_.skin.dim : look_.skin.text);
+  SetTextColour(*artist_, broken ? look_.skin.danger : look_.skin.dim);
+  title_->Show(empty && view.filename.empty() ? look_.say(Say::DeckEmpty)
+                                              : TitleText(view.title, view.filename));
+  if (broken) {
+    artist_->Show(Decode(view.message));
+  } else if (empty) {
+    artist_->Show(look_.say(Say::DeckEmptyHint));
+  } else {
+    artist_->Show(view.artist.empty() ? look_.say(Say::UnknownArtist) : Decode(view.artist));
+  }
+}
+
+void DeckPanel::ShowState(const app::DeckView& view) {
+  const bool playing = view.state == State::Playing;
+  SetText(*state_, view.state == State::Empty ? QString() : look_.say(StateName(view.state)));
+  SetTextColour(*state_, playing ? look_.skin.Deck(deck_) : look_.skin.dim);
+  const bool loaded = view.state != State::Empty && view.state != State::Loading;
+  for (TransportButton* button : {to_start_, stop_}) button->setEnabled(loaded);
+  play_->setEnabled(view.state != State::Empty);
+  overview_->setEnabled(loaded);
+  play_->SetSymbol(playing ? TransportButton::Symbol::Pause : TransportButton::Symbol::Play);
+  play_->SetLit(playing);
+  if (playing == (view_.state == State::Playing)) return;
+  play_->setAccessibleName(look_.say(playing ? Say::Pause : Say::Play).arg(deck_));
+}
+
+void DeckPanel::ShowTimes(const app::DeckView& view) {
+  const bool any = view.length.count() > 0;
+  const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
+  const bool playing = view.state == State::Playing;
+  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("−00:00"));
+  SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
+                         : QStringLiteral("00:00 / 00:00"));
+  SetTextColour(*remaining_, !any                       ? look_.skin.dim
+                             : playing && left <= kNow  ? look_.skin.danger
+                             : playing && left <= kSoon ? look_.skin.warning
+                                                        : look_.skin.text);
+}
+
+void DeckPanel::ShowTempo(const app::DeckView& view, support::TimePoint now) {
+  SetText(*tempo_value_, TempoText(view.tempo_percent));
+  const double heard = view.bpm * (1 + double(view.tempo_percent) / 100);
+  SetText(*bpm_, view.bpm > 0 ? QString::number(heard, 'f', 1) + QLatin1Char(' ') + look_.say(Say::BpmCaption)
+                              : QString());
+  if (view.bpm != view_.bpm) bpm_->setToolTip(look_.say(Say::BpmTip).arg(view.bpm, 0, 'f', 2));
+  if (tempo_->isSliderDown() || !echo_.Believe(view.tempo_percent, now)) return;
+  const QSignalBlocker quiet(tempo_);
+  tempo_->setValue(static_cast<int>(std::lround(view.tempo_percent * kTempoSteps)));
+}
+
+void DeckPanel::dragEnterEvent(QDragEnterEvent* event) {
+  const bool files = event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).empty();
+  if (!files && !CatalogueModel::RowIn(*event->mimeData())) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  SetWelcoming(true);
+}
+
+void DeckPanel::dragLeaveEvent(QDragLeaveEvent*) {
+  SetWelcoming(false);
+}
+
+void DeckPanel::dropEvent(QDropEvent* event) {
+  SetWelcoming(false);
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  if (const auto row = CatalogueModel::RowIn(*event->mimeData())) {
+    Q_EMIT RowDropped(deck_, *row);
+  } else {
+    Q_EMIT FilesDropped(deck_, DroppedFiles(*event->mimeData()));
+  }
+}
+
+}  // namespace ui

@@ -1,0 +1,82 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/Workstation.h"
+#include "ui/models/TempoEcho.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+class ElidedLabel;
+class Fader;
+class TransportButton;
+class WaveOverview;
+
+/// One mixing deck: what is on it, where it stands, and the hands on it.
+class DeckPanel final : public Surface {
+  Q_OBJECT
+
+ public:
+  DeckPanel(int deck, app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+
+  /// Changes what differs from the last view, nothing else.
+  void Show(const app::DeckView& view, support::TimePoint now);
+
+  // What the buttons and the keys do.
+  void PlayOrPause();
+  void ToStart();
+  void Stop();
+
+ Q_SIGNALS:
+  /// A row of the catalogue was dropped on the deck.
+  void RowDropped(int deck, int row);
+  /// Files were dropped on the deck.
+  void FilesDropped(int deck, std::vector<std::string> paths);
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
+
+ private:
+  QHBoxLayout* MakeTitleRow();
+  QHBoxLayout* MakeTransportRow();
+  QWidget* MakeTempo();
+  QWidget* MakeTimes();
+  void NameParts();
+  void ShowTrack(const app::DeckView& view);
+  void ShowState(const app::DeckView& view);
+  void ShowTimes(const app::DeckView& view);
+  void ShowTempo(const app::DeckView& view, support::TimePoint now);
+  void SetTempo(float percent);
+  [[nodiscard]] bool Loaded() const;
+
+  const int deck_;
+  app::Workstation& workstation_;
+  Look look_;
+  app::DeckView view_;
+  TempoEcho echo_;
+  support::TimePoint now_{};
+
+  ElidedLabel* title_;
+  ElidedLabel* artist_;
+  QLabel* bpm_;
+  QLabel* state_;
+  WaveOverview* overview_;
+  TransportButton* to_start_;
+  TransportButton* play_;
+  TransportButton* stop_;
+  Fader* tempo_;
+  QLabel* tempo_value_;
+  QPushButton* tempo_reset_;
+  QLabel* remaining_;
+  QLabel* elapsed_;
+};
+
+}  // namespace ui

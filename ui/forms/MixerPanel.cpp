@@ -1,0 +1,162 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/MixerPanel.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <cmath>
+
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/LevelMeter.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+constexpr float kQuietest = -60;  ///< dB, below this the read-out shows none
+
+QString PeakText(float db) {
+  if (db < kQuietest) return QStringLiteral("−∞ dB");
+  const int rounded = static_cast<int>(std::lround(db));
+  return (rounded < 0 ? QStringLiteral("−%1 dB") : QStringLiteral("%1 dB")).arg(std::abs(rounded));
+}
+
+}  // namespace
+
+MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), workstation_(workstation), state_(state), look_(look) {
+  SetStripe(look.skin.line);
+  setObjectName(QStringLiteral("Mixer"));
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.7, 0.6);
+  for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
+  rows->addLayout(MakeChannels(), 1);
+  rows->addWidget(MakeCrossfader());
+  SendVolumes();
+}
+
+MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
+  const QColor& accent = look_.skin.Deck(deck);
+  Channel channel{new Fader(Qt::Vertical, look_.skin, accent), new QLabel, new LevelMeter(look_.skin),
+                  new QLabel, new QPushButton(look_.say(Say::Cue).arg(deck))};
+  const std::size_t place = deck == 1 ? 0 : 1;
+  channel.fader->setRange(0, 100);
+  channel.fader->setPageStep(10);
+  channel.fader->setValue(state_.faders[place]);
+  for (QLabel* label : {channel.volume, channel.peak}) label->setAlignment(Qt::AlignCenter);
+  SetWidest(*channel.volume, QStringLiteral("100 %"));
+  SetWidest(*channel.peak, QStringLiteral("−48 dB"));
+  SetTextColour(*channel.peak, look_.skin.dim);
+  channel.cue->setCheckable(true);
+  SetKind(*channel.cue, deck == 1 ? "cue1" : "cue2");
+  connect(channel.fader, &QSlider::valueChanged, this, [this, place](int value) {
+    state_.faders[place] = value;
+    SendVolumes();
+  });
+  connect(channel.cue, &QPushButton::clicked, this,
+          [this, deck](bool on) { workstation_.SetPreVolume(deck, on ? 100 : 0); });
+  const auto& say = look_.say;
+  Name(*channel.fader, DeckName(deck, "Volume"), say(Say::Volume).arg(deck), say(Say::VolumeTip));
+  Name(*channel.volume, DeckName(deck, "VolumeValue"), {});
+  Name(*channel.meter, DeckName(deck, "Level"), say(Say::Level).arg(deck), say(Say::LevelTip));
+  Name(*channel.peak, DeckName(deck, "Peak"), {});
+  Name(*channel.cue, DeckName(deck, "Cue"), say(Say::CueName).arg(deck), say(Say::CueTip));
+  return channel;
+}
+
+QGridLayout* MixerPanel::MakeChannels() {
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.4);
+  const auto& [first, second] = channels_;
+  grid->addWidget(first.cue, 0, 0, 1, 2);
+  grid->addWidget(second.cue, 0, 2, 1, 2);
+  grid->addWidget(first.fader, 1, 0, Qt::AlignHCenter);
+  grid->addWidget(first.meter, 1, 1, Qt::AlignHCenter);
+  grid->addWidget(second.meter, 1, 2, Qt::AlignHCenter);
+  grid->addWidget(second.fader, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(first.volume, 2, 0);
+  grid->addWidget(first.peak, 2, 1);
+  grid->addWidget(second.peak, 2, 2);
+  grid->addWidget(second.volume, 2, 3);
+  grid->setRowStretch(1, 1);
+  for (int column = 0; column < 4; ++column) grid->setColumnStretch(column, 1);
+  return grid;
+}
+
+QWidget* MixerPanel::MakeCrossfader() {
+  crossfader_ = new Fader(Qt::Horizontal, look_.skin, look_.skin.text);
+  crossfader_->setRange(-100, 100);
+  crossfader_->setPageStep(20);
+  crossfader_->SetRest(0);
+  crossfader_->setValue(state_.crossfader);
+  curve_ = new QuietCombo(look_.skin);
+  for (const Say name : {Say::CurveSmooth, Say::CurveCut, Say::CurvePower}) curve_->addItem(look_.say(name));
+  curve_->setCurrentIndex(static_cast<int>(state_.curve));
+  connect(crossfader_, &QSlider::valueChanged, this, [this](int value) {
+    state_.crossfader = value;
+    SendVolumes();
+  });
+  connect(curve_, &QComboBox::activated, this, [this](int index) {
+    state_.curve = static_cast<decks::CrossfaderCurve>(index);
+    SendVolumes();
+  });
+  Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
+  Name(*curve_, QStringLiteral("CrossfaderCurve"), look_.say(Say::Curve), look_.say(Say::CurveTip));
+  auto* box = new QWidget;
+  auto* column = new QVBoxLayout(box);
+  SetSpacingEm(*column, 0, 0.4);
+  auto* line = new QHBoxLayout;
+  SetSpacingEm(*line, 0, 0.2);
+  line->addWidget(MakeEnd(1));
+  line->addWidget(crossfader_, 1);
+  line->addWidget(MakeEnd(2));
+  column->addLayout(line);
+  column->addWidget(curve_);
+  return box;
+}
+
+QLabel* MixerPanel::MakeEnd(int deck) {
+  auto* label = new QLabel(QString::number(deck));
+  Name(*label, DeckName(deck, "End"), look_.say(Say::Deck).arg(deck));
+  SetFontEm(*label, 1.2, Weight::Bold);
+  SetTextColour(*label, look_.skin.Deck(deck));
+  return label;
+}
+
+void MixerPanel::SendVolumes() {
+  for (const int deck : {1, 2}) {
+    const std::size_t place = deck == 1 ? 0 : 1;
+    workstation_.SetVolume(deck, state_.VolumeOf(deck));
+    channels_[place].volume->setText(QString::number(state_.faders[place]) + QStringLiteral(" %"));
+  }
+}
+
+void MixerPanel::MoveCrossfader(int steps) {
+  crossfader_->setValue(crossfader_->value() + steps);
+}
+
+void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
+  for (const int deck : {1, 2}) {
+    const std::size_t place = deck == 1 ? 0 : 1;
+    Channel& channel = channels_[place];
+    channel.meter->Show(view.decks[place].left_db, view.decks[place].right_db, now);
+    const QString peak = PeakText(channel.meter->Peak());
+    SetText(*channel.peak, peak);
+    ShowCue(deck, view);
+  }
+}
+
+void MixerPanel::ShowCue(int deck, const app::WorkstationView& view) {
+  using State = app::DeckView::State;
+  const std::size_t place = deck == 1 ? 0 : 1;
+  const app::DeckView& shown = view.decks[place];
+  QPushButton& cue = *channels_[place].cue;
+  const bool device = view.outputs[2].device != 0;
+  cue.setEnabled(device && (shown.state == State::Playing || shown.state == State::Paused));
+  if (!cue.isDown()) cue.setChecked(shown.pre_volume > 0);
+  const QString tip = look_.say(device ? Say::CueTip : Say::CueNoDevice);
+  if (cue.toolTip() != tip) cue.setToolTip(tip);
+}
+
+}  // namespace ui

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+
+#include "app/Workstation.h"
+#include "ui/models/MixerState.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QGridLayout;
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+class Fader;
+class LevelMeter;
+class QuietCombo;
+
+/// The strip between the decks: for each deck fader, meter and head-phones, below them the crossfader.
+class MixerPanel final : public Surface {
+  Q_OBJECT
+
+ public:
+  /// The state outlives the panel, which a change of language makes anew.
+  MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::WorkstationView& view, support::TimePoint now);
+  /// Moves the crossfader by steps of a hundredth of its half travel.
+  void MoveCrossfader(int steps);
+
+ private:
+  struct Channel {
+    Fader* fader;
+    QLabel* volume;
+    LevelMeter* meter;
+    QLabel* peak;
+    QPushButton* cue;
+  };
+
+  QGridLayout* MakeChannels();
+  Channel MakeChannel(int deck);
+  QWidget* MakeCrossfader();
+  /// The deck that is heard alone at this end of the crossfader.
+  QLabel* MakeEnd(int deck);
+  void SendVolumes();
+  void ShowCue(int deck, const app::WorkstationView& view);
+
+  app::Workstation& workstation_;
+  MixerState& state_;
+  Look look_;
+  std::array<Channel, 2> channels_;
+  Fader* crossfader_;
+  QuietCombo* curve_;
+};
+
+}  // namespace ui

@@ -1,0 +1,196 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/MusicPage.h"
+
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMimeData>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+#include "ui/models/CatalogueModel.h"
+#include "ui/models/DroppedFiles.h"
+#include "ui/models/KeyMap.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/TrackDelegate.h"
+#include "ui/widgets/TrackGrid.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kMasks = "*.mp3 *.ogg *.flac *.wma *.wav *.m4a";
+
+QPushButton* PlainButton(const QString& caption) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "plain");
+  return button;
+}
+
+}  // namespace
+
+MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), table_(table), look_(look) {
+  Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
+  setAcceptDrops(true);
+  model_ = new CatalogueModel(table, look, this);
+  grid_ = new TrackGrid;
+  grid_->setModel(model_);
+  grid_->setItemDelegate(new TrackDelegate(look.skin, grid_));
+  Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
+  connect(grid_, &TrackGrid::Chosen, this, &MusicPage::RowChosen);
+  empty_ = new QLabel(look.say(Say::EmptyCatalogue));
+  Name(*empty_, QStringLiteral("EmptyCatalogue"), {});
+  SetFontEm(*empty_, 1.4);
+  SetTextColour(*empty_, look.skin.dim);
+  empty_->setAlignment(Qt::AlignCenter);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.6, 0.4);
+  rows->addLayout(MakeHead());
+  rows->addWidget(grid_, 1);
+  rows->addWidget(empty_, 1);
+  rows->addWidget(MakeReport());
+  ShowCount();
+}
+
+QHBoxLayout* MusicPage::MakeHead() {
+  const auto& say = look_.say;
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.8);
+  count_ = new QLabel;
+  SetFontEm(*count_, 1.1, Weight::Bold);
+  Name(*count_, QStringLiteral("TrackCount"), {});
+  row->addWidget(count_);
+  progress_ = new ElidedLabel;
+  Name(*progress_, QStringLiteral("AddProgress"), {});
+  SetTextColour(*progress_, look_.skin.dim);
+  row->addWidget(progress_, 1);
+  for (const int deck : {1, 2}) {
+    QPushButton* load = PlainButton(say(Say::LoadOn).arg(deck));
+    Name(*load, QStringLiteral("LoadOnDeck%1").arg(deck), say(Say::LoadOnTip).arg(deck),
+         say(Say::KeyHint).arg(say(Say::LoadOnTip).arg(deck), KeyText(KeyOf(Command::Load, deck))));
+    connect(load, &QPushButton::clicked, this, [this, deck] { Q_EMIT RowWanted(deck, ChosenRow()); });
+    row->addWidget(load);
+  }
+  QPushButton* add = PlainButton(say(Say::AddFiles));
+  Name(*add, QStringLiteral("AddFiles"), say(Say::AddFiles), say(Say::AddFilesTip));
+  connect(add, &QPushButton::clicked, this, &MusicPage::AskForFiles);
+  row->addWidget(add);
+  return row;
+}
+
+QWidget* MusicPage::MakeReport() {
+  report_ = new QWidget;
+  auto* column = new QVBoxLayout(report_);
+  SetSpacingEm(*column, 0, 0.3);
+  report_head_ = new QLabel;
+  Name(*report_head_, QStringLiteral("RefusedHead"), {});
+  SetTextColour(*report_head_, look_.skin.warning);
+  QPushButton* close = PlainButton(look_.say(Say::Close));
+  Name(*close, QStringLiteral("RefusedClose"), look_.say(Say::Close), look_.say(Say::CloseTip));
+  connect(close, &QPushButton::clicked, this, [this] { report_->hide(); });
+  auto* head = new QHBoxLayout;
+  head->addWidget(report_head_, 1);
+  head->addWidget(close);
+  column->addLayout(head);
+  report_list_ = new QPlainTextEdit;
+  report_list_->setReadOnly(true);
+  report_list_->setTabChangesFocus(true);
+  SetHeightEm(*report_list_, 6);
+  Name(*report_list_, QStringLiteral("Refused"), look_.say(Say::LeftOut).arg(0));
+  column->addWidget(report_list_);
+  report_->hide();
+  return report_;
+}
+
+void MusicPage::Show(const app::WorkstationView& view) {
+  model_->Sync();
+  model_->ShowDecks(view);
+  ShowCount();
+}
+
+void MusicPage::ShowCount() {
+  const int rows = model_->rowCount();
+  if (rows == shown_rows_) return;
+  shown_rows_ = rows;
+  count_->setText(rows == 1 ? look_.say(Say::OneTrack) : look_.say(Say::Tracks).arg(rows));
+  grid_->setVisible(rows > 0);
+  empty_->setVisible(rows == 0);
+}
+
+void MusicPage::TakeFocus() {
+  grid_->setFocus();
+}
+
+int MusicPage::ChosenRow() const {
+  return grid_->ChosenRow();
+}
+
+void MusicPage::ChooseRow(int row) {
+  model_->Sync();
+  ShowCount();
+  grid_->setCurrentIndex(model_->index(row - 1, CatalogueModel::Title));
+}
+
+void MusicPage::ShowAdding(int files) {
+  if (files == 0) return progress_->Show({});
+  progress_->Show(files == 1 ? look_.say(Say::AddingOne) : look_.say(Say::AddingFiles).arg(files));
+}
+
+void MusicPage::ShowAdded(int rows, const std::vector<std::string>& refused) {
+  const auto& say = look_.say;
+  progress_->Show(rows == 0   ? say(Say::AddedNone)
+                  : rows == 1 ? say(Say::AddedOne)
+                              : say(Say::Added).arg(rows));
+  report_->setVisible(!refused.empty());
+  if (refused.empty()) return;
+  const auto files = static_cast<int>(refused.size());
+  const QString head = files == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(files);
+  report_head_->setText(head);
+  report_list_->setAccessibleName(head);
+  QStringList lines;
+  for (const std::string& sentence : refused) lines += Decode(sentence);
+  report_list_->setPlainText(lines.join(QLatin1Char('\n')));
+}
+
+void MusicPage::AskForFiles() {
+  const auto& say = look_.say;
+  auto* dialog = new QFileDialog(this, say(Say::AddFilesTitle));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setOption(QFileDialog::DontUseNativeDialog);
+  dialog->setFileMode(QFileDialog::ExistingFiles);
+  dialog->setNameFilters(
+      {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
+       say(Say::AllFiles) + QStringLiteral(" (*)")});
+  connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
+    std::vector<std::string> paths;
+    for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
+    Q_EMIT FilesWanted(std::move(paths));
+  });
+  dialog->open();
+}
+
+void MusicPage::dragEnterEvent(QDragEnterEvent* event) {
+  if (!event->mimeData()->hasUrls() || DroppedFiles(*event->mimeData()).empty()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  SetWelcoming(true);
+}
+
+void MusicPage::dragLeaveEvent(QDragLeaveEvent*) {
+  SetWelcoming(false);
+}
+
+void MusicPage::dropEvent(QDropEvent* event) {
+  SetWelcoming(false);
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT FilesWanted(DroppedFiles(*event->mimeData()));
+}
+
+}  // namespace ui

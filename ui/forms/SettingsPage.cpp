@@ -1,0 +1,134 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/SettingsPage.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/models/OutputText.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+QLabel* Heading(const QString& text) {
+  auto* label = new QLabel(text);
+  SetFontEm(*label, 1.3, Weight::Bold);
+  return label;
+}
+
+QLabel* Caption(const QString& text, const QColor& colour) {
+  auto* label = new QLabel(text);
+  SetTextColour(*label, colour);
+  return label;
+}
+
+}  // namespace
+
+SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), workstation_(workstation), look_(look) {
+  Name(*this, QStringLiteral("SettingsPage"), look.say(Say::Settings));
+  auto* sides = new QHBoxLayout;
+  SetSpacingEm(*sides, 0, 4);
+  sides->addLayout(MakeOutputs(), 3);
+  sides->addLayout(MakeWindow(choices), 2);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 1.2, 0.6);
+  rows->addLayout(sides);
+  rows->addStretch(1);
+}
+
+QGridLayout* SettingsPage::MakeOutputs() {
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.7);
+  grid->addWidget(Heading(look_.say(Say::Outputs)), 0, 0, 1, 3);
+  grid->addWidget(Caption(look_.say(Say::Device), look_.skin.dim), 1, 1);
+  grid->addWidget(Caption(look_.say(Say::Pair), look_.skin.dim), 1, 2);
+  for (int output = 1; output <= 3; ++output) MakeOutput(output, *grid);
+  grid->addWidget(Caption(look_.say(Say::OutputsHint), look_.skin.dim), 5, 0, 1, 3);
+  grid->setColumnStretch(1, 2);
+  grid->setColumnStretch(2, 1);
+  return grid;
+}
+
+void SettingsPage::MakeOutput(int output, QGridLayout& grid) {
+  const auto& say = look_.say;
+  const QString name = output == 3 ? say(Say::OutputHeadphones) : say(Say::OutputDeck).arg(output);
+  Output& controls = outputs_[static_cast<std::size_t>(output - 1)];
+  controls.device = new QuietCombo(look_.skin);
+  controls.pair = new QuietCombo(look_.skin);
+  for (int pair = 0; pair <= 4; ++pair) controls.pair->addItem(PairText(pair, say), pair);
+  FillDevices(*controls.device, 0);
+  Name(*controls.device, QStringLiteral("Device%1").arg(output),
+       name + QStringLiteral(": ") + say(Say::Device), say(Say::DeviceTip));
+  Name(*controls.pair, QStringLiteral("Speaker%1").arg(output), name + QStringLiteral(": ") + say(Say::Pair),
+       say(Say::PairTip));
+  for (QuietCombo* list : {controls.device, controls.pair}) {
+    connect(list, &QComboBox::activated, this, [this, output] { Send(output); });
+  }
+  grid.addWidget(Caption(name, output < 3 ? look_.skin.Deck(output) : look_.skin.text), output + 1, 0);
+  grid.addWidget(controls.device, output + 1, 1);
+  grid.addWidget(controls.pair, output + 1, 2);
+}
+
+void SettingsPage::FillDevices(QuietCombo& list, int present) {
+  const auto& names = workstation_.DeviceNames();
+  const int devices = static_cast<int>(names.size());
+  list.clear();
+  for (int device = 0; device <= devices; ++device) {
+    list.addItem(DeviceText(device, names, look_.say), device);
+  }
+  if (present > devices) list.addItem(DeviceText(present, names, look_.say), present);
+}
+
+QGridLayout* SettingsPage::MakeWindow(Choices choices) {
+  const auto& say = look_.say;
+  language_ = new QuietCombo(look_.skin);
+  language_->addItems({QStringLiteral("English"), QStringLiteral("Nederlands")});
+  language_->setCurrentIndex(static_cast<int>(choices.language));
+  Name(*language_, QStringLiteral("Language"), say(Say::Language), say(Say::LanguageTip));
+  skin_ = new QuietCombo(look_.skin);
+  skin_->addItems({say(Say::SkinDark), say(Say::SkinLight)});
+  skin_->setCurrentIndex(static_cast<int>(choices.skin));
+  Name(*skin_, QStringLiteral("Skin"), say(Say::Skin), say(Say::SkinTip));
+  for (QuietCombo* list : {language_, skin_}) {
+    connect(list, &QComboBox::activated, this, [this] {
+      Q_EMIT ChoicesChanged({static_cast<Strings::Language>(language_->currentIndex()),
+                             static_cast<Skin::Name>(skin_->currentIndex())});
+    });
+  }
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.7);
+  grid->addWidget(Heading(say(Say::Window)), 0, 0, 1, 2);
+  grid->addWidget(Caption(say(Say::Language), look_.skin.text), 1, 0);
+  grid->addWidget(language_, 1, 1);
+  grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 2, 0);
+  grid->addWidget(skin_, 2, 1);
+  grid->setColumnStretch(1, 1);
+  grid->setRowStretch(3, 1);
+  return grid;
+}
+
+void SettingsPage::Send(int output) {
+  const Output& controls = outputs_[static_cast<std::size_t>(output - 1)];
+  workstation_.SetOutput(output,
+                         {controls.device->currentData().toInt(), controls.pair->currentData().toInt()});
+}
+
+void SettingsPage::Show(const app::WorkstationView& view) {
+  for (std::size_t i = 0; i < outputs_.size(); ++i) ShowOutput(outputs_[i], view.outputs[i]);
+}
+
+void SettingsPage::ShowOutput(Output& output, const app::OutputView& view) {
+  const bool devices_known = output.device->count() > static_cast<int>(workstation_.DeviceNames().size());
+  if (devices_known && output.shown.device == view.device && output.shown.speaker == view.speaker) return;
+  output.shown = view;
+  FillDevices(*output.device, view.device);
+  output.device->setCurrentIndex(std::max(0, output.device->findData(view.device)));
+  output.pair->setCurrentIndex(view.speaker >= 1 && view.speaker <= 4 ? view.speaker : 0);
+  output.pair->setEnabled(view.device != 0);
+}
+
+}  // namespace ui

@@ -1,0 +1,58 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "app/Workstation.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QGridLayout;
+class QVBoxLayout;
+
+namespace ui {
+
+class QuietCombo;
+
+/// Where the decks and the head-phones play, and how the window looks and speaks.
+class SettingsPage final : public Surface {
+  Q_OBJECT
+
+ public:
+  /// Choices of the window itself; what they do is the main window's.
+  struct Choices {
+    Strings::Language language;
+    Skin::Name skin;
+  };
+
+  SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::WorkstationView& view);
+
+ Q_SIGNALS:
+  void ChoicesChanged(ui::SettingsPage::Choices choices);
+
+ private:
+  struct Output {
+    QuietCombo* device;
+    QuietCombo* pair;
+    app::OutputView shown{-1, -1};
+  };
+
+  QGridLayout* MakeOutputs();
+  QGridLayout* MakeWindow(Choices choices);
+  void MakeOutput(int output, QGridLayout& grid);
+  void FillDevices(QuietCombo& list, int present);
+  void Send(int output);
+  void ShowOutput(Output& output, const app::OutputView& view);
+
+  app::Workstation& workstation_;
+  Look look_;
+  std::array<Output, 3> outputs_{};
+  QuietCombo* language_ = nullptr;
+  QuietCombo* skin_ = nullptr;
+};
+
+}  // namespace ui

@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/StatusLine.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QTime>
+#include <cmath>
+
+#include "ui/models/OutputText.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+
+namespace ui {
+namespace {
+
+constexpr auto kMessageTime = std::chrono::seconds(10);  ///< bright; then dim until the next one
+constexpr auto kLateTime = std::chrono::seconds(15);     ///< that a late block is pointed out
+
+}  // namespace
+
+StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.panel, parent), look_(look) {
+  setObjectName(QStringLiteral("StatusLine"));
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0.4, 1.2);
+  const auto& say = look.say;
+  clock_ = new QLabel;
+  SetFontEm(*clock_, 1.4, Weight::Bold);
+  Name(*clock_, QStringLiteral("Clock"), {}, say(Say::ClockTip));
+  row->addWidget(clock_);
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
+    Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1), {});
+    SetTextColour(*outputs_[i], i < 2 ? look.skin.decks[i] : look.skin.dim);
+    row->addWidget(outputs_[i]);
+  }
+  message_ = new ElidedLabel;
+  Name(*message_, QStringLiteral("Message"), {});
+  row->addWidget(message_, 1);
+  load_ = new QLabel;
+  Name(*load_, QStringLiteral("SoundLoad"), {}, say(Say::SoundLoadTip));
+  late_ = new QLabel;
+  Name(*late_, QStringLiteral("LateBlocks"), {}, say(Say::LateBlocksTip));
+  SetTextColour(*load_, look.skin.dim);
+  SetTextColour(*late_, look.skin.dim);
+  row->addWidget(load_);
+  row->addWidget(late_);
+  Show({}, {}, {});
+}
+
+void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::string>& devices,
+                      support::TimePoint now) {
+  const auto& say = look_.say;
+  const QString time = QTime::currentTime().toString(QStringLiteral("HH:mm"));
+  SetText(*clock_, time);
+  const QString names[] = {say(Say::OutputDeck).arg(1), say(Say::OutputDeck).arg(2),
+                           say(Say::OutputHeadphones)};
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    outputs_[i]->Show(say(Say::OutputOf).arg(names[i], OutputText(view.outputs[i], devices, say)));
+  }
+  if (view.notice != notice_) {
+    notice_ = view.notice;
+    Tell(Decode(notice_));
+  }
+  if (fresh_) told_at_ = now;
+  fresh_ = false;
+  SetTextColour(*message_, now - told_at_ < kMessageTime ? look_.skin.warning : look_.skin.dim);
+  ShowHealth(view.health, now);
+}
+
+void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoint now) {
+  const long percent = std::lround(std::clamp(health.load, 0.0F, 9.99F) * 100);
+  SetText(*load_, look_.say(Say::SoundLoad).arg(percent));
+  SetText(*late_, look_.say(Say::LateBlocks).arg(health.late_blocks));
+  if (health.late_blocks > late_blocks_) {
+    was_late_ = true;
+    late_at_ = now;
+  }
+  late_blocks_ = health.late_blocks;
+  if (was_late_ && now - late_at_ > kLateTime) was_late_ = false;
+  SetTextColour(*late_, was_late_ ? look_.skin.warning : look_.skin.dim);
+}
+
+void StatusLine::Tell(const QString& message) {
+  message_->Show(message);
+  fresh_ = true;
+}
+
+QString StatusLine::Message() const {
+  return message_->text();
+}
+
+}  // namespace ui

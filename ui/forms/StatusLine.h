@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+
+#include "app/Workstation.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QLabel;
+
+namespace ui {
+
+class ElidedLabel;
+
+/// The line on top: time of day, outputs, the newest message, health of the sound.
+class StatusLine final : public Surface {
+  Q_OBJECT
+
+ public:
+  explicit StatusLine(const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::WorkstationView& view, const std::vector<std::string>& devices,
+            support::TimePoint now);
+  /// A message of the window's own; the newest one is shown, whoever has it.
+  void Tell(const QString& message);
+  [[nodiscard]] QString Message() const;
+
+ private:
+  void ShowHealth(const decks::EngineHealth& health, support::TimePoint now);
+
+  Look look_;
+  QLabel* clock_;
+  std::array<ElidedLabel*, 3> outputs_;
+  ElidedLabel* message_;
+  QLabel* load_;
+  QLabel* late_;
+  std::string notice_;
+  bool fresh_ = false;
+  support::TimePoint told_at_{};
+  std::uint64_t late_blocks_ = 0;
+  support::TimePoint late_at_{};
+  bool was_late_ = false;
+};
+
+}  // namespace ui

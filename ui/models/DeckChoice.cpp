@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/models/DeckChoice.h"
+
+namespace ui {
+
+using State = app::DeckView::State;
+
+bool MayLoad(const app::DeckView& deck) {
+  return deck.state != State::Playing;
+}
+
+std::optional<int> DeckForLoading(const app::WorkstationView& view) {
+  for (const State wanted : {State::Empty, State::Ended, State::Stopped, State::Paused}) {
+    for (const int deck : {1, 2}) {
+      if (view.decks[static_cast<std::size_t>(deck - 1)].state == wanted) return deck;
+    }
+  }
+  return std::nullopt;
+}
+
+}  // namespace ui

@@ -1,0 +1,19 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/models/KeyMap.h"
+
+namespace ui {
+
+QKeySequence KeyOf(Command command, int deck) {
+  return QKeySequence(Qt::Key_F1 + static_cast<int>(command) + (deck == 1 ? 0 : 4));
+}
+
+QKeySequence KeyOfPage(int page) {
+  return QKeySequence(Qt::Key_F9 + page);
+}
+
+QString KeyText(const QKeySequence& key) {
+  return key.toString(QKeySequence::NativeText);
+}
+
+}  // namespace ui

@@ -1,0 +1,20 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QKeySequence>
+#include <QString>
+
+namespace ui {
+
+/// What a key of the window does. A block of four function keys belongs to each deck, as they lie together on
+/// a keyboard.
+enum class Command { PlayPause, ToStart, Stop, Load };
+
+/// Deck 1: F1 to F4. Deck 2: F5 to F8.
+[[nodiscard]] QKeySequence KeyOf(Command command, int deck);
+/// The pages of the window from the left: F9, F10 ...
+[[nodiscard]] QKeySequence KeyOfPage(int page);
+[[nodiscard]] QString KeyText(const QKeySequence& key);
+
+}  // namespace ui

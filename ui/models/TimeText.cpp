@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/models/TimeText.h"
+
+#include "support/Text.h"
+
+namespace ui {
+
+QString MinutesText(std::chrono::microseconds time) {
+  return QString::fromStdString(
+      support::FormatMinutes(std::chrono::duration_cast<std::chrono::seconds>(time).count()));
+}
+
+}  // namespace ui

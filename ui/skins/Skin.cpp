@@ -1,0 +1,105 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/skins/Skin.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QFont>
+#include <QStyleFactory>
+#include <utility>
+
+// Outside the namespace, as the macro wants it.
+static void InitSkinResources() {
+  Q_INIT_RESOURCE(skins);
+}
+
+namespace ui {
+namespace {
+
+Skin DarkSkin() {
+  return {.ground = QColor(0x0b0e12),
+          .panel = QColor(0x171c23),
+          .raised = QColor(0x28313c),
+          .well = QColor(0x0d1116),
+          .stripe = QColor(0x1d232b),
+          .chosen = QColor(0x2f4a63),
+          .line = QColor(0x36414e),
+          .text = QColor(0xf2f5f8),
+          .dim = QColor(0xa9b6c4),
+          .faint = QColor(0x6b7886),
+          .warning = QColor(0xffc44d),
+          .danger = QColor(0xff6b66),
+          .good = QColor(0x3fcf7f),
+          .on_deck = QColor(0x081018),
+          .decks = {QColor(0x38b6ff), QColor(0xff9f38)}};
+}
+
+Skin LightSkin() {
+  return {.ground = QColor(0xc9d1da),
+          .panel = QColor(0xf4f6f9),
+          .raised = QColor(0xe1e7ee),
+          .well = QColor(0xe4e9ef),
+          .stripe = QColor(0xe9edf2),
+          .chosen = QColor(0xb9d3ea),
+          .line = QColor(0x93a0ae),
+          .text = QColor(0x10161d),
+          .dim = QColor(0x46525f),
+          .faint = QColor(0x7d8996),
+          .warning = QColor(0x7a4d00),
+          .danger = QColor(0xad1f1a),
+          .good = QColor(0x1e8a4c),
+          .on_deck = QColor(0xffffff),
+          .decks = {QColor(0x005f9e), QColor(0x97480a)}};
+}
+
+QString StyleSheet(const Skin& skin) {
+  QFile file(QStringLiteral(":/skins/window.qss"));
+  if (!file.open(QIODevice::ReadOnly)) return {};
+  QString sheet = QString::fromUtf8(file.readAll());
+  const std::pair<const char*, QColor> names[] = {
+      {"@ground", skin.ground},  {"@panel", skin.panel},    {"@raised", skin.raised},  {"@well", skin.well},
+      {"@line", skin.line},      {"@text", skin.text},      {"@dim", skin.dim},        {"@faint", skin.faint},
+      {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck}};
+  for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
+  return sheet;
+}
+
+}  // namespace
+
+QPalette Skin::Palette() const {
+  QPalette palette;
+  palette.setColor(QPalette::Window, ground);
+  palette.setColor(QPalette::WindowText, text);
+  palette.setColor(QPalette::Base, panel);
+  palette.setColor(QPalette::AlternateBase, well);
+  palette.setColor(QPalette::Text, text);
+  palette.setColor(QPalette::PlaceholderText, dim);
+  palette.setColor(QPalette::Button, raised);
+  palette.setColor(QPalette::ButtonText, text);
+  palette.setColor(QPalette::ToolTipBase, raised);
+  palette.setColor(QPalette::ToolTipText, text);
+  palette.setColor(QPalette::Highlight, decks[0]);
+  palette.setColor(QPalette::HighlightedText, on_deck);
+  palette.setColor(QPalette::Disabled, QPalette::ButtonText, faint);
+  palette.setColor(QPalette::Disabled, QPalette::WindowText, faint);
+  palette.setColor(QPalette::Disabled, QPalette::Text, faint);
+  return palette;
+}
+
+const Skin& SkinOf(Skin::Name name) {
+  static const Skin dark = DarkSkin();
+  static const Skin light = LightSkin();
+  return name == Skin::Name::Light ? light : dark;
+}
+
+void ApplySkin(QApplication& application, const Skin& skin) {
+  InitSkinResources();
+  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  application.setPalette(skin.Palette());
+  QFont font(QStringList{QStringLiteral("DejaVu Sans"), QStringLiteral("Verdana")});
+  font.setPointSizeF(10);
+  application.setFont(font);
+  application.setStyleSheet(StyleSheet(skin));
+}
+
+}  // namespace ui

@@ -1,0 +1,43 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QColor>
+#include <QPalette>
+#include <array>
+
+class QApplication;
+
+namespace ui {
+
+/// The colours of the window. Text colours keep a contrast of 4.5 : 1 and more on every ground they stand on.
+struct Skin {
+  enum class Name { Dark = 0, Light = 1 };
+
+  QColor ground;   ///< between the panels
+  QColor panel;    ///< of decks, mixer, pages
+  QColor raised;   ///< buttons, fields, table heads
+  QColor well;     ///< sunk parts: grooves, meters, overview
+  QColor stripe;   ///< every other row of a grid
+  QColor chosen;   ///< the row under the cursor
+  QColor line;     ///< edges
+  QColor text;     ///< what must be read
+  QColor dim;      ///< captions
+  QColor faint;    ///< of controls that cannot be used now
+  QColor warning;  ///< soon: less than half a minute left, late blocks
+  QColor danger;   ///< now: last seconds, overload, a file that could not be played
+  QColor good;     ///< level well below full scale
+  QColor on_deck;  ///< text on a deck's colour
+  std::array<QColor, 2> decks;
+
+  /// Deck 1 or 2.
+  [[nodiscard]] const QColor& Deck(int deck) const { return decks[deck == 1 ? 0 : 1]; }
+  [[nodiscard]] QPalette Palette() const;
+};
+
+[[nodiscard]] const Skin& SkinOf(Skin::Name name);
+
+/// Style, palette, font family and style sheet for all windows of the program.
+void ApplySkin(QApplication& application, const Skin& skin);
+
+}  // namespace ui

@@ -1,0 +1,51 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/ElidedLabel.h"
+
+#include <QPainter>
+#include <algorithm>
+
+namespace ui {
+namespace {
+
+constexpr int kMostCharacters = 40;  ///< of a label of natural width
+
+}  // namespace
+
+ElidedLabel::ElidedLabel(Width width, QWidget* parent) : QLabel(parent) {
+  setTextFormat(Qt::PlainText);
+  setSizePolicy(width == Width::Natural ? QSizePolicy::Maximum : QSizePolicy::Ignored, QSizePolicy::Fixed);
+}
+
+void ElidedLabel::Show(const QString& shown) {
+  if (shown == text()) return;
+  setText(shown);
+  UpdateTip();
+}
+
+QSize ElidedLabel::sizeHint() const {
+  const int limit = fontMetrics().averageCharWidth() * kMostCharacters;
+  return {std::min(fontMetrics().horizontalAdvance(text()) + 2, limit), fontMetrics().height()};
+}
+
+QSize ElidedLabel::minimumSizeHint() const {
+  return {0, fontMetrics().height()};
+}
+
+void ElidedLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setPen(palette().color(QPalette::WindowText));
+  painter.drawText(rect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                   fontMetrics().elidedText(text(), Qt::ElideRight, width()));
+}
+
+void ElidedLabel::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  UpdateTip();
+}
+
+void ElidedLabel::UpdateTip() {
+  setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+}
+
+}  // namespace ui

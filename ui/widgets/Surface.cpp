@@ -1,0 +1,41 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/Surface.h"
+
+#include <QPaintEvent>
+#include <QPainter>
+#include <utility>
+
+namespace ui {
+namespace {
+
+constexpr int kStripeHeight = 3;
+constexpr int kFrameWidth = 3;
+
+}  // namespace
+
+Surface::Surface(QColor ground, QWidget* parent) : QWidget(parent), ground_(std::move(ground)) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+}
+
+void Surface::SetStripe(const QColor& colour) {
+  stripe_ = colour;
+  update();
+}
+
+void Surface::SetWelcoming(bool welcoming) {
+  if (welcoming == welcoming_) return;
+  welcoming_ = welcoming;
+  update();
+}
+
+void Surface::paintEvent(QPaintEvent* event) {
+  QPainter painter(this);
+  painter.fillRect(event->rect(), ground_);
+  if (stripe_.isValid()) painter.fillRect(0, 0, width(), kStripeHeight, stripe_);
+  if (!welcoming_) return;
+  painter.setPen(QPen(stripe_.isValid() ? stripe_ : palette().color(QPalette::Highlight), kFrameWidth));
+  painter.drawRect(rect().adjusted(1, 1, -2, -2));
+}
+
+}  // namespace ui

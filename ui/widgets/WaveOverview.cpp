@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/WaveOverview.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPaintEvent>
+#include <QPainter>
+#include <algorithm>
+#include <limits>
+
+#include "ui/models/TimeText.h"
+#include "ui/widgets/Look.h"
+
+namespace ui {
+namespace {
+
+using std::chrono::microseconds;
+using std::chrono::seconds;
+
+constexpr seconds kKeyStep{5};
+/// Distances between ticks, of which the smallest is taken that leaves room for the text.
+constexpr seconds kTickSteps[] = {seconds(5),   seconds(10),  seconds(15),  seconds(30),   seconds(60),
+                                  seconds(120), seconds(300), seconds(600), seconds(1800), seconds(3600)};
+
+}  // namespace
+
+WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent)
+    : QSlider(Qt::Horizontal, parent), skin_(skin), accent_(accent) {
+  setAttribute(Qt::WA_OpaquePaintEvent);
+  setFocusPolicy(Qt::StrongFocus);
+  setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
+  setRange(0, 0);
+}
+
+QSize WaveOverview::sizeHint() const {
+  return {Em(*this, 30), Em(*this, 8)};
+}
+
+QSize WaveOverview::minimumSizeHint() const {
+  return {Em(*this, 12), Em(*this, 3.5)};
+}
+
+void WaveOverview::Show(microseconds position, microseconds length) {
+  if (length != length_) {
+    length_ = length;
+    heard_ = QPixmap();
+    const auto whole = std::chrono::duration_cast<std::chrono::milliseconds>(length).count();
+    setRange(0, static_cast<int>(std::clamp<std::int64_t>(whole, 0, std::numeric_limits<int>::max())));
+    update();
+  }
+  position_ = std::clamp(position, microseconds(0), length_);
+  setValue(static_cast<int>(position_ / std::chrono::milliseconds(1)));
+  const int column = ColumnOf(position_);
+  if (column == shown_column_) return;
+  const int left = std::min(column, shown_column_) - 2;
+  update(left, 0, std::abs(column - shown_column_) + 5, height());
+  shown_column_ = column;
+}
+
+int WaveOverview::ColumnOf(microseconds position) const {
+  if (length_.count() <= 0) return 0;
+  return static_cast<int>(double(position.count()) / double(length_.count()) * (width() - 1));
+}
+
+microseconds WaveOverview::PlaceAt(int column) const {
+  const double share = std::clamp(double(column) / std::max(1, width() - 1), 0.0, 1.0);
+  return microseconds(static_cast<std::int64_t>(share * double(length_.count())));
+}
+
+QPixmap WaveOverview::PaintTrack(Tone tone) const {
+  QPixmap picture(size() * devicePixelRatio());
+  picture.setDevicePixelRatio(devicePixelRatio());
+  QPainter painter(&picture);
+  painter.fillRect(rect(), skin_.well);
+  if (tone == Tone::Heard) {
+    QColor tint = accent_;
+    tint.setAlphaF(0.35F);
+    painter.fillRect(rect(), tint);
+  }
+  if (length_.count() > 0) PaintTicks(painter, tone);
+  painter.setPen(skin_.line);
+  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  return picture;
+}
+
+void WaveOverview::PaintTicks(QPainter& painter, Tone tone) const {
+  QFont small = font();
+  small.setPointSizeF(font().pointSizeF() * 0.8);
+  painter.setFont(small);
+  const int room = QFontMetrics(small).horizontalAdvance(QStringLiteral("000:00")) + Em(*this, 1);
+  seconds step = kTickSteps[std::size(kTickSteps) - 1];
+  for (const seconds candidate : kTickSteps) {
+    if (ColumnOf(candidate) < room) continue;
+    step = candidate;
+    break;
+  }
+  for (seconds at = step; at < length_; at += step) {
+    const int column = ColumnOf(at);
+    painter.fillRect(column, 1, 1, height() - 2, skin_.line);
+    const QRect box(column + 4, height() - Em(*this, 1.5), room, Em(*this, 1.4));
+    if (box.right() > width()) break;
+    painter.setPen(tone == Tone::Heard ? skin_.text : skin_.dim);
+    painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, MinutesText(at));
+  }
+}
+
+void WaveOverview::paintEvent(QPaintEvent* event) {
+  if (heard_.isNull()) {
+    heard_ = PaintTrack(Tone::Heard);
+    to_come_ = PaintTrack(Tone::ToCome);
+    shown_column_ = ColumnOf(position_);
+  }
+  QPainter painter(this);
+  const QRect part = event->rect();
+  painter.drawPixmap(QPoint(0, 0), to_come_);
+  if (length_.count() > 0) {
+    painter.save();
+    painter.setClipRect(part & QRect(0, 0, shown_column_, height()));
+    painter.drawPixmap(QPoint(0, 0), heard_);
+    painter.restore();
+    painter.fillRect(shown_column_ - 1, 0, 3, height(), isEnabled() ? skin_.text : skin_.line);
+    if (aim_ >= 0) painter.fillRect(aim_, 0, 2, height(), skin_.warning);
+  }
+  if (hasFocus()) {
+    painter.setPen(QPen(skin_.text, 2));
+    painter.drawRect(rect().adjusted(1, 1, -1, -1));
+  }
+}
+
+void WaveOverview::resizeEvent(QResizeEvent*) {
+  heard_ = QPixmap();
+}
+
+void WaveOverview::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::FontChange) heard_ = QPixmap();
+  QSlider::changeEvent(event);
+}
+
+void WaveOverview::RepaintColumn(int column) {
+  if (column >= 0) update(column - 2, 0, 6, height());
+}
+
+void WaveOverview::AimAt(int column) {
+  RepaintColumn(aim_);
+  aim_ = std::clamp(column, 0, width() - 1);
+  RepaintColumn(aim_);
+}
+
+void WaveOverview::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton && length_.count() > 0) AimAt(event->position().toPoint().x());
+}
+
+void WaveOverview::mouseMoveEvent(QMouseEvent* event) {
+  if (aim_ >= 0) AimAt(event->position().toPoint().x());
+}
+
+void WaveOverview::mouseReleaseEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || aim_ < 0) return;
+  const microseconds place = PlaceAt(aim_);
+  RepaintColumn(aim_);
+  aim_ = -1;
+  Q_EMIT SeekWanted(place);
+}
+
+void WaveOverview::mouseDoubleClickEvent(QMouseEvent* event) {
+  mousePressEvent(event);
+}
+
+void WaveOverview::keyPressEvent(QKeyEvent* event) {
+  const bool back = event->key() == Qt::Key_Left;
+  if ((!back && event->key() != Qt::Key_Right) || length_.count() <= 0) return event->ignore();
+  const microseconds there = position_ + (back ? -kKeyStep : kKeyStep);
+  Q_EMIT SeekWanted(std::clamp(there, microseconds(0), length_));
+}
+
+void WaveOverview::wheelEvent(QWheelEvent* event) {
+  event->ignore();
+}
+
+// Show() repaints what changed; the slider's own way would repaint everything at every step.
+void WaveOverview::sliderChange(SliderChange) {}
+
+}  // namespace ui

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPixmap>
+#include <QSlider>
+#include <chrono>
+
+#include "ui/skins/Skin.h"
+
+namespace ui {
+
+/// The whole track from left to right, with the place that is heard; a click or a drag goes to another one.
+///
+/// The track is prepared in two pictures, heard and still to come; moving on repaints only the pixels between
+/// the old place and the new one. A wave is one more thing that PaintTrack draws into the pictures.
+class WaveOverview final : public QSlider {
+  Q_OBJECT
+
+ public:
+  WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent = nullptr);
+
+  /// No length: nothing is loaded. A length that is not exact yet is drawn the same way and may still change.
+  void Show(std::chrono::microseconds position, std::chrono::microseconds length);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+  /// The user let go at this place.
+  void SeekWanted(std::chrono::microseconds position);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
+  void sliderChange(SliderChange change) override;
+
+ private:
+  enum class Tone { Heard, ToCome };
+
+  [[nodiscard]] int ColumnOf(std::chrono::microseconds position) const;
+  [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
+  [[nodiscard]] QPixmap PaintTrack(Tone tone) const;
+  void PaintTicks(QPainter& painter, Tone tone) const;
+  void RepaintColumn(int column);
+  void AimAt(int column);
+
+  const Skin& skin_;
+  QColor accent_;
+  std::chrono::microseconds position_{0};
+  std::chrono::microseconds length_{0};
+  int shown_column_ = 0;
+  int aim_ = -1;  ///< column under the pointer while it is held down
+  QPixmap heard_;
+  QPixmap to_come_;
+};
+
+}  // namespace ui
