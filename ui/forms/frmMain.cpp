@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QToolTip>
@@ -41,8 +42,9 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   for (const int deck : {1, 2}) mixer_state_.faders[deck == 1 ? 0 : 1] = Deck(deck).volume;
   MakeKeys();
   Build();
+  mixer_->SendVolumes();
   setMinimumSize(kSmallest);
-  resize(1366, 740);
+  resize(screen()->availableSize());
   frames_.setTimerType(Qt::PreciseTimer);
   connect(&frames_, &QTimer::timeout, this, &frmMain::ShowFrame);
   frames_.start(kFrame);
@@ -158,22 +160,27 @@ void frmMain::ShowPage(int page) {
   }
 }
 
-void frmMain::Key(const QKeySequence& key, std::function<void()> action) {
+void frmMain::Key(const QKeySequence& key, Reach reach, std::function<void()> action) {
   auto* shortcut = new QShortcut(key, this);
+  shortcut->setContext(reach == Reach::Everywhere ? Qt::ApplicationShortcut : Qt::WindowShortcut);
+  // A key that is held down too long must not start and stop a deck again and again.
+  shortcut->setAutoRepeat(reach == Reach::Window);
   connect(shortcut, &QShortcut::activated, this, std::move(action));
 }
 
 void frmMain::MakeKeys() {
   for (const int deck : {1, 2}) {
     const auto panel = [this, deck]() -> DeckPanel& { return *decks_[deck == 1 ? 0 : 1]; };
-    Key(KeyOf(Command::PlayPause, deck), [panel] { panel().PlayOrPause(); });
-    Key(KeyOf(Command::ToStart, deck), [panel] { panel().ToStart(); });
-    Key(KeyOf(Command::Stop, deck), [panel] { panel().Stop(); });
-    Key(KeyOf(Command::Load, deck), [this, deck] { Load(deck, music_->ChosenRow()); });
+    Key(KeyOf(Command::PlayPause, deck), Reach::Everywhere, [panel] { panel().PlayOrPause(); });
+    Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
+    Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
+    Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, music_->ChosenRow()); });
   }
-  for (const int page : {0, 1}) Key(KeyOfPage(page), [this, page] { ShowPage(page); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Left), [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Right), [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
+  for (const int page : {0, 1}) Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
+  Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
+      [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
+  Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
+      [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {

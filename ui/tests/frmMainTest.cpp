@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
+#include <QFileDialog>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -123,6 +124,27 @@ TEST_F(frmMainTest, TheFunctionKeysPlayBothDecks) {
   Advance(10s);
   Press(Qt::Key_F6);
   EXPECT_LT(Deck(2).position, 1s);
+}
+
+TEST_F(frmMainTest, AKeyThatIsHeldDownActsOnce) {
+  LoadAndPlay(1, 1);
+  for (int i = 0; i < 4; ++i) {
+    QTest::simulateEvent(window.get(), true, Qt::Key_F1, Qt::NoModifier, {}, i > 0);
+    Settle();
+  }
+  EXPECT_EQ(Deck(1).state, State::Paused);
+}
+
+TEST_F(frmMainTest, TheDecksStayInReachWhileFilesAreLookedFor) {
+  DoubleClickRow(1);
+  Click("AddFiles");
+  auto& dialog = Find<QFileDialog>("AddFilesDialog");
+  EXPECT_FALSE(dialog.isModal());
+  QTest::keyClick(&dialog, Qt::Key_F1);
+  Settle();
+  EXPECT_EQ(Deck(1).state, State::Playing);
+  Click("deck1Stop");
+  EXPECT_EQ(Deck(1).state, State::Stopped);
 }
 
 TEST_F(frmMainTest, TimesCountAsHeard) {
@@ -299,6 +321,17 @@ TEST_F(frmMainTest, ALostDeviceIsToldOnTheStatusLine) {
   engine.PostDeviceEvent({decks::DeviceEvent::Kind::Replaced, 1, "The card is gone."});
   Settle();
   EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
+}
+
+TEST_F(frmMainTest, AnotherLanguageSendsTheDecksNothing) {
+  LoadAndPlay(1, 1);
+  station->SetVolume(1, 33);
+  station->SetTempo(1, 2.5F);
+  Settle();
+  Choose("Language", 1);
+  Settle();
+  EXPECT_EQ(Deck(1).volume, 33);
+  EXPECT_FLOAT_EQ(Deck(1).tempo_percent, 2.5F);
 }
 
 TEST_F(frmMainTest, TheLanguageChangesAtOnceAndIsKept) {
