@@ -68,7 +68,7 @@ bool SameShape(const SampleShape& a, const SampleShape& b) {
 /// A name for the recognition of content that has no clear mark of its own; the library opens nothing by it.
 /// Any other ending would only mislead: sound named as a picture is sound.
 std::string RecognitionHint(std::string_view path) {
-  const std::string extension = input::ExtensionOf(path);
+  const std::string extension = files::ExtensionOf(path);
   const bool unmarked = extension == "MP3" || extension == "AAC" || extension == "AC3";
   return unmarked ? "sound." + extension : "";
 }
@@ -95,7 +95,7 @@ FfmpegDecoder::FfmpegDecoder(std::string path, std::unique_ptr<InputFile> input)
     : path_(std::move(path)), input_(std::move(input)) {}
 
 support::Error FfmpegDecoder::Failure(support::ErrorCode code, const std::string& rest) const {
-  return {code, input::LastPart(path_) + rest};
+  return {code, files::LastPart(path_) + rest};
 }
 
 support::Result<void> FfmpegDecoder::OpenContainer() {

@@ -16,7 +16,7 @@ support::Result<std::unique_ptr<engine::PcmDecoder>> FfmpegDecoderFactory::Open(
   if (!opened) return opened.Failure();
   std::unique_ptr<FfmpegDecoder> decoder = std::move(opened).Value();
   if (decoder->Kind() != kind) {
-    return support::Error{support::ErrorCode::Malformed, input::LastPart(path) + " holds " +
+    return support::Error{support::ErrorCode::Malformed, files::LastPart(path) + " holds " +
                                                              decoder->ContentName() +
                                                              " audio under another name; rename it to ." +
                                                              decoder->UsualExtension() + " to play it."};

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "platform/codec/Ffmpeg.h"
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 
 namespace platform::codec {
 namespace {
@@ -45,7 +45,7 @@ class FfmpegEncoder : public engine::Encoder {
 
  private:
   [[nodiscard]] support::Error Failure(const std::string& rest) const {
-    return {support::ErrorCode::Unavailable, input::LastPart(path_) + rest};
+    return {support::ErrorCode::Unavailable, files::LastPart(path_) + rest};
   }
   support::Result<void> OpenCodec(const AVCodec& codec, const engine::EncoderFormat& wanted);
   support::Result<void> OpenFile();
@@ -181,17 +181,17 @@ FfmpegEncoderFactory::FfmpegEncoderFactory() {
 
 support::Result<std::unique_ptr<engine::Encoder>> FfmpegEncoderFactory::Open(
     const std::string& path, const engine::EncoderFormat& format) {
-  const std::string extension = input::ExtensionOf(path);
+  const std::string extension = files::ExtensionOf(path);
   const auto recipe = std::find_if(kRecipes.begin(), kRecipes.end(),
                                    [&](const Recipe& r) { return r.extension == extension; });
   if (recipe == kRecipes.end()) {
     return support::Error{
         support::ErrorCode::Unsupported,
-        input::LastPart(path) + " cannot be written: its ending names no format known here."};
+        files::LastPart(path) + " cannot be written: its ending names no format known here."};
   }
   if (format.channels < 1 || format.channels > 8 || format.sample_rate < 1) {
     return support::Error{support::ErrorCode::Unsupported,
-                          input::LastPart(path) + " cannot be written: 1 to 8 channels are possible."};
+                          files::LastPart(path) + " cannot be written: 1 to 8 channels are possible."};
   }
   auto encoder = std::make_unique<FfmpegEncoder>(path);
   if (const auto opened = encoder->Open(*recipe, format); !opened) return opened.Failure();

@@ -13,17 +13,17 @@ constexpr int kBufferBytes = 64 * 1024;
 }  // namespace
 
 support::Result<std::unique_ptr<InputFile>> InputFile::Open(const std::string& path) {
-  auto opened = input::OpenPlainFile(path);
+  auto opened = files::OpenPlainFile(path);
   if (!opened) return opened.Failure();
   std::unique_ptr<InputFile> input(new InputFile(std::move(opened).Value()));
   if (input->context_ == nullptr) {
     return support::Error{support::ErrorCode::Unavailable,
-                          input::LastPart(path) + " cannot be opened: there is no memory left."};
+                          files::LastPart(path) + " cannot be opened: there is no memory left."};
   }
   return input;
 }
 
-InputFile::InputFile(input::PlainFile file) : file_(std::move(file)) {
+InputFile::InputFile(files::PlainFile file) : file_(std::move(file)) {
   auto* buffer = static_cast<unsigned char*>(av_malloc(kBufferBytes));
   if (buffer == nullptr) return;
   context_ = avio_alloc_context(buffer, kBufferBytes, 0, this, &ReadBytes, nullptr, &Seek);

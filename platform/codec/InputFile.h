@@ -6,7 +6,7 @@
 #include <string>
 
 #include "platform/codec/Ffmpeg.h"
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 #include "support/Result.h"
 
 namespace platform::codec {
@@ -28,11 +28,11 @@ class InputFile {
   [[nodiscard]] bool Failed() const { return failed_; }
 
  private:
-  explicit InputFile(input::PlainFile file);
+  explicit InputFile(files::PlainFile file);
   static int ReadBytes(void* self, std::uint8_t* buffer, int wanted);
   static std::int64_t Seek(void* self, std::int64_t offset, int whence);
 
-  input::PlainFile file_;
+  files::PlainFile file_;
   bool failed_ = false;
   AVIOContext* context_ = nullptr;
 };

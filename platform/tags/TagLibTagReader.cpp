@@ -10,7 +10,7 @@
 #include <exception>
 #include <limits>
 
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 #include "platform/tags/FieldReaders.h"
 
 namespace platform::tags {
@@ -42,7 +42,7 @@ long ContentStart(TagLib::IOStream& stream) {
   const TagLib::ByteVector head = stream.readBlock(10);
   if (head.size() < 10 || !HasPrefix(head, 0, "ID3")) return 0;
   long size = 0;
-  for (unsigned i = 6; i < 10; ++i) size = size * 128 + (static_cast<unsigned char>(head[i]) & 0x7F);
+  for (int i = 6; i < 10; ++i) size = size * 128 + (static_cast<unsigned char>(head[i]) & 0x7F);
   return size + 10;
 }
 
@@ -59,7 +59,7 @@ Content Recognise(TagLib::IOStream& stream, const std::string& name) {
   if (HasPrefix(head, 4, "ftyp")) return Content::Mp4;
   if (HasPrefix(head, 0, "RIFF") && HasPrefix(head, 8, "WAVE")) return Content::Wav;
   const bool frame = head.size() >= 2 && head[0] == '\xFF' && (head[1] & '\xE0') == '\xE0';
-  return start > 0 || frame || input::ExtensionOf(name) == "MP3" ? Content::Mpeg : Content::Other;
+  return start > 0 || frame || files::ExtensionOf(name) == "MP3" ? Content::Mpeg : Content::Other;
 }
 
 support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const std::string& name) {
@@ -95,13 +95,13 @@ support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const
 }  // namespace
 
 support::Result<catalogue::FileTags> TagLibTagReader::Read(const std::string& path) {
-  if (const auto opened = input::OpenPlainFile(path); !opened) return opened.Failure();
+  if (const auto opened = files::OpenPlainFile(path); !opened) return opened.Failure();
   try {
     CappedFileStream stream(path);
-    if (!stream.isOpen()) return NoAudio(input::LastPart(path));
-    return ReadContent(stream, input::LastPart(path));
+    if (!stream.isOpen()) return NoAudio(files::LastPart(path));
+    return ReadContent(stream, files::LastPart(path));
   } catch (const std::exception&) {
-    return NoAudio(input::LastPart(path));
+    return NoAudio(files::LastPart(path));
   }
 }
 

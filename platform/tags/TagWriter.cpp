@@ -14,7 +14,7 @@
 
 #include <exception>
 
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 #include "support/Text.h"
 
 namespace platform::tags {
@@ -80,7 +80,7 @@ void PutMp4(TagLib::MP4::Tag& tag, const FileTags& tags) {
 }
 
 bool WriteByExtension(const std::string& path, const FileTags& tags) {
-  const std::string extension = input::ExtensionOf(path);
+  const std::string extension = files::ExtensionOf(path);
   const char* name = path.c_str();
   if (extension == "MP3") {
     TagLib::MPEG::File file(name, false);
@@ -121,7 +121,7 @@ bool WriteByExtension(const std::string& path, const FileTags& tags) {
 }  // namespace
 
 support::Result<void> WriteTags(const std::string& path, const FileTags& tags) {
-  if (const auto opened = input::OpenPlainFile(path); !opened) return opened.Failure();
+  if (const auto opened = files::OpenPlainFile(path); !opened) return opened.Failure();
   bool written = false;
   try {
     written = WriteByExtension(path, tags);
@@ -130,7 +130,7 @@ support::Result<void> WriteTags(const std::string& path, const FileTags& tags) {
   }
   if (written) return {};
   return support::Error{support::ErrorCode::Unreadable,
-                        "The tag of " + input::LastPart(path) + " cannot be written."};
+                        "The tag of " + files::LastPart(path) + " cannot be written."};
 }
 
 }  // namespace platform::tags

@@ -173,6 +173,7 @@ QWidget* DeckPanel::MakeTimes() {
   remaining_ = new QLabel;
   SetFontEm(*remaining_, 2.6, Weight::Bold);
   remaining_->setAlignment(Qt::AlignRight | Qt::AlignBottom);
+  SetWidest(*remaining_, QStringLiteral("−00:00"));
   elapsed_ = new QLabel;
   SetFontEm(*elapsed_, 1.1);
   elapsed_->setAlignment(Qt::AlignRight | Qt::AlignTop);
@@ -277,9 +278,9 @@ void DeckPanel::ShowTimes(const app::DeckView& view) {
   const bool any = view.length.count() > 0;
   const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
   const bool playing = view.state == State::Playing;
-  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("--:--"));
+  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("−00:00"));
   SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
-                         : QStringLiteral("--:-- / --:--"));
+                         : QStringLiteral("00:00 / 00:00"));
   SetTextColour(*remaining_, !any                       ? look_.skin.dim
                              : playing && left <= kNow  ? look_.skin.danger
                              : playing && left <= kSoon ? look_.skin.warning

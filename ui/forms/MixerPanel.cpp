@@ -45,6 +45,8 @@ MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
   channel.fader->setPageStep(10);
   channel.fader->setValue(state_.faders[place]);
   for (QLabel* label : {channel.volume, channel.peak}) label->setAlignment(Qt::AlignCenter);
+  SetWidest(*channel.volume, QStringLiteral("100 %"));
+  SetWidest(*channel.peak, QStringLiteral("−48 dB"));
   SetTextColour(*channel.peak, look_.skin.dim);
   channel.cue->setCheckable(true);
   SetKind(*channel.cue, deck == 1 ? "cue1" : "cue2");
@@ -88,7 +90,7 @@ QWidget* MixerPanel::MakeCrossfader() {
   crossfader_->setPageStep(20);
   crossfader_->SetRest(0);
   crossfader_->setValue(state_.crossfader);
-  curve_ = new QuietCombo;
+  curve_ = new QuietCombo(look_.skin);
   for (const Say name : {Say::CurveSmooth, Say::CurveCut, Say::CurvePower}) curve_->addItem(look_.say(name));
   curve_->setCurrentIndex(static_cast<int>(state_.curve));
   connect(crossfader_, &QSlider::valueChanged, this, [this](int value) {
@@ -98,15 +100,29 @@ QWidget* MixerPanel::MakeCrossfader() {
   connect(curve_, &QComboBox::activated, this, [this](int index) {
     state_.curve = static_cast<decks::CrossfaderCurve>(index);
     SendVolumes();
+    Q_EMIT CurveChosen(state_.curve);
   });
   Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
   Name(*curve_, QStringLiteral("CrossfaderCurve"), look_.say(Say::Curve), look_.say(Say::CurveTip));
   auto* box = new QWidget;
   auto* column = new QVBoxLayout(box);
   SetSpacingEm(*column, 0, 0.4);
-  column->addWidget(crossfader_);
+  auto* line = new QHBoxLayout;
+  SetSpacingEm(*line, 0, 0.2);
+  line->addWidget(MakeEnd(1));
+  line->addWidget(crossfader_, 1);
+  line->addWidget(MakeEnd(2));
+  column->addLayout(line);
   column->addWidget(curve_);
   return box;
+}
+
+QLabel* MixerPanel::MakeEnd(int deck) {
+  auto* label = new QLabel(QString::number(deck));
+  Name(*label, DeckName(deck, "End"), look_.say(Say::Deck).arg(deck));
+  SetFontEm(*label, 1.2, Weight::Bold);
+  SetTextColour(*label, look_.skin.Deck(deck));
+  return label;
 }
 
 void MixerPanel::SendVolumes() {

@@ -31,6 +31,9 @@ class MixerPanel final : public Surface {
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
 
+ Q_SIGNALS:
+  void CurveChosen(decks::CrossfaderCurve curve);
+
  private:
   struct Channel {
     Fader* fader;
@@ -43,6 +46,8 @@ class MixerPanel final : public Surface {
   QGridLayout* MakeChannels();
   Channel MakeChannel(int deck);
   QWidget* MakeCrossfader();
+  /// The deck that is heard alone at this end of the crossfader.
+  QLabel* MakeEnd(int deck);
   void SendVolumes();
   void ShowCue(int deck, const app::WorkstationView& view);
 

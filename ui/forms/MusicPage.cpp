@@ -18,6 +18,7 @@
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/TrackDelegate.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
@@ -40,6 +41,7 @@ MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* p
   model_ = new CatalogueModel(table, look, this);
   grid_ = new TrackGrid;
   grid_->setModel(model_);
+  grid_->setItemDelegate(new TrackDelegate(look.skin, grid_));
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
   connect(grid_, &TrackGrid::Chosen, this, &MusicPage::RowChosen);
   empty_ = new QLabel(look.say(Say::EmptyCatalogue));
@@ -99,7 +101,7 @@ QWidget* MusicPage::MakeReport() {
   report_list_ = new QPlainTextEdit;
   report_list_->setReadOnly(true);
   report_list_->setTabChangesFocus(true);
-  report_list_->setMaximumHeight(Em(*this, 7));
+  SetHeightEm(*report_list_, 6);
   Name(*report_list_, QStringLiteral("Refused"), look_.say(Say::LeftOut).arg(0));
   column->addWidget(report_list_);
   report_->hide();
@@ -121,6 +123,10 @@ void MusicPage::ShowCount() {
   empty_->setVisible(rows == 0);
 }
 
+void MusicPage::TakeFocus() {
+  grid_->setFocus();
+}
+
 int MusicPage::ChosenRow() const {
   return grid_->ChosenRow();
 }
@@ -131,22 +137,25 @@ void MusicPage::ChooseRow(int row) {
   grid_->setCurrentIndex(model_->index(row - 1, CatalogueModel::Title));
 }
 
-void MusicPage::ShowAdding(int files) {
-  if (files == 0) return progress_->Show({});
-  progress_->Show(files == 1 ? look_.say(Say::AddingOne) : look_.say(Say::AddingFiles).arg(files));
+void MusicPage::ShowAdding(const app::AddingProgress& progress) {
+  if (progress.total == 0) return;
+  progress_->Show(look_.say(Say::AddingFiles).arg(progress.done).arg(progress.total));
 }
 
-void MusicPage::ShowAdded(int rows, const std::vector<std::string>& refused) {
+void MusicPage::ShowAdded(int files, int rows, const std::vector<std::string>& refused) {
   const auto& say = look_.say;
-  progress_->Show(rows == 0   ? say(Say::AddedNone)
-                  : rows == 1 ? say(Say::AddedOne)
-                              : say(Say::Added).arg(rows));
+  QString text = rows == 0 ? say(Say::AddedNone) : rows == 1 ? say(Say::AddedOne) : say(Say::Added).arg(rows);
+  const int known = files - rows - static_cast<int>(refused.size());
+  if (known > 0) {
+    text += QLatin1Char(' ') + (known == 1 ? say(Say::AlreadyThereOne) : say(Say::AlreadyThere).arg(known));
+  }
+  progress_->Show(text);
   report_->setVisible(!refused.empty());
   if (refused.empty()) return;
-  const auto files = static_cast<int>(refused.size());
-  const QString head = files == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(files);
+  const QString head = refused.size() == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size());
   report_head_->setText(head);
   report_list_->setAccessibleName(head);
+  report_list_->setToolTip(head);
   QStringList lines;
   for (const std::string& sentence : refused) lines += Decode(sentence);
   report_list_->setPlainText(lines.join(QLatin1Char('\n')));

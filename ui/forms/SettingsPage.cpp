@@ -57,10 +57,8 @@ void SettingsPage::MakeOutput(int output, QGridLayout& grid) {
   const auto& say = look_.say;
   const QString name = output == 3 ? say(Say::OutputHeadphones) : say(Say::OutputDeck).arg(output);
   Output& controls = outputs_[static_cast<std::size_t>(output - 1)];
-  controls.device = new QuietCombo;
-  controls.pair = new QuietCombo;
-  controls.device->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  controls.device->setMinimumContentsLength(16);
+  controls.device = new QuietCombo(look_.skin);
+  controls.pair = new QuietCombo(look_.skin);
   for (int pair = 0; pair <= 4; ++pair) controls.pair->addItem(PairText(pair, say), pair);
   FillDevices(*controls.device, 0);
   Name(*controls.device, QStringLiteral("Device%1").arg(output),
@@ -87,11 +85,11 @@ void SettingsPage::FillDevices(QuietCombo& list, int present) {
 
 QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   const auto& say = look_.say;
-  language_ = new QuietCombo;
+  language_ = new QuietCombo(look_.skin);
   language_->addItems({QStringLiteral("English"), QStringLiteral("Nederlands")});
   language_->setCurrentIndex(static_cast<int>(choices.language));
   Name(*language_, QStringLiteral("Language"), say(Say::Language), say(Say::LanguageTip));
-  skin_ = new QuietCombo;
+  skin_ = new QuietCombo(look_.skin);
   skin_->addItems({say(Say::SkinDark), say(Say::SkinLight)});
   skin_->setCurrentIndex(static_cast<int>(choices.skin));
   Name(*skin_, QStringLiteral("Skin"), say(Say::Skin), say(Say::SkinTip));

@@ -29,14 +29,14 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
   Name(*clock_, QStringLiteral("Clock"), {}, say(Say::ClockTip));
   row->addWidget(clock_);
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
-    outputs_[i] = new ElidedLabel;
+    outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
     Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1), {});
     SetTextColour(*outputs_[i], i < 2 ? look.skin.decks[i] : look.skin.dim);
-    row->addWidget(outputs_[i], 2);
+    row->addWidget(outputs_[i]);
   }
   message_ = new ElidedLabel;
   Name(*message_, QStringLiteral("Message"), {});
-  row->addWidget(message_, 5);
+  row->addWidget(message_, 1);
   load_ = new QLabel;
   Name(*load_, QStringLiteral("SoundLoad"), {}, say(Say::SoundLoadTip));
   late_ = new QLabel;

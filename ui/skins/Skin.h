@@ -18,6 +18,8 @@ struct Skin {
   QColor panel;    ///< of decks, mixer, pages
   QColor raised;   ///< buttons, fields, table heads
   QColor well;     ///< sunk parts: grooves, meters, overview
+  QColor stripe;   ///< every other row of a grid
+  QColor chosen;   ///< the row under the cursor
   QColor line;     ///< edges
   QColor text;     ///< what must be read
   QColor dim;      ///< captions
@@ -35,7 +37,8 @@ struct Skin {
 
 [[nodiscard]] const Skin& SkinOf(Skin::Name name);
 
-/// Style, palette, font family and style sheet for all windows of the program.
-void ApplySkin(QApplication& application, const Skin& skin);
+/// Style, palette, font family and style sheet for all windows of the program; em is the size of their type
+/// in pixels.
+void ApplySkin(QApplication& application, const Skin& skin, int em);
 
 }  // namespace ui

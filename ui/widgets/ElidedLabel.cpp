@@ -3,12 +3,18 @@
 #include "ui/widgets/ElidedLabel.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace ui {
+namespace {
 
-ElidedLabel::ElidedLabel(QWidget* parent) : QLabel(parent) {
+constexpr int kMostCharacters = 40;  ///< of a label of natural width
+
+}  // namespace
+
+ElidedLabel::ElidedLabel(Width width, QWidget* parent) : QLabel(parent) {
   setTextFormat(Qt::PlainText);
-  setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+  setSizePolicy(width == Width::Natural ? QSizePolicy::Maximum : QSizePolicy::Ignored, QSizePolicy::Fixed);
 }
 
 void ElidedLabel::Show(const QString& shown) {
@@ -18,7 +24,8 @@ void ElidedLabel::Show(const QString& shown) {
 }
 
 QSize ElidedLabel::sizeHint() const {
-  return {fontMetrics().horizontalAdvance(text()) + 2, fontMetrics().height()};
+  const int limit = fontMetrics().averageCharWidth() * kMostCharacters;
+  return {std::min(fontMetrics().horizontalAdvance(text()) + 2, limit), fontMetrics().height()};
 }
 
 QSize ElidedLabel::minimumSizeHint() const {

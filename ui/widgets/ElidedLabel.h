@@ -11,7 +11,10 @@ class ElidedLabel final : public QLabel {
   Q_OBJECT
 
  public:
-  explicit ElidedLabel(QWidget* parent = nullptr);
+  /// Stretches: takes the room that is left. Natural: as wide as its text where there is room, up to a limit.
+  enum class Width { Stretches, Natural };
+
+  explicit ElidedLabel(Width width = Width::Stretches, QWidget* parent = nullptr);
 
   /// Repaints only when the text is another one.
   void Show(const QString& text);

@@ -12,15 +12,21 @@ namespace ui {
 namespace {
 
 constexpr const char* kFontProperty = "ems";
+constexpr const char* kWidestProperty = "widest";
+constexpr const char* kHeightProperty = "heightEms";
 constexpr const char* kMarginProperty = "marginEms";
 constexpr const char* kGapProperty = "gapEms";
 
-void SizeFont(QWidget& widget, double base_points) {
+// Every widget by itself: under a style sheet not all of them take over their parent's font.
+void SizeFont(QWidget& widget, double base_points, double base_em) {
   const QVariant ems = widget.property(kFontProperty);
-  if (!ems.isValid()) return;
   QFont font = widget.font();
-  font.setPointSizeF(base_points * ems.toDouble());
+  font.setPointSizeF(base_points * (ems.isValid() ? ems.toDouble() : 1.0));
   widget.setFont(font);
+  const QVariant widest = widget.property(kWidestProperty);
+  if (widest.isValid()) widget.setMinimumWidth(widget.fontMetrics().horizontalAdvance(widest.toString()));
+  const QVariant height = widget.property(kHeightProperty);
+  if (height.isValid()) widget.setFixedHeight(static_cast<int>(std::lround(height.toDouble() * base_em)));
 }
 
 void SizeLayout(QLayout& layout, double em) {
@@ -44,6 +50,14 @@ void SetFontEm(QWidget& widget, double ems, Weight weight) {
   widget.setFont(font);
 }
 
+void SetWidest(QLabel& label, const QString& text) {
+  label.setProperty(kWidestProperty, text);
+}
+
+void SetHeightEm(QWidget& widget, double ems) {
+  widget.setProperty(kHeightProperty, ems);
+}
+
 void SetSpacingEm(QLayout& layout, double margin, double gap) {
   layout.setProperty(kMarginProperty, margin);
   layout.setProperty(kGapProperty, gap);
@@ -53,8 +67,8 @@ void ApplyBaseSize(QWidget& window, double points) {
   QFont font = window.font();
   font.setPointSizeF(points);
   window.setFont(font);
-  for (QWidget* widget : window.findChildren<QWidget*>()) SizeFont(*widget, points);
   const double em = QFontInfo(font).pixelSize();
+  for (QWidget* widget : window.findChildren<QWidget*>()) SizeFont(*widget, points, em);
   for (QLayout* layout : window.findChildren<QLayout*>()) SizeLayout(*layout, em);
 }
 

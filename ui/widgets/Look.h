@@ -27,6 +27,10 @@ enum class Weight { Normal, Bold };
 
 /// Font size relative to the window's; kept when the window grows.
 void SetFontEm(QWidget& widget, double ems, Weight weight = Weight::Normal);
+/// The label keeps room for this text, so that nothing beside it moves when its own gets shorter.
+void SetWidest(QLabel& label, const QString& text);
+/// Fixed height in ems of the window's font.
+void SetHeightEm(QWidget& widget, double ems);
 /// Margins and gaps of a layout in ems of the window's font; kept when the window grows.
 void SetSpacingEm(QLayout& layout, double margin, double gap);
 /// Gives the window and everything in it sizes after a base font size in points.

@@ -2,9 +2,49 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/QuietCombo.h"
 
+#include <QPainter>
 #include <QWheelEvent>
+#include <algorithm>
+
+#include "ui/widgets/Look.h"
 
 namespace ui {
+
+QuietCombo::QuietCombo(const Skin& skin, QWidget* parent) : QComboBox(parent), skin_(skin) {
+  setAttribute(Qt::WA_Hover);
+}
+
+int QuietCombo::Height() const {
+  return std::max(30, Em(*this, 2.4));
+}
+
+QSize QuietCombo::sizeHint() const {
+  int widest = 0;
+  for (int i = 0; i < count(); ++i) widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
+  return {std::min(widest, Em(*this, 24)) + Em(*this, 3), Height()};
+}
+
+QSize QuietCombo::minimumSizeHint() const {
+  return {std::min(sizeHint().width(), Em(*this, 14)), Height()};
+}
+
+void QuietCombo::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.setRenderHint(QPainter::Antialiasing);
+  const bool pointed = isEnabled() && underMouse();
+  painter.setPen(QPen(hasFocus() ? skin_.text : pointed ? skin_.decks[0] : skin_.line, hasFocus() ? 2 : 1));
+  painter.setBrush(isEnabled() ? skin_.raised : skin_.panel);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
+  const QColor ink = isEnabled() ? skin_.text : skin_.faint;
+  const int arrow = Em(*this, 0.35);
+  const QPointF tip(width() - Em(*this, 1.2), height() / 2.0 + arrow / 2.0);
+  painter.setPen(QPen(ink, 2));
+  painter.drawPolyline(QPolygonF{tip - QPointF(arrow, arrow), tip, tip + QPointF(arrow, -arrow)});
+  const QRect room = rect().adjusted(Em(*this, 0.7), 0, -Em(*this, 2), 0);
+  painter.setPen(ink);
+  painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
+                   fontMetrics().elidedText(currentText(), Qt::ElideRight, room.width()));
+}
 
 void QuietCombo::wheelEvent(QWheelEvent* event) {
   event->ignore();

@@ -4,6 +4,8 @@
 
 #include <QComboBox>
 
+#include "ui/skins/Skin.h"
+
 namespace ui {
 
 /// A list of choices that the wheel does not turn: rolling over the settings moves no output.
@@ -11,10 +13,19 @@ class QuietCombo final : public QComboBox {
   Q_OBJECT
 
  public:
-  using QComboBox::QComboBox;
+  explicit QuietCombo(const Skin& skin, QWidget* parent = nullptr);
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
+
+ private:
+  [[nodiscard]] int Height() const;
+
+  const Skin& skin_;
 };
 
 }  // namespace ui

@@ -24,7 +24,6 @@ TrackGrid::TrackGrid(QWidget* parent) : QTableView(parent) {
   setSelectionBehavior(SelectRows);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
-  setAlternatingRowColors(true);
   setShowGrid(false);
   setWordWrap(false);
   setCornerButtonEnabled(false);
@@ -45,6 +44,12 @@ TrackGrid::TrackGrid(QWidget* parent) : QTableView(parent) {
 
 int TrackGrid::ChosenRow() const {
   return currentIndex().isValid() ? CatalogueModel::TableRow(currentIndex()) : 0;
+}
+
+void TrackGrid::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  // The base puts its cursor on the first row without showing it; what the keys load must be seen.
+  if (currentIndex().isValid() && !selectionModel()->hasSelection()) selectRow(currentIndex().row());
 }
 
 void TrackGrid::keyPressEvent(QKeyEvent* event) {

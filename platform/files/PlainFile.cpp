@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 
 #include <filesystem>
 #include <system_error>
 
 #include "support/Text.h"
 
-namespace platform::input {
+namespace platform::files {
 namespace {
 
 support::Error Sentence(support::ErrorCode code, const std::string& path, const char* rest) {
@@ -54,4 +54,4 @@ support::Result<PlainFile> OpenPlainFile(const std::string& path) {
   return opened;
 }
 
-}  // namespace platform::input
+}  // namespace platform::files

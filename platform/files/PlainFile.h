@@ -10,7 +10,7 @@
 
 #include "support/Result.h"
 
-namespace platform::input {
+namespace platform::files {
 
 /// The last part of a path, as messages show it.
 [[nodiscard]] std::string LastPart(std::string_view path);
@@ -20,7 +20,7 @@ namespace platform::input {
 /// A plain file with bytes in it, open for reading from its start, unbuffered.
 struct PlainFile {
   struct Closer {
-    void operator()(std::FILE* file) const { std::fclose(file); }
+    void operator()(std::FILE* open) const { std::fclose(open); }
   };
   std::unique_ptr<std::FILE, Closer> file;
   std::int64_t size = 0;
@@ -30,4 +30,4 @@ struct PlainFile {
 /// not ours to read is refused with a sentence that names it.
 [[nodiscard]] support::Result<PlainFile> OpenPlainFile(const std::string& path);
 
-}  // namespace platform::input
+}  // namespace platform::files

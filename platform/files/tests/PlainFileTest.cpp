@@ -1,27 +1,21 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/input/PlainFile.h"
+#include "platform/files/PlainFile.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
 #include <filesystem>
-#include <fstream>
 
-namespace platform::input {
+#include "platform/files/testing/TestFolder.h"
+
+namespace platform::files {
 namespace {
 
-/// A folder of its own for each case.
 class PlainFileTest : public ::testing::Test {
  protected:
-  PlainFileTest() {
-    std::string pattern = (std::filesystem::temp_directory_path() / "djtolven-input-XXXXXX").string();
-    folder_ = mkdtemp(pattern.data()) == nullptr ? "" : pattern;
-  }
-  ~PlainFileTest() override { std::filesystem::remove_all(folder_); }
-
-  std::string Make(const std::string& name, const std::string& bytes) const {
-    std::ofstream(folder_ / name, std::ios::binary) << bytes;
+  std::string Make(std::string_view name, std::string_view bytes) const {
+    folder_.Write(name, bytes);
     return (folder_ / name).string();
   }
   static std::string Refusal(const std::string& path) {
@@ -29,7 +23,7 @@ class PlainFileTest : public ::testing::Test {
     return opened ? "" : opened.Failure().text;
   }
 
-  std::filesystem::path folder_;
+  testing::TestFolder folder_;
 };
 
 TEST_F(PlainFileTest, AFileIsOpenAtItsStartAndItsSizeKnown) {
@@ -42,8 +36,8 @@ TEST_F(PlainFileTest, AFileIsOpenAtItsStartAndItsSizeKnown) {
 TEST_F(PlainFileTest, WhatIsNoFileOrHoldsNothingIsSaidSo) {
   EXPECT_EQ(Refusal((folder_ / "gone.mp3").string()),
             "gone.mp3 was not found; it may have been moved or deleted.");
-  EXPECT_EQ(Refusal(folder_.string() + "/"),
-            folder_.filename().string() + " is a folder, not an audio file.");
+  EXPECT_EQ(Refusal(folder_.Path().string() + "/"),
+            folder_.Path().filename().string() + " is a folder, not an audio file.");
   EXPECT_EQ(Refusal(Make("none.mp3", "")), "none.mp3 is empty (0 bytes).");
   EXPECT_EQ(Refusal("/dev/zero"), "zero is a device or a pipe, not an audio file.");
   EXPECT_EQ(Refusal(""), " was not found; it may have been moved or deleted.");
@@ -67,4 +61,4 @@ TEST_F(PlainFileTest, NamesAreTakenApartOnEitherSlash) {
 }
 
 }  // namespace
-}  // namespace platform::input
+}  // namespace platform::files

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/tests/Booth.h"
+
+#include <QAbstractItemModel>
+#include <QComboBox>
+#include <QDragEnterEvent>
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QPushButton>
+#include <QTableView>
+
+namespace ui::testing {
+
+Booth::Booth() {
+  engine.AddDevice("Main speakers");
+  engine.AddDevice("USB card");
+  station = std::make_unique<app::Workstation>(
+      app::Ports{engine, engine, tags, settings, files, workers, clock}, support::ProgramFolder("folder"),
+      app::Workstation::Conducting::ByHand);
+  station->StartUp();
+  AddTrack("one.mp3", "Anna Vogel", "First Light");
+  AddTrack("two.ogg", "The Bells", "Second Wind", "120.00");
+  AddTrack("three.flac", "Carlo", "Third Time", "");
+  AddTrack("four.wma", "", "", "99.50");
+}
+
+void Booth::Open(QSize size) {
+  window = std::make_unique<frmMain>(*station, settings, clock);
+  window->resize(size);
+  window->show();
+  Settle();
+}
+
+void Booth::Advance(std::chrono::milliseconds time) {
+  for (auto rest = time; rest > 0ms; rest -= 20ms) {
+    clock.Advance(20ms);
+    station->Tick();
+    if (window) window->ShowFrame();
+    QApplication::processEvents();
+  }
+}
+
+void Booth::AddTrack(const std::string& path, const std::string& artist, const std::string& title,
+                     const std::string& bpm) {
+  const std::string_view cells[] = {artist, title, "03:00", path, bpm, "House", "Album", "2026"};
+  station->Catalogue().AddRow(cells);
+  engine.AddFile(path);
+}
+
+QString Booth::TextOf(const char* label) {
+  return Find<QLabel>(label).text();
+}
+
+void Booth::Click(const char* button) {
+  QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton);
+  Settle();
+}
+
+void Booth::Press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QTest::keyClick(window.get(), key, modifiers);
+  Settle();
+}
+
+void Booth::Choose(const char* list, int index) {
+  auto& combo = Find<QComboBox>(list);
+  combo.setFocus();
+  while (combo.currentIndex() != index) {
+    QTest::keyClick(&combo, combo.currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+  }
+  workers.RunAll();
+  Settle();
+}
+
+void Booth::ChooseRow(int row) {
+  auto& grid = Find<QTableView>("Catalogue");
+  const QRect cell = grid.visualRect(grid.model()->index(row - 1, 2));
+  QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
+}
+
+void Booth::DoubleClickRow(int row) {
+  ChooseRow(row);
+  auto& grid = Find<QTableView>("Catalogue");
+  const QRect cell = grid.visualRect(grid.model()->index(row - 1, 2));
+  QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, cell.center());
+  Settle();
+}
+
+void Booth::Drop(const QMimeData& data, const char* target) {
+  auto& widget = Find<QWidget>(target);
+  const QPoint centre = widget.rect().center();
+  QDragEnterEvent enter(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &enter);
+  if (!enter.isAccepted()) return;
+  QDropEvent drop(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QApplication::sendEvent(&widget, &drop);
+  workers.RunAll();
+  Settle();
+  workers.RunAll();
+  Settle();
+}
+
+void Booth::DropRow(int row, const char* target) {
+  auto& grid = Find<QTableView>("Catalogue");
+  const std::unique_ptr<QMimeData> data(grid.model()->mimeData({grid.model()->index(row - 1, 2)}));
+  Drop(*data, target);
+}
+
+void Booth::DropFiles(const QList<QUrl>& urls, const char* target) {
+  QMimeData data;
+  data.setUrls(urls);
+  Drop(data, target);
+}
+
+const app::DeckView& Booth::Deck(int deck) {
+  return station->View().decks[static_cast<std::size_t>(deck - 1)];
+}
+
+void Booth::LoadAndPlay(int deck, int row) {
+  DropRow(row, deck == 1 ? "deck1" : "deck2");
+  Click(deck == 1 ? "deck1Play" : "deck2Play");
+}
+
+}  // namespace ui::testing

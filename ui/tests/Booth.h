@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QTest>
+#include <memory>
+
+#include "app/Workstation.h"
+#include "catalogue/testing/FakeTagReader.h"
+#include "decks/testing/RecordingEngine.h"
+#include "support/testing/FakeClock.h"
+#include "support/testing/ManualExecutor.h"
+#include "support/testing/MemoryFiles.h"
+#include "support/testing/MemorySettings.h"
+#include "ui/forms/frmMain.h"
+
+namespace ui::testing {
+
+using namespace std::chrono_literals;
+using State = app::DeckView::State;
+
+/// The whole window on a workstation without sound: four tracks stand in the catalogue, time moves by
+/// Advance() only.
+class Booth : public ::testing::Test {
+ protected:
+  Booth();
+
+  /// Opens the window; before it, settings and catalogue can be prepared.
+  void Open(QSize size = {1366, 768});
+  /// Time goes by in steps of a frame: the conductor ticks, the window draws.
+  void Advance(std::chrono::milliseconds time);
+  void Settle() { Advance(60ms); }
+  /// Appends a row for a file that can be played.
+  void AddTrack(const std::string& path, const std::string& artist, const std::string& title,
+                const std::string& bpm = "128.00");
+
+  template <class Widget>
+  Widget& Find(const char* name) {
+    auto* widget = window->findChild<Widget*>(QLatin1String(name));
+    if (widget == nullptr) throw std::runtime_error(std::string("no widget named ") + name);
+    return *widget;
+  }
+  [[nodiscard]] QString TextOf(const char* label);
+  void Click(const char* button);
+  void Press(Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+  void Choose(const char* list, int index);
+  /// Puts the cursor on a row of the catalogue, from 1.
+  void ChooseRow(int row);
+  void DoubleClickRow(int row);
+  void DropRow(int row, const char* target);
+  void DropFiles(const QList<QUrl>& urls, const char* target);
+  [[nodiscard]] const app::DeckView& Deck(int deck);
+  void LoadAndPlay(int deck, int row);
+
+  support::testing::FakeClock clock;
+  decks::testing::RecordingEngine engine{clock};
+  support::testing::ManualExecutor workers;
+  catalogue::testing::FakeTagReader tags;
+  support::testing::MemorySettings settings;
+  support::testing::MemoryFiles files;
+  std::unique_ptr<app::Workstation> station;
+  std::unique_ptr<frmMain> window;
+
+ private:
+  void Drop(const QMimeData& data, const char* target);
+};
+
+}  // namespace ui::testing

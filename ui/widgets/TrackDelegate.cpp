@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/widgets/TrackDelegate.h"
+
+#include <QFontInfo>
+#include <QPainter>
+
+#include "ui/models/CatalogueModel.h"
+
+namespace ui {
+namespace {
+
+constexpr int kBarWidth = 4;
+
+}  // namespace
+
+TrackDelegate::TrackDelegate(const Skin& skin, QObject* parent) : QStyledItemDelegate(parent), skin_(skin) {}
+
+void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
+                          const QModelIndex& index) const {
+  const bool chosen = option.state.testFlag(QStyle::State_Selected);
+  const bool odd = index.row() % 2 == 1;
+  painter->fillRect(option.rect, chosen ? skin_.chosen : odd ? skin_.stripe : skin_.panel);
+  const QVariant colour = index.data(Qt::ForegroundRole);
+  const QString text = index.data(Qt::DisplayRole).toString();
+  if (index.column() == CatalogueModel::Deck) {
+    if (chosen) painter->fillRect(option.rect.adjusted(0, 0, kBarWidth - option.rect.width(), 0), skin_.text);
+    if (!text.isEmpty()) PaintChip(*painter, option, text, colour.value<QColor>());
+    return;
+  }
+  const int pad = QFontInfo(option.font).pixelSize() / 2;
+  const QRect room = option.rect.adjusted(pad, 0, -pad, 0);
+  painter->setFont(option.font);
+  painter->setPen(colour.isValid() ? colour.value<QColor>() : skin_.text);
+  painter->drawText(room, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
+                    option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
+}
+
+void TrackDelegate::PaintChip(QPainter& painter, const QStyleOptionViewItem& option, const QString& text,
+                              const QColor& colour) const {
+  const int side = QFontInfo(option.font).pixelSize() * 3 / 2;
+  QRect chip(0, 0, side, side);
+  chip.moveCenter(option.rect.center());
+  painter.fillRect(chip, colour);
+  QFont bold = option.font;
+  bold.setBold(true);
+  painter.setFont(bold);
+  painter.setPen(skin_.on_deck);
+  painter.drawText(chip, Qt::AlignCenter, text);
+}
+
+}  // namespace ui
