@@ -84,6 +84,7 @@ TEST_F(RealThreads, ScanAFileFromWorkersWhileItPlays) {
       return bytes;
     }));
   }
+  for (int i = 0; i < 20; ++i) engine.BASS_StreamFree(Load());
   for (auto& scan : scans) EXPECT_EQ(scan.get(), 4 * 30 * kRate);
   WaitForFrame(stream, 2000);
   EXPECT_EQ(files.Opened(), 1);
