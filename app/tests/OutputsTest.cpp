@@ -134,6 +134,15 @@ TEST_F(OutputsTest, WhatIsListenedToStaysLoudOnItsNewPair) {
   EXPECT_EQ(Deck(1).pre_volume, 75);
 }
 
+TEST_F(OutputsTest, TheSecondDeckGoesWithTheFirstUntilItHasAnOutputOfItsOwn) {
+  StartUp();
+  Choose(1, {2, 0});
+  EXPECT_EQ(station_->View().outputs[1].device, 2);
+  Choose(2, {2, 3});
+  Choose(1, {1, 0});
+  EXPECT_EQ(station_->View().outputs[1], (OutputView{2, 3}));
+}
+
 TEST_F(OutputsTest, ADeviceIsForHeadPhonesWhereNoDeckPlaysOnIt) {
   Store("Devices", "Device3", "2");
   StartUp();
