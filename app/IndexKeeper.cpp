@@ -28,13 +28,10 @@ IndexKeeper::IndexKeeper(support::FileSaver& files, support::Executor& workers,
       state_(std::make_shared<State>(files, std::move(path), std::move(complain))) {}
 
 void IndexKeeper::Save(const catalogue::track_table& table) {
-  bool waiting = false;
   {
     support::MutexLock lock(state_->mutex);
-    waiting = state_->newest.has_value();
     state_->newest = table;
   }
-  if (waiting) return;
   workers_.Post([state = state_, gate = gate_] { gate->Pass([&] { SaveNewest(*state); }); });
 }
 

@@ -52,9 +52,13 @@ OutputWish WishFor(OutputView place, std::span<const std::string> device_names) 
   return wish;
 }
 
+bool HasSecondOutput(const Settings& settings) {
+  return settings.Number("Preferences", "Outputs") == 2;
+}
+
 OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names) {
   OutputsAtStart outputs;
-  const bool two = settings.Number("Preferences", "Outputs") == 2;
+  const bool two = HasSecondOutput(settings);
   for (int output = 1; output <= kOutputs; ++output) {
     OutputWish& wish = outputs.wishes[static_cast<std::size_t>(output - 1)];
     wish = output == 2 && !two

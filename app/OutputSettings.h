@@ -27,6 +27,9 @@ struct OutputsAtStart {
   std::string notice;  ///< a sentence when a stored device is not there, else empty
 };
 
+/// Otherwise deck 2 plays where deck 1 does.
+[[nodiscard]] bool HasSecondOutput(const Settings& settings);
+
 /// Where the outputs play according to the settings.
 ///
 /// A stored device name that is found wins over the number, because numbers may change between two runs. A

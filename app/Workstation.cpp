@@ -86,7 +86,11 @@ void Workstation::SetOutput(int output, OutputView choice) {
   if (output < 1 || output > kOutputs || choice.device < 0) return;
   StoreOutput(parts.settings, output, choice, parts.device_names);
   const OutputWish wish = WishFor(choice, parts.device_names);
-  parts.conductor.Post([&parts, output, wish] { parts.stage.MoveOutput(output, wish); });
+  const bool shared = output == 1 && !HasSecondOutput(parts.settings);
+  parts.conductor.Post([&parts, output, wish, shared] {
+    parts.stage.MoveOutput(output, wish);
+    if (shared) parts.stage.MoveOutput(2, wish);
+  });
 }
 
 int Workstation::StringBase() const {

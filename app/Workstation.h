@@ -69,7 +69,8 @@ class Workstation {
   void SetTempo(int deck, float percent);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
-  /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice.
+  /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
+  /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
   /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
   [[nodiscard]] int StringBase() const;

@@ -73,7 +73,7 @@ bool DeviceTable::Open(int number, OutputRequest request) {
 }
 
 std::unique_ptr<OutputPlug> DeviceTable::OpenPlug(const OutputDeviceInfo& info, OutputRequest request) {
-  if (info.speakers.empty()) return nullptr;
+  if (info.speakers.empty() || info.speakers.size() > kMaxDeviceChannels) return nullptr;
   auto plug = std::make_unique<OutputPlug>(info);
   request.id = info.id;
   auto device = outputs_.Open(request, *plug);
@@ -116,6 +116,11 @@ void DeviceTable::SetRole(int number, decks::DeviceRole role) {
 decks::DeviceRole DeviceTable::RoleOf(int number) const {
   const auto role = roles_.find(number);
   return role == roles_.end() ? decks::DeviceRole::Main : role->second;
+}
+
+StretchQuality DeviceTable::Quality(int number) {
+  support::MutexLock lock(mutex_);
+  return RoleOf(number) == decks::DeviceRole::Headphones ? StretchQuality::LowPower : StretchQuality::Best;
 }
 
 void DeviceTable::Watch() {

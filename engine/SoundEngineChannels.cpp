@@ -38,6 +38,10 @@ HeardPlace SoundEngine::PlaceOf(Playing& playing) const {
   return ReadHeardPlace(*playing.stream, playing.slot->HeardFrame(), playing.slot->Core().SampleRate());
 }
 
+bool SoundEngine::HasUnheardEnd(Playing& playing) const {
+  return playing.stream->ended_place.load(std::memory_order_acquire) != 0 && !PlaceOf(playing).ended;
+}
+
 bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return false;
@@ -99,45 +103,45 @@ std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
   return LevelWord(place.left_peak) | LevelWord(place.right_peak) << 16;
 }
 
+// Decoders are looked for first: their callers may be workers, and the playing streams belong to the owner.
+
 support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return {BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
-  }
-  const auto decoder = FindDecoder(handle);
-  return {decoder == nullptr ? 0 : BytesOf(decoder->cursor, *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, *decoder->store)};
+  Playing* playing = FindPlaying(handle);
+  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
 }
 
 support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return {BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
-  }
-  const auto decoder = FindDecoder(handle);
-  return {decoder == nullptr ? 0 : BytesOf(decoder->store->Length(), *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->store->Length(), *decoder->store)};
+  Playing* playing = FindPlaying(handle);
+  return {playing == nullptr ? 0 : BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
 }
 
 bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
-  Playing* playing = FindPlaying(handle);
-  const auto decoder = playing == nullptr ? FindDecoder(handle) : nullptr;
+  const auto decoder = FindDecoder(handle);
+  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (playing == nullptr && decoder == nullptr) return false;
   const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
   const std::int64_t frame = position.value / BytesOf(1, store);
   if (position.value < 0 || frame >= store.Length()) return false;
   if (decoder != nullptr) {
     decoder->cursor = frame;
-  } else {
-    playing->stream->Seek(frame);
-    Wake();
+    return true;
   }
+  // Its end is mixed but not heard yet: for whoever listens it still plays.
+  const bool plays_on = HasUnheardEnd(*playing);
+  playing->stream->Seek(frame);
+  if (plays_on) playing->stream->Ask(Stream::Transport::Play);
+  Wake();
   return true;
 }
 
 bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return IsPlaying(*playing->stream) || (playing->stream->ended_place != 0 && !PlaceOf(*playing).ended);
+  if (const auto decoder = FindDecoder(handle)) {
+    return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
   }
-  const auto decoder = FindDecoder(handle);
-  if (decoder == nullptr) return false;
-  return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
+  Playing* playing = FindPlaying(handle);
+  return playing != nullptr && (IsPlaying(*playing->stream) || HasUnheardEnd(*playing));
 }
 
 void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int /*effect_type*/) {
@@ -153,8 +157,7 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   const Stream& stream = *playing->stream;
   const PcmStore& store = *stream.Store();
   const HeardPlace place = PlaceOf(*playing);
-  const bool last_sound = stream.ended_place.load(std::memory_order_acquire) != 0 && !place.ended;
-  heard.playing = IsPlaying(stream) || last_sound;
+  heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
   heard.length_exact = store.Complete();

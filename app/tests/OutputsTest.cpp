@@ -134,6 +134,31 @@ TEST_F(OutputsTest, WhatIsListenedToStaysLoudOnItsNewPair) {
   EXPECT_EQ(Deck(1).pre_volume, 75);
 }
 
+TEST_F(OutputsTest, TheSecondDeckGoesWithTheFirstUntilItHasAnOutputOfItsOwn) {
+  StartUp();
+  Choose(1, {2, 0});
+  EXPECT_EQ(station_->View().outputs[1].device, 2);
+  Choose(2, {2, 3});
+  Choose(1, {1, 0});
+  EXPECT_EQ(station_->View().outputs[1], (OutputView{2, 3}));
+}
+
+TEST_F(OutputsTest, ADeviceIsForHeadPhonesWhereNoDeckPlaysOnIt) {
+  Store("Devices", "Device3", "2");
+  StartUp();
+  EXPECT_EQ(engine_.RoleOf(1), decks::DeviceRole::Main);
+  EXPECT_EQ(engine_.RoleOf(2), decks::DeviceRole::Headphones);
+  Choose(2, {2, 1});
+  EXPECT_EQ(engine_.RoleOf(2), decks::DeviceRole::Main);
+}
+
+TEST_F(OutputsTest, WhatHappensToADeviceIsTold) {
+  StartUp();
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "Main is gone."});
+  Settle();
+  EXPECT_EQ(station_->View().notice, "Main is gone.");
+}
+
 TEST_F(OutputsTest, TheFourthDeckPlaysInTheHeadPhones) {
   Store("Devices", "Device3", "2");
   StartUp();

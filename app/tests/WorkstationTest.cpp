@@ -103,6 +103,33 @@ TEST_F(DeckTest, AfterItsEndATrackPlaysFromTheStart) {
   EXPECT_EQ(Deck(1).position, seconds(2));
 }
 
+TEST_F(DeckTest, AnEndThatIsStillHeardDoesNotEndTheNextPlaying) {
+  engine_.SetLatency(milliseconds(60));
+  Load(1, "a.mp3");
+  for (const seconds start : {seconds(0), seconds(90)}) {
+    Play(1);
+    Advance(seconds(101));
+    if (start > seconds(0)) station_->Seek(1, start);
+    Play(1);
+    EXPECT_EQ(Deck(1).state, State::Playing);
+    Advance(seconds(1));
+    EXPECT_EQ(Deck(1).position, start + seconds(1));
+  }
+}
+
+TEST_F(DeckTest, ASeekThatOvertakesTheEndPlaysOn) {
+  engine_.SetLatency(milliseconds(60));
+  Load(1, "a.mp3");
+  Play(1);
+  clock_.Advance(seconds(101));
+  station_->Seek(1, seconds(10));
+  Settle();
+  Advance(seconds(1));
+  Settle();
+  EXPECT_EQ(Deck(1).state, State::Playing);
+  EXPECT_EQ(Deck(1).position, seconds(11));
+}
+
 TEST_F(DeckTest, ASeekAfterTheEndStandsThere) {
   Load(1, "a.mp3");
   Play(1);

@@ -4,22 +4,15 @@
 // is called inside a RealtimeScope. The sanitizers bring allocators of their own, so it is left out under
 // them.
 
-#if defined(__has_feature)
-#if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
-#define DJ_GUARD_OFF
-#endif
-#endif
-#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__) || !defined(__GLIBC__)
-#define DJ_GUARD_OFF
-#endif
-
 #include "support/testing/RealtimeGuard.h"
 
-#ifndef DJ_GUARD_OFF
+#if DJ_REALTIME_GUARD
 
+#include <dlfcn.h>
 #include <pthread.h>
 #include <unistd.h>
 
+#include <atomic>
 #include <cerrno>
 #include <cstddef>
 #include <cstdlib>
@@ -33,7 +26,6 @@ void* __libc_calloc(std::size_t, std::size_t);
 void* __libc_realloc(void*, std::size_t);
 void* __libc_memalign(std::size_t, std::size_t);
 void __libc_free(void*);
-int __pthread_mutex_lock(pthread_mutex_t*);
 }
 
 namespace {
@@ -45,6 +37,19 @@ void Check(std::string_view call) {
   ignored = write(2, kText.data(), kText.size());
   static_cast<void>(ignored);
   std::abort();
+}
+
+using MutexLockFunction = int (*)(pthread_mutex_t*);
+
+/// The system library's own; looked up at the first call, which comes long before any callback.
+MutexLockFunction NextMutexLock() {
+  static std::atomic<MutexLockFunction> next{nullptr};
+  MutexLockFunction function = next.load(std::memory_order_acquire);
+  if (function == nullptr) {
+    function = reinterpret_cast<MutexLockFunction>(dlsym(RTLD_NEXT, "pthread_mutex_lock"));
+    next.store(function, std::memory_order_release);
+  }
+  return function;
 }
 
 }  // namespace
@@ -78,21 +83,17 @@ void free(void* memory) {
 }
 int pthread_mutex_lock(pthread_mutex_t* mutex) {
   Check("pthread_mutex_lock");
-  return __pthread_mutex_lock(mutex);
+  return NextMutexLock()(mutex);
 }
 
 }  // extern "C"
 
-#endif  // DJ_GUARD_OFF
+#endif  // DJ_REALTIME_GUARD
 
 namespace support::testing {
 
 bool RealtimeGuardWorks() {
-#ifdef DJ_GUARD_OFF
-  return false;
-#else
-  return true;
-#endif
+  return DJ_REALTIME_GUARD != 0;
 }
 
 }  // namespace support::testing

@@ -87,6 +87,16 @@ TEST_P(EveryFormat, GivesBackTheToneOfEachChannel) {
   EXPECT_LT(Level(heard, 0, 1000), 0.003);
 }
 
+TEST_P(EveryFormat, ASoundIsHeardWhereItWasWritten) {
+  const Sound clicks = testing::Silence(300ms) + testing::Clicks(1s, 60) + testing::Silence(500ms);
+  const Sound heard = Decoded(media_.Write(GetParam().name, clicks));
+  std::int64_t loudest = 0;
+  for (std::int64_t n = 0; n < heard.Frames(); ++n) {
+    if (std::abs(ChannelOf(heard, 0).At(n)) > std::abs(ChannelOf(heard, 0).At(loudest))) loudest = n;
+  }
+  EXPECT_NEAR(static_cast<double>(loudest), 0.3 * 44100, 2);
+}
+
 TEST_P(EveryFormat, EstimatesItsLengthWithinAHundredthOfASecondOrSo) {
   const auto opened = Open(media_.Write(GetParam().name, testing::Tone(3s)));
   ASSERT_TRUE(opened);

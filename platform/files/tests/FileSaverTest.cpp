@@ -8,9 +8,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <atomic>
+#include <csignal>
 #include <filesystem>
 #include <random>
 #include <string>
+#include <thread>
 
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/FaultyDisk.h"
@@ -217,6 +220,20 @@ TEST_F(SavedFiles, DoNotDisturbAnotherProgramThatIsSaving) {
   ASSERT_TRUE(Save("index", "x").Ok());
   EXPECT_THAT(folder_.Names(), ElementsAre(".index.saving-1-0", ".other.saving-1-0", "index"));
   close(busy);
+}
+
+TEST_F(SavedFiles, AreSavedByTwoProgramsAtOnceWithoutOneSpoilingTheOther) {
+  std::atomic<int> failures{0};
+  const auto save_often = [&](char letter) {
+    for (int i = 0; i < 300; ++i) failures += Save("index", std::string(1000, letter)).Ok() ? 0 : 1;
+  };
+  std::thread one(save_often, 'a');
+  std::thread other(save_often, 'b');
+  one.join();
+  other.join();
+  EXPECT_EQ(failures, 0);
+  EXPECT_EQ(folder_.Read("index"), std::string(1000, folder_.Read("index")[0]));
+  EXPECT_THAT(folder_.Names(), ElementsAre("index"));
 }
 
 }  // namespace

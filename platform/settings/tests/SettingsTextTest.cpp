@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <ostream>
 #include <random>
 #include <string>
 
@@ -31,6 +32,9 @@ TEST(SettingsText, StandsUnderItsHeadingWithCrLf) {
 struct Entry {
   std::string key;
   std::string value;
+  friend void PrintTo(const Entry& entry, std::ostream* out) {
+    *out << '"' << entry.key << "=" << entry.value << '"';
+  }
 };
 
 class EverySetting : public ::testing::TestWithParam<Entry> {};
