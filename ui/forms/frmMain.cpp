@@ -39,7 +39,6 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   setObjectName(QStringLiteral("frmMain"));
   ReadChoices();
   view_ = workstation_.View();
-  for (const int deck : {1, 2}) mixer_state_.faders[deck == 1 ? 0 : 1] = Deck(deck).volume;
   MakeKeys();
   Build();
   mixer_->SendVolumes();
