@@ -68,6 +68,20 @@ TEST_F(Starvation, ASlowDiskDelaysTheStartAndIsNotCounted) {
   EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
 }
 
+TEST_F(Starvation, AStreamNeverStartsFromThePlaceItWasMovedFrom) {
+  const auto stream = stage.Load("tone.mp3");
+  stage.Advance(100ms);
+  stage.StopFeeding();
+  stage.engine->BASS_ChannelSetPosition(stream, {4 * 200'000});
+  stage.engine->BASS_ChannelPlay(stream, false);
+  stage.Advance(100ms);
+  EXPECT_EQ(FirstSound(stage.Channel("main", 0)), stage.Channel("main", 0).size());
+  stage.GoOnFeeding();
+  stage.Advance(200ms);
+  EXPECT_GT(stage.engine->Heard(stream).frame.value, 200'000);
+  EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
+}
+
 TEST_F(Starvation, ASeekNearTheEndPlaysOnFromThere) {
   stage.files.Add("short.mp3", ToneFile(kRate, 200));
   const auto stream = Play("short.mp3");
