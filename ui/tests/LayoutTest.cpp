@@ -125,6 +125,9 @@ TEST_P(LayoutTest, AllTextGrowsWithTheWindow) {
     EXPECT_GE(widget.font().pointSizeF(), points - 0.1) << Called(widget);
     EXPECT_LE(widget.font().pointSizeF(), points * 2.6 + 0.1) << Called(widget);
   });
+  for (const char* largest : {"deck1Remaining", "deck2Remaining"}) {
+    EXPECT_GE(Find<QLabel>(largest).font().pointSizeF(), points * 2) << "readable from a metre away";
+  }
   const auto& grid = Find<QTableView>("Catalogue");
   EXPECT_NEAR(grid.font().pointSizeF(), points, 0.1);
   EXPECT_NEAR(grid.horizontalHeader()->font().pointSizeF(), points, 0.1);
