@@ -109,7 +109,8 @@ TEST_F(Starvation, AFileThatBreaksInTheMiddleEndsThere) {
 class AnyCommands : public ::testing::TestWithParam<unsigned> {};
 
 TEST_P(AnyCommands, LeaveNoStepAndNothingThatIsNoNumber) {
-  EXPECT_TRUE(support::testing::RealtimeGuardWorks() || true);  // links the guard
+  static_cast<void>(
+      support::testing::RealtimeGuardWorks());  // links the guard, which ends the program at a fault
   SoundStage stage;
   stage.files.Add("one.mp3", ToneFile(20 * kRate, 150, 0.2));
   stage.files.Add("two.mp3", ToneFile(3 * kRate, 150, 0.2, 48000));
