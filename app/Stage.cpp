@@ -22,10 +22,15 @@ std::string CannotOpen(const OutputWish& wish) {
 
 Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
              std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), workers_(workers), gate_(std::move(gate)), box_(std::move(box)) {
+    : engine_(engine),
+      sound_(sound),
+      workers_(workers),
+      gate_(std::move(gate)),
+      box_(std::move(box)),
+      waves_(engine, workers, gate_, box_) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] =
-        std::make_unique<DeckStation>(number, engine, sound, controls_, box_);
+        std::make_unique<DeckStation>(number, engine, sound, controls_, waves_, box_);
   }
 }
 

@@ -10,6 +10,7 @@
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
+#include "app/WaveDesk.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
@@ -57,6 +58,7 @@ class Stage {
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   decks::MasterControls controls_;
+  WaveDesk waves_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output

@@ -4,9 +4,11 @@
 
 #include <array>
 #include <chrono>
+#include <memory>
 #include <string>
 
 #include "decks/ports/SoundControl.h"
+#include "music/Wave.h"
 
 namespace app {
 
@@ -31,6 +33,9 @@ struct DeckView {
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
   float tempo_percent = 0;  ///< from the original
   int sample_rate = 0;      ///< Hz
+  /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
+  /// the deck goes on to another file; it never changes.
+  std::shared_ptr<const music::Wave> wave;
 };
 
 struct OutputView {
