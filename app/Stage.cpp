@@ -14,19 +14,16 @@ std::size_t Index(int output) {
   return static_cast<std::size_t>(output - 1);
 }
 
-std::string CannotOpen(const OutputWish& wish) {
-  return "The sound output \"" + wish.name + "\" cannot be opened.";
-}
-
 }  // namespace
 
 Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say)
     : engine_(engine),
       sound_(sound),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
+      say_(say),
       waves_(engine, workers, gate_, box_) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] =
@@ -43,12 +40,16 @@ void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
   // A second deck without its device is better heard on the first one's; head-phones never are.
   if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
   for (const OutputView& place : places) {
-    if (place.device == kNoSound) Open(WishFor({}, {}));
+    if (place.device == kNoSound) Open(WishFor({}, {}, say_));
   }
   for (int output = 1; output <= kOutputs; ++output) {
     moves_[Index(output)].place = places[Index(output)];
     Route(output, places[Index(output)]);
   }
+}
+
+std::string Stage::CannotOpen(const OutputWish& wish) const {
+  return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
 
 bool Stage::Open(const OutputWish& wish) {

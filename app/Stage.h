@@ -25,7 +25,7 @@ namespace app {
 class Stage {
  public:
   Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box);
+        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
   /// sentence. Blocks while devices open, so nothing plays yet.
@@ -47,6 +47,7 @@ class Stage {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
+  [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
@@ -57,6 +58,7 @@ class Stage {
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
+  const support::Sentences& say_;
   decks::MasterControls controls_;
   WaveDesk waves_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
