@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "app/MasterVolume.h"
+
 namespace app {
 namespace {
 
@@ -119,6 +121,11 @@ void Stage::TellRoles() {
   }
 }
 
+void Stage::FollowMixer(int percent) {
+  has_mixer_ = true;
+  SetMainVolume(MainVolumeOf(percent));
+}
+
 void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
@@ -133,6 +140,8 @@ void Stage::Tick() {
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   view.outputs = outputs_;
+  view.main_volume = controls_.MainVolume;
+  view.has_mixer = has_mixer_;
   view.health = sound_.Health();
   view.notice = notice_;
   views_.Publish();

@@ -36,6 +36,10 @@ class Stage {
   /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
   /// wins.
   void MoveOutput(int output, const OutputWish& wish);
+  /// The master slider, 0 to 99, as the levels read it.
+  void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
+  /// The system's volume was told.
+  void FollowMixer(int percent);
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -66,6 +70,7 @@ class Stage {
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
+  bool has_mixer_ = false;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <utility>
+
 #include "app/WorkstationParts.h"
 
 namespace app {
@@ -9,6 +11,7 @@ void Workstation::StartUp() {
   if (parts.life != Parts::Life::Made) return;
   parts.life = Parts::Life::Running;
   parts.ReadLanguage();
+  parts.OpenMixer();
   parts.LoadIndexes();
   parts.ListOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
@@ -31,6 +34,16 @@ void Workstation::ShutDown() {
 void Workstation::Parts::ReadLanguage() {
   string_base = settings.Number("Language", "Current") == 1 ? support::Sentences::kDutchBase : 0;
   say.Choose(string_base);
+}
+
+void Workstation::Parts::OpenMixer() {
+  if (ports.mixer == nullptr) return;
+  // A sound system may take its time to answer; the slider follows when it has.
+  auto told = [box = conductor.Box(), this](int percent) {
+    box->Post([this, percent] { stage.FollowMixer(percent); });
+  };
+  ports.workers.Post(
+      [mixer = ports.mixer, gate = gate, told = std::move(told)] { gate->Pass([&] { mixer->Open(told); }); });
 }
 
 void Workstation::Parts::LoadIndexes() {

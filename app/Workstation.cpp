@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Workstation.h"
 
+#include <algorithm>
 #include <cassert>
 #include <utility>
 
+#include "app/MasterVolume.h"
 #include "app/WorkstationParts.h"
 #include "support/Text.h"
 
@@ -80,6 +82,14 @@ void Workstation::SetTempo(int deck, float percent) {
 void Workstation::SetPreVolume(int deck, int volume) {
   OnDeck(parts_->conductor, parts_->stage, deck,
          [volume](DeckStation& station) { station.SetPreVolume(volume); });
+}
+
+void Workstation::SetMainVolume(int main_volume) {
+  const int slider = std::clamp(main_volume, 0, 99);
+  parts_->conductor.Post([&stage = parts_->stage, mixer = parts_->ports.mixer, slider] {
+    stage.SetMainVolume(slider);
+    if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
+  });
 }
 
 void Workstation::SetOutput(int output, OutputView choice) {

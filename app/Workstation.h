@@ -10,6 +10,7 @@
 
 #include "app/FileIntake.h"
 #include "app/WorkstationView.h"
+#include "app/ports/SystemMixer.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
@@ -32,6 +33,7 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
+  SystemMixer* mixer = nullptr;  ///< null: no master volume
 };
 
 inline constexpr int kPlaylists = 3;
@@ -78,6 +80,8 @@ class Workstation {
   void SetTempo(int deck, float percent);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
+  /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
+  void SetMainVolume(int main_volume);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);

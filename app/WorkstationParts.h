@@ -46,6 +46,7 @@ struct Workstation::Parts {
 
   // The described start-up and shutdown, a step a function.
   void ReadLanguage();
+  void OpenMixer();
   void LoadIndexes();
   catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table,
                                    support::Sentence damaged);

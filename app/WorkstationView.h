@@ -48,6 +48,8 @@ struct OutputView {
 struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
   std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
+  int main_volume = 0;                 ///< the master slider: 0 (loudest) to 99
+  bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
