@@ -29,7 +29,7 @@ constexpr auto kFrame = std::chrono::milliseconds(17);
 constexpr double kBasePoints = 10;     ///< at the size below and under it
 constexpr QSize kBaseSize(1600, 900);  ///< larger windows get larger type
 constexpr QSize kSmallest(1200, 640);
-constexpr double kStep = 0.1;
+constexpr double kSteps = 10;  ///< of the growth from one size to its double
 constexpr int kCrossfaderStep = 5;
 
 }  // namespace
@@ -39,7 +39,6 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   setObjectName(QStringLiteral("frmMain"));
   ReadChoices();
   view_ = workstation_.View();
-  for (const int deck : {1, 2}) mixer_state_.faders[deck == 1 ? 0 : 1] = Deck(deck).volume;
   MakeKeys();
   Build();
   mixer_->SendVolumes();
@@ -190,12 +189,13 @@ void frmMain::resizeEvent(QResizeEvent* event) {
 
 void frmMain::ApplySize() {
   const double growth = std::min(double(width()) / kBaseSize.width(), double(height()) / kBaseSize.height());
-  const double scale = std::max(1.0, std::floor(growth / kStep) * kStep);
+  const double scale = std::max(1.0, std::floor(growth * kSteps + 1e-6) / kSteps);
   const double points = kBasePoints * scale * 96.0 / logicalDpiY();
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
+  // The sheet before the sizes: setting it gives every widget the font of the program again.
+  ApplySkin(*qApp, SkinOf(choices_.skin), static_cast<int>(std::lround(points * logicalDpiY() / 72)));
   ApplyBaseSize(*this, points);
-  ApplySkin(*qApp, SkinOf(choices_.skin), Em(*this, 1));
   QToolTip::setFont(font());
 }
 

@@ -213,8 +213,10 @@ TEST_F(frmMainTest, TheCurveIsKept) {
   Choose("CrossfaderCurve", 2);
   EXPECT_EQ(settings.Get("TLVG", "Mixer", "CrossfaderCurve", ""), "2");
   window.reset();
+  station->SetVolume(1, 100);
   Open();
   EXPECT_EQ(Find<QComboBox>("CrossfaderCurve").currentIndex(), 2);
+  EXPECT_EQ(Deck(1).volume, 71) << "what the mixer shows is what the decks have";
 }
 
 TEST_F(frmMainTest, KeysMoveTheCrossfader) {
@@ -267,8 +269,7 @@ TEST_F(frmMainTest, AFileThatIsThereAlreadyIsNoSecondRowAndLoadsAllTheSame) {
 
 TEST_F(frmMainTest, WhileFilesAreAnalysedTheirNumberIsTold) {
   tags.AddFile("/m/a.mp3");
-  station->AddFiles({"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}, {});
-  Settle();
+  BeginDroppingFiles({File("/m/a.mp3"), File("/m/b.mp3"), File("/m/c.mp3")}, "MusicPage");
   EXPECT_TRUE(TextOf("AddProgress").endsWith(QStringLiteral(" of 3…")));
 }
 
@@ -365,8 +366,7 @@ TEST_F(frmMainTest, TheCaptionBeginsWithTheNameOfTheProgram) {
 
 TEST_F(frmMainTest, AClosedWindowLeavesAnAddingWorkstationAlone) {
   tags.AddFile("/m/new.mp3");
-  DropFiles({File("/m/x.mp3")}, "MusicPage");
-  station->AddFiles({"/m/new.mp3"}, {});
+  BeginDroppingFiles({File("/m/new.mp3")}, "MusicPage");
   window.reset();
   workers.RunAll();
   station->PumpWindow();
