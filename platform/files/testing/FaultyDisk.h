@@ -6,6 +6,8 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string>
+#include <vector>
 
 #include "platform/files/DiskCalls.h"
 
@@ -25,28 +27,31 @@ class FaultyDisk final : public DiskCalls {
   void DieOn(int nth) { die_at_ = calls_ + nth; }
   /// How many calls there were, Remove left out.
   [[nodiscard]] int Calls() const { return calls_; }
+  /// Their names in order, several of the same one after another once.
+  [[nodiscard]] const std::vector<std::string>& Log() const { return log_; }
 
   int Create(const std::filesystem::path& path, mode_t mode) override {
-    return Fails() ? -1 : DiskCalls::Create(path, mode);
+    return Fails("Create") ? -1 : DiskCalls::Create(path, mode);
   }
   ssize_t Write(int file, const char* data, std::size_t size) override {
     constexpr std::size_t kMost = 100;
-    return Fails() ? -1 : DiskCalls::Write(file, data, std::min(size, kMost));
+    return Fails("Write") ? -1 : DiskCalls::Write(file, data, std::min(size, kMost));
   }
   int CopyRights(int file, const struct stat& from) override {
-    return Fails() ? -1 : DiskCalls::CopyRights(file, from);
+    return Fails("CopyRights") ? -1 : DiskCalls::CopyRights(file, from);
   }
-  int Sync(int file) override { return Fails() ? -1 : DiskCalls::Sync(file); }
+  int Sync(int file) override { return Fails("Sync") ? -1 : DiskCalls::Sync(file); }
   int Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return Fails() ? -1 : DiskCalls::Rename(from, to);
+    return Fails("Rename") ? -1 : DiskCalls::Rename(from, to);
   }
   int SyncFolder(const std::filesystem::path& folder) override {
-    return Fails() ? -1 : DiskCalls::SyncFolder(folder);
+    return Fails("SyncFolder") ? -1 : DiskCalls::SyncFolder(folder);
   }
 
  private:
-  bool Fails() {
+  bool Fails(const char* call) {
     ++calls_;
+    if (log_.empty() || log_.back() != call) log_.emplace_back(call);
     if (calls_ == die_at_) raise(SIGKILL);
     if (calls_ != fail_at_) return false;
     errno = reason_;
@@ -57,6 +62,7 @@ class FaultyDisk final : public DiskCalls {
   int fail_at_ = 0;
   int die_at_ = 0;
   int reason_ = 0;
+  std::vector<std::string> log_;
 };
 
 }  // namespace platform::files::testing

@@ -174,6 +174,13 @@ TEST_F(SavedFiles, LargerThanTheDiskAllowsLeaveTheOldOne) {
   EXPECT_THAT(folder_.Names(), ElementsAre("answer", "index"));
 }
 
+TEST_F(SavedFiles, AreOnTheDiskBeforeTheyAreSwappedIn) {
+  folder_.Write("index", "old");
+  FaultyDisk disk;
+  ASSERT_TRUE(DiskFileSaver(disk).Save(folder_ / "index", std::string(350, 'n')).Ok());
+  EXPECT_THAT(disk.Log(), ElementsAre("Create", "Write", "CopyRights", "Sync", "Rename", "SyncFolder"));
+}
+
 TEST_F(SavedFiles, SurviveTheFailureOfAnyCallWhole) {
   const std::string next(350, 'n');
   for (int nth = 1;; ++nth) {

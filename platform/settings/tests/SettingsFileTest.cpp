@@ -6,15 +6,15 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <atomic>
 #include <condition_variable>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <random>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/FaultyDisk.h"
@@ -42,6 +42,7 @@ class CountedSaver final : public support::FileSaver {
     const std::lock_guard<std::mutex> lock(mutex_);
     ++saves_;
     saved_.notify_all();
+    if (during_) std::exchange(during_, nullptr)();
     if (failures_ > 0) {
       --failures_;
       return support::Error{support::ErrorCode::Unavailable, "The disk is full."};
@@ -51,6 +52,11 @@ class CountedSaver final : public support::FileSaver {
   void FailNext(int saves) {
     const std::lock_guard<std::mutex> lock(mutex_);
     failures_ = saves;
+  }
+  /// Runs in the middle of the next save.
+  void During(std::function<void()> job) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    during_ = std::move(job);
   }
   [[nodiscard]] int Saves() {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -67,6 +73,7 @@ class CountedSaver final : public support::FileSaver {
   std::condition_variable saved_;
   int saves_ = 0;
   int failures_ = 0;
+  std::function<void()> during_;
 };
 
 // What every store promises, told of the real one and of the one for tests.
@@ -273,6 +280,7 @@ TEST_F(UserSettings, ThatWereDeletedMeanwhileAreMadeAgain) {
 }
 
 TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
+  Set(*Start(), "Old", "0");
   auto store = Start();
   saver_.FailNext(1);
   Set(*store, "MixTime", "9");
@@ -281,7 +289,17 @@ TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
   EXPECT_THAT(store->Notices(), ElementsAre("The disk is full."));
   Set(*store, "Volume", "2");
   store->Flush();
-  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=2\r\n");
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nOld=0\r\nMixTime=9\r\nVolume=2\r\n");
+}
+
+TEST_F(UserSettings, ThatAreSetDuringAWriteHoldAtOnceAndAreWrittenNext) {
+  auto store = Start();
+  Set(*store, "MixTime", "9");
+  saver_.During([&] { Set(*store, "Volume", "1"); });
+  store->Flush();
+  EXPECT_EQ(Get(*store, "Volume"), "1");
+  store->Flush();
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=1\r\n");
 }
 
 TEST_F(UserSettings, LieInAFolderOfTheUserAlone) {
