@@ -47,21 +47,23 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
 }
 
 void DeckStation::Load(Track track) {
+  reopen_at_.reset();
   Forget(kReopen);
   play_when_ready_ = false;
+  message_.clear();
   coming_ = std::move(track);
   Prepare(kLoad, coming_->filename);
 }
 
 void DeckStation::Play() {
   message_.clear();
-  if (coming_ || (state_ == State::Stopped && player_.STRM() == 0)) {
+  if (state_ == State::Ended && !coming_) Reopen({0});
+  if (coming_ || reopen_at_) {
     play_when_ready_ = true;
     return;
   }
   if (state_ == State::Paused) return Resume();
-  if (state_ == State::Ended) player_.StreamTime({0});
-  if (state_ != State::Stopped && state_ != State::Ended) return;
+  if (state_ != State::Stopped || player_.STRM() == 0) return;
   player_.Play();
   state_ = State::Playing;
 }
@@ -83,18 +85,25 @@ void DeckStation::Stop() {
   play_when_ready_ = false;
   if (state_ == State::Empty || player_.STRM() == 0) return;
   message_.clear();
-  Forget(kMoveMain);
-  Forget(kMovePrelisten);
   player_.StopPlay();
   state_ = State::Stopped;
-  if (!coming_) Prepare(kReopen, track_.filename);
+  if (!coming_) Reopen({0});
+}
+
+void DeckStation::Reopen(support::BytePosition at) {
+  state_ = State::Stopped;
+  reopen_at_ = at;
+  Forget(kMoveMain);
+  Forget(kMovePrelisten);
+  Prepare(kReopen, track_.filename);
 }
 
 void DeckStation::Seek(std::chrono::microseconds position) {
   if (player_.STRM() == 0) return;
   const decks::HeardStream heard = sound_.Heard(player_.STRM());
-  player_.StreamTime(BytesAt(std::max(position, std::chrono::microseconds(0)), heard));
-  if (state_ == State::Ended) state_ = State::Stopped;
+  const support::BytePosition bytes = BytesAt(std::max(position, std::chrono::microseconds(0)), heard);
+  if (state_ == State::Ended || reopen_at_) return Reopen(bytes);
+  player_.StreamTime(bytes);
 }
 
 void DeckStation::SetVolume(int volume) {
@@ -147,22 +156,26 @@ void DeckStation::Tick(DeckView& view) {
 
 void DeckStation::ShowHeard(DeckView& view) {
   if (state_ == State::Empty) return;
-  if (player_.STRM() != 0) {
+  if (player_.STRM() != 0 && !reopen_at_) {
     heard_ = sound_.Heard(player_.STRM());
   } else {
     heard_ = StandingAtTheStart(heard_);
   }
   const decks::HeardStream& heard = heard_;
-  if (state_ == State::Playing && heard.ended) {
-    state_ = State::Ended;
-    player_.IsPlaying(false);
-  }
+  NoticeTheEnd();
   view.position = TimeOf(heard.frame, heard.sample_rate);
   view.length = TimeOf(heard.length, heard.sample_rate);
   view.length_exact = heard.length_exact;
   view.sample_rate = heard.sample_rate;
   view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB()) : kSilence;
   view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB()) : kSilence;
+}
+
+void DeckStation::NoticeTheEnd() {
+  if (state_ == State::Playing && heard_.ended) state_ = State::Ended;
+  // A seek just before the end is heard after it.
+  if (state_ == State::Ended && heard_.playing && !heard_.ended) state_ = State::Playing;
+  player_.IsPlaying(state_ == State::Playing || state_ == State::Paused);
 }
 
 void DeckStation::Prepare(Wish wish, const std::string& filename) {
@@ -175,6 +188,10 @@ void DeckStation::Prepare(Wish wish, const std::string& filename) {
 }
 
 void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
+  if (!result && (wish == kMoveMain || wish == kMovePrelisten)) {
+    message_ = result.Failure().text;  // what sounds goes on where it is
+    return;
+  }
   switch (wish) {
     case kLoad:
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);
@@ -190,6 +207,8 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
 }
 
 void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
+  const support::BytePosition start =
+      std::exchange(reopen_at_, std::nullopt).value_or(support::BytePosition{0});
   if (!result) return Reject(track, result.Failure().text);
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
@@ -198,6 +217,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
   ApplySliders();
+  if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
 }
@@ -217,6 +237,7 @@ void DeckStation::Clear() {
   state_ = State::Empty;
   track_ = {};
   message_.clear();
+  reopen_at_.reset();
   play_when_ready_ = false;
 }
 

@@ -72,7 +72,11 @@ class DeckStation {
   void ApplySliders();
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
+  /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
+  /// lags behind a seek, so a new stream is the clean start.
+  void Reopen(support::BytePosition at);
   void ShowHeard(DeckView& view);
+  void NoticeTheEnd();
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
@@ -84,6 +88,7 @@ class DeckStation {
   std::string message_;
   decks::HeardStream heard_;  ///< at the last tick
   std::array<std::uint64_t, kWishes> newest_{};
+  std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
   float tempo_percent_ = 0;
 };

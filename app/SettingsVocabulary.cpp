@@ -49,7 +49,8 @@ constexpr Words kMixer[] = {{"Preview", "0", "level of the head-phones, 0 to 100
                             {"MixRightD", "0", "slider of deck 2 that a mix moves down to"},
                             {"MixLeftU", "100", "slider of deck 1 that a mix moves up to"},
                             {"MixRightU", "100", "slider of deck 2 that a mix moves up to"},
-                            {"MixTime", "8", "length of an automatic mix in seconds"}};
+                            {"MixTime", "8", "length of an automatic mix in seconds"},
+                            {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"}};
 
 constexpr Words kPreferences[] = {{"Outputs", "1", "outputs that the decks use: 1 or 2"}};
 

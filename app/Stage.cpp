@@ -92,6 +92,7 @@ void Stage::SetBuffers() {
 
 void Stage::Route(int output, OutputView place) {
   outputs_[Index(output)] = place;
+  TellRoles();
   if (output == 1) {
     Deck(1).RouteMain(place);
     Deck(3).RouteMain(place);
@@ -100,6 +101,15 @@ void Stage::Route(int output, OutputView place) {
   } else {
     for (const int number : {1, 2, 3}) Deck(number).RoutePrelisten(place);
     Deck(4).RouteMain(place);
+  }
+}
+
+/// A device for head-phones alone is left silent when it goes away; one that a deck plays on too is replaced.
+void Stage::TellRoles() {
+  for (const int device : open_) {
+    const bool phones = outputs_[Index(kPrelistenOutput)].device == device && outputs_[0].device != device &&
+                        outputs_[1].device != device;
+    sound_.SetDeviceRole(device, phones ? decks::DeviceRole::Headphones : decks::DeviceRole::Main);
   }
 }
 

@@ -49,6 +49,7 @@ class Stage {
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
+  void TellRoles();
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;

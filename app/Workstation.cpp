@@ -37,6 +37,7 @@ void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int ro
   namespace track = catalogue::track;
   Track wanted;
   wanted.filename = table.Cell(row, track::kFilename);
+  if (wanted.filename.empty()) return;
   wanted.artist = table.Cell(row, track::kArtist);
   wanted.title = table.Cell(row, track::kTitle);
   wanted.bpm = support::ParseReal(table.Cell(row, track::kBpm)).value_or(0);

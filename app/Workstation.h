@@ -57,7 +57,8 @@ class Workstation {
   [[nodiscard]] const WorkstationView& View();
 
   // Decks are numbered from 1.
-  /// Opens the row's file on a deck. What plays on it goes on until the new file is ready, then fades out.
+  /// Opens the row's file on a deck. What plays on it goes on until the new file is ready, then fades out;
+  /// the deck then stands at its start. Nothing for a row that is not there.
   void LoadDeck(int deck, const catalogue::track_table& table, int row);
   void Play(int deck);
   void Pause(int deck);

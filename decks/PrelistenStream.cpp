@@ -10,15 +10,15 @@ void PrelistenStream::Open(const std::string& filename) {
   engine_.BASS_FX_BPM_Free(stream);
   engine_.BASS_StreamFree(stream);
   RemoveEffects(engine_, stream);
-  engine_.BASS_SetDevice(device);
-  stream = WrapInTempo(engine_, CreateForPair(filename));
+  const bool there = engine_.BASS_SetDevice(device);
+  stream = there ? WrapInTempo(engine_, CreateForPair(filename)) : 0;
 }
 
 void PrelistenStream::Start(const std::string& filename, StreamHandle main) {
   if (SpeakerFlag(speaker) == 0) {
     engine_.BASS_StreamFree(stream);
-    engine_.BASS_SetDevice(device);
-    stream = WrapInTempo(engine_, CreateForAll(filename));
+    const bool there = engine_.BASS_SetDevice(device);
+    stream = there ? WrapInTempo(engine_, CreateForAll(filename)) : 0;
   }
   SetVolume(0);
   FollowMain(main);

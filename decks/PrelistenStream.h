@@ -12,7 +12,9 @@ namespace decks {
 /// A deck's second stream of the same file, for the head-phones.
 ///
 /// Owns: its stream; the device and pair are the listener's choice and outlive it.
-/// Law: with device 0 there is no pre-listen output, and nothing here asks the engine for one.
+/// Law: with device 0 there is no pre-listen output, and nothing here asks the engine for one. A device that
+/// is not open gets no stream, because the engine would put it on the device that is current: the main
+/// output.
 class PrelistenStream {
  public:
   explicit PrelistenStream(AudioEngine& engine) : engine_(engine) {}

@@ -16,7 +16,7 @@ constexpr double kReleaseSeconds = 0.08;
 
 Limiter::Limiter(int sample_rate, int max_channels)
     : look_ahead_(std::max(1, static_cast<int>(sample_rate * kLookAheadSeconds))),
-      release_(static_cast<float>(1 - std::exp(-1 / (kReleaseSeconds * sample_rate)))),
+      release_(1 - std::exp(-1 / (kReleaseSeconds * sample_rate))),
       delayed_(static_cast<std::size_t>(look_ahead_ * max_channels)),
       needed_(static_cast<std::size_t>(look_ahead_ + 1)),
       gains_(static_cast<std::size_t>(look_ahead_)) {
@@ -25,7 +25,7 @@ Limiter::Limiter(int sample_rate, int max_channels)
 
 void Limiter::Reset() noexcept {
   std::fill(delayed_.begin(), delayed_.end(), 0.0F);
-  std::fill(needed_.begin(), needed_.end(), 1.0F);
+  std::fill(needed_.begin(), needed_.end(), 1.0);
   std::fill(gains_.begin(), gains_.end(), kUnity);
   gain_sum_ = look_ahead_ * kUnity;
   at_ = 0;
@@ -51,13 +51,12 @@ void Limiter::Process(std::span<float> interleaved, int channels) noexcept {
 }
 
 float Limiter::GainFor(float needed) noexcept {
-  envelope_ = std::min(needed, envelope_ + (1 - envelope_) * release_);
-  if (envelope_ > 0.9999F && needed == 1) envelope_ = 1;
+  envelope_ = std::min<double>(needed, envelope_ + (1 - envelope_) * release_);
+  if (envelope_ > 0.9999 && needed == 1) envelope_ = 1;
   needed_[needed_at_] = envelope_;
   if (++needed_at_ == needed_.size()) needed_at_ = 0;
-  const float lowest = *std::min_element(needed_.begin(), needed_.end());
-  const std::int64_t gain =
-      static_cast<std::int64_t>(static_cast<double>(lowest) * static_cast<double>(kUnity));
+  const double lowest = *std::min_element(needed_.begin(), needed_.end());
+  const std::int64_t gain = static_cast<std::int64_t>(lowest * static_cast<double>(kUnity));
   gain_sum_ += gain - gains_[at_];
   gains_[at_] = gain;
   busy_ = gain_sum_ != look_ahead_ * kUnity || envelope_ != 1;

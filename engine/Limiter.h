@@ -27,15 +27,15 @@ class Limiter {
   [[nodiscard]] float GainFor(float needed) noexcept;
 
   const int look_ahead_;
-  const float release_;
+  const double release_;
   std::vector<float> delayed_;
-  std::vector<float> needed_;  ///< envelope of the frames inside
+  std::vector<double> needed_;  ///< envelope of the frames inside
   std::vector<std::int64_t>
       gains_;  ///< lowest envelope at each of the last frames; whole numbers sum exactly
   std::int64_t gain_sum_ = 0;
   std::size_t at_ = 0;
   std::size_t needed_at_ = 0;
-  float envelope_ = 1;
+  double envelope_ = 1;  // in single precision its last steps to 1 would round to nothing
   bool busy_ = false;
 };
 

@@ -117,6 +117,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   /// Null when there is none; stays valid until the owner frees the stream.
   [[nodiscard]] Playing* FindPlaying(decks::StreamHandle handle);
   [[nodiscard]] HeardPlace PlaceOf(Playing& playing) const;
+  [[nodiscard]] bool HasUnheardEnd(Playing& playing) const;
   void Wake();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
   void Sweep();

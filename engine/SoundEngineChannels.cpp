@@ -38,6 +38,10 @@ HeardPlace SoundEngine::PlaceOf(Playing& playing) const {
   return ReadHeardPlace(*playing.stream, playing.slot->HeardFrame(), playing.slot->Core().SampleRate());
 }
 
+bool SoundEngine::HasUnheardEnd(Playing& playing) const {
+  return playing.stream->ended_place.load(std::memory_order_acquire) != 0 && !PlaceOf(playing).ended;
+}
+
 bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return false;
@@ -125,7 +129,10 @@ bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::B
   if (decoder != nullptr) {
     decoder->cursor = frame;
   } else {
+    // Its end is mixed but not heard yet: for whoever listens it still plays.
+    const bool plays_on = HasUnheardEnd(*playing);
     playing->stream->Seek(frame);
+    if (plays_on) playing->stream->Ask(Stream::Transport::Play);
     Wake();
   }
   return true;
@@ -133,7 +140,7 @@ bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::B
 
 bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
   if (Playing* playing = FindPlaying(handle)) {
-    return IsPlaying(*playing->stream) || (playing->stream->ended_place != 0 && !PlaceOf(*playing).ended);
+    return IsPlaying(*playing->stream) || HasUnheardEnd(*playing);
   }
   const auto decoder = FindDecoder(handle);
   if (decoder == nullptr) return false;
@@ -153,8 +160,7 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   const Stream& stream = *playing->stream;
   const PcmStore& store = *stream.Store();
   const HeardPlace place = PlaceOf(*playing);
-  const bool last_sound = stream.ended_place.load(std::memory_order_acquire) != 0 && !place.ended;
-  heard.playing = IsPlaying(stream) || last_sound;
+  heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
   heard.length_exact = store.Complete();

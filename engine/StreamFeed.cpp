@@ -85,6 +85,7 @@ void StreamFeed::FollowTempo(const Tempo& tempo) {
 
 void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t device_frame) {
   if (!orders.next || live_ < 0 || offered_ || preparing_ || orders.place != live_place_) return;
+  if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
   const std::int64_t at = orders.next->at;
   if (at <= device_frame) return stream_->ApplyTimedTempo();
   const auto heard = stream_->log.Newest();

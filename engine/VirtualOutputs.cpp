@@ -6,6 +6,11 @@
 #include <utility>
 
 namespace engine {
+namespace {
+
+constexpr auto kWorkEvery = std::chrono::milliseconds(5);
+
+}  // namespace
 
 class VirtualOutputs::Device final : public OutputDevice {
  public:
@@ -96,9 +101,15 @@ VirtualOutputs::Device* VirtualOutputs::Next(support::TimePoint until) const {
 
 void VirtualOutputs::Advance(support::Duration by) {
   const support::TimePoint until = time_.Now() + by;
-  while (Device* next = Next(until)) {
-    time_.MoveTo(std::max(time_.Now(), next->Due()));
+  while (true) {
+    Device* next = Next(std::min(until, next_work_));
+    if (next == nullptr && next_work_ >= until) break;
+    time_.MoveTo(std::max(time_.Now(), next != nullptr ? next->Due() : next_work_));
     if (before_block_) before_block_();
+    if (next == nullptr) {
+      next_work_ = time_.Now() + kWorkEvery;
+      continue;
+    }
     // That work may have closed the output, or opened others.
     if (std::find(open_.begin(), open_.end(), next) != open_.end() && !next->Lost()) next->RenderBlock();
   }

@@ -51,7 +51,7 @@ class VirtualOutputs final : public OutputDevices {
 
   /// Renders whatever falls into this stretch of time.
   void Advance(support::Duration by);
-  /// Called before each block, with the clock at its time.
+  /// Called before each block and every 5 ms, with the clock at its time.
   void BeforeBlock(std::function<void()> work) { before_block_ = std::move(work); }
   /// Gets every block of an output from now on.
   void Listen(const std::string& id, Heard heard) { listeners_[id] = std::move(heard); }
@@ -80,6 +80,7 @@ class VirtualOutputs final : public OutputDevices {
   std::map<std::string, Heard> listeners_;
   std::function<void()> before_block_;
   std::function<void()> changed_;
+  support::TimePoint next_work_{};
   std::vector<int> blocks_;
   std::optional<support::Duration> latency_;
 };

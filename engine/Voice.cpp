@@ -50,6 +50,8 @@ bool Voice::TakeRequests() noexcept {
         break;
     }
   }
+  const float pan = std::clamp(stream_->Pan(), -1.0F, 1.0F);
+  if (pan != pan_.Target()) pan_.Set(pan, sounding_ ? curve_->Frames() : 0);
   return !freed_ || sounding_;
 }
 
@@ -58,13 +60,9 @@ void Voice::Start() noexcept {
 }
 
 void Voice::Ramp(float volume, int frames) noexcept {
-  volume_target_ = std::clamp(volume, 0.0F, 1.0F);
-  ramp_left_ = sounding_ || wanted_ ? std::max(frames, 1) : 0;
-  if (ramp_left_ == 0) {
-    volume_ = volume_target_;
-  } else {
-    volume_step_ = (volume_target_ - volume_) / static_cast<float>(ramp_left_);
-  }
+  // A stream that nobody hears takes it at once; one that waits for its first sound keeps the ramp for that.
+  const bool heard_soon = sounding_ || wanted_;
+  volume_.Set(std::clamp(volume, 0.0F, 1.0F), heard_soon ? std::max(frames, 1) : 0);
 }
 
 bool Voice::Enough(int frames) noexcept {
@@ -78,6 +76,8 @@ void Voice::LookForLane(std::int64_t frame) noexcept {
   const int next = Other();
   if (LaneOf(next).Aligned()) {
     if (!sounding_ || FramesToAlignedSwitch(1) > 0) return;
+  } else if (sounding_ && !wanted_) {
+    return;  // it stops first
   }
   Stream::HandOver ready = Stream::HandOver::Ready;
   if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Taken, std::memory_order_acq_rel))
@@ -271,26 +271,19 @@ void Voice::StopSounding() noexcept {
   sounding_ = false;
   fade_ = 0;
   if (crossfade_left_ > 0) EndCrossfade();
-  if (ramp_left_ > 0) {
-    ramp_left_ = 0;
-    volume_ = volume_target_;
-  }
 }
 
 void Voice::ApplyGain(std::span<float> stereo) noexcept {
-  const float pan_to = std::clamp(stream_->Pan(), -1.0F, 1.0F);
-  if (volume_ == 1 && ramp_left_ == 0 && pan_ == 0 && pan_to == 0) return;
-  const float pan_step = (pan_to - pan_) / static_cast<float>(std::max<std::size_t>(stereo.size() / 2, 1));
+  if (volume_.RestsAt(1) && pan_.RestsAt(0)) return;
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
-    if (ramp_left_ > 0) {
-      volume_ += volume_step_;
-      if (--ramp_left_ == 0) volume_ = volume_target_;
-    }
-    pan_ += pan_step;
-    stereo[i] *= volume_ * std::min(1.0F, 1 - pan_);
-    stereo[i + 1] *= volume_ * std::min(1.0F, 1 + pan_);
+    const float volume = volume_.Next();
+    const float pan = pan_.Next();
+    stereo[i] *= volume * std::min(1.0F, 1 - pan);
+    stereo[i + 1] *= volume * std::min(1.0F, 1 + pan);
   }
-  pan_ = pan_to;
+  if (sounding_) return;
+  volume_.Arrive();
+  pan_.Arrive();
 }
 
 void Voice::Publish() noexcept {

@@ -24,6 +24,32 @@ class FadeCurve {
   std::vector<float> curve_;
 };
 
+/// A control's value on its straight way to where it was set.
+class RampedValue {
+ public:
+  explicit RampedValue(float value) : value_(value), target_(value) {}
+  /// 0 frames are a jump.
+  void Set(float target, int frames) noexcept {
+    target_ = target;
+    left_ = frames;
+    if (frames <= 0) value_ = target;
+    step_ = frames <= 0 ? 0 : (target - value_) / static_cast<float>(frames);
+  }
+  [[nodiscard]] float Target() const noexcept { return target_; }
+  [[nodiscard]] bool RestsAt(float value) const noexcept { return left_ <= 0 && value_ == value; }
+  void Arrive() noexcept { Set(target_, 0); }
+  [[nodiscard]] float Next() noexcept {
+    if (left_ > 0) value_ = --left_ == 0 ? target_ : value_ + step_;
+    return value_;
+  }
+
+ private:
+  float value_;
+  float target_;
+  float step_ = 0;
+  int left_ = 0;
+};
+
 /// The callback's side of one stream: takes from the lanes, fades, ramps, measures and logs.
 ///
 /// Threads: the callback only. Law: whatever starts, stops or moves does so over 5 ms; five milliseconds of
@@ -87,11 +113,8 @@ class Voice {
   int fade_ = 0;                    ///< step of the curve, Frames() is open
   int crossfade_left_ = 0;
   int late_ = 0;
-  float volume_ = 1;
-  float volume_step_ = 0;
-  float volume_target_ = 1;
-  int ramp_left_ = 0;
-  float pan_ = 0;
+  RampedValue volume_{1};
+  RampedValue pan_{0};
 };
 
 }  // namespace engine

@@ -1,8 +1,8 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 
-// The whole program as a user has it: the real window, driven by events on its widgets, the real engine, and a
-// real sound server of the test's own whose sinks are recorded.
+// The whole program as a user has it: the real window, driven by events on its widgets, the real engine, and
+// a real sound server of the test's own whose sinks are recorded.
 #include <gtest/gtest.h>
 
 #include <QApplication>
@@ -11,18 +11,21 @@
 #include <QTableView>
 #include <QTest>
 #include <QUrl>
+#include <array>
 #include <chrono>
+#include <cmath>
 #include <cstdlib>
 #include <filesystem>
 #include <functional>
 #include <memory>
 #include <string>
 
-#include "app/Workstation.h"
+#include "catalogue/IndexFile.h"
 #include "platform/audio/testing/MonitorRecorder.h"
 #include "platform/audio/testing/SoundServer.h"
-#include "platform/codec/testing/Measures.h"
+#include "platform/codec/testing/Measure.h"
 #include "platform/codec/testing/MediaMaker.h"
+#include "platform/files/DiskFileSaver.h"
 #include "program/Program.h"
 #include "ui/forms/frmMain.h"
 #include "ui/widgets/LevelMeter.h"
@@ -32,10 +35,12 @@ namespace {
 namespace fs = std::filesystem;
 using platform::audio::testing::kEightChannels;
 using platform::audio::testing::MonitorRecorder;
+using platform::audio::testing::SinkSpec;
 using platform::audio::testing::SoundServer;
 using platform::codec::testing::Channel;
 using platform::codec::testing::LevelAt;
 using platform::codec::testing::MediaMaker;
+using platform::codec::testing::Peak;
 using platform::codec::testing::Seconds;
 using platform::codec::testing::Tones;
 using platform::codec::testing::Voice;
@@ -76,10 +81,10 @@ class EndToEnd : public ::testing::Test {
     return *widget;
   }
   void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
-  void Choose(const char* list, const QString& text) {
+  void Choose(const char* list, const char* text) {
     auto& box = Find<QComboBox>(list);
-    const int index = box.findText(text, Qt::MatchContains);
-    ASSERT_GE(index, 0) << list << " offers no " << text.toStdString();
+    const int index = box.findText(QLatin1String(text), Qt::MatchContains);
+    ASSERT_GE(index, 0) << list << " offers no " << text;
     box.setFocus();
     QTest::keyClick(&box, Qt::Key_Home);
     for (int i = 0; i < index; ++i) QTest::keyClick(&box, Qt::Key_Down);
@@ -108,17 +113,44 @@ class EndToEnd : public ::testing::Test {
     const QPoint row = grid.visualRect(grid.model()->index(0, 0)).center();
     QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, row);
     QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, row);
-    ASSERT_TRUE(Eventually([&] { return Length() == "0:30.0"; })) << Length();
+    ASSERT_TRUE(Eventually([&] { return Elapsed() == "00:00 / 00:30"; })) << Elapsed();
   }
-  std::string Text(const char* label) {
-    return Find(label).property("text").toString().toStdString();
+  void WriteIndex(const std::vector<std::string>& paths) {
+    catalogue::track_table table(catalogue::TrackColumns());
+    for (const std::string& path : paths) {
+      table.SetCell(table.AddRow(), catalogue::track::kFilename, path);
+    }
+    platform::files::DiskFileSaver saver;
+    ASSERT_TRUE(catalogue::SaveIndex(saver, home_ / "tlv.ndx", table));
   }
-  std::string Length() { return Text("Length1"); }
-  /// Seconds that deck 1 shows as heard.
-  double Elapsed() {
-    const std::string text = Text("Elapsed1");
-    const std::size_t colon = text.find(':');
-    return colon == std::string::npos ? -1 : std::stod(text) * 60 + std::stod(text.substr(colon + 1));
+  /// Row from 0.
+  void Load(int row, int deck) {
+    auto& grid = Find<QTableView>("Catalogue");
+    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
+                      grid.visualRect(grid.model()->index(row, 0)).center());
+    Click(deck == 1 ? "LoadOnDeck1" : "LoadOnDeck2");
+  }
+  /// The line below the title, where the deck says why it is empty.
+  std::string Sentence(const char* deck) {
+    return Find((std::string(deck) + "Artist").c_str()).property("text").toString().toStdString();
+  }
+  std::string Elapsed() { return Find("deck1Elapsed").property("text").toString().toStdString(); }
+  /// Whole seconds that deck 1 shows as heard.
+  int Second() { return std::atoi(Elapsed().substr(3, 2).c_str()); }
+  /// How far the deck is from real time after so many seconds of play, in seconds.
+  double ErrorAfter(int seconds) {
+    const int first = Second() + 1;
+    if (!Eventually([&] { return Second() >= first; })) return 1e9;
+    const auto begin = std::chrono::steady_clock::now();
+    if (!Eventually([&] { return Second() >= first + seconds; })) return 1e9;
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
+    return took.count() - seconds;
+  }
+  /// The meter of deck 1 shows the tone's two levels.
+  bool MeterShowsTheTone() {
+    const auto [left, right] = Find<ui::LevelMeter>("deck1Level").Shown();
+    return std::abs(left - 20 * std::log10(kLeftLevel)) < 1 &&
+           std::abs(right - 20 * std::log10(kRightLevel)) < 1;
   }
 
   fs::path home_;
@@ -126,6 +158,89 @@ class EndToEnd : public ::testing::Test {
   std::string track_;
   std::unique_ptr<program::Program> program_;
 };
+
+TEST_F(EndToEnd, ALoadedTrackIsHeardOnTheChosenPairOfTheChosenDeviceOnly) {
+  SoundServer server({{"main", "Main Out"}, {"surround", "Surround", kEightChannels}});
+  ASSERT_TRUE(server.Running());
+  Start(server.Address());
+  Click("Page2");
+  Choose("Device1", "Surround");
+  Choose("Speaker1", "Rear");
+  Click("Page1");
+  LoadTheTone();
+  MonitorRecorder surround(server.Address(), "surround", 8);
+  MonitorRecorder main(server.Address(), "main", 2);
+  Click("deck1Play");
+  ASSERT_TRUE(surround.AwaitSound(3 * 44100));
+
+  const auto samples = surround.Samples();
+  // The second before the last: the whole of it sounds.
+  const auto heard = std::span(samples).last(2 * 44100 * 8).first(44100 * 8);
+  const auto level = [&](int channel, double frequency) {
+    return LevelAt({heard, 8, channel}, frequency, 44100);
+  };
+  EXPECT_NEAR(level(2, kLeftHz), kLeftLevel, 0.01);
+  EXPECT_NEAR(level(3, kRightHz), kRightLevel, 0.01);
+  EXPECT_LT(level(2, kRightHz), 0.001);
+  EXPECT_LT(level(3, kLeftHz), 0.001);
+  for (const int silent : {0, 1, 4, 5, 6, 7}) EXPECT_EQ(Peak({heard, 8, silent}), 0) << "channel " << silent;
+  const auto elsewhere = main.Samples();
+  EXPECT_EQ(Peak({elsewhere, 2, 0}), 0);
+  EXPECT_TRUE(Eventually([&] { return MeterShowsTheTone(); }));
+}
+
+TEST_F(EndToEnd, WithoutASoundServerPositionKeepsRealTimeAndLevelsMove) {
+  StartWithoutServer();
+  LoadTheTone();
+  EXPECT_FALSE(MeterShowsTheTone());
+  Click("deck1Play");
+  EXPECT_TRUE(Eventually([&] { return MeterShowsTheTone(); }));
+  EXPECT_NEAR(ErrorAfter(4), 0, 0.2);
+  Click("deck1Play");
+  EXPECT_TRUE(Eventually([&] { return !MeterShowsTheTone(); }));
+}
+
+TEST_F(EndToEnd, AServerThatDiesInMidPlayStopsNoDeckAndIsUsedAgainWhenItIsBack) {
+  SoundServer server(std::vector<SinkSpec>{{"main", "Main Out"}});
+  ASSERT_TRUE(server.Running());
+  Start(server.Address());
+  LoadTheTone();
+  Click("deck1Play");
+  ASSERT_TRUE(Eventually([&] { return Second() >= 2; }));
+  server.Kill();
+  EXPECT_NEAR(ErrorAfter(4), 0, 0.3);
+  EXPECT_TRUE(MeterShowsTheTone());
+  ASSERT_TRUE(server.Start());
+  MonitorRecorder main(server.Address(), "main", 2);
+  ASSERT_TRUE(main.AwaitSound(2 * 44100));
+  const auto samples = main.Samples();
+  EXPECT_NEAR(LevelAt({std::span(samples).last(44100), 2, 0}, kLeftHz, 44100), kLeftLevel, 0.01);
+}
+
+TEST_F(EndToEnd, AFileThatCannotBePlayedLeavesItsDeckEmptyWithASentenceAndStopsNothingElse) {
+  const std::string whole = media_.Write("whole.wav", Tones(Seconds(1), std::array{Voice{}, Voice{}}));
+  const std::string broken[] = {
+      media_.PathOf("missing.mp3"),
+      media_.Empty("empty.ogg"),
+      media_.FirstBytes(whole, "cut.wav", 30),
+      media_.WriteBytes("zero.mp3", std::string(5000, '\0')),
+      media_.Renamed(track_, "other.mp3"),
+      media_.Text("letter.flac"),
+      media_.Random("noise.wma", 20'000),
+  };
+  WriteIndex({track_, broken[0], broken[1], broken[2], broken[3], broken[4], broken[5], broken[6]});
+  StartWithoutServer();
+  Load(0, 1);
+  ASSERT_TRUE(Eventually([&] { return Elapsed() == "00:00 / 00:30"; }));
+  Click("deck1Play");
+  for (int i = 0; i < std::ssize(broken); ++i) {
+    const std::string name = fs::path(broken[i]).filename().string();
+    Load(i + 1, 2);
+    EXPECT_TRUE(Eventually([&] { return Sentence("deck2").starts_with(name + " "); })) << Sentence("deck2");
+    EXPECT_FALSE(Find("deck2Play").isEnabled()) << name;
+  }
+  EXPECT_NEAR(ErrorAfter(2), 0, 0.2);
+}
 
 }  // namespace
 

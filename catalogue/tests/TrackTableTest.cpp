@@ -61,7 +61,7 @@ TEST(TrackTableTest, ACellThatIsNotThereReadsEmptyAndTakesNothing) {
 
 TEST(TrackTableTest, CellsOfAnyLengthComeBackAsTheyWere) {
   track_table table(TrackColumns());
-  for (const std::size_t length : {0, 1, 127, 128, 16383, 16384, 65535}) {
+  for (const std::size_t length : {0U, 1U, 127U, 128U, 16383U, 16384U, 65535U}) {
     const int row = table.AddRow();
     table.SetCell(row, track::kTitle, std::string(length, 'x'));
     table.SetCell(row, track::kGenre, "after");

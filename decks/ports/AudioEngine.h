@@ -46,7 +46,8 @@ class AudioEngine {
 
   /// Opens a device at a rate in Hz (44100 is the engine's); false when it cannot be opened. May block for
   /// some hundred milliseconds, so a device that is added while music plays is opened by a worker: the owner
-  /// goes on making other calls meanwhile, but does not use this device and does not call BASS_Free.
+  /// goes on making other calls meanwhile, but does not use this device and does not call BASS_Free. The
+  /// current device stays what it is.
   virtual bool BASS_Init(int device, int frequency, std::uint32_t flags) = 0;
   /// Nothing past the last device.
   virtual std::optional<std::string> BASS_GetDeviceDescription(int device) = 0;

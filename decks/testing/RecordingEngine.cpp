@@ -38,6 +38,11 @@ void RecordingEngine::AddFile(const std::string& path, const FakeFile& file) {
   files_[path] = file;
 }
 
+void RecordingEngine::RemoveFile(const std::string& path) {
+  MutexLock lock(mutex_);
+  files_.erase(path);
+}
+
 void RecordingEngine::AcceptAnyFile(const FakeFile& file) {
   MutexLock lock(mutex_);
   any_file_ = file;
@@ -80,6 +85,11 @@ bool RecordingEngine::FinishPreparing() {
 void RecordingEngine::PostDeviceEvent(const DeviceEvent& event) {
   MutexLock lock(mutex_);
   events_.push_back(event);
+}
+
+void RecordingEngine::SetLatency(support::Duration latency) {
+  MutexLock lock(mutex_);
+  latency_ = latency;
 }
 
 void RecordingEngine::SetPeaks(StreamHandle stream, int left, int right) {
@@ -292,6 +302,9 @@ bool RecordingEngine::BASS_ChannelSetPosition(StreamHandle stream, support::Byte
   const double frame = static_cast<double>(position.value / (found->file.channels * 2));
   if (frame >= found->file.seconds * found->file.sample_rate) return false;
   Settle(*found);
+  if (found->frame >= found->file.seconds * found->file.sample_rate) {
+    found->ended_until = clock_.Now() + latency_;
+  }
   found->frame = frame;
   return true;
 }
@@ -352,7 +365,7 @@ HeardStream RecordingEngine::Heard(StreamHandle stream) {
   const Stream* found = At(stream);
   if (found == nullptr) return heard;
   const double length = found->file.seconds * found->file.sample_rate;
-  const double frame = FrameOf(*found);
+  const double frame = clock_.Now() < found->ended_until ? length : FrameOf(*found);
   heard.ended = frame >= length;
   heard.playing = found->playing && !heard.ended;
   heard.frame = {static_cast<std::int64_t>(frame)};
@@ -374,6 +387,17 @@ support::EngineFrame RecordingEngine::NextFrame(StreamHandle) {
 bool RecordingEngine::Schedule(const ScheduledCommand& command) {
   MutexLock lock(mutex_);
   return Record(Line("Schedule", command.stream, command.at.value)) && At(command.stream) != nullptr;
+}
+
+void RecordingEngine::SetDeviceRole(int device, DeviceRole role) {
+  MutexLock lock(mutex_);
+  roles_[device] = role;
+}
+
+DeviceRole RecordingEngine::RoleOf(int device) const {
+  MutexLock lock(mutex_);
+  const auto found = roles_.find(device);
+  return found == roles_.end() ? DeviceRole::Main : found->second;
 }
 
 std::vector<DeviceEvent> RecordingEngine::TakeDeviceEvents() {

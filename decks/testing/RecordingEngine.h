@@ -31,14 +31,16 @@ struct FakeFile {
 /// An engine without sound: it writes down every call and lets streams play by its clock.
 ///
 /// The log holds one line a call, "BASS_SetDevice 1", handles and numbers in decimal, flags and lengths in
-/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events) is
-/// not logged. Threads: any, one lock around everything.
+/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events)
+/// and roles are not logged. Threads: any, one lock around everything.
 class RecordingEngine final : public AudioEngine, public SoundControl {
  public:
   explicit RecordingEngine(const support::Clock& clock) : clock_(clock) {}
 
   // What the test sets up.
   void AddFile(const std::string& path, const FakeFile& file = {});
+  /// Streams of it live on; it cannot be opened again.
+  void RemoveFile(const std::string& path);
   /// From now on every path is a file like this one.
   void AcceptAnyFile(const FakeFile& file = {});
   void AddDevice(const std::string& name);
@@ -52,6 +54,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// Answers the oldest held Prepare; false when there is none.
   bool FinishPreparing();
   void PostDeviceEvent(const DeviceEvent& event);
+  /// The end of a stream is heard this much longer after a seek away from it.
+  void SetLatency(support::Duration latency);
   void SetPeaks(StreamHandle stream, int left, int right);
 
   // What the test reads.
@@ -63,6 +67,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  [[nodiscard]] DeviceRole RoleOf(int device) const;
   /// Speaker flag of the stream's decoder, wherever it was passed.
   [[nodiscard]] std::uint32_t SpeakerOf(StreamHandle stream) const;
 
@@ -102,6 +107,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
+  void SetDeviceRole(int device, DeviceRole role) override;
   std::vector<DeviceEvent> TakeDeviceEvents() override;
   EngineHealth Health() override;
 
@@ -115,6 +121,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     bool playing = false;
     double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};
+    support::TimePoint ended_until{};
   };
 
   bool Record(std::string line) DJ_REQUIRES(mutex_);
@@ -132,6 +139,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::optional<FakeFile> any_file_ DJ_GUARDED_BY(mutex_);
   std::vector<std::string> devices_ DJ_GUARDED_BY(mutex_);
   std::set<int> broken_ DJ_GUARDED_BY(mutex_);
+  std::map<int, DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
   std::set<int> open_ DJ_GUARDED_BY(mutex_);
   int current_device_ DJ_GUARDED_BY(mutex_) = 0;
   std::map<StreamHandle, Stream> streams_ DJ_GUARDED_BY(mutex_);
@@ -142,6 +150,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   bool hold_ DJ_GUARDED_BY(mutex_) = false;
   std::deque<std::pair<std::string, std::function<void(support::Result<void>)>>> held_ DJ_GUARDED_BY(mutex_);
   support::Error last_error_ DJ_GUARDED_BY(mutex_){support::ErrorCode::NotFound, "Nothing failed."};
+  support::Duration latency_ DJ_GUARDED_BY(mutex_){0};
   std::vector<DeviceEvent> events_ DJ_GUARDED_BY(mutex_);
 };
 

@@ -23,6 +23,8 @@
 #include <algorithm>
 #include <string>
 
+#include "platform/tags/AsfHeader.h"
+
 namespace platform::tags {
 namespace {
 
@@ -153,6 +155,7 @@ bool ReadFlac(TagLib::IOStream& stream, FileTags& tags) {
 }
 
 bool ReadAsf(TagLib::IOStream& stream, FileTags& tags) {
+  if (!AsfListsFit(stream)) return false;
   TagLib::ASF::File file(&stream);
   if (!file.isValid() || !TakeProperties(file.audioProperties(), tags)) return false;
   TakeCommon(file.tag(), tags);

@@ -100,6 +100,7 @@ QWidget* MixerPanel::MakeCrossfader() {
   connect(curve_, &QComboBox::activated, this, [this](int index) {
     state_.curve = static_cast<decks::CrossfaderCurve>(index);
     SendVolumes();
+    Q_EMIT CurveChosen(state_.curve);
   });
   Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
   Name(*curve_, QStringLiteral("CrossfaderCurve"), look_.say(Say::Curve), look_.say(Say::CurveTip));

@@ -31,6 +31,9 @@ class MixerPanel final : public Surface {
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
 
+ Q_SIGNALS:
+  void CurveChosen(decks::CrossfaderCurve curve);
+
  private:
   struct Channel {
     Fader* fader;

@@ -137,22 +137,25 @@ void MusicPage::ChooseRow(int row) {
   grid_->setCurrentIndex(model_->index(row - 1, CatalogueModel::Title));
 }
 
-void MusicPage::ShowAdding(int files) {
-  if (files == 0) return progress_->Show({});
-  progress_->Show(files == 1 ? look_.say(Say::AddingOne) : look_.say(Say::AddingFiles).arg(files));
+void MusicPage::ShowAdding(const app::AddingProgress& progress) {
+  if (progress.total == 0) return;
+  progress_->Show(look_.say(Say::AddingFiles).arg(progress.done).arg(progress.total));
 }
 
-void MusicPage::ShowAdded(int rows, const std::vector<std::string>& refused) {
+void MusicPage::ShowAdded(int files, int rows, const std::vector<std::string>& refused) {
   const auto& say = look_.say;
-  progress_->Show(rows == 0   ? say(Say::AddedNone)
-                  : rows == 1 ? say(Say::AddedOne)
-                              : say(Say::Added).arg(rows));
+  QString text = rows == 0 ? say(Say::AddedNone) : rows == 1 ? say(Say::AddedOne) : say(Say::Added).arg(rows);
+  const int known = files - rows - static_cast<int>(refused.size());
+  if (known > 0) {
+    text += QLatin1Char(' ') + (known == 1 ? say(Say::AlreadyThereOne) : say(Say::AlreadyThere).arg(known));
+  }
+  progress_->Show(text);
   report_->setVisible(!refused.empty());
   if (refused.empty()) return;
-  const auto files = static_cast<int>(refused.size());
-  const QString head = files == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(files);
+  const QString head = refused.size() == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size());
   report_head_->setText(head);
   report_list_->setAccessibleName(head);
+  report_list_->setToolTip(head);
   QStringList lines;
   for (const std::string& sentence : refused) lines += Decode(sentence);
   report_list_->setPlainText(lines.join(QLatin1Char('\n')));

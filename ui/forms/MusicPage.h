@@ -34,10 +34,10 @@ class MusicPage final : public Surface {
   /// The keys go to the grid.
   void TakeFocus();
 
-  /// So many files are being analysed.
-  void ShowAdding(int files);
-  /// What came of it, with a sentence for each file left out.
-  void ShowAdded(int rows, const std::vector<std::string>& refused);
+  /// How far the analysis of new files is; nothing when none is under way.
+  void ShowAdding(const app::AddingProgress& progress);
+  /// What came of so many files, with a sentence for each one left out.
+  void ShowAdded(int files, int rows, const std::vector<std::string>& refused);
 
  Q_SIGNALS:
   void RowChosen(int row);

@@ -56,6 +56,8 @@ void frmMain::ReadChoices() {
   };
   choices_.language =
       number("Language", "Current") == 1 ? Strings::Language::Dutch : Strings::Language::English;
+  const auto curve = std::clamp<std::int64_t>(number("Mixer", "CrossfaderCurve"), 0, 2);
+  mixer_state_.curve = static_cast<decks::CrossfaderCurve>(curve);
   choices_.skin = number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
 }
 
@@ -75,7 +77,6 @@ void frmMain::Build() {
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
-  ApplySkin(*qApp, look.skin);
   setWindowTitle((*say_)(Say::Caption));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
@@ -86,7 +87,8 @@ void frmMain::Build() {
   rows->addWidget(MakePages(look), 10);
   setCentralWidget(body);
   ShowPage(page_);
-  ApplyBaseSize(*this, points_ > 0 ? points_ : kBasePoints);
+  points_ = 0;
+  ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
   if (page_ == 0) music_->TakeFocus();
   ShowFrame();
@@ -101,6 +103,9 @@ QWidget* frmMain::MakeDecks() {
     connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
   }
   mixer_ = new MixerPanel(workstation_, mixer_state_, look);
+  connect(mixer_, &MixerPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
+    settings_.Set(support::kApplication, "Mixer", "CrossfaderCurve", std::to_string(static_cast<int>(curve)));
+  });
   auto* box = new QWidget;
   auto* row = new QHBoxLayout(box);
   SetSpacingEm(*row, 0, 0.4);
@@ -183,6 +188,7 @@ void frmMain::ApplySize() {
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
   ApplyBaseSize(*this, points);
+  ApplySkin(*qApp, SkinOf(choices_.skin), Em(*this, 1));
   QToolTip::setFont(font());
 }
 
@@ -194,6 +200,7 @@ void frmMain::ShowFrame() {
   mixer_->Show(view_, now);
   status_->Show(view_, workstation_.DeviceNames(), now);
   music_->Show(view_);
+  music_->ShowAdding(workstation_.Adding());
   settings_page_->Show(view_);
 }
 
@@ -230,16 +237,12 @@ void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
 void frmMain::Add(std::vector<std::string> paths, std::function<void()> then) {
   if (paths.empty()) return;
   const int files = static_cast<int>(paths.size());
-  adding_ += files;
-  music_->ShowAdding(adding_);
   ShowPage(0);
   // The workstation may outlive the window.
   workstation_.AddFiles(std::move(paths), [window = QPointer<frmMain>(this), files, then = std::move(then)](
                                               int rows, std::vector<std::string> refused) {
     if (window.isNull()) return;
-    window->adding_ -= files;
-    if (window->adding_ > 0) window->music_->ShowAdding(window->adding_);
-    window->music_->ShowAdded(rows, refused);
+    window->music_->ShowAdded(files, rows, refused);
     if (then) then();
   });
 }

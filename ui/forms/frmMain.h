@@ -74,7 +74,6 @@ class frmMain final : public QMainWindow {
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
-  int adding_ = 0;
 
   StatusLine* status_ = nullptr;
   std::array<DeckPanel*, 2> decks_{};

@@ -5,7 +5,9 @@
 #include <QApplication>
 #include <QFile>
 #include <QFont>
+#include <QRegularExpression>
 #include <QStyleFactory>
+#include <cmath>
 #include <utility>
 
 // Outside the namespace, as the macro wants it.
@@ -22,7 +24,7 @@ Skin DarkSkin() {
           .raised = QColor(0x28313c),
           .well = QColor(0x0d1116),
           .stripe = QColor(0x1d232b),
-          .chosen = QColor(0x2f4a63),
+          .chosen = QColor(0x2a3f54),
           .line = QColor(0x36414e),
           .text = QColor(0xf2f5f8),
           .dim = QColor(0xa9b6c4),
@@ -40,7 +42,7 @@ Skin LightSkin() {
           .raised = QColor(0xe1e7ee),
           .well = QColor(0xe4e9ef),
           .stripe = QColor(0xe9edf2),
-          .chosen = QColor(0xb9d3ea),
+          .chosen = QColor(0xcbdff1),
           .line = QColor(0x93a0ae),
           .text = QColor(0x10161d),
           .dim = QColor(0x46525f),
@@ -52,7 +54,21 @@ Skin LightSkin() {
           .decks = {QColor(0x005f9e), QColor(0x97480a)}};
 }
 
-QString StyleSheet(const Skin& skin) {
+/// Lengths in em become pixels here: Qt would take them once and for all from the font a widget began with.
+QString InPixels(const QString& sheet, int em) {
+  static const QRegularExpression length(QStringLiteral("([0-9.]+)em\\b"));
+  QString result;
+  qsizetype done = 0;
+  for (auto matches = length.globalMatch(sheet); matches.hasNext();) {
+    const auto match = matches.next();
+    result += sheet.mid(done, match.capturedStart() - done);
+    result += QString::number(std::lround(match.captured(1).toDouble() * em)) + QStringLiteral("px");
+    done = match.capturedEnd();
+  }
+  return result + sheet.mid(done);
+}
+
+QString StyleSheet(const Skin& skin, int em) {
   QFile file(QStringLiteral(":/skins/window.qss"));
   if (!file.open(QIODevice::ReadOnly)) return {};
   QString sheet = QString::fromUtf8(file.readAll());
@@ -61,7 +77,7 @@ QString StyleSheet(const Skin& skin) {
       {"@line", skin.line},      {"@text", skin.text},      {"@dim", skin.dim},        {"@faint", skin.faint},
       {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck}};
   for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
-  return sheet;
+  return InPixels(sheet, em);
 }
 
 }  // namespace
@@ -92,14 +108,14 @@ const Skin& SkinOf(Skin::Name name) {
   return name == Skin::Name::Light ? light : dark;
 }
 
-void ApplySkin(QApplication& application, const Skin& skin) {
+void ApplySkin(QApplication& application, const Skin& skin, int em) {
   InitSkinResources();
   application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   application.setPalette(skin.Palette());
   QFont font(QStringList{QStringLiteral("DejaVu Sans"), QStringLiteral("Verdana")});
   font.setPointSizeF(10);
   application.setFont(font);
-  application.setStyleSheet(StyleSheet(skin));
+  application.setStyleSheet(StyleSheet(skin, em));
 }
 
 }  // namespace ui

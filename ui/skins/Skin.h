@@ -37,7 +37,8 @@ struct Skin {
 
 [[nodiscard]] const Skin& SkinOf(Skin::Name name);
 
-/// Style, palette, font family and style sheet for all windows of the program.
-void ApplySkin(QApplication& application, const Skin& skin);
+/// Style, palette, font family and style sheet for all windows of the program; em is the size of their type
+/// in pixels.
+void ApplySkin(QApplication& application, const Skin& skin, int em);
 
 }  // namespace ui

@@ -16,7 +16,6 @@ namespace ui::testing {
 Booth::Booth() {
   engine.AddDevice("Main speakers");
   engine.AddDevice("USB card");
-  engine.AcceptAnyFile();
   station = std::make_unique<app::Workstation>(
       app::Ports{engine, engine, tags, settings, files, workers, clock}, support::ProgramFolder("folder"),
       app::Workstation::Conducting::ByHand);
@@ -47,6 +46,7 @@ void Booth::AddTrack(const std::string& path, const std::string& artist, const s
                      const std::string& bpm) {
   const std::string_view cells[] = {artist, title, "03:00", path, bpm, "House", "Album", "2026"};
   station->Catalogue().AddRow(cells);
+  engine.AddFile(path);
 }
 
 QString Booth::TextOf(const char* label) {
@@ -69,6 +69,7 @@ void Booth::Choose(const char* list, int index) {
   while (combo.currentIndex() != index) {
     QTest::keyClick(&combo, combo.currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
   }
+  workers.RunAll();
   Settle();
 }
 

@@ -46,6 +46,12 @@ int TrackGrid::ChosenRow() const {
   return currentIndex().isValid() ? CatalogueModel::TableRow(currentIndex()) : 0;
 }
 
+void TrackGrid::focusInEvent(QFocusEvent* event) {
+  QTableView::focusInEvent(event);
+  // The base puts its cursor on the first row without showing it; what the keys load must be seen.
+  if (currentIndex().isValid() && !selectionModel()->hasSelection()) selectRow(currentIndex().row());
+}
+
 void TrackGrid::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
   if (!enter || !currentIndex().isValid()) return QTableView::keyPressEvent(event);

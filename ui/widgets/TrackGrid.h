@@ -21,6 +21,7 @@ class TrackGrid final : public QTableView {
   void Chosen(int row);
 
  protected:
+  void focusInEvent(QFocusEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void changeEvent(QEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;

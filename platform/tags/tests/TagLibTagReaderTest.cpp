@@ -223,6 +223,14 @@ TEST_F(TagReaderTest, ATagThatClaimsMoreThanTheFileIsSurvived) {
   EXPECT_THAT(Refusal(media_.WriteBytes("huge.mp3", huge)), StartsWith("huge.mp3"));
 }
 
+TEST_F(TagReaderTest, AnAsfListThatClaimsMoreEntriesThanItCanHoldIsRefused) {
+  std::string bytes = MediaMaker::BytesOf(Tagged("list.wma", FullTags()));
+  const std::size_t list = bytes.find("\x40\xA4\xD0\xD2");  // the extended content description
+  ASSERT_NE(list, std::string::npos);
+  bytes.replace(list + 24, 2, "\xFF\xFF");
+  EXPECT_THAT(Refusal(media_.WriteBytes("long-list.wma", bytes)), StartsWith("long-list.wma"));
+}
+
 TEST_F(TagReaderTest, WhatIsNotThereIsSaidSo) {
   EXPECT_EQ(Refusal(media_.PathOf("gone.mp3")), "gone.mp3 was not found; it may have been moved or deleted.");
   EXPECT_EQ(Refusal(media_.Text("notes.txt")),

@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/Workstation.h"
+#include "catalogue/testing/FakeTagReader.h"
+#include "decks/testing/RecordingEngine.h"
+#include "support/testing/FakeClock.h"
+#include "support/testing/ManualExecutor.h"
+#include "support/testing/MemoryFiles.h"
+#include "support/testing/MemorySettings.h"
+
+namespace app::testing {
+
+using State = DeckView::State;
+
+/// A workstation with two sound outputs, conducted by hand, and the words to use it.
+class Evening : public ::testing::Test {
+ protected:
+  Evening() {
+    for (const char* name : {"Main", "Phones"}) engine_.AddDevice(name);
+    for (const char* file : {"a.mp3", "b.mp3", "c.flac"}) engine_.AddFile(file, {.seconds = 100});
+  }
+
+  void StartUp() {
+    station_.emplace(Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_},
+                     support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+    station_->StartUp();
+    Settle();
+  }
+  /// Lets the conductor run what was asked, and what came of that.
+  void Settle() {
+    for (int i = 0; i < 4; ++i) station_->Tick();
+  }
+  void Advance(std::chrono::milliseconds time) {
+    clock_.Advance(time);
+    station_->Tick();
+  }
+  void Load(int deck, const std::string& file) {
+    catalogue::track_table table(catalogue::TrackColumns());
+    table.AddRow(
+        std::vector<std::string_view>{"Artist of " + file, "Title of " + file, "01:40", file, "120.50"});
+    station_->LoadDeck(deck, table, 1);
+    Settle();
+  }
+  void Play(int deck) {
+    station_->Play(deck);
+    Settle();
+  }
+  [[nodiscard]] const DeckView& Deck(int number) {
+    return station_->View().decks[static_cast<std::size_t>(number - 1)];
+  }
+  void Store(std::string_view section, std::string_view key, std::string_view value) {
+    settings_.Set(support::kApplication, section, key, value);
+  }
+  [[nodiscard]] std::string Stored(std::string_view section, std::string_view key) const {
+    return settings_.Get(support::kApplication, section, key, "(none)");
+  }
+
+  std::filesystem::path folder_ = std::filesystem::path(::testing::TempDir()) / "no-such-program-folder";
+  support::testing::FakeClock clock_;
+  decks::testing::RecordingEngine engine_{clock_};
+  catalogue::testing::FakeTagReader tags_;
+  support::testing::MemorySettings settings_;
+  support::testing::MemoryFiles files_;
+  support::testing::ManualExecutor workers_;
+  std::optional<Workstation> station_;
+};
+
+}  // namespace app::testing

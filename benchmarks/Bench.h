@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "benchmarks/Report.h"
+
+namespace bench {
+
+/// Each measures one part of the program; a test media folder is made on the way.
+[[nodiscard]] std::vector<Figure> MeasureEngine();
+
+}  // namespace bench

@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAbstractButton>
+#include <QAccessible>
+#include <QComboBox>
+#include <QLabel>
+#include <QLayout>
+#include <QScrollBar>
+#include <QSlider>
+#include <map>
+#include <set>
+
+#include "ui/tests/Booth.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/TransportButton.h"
+
+namespace ui::testing {
+namespace {
+
+struct Case {
+  QSize size;
+  const char* language;
+  bool playing;
+};
+
+/// Everything in the window at every size, language and page.
+class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
+ protected:
+  LayoutTest() {
+    settings.Set("TLVG", "Language", "Current", GetParam().language);
+    AddTrack("long.mp3", "An orchestra with a name that goes on and on and on until the deck ends",
+             "A title that is far too long for any deck of the world, and then some more of it");
+    Open(GetParam().size);
+    if (!GetParam().playing) return;
+    LoadAndPlay(1, 5);
+    LoadAndPlay(2, 1);
+    DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/letter.txt"))}, "MusicPage");
+  }
+
+  template <class Check>
+  void OnEveryPage(Check check) {
+    for (const Qt::Key page : {Qt::Key_F9, Qt::Key_F10}) {
+      Press(page);
+      for (QWidget* widget : window->findChildren<QWidget*>()) {
+        if (widget->isVisible() && !IsPartOfAControl(*widget)) check(*widget);
+      }
+    }
+  }
+
+  /// Scroll areas and lists are made of parts of their own.
+  static bool IsPartOfAControl(const QWidget& widget) {
+    for (const QWidget* up = widget.parentWidget(); up != nullptr; up = up->parentWidget()) {
+      if (qobject_cast<const QAbstractScrollArea*>(up) != nullptr) return true;
+      if (qobject_cast<const QComboBox*>(up) != nullptr) return true;
+    }
+    return false;
+  }
+  static bool IsControl(const QWidget& widget) { return widget.focusPolicy() != Qt::NoFocus; }
+  static std::string Called(const QWidget& widget) {
+    return widget.objectName().toStdString() + " (" + widget.metaObject()->className() + ")";
+  }
+};
+
+TEST_P(LayoutTest, EveryControlHasANameATipAndAnObjectName) {
+  OnEveryPage([](QWidget& widget) {
+    if (!IsControl(widget)) return;
+    EXPECT_FALSE(widget.objectName().isEmpty()) << Called(widget);
+    EXPECT_FALSE(widget.toolTip().isEmpty()) << Called(widget);
+    QAccessibleInterface* interface = QAccessible::queryAccessibleInterface(&widget);
+    ASSERT_NE(interface, nullptr);
+    EXPECT_FALSE(interface->text(QAccessible::Name).isEmpty()) << Called(widget);
+  });
+}
+
+TEST_P(LayoutTest, NamesOfControlsAreDifferent) {
+  Press(Qt::Key_F10);
+  std::map<QString, std::string> names;
+  for (QWidget* widget : window->findChildren<QWidget*>()) {
+    if (!widget->isVisible() || IsPartOfAControl(*widget) || !IsControl(*widget)) continue;
+    const auto [at, fresh] = names.emplace(widget->accessibleName(), Called(*widget));
+    EXPECT_TRUE(fresh) << Called(*widget) << " is called like " << at->second;
+  }
+}
+
+TEST_P(LayoutTest, NothingIsClipped) {
+  OnEveryPage([this](QWidget& widget) {
+    const QRect place(widget.mapTo(window.get(), QPoint(0, 0)), widget.size());
+    EXPECT_TRUE(window->rect().contains(place)) << Called(widget);
+    const bool elides = qobject_cast<ElidedLabel*>(&widget) != nullptr;
+    const QSize needed = elides ? widget.minimumSizeHint() : widget.sizeHint();
+    const bool shows_text = qobject_cast<QLabel*>(&widget) != nullptr ||
+                            qobject_cast<QAbstractButton*>(&widget) != nullptr ||
+                            qobject_cast<QComboBox*>(&widget) != nullptr;
+    if (!shows_text) return;
+    EXPECT_GE(widget.width(), needed.width()) << Called(widget);
+    EXPECT_GE(widget.height(), needed.height()) << Called(widget);
+  });
+}
+
+TEST_P(LayoutTest, NothingOverlaps) {
+  OnEveryPage([](QWidget& widget) {
+    const auto siblings = widget.parentWidget()->findChildren<QWidget*>(Qt::FindDirectChildrenOnly);
+    for (const QWidget* other : siblings) {
+      if (other == &widget || !other->isVisible()) continue;
+      EXPECT_FALSE(other->geometry().intersects(widget.geometry()))
+          << Called(widget) << " and " << Called(*other);
+    }
+  });
+}
+
+TEST_P(LayoutTest, AFingerHitsThePlayingControls) {
+  for (QWidget* widget : window->findChildren<QWidget*>()) {
+    const bool transport = qobject_cast<TransportButton*>(widget) != nullptr;
+    if (!transport && qobject_cast<QSlider*>(widget) == nullptr) continue;
+    EXPECT_GE(std::min(widget->width(), widget->height()), 36) << Called(*widget);
+  }
+}
+
+TEST_P(LayoutTest, TabReachesEveryControl) {
+  std::set<QWidget*> reached;
+  QWidget* widget = window->nextInFocusChain();
+  for (; widget != window.get(); widget = widget->nextInFocusChain()) reached.insert(widget);
+  OnEveryPage([&](QWidget& control) {
+    if ((control.focusPolicy() & Qt::TabFocus) == 0) return;
+    EXPECT_TRUE(reached.contains(&control)) << Called(control);
+  });
+}
+
+INSTANTIATE_TEST_SUITE_P(Sizes, LayoutTest,
+                         ::testing::Values(Case{{1366, 768}, "0", true}, Case{{1366, 768}, "1", true},
+                                           Case{{1366, 700}, "0", false}, Case{{1920, 1080}, "0", true},
+                                           Case{{3840, 2160}, "0", true}, Case{{3840, 2160}, "1", true}));
+
+}  // namespace
+}  // namespace ui::testing

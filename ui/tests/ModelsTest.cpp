@@ -1,0 +1,144 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <QMimeData>
+#include <limits>
+
+#include "ui/models/CatalogueModel.h"
+#include "ui/models/DeckChoice.h"
+#include "ui/models/MixerState.h"
+#include "ui/models/OutputText.h"
+#include "ui/models/TempoEcho.h"
+
+namespace ui {
+namespace {
+
+using namespace std::chrono_literals;
+using State = app::DeckView::State;
+
+TEST(DeckChoice, TakesTheFirstFreeDeckAndNeverOneThatPlays) {
+  const struct {
+    State first, second;
+    int deck;
+  } cases[] = {{State::Empty, State::Empty, 1},     {State::Stopped, State::Empty, 2},
+               {State::Playing, State::Empty, 2},   {State::Playing, State::Stopped, 2},
+               {State::Stopped, State::Ended, 2},   {State::Paused, State::Stopped, 2},
+               {State::Paused, State::Playing, 1},  {State::Playing, State::Playing, 0},
+               {State::Loading, State::Playing, 0}, {State::Loading, State::Empty, 2}};
+  for (const auto& each : cases) {
+    app::WorkstationView view;
+    view.decks[0].state = each.first;
+    view.decks[1].state = each.second;
+    EXPECT_EQ(DeckForLoading(view).value_or(0), each.deck);
+  }
+}
+
+TEST(MixerState, TheVolumeIsFaderTimesCrossfader) {
+  MixerState mixer{.faders = {80, 50}, .crossfader = 50, .curve = decks::CrossfaderCurve::Smooth};
+  EXPECT_EQ(mixer.VolumeOf(1), 40);
+  EXPECT_EQ(mixer.VolumeOf(2), 50);
+  mixer.crossfader = -100;
+  EXPECT_EQ(mixer.VolumeOf(2), 0);
+}
+
+TEST(TempoEcho, AnEchoOfAnOlderStepDoesNotMoveTheSlider) {
+  TempoEcho echo;
+  const support::TimePoint start{};
+  echo.Sent(2, start);
+  EXPECT_FALSE(echo.Believe(1, start + 20ms));
+  EXPECT_TRUE(echo.Believe(2, start + 40ms));
+  EXPECT_TRUE(echo.Believe(3, start + 60ms));
+}
+
+TEST(TempoEcho, ADeckThatNeverTookTheTempoIsBelievedInTheEnd) {
+  TempoEcho echo;
+  echo.Sent(2, {});
+  EXPECT_TRUE(echo.Believe(0, support::TimePoint{} + 600ms));
+}
+
+TEST(OutputText, NamesDeviceAndPairAndADeviceThatIsGone) {
+  const Strings say(Strings::Language::English);
+  const std::vector<std::string> devices = {"Main", "USB"};
+  const struct {
+    app::OutputView output;
+    const char* text;
+  } cases[] = {{{0, 0}, "No sound"},
+               {{0, 2}, "No sound"},
+               {{1, 0}, "Main"},
+               {{2, 2}, "USB, Rear"},
+               {{1, 9}, "Main"},
+               {{5, 0}, "Device 5 (not there)"},
+               {{-1, 0}, "Device -1 (not there)"}};
+  for (const auto& each : cases) {
+    EXPECT_EQ(OutputText(each.output, devices, say).toStdString(), each.text);
+  }
+}
+
+class CatalogueModelTest : public ::testing::Test {
+ protected:
+  void Add(std::string_view artist, std::string_view title, std::string_view file) {
+    const std::string_view cells[] = {artist, title, "03:45", file};
+    table.AddRow(cells);
+  }
+  QString At(int row, int column) { return model.index(row, column).data().toString(); }
+
+  catalogue::track_table table{catalogue::TrackColumns()};
+  Strings say{Strings::Language::English};
+  CatalogueModel model{table, Look{SkinOf(Skin::Name::Dark), say}};
+};
+
+TEST_F(CatalogueModelTest, ShowsNewRowsAfterTheyWereLookedFor) {
+  Add("Anna", "Light", "/m/a.mp3");
+  EXPECT_EQ(model.rowCount(), 0);
+  model.Sync();
+  EXPECT_EQ(model.rowCount(), 1);
+  EXPECT_EQ(At(0, CatalogueModel::Artist), QStringLiteral("Anna"));
+  EXPECT_EQ(At(0, CatalogueModel::Time), QStringLiteral("03:45"));
+}
+
+TEST_F(CatalogueModelTest, ATableThatWasEmptiedLeavesNoRow) {
+  Add("Anna", "Light", "/m/a.mp3");
+  model.Sync();
+  table.Clear();
+  model.Sync();
+  EXPECT_EQ(model.rowCount(), 0);
+}
+
+TEST_F(CatalogueModelTest, ATrackWithoutTitleIsCalledByItsFile) {
+  Add("", "", "C:\\music\\b.ogg");
+  Add("", "", "/m/c.ogg");
+  model.Sync();
+  EXPECT_EQ(At(0, CatalogueModel::Title), QStringLiteral("b.ogg"));
+  EXPECT_EQ(At(1, CatalogueModel::Title), QStringLiteral("c.ogg"));
+}
+
+TEST_F(CatalogueModelTest, MarksTheRowsThatAreOnDecks) {
+  Add("Anna", "Light", "/m/a.mp3");
+  Add("Ben", "Wind", "/m/b.mp3");
+  model.Sync();
+  app::WorkstationView view;
+  view.decks[1].filename = "/m/a.mp3";
+  model.ShowDecks(view);
+  EXPECT_EQ(At(0, CatalogueModel::Deck), QStringLiteral("2"));
+  EXPECT_EQ(At(1, CatalogueModel::Deck), QString());
+}
+
+TEST_F(CatalogueModelTest, ADraggedRowIsFoundAgain) {
+  Add("Anna", "Light", "/m/a.mp3");
+  Add("Ben", "Wind", "/m/b.mp3");
+  model.Sync();
+  const std::unique_ptr<QMimeData> data(model.mimeData({model.index(1, 0)}));
+  EXPECT_EQ(CatalogueModel::RowIn(*data), 2);
+}
+
+TEST_F(CatalogueModelTest, GarbageIsNoRow) {
+  for (const char* text : {"", "0", "-3", "1x", "99999999999999"}) {
+    QMimeData data;
+    data.setData(model.mimeTypes().first(), text);
+    EXPECT_FALSE(CatalogueModel::RowIn(data)) << text;
+  }
+}
+
+}  // namespace
+}  // namespace ui
