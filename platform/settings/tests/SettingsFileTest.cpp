@@ -11,16 +11,17 @@
 #include <functional>
 #include <memory>
 #include <mutex>
-#include <random>
 #include <string>
 #include <thread>
 #include <utility>
 
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/FaultyDisk.h"
+#include "platform/files/testing/HundredKills.h"
 #include "platform/files/testing/TestFolder.h"
 #include "platform/settings/SettingsDisk.h"
 #include "support/testing/RecordingSettings.h"
+#include "support/testing/SettingsStoreContract.h"
 
 namespace platform::settings {
 namespace {
@@ -31,6 +32,7 @@ using files::testing::RunInChild;
 using files::testing::TestFolder;
 using std::chrono::hours;
 using support::kApplication;
+using support::testing::EverySettingsStore;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -76,8 +78,6 @@ class CountedSaver final : public support::FileSaver {
   std::function<void()> during_;
 };
 
-// What every store promises, told of the real one and of the one for tests.
-
 class RealStore {
  public:
   support::SettingsStore& Store() { return store_; }
@@ -96,32 +96,8 @@ class StoreInMemory {
   support::testing::RecordingSettings store_;
 };
 
-template <typename T>
-class EverySettingsStore : public ::testing::Test {
- protected:
-  T given_;
-};
 using Stores = ::testing::Types<RealStore, StoreInMemory>;
-TYPED_TEST_SUITE(EverySettingsStore, Stores);
-
-TYPED_TEST(EverySettingsStore, GivesTheDefaultUntilAValueIsSet) {
-  support::SettingsStore& store = this->given_.Store();
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "8");
-  store.Set(kApplication, "Mixer", "MixTime", "12");
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "12");
-  store.Set(kApplication, "Mixer", "MixTime", "");
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "");
-}
-
-TYPED_TEST(EverySettingsStore, KeepsApplicationsSectionsAndKeysApart) {
-  support::SettingsStore& store = this->given_.Store();
-  store.Set("QRV", "EQ", "Preset1", "Rock");
-  store.Set(kApplication, "EQ", "Preset1", "Pop");
-  store.Flush();
-  EXPECT_EQ(store.Get("QRV", "EQ", "Preset1", ""), "Rock");
-  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset1", ""), "Pop");
-  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset2", "none"), "none");
-}
+INSTANTIATE_TYPED_TEST_SUITE_P(Settings, EverySettingsStore, Stores);
 
 class UserSettings : public ::testing::Test {
  protected:
@@ -311,28 +287,26 @@ TEST_F(UserSettings, LieInAFolderOfTheUserAlone) {
 }
 
 TEST_F(UserSettings, AreOldOrNewWholeWheneverTheProgramIsKilled) {
-  constexpr int kKills = 100;
   constexpr int kKeys = 20;
-  std::mt19937 seed(1);
-  for (int kill = 0; kill < kKills; ++kill) {
-    const int when = std::uniform_int_distribution<int>(1, 60)(seed);
-    const int signal = RunInChild([&] {
-      FaultyDisk disk;
-      disk.DieOn(when);
-      files::DiskFileSaver saver(disk);
-      SettingsFile store(folder_ / "settings.ini", saver, hours(1));
-      for (int n = 0;; ++n) {
-        for (int key = 0; key < kKeys; ++key) Set(store, "key" + std::to_string(key), std::to_string(n));
-        store.Flush();
-      }
-    });
-    ASSERT_EQ(signal, SIGKILL);
+  const auto change_often = [&](FaultyDisk& disk) {
+    files::DiskFileSaver saver(disk);
+    SettingsFile store(folder_ / "settings.ini", saver, hours(1));
+    for (int n = 0;; ++n) {
+      for (int key = 0; key < kKeys; ++key) Set(store, "key" + std::to_string(key), std::to_string(n));
+      store.Flush();
+    }
+  };
+  Set(*Start(), "key0", "before");
+  files::testing::KillHundredTimes(100, 2, change_often, [&](const files::testing::Death&) {
     const auto store = Start();
     ASSERT_THAT(store->Notices(), IsEmpty());
     const std::string first = Get(*store, "key0");
-    for (int key = 1; key < kKeys; ++key) ASSERT_EQ(Get(*store, "key" + std::to_string(key)), first);
-  }
-  EXPECT_NE(Get(*Start(), "key0"), "default");
+    ASSERT_NE(first, "default");
+    for (int key = 1; first != "before" && key < kKeys; ++key) {
+      ASSERT_EQ(Get(*store, "key" + std::to_string(key)), first);
+    }
+  });
+  EXPECT_NE(Get(*Start(), "key0"), "before") << "some saves came to their end";
 }
 
 TEST(UserSettingsPath, FollowsTheDesktop) {
