@@ -26,7 +26,6 @@ namespace {
 
 namespace fs = std::filesystem;
 using support::ErrorCode;
-using support::testing::EveryFileSaver;
 using ::testing::ElementsAre;
 using testing::FaultyDisk;
 using ::testing::HasSubstr;
@@ -60,8 +59,6 @@ class SaverInMemory {
 };
 
 using Savers = ::testing::Types<RealSaver, SaverInMemory>;
-INSTANTIATE_TYPED_TEST_SUITE_P(Files, EveryFileSaver, Savers);
-
 class SavedFiles : public ::testing::Test {
  protected:
   support::Result<void> Save(std::string_view name, std::string_view content) {
@@ -212,3 +209,7 @@ TEST_F(SavedFiles, AreSavedByTwoProgramsAtOnceWithoutOneSpoilingTheOther) {
 
 }  // namespace
 }  // namespace platform::files
+
+namespace support::testing {
+INSTANTIATE_TYPED_TEST_SUITE_P(Files, EveryFileSaver, platform::files::Savers);
+}  // namespace support::testing

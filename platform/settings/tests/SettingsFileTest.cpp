@@ -32,7 +32,6 @@ using files::testing::RunInChild;
 using files::testing::TestFolder;
 using std::chrono::hours;
 using support::kApplication;
-using support::testing::EverySettingsStore;
 using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
@@ -97,8 +96,6 @@ class StoreInMemory {
 };
 
 using Stores = ::testing::Types<RealStore, StoreInMemory>;
-INSTANTIATE_TYPED_TEST_SUITE_P(Settings, EverySettingsStore, Stores);
-
 class UserSettings : public ::testing::Test {
  protected:
   /// A program that starts. Its writes wait for Flush unless a window is given.
@@ -321,3 +318,7 @@ TEST(UserSettingsPath, FollowsTheDesktop) {
 
 }  // namespace
 }  // namespace platform::settings
+
+namespace support::testing {
+INSTANTIATE_TYPED_TEST_SUITE_P(Settings, EverySettingsStore, platform::settings::Stores);
+}  // namespace support::testing
