@@ -144,7 +144,12 @@ void Stage::ReleaseEngine() {
 }
 
 void Stage::Tick() {
-  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) notice_ = event.text;
+  bool listed = false;
+  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
+    if (!event.text.empty()) notice_ = event.text;
+    listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
+  }
+  if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   view.outputs = outputs_;

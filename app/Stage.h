@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -41,6 +42,8 @@ class Stage {
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
   /// The system's volume was told.
   void FollowMixer(int percent);
+  /// Called when the engine knows a device more.
+  void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -72,6 +75,7 @@ class Stage {
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
   bool has_mixer_ = false;
+  std::function<void()> listed_;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };

@@ -19,6 +19,7 @@ void Workstation::StartUp() {
   parts.LoadIndexes();
   parts.CheckProgramFolder();
   parts.ListOutputDevices();
+  parts.FollowOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
@@ -84,12 +85,17 @@ void Workstation::Parts::CheckProgramFolder() {
 }
 
 void Workstation::Parts::ListOutputDevices() {
+  device_names.clear();
   constexpr int kMostDevices = 256;  // an engine that never ends its list does not keep the window shut
   for (int device = 1; device <= kMostDevices; ++device) {
     auto name = ports.engine.BASS_GetDeviceDescription(device);
     if (!name) return;
     device_names.push_back(std::move(*name));
   }
+}
+
+void Workstation::Parts::FollowOutputDevices() {
+  stage.OnDevicesListed([this] { window->Post([this] { ListOutputDevices(); }); });
 }
 
 void Workstation::Parts::InitialiseEngine() {

@@ -128,7 +128,8 @@ class Workstation {
   [[nodiscard]] int StringBase() const;
   /// 0 English, 1 Dutch; stored, and acts on all that is said after it.
   void SetLanguage(int language);
-  /// Names of the output devices, the first one is device 1.
+  /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
+  /// one that is pulled keeps its number.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.

@@ -133,6 +133,16 @@ TEST_F(StartUpOrderTest, TheWindowFindsItsNamesAndItsVisualisers) {
   EXPECT_EQ(station_->VisualisationRate(), 60);
 }
 
+TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
+  StartUp();
+  engine_.AddDevice("Late");
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Listed, 3, ""});
+  Settle();
+  station_->PumpWindow();
+  EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones", "Late"}));
+  EXPECT_EQ(station_->View().notice, "");
+}
+
 class VisualisationContract : public ::testing::TestWithParam<const char*> {
  protected:
   VisualisationContract() {
