@@ -11,4 +11,10 @@ namespace bench {
 /// Each measures one part of the program; a test media folder is made on the way.
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 
+[[nodiscard]] std::vector<Figure> MeasureWindow();
+
+/// The part of MeasureWindow that runs in a process of its own; main calls it for the arguments that
+/// MeasureWindow gives.
+int RunWindowChild(int argc, char* argv[]);
+
 }  // namespace bench
