@@ -3,9 +3,11 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
@@ -28,8 +30,8 @@ class Stage {
         std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
-  /// sentence. Blocks while devices open, so nothing plays yet.
-  void OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
+  /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
+  [[nodiscard]] std::vector<std::string> OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
   /// Update period and playback buffer, short ones, so that decks answer at once.
   void SetBuffers();
   /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the
@@ -40,6 +42,8 @@ class Stage {
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
   /// The system's volume was told.
   void FollowMixer(int percent);
+  /// Called when the engine knows a device more.
+  void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -71,6 +75,7 @@ class Stage {
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
   bool has_mixer_ = false;
+  std::function<void()> listed_;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };
