@@ -51,13 +51,6 @@ double SecondsOf(const std::function<void()>& job) {
   return std::chrono::duration<double>(std::chrono::steady_clock::now() - begin).count();
 }
 
-double ResidentMegabytes() {
-  std::ifstream statistics("/proc/self/statm");
-  double all = 0, resident = 0;
-  statistics >> all >> resident;
-  return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
-}
-
 struct Cost {
   double seconds = 0;
   double megabytes = 0;

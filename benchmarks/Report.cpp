@@ -8,6 +8,9 @@
 #include <cassert>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
 
 namespace bench {
 namespace {
@@ -44,6 +47,13 @@ double ThreadCpuSeconds() {
 
 double ProcessCpuSeconds() {
   return CpuSeconds(CLOCK_PROCESS_CPUTIME_ID);
+}
+
+double ResidentMegabytes() {
+  std::ifstream statistics("/proc/self/statm");
+  double all = 0, resident = 0;
+  statistics >> all >> resident;
+  return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
 }
 
 void PrintHead() {

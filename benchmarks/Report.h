@@ -25,6 +25,9 @@ struct Figure {
 [[nodiscard]] double ThreadCpuSeconds();
 [[nodiscard]] double ProcessCpuSeconds();
 
+/// Memory that this process has in use now.
+[[nodiscard]] double ResidentMegabytes();
+
 /// A Markdown table: its head, then rows of name, unit, ours, reference, ratio, aim.
 void PrintHead();
 void Print(const std::vector<Figure>& figures);

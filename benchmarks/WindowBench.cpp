@@ -9,7 +9,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include "benchmarks/Bench.h"
@@ -30,14 +29,6 @@ constexpr int kPlaySeconds = 10;
 
 std::int64_t MonotonicNow() {
   return std::chrono::steady_clock::now().time_since_epoch().count();
-}
-
-double ResidentMegabytes() {
-  std::ifstream status("/proc/self/status");
-  for (std::string line; std::getline(status, line);) {
-    if (line.starts_with("VmRSS:")) return std::atof(line.c_str() + 6) / 1024;
-  }
-  return 0;
 }
 
 /// Notices the first painting of a window.
