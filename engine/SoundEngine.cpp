@@ -87,9 +87,7 @@ bool SoundEngine::BASS_Init(int device, int frequency, std::uint32_t /*flags*/) 
   request.sample_rate = frequency;
   request.buffer_ms = buffer_ms_;
   request.period_ms = period_ms_;
-  if (frequency < kLowestRate || frequency > kHighestRate || !devices_->Open(device, request)) return false;
-  current_device_ = device;
-  return true;
+  return frequency >= kLowestRate && frequency <= kHighestRate && devices_->Open(device, request);
 }
 
 std::optional<std::string> SoundEngine::BASS_GetDeviceDescription(int device) {
@@ -194,8 +192,10 @@ void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
 }
 
 bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
+  Decoders::node_type freed;  // goes after the lock: the last one to hold a long file takes a while
   support::MutexLock lock(mutex_);
-  return decoders_.erase(handle) > 0;
+  freed = decoders_.extract(handle);
+  return !freed.empty();
 }
 
 void SoundEngine::Sweep() {

@@ -62,6 +62,16 @@ TEST_F(Devices, ThatAreNotThereOrNotOpenRefuse) {
   EXPECT_FALSE(stage.engine->BASS_Init(2, 3, 0));
 }
 
+TEST_F(Devices, OpeningOneLeavesTheCurrentOneToItsStreams) {
+  ASSERT_TRUE(stage.engine->BASS_Init(1, kRate, 0) && stage.engine->BASS_SetDevice(1));
+  ASSERT_TRUE(stage.engine->BASS_Init(2, kRate, 0));  // by a worker, while a deck opens its file
+  const auto decoder = stage.engine->BASS_StreamCreateFile(false, "level.mp3", 0, 0, decks::kStreamDecode);
+  stage.engine->BASS_ChannelPlay(stage.engine->BASS_FX_TempoCreate(decoder, 0), false);
+  stage.Advance(200ms);
+  EXPECT_NE(stage.Last("main", 0), 0);
+  EXPECT_EQ(stage.Last("phones", 0), 0);
+}
+
 TEST_F(Devices, WithoutSoundKeepTime) {
   const auto stream = Play(0);
   stage.Advance(2s);
@@ -212,7 +222,7 @@ TEST_F(Devices, ASpeakerPairMayComeInTheLength) {
   FakeFile file = RampFile(kRate);
   file.sample = [](std::int64_t, int) { return std::int16_t{16384}; };
   eight.files.Add("level.mp3", file);
-  ASSERT_TRUE(eight.engine->BASS_Init(1, kRate, 0));
+  ASSERT_TRUE(eight.engine->BASS_Init(1, kRate, 0) && eight.engine->BASS_SetDevice(1));
   const auto decoder =
       eight.engine->BASS_StreamCreateFile(false, "level.mp3", 0, decks::kSpeakerRear, 0x200000);
   eight.engine->BASS_ChannelPlay(eight.engine->BASS_FX_TempoCreate(decoder, 0x10004), false);
