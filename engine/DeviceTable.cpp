@@ -192,8 +192,9 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     auto plug = OpenPlug(info, homeless.slot->Request());
     if (plug == nullptr) continue;
     homeless.slot->Close();
-    homeless.slot->Plug(std::move(plug));
+    // In one step: an output that is lost again at once is found homeless again by Watch, which waits here.
     support::MutexLock lock(mutex_);
+    homeless.slot->Plug(std::move(plug));
     const int number = homeless.slot->Number();
     homeless_.erase(number);
     if (RoleOf(number) == decks::DeviceRole::Headphones) {

@@ -111,7 +111,9 @@ bool PcmStore::AddChunk(std::int64_t frame) {
     auto& leaf = leaves_[static_cast<std::size_t>(number / kLeafChunks)];
     if (leaf == nullptr) leaf = std::make_unique<Leaf>();
     Chunk& chunk = (*leaf)[static_cast<std::size_t>(number % kLeafChunks)];
-    if (memory_ != nullptr && frame >= kMemoryMinutes * 60 * format_.sample_rate) {
+    const std::int64_t most = std::min(kMemoryMinutes * 60 * format_.sample_rate,
+                                       kMemoryBytes / (2 * std::int64_t{format_.channels}));
+    if (memory_ != nullptr && frame >= most) {
       auto block = memory_->Allocate(samples);
       if (block != nullptr && block->Samples().size() >= samples) {
         chunk = {block->Samples().data(), block.get()};

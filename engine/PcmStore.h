@@ -65,6 +65,8 @@ class PcmStore {
   static constexpr std::int64_t kLeaves = 1024;
   static constexpr std::int64_t kStepFrames = 8192;
   static constexpr std::int64_t kMemoryMinutes = 30;
+  /// Half an hour of stereo at 48 kHz; files of more channels or higher rates reach it sooner.
+  static constexpr std::int64_t kMemoryBytes = 30LL * 60 * 48000 * 4;
   using Leaf = std::array<Chunk, kLeafChunks>;
 
   PcmStore(std::unique_ptr<PcmDecoder> decoder, SampleMemory* memory);

@@ -192,8 +192,10 @@ void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
 }
 
 bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
+  Decoders::node_type freed;  // goes after the lock: the last one to hold a long file takes a while
   support::MutexLock lock(mutex_);
-  return decoders_.erase(handle) > 0;
+  freed = decoders_.extract(handle);
+  return !freed.empty();
 }
 
 void SoundEngine::Sweep() {
