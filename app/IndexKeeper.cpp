@@ -15,6 +15,7 @@ struct IndexKeeper::State {
   support::FileSaver& files;
   const std::filesystem::path path;
   const std::function<void(std::string)> complain;
+  bool told = false;      ///< of the failure, under the lock of saving
   support::Mutex saving;  ///< one save at a time, so that an older state never lands on a newer one
   support::Mutex mutex;
   std::optional<catalogue::track_table> newest DJ_GUARDED_BY(mutex);
@@ -28,13 +29,10 @@ IndexKeeper::IndexKeeper(support::FileSaver& files, support::Executor& workers,
       state_(std::make_shared<State>(files, std::move(path), std::move(complain))) {}
 
 void IndexKeeper::Save(const catalogue::track_table& table) {
-  bool waiting = false;
   {
     support::MutexLock lock(state_->mutex);
-    waiting = state_->newest.has_value();
     state_->newest = table;
   }
-  if (waiting) return;
   workers_.Post([state = state_, gate = gate_] { gate->Pass([&] { SaveNewest(*state); }); });
 }
 
@@ -51,7 +49,8 @@ void IndexKeeper::SaveNewest(State& state) {
   }
   if (!table) return;
   const support::Result<void> saved = catalogue::SaveIndex(state.files, state.path, *table);
-  if (!saved) state.complain(saved.Failure().text);
+  if (!saved && !state.told) state.complain(saved.Failure().text);
+  state.told = !saved;
 }
 
 }  // namespace app

@@ -13,4 +13,10 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 
+[[nodiscard]] std::vector<Figure> MeasureWindow();
+
+/// The part of MeasureWindow that runs in a process of its own; main calls it for the arguments that
+/// MeasureWindow gives.
+int RunWindowChild(int argc, char* argv[]);
+
 }  // namespace bench

@@ -181,11 +181,13 @@ bool IndexParser::Unescape(std::string_view& cell, std::string& storage) const {
   return true;
 }
 
-support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table) {
+support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
+                                       const support::Sentences& say) {
   table.Clear();
   std::error_code error;
   if (!std::filesystem::exists(path, error)) {
-    return support::Error{support::ErrorCode::NotFound, "There is no index \"" + path.string() + "\"."};
+    return support::Error{support::ErrorCode::NotFound,
+                          say(support::Sentence::IndexMissing, {path.string()})};
   }
   const std::uintmax_t size = std::filesystem::file_size(path, error);
   const std::uint64_t middle = error || size < kLargeFile ? 0 : LineStartBehind(path, size / 2);
@@ -200,7 +202,7 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
   if (report) return *report;
   table.Clear();
   return support::Error{support::ErrorCode::Unreadable,
-                        "The index \"" + path.string() + "\" cannot be read."};
+                        say(support::Sentence::IndexUnreadable, {path.string()})};
 }
 
 IndexPrinter::IndexPrinter(const track_table& table) : table_(table), cells_(table.Columns().size()) {}

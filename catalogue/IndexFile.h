@@ -10,6 +10,7 @@
 
 #include "catalogue/track_table.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
 
 namespace catalogue {
@@ -50,7 +51,8 @@ class IndexParser {
 
 /// Replaces the table's rows by those of the file; a second thread reads half of a large one. A missing file
 /// (ErrorCode::NotFound) leaves it empty, and so does an unreadable one.
-support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table);
+support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
+                                       const support::Sentences& say = {});
 
 /// Writes a table as index text piece by piece.
 class IndexPrinter {

@@ -36,6 +36,7 @@ void DeviceTable::Start() {
   const std::vector<OutputDeviceInfo> listed = outputs_.List();
   support::MutexLock lock(mutex_);
   TakeIn(listed);
+  events_.clear();
 }
 
 void DeviceTable::TakeIn(const std::vector<OutputDeviceInfo>& listed) {
@@ -47,6 +48,7 @@ void DeviceTable::TakeIn(const std::vector<OutputDeviceInfo>& listed) {
                                     [&](const OutputDeviceInfo& other) { return other.id == info.id; });
     if (known == known_.end()) {
       known_.push_back(std::move(info));
+      events_.push_back({decks::DeviceEvent::Kind::Listed, static_cast<int>(known_.size()), ""});
     } else {
       *known = std::move(info);
     }
@@ -73,7 +75,7 @@ bool DeviceTable::Open(int number, OutputRequest request) {
 }
 
 std::unique_ptr<OutputPlug> DeviceTable::OpenPlug(const OutputDeviceInfo& info, OutputRequest request) {
-  if (info.speakers.empty()) return nullptr;
+  if (info.speakers.empty() || info.speakers.size() > kMaxDeviceChannels) return nullptr;
   auto plug = std::make_unique<OutputPlug>(info);
   request.id = info.id;
   auto device = outputs_.Open(request, *plug);
@@ -116,6 +118,11 @@ void DeviceTable::SetRole(int number, decks::DeviceRole role) {
 decks::DeviceRole DeviceTable::RoleOf(int number) const {
   const auto role = roles_.find(number);
   return role == roles_.end() ? decks::DeviceRole::Main : role->second;
+}
+
+StretchQuality DeviceTable::Quality(int number) {
+  support::MutexLock lock(mutex_);
+  return RoleOf(number) == decks::DeviceRole::Headphones ? StretchQuality::LowPower : StretchQuality::Best;
 }
 
 void DeviceTable::Watch() {

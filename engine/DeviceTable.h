@@ -41,6 +41,8 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   [[nodiscard]] std::shared_ptr<DeviceSlot> Find(int number) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::vector<std::shared_ptr<DeviceSlot>> All() DJ_EXCLUDES(mutex_);
   void SetRole(int number, decks::DeviceRole role) DJ_EXCLUDES(mutex_);
+  /// Head-phones make do with the stretcher that costs least.
+  [[nodiscard]] StretchQuality Quality(int number) DJ_EXCLUDES(mutex_);
   void Watch() DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::vector<decks::DeviceEvent> TakeEvents() DJ_EXCLUDES(mutex_);
   /// Returns when nothing renders any more.

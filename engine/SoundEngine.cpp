@@ -87,9 +87,7 @@ bool SoundEngine::BASS_Init(int device, int frequency, std::uint32_t /*flags*/) 
   request.sample_rate = frequency;
   request.buffer_ms = buffer_ms_;
   request.period_ms = period_ms_;
-  if (frequency < kLowestRate || frequency > kHighestRate || !devices_->Open(device, request)) return false;
-  current_device_ = device;
-  return true;
+  return frequency >= kLowestRate && frequency <= kHighestRate && devices_->Open(device, request);
 }
 
 std::optional<std::string> SoundEngine::BASS_GetDeviceDescription(int device) {
@@ -168,6 +166,9 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
   }
   const decks::StreamHandle handle = next_handle_++;
   auto stream = std::make_shared<Stream>(handle, source->store, source->device, source->pair);
+  Tempo tempo;
+  tempo.quality = devices_->Quality(source->device);
+  stream->SetTempo(tempo);
   if (!slot->Core().Attach(*stream)) {
     Fail({support::ErrorCode::Unavailable, "Too many files play on this sound output."});
     return 0;
@@ -179,17 +180,20 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
 }
 
 void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
-  decks::StreamHandle decoder = handle;
-  if (const auto found = playing_.find(handle); found != playing_.end()) {
-    decoder = found->second.decoder;
-    found->second.stream->Ask(Stream::Transport::Free);
-    feeder_.Remove(handle);
-    leaving_.push_back(std::move(found->second));
-    playing_.erase(found);
-  }
+  if (FreeDecoder(handle)) return;
+  const auto found = playing_.find(handle);
+  if (found == playing_.end()) return;
+  FreeDecoder(found->second.decoder);
+  found->second.stream->Ask(Stream::Transport::Free);
+  feeder_.Remove(handle);
+  leaving_.push_back(std::move(found->second));
+  playing_.erase(found);
   Sweep();
+}
+
+bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
   support::MutexLock lock(mutex_);
-  decoders_.erase(decoder);
+  return decoders_.erase(handle) > 0;
 }
 
 void SoundEngine::Sweep() {

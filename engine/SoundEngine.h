@@ -26,7 +26,7 @@
 
 namespace engine {
 
-/// The outside things that the engine stands on. All outlive it.
+/// The outside things that the engine stands on. All outlive it, and the workers end before the rest goes.
 struct SoundEnginePorts {
   OutputDevices& outputs;
   DecoderFactory& decoders;
@@ -113,6 +113,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   decks::StreamHandle CreateDecoder(const std::string& path, DecoderKind kind, std::uint64_t length,
                                     std::uint32_t flags) DJ_EXCLUDES(mutex_);
+  /// False when it is no decoder.
+  bool FreeDecoder(decks::StreamHandle handle) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::shared_ptr<Decoder> FindDecoder(decks::StreamHandle handle) const DJ_EXCLUDES(mutex_);
   /// Null when there is none; stays valid until the owner frees the stream.
   [[nodiscard]] Playing* FindPlaying(decks::StreamHandle handle);

@@ -19,6 +19,11 @@ std::uint32_t LevelWord(float peak) {
   return static_cast<std::uint32_t>(std::lround(std::min(peak, 1.0F) * kFullScale));
 }
 
+/// In Hz; 0 stays, it means the file's own.
+double PlayableRate(double asked) {
+  return asked == 0 ? 0 : std::clamp(asked, 1000.0, 768'000.0);
+}
+
 bool IsPlaying(const Stream& stream) {
   const std::uint64_t asked = stream.TransportAsked();
   if (asked != stream.transport_seen.load(std::memory_order_acquire)) {
@@ -66,13 +71,12 @@ void SoundEngine::BASS_ChannelStop(decks::StreamHandle handle) {
 }
 
 void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int frequency, int volume, int pan) {
-  constexpr int kHighestRate = 768'000;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return;
   Stream& stream = *playing->stream;
   if (frequency >= 0) {
     Tempo tempo = stream.GetTempo();
-    tempo.sample_rate = std::min(frequency, kHighestRate);
+    tempo.sample_rate = PlayableRate(frequency);
     stream.SetTempo(tempo);
   }
   if (volume >= 0) stream.SetVolume(static_cast<float>(std::min(volume, 100)) / 100.0F);
@@ -81,14 +85,13 @@ void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int freq
 
 void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
                                    float semitones) {
-  constexpr float kHighestRate = 768'000;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return;
   Tempo tempo = playing->stream->GetTempo();
   if (tempo_percent != decks::kTempoUnchanged && std::isfinite(tempo_percent)) {
     tempo.speed = 1 + std::clamp(static_cast<double>(tempo_percent), -50.0, 100.0) / 100;
   }
-  if (sample_rate >= 0 && sample_rate <= kHighestRate) tempo.sample_rate = sample_rate;
+  if (sample_rate >= 0) tempo.sample_rate = PlayableRate(sample_rate);
   if (semitones != decks::kTempoUnchanged && std::isfinite(semitones)) {
     tempo.semitones = std::clamp(semitones, -12.0F, 12.0F);
   }
@@ -103,48 +106,45 @@ std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
   return LevelWord(place.left_peak) | LevelWord(place.right_peak) << 16;
 }
 
+// Decoders are looked for first: their callers may be workers, and the playing streams belong to the owner.
+
 support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return {BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
-  }
-  const auto decoder = FindDecoder(handle);
-  return {decoder == nullptr ? 0 : BytesOf(decoder->cursor, *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, *decoder->store)};
+  Playing* playing = FindPlaying(handle);
+  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
 }
 
 support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return {BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
-  }
-  const auto decoder = FindDecoder(handle);
-  return {decoder == nullptr ? 0 : BytesOf(decoder->store->Length(), *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->store->Length(), *decoder->store)};
+  Playing* playing = FindPlaying(handle);
+  return {playing == nullptr ? 0 : BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
 }
 
 bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
-  Playing* playing = FindPlaying(handle);
-  const auto decoder = playing == nullptr ? FindDecoder(handle) : nullptr;
+  const auto decoder = FindDecoder(handle);
+  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (playing == nullptr && decoder == nullptr) return false;
   const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
   const std::int64_t frame = position.value / BytesOf(1, store);
   if (position.value < 0 || frame >= store.Length()) return false;
   if (decoder != nullptr) {
     decoder->cursor = frame;
-  } else {
-    // Its end is mixed but not heard yet: for whoever listens it still plays.
-    const bool plays_on = HasUnheardEnd(*playing);
-    playing->stream->Seek(frame);
-    if (plays_on) playing->stream->Ask(Stream::Transport::Play);
-    Wake();
+    return true;
   }
+  // Its end is mixed but not heard yet: for whoever listens it still plays.
+  const bool plays_on = HasUnheardEnd(*playing);
+  playing->stream->Seek(frame);
+  if (plays_on) playing->stream->Ask(Stream::Transport::Play);
+  Wake();
   return true;
 }
 
 bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) {
-    return IsPlaying(*playing->stream) || HasUnheardEnd(*playing);
+  if (const auto decoder = FindDecoder(handle)) {
+    return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
   }
-  const auto decoder = FindDecoder(handle);
-  if (decoder == nullptr) return false;
-  return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
+  Playing* playing = FindPlaying(handle);
+  return playing != nullptr && (IsPlaying(*playing->stream) || HasUnheardEnd(*playing));
 }
 
 void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int /*effect_type*/) {
@@ -180,7 +180,7 @@ support::EngineFrame SoundEngine::NextFrame(decks::StreamHandle handle) {
 
 bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
   Playing* playing = FindPlaying(command.stream);
-  if (playing == nullptr) return false;
+  if (playing == nullptr || !std::isfinite(command.value)) return false;
   RenderCore& core = playing->slot->Core();
   RenderCore::Command timed;
   timed.stream = command.stream;

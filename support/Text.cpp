@@ -19,7 +19,7 @@ bool IsBlank(char c) {
 
 template <typename Number>
 std::optional<Number> ParseWhole(std::string_view text) {
-  if (!text.empty() && text.front() == '+') text.remove_prefix(1);
+  if (text.starts_with('+') && !text.starts_with("+-")) text.remove_prefix(1);
   Number number{};
   const char* end = text.data() + text.size();
   const auto [stop, error] = std::from_chars(text.data(), end, number);

@@ -125,6 +125,15 @@ TEST_F(StartUpTest, ShutDownFreesTheStreamsThenTheEngineThenWritesTheSettings) {
   EXPECT_EQ(engine_.Log().size(), log.size());
 }
 
+TEST_F(StartUpTest, AWorkerThatIsLateOpensNoDeviceAfterShutDown) {
+  StartUp();
+  station_->SetOutput(1, {2, 0});
+  Settle();
+  station_->ShutDown();
+  workers_.RunAll();
+  EXPECT_EQ(engine_.Log().back(), "BASS_Free");
+}
+
 TEST_F(StartUpTest, AWorkstationThatWasNeverStartedTouchesNothing) {
   {
     Workstation station({engine_, engine_, tags_, settings_, files_, workers_, clock_},

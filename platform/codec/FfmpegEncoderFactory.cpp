@@ -71,7 +71,10 @@ support::Result<void> FfmpegEncoder::Open(const Recipe& recipe, const engine::En
   if (codec == nullptr || muxer == nullptr) return Failure(" cannot be written: its format is not built in.");
   muxer->flags |= AVFMT_FLAG_BITEXACT;
   if (const auto opened = OpenCodec(*codec, wanted); !opened) return opened;
-  return OpenFile();
+  if (const auto opened = OpenFile(); !opened) return opened;
+  // Windows Media decoders drop two frames at the start, but this encoder leads in with only one.
+  if (codec->id != AV_CODEC_ID_WMAV2) return {};
+  return Write(std::vector<std::int16_t>(static_cast<std::size_t>(codec_->frame_size * wanted.channels)));
 }
 
 support::Result<void> FfmpegEncoder::OpenCodec(const AVCodec& codec, const engine::EncoderFormat& wanted) {

@@ -18,12 +18,14 @@
 #include <taglib/textidentificationframe.h>
 #include <taglib/vorbisfile.h>
 #include <taglib/wavfile.h>
+#include <taglib/xingheader.h>
 #include <taglib/xiphcomment.h>
 
 #include <algorithm>
 #include <string>
 
 #include "platform/tags/AsfHeader.h"
+#include "platform/tags/MpegLength.h"
 
 namespace platform::tags {
 namespace {
@@ -130,6 +132,13 @@ bool ReadOggAs(TagLib::IOStream& stream, FileTags& tags) {
 bool ReadMpeg(TagLib::IOStream& stream, FileTags& tags) {
   TagLib::MPEG::File file(&stream, TagLib::ID3v2::FrameFactory::instance());
   if (!file.isValid() || !TakeProperties(file.audioProperties(), tags)) return false;
+  if (const auto* header = file.audioProperties()->xingHeader(); header == nullptr || !header->isValid()) {
+    // Without that header the library takes the first frame's bit rate for all of them.
+    if (const auto counted = CountVariableFrames(stream, file.firstFrameOffset())) {
+      tags.duration = counted->duration;
+      tags.bit_rate = counted->bit_rate;
+    }
+  }
   TakeCommon(file.tag(), tags);
   TakeId3v2(file.ID3v2Tag(), tags);
   TakeApe(file.APETag(), tags);

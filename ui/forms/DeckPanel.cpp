@@ -278,7 +278,7 @@ void DeckPanel::ShowTimes(const app::DeckView& view) {
   const bool any = view.length.count() > 0;
   const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
   const bool playing = view.state == State::Playing;
-  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("−00:00"));
+  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("00:00"));
   SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
                          : QStringLiteral("00:00 / 00:00"));
   SetTextColour(*remaining_, !any                       ? look_.skin.dim

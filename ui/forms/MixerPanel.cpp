@@ -33,7 +33,7 @@ MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const L
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
   rows->addLayout(MakeChannels(), 1);
   rows->addWidget(MakeCrossfader());
-  SendVolumes();
+  ShowVolumes();
 }
 
 MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
@@ -126,10 +126,13 @@ QLabel* MixerPanel::MakeEnd(int deck) {
 }
 
 void MixerPanel::SendVolumes() {
-  for (const int deck : {1, 2}) {
-    const std::size_t place = deck == 1 ? 0 : 1;
-    workstation_.SetVolume(deck, state_.VolumeOf(deck));
-    channels_[place].volume->setText(QString::number(state_.faders[place]) + QStringLiteral(" %"));
+  for (const int deck : {1, 2}) workstation_.SetVolume(deck, state_.VolumeOf(deck));
+  ShowVolumes();
+}
+
+void MixerPanel::ShowVolumes() {
+  for (std::size_t place = 0; place < channels_.size(); ++place) {
+    SetText(*channels_[place].volume, QString::number(state_.faders[place]) + QStringLiteral(" %"));
   }
 }
 

@@ -28,6 +28,8 @@ class MixerPanel final : public Surface {
   MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
+  /// Gives the decks the volumes that fader and crossfader make.
+  void SendVolumes();
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
 
@@ -48,7 +50,7 @@ class MixerPanel final : public Surface {
   QWidget* MakeCrossfader();
   /// The deck that is heard alone at this end of the crossfader.
   QLabel* MakeEnd(int deck);
-  void SendVolumes();
+  void ShowVolumes();
   void ShowCue(int deck, const app::WorkstationView& view);
 
   app::Workstation& workstation_;

@@ -161,21 +161,35 @@ void MusicPage::ShowAdded(int files, int rows, const std::vector<std::string>& r
   report_list_->setPlainText(lines.join(QLatin1Char('\n')));
 }
 
+// Not modal: the decks stay in reach while somebody looks for files.
 void MusicPage::AskForFiles() {
+  if (dialog_.isNull()) dialog_ = MakeDialog();
+  dialog_->show();
+  dialog_->raise();
+  dialog_->activateWindow();
+}
+
+QFileDialog* MusicPage::MakeDialog() {
   const auto& say = look_.say;
   auto* dialog = new QFileDialog(this, say(Say::AddFilesTitle));
+  dialog->setObjectName(QStringLiteral("AddFilesDialog"));
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setOption(QFileDialog::DontUseNativeDialog);
   dialog->setFileMode(QFileDialog::ExistingFiles);
   dialog->setNameFilters(
       {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
        say(Say::AllFiles) + QStringLiteral(" (*)")});
+  dialog->setLabelText(QFileDialog::Accept, say(Say::DialogAdd));
+  dialog->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
+  dialog->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
+  dialog->setLabelText(QFileDialog::FileName, say(Say::DialogName));
+  dialog->setLabelText(QFileDialog::FileType, say(Say::DialogKind));
   connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
     std::vector<std::string> paths;
     for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
     Q_EMIT FilesWanted(std::move(paths));
   });
-  dialog->open();
+  return dialog;
 }
 
 void MusicPage::dragEnterEvent(QDragEnterEvent* event) {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPointer>
 #include <string>
 #include <vector>
 
@@ -9,6 +10,7 @@
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
+class QFileDialog;
 class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
@@ -54,6 +56,7 @@ class MusicPage final : public Surface {
   QWidget* MakeReport();
   void ShowCount();
   void AskForFiles();
+  QFileDialog* MakeDialog();
 
   const catalogue::track_table& table_;
   Look look_;
@@ -65,6 +68,7 @@ class MusicPage final : public Surface {
   QWidget* report_;
   QLabel* report_head_;
   QPlainTextEdit* report_list_;
+  QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;
 };
 

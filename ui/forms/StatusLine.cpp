@@ -31,7 +31,6 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
     Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1), {});
-    SetTextColour(*outputs_[i], i < 2 ? look.skin.decks[i] : look.skin.dim);
     row->addWidget(outputs_[i]);
   }
   message_ = new ElidedLabel;
@@ -57,6 +56,8 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
                            say(Say::OutputHeadphones)};
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i]->Show(say(Say::OutputOf).arg(names[i], OutputText(view.outputs[i], devices, say)));
+    const bool mute = view.outputs[i].device == 0;
+    SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
   }
   if (view.notice != notice_) {
     notice_ = view.notice;

@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
 #include <QToolTip>
@@ -28,7 +29,7 @@ constexpr auto kFrame = std::chrono::milliseconds(17);
 constexpr double kBasePoints = 10;     ///< at the size below and under it
 constexpr QSize kBaseSize(1600, 900);  ///< larger windows get larger type
 constexpr QSize kSmallest(1200, 640);
-constexpr double kStep = 0.1;
+constexpr double kSteps = 10;  ///< of the growth from one size to its double
 constexpr int kCrossfaderStep = 5;
 
 }  // namespace
@@ -38,11 +39,11 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   setObjectName(QStringLiteral("frmMain"));
   ReadChoices();
   view_ = workstation_.View();
-  for (const int deck : {1, 2}) mixer_state_.faders[deck == 1 ? 0 : 1] = Deck(deck).volume;
   MakeKeys();
   Build();
+  mixer_->SendVolumes();
   setMinimumSize(kSmallest);
-  resize(1366, 740);
+  resize(screen()->availableSize());
   frames_.setTimerType(Qt::PreciseTimer);
   connect(&frames_, &QTimer::timeout, this, &frmMain::ShowFrame);
   frames_.start(kFrame);
@@ -158,22 +159,27 @@ void frmMain::ShowPage(int page) {
   }
 }
 
-void frmMain::Key(const QKeySequence& key, std::function<void()> action) {
+void frmMain::Key(const QKeySequence& key, Reach reach, std::function<void()> action) {
   auto* shortcut = new QShortcut(key, this);
+  shortcut->setContext(reach == Reach::Everywhere ? Qt::ApplicationShortcut : Qt::WindowShortcut);
+  // A key that is held down too long must not start and stop a deck again and again.
+  shortcut->setAutoRepeat(reach == Reach::Window);
   connect(shortcut, &QShortcut::activated, this, std::move(action));
 }
 
 void frmMain::MakeKeys() {
   for (const int deck : {1, 2}) {
     const auto panel = [this, deck]() -> DeckPanel& { return *decks_[deck == 1 ? 0 : 1]; };
-    Key(KeyOf(Command::PlayPause, deck), [panel] { panel().PlayOrPause(); });
-    Key(KeyOf(Command::ToStart, deck), [panel] { panel().ToStart(); });
-    Key(KeyOf(Command::Stop, deck), [panel] { panel().Stop(); });
-    Key(KeyOf(Command::Load, deck), [this, deck] { Load(deck, music_->ChosenRow()); });
+    Key(KeyOf(Command::PlayPause, deck), Reach::Everywhere, [panel] { panel().PlayOrPause(); });
+    Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
+    Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
+    Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, music_->ChosenRow()); });
   }
-  for (const int page : {0, 1}) Key(KeyOfPage(page), [this, page] { ShowPage(page); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Left), [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Right), [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
+  for (const int page : {0, 1}) Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
+  Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
+      [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
+  Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
+      [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {
@@ -183,12 +189,13 @@ void frmMain::resizeEvent(QResizeEvent* event) {
 
 void frmMain::ApplySize() {
   const double growth = std::min(double(width()) / kBaseSize.width(), double(height()) / kBaseSize.height());
-  const double scale = std::max(1.0, std::floor(growth / kStep) * kStep);
+  const double scale = std::max(1.0, std::floor(growth * kSteps + 1e-6) / kSteps);
   const double points = kBasePoints * scale * 96.0 / logicalDpiY();
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
+  // The sheet before the sizes: setting it gives every widget the font of the program again.
+  ApplySkin(*qApp, SkinOf(choices_.skin), static_cast<int>(std::lround(points * logicalDpiY() / 72)));
   ApplyBaseSize(*this, points);
-  ApplySkin(*qApp, SkinOf(choices_.skin), Em(*this, 1));
   QToolTip::setFont(font());
 }
 

@@ -5,6 +5,7 @@
 #include <QMainWindow>
 #include <QTimer>
 #include <array>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -52,7 +53,9 @@ class frmMain final : public QMainWindow {
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
   void MakeKeys();
-  void Key(const QKeySequence& key, std::function<void()> action);
+  /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
+  enum class Reach { Everywhere, Window };
+  void Key(const QKeySequence& key, Reach reach, std::function<void()> action);
   void ApplySize();
 
   void LoadOnFreeDeck(int row);

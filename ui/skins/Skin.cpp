@@ -109,12 +109,16 @@ const Skin& SkinOf(Skin::Name name) {
 }
 
 void ApplySkin(QApplication& application, const Skin& skin, int em) {
-  InitSkinResources();
-  application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  static const bool prepared = [&application] {
+    InitSkinResources();
+    application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QFont font(QStringList{QStringLiteral("DejaVu Sans"), QStringLiteral("Verdana")});
+    font.setPointSizeF(10);
+    application.setFont(font);
+    return true;
+  }();
+  static_cast<void>(prepared);
   application.setPalette(skin.Palette());
-  QFont font(QStringList{QStringLiteral("DejaVu Sans"), QStringLiteral("Verdana")});
-  font.setPointSizeF(10);
-  application.setFont(font);
   application.setStyleSheet(StyleSheet(skin, em));
 }
 

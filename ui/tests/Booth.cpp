@@ -95,9 +95,6 @@ void Booth::Drop(const QMimeData& data, const char* target) {
   if (!enter.isAccepted()) return;
   QDropEvent drop(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&widget, &drop);
-  workers.RunAll();
-  Settle();
-  workers.RunAll();
   Settle();
 }
 
@@ -107,10 +104,18 @@ void Booth::DropRow(int row, const char* target) {
   Drop(*data, target);
 }
 
-void Booth::DropFiles(const QList<QUrl>& urls, const char* target) {
+void Booth::BeginDroppingFiles(const QList<QUrl>& urls, const char* target) {
   QMimeData data;
   data.setUrls(urls);
   Drop(data, target);
+}
+
+void Booth::DropFiles(const QList<QUrl>& urls, const char* target) {
+  BeginDroppingFiles(urls, target);
+  for (int i = 0; i < 2; ++i) {
+    workers.RunAll();
+    Settle();
+  }
 }
 
 const app::DeckView& Booth::Deck(int deck) {

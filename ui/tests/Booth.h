@@ -51,6 +51,8 @@ class Booth : public ::testing::Test {
   void ChooseRow(int row);
   void DoubleClickRow(int row);
   void DropRow(int row, const char* target);
+  /// Their analysis waits for the workers to run.
+  void BeginDroppingFiles(const QList<QUrl>& urls, const char* target);
   void DropFiles(const QList<QUrl>& urls, const char* target);
   [[nodiscard]] const app::DeckView& Deck(int deck);
   void LoadAndPlay(int deck, int row);

@@ -3,10 +3,13 @@
 #include <QAbstractButton>
 #include <QAccessible>
 #include <QComboBox>
+#include <QHeaderView>
 #include <QLabel>
 #include <QLayout>
 #include <QScrollBar>
 #include <QSlider>
+#include <QTableView>
+#include <cmath>
 #include <map>
 #include <set>
 
@@ -114,6 +117,30 @@ TEST_P(LayoutTest, AFingerHitsThePlayingControls) {
     if (!transport && qobject_cast<QSlider*>(widget) == nullptr) continue;
     EXPECT_GE(std::min(widget->width(), widget->height()), 36) << Called(*widget);
   }
+}
+
+TEST_P(LayoutTest, AllTextGrowsWithTheWindow) {
+  const double points = 10 * std::max(1.0, std::floor(GetParam().size.height() / 90.0) / 10);
+  OnEveryPage([&](QWidget& widget) {
+    EXPECT_GE(widget.font().pointSizeF(), points - 0.1) << Called(widget);
+    EXPECT_LE(widget.font().pointSizeF(), points * 2.6 + 0.1) << Called(widget);
+  });
+  for (const char* largest : {"deck1Remaining", "deck2Remaining"}) {
+    EXPECT_GE(Find<QLabel>(largest).font().pointSizeF(), points * 2) << "readable from a metre away";
+  }
+  const auto& grid = Find<QTableView>("Catalogue");
+  EXPECT_NEAR(grid.font().pointSizeF(), points, 0.1);
+  EXPECT_NEAR(grid.horizontalHeader()->font().pointSizeF(), points, 0.1);
+  EXPECT_GE(grid.rowHeight(0), grid.fontMetrics().height());
+}
+
+TEST_P(LayoutTest, NoHeadOfAColumnIsCut) {
+  auto& grid = Find<QTableView>("Catalogue");
+  for (int column = 0; column < grid.model()->columnCount(); ++column) {
+    const QString head = grid.model()->headerData(column, Qt::Horizontal).toString();
+    EXPECT_GE(grid.columnWidth(column), grid.fontMetrics().horizontalAdvance(head)) << head.toStdString();
+  }
+  EXPECT_GE(grid.columnWidth(3), grid.fontMetrics().horizontalAdvance(QStringLiteral("100:00")));
 }
 
 TEST_P(LayoutTest, TabReachesEveryControl) {

@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
+#include <QFileDialog>
 #include <QItemSelectionModel>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -125,6 +126,27 @@ TEST_F(frmMainTest, TheFunctionKeysPlayBothDecks) {
   EXPECT_LT(Deck(2).position, 1s);
 }
 
+TEST_F(frmMainTest, AKeyThatIsHeldDownActsOnce) {
+  LoadAndPlay(1, 1);
+  for (int i = 0; i < 4; ++i) {
+    QTest::simulateEvent(window.get(), true, Qt::Key_F1, Qt::NoModifier, {}, i > 0);
+    Settle();
+  }
+  EXPECT_EQ(Deck(1).state, State::Paused);
+}
+
+TEST_F(frmMainTest, TheDecksStayInReachWhileFilesAreLookedFor) {
+  DoubleClickRow(1);
+  Click("AddFiles");
+  auto& dialog = Find<QFileDialog>("AddFilesDialog");
+  EXPECT_FALSE(dialog.isModal());
+  QTest::keyClick(&dialog, Qt::Key_F1);
+  Settle();
+  EXPECT_EQ(Deck(1).state, State::Playing);
+  Click("deck1Stop");
+  EXPECT_EQ(Deck(1).state, State::Stopped);
+}
+
 TEST_F(frmMainTest, TimesCountAsHeard) {
   LoadAndPlay(1, 1);
   Advance(50s);
@@ -191,8 +213,10 @@ TEST_F(frmMainTest, TheCurveIsKept) {
   Choose("CrossfaderCurve", 2);
   EXPECT_EQ(settings.Get("TLVG", "Mixer", "CrossfaderCurve", ""), "2");
   window.reset();
+  station->SetVolume(1, 100);
   Open();
   EXPECT_EQ(Find<QComboBox>("CrossfaderCurve").currentIndex(), 2);
+  EXPECT_EQ(Deck(1).volume, 71) << "what the mixer shows is what the decks have";
 }
 
 TEST_F(frmMainTest, KeysMoveTheCrossfader) {
@@ -245,8 +269,7 @@ TEST_F(frmMainTest, AFileThatIsThereAlreadyIsNoSecondRowAndLoadsAllTheSame) {
 
 TEST_F(frmMainTest, WhileFilesAreAnalysedTheirNumberIsTold) {
   tags.AddFile("/m/a.mp3");
-  station->AddFiles({"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}, {});
-  Settle();
+  BeginDroppingFiles({File("/m/a.mp3"), File("/m/b.mp3"), File("/m/c.mp3")}, "MusicPage");
   EXPECT_TRUE(TextOf("AddProgress").endsWith(QStringLiteral(" of 3…")));
 }
 
@@ -301,6 +324,17 @@ TEST_F(frmMainTest, ALostDeviceIsToldOnTheStatusLine) {
   EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
 }
 
+TEST_F(frmMainTest, AnotherLanguageSendsTheDecksNothing) {
+  LoadAndPlay(1, 1);
+  station->SetVolume(1, 33);
+  station->SetTempo(1, 2.5F);
+  Settle();
+  Choose("Language", 1);
+  Settle();
+  EXPECT_EQ(Deck(1).volume, 33);
+  EXPECT_FLOAT_EQ(Deck(1).tempo_percent, 2.5F);
+}
+
 TEST_F(frmMainTest, TheLanguageChangesAtOnceAndIsKept) {
   LoadAndPlay(1, 1);
   Find<QSlider>("deck1Volume").setValue(70);
@@ -332,8 +366,7 @@ TEST_F(frmMainTest, TheCaptionBeginsWithTheNameOfTheProgram) {
 
 TEST_F(frmMainTest, AClosedWindowLeavesAnAddingWorkstationAlone) {
   tags.AddFile("/m/new.mp3");
-  DropFiles({File("/m/x.mp3")}, "MusicPage");
-  station->AddFiles({"/m/new.mp3"}, {});
+  BeginDroppingFiles({File("/m/new.mp3")}, "MusicPage");
   window.reset();
   workers.RunAll();
   station->PumpWindow();

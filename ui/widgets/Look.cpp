@@ -19,6 +19,7 @@ constexpr const char* kGapProperty = "gapEms";
 
 // Every widget by itself: under a style sheet not all of them take over their parent's font.
 void SizeFont(QWidget& widget, double base_points, double base_em) {
+  widget.ensurePolished();  // or the style sheet takes the font back when the widget is first shown
   const QVariant ems = widget.property(kFontProperty);
   QFont font = widget.font();
   font.setPointSizeF(base_points * (ems.isValid() ? ems.toDouble() : 1.0));

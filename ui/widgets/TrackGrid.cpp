@@ -16,7 +16,7 @@ namespace ui {
 namespace {
 
 /// Widths in ems; a negative one is a share of the room that the fixed ones leave.
-constexpr double kWidths[] = {3.6, -30, -34, 5, 5, -14, -22, 4.5};
+constexpr double kWidths[] = {4.2, -30, -34, 5, 5, -14, -22, 4.5};
 
 }  // namespace
 

@@ -217,6 +217,21 @@ TEST_F(TagReaderTest, AnAsfNumberIsANumberInText) {
   EXPECT_EQ(Read(path).bpm, "124");
 }
 
+TEST_F(TagReaderTest, AnMp3OfVariableBitRateWithoutALengthHeaderIsCounted) {
+  std::string both;
+  for (const int bit_rate : {64'000, 320'000}) {
+    std::string bytes =
+        MediaMaker::BytesOf(media_.Write("part.mp3", codec::testing::Noise(4s, 0.3), bit_rate));
+    for (const char* mark : {"Info", "Xing"}) {
+      if (const std::size_t at = bytes.find(mark); at != std::string::npos) bytes.replace(at, 4, "none");
+    }
+    both += bytes.substr(both.empty() ? 0 : bytes.find("\xFF\xFB"));  // the second without its tag
+  }
+  const FileTags tags = Read(media_.WriteBytes("variable.mp3", both));
+  EXPECT_NEAR(static_cast<double>(tags.duration.count()), 8000, 200);
+  EXPECT_NEAR(tags.bit_rate, 192, 8);
+}
+
 TEST_F(TagReaderTest, ATagThatClaimsMoreThanTheFileIsSurvived) {
   const std::string mp3 = MediaMaker::BytesOf(media_.Write("small.mp3", codec::testing::Tone(1s)));
   const std::string huge = std::string("ID3\x04\x00\x00\x7F\x7F\x7F\x7F", 10) + "TXXX\x7F\x7F\x7F\x7F" + mp3;

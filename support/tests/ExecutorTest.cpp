@@ -1,0 +1,69 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "support/Executor.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <future>
+#include <memory>
+#include <thread>
+#include <vector>
+
+#include "support/testing/ManualExecutor.h"
+
+namespace support::testing {
+namespace {
+
+TEST(Pool, RunsEveryJobOnce) {
+  std::atomic<int> ran = 0;
+  ThreadPool pool(3);
+  for (int i = 0; i < 1000; ++i) pool.Post([&] { ++ran; });
+  while (ran < 1000) std::this_thread::yield();
+  EXPECT_EQ(ran, 1000);
+}
+
+TEST(Pool, OfOneThreadKeepsTheOrder) {
+  std::vector<int> order;
+  std::promise<void> last;
+  ThreadPool pool(1);
+  for (int i = 0; i < 100; ++i) pool.Post([&order, i] { order.push_back(i); });
+  pool.Post([&] { last.set_value(); });
+  last.get_future().wait();
+  for (int i = 0; i < 100; ++i) EXPECT_EQ(order[static_cast<std::size_t>(i)], i);
+}
+
+TEST(Pool, DropsAtItsEndWhatHasNotStarted) {
+  std::promise<void> running;
+  std::promise<void> go_on;
+  bool second_ran = false;
+  auto second = std::make_shared<int>();
+  auto pool = std::make_unique<ThreadPool>(1);
+  pool->Post([&] {
+    running.set_value();
+    go_on.get_future().wait();
+  });
+  pool->Post([&second_ran, second] { second_ran = true; });
+  running.get_future().wait();
+  std::thread ending([&] { pool.reset(); });
+  while (second.use_count() > 1) std::this_thread::yield();
+  go_on.set_value();
+  ending.join();
+  EXPECT_FALSE(second_ran);
+}
+
+TEST(ByHand, JobsRunWhenTheTestSaysThoseIncludedThatJobsPost) {
+  ManualExecutor executor;
+  int ran = 0;
+  executor.Post([&] {
+    ++ran;
+    executor.Post([&] { ++ran; });
+  });
+  EXPECT_EQ(ran, 0);
+  executor.RunAll();
+  EXPECT_EQ(ran, 2);
+  EXPECT_FALSE(executor.RunOne());
+}
+
+}  // namespace
+}  // namespace support::testing
