@@ -11,6 +11,7 @@
 #include <cmath>
 
 #include "ui/models/CatalogueModel.h"
+#include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TimeText.h"
@@ -24,26 +25,24 @@
 namespace ui {
 namespace {
 
-using State = app::DeckView::State;
-
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
 constexpr int kTempoRange = 10;   ///< percent to both sides
 constexpr auto kSoon = std::chrono::seconds(30);
 constexpr auto kNow = std::chrono::seconds(10);
 
-Say StateName(State state) {
+Say StateName(DeckState state) {
   switch (state) {
-    case State::Empty:
+    case DeckState::Empty:
       return Say::DeckEmpty;
-    case State::Loading:
+    case DeckState::Loading:
       return Say::Loading;
-    case State::Stopped:
+    case DeckState::Stopped:
       return Say::Stopped;
-    case State::Playing:
+    case DeckState::Playing:
       return Say::Playing;
-    case State::Paused:
+    case DeckState::Paused:
       return Say::Paused;
-    case State::Ended:
+    case DeckState::Ended:
       return Say::Ended;
   }
   return Say::DeckEmpty;
@@ -212,13 +211,13 @@ void DeckPanel::NameParts() {
 }
 
 bool DeckPanel::Loaded() const {
-  return view_.state != State::Empty && view_.state != State::Loading;
+  return view_.state != DeckState::Empty && view_.state != DeckState::Loading;
 }
 
 void DeckPanel::PlayOrPause() {
-  if (view_.state == State::Playing) return workstation_.Pause(deck_);
-  if (view_.state == State::Paused) return workstation_.Resume(deck_);
-  if (view_.state != State::Empty) workstation_.Play(deck_);
+  if (view_.state == DeckState::Playing) return workstation_.Pause(deck_);
+  if (view_.state == DeckState::Paused) return workstation_.Resume(deck_);
+  if (view_.state != DeckState::Empty) workstation_.Play(deck_);
 }
 
 void DeckPanel::ToStart() {
@@ -246,7 +245,7 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
 
 void DeckPanel::ShowTrack(const app::DeckView& view) {
   const bool broken = !view.message.empty();
-  const bool empty = view.state == State::Empty;
+  const bool empty = view.state == DeckState::Empty;
   SetTextColour(*title_, empty && !broken ? look_.skin.dim : look_.skin.text);
   SetTextColour(*artist_, broken ? look_.skin.danger : look_.skin.dim);
   title_->Show(empty && view.filename.empty() ? look_.say(Say::DeckEmpty)
@@ -261,23 +260,23 @@ void DeckPanel::ShowTrack(const app::DeckView& view) {
 }
 
 void DeckPanel::ShowState(const app::DeckView& view) {
-  const bool playing = view.state == State::Playing;
-  SetText(*state_, view.state == State::Empty ? QString() : look_.say(StateName(view.state)));
+  const bool playing = view.state == DeckState::Playing;
+  SetText(*state_, view.state == DeckState::Empty ? QString() : look_.say(StateName(view.state)));
   SetTextColour(*state_, playing ? look_.skin.Deck(deck_) : look_.skin.dim);
-  const bool loaded = view.state != State::Empty && view.state != State::Loading;
+  const bool loaded = view.state != DeckState::Empty && view.state != DeckState::Loading;
   for (TransportButton* button : {to_start_, stop_}) button->setEnabled(loaded);
-  play_->setEnabled(view.state != State::Empty);
+  play_->setEnabled(view.state != DeckState::Empty);
   overview_->setEnabled(loaded);
   play_->SetSymbol(playing ? TransportButton::Symbol::Pause : TransportButton::Symbol::Play);
   play_->SetLit(playing);
-  if (playing == (view_.state == State::Playing)) return;
+  if (playing == (view_.state == DeckState::Playing)) return;
   play_->setAccessibleName(look_.say(playing ? Say::Pause : Say::Play).arg(deck_));
 }
 
 void DeckPanel::ShowTimes(const app::DeckView& view) {
   const bool any = view.length.count() > 0;
   const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
-  const bool playing = view.state == State::Playing;
+  const bool playing = view.state == DeckState::Playing;
   SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("00:00"));
   SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
                          : QStringLiteral("00:00 / 00:00"));

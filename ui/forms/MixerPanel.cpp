@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <cmath>
 
+#include "ui/models/DeckChoice.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LevelMeter.h"
 #include "ui/widgets/QuietCombo.h"
@@ -152,12 +153,11 @@ void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) 
 }
 
 void MixerPanel::ShowCue(int deck, const app::WorkstationView& view) {
-  using State = app::DeckView::State;
   const std::size_t place = deck == 1 ? 0 : 1;
   const app::DeckView& shown = view.decks[place];
   QPushButton& cue = *channels_[place].cue;
   const bool device = view.outputs[2].device != 0;
-  cue.setEnabled(device && (shown.state == State::Playing || shown.state == State::Paused));
+  cue.setEnabled(device && (shown.state == DeckState::Playing || shown.state == DeckState::Paused));
   if (!cue.isDown()) cue.setChecked(shown.pre_volume > 0);
   const QString tip = look_.say(device ? Say::CueTip : Say::CueNoDevice);
   if (cue.toolTip() != tip) cue.setToolTip(tip);
