@@ -41,8 +41,8 @@ support::BytePosition BytesAt(std::chrono::microseconds time, const decks::Heard
 }  // namespace
 
 DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
-                         const decks::MasterControls& controls, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), box_(std::move(box)), player_(engine, controls) {
+                         const decks::MasterControls& controls, WaveDesk& waves, std::shared_ptr<Mailbox> box)
+    : engine_(engine), sound_(sound), waves_(waves), box_(std::move(box)), player_(engine, controls) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -152,6 +152,7 @@ void DeckStation::Tick(DeckView& view) {
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
   view.tempo_percent = tempo_percent_;
+  view.wave = waves_.Of(player_.Channel());
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -217,6 +218,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
   ApplySliders();
+  HoldWave();
   if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
@@ -235,6 +237,7 @@ void DeckStation::Reject(const Track& track, const std::string& sentence) {
 void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
+  waves_.Drop(player_.Channel());
   track_ = {};
   message_.clear();
   reopen_at_.reset();
@@ -256,6 +259,11 @@ void DeckStation::MoveMain() {
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
   if (tempo_percent_ != 0) SetTempo(tempo_percent_);
+}
+
+void DeckStation::HoldWave() {
+  const decks::HeardStream heard = sound_.Heard(player_.STRM());
+  waves_.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
 }
 
 void DeckStation::MovePrelisten() {

@@ -10,6 +10,7 @@
 #include <string>
 
 #include "app/Mailbox.h"
+#include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
@@ -35,7 +36,7 @@ class DeckStation {
  public:
   /// Answers of workers come through the box, which the conductor empties.
   DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
-              const decks::MasterControls& controls, std::shared_ptr<Mailbox> box);
+              const decks::MasterControls& controls, WaveDesk& waves, std::shared_ptr<Mailbox> box);
 
   void Load(Track track);
   /// While a file is being prepared: as soon as it is ready. After the end: from the start.
@@ -70,6 +71,7 @@ class DeckStation {
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();
+  void HoldWave();
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
@@ -80,6 +82,7 @@ class DeckStation {
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
+  WaveDesk& waves_;
   std::shared_ptr<Mailbox> box_;
   decks::clsBassPlayer player_;
   DeckView::State state_ = DeckView::State::Empty;

@@ -13,6 +13,7 @@
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -32,7 +33,7 @@ class FileIntake {
   using Done = std::function<void(int rows, std::vector<std::string> refused)>;
 
   FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box);
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Batches are taken one after the other.
   void Add(std::vector<std::string> paths, Done done);
@@ -50,6 +51,7 @@ class FileIntake {
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
+  const support::Sentences& say_;
   std::deque<std::shared_ptr<Batch>> batches_;  // shared with the job that works on the front one
 };
 

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "app/MasterVolume.h"
+
 namespace app {
 namespace {
 
@@ -14,18 +16,20 @@ std::size_t Index(int output) {
   return static_cast<std::size_t>(output - 1);
 }
 
-std::string CannotOpen(const OutputWish& wish) {
-  return "The sound output \"" + wish.name + "\" cannot be opened.";
-}
-
 }  // namespace
 
 Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), workers_(workers), gate_(std::move(gate)), box_(std::move(box)) {
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say)
+    : engine_(engine),
+      sound_(sound),
+      workers_(workers),
+      gate_(std::move(gate)),
+      box_(std::move(box)),
+      say_(say),
+      waves_(engine, workers, gate_, box_) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] =
-        std::make_unique<DeckStation>(number, engine, sound, controls_, box_);
+        std::make_unique<DeckStation>(number, engine, sound, controls_, waves_, box_);
   }
 }
 
@@ -38,12 +42,16 @@ void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
   // A second deck without its device is better heard on the first one's; head-phones never are.
   if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
   for (const OutputView& place : places) {
-    if (place.device == kNoSound) Open(WishFor({}, {}));
+    if (place.device == kNoSound) Open(WishFor({}, {}, say_));
   }
   for (int output = 1; output <= kOutputs; ++output) {
     moves_[Index(output)].place = places[Index(output)];
     Route(output, places[Index(output)]);
   }
+}
+
+std::string Stage::CannotOpen(const OutputWish& wish) const {
+  return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
 
 bool Stage::Open(const OutputWish& wish) {
@@ -113,6 +121,11 @@ void Stage::TellRoles() {
   }
 }
 
+void Stage::FollowMixer(int percent) {
+  has_mixer_ = true;
+  SetMainVolume(MainVolumeOf(percent));
+}
+
 void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
@@ -127,6 +140,8 @@ void Stage::Tick() {
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   view.outputs = outputs_;
+  view.main_volume = controls_.MainVolume;
+  view.has_mixer = has_mixer_;
   view.health = sound_.Health();
   view.notice = notice_;
   views_.Publish();

@@ -10,6 +10,7 @@
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
+#include "app/WaveDesk.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
@@ -24,7 +25,7 @@ namespace app {
 class Stage {
  public:
   Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box);
+        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
   /// sentence. Blocks while devices open, so nothing plays yet.
@@ -35,6 +36,10 @@ class Stage {
   /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
   /// wins.
   void MoveOutput(int output, const OutputWish& wish);
+  /// The master slider, 0 to 99, as the levels read it.
+  void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
+  /// The system's volume was told.
+  void FollowMixer(int percent);
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -46,6 +51,7 @@ class Stage {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
+  [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
@@ -56,12 +62,15 @@ class Stage {
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
+  const support::Sentences& say_;
   decks::MasterControls controls_;
+  WaveDesk waves_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
+  bool has_mixer_ = false;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };

@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <utility>
+
 #include "app/WorkstationParts.h"
 
 namespace app {
@@ -9,6 +11,7 @@ void Workstation::StartUp() {
   if (parts.life != Parts::Life::Made) return;
   parts.life = Parts::Life::Running;
   parts.ReadLanguage();
+  parts.OpenMixer();
   parts.LoadIndexes();
   parts.ListOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
@@ -29,16 +32,35 @@ void Workstation::ShutDown() {
 }
 
 void Workstation::Parts::ReadLanguage() {
-  string_base = settings.Number("Language", "Current") == 1 ? 1000 : 0;
+  string_base = settings.Number("Language", "Current") == 1 ? support::Sentences::kDutchBase : 0;
+  say.Choose(string_base);
+}
+
+void Workstation::Parts::OpenMixer() {
+  if (ports.mixer == nullptr) return;
+  // A sound system may take its time to answer; the slider follows when it has.
+  auto told = [box = conductor.Box(), this](int percent) {
+    box->Post([this, percent] { stage.FollowMixer(percent); });
+  };
+  ports.workers.Post(
+      [mixer = ports.mixer, gate = gate, told = std::move(told)] { gate->Pass([&] { mixer->Open(told); }); });
 }
 
 void Workstation::Parts::LoadIndexes() {
-  const auto report = catalogue::LoadIndex(folder.Native(catalogue::kTrackIndex), catalogue);
+  loaded.tracks = LoadTable(catalogue::kTrackIndex, catalogue, support::Sentence::CatalogueDamaged);
+  loaded.karaoke = LoadTable(catalogue::kKaraokeIndex, karaoke, support::Sentence::KaraokeDamaged);
+}
+
+catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, catalogue::track_table& table,
+                                                     support::Sentence damaged) {
+  const auto report = catalogue::LoadIndex(folder.Native(name), table, say);
   if (!report) {
     if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(report.Failure().text);
-  } else if (report.Value().Skipped() > 0) {
-    stage.Notice(std::to_string(report.Value().Skipped()) + " damaged rows of the catalogue were left out.");
+    return {};
   }
+  const int skipped = report.Value().Skipped();
+  if (skipped > 0) stage.Notice(say(damaged, {std::to_string(skipped)}));
+  return report.Value();
 }
 
 void Workstation::Parts::ListOutputDevices() {
@@ -51,8 +73,8 @@ void Workstation::Parts::ListOutputDevices() {
 }
 
 void Workstation::Parts::InitialiseEngine() {
-  OutputsAtStart outputs = ReadOutputs(settings, device_names);
-  if (device_names.empty()) outputs.notice = "No sound output was found; the decks run without sound.";
+  OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
+  if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
   conductor.Post([this, outputs = std::move(outputs)] {
     stage.OpenOutputs(outputs.wishes);
     if (!outputs.notice.empty()) stage.Notice(outputs.notice);
@@ -73,6 +95,7 @@ void Workstation::Parts::ReleaseEngine() {
 
 void Workstation::Parts::SaveWhatWaits() {
   index.Flush();
+  karaoke_index.Flush();
   settings.Store().Flush();
 }
 

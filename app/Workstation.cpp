@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Workstation.h"
 
+#include <algorithm>
+#include <cassert>
 #include <utility>
 
+#include "app/MasterVolume.h"
 #include "app/WorkstationParts.h"
 #include "support/Text.h"
 
@@ -81,11 +84,19 @@ void Workstation::SetPreVolume(int deck, int volume) {
          [volume](DeckStation& station) { station.SetPreVolume(volume); });
 }
 
+void Workstation::SetMainVolume(int main_volume) {
+  const int slider = std::clamp(main_volume, 0, 99);
+  parts_->conductor.Post([&stage = parts_->stage, mixer = parts_->ports.mixer, slider] {
+    stage.SetMainVolume(slider);
+    if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
+  });
+}
+
 void Workstation::SetOutput(int output, OutputView choice) {
   Parts& parts = *parts_;
   if (output < 1 || output > kOutputs || choice.device < 0) return;
   StoreOutput(parts.settings, output, choice, parts.device_names);
-  const OutputWish wish = WishFor(choice, parts.device_names);
+  const OutputWish wish = WishFor(choice, parts.device_names, parts.say);
   const bool shared = output == 1 && !HasSecondOutput(parts.settings);
   parts.conductor.Post([&parts, output, wish, shared] {
     parts.stage.MoveOutput(output, wish);
@@ -97,12 +108,44 @@ int Workstation::StringBase() const {
   return parts_->string_base;
 }
 
+void Workstation::SetLanguage(int language) {
+  parts_->settings.SetNumber("Language", "Current", language == 1 ? 1 : 0);
+  parts_->ReadLanguage();
+}
+
 const std::vector<std::string>& Workstation::DeviceNames() const {
   return parts_->device_names;
 }
 
 catalogue::track_table& Workstation::Catalogue() {
   return parts_->catalogue;
+}
+
+catalogue::track_table& Workstation::Karaoke() {
+  return parts_->karaoke;
+}
+
+catalogue::track_table& Workstation::Playlist(int number) {
+  assert(number >= 1 && number <= kPlaylists && "there are three playlists");
+  return parts_->playlists[static_cast<std::size_t>(number - 1)];
+}
+
+const LoadReport& Workstation::Loaded() const {
+  return parts_->loaded;
+}
+
+void Workstation::DeleteTracks(const std::vector<int>& rows, DeletedFiles done) {
+  parts_->removal.Remove(rows, [this, done = std::move(done)](int removed, auto kept) {
+    if (removed > 0) parts_->index.Save(parts_->catalogue);
+    if (done) done(removed, std::move(kept));
+  });
+}
+
+void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done) {
+  parts_->karaoke_removal.Remove(rows, [this, done = std::move(done)](int removed, auto kept) {
+    if (removed > 0) parts_->karaoke_index.Save(parts_->karaoke);
+    if (done) done(removed, std::move(kept));
+  });
 }
 
 void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {

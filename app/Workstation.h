@@ -10,6 +10,8 @@
 
 #include "app/FileIntake.h"
 #include "app/WorkstationView.h"
+#include "app/ports/SystemMixer.h"
+#include "catalogue/IndexFile.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "decks/ports/AudioEngine.h"
@@ -31,6 +33,15 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
+  SystemMixer* mixer = nullptr;  ///< null: no master volume
+};
+
+inline constexpr int kPlaylists = 3;
+
+/// What start-up read of the index files.
+struct LoadReport {
+  catalogue::IndexReport tracks;
+  catalogue::IndexReport karaoke;
 };
 
 /// The whole program without its window: decks, catalogue, conductor.
@@ -69,15 +80,31 @@ class Workstation {
   void SetTempo(int deck, float percent);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
+  /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
+  void SetMainVolume(int main_volume);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
   /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
   [[nodiscard]] int StringBase() const;
+  /// 0 English, 1 Dutch; stored, and acts on all that is said after it.
+  void SetLanguage(int language);
   /// Names of the output devices, the first one is device 1.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
+  // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();
+  [[nodiscard]] catalogue::track_table& Karaoke();
+  /// Requires: 1 to kPlaylists.
+  [[nodiscard]] catalogue::track_table& Playlist(int number);
+  [[nodiscard]] const LoadReport& Loaded() const;
+  /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row whose
+  /// file could not be deleted stays. Called back on the window's thread with the number of rows removed and
+  /// a sentence for each file that is still there.
+  using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
+  void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
+  /// The same for the karaoke table; with each file goes the mp3 of the same name.
+  void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
   /// window's thread with the number of rows and a sentence for each file left out.

@@ -9,6 +9,7 @@
 
 #include "app/Conductor.h"
 #include "app/FileIntake.h"
+#include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
@@ -26,16 +27,29 @@ struct Workstation::Parts {
         conducting(how),
         settings(outside.settings, program_folder),
         conductor([this] { stage.Tick(); }),
-        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box()),
-        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex),
-              [box = conductor.Box(), this](std::string sentence) {
-                box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
-              }),
-        intake(catalogue, outside.tags, outside.workers, gate, window) {}
+        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box(), say),
+        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Teller()),
+        karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
+                      Teller()),
+        intake(catalogue, outside.tags, outside.workers, gate, window, say),
+        removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
+                window, say),
+        karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
+                        gate, window, say) {}
+
+  /// Brings a sentence to the status line, from any thread.
+  std::function<void(std::string)> Teller() {
+    return [box = conductor.Box(), this](std::string sentence) {
+      box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
+    };
+  }
 
   // The described start-up and shutdown, a step a function.
   void ReadLanguage();
+  void OpenMixer();
   void LoadIndexes();
+  catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table,
+                                   support::Sentence damaged);
   void ListOutputDevices();
   void InitialiseEngine();
   void ShortenBuffers();
@@ -51,14 +65,23 @@ struct Workstation::Parts {
   Settings settings;
   Life life = Life::Made;
   int string_base = 0;
+  support::Sentences say;
+  LoadReport loaded;
   std::vector<std::string> device_names;
   catalogue::track_table catalogue{catalogue::TrackColumns()};
+  catalogue::track_table karaoke{catalogue::KaraokeColumns()};
+  std::array<catalogue::track_table, kPlaylists> playlists{catalogue::track_table(catalogue::TrackColumns()),
+                                                           catalogue::track_table(catalogue::TrackColumns()),
+                                                           catalogue::track_table(catalogue::TrackColumns())};
   std::shared_ptr<WorkGate> gate = std::make_shared<WorkGate>();
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
   Stage stage;
   IndexKeeper index;
+  IndexKeeper karaoke_index;
   FileIntake intake;
+  FileRemoval removal;
+  FileRemoval karaoke_removal;
 };
 
 }  // namespace app

@@ -4,9 +4,11 @@
 
 #include <array>
 #include <chrono>
+#include <memory>
 #include <string>
 
 #include "decks/ports/SoundControl.h"
+#include "music/Wave.h"
 
 namespace app {
 
@@ -31,6 +33,9 @@ struct DeckView {
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
   float tempo_percent = 0;  ///< from the original
   int sample_rate = 0;      ///< Hz
+  /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
+  /// the deck goes on to another file; it never changes.
+  std::shared_ptr<const music::Wave> wave;
 };
 
 struct OutputView {
@@ -43,6 +48,8 @@ struct OutputView {
 struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
   std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
+  int main_volume = 0;                 ///< the master slider: 0 (loudest) to 99
+  bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   std::string notice;  ///< the newest sentence about a device, for the status line
 };

@@ -65,11 +65,11 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags) {
   return cells;
 }
 
-support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path) {
+support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
+                                        const support::Sentences& say) {
   if (KindOf(path) == FileKind::MidiSong) {
     return support::Error{support::ErrorCode::Unsupported,
-                          "\"" + std::string(LastPart(path)) +
-                              "\" is a MIDI karaoke song, which has no place in the music catalogue."};
+                          say(support::Sentence::KaraokeSongInMusic, {LastPart(path)})};
   }
   const std::string audio = AudioPathOf(path);
   const support::Result<FileTags> tags = reader.Read(audio);

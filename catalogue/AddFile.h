@@ -8,6 +8,7 @@
 
 #include "catalogue/ports/TagReader.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace catalogue {
 
@@ -29,6 +30,7 @@ using TrackCells = std::array<std::string, 13>;
 [[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags);
 
 /// Analyses one music file. Threads: a worker; blocks on the disk.
-support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path);
+support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
+                                        const support::Sentences& say = {});
 
 }  // namespace catalogue

@@ -131,11 +131,13 @@ bool IndexParser::Unescape(std::string_view& cell, std::string& storage) const {
   return true;
 }
 
-support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table) {
+support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
+                                       const support::Sentences& say) {
   table.Clear();
   std::error_code error;
   if (!std::filesystem::exists(path, error)) {
-    return support::Error{support::ErrorCode::NotFound, "There is no index \"" + path.string() + "\"."};
+    return support::Error{support::ErrorCode::NotFound,
+                          say(support::Sentence::IndexMissing, {path.string()})};
   }
   std::ifstream file(path, std::ios::binary);
   IndexParser parser(table);
@@ -148,7 +150,7 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
   if (file.eof()) return report;
   table.Clear();
   return support::Error{support::ErrorCode::Unreadable,
-                        "The index \"" + path.string() + "\" cannot be read."};
+                        say(support::Sentence::IndexUnreadable, {path.string()})};
 }
 
 std::string IndexText(const track_table& table) {

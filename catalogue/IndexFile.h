@@ -10,6 +10,7 @@
 
 #include "catalogue/track_table.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
 
 namespace catalogue {
@@ -48,7 +49,8 @@ class IndexParser {
 
 /// Replaces the table's rows by those of the file. A missing file (ErrorCode::NotFound) leaves it empty, and
 /// so does an unreadable one.
-support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table);
+support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
+                                       const support::Sentences& say = {});
 
 /// The whole table as index text, CR LF line ends.
 [[nodiscard]] std::string IndexText(const track_table& table);

@@ -19,6 +19,11 @@ std::uint32_t LevelWord(float peak) {
   return static_cast<std::uint32_t>(std::lround(std::min(peak, 1.0F) * kFullScale));
 }
 
+/// In Hz; 0 stays, it means the file's own.
+double PlayableRate(double asked) {
+  return asked == 0 ? 0 : std::clamp(asked, 1000.0, 768'000.0);
+}
+
 bool IsPlaying(const Stream& stream) {
   const std::uint64_t asked = stream.TransportAsked();
   if (asked != stream.transport_seen.load(std::memory_order_acquire)) {
@@ -66,13 +71,12 @@ void SoundEngine::BASS_ChannelStop(decks::StreamHandle handle) {
 }
 
 void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int frequency, int volume, int pan) {
-  constexpr int kHighestRate = 768'000;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return;
   Stream& stream = *playing->stream;
   if (frequency >= 0) {
     Tempo tempo = stream.GetTempo();
-    tempo.sample_rate = std::min(frequency, kHighestRate);
+    tempo.sample_rate = PlayableRate(frequency);
     stream.SetTempo(tempo);
   }
   if (volume >= 0) stream.SetVolume(static_cast<float>(std::min(volume, 100)) / 100.0F);
@@ -81,14 +85,13 @@ void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int freq
 
 void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
                                    float semitones) {
-  constexpr float kHighestRate = 768'000;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return;
   Tempo tempo = playing->stream->GetTempo();
   if (tempo_percent != decks::kTempoUnchanged && std::isfinite(tempo_percent)) {
     tempo.speed = 1 + std::clamp(static_cast<double>(tempo_percent), -50.0, 100.0) / 100;
   }
-  if (sample_rate >= 0 && sample_rate <= kHighestRate) tempo.sample_rate = sample_rate;
+  if (sample_rate >= 0) tempo.sample_rate = PlayableRate(sample_rate);
   if (semitones != decks::kTempoUnchanged && std::isfinite(semitones)) {
     tempo.semitones = std::clamp(semitones, -12.0F, 12.0F);
   }
@@ -177,7 +180,7 @@ support::EngineFrame SoundEngine::NextFrame(decks::StreamHandle handle) {
 
 bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
   Playing* playing = FindPlaying(command.stream);
-  if (playing == nullptr) return false;
+  if (playing == nullptr || !std::isfinite(command.value)) return false;
   RenderCore& core = playing->slot->Core();
   RenderCore::Command timed;
   timed.stream = command.stream;

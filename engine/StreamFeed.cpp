@@ -27,7 +27,6 @@ StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretch
 
 void StreamFeed::Pump(std::int64_t device_frame) {
   const Stream::OrderView orders = stream_->View();
-  cut_at_ = -1;
   FollowHandOver(orders);
   FollowOrders(orders);
   if (preparing_) FinishPreparing();
@@ -93,19 +92,12 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t 
   if (!heard || heard->segment != lane.Segment() || heard->lane != static_cast<std::uint32_t>(live_)) return;
   if (!stream_->playing.load(std::memory_order_acquire)) return;
   const std::int64_t next_made = heard->frame + lane.Fed() - heard->taken;
-  if (at > next_made) {
-    cut_at_ = at - next_made;
-    return;
-  }
-  // Its place is in the ring already: a segment that begins there takes over.
+  if (at > next_made) return;
+  // Its place is in the ring now: a segment that begins there takes over.
   Tempo tempo = Live().InForce();
   tempo.speed = orders.next->speed;
   stream_->ApplyTimedTempo();
-  if (at == next_made && Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
-    return FollowTempo(tempo);
-  }
-  const double ahead = static_cast<double>(at - heard->frame) * heard->ratio;
-  const double source = at == next_made ? Live().Source() : heard->source + ahead;
+  const double source = heard->source + static_cast<double>(at - heard->frame) * heard->ratio;
   Prepare(std::llround(source), tempo, live_place_, true);
   FinishPreparing();
 }
@@ -131,14 +123,8 @@ bool StreamFeed::Fill(std::size_t number) {
   while (!source.Ended() && lane.Queued() + kLaneBlockFrames <= lead_frames_) {
     LaneBlock* block = lane.Back();
     if (block == nullptr) return true;
-    int frames = kLaneBlockFrames;
-    if (cut_at_ > 0 && static_cast<int>(number) == live_) {
-      frames = static_cast<int>(std::min<std::int64_t>(frames, cut_at_));
-    }
-    if (!source.Make(*block, frames)) return false;
-    if (cut_at_ > 0) cut_at_ = std::max<std::int64_t>(cut_at_ - block->frames, 0);
+    if (!source.Make(*block, kLaneBlockFrames)) return false;
     lane.Append();
-    if (cut_at_ == 0) break;
   }
   return true;
 }

@@ -52,7 +52,6 @@ class StreamFeed {
   std::uint32_t live_place_ = 0;
   std::uint32_t prepared_place_ = 0;
   Tempo prepared_tempo_;
-  std::int64_t cut_at_ = -1;  ///< engine frame at which a timed tempo begins inside the next blocks
   std::int64_t warmed_chunk_ = -1;
 };
 

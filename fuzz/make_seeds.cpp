@@ -2,8 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
+#include <map>
 #include <string>
+#include <string_view>
 
+#include "catalogue/IndexFile.h"
+#include "catalogue/track_table.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -38,15 +43,46 @@ void MakeTagSeeds(const std::filesystem::path& folder) {
   }
 }
 
+void WriteSeed(const std::filesystem::path& path, std::string_view content) {
+  std::ofstream(path, std::ios::binary) << content;
+}
+
+/// An index of either kind as we write it, one with other line ends, and one with every kind of damage.
+void MakeIndexSeeds(const std::filesystem::path& folder) {
+  for (const auto columns : {catalogue::TrackColumns(), catalogue::KaraokeColumns()}) {
+    catalogue::track_table table(columns);
+    table.AddRow(std::vector<std::string_view>{"Artist", "Title", "03:45", "C:\\a\\b.mp3", "118.00"});
+    table.AddRow(std::vector<std::string_view>{"tab\t", "two\r\nlines", "\\", "\xFF\xC3", ""});
+    table.AddRow();
+    WriteSeed(folder / (std::to_string(columns.size()) + "-columns"), catalogue::IndexText(table));
+  }
+  WriteSeed(folder / "line-ends", "1\t2\t3\t4\t5\t6\n1\t2\t3\t4\t5\t6\r1\t2\t3\t4\t5\t\\\\");
+  WriteSeed(folder / "damaged", "a\tb\r\n1\t2\t3\t4\t5\t6\t7\r\n1\t2\t3\\x\t4\t5\t6\r\n\r\n\t\t\t\t\t\\");
+}
+
+/// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
+/// file.
+void MakeSettingsSeeds(const std::filesystem::path& folder) {
+  const std::string file =
+      "\xEF\xBB\xBF; remark\r\n[TLVG/Mixer]\r\nMixTime=8\r\n???\r\n\r\n[TLVG/Setup]\r\n\\[odd=1\\\\2\n";
+  WriteSeed(folder / "changed", "Mixer\\ MixTime\\ Setup\\ [odd\\ 9\\ " + file);
+  WriteSeed(folder / "added", "Mixer\\ Volume\\ Other\\ ;key\\ [x]\\ " + file);
+  WriteSeed(folder / "blanks", " \\  [key\\ Mixer\\ \t#\\ 9]\\ " + file);
+  WriteSeed(folder / "empty", "Mixer\\ Volume\\ Mixer\\ Volume\\ 1\\ ");
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
-  if (argc != 3 || std::string(argv[1]) != "tags") {
-    std::fprintf(stderr, "Usage: make_seeds tags FOLDER\n");
+  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
+      {"tags", &MakeTagSeeds}, {"index", &MakeIndexSeeds}, {"settings", &MakeSettingsSeeds}};
+  const auto kind = kinds.find(argc == 3 ? argv[1] : "");
+  if (kind == kinds.end()) {
+    std::fprintf(stderr, "Usage: make_seeds tags|index|settings FOLDER\n");
     return 2;
   }
   std::filesystem::create_directories(argv[2]);
-  MakeTagSeeds(argv[2]);
+  kind->second(argv[2]);
   return 0;
 }

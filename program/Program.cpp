@@ -8,6 +8,7 @@
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
 #include "platform/audio/PulseDevices.h"
+#include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/MappedSampleMemory.h"
@@ -50,7 +51,8 @@ struct Program::Parts {
                      .settings = settings,
                      .files = files,
                      .workers = workers,
-                     .clock = clock},
+                     .clock = clock,
+                     .mixer = &mixer},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -62,6 +64,7 @@ struct Program::Parts {
   platform::settings::SettingsFile settings;
   platform::tags::TagLibTagReader tags;
   platform::audio::PulseDevices outputs;
+  platform::audio::PulseMixer mixer;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
   // A pool of their own: a long scan must not keep a deck waiting for its file.

@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/testing/FakeClock.h"
@@ -31,9 +32,10 @@ class Evening : public ::testing::Test {
   }
 
   void StartUp() {
-    station_.emplace(Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_},
+    station_.emplace(Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_},
                      support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
+    workers_.RunAll();  // the mixer is asked
     Settle();
   }
   /// Lets the conductor run what was asked, and what came of that.
@@ -72,6 +74,7 @@ class Evening : public ::testing::Test {
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;
   support::testing::ManualExecutor workers_;
+  FakeMixer mixer_;
   std::optional<Workstation> station_;
 };
 

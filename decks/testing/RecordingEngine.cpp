@@ -318,7 +318,11 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle decoder, std::sp
   const auto frame_bytes = static_cast<std::uint32_t>(found->file.channels * 2);
   const auto fitting = std::min<std::size_t>(bytes, buffer.size() * 2) / frame_bytes;
   const auto frames = static_cast<std::uint32_t>(std::clamp(left, 0.0, static_cast<double>(fitting)));
-  std::fill_n(buffer.begin(), frames * static_cast<std::uint32_t>(found->file.channels), std::int16_t{0});
+  const auto channels = static_cast<std::size_t>(found->file.channels);
+  for (std::size_t i = 0; i < frames * channels; ++i) {
+    const int peak = i % channels == 0 ? found->file.left_peak : found->file.right_peak;
+    buffer[i] = static_cast<std::int16_t>(std::min(peak, 32767));
+  }
   found->frame += frames;
   return frames * frame_bytes;
 }

@@ -63,8 +63,7 @@ FakeFile ToneFile(std::int64_t frames, double hertz, double level, int sample_ra
   file.sample = [=](std::int64_t frame, int /*channel*/) {
     const double phase = 2 * std::numbers::pi * hertz * static_cast<double>(frame) / sample_rate;
     const double edge = static_cast<double>(std::min(frame, frames - frame));
-    const double swell =
-        0.5 - 0.5 * std::cos(std::numbers::pi * std::min(1.0, edge / 2000));
+    const double swell = 0.5 - 0.5 * std::cos(std::numbers::pi * std::min(1.0, edge / 2000));
     return static_cast<std::int16_t>(std::lround(32767 * level * swell * std::sin(phase)));
   };
   return file;

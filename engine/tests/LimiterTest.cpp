@@ -63,6 +63,14 @@ TEST_F(LimiterOf, TurnsDownAndUpWithoutAStep) {
   EXPECT_LT(Roughness({out.begin() + 10'200, out.begin() + 19'900}), 3 * own);
 }
 
+TEST_F(LimiterOf, LetsGoSlowly) {
+  std::vector<float> in(kRate, 0.5F);
+  in[1000] = 4;
+  const auto out = Process(in);
+  EXPECT_LT(out[1000 + late + kRate / 100], 0.3F);
+  EXPECT_GT(out[1000 + late + kRate / 2], 0.49F);
+}
+
 TEST_F(LimiterOf, IsExactAgainAfterItLetGo) {
   std::vector<float> in = Tone(0.5F, 120'000);
   in[1000] = 4;

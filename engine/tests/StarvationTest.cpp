@@ -68,6 +68,20 @@ TEST_F(Starvation, ASlowDiskDelaysTheStartAndIsNotCounted) {
   EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
 }
 
+TEST_F(Starvation, AStreamNeverStartsFromThePlaceItWasMovedFrom) {
+  const auto stream = stage.Load("tone.mp3");
+  stage.Advance(100ms);
+  stage.StopFeeding();
+  stage.engine->BASS_ChannelSetPosition(stream, {4 * 200'000});
+  stage.engine->BASS_ChannelPlay(stream, false);
+  stage.Advance(100ms);
+  EXPECT_EQ(FirstSound(stage.Channel("main", 0)), stage.Channel("main", 0).size());
+  stage.GoOnFeeding();
+  stage.Advance(200ms);
+  EXPECT_GT(stage.engine->Heard(stream).frame.value, 200'000);
+  EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
+}
+
 TEST_F(Starvation, ASeekNearTheEndPlaysOnFromThere) {
   stage.files.Add("short.mp3", ToneFile(kRate, 200));
   const auto stream = Play("short.mp3");
@@ -95,7 +109,8 @@ TEST_F(Starvation, AFileThatBreaksInTheMiddleEndsThere) {
 class AnyCommands : public ::testing::TestWithParam<unsigned> {};
 
 TEST_P(AnyCommands, LeaveNoStepAndNothingThatIsNoNumber) {
-  EXPECT_TRUE(support::testing::RealtimeGuardWorks() || true);  // links the guard
+  static_cast<void>(
+      support::testing::RealtimeGuardWorks());  // links the guard, which ends the program at a fault
   SoundStage stage;
   stage.files.Add("one.mp3", ToneFile(20 * kRate, 150, 0.2));
   stage.files.Add("two.mp3", ToneFile(3 * kRate, 150, 0.2, 48000));
@@ -148,7 +163,7 @@ TEST_P(AnyCommands, LeaveNoStepAndNothingThatIsNoNumber) {
   EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, AnyCommands, ::testing::Range(1U, 13U));
+INSTANTIATE_TEST_SUITE_P(Seeds, AnyCommands, ::testing::Range(1U, 9U));
 
 }  // namespace
 }  // namespace engine::testing

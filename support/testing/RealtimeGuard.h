@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
+
 #if defined(__has_feature)
 #if __has_feature(address_sanitizer) || __has_feature(thread_sanitizer)
 #define DJ_SANITIZER_ALLOCATES 1
@@ -21,5 +23,9 @@ namespace support::testing {
 /// True where memory and locks inside a RealtimeScope end the program; false under a sanitizer, which brings
 /// an allocator of its own. Calling it links the guard into the program.
 [[nodiscard]] bool RealtimeGuardWorks();
+
+/// Runs the work and counts the calls that would have ended the program; 0 where the guard does not work.
+/// Threads: one at a time; what other threads do meanwhile is counted too.
+[[nodiscard]] long CountRealtimeFaults(const std::function<void()>& work);
 
 }  // namespace support::testing

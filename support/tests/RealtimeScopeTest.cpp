@@ -46,6 +46,7 @@ TEST(RealtimeDeathTest, MemoryAndLocksInsideAScopeEndTheProgram) {
     const RealtimeScope realtime;
     mutex.lock();
   };
+  EXPECT_EQ(CountRealtimeFaults(take_memory), 1);
   EXPECT_DEATH(take_memory(), "malloc was called inside an audio callback");
   EXPECT_DEATH(give_memory_back(), "free was called inside an audio callback");
   EXPECT_DEATH(lock(), "pthread_mutex_lock was called inside an audio callback");

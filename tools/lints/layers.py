@@ -19,9 +19,9 @@ ARROWS = {
     "platform": PORTS | {"music", "support"},
     "ui": SUBSYSTEMS | {"app", "music", "support"},
 }
-EVERYTHING = set(ARROWS) | SUBSYSTEMS
 # Folders that join rooms: the program, and what measures and tests it whole.
-ARROWS |= {joiner: EVERYTHING for joiner in ("main.cpp", "tools", "tests", "benchmarks", "fuzz")}
+EVERYTHING = set(ARROWS) | {"program"}
+ARROWS |= {joiner: EVERYTHING for joiner in ("main.cpp", "program", "tools", "tests", "benchmarks", "fuzz")}
 STANDARD_ONLY = SUBSYSTEMS | {"support", "music", "engine", "app"}
 STANDARD_HEADER = re.compile(r"^[a-z_0-9]+$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

@@ -189,9 +189,13 @@ INSTANTIATE_TEST_SUITE_P(, EveryShape,
 TEST_F(DecoderTest, NumbersThatAreNoneBecomeSilence) {
   constexpr float kNan = std::numeric_limits<float>::quiet_NaN(),
                   kInf = std::numeric_limits<float>::infinity();
-  const std::string path =
-      media_.WriteBytes("nan.wav", testing::FloatWavBytes({0.5F, kNan, -0.5F, kInf, -kInf, 2.0F}));
-  EXPECT_EQ(Decoded(path).samples, (std::vector<std::int16_t>{16384, 0, -16384, 0, 0, 32767}));
+  std::vector<float> given;
+  std::vector<std::int16_t> expected;
+  for (int i = 0; i < 50; ++i) {  // enough for the converters that take many at once
+    given.insert(given.end(), {0.5F, kNan, -0.5F, kInf, -kInf, 2.0F});
+    expected.insert(expected.end(), {16384, 0, -16384, 0, 0, 32767});
+  }
+  EXPECT_EQ(Decoded(media_.WriteBytes("nan.wav", testing::FloatWavBytes(given))).samples, expected);
 }
 
 TEST_F(DecoderTest, NamesAreBytesAndNeverAddresses) {

@@ -9,16 +9,13 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 1> kVerbs{{{"tags", "FILE", &InspectTags}}};
+constexpr std::array<Verb, 2> kVerbs{
+    {{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex}, {"tags", "FILE", &InspectTags}}};
 
 ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";
   for (const Verb& verb : kVerbs) err << "  djinspect " << verb.name << ' ' << verb.arguments << '\n';
   return ExitCode::WrongUse;
-}
-
-std::size_t WordsIn(std::string_view text) {
-  return static_cast<std::size_t>(std::count(text.begin(), text.end(), ' ')) + (text.empty() ? 0 : 1);
 }
 
 /// Bytes of the UTF-8 character at the front of the text; 0 when there is none.
@@ -56,9 +53,9 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
   if (arguments.empty()) return WrongUse(err);
   const auto verb = std::find_if(kVerbs.begin(), kVerbs.end(),
                                  [&](const Verb& candidate) { return candidate.name == arguments.front(); });
-  const auto rest = arguments.subspan(1);
-  if (verb == kVerbs.end() || rest.size() != WordsIn(verb->arguments)) return WrongUse(err);
-  return verb->run(rest, out, err);
+  if (verb == kVerbs.end()) return WrongUse(err);
+  const auto parsed = ParseArguments(verb->arguments, arguments.subspan(1));
+  return parsed ? verb->run(*parsed, out, err) : WrongUse(err);
 }
 
 std::string ReadableText(std::string_view bytes) {
