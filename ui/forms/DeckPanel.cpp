@@ -19,6 +19,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/RunningWave.h"
 #include "ui/widgets/TransportButton.h"
 #include "ui/widgets/WaveOverview.h"
 
@@ -82,11 +83,14 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   SetSpacingEm(*rows, 0.7, 0.6);
   rows->addLayout(MakeTitleRow());
   overview_ = new WaveOverview(look.skin, look.skin.Deck(deck));
-  rows->addWidget(overview_, 1);
+  running_ = new RunningWave(look.skin, look.skin.Deck(deck));
+  rows->addWidget(overview_, 2);
+  rows->addWidget(running_, 3);
   rows->addLayout(MakeTransportRow());
   NameParts();
-  connect(overview_, &WaveOverview::SeekWanted, this,
-          [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); });
+  const auto seek = [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); };
+  connect(overview_, &WaveOverview::SeekWanted, this, seek);
+  connect(running_, &RunningWave::SeekWanted, this, seek);
   Show({}, {});
 }
 
@@ -196,6 +200,7 @@ void DeckPanel::NameParts() {
   Name(*bpm_, DeckName(deck_, "Bpm"), {});
   Name(*state_, DeckName(deck_, "State"), {});
   Name(*overview_, DeckName(deck_, "Overview"), say(Say::Overview).arg(deck_), say(Say::OverviewTip));
+  Name(*running_, DeckName(deck_, "Wave"), say(Say::Wave).arg(deck_), say(Say::WaveTip));
   Name(*to_start_, DeckName(deck_, "ToStart"), say(Say::ToStart).arg(deck_),
        with_key(Say::ToStartTip, Command::ToStart));
   Name(*play_, DeckName(deck_, "Play"), say(Say::Play).arg(deck_),
@@ -239,7 +244,8 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   ShowState(view);
   ShowTimes(view);
   ShowTempo(view, now);
-  overview_->Show(view.position, view.length);
+  overview_->Show(view.position, view.length, view.wave);
+  running_->Show(view.position, view.length, view.wave);
   view_ = view;
 }
 

@@ -15,6 +15,7 @@ namespace ui {
 
 class ElidedLabel;
 class Fader;
+class RunningWave;
 class TransportButton;
 class WaveOverview;
 
@@ -69,6 +70,7 @@ class DeckPanel final : public Surface {
   QLabel* bpm_;
   QLabel* state_;
   WaveOverview* overview_;
+  RunningWave* running_;
   TransportButton* to_start_;
   TransportButton* play_;
   TransportButton* stop_;

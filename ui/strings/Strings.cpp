@@ -52,6 +52,9 @@ constexpr Strings::Row kRows[] = {
      "Het hele nummer: klik of sleep naar een plek; Links en Rechts verplaatsen vijf seconden"},
     {Say::UnknownArtist, "Unknown artist", "Onbekende artiest"},
     {Say::KeyHint, "%1 (%2)", "%1 (%2)"},
+    {Say::Wave, "Running wave of deck %1", "Lopende golfvorm van deck %1"},
+    {Say::WaveTip, "What is heard now and next: drag it to go to another place",
+     "Wat nu en straks klinkt: sleep om naar een andere plek te gaan"},
 
     {Say::Volume, "Volume of deck %1", "Volume van deck %1"},
     {Say::VolumeTip, "Volume of the deck; drag anywhere on the fader",

@@ -46,6 +46,8 @@ enum class Say : int {
   OverviewTip,
   UnknownArtist,
   KeyHint,
+  Wave,
+  WaveTip,
   // Mixer
   Volume = 2070,
   VolumeTip,
