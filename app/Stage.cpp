@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Stage.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "app/MasterVolume.h"
@@ -33,11 +34,17 @@ Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Ex
   }
 }
 
-void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
+std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
   ReleaseEngine();
   std::array<OutputView, kOutputs> places{};
+  std::vector<std::string> failures;
   for (std::size_t i = 0; i < wishes.size(); ++i) {
-    if (wishes[i].place.device != kNoSound && Open(wishes[i])) places[i] = wishes[i].place;
+    if (wishes[i].place.device == kNoSound) continue;
+    if (Open(wishes[i])) {
+      places[i] = wishes[i].place;
+    } else if (std::find(failures.begin(), failures.end(), notice_) == failures.end()) {
+      failures.push_back(notice_);
+    }
   }
   // A second deck without its device is better heard on the first one's; head-phones never are.
   if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
@@ -48,6 +55,7 @@ void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
     moves_[Index(output)].place = places[Index(output)];
     Route(output, places[Index(output)]);
   }
+  return failures;
 }
 
 std::string Stage::CannotOpen(const OutputWish& wish) const {

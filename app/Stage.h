@@ -6,6 +6,7 @@
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
@@ -28,8 +29,8 @@ class Stage {
         std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
-  /// sentence. Blocks while devices open, so nothing plays yet.
-  void OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
+  /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
+  [[nodiscard]] std::vector<std::string> OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
   /// Update period and playback buffer, short ones, so that decks answer at once.
   void SetBuffers();
   /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the

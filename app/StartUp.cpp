@@ -1,5 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <system_error>
 #include <utility>
 
 #include "app/WorkstationParts.h"
@@ -11,12 +13,16 @@ void Workstation::StartUp() {
   if (parts.life != Parts::Life::Made) return;
   parts.life = Parts::Life::Running;
   parts.ReadLanguage();
+  parts.NameTheWindow();
+  // The decks' players and the tables with their columns stand since the workstation was made.
   parts.OpenMixer();
   parts.LoadIndexes();
+  parts.CheckProgramFolder();
   parts.ListOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
+  parts.FindVisualisations();
   parts.ShortenBuffers();
 }
 
@@ -34,6 +40,10 @@ void Workstation::ShutDown() {
 void Workstation::Parts::ReadLanguage() {
   string_base = settings.Number("Language", "Current") == 1 ? support::Sentences::kDutchBase : 0;
   say.Choose(string_base);
+}
+
+void Workstation::Parts::NameTheWindow() {
+  skin_folder = folder.Native("\\Skins");
 }
 
 void Workstation::Parts::OpenMixer() {
@@ -63,6 +73,16 @@ catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, cata
   return report.Value();
 }
 
+void Workstation::Parts::CheckProgramFolder() {
+  ports.workers.Post([this, gate = gate, path = folder.Native("\\can-write.tmp"), tell = Teller()] {
+    gate->Pass([&] {
+      if (!ports.files.Save(path, "")) return tell(say(support::Sentence::FolderReadOnly));
+      std::error_code ignored;
+      std::filesystem::remove(path, ignored);
+    });
+  });
+}
+
 void Workstation::Parts::ListOutputDevices() {
   constexpr int kMostDevices = 256;  // an engine that never ends its list does not keep the window shut
   for (int device = 1; device <= kMostDevices; ++device) {
@@ -73,16 +93,38 @@ void Workstation::Parts::ListOutputDevices() {
 }
 
 void Workstation::Parts::InitialiseEngine() {
+  preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
   conductor.Post([this, outputs = std::move(outputs)] {
-    stage.OpenOutputs(outputs.wishes);
+    for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
+      window->Post([this, failure = std::move(failure)] { Prompt(failure); });
+    }
     if (!outputs.notice.empty()) stage.Notice(outputs.notice);
+  });
+}
+
+void Workstation::Parts::FindVisualisations() {
+  if (ports.visualisation == nullptr) return;
+  conductor.Post([this, plugins = folder.Native("\\Plugins")] {
+    constexpr int kOption = 4;
+    auto names = ports.visualisation->BASS_VIS_FindPlugins(plugins);
+    ports.visualisation->BASS_VIS_SetConfig(kOption, 0);
+    const int rate = std::clamp(settings.Number("Visualisation", "Resolution"), 1, 60);
+    window->Post([this, names = std::move(names), rate] {
+      visualisers = names;
+      visualisation_rate = rate;
+    });
   });
 }
 
 void Workstation::Parts::ShortenBuffers() {
   conductor.Post([this] { stage.SetBuffers(); });
+}
+
+void Workstation::Parts::Prompt(std::string sentence) {
+  if (prompts != nullptr) return prompts->Tell(sentence);
+  unseen_prompts.push_back(std::move(sentence));
 }
 
 void Workstation::Parts::ReleaseDecks() {

@@ -13,6 +13,9 @@
 namespace app {
 namespace {
 
+constexpr std::string_view kHelpFile = "\\help\\djTOLVENgold.chm";
+constexpr const char* kHelpTopic = "introduction.htm";
+
 /// A command for one deck, for the conductor; nothing for a deck that is not there.
 template <typename Command>
 void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
@@ -30,6 +33,39 @@ Workstation::~Workstation() {
   parts_->conductor.Stop();
   parts_->gate->Close();
   parts_->window->Close();
+}
+
+void Workstation::AttachWindow(Prompts* prompts, Help* help) {
+  parts_->prompts = prompts;
+  parts_->help = help;
+  if (prompts == nullptr) return;
+  for (std::string& sentence : std::exchange(parts_->unseen_prompts, {})) {
+    parts_->window->Post([this, sentence = std::move(sentence)] { parts_->Prompt(sentence); });
+  }
+}
+
+const std::filesystem::path& Workstation::SkinFolder() const {
+  return parts_->skin_folder;
+}
+
+std::string Workstation::Caption(std::string_view window) const {
+  return "dj TOLVEN " + std::string(window);
+}
+
+const std::vector<std::string>& Workstation::Visualisers() const {
+  return parts_->visualisers;
+}
+
+int Workstation::VisualisationRate() const {
+  return parts_->visualisation_rate;
+}
+
+const Preferences& Workstation::Preferred() const {
+  return parts_->preferences;
+}
+
+app::Settings& Workstation::Settings() {
+  return parts_->settings;
 }
 
 const WorkstationView& Workstation::View() {
@@ -104,6 +140,40 @@ void Workstation::SetOutput(int output, OutputView choice) {
   });
 }
 
+void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
+  Parts& parts = *parts_;
+  switch (wish.mode) {
+    case ApplyMode::ReindexMusic:
+      return parts.Scan(parts.music_scan, wish.folder, parts.index, parts.catalogue, std::move(scanned));
+    case ApplyMode::ReindexKaraoke:
+      return parts.Scan(parts.karaoke_scan, wish.folder, parts.karaoke_index, parts.karaoke,
+                        std::move(scanned));
+    case ApplyMode::ChooseDirectory:
+      if (!wish.folder.empty()) parts.settings.SetText("Settings", "Directory", wish.folder);
+      return;
+    case ApplyMode::ChannelColours:
+      return StoreColours(parts.settings, wish.colours);
+    case ApplyMode::Help:
+      if (parts.help != nullptr) parts.help->Open(parts.folder.Native(kHelpFile), kHelpTopic);
+      return;
+  }
+}
+
+AddingProgress Workstation::Scanning() const {
+  const AddingProgress music = parts_->music_scan.Progress();
+  const AddingProgress karaoke = parts_->karaoke_scan.Progress();
+  return {music.done + karaoke.done, music.total + karaoke.total};
+}
+
+bool Workstation::IsScanning() const {
+  return parts_->music_scan.Running() || parts_->karaoke_scan.Running();
+}
+
+void Workstation::CancelScans() {
+  parts_->music_scan.Cancel();
+  parts_->karaoke_scan.Cancel();
+}
+
 int Workstation::StringBase() const {
   return parts_->string_base;
 }
@@ -145,6 +215,14 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
   parts_->karaoke_removal.Remove(rows, [this, done = std::move(done)](int removed, auto kept) {
     if (removed > 0) parts_->karaoke_index.Save(parts_->karaoke);
     if (done) done(removed, std::move(kept));
+  });
+}
+
+void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
+                              const catalogue::track_table& table, Reindex::Done done) {
+  scan.Start(tree, [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
+    if (outcome.replaced) keeper.Save(table);
+    if (done) done(outcome);
   });
 }
 

@@ -9,8 +9,13 @@
 #include <vector>
 
 #include "app/FileIntake.h"
+#include "app/Preferences.h"
+#include "app/Reindex.h"
 #include "app/WorkstationView.h"
+#include "app/ports/Help.h"
+#include "app/ports/Prompts.h"
 #include "app/ports/SystemMixer.h"
+#include "app/ports/Visualisation.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
@@ -33,7 +38,17 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
-  SystemMixer* mixer = nullptr;  ///< null: no master volume
+  SystemMixer* mixer = nullptr;            ///< null: no master volume
+  Visualisation* visualisation = nullptr;  ///< null: none
+};
+
+/// What the button of the settings page does.
+enum class ApplyMode { ReindexMusic, ReindexKaraoke, ChooseDirectory, ChannelColours, Help };
+
+struct ApplyWish {
+  ApplyMode mode = ApplyMode::ReindexMusic;
+  std::string folder;                 ///< to scan, or chosen; an empty choice changes nothing
+  std::vector<StoredColour> colours;  ///< of the console's channels
 };
 
 inline constexpr int kPlaylists = 3;
@@ -63,6 +78,30 @@ class Workstation {
   void StartUp();
   /// The described shutdown; the destructor calls it when nobody did.
   void ShutDown();
+
+  /// The window's side, once it is there; null takes it away again. What the user has to be told and was not
+  /// yet comes with the next PumpWindow.
+  void AttachWindow(Prompts* prompts, Help* help);
+  /// Where the skins' pictures lie; known after StartUp.
+  [[nodiscard]] const std::filesystem::path& SkinFolder() const;
+  /// The caption of a window: the program's name, a blank and this.
+  [[nodiscard]] std::string Caption(std::string_view window) const;
+  /// Names of the visualisers, filled in by PumpWindow soon after StartUp.
+  [[nodiscard]] const std::vector<std::string>& Visualisers() const;
+  /// Frames a second of the visualisation.
+  [[nodiscard]] int VisualisationRate() const;
+  /// As read at start-up.
+  [[nodiscard]] const Preferences& Preferred() const;
+  /// The store itself, for the controls that read and write a key of their own.
+  [[nodiscard]] app::Settings& Settings();
+
+  /// The button of the settings page. Scans run on workers; their outcome is given on the window's thread.
+  void Apply(const ApplyWish& wish, Reindex::Done scanned = nullptr);
+  /// Of the scan that is under way, all zero when none is.
+  [[nodiscard]] AddingProgress Scanning() const;
+  [[nodiscard]] bool IsScanning() const;
+  /// The tables stay as they were.
+  void CancelScans();
 
   /// The newest snapshot; valid until the next call. Never waits.
   [[nodiscard]] const WorkstationView& View();

@@ -65,6 +65,12 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags) {
   return cells;
 }
 
+KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags) {
+  const TrackCells cells = TrackRow(path, tags);
+  const auto cell = [&cells](int column) { return cells[static_cast<std::size_t>(column - 1)]; };
+  return {cell(track::kArtist), cell(track::kTitle), "", cell(track::kGenre), cell(track::kTime), path};
+}
+
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
                                         const support::Sentences& say) {
   if (KindOf(path) == FileKind::MidiSong) {

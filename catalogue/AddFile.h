@@ -29,6 +29,10 @@ using TrackCells = std::array<std::string, 13>;
 /// The record of an analysed file. A file without a title in its tag is called by its name.
 [[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags);
 
+/// The karaoke record of an analysed file, in column order.
+using KaraokeCells = std::array<std::string, 6>;
+[[nodiscard]] KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags);
+
 /// Analyses one music file. Threads: a worker; blocks on the disk.
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
                                         const support::Sentences& say = {});

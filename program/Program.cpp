@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <thread>
 
+#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
 #include "platform/audio/PulseDevices.h"
@@ -52,7 +53,8 @@ struct Program::Parts {
                      .files = files,
                      .workers = workers,
                      .clock = clock,
-                     .mixer = &mixer},
+                     .mixer = &mixer,
+                     .visualisation = &visualisation},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -65,6 +67,7 @@ struct Program::Parts {
   platform::tags::TagLibTagReader tags;
   platform::audio::PulseDevices outputs;
   platform::audio::PulseMixer mixer;
+  app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
   // A pool of their own: a long scan must not keep a deck waiting for its file.

@@ -12,6 +12,8 @@
 
 #include "app/Workstation.h"
 #include "app/testing/FakeMixer.h"
+#include "app/testing/FakeVisualisation.h"
+#include "app/testing/FakeWindow.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/testing/FakeClock.h"
@@ -32,8 +34,9 @@ class Evening : public ::testing::Test {
   }
 
   void StartUp() {
-    station_.emplace(Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_},
-                     support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+    station_.emplace(
+        Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_},
+        support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
     Settle();
@@ -75,6 +78,8 @@ class Evening : public ::testing::Test {
   support::testing::MemoryFiles files_;
   support::testing::ManualExecutor workers_;
   FakeMixer mixer_;
+  FakeVisualisation visualisation_;
+  FakeWindow window_;
   std::optional<Workstation> station_;
 };
 

@@ -115,6 +115,11 @@ int RecordingEngine::Calls() const {
   return calls_;
 }
 
+void RecordingEngine::OnCall(std::function<void(const std::string&)> listener) {
+  MutexLock lock(mutex_);
+  listener_ = std::move(listener);
+}
+
 int RecordingEngine::Streams() const {
   MutexLock lock(mutex_);
   return static_cast<int>(streams_.size());
@@ -414,6 +419,7 @@ EngineHealth RecordingEngine::Health() {
 }
 
 bool RecordingEngine::Record(std::string line) {
+  if (listener_) listener_(line);
   log_.push_back(std::move(line));
   ++calls_;
   return calls_ != failing_call_;
