@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "ui/models/CatalogueModel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
@@ -305,7 +304,7 @@ void DeckPanel::ShowTempo(const app::DeckView& view, support::TimePoint now) {
 
 void DeckPanel::dragEnterEvent(QDragEnterEvent* event) {
   const bool files = event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).empty();
-  if (!files && !CatalogueModel::RowIn(*event->mimeData())) return;
+  if (!files && !TrackRowsIn(*event->mimeData())) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
   SetWelcoming(true);
@@ -319,8 +318,8 @@ void DeckPanel::dropEvent(QDropEvent* event) {
   SetWelcoming(false);
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  if (const auto row = CatalogueModel::RowIn(*event->mimeData())) {
-    Q_EMIT RowDropped(deck_, *row);
+  if (const auto rows = TrackRowsIn(*event->mimeData())) {
+    Q_EMIT RowsDropped(deck_, *rows);
   } else {
     Q_EMIT FilesDropped(deck_, DroppedFiles(*event->mimeData()));
   }

@@ -3,7 +3,8 @@
 #pragma once
 
 #include "app/Workstation.h"
-#include "ui/models/TempoEcho.h"
+#include "ui/models/SentEcho.h"
+#include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -35,8 +36,8 @@ class DeckPanel final : public Surface {
   void Stop();
 
  Q_SIGNALS:
-  /// A row of the catalogue was dropped on the deck.
-  void RowDropped(int deck, int row);
+  /// Rows of a table were dropped on the deck.
+  void RowsDropped(int deck, ui::TrackRows rows);
   /// Files were dropped on the deck.
   void FilesDropped(int deck, std::vector<std::string> paths);
 
@@ -62,7 +63,7 @@ class DeckPanel final : public Surface {
   app::Workstation& workstation_;
   Look look_;
   app::DeckView view_;
-  TempoEcho echo_;
+  SentEcho echo_;
   support::TimePoint now_{};
 
   ElidedLabel* title_;
