@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdio>
 #include <filesystem>
+#include <fstream>
 #include <string>
 
 #include "platform/codec/testing/MediaMaker.h"
@@ -38,15 +39,42 @@ void MakeTagSeeds(const std::filesystem::path& folder) {
   }
 }
 
+void Put(const std::filesystem::path& path, std::string_view bytes) {
+  std::ofstream(path, std::ios::binary) << bytes;
+}
+
+void MakeGainSeeds(const std::filesystem::path& folder) {
+  const std::string header = "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain\r\n";
+  const std::string values = "\t-4\t-5.250000\t31000.500000\t178\t99\r\n";
+  Put(folder / "track", header + "song.mp3" + values);
+  Put(folder / "album", header + "song.mp3" + values + "\"Album\"" + values);
+  Put(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
+}
+
+void MakePresetSeeds(const std::filesystem::path& folder) {
+  Put(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
+  Put(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
+  Put(folder / "loose", "x\r[A]\r\r\r[]\r;;;\r");
+}
+
+using Maker = void (*)(const std::filesystem::path& folder);
+
+Maker MakerOf(std::string_view kind) {
+  if (kind == "tags") return MakeTagSeeds;
+  if (kind == "mp3gain") return MakeGainSeeds;
+  return kind == "presets" ? MakePresetSeeds : nullptr;
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
-  if (argc != 3 || std::string(argv[1]) != "tags") {
-    std::fprintf(stderr, "Usage: make_seeds tags FOLDER\n");
+  const Maker make = argc == 3 ? MakerOf(argv[1]) : nullptr;
+  if (make == nullptr) {
+    std::fprintf(stderr, "Usage: make_seeds tags|mp3gain|presets FOLDER\n");
     return 2;
   }
   std::filesystem::create_directories(argv[2]);
-  MakeTagSeeds(argv[2]);
+  make(argv[2]);
   return 0;
 }

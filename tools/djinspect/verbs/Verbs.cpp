@@ -9,7 +9,10 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 1> kVerbs{{{"tags", "FILE", &InspectTags}}};
+constexpr std::array<Verb, 4> kVerbs{{{"mixpoints", "FILE --gain-percent V", &InspectMixPoints},
+                                      {"mp3gain", "FILE", &InspectMp3Gain},
+                                      {"presets", "FILE", &InspectPresets},
+                                      {"tags", "FILE", &InspectTags}}};
 
 ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";
@@ -58,7 +61,8 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
                                  [&](const Verb& candidate) { return candidate.name == arguments.front(); });
   const auto rest = arguments.subspan(1);
   if (verb == kVerbs.end() || rest.size() != WordsIn(verb->arguments)) return WrongUse(err);
-  return verb->run(rest, out, err);
+  const ExitCode code = verb->run(rest, out, err);
+  return code == ExitCode::WrongUse ? WrongUse(err) : code;
 }
 
 std::string ReadableText(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -25,7 +26,13 @@ struct Verb {
 ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
 
 // One file a verb.
+ExitCode InspectMixPoints(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMp3Gain(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectPresets(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
+
+/// A whole file of at most 16 MB; nothing, and a sentence, when it cannot be read.
+[[nodiscard]] std::optional<std::string> WholeFile(const std::string& path, std::ostream& err);
 
 /// The text itself when it is UTF-8; else every byte as the Latin-1 character of that number, in UTF-8.
 [[nodiscard]] std::string ReadableText(std::string_view bytes);
