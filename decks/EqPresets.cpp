@@ -35,6 +35,7 @@ std::string Block(const std::string& name, const EqValues& values) {
 struct Edited {
   std::string text;
   bool found = false;
+  bool loose_name = false;  ///< a name at the end had no values, and is left out: it would take the next lines
 };
 
 /// The text with every block of the name left out; in the place of the first stands the replacement.
@@ -47,6 +48,8 @@ Edited ReplaceBlocks(std::string_view text, std::string_view name, const std::st
     if (starts_preset && NameIn(lines[i]) == name) {
       if (!edited.found) edited.text += replacement;
       edited.found = true;
+    } else if (starts_preset && count == 1) {
+      edited.loose_name = true;
     } else {
       for (std::size_t j = i; j < i + count; ++j) edited.text.append(lines[j]).append(kLineEnd);
     }
@@ -120,6 +123,7 @@ support::Result<void> EqPresetFile::Save(const std::string& name, const EqValues
   const Edited edited = ReplaceBlocks(text.Value(), name, block);
   if (edited.found) return Rewrite(text.Value(), edited.text);
   const bool ended = text.Value().empty() || text.Value().back() == '\n' || text.Value().back() == '\r';
+  if (edited.loose_name) return files_.Save(Path(), edited.text + block);
   return files_.Save(Path(), text.Value() + (ended ? "" : std::string(kLineEnd)) + block);
 }
 

@@ -71,6 +71,13 @@ TEST_F(EqPresetsTest, AnEndWithoutALineEndDoesNotSwallowWhatIsAdded) {
   EXPECT_THAT(Names(), ElementsAre("Old", "New"));
 }
 
+TEST_F(EqPresetsTest, ANameWithoutValuesDoesNotTakeThoseOfWhatIsAdded) {
+  Write("[Old]\n1;\n[Cut off]");
+  ASSERT_TRUE(file_.Save("New", kParty));
+  EXPECT_THAT(Names(), ElementsAre("Old", "New"));
+  EXPECT_EQ(EqValuesOf(file_.Read().Value()[1].value_line), kParty);
+}
+
 TEST_F(EqPresetsTest, AnOverwrittenPresetStaysInItsPlaceAndTheOldFileStaysBeside) {
   const std::string old =
       "a note\r\n[A]\r\n1;1;1;1;1;1;1;1;1;1;\r\n[Party]\r\nx\r\n[B]\r\n2;\r\n[Party]\r\ny\r\n";
