@@ -15,6 +15,7 @@ struct IndexKeeper::State {
   support::FileSaver& files;
   const std::filesystem::path path;
   const std::function<void(std::string)> complain;
+  bool told = false;      ///< of the failure, under the lock of saving
   support::Mutex saving;  ///< one save at a time, so that an older state never lands on a newer one
   support::Mutex mutex;
   std::optional<catalogue::track_table> newest DJ_GUARDED_BY(mutex);
@@ -48,7 +49,8 @@ void IndexKeeper::SaveNewest(State& state) {
   }
   if (!table) return;
   const support::Result<void> saved = catalogue::SaveIndex(state.files, state.path, *table);
-  if (!saved) state.complain(saved.Failure().text);
+  if (!saved && !state.told) state.complain(saved.Failure().text);
+  state.told = !saved;
 }
 
 }  // namespace app

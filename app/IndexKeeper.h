@@ -18,8 +18,8 @@ namespace app {
 
 /// Saves a table to its index on a worker, always the newest state of it.
 ///
-/// Law: what was given to Save is on the disk after Flush, or a sentence said why not. Threads: the owner's;
-/// the complaint is made on whichever thread saves.
+/// A run of failing saves is told once. Law: what was given to Save is on the disk after Flush, or a sentence
+/// said why not. Threads: the owner's; the complaint is made on whichever thread saves.
 class IndexKeeper {
  public:
   IndexKeeper(support::FileSaver& files, support::Executor& workers, std::shared_ptr<WorkGate> gate,

@@ -7,6 +7,9 @@
 #include "decks/ports/AudioEngine.h"
 
 namespace app {
+
+using support::Sentence;
+
 namespace {
 
 bool IsPair(int speaker) {
@@ -23,7 +26,7 @@ int DeviceNamed(std::span<const std::string> names, std::string_view name) {
 }
 
 OutputView StoredPlace(const Settings& settings, int output, std::span<const std::string> names,
-                       std::string& notice) {
+                       const support::Sentences& say, std::string& notice) {
   OutputView place;
   place.device = std::clamp(settings.Number("Devices", Numbered("Device", output)), 0, 32767);
   if (settings.Flag("Speakerchoice", Numbered("Speaker", output))) {
@@ -33,13 +36,14 @@ OutputView StoredPlace(const Settings& settings, int output, std::span<const std
   if (place.device == 0 || name.empty()) return place;
   place.device = DeviceNamed(names, name);
   if (place.device != 0) return place;
-  notice = "The sound output \"" + name + "\" is not connected.";
+  notice = say(Sentence::OutputNotConnected, {name});
   return output == kPrelistenOutput ? OutputView{} : OutputView{1, 0};
 }
 
 }  // namespace
 
-OutputWish WishFor(OutputView place, std::span<const std::string> device_names) {
+OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
+                   const support::Sentences& say) {
   OutputWish wish;
   wish.place = place;
   wish.flags = IsPair(place.speaker) ? decks::kInitSpeakers : 0;
@@ -47,7 +51,8 @@ OutputWish WishFor(OutputView place, std::span<const std::string> device_names) 
   if (index < device_names.size()) {
     wish.name = device_names[index];
   } else {
-    wish.name = place.device == 0 ? "no sound" : "number " + std::to_string(place.device);
+    wish.name = place.device == 0 ? say(Sentence::NoSound)
+                                  : say(Sentence::OutputNumber, {std::to_string(place.device)});
   }
   return wish;
 }
@@ -56,14 +61,15 @@ bool HasSecondOutput(const Settings& settings) {
   return settings.Number("Preferences", "Outputs") == 2;
 }
 
-OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names) {
+OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
+                           const support::Sentences& say) {
   OutputsAtStart outputs;
   const bool two = HasSecondOutput(settings);
   for (int output = 1; output <= kOutputs; ++output) {
     OutputWish& wish = outputs.wishes[static_cast<std::size_t>(output - 1)];
     wish = output == 2 && !two
                ? outputs.wishes[0]
-               : WishFor(StoredPlace(settings, output, device_names, outputs.notice), device_names);
+               : WishFor(StoredPlace(settings, output, device_names, say, outputs.notice), device_names, say);
   }
   return outputs;
 }

@@ -9,6 +9,7 @@
 
 #include "app/Settings.h"
 #include "app/WorkstationView.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -34,12 +35,14 @@ struct OutputsAtStart {
 ///
 /// A stored device name that is found wins over the number, because numbers may change between two runs. A
 /// device that is gone is replaced by the first one for a deck, and by none for the head-phones.
-[[nodiscard]] OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names);
+[[nodiscard]] OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
+                                         const support::Sentences& say);
 
 /// Stores a choice of output 1 to 3 with the name of its device.
 void StoreOutput(Settings& settings, int output, OutputView place, std::span<const std::string> device_names);
 
 /// A wish for a place; the flags ask for speaker assignment where a pair is chosen.
-[[nodiscard]] OutputWish WishFor(OutputView place, std::span<const std::string> device_names);
+[[nodiscard]] OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
+                                 const support::Sentences& say);
 
 }  // namespace app

@@ -25,11 +25,11 @@ void Add(Rows& rows, std::string_view section, std::span<const Words> keys) {
   }
 }
 
-constexpr std::array<std::string_view, 16> kOutputs{"1", "2",  "3",  "4",  "5",  "6",  "7",  "8",
-                                                    "9", "10", "11", "12", "13", "14", "15", "16"};
+constexpr std::array<std::string_view, 16> kOutputNumbers{"1", "2",  "3",  "4",  "5",  "6",  "7",  "8",
+                                                          "9", "10", "11", "12", "13", "14", "15", "16"};
 
 void AddOutputs(Rows& rows, std::string_view section, std::string_view fallback, std::string_view meaning) {
-  for (const std::string_view number : kOutputs) {
+  for (const std::string_view number : kOutputNumbers) {
     rows.push_back({support::kApplication, section, number, fallback, meaning});
   }
 }

@@ -2,7 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Stage.h"
 
+#include <algorithm>
 #include <utility>
+
+#include "app/MasterVolume.h"
 
 namespace app {
 namespace {
@@ -14,36 +17,51 @@ std::size_t Index(int output) {
   return static_cast<std::size_t>(output - 1);
 }
 
-std::string CannotOpen(const OutputWish& wish) {
-  return "The sound output \"" + wish.name + "\" cannot be opened.";
-}
-
 }  // namespace
 
 Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), workers_(workers), gate_(std::move(gate)), box_(std::move(box)) {
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say)
+    : engine_(engine),
+      sound_(sound),
+      workers_(workers),
+      gate_(std::move(gate)),
+      box_(std::move(box)),
+      say_(say),
+      waves_(engine, workers, gate_, box_),
+      mix_points_(engine, sound, workers, gate_, box_),
+      equaliser_(engine) {
   for (int number = 1; number <= kDecks; ++number) {
-    decks_[static_cast<std::size_t>(number - 1)] =
-        std::make_unique<DeckStation>(number, engine, sound, controls_, box_);
+    decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
+        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
   }
 }
 
-void Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
+std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
   ReleaseEngine();
   std::array<OutputView, kOutputs> places{};
+  std::vector<std::string> failures;
   for (std::size_t i = 0; i < wishes.size(); ++i) {
-    if (wishes[i].place.device != kNoSound && Open(wishes[i])) places[i] = wishes[i].place;
+    if (wishes[i].place.device == kNoSound) continue;
+    if (Open(wishes[i])) {
+      places[i] = wishes[i].place;
+    } else if (std::find(failures.begin(), failures.end(), notice_) == failures.end()) {
+      failures.push_back(notice_);
+    }
   }
   // A second deck without its device is better heard on the first one's; head-phones never are.
   if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
   for (const OutputView& place : places) {
-    if (place.device == kNoSound) Open(WishFor({}, {}));
+    if (place.device == kNoSound) Open(WishFor({}, {}, say_));
   }
   for (int output = 1; output <= kOutputs; ++output) {
     moves_[Index(output)].place = places[Index(output)];
     Route(output, places[Index(output)]);
   }
+  return failures;
+}
+
+std::string Stage::CannotOpen(const OutputWish& wish) const {
+  return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
 
 bool Stage::Open(const OutputWish& wish) {
@@ -113,6 +131,29 @@ void Stage::TellRoles() {
   }
 }
 
+void Stage::FollowMixer(int percent) {
+  has_mixer_ = true;
+  SetMainVolume(MainVolumeOf(percent));
+}
+
+void Stage::SetGainPercent(int percent) {
+  controls_.AutomationSlider[1] = percent;
+  for (const auto& deck : decks_) deck->FindMixPoints();
+}
+
+void Stage::StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders) {
+  for (int slider = 0; slider < decks::kEqSliders; ++slider) {
+    equaliser_.Eq(slider, sliders[static_cast<std::size_t>(slider)]);
+  }
+}
+
+void Stage::SetEqualiser(int slider, int decibels) {
+  equaliser_.Eq(slider, decibels);
+  std::array<const decks::clsBassPlayer*, kDecks> players;
+  for (std::size_t i = 0; i < players.size(); ++i) players[i] = &decks_[i]->Player();
+  equaliser_.SliderChanged(slider, players);
+}
+
 void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
@@ -123,10 +164,20 @@ void Stage::ReleaseEngine() {
 }
 
 void Stage::Tick() {
-  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) notice_ = event.text;
+  bool listed = false;
+  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
+    if (!event.text.empty()) notice_ = event.text;
+    listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
+  }
+  if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   view.outputs = outputs_;
+  for (int slider = 0; slider < decks::kEqSliders; ++slider) {
+    view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
+  }
+  view.main_volume = controls_.MainVolume;
+  view.has_mixer = has_mixer_;
   view.health = sound_.Health();
   view.notice = notice_;
   views_.Publish();

@@ -3,13 +3,16 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
+#include <vector>
 
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
+#include "app/WaveDesk.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
@@ -24,17 +27,29 @@ namespace app {
 class Stage {
  public:
   Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box);
+        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
-  /// sentence. Blocks while devices open, so nothing plays yet.
-  void OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
+  /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
+  [[nodiscard]] std::vector<std::string> OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
   /// Update period and playback buffer, short ones, so that decks answer at once.
   void SetBuffers();
   /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the
   /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
   /// wins.
   void MoveOutput(int output, const OutputWish& wish);
+  /// The master slider, 0 to 99, as the levels read it.
+  void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
+  /// The threshold of the mix points, 0 to 100; those of the files on the decks are looked for again.
+  void SetGainPercent(int percent);
+  /// The sliders as they were stored; nothing plays yet.
+  void StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders);
+  /// Moves a slider, 0 to 19, and its band on every deck that plays.
+  void SetEqualiser(int slider, int decibels);
+  /// The system's volume was told.
+  void FollowMixer(int percent);
+  /// Called when the engine knows a device more.
+  void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -46,6 +61,7 @@ class Stage {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
+  [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
@@ -56,12 +72,18 @@ class Stage {
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
+  const support::Sentences& say_;
   decks::MasterControls controls_;
+  WaveDesk waves_;
+  MixPointDesk mix_points_;
+  decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
+  bool has_mixer_ = false;
+  std::function<void()> listed_;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };

@@ -1,19 +1,47 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <system_error>
+#include <utility>
+
 #include "app/WorkstationParts.h"
+#include "support/Text.h"
 
 namespace app {
+namespace {
+
+/// The twenty sliders Eq out of the sections of both banks.
+std::array<int, decks::kEqSliders> StoredSliders(const Preferences& preferences) {
+  std::array<int, decks::kEqSliders> sliders{};
+  for (std::size_t bank = 0; bank < preferences.decks.size(); ++bank) {
+    for (const auto& [key, value] : preferences.decks[bank].equaliser) {
+      const auto place = support::ParseInteger(key);  // "High", "Mid" and "Bass" are none of the twenty
+      if (!place || *place < 0 || *place >= decks::kEqBands) continue;
+      const auto gain = std::clamp<std::int64_t>(support::LeadingInteger(value), -kMostEqGain, kMostEqGain);
+      sliders[bank * decks::kEqBands + static_cast<std::size_t>(*place)] = static_cast<int>(gain);
+    }
+  }
+  return sliders;
+}
+
+}  // namespace
 
 void Workstation::StartUp() {
   Parts& parts = *parts_;
   if (parts.life != Parts::Life::Made) return;
   parts.life = Parts::Life::Running;
   parts.ReadLanguage();
+  parts.NameTheWindow();
+  // The decks' players and the tables with their columns stand since the workstation was made.
+  parts.OpenMixer();
   parts.LoadIndexes();
+  parts.CheckProgramFolder();
   parts.ListOutputDevices();
+  parts.FollowOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
+  parts.FindVisualisations();
   parts.ShortenBuffers();
 }
 
@@ -29,19 +57,53 @@ void Workstation::ShutDown() {
 }
 
 void Workstation::Parts::ReadLanguage() {
-  string_base = settings.Number("Language", "Current") == 1 ? 1000 : 0;
+  string_base = settings.Number("Language", "Current") == 1 ? support::Sentences::kDutchBase : 0;
+  say.Choose(string_base);
+}
+
+void Workstation::Parts::NameTheWindow() {
+  skin_folder = folder.Native("\\Skins");
+}
+
+void Workstation::Parts::OpenMixer() {
+  if (ports.mixer == nullptr) return;
+  // A sound system may take its time to answer; the slider follows when it has.
+  auto told = [box = conductor.Box(), this](int percent) {
+    box->Post([this, percent] { stage.FollowMixer(percent); });
+  };
+  ports.workers.Post(
+      [mixer = ports.mixer, gate = gate, told = std::move(told)] { gate->Pass([&] { mixer->Open(told); }); });
 }
 
 void Workstation::Parts::LoadIndexes() {
-  const auto report = catalogue::LoadIndex(folder.Native(catalogue::kTrackIndex), catalogue);
+  loaded.tracks = LoadTable(catalogue::kTrackIndex, catalogue, support::Sentence::CatalogueDamaged);
+  loaded.karaoke = LoadTable(catalogue::kKaraokeIndex, karaoke, support::Sentence::KaraokeDamaged);
+}
+
+catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, catalogue::track_table& table,
+                                                     support::Sentence damaged) {
+  const auto report = catalogue::LoadIndex(folder.Native(name), table, say);
   if (!report) {
     if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(report.Failure().text);
-  } else if (report.Value().Skipped() > 0) {
-    stage.Notice(std::to_string(report.Value().Skipped()) + " damaged rows of the catalogue were left out.");
+    return {};
   }
+  const int skipped = report.Value().Skipped();
+  if (skipped > 0) stage.Notice(say(damaged, {std::to_string(skipped)}));
+  return report.Value();
+}
+
+void Workstation::Parts::CheckProgramFolder() {
+  ports.workers.Post([this, gate = gate, path = folder.Native("\\can-write.tmp"), tell = Teller()] {
+    gate->Pass([&] {
+      if (!ports.files.Save(path, "")) return tell(say(support::Sentence::FolderReadOnly));
+      std::error_code ignored;
+      std::filesystem::remove(path, ignored);
+    });
+  });
 }
 
 void Workstation::Parts::ListOutputDevices() {
+  device_names.clear();
   constexpr int kMostDevices = 256;  // an engine that never ends its list does not keep the window shut
   for (int device = 1; device <= kMostDevices; ++device) {
     auto name = ports.engine.BASS_GetDeviceDescription(device);
@@ -50,17 +112,47 @@ void Workstation::Parts::ListOutputDevices() {
   }
 }
 
+void Workstation::Parts::FollowOutputDevices() {
+  stage.OnDevicesListed([this] { window->Post([this] { ListOutputDevices(); }); });
+}
+
 void Workstation::Parts::InitialiseEngine() {
-  OutputsAtStart outputs = ReadOutputs(settings, device_names);
-  if (device_names.empty()) outputs.notice = "No sound output was found; the decks run without sound.";
+  preferences = ReadPreferences(settings);
+  OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
+  if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
+  conductor.Post([this, sliders = StoredSliders(preferences), percent = preferences.gain_percent] {
+    stage.StoredEqualiser(sliders);
+    stage.SetGainPercent(std::clamp(percent, 0, 100));
+  });
   conductor.Post([this, outputs = std::move(outputs)] {
-    stage.OpenOutputs(outputs.wishes);
+    for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
+      window->Post([this, failure = std::move(failure)] { Prompt(failure); });
+    }
     if (!outputs.notice.empty()) stage.Notice(outputs.notice);
+  });
+}
+
+void Workstation::Parts::FindVisualisations() {
+  if (ports.visualisation == nullptr) return;
+  conductor.Post([this, plugins = folder.Native("\\Plugins")] {
+    constexpr int kOption = 4;
+    auto names = ports.visualisation->BASS_VIS_FindPlugins(plugins);
+    ports.visualisation->BASS_VIS_SetConfig(kOption, 0);
+    const int rate = std::clamp(settings.Number("Visualisation", "Resolution"), 1, 60);
+    window->Post([this, names = std::move(names), rate] {
+      visualisers = names;
+      visualisation_rate = rate;
+    });
   });
 }
 
 void Workstation::Parts::ShortenBuffers() {
   conductor.Post([this] { stage.SetBuffers(); });
+}
+
+void Workstation::Parts::Prompt(std::string sentence) {
+  if (prompts != nullptr) return prompts->Tell(sentence);
+  unseen_prompts.push_back(std::move(sentence));
 }
 
 void Workstation::Parts::ReleaseDecks() {
@@ -73,6 +165,7 @@ void Workstation::Parts::ReleaseEngine() {
 
 void Workstation::Parts::SaveWhatWaits() {
   index.Flush();
+  karaoke_index.Flush();
   settings.Store().Flush();
 }
 

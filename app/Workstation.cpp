@@ -2,13 +2,19 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Workstation.h"
 
+#include <algorithm>
+#include <cassert>
 #include <utility>
 
+#include "app/MasterVolume.h"
 #include "app/WorkstationParts.h"
 #include "support/Text.h"
 
 namespace app {
 namespace {
+
+constexpr std::string_view kHelpFile = "\\help\\djTOLVENgold.chm";
+constexpr const char* kHelpTopic = "introduction.htm";
 
 /// A command for one deck, for the conductor; nothing for a deck that is not there.
 template <typename Command>
@@ -27,6 +33,39 @@ Workstation::~Workstation() {
   parts_->conductor.Stop();
   parts_->gate->Close();
   parts_->window->Close();
+}
+
+void Workstation::AttachWindow(Prompts* prompts, Help* help) {
+  parts_->prompts = prompts;
+  parts_->help = help;
+  if (prompts == nullptr) return;
+  for (std::string& sentence : std::exchange(parts_->unseen_prompts, {})) {
+    parts_->window->Post([this, sentence = std::move(sentence)] { parts_->Prompt(sentence); });
+  }
+}
+
+const std::filesystem::path& Workstation::SkinFolder() const {
+  return parts_->skin_folder;
+}
+
+std::string Workstation::Caption(std::string_view window) const {
+  return "dj TOLVEN " + std::string(window);
+}
+
+const std::vector<std::string>& Workstation::Visualisers() const {
+  return parts_->visualisers;
+}
+
+int Workstation::VisualisationRate() const {
+  return parts_->visualisation_rate;
+}
+
+const Preferences& Workstation::Preferred() const {
+  return parts_->preferences;
+}
+
+app::Settings& Workstation::Settings() {
+  return parts_->settings;
 }
 
 const WorkstationView& Workstation::View() {
@@ -81,11 +120,33 @@ void Workstation::SetPreVolume(int deck, int volume) {
          [volume](DeckStation& station) { station.SetPreVolume(volume); });
 }
 
+void Workstation::SetMainVolume(int main_volume) {
+  const int slider = std::clamp(main_volume, 0, 99);
+  parts_->conductor.Post([&stage = parts_->stage, mixer = parts_->ports.mixer, slider] {
+    stage.SetMainVolume(slider);
+    if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
+  });
+}
+
+void Workstation::SetEqualiser(int slider, int decibels) {
+  if (slider < 0 || slider >= decks::kEqSliders) return;
+  const int gain = std::clamp(decibels, -kMostEqGain, kMostEqGain);
+  const bool first = slider < decks::kEqBands;
+  parts_->settings.SetNumber(first ? "Eq1" : "Eq2", std::to_string(slider % decks::kEqBands), gain);
+  parts_->conductor.Post([&stage = parts_->stage, slider, gain] { stage.SetEqualiser(slider, gain); });
+}
+
+void Workstation::SetGainPercent(int percent) {
+  const int slider = std::clamp(percent, 0, 100);
+  parts_->settings.SetNumber("Settings", "GainPercent", slider);
+  parts_->conductor.Post([&stage = parts_->stage, slider] { stage.SetGainPercent(slider); });
+}
+
 void Workstation::SetOutput(int output, OutputView choice) {
   Parts& parts = *parts_;
   if (output < 1 || output > kOutputs || choice.device < 0) return;
   StoreOutput(parts.settings, output, choice, parts.device_names);
-  const OutputWish wish = WishFor(choice, parts.device_names);
+  const OutputWish wish = WishFor(choice, parts.device_names, parts.say);
   const bool shared = output == 1 && !HasSecondOutput(parts.settings);
   parts.conductor.Post([&parts, output, wish, shared] {
     parts.stage.MoveOutput(output, wish);
@@ -93,8 +154,47 @@ void Workstation::SetOutput(int output, OutputView choice) {
   });
 }
 
+void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
+  Parts& parts = *parts_;
+  switch (wish.mode) {
+    case ApplyMode::ReindexMusic:
+      return parts.Scan(parts.music_scan, wish.folder, parts.index, parts.catalogue, std::move(scanned));
+    case ApplyMode::ReindexKaraoke:
+      return parts.Scan(parts.karaoke_scan, wish.folder, parts.karaoke_index, parts.karaoke,
+                        std::move(scanned));
+    case ApplyMode::ChooseDirectory:
+      if (!wish.folder.empty()) parts.settings.SetText("Settings", "Directory", wish.folder);
+      return;
+    case ApplyMode::ChannelColours:
+      return StoreColours(parts.settings, wish.colours);
+    case ApplyMode::Help:
+      if (parts.help != nullptr) parts.help->Open(parts.folder.Native(kHelpFile), kHelpTopic);
+      return;
+  }
+}
+
+AddingProgress Workstation::Scanning() const {
+  const AddingProgress music = parts_->music_scan.Progress();
+  const AddingProgress karaoke = parts_->karaoke_scan.Progress();
+  return {music.done + karaoke.done, music.total + karaoke.total};
+}
+
+bool Workstation::IsScanning() const {
+  return parts_->music_scan.Running() || parts_->karaoke_scan.Running();
+}
+
+void Workstation::CancelScans() {
+  parts_->music_scan.Cancel();
+  parts_->karaoke_scan.Cancel();
+}
+
 int Workstation::StringBase() const {
   return parts_->string_base;
+}
+
+void Workstation::SetLanguage(int language) {
+  parts_->settings.SetNumber("Language", "Current", language == 1 ? 1 : 0);
+  parts_->ReadLanguage();
 }
 
 const std::vector<std::string>& Workstation::DeviceNames() const {
@@ -103,6 +203,41 @@ const std::vector<std::string>& Workstation::DeviceNames() const {
 
 catalogue::track_table& Workstation::Catalogue() {
   return parts_->catalogue;
+}
+
+catalogue::track_table& Workstation::Karaoke() {
+  return parts_->karaoke;
+}
+
+catalogue::track_table& Workstation::Playlist(int number) {
+  assert(number >= 1 && number <= kPlaylists && "there are three playlists");
+  return parts_->playlists[static_cast<std::size_t>(number - 1)];
+}
+
+const LoadReport& Workstation::Loaded() const {
+  return parts_->loaded;
+}
+
+void Workstation::DeleteTracks(const std::vector<int>& rows, DeletedFiles done) {
+  parts_->removal.Remove(rows, [this, done = std::move(done)](int removed, auto kept) {
+    if (removed > 0) parts_->index.Save(parts_->catalogue);
+    if (done) done(removed, std::move(kept));
+  });
+}
+
+void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done) {
+  parts_->karaoke_removal.Remove(rows, [this, done = std::move(done)](int removed, auto kept) {
+    if (removed > 0) parts_->karaoke_index.Save(parts_->karaoke);
+    if (done) done(removed, std::move(kept));
+  });
+}
+
+void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
+                              const catalogue::track_table& table, Reindex::Done done) {
+  scan.Start(tree, [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
+    if (outcome.replaced) keeper.Save(table);
+    if (done) done(outcome);
+  });
 }
 
 void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {

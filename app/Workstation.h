@@ -9,7 +9,14 @@
 #include <vector>
 
 #include "app/FileIntake.h"
+#include "app/Preferences.h"
+#include "app/Reindex.h"
 #include "app/WorkstationView.h"
+#include "app/ports/Help.h"
+#include "app/ports/Prompts.h"
+#include "app/ports/SystemMixer.h"
+#include "app/ports/Visualisation.h"
+#include "catalogue/IndexFile.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "decks/ports/AudioEngine.h"
@@ -31,6 +38,25 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
+  SystemMixer* mixer = nullptr;            ///< null: no master volume
+  Visualisation* visualisation = nullptr;  ///< null: none
+};
+
+/// What the button of the settings page does.
+enum class ApplyMode { ReindexMusic, ReindexKaraoke, ChooseDirectory, ChannelColours, Help };
+
+struct ApplyWish {
+  ApplyMode mode = ApplyMode::ReindexMusic;
+  std::string folder;                 ///< to scan, or chosen; an empty choice changes nothing
+  std::vector<StoredColour> colours;  ///< of the console's channels
+};
+
+inline constexpr int kPlaylists = 3;
+
+/// What start-up read of the index files.
+struct LoadReport {
+  catalogue::IndexReport tracks;
+  catalogue::IndexReport karaoke;
 };
 
 /// The whole program without its window: decks, catalogue, conductor.
@@ -53,6 +79,30 @@ class Workstation {
   /// The described shutdown; the destructor calls it when nobody did.
   void ShutDown();
 
+  /// The window's side, once it is there; null takes it away again. What the user has to be told and was not
+  /// yet comes with the next PumpWindow.
+  void AttachWindow(Prompts* prompts, Help* help);
+  /// Where the skins' pictures lie; known after StartUp.
+  [[nodiscard]] const std::filesystem::path& SkinFolder() const;
+  /// The caption of a window: the program's name, a blank and this.
+  [[nodiscard]] std::string Caption(std::string_view window) const;
+  /// Names of the visualisers, filled in by PumpWindow soon after StartUp.
+  [[nodiscard]] const std::vector<std::string>& Visualisers() const;
+  /// Frames a second of the visualisation.
+  [[nodiscard]] int VisualisationRate() const;
+  /// As read at start-up.
+  [[nodiscard]] const Preferences& Preferred() const;
+  /// The store itself, for the controls that read and write a key of their own.
+  [[nodiscard]] app::Settings& Settings();
+
+  /// The button of the settings page. Scans run on workers; their outcome is given on the window's thread.
+  void Apply(const ApplyWish& wish, Reindex::Done scanned = nullptr);
+  /// Of the scan that is under way, all zero when none is.
+  [[nodiscard]] AddingProgress Scanning() const;
+  [[nodiscard]] bool IsScanning() const;
+  /// The tables stay as they were.
+  void CancelScans();
+
   /// The newest snapshot; valid until the next call. Never waits.
   [[nodiscard]] const WorkstationView& View();
 
@@ -69,15 +119,37 @@ class Workstation {
   void SetTempo(int deck, float percent);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
+  /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
+  void SetMainVolume(int main_volume);
+  /// Moves slider 0 to 19 of the equaliser to -12 to 12 dB and stores it; the band follows on every deck that
+  /// plays.
+  void SetEqualiser(int slider, int decibels);
+  /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
+  void SetGainPercent(int percent);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
   /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
   [[nodiscard]] int StringBase() const;
-  /// Names of the output devices, the first one is device 1.
+  /// 0 English, 1 Dutch; stored, and acts on all that is said after it.
+  void SetLanguage(int language);
+  /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
+  /// one that is pulled keeps its number.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
+  // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();
+  [[nodiscard]] catalogue::track_table& Karaoke();
+  /// Requires: 1 to kPlaylists.
+  [[nodiscard]] catalogue::track_table& Playlist(int number);
+  [[nodiscard]] const LoadReport& Loaded() const;
+  /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row whose
+  /// file could not be deleted stays. Called back on the window's thread with the number of rows removed and
+  /// a sentence for each file that is still there.
+  using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
+  void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
+  /// The same for the karaoke table; with each file goes the mp3 of the same name.
+  void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
   /// window's thread with the number of rows and a sentence for each file left out.

@@ -9,7 +9,10 @@
 
 #include "app/Conductor.h"
 #include "app/FileIntake.h"
+#include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
+#include "app/Preferences.h"
+#include "app/Reindex.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
 #include "app/WorkGate.h"
@@ -26,39 +29,87 @@ struct Workstation::Parts {
         conducting(how),
         settings(outside.settings, program_folder),
         conductor([this] { stage.Tick(); }),
-        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box()),
-        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex),
-              [box = conductor.Box(), this](std::string sentence) {
-                box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
-              }),
-        intake(catalogue, outside.tags, outside.workers, gate, window) {}
+        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box(), say),
+        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Teller()),
+        karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
+                      Teller()),
+        scratch(folder.Native(catalogue::kTagScratch)),
+        intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
+        removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
+                window, say),
+        karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
+                        gate, window, say),
+        music_scan(catalogue, catalogue::ScanMode::Music, outside.tags, outside.workers, gate, window, say,
+                   scratch),
+        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window, say,
+                     scratch) {}
+
+  /// Brings a sentence to the status line, from any thread.
+  std::function<void(std::string)> Teller() {
+    return [box = conductor.Box(), this](std::string sentence) {
+      box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
+    };
+  }
 
   // The described start-up and shutdown, a step a function.
   void ReadLanguage();
+  void NameTheWindow();
+  void OpenMixer();
   void LoadIndexes();
+  catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table,
+                                   support::Sentence damaged);
   void ListOutputDevices();
+  void FollowOutputDevices();
+  void CheckProgramFolder();
   void InitialiseEngine();
+  void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
   void ReleaseEngine();
   void SaveWhatWaits();
+
+  /// Shows a sentence in a box, or keeps it for a window that is not there yet.
+  void Prompt(std::string sentence);
+
+  /// Starts a scan and saves the table when it was replaced.
+  static void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
+                   const catalogue::track_table& table, Reindex::Done done);
 
   enum class Life { Made, Running, Over };
 
   Ports ports;
   support::ProgramFolder folder;
   Conducting conducting;
-  Settings settings;
+  app::Settings settings;
   Life life = Life::Made;
   int string_base = 0;
+  support::Sentences say;
+  LoadReport loaded;
+  std::filesystem::path skin_folder;
+  Preferences preferences;
+  std::vector<std::string> visualisers;
+  int visualisation_rate = 0;
+  Prompts* prompts = nullptr;
+  Help* help = nullptr;
+  std::vector<std::string> unseen_prompts;
   std::vector<std::string> device_names;
   catalogue::track_table catalogue{catalogue::TrackColumns()};
+  catalogue::track_table karaoke{catalogue::KaraokeColumns()};
+  std::array<catalogue::track_table, kPlaylists> playlists{catalogue::track_table(catalogue::TrackColumns()),
+                                                           catalogue::track_table(catalogue::TrackColumns()),
+                                                           catalogue::track_table(catalogue::TrackColumns())};
   std::shared_ptr<WorkGate> gate = std::make_shared<WorkGate>();
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
   Stage stage;
   IndexKeeper index;
+  IndexKeeper karaoke_index;
+  catalogue::TagScratch scratch;
   FileIntake intake;
+  FileRemoval removal;
+  FileRemoval karaoke_removal;
+  Reindex music_scan;
+  Reindex karaoke_scan;
 };
 
 }  // namespace app

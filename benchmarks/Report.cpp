@@ -46,8 +46,11 @@ double ProcessCpuSeconds() {
   return CpuSeconds(CLOCK_PROCESS_CPUTIME_ID);
 }
 
-void Print(const std::vector<Figure>& figures) {
+void PrintHead() {
   std::printf("| figure | unit | ours | reference | ratio | aim |\n|---|---|---|---|---|---|\n");
+}
+
+void Print(const std::vector<Figure>& figures) {
   for (const Figure& figure : figures) {
     const std::string reference = figure.reference ? Number(*figure.reference) : "";
     const std::string ratio = figure.reference ? Number(figure.ours / *figure.reference) : "";

@@ -43,6 +43,10 @@ std::string AudioPathOf(const std::string& path) {
 }
 
 TrackCells TrackRow(const std::string& path, const FileTags& tags) {
+  return TrackRow(path, tags, MixingTagsOf(tags));
+}
+
+TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing) {
   TrackCells cells;
   const auto cell = [&cells](int column) -> std::string& {
     return cells[static_cast<std::size_t>(column - 1)];
@@ -57,7 +61,6 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags) {
   cell(track::kYear) = tags.year;
   cell(track::kBitrate) = NumberOrNothing(tags.bit_rate);
   cell(track::kFreq) = NumberOrNothing(tags.sample_rate);
-  const MixingTags mixing = MixingTagsOf(tags);
   cell(track::kBpm) = mixing.bpm.value_or(TempoCell(tags.bpm));
   cell(track::kGain) = mixing.gain.value_or("");
   cell(track::kStartMixPoint) = mixing.start_mix_point.value_or("");
@@ -65,16 +68,23 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags) {
   return cells;
 }
 
-support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path) {
+KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags) {
+  const TrackCells cells = TrackRow(path, tags);
+  const auto cell = [&cells](int column) { return cells[static_cast<std::size_t>(column - 1)]; };
+  return {cell(track::kArtist), cell(track::kTitle), "", cell(track::kGenre), cell(track::kTime), path};
+}
+
+support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
+                                        const support::Sentences& say, TagScratch* scratch) {
   if (KindOf(path) == FileKind::MidiSong) {
     return support::Error{support::ErrorCode::Unsupported,
-                          "\"" + std::string(LastPart(path)) +
-                              "\" is a MIDI karaoke song, which has no place in the music catalogue."};
+                          say(support::Sentence::KaraokeSongInMusic, {LastPart(path)})};
   }
   const std::string audio = AudioPathOf(path);
   const support::Result<FileTags> tags = reader.Read(audio);
   if (!tags) return tags.Failure();
-  return TrackRow(audio, tags.Value());
+  if (scratch == nullptr) return TrackRow(audio, tags.Value());
+  return TrackRow(audio, tags.Value(), MixingTagsOf(tags.Value(), *scratch));
 }
 
 }  // namespace catalogue

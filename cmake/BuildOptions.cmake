@@ -34,3 +34,8 @@ if(NOT DJ_SANITIZE AND NOT CMAKE_CROSSCOMPILING)
     add_link_options(-fuse-ld=mold)
   endif()
 endif()
+
+if(CMAKE_CROSSCOMPILING AND DJ_BUILD_TESTS)
+  # Debian has GoogleTest for its own system alone, and its source for all others.
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+endif()

@@ -28,6 +28,7 @@ struct MixPointRequest {
   std::string filename;
   int speaker = 0;       ///< pair code of the main output: the decoder is opened with the main stream's flags
   int gain_percent = 3;  ///< the threshold, 0 to 100
+  bool operator==(const MixPointRequest&) const = default;
 };
 
 /// Where the sound of a file begins and ends.

@@ -87,9 +87,7 @@ bool SoundEngine::BASS_Init(int device, int frequency, std::uint32_t /*flags*/) 
   request.sample_rate = frequency;
   request.buffer_ms = buffer_ms_;
   request.period_ms = period_ms_;
-  if (frequency < kLowestRate || frequency > kHighestRate || !devices_->Open(device, request)) return false;
-  current_device_ = device;
-  return true;
+  return frequency >= kLowestRate && frequency <= kHighestRate && devices_->Open(device, request);
 }
 
 std::optional<std::string> SoundEngine::BASS_GetDeviceDescription(int device) {

@@ -3,8 +3,12 @@
 #include <cstdio>
 #include <filesystem>
 #include <fstream>
+#include <map>
 #include <string>
+#include <string_view>
 
+#include "catalogue/IndexFile.h"
+#include "catalogue/track_table.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -39,42 +43,63 @@ void MakeTagSeeds(const std::filesystem::path& folder) {
   }
 }
 
-void Put(const std::filesystem::path& path, std::string_view bytes) {
-  std::ofstream(path, std::ios::binary) << bytes;
+void WriteSeed(const std::filesystem::path& path, std::string_view content) {
+  std::ofstream(path, std::ios::binary) << content;
 }
 
 void MakeGainSeeds(const std::filesystem::path& folder) {
   const std::string header = "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain\r\n";
   const std::string values = "\t-4\t-5.250000\t31000.500000\t178\t99\r\n";
-  Put(folder / "track", header + "song.mp3" + values);
-  Put(folder / "album", header + "song.mp3" + values + "\"Album\"" + values);
-  Put(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
+  WriteSeed(folder / "track", header + "song.mp3" + values);
+  WriteSeed(folder / "album", header + "song.mp3" + values + "\"Album\"" + values);
+  WriteSeed(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
 }
 
 void MakePresetSeeds(const std::filesystem::path& folder) {
-  Put(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
-  Put(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
-  Put(folder / "loose", "x\r[A]\r\r\r[]\r;;;\r");
+  WriteSeed(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
+  WriteSeed(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
+  WriteSeed(folder / "loose", "x\r[A]\r\r\r[]\r;;;\r");
 }
 
-using Maker = void (*)(const std::filesystem::path& folder);
+/// An index of either kind as we write it, one with other line ends, and one with every kind of damage.
+void MakeIndexSeeds(const std::filesystem::path& folder) {
+  for (const auto columns : {catalogue::TrackColumns(), catalogue::KaraokeColumns()}) {
+    catalogue::track_table table(columns);
+    table.AddRow(std::vector<std::string_view>{"Artist", "Title", "03:45", "C:\\a\\b.mp3", "118.00"});
+    table.AddRow(std::vector<std::string_view>{"tab\t", "two\r\nlines", "\\", "\xFF\xC3", ""});
+    table.AddRow();
+    WriteSeed(folder / (std::to_string(columns.size()) + "-columns"), catalogue::IndexText(table));
+  }
+  WriteSeed(folder / "line-ends", "1\t2\t3\t4\t5\t6\n1\t2\t3\t4\t5\t6\r1\t2\t3\t4\t5\t\\\\");
+  WriteSeed(folder / "damaged", "a\tb\r\n1\t2\t3\t4\t5\t6\t7\r\n1\t2\t3\\x\t4\t5\t6\r\n\r\n\t\t\t\t\t\\");
+}
 
-Maker MakerOf(std::string_view kind) {
-  if (kind == "tags") return MakeTagSeeds;
-  if (kind == "mp3gain") return MakeGainSeeds;
-  return kind == "presets" ? MakePresetSeeds : nullptr;
+/// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
+/// file.
+void MakeSettingsSeeds(const std::filesystem::path& folder) {
+  const std::string file =
+      "\xEF\xBB\xBF; remark\r\n[TLVG/Mixer]\r\nMixTime=8\r\n???\r\n\r\n[TLVG/Setup]\r\n\\[odd=1\\\\2\n";
+  WriteSeed(folder / "changed", "Mixer\\ MixTime\\ Setup\\ [odd\\ 9\\ " + file);
+  WriteSeed(folder / "added", "Mixer\\ Volume\\ Other\\ ;key\\ [x]\\ " + file);
+  WriteSeed(folder / "blanks", " \\  [key\\ Mixer\\ \t#\\ 9]\\ " + file);
+  WriteSeed(folder / "empty", "Mixer\\ Volume\\ Mixer\\ Volume\\ 1\\ ");
 }
 
 }  // namespace
 
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
-  const Maker make = argc == 3 ? MakerOf(argv[1]) : nullptr;
-  if (make == nullptr) {
-    std::fprintf(stderr, "Usage: make_seeds tags|mp3gain|presets FOLDER\n");
+  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{{"tags", &MakeTagSeeds},
+                                                                            {"index", &MakeIndexSeeds},
+                                                                            {"settings", &MakeSettingsSeeds},
+                                                                            {"mp3gain", &MakeGainSeeds},
+                                                                            {"presets", &MakePresetSeeds}};
+  const auto kind = kinds.find(argc == 3 ? argv[1] : "");
+  if (kind == kinds.end()) {
+    std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");
     return 2;
   }
   std::filesystem::create_directories(argv[2]);
-  make(argv[2]);
+  kind->second(argv[2]);
   return 0;
 }

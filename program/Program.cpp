@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <thread>
 
+#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
 #include "platform/audio/PulseDevices.h"
+#include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/MappedSampleMemory.h"
@@ -50,7 +52,9 @@ struct Program::Parts {
                      .settings = settings,
                      .files = files,
                      .workers = workers,
-                     .clock = clock},
+                     .clock = clock,
+                     .mixer = &mixer,
+                     .visualisation = &visualisation},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -62,6 +66,8 @@ struct Program::Parts {
   platform::settings::SettingsFile settings;
   platform::tags::TagLibTagReader tags;
   platform::audio::PulseDevices outputs;
+  platform::audio::PulseMixer mixer;
+  app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
   // A pool of their own: a long scan must not keep a deck waiting for its file.

@@ -11,6 +11,9 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "app/testing/FakeMixer.h"
+#include "app/testing/FakeVisualisation.h"
+#include "app/testing/FakeWindow.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/testing/FakeClock.h"
@@ -31,9 +34,11 @@ class Evening : public ::testing::Test {
   }
 
   void StartUp() {
-    station_.emplace(Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_},
-                     support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+    station_.emplace(
+        Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_},
+        support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
+    workers_.RunAll();  // the mixer is asked
     Settle();
   }
   /// Lets the conductor run what was asked, and what came of that.
@@ -72,6 +77,9 @@ class Evening : public ::testing::Test {
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;
   support::testing::ManualExecutor workers_;
+  FakeMixer mixer_;
+  FakeVisualisation visualisation_;
+  FakeWindow window_;
   std::optional<Workstation> station_;
 };
 

@@ -200,7 +200,7 @@ TEST_P(StoredOutputTest, IsReadAtTheStart) {
   settings.SetText("Devices", "DeviceName" + number, stored.name);
   settings.SetText("Speakers", "Speaker" + number, stored.pair);
   settings.SetText("Speakerchoice", "Speaker" + number, stored.choice);
-  const OutputsAtStart outputs = ReadOutputs(settings, std::vector<std::string>{"Main", "Phones"});
+  const OutputsAtStart outputs = ReadOutputs(settings, std::vector<std::string>{"Main", "Phones"}, {});
   const OutputWish& wish = outputs.wishes[static_cast<std::size_t>(stored.output - 1)];
   EXPECT_EQ(wish.place, stored.place);
   EXPECT_EQ(wish.flags, stored.flags);
@@ -225,7 +225,7 @@ TEST(OutputSettingsTest, WithOneOutputBothDecksShareIt) {
   Settings settings(store, support::ProgramFolder("x"));
   settings.SetText("Devices", "Device1", "2");
   settings.SetText("Devices", "Device2", "1");
-  const OutputsAtStart outputs = ReadOutputs(settings, std::vector<std::string>{"Main", "Phones"});
+  const OutputsAtStart outputs = ReadOutputs(settings, std::vector<std::string>{"Main", "Phones"}, {});
   EXPECT_EQ(outputs.wishes[1].place, (OutputView{2, 0}));
 }
 

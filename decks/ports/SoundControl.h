@@ -37,9 +37,10 @@ struct EngineHealth {
 
 /// A place that a deck can play on, as the user sees it.
 struct DeviceEvent {
-  enum class Kind { Lost, Replaced, Muted, Returned } kind;
+  /// Listed: there is a new device, which has the next number; its text is empty.
+  enum class Kind { Lost, Replaced, Muted, Returned, Listed } kind;
   int device;        ///< the number that the streams were opened on
-  std::string text;  ///< one sentence for the user
+  std::string text;  ///< one sentence for the user, or empty
 };
 
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to

@@ -115,6 +115,11 @@ int RecordingEngine::Calls() const {
   return calls_;
 }
 
+void RecordingEngine::OnCall(std::function<void(const std::string&)> listener) {
+  MutexLock lock(mutex_);
+  listener_ = std::move(listener);
+}
+
 int RecordingEngine::Streams() const {
   MutexLock lock(mutex_);
   return static_cast<int>(streams_.size());
@@ -318,10 +323,13 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle decoder, std::sp
   const auto frame_bytes = static_cast<std::uint32_t>(found->file.channels * 2);
   const auto fitting = std::min<std::size_t>(bytes, buffer.size() * 2) / frame_bytes;
   const auto frames = static_cast<std::uint32_t>(std::clamp(left, 0.0, static_cast<double>(fitting)));
-  const auto first = static_cast<std::size_t>(found->frame) * static_cast<std::size_t>(found->file.channels);
+  const auto channels = static_cast<std::size_t>(found->file.channels);
+  const std::size_t first = static_cast<std::size_t>(found->frame) * channels;
   const std::vector<std::int16_t>& samples = found->file.samples;
-  for (std::size_t i = 0; i < frames * frame_bytes / 2; ++i) {
-    buffer[i] = first + i < samples.size() ? samples[first + i] : std::int16_t{0};
+  for (std::size_t i = 0; i < frames * channels; ++i) {
+    const int peak = i % channels == 0 ? found->file.left_peak : found->file.right_peak;
+    const int silent = first + i < samples.size() ? samples[first + i] : 0;
+    buffer[i] = static_cast<std::int16_t>(samples.empty() ? std::min(peak, 32767) : silent);
   }
   found->frame += frames;
   return frames * frame_bytes;
@@ -474,6 +482,7 @@ EngineHealth RecordingEngine::Health() {
 }
 
 bool RecordingEngine::Record(std::string line) {
+  if (listener_) listener_(line);
   log_.push_back(std::move(line));
   ++calls_;
   return calls_ != failing_call_;

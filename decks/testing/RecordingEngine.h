@@ -64,6 +64,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::vector<std::string> Log() const;
   void ClearLog();
   [[nodiscard]] int Calls() const;
+  /// Told of each logged call, as it stands in the log.
+  void OnCall(std::function<void(const std::string&)> listener);
   /// Streams that exist now.
   [[nodiscard]] int Streams() const;
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
@@ -156,6 +158,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::map<StreamHandle, Stream> streams_ DJ_GUARDED_BY(mutex_);
   StreamHandle next_handle_ DJ_GUARDED_BY(mutex_) = 1;
   std::vector<std::string> log_ DJ_GUARDED_BY(mutex_);
+  std::function<void(const std::string&)> listener_ DJ_GUARDED_BY(mutex_);
   int calls_ DJ_GUARDED_BY(mutex_) = 0;
   int failing_call_ DJ_GUARDED_BY(mutex_) = 0;
   bool hold_ DJ_GUARDED_BY(mutex_) = false;

@@ -7,7 +7,7 @@
 
 #include <fstream>
 
-#include "support/testing/RecordingSettings.h"
+#include "support/testing/MemorySettings.h"
 
 namespace decks {
 namespace {
@@ -132,7 +132,7 @@ TEST_F(EqPresetsTest, ANameAtTheVeryEndIsNoPreset) {
 }
 
 TEST_F(EqPresetsTest, ApplyingRemembersTheNameAndThenMovesTheBanksSlidersInOrder) {
-  support::testing::RecordingSettings settings;
+  support::testing::MemorySettings settings;
   std::vector<std::pair<int, int>> moved;
   const auto move = [&](int slider, int decibels) { moved.emplace_back(slider, decibels); };
   ApplyEqPreset(EqBank::First, {"Party", EqValueLine(kParty)}, settings, move);

@@ -66,7 +66,7 @@ TEST_F(Store, ReadsEveryFrameAtItsPlaceAcrossItsChunks) {
   store->DecodeUpTo(kFrames + 1);
   ASSERT_TRUE(store->Complete());
   EXPECT_EQ(store->Length(), kFrames);
-  for (const std::int64_t frame : {0L, 65'535L, 65'536L, 131'000L, kFrames - 5}) {
+  for (const std::int64_t frame : std::array<std::int64_t, 5>{0, 65'535, 65'536, 131'000, kFrames - 5}) {
     std::array<std::int16_t, 10> samples{};
     ASSERT_EQ(store->Read(frame, samples), 5);
     for (std::int64_t i = 0; i < 5; ++i) {

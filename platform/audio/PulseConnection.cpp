@@ -45,6 +45,7 @@ PulseConnection::~PulseConnection() {
   if (!loop_.Runs()) return;
   PulseLock lock(loop_);
   changed_ = nullptr;
+  volume_moved_ = nullptr;
   StopRetrying();
   Drop();
 }
@@ -56,6 +57,11 @@ pa_context* PulseConnection::Ready() {
   }
   const auto connected = [this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; };
   return context_ != nullptr && WaitUntil(connected) ? context_ : nullptr;
+}
+
+pa_context* PulseConnection::Current() const {
+  const bool ready = context_ != nullptr && pa_context_get_state(context_) == PA_CONTEXT_READY;
+  return ready ? context_ : nullptr;
 }
 
 bool PulseConnection::WaitUntil(const std::function<bool()>& done) {
@@ -127,6 +133,8 @@ void PulseConnection::Subscribe() {
             facility == PA_SUBSCRIPTION_EVENT_SINK && kind != PA_SUBSCRIPTION_EVENT_CHANGE;
         if (sink_came_or_went || facility == PA_SUBSCRIPTION_EVENT_SERVER) {
           static_cast<PulseConnection*>(self)->Changed();
+        } else if (facility == PA_SUBSCRIPTION_EVENT_SINK) {
+          static_cast<PulseConnection*>(self)->VolumeMoved();
         }
       },
       this);

@@ -29,14 +29,22 @@ class PulseConnection {
   [[nodiscard]] PulseLoop& Loop() { return loop_; }
   /// Connected; null when there is no server now. May wait.
   [[nodiscard]] pa_context* Ready();
+  /// The connection as it is; null when there is none now.
+  [[nodiscard]] pa_context* Current() const;
   /// Waits until done() holds, or patience or the server ends; gives done().
   bool WaitUntil(const std::function<bool()>& done);
   /// As WaitUntil, for the operation's end; takes the operation, which may be null.
   bool Finish(pa_operation* operation);
 
   void OnChange(std::function<void()> changed) { changed_ = std::move(changed); }
+  /// Called when the volume of a sink was moved, on the loop.
+  void OnVolume(std::function<void()> moved) { volume_moved_ = std::move(moved); }
   void Changed() {
     if (changed_) changed_();
+  }
+
+  void VolumeMoved() {
+    if (volume_moved_) volume_moved_();
   }
 
  private:
@@ -56,6 +64,7 @@ class PulseConnection {
   bool was_ready_ = false;
   bool in_background_ = false;
   std::function<void()> changed_;
+  std::function<void()> volume_moved_;
 };
 
 }  // namespace platform::audio

@@ -30,7 +30,9 @@ std::string Escaped(std::string_view text) {
   return escaped;
 }
 
+/// Blanks before it do not help: a heading may be indented.
 bool BeginsLikeAnotherLine(std::string_view text) {
+  text = support::Trim(text);
   return !text.empty() && std::string_view("[;#").find(text.front()) != std::string_view::npos;
 }
 
@@ -90,7 +92,7 @@ SettingName NameIn(std::string_view heading, std::string_view key) {
 }  // namespace
 
 std::optional<SettingsText> SettingsText::Parse(std::string_view text) {
-  if (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
+  while (text.starts_with(kByteOrderMark)) text.remove_prefix(kByteOrderMark.size());
   SettingsText parsed;
   bool holds_something = false;
   for (std::string_view line : support::SplitLines(text)) {

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <functional>
 #include <map>
 #include <string>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "support/Mutex.h"
@@ -19,7 +21,9 @@ class MemorySettings final : public SettingsStore {
   std::string Get(std::string_view application, std::string_view section, std::string_view key,
                   std::string_view fallback) const override {
     MutexLock lock(mutex_);
-    reads_.push_back(std::string(section) + "/" + std::string(key));
+    const std::string name = std::string(section) + "/" + std::string(key);
+    reads_.push_back(name);
+    if (listener_) listener_(name);
     const auto found = values_.find(Name(application, section, key));
     return found == values_.end() ? std::string(fallback) : found->second;
   }
@@ -27,6 +31,8 @@ class MemorySettings final : public SettingsStore {
            std::string_view value) override {
     MutexLock lock(mutex_);
     values_[Name(application, section, key)] = value;
+    sets_.push_back(std::string(application) + "/" + std::string(section) + "/" + std::string(key) + "=" +
+                    std::string(value));
   }
   void Flush() override {
     MutexLock lock(mutex_);
@@ -37,6 +43,16 @@ class MemorySettings final : public SettingsStore {
   [[nodiscard]] std::vector<std::string> Reads() const {
     MutexLock lock(mutex_);
     return reads_;
+  }
+  /// Told of each read, as it stands in Reads.
+  void OnRead(std::function<void(const std::string&)> listener) {
+    MutexLock lock(mutex_);
+    listener_ = std::move(listener);
+  }
+  /// "TLVG/Mixer/MixTime=8" of each set so far, in order.
+  [[nodiscard]] std::vector<std::string> Sets() const {
+    MutexLock lock(mutex_);
+    return sets_;
   }
   [[nodiscard]] int Flushes() const {
     MutexLock lock(mutex_);
@@ -56,7 +72,9 @@ class MemorySettings final : public SettingsStore {
 
   mutable Mutex mutex_;
   std::map<Address, std::string> values_ DJ_GUARDED_BY(mutex_);
+  std::vector<std::string> sets_ DJ_GUARDED_BY(mutex_);
   mutable std::vector<std::string> reads_ DJ_GUARDED_BY(mutex_);
+  std::function<void(const std::string&)> listener_ DJ_GUARDED_BY(mutex_);
   int flushes_ DJ_GUARDED_BY(mutex_) = 0;
 };
 

@@ -183,4 +183,30 @@ bool SoundServer::SuspendSink(const std::string& name) {
   });
 }
 
+bool SoundServer::SetVolume(const std::string& name, int left, int right) {
+  return Command(Address(), [&](pa_context* context, PulseConnection&, bool* done) {
+    pa_cvolume volume;
+    pa_cvolume_set(&volume, 2, static_cast<pa_volume_t>(left) * PA_VOLUME_NORM / 100);
+    volume.values[1] = static_cast<pa_volume_t>(right) * PA_VOLUME_NORM / 100;
+    return pa_context_set_sink_volume_by_name(context, name.c_str(), &volume, &TakeSuccess, done);
+  });
+}
+
+std::vector<int> SoundServer::Volumes(const std::string& name) {
+  std::vector<int> volumes;
+  PulseConnection connection(Address());
+  PulseLock lock(connection.Loop());
+  pa_context* context = connection.Ready();
+  if (context == nullptr) return volumes;
+  const auto take = [](pa_context*, const pa_sink_info* sink, int end, void* to) {
+    if (end != 0 || sink == nullptr) return;
+    for (int i = 0; i < sink->volume.channels; ++i) {
+      const double share = static_cast<double>(sink->volume.values[i]) / PA_VOLUME_NORM;
+      static_cast<std::vector<int>*>(to)->push_back(static_cast<int>(share * 100 + 0.5));
+    }
+  };
+  connection.Finish(pa_context_get_sink_info_by_name(context, name.c_str(), take, &volumes));
+  return volumes;
+}
+
 }  // namespace platform::audio::testing

@@ -51,6 +51,10 @@ class SoundServer {
   bool RemoveSink(const std::string& name);
   bool MakeDefault(const std::string& name);
   bool SuspendSink(const std::string& name);
+  /// As another program would: left and right in percent of the full volume.
+  bool SetVolume(const std::string& name, int left, int right);
+  /// Of each channel, in percent; empty when the sink is not there.
+  [[nodiscard]] std::vector<int> Volumes(const std::string& name);
 
  private:
   [[nodiscard]] std::filesystem::path Socket() const { return folder_ / "native"; }

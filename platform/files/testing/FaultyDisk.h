@@ -6,57 +6,78 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <string>
+#include <vector>
 
 #include "platform/files/DiskCalls.h"
 
 namespace platform::files::testing {
 
-/// The real disk, on which a call of a test's choice fails or the program dies. Writes take at most a hundred
-/// bytes a call, so that a file is written in several.
-/// Threads: one.
+/// Where a program ends, as by a power cut: right before or after the nth call of this name.
+struct Death {
+  std::string call;
+  int nth = 1;
+  enum Moment { Before, After } moment = Before;
+};
+
+/// The real disk, on which a call of a test's choice fails or the program dies. A write takes only part of
+/// what it is given, so that a file is written in several. Threads: one.
 class FaultyDisk final : public DiskCalls {
  public:
+  explicit FaultyDisk(std::size_t most_bytes_a_write = 100) : most_bytes_(most_bytes_a_write) {}
+
   /// The nth call from now, Remove left out, fails so.
   void FailOn(int nth, int reason) {
     fail_at_ = calls_ + nth;
     reason_ = reason;
   }
-  /// The process ends, as by a power cut, instead of the nth call from now.
-  void DieOn(int nth) { die_at_ = calls_ + nth; }
+  void DieAt(Death death) { death_ = std::move(death); }
   /// How many calls there were, Remove left out.
   [[nodiscard]] int Calls() const { return calls_; }
+  /// Their names in order, several of the same one after another once.
+  [[nodiscard]] const std::vector<std::string>& Log() const { return log_; }
 
   int Create(const std::filesystem::path& path, mode_t mode) override {
-    return Fails() ? -1 : DiskCalls::Create(path, mode);
+    return Do("Create", [&] { return DiskCalls::Create(path, mode); });
   }
   ssize_t Write(int file, const char* data, std::size_t size) override {
-    constexpr std::size_t kMost = 100;
-    return Fails() ? -1 : DiskCalls::Write(file, data, std::min(size, kMost));
+    return Do("Write", [&] { return DiskCalls::Write(file, data, std::min(size, most_bytes_)); });
   }
   int CopyRights(int file, const struct stat& from) override {
-    return Fails() ? -1 : DiskCalls::CopyRights(file, from);
+    return Do("CopyRights", [&] { return DiskCalls::CopyRights(file, from); });
   }
-  int Sync(int file) override { return Fails() ? -1 : DiskCalls::Sync(file); }
+  int Sync(int file) override {
+    return Do("Sync", [&] { return DiskCalls::Sync(file); });
+  }
   int Rename(const std::filesystem::path& from, const std::filesystem::path& to) override {
-    return Fails() ? -1 : DiskCalls::Rename(from, to);
+    return Do("Rename", [&] { return DiskCalls::Rename(from, to); });
   }
   int SyncFolder(const std::filesystem::path& folder) override {
-    return Fails() ? -1 : DiskCalls::SyncFolder(folder);
+    return Do("SyncFolder", [&] { return DiskCalls::SyncFolder(folder); });
   }
 
  private:
-  bool Fails() {
+  template <typename Call>
+  auto Do(const char* name, const Call& call) -> decltype(call()) {
     ++calls_;
-    if (calls_ == die_at_) raise(SIGKILL);
-    if (calls_ != fail_at_) return false;
-    errno = reason_;
-    return true;
+    if (log_.empty() || log_.back() != name) log_.emplace_back(name);
+    const bool deadly = death_.call == name && --death_.nth == 0;
+    if (deadly && death_.moment == Death::Before) raise(SIGKILL);
+    if (calls_ == fail_at_) {
+      errno = reason_;
+      return -1;
+    }
+    const auto result = call();
+    if (deadly) raise(SIGKILL);
+    return result;
   }
 
+  std::size_t most_bytes_;
   int calls_ = 0;
   int fail_at_ = 0;
-  int die_at_ = 0;
   int reason_ = 0;
+  Death death_;
+  std::vector<std::string> log_;
 };
 
 }  // namespace platform::files::testing

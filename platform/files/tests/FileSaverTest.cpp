@@ -11,14 +11,15 @@
 #include <atomic>
 #include <csignal>
 #include <filesystem>
-#include <random>
 #include <string>
 #include <thread>
 
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/FaultyDisk.h"
+#include "platform/files/testing/HundredKills.h"
 #include "platform/files/testing/TestFolder.h"
-#include "support/testing/MemoryFileSaver.h"
+#include "support/testing/FileSaverContract.h"
+#include "support/testing/MemoryFiles.h"
 
 namespace platform::files {
 namespace {
@@ -31,14 +32,13 @@ using ::testing::HasSubstr;
 using testing::RunInChild;
 using testing::TestFolder;
 
-// What every saver promises, told of the real one and of the one for tests.
-
 class RealSaver {
  public:
   support::FileSaver& Saver() { return saver_; }
   [[nodiscard]] fs::path Path() const { return folder_ / "index"; }
   [[nodiscard]] std::string Content() const { return folder_.Read("index"); }
   void FailNextSave() { disk_.FailOn(3, ENOSPC); }
+  void Repair() {}
 
  private:
   TestFolder folder_;
@@ -50,43 +50,15 @@ class SaverInMemory {
  public:
   support::FileSaver& Saver() { return saver_; }
   [[nodiscard]] static fs::path Path() { return "index"; }
-  [[nodiscard]] std::string Content() const { return saver_.Content("index"); }
-  void FailNextSave() { saver_.FailOn(1); }
+  [[nodiscard]] std::string Content() const { return saver_.Content("index").value_or(""); }
+  void FailNextSave() { saver_.FailNext(); }
+  void Repair() {}
 
  private:
-  support::testing::MemoryFileSaver saver_;
+  support::testing::MemoryFiles saver_;
 };
 
-template <typename T>
-class EveryFileSaver : public ::testing::Test {
- protected:
-  support::Result<void> Save(std::string_view content) { return given_.Saver().Save(given_.Path(), content); }
-  T given_;
-};
 using Savers = ::testing::Types<RealSaver, SaverInMemory>;
-TYPED_TEST_SUITE(EveryFileSaver, Savers);
-
-TYPED_TEST(EveryFileSaver, PutsTheContentInPlaceOfTheOld) {
-  const std::string bytes("a\0b\r\n", 5);
-  EXPECT_TRUE(this->Save("a longer text than the next").Ok());
-  EXPECT_TRUE(this->Save(bytes).Ok());
-  EXPECT_EQ(this->given_.Content(), bytes);
-  EXPECT_TRUE(this->Save("").Ok());
-  EXPECT_EQ(this->given_.Content(), "");
-}
-
-TYPED_TEST(EveryFileSaver, LeavesTheOldFileWhenItFails) {
-  ASSERT_TRUE(this->Save("old").Ok());
-  this->given_.FailNextSave();
-  const auto saved = this->Save("new");
-  ASSERT_FALSE(saved.Ok());
-  EXPECT_EQ(saved.Failure().text,
-            "There is no room left on the disk for " + this->given_.Path().string() + ".");
-  EXPECT_EQ(this->given_.Content(), "old");
-  EXPECT_TRUE(this->Save("new").Ok());
-  EXPECT_EQ(this->given_.Content(), "new");
-}
-
 class SavedFiles : public ::testing::Test {
  protected:
   support::Result<void> Save(std::string_view name, std::string_view content) {
@@ -174,6 +146,13 @@ TEST_F(SavedFiles, LargerThanTheDiskAllowsLeaveTheOldOne) {
   EXPECT_THAT(folder_.Names(), ElementsAre("answer", "index"));
 }
 
+TEST_F(SavedFiles, AreOnTheDiskBeforeTheyAreSwappedIn) {
+  folder_.Write("index", "old");
+  FaultyDisk disk;
+  ASSERT_TRUE(DiskFileSaver(disk).Save(folder_ / "index", std::string(350, 'n')).Ok());
+  EXPECT_THAT(disk.Log(), ElementsAre("Create", "Write", "CopyRights", "Sync", "Rename", "SyncFolder"));
+}
+
 TEST_F(SavedFiles, SurviveTheFailureOfAnyCallWhole) {
   const std::string next(350, 'n');
   for (int nth = 1;; ++nth) {
@@ -188,26 +167,18 @@ TEST_F(SavedFiles, SurviveTheFailureOfAnyCallWhole) {
 }
 
 TEST_F(SavedFiles, AreWholeWheneverTheProgramIsKilled) {
-  constexpr int kKills = 100;
   const auto version = [](int n) {
     return std::string(static_cast<std::size_t>(250 + n), static_cast<char>('a' + n));
   };
-  std::mt19937 seed(1);
+  const auto save_often = [&](FaultyDisk& disk) {
+    for (int n = 0; DiskFileSaver(disk).Save(folder_ / "index", version(n)); n = (n + 1) % 26) continue;
+  };
   folder_.Write("index", version(0));
-  for (int kill = 0; kill < kKills; ++kill) {
-    const int when = std::uniform_int_distribution<int>(1, 60)(seed);
-    const int signal = RunInChild([&] {
-      FaultyDisk disk;
-      disk.DieOn(when);
-      for (int n = 0;; n = (n + 1) % 26) {
-        if (!DiskFileSaver(disk).Save(folder_ / "index", version(n))) return;
-      }
-    });
-    ASSERT_EQ(signal, SIGKILL);
+  testing::KillHundredTimes(100, 3, save_often, [&](const testing::Death&) {
     const std::string left = folder_.Read("index");
     ASSERT_FALSE(left.empty());
-    ASSERT_EQ(left, version(left[0] - 'a')) << "killed at call " << when;
-  }
+    ASSERT_EQ(left, version(left[0] - 'a'));
+  });
   ASSERT_TRUE(Save("index", "after").Ok());
   EXPECT_THAT(folder_.Names(), ElementsAre("index")) << "what the crashes left is gone";
 }
@@ -238,3 +209,7 @@ TEST_F(SavedFiles, AreSavedByTwoProgramsAtOnceWithoutOneSpoilingTheOther) {
 
 }  // namespace
 }  // namespace platform::files
+
+namespace support::testing {
+INSTANTIATE_TYPED_TEST_SUITE_P(Files, EveryFileSaver, platform::files::Savers);
+}  // namespace support::testing

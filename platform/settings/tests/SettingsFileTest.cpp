@@ -6,21 +6,22 @@
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 
-#include <atomic>
 #include <condition_variable>
 #include <filesystem>
-#include <fstream>
+#include <functional>
 #include <memory>
 #include <mutex>
-#include <random>
 #include <string>
 #include <thread>
+#include <utility>
 
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/FaultyDisk.h"
+#include "platform/files/testing/HundredKills.h"
 #include "platform/files/testing/TestFolder.h"
 #include "platform/settings/SettingsDisk.h"
-#include "support/testing/RecordingSettings.h"
+#include "support/testing/MemorySettings.h"
+#include "support/testing/SettingsStoreContract.h"
 
 namespace platform::settings {
 namespace {
@@ -42,6 +43,7 @@ class CountedSaver final : public support::FileSaver {
     const std::lock_guard<std::mutex> lock(mutex_);
     ++saves_;
     saved_.notify_all();
+    if (during_) std::exchange(during_, nullptr)();
     if (failures_ > 0) {
       --failures_;
       return support::Error{support::ErrorCode::Unavailable, "The disk is full."};
@@ -51,6 +53,11 @@ class CountedSaver final : public support::FileSaver {
   void FailNext(int saves) {
     const std::lock_guard<std::mutex> lock(mutex_);
     failures_ = saves;
+  }
+  /// Runs in the middle of the next save.
+  void During(std::function<void()> job) {
+    const std::lock_guard<std::mutex> lock(mutex_);
+    during_ = std::move(job);
   }
   [[nodiscard]] int Saves() {
     const std::lock_guard<std::mutex> lock(mutex_);
@@ -67,9 +74,8 @@ class CountedSaver final : public support::FileSaver {
   std::condition_variable saved_;
   int saves_ = 0;
   int failures_ = 0;
+  std::function<void()> during_;
 };
-
-// What every store promises, told of the real one and of the one for tests.
 
 class RealStore {
  public:
@@ -86,36 +92,10 @@ class StoreInMemory {
   support::SettingsStore& Store() { return store_; }
 
  private:
-  support::testing::RecordingSettings store_;
+  support::testing::MemorySettings store_;
 };
 
-template <typename T>
-class EverySettingsStore : public ::testing::Test {
- protected:
-  T given_;
-};
 using Stores = ::testing::Types<RealStore, StoreInMemory>;
-TYPED_TEST_SUITE(EverySettingsStore, Stores);
-
-TYPED_TEST(EverySettingsStore, GivesTheDefaultUntilAValueIsSet) {
-  support::SettingsStore& store = this->given_.Store();
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "8");
-  store.Set(kApplication, "Mixer", "MixTime", "12");
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "12");
-  store.Set(kApplication, "Mixer", "MixTime", "");
-  EXPECT_EQ(store.Get(kApplication, "Mixer", "MixTime", "8"), "");
-}
-
-TYPED_TEST(EverySettingsStore, KeepsApplicationsSectionsAndKeysApart) {
-  support::SettingsStore& store = this->given_.Store();
-  store.Set("QRV", "EQ", "Preset1", "Rock");
-  store.Set(kApplication, "EQ", "Preset1", "Pop");
-  store.Flush();
-  EXPECT_EQ(store.Get("QRV", "EQ", "Preset1", ""), "Rock");
-  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset1", ""), "Pop");
-  EXPECT_EQ(store.Get(kApplication, "EQ", "Preset2", "none"), "none");
-}
-
 class UserSettings : public ::testing::Test {
  protected:
   /// A program that starts. Its writes wait for Flush unless a window is given.
@@ -273,6 +253,7 @@ TEST_F(UserSettings, ThatWereDeletedMeanwhileAreMadeAgain) {
 }
 
 TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
+  Set(*Start(), "Old", "0");
   auto store = Start();
   saver_.FailNext(1);
   Set(*store, "MixTime", "9");
@@ -281,7 +262,17 @@ TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
   EXPECT_THAT(store->Notices(), ElementsAre("The disk is full."));
   Set(*store, "Volume", "2");
   store->Flush();
-  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=2\r\n");
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nOld=0\r\nMixTime=9\r\nVolume=2\r\n");
+}
+
+TEST_F(UserSettings, ThatAreSetDuringAWriteHoldAtOnceAndAreWrittenNext) {
+  auto store = Start();
+  Set(*store, "MixTime", "9");
+  saver_.During([&] { Set(*store, "Volume", "1"); });
+  store->Flush();
+  EXPECT_EQ(Get(*store, "Volume"), "1");
+  store->Flush();
+  EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\nVolume=1\r\n");
 }
 
 TEST_F(UserSettings, LieInAFolderOfTheUserAlone) {
@@ -293,28 +284,26 @@ TEST_F(UserSettings, LieInAFolderOfTheUserAlone) {
 }
 
 TEST_F(UserSettings, AreOldOrNewWholeWheneverTheProgramIsKilled) {
-  constexpr int kKills = 100;
   constexpr int kKeys = 20;
-  std::mt19937 seed(1);
-  for (int kill = 0; kill < kKills; ++kill) {
-    const int when = std::uniform_int_distribution<int>(1, 60)(seed);
-    const int signal = RunInChild([&] {
-      FaultyDisk disk;
-      disk.DieOn(when);
-      files::DiskFileSaver saver(disk);
-      SettingsFile store(folder_ / "settings.ini", saver, hours(1));
-      for (int n = 0;; ++n) {
-        for (int key = 0; key < kKeys; ++key) Set(store, "key" + std::to_string(key), std::to_string(n));
-        store.Flush();
-      }
-    });
-    ASSERT_EQ(signal, SIGKILL);
+  const auto change_often = [&](FaultyDisk& disk) {
+    files::DiskFileSaver saver(disk);
+    SettingsFile store(folder_ / "settings.ini", saver, hours(1));
+    for (int n = 0;; ++n) {
+      for (int key = 0; key < kKeys; ++key) Set(store, "key" + std::to_string(key), std::to_string(n));
+      store.Flush();
+    }
+  };
+  Set(*Start(), "key0", "before");
+  files::testing::KillHundredTimes(100, 2, change_often, [&](const files::testing::Death&) {
     const auto store = Start();
     ASSERT_THAT(store->Notices(), IsEmpty());
     const std::string first = Get(*store, "key0");
-    for (int key = 1; key < kKeys; ++key) ASSERT_EQ(Get(*store, "key" + std::to_string(key)), first);
-  }
-  EXPECT_NE(Get(*Start(), "key0"), "default");
+    ASSERT_NE(first, "default");
+    for (int key = 1; first != "before" && key < kKeys; ++key) {
+      ASSERT_EQ(Get(*store, "key" + std::to_string(key)), first);
+    }
+  });
+  EXPECT_NE(Get(*Start(), "key0"), "before") << "some saves came to their end";
 }
 
 TEST(UserSettingsPath, FollowsTheDesktop) {
@@ -329,3 +318,7 @@ TEST(UserSettingsPath, FollowsTheDesktop) {
 
 }  // namespace
 }  // namespace platform::settings
+
+namespace support::testing {
+INSTANTIATE_TYPED_TEST_SUITE_P(Settings, EverySettingsStore, platform::settings::Stores);
+}  // namespace support::testing

@@ -56,7 +56,8 @@ INSTANTIATE_TEST_SUITE_P(Values, EverySetting,
                                            Entry{"a", "\\r\\n"}, Entry{"a", "Caf\xE9 \xC3\xA9"},
                                            Entry{"", "x"}, Entry{"[a", "b]"}, Entry{";a", "b"},
                                            Entry{"#a", "b"}, Entry{"\\[a", "b"}, Entry{" a ", "b"},
-                                           Entry{"a\\b", "c"}));
+                                           Entry{"a\\b", "c"}, Entry{" [indented heading", "]"},
+                                           Entry{"\t;indented remark", "b"}, Entry{"\\ [a", "b]"}));
 
 TEST(SettingsText, KeepsWhatItCannotReadWhereItStands) {
   const std::string garbage =
@@ -78,6 +79,12 @@ TEST(SettingsText, TakesAnyLineEndAndTheLastOfTwoEqualKeys) {
   EXPECT_EQ(text.Get(In("A", "last")), "no end");
   text.Set(In("A", "k"), "4");
   EXPECT_EQ(Read(text.Text()).Get(In("A", "k")), "4");
+}
+
+TEST(SettingsText, WithASecondByteOrderMarkReadsTheSameWhenWritten) {
+  const SettingsText text = Read("\xEF\xBB\xBF\xEF\xBB\xBF[TLVG/A]\r\nk=1\r\n");
+  EXPECT_EQ(text.Get(In("A", "k")), "1");
+  EXPECT_EQ(Read(text.Text()).Text(), text.Text());
 }
 
 TEST(SettingsText, OfAnotherKindIsNone) {

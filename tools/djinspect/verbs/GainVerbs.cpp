@@ -25,8 +25,8 @@ std::string AsHandedOver(std::string_view captured) {
 }  // namespace
 
 /// What the gain record would hold after mp3gain printed the file's text.
-ExitCode InspectMp3Gain(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
-  const auto captured = WholeFile(arguments[0], err);
+ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  const auto captured = WholeFile(arguments.words[0], err);
   if (!captured) return ExitCode::NothingRead;
   const auto info = decks::ParseMp3GainOutput(AsHandedOver(*captured));
   if (!info) {
@@ -43,8 +43,8 @@ ExitCode InspectMp3Gain(std::span<const std::string> arguments, std::ostream& ou
 }
 
 /// The presets of an equaliser file, in its order.
-ExitCode InspectPresets(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
-  const auto text = WholeFile(arguments[0], err);
+ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  const auto text = WholeFile(arguments.words[0], err);
   if (!text) return ExitCode::NothingRead;
   auto presets = nlohmann::ordered_json::array();
   for (const decks::EqPreset& preset : decks::ParseEqPresets(*text)) {

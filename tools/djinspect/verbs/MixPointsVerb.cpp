@@ -33,16 +33,19 @@ struct DecodingEngine {
 
 }  // namespace
 
-ExitCode InspectMixPoints(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
+ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  constexpr std::optional<std::int64_t> kDefaultPercent = 3;
   constexpr int kHighestPercent = 100;
-  const auto percent = support::ParseInteger(arguments[2]);
-  if (arguments[1] != "--gain-percent" || !percent || *percent < 0 || *percent > kHighestPercent) {
+  const auto given = arguments.options.find("--gain-percent");
+  const auto percent =
+      given == arguments.options.end() ? kDefaultPercent : support::ParseInteger(given->second);
+  if (!percent || *percent < 0 || *percent > kHighestPercent) {
     return ExitCode::WrongUse;
   }
   DecodingEngine decoding;
   NoIndicator nobody;
   decks::MixPointScan scan(decoding.engine, decoding.engine);
-  const auto found = scan.Run({arguments[0], 0, static_cast<int>(*percent)}, nobody);
+  const auto found = scan.Run({arguments.words[0], 0, static_cast<int>(*percent)}, nobody);
   if (!found) {
     err << decoding.engine.LastError().text << '\n';
     return ExitCode::NothingRead;

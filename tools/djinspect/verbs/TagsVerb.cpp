@@ -11,9 +11,9 @@
 namespace tools::djinspect {
 
 /// The thirteen cells of the catalogue row that the file would get, by their columns' keys.
-ExitCode InspectTags(std::span<const std::string> arguments, std::ostream& out, std::ostream& err) {
+ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   platform::tags::TagLibTagReader reader;
-  const auto row = catalogue::AnalyseFile(reader, arguments[0]);
+  const auto row = catalogue::AnalyseFile(reader, arguments.words[0]);
   if (!row) {
     err << row.Failure().text << '\n';
     return ExitCode::NothingRead;

@@ -9,7 +9,8 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 4> kVerbs{{{"mixpoints", "FILE --gain-percent V", &InspectMixPoints},
+constexpr std::array<Verb, 5> kVerbs{{{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+                                      {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
                                       {"mp3gain", "FILE", &InspectMp3Gain},
                                       {"presets", "FILE", &InspectPresets},
                                       {"tags", "FILE", &InspectTags}}};
@@ -18,10 +19,6 @@ ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";
   for (const Verb& verb : kVerbs) err << "  djinspect " << verb.name << ' ' << verb.arguments << '\n';
   return ExitCode::WrongUse;
-}
-
-std::size_t WordsIn(std::string_view text) {
-  return static_cast<std::size_t>(std::count(text.begin(), text.end(), ' ')) + (text.empty() ? 0 : 1);
 }
 
 /// Bytes of the UTF-8 character at the front of the text; 0 when there is none.
@@ -59,9 +56,9 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
   if (arguments.empty()) return WrongUse(err);
   const auto verb = std::find_if(kVerbs.begin(), kVerbs.end(),
                                  [&](const Verb& candidate) { return candidate.name == arguments.front(); });
-  const auto rest = arguments.subspan(1);
-  if (verb == kVerbs.end() || rest.size() != WordsIn(verb->arguments)) return WrongUse(err);
-  const ExitCode code = verb->run(rest, out, err);
+  if (verb == kVerbs.end()) return WrongUse(err);
+  const auto parsed = ParseArguments(verb->arguments, arguments.subspan(1));
+  const ExitCode code = parsed ? verb->run(*parsed, out, err) : ExitCode::WrongUse;
   return code == ExitCode::WrongUse ? WrongUse(err) : code;
 }
 

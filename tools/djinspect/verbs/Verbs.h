@@ -8,16 +8,22 @@
 #include <string>
 #include <string_view>
 
+#include "tools/djinspect/verbs/Arguments.h"
+
 namespace tools::djinspect {
 
 /// What the program ends with.
-enum class ExitCode { Read = 0, NothingRead = 1, WrongUse = 2 };
+enum class ExitCode {
+  Read = 0,         ///< also for a file that ends early
+  NothingRead = 1,  ///< also when a copy that was asked for could not be written
+  WrongUse = 2,
+};
 
 /// One thing that can be looked at. A verb prints JSON to the first stream and a sentence to the second.
 struct Verb {
   std::string_view name;
-  std::string_view arguments;  ///< for the usage line, one word each
-  ExitCode (*run)(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
+  std::string_view arguments;  ///< the usage line, as ParseArguments understands it
+  ExitCode (*run)(const Arguments& arguments, std::ostream& out, std::ostream& err);
 };
 
 [[nodiscard]] std::span<const Verb> Verbs();
@@ -26,10 +32,11 @@ struct Verb {
 ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
 
 // One file a verb.
-ExitCode InspectMixPoints(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
-ExitCode InspectMp3Gain(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
-ExitCode InspectPresets(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
-ExitCode InspectTags(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 
 /// A whole file of at most 16 MB; nothing, and a sentence, when it cannot be read.
 [[nodiscard]] std::optional<std::string> WholeFile(const std::string& path, std::ostream& err);

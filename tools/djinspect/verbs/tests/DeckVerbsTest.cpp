@@ -37,6 +37,11 @@ TEST_F(DeckVerbsTest, MixPointsAreBytesAndSeconds) {
   EXPECT_NEAR(Printed()["startBytes"].get<double>(), 176'400, 20);
   EXPECT_NEAR(Printed()["endBytes"].get<double>(), 3 * 176'400, 20);
   EXPECT_EQ(Printed()["lengthBytes"], 3.5 * 176'400);
+  const std::string of_three = out_.str();
+  ASSERT_EQ(Inspect({"mixpoints", "--gain-percent", "60", path}), ExitCode::Read);
+  EXPECT_NE(out_.str(), of_three);
+  ASSERT_EQ(Inspect({"mixpoints", path}), ExitCode::Read);
+  EXPECT_EQ(out_.str(), of_three);
 }
 
 TEST_F(DeckVerbsTest, MixPointsNeedAFileAndAPercentage) {
@@ -46,7 +51,8 @@ TEST_F(DeckVerbsTest, MixPointsNeedAFileAndAPercentage) {
     EXPECT_EQ(Inspect({"mixpoints", "gone.mp3", "--gain-percent", wrong}), ExitCode::WrongUse);
   }
   EXPECT_EQ(Inspect({"mixpoints", "gone.mp3", "--percent", "3"}), ExitCode::WrongUse);
-  EXPECT_THAT(err_.str(), ::testing::HasSubstr("djinspect mixpoints FILE --gain-percent V"));
+  EXPECT_EQ(Inspect({"mixpoints", "--gain-percent", "3"}), ExitCode::WrongUse);
+  EXPECT_THAT(err_.str(), ::testing::HasSubstr("djinspect mixpoints FILE"));
 }
 
 TEST_F(DeckVerbsTest, GainIsReadWhateverTheLineEnds) {

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/FileIntake.h"
+#include "app/Mailbox.h"
+#include "app/WorkGate.h"
+#include "catalogue/FolderScan.h"
+#include "catalogue/TagScratch.h"
+#include "catalogue/ports/TagReader.h"
+#include "catalogue/track_table.h"
+#include "support/Executor.h"
+#include "support/Sentences.h"
+
+namespace app {
+
+/// Makes a table anew from a folder tree, on workers.
+///
+/// The table stands as it was until the scan is complete, and stays so when it is cancelled or the folder is
+/// not there. Each file is a job of its own. Threads: the table's owner, who empties the box.
+class Reindex {
+ public:
+  struct Outcome {
+    bool replaced = false;  ///< the table now holds the folder's files
+    int rows = 0;
+    std::string sentence;  ///< what is to be told, or empty
+  };
+  using Done = std::function<void(const Outcome&)>;
+
+  Reindex(catalogue::track_table& table, catalogue::ScanMode mode, catalogue::TagReader& tags,
+          support::Executor& workers, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
+          const support::Sentences& say, catalogue::TagScratch& scratch);
+
+  /// Cancels a scan that is under way.
+  void Start(const std::string& folder, Done done);
+  /// The outcome still comes.
+  void Cancel();
+  /// Total is 0 while the folders are listed.
+  [[nodiscard]] AddingProgress Progress() const;
+  [[nodiscard]] bool Running() const { return scan_ != nullptr; }
+
+ private:
+  struct Scan;
+  static void Work(const std::shared_ptr<Scan>& scan);
+  void Finish(const std::shared_ptr<Scan>& scan);
+
+  catalogue::track_table& table_;
+  const catalogue::ScanMode mode_;
+  catalogue::TagReader& tags_;
+  support::Executor& workers_;
+  std::shared_ptr<WorkGate> gate_;
+  std::shared_ptr<Mailbox> box_;
+  const support::Sentences& say_;
+  catalogue::TagScratch& scratch_;
+  std::shared_ptr<Scan> scan_;  // with its job
+};
+
+}  // namespace app

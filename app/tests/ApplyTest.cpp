@@ -1,0 +1,151 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/tests/Evening.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+class ApplyTest : public testing::Evening {
+ protected:
+  ApplyTest() {
+    fs::remove_all(music_);
+    StartUp();
+    catalogue::FileTags tags;
+    tags.artist = "A";
+    tags.title = "T";
+    tags.genre = "Pop";
+    tags.duration = std::chrono::seconds(225);
+    tags_.AcceptAnyFile(tags);
+    station_->Catalogue().AddRow(std::vector<std::string_view>{"old"});
+    station_->Karaoke().AddRow(std::vector<std::string_view>{"old"});
+  }
+  ~ApplyTest() override { fs::remove_all(music_); }
+
+  void Write(const std::string& name) {
+    fs::create_directories((music_ / name).parent_path());
+    std::ofstream(music_ / name) << "x";
+  }
+  void Apply(ApplyMode mode) {
+    station_->Apply({mode, music_.string(), {}}, [this](const Reindex::Outcome& outcome) {
+      outcome_ = outcome;
+      ++outcomes_;
+    });
+  }
+  void Work() {
+    while (workers_.RunOne()) station_->PumpWindow();
+  }
+  static Lines Column(const catalogue::track_table& table, int column) {
+    Lines cells;
+    for (int row = 1; row <= table.Rows(); ++row) cells.emplace_back(table.Cell(row, column));
+    return cells;
+  }
+  [[nodiscard]] std::string Path(const char* name) const { return (music_ / name).string(); }
+
+  fs::path music_ = fs::path(::testing::TempDir()) / "apply-music";
+  Reindex::Outcome outcome_;
+  int outcomes_ = 0;
+};
+
+TEST_F(ApplyTest, AMusicScanReplacesTheCatalogueMaskByMaskAndSavesIt) {
+  for (const char* name : {"b.ogg", "deep/a.mp3", "z.mp3", "c.wav", "d.FLAC"}) Write(name);
+  Apply(ApplyMode::ReindexMusic);
+  EXPECT_EQ(station_->Catalogue().Rows(), 1) << "the old table stands until the new one is there";
+  Work();
+  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
+            (Lines{Path("deep/a.mp3"), Path("z.mp3"), Path("b.ogg"), Path("d.FLAC")}));
+  EXPECT_EQ(outcome_.rows, 4);
+  EXPECT_TRUE(files_.Content(folder_ / "tlv.ndx").has_value());
+  EXPECT_EQ(station_->Karaoke().Rows(), 1);
+}
+
+TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {
+  Write("song.mp3");
+  Apply(ApplyMode::ReindexKaraoke);
+  Work();
+  Lines cells;
+  for (int column = 1; column <= 6; ++column) cells.emplace_back(station_->Karaoke().Cell(1, column));
+  EXPECT_EQ(cells, (Lines{"A", "T", "", "Pop", "03:45", Path("song.mp3")}));
+  EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx").has_value());
+}
+
+TEST_F(ApplyTest, ACancelledScanLeavesTheTableAsItWas) {
+  for (const char* name : {"a.mp3", "b.mp3"}) Write(name);
+  Apply(ApplyMode::ReindexMusic);
+  for (int i = 0; i < 2; ++i) workers_.RunOne();
+  EXPECT_EQ(station_->Scanning().total, 2);
+  EXPECT_EQ(station_->Scanning().done, 1);
+  station_->CancelScans();
+  Work();
+  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kArtist), Lines{"old"});
+  EXPECT_FALSE(outcome_.replaced);
+  EXPECT_FALSE(station_->IsScanning());
+}
+
+TEST_F(ApplyTest, AFolderThatIsNotThereIsToldAndChangesNothing) {
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kArtist), Lines{"old"});
+  EXPECT_EQ(outcome_.sentence, "There is no folder \"" + music_.string() + "\".");
+}
+
+TEST_F(ApplyTest, FilesThatCannotBePlayedAreCounted) {
+  for (const char* name : {"a.kar", "b.mp3"}) Write(name);
+  Apply(ApplyMode::ReindexKaraoke);
+  Work();
+  EXPECT_EQ(outcome_.rows, 1);
+  EXPECT_EQ(outcome_.sentence, "1 files were left out, because they cannot be played.");
+}
+
+TEST_F(ApplyTest, ASecondScanTakesThePlaceOfTheFirst) {
+  Write("a.mp3");
+  Apply(ApplyMode::ReindexMusic);
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  EXPECT_EQ(outcomes_, 2);
+  EXPECT_EQ(outcome_.rows, 1);
+  EXPECT_EQ(station_->Catalogue().Rows(), 1);
+}
+
+TEST_F(ApplyTest, AScanEndsWithTheProgram) {
+  Write("a.mp3");
+  Apply(ApplyMode::ReindexMusic);
+  workers_.RunOne();
+  station_->ShutDown();
+  const int reads = tags_.Reads();
+  workers_.RunAll();
+  EXPECT_EQ(tags_.Reads(), reads);
+}
+
+TEST_F(ApplyTest, AnEmptyChoiceOfFolderChangesNothing) {
+  station_->Apply({ApplyMode::ChooseDirectory, "/music", {}});
+  station_->Apply({ApplyMode::ChooseDirectory, "", {}});
+  EXPECT_EQ(Stored("Settings", "Directory"), "/music");
+}
+
+TEST_F(ApplyTest, ColoursAreWrittenForTheChannelsOfTheConsole) {
+  const std::vector<StoredColour> colours(32, 0x0000FF);
+  for (const auto& [size, written] : {std::pair{"16", "(none)"}, {"32", "255"}}) {
+    Store("Setup", "ConsoleSize", size);
+    station_->Apply({ApplyMode::ChannelColours, "", colours});
+    EXPECT_EQ(Stored("Channels", "Color16"), "255") << size;
+    EXPECT_EQ(Stored("Channels", "Color17"), written) << size;
+    EXPECT_EQ(ReadColours(station_->Settings()).size(), static_cast<std::size_t>(std::stoi(size)));
+  }
+}
+
+TEST_F(ApplyTest, HelpOpensAtItsIntroduction) {
+  station_->Apply({ApplyMode::Help, "", {}});
+  station_->AttachWindow(&window_, &window_);
+  station_->Apply({ApplyMode::Help, "", {}});
+  EXPECT_EQ(window_.Opened(), (folder_ / "help" / "djTOLVENgold.chm").string() + " at introduction.htm");
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,166 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <fstream>
+
+#include "app/BuiltInVisualisation.h"
+#include "app/tests/Evening.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+/// Writes one list of what is asked of engine, visualisation and settings.
+class StartUpOrderTest : public testing::Evening {
+ protected:
+  StartUpOrderTest() {
+    const auto note = [this](const std::string& call) { calls_.push_back(call); };
+    engine_.OnCall(note);
+    visualisation_.OnCall(note);
+    settings_.OnRead(note);
+    visualisation_.SetNames({"Spectrum", "Wave"});
+  }
+  /// Of the list, those that begin with one of these words; each run of the same word once.
+  [[nodiscard]] Lines Order(const Lines& words) const {
+    Lines order;
+    for (const std::string& call : calls_) {
+      const auto word = std::find_if(words.begin(), words.end(),
+                                     [&](const std::string& start) { return call.starts_with(start); });
+      if (word != words.end() && (order.empty() || order.back() != *word)) order.push_back(*word);
+    }
+    return order;
+  }
+
+  Lines calls_;
+};
+
+const Lines kSteps = {"Language/Current",
+                      "BASS_GetDeviceDescription",
+                      "Mixer/MixTime",
+                      "BASS_Free",
+                      "BASS_Init",
+                      "BASS_VIS_FindPlugins Plugins",
+                      "BASS_VIS_SetConfig 4 0",
+                      "Visualisation/Resolution",
+                      "BASS_SetConfig 1 20",
+                      "BASS_SetConfig 0 60"};
+
+TEST_F(StartUpOrderTest, StepsComeInTheirOrder) {
+  StartUp();
+  EXPECT_EQ(Order(kSteps), kSteps);
+}
+
+TEST_F(StartUpOrderTest, SettingsAreReadInTheirOrder) {
+  StartUp();
+  const Lines groups = {"Mixer/MixTime",
+                        "Rip/Directory",
+                        "Tags/",
+                        "Settings/Auto",
+                        "Settings/MixPoints",
+                        "Settings/Directory",
+                        "Settings/BPMPercent",
+                        "Settings/GainPercent",
+                        "Mixer/",
+                        "Setup/UseK8000",
+                        "Setup/UseK8062",
+                        "Player1/",
+                        "Eq1/",
+                        "Player2/",
+                        "Eq2/",
+                        "Channels/",
+                        "Devices/"};
+  EXPECT_EQ(Order(groups), groups);
+}
+
+TEST_F(StartUpOrderTest, WhicheverEngineCallFailsTheLaterStepsFollow) {
+  StartUp();
+  const int calls = engine_.Calls();
+  for (int failing = 1; failing <= calls; ++failing) {
+    station_.reset();
+    calls_.clear();
+    engine_.FailCall(failing);
+    StartUp();
+    Lines order = Order(kSteps);
+    EXPECT_EQ(order, kSteps) << "call " << failing;
+  }
+}
+
+TEST_F(StartUpOrderTest, WithoutMixerPlugInsIndexesAndRoomOnTheDiskItStartsAllTheSame) {
+  visualisation_.SetNames({});
+  files_.SetFull(true);
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  EXPECT_EQ(Deck(1).state, testing::State::Playing);
+}
+
+TEST_F(StartUpOrderTest, DecksAreReleasedBeforeTheEngine) {
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  calls_.clear();
+  station_->ShutDown();
+  EXPECT_EQ(Order({"BASS_StreamFree", "BASS_Free"}), (Lines{"BASS_StreamFree", "BASS_Free"}));
+}
+
+TEST_F(StartUpOrderTest, ADeviceThatDoesNotOpenIsShownInABoxAsSoonAsThereIsAWindow) {
+  engine_.BreakDevice(1);
+  StartUp();
+  station_->PumpWindow();
+  station_->AttachWindow(&window_, &window_);
+  EXPECT_EQ(window_.Sentences(), Lines{}) << "the window is still being made";
+  station_->PumpWindow();
+  EXPECT_EQ(window_.Sentences(), Lines{"The sound output \"Main\" cannot be opened."});
+}
+
+TEST_F(StartUpOrderTest, AFolderThatCannotBeWrittenToIsTold) {
+  files_.SetFull(true);
+  StartUp();
+  EXPECT_TRUE(station_->View().notice.starts_with("The program folder cannot be written to"));
+}
+
+TEST_F(StartUpOrderTest, TheWindowFindsItsNamesAndItsVisualisers) {
+  Store("Visualisation", "Resolution", "500");
+  StartUp();
+  station_->PumpWindow();
+  EXPECT_EQ(station_->Caption("Library"), "dj TOLVEN Library");
+  EXPECT_EQ(station_->SkinFolder(), folder_ / "Skins");
+  EXPECT_EQ(station_->Visualisers(), (Lines{"Spectrum", "Wave"}));
+  EXPECT_EQ(station_->VisualisationRate(), 60);
+}
+
+TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
+  StartUp();
+  engine_.AddDevice("Late");
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Listed, 3, ""});
+  Settle();
+  station_->PumpWindow();
+  EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones", "Late"}));
+  EXPECT_EQ(station_->View().notice, "");
+}
+
+class VisualisationContract : public ::testing::TestWithParam<const char*> {
+ protected:
+  VisualisationContract() {
+    fake_.SetNames({"One", "Two"});
+    if (std::string(GetParam()) == "BuiltIn") port_ = &built_in_;
+  }
+  testing::FakeVisualisation fake_;
+  BuiltInVisualisation built_in_;
+  Visualisation* port_ = &fake_;
+};
+INSTANTIATE_TEST_SUITE_P(Both, VisualisationContract, ::testing::Values("Fake", "BuiltIn"));
+
+TEST_P(VisualisationContract, NamesAreThereWithoutAFolderAndTheSameEachTime) {
+  const Lines names = port_->BASS_VIS_FindPlugins("/no/such/folder");
+  port_->BASS_VIS_SetConfig(4, 0);
+  EXPECT_EQ(names.size(), 2U);
+  EXPECT_EQ(port_->BASS_VIS_FindPlugins("/no/such/folder"), names);
+}
+
+}  // namespace
+}  // namespace app

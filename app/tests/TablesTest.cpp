@@ -1,0 +1,161 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/tests/Evening.h"
+#include "catalogue/RowMoves.h"
+
+namespace app {
+namespace {
+
+namespace fs = std::filesystem;
+using Lines = std::vector<std::string>;
+
+class TablesTest : public testing::Evening {
+ protected:
+  TablesTest() {
+    folder_ = fs::path(::testing::TempDir()) / "tables";
+    fs::remove_all(folder_);
+    fs::create_directories(folder_);
+  }
+  ~TablesTest() override { fs::remove_all(folder_); }
+
+  void Write(const std::string& name, std::string_view text = "x") {
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+  }
+  [[nodiscard]] bool Exists(const std::string& name) const { return fs::exists(folder_ / name); }
+  std::string AddRow(catalogue::track_table& table, int column, const std::string& name) {
+    const std::string path = (folder_ / name).string();
+    table.SetCell(table.AddRow(), column, path);
+    return path;
+  }
+  void AddTracks(const Lines& names) {
+    for (const std::string& name : names) AddRow(station_->Catalogue(), catalogue::track::kFilename, name);
+  }
+  void Delete(const std::vector<int>& rows) { station_->DeleteTracks(rows, Taker()); }
+  Workstation::DeletedFiles Taker() {
+    return [this](int rows, Lines kept) {
+      removed_ = rows;
+      kept_ = std::move(kept);
+    };
+  }
+  void Work() {
+    while (workers_.RunOne()) station_->PumpWindow();
+  }
+
+  int removed_ = -1;
+  Lines kept_;
+};
+
+TEST_F(TablesTest, DeletedTracksAreGoneFromDiskTableAndIndex) {
+  StartUp();
+  for (const char* name : {"1.mp3", "2.mp3", "3.mp3"}) Write(name);
+  AddTracks({"1.mp3", "2.mp3", "3.mp3"});
+  Delete({1, 3});
+  EXPECT_TRUE(Exists("1.mp3")) << "the window waited for the disk";
+  Work();
+  EXPECT_FALSE(Exists("1.mp3") || Exists("3.mp3"));
+  EXPECT_TRUE(Exists("2.mp3"));
+  EXPECT_EQ(station_->Catalogue().Rows(), 1);
+  EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"),
+            "\t\t\t" + (folder_ / "2.mp3").string() + "\t\t\t\t\t\t\t\t\t\r\n");
+}
+
+TEST_F(TablesTest, AFileThatCannotBeDeletedKeepsItsRowAndIsNamed) {
+  StartUp();
+  fs::create_directories(folder_ / "1.mp3");
+  Write("2.mp3");
+  AddTracks({"1.mp3", "2.mp3"});
+  Delete({1, 2});
+  Work();
+  EXPECT_EQ(removed_, 1);
+  EXPECT_EQ(kept_, Lines{"\"" + (folder_ / "1.mp3").string() + "\" could not be deleted."});
+  EXPECT_TRUE(Exists("1.mp3"));
+}
+
+TEST_F(TablesTest, ARowWhoseFileIsGoneAlreadyIsRemoved) {
+  StartUp();
+  AddTracks({"1.mp3"});
+  Delete({1, 5});
+  Work();
+  EXPECT_EQ(removed_, 1);
+  EXPECT_EQ(kept_, Lines{});
+}
+
+TEST_F(TablesTest, RowsThatMovedMeanwhileAreFoundByTheirFile) {
+  StartUp();
+  AddTracks({"1.mp3", "2.mp3", "3.mp3"});
+  Delete({2});
+  station_->Catalogue().RemoveRow(1);
+  Work();
+  ASSERT_EQ(station_->Catalogue().Rows(), 1);
+  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), (folder_ / "3.mp3").string());
+}
+
+TEST_F(TablesTest, AKaraokeSongGoesWithItsMp3) {
+  StartUp();
+  for (const char* name : {"song.kar", "song.mp3", "other.mp3"}) Write(name);
+  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.kar");
+  station_->DeleteKaraoke({1}, Taker());
+  Work();
+  EXPECT_FALSE(Exists("song.kar") || Exists("song.mp3"));
+  EXPECT_TRUE(Exists("other.mp3"));
+  EXPECT_EQ(files_.Content(folder_ / "tlvkaraoke.ndx"), "");
+}
+
+TEST_F(TablesTest, ATrackOfTheCatalogueLeavesTheMp3BesideItAlone) {
+  StartUp();
+  for (const char* name : {"song.ogg", "song.mp3"}) Write(name);
+  AddTracks({"song.ogg"});
+  Delete({1});
+  Work();
+  EXPECT_TRUE(Exists("song.mp3"));
+}
+
+TEST_F(TablesTest, ARowTravelsToAPlaylistWithItsHiddenCells) {
+  StartUp();
+  AddTracks({"1.mp3"});
+  station_->Catalogue().SetCell(1, catalogue::track::kStartMixPoint, "1.500");
+  const int rows[] = {1};
+  catalogue::AppendRows(station_->Playlist(3), station_->Catalogue(), rows);
+  EXPECT_EQ(station_->Playlist(3).Cell(1, catalogue::track::kStartMixPoint), "1.500");
+  EXPECT_EQ(station_->Playlist(1).Rows() + station_->Playlist(2).Rows(), 0);
+}
+
+TEST_F(TablesTest, BothIndexesAreReadAndReported) {
+  Write("TLV.NDX", "short\r\n");
+  Write("tlvkaraoke.ndx", "A\tT\t\tG\t03:45\ta.kar\r\nA\r\nB\r\n");
+  StartUp();
+  EXPECT_EQ(station_->Karaoke().Cell(1, catalogue::karaoke::kFilename), "a.kar");
+  EXPECT_EQ(station_->Loaded().tracks.Skipped(), 1);
+  EXPECT_EQ(station_->Loaded().karaoke.Skipped(), 2);
+  EXPECT_EQ(station_->View().notice, "2 damaged rows of the karaoke catalogue were left out.");
+}
+
+TEST_F(TablesTest, AnIndexThatCannotBeSavedIsTold) {
+  StartUp();
+  AddTracks({"1.mp3", "2.mp3", "3.mp3"});
+  files_.SetFull(true);
+  Delete({1});
+  Work();
+  Settle();
+  EXPECT_NE(station_->View().notice.find("tlv.ndx"), std::string::npos);
+}
+
+TEST_F(TablesTest, AChosenLanguageIsStoredAndSpoken) {
+  engine_.BreakDevice(2);
+  StartUp();
+  station_->SetLanguage(1);
+  station_->SetOutput(3, {2, 0});
+  Settle();
+  workers_.RunAll();
+  Settle();
+  EXPECT_EQ(Stored("Language", "Current"), "1");
+  EXPECT_EQ(station_->StringBase(), 1000);
+  EXPECT_EQ(station_->View().notice, "De geluidsuitgang \"Phones\" kan niet worden geopend.");
+}
+
+}  // namespace
+}  // namespace app

@@ -1,0 +1,86 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/FolderScan.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+namespace catalogue {
+namespace {
+
+namespace fs = std::filesystem;
+using Names = std::vector<std::string>;
+
+class FolderScanTest : public ::testing::Test {
+ protected:
+  FolderScanTest() { fs::remove_all(root_); }
+  ~FolderScanTest() override { fs::remove_all(root_); }
+
+  void Write(const std::string& name) {
+    fs::create_directories((root_ / name).parent_path());
+    std::ofstream(root_ / name) << "12345";
+  }
+  Names List(std::string_view mask) {
+    Names names;
+    bytes_ = 0;
+    const FolderListing listing = ListFolder(root_, mask, [] { return true; });
+    for (const std::string& file : listing.files) names.push_back(fs::relative(file, root_).string());
+    bytes_ = listing.bytes;
+    return names;
+  }
+
+  fs::path root_ = fs::path(::testing::TempDir()) / "folder-scan";
+  std::int64_t bytes_ = 0;
+};
+
+TEST_F(FolderScanTest, DeeperFoldersComeBeforeTheFolderTheyAreIn) {
+  for (const char* name : {"X.mp3", "a/x.mp3", "a/B/Y.mp3", "c/z.mp3"}) Write(name);
+  EXPECT_EQ(List("*.mp3"), (Names{"a/B/Y.mp3", "a/x.mp3", "c/z.mp3", "X.mp3"}));
+  EXPECT_EQ(bytes_, 20);
+}
+
+TEST_F(FolderScanTest, FilesOfAFolderAreInByteOrderWhateverTheCaseOfTheirExtension) {
+  for (const char* name : {"b.MP3", "a.mp3", "C.Mp3", "d.ogg", "mp3", ".mp3"}) Write(name);
+  EXPECT_EQ(List("*.mp3"), (Names{"C.Mp3", "a.mp3", "b.MP3"}));
+}
+
+TEST_F(FolderScanTest, ATreeThatLeadsBackIntoItselfEnds) {
+  Write("a/x.mp3");
+  fs::create_directory_symlink(root_, root_ / "a" / "back");
+  EXPECT_EQ(List("*.mp3"), Names{"a/x.mp3"});
+}
+
+TEST_F(FolderScanTest, AMissingFolderIsEmpty) {
+  EXPECT_EQ(List("*.mp3"), Names{});
+}
+
+TEST_F(FolderScanTest, AnUnwantedScanStopsAtTheNextFolder) {
+  for (const char* name : {"a/x.mp3", "b/y.mp3"}) Write(name);
+  int asked = 0;
+  const auto listing = ListFolder(root_, "*.mp3", [&] { return ++asked <= 2; });
+  EXPECT_EQ(listing.files.size(), 1U);
+}
+
+TEST_F(FolderScanTest, TheSystemsFoldersOfDriveCAreLeftOutByTheirExactPath) {
+  fs::create_directories(root_);
+  const fs::path before = fs::current_path();
+  fs::current_path(root_);
+  Write("C:\\System Volume Information/x.mp3");
+  Write("D:\\System Volume Information/x.mp3");
+  const auto files = [](const char* folder) {
+    return ListFolder(folder, "*.mp3", [] { return true; }).files;
+  };
+  EXPECT_TRUE(files("C:\\System Volume Information").empty());
+  EXPECT_EQ(files("D:\\System Volume Information").size(), 1U);
+  fs::current_path(before);
+}
+
+TEST_F(FolderScanTest, MusicAndKaraokeHaveTheirMasksInOrder) {
+  const auto masks = [](ScanMode mode) { return Names(MasksOf(mode).begin(), MasksOf(mode).end()); };
+  EXPECT_EQ(masks(ScanMode::Music), (Names{"*.mp3", "*.ogg", "*.flac", "*.wma"}));
+  EXPECT_EQ(masks(ScanMode::Karaoke), (Names{"*.mp3", "*.kar", "*.mid"}));
+}
+
+}  // namespace
+}  // namespace catalogue

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/audio/PulseMixer.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace platform::audio {
+namespace {
+
+constexpr const char* kDefaultSink = "@DEFAULT_SINK@";
+
+int Percent(const pa_cvolume& volume) {
+  const std::uint64_t loudest = pa_cvolume_max(&volume);
+  return static_cast<int>(
+      std::min<std::uint64_t>(100, (loudest * 100 + PA_VOLUME_NORM / 2) / PA_VOLUME_NORM));
+}
+
+}  // namespace
+
+PulseMixer::PulseMixer(std::string server) : connection_(std::move(server)) {}
+
+PulseMixer::~PulseMixer() {
+  if (!connection_.Loop().Runs()) return;
+  PulseLock lock(connection_.Loop());
+  connection_.OnChange(nullptr);
+  connection_.OnVolume(nullptr);
+  ForgetQuestion();
+}
+
+void PulseMixer::Open(Changed changed) {
+  if (!connection_.Loop().Runs()) return;
+  PulseLock lock(connection_.Loop());
+  changed_ = std::move(changed);
+  connection_.OnChange([this] { Ask(); });
+  connection_.OnVolume([this] { Ask(); });
+  if (connection_.Ready() != nullptr) Ask();
+}
+
+void PulseMixer::SetVolume(int percent) {
+  if (!connection_.Loop().Runs()) return;
+  PulseLock lock(connection_.Loop());
+  pa_context* context = connection_.Current();
+  if (context == nullptr || volume_.channels == 0) return;
+  ForgetQuestion();
+  const auto level = static_cast<std::uint64_t>(std::clamp(percent, 0, 100));
+  pa_cvolume_scale(&volume_, static_cast<pa_volume_t>(level * PA_VOLUME_NORM / 100));
+  pa_operation* setting =
+      pa_context_set_sink_volume_by_name(context, kDefaultSink, &volume_, nullptr, nullptr);
+  if (setting != nullptr) pa_operation_unref(setting);
+}
+
+void PulseMixer::Ask() {
+  ForgetQuestion();
+  pa_context* context = connection_.Current();
+  if (context == nullptr) return;
+  question_ = pa_context_get_sink_info_by_name(
+      context, kDefaultSink,
+      [](pa_context*, const pa_sink_info* sink, int end, void* self) {
+        if (end == 0 && sink != nullptr) static_cast<PulseMixer*>(self)->Take(*sink);
+      },
+      this);
+}
+
+void PulseMixer::ForgetQuestion() {
+  if (question_ == nullptr) return;
+  pa_operation_cancel(question_);
+  pa_operation_unref(std::exchange(question_, nullptr));
+}
+
+void PulseMixer::Take(const pa_sink_info& sink) {
+  volume_ = sink.volume;
+  if (changed_) changed_(Percent(volume_));
+}
+
+}  // namespace platform::audio
