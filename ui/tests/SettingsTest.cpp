@@ -18,7 +18,10 @@ namespace {
 /// The settings page, the master volume and what the workstation shows through the window.
 class SettingsTest : public Booth {
  protected:
-  SettingsTest() { Open(); }
+  SettingsTest() {
+    Open();
+    RunWorkers();  // one of them opens the system's mixer
+  }
 
   void Apply(const char* option) {
     Press(Qt::Key_8, Qt::ControlModifier);
