@@ -43,6 +43,9 @@ TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableView::doubleClicked, this,
           [this](const QModelIndex& index) { Q_EMIT Chosen(TrackModel::TableRow(index)); });
+  // Without anything to roll through there is no handle to see.
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+          [this](int low, int high) { verticalScrollBar()->setEnabled(high > low); });
   SizeRows();
 }
 
