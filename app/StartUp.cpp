@@ -5,8 +5,26 @@
 #include <utility>
 
 #include "app/WorkstationParts.h"
+#include "support/Text.h"
 
 namespace app {
+namespace {
+
+/// The twenty sliders Eq out of the sections of both banks.
+std::array<int, decks::kEqSliders> StoredSliders(const Preferences& preferences) {
+  std::array<int, decks::kEqSliders> sliders{};
+  for (std::size_t bank = 0; bank < preferences.decks.size(); ++bank) {
+    for (const auto& [key, value] : preferences.decks[bank].equaliser) {
+      const auto place = support::ParseInteger(key);  // "High", "Mid" and "Bass" are none of the twenty
+      if (!place || *place < 0 || *place >= decks::kEqBands) continue;
+      const auto gain = std::clamp<std::int64_t>(support::LeadingInteger(value), -kMostEqGain, kMostEqGain);
+      sliders[bank * decks::kEqBands + static_cast<std::size_t>(*place)] = static_cast<int>(gain);
+    }
+  }
+  return sliders;
+}
+
+}  // namespace
 
 void Workstation::StartUp() {
   Parts& parts = *parts_;
@@ -102,6 +120,10 @@ void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
+  conductor.Post([this, sliders = StoredSliders(preferences), percent = preferences.gain_percent] {
+    stage.StoredEqualiser(sliders);
+    stage.SetGainPercent(std::clamp(percent, 0, 100));
+  });
   conductor.Post([this, outputs = std::move(outputs)] {
     for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
       window->Post([this, failure = std::move(failure)] { Prompt(failure); });

@@ -121,6 +121,11 @@ class Workstation {
   void SetPreVolume(int deck, int volume);
   /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
   void SetMainVolume(int main_volume);
+  /// Moves slider 0 to 19 of the equaliser to -12 to 12 dB and stores it; the band follows on every deck that
+  /// plays.
+  void SetEqualiser(int slider, int decibels);
+  /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
+  void SetGainPercent(int percent);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);

@@ -174,7 +174,7 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
     return 0;
   }
   feeder_.Add(stream, slot);
-  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0};
+  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0, nullptr};
   Wake();
   return handle;
 }
@@ -229,6 +229,13 @@ std::uint32_t SoundEngine::BASS_ChannelGetData(decks::StreamHandle handle, std::
 
 void SoundEngine::Prepare(const std::string& path, std::function<void(support::Result<void>)> done) {
   pool_->Prepare(path, KindOf(path), std::move(done));
+}
+
+bool SoundEngine::DecodeFurther(decks::StreamHandle handle) {
+  const auto decoder = FindDecoder(handle);
+  if (decoder == nullptr || decoder->store->Complete()) return false;
+  decoder->store->DecodeUpTo(decoder->store->Ready() + PcmStore::kChunkFrames);
+  return true;
 }
 
 void SoundEngine::SetDeviceRole(int device, decks::DeviceRole role) {

@@ -71,6 +71,10 @@ class SoundControl {
   /// Why the last creator returned 0; a sentence for the user.
   [[nodiscard]] virtual support::Error LastError() const = 0;
 
+  /// Decodes another second or so of the file under a decoding stream; false when nothing was left to do, so
+  /// that its length is exact. May block on the disk: workers only.
+  virtual bool DecodeFurther(StreamHandle decoder) = 0;
+
   [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
   /// The next frame that the device of this stream will be given.
   [[nodiscard]] virtual support::EngineFrame NextFrame(StreamHandle stream) = 0;

@@ -324,9 +324,12 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle decoder, std::sp
   const auto fitting = std::min<std::size_t>(bytes, buffer.size() * 2) / frame_bytes;
   const auto frames = static_cast<std::uint32_t>(std::clamp(left, 0.0, static_cast<double>(fitting)));
   const auto channels = static_cast<std::size_t>(found->file.channels);
+  const std::size_t first = static_cast<std::size_t>(found->frame) * channels;
+  const std::vector<std::int16_t>& samples = found->file.samples;
   for (std::size_t i = 0; i < frames * channels; ++i) {
     const int peak = i % channels == 0 ? found->file.left_peak : found->file.right_peak;
-    buffer[i] = static_cast<std::int16_t>(std::min(peak, 32767));
+    const int silent = first + i < samples.size() ? samples[first + i] : 0;
+    buffer[i] = static_cast<std::int16_t>(samples.empty() ? std::min(peak, 32767) : silent);
   }
   found->frame += frames;
   return frames * frame_bytes;
@@ -336,6 +339,66 @@ bool RecordingEngine::BASS_ChannelIsActive(StreamHandle stream) {
   MutexLock lock(mutex_);
   const Stream* found = At(stream);
   return found != nullptr && FrameOf(*found) < found->file.seconds * found->file.sample_rate;
+}
+
+double RecordingEngine::BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  if (found == nullptr) return 0;
+  return static_cast<double>(position.value) / (2 * found->file.channels) / found->file.sample_rate;
+}
+
+bool RecordingEngine::BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) {
+  MutexLock lock(mutex_);
+  const Stream* found = Record(Line("BASS_ChannelGetAttributes", stream)) ? At(stream) : nullptr;
+  if (found == nullptr) return false;
+  frequency = found->file.sample_rate;
+  volume = found->volume;
+  pan = 0;
+  return true;
+}
+
+bool RecordingEngine::BASS_FX_DSP_Set(StreamHandle stream, int effect_type, int priority) {
+  MutexLock lock(mutex_);
+  Stream* found = Record(Line("BASS_FX_DSP_Set", stream, effect_type, priority)) ? At(stream) : nullptr;
+  if (found == nullptr) return false;
+  found->bands.emplace_back().band = static_cast<int>(found->bands.size()) - 1;
+  return true;
+}
+
+bool RecordingEngine::BASS_FX_DSP_SetParameters(StreamHandle stream, int effect_type,
+                                                const PeakingBand& band) {
+  MutexLock lock(mutex_);
+  const std::string line = Line("BASS_FX_DSP_SetParameters", stream, effect_type, band.band, band.frequency,
+                                band.bandwidth, band.q, band.centre, band.gain);
+  Stream* found = Record(line) ? At(stream) : nullptr;
+  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
+  found->bands[static_cast<std::size_t>(band.band)] = band;
+  return true;
+}
+
+bool RecordingEngine::BASS_FX_DSP_GetParameters(StreamHandle stream, int effect_type, PeakingBand& band) {
+  MutexLock lock(mutex_);
+  const std::string line = Line("BASS_FX_DSP_GetParameters", stream, effect_type, band.band);
+  const Stream* found = Record(line) ? At(stream) : nullptr;
+  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
+  band = found->bands[static_cast<std::size_t>(band.band)];
+  return true;
+}
+
+std::vector<float> RecordingEngine::GainsOf(StreamHandle stream) const {
+  MutexLock lock(mutex_);
+  std::vector<float> gains;
+  if (const Stream* found = At(stream)) {
+    for (const PeakingBand& band : found->bands) gains.push_back(band.gain);
+  }
+  return gains;
+}
+
+bool RecordingEngine::DecodeFurther(StreamHandle decoder) {
+  MutexLock lock(mutex_);
+  Record(Line("DecodeFurther", decoder));
+  return false;
 }
 
 void RecordingEngine::BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) {

@@ -190,14 +190,10 @@ TEST_F(Store, TakesItsMemoryElsewhereBeyondHalfAnHour) {
   EXPECT_GT(memory.warmed, 0);
 }
 
-TEST_F(Store, OfManyChannelsTakesItsMemoryElsewhereSooner) {
-  FakeFile file = RampFile(PcmStore::kMemoryBytes / 16 + 2 * PcmStore::kChunkFrames, 192'000);
-  file.format.channels = 8;
-  files.Add("wide", file);
-  const auto store = pool->Get("wide", DecoderKind::General).Value();
-  workers.RunAll();
-  EXPECT_FALSE(store->IsPaged(PcmStore::kMemoryBytes / 16 - PcmStore::kChunkFrames));
-  EXPECT_TRUE(store->IsPaged(PcmStore::kMemoryBytes / 16 + PcmStore::kChunkFrames));
+TEST_F(Store, KeepsHalfAnHourInMemoryAndLessOfWideFiles) {
+  EXPECT_EQ(PcmStore::FramesInMemory({44100, 2}), 30 * 60 * 44100);
+  EXPECT_EQ(PcmStore::FramesInMemory({8000, 1}), 30 * 60 * 8000);
+  EXPECT_EQ(PcmStore::FramesInMemory({192'000, 6}), 30 * 60 * 16000);
 }
 
 TEST_F(Store, IsWarmedAheadOfWhatPlays) {

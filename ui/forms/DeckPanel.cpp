@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "ui/models/CatalogueModel.h"
+#include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TimeText.h"
@@ -18,32 +18,31 @@
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/RunningWave.h"
 #include "ui/widgets/TransportButton.h"
 #include "ui/widgets/WaveOverview.h"
 
 namespace ui {
 namespace {
 
-using State = app::DeckView::State;
-
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
 constexpr int kTempoRange = 10;   ///< percent to both sides
 constexpr auto kSoon = std::chrono::seconds(30);
 constexpr auto kNow = std::chrono::seconds(10);
 
-Say StateName(State state) {
+Say StateName(DeckState state) {
   switch (state) {
-    case State::Empty:
+    case DeckState::Empty:
       return Say::DeckEmpty;
-    case State::Loading:
+    case DeckState::Loading:
       return Say::Loading;
-    case State::Stopped:
+    case DeckState::Stopped:
       return Say::Stopped;
-    case State::Playing:
+    case DeckState::Playing:
       return Say::Playing;
-    case State::Paused:
+    case DeckState::Paused:
       return Say::Paused;
-    case State::Ended:
+    case DeckState::Ended:
       return Say::Ended;
   }
   return Say::DeckEmpty;
@@ -83,11 +82,14 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   SetSpacingEm(*rows, 0.7, 0.6);
   rows->addLayout(MakeTitleRow());
   overview_ = new WaveOverview(look.skin, look.skin.Deck(deck));
-  rows->addWidget(overview_, 1);
+  running_ = new RunningWave(look.skin, look.skin.Deck(deck));
+  rows->addWidget(overview_, 2);
+  rows->addWidget(running_, 3);
   rows->addLayout(MakeTransportRow());
   NameParts();
-  connect(overview_, &WaveOverview::SeekWanted, this,
-          [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); });
+  const auto seek = [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); };
+  connect(overview_, &WaveOverview::SeekWanted, this, seek);
+  connect(running_, &RunningWave::SeekWanted, this, seek);
   Show({}, {});
 }
 
@@ -197,6 +199,7 @@ void DeckPanel::NameParts() {
   Name(*bpm_, DeckName(deck_, "Bpm"), {});
   Name(*state_, DeckName(deck_, "State"), {});
   Name(*overview_, DeckName(deck_, "Overview"), say(Say::Overview).arg(deck_), say(Say::OverviewTip));
+  Name(*running_, DeckName(deck_, "Wave"), say(Say::Wave).arg(deck_), say(Say::WaveTip));
   Name(*to_start_, DeckName(deck_, "ToStart"), say(Say::ToStart).arg(deck_),
        with_key(Say::ToStartTip, Command::ToStart));
   Name(*play_, DeckName(deck_, "Play"), say(Say::Play).arg(deck_),
@@ -212,13 +215,13 @@ void DeckPanel::NameParts() {
 }
 
 bool DeckPanel::Loaded() const {
-  return view_.state != State::Empty && view_.state != State::Loading;
+  return view_.state != DeckState::Empty && view_.state != DeckState::Loading;
 }
 
 void DeckPanel::PlayOrPause() {
-  if (view_.state == State::Playing) return workstation_.Pause(deck_);
-  if (view_.state == State::Paused) return workstation_.Resume(deck_);
-  if (view_.state != State::Empty) workstation_.Play(deck_);
+  if (view_.state == DeckState::Playing) return workstation_.Pause(deck_);
+  if (view_.state == DeckState::Paused) return workstation_.Resume(deck_);
+  if (view_.state != DeckState::Empty) workstation_.Play(deck_);
 }
 
 void DeckPanel::ToStart() {
@@ -240,13 +243,14 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   ShowState(view);
   ShowTimes(view);
   ShowTempo(view, now);
-  overview_->Show(view.position, view.length);
+  overview_->Show(view.position, view.length, view.wave);
+  running_->Show(view.position, view.length, view.wave);
   view_ = view;
 }
 
 void DeckPanel::ShowTrack(const app::DeckView& view) {
   const bool broken = !view.message.empty();
-  const bool empty = view.state == State::Empty;
+  const bool empty = view.state == DeckState::Empty;
   SetTextColour(*title_, empty && !broken ? look_.skin.dim : look_.skin.text);
   SetTextColour(*artist_, broken ? look_.skin.danger : look_.skin.dim);
   title_->Show(empty && view.filename.empty() ? look_.say(Say::DeckEmpty)
@@ -261,23 +265,23 @@ void DeckPanel::ShowTrack(const app::DeckView& view) {
 }
 
 void DeckPanel::ShowState(const app::DeckView& view) {
-  const bool playing = view.state == State::Playing;
-  SetText(*state_, view.state == State::Empty ? QString() : look_.say(StateName(view.state)));
+  const bool playing = view.state == DeckState::Playing;
+  SetText(*state_, view.state == DeckState::Empty ? QString() : look_.say(StateName(view.state)));
   SetTextColour(*state_, playing ? look_.skin.Deck(deck_) : look_.skin.dim);
-  const bool loaded = view.state != State::Empty && view.state != State::Loading;
+  const bool loaded = view.state != DeckState::Empty && view.state != DeckState::Loading;
   for (TransportButton* button : {to_start_, stop_}) button->setEnabled(loaded);
-  play_->setEnabled(view.state != State::Empty);
+  play_->setEnabled(view.state != DeckState::Empty);
   overview_->setEnabled(loaded);
   play_->SetSymbol(playing ? TransportButton::Symbol::Pause : TransportButton::Symbol::Play);
   play_->SetLit(playing);
-  if (playing == (view_.state == State::Playing)) return;
+  if (playing == (view_.state == DeckState::Playing)) return;
   play_->setAccessibleName(look_.say(playing ? Say::Pause : Say::Play).arg(deck_));
 }
 
 void DeckPanel::ShowTimes(const app::DeckView& view) {
   const bool any = view.length.count() > 0;
   const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
-  const bool playing = view.state == State::Playing;
+  const bool playing = view.state == DeckState::Playing;
   SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("00:00"));
   SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
                          : QStringLiteral("00:00 / 00:00"));
@@ -300,7 +304,7 @@ void DeckPanel::ShowTempo(const app::DeckView& view, support::TimePoint now) {
 
 void DeckPanel::dragEnterEvent(QDragEnterEvent* event) {
   const bool files = event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).empty();
-  if (!files && !CatalogueModel::RowIn(*event->mimeData())) return;
+  if (!files && !TrackRowsIn(*event->mimeData())) return;
   event->setDropAction(Qt::CopyAction);
   event->accept();
   SetWelcoming(true);
@@ -314,8 +318,8 @@ void DeckPanel::dropEvent(QDropEvent* event) {
   SetWelcoming(false);
   event->setDropAction(Qt::CopyAction);
   event->accept();
-  if (const auto row = CatalogueModel::RowIn(*event->mimeData())) {
-    Q_EMIT RowDropped(deck_, *row);
+  if (const auto rows = TrackRowsIn(*event->mimeData())) {
+    Q_EMIT RowsDropped(deck_, *rows);
   } else {
     Q_EMIT FilesDropped(deck_, DroppedFiles(*event->mimeData()));
   }

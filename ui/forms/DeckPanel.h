@@ -3,7 +3,8 @@
 #pragma once
 
 #include "app/Workstation.h"
-#include "ui/models/TempoEcho.h"
+#include "ui/models/SentEcho.h"
+#include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -15,6 +16,7 @@ namespace ui {
 
 class ElidedLabel;
 class Fader;
+class RunningWave;
 class TransportButton;
 class WaveOverview;
 
@@ -34,8 +36,8 @@ class DeckPanel final : public Surface {
   void Stop();
 
  Q_SIGNALS:
-  /// A row of the catalogue was dropped on the deck.
-  void RowDropped(int deck, int row);
+  /// Rows of a table were dropped on the deck.
+  void RowsDropped(int deck, ui::TrackRows rows);
   /// Files were dropped on the deck.
   void FilesDropped(int deck, std::vector<std::string> paths);
 
@@ -61,7 +63,7 @@ class DeckPanel final : public Surface {
   app::Workstation& workstation_;
   Look look_;
   app::DeckView view_;
-  TempoEcho echo_;
+  SentEcho echo_;
   support::TimePoint now_{};
 
   ElidedLabel* title_;
@@ -69,6 +71,7 @@ class DeckPanel final : public Surface {
   QLabel* bpm_;
   QLabel* state_;
   WaveOverview* overview_;
+  RunningWave* running_;
   TransportButton* to_start_;
   TransportButton* play_;
   TransportButton* stop_;

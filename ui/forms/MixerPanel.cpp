@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <cmath>
 
+#include "ui/models/DeckChoice.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LevelMeter.h"
 #include "ui/widgets/QuietCombo.h"
@@ -14,7 +15,13 @@
 namespace ui {
 namespace {
 
+constexpr int kSoftest = 99;      ///< of the master slider
 constexpr float kQuietest = -60;  ///< dB, below this the read-out shows none
+
+/// Of the master slider, 0 (loudest) to 99.
+QString PercentOf(int slider) {
+  return QString::number(std::lround((kSoftest - slider) * 100.0 / kSoftest)) + QStringLiteral(" %");
+}
 
 QString PeakText(float db) {
   if (db < kQuietest) return QStringLiteral("−∞ dB");
@@ -31,6 +38,7 @@ MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const L
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.7, 0.6);
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
+  MakeMaster();
   rows->addLayout(MakeChannels(), 1);
   rows->addWidget(MakeCrossfader());
   ShowVolumes();
@@ -65,22 +73,59 @@ MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
   return channel;
 }
 
+void MixerPanel::MakeMaster() {
+  const auto& say = look_.say;
+  master_ = new Fader(Qt::Vertical, look_.skin, look_.skin.text);
+  master_->setRange(0, kSoftest);
+  master_->setPageStep(10);
+  master_->setInvertedAppearance(true);
+  master_->setInvertedControls(true);
+  Name(*master_, QStringLiteral("MainVolume"), say(Say::MainVolume), say(Say::MainVolumeTip));
+  connect(master_, &QSlider::valueChanged, this, [this](int value) {
+    master_echo_.Sent(float(value), now_);
+    workstation_.SetMainVolume(value);
+    SetText(*master_value_, PercentOf(value));
+  });
+  master_head_ = new QLabel(say(Say::MainVolumeHead));
+  Name(*master_head_, QStringLiteral("MainVolumeHead"), {});
+  master_value_ = new QLabel;
+  Name(*master_value_, QStringLiteral("MainVolumeValue"), {});
+  SetWidest(*master_value_, QStringLiteral("100 %"));
+  for (QLabel* label : {master_head_, master_value_}) label->setAlignment(Qt::AlignCenter);
+}
+
+void MixerPanel::ShowMaster(const app::WorkstationView& view, support::TimePoint now) {
+  now_ = now;
+  master_->setEnabled(view.has_mixer);
+  SetText(*master_value_, view.has_mixer ? PercentOf(master_->value()) : QStringLiteral("–"));
+  SetTextColour(*master_head_, view.has_mixer ? look_.skin.text : look_.skin.dim);
+  const QString tip = look_.say(view.has_mixer ? Say::MainVolumeTip : Say::MainVolumeNone);
+  if (master_->toolTip() != tip) master_->setToolTip(tip);
+  if (master_->isSliderDown() || !master_echo_.Believe(float(view.main_volume), now)) return;
+  if (master_->value() == view.main_volume) return;
+  const QSignalBlocker quiet(master_);
+  master_->setValue(view.main_volume);
+}
+
 QGridLayout* MixerPanel::MakeChannels() {
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.4);
   const auto& [first, second] = channels_;
   grid->addWidget(first.cue, 0, 0, 1, 2);
-  grid->addWidget(second.cue, 0, 2, 1, 2);
+  grid->addWidget(master_head_, 0, 2);
+  grid->addWidget(second.cue, 0, 3, 1, 2);
   grid->addWidget(first.fader, 1, 0, Qt::AlignHCenter);
   grid->addWidget(first.meter, 1, 1, Qt::AlignHCenter);
-  grid->addWidget(second.meter, 1, 2, Qt::AlignHCenter);
-  grid->addWidget(second.fader, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(master_, 1, 2, Qt::AlignHCenter);
+  grid->addWidget(second.meter, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(second.fader, 1, 4, Qt::AlignHCenter);
   grid->addWidget(first.volume, 2, 0);
   grid->addWidget(first.peak, 2, 1);
-  grid->addWidget(second.peak, 2, 2);
-  grid->addWidget(second.volume, 2, 3);
+  grid->addWidget(master_value_, 2, 2);
+  grid->addWidget(second.peak, 2, 3);
+  grid->addWidget(second.volume, 2, 4);
   grid->setRowStretch(1, 1);
-  for (int column = 0; column < 4; ++column) grid->setColumnStretch(column, 1);
+  for (int column = 0; column < 5; ++column) grid->setColumnStretch(column, 1);
   return grid;
 }
 
@@ -141,6 +186,7 @@ void MixerPanel::MoveCrossfader(int steps) {
 }
 
 void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
+  ShowMaster(view, now);
   for (const int deck : {1, 2}) {
     const std::size_t place = deck == 1 ? 0 : 1;
     Channel& channel = channels_[place];
@@ -152,12 +198,11 @@ void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) 
 }
 
 void MixerPanel::ShowCue(int deck, const app::WorkstationView& view) {
-  using State = app::DeckView::State;
   const std::size_t place = deck == 1 ? 0 : 1;
   const app::DeckView& shown = view.decks[place];
   QPushButton& cue = *channels_[place].cue;
   const bool device = view.outputs[2].device != 0;
-  cue.setEnabled(device && (shown.state == State::Playing || shown.state == State::Paused));
+  cue.setEnabled(device && (shown.state == DeckState::Playing || shown.state == DeckState::Paused));
   if (!cue.isDown()) cue.setChecked(shown.pre_volume > 0);
   const QString tip = look_.say(device ? Say::CueTip : Say::CueNoDevice);
   if (cue.toolTip() != tip) cue.setToolTip(tip);

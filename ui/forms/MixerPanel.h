@@ -6,6 +6,7 @@
 
 #include "app/Workstation.h"
 #include "ui/models/MixerState.h"
+#include "ui/models/SentEcho.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -19,7 +20,8 @@ class Fader;
 class LevelMeter;
 class QuietCombo;
 
-/// The strip between the decks: for each deck fader, meter and head-phones, below them the crossfader.
+/// The strip between the decks: for each deck fader, meter and head-phones, between them the master volume,
+/// below them the crossfader.
 class MixerPanel final : public Surface {
   Q_OBJECT
 
@@ -47,6 +49,8 @@ class MixerPanel final : public Surface {
 
   QGridLayout* MakeChannels();
   Channel MakeChannel(int deck);
+  void MakeMaster();
+  void ShowMaster(const app::WorkstationView& view, support::TimePoint now);
   QWidget* MakeCrossfader();
   /// The deck that is heard alone at this end of the crossfader.
   QLabel* MakeEnd(int deck);
@@ -57,6 +61,11 @@ class MixerPanel final : public Surface {
   MixerState& state_;
   Look look_;
   std::array<Channel, 2> channels_;
+  Fader* master_;  ///< 0 is loudest
+  QLabel* master_value_;
+  QLabel* master_head_;
+  SentEcho master_echo_;
+  support::TimePoint now_{};
   Fader* crossfader_;
   QuietCombo* curve_;
 };

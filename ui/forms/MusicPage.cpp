@@ -8,17 +8,14 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QPushButton>
-#include <QStackedLayout>
 #include <QVBoxLayout>
 
-#include "ui/models/CatalogueModel.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
-#include "ui/strings/Decode.h"
+#include "ui/models/TrackModel.h"
 #include "ui/widgets/ElidedLabel.h"
-#include "ui/widgets/TrackDelegate.h"
+#include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
@@ -38,23 +35,31 @@ MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* p
     : Surface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
-  model_ = new CatalogueModel(table, look, this);
-  grid_ = new TrackGrid;
-  grid_->setModel(model_);
-  grid_->setItemDelegate(new TrackDelegate(look.skin, grid_));
+  model_ = new TrackModel(table, TableId::Catalogue, CatalogueShape(), look, this);
+  grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
-  connect(grid_, &TrackGrid::Chosen, this, &MusicPage::RowChosen);
+  connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(TableId::Catalogue); });
+  connect(grid_, &TrackGrid::Chosen, this, [this](int row) {
+    Q_EMIT RowChosen({TableId::Catalogue, {row}});
+  });
+  connect(grid_, &TrackGrid::DeleteWanted, this, &MusicPage::DeleteWanted);
   empty_ = new QLabel(look.say(Say::EmptyCatalogue));
   Name(*empty_, QStringLiteral("EmptyCatalogue"), {});
   SetFontEm(*empty_, 1.4);
   SetTextColour(*empty_, look.skin.dim);
   empty_->setAlignment(Qt::AlignCenter);
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.6, 0.4);
+  SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead());
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
-  rows->addWidget(MakeReport());
+  progress_ = new ElidedLabel;
+  Name(*progress_, QStringLiteral("AddProgress"), {});
+  SetTextColour(*progress_, look.skin.dim);
+  progress_->hide();
+  rows->addWidget(progress_);
+  report_ = new ReportList(QStringLiteral("Refused"), look);
+  rows->addWidget(report_);
   ShowCount();
 }
 
@@ -66,46 +71,23 @@ QHBoxLayout* MusicPage::MakeHead() {
   SetFontEm(*count_, 1.1, Weight::Bold);
   Name(*count_, QStringLiteral("TrackCount"), {});
   row->addWidget(count_);
-  progress_ = new ElidedLabel;
-  Name(*progress_, QStringLiteral("AddProgress"), {});
-  SetTextColour(*progress_, look_.skin.dim);
-  row->addWidget(progress_, 1);
+  row->addStretch(1);
   for (const int deck : {1, 2}) {
     QPushButton* load = PlainButton(say(Say::LoadOn).arg(deck));
     Name(*load, QStringLiteral("LoadOnDeck%1").arg(deck), say(Say::LoadOnTip).arg(deck),
          say(Say::KeyHint).arg(say(Say::LoadOnTip).arg(deck), KeyText(KeyOf(Command::Load, deck))));
-    connect(load, &QPushButton::clicked, this, [this, deck] { Q_EMIT RowWanted(deck, ChosenRow()); });
+    connect(load, &QPushButton::clicked, this, [this, deck] { Q_EMIT RowWanted(deck); });
     row->addWidget(load);
   }
   QPushButton* add = PlainButton(say(Say::AddFiles));
   Name(*add, QStringLiteral("AddFiles"), say(Say::AddFiles), say(Say::AddFilesTip));
   connect(add, &QPushButton::clicked, this, &MusicPage::AskForFiles);
   row->addWidget(add);
+  delete_ = PlainButton(say(Say::DeleteTracks));
+  Name(*delete_, QStringLiteral("DeleteTracks"), say(Say::DeleteTracksName), say(Say::DeleteTracksTip));
+  connect(delete_, &QPushButton::clicked, this, &MusicPage::DeleteWanted);
+  row->addWidget(delete_);
   return row;
-}
-
-QWidget* MusicPage::MakeReport() {
-  report_ = new QWidget;
-  auto* column = new QVBoxLayout(report_);
-  SetSpacingEm(*column, 0, 0.3);
-  report_head_ = new QLabel;
-  Name(*report_head_, QStringLiteral("RefusedHead"), {});
-  SetTextColour(*report_head_, look_.skin.warning);
-  QPushButton* close = PlainButton(look_.say(Say::Close));
-  Name(*close, QStringLiteral("RefusedClose"), look_.say(Say::Close), look_.say(Say::CloseTip));
-  connect(close, &QPushButton::clicked, this, [this] { report_->hide(); });
-  auto* head = new QHBoxLayout;
-  head->addWidget(report_head_, 1);
-  head->addWidget(close);
-  column->addLayout(head);
-  report_list_ = new QPlainTextEdit;
-  report_list_->setReadOnly(true);
-  report_list_->setTabChangesFocus(true);
-  SetHeightEm(*report_list_, 6);
-  Name(*report_list_, QStringLiteral("Refused"), look_.say(Say::LeftOut).arg(0));
-  column->addWidget(report_list_);
-  report_->hide();
-  return report_;
 }
 
 void MusicPage::Show(const app::WorkstationView& view) {
@@ -115,6 +97,7 @@ void MusicPage::Show(const app::WorkstationView& view) {
 }
 
 void MusicPage::ShowCount() {
+  delete_->setEnabled(grid_->selectionModel()->hasSelection());
   const int rows = model_->rowCount();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
@@ -131,14 +114,26 @@ int MusicPage::ChosenRow() const {
   return grid_->ChosenRow();
 }
 
+TrackRows MusicPage::ChosenRows() const {
+  return {TableId::Catalogue, grid_->ChosenRows()};
+}
+
 void MusicPage::ChooseRow(int row) {
   model_->Sync();
   ShowCount();
-  grid_->setCurrentIndex(model_->index(row - 1, CatalogueModel::Title));
+  grid_->ChooseRow(row);
+}
+
+void MusicPage::Reload() {
+  const int chosen = grid_->ChosenRow();
+  model_->Reload();
+  ShowCount();
+  grid_->ChooseRow(chosen);
 }
 
 void MusicPage::ShowAdding(const app::AddingProgress& progress) {
   if (progress.total == 0) return;
+  progress_->show();
   progress_->Show(look_.say(Say::AddingFiles).arg(progress.done).arg(progress.total));
 }
 
@@ -149,16 +144,19 @@ void MusicPage::ShowAdded(int files, int rows, const std::vector<std::string>& r
   if (known > 0) {
     text += QLatin1Char(' ') + (known == 1 ? say(Say::AlreadyThereOne) : say(Say::AlreadyThere).arg(known));
   }
+  progress_->show();
   progress_->Show(text);
-  report_->setVisible(!refused.empty());
-  if (refused.empty()) return;
-  const QString head = refused.size() == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size());
-  report_head_->setText(head);
-  report_list_->setAccessibleName(head);
-  report_list_->setToolTip(head);
-  QStringList lines;
-  for (const std::string& sentence : refused) lines += Decode(sentence);
-  report_list_->setPlainText(lines.join(QLatin1Char('\n')));
+  const bool one = refused.size() == 1;
+  report_->Show(one ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size()), refused);
+}
+
+void MusicPage::ShowDeleted(int rows, const std::vector<std::string>& kept) {
+  const auto& say = look_.say;
+  Reload();
+  progress_->show();
+  progress_->Show(rows == 1 ? say(Say::DeletedOne) : say(Say::Deleted).arg(rows));
+  const bool one = kept.size() == 1;
+  report_->Show(one ? say(Say::NotDeletedOne) : say(Say::NotDeleted).arg(kept.size()), kept);
 }
 
 // Not modal: the decks stay in reach while somebody looks for files.

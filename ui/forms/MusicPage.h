@@ -7,20 +7,21 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
 class QFileDialog;
 class QHBoxLayout;
 class QLabel;
-class QPlainTextEdit;
 class QPushButton;
 
 namespace ui {
 
-class CatalogueModel;
 class ElidedLabel;
+class ReportList;
 class TrackGrid;
+class TrackModel;
 
 /// The catalogue: its grid, what is being added to it, and what could not be added.
 class MusicPage final : public Surface {
@@ -32,6 +33,7 @@ class MusicPage final : public Surface {
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
   [[nodiscard]] int ChosenRow() const;
+  [[nodiscard]] TrackRows ChosenRows() const;
   void ChooseRow(int row);
   /// The keys go to the grid.
   void TakeFocus();
@@ -40,10 +42,16 @@ class MusicPage final : public Surface {
   void ShowAdding(const app::AddingProgress& progress);
   /// What came of so many files, with a sentence for each one left out.
   void ShowAdded(int files, int rows, const std::vector<std::string>& refused);
+  /// What came of deleting, with a sentence for each file that is still there.
+  void ShowDeleted(int rows, const std::vector<std::string>& kept);
+  /// The table is another one: what was scanned took its place.
+  void Reload();
 
  Q_SIGNALS:
-  void RowChosen(int row);
-  void RowWanted(int deck, int row);
+  void Entered(ui::TableId table);
+  void RowChosen(ui::TrackRows row);
+  void RowWanted(int deck);
+  void DeleteWanted();
   void FilesWanted(std::vector<std::string> paths);
 
  protected:
@@ -53,21 +61,19 @@ class MusicPage final : public Surface {
 
  private:
   QHBoxLayout* MakeHead();
-  QWidget* MakeReport();
   void ShowCount();
   void AskForFiles();
   QFileDialog* MakeDialog();
 
   const catalogue::track_table& table_;
   Look look_;
-  CatalogueModel* model_;
+  TrackModel* model_;
   TrackGrid* grid_;
   QLabel* empty_;
   QLabel* count_;
   ElidedLabel* progress_;
-  QWidget* report_;
-  QLabel* report_head_;
-  QPlainTextEdit* report_list_;
+  QPushButton* delete_;
+  ReportList* report_;
   QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;
 };

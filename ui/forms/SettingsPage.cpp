@@ -7,6 +7,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/forms/ApplyPanel.h"
+#include "ui/forms/ColourPanel.h"
 #include "ui/models/OutputText.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -30,24 +32,34 @@ QLabel* Caption(const QString& text, const QColor& colour) {
 SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), workstation_(workstation), look_(look) {
   Name(*this, QStringLiteral("SettingsPage"), look.say(Say::Settings));
+  auto* colours = new ColourPanel(workstation, look);
+  apply_ = new ApplyPanel(workstation, *colours, look);
+  connect(apply_, &ApplyPanel::Scanned, this, &SettingsPage::Scanned);
+  auto* last = new QVBoxLayout;
+  SetSpacingEm(*last, 0, 1);
+  last->addLayout(MakeWindow(choices));
+  last->addWidget(colours, 1);
   auto* sides = new QHBoxLayout;
-  SetSpacingEm(*sides, 0, 4);
-  sides->addLayout(MakeOutputs(), 3);
-  sides->addLayout(MakeWindow(choices), 2);
+  SetSpacingEm(*sides, 0, 2.5);
+  sides->addLayout(MakeOutputs(), 4);
+  sides->addWidget(apply_, 4);
+  sides->addLayout(last, 3);
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 1.2, 0.6);
-  rows->addLayout(sides);
-  rows->addStretch(1);
+  SetSpacingEm(*rows, 0.8, 0.4);
+  rows->addLayout(sides, 1);
 }
 
 QGridLayout* SettingsPage::MakeOutputs() {
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.7);
+  SetSpacingEm(*grid, 0, 0.5);
   grid->addWidget(Heading(look_.say(Say::Outputs)), 0, 0, 1, 3);
   grid->addWidget(Caption(look_.say(Say::Device), look_.skin.dim), 1, 1);
   grid->addWidget(Caption(look_.say(Say::Pair), look_.skin.dim), 1, 2);
   for (int output = 1; output <= 3; ++output) MakeOutput(output, *grid);
-  grid->addWidget(Caption(look_.say(Say::OutputsHint), look_.skin.dim), 5, 0, 1, 3);
+  QLabel* hint = Caption(look_.say(Say::OutputsHint), look_.skin.dim);
+  hint->setWordWrap(true);
+  grid->addWidget(hint, 5, 0, 1, 3);
+  grid->setRowStretch(6, 1);
   grid->setColumnStretch(1, 2);
   grid->setColumnStretch(2, 1);
   return grid;
@@ -107,7 +119,6 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 2, 0);
   grid->addWidget(skin_, 2, 1);
   grid->setColumnStretch(1, 1);
-  grid->setRowStretch(3, 1);
   return grid;
 }
 
@@ -119,6 +130,7 @@ void SettingsPage::Send(int output) {
 
 void SettingsPage::Show(const app::WorkstationView& view) {
   for (std::size_t i = 0; i < outputs_.size(); ++i) ShowOutput(outputs_[i], view.outputs[i]);
+  apply_->Show();
 }
 
 void SettingsPage::ShowOutput(Output& output, const app::OutputView& view) {

@@ -14,9 +14,10 @@ class QVBoxLayout;
 
 namespace ui {
 
+class ApplyPanel;
 class QuietCombo;
 
-/// Where the decks and the head-phones play, and how the window looks and speaks.
+/// Where the decks and the head-phones play, what the button does, and how the window looks and speaks.
 class SettingsPage final : public Surface {
   Q_OBJECT
 
@@ -33,6 +34,8 @@ class SettingsPage final : public Surface {
 
  Q_SIGNALS:
   void ChoicesChanged(ui::SettingsPage::Choices choices);
+  /// A table may be another one.
+  void Scanned();
 
  private:
   struct Output {
@@ -51,6 +54,7 @@ class SettingsPage final : public Surface {
   app::Workstation& workstation_;
   Look look_;
   std::array<Output, 3> outputs_{};
+  ApplyPanel* apply_ = nullptr;
   QuietCombo* language_ = nullptr;
   QuietCombo* skin_ = nullptr;
 };

@@ -5,7 +5,6 @@
 #include <QApplication>
 #include <QHBoxLayout>
 #include <QPointer>
-#include <QPushButton>
 #include <QScreen>
 #include <QShortcut>
 #include <QStackedWidget>
@@ -16,11 +15,16 @@
 
 #include "support/Text.h"
 #include "ui/forms/DeckPanel.h"
+#include "ui/forms/KaraokePage.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/MusicPage.h"
+#include "ui/forms/PlainPage.h"
+#include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/PageButton.h"
 
 namespace ui {
 namespace {
@@ -31,6 +35,24 @@ constexpr QSize kBaseSize(1600, 900);  ///< larger windows get larger type
 constexpr QSize kSmallest(1200, 640);
 constexpr double kSteps = 10;  ///< of the growth from one size to its double
 constexpr int kCrossfaderStep = 5;
+constexpr int kPages = 8;
+
+/// Files of rows that are to be deleted: while somebody thinks it over, the rows may get other numbers.
+std::vector<std::string> FilesOf(const catalogue::track_table& table, const std::vector<int>& rows,
+                                 int column) {
+  std::vector<std::string> files;
+  for (const int row : rows) files.emplace_back(table.Cell(row, column));
+  return files;
+}
+
+std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector<std::string>& files,
+                          int column) {
+  std::vector<int> rows;
+  for (const std::string& file : files) {
+    if (const int row = table.FindRow(column, file); row > 0 && !file.empty()) rows.push_back(row);
+  }
+  return rows;
+}
 
 }  // namespace
 
@@ -41,6 +63,7 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   view_ = workstation_.View();
   MakeKeys();
   Build();
+  workstation_.AttachWindow(&boxes_, &help_);
   mixer_->SendVolumes();
   setMinimumSize(kSmallest);
   resize(screen()->availableSize());
@@ -49,14 +72,15 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   frames_.start(kFrame);
 }
 
-frmMain::~frmMain() = default;
+frmMain::~frmMain() {
+  workstation_.AttachWindow(nullptr, nullptr);
+}
 
 void frmMain::ReadChoices() {
   const auto number = [this](std::string_view section, std::string_view key) {
     return support::LeadingInteger(settings_.Get(support::kApplication, section, key, "0"));
   };
-  choices_.language =
-      number("Language", "Current") == 1 ? Strings::Language::Dutch : Strings::Language::English;
+  choices_.language = workstation_.StringBase() == 0 ? Strings::Language::English : Strings::Language::Dutch;
   const auto curve = std::clamp<std::int64_t>(number("Mixer", "CrossfaderCurve"), 0, 2);
   mixer_state_.curve = static_cast<decks::CrossfaderCurve>(curve);
   choices_.skin = number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
@@ -65,7 +89,7 @@ void frmMain::ReadChoices() {
 void frmMain::Change(SettingsPage::Choices choices) {
   choices_ = choices;
   const auto text = [](auto value) { return std::to_string(static_cast<int>(value)); };
-  settings_.Set(support::kApplication, "Language", "Current", text(choices.language));
+  workstation_.SetLanguage(static_cast<int>(choices.language));
   settings_.Set(support::kApplication, "Skin", "Name", text(choices.skin));
   // Later: the list that sends this is one of the parts that are made anew.
   QMetaObject::invokeMethod(
@@ -78,7 +102,9 @@ void frmMain::Build() {
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
-  setWindowTitle((*say_)(Say::Caption));
+  help_.Speak(*say_);
+  boxes_.Speak(*say_);
+  setWindowTitle(Decode(workstation_.Caption((*say_)(Say::Caption).toStdString())));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0.4, 0.4);
@@ -92,6 +118,7 @@ void frmMain::Build() {
   ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
   if (page_ == 0) music_->TakeFocus();
+  active_ = TableId::Catalogue;
   ShowFrame();
 }
 
@@ -100,7 +127,7 @@ QWidget* frmMain::MakeDecks() {
   for (const int deck : {1, 2}) {
     auto* panel = new DeckPanel(deck, workstation_, look);
     decks_[deck == 1 ? 0 : 1] = panel;
-    connect(panel, &DeckPanel::RowDropped, this, &frmMain::Load);
+    connect(panel, &DeckPanel::RowsDropped, this, &frmMain::Load);
     connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
   }
   mixer_ = new MixerPanel(workstation_, mixer_state_, look);
@@ -121,15 +148,29 @@ QWidget* frmMain::MakePages(const Look& look) {
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   SetSpacingEm(*row, 0, 0.2);
-  music_ = new MusicPage(workstation_.Catalogue(), look);
+  karaoke_ = new KaraokePage(workstation_.Karaoke(), look);
   settings_page_ = new SettingsPage(workstation_, choices_, look);
-  AddPage(music_, Say::Music, Say::MusicTip, look, buttons);
+  connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
+  connect(settings_page_, &SettingsPage::ChoicesChanged, this, &frmMain::Change);
+  connect(settings_page_, &SettingsPage::Scanned, this, [this] {
+    music_->Reload();
+    karaoke_->Reload();
+  });
+  const auto plain = [&look](const char* name, Say head, Say sentence) {
+    return new PlainPage(QLatin1String(name), head, sentence, look);
+  };
+  AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
+  AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
+  AddPage(karaoke_, Say::Karaoke, Say::KaraokePageTip, look, buttons);
+  AddPage(plain("ConsolePage", Say::Console, Say::ConsoleLater), Say::Console, Say::ConsoleTip, look,
+          buttons);
+  AddPage(plain("OrganPage", Say::Organ, Say::OrganLater), Say::Organ, Say::OrganTip, look, buttons);
+  AddPage(plain("EffectsPage", Say::Effects, Say::EffectsLater), Say::Effects, Say::EffectsTip, look,
+          buttons);
+  AddPage(plain("RecordingPage", Say::Recording, Say::RecordingLater), Say::Recording, Say::RecordingTip,
+          look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
-  connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
-  connect(music_, &MusicPage::RowWanted, this, &frmMain::Load);
-  connect(music_, &MusicPage::FilesWanted, this, &frmMain::AddFiles);
-  connect(settings_page_, &SettingsPage::ChoicesChanged, this, &frmMain::Change);
   auto* box = new QWidget;
   auto* rows = new QVBoxLayout(box);
   SetSpacingEm(*rows, 0, 0);
@@ -138,14 +179,44 @@ QWidget* frmMain::MakePages(const Look& look) {
   return box;
 }
 
+QWidget* frmMain::MakeMusic(const Look& look) {
+  music_ = new MusicPage(workstation_.Catalogue(), look);
+  connect(music_, &MusicPage::Entered, this, [this](TableId table) { active_ = table; });
+  connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
+  connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
+  connect(music_, &MusicPage::FilesWanted, this, &frmMain::AddFiles);
+  connect(music_, &MusicPage::DeleteWanted, this, &frmMain::DeleteTracks);
+  auto* box = new QWidget;
+  auto* row = new QHBoxLayout(box);
+  SetSpacingEm(*row, 0, 0.4);
+  row->addWidget(MakePlaylist(1, look));
+  row->addWidget(music_, 1);
+  row->addWidget(MakePlaylist(2, look));
+  return box;
+}
+
+PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
+  const auto width = number <= 2 ? PlaylistPanel::Width::Given : PlaylistPanel::Width::Stretches;
+  auto* panel = new PlaylistPanel(number, workstation_, width, look);
+  playlists_[static_cast<std::size_t>(number - 1)] = panel;
+  connect(panel, &PlaylistPanel::Entered, this, [this](TableId table) { active_ = table; });
+  connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
+  connect(panel, &PlaylistPanel::RowsDropped, this, &frmMain::PutIntoPlaylist);
+  connect(panel, &PlaylistPanel::FilesDropped, this, &frmMain::AddToPlaylist);
+  return panel;
+}
+
 void frmMain::AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons) {
   const int number = pages_->addWidget(page);
-  auto* button = new QPushButton(look.say(caption));
-  SetKind(*button, "page");
-  button->setCheckable(true);
+  const bool list = caption == Say::Playlist3;
+  auto* button =
+      new PageButton(look.say(caption), list ? PageButton::Drops::Taken : PageButton::Drops::Refused);
   Name(*button, QStringLiteral("Page%1").arg(number + 1), look.say(caption),
        look.say(Say::KeyHint).arg(look.say(tip), KeyText(KeyOfPage(number))));
-  connect(button, &QPushButton::clicked, this, [this, number] { ShowPage(number); });
+  connect(button, &PageButton::clicked, this, [this, number] { ShowPage(number); });
+  connect(button, &PageButton::RowsDropped, this, [this](const TrackRows& rows) {
+    PutIntoPlaylist(rows, TableId::Playlist3, workstation_.Playlist(3).Rows() + 1, Leaving::Stay);
+  });
   buttons->layout()->addWidget(button);
   page_buttons_.push_back(button);
 }
@@ -173,9 +244,15 @@ void frmMain::MakeKeys() {
     Key(KeyOf(Command::PlayPause, deck), Reach::Everywhere, [panel] { panel().PlayOrPause(); });
     Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
     Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
-    Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, music_->ChosenRow()); });
+    Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, ChosenRows()); });
   }
-  for (const int page : {0, 1}) Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
+  for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
+    Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });
+  }
+  for (int page = 0; page < kPages; ++page) {
+    Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
+  }
+  Key(KeyOfHelp(), Reach::Everywhere, [this] { workstation_.Apply({app::ApplyMode::Help, {}, {}}); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
@@ -207,6 +284,8 @@ void frmMain::ShowFrame() {
   mixer_->Show(view_, now);
   status_->Show(view_, workstation_.DeviceNames(), now);
   music_->Show(view_);
+  for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
+  karaoke_->Show();
   music_->ShowAdding(workstation_.Adding());
   settings_page_->Show(view_);
 }
@@ -215,36 +294,98 @@ const app::DeckView& frmMain::Deck(int deck) const {
   return view_.decks[static_cast<std::size_t>(deck - 1)];
 }
 
-void frmMain::LoadOnFreeDeck(int row) {
+void frmMain::LoadOnFreeDeck(const TrackRows& rows) {
   view_ = workstation_.View();
-  if (const auto deck = DeckForLoading(view_)) return Load(*deck, row);
+  if (const auto deck = DeckForLoading(view_)) return Load(*deck, rows);
   status_->Tell((*say_)(Say::BothDecksPlay));
 }
 
-void frmMain::Load(int deck, int row) {
+void frmMain::Load(int deck, const TrackRows& rows) {
   view_ = workstation_.View();
-  if (row < 1 || row > workstation_.Catalogue().Rows()) return status_->Tell((*say_)(Say::NoRowChosen));
+  const catalogue::track_table& table = TableOf(workstation_, rows.table);
+  const int row = rows.rows.empty() ? 0 : rows.rows.front();
+  if (row < 1 || row > table.Rows()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (!MayLoad(Deck(deck))) return status_->Tell((*say_)(Say::DeckIsPlaying).arg(deck));
-  workstation_.LoadDeck(deck, workstation_.Catalogue(), row);
+  workstation_.LoadDeck(deck, table, row);
+}
+
+PlaylistPanel& frmMain::PanelOf(TableId playlist) const {
+  return *playlists_[static_cast<std::size_t>(playlist) - 1];
+}
+
+TrackRows frmMain::ChosenRows() const {
+  return active_ == TableId::Catalogue ? music_->ChosenRows() : PanelOf(active_).ChosenRows();
+}
+
+void frmMain::PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving) {
+  const int first = PutRows(workstation_, rows, to, before, leaving);
+  if (first == 0) return;
+  if (rows.table != to && rows.table != TableId::Catalogue && leaving == Leaving::Go) {
+    PanelOf(rows.table).Reload(rows.rows.front());
+  }
+  PanelOf(to).Reload(first);
+}
+
+void frmMain::AddChosenTo(int playlist) {
+  const TrackRows rows = ChosenRows();
+  const TableId to = PlaylistId(playlist);
+  if (rows.rows.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
+  if (rows.table == to) return;
+  PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
+  status_->Tell((*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
+}
+
+void frmMain::DeleteTracks() {
+  const catalogue::track_table& table = workstation_.Catalogue();
+  const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
+  if (files.empty()) return;
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Decode(files.front()))
+                                             : (*say_)(Say::AskDelete).arg(files.size());
+  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
+    const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
+    workstation_.DeleteTracks(rows,
+                              [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {
+                                if (!window.isNull()) window->music_->ShowDeleted(gone, kept);
+                              });
+  });
+}
+
+void frmMain::DeleteKaraoke() {
+  const catalogue::track_table& table = workstation_.Karaoke();
+  const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
+  if (files.empty()) return;
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Decode(files.front()))
+                                             : (*say_)(Say::AskDeleteSongs).arg(files.size());
+  boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
+    const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);
+    workstation_.DeleteKaraoke(rows, [window = QPointer<frmMain>(this)](int, std::vector<std::string> kept) {
+      if (!window.isNull()) window->karaoke_->ShowDeleted(kept);
+    });
+  });
 }
 
 void frmMain::AddFiles(std::vector<std::string> paths) {
+  ShowPage(0);
   Add(std::move(paths), {});
 }
 
 void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
   if (paths.empty()) return;
   Add(paths, [this, deck, paths] {
-    for (const std::string& path : paths) {
-      if (const int row = RowOf(path); row > 0) return Load(deck, row);
-    }
+    if (const TrackRows rows = RowsOf(paths); !rows.rows.empty()) Load(deck, rows);
+  });
+}
+
+void frmMain::AddToPlaylist(TableId to, std::vector<std::string> paths) {
+  Add(paths, [this, to, paths] {
+    const int end = TableOf(workstation_, to).Rows() + 1;
+    PutIntoPlaylist(RowsOf(paths), to, end, Leaving::Stay);
   });
 }
 
 void frmMain::Add(std::vector<std::string> paths, std::function<void()> then) {
   if (paths.empty()) return;
   const int files = static_cast<int>(paths.size());
-  ShowPage(0);
   // The workstation may outlive the window.
   workstation_.AddFiles(std::move(paths), [window = QPointer<frmMain>(this), files, then = std::move(then)](
                                               int rows, std::vector<std::string> refused) {
@@ -254,12 +395,8 @@ void frmMain::Add(std::vector<std::string> paths, std::function<void()> then) {
   });
 }
 
-int frmMain::RowOf(const std::string& path) const {
-  const catalogue::track_table& table = workstation_.Catalogue();
-  for (int row = table.Rows(); row > 0; --row) {
-    if (table.Cell(row, catalogue::track::kFilename) == path) return row;
-  }
-  return 0;
+TrackRows frmMain::RowsOf(const std::vector<std::string>& paths) const {
+  return {TableId::Catalogue, RowsWith(workstation_.Catalogue(), paths, catalogue::track::kFilename)};
 }
 
 }  // namespace ui

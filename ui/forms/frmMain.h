@@ -12,18 +12,23 @@
 
 #include "app/Workstation.h"
 #include "support/ports/SettingsStore.h"
+#include "ui/forms/HelpWindow.h"
+#include "ui/forms/MessageBoxes.h"
 #include "ui/forms/SettingsPage.h"
 #include "ui/models/MixerState.h"
+#include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 
-class QPushButton;
 class QStackedWidget;
 
 namespace ui {
 
 class DeckPanel;
+class KaraokePage;
 class MixerPanel;
 class MusicPage;
+class PageButton;
+class PlaylistPanel;
 class StatusLine;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
@@ -50,6 +55,8 @@ class frmMain final : public QMainWindow {
   void Build();
   QWidget* MakeDecks();
   QWidget* MakePages(const Look& look);
+  QWidget* MakeMusic(const Look& look);
+  PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
   void MakeKeys();
@@ -58,13 +65,22 @@ class frmMain final : public QMainWindow {
   void Key(const QKeySequence& key, Reach reach, std::function<void()> action);
   void ApplySize();
 
-  void LoadOnFreeDeck(int row);
-  void Load(int deck, int row);
+  void LoadOnFreeDeck(const TrackRows& rows);
+  /// The first of the rows.
+  void Load(int deck, const TrackRows& rows);
+  /// The rows that are chosen in the list that had the keys last.
+  [[nodiscard]] TrackRows ChosenRows() const;
+  void PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving);
+  void AddChosenTo(int playlist);
+  [[nodiscard]] PlaylistPanel& PanelOf(TableId playlist) const;
+  void DeleteTracks();
+  void DeleteKaraoke();
   void AddFiles(std::vector<std::string> paths);
   void AddAndLoad(int deck, std::vector<std::string> paths);
+  void AddToPlaylist(TableId to, std::vector<std::string> paths);
   void Add(std::vector<std::string> paths, std::function<void()> then);
-  /// Row of the newest entry of a file; 0 is none.
-  [[nodiscard]] int RowOf(const std::string& path) const;
+  /// Rows of the catalogue that hold these files.
+  [[nodiscard]] TrackRows RowsOf(const std::vector<std::string>& paths) const;
   [[nodiscard]] const app::DeckView& Deck(int deck) const;
 
   app::Workstation& workstation_;
@@ -77,13 +93,18 @@ class frmMain final : public QMainWindow {
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
+  TableId active_ = TableId::Catalogue;
+  HelpWindow help_{*this};
+  MessageBoxes boxes_{*this};
 
   StatusLine* status_ = nullptr;
   std::array<DeckPanel*, 2> decks_{};
   MixerPanel* mixer_ = nullptr;
   QStackedWidget* pages_ = nullptr;
-  std::vector<QPushButton*> page_buttons_;
+  std::vector<PageButton*> page_buttons_;
   MusicPage* music_ = nullptr;
+  std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
+  KaraokePage* karaoke_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
 };
 

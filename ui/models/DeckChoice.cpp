@@ -4,14 +4,12 @@
 
 namespace ui {
 
-using State = app::DeckView::State;
-
 bool MayLoad(const app::DeckView& deck) {
-  return deck.state != State::Playing;
+  return deck.state != DeckState::Playing;
 }
 
 std::optional<int> DeckForLoading(const app::WorkstationView& view) {
-  for (const State wanted : {State::Empty, State::Ended, State::Stopped, State::Paused}) {
+  for (const DeckState wanted : {DeckState::Empty, DeckState::Ended, DeckState::Stopped, DeckState::Paused}) {
     for (const int deck : {1, 2}) {
       if (view.decks[static_cast<std::size_t>(deck - 1)].state == wanted) return deck;
     }

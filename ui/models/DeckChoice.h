@@ -8,6 +8,8 @@
 
 namespace ui {
 
+using DeckState = app::DeckView::State;
+
 /// A deck that is heard is never loaded over: the hand that slips at a party must not end the music.
 [[nodiscard]] bool MayLoad(const app::DeckView& deck);
 

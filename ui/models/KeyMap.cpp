@@ -8,8 +8,16 @@ QKeySequence KeyOf(Command command, int deck) {
   return QKeySequence(Qt::Key_F1 + static_cast<int>(command) + (deck == 1 ? 0 : 4));
 }
 
+QKeySequence KeyOfPlaylist(int playlist) {
+  return QKeySequence(Qt::Key_F9 + playlist - 1);
+}
+
+QKeySequence KeyOfHelp() {
+  return QKeySequence(Qt::Key_F12);
+}
+
 QKeySequence KeyOfPage(int page) {
-  return QKeySequence(Qt::Key_F9 + page);
+  return QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page));
 }
 
 QString KeyText(const QKeySequence& key) {

@@ -13,7 +13,10 @@ enum class Command { PlayPause, ToStart, Stop, Load };
 
 /// Deck 1: F1 to F4. Deck 2: F5 to F8.
 [[nodiscard]] QKeySequence KeyOf(Command command, int deck);
-/// The pages of the window from the left: F9, F10 ...
+/// The chosen rows go to playlist 1 to 3: F9 to F11.
+[[nodiscard]] QKeySequence KeyOfPlaylist(int playlist);
+[[nodiscard]] QKeySequence KeyOfHelp();
+/// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...
 [[nodiscard]] QKeySequence KeyOfPage(int page);
 [[nodiscard]] QString KeyText(const QKeySequence& key);
 

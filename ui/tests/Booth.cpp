@@ -3,6 +3,7 @@
 #include "ui/tests/Booth.h"
 
 #include <QAbstractItemModel>
+#include <QAbstractScrollArea>
 #include <QComboBox>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -17,8 +18,8 @@ Booth::Booth() {
   engine.AddDevice("Main speakers");
   engine.AddDevice("USB card");
   station = std::make_unique<app::Workstation>(
-      app::Ports{engine, engine, tags, settings, files, workers, clock}, support::ProgramFolder("folder"),
-      app::Workstation::Conducting::ByHand);
+      app::Ports{engine, engine, tags, settings, files, workers, clock, &mixer},
+      support::ProgramFolder("folder"), app::Workstation::Conducting::ByHand);
   station->StartUp();
   AddTrack("one.mp3", "Anna Vogel", "First Light");
   AddTrack("two.ogg", "The Bells", "Second Wind", "120.00");
@@ -87,21 +88,39 @@ void Booth::DoubleClickRow(int row) {
   Settle();
 }
 
+QWidget& Booth::Target(const char* name) {
+  auto& widget = Find<QWidget>(name);
+  auto* area = qobject_cast<QAbstractScrollArea*>(&widget);
+  return area == nullptr ? widget : *area->viewport();
+}
+
 void Booth::Drop(const QMimeData& data, const char* target) {
-  auto& widget = Find<QWidget>(target);
-  const QPoint centre = widget.rect().center();
-  QDragEnterEvent enter(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  DropAt(data, Target(target), Target(target).rect().center(), Qt::CopyAction);
+}
+
+void Booth::DropAt(const QMimeData& data, QWidget& widget, const QPoint& place, Qt::DropAction action) {
+  QDragEnterEvent enter(place, action, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&widget, &enter);
   if (!enter.isAccepted()) return;
-  QDropEvent drop(centre, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+  QDropEvent drop(place, action, &data, Qt::LeftButton, Qt::NoModifier);
   QApplication::sendEvent(&widget, &drop);
   Settle();
 }
 
 void Booth::DropRow(int row, const char* target) {
-  auto& grid = Find<QTableView>("Catalogue");
-  const std::unique_ptr<QMimeData> data(grid.model()->mimeData({grid.model()->index(row - 1, 2)}));
-  Drop(*data, target);
+  DropRows("Catalogue", {row}, target);
+}
+
+void Booth::DropRows(const char* source, const std::vector<int>& rows, const char* target, int before,
+                     Qt::DropAction action) {
+  auto& model = *Find<QTableView>(source).model();
+  QModelIndexList indexes;
+  for (const int row : rows) indexes += model.index(row - 1, 0);
+  const std::unique_ptr<QMimeData> data(model.mimeData(indexes));
+  const auto* grid = window->findChild<QTableView*>(QLatin1String(target));
+  const QPoint place = grid == nullptr || before == 0 ? Target(target).rect().center()
+                                                      : QPoint(20, grid->rowViewportPosition(before - 1) + 2);
+  DropAt(*data, Target(target), place, action);
 }
 
 void Booth::BeginDroppingFiles(const QList<QUrl>& urls, const char* target) {

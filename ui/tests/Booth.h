@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "app/Workstation.h"
+#include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/testing/FakeClock.h"
@@ -51,6 +52,9 @@ class Booth : public ::testing::Test {
   void ChooseRow(int row);
   void DoubleClickRow(int row);
   void DropRow(int row, const char* target);
+  /// Rows of a grid onto a widget; onto a grid, before one of its rows where one is named.
+  void DropRows(const char* source, const std::vector<int>& rows, const char* target, int before = 0,
+                Qt::DropAction action = Qt::CopyAction);
   /// Their analysis waits for the workers to run.
   void BeginDroppingFiles(const QList<QUrl>& urls, const char* target);
   void DropFiles(const QList<QUrl>& urls, const char* target);
@@ -61,13 +65,17 @@ class Booth : public ::testing::Test {
   decks::testing::RecordingEngine engine{clock};
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
+  app::testing::FakeMixer mixer;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   std::unique_ptr<app::Workstation> station;
   std::unique_ptr<frmMain> window;
 
  private:
+  /// Where events for a widget go.
+  QWidget& Target(const char* name);
   void Drop(const QMimeData& data, const char* target);
+  void DropAt(const QMimeData& data, QWidget& widget, const QPoint& place, Qt::DropAction action);
 };
 
 }  // namespace ui::testing

@@ -37,13 +37,15 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
     if (!GetParam().playing) return;
     LoadAndPlay(1, 5);
     LoadAndPlay(2, 1);
+    DropRow(5, "PlayListView1");
+    DropRow(1, "PlayListView1");
     DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/letter.txt"))}, "MusicPage");
   }
 
   template <class Check>
   void OnEveryPage(Check check) {
-    for (const Qt::Key page : {Qt::Key_F9, Qt::Key_F10}) {
-      Press(page);
+    for (int page = 0; page < 8; ++page) {
+      Press(static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
       for (QWidget* widget : window->findChildren<QWidget*>()) {
         if (widget->isVisible() && !IsPartOfAControl(*widget)) check(*widget);
       }
@@ -76,7 +78,7 @@ TEST_P(LayoutTest, EveryControlHasANameATipAndAnObjectName) {
 }
 
 TEST_P(LayoutTest, NamesOfControlsAreDifferent) {
-  Press(Qt::Key_F10);
+  Press(Qt::Key_8, Qt::ControlModifier);
   std::map<QString, std::string> names;
   for (QWidget* widget : window->findChildren<QWidget*>()) {
     if (!widget->isVisible() || IsPartOfAControl(*widget) || !IsControl(*widget)) continue;
@@ -135,12 +137,33 @@ TEST_P(LayoutTest, AllTextGrowsWithTheWindow) {
 }
 
 TEST_P(LayoutTest, NoHeadOfAColumnIsCut) {
-  auto& grid = Find<QTableView>("Catalogue");
-  for (int column = 0; column < grid.model()->columnCount(); ++column) {
-    const QString head = grid.model()->headerData(column, Qt::Horizontal).toString();
-    EXPECT_GE(grid.columnWidth(column), grid.fontMetrics().horizontalAdvance(head)) << head.toStdString();
+  for (const char* name : {"Catalogue", "PlayListView1", "PlayListView3", "KaraokeGrid"}) {
+    auto& grid = Find<QTableView>(name);
+    const int padding = QFontInfo(grid.font()).pixelSize() * 6 / 10;
+    for (int column = 0; column < grid.model()->columnCount(); ++column) {
+      if (grid.isColumnHidden(column)) continue;
+      const QString head = grid.model()->headerData(column, Qt::Horizontal).toString();
+      EXPECT_GE(grid.columnWidth(column), grid.fontMetrics().horizontalAdvance(head) + padding)
+          << name << ": " << head.toStdString();
+    }
   }
+  auto& grid = Find<QTableView>("Catalogue");
   EXPECT_GE(grid.columnWidth(3), grid.fontMetrics().horizontalAdvance(QStringLiteral("100:00")));
+}
+
+TEST_P(LayoutTest, PlaylistsShowTheirFourColumnsInTheGivenWidths) {
+  const int widths[] = {120, 120, 50, 50};
+  for (const char* name : {"PlayListView1", "PlayListView2"}) {
+    auto& grid = Find<QTableView>(name);
+    const double scale = QFontInfo(grid.font()).pixelSize() / (10.0 * 96 / 72);
+    ASSERT_EQ(grid.model()->columnCount(), 4);
+    for (int column = 0; column < 4; ++column) {
+      EXPECT_NEAR(grid.columnWidth(column), widths[column] * scale, 2 + 0.02 * widths[column] * scale)
+          << name;
+    }
+    EXPECT_GE(grid.columnWidth(2), grid.fontMetrics().horizontalAdvance(QStringLiteral("03:45")) + 6);
+    EXPECT_GE(grid.columnWidth(3), grid.fontMetrics().horizontalAdvance(QStringLiteral("128.0")) + 6);
+  }
 }
 
 TEST_P(LayoutTest, TabReachesEveryControl) {

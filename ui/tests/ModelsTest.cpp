@@ -5,11 +5,11 @@
 #include <QMimeData>
 #include <limits>
 
-#include "ui/models/CatalogueModel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/OutputText.h"
-#include "ui/models/TempoEcho.h"
+#include "ui/models/SentEcho.h"
+#include "ui/models/TrackModel.h"
 
 namespace ui {
 namespace {
@@ -42,8 +42,8 @@ TEST(MixerState, TheVolumeIsFaderTimesCrossfader) {
   EXPECT_EQ(mixer.VolumeOf(2), 0);
 }
 
-TEST(TempoEcho, AnEchoOfAnOlderStepDoesNotMoveTheSlider) {
-  TempoEcho echo;
+TEST(SentEcho, AnEchoOfAnOlderStepDoesNotMoveTheSlider) {
+  SentEcho echo;
   const support::TimePoint start{};
   echo.Sent(2, start);
   EXPECT_FALSE(echo.Believe(1, start + 20ms));
@@ -51,8 +51,8 @@ TEST(TempoEcho, AnEchoOfAnOlderStepDoesNotMoveTheSlider) {
   EXPECT_TRUE(echo.Believe(3, start + 60ms));
 }
 
-TEST(TempoEcho, ADeckThatNeverTookTheTempoIsBelievedInTheEnd) {
-  TempoEcho echo;
+TEST(SentEcho, ADeckThatNeverTookTheTempoIsBelievedInTheEnd) {
+  SentEcho echo;
   echo.Sent(2, {});
   EXPECT_TRUE(echo.Believe(0, support::TimePoint{} + 600ms));
 }
@@ -75,7 +75,7 @@ TEST(OutputText, NamesDeviceAndPairAndADeviceThatIsGone) {
   }
 }
 
-class CatalogueModelTest : public ::testing::Test {
+class TrackModelTest : public ::testing::Test {
  protected:
   void Add(std::string_view artist, std::string_view title, std::string_view file) {
     const std::string_view cells[] = {artist, title, "03:45", file};
@@ -85,19 +85,19 @@ class CatalogueModelTest : public ::testing::Test {
 
   catalogue::track_table table{catalogue::TrackColumns()};
   Strings say{Strings::Language::English};
-  CatalogueModel model{table, Look{SkinOf(Skin::Name::Dark), say}};
+  TrackModel model{table, TableId::Catalogue, CatalogueShape(), Look{SkinOf(Skin::Name::Dark), say}};
 };
 
-TEST_F(CatalogueModelTest, ShowsNewRowsAfterTheyWereLookedFor) {
+TEST_F(TrackModelTest, ShowsNewRowsAfterTheyWereLookedFor) {
   Add("Anna", "Light", "/m/a.mp3");
   EXPECT_EQ(model.rowCount(), 0);
   model.Sync();
   EXPECT_EQ(model.rowCount(), 1);
-  EXPECT_EQ(At(0, CatalogueModel::Artist), QStringLiteral("Anna"));
-  EXPECT_EQ(At(0, CatalogueModel::Time), QStringLiteral("03:45"));
+  EXPECT_EQ(At(0, TrackModel::Artist), QStringLiteral("Anna"));
+  EXPECT_EQ(At(0, TrackModel::Time), QStringLiteral("03:45"));
 }
 
-TEST_F(CatalogueModelTest, ATableThatWasEmptiedLeavesNoRow) {
+TEST_F(TrackModelTest, ATableThatWasEmptiedLeavesNoRow) {
   Add("Anna", "Light", "/m/a.mp3");
   model.Sync();
   table.Clear();
@@ -105,38 +105,55 @@ TEST_F(CatalogueModelTest, ATableThatWasEmptiedLeavesNoRow) {
   EXPECT_EQ(model.rowCount(), 0);
 }
 
-TEST_F(CatalogueModelTest, ATrackWithoutTitleIsCalledByItsFile) {
+TEST_F(TrackModelTest, ATrackWithoutTitleIsCalledByItsFile) {
   Add("", "", "C:\\music\\b.ogg");
   Add("", "", "/m/c.ogg");
   model.Sync();
-  EXPECT_EQ(At(0, CatalogueModel::Title), QStringLiteral("b.ogg"));
-  EXPECT_EQ(At(1, CatalogueModel::Title), QStringLiteral("c.ogg"));
+  EXPECT_EQ(At(0, TrackModel::Title), QStringLiteral("b.ogg"));
+  EXPECT_EQ(At(1, TrackModel::Title), QStringLiteral("c.ogg"));
 }
 
-TEST_F(CatalogueModelTest, MarksTheRowsThatAreOnDecks) {
+TEST_F(TrackModelTest, MarksTheRowsThatAreOnDecks) {
   Add("Anna", "Light", "/m/a.mp3");
   Add("Ben", "Wind", "/m/b.mp3");
   model.Sync();
   app::WorkstationView view;
   view.decks[1].filename = "/m/a.mp3";
   model.ShowDecks(view);
-  EXPECT_EQ(At(0, CatalogueModel::Deck), QStringLiteral("2"));
-  EXPECT_EQ(At(1, CatalogueModel::Deck), QString());
+  EXPECT_EQ(At(0, TrackModel::Deck), QStringLiteral("2"));
+  EXPECT_EQ(At(1, TrackModel::Deck), QString());
 }
 
-TEST_F(CatalogueModelTest, ADraggedRowIsFoundAgain) {
-  Add("Anna", "Light", "/m/a.mp3");
-  Add("Ben", "Wind", "/m/b.mp3");
+TEST_F(TrackModelTest, DraggedRowsAreFoundAgain) {
+  for (const char* file : {"/m/a.mp3", "/m/b.mp3", "/m/c.mp3"}) Add("Anna", "Light", file);
   model.Sync();
-  const std::unique_ptr<QMimeData> data(model.mimeData({model.index(1, 0)}));
-  EXPECT_EQ(CatalogueModel::RowIn(*data), 2);
+  const std::unique_ptr<QMimeData> data(
+      model.mimeData({model.index(2, 0), model.index(0, 0), model.index(0, 1)}));
+  const auto rows = TrackRowsIn(*data);
+  ASSERT_TRUE(rows);
+  EXPECT_EQ(rows->table, TableId::Catalogue);
+  EXPECT_EQ(rows->rows, (std::vector<int>{1, 3}));
 }
 
-TEST_F(CatalogueModelTest, GarbageIsNoRow) {
-  for (const char* text : {"", "0", "-3", "1x", "99999999999999"}) {
+TEST_F(TrackModelTest, ATempoIsShownWithOneDecimalAndOtherTextAsItStands) {
+  const struct {
+    const char* cell;
+    const char* shown;
+  } cases[] = {{"128.00", "128.0"}, {"99.46", "99.5"}, {"fast", "fast"}, {"", ""}};
+  for (const auto& each : cases) {
+    const std::string_view cells[] = {"A", "B", "03:45", "/m/a.mp3", each.cell};
+    table.AddRow(cells);
+    model.Sync();
+    EXPECT_EQ(At(model.rowCount() - 1, TrackModel::Bpm).toStdString(), each.shown);
+  }
+}
+
+TEST(TrackRows, GarbageIsNoRows) {
+  for (const char* text :
+       {"", "0", "0 ", "0 0", "0 -3", "0 1x", "4 1", "-1 1", "x 1", "0 1 99999999999999"}) {
     QMimeData data;
-    data.setData(model.mimeTypes().first(), text);
-    EXPECT_FALSE(CatalogueModel::RowIn(data)) << text;
+    data.setData(TrackRowsType(), text);
+    EXPECT_FALSE(TrackRowsIn(data)) << text;
   }
 }
 

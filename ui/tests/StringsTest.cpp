@@ -40,11 +40,5 @@ TEST(Strings, EveryNameHasItsText) {
   EXPECT_EQ(english(Say{2999}), QString());
 }
 
-TEST(Strings, TheCaptionBeginsWithTheNameAndABlank) {
-  for (const auto language : {Strings::Language::English, Strings::Language::Dutch}) {
-    EXPECT_TRUE(Strings(language)(Say::Caption).startsWith(QStringLiteral("dj TOLVEN ")));
-  }
-}
-
 }  // namespace
 }  // namespace ui

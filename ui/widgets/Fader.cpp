@@ -50,7 +50,8 @@ int Fader::PlaceOf(int value) const {
   const int range = std::max(1, maximum() - minimum());
   const int way = static_cast<int>(std::lround(double(value - minimum()) / range * Travel()));
   const int start = HandleLength() / 2 + 2;
-  return Upright() ? height() - start - way : start + way;
+  const bool from_below = Upright() != Turned();
+  return from_below ? (Upright() ? height() : width()) - start - way : start + way;
 }
 
 QRect Fader::Along(int from, int to, int thickness) const {
@@ -72,7 +73,8 @@ void Fader::paintEvent(QPaintEvent*) {
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove + 2), skin_.line);
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove), skin_.well);
   if (isEnabled())
-    painter.fillRect(Along(PlaceOf(rest_.value_or(minimum())), PlaceOf(value()), groove), accent_);
+    painter.fillRect(
+        Along(PlaceOf(rest_.value_or(Turned() ? maximum() : minimum())), PlaceOf(value()), groove), accent_);
   if (rest_) {
     const int place = PlaceOf(*rest_);
     painter.fillRect(Along(place - 1, place + 1, across * 9 / 10), skin_.dim);
@@ -105,7 +107,7 @@ void Fader::mouseMoveEvent(QMouseEvent* event) {
   if (!isSliderDown()) return event->ignore();
   const QPoint point = event->position().toPoint();
   const int way = Upright() ? grabbed_at_ - point.y() : point.x() - grabbed_at_;
-  const double share = double(way) / Travel();
+  const double share = double(Turned() ? -way : way) / Travel();
   setValue(grabbed_value_ + static_cast<int>(std::lround(share * (maximum() - minimum()))));
 }
 

@@ -31,6 +31,8 @@ class Fader final : public QSlider {
 
  private:
   [[nodiscard]] bool Upright() const { return orientation() == Qt::Vertical; }
+  /// The smallest value lies at the far end: on top of an upright fader.
+  [[nodiscard]] bool Turned() const { return invertedAppearance(); }
   [[nodiscard]] int HandleLength() const;
   [[nodiscard]] int Travel() const;
   /// Centre of the handle at a value, along the fader.

@@ -5,8 +5,6 @@
 #include <QFontInfo>
 #include <QPainter>
 
-#include "ui/models/CatalogueModel.h"
-
 namespace ui {
 namespace {
 
@@ -23,16 +21,20 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   painter->fillRect(option.rect, chosen ? skin_.chosen : odd ? skin_.stripe : skin_.panel);
   const QVariant colour = index.data(Qt::ForegroundRole);
   const QString text = index.data(Qt::DisplayRole).toString();
-  if (index.column() == CatalogueModel::Deck) {
-    if (chosen) painter->fillRect(option.rect.adjusted(0, 0, kBarWidth - option.rect.width(), 0), skin_.text);
+  const int alignment = index.data(Qt::TextAlignmentRole).toInt();
+  if (chosen && index.column() == 0) {
+    painter->fillRect(option.rect.adjusted(0, 0, kBarWidth - option.rect.width(), 0), skin_.text);
+  }
+  if (alignment == Qt::AlignCenter) {
     if (!text.isEmpty()) PaintChip(*painter, option, text, colour.value<QColor>());
     return;
   }
-  const int pad = QFontInfo(option.font).pixelSize() / 2;
+  const bool number = (alignment & Qt::AlignRight) != 0;
+  const int pad = QFontInfo(option.font).pixelSize() * (number ? 3 : 5) / 10;
   const QRect room = option.rect.adjusted(pad, 0, -pad, 0);
   painter->setFont(option.font);
   painter->setPen(colour.isValid() ? colour.value<QColor>() : skin_.text);
-  painter->drawText(room, index.data(Qt::TextAlignmentRole).toInt() | Qt::TextSingleLine,
+  painter->drawText(room, alignment | Qt::TextSingleLine,
                     option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
 }
 

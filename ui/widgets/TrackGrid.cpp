@@ -3,59 +3,93 @@
 #include "ui/widgets/TrackGrid.h"
 
 #include <QDrag>
+#include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMimeData>
 #include <QPainter>
 #include <QPixmap>
+#include <QScrollBar>
+#include <algorithm>
+#include <memory>
 
-#include "ui/models/CatalogueModel.h"
+#include "ui/models/DroppedFiles.h"
+#include "ui/models/TrackModel.h"
 #include "ui/widgets/Look.h"
+#include "ui/widgets/TrackDelegate.h"
 
 namespace ui {
-namespace {
 
-/// Widths in ems; a negative one is a share of the room that the fixed ones leave.
-constexpr double kWidths[] = {4.2, -30, -34, 5, 5, -14, -22, 4.5};
-
-}  // namespace
-
-TrackGrid::TrackGrid(QWidget* parent) : QTableView(parent) {
+TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
+    : QTableView(parent), rows_(model), skin_(skin) {
+  setModel(&model);
+  setItemDelegate(new TrackDelegate(skin, this));
   setSelectionBehavior(SelectRows);
-  setSelectionMode(SingleSelection);
+  setSelectionMode(ExtendedSelection);
   setEditTriggers(NoEditTriggers);
   setShowGrid(false);
   setWordWrap(false);
   setCornerButtonEnabled(false);
   setTabKeyNavigation(false);
-  setDragEnabled(true);
+  setDragEnabled(model.Id().has_value());
   setVerticalScrollMode(ScrollPerItem);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+  horizontalHeader()->setMinimumSectionSize(1);
   horizontalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableView::doubleClicked, this,
-          [this](const QModelIndex& index) { Q_EMIT Chosen(CatalogueModel::TableRow(index)); });
+          [this](const QModelIndex& index) { Q_EMIT Chosen(TrackModel::TableRow(index)); });
   SizeRows();
 }
 
+void TrackGrid::TakeDrops() {
+  takes_drops_ = true;
+  setAcceptDrops(true);
+}
+
+void TrackGrid::SetHint(const QString& hint) {
+  hint_ = hint;
+}
+
 int TrackGrid::ChosenRow() const {
-  return currentIndex().isValid() ? CatalogueModel::TableRow(currentIndex()) : 0;
+  return currentIndex().isValid() ? TrackModel::TableRow(currentIndex()) : 0;
+}
+
+std::vector<int> TrackGrid::ChosenRows() const {
+  std::vector<int> rows;
+  for (const QModelIndex& index : selectionModel()->selectedRows())
+    rows.push_back(TrackModel::TableRow(index));
+  std::sort(rows.begin(), rows.end());
+  return rows;
+}
+
+void TrackGrid::ChooseRow(int row) {
+  row = std::min(row, rows_.rowCount());
+  if (row < 1) return;
+  selectRow(row - 1);
+  scrollTo(currentIndex());
 }
 
 void TrackGrid::focusInEvent(QFocusEvent* event) {
   QTableView::focusInEvent(event);
   // The base puts its cursor on the first row without showing it; what the keys load must be seen.
   if (currentIndex().isValid() && !selectionModel()->hasSelection()) selectRow(currentIndex().row());
+  Q_EMIT Entered();
 }
 
 void TrackGrid::keyPressEvent(QKeyEvent* event) {
   const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-  if (!enter || !currentIndex().isValid()) return QTableView::keyPressEvent(event);
-  Q_EMIT Chosen(ChosenRow());
+  if (enter && currentIndex().isValid()) {
+    Q_EMIT Chosen(ChosenRow());
+  } else if (event->key() == Qt::Key_Delete && selectionModel()->hasSelection()) {
+    Q_EMIT DeleteWanted();
+  } else {
+    QTableView::keyPressEvent(event);
+  }
 }
 
 void TrackGrid::changeEvent(QEvent* event) {
@@ -75,38 +109,134 @@ void TrackGrid::SizeRows() {
   verticalHeader()->setDefaultSectionSize(Em(*this, 2.1));
 }
 
-void TrackGrid::SizeColumns() {
-  if (model() == nullptr) return;
+int TrackGrid::FitColumns() {
+  const auto columns = rows_.Shape().columns;
   int room = viewport()->width();
-  double shares = 0;
-  for (const double width : kWidths) {
-    if (width > 0)
-      room -= Em(*this, width);
-    else
-      shares -= width;
+  for (const GridColumn& column : columns) room -= Em(*this, column.width);
+  for (std::size_t i = 0; i < columns.size(); ++i) setColumnHidden(static_cast<int>(i), false);
+  for (int leaving = static_cast<int>(columns.size()); leaving > 0 && room < 0; --leaving) {
+    for (std::size_t i = 0; i < columns.size(); ++i) {
+      if (columns[i].leaves != leaving) continue;
+      setColumnHidden(static_cast<int>(i), true);
+      room += Em(*this, columns[i].width);
+    }
   }
-  for (int column = 0; column < model()->columnCount(); ++column) {
-    const double width = kWidths[column];
-    horizontalHeader()->resizeSection(
-        column, width > 0 ? Em(*this, width) : static_cast<int>(room * -width / shares));
+  return std::max(0, room);
+}
+
+void TrackGrid::SizeColumns() {
+  const auto columns = rows_.Shape().columns;
+  const int room = FitColumns();
+  double shares = 0;
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (!isColumnHidden(static_cast<int>(i))) shares += columns[i].share;
+  }
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    const int more = shares > 0 ? static_cast<int>(room * columns[i].share / shares) : 0;
+    horizontalHeader()->resizeSection(static_cast<int>(i), Em(*this, columns[i].width) + more);
   }
 }
 
-void TrackGrid::startDrag(Qt::DropActions) {
-  if (!currentIndex().isValid()) return;
-  const QString title = currentIndex().siblingAtColumn(CatalogueModel::Title).data().toString();
-  auto* drag = new QDrag(this);
-  drag->setMimeData(model()->mimeData({currentIndex()}));
+int TrackGrid::GivenWidth() const {
+  int width = verticalScrollBar()->sizeHint().width() + 2 * frameWidth();
+  for (const GridColumn& column : rows_.Shape().columns) width += Em(*this, column.width);
+  return width;
+}
+
+QPixmap TrackGrid::DragPicture() const {
   QPixmap picture(Em(*this, 20), Em(*this, 2.2));
-  picture.fill(palette().color(QPalette::Button));
+  picture.fill(skin_.raised);
   QPainter painter(&picture);
   painter.setFont(font());
-  painter.setPen(palette().color(QPalette::ButtonText));
+  painter.setPen(skin_.text);
+  const int rows = static_cast<int>(ChosenRows().size());
+  QString text = rows_.TitleOf(ChosenRow());
+  if (rows > 1) text = QString::number(rows) + QStringLiteral(" × ") + text;
   painter.drawText(picture.rect().adjusted(Em(*this, 0.6), 0, 0, 0), Qt::AlignVCenter,
-                   fontMetrics().elidedText(title, Qt::ElideRight, Em(*this, 19)));
-  painter.end();
-  drag->setPixmap(picture);
-  drag->exec(Qt::CopyAction);
+                   fontMetrics().elidedText(text, Qt::ElideRight, Em(*this, 19)));
+  return picture;
+}
+
+void TrackGrid::startDrag(Qt::DropActions) {
+  if (!currentIndex().isValid() || !rows_.Id()) return;
+  auto* drag = new QDrag(this);
+  drag->setMimeData(rows_.mimeData(selectionModel()->selectedRows()));
+  drag->setPixmap(DragPicture());
+  drag->exec(Qt::CopyAction | Qt::MoveAction, takes_drops_ ? Qt::MoveAction : Qt::CopyAction);
+}
+
+bool TrackGrid::Takes(const QDropEvent& event) const {
+  const QMimeData& dropped = *event.mimeData();
+  return takes_drops_ && (TrackRowsIn(dropped) || (dropped.hasUrls() && !DroppedFiles(dropped).empty()));
+}
+
+int TrackGrid::GapAt(int height) const {
+  const int row = rowAt(height);
+  if (row < 0) return rows_.rowCount() + 1;
+  const bool lower_half = height > rowViewportPosition(row) + rowHeight(row) / 2;
+  return row + 1 + (lower_half ? 1 : 0);
+}
+
+void TrackGrid::ShowGap(int gap) {
+  if (gap == gap_) return;
+  gap_ = gap;
+  viewport()->update();
+}
+
+void TrackGrid::paintEvent(QPaintEvent* event) {
+  QTableView::paintEvent(event);
+  QPainter painter(viewport());
+  if (rows_.rowCount() == 0 && !hint_.isEmpty()) {
+    painter.setPen(skin_.dim);
+    painter.drawText(viewport()->rect().adjusted(Em(*this, 1), 0, -Em(*this, 1), 0),
+                     int(Qt::AlignCenter) | Qt::TextWordWrap, hint_);
+  }
+  if (gap_ > 0) PaintGap(painter);
+}
+
+void TrackGrid::PaintGap(QPainter& painter) const {
+  const int last = rows_.rowCount();
+  int line = 0;
+  if (last > 0)
+    line = gap_ <= last ? rowViewportPosition(gap_ - 1) : rowViewportPosition(last - 1) + rowHeight(0);
+  painter.fillRect(0, std::max(0, line - 1), viewport()->width(), 3, skin_.text);
+}
+
+void TrackGrid::dragEnterEvent(QDragEnterEvent* event) {
+  if (!Takes(*event)) return event->ignore();
+  event->accept();
+}
+
+void TrackGrid::dragMoveEvent(QDragMoveEvent* event) {
+  if (!Takes(*event)) return event->ignore();
+  const int height = event->position().toPoint().y();
+  const int edge = Em(*this, 1.5);
+  // Near its edges the grid rolls on, so that a long list can be dropped into anywhere.
+  if (height < edge) verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepSub);
+  if (height > viewport()->height() - edge)
+    verticalScrollBar()->triggerAction(QScrollBar::SliderSingleStepAdd);
+  ShowGap(GapAt(height));
+  event->accept();
+}
+
+void TrackGrid::dragLeaveEvent(QDragLeaveEvent*) {
+  ShowGap(0);
+}
+
+void TrackGrid::dropEvent(QDropEvent* event) {
+  const int before = GapAt(event->position().toPoint().y());
+  ShowGap(0);
+  if (!Takes(*event)) return event->ignore();
+  const bool move = event->dropAction() == Qt::MoveAction;
+  const auto rows = TrackRowsIn(*event->mimeData());
+  // The source must not remove rows by itself: that is done where the tables are.
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  if (rows) {
+    Q_EMIT RowsDropped(*rows, before, move ? Leaving::Go : Leaving::Stay);
+  } else {
+    Q_EMIT FilesDropped(DroppedFiles(*event->mimeData()));
+  }
 }
 
 }  // namespace ui

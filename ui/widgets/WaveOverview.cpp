@@ -34,14 +34,20 @@ WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* pare
 }
 
 QSize WaveOverview::sizeHint() const {
-  return {Em(*this, 30), Em(*this, 8)};
+  return {Em(*this, 30), Em(*this, 5)};
 }
 
 QSize WaveOverview::minimumSizeHint() const {
   return {Em(*this, 12), Em(*this, 3.5)};
 }
 
-void WaveOverview::Show(microseconds position, microseconds length) {
+void WaveOverview::Show(microseconds position, microseconds length,
+                        const std::shared_ptr<const music::Wave>& wave) {
+  if (wave != wave_) {
+    wave_ = wave;
+    heard_ = QPixmap();
+    update();
+  }
   if (length != length_) {
     length_ = length;
     heard_ = QPixmap();
@@ -68,47 +74,57 @@ microseconds WaveOverview::PlaceAt(int column) const {
   return microseconds(static_cast<std::int64_t>(share * double(length_.count())));
 }
 
-QPixmap WaveOverview::PaintTrack(Tone tone) const {
+QRect WaveOverview::WaveBox() const {
+  return rect().adjusted(0, 0, 0, -Em(*this, 1.2));
+}
+
+QPixmap WaveOverview::PaintTrack(WaveTone tone) const {
   QPixmap picture(size() * devicePixelRatio());
   picture.setDevicePixelRatio(devicePixelRatio());
   QPainter painter(&picture);
-  painter.fillRect(rect(), skin_.well);
-  if (tone == Tone::Heard) {
+  const QRect box = WaveBox();
+  painter.fillRect(rect(), skin_.panel);
+  painter.fillRect(box, skin_.well);
+  if (length_.count() > 0 && wave_) {
+    const double step = double(wave_->overview.size()) / std::max(1, box.width());
+    PaintWave(painter, box, wave_->overview, 0, step, InkOf(skin_, accent_, tone));
+  } else if (length_.count() > 0 && tone == WaveTone::Heard) {
     QColor tint = accent_;
     tint.setAlphaF(0.35F);
-    painter.fillRect(rect(), tint);
+    painter.fillRect(box, tint);
   }
-  if (length_.count() > 0) PaintTicks(painter, tone);
+  if (length_.count() > 0) PaintTimes(painter);
   painter.setPen(skin_.line);
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  painter.drawRect(box.adjusted(0, 0, -1, -1));
   return picture;
 }
 
-void WaveOverview::PaintTicks(QPainter& painter, Tone tone) const {
+void WaveOverview::PaintTimes(QPainter& painter) const {
   QFont small = font();
-  small.setPointSizeF(font().pointSizeF() * 0.8);
+  small.setPointSizeF(font().pointSizeF() * 0.75);
   painter.setFont(small);
-  const int room = QFontMetrics(small).horizontalAdvance(QStringLiteral("000:00")) + Em(*this, 1);
+  painter.setPen(skin_.dim);
+  const int room = QFontMetrics(small).horizontalAdvance(QStringLiteral("000:00"));
   seconds step = kTickSteps[std::size(kTickSteps) - 1];
   for (const seconds candidate : kTickSteps) {
-    if (ColumnOf(candidate) < room) continue;
+    if (ColumnOf(candidate) < room * 3 / 2) continue;
     step = candidate;
     break;
   }
+  const int top = WaveBox().bottom() + 1;
   for (seconds at = step; at < length_; at += step) {
     const int column = ColumnOf(at);
-    painter.fillRect(column, 1, 1, height() - 2, skin_.line);
-    const QRect box(column + 4, height() - Em(*this, 1.5), room, Em(*this, 1.4));
-    if (box.right() > width()) break;
-    painter.setPen(tone == Tone::Heard ? skin_.text : skin_.dim);
-    painter.drawText(box, Qt::AlignLeft | Qt::AlignVCenter, MinutesText(at));
+    if (column + room / 2 > width()) break;
+    painter.fillRect(column, top, 1, 3, skin_.dim);
+    painter.drawText(QRect(column - room / 2, top + 2, room, height() - top - 2), Qt::AlignCenter,
+                     MinutesText(at));
   }
 }
 
 void WaveOverview::paintEvent(QPaintEvent* event) {
   if (heard_.isNull()) {
-    heard_ = PaintTrack(Tone::Heard);
-    to_come_ = PaintTrack(Tone::ToCome);
+    heard_ = PaintTrack(WaveTone::Heard);
+    to_come_ = PaintTrack(WaveTone::ToCome);
     shown_column_ = ColumnOf(position_);
   }
   QPainter painter(this);
@@ -116,11 +132,12 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
   painter.drawPixmap(QPoint(0, 0), to_come_);
   if (length_.count() > 0) {
     painter.save();
-    painter.setClipRect(part & QRect(0, 0, shown_column_, height()));
+    painter.setClipRect(part & QRect(0, 0, shown_column_, WaveBox().height()));
     painter.drawPixmap(QPoint(0, 0), heard_);
     painter.restore();
-    painter.fillRect(shown_column_ - 1, 0, 3, height(), isEnabled() ? skin_.text : skin_.line);
-    if (aim_ >= 0) painter.fillRect(aim_, 0, 2, height(), skin_.warning);
+    const int tall = WaveBox().height();
+    painter.fillRect(shown_column_ - 1, 0, 3, tall, isEnabled() ? skin_.text : skin_.line);
+    if (aim_ >= 0) painter.fillRect(aim_, 0, 2, tall, skin_.warning);
   }
   if (hasFocus()) {
     painter.setPen(QPen(skin_.text, 2));

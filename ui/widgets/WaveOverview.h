@@ -5,15 +5,18 @@
 #include <QPixmap>
 #include <QSlider>
 #include <chrono>
+#include <memory>
 
-#include "ui/skins/Skin.h"
+#include "music/Wave.h"
+#include "ui/widgets/WavePaint.h"
 
 namespace ui {
 
 /// The whole track from left to right, with the place that is heard; a click or a drag goes to another one.
 ///
 /// The track is prepared in two pictures, heard and still to come; moving on repaints only the pixels between
-/// the old place and the new one. A wave is one more thing that PaintTrack draws into the pictures.
+/// the old place and the new one. The times stand on a strip of their own below, where no mark runs over
+/// them.
 class WaveOverview final : public QSlider {
   Q_OBJECT
 
@@ -21,7 +24,9 @@ class WaveOverview final : public QSlider {
   WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent = nullptr);
 
   /// No length: nothing is loaded. A length that is not exact yet is drawn the same way and may still change.
-  void Show(std::chrono::microseconds position, std::chrono::microseconds length);
+  /// The wave may come later than the length.
+  void Show(std::chrono::microseconds position, std::chrono::microseconds length,
+            const std::shared_ptr<const music::Wave>& wave = nullptr);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -43,17 +48,18 @@ class WaveOverview final : public QSlider {
   void sliderChange(SliderChange change) override;
 
  private:
-  enum class Tone { Heard, ToCome };
-
   [[nodiscard]] int ColumnOf(std::chrono::microseconds position) const;
   [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
-  [[nodiscard]] QPixmap PaintTrack(Tone tone) const;
-  void PaintTicks(QPainter& painter, Tone tone) const;
+  [[nodiscard]] QPixmap PaintTrack(WaveTone tone) const;
+  /// The part above the strip of times.
+  [[nodiscard]] QRect WaveBox() const;
+  void PaintTimes(QPainter& painter) const;
   void RepaintColumn(int column);
   void AimAt(int column);
 
   const Skin& skin_;
   QColor accent_;
+  std::shared_ptr<const music::Wave> wave_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
   int shown_column_ = 0;

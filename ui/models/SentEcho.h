@@ -8,13 +8,13 @@
 
 namespace ui {
 
-/// Decides whether a tempo that the deck reports may move the slider.
+/// Decides whether a value that comes back in the view may move the slider that sent it.
 ///
 /// A command takes a moment to come back in the view; until then older values are echoes of steps that the
 /// hand has left behind, and would take the slider back under it.
-class TempoEcho {
+class SentEcho {
  public:
-  void Sent(float percent, support::TimePoint now);
+  void Sent(float value, support::TimePoint now);
   [[nodiscard]] bool Believe(float reported, support::TimePoint now);
 
  private:

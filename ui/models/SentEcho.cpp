@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "ui/models/TempoEcho.h"
+#include "ui/models/SentEcho.h"
 
 #include <cmath>
 
@@ -12,12 +12,12 @@ constexpr float kSame = 0.001F;
 
 }  // namespace
 
-void TempoEcho::Sent(float percent, support::TimePoint now) {
-  sent_ = percent;
+void SentEcho::Sent(float value, support::TimePoint now) {
+  sent_ = value;
   sent_at_ = now;
 }
 
-bool TempoEcho::Believe(float reported, support::TimePoint now) {
+bool SentEcho::Believe(float reported, support::TimePoint now) {
   if (sent_ && std::abs(reported - *sent_) > kSame && now - sent_at_ < kPatience) return false;
   sent_.reset();
   return true;

@@ -1,0 +1,172 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/ApplyPanel.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QVBoxLayout>
+
+#include "ui/forms/ColourPanel.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+
+namespace ui {
+namespace {
+
+struct Option {
+  app::ApplyMode mode;
+  const char* name;
+  Say caption;
+  Say tip;
+};
+
+constexpr Option kOptions[] = {
+    {app::ApplyMode::ReindexMusic, "ReindexMusic", Say::ReindexMusic, Say::ReindexMusicTip},
+    {app::ApplyMode::ReindexKaraoke, "ReindexKaraoke", Say::ReindexKaraoke, Say::ReindexKaraokeTip},
+    {app::ApplyMode::ChooseDirectory, "ChooseDirectory", Say::ChooseDirectory, Say::ChooseDirectoryTip},
+    {app::ApplyMode::ChannelColours, "KeepColours", Say::KeepColours, Say::KeepColoursTip},
+    {app::ApplyMode::Help, "OpenHelp", Say::OpenHelp, Say::OpenHelpTip}};
+
+QPushButton* MakePlain(const QString& name, const QString& caption, const QString& tip) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "plain");
+  Name(*button, name, caption, tip);
+  return button;
+}
+
+}  // namespace
+
+ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours, const Look& look,
+                       QWidget* parent)
+    : QWidget(parent), workstation_(workstation), colours_(colours), look_(look) {
+  auto* head = new QLabel(look.say(Say::Collection));
+  SetFontEm(*head, 1.3, Weight::Bold);
+  auto* options = new QGridLayout;
+  SetSpacingEm(*options, 0, 0.2);
+  MakeOptions(*options);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.6);
+  rows->addWidget(head);
+  rows->addLayout(options);
+  rows->addLayout(MakeFolder());
+  rows->addLayout(MakeButtons());
+  rows->addStretch(1);
+  ShowFolder(workstation.Settings().Text("Settings", "Directory"));
+}
+
+void ApplyPanel::MakeOptions(QGridLayout& grid) {
+  for (std::size_t i = 0; i < options_.size(); ++i) {
+    const Option& option = kOptions[i];
+    auto* button = new QRadioButton(look_.say(option.caption));
+    Name(*button, QLatin1String(option.name), look_.say(option.caption), look_.say(option.tip));
+    grid.addWidget(button, static_cast<int>(i), 0);
+    options_[i] = button;
+  }
+  options_[0]->setChecked(true);
+}
+
+QHBoxLayout* ApplyPanel::MakeFolder() {
+  auto* caption = new QLabel(look_.say(Say::Folder));
+  SetTextColour(*caption, look_.skin.dim);
+  folder_ = new QLineEdit;
+  Name(*folder_, QStringLiteral("Directory"), look_.say(Say::Folder), look_.say(Say::FolderTip));
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(caption);
+  row->addWidget(folder_, 1);
+  return row;
+}
+
+QHBoxLayout* ApplyPanel::MakeButtons() {
+  const auto& say = look_.say;
+  apply_ = MakePlain(QStringLiteral("Apply"), say(Say::Apply), say(Say::ApplyTip));
+  connect(apply_, &QPushButton::clicked, this, &ApplyPanel::Apply);
+  cancel_ = MakePlain(QStringLiteral("CancelScan"), say(Say::CancelScan), say(Say::CancelScanTip));
+  cancel_->hide();
+  connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.CancelScans(); });
+  progress_ = new ElidedLabel;
+  Name(*progress_, QStringLiteral("ScanProgress"), {});
+  SetTextColour(*progress_, look_.skin.dim);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(apply_);
+  row->addWidget(cancel_);
+  row->addWidget(progress_, 1);
+  return row;
+}
+
+app::ApplyMode ApplyPanel::Mode() const {
+  for (std::size_t i = 0; i < options_.size(); ++i) {
+    if (options_[i]->isChecked()) return kOptions[i].mode;
+  }
+  return kOptions[0].mode;
+}
+
+std::string ApplyPanel::Folder() const {
+  const QString text = folder_->text();
+  return text == Decode(shown_folder_) ? shown_folder_ : QFile::encodeName(text).toStdString();
+}
+
+void ApplyPanel::ShowFolder(const std::string& folder) {
+  shown_folder_ = folder;
+  folder_->setText(Decode(folder));
+}
+
+void ApplyPanel::Apply() {
+  const app::ApplyMode mode = Mode();
+  if (mode == app::ApplyMode::ChooseDirectory) return AskForFolder();
+  // The workstation may outlive the panel, which a change of language makes anew.
+  workstation_.Apply({mode, Folder(), colours_.Colours()},
+                     [panel = QPointer<ApplyPanel>(this)](const app::Reindex::Outcome& outcome) {
+                       if (!panel.isNull()) panel->ShowOutcome(outcome);
+                     });
+  if (mode == app::ApplyMode::ChannelColours) progress_->Show(look_.say(Say::ColoursKept));
+}
+
+void ApplyPanel::ShowOutcome(const app::Reindex::Outcome& outcome) {
+  const auto& say = look_.say;
+  QString text = outcome.replaced ? say(Say::ScanFound).arg(outcome.rows) : say(Say::ScanChangedNothing);
+  if (!outcome.sentence.empty()) text += QLatin1Char(' ') + Decode(outcome.sentence);
+  progress_->Show(text);
+  Q_EMIT Scanned();
+}
+
+void ApplyPanel::Show() {
+  const bool scanning = workstation_.IsScanning();
+  if (cancel_->isHidden() == scanning) cancel_->setVisible(scanning);
+  if (!scanning) return;
+  const app::AddingProgress progress = workstation_.Scanning();
+  progress_->Show(progress.total == 0 ? look_.say(Say::ScanListing)
+                                      : look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total));
+}
+
+// Not modal: the decks stay in reach while somebody looks for a folder.
+void ApplyPanel::AskForFolder() {
+  const auto& say = look_.say;
+  delete dialog_;
+  dialog_ = new QFileDialog(this, say(Say::ChooseDirectory), folder_->text());
+  dialog_->setObjectName(QStringLiteral("DirectoryDialog"));
+  dialog_->setAttribute(Qt::WA_DeleteOnClose);
+  dialog_->setOption(QFileDialog::DontUseNativeDialog);
+  dialog_->setFileMode(QFileDialog::Directory);
+  dialog_->setOption(QFileDialog::ShowDirsOnly);
+  dialog_->setLabelText(QFileDialog::Accept, say(Say::DialogChoose));
+  dialog_->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
+  dialog_->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
+  dialog_->setLabelText(QFileDialog::FileName, say(Say::DialogName));
+  dialog_->setLabelText(QFileDialog::FileType, say(Say::DialogKind));
+  connect(dialog_, &QFileDialog::fileSelected, this, [this](const QString& name) {
+    const std::string folder = QFile::encodeName(name).toStdString();
+    if (folder.empty()) return;
+    workstation_.Apply({app::ApplyMode::ChooseDirectory, folder, {}});
+    ShowFolder(folder);
+  });
+  dialog_->show();
+}
+
+}  // namespace ui

@@ -1,0 +1,97 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/ColourPanel.h"
+
+#include <QColorDialog>
+#include <QGridLayout>
+#include <QLabel>
+#include <QVBoxLayout>
+
+#include "ui/widgets/ColourButton.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+constexpr int kChannels = 32;
+constexpr int kInARow = 8;
+
+QColor Shown(app::StoredColour stored) {
+  return {int(stored & 0xFF), int(stored >> 8 & 0xFF), int(stored >> 16 & 0xFF)};
+}
+
+app::StoredColour Stored(const QColor& colour) {
+  return app::StoredColour(colour.red()) | app::StoredColour(colour.green()) << 8 |
+         app::StoredColour(colour.blue()) << 16;
+}
+
+}  // namespace
+
+ColourPanel::ColourPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  const auto& say = look.say;
+  auto* head = new QLabel(say(Say::ChannelColours));
+  SetFontEm(*head, 1.3, Weight::Bold);
+  size_ = new QuietCombo(look.skin);
+  for (const int channels : {16, 32}) size_->addItem(say(Say::Channels).arg(channels), channels);
+  Name(*size_, QStringLiteral("ConsoleSize"), say(Say::ConsoleSize), say(Say::ConsoleSizeTip));
+  connect(size_, &QComboBox::activated, this, [this] { ChangeSize(size_->currentData().toInt()); });
+  auto* line = new QHBoxLayout;
+  line->addWidget(head, 1);
+  line->addWidget(size_);
+  grid_ = new QGridLayout;
+  SetSpacingEm(*grid_, 0, 0.25);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.6);
+  rows->addLayout(line);
+  rows->addLayout(grid_);
+  rows->addStretch(1);
+  MakeButtons();
+}
+
+void ColourPanel::MakeButtons() {
+  const auto colours = app::ReadColours(workstation_.Settings());
+  size_->setCurrentIndex(colours.size() > 16 ? 1 : 0);
+  for (int channel = 1; channel <= kChannels; ++channel) {
+    auto* button = new ColourButton(channel, look_.skin);
+    Name(*button, QStringLiteral("Color%1").arg(channel), look_.say(Say::ColourOf).arg(channel),
+         look_.say(Say::ColourTip));
+    connect(button, &QAbstractButton::clicked, this, [this, button] { AskForColour(*button); });
+    grid_->addWidget(button, (channel - 1) / kInARow, (channel - 1) % kInARow);
+    buttons_.push_back(button);
+    const auto place = static_cast<std::size_t>(channel - 1);
+    button->setVisible(place < colours.size());
+    if (place < colours.size()) button->SetColour(Shown(colours[place]));
+  }
+}
+
+void ColourPanel::ChangeSize(int channels) {
+  workstation_.Settings().SetNumber("Setup", "ConsoleSize", channels);
+  const auto colours = app::ReadColours(workstation_.Settings());
+  for (std::size_t i = 0; i < buttons_.size(); ++i) {
+    buttons_[i]->setVisible(i < colours.size());
+    if (i < colours.size()) buttons_[i]->SetColour(Shown(colours[i]));
+  }
+}
+
+std::vector<app::StoredColour> ColourPanel::Colours() const {
+  std::vector<app::StoredColour> colours;
+  for (const ColourButton* button : buttons_) {
+    if (!button->isHidden()) colours.push_back(Stored(button->Colour()));
+  }
+  return colours;
+}
+
+// Not modal: the decks stay in reach.
+void ColourPanel::AskForColour(ColourButton& button) {
+  delete dialog_;
+  dialog_ = new QColorDialog(button.Colour(), this);
+  dialog_->setAttribute(Qt::WA_DeleteOnClose);
+  dialog_->setOption(QColorDialog::DontUseNativeDialog);
+  dialog_->setObjectName(QStringLiteral("ColourDialog"));
+  dialog_->setWindowTitle(button.accessibleName());
+  connect(dialog_, &QColorDialog::colorSelected, &button, &ColourButton::SetColour);
+  dialog_->show();
+}
+
+}  // namespace ui

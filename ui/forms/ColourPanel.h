@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPointer>
+#include <QWidget>
+#include <vector>
+
+#include "app/Workstation.h"
+#include "ui/widgets/Look.h"
+
+class QColorDialog;
+class QGridLayout;
+
+namespace ui {
+
+class ColourButton;
+class QuietCombo;
+
+/// The colours of the light console's channels, 16 or 32. They are kept when they are applied.
+class ColourPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  ColourPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+
+  [[nodiscard]] std::vector<app::StoredColour> Colours() const;
+
+ private:
+  void MakeButtons();
+  void ChangeSize(int channels);
+  void AskForColour(ColourButton& button);
+
+  app::Workstation& workstation_;
+  Look look_;
+  QuietCombo* size_;
+  QGridLayout* grid_;
+  std::vector<ColourButton*> buttons_;
+  QPointer<QColorDialog> dialog_;
+};
+
+}  // namespace ui

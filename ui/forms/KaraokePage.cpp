@@ -1,0 +1,78 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/KaraokePage.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/models/TrackModel.h"
+#include "ui/widgets/ReportList.h"
+#include "ui/widgets/TrackGrid.h"
+
+namespace ui {
+
+KaraokePage::KaraokePage(const catalogue::track_table& table, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), look_(look) {
+  Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
+  model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
+  grid_ = new TrackGrid(*model_, look.skin);
+  grid_->SetHint(look.say(Say::EmptyKaraoke));
+  Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
+  connect(grid_, &TrackGrid::DeleteWanted, this, &KaraokePage::DeleteWanted);
+  report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.4, 0.3);
+  rows->addLayout(MakeHead());
+  rows->addWidget(grid_, 1);
+  rows->addWidget(report_);
+  ShowCount();
+}
+
+QHBoxLayout* KaraokePage::MakeHead() {
+  count_ = new QLabel;
+  Name(*count_, QStringLiteral("KaraokeCount"), {});
+  SetFontEm(*count_, 1.1, Weight::Bold);
+  delete_ = new QPushButton(look_.say(Say::DeleteTracks));
+  SetKind(*delete_, "plain");
+  Name(*delete_, QStringLiteral("DeleteKaraoke"), look_.say(Say::DeleteKaraokeName),
+       look_.say(Say::DeleteKaraokeTip));
+  connect(delete_, &QPushButton::clicked, this, &KaraokePage::DeleteWanted);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.8);
+  row->addWidget(count_, 1);
+  row->addWidget(delete_);
+  return row;
+}
+
+void KaraokePage::Show() {
+  model_->Sync();
+  ShowCount();
+}
+
+void KaraokePage::Reload() {
+  const int chosen = grid_->ChosenRow();
+  model_->Reload();
+  grid_->ChooseRow(chosen);
+  ShowCount();
+}
+
+void KaraokePage::ShowCount() {
+  delete_->setEnabled(grid_->selectionModel()->hasSelection());
+  const int rows = model_->rowCount();
+  if (rows == shown_rows_) return;
+  shown_rows_ = rows;
+  count_->setText(rows == 1 ? look_.say(Say::OneSong) : look_.say(Say::Songs).arg(rows));
+}
+
+std::vector<int> KaraokePage::ChosenRows() const {
+  return grid_->ChosenRows();
+}
+
+void KaraokePage::ShowDeleted(const std::vector<std::string>& kept) {
+  Reload();
+  const bool one = kept.size() == 1;
+  report_->Show(one ? look_.say(Say::NotDeletedOne) : look_.say(Say::NotDeleted).arg(kept.size()), kept);
+}
+
+}  // namespace ui

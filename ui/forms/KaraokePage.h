@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/Workstation.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+class ReportList;
+class TrackGrid;
+class TrackModel;
+
+/// The karaoke songs.
+class KaraokePage final : public Surface {
+  Q_OBJECT
+
+ public:
+  KaraokePage(const catalogue::track_table& table, const Look& look, QWidget* parent = nullptr);
+
+  void Show();
+  /// The table is another one.
+  void Reload();
+  [[nodiscard]] std::vector<int> ChosenRows() const;
+  /// What came of deleting, with a sentence for each file that is still there.
+  void ShowDeleted(const std::vector<std::string>& kept);
+
+ Q_SIGNALS:
+  void DeleteWanted();
+
+ private:
+  [[nodiscard]] QHBoxLayout* MakeHead();
+  void ShowCount();
+
+  Look look_;
+  TrackModel* model_;
+  TrackGrid* grid_;
+  QLabel* count_;
+  QPushButton* delete_;
+  ReportList* report_;
+  int shown_rows_ = -1;
+};
+
+}  // namespace ui

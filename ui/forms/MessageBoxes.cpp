@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/MessageBoxes.h"
+
+#include <QMessageBox>
+#include <QPushButton>
+
+#include "ui/strings/Decode.h"
+#include "ui/widgets/Look.h"
+
+namespace ui {
+namespace {
+
+QMessageBox* MakeBox(QWidget& owner, QMessageBox::Icon icon, const QString& text) {
+  auto* box = new QMessageBox(icon, QStringLiteral("dj TOLVEN"), text, QMessageBox::NoButton, &owner);
+  box->setAttribute(Qt::WA_DeleteOnClose);
+  box->setModal(false);
+  box->setTextFormat(Qt::PlainText);
+  box->setFont(owner.font());
+  return box;
+}
+
+QPushButton* AddButton(QMessageBox& box, const QString& name, const QString& caption,
+                       QMessageBox::ButtonRole role) {
+  QPushButton* button = box.addButton(caption, role);
+  SetKind(*button, "plain");
+  Name(*button, name, caption, caption);
+  return button;
+}
+
+}  // namespace
+
+void MessageBoxes::Tell(const std::string& sentence) {
+  QMessageBox* box = MakeBox(owner_, QMessageBox::Warning, Decode(sentence));
+  box->setObjectName(QStringLiteral("MessageBox"));
+  AddButton(*box, QStringLiteral("MessageClose"), (*say_)(Say::Close), QMessageBox::AcceptRole);
+  box->show();
+}
+
+void MessageBoxes::Ask(const QString& object_name, const QString& question, const QString& yes,
+                       std::function<void()> then) {
+  if (auto* open = owner_.findChild<QMessageBox*>(object_name)) open->close();
+  QMessageBox* box = MakeBox(owner_, QMessageBox::Question, question);
+  box->setObjectName(object_name);
+  const QPushButton* agree = AddButton(*box, object_name + QStringLiteral("Yes"), yes, QMessageBox::YesRole);
+  QPushButton* leave = AddButton(*box, object_name + QStringLiteral("No"), (*say_)(Say::DialogCancel),
+                                 QMessageBox::RejectRole);
+  box->setDefaultButton(leave);
+  box->setEscapeButton(leave);
+  QObject::connect(agree, &QPushButton::clicked, &owner_, std::move(then));
+  box->show();
+}
+
+}  // namespace ui

@@ -1,0 +1,59 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "app/Workstation.h"
+#include "ui/models/TrackRows.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+
+namespace ui {
+
+class TrackGrid;
+class TrackModel;
+
+/// One playlist: its rows, which are dragged in, out and about, and taken off again.
+class PlaylistPanel final : public Surface {
+  Q_OBJECT
+
+ public:
+  /// How wide the panel is: as its columns are described, or as there is room.
+  enum class Width { Given, Stretches };
+
+  PlaylistPanel(int number, app::Workstation& workstation, Width width, const Look& look,
+                QWidget* parent = nullptr);
+
+  void Show(const app::WorkstationView& view);
+  /// After rows were moved or taken away by others.
+  void Reload(int row_to_choose);
+  [[nodiscard]] TrackRows ChosenRows() const;
+  [[nodiscard]] QSize sizeHint() const override;
+
+ Q_SIGNALS:
+  void Entered(ui::TableId table);
+  void RowChosen(ui::TrackRows row);
+  void RowsDropped(ui::TrackRows rows, ui::TableId to, int before, ui::Leaving leaving);
+  void FilesDropped(ui::TableId to, std::vector<std::string> paths);
+
+ private:
+  [[nodiscard]] QHBoxLayout* MakeHead();
+  void Listen();
+  void ShowCount();
+  void RemoveChosen();
+
+  const int number_;
+  const TableId id_;
+  catalogue::track_table& table_;
+  Look look_;
+  TrackModel* model_;
+  TrackGrid* grid_;
+  QLabel* count_;
+  QPushButton* remove_;
+  int shown_rows_ = -1;
+};
+
+}  // namespace ui

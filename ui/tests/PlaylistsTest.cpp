@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QItemSelectionModel>
+#include <QLabel>
+#include <QMessageBox>
+#include <QTableView>
+
+#include "ui/tests/Booth.h"
+
+namespace ui::testing {
+namespace {
+
+/// Playlists, and what can be done with rows.
+class PlaylistsTest : public Booth {
+ protected:
+  PlaylistsTest() { Open(); }
+
+  /// Titles in a playlist, "First Light, Third Time".
+  std::string List(int number) {
+    std::string all;
+    const catalogue::track_table& table = station->Playlist(number);
+    for (int row = 1; row <= table.Rows(); ++row) {
+      all += (row > 1 ? ", " : "") + std::string(table.Cell(row, catalogue::track::kTitle));
+    }
+    return all;
+  }
+  void PressIn(const char* grid, Qt::Key key) {
+    QTest::keyClick(&Find<QTableView>(grid), key);
+    Settle();
+  }
+  void Select(const char* grid, const std::vector<int>& rows) {
+    auto& view = Find<QTableView>(grid);
+    view.setFocus();
+    view.clearSelection();
+    for (const int row : rows) {
+      view.selectionModel()->select(view.model()->index(row - 1, 0),
+                                    QItemSelectionModel::Select | QItemSelectionModel::Rows);
+    }
+    Settle();
+  }
+};
+
+TEST_F(PlaylistsTest, RowsOfTheCatalogueAreCopiedWithAllTheirCells) {
+  station->Catalogue().SetCell(3, catalogue::track::kEndMixPoint, "170.500");
+  DropRows("Catalogue", {1, 3}, "PlayListView1");
+  EXPECT_EQ(List(1), "First Light, Third Time");
+  EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kEndMixPoint), "170.500");
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(TextOf("Playlist1Count"), QStringLiteral("2 tracks"));
+}
+
+TEST_F(PlaylistsTest, ADropBetweenTwoRowsGoesBetweenThem) {
+  DropRows("Catalogue", {1, 2}, "PlayListView2");
+  DropRows("Catalogue", {3}, "PlayListView2", 2);
+  EXPECT_EQ(List(2), "First Light, Third Time, Second Wind");
+}
+
+TEST_F(PlaylistsTest, RowsMoveWithinTheirList) {
+  DropRows("Catalogue", {1, 2, 3}, "PlayListView1");
+  DropRows("PlayListView1", {3}, "PlayListView1", 1, Qt::MoveAction);
+  EXPECT_EQ(List(1), "Third Time, First Light, Second Wind");
+}
+
+TEST_F(PlaylistsTest, BetweenListsRowsMoveAndWithTheCopyKeyTheyStay) {
+  DropRows("Catalogue", {1, 2}, "PlayListView1");
+  DropRows("PlayListView1", {1}, "PlayListView2", 0, Qt::MoveAction);
+  EXPECT_EQ(List(1), "Second Wind");
+  EXPECT_EQ(List(2), "First Light");
+  DropRows("PlayListView2", {1}, "PlayListView1", 0, Qt::CopyAction);
+  EXPECT_EQ(List(1), "Second Wind, First Light");
+  EXPECT_EQ(List(2), "First Light");
+}
+
+TEST_F(PlaylistsTest, TheButtonOfThePageTakesRowsForTheThirdList) {
+  DropRow(2, "Page2");
+  EXPECT_EQ(List(3), "Second Wind");
+  DropRow(2, "Page3");
+  EXPECT_EQ(List(3), "Second Wind");
+}
+
+TEST_F(PlaylistsTest, FunctionKeysPutTheChosenRowsIntoTheLists) {
+  Select("Catalogue", {2, 3});
+  Press(Qt::Key_F9);
+  Press(Qt::Key_F11);
+  EXPECT_EQ(List(1), "Second Wind, Third Time");
+  EXPECT_EQ(List(2), "");
+  EXPECT_EQ(List(3), "Second Wind, Third Time");
+}
+
+TEST_F(PlaylistsTest, DeleteAndTheButtonTakeRowsOffTheListOnly) {
+  DropRows("Catalogue", {1, 2, 3}, "PlayListView1");
+  Select("PlayListView1", {1, 3});
+  PressIn("PlayListView1", Qt::Key_Delete);
+  EXPECT_EQ(List(1), "Second Wind");
+  Click("Playlist1Remove");
+  EXPECT_EQ(List(1), "");
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_TRUE(window->findChildren<QMessageBox*>().isEmpty());
+}
+
+TEST_F(PlaylistsTest, RowsOfAListLoadDecksByEnterDragAndKey) {
+  QApplication::setActiveWindow(window.get());
+  DropRows("Catalogue", {2, 3}, "PlayListView2");
+  Select("PlayListView2", {2});
+  Press(Qt::Key_F4);
+  EXPECT_EQ(Deck(1).filename, "three.flac");
+  DropRows("PlayListView2", {1}, "deck2");
+  EXPECT_EQ(Deck(2).filename, "two.ogg");
+  Click("deck2Play");
+  Find<QTableView>("PlayListView2").selectRow(0);
+  PressIn("PlayListView2", Qt::Key_Return);
+  EXPECT_EQ(Deck(1).filename, "two.ogg");
+}
+
+TEST_F(PlaylistsTest, FilesDroppedOnAListAreAddedToBoth) {
+  tags.AddFile("/m/new.mp3");
+  DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/new.mp3"))}, "PlayListView2");
+  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(station->Playlist(2).Cell(1, catalogue::track::kFilename), "/m/new.mp3");
+}
+
+TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
+  Select("Catalogue", {1, 2});
+  PressIn("Catalogue", Qt::Key_Delete);
+  ASSERT_NE(window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox")), nullptr);
+  Click("DeleteTracksBoxNo");
+  workers.RunAll();
+  Settle();
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+}
+
+TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
+  Select("Catalogue", {1});
+  Click("DeleteTracks");
+  auto* box = window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox"));
+  QTest::keyClick(box, Qt::Key_Return);
+  workers.RunAll();
+  Settle();
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+}
+
+TEST_F(PlaylistsTest, TheDecksStayInReachWhileTheQuestionIsOpen) {
+  LoadAndPlay(1, 1);
+  Select("Catalogue", {2});
+  Click("DeleteTracks");
+  EXPECT_FALSE(window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox"))->isModal());
+  Click("deck1Stop");
+  EXPECT_EQ(Deck(1).state, State::Stopped);
+}
+
+}  // namespace
+}  // namespace ui::testing

@@ -1,0 +1,71 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QPixmap>
+#include <QWidget>
+#include <chrono>
+#include <map>
+#include <memory>
+
+#include "music/Wave.h"
+#include "ui/skins/Skin.h"
+
+namespace ui {
+
+/// The seconds around the place that is heard, moving past a mark that stands still. Dragging it looks for
+/// another place, which is taken when the hand lets go.
+///
+/// Painted from tiles that are drawn once and then only moved.
+class RunningWave final : public QWidget {
+  Q_OBJECT
+
+ public:
+  RunningWave(const Skin& skin, const QColor& accent, QWidget* parent = nullptr);
+
+  /// No wave: nothing is loaded, or it is being made.
+  void Show(std::chrono::microseconds position, std::chrono::microseconds length,
+            const std::shared_ptr<const music::Wave>& wave);
+  /// Tiles drawn since the beginning.
+  [[nodiscard]] int TilesDrawn() const { return tiles_drawn_; }
+
+  [[nodiscard]] QSize sizeHint() const override;
+  [[nodiscard]] QSize minimumSizeHint() const override;
+
+ Q_SIGNALS:
+  /// The user let go at this place.
+  void SeekWanted(std::chrono::microseconds position);
+
+ protected:
+  void paintEvent(QPaintEvent* event) override;
+  void resizeEvent(QResizeEvent* event) override;
+  void changeEvent(QEvent* event) override;
+  void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
+  void mouseReleaseEvent(QMouseEvent* event) override;
+
+ private:
+  [[nodiscard]] double PixelsASecond() const;
+  /// Pixels from the start of the track to the place under the mark.
+  [[nodiscard]] int Scroll() const;
+  [[nodiscard]] int MarkColumn() const { return width() / 3; }
+  [[nodiscard]] std::chrono::microseconds DraggedTo() const;
+  const QPixmap& Tile(int number);
+  [[nodiscard]] QPixmap DrawTile(int number) const;
+  void DropTiles();
+
+  const Skin& skin_;
+  QColor accent_;
+  std::shared_ptr<const music::Wave> wave_;
+  std::chrono::microseconds position_{0};
+  std::chrono::microseconds length_{0};
+  std::map<int, QPixmap> tiles_;
+  int shown_scroll_ = 0;
+  int tiles_drawn_ = 0;
+  bool held_ = false;
+  int held_at_ = 0;
+  int dragged_ = 0;                          ///< pixels to the right since the hand took hold
+  std::chrono::microseconds held_place_{0};  ///< under the mark at that moment
+};
+
+}  // namespace ui
