@@ -3,6 +3,7 @@
 #include "app/DeckStation.h"
 
 #include <algorithm>
+#include <cmath>
 #include <utility>
 
 namespace app {
@@ -31,6 +32,10 @@ decks::HeardStream StandingAtTheStart(decks::HeardStream heard) {
   return heard;
 }
 
+std::chrono::microseconds Microseconds(double seconds) {
+  return std::chrono::microseconds(std::llround(seconds * 1e6));
+}
+
 support::BytePosition BytesAt(std::chrono::microseconds time, const decks::HeardStream& heard) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
   const std::int64_t frames =
@@ -41,8 +46,9 @@ support::BytePosition BytesAt(std::chrono::microseconds time, const decks::Heard
 }  // namespace
 
 DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
-                         const decks::MasterControls& controls, WaveDesk& waves, std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), waves_(waves), box_(std::move(box)), player_(engine, controls) {
+                         const decks::MasterControls& controls, const DeckTools& tools,
+                         std::shared_ptr<Mailbox> box)
+    : engine_(engine), sound_(sound), tools_(tools), box_(std::move(box)), player_(engine, controls) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -152,7 +158,8 @@ void DeckStation::Tick(DeckView& view) {
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
   view.tempo_percent = tempo_percent_;
-  view.wave = waves_.Of(player_.Channel());
+  view.wave = tools_.waves.Of(player_.Channel());
+  ShowMixPoints(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -217,8 +224,10 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   track_ = std::move(track);
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
+  tools_.equaliser.SetUp(player_.STRM());
   ApplySliders();
   HoldWave();
+  FindMixPoints();
   if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
@@ -237,7 +246,8 @@ void DeckStation::Reject(const Track& track, const std::string& sentence) {
 void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
-  waves_.Drop(player_.Channel());
+  tools_.waves.Drop(player_.Channel());
+  tools_.mix_points.Drop(player_.Channel());
   track_ = {};
   message_.clear();
   reopen_at_.reset();
@@ -246,11 +256,14 @@ void DeckStation::Clear() {
 
 void DeckStation::MoveMain() {
   const support::BytePosition heard = player_.StreamTime();
+  const decks::Equaliser::Gains gains = tools_.equaliser.GainsOf(player_.STRM());
   player_.OpenMain();
   if (player_.STRM() == 0) {
     state_ = State::Stopped;
     return Reject(track_, sound_.LastError().text);
   }
+  tools_.equaliser.SetUp(player_.STRM());
+  tools_.equaliser.SetGains(player_.STRM(), gains);
   ApplySliders();
   engine_.BASS_ChannelSetPosition(player_.STRM(), heard);
   if (state_ == State::Playing) player_.PlayMain();
@@ -263,7 +276,24 @@ void DeckStation::ApplySliders() {
 
 void DeckStation::HoldWave() {
   const decks::HeardStream heard = sound_.Heard(player_.STRM());
-  waves_.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
+  tools_.waves.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
+}
+
+void DeckStation::FindMixPoints() {
+  if (!player_.Filename().empty() && state_ != State::Empty) {
+    tools_.mix_points.Hold(player_.Channel(), player_.ScanRequest());
+  }
+}
+
+void DeckStation::ShowMixPoints(DeckView& view) {
+  view.scan_busy = tools_.mix_points.Busy(player_.Channel());
+  const auto points = tools_.mix_points.Of(player_.Channel());
+  if (!points) return;
+  player_.StartMixPoint(points->start);
+  player_.EndMixPoint(points->end);
+  view.has_mix_points = true;
+  view.start_mix_point = Microseconds(points->start_seconds);
+  view.end_mix_point = Microseconds(points->end_seconds);
 }
 
 void DeckStation::MovePrelisten() {

@@ -10,8 +10,10 @@
 #include <string>
 
 #include "app/Mailbox.h"
+#include "app/MixPointDesk.h"
 #include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
+#include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Result.h"
@@ -26,6 +28,13 @@ struct Track {
   double bpm = 0;
 };
 
+/// What all decks share.
+struct DeckTools {
+  WaveDesk& waves;
+  MixPointDesk& mix_points;
+  decks::Equaliser& equaliser;
+};
+
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
 /// from one output to another, and what the window shows.
 ///
@@ -36,7 +45,7 @@ class DeckStation {
  public:
   /// Answers of workers come through the box, which the conductor empties.
   DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
-              const decks::MasterControls& controls, WaveDesk& waves, std::shared_ptr<Mailbox> box);
+              const decks::MasterControls& controls, const DeckTools& tools, std::shared_ptr<Mailbox> box);
 
   void Load(Track track);
   /// While a file is being prepared: as soon as it is ready. After the end: from the start.
@@ -49,6 +58,9 @@ class DeckStation {
   void SetVolume(int volume);
   void SetPreVolume(int volume);
   void SetTempo(float percent);
+  /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
+  void FindMixPoints();
+  [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
 
   /// Where the deck plays from now on; what sounds moves at its heard position.
   void RouteMain(OutputView output);
@@ -72,6 +84,7 @@ class DeckStation {
   void MovePrelisten();
   void ApplySliders();
   void HoldWave();
+  void ShowMixPoints(DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
@@ -82,7 +95,7 @@ class DeckStation {
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
-  WaveDesk& waves_;
+  DeckTools tools_;
   std::shared_ptr<Mailbox> box_;
   decks::clsBassPlayer player_;
   DeckView::State state_ = DeckView::State::Empty;

@@ -15,13 +15,15 @@ namespace app {
 /// Written by one job after the other; read by the owner when the last one has reported, but for `done`.
 struct FileIntake::Batch {
   Batch(std::vector<std::string> files, Done when_done, catalogue::TagReader& reader,
-        support::Executor& executor, std::shared_ptr<WorkGate> work_gate, const support::Sentences& sentences)
+        support::Executor& executor, std::shared_ptr<WorkGate> work_gate, const support::Sentences& sentences,
+        catalogue::TagScratch& tag_scratch)
       : paths(std::move(files)),
         report(std::move(when_done)),
         tags(reader),
         workers(executor),
         gate(std::move(work_gate)),
-        say(sentences) {}
+        say(sentences),
+        scratch(tag_scratch) {}
 
   void DropKnownFiles();
   void TakeOne(const std::string& path);
@@ -32,6 +34,7 @@ struct FileIntake::Batch {
   support::Executor& workers;
   std::shared_ptr<WorkGate> gate;
   const support::Sentences& say;
+  catalogue::TagScratch& scratch;
   std::function<void()> finish;
   catalogue::track_table snapshot{catalogue::TrackColumns()};
   std::set<std::string> wanted;
@@ -50,7 +53,7 @@ void FileIntake::Batch::DropKnownFiles() {
 
 void FileIntake::Batch::TakeOne(const std::string& path) {
   if (wanted.erase(catalogue::AudioPathOf(path)) == 0) return;
-  support::Result<catalogue::TrackCells> row = catalogue::AnalyseFile(tags, path, say);
+  support::Result<catalogue::TrackCells> row = catalogue::AnalyseFile(tags, path, say, &scratch);
   if (row) {
     rows.push_back(std::move(row).Value());
   } else {
@@ -60,17 +63,18 @@ void FileIntake::Batch::TakeOne(const std::string& path) {
 
 FileIntake::FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
                        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-                       const support::Sentences& say)
+                       const support::Sentences& say, catalogue::TagScratch& scratch)
     : table_(table),
       tags_(tags),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
-      say_(say) {}
+      say_(say),
+      scratch_(scratch) {}
 
 void FileIntake::Add(std::vector<std::string> paths, Done done) {
   batches_.push_back(
-      std::make_shared<Batch>(std::move(paths), std::move(done), tags_, workers_, gate_, say_));
+      std::make_shared<Batch>(std::move(paths), std::move(done), tags_, workers_, gate_, say_, scratch_));
   if (batches_.size() == 1) StartNext();
 }
 

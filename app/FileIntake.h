@@ -10,6 +10,7 @@
 
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
+#include "catalogue/TagScratch.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
@@ -33,7 +34,8 @@ class FileIntake {
   using Done = std::function<void(int rows, std::vector<std::string> refused)>;
 
   FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
+             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say,
+             catalogue::TagScratch& scratch);
 
   /// Batches are taken one after the other.
   void Add(std::vector<std::string> paths, Done done);
@@ -52,6 +54,7 @@ class FileIntake {
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
+  catalogue::TagScratch& scratch_;
   std::deque<std::shared_ptr<Batch>> batches_;  // shared with the job that works on the front one
 };
 

@@ -29,6 +29,7 @@ struct Reindex::Scan {
         tags(owner.tags_),
         workers(owner.workers_),
         gate(owner.gate_),
+        scratch(owner.scratch_),
         rows(owner.table_.Columns()) {}
 
   [[nodiscard]] bool Wanted() const { return !cancelled && !gate->Closed(); }
@@ -41,6 +42,7 @@ struct Reindex::Scan {
   catalogue::TagReader& tags;
   support::Executor& workers;
   const std::shared_ptr<WorkGate> gate;
+  catalogue::TagScratch& scratch;
   std::function<void(const std::shared_ptr<Scan>&)> finish;
   std::optional<std::vector<std::string>> files;
   catalogue::track_table rows;
@@ -70,7 +72,7 @@ void Reindex::Scan::TakeOne(const std::string& path) {
   if (!read) {
     ++left_out;
   } else if (mode == catalogue::ScanMode::Music) {
-    Append(rows, catalogue::TrackRow(path, read.Value()));
+    Append(rows, catalogue::TrackRow(path, read.Value(), catalogue::MixingTagsOf(read.Value(), scratch)));
   } else {
     Append(rows, catalogue::KaraokeRow(path, read.Value()));
   }
@@ -78,14 +80,15 @@ void Reindex::Scan::TakeOne(const std::string& path) {
 
 Reindex::Reindex(catalogue::track_table& table, catalogue::ScanMode mode, catalogue::TagReader& tags,
                  support::Executor& workers, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-                 const support::Sentences& say)
+                 const support::Sentences& say, catalogue::TagScratch& scratch)
     : table_(table),
       mode_(mode),
       tags_(tags),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
-      say_(say) {}
+      say_(say),
+      scratch_(scratch) {}
 
 void Reindex::Start(const std::string& folder, Done done) {
   Cancel();

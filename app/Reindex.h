@@ -10,6 +10,7 @@
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
 #include "catalogue/FolderScan.h"
+#include "catalogue/TagScratch.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
@@ -32,7 +33,7 @@ class Reindex {
 
   Reindex(catalogue::track_table& table, catalogue::ScanMode mode, catalogue::TagReader& tags,
           support::Executor& workers, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-          const support::Sentences& say);
+          const support::Sentences& say, catalogue::TagScratch& scratch);
 
   /// Cancels a scan that is under way.
   void Start(const std::string& folder, Done done);
@@ -54,6 +55,7 @@ class Reindex {
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
+  catalogue::TagScratch& scratch_;
   std::shared_ptr<Scan> scan_;  // with its job
 };
 

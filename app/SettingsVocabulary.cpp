@@ -11,8 +11,6 @@
 namespace app {
 namespace {
 
-constexpr std::string_view kPresetApplication = "QRV";
-
 using Rows = std::vector<SettingKey>;
 
 struct Words {
@@ -191,8 +189,10 @@ void AddProgram(Rows& rows) {
 void AddDecks(Rows& rows) {
   for (const std::string_view section : {"Player1", "Player2"}) Add(rows, section, kPlayer);
   for (const std::string_view section : {"Eq1", "Eq2"}) Add(rows, section, kEqualiser);
-  rows.push_back({kPresetApplication, "EQ", "Preset1", "", "equaliser preset chosen last for bank 1"});
-  rows.push_back({kPresetApplication, "EQ", "Preset2", "", "equaliser preset chosen last for bank 2"});
+  rows.push_back(
+      {support::kPresetApplication, "EQ", "Preset1", "", "equaliser preset chosen last for bank 1"});
+  rows.push_back(
+      {support::kPresetApplication, "EQ", "Preset2", "", "equaliser preset chosen last for bank 2"});
 }
 
 void AddKaraokeAndLights(Rows& rows) {

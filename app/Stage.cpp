@@ -27,10 +27,12 @@ Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Ex
       gate_(std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      waves_(engine, workers, gate_, box_) {
+      waves_(engine, workers, gate_, box_),
+      mix_points_(engine, sound, workers, gate_, box_),
+      equaliser_(engine) {
   for (int number = 1; number <= kDecks; ++number) {
-    decks_[static_cast<std::size_t>(number - 1)] =
-        std::make_unique<DeckStation>(number, engine, sound, controls_, waves_, box_);
+    decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
+        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
   }
 }
 
@@ -134,6 +136,24 @@ void Stage::FollowMixer(int percent) {
   SetMainVolume(MainVolumeOf(percent));
 }
 
+void Stage::SetGainPercent(int percent) {
+  controls_.AutomationSlider[1] = percent;
+  for (const auto& deck : decks_) deck->FindMixPoints();
+}
+
+void Stage::StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders) {
+  for (int slider = 0; slider < decks::kEqSliders; ++slider) {
+    equaliser_.Eq(slider, sliders[static_cast<std::size_t>(slider)]);
+  }
+}
+
+void Stage::SetEqualiser(int slider, int decibels) {
+  equaliser_.Eq(slider, decibels);
+  std::array<const decks::clsBassPlayer*, kDecks> players;
+  for (std::size_t i = 0; i < players.size(); ++i) players[i] = &decks_[i]->Player();
+  equaliser_.SliderChanged(slider, players);
+}
+
 void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
@@ -144,10 +164,18 @@ void Stage::ReleaseEngine() {
 }
 
 void Stage::Tick() {
-  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) notice_ = event.text;
+  bool listed = false;
+  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
+    if (!event.text.empty()) notice_ = event.text;
+    listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
+  }
+  if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   view.outputs = outputs_;
+  for (int slider = 0; slider < decks::kEqSliders; ++slider) {
+    view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
+  }
   view.main_volume = controls_.MainVolume;
   view.has_mixer = has_mixer_;
   view.health = sound_.Health();

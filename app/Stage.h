@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <memory>
 #include <set>
 #include <string>
@@ -39,8 +40,16 @@ class Stage {
   void MoveOutput(int output, const OutputWish& wish);
   /// The master slider, 0 to 99, as the levels read it.
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
+  /// The threshold of the mix points, 0 to 100; those of the files on the decks are looked for again.
+  void SetGainPercent(int percent);
+  /// The sliders as they were stored; nothing plays yet.
+  void StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders);
+  /// Moves a slider, 0 to 19, and its band on every deck that plays.
+  void SetEqualiser(int slider, int decibels);
   /// The system's volume was told.
   void FollowMixer(int percent);
+  /// Called when the engine knows a device more.
+  void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -66,12 +75,15 @@ class Stage {
   const support::Sentences& say_;
   decks::MasterControls controls_;
   WaveDesk waves_;
+  MixPointDesk mix_points_;
+  decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
   bool has_mixer_ = false;
+  std::function<void()> listed_;
   std::string notice_;
   support::TripleBuffer<WorkstationView> views_;
 };

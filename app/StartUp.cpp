@@ -5,8 +5,26 @@
 #include <utility>
 
 #include "app/WorkstationParts.h"
+#include "support/Text.h"
 
 namespace app {
+namespace {
+
+/// The twenty sliders Eq out of the sections of both banks.
+std::array<int, decks::kEqSliders> StoredSliders(const Preferences& preferences) {
+  std::array<int, decks::kEqSliders> sliders{};
+  for (std::size_t bank = 0; bank < preferences.decks.size(); ++bank) {
+    for (const auto& [key, value] : preferences.decks[bank].equaliser) {
+      const auto place = support::ParseInteger(key);  // "High", "Mid" and "Bass" are none of the twenty
+      if (!place || *place < 0 || *place >= decks::kEqBands) continue;
+      const auto gain = std::clamp<std::int64_t>(support::LeadingInteger(value), -kMostEqGain, kMostEqGain);
+      sliders[bank * decks::kEqBands + static_cast<std::size_t>(*place)] = static_cast<int>(gain);
+    }
+  }
+  return sliders;
+}
+
+}  // namespace
 
 void Workstation::StartUp() {
   Parts& parts = *parts_;
@@ -19,6 +37,7 @@ void Workstation::StartUp() {
   parts.LoadIndexes();
   parts.CheckProgramFolder();
   parts.ListOutputDevices();
+  parts.FollowOutputDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
@@ -84,6 +103,7 @@ void Workstation::Parts::CheckProgramFolder() {
 }
 
 void Workstation::Parts::ListOutputDevices() {
+  device_names.clear();
   constexpr int kMostDevices = 256;  // an engine that never ends its list does not keep the window shut
   for (int device = 1; device <= kMostDevices; ++device) {
     auto name = ports.engine.BASS_GetDeviceDescription(device);
@@ -92,10 +112,18 @@ void Workstation::Parts::ListOutputDevices() {
   }
 }
 
+void Workstation::Parts::FollowOutputDevices() {
+  stage.OnDevicesListed([this] { window->Post([this] { ListOutputDevices(); }); });
+}
+
 void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
+  conductor.Post([this, sliders = StoredSliders(preferences), percent = preferences.gain_percent] {
+    stage.StoredEqualiser(sliders);
+    stage.SetGainPercent(std::clamp(percent, 0, 100));
+  });
   conductor.Post([this, outputs = std::move(outputs)] {
     for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
       window->Post([this, failure = std::move(failure)] { Prompt(failure); });

@@ -128,6 +128,20 @@ void Workstation::SetMainVolume(int main_volume) {
   });
 }
 
+void Workstation::SetEqualiser(int slider, int decibels) {
+  if (slider < 0 || slider >= decks::kEqSliders) return;
+  const int gain = std::clamp(decibels, -kMostEqGain, kMostEqGain);
+  const bool first = slider < decks::kEqBands;
+  parts_->settings.SetNumber(first ? "Eq1" : "Eq2", std::to_string(slider % decks::kEqBands), gain);
+  parts_->conductor.Post([&stage = parts_->stage, slider, gain] { stage.SetEqualiser(slider, gain); });
+}
+
+void Workstation::SetGainPercent(int percent) {
+  const int slider = std::clamp(percent, 0, 100);
+  parts_->settings.SetNumber("Settings", "GainPercent", slider);
+  parts_->conductor.Post([&stage = parts_->stage, slider] { stage.SetGainPercent(slider); });
+}
+
 void Workstation::SetOutput(int output, OutputView choice) {
   Parts& parts = *parts_;
   if (output < 1 || output > kOutputs || choice.device < 0) return;

@@ -121,6 +121,11 @@ class Workstation {
   void SetPreVolume(int deck, int volume);
   /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
   void SetMainVolume(int main_volume);
+  /// Moves slider 0 to 19 of the equaliser to -12 to 12 dB and stores it; the band follows on every deck that
+  /// plays.
+  void SetEqualiser(int slider, int decibels);
+  /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
+  void SetGainPercent(int percent);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
@@ -128,7 +133,8 @@ class Workstation {
   [[nodiscard]] int StringBase() const;
   /// 0 English, 1 Dutch; stored, and acts on all that is said after it.
   void SetLanguage(int language);
-  /// Names of the output devices, the first one is device 1.
+  /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
+  /// one that is pulled keeps its number.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.

@@ -33,14 +33,16 @@ struct Workstation::Parts {
         index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Teller()),
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
                       Teller()),
-        intake(catalogue, outside.tags, outside.workers, gate, window, say),
+        scratch(folder.Native(catalogue::kTagScratch)),
+        intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
                         gate, window, say),
-        music_scan(catalogue, catalogue::ScanMode::Music, outside.tags, outside.workers, gate, window, say),
-        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window,
-                     say) {}
+        music_scan(catalogue, catalogue::ScanMode::Music, outside.tags, outside.workers, gate, window, say,
+                   scratch),
+        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window, say,
+                     scratch) {}
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -57,6 +59,7 @@ struct Workstation::Parts {
   catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table,
                                    support::Sentence damaged);
   void ListOutputDevices();
+  void FollowOutputDevices();
   void CheckProgramFolder();
   void InitialiseEngine();
   void FindVisualisations();
@@ -101,6 +104,7 @@ struct Workstation::Parts {
   Stage stage;
   IndexKeeper index;
   IndexKeeper karaoke_index;
+  catalogue::TagScratch scratch;
   FileIntake intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;

@@ -15,6 +15,8 @@ namespace app {
 inline constexpr int kDecks =
     4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
 
+inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
+
 /// What a deck shows. A snapshot of one tick of the conductor.
 struct DeckView {
   enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
@@ -36,6 +38,10 @@ struct DeckView {
   /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
   /// the deck goes on to another file; it never changes.
   std::shared_ptr<const music::Wave> wave;
+  bool has_mix_points = false;  ///< false until a worker has found them
+  std::chrono::microseconds start_mix_point{0};
+  std::chrono::microseconds end_mix_point{0};
+  double scan_busy = 0;  ///< 0 to 1, over and over, while they are looked for; else 0
 };
 
 struct OutputView {
@@ -49,6 +55,7 @@ struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
   std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
   int main_volume = 0;                 ///< the master slider: 0 (loudest) to 99
+  std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   std::string notice;  ///< the newest sentence about a device, for the status line

@@ -9,6 +9,14 @@
 namespace bench {
 
 /// Each measures one part of the program; a test media folder is made on the way.
+/// Requires of MeasureIndex: no other thread yet, as it measures memory in processes of its own.
+[[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
+
+[[nodiscard]] std::vector<Figure> MeasureWindow();
+
+/// The part of MeasureWindow that runs in a process of its own; main calls it for the arguments that
+/// MeasureWindow gives.
+int RunWindowChild(int argc, char* argv[]);
 
 }  // namespace bench

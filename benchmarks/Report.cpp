@@ -8,6 +8,9 @@
 #include <cassert>
 #include <cmath>
 #include <cstdio>
+#include <cstdlib>
+#include <fstream>
+#include <string>
 
 namespace bench {
 namespace {
@@ -46,8 +49,18 @@ double ProcessCpuSeconds() {
   return CpuSeconds(CLOCK_PROCESS_CPUTIME_ID);
 }
 
-void Print(const std::vector<Figure>& figures) {
+double ResidentMegabytes() {
+  std::ifstream statistics("/proc/self/statm");
+  double all = 0, resident = 0;
+  statistics >> all >> resident;
+  return resident * static_cast<double>(sysconf(_SC_PAGESIZE)) / 1e6;
+}
+
+void PrintHead() {
   std::printf("| figure | unit | ours | reference | ratio | aim |\n|---|---|---|---|---|---|\n");
+}
+
+void Print(const std::vector<Figure>& figures) {
   for (const Figure& figure : figures) {
     const std::string reference = figure.reference ? Number(*figure.reference) : "";
     const std::string ratio = figure.reference ? Number(figure.ours / *figure.reference) : "";

@@ -25,7 +25,11 @@ struct Figure {
 [[nodiscard]] double ThreadCpuSeconds();
 [[nodiscard]] double ProcessCpuSeconds();
 
-/// Prints the figures as a Markdown table: name, ours, reference, ratio, aim.
+/// Memory that this process has in use now.
+[[nodiscard]] double ResidentMegabytes();
+
+/// A Markdown table: its head, then rows of name, unit, ours, reference, ratio, aim.
+void PrintHead();
 void Print(const std::vector<Figure>& figures);
 
 }  // namespace bench

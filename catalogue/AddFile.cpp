@@ -43,6 +43,10 @@ std::string AudioPathOf(const std::string& path) {
 }
 
 TrackCells TrackRow(const std::string& path, const FileTags& tags) {
+  return TrackRow(path, tags, MixingTagsOf(tags));
+}
+
+TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing) {
   TrackCells cells;
   const auto cell = [&cells](int column) -> std::string& {
     return cells[static_cast<std::size_t>(column - 1)];
@@ -57,7 +61,6 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags) {
   cell(track::kYear) = tags.year;
   cell(track::kBitrate) = NumberOrNothing(tags.bit_rate);
   cell(track::kFreq) = NumberOrNothing(tags.sample_rate);
-  const MixingTags mixing = MixingTagsOf(tags);
   cell(track::kBpm) = mixing.bpm.value_or(TempoCell(tags.bpm));
   cell(track::kGain) = mixing.gain.value_or("");
   cell(track::kStartMixPoint) = mixing.start_mix_point.value_or("");
@@ -72,7 +75,7 @@ KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags) {
 }
 
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
-                                        const support::Sentences& say) {
+                                        const support::Sentences& say, TagScratch* scratch) {
   if (KindOf(path) == FileKind::MidiSong) {
     return support::Error{support::ErrorCode::Unsupported,
                           say(support::Sentence::KaraokeSongInMusic, {LastPart(path)})};
@@ -80,7 +83,8 @@ support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& pa
   const std::string audio = AudioPathOf(path);
   const support::Result<FileTags> tags = reader.Read(audio);
   if (!tags) return tags.Failure();
-  return TrackRow(audio, tags.Value());
+  if (scratch == nullptr) return TrackRow(audio, tags.Value());
+  return TrackRow(audio, tags.Value(), MixingTagsOf(tags.Value(), *scratch));
 }
 
 }  // namespace catalogue

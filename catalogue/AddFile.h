@@ -6,6 +6,8 @@
 #include <string>
 #include <string_view>
 
+#include "catalogue/MixingTags.h"
+#include "catalogue/TagScratch.h"
 #include "catalogue/ports/TagReader.h"
 #include "support/Result.h"
 #include "support/Sentences.h"
@@ -28,13 +30,16 @@ using TrackCells = std::array<std::string, 13>;
 
 /// The record of an analysed file. A file without a title in its tag is called by its name.
 [[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags);
+/// With these values for mixing.
+[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing);
 
 /// The karaoke record of an analysed file, in column order.
 using KaraokeCells = std::array<std::string, 6>;
 [[nodiscard]] KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags);
 
-/// Analyses one music file. Threads: a worker; blocks on the disk.
+/// Analyses one music file; its block of mixing tags goes by way of the scratch file where one is given.
+/// Threads: a worker; blocks on the disk.
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
-                                        const support::Sentences& say = {});
+                                        const support::Sentences& say = {}, TagScratch* scratch = nullptr);
 
 }  // namespace catalogue

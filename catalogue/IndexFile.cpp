@@ -2,17 +2,24 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/IndexFile.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
 #include <fstream>
+#include <future>
+#include <limits>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 namespace catalogue {
 namespace {
 
 /// Thirteen of the longest cells, every byte of them escaped, still fit.
 constexpr std::size_t kLongestLine = 1 << 21;
-constexpr std::size_t kPiece = 1 << 20;
+constexpr std::size_t kPiece = 1 << 18;
+constexpr std::uintmax_t kLargeFile = 1 << 22;
+constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 
 /// The character behind the backslash for one that a cell cannot hold as it is, 0 for all others.
 constexpr std::array<char, 256> kEscapes = [] {
@@ -59,17 +66,54 @@ std::size_t FindLineEnd(std::string_view text) {
   return carriage == std::string_view::npos ? feed : carriage;
 }
 
+/// Where the first line begins behind a place in the file; 0 when there is none soon.
+std::uint64_t LineStartBehind(const std::filesystem::path& path, std::uint64_t place) {
+  std::ifstream file(path, std::ios::binary);
+  std::vector<char> piece(kPiece / 4);
+  file.seekg(static_cast<std::streamoff>(place));
+  file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
+  const std::string_view read(piece.data(), static_cast<std::size_t>(file.gcount()));
+  const std::size_t feed = read.find('\n');
+  return feed == std::string_view::npos ? 0 : place + feed + 1;
+}
+
+/// Adds the rows between two places of the file to the table; nothing when it cannot be read.
+std::optional<IndexReport> LoadPart(const std::filesystem::path& path, std::uint64_t begin, std::uint64_t end,
+                                    track_table& table) {
+  std::ifstream file(path, std::ios::binary);
+  file.seekg(static_cast<std::streamoff>(begin));
+  IndexParser parser(table);
+  std::vector<char> piece(kPiece);
+  while (file && begin < end) {
+    const std::uint64_t wanted = std::min<std::uint64_t>(piece.size(), end - begin);
+    file.read(piece.data(), static_cast<std::streamsize>(wanted));
+    const auto got = static_cast<std::size_t>(file.gcount());
+    parser.Feed({piece.data(), got});
+    begin += got;
+  }
+  if (begin < end && !file.eof()) return std::nullopt;
+  return parser.Finish();
+}
+
+std::optional<IndexReport> Sum(const std::optional<IndexReport>& a, const std::optional<IndexReport>& b) {
+  if (!a || !b) return std::nullopt;
+  return IndexReport{a->rows + b->rows, a->short_rows + b->short_rows, a->long_rows + b->long_rows,
+                     a->broken_rows + b->broken_rows};
+}
+
 }  // namespace
 
 IndexParser::IndexParser(track_table& table) : table_(table), unescaped_(table.Columns().size()) {}
 
 void IndexParser::Feed(std::string_view piece) {
+  const bool plain = piece.find('\\') == std::string_view::npos;
   while (!piece.empty()) {
     if (after_return_ && piece.front() == '\n') piece.remove_prefix(1);
     after_return_ = false;
     const std::size_t end = FindLineEnd(piece);
     const std::string_view part = piece.substr(0, end);
     if (unfinished_.size() + part.size() > kLongestLine) skipping_ = true;
+    plain_ = plain_ && plain;
     if (end == std::string_view::npos) {
       if (!skipping_) unfinished_ += part;
       return;
@@ -80,6 +124,7 @@ void IndexParser::Feed(std::string_view piece) {
       TakeLine(unfinished_.append(part));
     }
     unfinished_.clear();
+    plain_ = true;
     after_return_ = piece[end] == '\r';
     piece.remove_prefix(end + 1);
   }
@@ -97,6 +142,7 @@ void IndexParser::TakeLine(std::string_view line) {
     ++report_.broken_rows;
     return;
   }
+  if (plain_) return Count(table_.AddTabbedRow(line));
   const std::size_t columns = table_.Columns().size();
   cells_.clear();
   for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
@@ -105,13 +151,17 @@ void IndexParser::TakeLine(std::string_view line) {
     if (cells_.size() == columns) break;
   }
   cells_.push_back(line);
-  if (cells_.size() < columns) return void(++report_.short_rows);
-  if (cells_.size() > columns) return void(++report_.long_rows);
+  if (cells_.size() != columns) return Count(cells_.size());
   for (std::size_t i = 0; i < columns; ++i) {
     if (!Unescape(cells_[i], unescaped_[i])) return void(++report_.broken_rows);
   }
   table_.AddRow(cells_);
-  ++report_.rows;
+  Count(columns);
+}
+
+void IndexParser::Count(std::size_t cells) {
+  const std::size_t columns = table_.Columns().size();
+  ++(cells == columns ? report_.rows : cells < columns ? report_.short_rows : report_.long_rows);
 }
 
 bool IndexParser::Unescape(std::string_view& cell, std::string& storage) const {
@@ -139,39 +189,54 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
     return support::Error{support::ErrorCode::NotFound,
                           say(support::Sentence::IndexMissing, {path.string()})};
   }
-  std::ifstream file(path, std::ios::binary);
-  IndexParser parser(table);
-  std::vector<char> piece(kPiece);
-  while (file) {
-    file.read(piece.data(), static_cast<std::streamsize>(piece.size()));
-    parser.Feed({piece.data(), static_cast<std::size_t>(file.gcount())});
+  const std::uintmax_t size = std::filesystem::file_size(path, error);
+  const std::uint64_t middle = error || size < kLargeFile ? 0 : LineStartBehind(path, size / 2);
+  track_table rest(table.Columns());
+  std::future<std::optional<IndexReport>> rest_read;
+  if (middle != 0) rest_read = std::async([&] { return LoadPart(path, middle, kToTheEnd, rest); });
+  std::optional<IndexReport> report = LoadPart(path, 0, middle != 0 ? middle : kToTheEnd, table);
+  if (rest_read.valid()) {
+    report = Sum(report, rest_read.get());
+    table.AppendAll(std::move(rest));
   }
-  const IndexReport report = parser.Finish();
-  if (file.eof()) return report;
+  if (report) return *report;
   table.Clear();
   return support::Error{support::ErrorCode::Unreadable,
                         say(support::Sentence::IndexUnreadable, {path.string()})};
 }
 
+IndexPrinter::IndexPrinter(const track_table& table) : table_(table), cells_(table.Columns().size()) {}
+
+std::string_view IndexPrinter::Next() {
+  piece_.clear();
+  for (; row_ <= table_.Rows() && piece_.size() < kPiece; ++row_) {
+    if (!table_.AppendPlainRow(row_, piece_)) AppendRow();
+    piece_ += "\r\n";
+  }
+  return piece_;
+}
+
+void IndexPrinter::AppendRow() {
+  table_.Cells(row_, cells_);
+  std::string_view separator;
+  for (const std::string_view cell : cells_) {
+    piece_ += separator;
+    AppendEscaped(piece_, cell);
+    separator = "\t";
+  }
+}
+
 std::string IndexText(const track_table& table) {
   std::string text;
-  std::vector<std::string_view> cells(table.Columns().size());
-  for (int row = 1; row <= table.Rows(); ++row) {
-    table.Cells(row, cells);
-    std::string_view separator;
-    for (const std::string_view cell : cells) {
-      text += separator;
-      AppendEscaped(text, cell);
-      separator = "\t";
-    }
-    text += "\r\n";
-  }
+  IndexPrinter printer(table);
+  for (std::string_view piece = printer.Next(); !piece.empty(); piece = printer.Next()) text += piece;
   return text;
 }
 
 support::Result<void> SaveIndex(support::FileSaver& files, const std::filesystem::path& path,
                                 const track_table& table) {
-  return files.Save(path, IndexText(table));
+  IndexPrinter printer(table);
+  return files.SavePieces(path, [&printer] { return printer.Next(); });
 }
 
 }  // namespace catalogue

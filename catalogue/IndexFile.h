@@ -36,10 +36,12 @@ class IndexParser {
 
  private:
   void TakeLine(std::string_view line);
+  void Count(std::size_t cells);
   [[nodiscard]] bool Unescape(std::string_view& cell, std::string& storage) const;
 
   track_table& table_;
   std::string unfinished_;
+  bool plain_ = true;      ///< no piece of this line holds a backslash
   bool skipping_ = false;  ///< to the end of a line that is too long
   bool after_return_ = false;
   std::vector<std::string_view> cells_;
@@ -47,10 +49,27 @@ class IndexParser {
   IndexReport report_;
 };
 
-/// Replaces the table's rows by those of the file. A missing file (ErrorCode::NotFound) leaves it empty, and
-/// so does an unreadable one.
+/// Replaces the table's rows by those of the file; a second thread reads half of a large one. A missing file
+/// (ErrorCode::NotFound) leaves it empty, and so does an unreadable one.
 support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
                                        const support::Sentences& say = {});
+
+/// Writes a table as index text piece by piece.
+class IndexPrinter {
+ public:
+  /// The table outlives the printer and does not change meanwhile.
+  explicit IndexPrinter(const track_table& table);
+  /// Empty at the end. Valid until the next call.
+  std::string_view Next();
+
+ private:
+  void AppendRow();
+
+  const track_table& table_;
+  int row_ = 1;
+  std::string piece_;
+  std::vector<std::string_view> cells_;
+};
 
 /// The whole table as index text, CR LF line ends.
 [[nodiscard]] std::string IndexText(const track_table& table);

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "catalogue/TagScratch.h"
 #include "support/Text.h"
 
 namespace catalogue {
@@ -16,6 +17,14 @@ std::optional<std::string> ValueAfter(std::span<const std::string_view> lines, s
   });
   if (found == lines.end() || found + 1 == lines.end()) return std::nullopt;
   return std::string(*(found + 1));
+}
+
+MixingTags Merged(MixingTags merged, MixingTags block) {
+  if (!merged.gain) merged.gain = std::move(block.gain);
+  if (!merged.start_mix_point) merged.start_mix_point = std::move(block.start_mix_point);
+  if (!merged.end_mix_point) merged.end_mix_point = std::move(block.end_mix_point);
+  if (!merged.bpm) merged.bpm = std::move(block.bpm);
+  return merged;
 }
 
 }  // namespace
@@ -36,14 +45,16 @@ MixingTags ScanUserItems(std::span<const TagItem> items) {
   return found;
 }
 
+std::optional<std::string> ValueAfterKey(std::string_view block, std::string_view key) {
+  return ValueAfter(support::SplitLines(block), key);
+}
+
 MixingTags MixingTagsOf(const FileTags& tags) {
-  MixingTags merged = ScanUserItems(tags.user_items);
-  MixingTags block = ScanTextBlock(tags.text_block);
-  if (!merged.gain) merged.gain = std::move(block.gain);
-  if (!merged.start_mix_point) merged.start_mix_point = std::move(block.start_mix_point);
-  if (!merged.end_mix_point) merged.end_mix_point = std::move(block.end_mix_point);
-  if (!merged.bpm) merged.bpm = std::move(block.bpm);
-  return merged;
+  return Merged(ScanUserItems(tags.user_items), ScanTextBlock(tags.text_block));
+}
+
+MixingTags MixingTagsOf(const FileTags& tags, TagScratch& scratch) {
+  return Merged(ScanUserItems(tags.user_items), scratch.Read(tags.text_block));
 }
 
 }  // namespace catalogue

@@ -27,6 +27,14 @@ struct MixingTags {
 /// From a tag's user items, where "PEA", "SMP" and "EMP" are names.
 [[nodiscard]] MixingTags ScanUserItems(std::span<const TagItem> items);
 
+/// The line after the first one that is the key, in any letter case.
+[[nodiscard]] std::optional<std::string> ValueAfterKey(std::string_view block, std::string_view key);
+
+class TagScratch;
+
+/// Both ways, the block by way of the scratch file; a value from the items wins.
+[[nodiscard]] MixingTags MixingTagsOf(const FileTags& tags, TagScratch& scratch);
+
 /// Both ways; a value from the items wins.
 [[nodiscard]] MixingTags MixingTagsOf(const FileTags& tags);
 

@@ -64,8 +64,16 @@ class track_table {
   /// Appends a row with these cells; missing ones are empty, surplus ones dropped. The cells may be views
   /// into this table.
   int AddRow(std::span<const std::string_view> cells);
+  /// Appends a row whose cells stand in one text with a tab between them. Gives how many there are; where
+  /// that is not one for each column, no row is added.
+  std::size_t AddTabbedRow(std::string_view text);
+  /// Appends the row's cells, a tab between them, to the text. False and nothing appended where a cell is
+  /// long or holds a character below the blank or a backslash.
+  [[nodiscard]] bool AppendPlainRow(int row, std::string& text) const;
   /// Copies a row's cells in column order to a new row of this table.
   int AppendFrom(const track_table& other, int row);
+  /// Moves all rows of another table of the same columns behind our own.
+  void AppendAll(track_table&& other);
   void RemoveRow(int row);
   void Clear();
 
@@ -83,6 +91,8 @@ class track_table {
   };
 
   [[nodiscard]] bool Has(int row, int column) const;
+  /// Empty for a row that is not there.
+  [[nodiscard]] std::string_view Packed(int row) const;
   [[nodiscard]] Place Find(int row) const;
   Block& Writable(std::size_t slot);
   Block& BlockForOneMore();

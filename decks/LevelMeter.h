@@ -2,13 +2,15 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <cstdint>
 
 namespace decks {
 
 /// What a deck reads of the main window's sliders; one object for all decks.
 struct MasterControls {
-  int MainVolume = 0;  ///< 0 (loudest) to 99
+  int MainVolume = 0;                         ///< 0 (loudest) to 99
+  std::array<int, 2> AutomationSlider{0, 3};  ///< element 1 is the threshold of the mix points, 0 to 100
 };
 
 /// The level of one channel in decibels, tied to the master slider.

@@ -60,6 +60,8 @@ void clsBassPlayer::ResumePlay() {
 void clsBassPlayer::OpenFile() {
   if (prelisten_.InUse()) OpenPrelisten();
   OpenMain();
+  start_mix_point_ = end_mix_point_ = {};
+  mp3_info_.ResetVals();
   is_playing_ = false;
   is_paused_ = false;
 }
@@ -91,6 +93,10 @@ void clsBassPlayer::PlayPrelisten() {
 void clsBassPlayer::ClosePrelisten() {
   engine_.BASS_FX_BPM_Free(prelisten_.stream);
   prelisten_.Stop();
+}
+
+MixPointRequest clsBassPlayer::ScanRequest() const {
+  return {filename_, speaker_, controls_.AutomationSlider[1]};
 }
 
 float clsBassPlayer::dB() {

@@ -6,7 +6,9 @@
 #include <string>
 
 #include "decks/LevelMeter.h"
+#include "decks/MixPointScan.h"
 #include "decks/PrelistenStream.h"
+#include "decks/clsMp3Info.h"
 #include "decks/ports/AudioEngine.h"
 #include "support/Units.h"
 
@@ -76,6 +78,18 @@ class clsBassPlayer {
   /// Decibels below full scale of what was heard last, scaled by the master slider; each call measures.
   [[nodiscard]] float LeftdB();
   [[nodiscard]] float RightdB();
+  /// Where the sound begins and ends in the file, once a scan of ScanRequest() found it; the owner stores
+  /// what it found. 0 and 0 after OpenFile.
+  [[nodiscard]] support::BytePosition StartMixPoint() const { return start_mix_point_; }
+  void StartMixPoint(support::BytePosition position) { start_mix_point_ = position; }
+  [[nodiscard]] support::BytePosition EndMixPoint() const { return end_mix_point_; }
+  void EndMixPoint(support::BytePosition position) { end_mix_point_ = position; }
+  /// What a worker scans for them, by the controls as they stand now.
+  [[nodiscard]] MixPointRequest ScanRequest() const;
+  /// The gain to be shown, of the gain record as it is; a worker's GainAnalysis fills that in.
+  [[nodiscard]] std::string Peak() const { return GainText(mp3_info_); }
+  [[nodiscard]] const clsMp3Info& Mp3Info() const { return mp3_info_; }
+  void Mp3Info(const clsMp3Info& info) { mp3_info_ = info; }
   [[nodiscard]] bool IsMixing() const { return is_mixing_; }
   void IsMixing(bool mixing) { is_mixing_ = mixing; }
   [[nodiscard]] support::BytePosition DummyTime() const { return dummy_time_; }
@@ -90,7 +104,8 @@ class clsBassPlayer {
   StreamHandle main_ = 0;
   PrelistenStream prelisten_;
   LevelMeter left_, right_, combined_;
-  support::BytePosition length_, dummy_time_;
+  support::BytePosition length_, dummy_time_, start_mix_point_, end_mix_point_;
+  clsMp3Info mp3_info_;
   float bpm_ = 0;
   StreamHandle tempo_detection_ = 0;
   std::int16_t channel_ = 0;

@@ -12,7 +12,7 @@ void OutputPlug::Render(std::span<float> interleaved) noexcept {
   const std::int64_t channels = std::max<std::int64_t>(static_cast<std::int64_t>(info_.speakers.size()), 1);
   const std::int64_t given = given_.load(std::memory_order_relaxed);
   if (RenderCore* core = core_.load(std::memory_order_acquire)) {
-    if (base_.load(std::memory_order_relaxed) == kNone) {
+    if (base_.load(std::memory_order_relaxed) == kNothingHeard) {
       base_.store(core->Frames() - given, std::memory_order_release);
     }
     core->Render(interleaved);
@@ -24,7 +24,7 @@ void OutputPlug::Render(std::span<float> interleaved) noexcept {
 
 std::int64_t OutputPlug::HeardFrame(support::TimePoint now, const RenderCore& core) const noexcept {
   const std::int64_t base = base_.load(std::memory_order_acquire);
-  if (base == kNone || device_ == nullptr) return kNone;
+  if (base == kNothingHeard || device_ == nullptr) return kNothingHeard;
   const PlayedMark mark = device_->Played();
   const double seconds = std::chrono::duration<double>(now - mark.at).count();
   // The margin keeps a whole number of frames whole after the way through seconds.

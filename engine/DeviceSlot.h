@@ -14,6 +14,9 @@
 
 namespace engine {
 
+/// Before every frame, with room to reckon below it: nothing was heard yet.
+inline constexpr std::int64_t kNothingHeard = std::numeric_limits<std::int64_t>::min() / 2;
+
 /// An open output and the tap between it and a core: silence until the core is connected.
 ///
 /// It counts what the output was given, which ties the output's own count to the core's frames.
@@ -27,19 +30,17 @@ class OutputPlug final : public RenderSource {
   void Connect(RenderCore* core) noexcept { core_.store(core, std::memory_order_release); }
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept { return info_; }
   [[nodiscard]] bool Lost() const noexcept { return device_ != nullptr && device_->Lost(); }
-  /// The core's frame that is heard at that time; the lowest number when nothing of the core was heard yet.
+  /// The core's frame that is heard at that time; kNothingHeard when nothing of the core was given yet.
   [[nodiscard]] std::int64_t HeardFrame(support::TimePoint now, const RenderCore& core) const noexcept;
 
   void Render(std::span<float> interleaved) noexcept override;
 
  private:
-  static constexpr std::int64_t kNone = std::numeric_limits<std::int64_t>::min();
-
   const OutputDeviceInfo info_;
   std::atomic<RenderCore*> core_{nullptr};
   std::atomic<std::int64_t> given_{0};
-  std::atomic<std::int64_t> base_{kNone};  ///< the core's frame under the output's frame 0
-  std::unique_ptr<OutputDevice> device_;   // last: it stops pulling before the rest goes
+  std::atomic<std::int64_t> base_{kNothingHeard};  ///< the core's frame under the output's frame 0
+  std::unique_ptr<OutputDevice> device_;           // last: it stops pulling before the rest goes
 };
 
 /// One device number that streams play on: the core lives as long as the number, outputs come and go.
@@ -76,7 +77,7 @@ class DeviceSlot {
   const support::Clock& clock_;
   RenderCore core_;
   mutable support::Mutex mutex_;
-  std::int64_t last_heard_ DJ_GUARDED_BY(mutex_) = std::numeric_limits<std::int64_t>::min();
+  std::int64_t last_heard_ DJ_GUARDED_BY(mutex_) = kNothingHeard;
   std::unique_ptr<OutputPlug> plug_ DJ_GUARDED_BY(mutex_);
 };
 

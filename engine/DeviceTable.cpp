@@ -36,6 +36,7 @@ void DeviceTable::Start() {
   const std::vector<OutputDeviceInfo> listed = outputs_.List();
   support::MutexLock lock(mutex_);
   TakeIn(listed);
+  events_.clear();
 }
 
 void DeviceTable::TakeIn(const std::vector<OutputDeviceInfo>& listed) {
@@ -47,6 +48,7 @@ void DeviceTable::TakeIn(const std::vector<OutputDeviceInfo>& listed) {
                                     [&](const OutputDeviceInfo& other) { return other.id == info.id; });
     if (known == known_.end()) {
       known_.push_back(std::move(info));
+      events_.push_back({decks::DeviceEvent::Kind::Listed, static_cast<int>(known_.size()), ""});
     } else {
       *known = std::move(info);
     }
@@ -190,8 +192,9 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     auto plug = OpenPlug(info, homeless.slot->Request());
     if (plug == nullptr) continue;
     homeless.slot->Close();
-    homeless.slot->Plug(std::move(plug));
+    // In one step: an output that is lost again at once is found homeless again by Watch, which waits here.
     support::MutexLock lock(mutex_);
+    homeless.slot->Plug(std::move(plug));
     const int number = homeless.slot->Number();
     homeless_.erase(number);
     if (RoleOf(number) == decks::DeviceRole::Headphones) {

@@ -103,6 +103,12 @@ void PcmStore::DecodeStep() {
   ready_.store(ready + frames, std::memory_order_release);
 }
 
+std::int64_t PcmStore::FramesInMemory(const PcmFormat& format) {
+  // Half an hour; of stereo at 48 kHz, where more channels or a higher rate would take more than that does.
+  constexpr std::int64_t kSeconds = 30 * 60, kBytes = kSeconds * 48000 * 4;
+  return std::min(kSeconds * format.sample_rate, kBytes / (2 * std::int64_t{format.channels}));
+}
+
 bool PcmStore::AddChunk(std::int64_t frame) {
   const std::int64_t number = frame / kChunkFrames;
   if (number >= kLeafChunks * kLeaves) return false;
@@ -111,7 +117,7 @@ bool PcmStore::AddChunk(std::int64_t frame) {
     auto& leaf = leaves_[static_cast<std::size_t>(number / kLeafChunks)];
     if (leaf == nullptr) leaf = std::make_unique<Leaf>();
     Chunk& chunk = (*leaf)[static_cast<std::size_t>(number % kLeafChunks)];
-    if (memory_ != nullptr && frame >= kMemoryMinutes * 60 * format_.sample_rate) {
+    if (memory_ != nullptr && frame >= FramesInMemory(format_)) {
       auto block = memory_->Allocate(samples);
       if (block != nullptr && block->Samples().size() >= samples) {
         chunk = {block->Samples().data(), block.get()};

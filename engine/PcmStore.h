@@ -32,6 +32,9 @@ class PcmStore {
   static support::Result<std::shared_ptr<PcmStore>> Open(const std::string& path, DecoderKind kind,
                                                          DecoderFactory& decoders, SampleMemory* memory);
 
+  /// How much of a file is kept on the heap; what comes behind goes to the SampleMemory.
+  [[nodiscard]] static std::int64_t FramesInMemory(const PcmFormat& format);
+
   [[nodiscard]] PcmFormat Format() const noexcept { return format_; }
   [[nodiscard]] std::int64_t Ready() const noexcept { return ready_.load(std::memory_order_acquire); }
   /// Nothing comes after Ready(): the end, or the place where the file could be read no further.
@@ -64,7 +67,6 @@ class PcmStore {
   static constexpr std::int64_t kLeafChunks = 256;
   static constexpr std::int64_t kLeaves = 1024;
   static constexpr std::int64_t kStepFrames = 8192;
-  static constexpr std::int64_t kMemoryMinutes = 30;
   using Leaf = std::array<Chunk, kLeafChunks>;
 
   PcmStore(std::unique_ptr<PcmDecoder> decoder, SampleMemory* memory);

@@ -87,9 +87,7 @@ bool SoundEngine::BASS_Init(int device, int frequency, std::uint32_t /*flags*/) 
   request.sample_rate = frequency;
   request.buffer_ms = buffer_ms_;
   request.period_ms = period_ms_;
-  if (frequency < kLowestRate || frequency > kHighestRate || !devices_->Open(device, request)) return false;
-  current_device_ = device;
-  return true;
+  return frequency >= kLowestRate && frequency <= kHighestRate && devices_->Open(device, request);
 }
 
 std::optional<std::string> SoundEngine::BASS_GetDeviceDescription(int device) {
@@ -176,7 +174,7 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
     return 0;
   }
   feeder_.Add(stream, slot);
-  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0};
+  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0, nullptr};
   Wake();
   return handle;
 }
@@ -194,8 +192,10 @@ void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
 }
 
 bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
+  Decoders::node_type freed;  // goes after the lock: the last one to hold a long file takes a while
   support::MutexLock lock(mutex_);
-  return decoders_.erase(handle) > 0;
+  freed = decoders_.extract(handle);
+  return !freed.empty();
 }
 
 void SoundEngine::Sweep() {
@@ -229,6 +229,13 @@ std::uint32_t SoundEngine::BASS_ChannelGetData(decks::StreamHandle handle, std::
 
 void SoundEngine::Prepare(const std::string& path, std::function<void(support::Result<void>)> done) {
   pool_->Prepare(path, KindOf(path), std::move(done));
+}
+
+bool SoundEngine::DecodeFurther(decks::StreamHandle handle) {
+  const auto decoder = FindDecoder(handle);
+  if (decoder == nullptr || decoder->store->Complete()) return false;
+  decoder->store->DecodeUpTo(decoder->store->Ready() + PcmStore::kChunkFrames);
+  return true;
 }
 
 void SoundEngine::SetDeviceRole(int device, decks::DeviceRole role) {

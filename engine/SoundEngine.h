@@ -15,6 +15,7 @@
 #include "engine/Feeder.h"
 #include "engine/HeardPlace.h"
 #include "engine/PcmStorePool.h"
+#include "engine/PeakingEqualiser.h"
 #include "engine/Stream.h"
 #include "engine/ports/OutputDevice.h"
 #include "engine/ports/PcmDecoder.h"
@@ -84,11 +85,19 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   std::uint32_t BASS_ChannelGetData(decks::StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
   bool BASS_ChannelIsActive(decks::StreamHandle stream) override;
+  double BASS_ChannelBytes2Seconds(decks::StreamHandle stream, support::BytePosition position) override;
+  bool BASS_ChannelGetAttributes(decks::StreamHandle stream, int& frequency, int& volume, int& pan) override;
+  bool BASS_FX_DSP_Set(decks::StreamHandle stream, int effect_type, int priority) override;
+  bool BASS_FX_DSP_SetParameters(decks::StreamHandle stream, int effect_type,
+                                 const decks::PeakingBand& band) override;
+  bool BASS_FX_DSP_GetParameters(decks::StreamHandle stream, int effect_type,
+                                 decks::PeakingBand& band) override;
   void BASS_FX_DSP_Remove(decks::StreamHandle stream, int effect_type) override;
   void BASS_FX_BPM_Free(decks::StreamHandle stream) override;
 
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
+  bool DecodeFurther(decks::StreamHandle decoder) override;
   decks::HeardStream Heard(decks::StreamHandle stream) override;
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;
@@ -104,9 +113,10 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
     std::int64_t cursor = 0;
   };
   struct Playing {
-    std::shared_ptr<Stream> stream;    // with the feeder's pass
-    std::shared_ptr<DeviceSlot> slot;  // with the table
-    decks::StreamHandle decoder = 0;   ///< freed with it, or 0
+    std::shared_ptr<Stream> stream;                         // with the feeder's pass
+    std::shared_ptr<DeviceSlot> slot;                       // with the table
+    decks::StreamHandle decoder = 0;                        ///< freed with it, or 0
+    std::unique_ptr<PeakingEqualiser> equaliser = nullptr;  ///< from the first band on; outlives the voice
   };
   using Decoders = std::map<decks::StreamHandle, std::shared_ptr<Decoder>>;  // with the worker that reads it
   using Players = std::map<decks::StreamHandle, Playing>;

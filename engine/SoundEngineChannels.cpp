@@ -147,11 +147,14 @@ bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
   return playing != nullptr && (IsPlaying(*playing->stream) || HasUnheardEnd(*playing));
 }
 
-void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int /*effect_type*/) {
-  if (Playing* playing = FindPlaying(handle)) playing->stream->SetEffect(nullptr);
+double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, support::BytePosition position) {
+  const auto decoder = FindDecoder(handle);
+  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  if (decoder == nullptr && playing == nullptr) return 0;
+  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
+  return static_cast<double>(position.value) /
+         static_cast<double>(BytesOf(store.Format().sample_rate, store));
 }
-
-void SoundEngine::BASS_FX_BPM_Free(decks::StreamHandle /*stream*/) {}
 
 decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   decks::HeardStream heard;

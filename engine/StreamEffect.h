@@ -11,7 +11,10 @@ namespace engine {
 class StreamEffect {
  public:
   virtual ~StreamEffect() = default;
+  /// Any number of frames.
   virtual void Process(std::span<float> stereo) noexcept = 0;
+  /// The sound before the next block has nothing to do with it.
+  virtual void Reset() noexcept {}
 };
 
 }  // namespace engine

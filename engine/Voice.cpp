@@ -114,6 +114,7 @@ void Voice::LookForStart() noexcept {
   if (!Enough(curve_->Frames() * (dry_ ? kRestFadesAfterDry : 2))) return;
   dry_ = false;
   sounding_ = true;
+  if (StreamEffect* effect = stream_->Effect()) effect->Reset();
   const bool start_of_file = lane.Taken() == 0 && Source(active_) == 0;
   fade_ = start_of_file ? curve_->Frames() : 0;
 }
@@ -213,8 +214,8 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
   const int frames = static_cast<int>(stereo.size() / 2);
   const bool at_end = lane.Finished() && lane.Front() == nullptr;
   if (crossfade_left_ > 0) Blend(stereo);
-  Fade(stereo);
   if (StreamEffect* effect = stream_->Effect()) effect->Process(stereo);
+  Fade(stereo);  // after the effect, whose echo of a start or an end would be cut off
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
     entry.left_peak = std::max(entry.left_peak, std::abs(stereo[i]));
     entry.right_peak = std::max(entry.right_peak, std::abs(stereo[i + 1]));

@@ -47,6 +47,20 @@ void WriteSeed(const std::filesystem::path& path, std::string_view content) {
   std::ofstream(path, std::ios::binary) << content;
 }
 
+void MakeGainSeeds(const std::filesystem::path& folder) {
+  const std::string header = "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain\r\n";
+  const std::string values = "\t-4\t-5.250000\t31000.500000\t178\t99\r\n";
+  WriteSeed(folder / "track", header + "song.mp3" + values);
+  WriteSeed(folder / "album", header + "song.mp3" + values + "\"Album\"" + values);
+  WriteSeed(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
+}
+
+void MakePresetSeeds(const std::filesystem::path& folder) {
+  WriteSeed(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
+  WriteSeed(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
+  WriteSeed(folder / "loose", "x\r[A]\r\r\r[]\r;;;\r");
+}
+
 /// An index of either kind as we write it, one with other line ends, and one with every kind of damage.
 void MakeIndexSeeds(const std::filesystem::path& folder) {
   for (const auto columns : {catalogue::TrackColumns(), catalogue::KaraokeColumns()}) {
@@ -75,11 +89,14 @@ void MakeSettingsSeeds(const std::filesystem::path& folder) {
 
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
-  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds}, {"index", &MakeIndexSeeds}, {"settings", &MakeSettingsSeeds}};
+  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{{"tags", &MakeTagSeeds},
+                                                                            {"index", &MakeIndexSeeds},
+                                                                            {"settings", &MakeSettingsSeeds},
+                                                                            {"mp3gain", &MakeGainSeeds},
+                                                                            {"presets", &MakePresetSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
-    std::fprintf(stderr, "Usage: make_seeds tags|index|settings FOLDER\n");
+    std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");
     return 2;
   }
   std::filesystem::create_directories(argv[2]);

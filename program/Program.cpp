@@ -33,7 +33,7 @@ int Cores() {
 
 struct Program::Parts {
   explicit Parts(const std::filesystem::path& folder)
-      : memory(std::filesystem::temp_directory_path()),
+      : memory(platform::files::ScratchFolder()),
         settings(platform::settings::UserSettingsPath(), files),
         decoding(std::max(2, Cores())),
         engine({.outputs = outputs,

@@ -46,7 +46,7 @@ class ApplyTest : public testing::Evening {
     for (int row = 1; row <= table.Rows(); ++row) cells.emplace_back(table.Cell(row, column));
     return cells;
   }
-  [[nodiscard]] std::string Path(const char* name) const { return (music_ / name).string(); }
+  [[nodiscard]] std::string Path(const char* name) const { return (music_ / name).make_preferred().string(); }
 
   fs::path music_ = fs::path(::testing::TempDir()) / "apply-music";
   Reindex::Outcome outcome_;

@@ -24,6 +24,8 @@ class StartUpOrderTest : public testing::Evening {
     settings_.OnRead(note);
     visualisation_.SetNames({"Spectrum", "Wave"});
   }
+  ~StartUpOrderTest() override { station_.reset(); }  // its shutdown still writes to the list
+
   /// Of the list, those that begin with one of these words; each run of the same word once.
   [[nodiscard]] Lines Order(const Lines& words) const {
     Lines order;
@@ -131,6 +133,16 @@ TEST_F(StartUpOrderTest, TheWindowFindsItsNamesAndItsVisualisers) {
   EXPECT_EQ(station_->SkinFolder(), folder_ / "Skins");
   EXPECT_EQ(station_->Visualisers(), (Lines{"Spectrum", "Wave"}));
   EXPECT_EQ(station_->VisualisationRate(), 60);
+}
+
+TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
+  StartUp();
+  engine_.AddDevice("Late");
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Listed, 3, ""});
+  Settle();
+  station_->PumpWindow();
+  EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones", "Late"}));
+  EXPECT_EQ(station_->View().notice, "");
 }
 
 class VisualisationContract : public ::testing::TestWithParam<const char*> {

@@ -25,7 +25,7 @@ class FolderScanTest : public ::testing::Test {
     Names names;
     bytes_ = 0;
     const FolderListing listing = ListFolder(root_, mask, [] { return true; });
-    for (const std::string& file : listing.files) names.push_back(fs::relative(file, root_).string());
+    for (const std::string& file : listing.files) names.push_back(fs::relative(file, root_).generic_string());
     bytes_ = listing.bytes;
     return names;
   }
@@ -45,11 +45,13 @@ TEST_F(FolderScanTest, FilesOfAFolderAreInByteOrderWhateverTheCaseOfTheirExtensi
   EXPECT_EQ(List("*.mp3"), (Names{"C.Mp3", "a.mp3", "b.MP3"}));
 }
 
+#ifndef _WIN32  // links need an administrator there
 TEST_F(FolderScanTest, ATreeThatLeadsBackIntoItselfEnds) {
   Write("a/x.mp3");
   fs::create_directory_symlink(root_, root_ / "a" / "back");
   EXPECT_EQ(List("*.mp3"), Names{"a/x.mp3"});
 }
+#endif
 
 TEST_F(FolderScanTest, AMissingFolderIsEmpty) {
   EXPECT_EQ(List("*.mp3"), Names{});
@@ -62,6 +64,7 @@ TEST_F(FolderScanTest, AnUnwantedScanStopsAtTheNextFolder) {
   EXPECT_EQ(listing.files.size(), 1U);
 }
 
+#ifndef _WIN32  // where such names are real drives, which a test leaves alone
 TEST_F(FolderScanTest, TheSystemsFoldersOfDriveCAreLeftOutByTheirExactPath) {
   fs::create_directories(root_);
   const fs::path before = fs::current_path();
@@ -75,6 +78,7 @@ TEST_F(FolderScanTest, TheSystemsFoldersOfDriveCAreLeftOutByTheirExactPath) {
   EXPECT_EQ(files("D:\\System Volume Information").size(), 1U);
   fs::current_path(before);
 }
+#endif
 
 TEST_F(FolderScanTest, MusicAndKaraokeHaveTheirMasksInOrder) {
   const auto masks = [](ScanMode mode) { return Names(MasksOf(mode).begin(), MasksOf(mode).end()); };

@@ -122,6 +122,41 @@ TEST(IndexFileTest, LoadingReplacesWhatTheTableHeld) {
   EXPECT_EQ(IndexText(table), kWhole + "\r\n");
 }
 
+TEST(IndexFileTest, ALargeFileKeepsEveryRowInItsPlaceAndCountsTheDamage) {
+  const Folder folder;
+  track_table table(KaraokeColumns());
+  for (int row = 0; row < 60'000; ++row) {
+    const std::string number = std::to_string(row);
+    table.AddRow(
+        std::vector<std::string_view>{number, "a title", "", "a\\genre", "03:45", "/music/" + number});
+  }
+  const std::string text = IndexText(table);
+  for (const std::string& end : {std::string(), std::string("cut off")}) {
+    track_table loaded(KaraokeColumns());
+    const auto report = LoadIndex(folder.Write("damage\r\n" + text + end), loaded);
+    ASSERT_TRUE(report.Ok());
+    EXPECT_EQ(report.Value().Skipped(), end.empty() ? 1 : 2);
+    ASSERT_EQ(loaded.Rows(), 60'000);
+    EXPECT_TRUE(IndexText(loaded) == text);
+    EXPECT_EQ(loaded.Cell(60'000, karaoke::kArtist), "59999");
+  }
+}
+
+TEST(IndexFileTest, CellsOfEveryLengthComeBack) {
+  track_table table(KaraokeColumns());
+  for (std::size_t length = 0; length < 300; ++length) {
+    const std::string cell(length, 'x');
+    table.AddRow(std::vector<std::string_view>{cell, "", cell, length % 2 == 0 ? "" : "\x01", "", cell});
+    table.AddRow(std::vector<std::string_view>{"", cell});
+  }
+  track_table loaded(KaraokeColumns());
+  EXPECT_EQ(Parse(IndexText(table), loaded).rows, 600);
+  EXPECT_EQ(IndexText(loaded), IndexText(table));
+  for (int row = 1; row <= 600; ++row) {
+    for (int column = 1; column <= 6; ++column) ASSERT_EQ(loaded.Cell(row, column), table.Cell(row, column));
+  }
+}
+
 TEST(IndexFileTest, AMissingFileLeavesTheTableEmpty) {
   const Folder folder;
   track_table table = Songs();

@@ -30,6 +30,19 @@ inline constexpr std::uint32_t kInitSpeakers = 2048;  ///< open the device for s
 inline constexpr std::uint32_t kConfigBuffer = 0;        ///< playback buffer in ms
 inline constexpr std::uint32_t kConfigUpdatePeriod = 1;  ///< in ms
 
+/// Effect type of an equaliser band.
+inline constexpr int kPeakingEffect = 5;
+
+/// Parameters of one equaliser band, in the order in which the engine takes them.
+struct PeakingBand {
+  std::int32_t band = 0;       ///< 0 to 9
+  std::int32_t frequency = 0;  ///< the stream's sample rate in Hz
+  float bandwidth = 0;         ///< in octaves; where it is 0, Q counts
+  float q = 0;
+  float centre = 0;  ///< in Hz
+  float gain = 0;    ///< in dB
+};
+
 /// The sound engine in the words its callers were given: handles, devices by number, positions in bytes of
 /// the decoded 16-bit samples. A call never fails loudly: creators return 0 and the rest does nothing.
 ///
@@ -95,6 +108,10 @@ class AudioEngine {
   /// Never cuts what is heard: the old place fades into the new one. Past the end does nothing and is false.
   virtual bool BASS_ChannelSetPosition(StreamHandle stream, support::BytePosition position) = 0;
 
+  /// Of a position in this stream's file; 0 on a handle of 0.
+  [[nodiscard]] virtual double BASS_ChannelBytes2Seconds(StreamHandle stream,
+                                                         support::BytePosition position) = 0;
+
   // Decoders.
 
   /// Copies the next 16-bit interleaved samples and returns the bytes delivered; waits for the decoding
@@ -104,7 +121,16 @@ class AudioEngine {
   /// A decoder: true while there is more to read. A playing stream: true until its end was heard.
   [[nodiscard]] virtual bool BASS_ChannelIsActive(StreamHandle stream) = 0;
 
-  // Effects and tempo detection.
+  // Effects and tempo detection. A change of an effect acts in the next block, without a click.
+  /// The file's sample rate, unless another one was set, in Hz; volume 0 to 100; pan -100 to 100. Leaves all
+  /// three as they are, and is false, on a handle of 0.
+  virtual bool BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) = 0;
+  /// Creates one effect on a playing stream. Each call of type 5 creates the next of ten equaliser bands.
+  virtual bool BASS_FX_DSP_Set(StreamHandle stream, int effect_type, int priority) = 0;
+  /// Of the band that the record names; false when the stream has no such band.
+  virtual bool BASS_FX_DSP_SetParameters(StreamHandle stream, int effect_type, const PeakingBand& band) = 0;
+  /// Fills in the rest of the record; false, and unchanged, when the stream has no such band.
+  virtual bool BASS_FX_DSP_GetParameters(StreamHandle stream, int effect_type, PeakingBand& band) = 0;
   virtual void BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) = 0;
   virtual void BASS_FX_BPM_Free(StreamHandle stream) = 0;
 };

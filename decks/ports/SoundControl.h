@@ -37,9 +37,10 @@ struct EngineHealth {
 
 /// A place that a deck can play on, as the user sees it.
 struct DeviceEvent {
-  enum class Kind { Lost, Replaced, Muted, Returned } kind;
+  /// Listed: there is a new device, which has the next number; its text is empty.
+  enum class Kind { Lost, Replaced, Muted, Returned, Listed } kind;
   int device;        ///< the number that the streams were opened on
-  std::string text;  ///< one sentence for the user
+  std::string text;  ///< one sentence for the user, or empty
 };
 
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to
@@ -69,6 +70,10 @@ class SoundControl {
   virtual void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) = 0;
   /// Why the last creator returned 0; a sentence for the user.
   [[nodiscard]] virtual support::Error LastError() const = 0;
+
+  /// Decodes another second or so of the file under a decoding stream; false when nothing was left to do, so
+  /// that its length is exact. May block on the disk: workers only.
+  virtual bool DecodeFurther(StreamHandle decoder) = 0;
 
   [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
   /// The next frame that the device of this stream will be given.

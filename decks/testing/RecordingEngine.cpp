@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
+#include "decks/testing/CallText.h"
 #include "support/Text.h"
 
 namespace decks::testing {
@@ -13,22 +13,8 @@ namespace {
 
 using support::MutexLock;
 
-std::string Hex(std::uint64_t value) {
-  std::ostringstream text;
-  text << "0x" << std::hex << value;
-  return text.str();
-}
-
 support::Error NoSuchFile(const std::string& path) {
   return {support::ErrorCode::NotFound, "There is no file \"" + path + "\"."};
-}
-
-template <typename... Parts>
-std::string Line(const Parts&... parts) {
-  std::ostringstream text;
-  std::string_view gap;
-  ((text << gap << parts, gap = " "), ...);
-  return text.str();
 }
 
 }  // namespace
@@ -324,9 +310,12 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle decoder, std::sp
   const auto fitting = std::min<std::size_t>(bytes, buffer.size() * 2) / frame_bytes;
   const auto frames = static_cast<std::uint32_t>(std::clamp(left, 0.0, static_cast<double>(fitting)));
   const auto channels = static_cast<std::size_t>(found->file.channels);
+  const std::size_t first = static_cast<std::size_t>(found->frame) * channels;
+  const std::vector<std::int16_t>& samples = found->file.samples;
   for (std::size_t i = 0; i < frames * channels; ++i) {
     const int peak = i % channels == 0 ? found->file.left_peak : found->file.right_peak;
-    buffer[i] = static_cast<std::int16_t>(std::min(peak, 32767));
+    const int silent = first + i < samples.size() ? samples[first + i] : 0;
+    buffer[i] = static_cast<std::int16_t>(samples.empty() ? std::min(peak, 32767) : silent);
   }
   found->frame += frames;
   return frames * frame_bytes;
@@ -338,14 +327,17 @@ bool RecordingEngine::BASS_ChannelIsActive(StreamHandle stream) {
   return found != nullptr && FrameOf(*found) < found->file.seconds * found->file.sample_rate;
 }
 
-void RecordingEngine::BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) {
+double RecordingEngine::BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) {
   MutexLock lock(mutex_);
-  Record(Line("BASS_FX_DSP_Remove", stream, effect_type));
+  const Stream* found = At(stream);
+  if (found == nullptr) return 0;
+  return static_cast<double>(position.value) / (2 * found->file.channels) / found->file.sample_rate;
 }
 
-void RecordingEngine::BASS_FX_BPM_Free(StreamHandle stream) {
+bool RecordingEngine::DecodeFurther(StreamHandle decoder) {
   MutexLock lock(mutex_);
-  Record(Line("BASS_FX_BPM_Free", stream));
+  Record(Line("DecodeFurther", decoder));
+  return false;
 }
 
 void RecordingEngine::Prepare(const std::string& path, std::function<void(support::Result<void>)> done) {

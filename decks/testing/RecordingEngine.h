@@ -26,6 +26,8 @@ struct FakeFile {
   int channels = 2;
   int left_peak = 16384;  ///< of 32768, all the time that it plays
   int right_peak = 8192;
+  /// What a decoder gives: these, interleaved, and silence after them.
+  std::vector<std::int16_t> samples = {};
 };
 
 /// An engine without sound: it writes down every call and lets streams play by its clock.
@@ -69,6 +71,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  /// Gains of the equaliser bands that the stream has, in dB.
+  [[nodiscard]] std::vector<float> GainsOf(StreamHandle stream) const;
   [[nodiscard]] DeviceRole RoleOf(int device) const;
   /// Speaker flag of the stream's decoder, wherever it was passed.
   [[nodiscard]] std::uint32_t SpeakerOf(StreamHandle stream) const;
@@ -100,12 +104,18 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::uint32_t BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
   bool BASS_ChannelIsActive(StreamHandle stream) override;
+  double BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) override;
+  bool BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) override;
+  bool BASS_FX_DSP_Set(StreamHandle stream, int effect_type, int priority) override;
+  bool BASS_FX_DSP_SetParameters(StreamHandle stream, int effect_type, const PeakingBand& band) override;
+  bool BASS_FX_DSP_GetParameters(StreamHandle stream, int effect_type, PeakingBand& band) override;
   void BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) override;
   void BASS_FX_BPM_Free(StreamHandle stream) override;
 
   // SoundControl
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
+  bool DecodeFurther(StreamHandle decoder) override;
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
@@ -120,6 +130,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     std::uint32_t speaker = 0;
     int volume = 100;
     float tempo = 0;
+    std::vector<PeakingBand> bands;
     bool playing = false;
     double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};

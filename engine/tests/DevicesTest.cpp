@@ -52,6 +52,10 @@ TEST_F(Devices, KeepTheirNumbersWhenOthersComeAndGo) {
   stage.workers.RunAll();
   EXPECT_EQ(stage.engine->BASS_GetDeviceDescription(2), "Output phones");
   EXPECT_EQ(stage.engine->BASS_GetDeviceDescription(4), "Output new");
+  const auto events = stage.engine->TakeDeviceEvents();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].kind, Kind::Listed);
+  EXPECT_EQ(events[0].device, 4);
 }
 
 TEST_F(Devices, ThatAreNotThereOrNotOpenRefuse) {
@@ -60,6 +64,16 @@ TEST_F(Devices, ThatAreNotThereOrNotOpenRefuse) {
   stage.outputs.SetBroken("main", true);
   EXPECT_FALSE(stage.engine->BASS_Init(1, kRate, 0));
   EXPECT_FALSE(stage.engine->BASS_Init(2, 3, 0));
+}
+
+TEST_F(Devices, OpeningOneLeavesTheCurrentOneAsItIs) {
+  ASSERT_TRUE(stage.engine->BASS_Init(1, kRate, 0) && stage.engine->BASS_SetDevice(1));
+  ASSERT_TRUE(stage.engine->BASS_Init(2, kRate, 0));
+  const auto decoder = stage.engine->BASS_StreamCreateFile(false, "level.mp3", 0, 0, decks::kStreamDecode);
+  stage.engine->BASS_ChannelPlay(stage.engine->BASS_FX_TempoCreate(decoder, decks::kTempoFreeSource), false);
+  stage.Advance(1s);
+  EXPECT_EQ(stage.Last("main", 0), 0.5F);
+  EXPECT_EQ(stage.Last("phones", 0), 0);
 }
 
 TEST_F(Devices, WithoutSoundKeepTime) {
@@ -90,7 +104,7 @@ TEST_F(Devices, PositionGoesOnWhileNoOutputWorks) {
   EXPECT_EQ(Events(), (std::vector{Kind::Lost}));
   stage.outputs.Add(StereoOutput("late"));
   stage.Advance(500ms);
-  EXPECT_EQ(Events(), (std::vector{Kind::Replaced}));
+  EXPECT_EQ(Events(), (std::vector{Kind::Listed, Kind::Replaced}));
   EXPECT_NEAR(Seconds(stream) - before, 3.5, 0.1);
 }
 
@@ -212,7 +226,7 @@ TEST_F(Devices, ASpeakerPairMayComeInTheLength) {
   FakeFile file = RampFile(kRate);
   file.sample = [](std::int64_t, int) { return std::int16_t{16384}; };
   eight.files.Add("level.mp3", file);
-  ASSERT_TRUE(eight.engine->BASS_Init(1, kRate, 0));
+  ASSERT_TRUE(eight.engine->BASS_Init(1, kRate, 0) && eight.engine->BASS_SetDevice(1));
   const auto decoder =
       eight.engine->BASS_StreamCreateFile(false, "level.mp3", 0, decks::kSpeakerRear, 0x200000);
   eight.engine->BASS_ChannelPlay(eight.engine->BASS_FX_TempoCreate(decoder, 0x10004), false);

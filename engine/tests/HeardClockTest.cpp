@@ -45,6 +45,12 @@ TEST_F(HeardClock, ThePlaceIsThatOfTheSampleAtTheLoudspeaker) {
   for (int i = 0; i < 50; ++i, stage.Advance(7ms)) ExpectPlaceOfSample(stream, 0);
 }
 
+TEST_F(HeardClock, BeforeTheFirstBlockNothingIsHeard) {
+  const auto stream = Play("ramp.mp3");
+  EXPECT_EQ(Frame(stream), 0);
+  EXPECT_EQ(stage.engine->BASS_ChannelGetLevel(stream), 0U);
+}
+
 TEST_F(HeardClock, ASeekIsSeenWhenItIsHeard) {
   const auto stream = Play("ramp.mp3");
   stage.Advance(200ms);

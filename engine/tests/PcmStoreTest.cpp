@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "engine/PcmStorePool.h"
+#include "engine/StreamFeed.h"
 #include "engine/testing/FakeDecoders.h"
 #include "engine/testing/SoundStage.h"
 #include "support/testing/FakeClock.h"
@@ -185,6 +186,28 @@ TEST_F(Store, TakesItsMemoryElsewhereBeyondHalfAnHour) {
   store->Read(late, samples);
   EXPECT_EQ(samples[0], late % 30'000);
   pool->WarmAhead(store, late);
+  workers.RunAll();
+  EXPECT_GT(memory.warmed, 0);
+}
+
+TEST_F(Store, KeepsHalfAnHourInMemoryAndLessOfWideFiles) {
+  EXPECT_EQ(PcmStore::FramesInMemory({44100, 2}), 30 * 60 * 44100);
+  EXPECT_EQ(PcmStore::FramesInMemory({8000, 1}), 30 * 60 * 8000);
+  EXPECT_EQ(PcmStore::FramesInMemory({192'000, 6}), 30 * 60 * 16000);
+}
+
+TEST_F(Store, IsWarmedAheadOfWhatPlays) {
+  constexpr int kRateHere = 1000;
+  constexpr std::int64_t kLate = 31 * 60 * kRateHere;
+  files.Add("long", RampFile(kLate + 5 * PcmStore::kChunkFrames, kRateHere));
+  const auto stream = std::make_shared<Stream>(1, pool->Get("long", DecoderKind::General).Value(), 1, 0);
+  workers.RunAll();
+  stream->Seek(kLate);
+  FakeStretchers stretchers;
+  StreamFeed feed(stream, stretchers, *pool, kRateHere);
+  feed.Pump(0);
+  stream->hand_over = Stream::HandOver::Free;  // the callback took it
+  feed.Pump(0);
   workers.RunAll();
   EXPECT_GT(memory.warmed, 0);
 }

@@ -63,6 +63,21 @@ TEST_F(Playing, PausingAndResumingLeaveNoStepAndGoOnAtTheSamePlace) {
   EXPECT_GT(stage.engine->BASS_ChannelGetPosition(stream), paused);
 }
 
+TEST_F(Playing, ResumingBeginsWithTheFrameAfterTheLastOneHeard) {
+  const auto stream = Play("ramp.mp3");
+  stage.Advance(300ms);
+  stage.engine->BASS_ChannelPause(stream);
+  stage.Advance(300ms);
+  const auto paused = stage.engine->BASS_ChannelGetPosition(stream).value / 4;
+  std::size_t first = Left().size();
+  stage.engine->BASS_ChannelPlay(stream, false);
+  stage.Advance(300ms);
+  const auto left = Left();
+  while (left.at(first) == 0) ++first;
+  constexpr int kBehindTheFade = 400;
+  EXPECT_EQ(left.at(first + kBehindTheFade) * 32768, static_cast<float>(paused + kBehindTheFade));
+}
+
 TEST_F(Playing, ChangingFromBypassToStretchedAndBackLeavesNoStep) {
   const auto stream = Play("tone.mp3");
   for (const float percent : {0.0F, 4.0F, 0.0F, -3.0F, 0.0F}) {

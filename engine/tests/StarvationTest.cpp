@@ -40,6 +40,19 @@ TEST_F(Starvation, ARingThatRunsDryFadesAndComesBackWithoutAStep) {
   EXPECT_EQ(stage.engine->Health().late_blocks, 1U);
 }
 
+TEST_F(Starvation, NoMoreThanSixtyMillisecondsLieInTheRing) {
+  Play("tone.mp3");
+  stage.Advance(500ms);
+  const std::size_t stopped = stage.Channel("main", 0).size();
+  stage.StopFeeding();
+  stage.Advance(500ms);
+  std::vector<float> left = stage.Channel("main", 0);
+  while (left.back() == 0) left.pop_back();
+  const std::size_t block_and_limiter = 882 + 66;
+  EXPECT_GT(left.size(), stopped + kRate * 40 / 1000);
+  EXPECT_LE(left.size(), stopped + kRate * 60 / 1000 + block_and_limiter);
+}
+
 TEST_F(Starvation, WhatIsHeardAfterwardsIsWhereThePlaceSays) {
   const auto stream = Play("ramp.mp3");
   stage.Advance(500ms);

@@ -6,6 +6,7 @@
 #include <array>
 #include <cmath>
 #include <limits>
+#include <new>
 
 #include "support/Text.h"
 
@@ -212,7 +213,7 @@ std::string FfmpegDecoder::UsualExtension() const {
   return name.substr(0, name.find(','));
 }
 
-support::Result<std::int64_t> FfmpegDecoder::Read(std::span<std::int16_t> interleaved) {
+support::Result<std::int64_t> FfmpegDecoder::Read(std::span<std::int16_t> interleaved) try {
   const auto channels = static_cast<std::size_t>(target_.layout.nb_channels);
   const std::size_t room = interleaved.size() / channels * channels;
   std::size_t written = 0;
@@ -234,6 +235,8 @@ support::Result<std::int64_t> FfmpegDecoder::Read(std::span<std::int16_t> interl
     return Failure(support::ErrorCode::Unreadable, " cannot be read any further: the disk does not answer.");
   }
   return static_cast<std::int64_t>(written / channels);
+} catch (const std::bad_alloc&) {
+  return Failure(support::ErrorCode::Unreadable, " cannot be read any further: there is no memory left.");
 }
 
 FfmpegDecoder::Step FfmpegDecoder::NextFrame() {

@@ -12,6 +12,7 @@
 #include <memory>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace platform::files {
 namespace {
@@ -150,6 +151,10 @@ void RemoveLitter(DiskCalls& calls, const fs::path& target) {
 }  // namespace
 
 Result<void> DiskFileSaver::Save(const fs::path& path, std::string_view content) {
+  return SavePieces(path, [&content] { return std::exchange(content, {}); });
+}
+
+Result<void> DiskFileSaver::SavePieces(const fs::path& path, const Pieces& next) {
   const fs::path target = LinkTarget(path);
   struct stat old {};
   const bool replaces = stat(target.c_str(), &old) == 0;
@@ -159,7 +164,9 @@ Result<void> DiskFileSaver::Save(const fs::path& path, std::string_view content)
   RemoveLitter(calls_, target);
   const std::unique_ptr<Draft> draft = NewDraft(calls_, target, replaces);
   if (!draft) return SaveError(path, errno);
-  if (!draft->WriteAll(content)) return SaveError(path, errno);
+  for (std::string_view piece = next(); !piece.empty(); piece = next()) {
+    if (!draft->WriteAll(piece)) return SaveError(path, errno);
+  }
   if (replaces && !draft->TakeRightsOf(old)) return SaveError(path, errno);
   if (!draft->Sync() || !draft->SwapIn(target)) return SaveError(path, errno);
   // The new file is in its place whole; a folder that cannot be flushed makes it late, not wrong.

@@ -22,6 +22,7 @@ class DiskFileSaver final : public support::FileSaver {
   explicit DiskFileSaver(DiskCalls& calls = SystemDisk()) : calls_(calls) {}
 
   support::Result<void> Save(const std::filesystem::path& path, std::string_view content) override;
+  support::Result<void> SavePieces(const std::filesystem::path& path, const Pieces& next) override;
 
  private:
   DiskCalls& calls_;

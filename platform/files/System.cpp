@@ -16,6 +16,12 @@ std::filesystem::path ExecutableFolder() {
   return error ? std::filesystem::current_path(error) : program.parent_path();
 }
 
+std::filesystem::path ScratchFolder() {
+  std::error_code error;
+  const std::filesystem::path scratch = std::filesystem::temp_directory_path(error);
+  return error ? ExecutableFolder() : scratch;
+}
+
 ThreadPriority RaiseThreadPriority() noexcept {
   // Above desktop programs, below the sound server and the kernel's own threads.
   constexpr int kPriority = 5;

@@ -9,6 +9,10 @@ namespace platform::files {
 /// The folder of the running executable; the working folder where the system does not tell.
 [[nodiscard]] std::filesystem::path ExecutableFolder();
 
+/// For files that are gone with the program; the executable's folder where the system names none that is
+/// there.
+[[nodiscard]] std::filesystem::path ScratchFolder();
+
 enum class ThreadPriority { Normal, Raised, RealTime };
 
 /// Asks that the calling thread runs before all others, for threads that carry sound. Gives what the system

@@ -22,6 +22,12 @@ std::filesystem::path ExecutableFolder() {
   return std::filesystem::path(name.substr(0, length)).parent_path();
 }
 
+std::filesystem::path ScratchFolder() {
+  std::error_code error;
+  const std::filesystem::path scratch = std::filesystem::temp_directory_path(error);
+  return error ? ExecutableFolder() : scratch;
+}
+
 ThreadPriority RaiseThreadPriority() noexcept {
   DWORD task = 0;
   if (AvSetMmThreadCharacteristicsA("Pro Audio", &task) != nullptr) return ThreadPriority::RealTime;

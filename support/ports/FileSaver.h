@@ -3,6 +3,8 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
+#include <string>
 #include <string_view>
 
 #include "support/Result.h"
@@ -17,6 +19,16 @@ class FileSaver {
   virtual ~FileSaver() = default;
   /// On failure the old file stands as it was and nothing is left beside it.
   virtual Result<void> Save(const std::filesystem::path& path, std::string_view content) = 0;
+
+  /// Gives the content piece by piece, an empty one at its end. A piece is taken before the next is asked
+  /// for.
+  using Pieces = std::function<std::string_view()>;
+  /// As Save; a saver that can do so never holds the whole content.
+  virtual Result<void> SavePieces(const std::filesystem::path& path, const Pieces& next) {
+    std::string content;
+    for (std::string_view piece = next(); !piece.empty(); piece = next()) content += piece;
+    return Save(path, content);
+  }
 };
 
 }  // namespace support

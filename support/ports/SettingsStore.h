@@ -25,5 +25,6 @@ class SettingsStore {
 
 /// The application name of every key but the equaliser's preset choice.
 inline constexpr std::string_view kApplication = "TLVG";
+inline constexpr std::string_view kPresetApplication = "QRV";
 
 }  // namespace support

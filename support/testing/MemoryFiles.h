@@ -5,6 +5,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <utility>
 
 #include "support/Mutex.h"
 #include "support/ports/FileSaver.h"
@@ -18,7 +19,8 @@ class MemoryFiles final : public FileSaver {
   Result<void> Save(const std::filesystem::path& path, std::string_view content) override {
     MutexLock lock(mutex_);
     ++saves_;
-    if (full_) return Error{ErrorCode::Unreadable, "\"" + path.string() + "\" cannot be written."};
+    if (full_ || std::exchange(fail_next_, false))
+      return Error{ErrorCode::Unreadable, "\"" + path.string() + "\" cannot be written."};
     files_[path.string()] = content;
     return {};
   }
@@ -28,6 +30,12 @@ class MemoryFiles final : public FileSaver {
     MutexLock lock(mutex_);
     full_ = full;
   }
+  /// The next Save fails.
+  void FailNext() {
+    MutexLock lock(mutex_);
+    fail_next_ = true;
+  }
+  /// Nothing when there is no such file.
   [[nodiscard]] std::optional<std::string> Content(const std::filesystem::path& path) const {
     MutexLock lock(mutex_);
     const auto found = files_.find(path.string());
@@ -42,6 +50,7 @@ class MemoryFiles final : public FileSaver {
   mutable Mutex mutex_;
   std::map<std::string, std::string> files_ DJ_GUARDED_BY(mutex_);
   bool full_ DJ_GUARDED_BY(mutex_) = false;
+  bool fail_next_ DJ_GUARDED_BY(mutex_) = false;
   int saves_ DJ_GUARDED_BY(mutex_) = 0;
 };
 

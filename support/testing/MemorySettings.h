@@ -31,6 +31,8 @@ class MemorySettings final : public SettingsStore {
            std::string_view value) override {
     MutexLock lock(mutex_);
     values_[Name(application, section, key)] = value;
+    sets_.push_back(std::string(application) + "/" + std::string(section) + "/" + std::string(key) + "=" +
+                    std::string(value));
   }
   void Flush() override {
     MutexLock lock(mutex_);
@@ -46,6 +48,11 @@ class MemorySettings final : public SettingsStore {
   void OnRead(std::function<void(const std::string&)> listener) {
     MutexLock lock(mutex_);
     listener_ = std::move(listener);
+  }
+  /// "TLVG/Mixer/MixTime=8" of each set so far, in order.
+  [[nodiscard]] std::vector<std::string> Sets() const {
+    MutexLock lock(mutex_);
+    return sets_;
   }
   [[nodiscard]] int Flushes() const {
     MutexLock lock(mutex_);
@@ -65,6 +72,7 @@ class MemorySettings final : public SettingsStore {
 
   mutable Mutex mutex_;
   std::map<Address, std::string> values_ DJ_GUARDED_BY(mutex_);
+  std::vector<std::string> sets_ DJ_GUARDED_BY(mutex_);
   mutable std::vector<std::string> reads_ DJ_GUARDED_BY(mutex_);
   std::function<void(const std::string&)> listener_ DJ_GUARDED_BY(mutex_);
   int flushes_ DJ_GUARDED_BY(mutex_) = 0;

@@ -104,15 +104,15 @@ bool RealtimeGuardWorks() {
 }
 
 long CountRealtimeFaults(const std::function<void()>& work) {
-#ifdef DJ_GUARD_OFF
-  work();
-  return 0;
-#else
+#if DJ_REALTIME_GUARD
   counted = 0;
   counting = true;
   work();
   counting = false;
   return counted;
+#else
+  work();
+  return 0;
 #endif
 }
 

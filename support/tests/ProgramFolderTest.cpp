@@ -33,9 +33,11 @@ TEST_F(Folder, TurnsANameIntoANativePath) {
 
 TEST_F(Folder, FindsAFileUnderAnotherLetterCase) {
   Touch("DMXlibrary/Scanner.TLV");
-  EXPECT_EQ(folder_.Native("\\dmxLIBRARY\\scanner.tlv"), path_ / "DMXlibrary" / "Scanner.TLV");
+  EXPECT_TRUE(
+      fs::equivalent(folder_.Native("\\dmxLIBRARY\\scanner.tlv"), path_ / "DMXlibrary" / "Scanner.TLV"));
 }
 
+#ifndef _WIN32  // where names that differ by case alone are the same file
 TEST_F(Folder, PrefersTheExactNameThenTheFirstInByteOrder) {
   Touch("b.tlv");
   Touch("B.tlv");
@@ -44,6 +46,7 @@ TEST_F(Folder, PrefersTheExactNameThenTheFirstInByteOrder) {
   Touch("C.TLV");
   EXPECT_EQ(folder_.Native("\\c.Tlv").filename(), "C.TLV");
 }
+#endif
 
 TEST(Backslash, IsAddedOnce) {
   EXPECT_EQ(AddBackslash("C:"), "C:\\");

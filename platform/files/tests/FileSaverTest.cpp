@@ -19,7 +19,7 @@
 #include "platform/files/testing/HundredKills.h"
 #include "platform/files/testing/TestFolder.h"
 #include "support/testing/FileSaverContract.h"
-#include "support/testing/MemoryFileSaver.h"
+#include "support/testing/MemoryFiles.h"
 
 namespace platform::files {
 namespace {
@@ -50,12 +50,12 @@ class SaverInMemory {
  public:
   support::FileSaver& Saver() { return saver_; }
   [[nodiscard]] static fs::path Path() { return "index"; }
-  [[nodiscard]] std::string Content() const { return saver_.Content("index"); }
-  void FailNextSave() { saver_.FailOn(1); }
+  [[nodiscard]] std::string Content() const { return saver_.Content("index").value_or(""); }
+  void FailNextSave() { saver_.FailNext(); }
   void Repair() {}
 
  private:
-  support::testing::MemoryFileSaver saver_;
+  support::testing::MemoryFiles saver_;
 };
 
 using Savers = ::testing::Types<RealSaver, SaverInMemory>;

@@ -6,6 +6,7 @@
 #include <sched.h>
 #include <sys/resource.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <limits>
 #include <memory>
@@ -16,6 +17,13 @@
 
 namespace platform::files {
 namespace {
+
+TEST(Scratch, IsThereEvenWhenTheNamedFolderIsNot) {
+  ::setenv("TMPDIR", "/no/such/folder", 1);
+  const auto scratch = ScratchFolder();
+  ::unsetenv("TMPDIR");
+  EXPECT_TRUE(std::filesystem::is_directory(scratch)) << scratch;
+}
 
 TEST(MappedSamples, HoldWhatIsWrittenAndStartSilent) {
   const testing::TestFolder folder;

@@ -20,7 +20,7 @@
 #include "platform/files/testing/HundredKills.h"
 #include "platform/files/testing/TestFolder.h"
 #include "platform/settings/SettingsDisk.h"
-#include "support/testing/RecordingSettings.h"
+#include "support/testing/MemorySettings.h"
 #include "support/testing/SettingsStoreContract.h"
 
 namespace platform::settings {
@@ -92,7 +92,7 @@ class StoreInMemory {
   support::SettingsStore& Store() { return store_; }
 
  private:
-  support::testing::RecordingSettings store_;
+  support::testing::MemorySettings store_;
 };
 
 using Stores = ::testing::Types<RealStore, StoreInMemory>;

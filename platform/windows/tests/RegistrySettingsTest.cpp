@@ -6,7 +6,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "support/testing/RecordingSettings.h"
+#include "support/testing/MemorySettings.h"
 #include "support/testing/SettingsStoreContract.h"
 
 namespace platform::windows {
@@ -38,7 +38,7 @@ class StoreInMemory {
   support::SettingsStore& Store() { return store_; }
 
  private:
-  support::testing::RecordingSettings store_;
+  support::testing::MemorySettings store_;
 };
 
 using Stores = ::testing::Types<OwnRegistry, StoreInMemory>;

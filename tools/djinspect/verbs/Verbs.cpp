@@ -9,8 +9,11 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 2> kVerbs{
-    {{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex}, {"tags", "FILE", &InspectTags}}};
+constexpr std::array<Verb, 5> kVerbs{{{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+                                      {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
+                                      {"mp3gain", "FILE", &InspectMp3Gain},
+                                      {"presets", "FILE", &InspectPresets},
+                                      {"tags", "FILE", &InspectTags}}};
 
 ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";
@@ -55,7 +58,8 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
                                  [&](const Verb& candidate) { return candidate.name == arguments.front(); });
   if (verb == kVerbs.end()) return WrongUse(err);
   const auto parsed = ParseArguments(verb->arguments, arguments.subspan(1));
-  return parsed ? verb->run(*parsed, out, err) : WrongUse(err);
+  const ExitCode code = parsed ? verb->run(*parsed, out, err) : ExitCode::WrongUse;
+  return code == ExitCode::WrongUse ? WrongUse(err) : code;
 }
 
 std::string ReadableText(std::string_view bytes) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -32,7 +33,13 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
 
 // One file a verb.
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
+
+/// A whole file of at most 16 MB; nothing, and a sentence, when it cannot be read.
+[[nodiscard]] std::optional<std::string> WholeFile(const std::string& path, std::ostream& err);
 
 /// The text itself when it is UTF-8; else every byte as the Latin-1 character of that number, in UTF-8.
 [[nodiscard]] std::string ReadableText(std::string_view bytes);

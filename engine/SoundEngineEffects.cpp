@@ -1,0 +1,60 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The calls of SoundEngine on the effects of a playing stream.
+
+#include <cmath>
+
+#include "engine/SoundEngine.h"
+
+namespace engine {
+
+bool SoundEngine::BASS_ChannelGetAttributes(decks::StreamHandle handle, int& frequency, int& volume,
+                                            int& pan) {
+  const Playing* playing = FindPlaying(handle);
+  if (playing == nullptr) return false;
+  const Stream& stream = *playing->stream;
+  const double set_rate = stream.GetTempo().sample_rate;
+  frequency = set_rate == 0 ? stream.Store()->Format().sample_rate : static_cast<int>(std::lround(set_rate));
+  const std::uint64_t asked = stream.VolumeAsked();
+  volume = asked == 0 ? 100 : static_cast<int>(std::lround(Stream::VolumeOf(asked) * 100));
+  pan = static_cast<int>(std::lround(stream.Pan() * 100));
+  return true;
+}
+
+bool SoundEngine::BASS_FX_DSP_Set(decks::StreamHandle handle, int effect_type, int /*priority*/) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect) return false;
+  if (playing->equaliser == nullptr) {
+    playing->equaliser = std::make_unique<PeakingEqualiser>(playing->slot->Core().SampleRate());
+    playing->stream->SetEffect(playing->equaliser.get());
+  }
+  return playing->equaliser->AddBand();
+}
+
+bool SoundEngine::BASS_FX_DSP_SetParameters(decks::StreamHandle handle, int effect_type,
+                                            const decks::PeakingBand& band) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) {
+    return false;
+  }
+  return playing->equaliser->Set(band);
+}
+
+bool SoundEngine::BASS_FX_DSP_GetParameters(decks::StreamHandle handle, int effect_type,
+                                            decks::PeakingBand& band) {
+  const Playing* playing = FindPlaying(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) {
+    return false;
+  }
+  return playing->equaliser->Get(band);
+}
+
+void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int effect_type) {
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) return;
+  playing->equaliser->RemoveBands();  // what sounds glides back to flat, so the object stays
+}
+
+void SoundEngine::BASS_FX_BPM_Free(decks::StreamHandle /*stream*/) {}
+
+}  // namespace engine

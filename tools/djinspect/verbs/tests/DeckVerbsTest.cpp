@@ -1,0 +1,93 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "platform/codec/testing/MediaMaker.h"
+#include "tools/djinspect/verbs/Verbs.h"
+
+namespace tools::djinspect {
+namespace {
+
+using namespace std::chrono_literals;
+using platform::codec::testing::Silence;
+using platform::codec::testing::Tone;
+
+class DeckVerbsTest : public ::testing::Test {
+ protected:
+  ExitCode Inspect(const std::vector<std::string>& arguments) {
+    out_.str("");
+    err_.str("");
+    return djinspect::Run(arguments, out_, err_);
+  }
+  nlohmann::ordered_json Printed() const { return nlohmann::ordered_json::parse(out_.str()); }
+
+  platform::codec::testing::MediaMaker media_;
+  std::ostringstream out_, err_;
+};
+
+TEST_F(DeckVerbsTest, MixPointsAreBytesAndSeconds) {
+  const std::string path = media_.Write("a.wav", Silence(1s) + Tone(2s) + Silence(500ms));
+  ASSERT_EQ(Inspect({"mixpoints", path, "--gain-percent", "3"}), ExitCode::Read);
+  EXPECT_NEAR(Printed()["startSeconds"].get<double>(), 1, 0.001);
+  EXPECT_NEAR(Printed()["endSeconds"].get<double>(), 3, 0.001);
+  EXPECT_NEAR(Printed()["startBytes"].get<double>(), 176'400, 20);
+  EXPECT_NEAR(Printed()["endBytes"].get<double>(), 3 * 176'400, 20);
+  EXPECT_EQ(Printed()["lengthBytes"], 3.5 * 176'400);
+  const std::string of_three = out_.str();
+  ASSERT_EQ(Inspect({"mixpoints", "--gain-percent", "60", path}), ExitCode::Read);
+  EXPECT_NE(out_.str(), of_three);
+  ASSERT_EQ(Inspect({"mixpoints", path}), ExitCode::Read);
+  EXPECT_EQ(out_.str(), of_three);
+}
+
+TEST_F(DeckVerbsTest, MixPointsNeedAFileAndAPercentage) {
+  EXPECT_EQ(Inspect({"mixpoints", "gone.mp3", "--gain-percent", "3"}), ExitCode::NothingRead);
+  EXPECT_THAT(err_.str(), ::testing::HasSubstr("gone.mp3"));
+  for (const char* wrong : {"x", "-1", "101", "3.5", ""}) {
+    EXPECT_EQ(Inspect({"mixpoints", "gone.mp3", "--gain-percent", wrong}), ExitCode::WrongUse);
+  }
+  EXPECT_EQ(Inspect({"mixpoints", "gone.mp3", "--percent", "3"}), ExitCode::WrongUse);
+  EXPECT_EQ(Inspect({"mixpoints", "--gain-percent", "3"}), ExitCode::WrongUse);
+  EXPECT_THAT(err_.str(), ::testing::HasSubstr("djinspect mixpoints FILE"));
+}
+
+TEST_F(DeckVerbsTest, GainIsReadWhateverTheLineEnds) {
+  for (const std::string end : {"\r\n", "\n", "\r"}) {
+    const std::string path = media_.WriteBytes(
+        "gain.txt", "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain" + end +
+                        "a.mp3\t2\t3.7\t3899.187\t152\t127" + end);
+    ASSERT_EQ(Inspect({"mp3gain", path}), ExitCode::Read);
+    EXPECT_EQ(out_.str(),
+              "{\n  \"RadiodBGain\": 3.7,\n  \"CurrMaxAmp\": 3899.187,\n  \"CurrMaxGain\": 152,\n"
+              "  \"CurrMinGain\": 127\n}\n");
+  }
+}
+
+TEST_F(DeckVerbsTest, AnOutputWithoutAGainEndsWithOne) {
+  EXPECT_EQ(Inspect({"mp3gain", media_.WriteBytes("gain.txt", "a.mp3 is no mp3 file\n")}),
+            ExitCode::NothingRead);
+  EXPECT_EQ(Inspect({"mp3gain", media_.PathOf("gone.txt")}), ExitCode::NothingRead);
+}
+
+TEST_F(DeckVerbsTest, PresetsAreNamesWithTenNumbers) {
+  const std::string path =
+      media_.WriteBytes("EQ.tlv", "[Caf\xE9]\r\n1;2;3;4;5;6;7;8;9;-10;\r\n[Short]\r\n1;\r\n[End]");
+  ASSERT_EQ(Inspect({"presets", path}), ExitCode::Read);
+  EXPECT_EQ(Printed().size(), 2U);
+  EXPECT_EQ(Printed()[0]["name"], "Caf\xC3\xA9");
+  EXPECT_EQ(Printed()[0]["values"], (std::vector<int>{1, 2, 3, 4, 5, 6, 7, 8, 9, -10}));
+  EXPECT_EQ(Printed()[1]["values"], (std::vector<int>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
+TEST_F(DeckVerbsTest, AnEmptyPresetFileIsAnEmptyListAndAMissingOneEndsWithOne) {
+  EXPECT_EQ(Inspect({"presets", media_.WriteBytes("EQ.tlv", "")}), ExitCode::Read);
+  EXPECT_EQ(Printed(), nlohmann::ordered_json::array());
+  EXPECT_EQ(Inspect({"presets", media_.PathOf("gone.tlv")}), ExitCode::NothingRead);
+}
+
+}  // namespace
+}  // namespace tools::djinspect
