@@ -23,7 +23,7 @@ namespace ui {
 TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
     : QTableView(parent), rows_(model), skin_(skin) {
   setModel(&model);
-  setItemDelegate(new TrackDelegate(skin, this));
+  setItemDelegate(new TrackDelegate(skin, *this));
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
   setEditTriggers(NoEditTriggers);
@@ -56,6 +56,12 @@ void TrackGrid::TakeDrops() {
 
 void TrackGrid::SetHint(const QString& hint) {
   hint_ = hint;
+}
+
+void TrackGrid::SetActive(bool active) {
+  if (active == active_) return;
+  active_ = active;
+  viewport()->update();
 }
 
 int TrackGrid::ChosenRow() const {
