@@ -35,7 +35,8 @@ std::string Block(const std::string& name, const EqValues& values) {
 struct Edited {
   std::string text;
   bool found = false;
-  bool loose_name = false;  ///< a name at the end had no values, and is left out: it would take the next lines
+  bool loose_name =
+      false;  ///< a name at the end had no values, and is left out: it would take the next lines
 };
 
 /// The text with every block of the name left out; in the place of the first stands the replacement.

@@ -24,6 +24,8 @@ class StartUpOrderTest : public testing::Evening {
     settings_.OnRead(note);
     visualisation_.SetNames({"Spectrum", "Wave"});
   }
+  ~StartUpOrderTest() override { station_.reset(); }  // its shutdown still writes to the list
+
   /// Of the list, those that begin with one of these words; each run of the same word once.
   [[nodiscard]] Lines Order(const Lines& words) const {
     Lines order;

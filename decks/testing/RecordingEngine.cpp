@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
-#include <sstream>
 
+#include "decks/testing/CallText.h"
 #include "support/Text.h"
 
 namespace decks::testing {
@@ -13,22 +13,8 @@ namespace {
 
 using support::MutexLock;
 
-std::string Hex(std::uint64_t value) {
-  std::ostringstream text;
-  text << "0x" << std::hex << value;
-  return text.str();
-}
-
 support::Error NoSuchFile(const std::string& path) {
   return {support::ErrorCode::NotFound, "There is no file \"" + path + "\"."};
-}
-
-template <typename... Parts>
-std::string Line(const Parts&... parts) {
-  std::ostringstream text;
-  std::string_view gap;
-  ((text << gap << parts, gap = " "), ...);
-  return text.str();
 }
 
 }  // namespace
@@ -348,67 +334,10 @@ double RecordingEngine::BASS_ChannelBytes2Seconds(StreamHandle stream, support::
   return static_cast<double>(position.value) / (2 * found->file.channels) / found->file.sample_rate;
 }
 
-bool RecordingEngine::BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) {
-  MutexLock lock(mutex_);
-  const Stream* found = Record(Line("BASS_ChannelGetAttributes", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return false;
-  frequency = found->file.sample_rate;
-  volume = found->volume;
-  pan = 0;
-  return true;
-}
-
-bool RecordingEngine::BASS_FX_DSP_Set(StreamHandle stream, int effect_type, int priority) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_FX_DSP_Set", stream, effect_type, priority)) ? At(stream) : nullptr;
-  if (found == nullptr) return false;
-  found->bands.emplace_back().band = static_cast<int>(found->bands.size()) - 1;
-  return true;
-}
-
-bool RecordingEngine::BASS_FX_DSP_SetParameters(StreamHandle stream, int effect_type,
-                                                const PeakingBand& band) {
-  MutexLock lock(mutex_);
-  const std::string line = Line("BASS_FX_DSP_SetParameters", stream, effect_type, band.band, band.frequency,
-                                band.bandwidth, band.q, band.centre, band.gain);
-  Stream* found = Record(line) ? At(stream) : nullptr;
-  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
-  found->bands[static_cast<std::size_t>(band.band)] = band;
-  return true;
-}
-
-bool RecordingEngine::BASS_FX_DSP_GetParameters(StreamHandle stream, int effect_type, PeakingBand& band) {
-  MutexLock lock(mutex_);
-  const std::string line = Line("BASS_FX_DSP_GetParameters", stream, effect_type, band.band);
-  const Stream* found = Record(line) ? At(stream) : nullptr;
-  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
-  band = found->bands[static_cast<std::size_t>(band.band)];
-  return true;
-}
-
-std::vector<float> RecordingEngine::GainsOf(StreamHandle stream) const {
-  MutexLock lock(mutex_);
-  std::vector<float> gains;
-  if (const Stream* found = At(stream)) {
-    for (const PeakingBand& band : found->bands) gains.push_back(band.gain);
-  }
-  return gains;
-}
-
 bool RecordingEngine::DecodeFurther(StreamHandle decoder) {
   MutexLock lock(mutex_);
   Record(Line("DecodeFurther", decoder));
   return false;
-}
-
-void RecordingEngine::BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) {
-  MutexLock lock(mutex_);
-  Record(Line("BASS_FX_DSP_Remove", stream, effect_type));
-}
-
-void RecordingEngine::BASS_FX_BPM_Free(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  Record(Line("BASS_FX_BPM_Free", stream));
 }
 
 void RecordingEngine::Prepare(const std::string& path, std::function<void(support::Result<void>)> done) {

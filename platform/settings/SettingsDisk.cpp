@@ -72,7 +72,7 @@ void MakeFolderOf(const fs::path& file) {
 
 ProgramLock::ProgramLock(const fs::path& path, std::chrono::milliseconds patience)
     : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-  constexpr int kPause = 5;
+  constexpr int kPause = 1;  // a program that saves often leaves short gaps
   const auto until = std::chrono::steady_clock::now() + patience;
   while (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) != 0 && std::chrono::steady_clock::now() < until) {
     poll(nullptr, 0, kPause);

@@ -17,7 +17,7 @@ using support::MutexLock;
 using support::Result;
 
 constexpr std::chrono::seconds kRetryAfter{5};
-constexpr std::chrono::seconds kLockPatience{1};
+constexpr std::chrono::seconds kLockPatience{5};
 constexpr int kMostKeptAside = 1000;
 
 fs::path WithTail(const fs::path& path, const std::string& tail) {

@@ -134,9 +134,7 @@ QHBoxLayout* DeckPanel::MakeTransportRow() {
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.5);
   for (TransportButton* button : {to_start_, play_, stop_}) row->addWidget(button);
-  row->addSpacing(8);
   row->addWidget(MakeTempo(), 1);
-  row->addSpacing(8);
   row->addWidget(MakeTimes());
   return row;
 }
@@ -159,7 +157,7 @@ QWidget* DeckPanel::MakeTempo() {
     SetTempo(0);
   });
   auto* head = new QHBoxLayout;
-  SetSpacingEm(*head, 0, 0.5);
+  SetSpacingEm(*head, 0, 0.4);
   head->addWidget(caption);
   head->addWidget(tempo_value_, 1);
   head->addWidget(tempo_reset_);

@@ -114,6 +114,10 @@ int MusicPage::ChosenRow() const {
   return grid_->ChosenRow();
 }
 
+void MusicPage::SetActive(bool active) {
+  grid_->SetActive(active);
+}
+
 TrackRows MusicPage::ChosenRows() const {
   return {TableId::Catalogue, grid_->ChosenRows()};
 }

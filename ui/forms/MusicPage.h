@@ -34,6 +34,8 @@ class MusicPage final : public Surface {
   /// Table row (from 1) under the cursor; 0 is none.
   [[nodiscard]] int ChosenRow() const;
   [[nodiscard]] TrackRows ChosenRows() const;
+  /// Whether the keys that load take its rows.
+  void SetActive(bool active);
   void ChooseRow(int row);
   /// The keys go to the grid.
   void TakeFocus();

@@ -87,6 +87,10 @@ void PlaylistPanel::Reload(int row_to_choose) {
   ShowCount();
 }
 
+void PlaylistPanel::SetActive(bool active) {
+  grid_->SetActive(active);
+}
+
 TrackRows PlaylistPanel::ChosenRows() const {
   return {id_, grid_->ChosenRows()};
 }

@@ -31,6 +31,8 @@ class PlaylistPanel final : public Surface {
   /// After rows were moved or taken away by others.
   void Reload(int row_to_choose);
   [[nodiscard]] TrackRows ChosenRows() const;
+  /// Whether the keys that load take its rows.
+  void SetActive(bool active);
   [[nodiscard]] QSize sizeHint() const override;
 
  Q_SIGNALS:

@@ -118,7 +118,7 @@ void frmMain::Build() {
   ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
   if (page_ == 0) music_->TakeFocus();
-  active_ = TableId::Catalogue;
+  Activate(TableId::Catalogue);
   ShowFrame();
 }
 
@@ -181,7 +181,7 @@ QWidget* frmMain::MakePages(const Look& look) {
 
 QWidget* frmMain::MakeMusic(const Look& look) {
   music_ = new MusicPage(workstation_.Catalogue(), look);
-  connect(music_, &MusicPage::Entered, this, [this](TableId table) { active_ = table; });
+  connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
   connect(music_, &MusicPage::FilesWanted, this, &frmMain::AddFiles);
@@ -199,7 +199,7 @@ PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
   const auto width = number <= 2 ? PlaylistPanel::Width::Given : PlaylistPanel::Width::Stretches;
   auto* panel = new PlaylistPanel(number, workstation_, width, look);
   playlists_[static_cast<std::size_t>(number - 1)] = panel;
-  connect(panel, &PlaylistPanel::Entered, this, [this](TableId table) { active_ = table; });
+  connect(panel, &PlaylistPanel::Entered, this, &frmMain::Activate);
   connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(panel, &PlaylistPanel::RowsDropped, this, &frmMain::PutIntoPlaylist);
   connect(panel, &PlaylistPanel::FilesDropped, this, &frmMain::AddToPlaylist);
@@ -311,6 +311,14 @@ void frmMain::Load(int deck, const TrackRows& rows) {
 
 PlaylistPanel& frmMain::PanelOf(TableId playlist) const {
   return *playlists_[static_cast<std::size_t>(playlist) - 1];
+}
+
+void frmMain::Activate(TableId table) {
+  active_ = table;
+  music_->SetActive(table == TableId::Catalogue);
+  for (std::size_t i = 0; i < playlists_.size(); ++i) {
+    playlists_[i]->SetActive(table == PlaylistId(static_cast<int>(i) + 1));
+  }
 }
 
 TrackRows frmMain::ChosenRows() const {

@@ -68,6 +68,8 @@ class frmMain final : public QMainWindow {
   void LoadOnFreeDeck(const TrackRows& rows);
   /// The first of the rows.
   void Load(int deck, const TrackRows& rows);
+  /// From now on the keys that load take this list's rows.
+  void Activate(TableId table);
   /// The rows that are chosen in the list that had the keys last.
   [[nodiscard]] TrackRows ChosenRows() const;
   void PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving);

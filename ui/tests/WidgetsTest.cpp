@@ -10,6 +10,7 @@
 
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LevelMeter.h"
+#include "ui/widgets/RunningWave.h"
 #include "ui/widgets/WaveOverview.h"
 
 namespace ui {
@@ -149,6 +150,70 @@ TEST_F(WaveOverviewTest, MovingOnRepaintsAFewColumnsOnly) {
   EXPECT_LE(pixels, 10 * overview.height());
 }
 
+std::shared_ptr<const music::Wave> LoudFrom(int second, int seconds) {
+  music::Wave wave;
+  for (int i = 0; i < seconds * music::Wave::kColumnsASecond; ++i) {
+    const bool loud = i >= second * music::Wave::kColumnsASecond;
+    wave.fine.push_back(loud ? music::WaveColumn{-127, 127, 200, 100, 50} : music::WaveColumn{});
+  }
+  wave.overview.resize(200);
+  return std::make_shared<const music::Wave>(wave);
+}
+
+class RunningWaveTest : public ::testing::Test {
+ protected:
+  RunningWaveTest() { running.resize(300, 80); }
+  /// Colour so many pixels right of the place that is heard, a little below the top.
+  QColor Right(int pixels) { return running.grab().toImage().pixelColor(100 + pixels, 8); }
+  RunningWave running{Dark(), Qt::blue};
+  QSignalSpy sought{&running, &RunningWave::SeekWanted};
+};
+
+TEST_F(RunningWaveTest, WhatIsLoudReachesTheMarkWhenItIsHeard) {
+  const auto wave = LoudFrom(20, 40);
+  running.Show(19s, 40s, wave);
+  const QColor quiet = Right(5);
+  EXPECT_EQ(Right(60), quiet);
+  running.Show(20s, 40s, wave);
+  EXPECT_NE(Right(5), quiet);
+  EXPECT_EQ(Right(-5), quiet);
+}
+
+TEST_F(RunningWaveTest, MovingOnDrawsOnlyTheTilesThatCome) {
+  const auto wave = LoudFrom(20, 40);
+  running.Show(10s, 40s, wave);
+  PaintWatch watch(running);
+  const int before = running.TilesDrawn();
+  for (int i = 1; i <= 50; ++i) {
+    running.Show(10s + i * 20ms, 40s, wave);
+    watch.TakePixels();
+  }
+  EXPECT_LE(running.TilesDrawn() - before, 1);
+}
+
+TEST_F(RunningWaveTest, ADragGoesToThePlaceUnderTheMark) {
+  running.Show(20s, 40s, LoudFrom(20, 40));
+  QTest::mousePress(&running, Qt::LeftButton, {}, QPoint(100, 30));
+  QTest::mouseMove(&running, QPoint(20, 30));
+  QTest::mouseRelease(&running, Qt::LeftButton, {}, QPoint(20, 30));
+  ASSERT_EQ(sought.size(), 1);
+  const double seconds = double(sought.at(0).at(0).value<microseconds>().count()) / 1e6;
+  EXPECT_GT(seconds, 20.5);
+  EXPECT_LT(seconds, 22);
+}
+
+TEST_F(RunningWaveTest, ATouchWithoutAMoveGoesNowhere) {
+  running.Show(20s, 40s, LoudFrom(20, 40));
+  QTest::mouseClick(&running, Qt::LeftButton, {}, QPoint(100, 30));
+  EXPECT_EQ(sought.size(), 0);
+}
+
+TEST(WavePaint, OnePixelKeepsWhatSticksOutOfItsColumns) {
+  const music::WaveColumn columns[] = {{-3, 90, 10, 0, 7}, {-80, 5, 2, 30, 0}};
+  EXPECT_EQ(Together(columns), (music::WaveColumn{-80, 90, 10, 30, 7}));
+  EXPECT_EQ(Together({}), music::WaveColumn{});
+}
+
 class FaderTest : public ::testing::Test {
  protected:
   FaderTest() {
@@ -171,6 +236,14 @@ TEST_F(FaderTest, ADragMovesItByTheWayOfTheHand) {
   EXPECT_LT(fader.value(), 65);
   QTest::mouseMove(&fader, QPoint(20, 2000));
   EXPECT_EQ(fader.value(), 0);
+  QTest::mouseRelease(&fader, Qt::LeftButton, {}, QPoint(20, 2000));
+}
+
+TEST_F(FaderTest, TurnedUpsideDownItStillFollowsTheHand) {
+  fader.setInvertedAppearance(true);
+  QTest::mousePress(&fader, Qt::LeftButton, {}, QPoint(20, 100));
+  QTest::mouseMove(&fader, QPoint(20, 2000));
+  EXPECT_EQ(fader.value(), 100);
   QTest::mouseRelease(&fader, Qt::LeftButton, {}, QPoint(20, 2000));
 }
 

@@ -5,6 +5,8 @@
 #include <QFontInfo>
 #include <QPainter>
 
+#include "ui/widgets/TrackGrid.h"
+
 namespace ui {
 namespace {
 
@@ -12,7 +14,8 @@ constexpr int kBarWidth = 4;
 
 }  // namespace
 
-TrackDelegate::TrackDelegate(const Skin& skin, QObject* parent) : QStyledItemDelegate(parent), skin_(skin) {}
+TrackDelegate::TrackDelegate(const Skin& skin, TrackGrid& grid)
+    : QStyledItemDelegate(&grid), skin_(skin), grid_(grid) {}
 
 void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                           const QModelIndex& index) const {
@@ -22,7 +25,7 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QVariant colour = index.data(Qt::ForegroundRole);
   const QString text = index.data(Qt::DisplayRole).toString();
   const int alignment = index.data(Qt::TextAlignmentRole).toInt();
-  if (chosen && index.column() == 0) {
+  if (chosen && index.column() == 0 && grid_.IsActive()) {
     painter->fillRect(option.rect.adjusted(0, 0, kBarWidth - option.rect.width(), 0), skin_.text);
   }
   if (alignment == Qt::AlignCenter) {

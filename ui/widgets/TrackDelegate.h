@@ -8,13 +8,16 @@
 
 namespace ui {
 
+class TrackGrid;
+
 /// Paints the cells of a track grid: plainly and quickly, the deck that holds a track as a chip of its
-/// colour, the chosen row with a bar in front.
+/// colour, the chosen rows with a bar in front where the keys take them.
 class TrackDelegate final : public QStyledItemDelegate {
   Q_OBJECT
 
  public:
-  TrackDelegate(const Skin& skin, QObject* parent = nullptr);
+  /// The grid owns it.
+  TrackDelegate(const Skin& skin, TrackGrid& grid);
 
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
@@ -23,6 +26,7 @@ class TrackDelegate final : public QStyledItemDelegate {
                  const QColor& colour) const;
 
   const Skin& skin_;
+  const TrackGrid& grid_;
 };
 
 }  // namespace ui

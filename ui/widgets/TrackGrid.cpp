@@ -23,7 +23,7 @@ namespace ui {
 TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
     : QTableView(parent), rows_(model), skin_(skin) {
   setModel(&model);
-  setItemDelegate(new TrackDelegate(skin, this));
+  setItemDelegate(new TrackDelegate(skin, *this));
   setSelectionBehavior(SelectRows);
   setSelectionMode(ExtendedSelection);
   setEditTriggers(NoEditTriggers);
@@ -43,6 +43,9 @@ TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableView::doubleClicked, this,
           [this](const QModelIndex& index) { Q_EMIT Chosen(TrackModel::TableRow(index)); });
+  // Without anything to roll through there is no handle to see.
+  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
+          [this](int low, int high) { verticalScrollBar()->setEnabled(high > low); });
   SizeRows();
 }
 
@@ -53,6 +56,12 @@ void TrackGrid::TakeDrops() {
 
 void TrackGrid::SetHint(const QString& hint) {
   hint_ = hint;
+}
+
+void TrackGrid::SetActive(bool active) {
+  if (active == active_) return;
+  active_ = active;
+  viewport()->update();
 }
 
 int TrackGrid::ChosenRow() const {

@@ -25,6 +25,9 @@ class TrackGrid final : public QTableView {
   void TakeDrops();
   /// Shown where there are no rows.
   void SetHint(const QString& hint);
+  /// Whether the keys that load take its rows; only there a bar marks what is chosen.
+  void SetActive(bool active);
+  [[nodiscard]] bool IsActive() const { return active_; }
   /// Table row (from 1) under the cursor; 0 is none.
   [[nodiscard]] int ChosenRow() const;
   /// Table rows that are chosen, ascending.
@@ -72,6 +75,7 @@ class TrackGrid final : public QTableView {
   const Skin& skin_;
   QString hint_;
   bool takes_drops_ = false;
+  bool active_ = false;
   int gap_ = 0;  ///< row before which a drop would come; 0 is none
 };
 

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QRadioButton>
+#include <QSlider>
+#include <QTemporaryDir>
+#include <QTextBrowser>
+#include <fstream>
+
+#include "ui/tests/Booth.h"
+
+namespace ui::testing {
+namespace {
+
+/// The settings page, the master volume and what the workstation shows through the window.
+class SettingsTest : public Booth {
+ protected:
+  SettingsTest() {
+    Open();
+    RunWorkers();  // one of them opens the system's mixer
+  }
+
+  void Apply(const char* option) {
+    Press(Qt::Key_8, Qt::ControlModifier);
+    QTest::mouseClick(&Find<QRadioButton>(option), Qt::LeftButton, {}, QPoint(8, 8));
+    Click("Apply");
+  }
+  void RunWorkers() {
+    for (int i = 0; i < 3; ++i) {
+      workers.RunAll();
+      Settle();
+    }
+  }
+  void MakeFile(const char* name) {
+    std::ofstream(folder.filePath(QLatin1String(name)).toStdString()) << "sound";
+    tags.AddFile(folder.filePath(QLatin1String(name)).toStdString());
+  }
+  std::string Stored(const char* section, const char* key) { return settings.Get("TLVG", section, key, ""); }
+
+  QTemporaryDir folder;
+};
+
+TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
+  MakeFile("a.mp3");
+  MakeFile("b.ogg");
+  Find<QLineEdit>("Directory").setText(folder.path());
+  Apply("ReindexMusic");
+  EXPECT_TRUE(Find<QWidget>("CancelScan").isVisible());
+  RunWorkers();
+  EXPECT_EQ(station->Catalogue().Rows(), 2);
+  EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("2 tracks"));
+  EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("2 found.")));
+  EXPECT_FALSE(Find<QWidget>("CancelScan").isVisible());
+}
+
+TEST_F(SettingsTest, ACancelledScanLeavesTheCatalogue) {
+  MakeFile("a.mp3");
+  Find<QLineEdit>("Directory").setText(folder.path());
+  Apply("ReindexMusic");
+  Click("CancelScan");
+  RunWorkers();
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("Nothing was changed.")));
+}
+
+TEST_F(SettingsTest, AFolderThatIsNotThereIsToldAndChangesNothing) {
+  Find<QLineEdit>("Directory").setText(QStringLiteral("/there/is/none"));
+  Apply("ReindexKaraoke");
+  RunWorkers();
+  EXPECT_TRUE(TextOf("ScanProgress").contains(QStringLiteral("/there/is/none")));
+}
+
+TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {
+  Apply("ChooseDirectory");
+  Find<QFileDialog>("DirectoryDialog").close();
+  EXPECT_EQ(Stored("Settings", "Directory"), "");
+  Apply("ChooseDirectory");
+  auto& dialog = Find<QFileDialog>("DirectoryDialog");
+  EXPECT_FALSE(dialog.isModal());
+  Q_EMIT dialog.fileSelected(folder.path());
+  EXPECT_EQ(Stored("Settings", "Directory"), folder.path().toStdString());
+  EXPECT_EQ(Find<QLineEdit>("Directory").text(), folder.path());
+}
+
+TEST_F(SettingsTest, ChannelColoursAreKeptForAsManyChannelsAsThereAre) {
+  Choose("ConsoleSize", 0);
+  EXPECT_FALSE(Find<QWidget>("Color17").isVisible());
+  Apply("KeepColours");
+  EXPECT_EQ(Stored("Channels", "Color2"), "25855");
+  EXPECT_EQ(Stored("Channels", "Color16"), "10748068");
+  EXPECT_EQ(Stored("Channels", "Color17"), "");
+  EXPECT_EQ(Stored("Setup", "ConsoleSize"), "16");
+}
+
+TEST_F(SettingsTest, TheManualOpensInAWindowOfItsOwnAndSaysWhereItShouldBe) {
+  Apply("OpenHelp");
+  auto& manual = Find<QTextBrowser>("Manual");
+  EXPECT_TRUE(manual.isWindow());
+  EXPECT_TRUE(manual.toPlainText().contains(QStringLiteral("introduction.htm")));
+  QTest::keyClick(&manual, Qt::Key_Escape);
+  Settle();
+  EXPECT_EQ(window->findChild<QTextBrowser*>(QStringLiteral("Manual")), nullptr);
+}
+
+TEST_F(SettingsTest, WithoutASystemVolumeTheMainVolumeRests) {
+  EXPECT_FALSE(Find<QSlider>("MainVolume").isEnabled());
+}
+
+TEST_F(SettingsTest, TheMainVolumeFollowsTheSystemAndMovesIt) {
+  mixer.Move(100);
+  Settle();
+  auto& slider = Find<QSlider>("MainVolume");
+  EXPECT_TRUE(slider.isEnabled());
+  EXPECT_EQ(slider.value(), 0) << "0 is loudest";
+  EXPECT_EQ(TextOf("MainVolumeValue"), QStringLiteral("100 %"));
+  slider.setFocus();
+  QTest::keyClick(&slider, Qt::Key_PageDown);
+  Settle();
+  EXPECT_EQ(slider.value(), 10) << "down is softer";
+  EXPECT_EQ(mixer.Volume(), 90);
+}
+
+TEST_F(SettingsTest, ASystemVolumeMovedElsewhereMovesTheSlider) {
+  mixer.Move(0);
+  Settle();
+  EXPECT_EQ(Find<QSlider>("MainVolume").value(), 99);
+  EXPECT_EQ(TextOf("MainVolumeValue"), QStringLiteral("0 %"));
+}
+
+}  // namespace
+
+namespace {
+
+class BrokenDeviceTest : public Booth {};
+
+TEST_F(BrokenDeviceTest, ADeviceThatCannotBeOpenedIsToldInABoxThatBlocksNothing) {
+  engine.BreakDevice(2);
+  settings.Set("TLVG", "Preferences", "Outputs", "2");
+  settings.Set("TLVG", "Devices", "Device2", "2");
+  station = std::make_unique<app::Workstation>(
+      app::Ports{engine, engine, tags, settings, files, workers, clock}, support::ProgramFolder("folder"),
+      app::Workstation::Conducting::ByHand);
+  station->StartUp();
+  Open();
+  workers.RunAll();
+  Settle();
+  auto* box = window->findChild<QMessageBox*>(QStringLiteral("MessageBox"));
+  ASSERT_NE(box, nullptr);
+  EXPECT_FALSE(box->isModal());
+  EXPECT_TRUE(box->text().contains(QStringLiteral("USB card")));
+  window.reset();
+}
+
+}  // namespace
+}  // namespace ui::testing
