@@ -3,6 +3,7 @@
 #include "benchmarks/Report.h"
 
 #include <time.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cassert>

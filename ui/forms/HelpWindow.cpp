@@ -42,7 +42,7 @@ QTextBrowser* HelpWindow::MakeViewer() {
   viewer->setWindowFlag(Qt::Window);
   viewer->setAttribute(Qt::WA_DeleteOnClose);
   viewer->setOpenExternalLinks(false);
-  viewer->setFont(owner_.font());
+  ApplyBaseSize(*viewer, owner_.font().pointSizeF());
   viewer->document()->setDocumentMargin(Em(owner_, 2));
   viewer->resize(Em(owner_, 56), Em(owner_, 48));
   Name(*viewer, QStringLiteral("Manual"), (*say_)(Say::HelpCaption), (*say_)(Say::HelpTip));

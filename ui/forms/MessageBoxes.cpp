@@ -16,16 +16,25 @@ QMessageBox* MakeBox(QWidget& owner, QMessageBox::Icon icon, const QString& text
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setModal(false);
   box->setTextFormat(Qt::PlainText);
-  box->setFont(owner.font());
   return box;
 }
 
 QPushButton* AddButton(QMessageBox& box, const QString& name, const QString& caption,
                        QMessageBox::ButtonRole role) {
-  QPushButton* button = box.addButton(caption, role);
+  auto* button = new QPushButton(caption);
   SetKind(*button, "plain");
   Name(*button, name, caption, caption);
+  box.addButton(button, role);
   return button;
+}
+
+/// Below the middle of its window, where it hides lists and no deck.
+void ShowOverLists(QMessageBox& box, const QWidget& owner) {
+  ApplyBaseSize(box, owner.font().pointSizeF());
+  box.adjustSize();
+  const QPoint middle = owner.mapToGlobal(QPoint(owner.width() / 2, owner.height() * 3 / 4));
+  box.move(middle - box.rect().center());
+  box.show();
 }
 
 }  // namespace
@@ -34,7 +43,7 @@ void MessageBoxes::Tell(const std::string& sentence) {
   QMessageBox* box = MakeBox(owner_, QMessageBox::Warning, Decode(sentence));
   box->setObjectName(QStringLiteral("MessageBox"));
   AddButton(*box, QStringLiteral("MessageClose"), (*say_)(Say::Close), QMessageBox::AcceptRole);
-  box->show();
+  ShowOverLists(*box, owner_);
 }
 
 void MessageBoxes::Ask(const QString& object_name, const QString& question, const QString& yes,
@@ -48,7 +57,7 @@ void MessageBoxes::Ask(const QString& object_name, const QString& question, cons
   box->setDefaultButton(leave);
   box->setEscapeButton(leave);
   QObject::connect(agree, &QPushButton::clicked, &owner_, std::move(then));
-  box->show();
+  ShowOverLists(*box, owner_);
 }
 
 }  // namespace ui

@@ -105,6 +105,17 @@ TEST_F(SettingsTest, TheManualOpensInAWindowOfItsOwnAndSaysWhereItShouldBe) {
   EXPECT_EQ(window->findChild<QTextBrowser*>(QStringLiteral("Manual")), nullptr);
 }
 
+TEST_F(SettingsTest, TheKeysReachDecksAndPagesWhileTheManualIsRead) {
+  DoubleClickRow(1);
+  Press(Qt::Key_F12);
+  auto& manual = Find<QTextBrowser>("Manual");
+  QTest::keyClick(&manual, Qt::Key_F1);
+  QTest::keyClick(&manual, Qt::Key_8, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(Deck(1).state, State::Playing);
+  EXPECT_TRUE(Find<QWidget>("SettingsPage").isVisible());
+}
+
 TEST_F(SettingsTest, WithoutASystemVolumeTheMainVolumeRests) {
   EXPECT_FALSE(Find<QSlider>("MainVolume").isEnabled());
 }

@@ -12,7 +12,7 @@ namespace {
 /// Bands are root mean squares, far below the peaks around them; so much taller they fill the outline.
 constexpr double kBassGain = 1.9;
 constexpr double kMidGain = 1.9;
-constexpr double kTrebleGain = 2.6;
+constexpr double kTrebleGain = 1.7;
 
 QColor Mix(const QColor& a, const QColor& b, double share_of_b) {
   const auto part = [share_of_b](int x, int y) { return static_cast<int>(x + (y - x) * share_of_b); };
