@@ -28,3 +28,8 @@ if(DJ_SANITIZE)
                                               -fno-omit-frame-pointer)
   target_link_options(dj_options INTERFACE -fsanitize=${DJ_SANITIZE})
 endif()
+
+if(CMAKE_CROSSCOMPILING AND DJ_BUILD_TESTS)
+  # Debian has GoogleTest for its own system alone, and its source for all others.
+  add_subdirectory(/usr/src/googletest ${CMAKE_BINARY_DIR}/googletest EXCLUDE_FROM_ALL SYSTEM)
+endif()
