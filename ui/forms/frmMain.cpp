@@ -74,6 +74,8 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
 
 frmMain::~frmMain() {
   workstation_.AttachWindow(nullptr, nullptr);
+  // Before the words and colours that its parts still ask for while they go.
+  delete takeCentralWidget();
 }
 
 void frmMain::ReadChoices() {
