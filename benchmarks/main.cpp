@@ -1,16 +1,34 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
 #include <cstdio>
+#include <span>
 #include <string_view>
 
 #include "benchmarks/Bench.h"
 
+namespace {
+
+struct Part {
+  std::string_view name;
+  std::vector<bench::Figure> (*measure)();
+};
+
+constexpr std::array<Part, 3> kParts{
+    {{"index", bench::MeasureIndex}, {"engine", bench::MeasureEngine}, {"window", bench::MeasureWindow}}};
+
+}  // namespace
+
+/// Measures the parts named, all of them where none is.
 int main(int argc, char* argv[]) {
   if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
+  const std::span chosen(argv + 1, argv + argc);
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
   bench::PrintHead();
-  bench::Print(bench::MeasureIndex());
-  bench::Print(bench::MeasureEngine());
-  bench::Print(bench::MeasureWindow());
+  for (const Part& part : kParts) {
+    const bool wanted = std::find(chosen.begin(), chosen.end(), part.name) != chosen.end();
+    if (wanted || chosen.empty()) bench::Print(part.measure());
+  }
   return 0;
 }

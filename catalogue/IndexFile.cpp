@@ -106,14 +106,13 @@ std::optional<IndexReport> Sum(const std::optional<IndexReport>& a, const std::o
 IndexParser::IndexParser(track_table& table) : table_(table), unescaped_(table.Columns().size()) {}
 
 void IndexParser::Feed(std::string_view piece) {
-  const bool plain = piece.find('\\') == std::string_view::npos;
   while (!piece.empty()) {
     if (after_return_ && piece.front() == '\n') piece.remove_prefix(1);
     after_return_ = false;
+    if (unfinished_.empty() && !skipping_) TakePlainLines(piece);
     const std::size_t end = FindLineEnd(piece);
     const std::string_view part = piece.substr(0, end);
     if (unfinished_.size() + part.size() > kLongestLine) skipping_ = true;
-    plain_ = plain_ && plain;
     if (end == std::string_view::npos) {
       if (!skipping_) unfinished_ += part;
       return;
@@ -124,7 +123,6 @@ void IndexParser::Feed(std::string_view piece) {
       TakeLine(unfinished_.append(part));
     }
     unfinished_.clear();
-    plain_ = true;
     after_return_ = piece[end] == '\r';
     piece.remove_prefix(end + 1);
   }
@@ -136,13 +134,18 @@ IndexReport IndexParser::Finish() {
   return report_;
 }
 
+void IndexParser::TakePlainLines(std::string_view& piece) {
+  const int before = table_.Rows();
+  piece.remove_prefix(table_.AddLines(piece));
+  report_.rows += table_.Rows() - before;
+}
+
 void IndexParser::TakeLine(std::string_view line) {
   if (skipping_) {
     skipping_ = false;
     ++report_.broken_rows;
     return;
   }
-  if (plain_) return Count(table_.AddTabbedRow(line));
   const std::size_t columns = table_.Columns().size();
   cells_.clear();
   for (std::size_t tab = line.find('\t'); tab != std::string_view::npos; tab = line.find('\t')) {
@@ -208,10 +211,12 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
 IndexPrinter::IndexPrinter(const track_table& table) : table_(table), cells_(table.Columns().size()) {}
 
 std::string_view IndexPrinter::Next() {
+  const track_table::Lines lines = table_.LinesFrom(row_);
+  row_ += lines.rows;
+  if (lines.rows > 0) return lines.text;
   piece_.clear();
-  for (; row_ <= table_.Rows() && piece_.size() < kPiece; ++row_) {
-    if (!table_.AppendPlainRow(row_, piece_)) AppendRow();
-    piece_ += "\r\n";
+  for (; row_ <= table_.Rows() && table_.LinesFrom(row_).rows == 0 && piece_.size() < kPiece; ++row_) {
+    AppendRow();
   }
   return piece_;
 }
@@ -224,6 +229,7 @@ void IndexPrinter::AppendRow() {
     AppendEscaped(piece_, cell);
     separator = "\t";
   }
+  piece_ += "\r\n";
 }
 
 std::string IndexText(const track_table& table) {

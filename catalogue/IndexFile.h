@@ -35,13 +35,14 @@ class IndexParser {
   IndexReport Finish();
 
  private:
+  /// Takes those that the piece begins with off it.
+  void TakePlainLines(std::string_view& piece);
   void TakeLine(std::string_view line);
   void Count(std::size_t cells);
   [[nodiscard]] bool Unescape(std::string_view& cell, std::string& storage) const;
 
   track_table& table_;
   std::string unfinished_;
-  bool plain_ = true;      ///< no piece of this line holds a backslash
   bool skipping_ = false;  ///< to the end of a line that is too long
   bool after_return_ = false;
   std::vector<std::string_view> cells_;

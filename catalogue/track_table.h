@@ -35,8 +35,9 @@ inline constexpr int kArtist = 1, kTitle = 2, kOrigin = 3, kGenre = 4, kTime = 5
 /// playlist.
 ///
 /// Rows move between tables cell by cell; hidden columns travel with them. Made for a million rows: they lie
-/// packed in blocks, and a copy of the table shares the blocks until one side changes them, so that a worker
-/// is given a snapshot without a wait. Threads: one at a time; different copies are independent.
+/// in blocks as the lines of their index, and a copy of the table shares the blocks until one side changes
+/// them, so that a worker is given a snapshot without a wait. Threads: one at a time; different copies are
+/// independent.
 class track_table {
  public:
   /// A longer text is cut to this many bytes.
@@ -64,12 +65,17 @@ class track_table {
   /// Appends a row with these cells; missing ones are empty, surplus ones dropped. The cells may be views
   /// into this table.
   int AddRow(std::span<const std::string_view> cells);
-  /// Appends a row whose cells stand in one text with a tab between them. Gives how many there are; where
-  /// that is not one for each column, no row is added.
-  std::size_t AddTabbedRow(std::string_view text);
-  /// Appends the row's cells, a tab between them, to the text. False and nothing appended where a cell is
-  /// long or holds a character below the blank or a backslash.
-  [[nodiscard]] bool AppendPlainRow(int row, std::string& text) const;
+  /// Appends a row for each plain line that the text begins with, a tab between cells and CR LF behind them,
+  /// and gives the bytes taken. Stops before a line with a cell too many or too few, a control character or a
+  /// backslash in one, or without its end.
+  std::size_t AddLines(std::string_view text);
+  struct Lines {
+    std::string_view text;
+    int rows = 0;
+  };
+  /// The rows from this one on that lie together as such lines; none where this one is not plain. Valid until
+  /// the table changes.
+  [[nodiscard]] Lines LinesFrom(int row) const;
   /// Copies a row's cells in column order to a new row of this table.
   int AppendFrom(const track_table& other, int row);
   /// Moves all rows of another table of the same columns behind our own.
@@ -92,10 +98,11 @@ class track_table {
 
   [[nodiscard]] bool Has(int row, int column) const;
   /// Empty for a row that is not there.
-  [[nodiscard]] std::string_view Packed(int row) const;
+  [[nodiscard]] std::string_view Row(int row) const;
   [[nodiscard]] Place Find(int row) const;
   Block& Writable(std::size_t slot);
-  Block& BlockForOneMore();
+  /// The last block, or a new one where it does not hold so many more rows.
+  Block& BlockFor(std::size_t rows, std::size_t bytes);
 
   std::span<const Column> columns_;
   std::vector<Slot> slots_;

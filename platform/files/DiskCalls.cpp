@@ -32,6 +32,13 @@ int DiskCalls::Sync(int file) {
   return fsync(file);
 }
 
+void DiskCalls::StartSync([[maybe_unused]] int file, [[maybe_unused]] off_t from,
+                          [[maybe_unused]] off_t size) {
+#ifdef SYNC_FILE_RANGE_WRITE
+  static_cast<void>(sync_file_range(file, from, size, SYNC_FILE_RANGE_WRITE));
+#endif
+}
+
 int DiskCalls::Rename(const std::filesystem::path& from, const std::filesystem::path& to) {
   return std::rename(from.c_str(), to.c_str());
 }

@@ -22,6 +22,8 @@ class DiskCalls {
   /// Takes over the rights and, where we may, the owner of the file that is replaced.
   virtual int CopyRights(int file, const struct stat& from);
   virtual int Sync(int file);
+  /// Lets the disk begin with a part of the file, and waits for nothing; Sync tells how it went.
+  virtual void StartSync(int file, off_t from, off_t size);
   virtual int Rename(const std::filesystem::path& from, const std::filesystem::path& to);
   virtual int Remove(const std::filesystem::path& path);
   virtual int SyncFolder(const std::filesystem::path& folder);

@@ -25,6 +25,7 @@ using support::Result;
 constexpr std::string_view kDraftMark = ".saving-";
 constexpr int kMaxLinks = 40;  // as many as Linux follows itself
 constexpr int kMaxNames = 100;
+constexpr off_t kSyncEvery = 8 << 20;  // bytes, so that the disk works while we write on
 
 Error SaveError(const fs::path& path, int reason) {
   const std::string name = path.string();
@@ -100,6 +101,11 @@ class Draft {
       if (written < 0 && errno == EINTR) continue;
       if (written < 0) return false;
       content.remove_prefix(static_cast<std::size_t>(written));
+      written_ += written;
+    }
+    if (written_ - begun_ >= kSyncEvery) {
+      calls_.StartSync(file_, begun_, written_ - begun_);
+      begun_ = written_;
     }
     return true;
   }
@@ -114,6 +120,8 @@ class Draft {
   DiskCalls& calls_;
   fs::path path_;
   int file_;
+  off_t written_ = 0;
+  off_t begun_ = 0;  ///< of them the disk has begun with
   bool swapped_in_ = false;
 };
 
