@@ -2,140 +2,93 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Reindex.h"
 
-#include <atomic>
-#include <filesystem>
-#include <optional>
 #include <utility>
-#include <vector>
-
-#include "catalogue/AddFile.h"
 
 namespace app {
-namespace {
 
-template <typename Cells>
-void Append(catalogue::track_table& table, const Cells& cells) {
-  table.AddRow(std::vector<std::string_view>(cells.begin(), cells.end()));
-}
-
-}  // namespace
-
-/// The job's until it has reported, then the owner's; but for the atomics.
+/// The owner's, but for the rows while a worker makes changes to them.
 struct Reindex::Scan {
-  Scan(std::string tree, Done when_done, const Reindex& owner)
+  Scan(std::string tree, Done when_done, const catalogue::track_table& table)
       : folder(std::move(tree)),
         report(std::move(when_done)),
-        mode(owner.mode_),
-        tags(owner.tags_),
-        workers(owner.workers_),
-        gate(owner.gate_),
-        scratch(owner.scratch_),
-        rows(owner.table_.Columns()) {}
-
-  [[nodiscard]] bool Wanted() const { return !cancelled && !gate->Closed(); }
-  void List();
-  void TakeOne(const std::string& path);
+        copy(table),
+        found{{}, catalogue::track_table(table.Columns())} {}
 
   const std::string folder;
   const Done report;
-  const catalogue::ScanMode mode;
-  catalogue::TagReader& tags;
-  support::Executor& workers;
-  const std::shared_ptr<WorkGate> gate;
-  catalogue::TagScratch& scratch;
-  std::function<void(const std::shared_ptr<Scan>&)> finish;
-  std::optional<std::vector<std::string>> files;
-  catalogue::track_table rows;
-  int left_out = 0;
-  bool missing = false;
-  std::atomic<bool> cancelled{false};
-  std::atomic<int> done{0};
-  std::atomic<int> total{0};
+  catalogue::track_table copy;  ///< the table as the rows found know it
+  ScanFound found;
+  bool cancelled = false;
 };
 
-void Reindex::Scan::List() {
-  std::error_code error;
-  missing = !std::filesystem::is_directory(folder, error);
-  files.emplace();
-  for (const std::string_view mask : catalogue::MasksOf(mode)) {
-    auto pass = catalogue::ListFolder(folder, mask, [this] { return Wanted(); });
-    files->insert(files->end(), std::make_move_iterator(pass.files.begin()),
-                  std::make_move_iterator(pass.files.end()));
-  }
-  total = static_cast<int>(files->size());
-}
-
-void Reindex::Scan::TakeOne(const std::string& path) {
-  // A song of MIDI events has no tag; it is left out until there is a reader for it.
-  const bool song = catalogue::KindOf(path) == catalogue::FileKind::MidiSong;
-  const auto read = song ? support::Error{support::ErrorCode::Unsupported, path} : tags.Read(path);
-  if (!read) {
-    ++left_out;
-  } else if (mode == catalogue::ScanMode::Music) {
-    Append(rows, catalogue::TrackRow(path, read.Value(), catalogue::MixingTagsOf(read.Value(), scratch)));
-  } else {
-    Append(rows, catalogue::KaraokeRow(path, read.Value()));
-  }
-}
-
-Reindex::Reindex(catalogue::track_table& table, catalogue::ScanMode mode, catalogue::TagReader& tags,
+Reindex::Reindex(catalogue::track_table& table, catalogue::ScanMode mode, ScanPort& port,
                  support::Executor& workers, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-                 const support::Sentences& say, catalogue::TagScratch& scratch)
+                 const support::Sentences& say)
     : table_(table),
       mode_(mode),
-      tags_(tags),
+      name_column_(mode == catalogue::ScanMode::Music ? catalogue::track::kFilename
+                                                      : catalogue::karaoke::kFilename),
+      port_(port),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
-      say_(say),
-      scratch_(scratch) {}
+      say_(say) {}
 
 void Reindex::Start(const std::string& folder, Done done) {
   Cancel();
-  const auto scan = std::make_shared<Scan>(folder, std::move(done), *this);
-  scan->finish = [this, box = box_](const std::shared_ptr<Scan>& finished) {
-    box->Post([this, finished] { Finish(finished); });
-  };
+  const auto scan = std::make_shared<Scan>(folder, std::move(done), table_);
   scan_ = scan;
-  workers_.Post([scan] { Work(scan); });
+  running_ = port_.Start({mode_, folder}, [this, box = box_, scan](ScanFound found) {
+    box->Post([this, scan, found = std::move(found)]() mutable {
+      scan->found = std::move(found);
+      Take(scan);
+    });
+  });
 }
 
 void Reindex::Cancel() {
-  if (scan_ != nullptr) scan_->cancelled = true;
+  if (scan_ == nullptr) return;
+  scan_->cancelled = true;
+  running_->Cancel();
 }
 
 AddingProgress Reindex::Progress() const {
   if (scan_ == nullptr) return {};
-  return {scan_->done, scan_->total};
+  const ScanProgress progress = running_->Progress();
+  return {progress.done, progress.total};
 }
 
-void Reindex::Work(const std::shared_ptr<Scan>& scan) {
-  scan->gate->Pass([&scan] {
-    const auto next = static_cast<std::size_t>(scan->done);
-    if (!scan->files) {
-      scan->List();
-    } else if (next < scan->files->size() && scan->Wanted()) {
-      scan->TakeOne((*scan->files)[next]);
-      ++scan->done;
-    } else {
-      return scan->finish(scan);
-    }
-    scan->workers.Post([scan] { Work(scan); });
+void Reindex::Take(const std::shared_ptr<Scan>& scan) {
+  if (scan->cancelled) scan->found.end = ScanFound::End::Cancelled;
+  if (scan->found.end != ScanFound::End::Complete) return Finish(scan);
+  auto changes = catalogue::ChangesSince(scan->copy, table_, name_column_);
+  if (changes.Empty()) return Finish(scan);
+  scan->copy = table_;
+  CatchUp(scan, std::move(changes));
+}
+
+/// The table may change again meanwhile, so it is compared again.
+void Reindex::CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes) {
+  workers_.Post([this, scan, column = name_column_, gate = gate_, box = box_, changes = std::move(changes)] {
+    gate->Pass([&] {
+      catalogue::Apply(changes, scan->found.rows, column);
+      box->Post([this, scan] { Take(scan); });
+    });
   });
 }
 
 void Reindex::Finish(const std::shared_ptr<Scan>& scan) {
   if (scan_ == scan) scan_ = nullptr;
   Outcome outcome;
-  outcome.replaced = !scan->cancelled && !scan->missing;
+  outcome.replaced = scan->found.end == ScanFound::End::Complete;
   if (outcome.replaced) {
-    table_ = std::move(scan->rows);
+    table_ = std::move(scan->found.rows);
     outcome.rows = table_.Rows();
   }
-  if (scan->missing) {
+  if (scan->found.end == ScanFound::End::FolderMissing) {
     outcome.sentence = say_(support::Sentence::FolderMissing, {scan->folder});
-  } else if (outcome.replaced && scan->left_out > 0) {
-    outcome.sentence = say_(support::Sentence::FilesLeftOut, {std::to_string(scan->left_out)});
+  } else if (outcome.replaced && scan->found.left_out > 0) {
+    outcome.sentence = say_(support::Sentence::FilesLeftOut, {std::to_string(scan->found.left_out)});
   }
   if (scan->report) scan->report(outcome);
 }

@@ -9,19 +9,19 @@
 #include "app/FileIntake.h"
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
-#include "catalogue/FolderScan.h"
-#include "catalogue/TagScratch.h"
-#include "catalogue/ports/TagReader.h"
+#include "app/ports/ScanPort.h"
+#include "catalogue/TableChanges.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
 #include "support/Sentences.h"
 
 namespace app {
 
-/// Makes a table anew from a folder tree, on workers.
+/// Makes a table anew from a folder tree.
 ///
 /// The table stands as it was until the scan is complete, and stays so when it is cancelled or the folder is
-/// not there. Each file is a job of its own. Threads: the table's owner, who empties the box.
+/// not there. Law: a row that is added, changed or removed while the scan runs is so afterwards too. Threads:
+/// the table's owner, who empties the box.
 class Reindex {
  public:
   struct Outcome {
@@ -31,9 +31,8 @@ class Reindex {
   };
   using Done = std::function<void(const Outcome&)>;
 
-  Reindex(catalogue::track_table& table, catalogue::ScanMode mode, catalogue::TagReader& tags,
-          support::Executor& workers, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-          const support::Sentences& say, catalogue::TagScratch& scratch);
+  Reindex(catalogue::track_table& table, catalogue::ScanMode mode, ScanPort& port, support::Executor& workers,
+          std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Cancels a scan that is under way.
   void Start(const std::string& folder, Done done);
@@ -45,18 +44,20 @@ class Reindex {
 
  private:
   struct Scan;
-  static void Work(const std::shared_ptr<Scan>& scan);
+  void Take(const std::shared_ptr<Scan>& scan);
+  void CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes);
   void Finish(const std::shared_ptr<Scan>& scan);
 
   catalogue::track_table& table_;
   const catalogue::ScanMode mode_;
-  catalogue::TagReader& tags_;
+  const int name_column_;
+  ScanPort& port_;
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
-  catalogue::TagScratch& scratch_;
-  std::shared_ptr<Scan> scan_;  // with its job
+  std::shared_ptr<Scan> scan_;  // with the job that reports
+  std::shared_ptr<RunningScan> running_;
 };
 
 }  // namespace app

@@ -14,6 +14,7 @@
 #include "app/WorkstationView.h"
 #include "app/ports/Help.h"
 #include "app/ports/Prompts.h"
+#include "app/ports/ScanPort.h"
 #include "app/ports/SystemMixer.h"
 #include "app/ports/Visualisation.h"
 #include "catalogue/IndexFile.h"
@@ -40,6 +41,7 @@ struct Ports {
   const support::Clock& clock;
   SystemMixer* mixer = nullptr;            ///< null: no master volume
   Visualisation* visualisation = nullptr;  ///< null: none
+  ScanPort* scan = nullptr;                ///< null: every file is read anew
 };
 
 /// What the button of the settings page does.

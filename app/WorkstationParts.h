@@ -11,6 +11,7 @@
 #include "app/FileIntake.h"
 #include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
+#include "app/PlainScan.h"
 #include "app/Preferences.h"
 #include "app/Reindex.h"
 #include "app/Settings.h"
@@ -39,10 +40,9 @@ struct Workstation::Parts {
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
                         gate, window, say),
-        music_scan(catalogue, catalogue::ScanMode::Music, outside.tags, outside.workers, gate, window, say,
-                   scratch),
-        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window, say,
-                     scratch) {}
+        plain_scan(outside.tags, outside.workers, gate, scratch),
+        music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
+        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -50,6 +50,8 @@ struct Workstation::Parts {
       box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
     };
   }
+
+  [[nodiscard]] ScanPort& Scanner() { return ports.scan != nullptr ? *ports.scan : plain_scan; }
 
   // The described start-up and shutdown, a step a function.
   void ReadLanguage();
@@ -108,6 +110,7 @@ struct Workstation::Parts {
   FileIntake intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;
+  PlainScan plain_scan;
   Reindex music_scan;
   Reindex karaoke_scan;
 };

@@ -7,6 +7,7 @@
 #include <cassert>
 #include <cstdint>
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 #include "catalogue/RowText.h"
@@ -36,7 +37,6 @@ constexpr std::array<Column, 6> kKaraokeColumns{{{"Artist", 120, true},
                                                  {"Filename", 0, false}}};
 
 constexpr std::size_t kRowsInBlock = 256;
-constexpr std::size_t kMostColumns = 16;
 
 }  // namespace
 
@@ -108,12 +108,23 @@ int track_table::FindRow(int column, std::string_view text) const {
 
 void track_table::SetCell(int row, int column, std::string_view text) {
   if (!Has(row, column)) return;
-  const Place place = Find(row);
   std::vector<std::string_view> cells(columns_.size());
   Cells(row, cells);
   cells[static_cast<std::size_t>(column - 1)] = text;
+  PutRow(row, cells);
+}
+
+void track_table::ReplaceRow(int row, const track_table& other, int other_row) {
+  if (!Has(row, 1)) return;
+  std::vector<std::string_view> cells(columns_.size());
+  other.Cells(other_row, cells);
+  PutRow(row, cells);
+}
+
+void track_table::PutRow(int row, std::span<const std::string_view> cells) {
   std::string changed;
   AppendRow(changed, cells, columns_.size());
+  const Place place = Find(row);
   Writable(place.slot).Replace(place.row, changed);
 }
 
@@ -191,6 +202,18 @@ void track_table::RemoveRow(int row) {
 
 void track_table::Clear() {
   slots_.clear();
+}
+
+std::vector<int> track_table::RowsNotSharedWith(const track_table& other) const {
+  std::unordered_set<const Block*> shared;
+  for (const Slot& slot : other.slots_) shared.insert(slot.block.get());
+  std::vector<int> rows;
+  for (const Slot& slot : slots_) {
+    if (shared.contains(slot.block.get())) continue;
+    const int count = static_cast<int>(slot.block->starts.size());
+    for (int row = 1; row <= count; ++row) rows.push_back(slot.rows_before + row);
+  }
+  return rows;
 }
 
 bool track_table::Has(int row, int column) const {

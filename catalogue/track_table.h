@@ -42,6 +42,7 @@ class track_table {
  public:
   /// A longer text is cut to this many bytes.
   static constexpr std::size_t kLongestCell = 65535;
+  static constexpr std::size_t kMostColumns = 16;
 
   explicit track_table(std::span<const Column> columns);
   ~track_table();
@@ -78,10 +79,15 @@ class track_table {
   [[nodiscard]] Lines LinesFrom(int row) const;
   /// Copies a row's cells in column order to a new row of this table.
   int AppendFrom(const track_table& other, int row);
+  /// Puts another table's row in the place of this one.
+  void ReplaceRow(int row, const track_table& other, int other_row);
   /// Moves all rows of another table of the same columns behind our own.
   void AppendAll(track_table&& other);
   void RemoveRow(int row);
   void Clear();
+  /// The rows that may differ since one table was copied from the other: all that lie in blocks which only
+  /// this one has.
+  [[nodiscard]] std::vector<int> RowsNotSharedWith(const track_table& other) const;
 
  private:
   struct Block;
@@ -100,6 +106,8 @@ class track_table {
   /// Empty for a row that is not there.
   [[nodiscard]] std::string_view Row(int row) const;
   [[nodiscard]] Place Find(int row) const;
+  /// Requires: the row is there.
+  void PutRow(int row, std::span<const std::string_view> cells);
   Block& Writable(std::size_t slot);
   /// The last block, or a new one where it does not hold so many more rows.
   Block& BlockFor(std::size_t rows, std::size_t bytes);

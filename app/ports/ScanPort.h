@@ -1,0 +1,55 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "catalogue/FolderScan.h"
+#include "catalogue/track_table.h"
+
+namespace app {
+
+struct ScanWish {
+  catalogue::ScanMode mode = catalogue::ScanMode::Music;
+  std::string folder;
+};
+
+struct ScanProgress {
+  int done = 0;
+  int total = 0;           ///< 0 while the folders are listed
+  std::int64_t bytes = 0;  ///< of the files listed so far
+};
+
+/// What a scan hands over at its end.
+struct ScanFound {
+  enum class End { Complete, Cancelled, FolderMissing };
+  End end = End::Complete;
+  catalogue::track_table rows;  ///< the mode's record, pass by pass, deeper folders first
+  int left_out = 0;             ///< files that could not be analysed
+  std::int64_t bytes = 0;
+};
+
+/// A scan under way. Threads: any.
+class RunningScan {
+ public:
+  virtual ~RunningScan() = default;
+  /// Its end still comes, soon.
+  virtual void Cancel() = 0;
+  [[nodiscard]] virtual ScanProgress Progress() const = 0;
+};
+
+/// Makes rows of the files below a folder, as long as that takes, on threads of its own choice.
+class ScanPort {
+ public:
+  /// Called once, on any thread; not at all where the program ends first.
+  using Done = std::function<void(ScanFound)>;
+
+  virtual ~ScanPort() = default;
+  /// Waits for nothing. What is returned may be let go of at any time.
+  virtual std::shared_ptr<RunningScan> Start(const ScanWish& wish, Done done) = 0;
+};
+
+}  // namespace app

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/TableChanges.h"
+
+#include <array>
+#include <unordered_map>
+#include <vector>
+
+namespace catalogue {
+namespace {
+
+using Cells = std::array<std::string_view, track_table::kMostColumns>;
+
+Cells RowCells(const track_table& table, int row) {
+  Cells cells;
+  table.Cells(row, cells);
+  return cells;
+}
+
+/// Rows by the name in a column.
+using Named = std::unordered_map<std::string_view, int>;
+
+Named NamesOf(const track_table& table, const std::vector<int>& rows, int column) {
+  Named named;
+  for (const int row : rows) named.emplace(table.Cell(row, column), row);
+  return named;
+}
+
+}  // namespace
+
+TableChanges ChangesSince(const track_table& copy, const track_table& table, int column) {
+  TableChanges changes{track_table(table.Columns()), {}};
+  const std::vector<int> rows = table.RowsNotSharedWith(copy);
+  const std::vector<int> old_rows = copy.RowsNotSharedWith(table);
+  const Named old = NamesOf(copy, old_rows, column);
+  const Named now = NamesOf(table, rows, column);
+  for (const int row : rows) {
+    const auto before = old.find(table.Cell(row, column));
+    if (before == old.end() || RowCells(copy, before->second) != RowCells(table, row)) {
+      changes.kept.AppendFrom(table, row);
+    }
+  }
+  for (const int row : old_rows) {
+    const std::string_view name = copy.Cell(row, column);
+    if (!now.contains(name)) changes.removed.emplace(name);
+  }
+  return changes;
+}
+
+void Apply(const TableChanges& changes, track_table& table, int column) {
+  Named kept;
+  for (int row = 1; row <= changes.kept.Rows(); ++row) kept[changes.kept.Cell(row, column)] = row;
+  std::unordered_set<int> placed;
+  for (int row = table.Rows(); row >= 1; --row) {
+    const std::string name(table.Cell(row, column));
+    if (changes.removed.contains(name)) {
+      table.RemoveRow(row);
+    } else if (const auto found = kept.find(name); found != kept.end()) {
+      table.ReplaceRow(row, changes.kept, found->second);
+      placed.insert(found->second);
+    }
+  }
+  for (int row = 1; row <= changes.kept.Rows(); ++row) {
+    if (!placed.contains(row)) table.AppendFrom(changes.kept, row);
+  }
+}
+
+}  // namespace catalogue
