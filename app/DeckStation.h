@@ -9,9 +9,8 @@
 #include <optional>
 #include <string>
 
+#include "app/AnalysisDesk.h"
 #include "app/Mailbox.h"
-#include "app/MixPointDesk.h"
-#include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
 #include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
@@ -30,8 +29,7 @@ struct Track {
 
 /// What all decks share.
 struct DeckTools {
-  WaveDesk& waves;
-  MixPointDesk& mix_points;
+  AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
 };
 
@@ -58,8 +56,8 @@ class DeckStation {
   void SetVolume(int volume);
   void SetPreVolume(int volume);
   void SetTempo(float percent);
-  /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
-  void FindMixPoints();
+  /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
+  void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
 
   /// Where the deck plays from now on; what sounds moves at its heard position.
@@ -83,8 +81,7 @@ class DeckStation {
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();
-  void HoldWave();
-  void ShowMixPoints(DeckView& view);
+  void ShowAnalysis(DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
