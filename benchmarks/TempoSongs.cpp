@@ -7,6 +7,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "benchmarks/SongHarmony.h"
 #include "benchmarks/TempoBand.h"
 #include "benchmarks/TempoStyles.h"
 
@@ -14,10 +15,6 @@ namespace bench {
 namespace {
 
 constexpr int kStepsPerBeat = 4;
-constexpr std::array<int, 7> kMinor{0, 2, 3, 5, 7, 8, 10}, kMajor{0, 2, 4, 5, 7, 9, 11};
-/// Degrees of the scale, a bar each.
-constexpr std::array<std::array<int, 4>, 6> kProgressions{
-    {{0, 5, 2, 6}, {0, 3, 4, 4}, {0, 5, 3, 4}, {0, 6, 5, 4}, {0, 0, 3, 4}, {5, 3, 0, 4}}};
 
 /// Who plays in a part of the song.
 struct Scene {
@@ -37,10 +34,6 @@ class SongWriter {
   [[nodiscard]] int StepsPerBar() const { return style_.beats_per_bar * kStepsPerBeat; }
   [[nodiscard]] char Sign(std::string_view pattern, int bar, int step) const;
   [[nodiscard]] int Held(std::string_view pattern, int bar, int step, double most) const;
-  [[nodiscard]] int Pitch(int degree) const;
-  [[nodiscard]] int Degree(int bar) const {
-    return kProgressions[static_cast<std::size_t>(progression_)][static_cast<std::size_t>(bar % 4)];
-  }
   [[nodiscard]] Scene ChooseScene(int bar);
   void PlayBar(int bar, const Scene& scene);
   void PlayPattern(Drum drum, std::string_view pattern, int bar, double share, double late = 0);
@@ -49,7 +42,6 @@ class SongWriter {
   void PlayPad(int bar);
   void PlayLead(int bar);
   void PlayFill(int bar);
-  [[nodiscard]] BandMix ChooseMix();
 
   SongDice dice_;
   const TempoStyle& style_;
@@ -58,8 +50,9 @@ class SongWriter {
   double seconds_, begin_;  ///< the song's length, and where its first bar begins
   double swing_, loose_ = 0, sway_ = 0, sway_beats_, backbeat_late_ = 0;
   int bars_, section_bars_;
-  int root_, progression_, tune_ = 0;
-  bool major_, sparse_intro_ = false;
+  int tune_ = 0;
+  SongHarmony harmony_;
+  bool sparse_intro_ = false, in_break_ = false;
   TempoBand band_;
 };
 
@@ -84,9 +77,7 @@ SongWriter::SongWriter(std::uint64_t seed)
       sway_beats_(dice_.Real(12, 40)),
       bars_(static_cast<int>(std::ceil((seconds_ - begin_) * bpm_ / 60 / style_.beats_per_bar))),
       section_bars_(dice_.Chance(0.3) ? 4 : 8),
-      root_(dice_.Below(12)),
-      progression_(dice_.Below(static_cast<int>(kProgressions.size()))),
-      major_(dice_.Chance(0.5)),
+      harmony_(dice_),
       band_(style_, static_cast<std::size_t>(seconds_ * tools::composer::kRate), dice_.Next()) {
   sparse_intro_ = dice_.Chance(0.4);
   if (!style_.live) return;
@@ -115,12 +106,6 @@ int SongWriter::Held(std::string_view pattern, int bar, int step, double most) c
   return std::min(steps, static_cast<int>(std::ceil(most)));
 }
 
-int SongWriter::Pitch(int degree) const {
-  const int octave = degree >= 0 ? degree / 7 : -1;
-  const auto& scale = major_ ? kMajor : kMinor;
-  return root_ + 12 * octave + scale[static_cast<std::size_t>(degree - 7 * octave)];
-}
-
 Scene SongWriter::ChooseScene(int bar) {
   Scene scene;
   const int section = bar / section_bars_;
@@ -131,7 +116,8 @@ Scene SongWriter::ChooseScene(int bar) {
     scene.pad = true;
     return scene;
   }
-  if (section > 1 && dice_.Chance(0.2)) {  // the break
+  in_break_ = section > 1 && !in_break_ && dice_.Chance(0.3);
+  if (in_break_) {
     scene.kick = scene.drums = scene.hats = false;
     scene.bass = dice_.Chance(0.5);
     scene.pad = scene.lead = true;
@@ -157,8 +143,8 @@ void SongWriter::PlayBass(int bar) {
   for (int step = 0; step < StepsPerBar(); ++step) {
     const char sign = Sign(groove_.bass, bar, step);
     if (sign == '.') continue;
-    const int degree = Degree(bar) + (sign == '5' ? 4 : sign == '8' ? 7 : 0);
-    const int pitch = 28 + (Pitch(degree) + 8) % 24;  // stays on the low strings
+    const int degree = harmony_.Degree(bar) + (sign == '5' ? 4 : sign == '8' ? 7 : 0);
+    const int pitch = 28 + (harmony_.Pitch(degree) + 8) % 24;  // stays on the low strings
     const double held = Held(groove_.bass, bar, step, style_.bass_steps) * 14.0 / bpm_;
     band_.Note(Part::Bass, Stroke(bar, step), held, pitch, 1 + dice_.Near(0.1));
   }
@@ -172,7 +158,7 @@ void SongWriter::PlayChords(int bar) {
     const double held = Held(groove_.chords, bar, step, style_.chord_steps) * 14.0 / bpm_;
     const double at = Stroke(bar, step);
     for (int voice = 0; voice < 3; ++voice) {
-      const int pitch = 52 + (Pitch(Degree(bar) + 2 * voice) + 8) % 16;
+      const int pitch = 52 + (harmony_.Pitch(harmony_.Degree(bar) + 2 * voice) + 8) % 16;
       const double strummed = style_.live ? 0.004 * voice : 0;
       band_.Note(Part::Chords, at + strummed, held, pitch, level);
     }
@@ -183,7 +169,8 @@ void SongWriter::PlayPad(int bar) {
   if (bar % 2 != 0) return;
   const double held = 2 * StepsPerBar() * 14.0 / bpm_;
   for (int voice = 0; voice < 3; ++voice)
-    band_.Note(Part::Pad, StepAt(bar, 0), held, 55 + (Pitch(Degree(bar) + 2 * voice) + 5) % 12, 1);
+    band_.Note(Part::Pad, StepAt(bar, 0), held,
+               55 + (harmony_.Pitch(harmony_.Degree(bar) + 2 * voice) + 5) % 12, 1);
 }
 
 /// A tune that walks the scale, with syncopes, rests and held notes.
@@ -195,7 +182,7 @@ void SongWriter::PlayLead(int bar) {
     tune_ = std::clamp(tune_ + dice_.Below(5) - 2, 0, 8);
     if (!dice_.Chance(0.25)) {
       const double at = Stroke(bar, step) + dice_.Near(0.008);  // singers are freer than drummers
-      band_.Note(Part::Lead, at, steps * 14.0 / bpm_, 64 + Pitch(Degree(bar) % 2 + tune_),
+      band_.Note(Part::Lead, at, steps * 14.0 / bpm_, 64 + harmony_.Pitch(harmony_.Degree(bar) % 2 + tune_),
                  1 + dice_.Near(0.15));
     }
     step += steps;
@@ -232,17 +219,6 @@ void SongWriter::PlayBar(int bar, const Scene& scene) {
   if (scene.lead) PlayLead(bar);
 }
 
-BandMix SongWriter::ChooseMix() {
-  BandMix mix;
-  mix.loudness_db = dice_.Real(-20, -10);
-  mix.squeeze = dice_.Real(0, 1);
-  mix.room = dice_.Real(0.1, 0.5);
-  mix.hiss_db = dice_.Real(-80, -48);
-  if (dice_.Chance(0.2)) mix.fade_in_seconds = dice_.Real(3, 10);
-  if (dice_.Chance(0.3)) mix.fade_out_seconds = dice_.Real(3, 12);
-  return mix;
-}
-
 TempoSong SongWriter::Write() {
   Scene scene;
   for (int bar = 0; bar < bars_; ++bar) {
@@ -254,7 +230,7 @@ TempoSong SongWriter::Write() {
   song.bpm = bpm_;
   song.beats_per_bar = style_.beats_per_bar;
   for (int beat = 0; At(beat) < seconds_; ++beat) song.beats.push_back(At(beat));
-  song.samples = band_.Mix(ChooseMix());
+  song.samples = band_.Mix(ChooseMix(dice_, style_.duck));
   return song;
 }
 
