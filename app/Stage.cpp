@@ -29,7 +29,8 @@ Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Ex
       say_(say),
       waves_(engine, workers, gate_, box_),
       mix_points_(engine, sound, workers, gate_, box_),
-      equaliser_(engine) {
+      equaliser_(engine),
+      loudest_(engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
         number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
@@ -172,6 +173,8 @@ void Stage::Tick() {
   if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
+  view.sound = loudest_.Listen(view.decks,
+                               {Deck(1).Player().STRM(), Deck(2).Player().STRM(), Deck(3).Player().STRM()});
   view.outputs = outputs_;
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/DeckStation.h"
+#include "app/LoudestDeck.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
 #include "app/WaveDesk.h"
@@ -78,6 +79,7 @@ class Stage {
   MixPointDesk mix_points_;
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
+  LoudestDeck loudest_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
