@@ -60,6 +60,11 @@ int Workstation::VisualisationRate() const {
   return parts_->visualisation_rate;
 }
 
+Picture Workstation::Visualise(std::string_view name) {
+  Visualisation* visualisation = parts_->ports.visualisation;
+  return visualisation == nullptr ? Picture{} : visualisation->Show(name, View().sound);
+}
+
 const Preferences& Workstation::Preferred() const {
   return parts_->preferences;
 }

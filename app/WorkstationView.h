@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "app/HeardSound.h"
 #include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
 #include "music/BeatGrid.h"
@@ -79,6 +80,7 @@ struct WorkstationView {
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
+  HeardSound sound;    ///< for the visualisers
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
 

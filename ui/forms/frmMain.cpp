@@ -21,6 +21,7 @@
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
+#include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
@@ -173,6 +174,8 @@ QWidget* frmMain::MakePages(const Look& look) {
           look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
+  visual_ = new VisualPanel(workstation_, look);
+  row->addWidget(visual_, 2);
   auto* box = new QWidget;
   auto* rows = new QVBoxLayout(box);
   SetSpacingEm(*rows, 0, 0);
@@ -290,6 +293,7 @@ void frmMain::ShowFrame() {
   karaoke_->Show();
   music_->ShowAdding(workstation_.Adding());
   settings_page_->Show(view_);
+  visual_->Show(view_, now);
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {

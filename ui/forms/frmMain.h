@@ -30,6 +30,7 @@ class MusicPage;
 class PageButton;
 class PlaylistPanel;
 class StatusLine;
+class VisualPanel;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
 ///
@@ -108,6 +109,7 @@ class frmMain final : public QMainWindow {
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
+  VisualPanel* visual_ = nullptr;
 };
 
 }  // namespace ui

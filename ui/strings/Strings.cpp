@@ -278,6 +278,16 @@ constexpr Strings::Row kRows[] = {
     {Say::ColourOf, "Colour of channel %1", "Kleur van kanaal %1"},
     {Say::ColourTip, "Choose another colour; “Keep the channel colours” keeps it",
      "Een andere kleur kiezen; “De kanaalkleuren bewaren” bewaart haar"},
+
+    {Say::Visualiser, "Visualiser", "Visualisatie"},
+    {Say::VisualiserTip, "What is drawn of the music beside this list",
+     "Wat er naast deze lijst van de muziek wordt getekend"},
+    {Say::VisualNone, "No picture", "Geen beeld"},
+    {Say::VisualSpectrum, "Spectrum", "Spectrum"},
+    {Say::VisualWave, "Wave", "Golf"},
+    {Say::Visual, "Picture of the music", "Beeld van de muziek"},
+    {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
+     "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
 };
 
 }  // namespace

@@ -217,6 +217,14 @@ enum class Say : int {
   ConsoleSizeTip,
   ColourOf,
   ColourTip,
+  // Visualisers
+  Visualiser = 2320,
+  VisualiserTip,
+  VisualNone,
+  VisualSpectrum,
+  VisualWave,
+  Visual,
+  VisualTip,
 };
 
 /// The table of all captions and messages, in one language.
