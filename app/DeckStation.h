@@ -26,6 +26,7 @@ struct Track {
   std::string artist;
   std::string title;
   double bpm = 0;
+  MixPointPair<std::optional<std::chrono::microseconds>> marks;  ///< set by hand or remembered
 };
 
 /// What all decks share.
@@ -58,6 +59,10 @@ class DeckStation {
   void SetVolume(int volume);
   void SetPreVolume(int volume);
   void SetTempo(float percent);
+  /// A mark set by hand goes before what is found; without one the found point holds again.
+  void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
+  /// A slider was moved while the deck was asked to follow.
+  void FollowEqualiser(int slider, int decibels);
   /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
   void FindMixPoints();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
@@ -85,6 +90,7 @@ class DeckStation {
   void ApplySliders();
   void HoldWave();
   void ShowMixPoints(DeckView& view);
+  void ShowMixPoint(MixPoint which, DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
@@ -107,6 +113,7 @@ class DeckStation {
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
   float tempo_percent_ = 0;
+  decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 
 }  // namespace app

@@ -12,6 +12,7 @@
 #include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
 #include "app/Preferences.h"
+#include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
@@ -41,6 +42,7 @@ struct Workstation::Parts {
                         gate, window, say),
         music_scan(catalogue, catalogue::ScanMode::Music, outside.tags, outside.workers, gate, window, say,
                    scratch),
+        presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window, say,
                      scratch) {}
 
@@ -62,6 +64,9 @@ struct Workstation::Parts {
   void FollowOutputDevices();
   void CheckProgramFolder();
   void InitialiseEngine();
+  void ReadPresets();
+  /// In each row of the catalogue and the playlists that holds the file.
+  void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
   void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
@@ -109,6 +114,8 @@ struct Workstation::Parts {
   FileRemoval removal;
   FileRemoval karaoke_removal;
   Reindex music_scan;
+  PresetDesk presets;
+  std::array<int, decks::kEqSliders> sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 

@@ -23,6 +23,10 @@ enum class Sentence : int {
   FileNotDeleted,
   FolderMissing,
   FilesLeftOut,
+  PresetsUnreadable,
+  PresetNotSaved,
+  PresetNotDeleted,
+  PresetNeedsName,
 
   KaraokeSongInMusic = 201,
   IndexMissing,
