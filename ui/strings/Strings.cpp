@@ -60,12 +60,19 @@ constexpr Strings::Row kRows[] = {
     {Say::VolumeTip, "Volume of the deck; drag anywhere on the fader",
      "Volume van het deck; sleep ergens op de schuif"},
     {Say::Level, "Level of deck %1", "Niveau van deck %1"},
-    {Say::LevelTip, "Level of the deck in dB, left and right, before its fader",
-     "Niveau van het deck in dB, links en rechts, vóór de schuif"},
+    {Say::LevelTip,
+     "Level of the deck in dB, left and right, before its fader; the mark on top stays lit after an "
+     "overload, "
+     "a click or Space clears it",
+     "Niveau van het deck in dB, links en rechts, vóór de schuif; de markering bovenaan blijft branden na "
+     "oversturing, een klik of Spatie wist haar"},
     {Say::Cue, "Listen %1", "Luister %1"},
     {Say::CueName, "Deck %1 in the head-phones", "Deck %1 in de hoofdtelefoon"},
-    {Say::CueTip, "Hear the deck in the head-phones; each start of the deck switches it off",
-     "Het deck in de hoofdtelefoon horen; elke start van het deck schakelt het uit"},
+    {Say::CueTip,
+     "Hear the deck in the head-phones; drag sideways or use the arrow keys for the level; each start of the "
+     "deck switches it off",
+     "Het deck in de hoofdtelefoon horen; sleep opzij of gebruik de pijltoetsen voor het niveau; elke start "
+     "van het deck schakelt het uit"},
     {Say::CueNoDevice, "Choose a device for the head-phones under Settings first",
      "Kies eerst een apparaat voor de hoofdtelefoon bij Instellingen"},
     {Say::Crossfader, "Crossfader", "Crossfader"},
@@ -205,9 +212,7 @@ constexpr Strings::Row kRows[] = {
     {Say::OrganLater, "This version does not drive the IO boards yet.",
      "Deze versie stuurt de IO-kaarten nog niet aan."},
     {Say::Effects, "Effects", "Effecten"},
-    {Say::EffectsTip, "Sound effects", "Geluidseffecten"},
-    {Say::EffectsLater, "This version has no sound effects yet.",
-     "Deze versie heeft nog geen geluidseffecten."},
+    {Say::EffectsTip, "Equaliser, presets and mixing", "Equalizer, voorinstellingen en mengen"},
     {Say::Recording, "Recording", "Opnemen"},
     {Say::RecordingTip, "Recording the evening", "De avond opnemen"},
     {Say::RecordingLater, "This version does not record yet.", "Deze versie neemt nog niet op."},
@@ -278,6 +283,70 @@ constexpr Strings::Row kRows[] = {
     {Say::ColourOf, "Colour of channel %1", "Kleur van kanaal %1"},
     {Say::ColourTip, "Choose another colour; “Keep the channel colours” keeps it",
      "Een andere kleur kiezen; “De kanaalkleuren bewaren” bewaart haar"},
+
+    {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
+    {Say::EqCurveTip,
+     "What the equaliser does to each deck; drag a band up or down, double-click: 0 dB; Left and Right "
+     "choose a band, Up and Down move it",
+     "Wat de equalizer met elk deck doet; sleep een band omhoog of omlaag, dubbelklik: 0 dB; Links en Rechts "
+     "kiezen een band, Omhoog en Omlaag verplaatsen hem"},
+    {Say::EqInMixer, "Equaliser", "Equalizer"},
+    {Say::EqInMixerTip,
+     "Equaliser of the decks that play; drag a band up or down, double-click: 0 dB; large sliders and "
+     "presets stand under Effects",
+     "Equalizer van de decks die spelen; sleep een band omhoog of omlaag, dubbelklik: 0 dB; grote schuiven "
+     "en "
+     "voorinstellingen staan bij Effecten"},
+    {Say::EqBand, "Equaliser %1", "Equalizer %1"},
+    {Say::EqBandTip, "%1: −12 to +12 dB on the decks that play; double-click: 0 dB",
+     "%1: −12 tot +12 dB op de decks die spelen; dubbelklik: 0 dB"},
+    {Say::EqPresets, "Presets", "Voorinstellingen"},
+    {Say::EqBank, "Bank", "Bank"},
+    {Say::EqBankTip, "The sliders that a preset is saved from and applied to",
+     "De schuiven waaruit een voorinstelling wordt bewaard en waarop zij werkt"},
+    {Say::EqBankFirst, "Bank 1: 80 Hz to 14 kHz", "Bank 1: 80 Hz tot 14 kHz"},
+    {Say::EqBankSecond, "Bank 2: 16 kHz", "Bank 2: 16 kHz"},
+    {Say::EqPreset, "Preset", "Voorinstelling"},
+    {Say::EqPresetTip, "Choose a preset: the bank's sliders move at once",
+     "Kies een voorinstelling: de schuiven van de bank bewegen meteen"},
+    {Say::EqNoPreset, "None chosen", "Geen gekozen"},
+    {Say::EqValues, "Values of the presets", "Waarden van de voorinstellingen"},
+    {Say::EqValuesTip, "The ten values of each preset in dB; double-click or Enter applies it",
+     "De tien waarden van elke voorinstelling in dB; dubbelklik of Enter past haar toe"},
+    {Say::EqName, "Name of a preset", "Naam van een voorinstelling"},
+    {Say::EqNameTip, "The name that the bank's sliders are saved under",
+     "De naam waaronder de schuiven van de bank worden bewaard"},
+    {Say::EqSave, "Save", "Bewaren"},
+    {Say::EqSaveTip, "Save the bank's sliders under this name",
+     "De schuiven van de bank onder deze naam bewaren"},
+    {Say::EqDelete, "Delete…", "Verwijderen…"},
+    {Say::EqDeleteTip, "Delete the chosen preset, after a question",
+     "De gekozen voorinstelling verwijderen, na een vraag"},
+    {Say::EqFlat, "Flat", "Vlak"},
+    {Say::EqFlatTip, "All bands to 0 dB", "Alle banden op 0 dB"},
+    {Say::EqResend, "Send to decks", "Naar de decks"},
+    {Say::EqResendTip, "Every track begins flat: give the decks that play the sliders as they stand",
+     "Elk nummer begint vlak: geef de decks die spelen de schuiven zoals ze staan"},
+    {Say::EqAskOverwrite, "Replace the preset “%1”?\n\nIts values are replaced by the sliders of the bank.",
+     "De voorinstelling “%1” vervangen?\n\nHaar waarden worden vervangen door de schuiven van de bank."},
+    {Say::EqOverwrite, "Replace", "Vervangen"},
+    {Say::EqAskDelete, "Delete the preset “%1”?", "De voorinstelling “%1” verwijderen?"},
+    {Say::EqSaved, "“%1” is saved.", "“%1” is bewaard."},
+    {Say::EqDeleted, "“%1” is deleted.", "“%1” is verwijderd."},
+
+    {Say::Mixing, "Mixing", "Mengen"},
+    {Say::MixThreshold, "Threshold of the mix points", "Drempel van de mengpunten"},
+    {Say::MixThresholdTip,
+     "How loud a track has to be to have begun, 0 to 100; the mix points on the decks are looked for again",
+     "Hoe luid een nummer moet zijn om begonnen te zijn, 0 tot 100; de mengpunten op de decks worden opnieuw "
+     "gezocht"},
+    {Say::StartMixPoint, "Start of the mix on deck %1", "Begin van de mix op deck %1"},
+    {Say::EndMixPoint, "End of the mix on deck %1", "Einde van de mix op deck %1"},
+    {Say::MixPointTip,
+     "Mix point: drag it, or move it with Left and Right (with Shift by a second); double-click or Delete: "
+     "where it was found; the key sets it to what is heard",
+     "Mengpunt: sleep het, of verplaats het met Links en Rechts (met Shift een seconde); dubbelklik of "
+     "Delete: waar het is gevonden; de toets zet het op wat er klinkt"},
 };
 
 }  // namespace
