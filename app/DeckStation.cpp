@@ -48,7 +48,12 @@ support::BytePosition BytesAt(std::chrono::microseconds time, const decks::Heard
 DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
                          const decks::MasterControls& controls, const DeckTools& tools,
                          std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), tools_(tools), box_(std::move(box)), player_(engine, controls) {
+    : engine_(engine),
+      sound_(sound),
+      tools_(tools),
+      box_(std::move(box)),
+      player_(engine, controls),
+      tempo_(engine, player_) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -71,6 +76,7 @@ void DeckStation::Play() {
   if (state_ == State::Paused) return Resume();
   if (state_ != State::Stopped || player_.STRM() == 0) return;
   player_.Play();
+  tempo_.Apply();  // to the head-phones' stream, which may be a new one
   state_ = State::Playing;
 }
 
@@ -120,11 +126,6 @@ void DeckStation::SetPreVolume(int volume) {
   player_.PreVolume(Level(volume));
 }
 
-void DeckStation::SetTempo(float percent) {
-  tempo_percent_ = std::clamp(percent, -50.0F, 100.0F);
-  engine_.BASS_FX_TempoSet(player_.STRM(), tempo_percent_, decks::kTempoUnchanged, decks::kTempoUnchanged);
-}
-
 void DeckStation::RouteMain(OutputView output) {
   if (player_.device() == output.device && player_.Speaker() == output.speaker) return;
   player_.device(static_cast<std::int16_t>(output.device));
@@ -153,11 +154,11 @@ void DeckStation::Tick(DeckView& view) {
   view.filename = shown.filename;
   view.artist = shown.artist;
   view.title = shown.title;
-  view.bpm = shown.bpm;
   view.message = message_;
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
-  view.tempo_percent = tempo_percent_;
+  tempo_.Show(view);
+  if (coming_) view.bpm = coming_->bpm;
   view.equaliser = gains_;
   view.wave = tools_.waves.Of(player_.Channel());
   ShowMixPoints(view);
@@ -171,6 +172,7 @@ void DeckStation::ShowHeard(DeckView& view) {
     heard_ = StandingAtTheStart(heard_);
   }
   const decks::HeardStream& heard = heard_;
+  tempo_.Heard(heard);
   NoticeTheEnd();
   view.position = TimeOf(heard.frame, heard.sample_rate);
   view.length = TimeOf(heard.length, heard.sample_rate);
@@ -203,6 +205,7 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   }
   switch (wish) {
     case kLoad:
+      if (result) tempo_.Begin(coming_->bpm);
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);
     case kReopen:
       return OpenTrack(track_, result);
@@ -226,6 +229,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
   tools_.equaliser.SetUp(player_.STRM());
+  tempo_.Heard(sound_.Heard(player_.STRM()));
   gains_ = {};
   ApplySliders();
   HoldWave();
@@ -248,6 +252,7 @@ void DeckStation::Reject(const Track& track, const std::string& sentence) {
 void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
+  tempo_.Begin(0);
   tools_.waves.Drop(player_.Channel());
   tools_.mix_points.Drop(player_.Channel());
   track_ = {};
@@ -273,7 +278,7 @@ void DeckStation::MoveMain() {
 
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
-  if (tempo_percent_ != 0) SetTempo(tempo_percent_);
+  tempo_.Apply();
 }
 
 void DeckStation::HoldWave() {
@@ -333,6 +338,7 @@ void DeckStation::MovePrelisten() {
   const std::int16_t level = player_.PreVolume();
   player_.OpenPrelisten();
   if (state_ == State::Playing) player_.PlayPrelisten();
+  tempo_.Apply();
   player_.PreVolume(level);
 }
 

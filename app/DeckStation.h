@@ -9,6 +9,7 @@
 #include <optional>
 #include <string>
 
+#include "app/DeckTempo.h"
 #include "app/Mailbox.h"
 #include "app/MixPointDesk.h"
 #include "app/WaveDesk.h"
@@ -58,11 +59,11 @@ class DeckStation {
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
   void SetPreVolume(int volume);
-  void SetTempo(float percent);
   /// A mark set by hand goes before what is found; without one the found point holds again.
   void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
   /// A slider was moved while the deck was asked to follow.
   void FollowEqualiser(int slider, int decibels);
+  [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
   void FindMixPoints();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
@@ -104,6 +105,7 @@ class DeckStation {
   DeckTools tools_;
   std::shared_ptr<Mailbox> box_;
   decks::clsBassPlayer player_;
+  DeckTempo tempo_;
   DeckView::State state_ = DeckView::State::Empty;
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared
@@ -112,7 +114,6 @@ class DeckStation {
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
-  float tempo_percent_ = 0;
   decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 

@@ -40,6 +40,7 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"MixPoints", "True", "the automatic mixer mixes at the mix points"},
                                {"BPMPercent", "8", "the furthest that tempos are matched, in percent"},
                                {"GainPercent", "3", "threshold of the mix points, 0 to 100"},
+                               {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
                                {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
 
 constexpr Words kMixer[] = {{"Preview", "0", "level of the head-phones, 0 to 100"},
@@ -128,6 +129,8 @@ constexpr Words kPlayer[] = {{"Echo", "False", "echo is on"},
                              {"PitchTempo", "0", "tempo in percent from the original"},
                              {"PitchSample", "0", "sample rate in percent from the original"},
                              {"PitchScaling", "0", "pitch in semitones from the original"},
+                             {"KeyLock", "True", "the key stays when the tempo changes"},
+                             {"TempoRange", "8", "how far the tempo slider goes, in percent"},
                              {"ReverbLevel", "0", "level of the reverb"},
                              {"ReverbDelay", "0", "delay of the reverb"},
                              {"LowPassCut", "0", "edge of the low-pass filter"},

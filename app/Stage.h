@@ -46,6 +46,9 @@ class Stage {
   void StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders);
   /// Moves a slider, 0 to 19, and its band on every deck that plays.
   void SetEqualiser(int slider, int decibels);
+  /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
+  void Sync(int /*deck*/, SyncStart /*start*/, int /*most_percent*/) {}
+  void Unsync(int /*deck*/) {}
   /// The system's volume was told.
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.

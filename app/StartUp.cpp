@@ -41,6 +41,7 @@ void Workstation::StartUp() {
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
+  parts.StoredTempos();
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();

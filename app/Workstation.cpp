@@ -121,11 +121,6 @@ void Workstation::SetVolume(int deck, int volume) {
          [volume](DeckStation& station) { station.SetVolume(volume); });
 }
 
-void Workstation::SetTempo(int deck, float percent) {
-  OnDeck(parts_->conductor, parts_->stage, deck,
-         [percent](DeckStation& station) { station.SetTempo(percent); });
-}
-
 void Workstation::SetPreVolume(int deck, int volume) {
   OnDeck(parts_->conductor, parts_->stage, deck,
          [volume](DeckStation& station) { station.SetPreVolume(volume); });

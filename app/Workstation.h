@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -53,6 +54,9 @@ struct ApplyWish {
 };
 
 inline constexpr int kPlaylists = 3;
+
+/// How far a tempo slider may go, in percent.
+inline constexpr std::array<int, 5> kTempoRanges{6, 8, 10, 16, 50};
 
 /// What start-up read of the index files.
 struct LoadReport {
@@ -117,7 +121,36 @@ class Workstation {
   void Stop(int deck);
   void Seek(int deck, std::chrono::microseconds position);
   void SetVolume(int deck, int volume);
+
+  // Tempo. What is set by slider holds for every file that comes onto the deck, and is stored for decks 1 and
+  // 2; anything past what the engine plays is taken back to it.
+  /// From the original, -50 to 100. Lets go of a sync.
   void SetTempo(int deck, float percent);
+  void SetKeyLock(int deck, decks::KeyLock lock);
+  /// -12 to 12.
+  void SetPitch(int deck, float semitones);
+  /// From the file's own rate, -50 to 100: moves tempo and pitch together, whatever the key lock.
+  void SetSampleRate(int deck, float percent);
+  /// How far the slider goes; one of kTempoRanges. The tempo itself stays as it is.
+  void SetTempoRange(int deck, int percent);
+  /// What stretches the main outputs' sound from now on, stored; also while music plays.
+  void SetStretch(decks::Stretch choice);
+  /// Faster or slower by so many percent for as long as it is held; 0 lets go.
+  void Nudge(int deck, float percent);
+
+  // Beats. Corrections by hand hold until the next file comes onto the deck.
+  /// A beat is heard now. From the fourth tap on they set the tempo of the file and its grid.
+  void Tap(int deck);
+  void ScaleBpm(int deck, music::BeatScale scale);
+  /// Later by the time, or earlier where it is negative.
+  void ShiftGrid(int deck, std::chrono::microseconds time);
+  /// A beat lies where the deck is heard now.
+  void AlignGrid(int deck);
+  /// Deck 1 or 2 follows the tempo and the beats of the other one until the tempo is set by hand, another
+  /// file comes, or the tempos lie further apart than BPMPercent, which is said. Gently: what is heard is
+  /// pulled into the beat without a jump; AtOnce: it is crossfaded there.
+  void Sync(int deck, SyncStart start = SyncStart::Gently);
+  void Unsync(int deck);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
   /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.

@@ -64,6 +64,7 @@ struct Workstation::Parts {
   void FollowOutputDevices();
   void CheckProgramFolder();
   void InitialiseEngine();
+  void StoredTempos();
   void ReadPresets();
   /// In each row of the catalogue and the playlists that holds the file.
   void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
@@ -75,6 +76,11 @@ struct Workstation::Parts {
 
   /// Shows a sentence in a box, or keeps it for a window that is not there yet.
   void Prompt(std::string sentence);
+
+  /// Stores a slider of a deck's tempo and moves it.
+  void MoveTempo(int deck, double decks::TempoSliders::*slider, std::string_view key, double value);
+  /// A command for one deck's tempo, for the conductor; nothing for a deck that is not there.
+  void OnTempo(int deck, std::function<void(DeckTempo&)> command);
 
   /// Starts a scan and saves the table when it was replaced.
   static void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,

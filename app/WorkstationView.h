@@ -8,7 +8,9 @@
 #include <optional>
 #include <string>
 
+#include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
+#include "music/BeatGrid.h"
 #include "music/Wave.h"
 
 namespace app {
@@ -17,6 +19,8 @@ inline constexpr int kDecks =
     4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
 
 inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
+
+inline constexpr int kTempoRange = 8;  ///< of a tempo slider that was not set, up and down, in percent
 
 /// Where a track begins and ends in a mix.
 enum class MixPoint { Start, End };
@@ -45,8 +49,18 @@ struct DeckView {
   double bpm = 0;           ///< of the file, 0 when unknown
   int volume = 100;         ///< 0 to 100
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
+  double playing_bpm = 0;   ///< as it is heard, 0 when unknown
   float tempo_percent = 0;  ///< from the original
-  int sample_rate = 0;      ///< Hz
+  decks::KeyLock key_lock = decks::KeyLock::On;
+  float pitch = 0;                ///< semitones from the original
+  float sample_percent = 0;       ///< sample rate from the file's own
+  int tempo_range = kTempoRange;  ///< how far the tempo slider goes, up and down, in percent
+  bool synced = false;            ///< it follows the other deck's beat
+  /// Seconds by which its beat comes late (above 0) or early while it is synced.
+  double sync_error = 0;
+  /// Where the beats lie; null when none are known. Shared as the wave is.
+  std::shared_ptr<const music::BeatGrid> grid;
+  int sample_rate = 0;  ///< Hz
   /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
   /// the deck goes on to another file; it never changes.
   std::shared_ptr<const music::Wave> wave;
@@ -57,6 +71,12 @@ struct DeckView {
   MixPointPair<std::optional<std::chrono::microseconds>> found;  ///< what the scan found
   std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
   double scan_busy = 0;  ///< 0 to 1, over and over, while they are looked for; else 0
+};
+
+/// How a deck comes into the other one's beat.
+enum class SyncStart {
+  Gently,  ///< what is heard is pulled there
+  AtOnce   ///< it is crossfaded there
 };
 
 struct OutputView {

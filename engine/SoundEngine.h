@@ -102,6 +102,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;
   void SetDeviceRole(int device, decks::DeviceRole role) override;
+  void SetStretch(decks::Stretch choice) override;
   std::vector<decks::DeviceEvent> TakeDeviceEvents() override;
   decks::EngineHealth Health() override;
 

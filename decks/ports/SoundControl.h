@@ -26,6 +26,7 @@ struct HeardStream {
   double ratio = 1;     ///< source seconds a second, as heard
   float left_peak = 0;  ///< of the last 20 ms heard, before volume, 1 is full scale
   float right_peak = 0;
+  double lag = 0;  ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
 };
 
 /// What the engine's callbacks report of themselves.
@@ -46,6 +47,10 @@ struct DeviceEvent {
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to
 /// another output, and no other device is moved to theirs.
 enum class DeviceRole { Main, Headphones };
+
+/// What changes the tempo of the main outputs while the key stays: the better sound, or the one that costs
+/// least. Head-phones make do with the latter.
+enum class Stretch { Best, LowPower };
 
 /// A change that happens at an exact frame of the device's clock.
 struct ScheduledCommand {
@@ -83,6 +88,8 @@ class SoundControl {
 
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
+  /// Also of what plays already, without a click. Best until told otherwise; any time.
+  virtual void SetStretch(Stretch /*choice*/) {}
   /// What happened to devices since the last call.
   [[nodiscard]] virtual std::vector<DeviceEvent> TakeDeviceEvents() = 0;
   [[nodiscard]] virtual EngineHealth Health() = 0;

@@ -71,6 +71,9 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  /// In Hz; 0 is the file's own.
+  [[nodiscard]] float RateOf(StreamHandle stream) const;
+  [[nodiscard]] float SemitonesOf(StreamHandle stream) const;
   /// Gains of the equaliser bands that the stream has, in dB.
   [[nodiscard]] std::vector<float> GainsOf(StreamHandle stream) const;
   [[nodiscard]] DeviceRole RoleOf(int device) const;
@@ -130,11 +133,19 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     std::uint32_t speaker = 0;
     int volume = 100;
     float tempo = 0;
+    float rate = 0;
+    float semitones = 0;
     std::vector<PeakingBand> bands;
     bool playing = false;
     double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};
     support::TimePoint ended_until{};
+
+    /// Source seconds a second.
+    [[nodiscard]] double Speed() const {
+      const double played = rate == 0 ? 1 : static_cast<double>(rate) / file.sample_rate;
+      return played * (1 + static_cast<double>(tempo) / 100);
+    }
   };
 
   bool Record(std::string line) DJ_REQUIRES(mutex_);
