@@ -160,6 +160,7 @@ void DeckStation::Tick(DeckView& view) {
   ShowAnalysis(view);
   tempo_.Show(view);
   if (coming_) view.bpm = coming_->bpm;
+  view.equaliser = gains_;
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -228,6 +229,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
   tools_.equaliser.SetUp(player_.STRM());
   tempo_.Heard(sound_.Heard(player_.STRM()));
+  gains_ = {};
   ApplySliders();
   Analyse();
   if (start.value != 0) player_.StreamTime(start);
@@ -281,20 +283,51 @@ void DeckStation::Analyse() {
   tools_.analyses.Hold(player_.Channel(), player_.ScanRequest());
 }
 
+void DeckStation::SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark) {
+  if (state_ != State::Empty) track_.marks.Of(which) = mark;
+}
+
+void DeckStation::FollowEqualiser(int slider, int decibels) {
+  const int band = slider - 1;
+  if (!player_.IsPlaying() || band < 0 || band >= decks::kEqBands) return;
+  gains_[static_cast<std::size_t>(band)] = static_cast<float>(decibels);
+}
+
 void DeckStation::ShowAnalysis(DeckView& view) {
   view.scan_busy = tools_.analyses.Busy(player_.Channel());
-  const auto analysis = tools_.analyses.Of(player_.Channel());
-  if (analysis == nullptr) return;
-  view.wave = analysis->wave;
-  view.loudness = analysis->loudness;
-  if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
-  if (!analysis->mix_points) return;
-  const music::MixPoints& points = analysis->mix_points->points;
-  player_.StartMixPoint(points.start);
-  player_.EndMixPoint(points.end);
-  view.has_mix_points = true;
-  view.start_mix_point = Microseconds(points.start_seconds);
-  view.end_mix_point = Microseconds(points.end_seconds);
+  if (state_ == State::Empty) return;
+  if (const auto analysis = tools_.analyses.Of(player_.Channel())) {
+    view.wave = analysis->wave;
+    view.loudness = analysis->loudness;
+    if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
+    if (analysis->mix_points) {
+      const music::MixPoints& points = analysis->mix_points->points;
+      player_.StartMixPoint(points.start);
+      player_.EndMixPoint(points.end);
+      view.found = {Microseconds(points.start_seconds), Microseconds(points.end_seconds)};
+    }
+  }
+  ShowMixPoint(MixPoint::Start, view);
+  ShowMixPoint(MixPoint::End, view);
+}
+
+void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {
+  constexpr auto kSame = std::chrono::milliseconds(2);  // the catalogue remembers milliseconds
+  auto& mark = track_.marks.Of(which);
+  const auto& found = view.found.Of(which);
+  const bool start = which == MixPoint::Start;
+  auto& shown = start ? view.start_mix_point : view.end_mix_point;
+  if (mark && found && std::chrono::abs(*mark - *found) < kSame) mark.reset();
+  shown = mark.value_or(found.value_or(std::chrono::microseconds(0)));
+  view.moved.Of(which) = mark.has_value();
+  view.has_mix_points = (start || view.has_mix_points) && (mark || found);
+  if (!mark) return;
+  const support::BytePosition bytes = BytesAt(*mark, heard_);
+  if (start) {
+    player_.StartMixPoint(bytes);
+  } else {
+    player_.EndMixPoint(bytes);
+  }
 }
 
 void DeckStation::MovePrelisten() {

@@ -26,6 +26,7 @@ struct Track {
   std::string artist;
   std::string title;
   double bpm = 0;
+  MixPointPair<std::optional<std::chrono::microseconds>> marks;  ///< set by hand or remembered
 };
 
 /// What all decks share.
@@ -56,6 +57,10 @@ class DeckStation {
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
   void SetPreVolume(int volume);
+  /// A mark set by hand goes before what is found; without one the found point holds again.
+  void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
+  /// A slider was moved while the deck was asked to follow.
+  void FollowEqualiser(int slider, int decibels);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
   void Analyse();
@@ -83,6 +88,7 @@ class DeckStation {
   void MovePrelisten();
   void ApplySliders();
   void ShowAnalysis(DeckView& view);
+  void ShowMixPoint(MixPoint which, DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
@@ -105,6 +111,7 @@ class DeckStation {
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
+  decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 
 }  // namespace app

@@ -155,6 +155,7 @@ void Stage::SetEqualiser(int slider, int decibels) {
   std::array<const decks::clsBassPlayer*, kDecks> players;
   for (std::size_t i = 0; i < players.size(); ++i) players[i] = &decks_[i]->Player();
   equaliser_.SliderChanged(slider, players);
+  for (const auto& deck : decks_) deck->FollowEqualiser(slider, decibels);
 }
 
 void Stage::Sync(int deck, SyncStart start, int most_percent) {

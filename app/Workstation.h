@@ -11,6 +11,7 @@
 
 #include "app/FileIntake.h"
 #include "app/Preferences.h"
+#include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/WorkstationView.h"
 #include "app/ports/Help.h"
@@ -165,6 +166,24 @@ class Workstation {
   /// Moves slider 0 to 19 of the equaliser to -12 to 12 dB and stores it; the band follows on every deck that
   /// plays.
   void SetEqualiser(int slider, int decibels);
+  /// The sliders as they were moved last.
+  [[nodiscard]] const std::array<int, decks::kEqSliders>& Equaliser() const;
+  /// Carries every slider to the decks that play; a deck begins each track flat.
+  void ResendEqualiser();
+  /// The presets, in the order of their file. Filled in by PumpWindow soon after StartUp.
+  [[nodiscard]] const std::vector<decks::EqPreset>& EqPresets() const;
+  /// Name of the preset that the bank was given last; empty for none.
+  [[nodiscard]] std::string ChosenEqPreset(decks::EqBank bank) const;
+  /// Moves the bank's sliders; nothing for a name that is not there.
+  void ApplyEqPreset(decks::EqBank bank, const std::string& name);
+  /// Under a name that is there already, its values are replaced. Asks nobody.
+  void SaveEqPreset(decks::EqBank bank, const std::string& name, PresetDesk::Done done);
+  void DeleteEqPreset(const std::string& name, PresetDesk::Done done);
+  /// Moves a mix point of the file on a deck: in the catalogue, in the playlists and, where tags are to be
+  /// written, in the file. Nothing when nothing is loaded.
+  void SetMixPoint(int deck, MixPoint which, std::chrono::microseconds place);
+  /// Back to the point that was found.
+  void ResetMixPoint(int deck, MixPoint which);
   /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
   void SetGainPercent(int percent);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2

@@ -13,6 +13,7 @@
 #include "app/IndexKeeper.h"
 #include "app/PlainScan.h"
 #include "app/Preferences.h"
+#include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
@@ -43,6 +44,7 @@ struct Workstation::Parts {
                         gate, window, say),
         plain_scan(outside.tags, outside.workers, gate, scratch),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
+        presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
 
   /// Brings a sentence to the status line, from any thread.
@@ -66,6 +68,9 @@ struct Workstation::Parts {
   void CheckProgramFolder();
   void InitialiseEngine();
   void StoredTempos();
+  void ReadPresets();
+  /// In each row of the catalogue and the playlists that holds the file.
+  void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
   void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
@@ -119,6 +124,8 @@ struct Workstation::Parts {
   FileRemoval karaoke_removal;
   PlainScan plain_scan;
   Reindex music_scan;
+  PresetDesk presets;
+  std::array<int, decks::kEqSliders> sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 

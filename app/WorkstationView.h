@@ -5,6 +5,7 @@
 #include <array>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "app/HeardSound.h"
@@ -21,6 +22,17 @@ inline constexpr int kDecks =
 inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
 
 inline constexpr int kTempoRange = 8;  ///< of a tempo slider that was not set, up and down, in percent
+
+/// Where a track begins and ends in a mix.
+enum class MixPoint { Start, End };
+
+template <typename T>
+struct MixPointPair {
+  T start{};
+  T end{};
+  [[nodiscard]] T& Of(MixPoint which) { return which == MixPoint::Start ? start : end; }
+  [[nodiscard]] const T& Of(MixPoint which) const { return which == MixPoint::Start ? start : end; }
+};
 
 /// What a deck shows. A snapshot of one tick of the conductor.
 struct DeckView {
@@ -57,6 +69,9 @@ struct DeckView {
   bool has_mix_points = false;  ///< false until a worker has found them
   std::chrono::microseconds start_mix_point{0};
   std::chrono::microseconds end_mix_point{0};
+  MixPointPair<bool> moved{};  ///< by hand, or by what the catalogue remembers
+  MixPointPair<std::optional<std::chrono::microseconds>> found;  ///< what the scan found
+  std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
   double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
 };
 

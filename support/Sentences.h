@@ -25,6 +25,10 @@ enum class Sentence : int {
   FilesLeftOut,
   TemposTooFarApart,
   TempoUnknown,
+  PresetsUnreadable,
+  PresetNotSaved,
+  PresetNotDeleted,
+  PresetNeedsName,
 
   KaraokeSongInMusic = 201,
   IndexMissing,

@@ -24,6 +24,7 @@ class QStackedWidget;
 namespace ui {
 
 class DeckPanel;
+class EqualiserPage;
 class KaraokePage;
 class MixerPanel;
 class MusicPage;
@@ -57,6 +58,8 @@ class frmMain final : public QMainWindow {
   QWidget* MakeDecks();
   QWidget* MakePages(const Look& look);
   QWidget* MakeMusic(const Look& look);
+  QWidget* MakeEffects(const Look& look);
+  void KeepListenLevel(int level);
   PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
@@ -108,6 +111,7 @@ class frmMain final : public QMainWindow {
   MusicPage* music_ = nullptr;
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;
+  EqualiserPage* equaliser_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
   VisualPanel* visual_ = nullptr;
 };
