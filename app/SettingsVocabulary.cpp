@@ -166,9 +166,9 @@ constexpr Words kEffects[] = {{"IO", "CONSTANT", "mode of the switched outputs"}
 
 constexpr Words kBanks[] = {{"CurrentBank", "1", "number of the pattern bank"},
                             {"CurrentProgram", "1", "number of the pattern bank, as the selector wrote it"},
-                            {"Timer", "100", "speed while patterns play"}};
+                            {"Timer", "60", "speed while patterns play, 0 to 100"}};
 
-constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode"}};
+constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode, 0 to 100"}};
 
 void AddProgram(Rows& rows) {
   using enum SettingKey::Fallback;
@@ -206,8 +206,8 @@ void AddKaraokeAndLights(Rows& rows) {
   Add(rows, "Effects", kEffects);
   for (const std::string_view section : {"Banks", "BanksDAC"}) Add(rows, section, kBanks);
   for (const std::string_view section : {"IOLO", "DACLO", "Mono", "Stereo"}) Add(rows, section, kTimer);
-  AddOutputs(rows, "IOLO", "50", "level at which this output lights");
-  AddOutputs(rows, "DACLO", "50", "level of this output in light-organ mode");
+  AddOutputs(rows, "IOLO", "55", "level at which this output lights, 0 to 100");
+  AddOutputs(rows, "DACLO", "255", "full level of this output in light-organ mode, 0 to 255");
   AddOutputs(rows, "CONSTANTIO", "0", "this output is lit in constant mode");
   AddOutputs(rows, "CONSTANTDAC", "0", "value of this output in constant mode");
 }
