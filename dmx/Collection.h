@@ -32,6 +32,8 @@ class Collection {
     return *items_.insert(items_.begin() + place, std::move(item));
   }
 
+  void Reserve(std::size_t members) { items_.reserve(members); }
+
   /// nullptr when there is no such member.
   [[nodiscard]] T* Item(int position) { return const_cast<T*>(std::as_const(*this).Item(position)); }
   [[nodiscard]] const T* Item(int position) const {

@@ -13,7 +13,7 @@
 namespace dmx {
 namespace {
 
-constexpr std::uintmax_t kLongestFile = 32 << 20;
+constexpr std::uintmax_t kLongestFixtureFile = 32 << 20;
 constexpr int kHighestIndex = std::numeric_limits<std::int16_t>::max();
 
 presets ReadPreset(LineReader& lines, int owner) {
@@ -97,7 +97,7 @@ std::string FixtureText(const Fixture& fixture) {
 }
 
 support::Result<FixtureReading> OpenFixture(const std::filesystem::path& path) {
-  const auto text = WholeDataFile(path, kLongestFile);
+  const auto text = WholeDataFile(path, kLongestFixtureFile);
   if (!text) return text.Failure();
   return ReadFixture(text.Value());
 }
