@@ -26,8 +26,8 @@ struct DmxInterfaceStatus {
 /// A USB-DMX interface in the words of its driver library. No call says whether it succeeded.
 ///
 /// Law: the interface keeps the frame and repeats it by itself; a level is handed over once, when it changes.
-/// A second start is as good as one. Threads: one at a time; no call blocks longer than a millisecond, but
-/// StopDevice may wait until the dark frame is out.
+/// A second start is as good as one; the first one after a stop finds every level at 0. Threads: one at a
+/// time; no call blocks longer than a millisecond, and whoever destroys the interface waits for the last frame.
 class DmxInterface {
  public:
   virtual ~DmxInterface() = default;
