@@ -5,6 +5,7 @@
 #include <fluidsynth.h>
 
 #include <algorithm>
+#include <array>
 #include <cstdlib>
 #include <set>
 #include <system_error>
@@ -30,11 +31,13 @@ class FluidSynthesiser final : public karaoke::Synthesiser {
       : settings_(std::move(settings)), synth_(std::move(synth)) {}
 
   void Reset() override {
-    // The reset alone lets notes ring out.
+    // The reset lets notes ring out, unless a block was rendered since they were cut.
     constexpr int kChannels = 16;
     for (int channel = 0; channel < kChannels; ++channel) {
       fluid_synth_cc(synth_.get(), channel, karaoke::controller::kSoundOff, 0);
     }
+    std::array<float, kBlock> left, right;
+    Render(left, right);
     fluid_synth_system_reset(synth_.get());
   }
 
