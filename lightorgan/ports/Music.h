@@ -2,15 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <array>
 #include <chrono>
 #include <cstdint>
 #include <optional>
 
+#include "music/Spectrum.h"
+
 namespace lightorgan {
 
-/// Magnitudes of a 256-sample transform, 1 is full scale.
-using Bins = std::array<float, 128>;
+/// Magnitudes of a 256-sample transform.
+using Bins = music::Spectrum;
 
 enum class Channels { Mixed, Left, Right };
 
