@@ -32,7 +32,7 @@ Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Ex
       equaliser_(engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
+        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_, say_}, box_);
   }
 }
 
@@ -166,7 +166,7 @@ void Stage::ReleaseEngine() {
 void Stage::Tick() {
   bool listed = false;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
-    if (!event.text.empty()) notice_ = event.text;
+    if (!event.text.empty()) notice_ = say_({support::ErrorCode::Unavailable, event.text, event.saying});
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
   }
   if (listed && listed_) listed_();

@@ -84,7 +84,7 @@ catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, cata
                                                      support::Sentence damaged) {
   const auto report = catalogue::LoadIndex(folder.Native(name), table, say);
   if (!report) {
-    if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(report.Failure().text);
+    if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(say(report.Failure()));
     return {};
   }
   const int skipped = report.Value().Skipped();
