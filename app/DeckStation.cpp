@@ -48,7 +48,12 @@ support::BytePosition BytesAt(std::chrono::microseconds time, const decks::Heard
 DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
                          const decks::MasterControls& controls, const DeckTools& tools,
                          std::shared_ptr<Mailbox> box)
-    : engine_(engine), sound_(sound), tools_(tools), box_(std::move(box)), player_(engine, controls) {
+    : engine_(engine),
+      sound_(sound),
+      tools_(tools),
+      box_(std::move(box)),
+      player_(engine, controls),
+      tempo_(engine, player_) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -71,6 +76,7 @@ void DeckStation::Play() {
   if (state_ == State::Paused) return Resume();
   if (state_ != State::Stopped || player_.STRM() == 0) return;
   player_.Play();
+  tempo_.Apply();  // to the head-phones' stream, which may be a new one
   state_ = State::Playing;
 }
 
@@ -120,11 +126,6 @@ void DeckStation::SetPreVolume(int volume) {
   player_.PreVolume(Level(volume));
 }
 
-void DeckStation::SetTempo(float percent) {
-  tempo_percent_ = std::clamp(percent, -50.0F, 100.0F);
-  engine_.BASS_FX_TempoSet(player_.STRM(), tempo_percent_, decks::kTempoUnchanged, decks::kTempoUnchanged);
-}
-
 void DeckStation::RouteMain(OutputView output) {
   if (player_.device() == output.device && player_.Speaker() == output.speaker) return;
   player_.device(static_cast<std::int16_t>(output.device));
@@ -153,13 +154,13 @@ void DeckStation::Tick(DeckView& view) {
   view.filename = shown.filename;
   view.artist = shown.artist;
   view.title = shown.title;
-  view.bpm = shown.bpm;
   view.message = message_;
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
-  view.tempo_percent = tempo_percent_;
-  view.wave = tools_.waves.Of(player_.Channel());
-  ShowMixPoints(view);
+  ShowAnalysis(view);
+  tempo_.Show(view);
+  if (coming_) view.bpm = coming_->bpm;
+  view.equaliser = gains_;
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -170,6 +171,7 @@ void DeckStation::ShowHeard(DeckView& view) {
     heard_ = StandingAtTheStart(heard_);
   }
   const decks::HeardStream& heard = heard_;
+  tempo_.Heard(heard);
   NoticeTheEnd();
   view.position = TimeOf(heard.frame, heard.sample_rate);
   view.length = TimeOf(heard.length, heard.sample_rate);
@@ -202,6 +204,7 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   }
   switch (wish) {
     case kLoad:
+      if (result) tempo_.Begin(coming_->bpm);
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);
     case kReopen:
       return OpenTrack(track_, result);
@@ -225,9 +228,10 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, tools_.say(sound_.LastError()));
   tools_.equaliser.SetUp(player_.STRM());
+  tempo_.Heard(sound_.Heard(player_.STRM()));
+  gains_ = {};
   ApplySliders();
-  HoldWave();
-  FindMixPoints();
+  Analyse();
   if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
@@ -246,8 +250,8 @@ void DeckStation::Reject(const Track& track, const std::string& sentence) {
 void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
-  tools_.waves.Drop(player_.Channel());
-  tools_.mix_points.Drop(player_.Channel());
+  tempo_.Begin(0);
+  tools_.analyses.Drop(player_.Channel());
   track_ = {};
   message_.clear();
   reopen_at_.reset();
@@ -271,29 +275,59 @@ void DeckStation::MoveMain() {
 
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
-  if (tempo_percent_ != 0) SetTempo(tempo_percent_);
+  tempo_.Apply();
 }
 
-void DeckStation::HoldWave() {
-  const decks::HeardStream heard = sound_.Heard(player_.STRM());
-  tools_.waves.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
+void DeckStation::Analyse() {
+  if (player_.Filename().empty() || state_ == State::Empty) return;
+  tools_.analyses.Hold(player_.Channel(), player_.ScanRequest());
 }
 
-void DeckStation::FindMixPoints() {
-  if (!player_.Filename().empty() && state_ != State::Empty) {
-    tools_.mix_points.Hold(player_.Channel(), player_.ScanRequest());
+void DeckStation::SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark) {
+  if (state_ != State::Empty) track_.marks.Of(which) = mark;
+}
+
+void DeckStation::FollowEqualiser(int slider, int decibels) {
+  const int band = slider - 1;
+  if (!player_.IsPlaying() || band < 0 || band >= decks::kEqBands) return;
+  gains_[static_cast<std::size_t>(band)] = static_cast<float>(decibels);
+}
+
+void DeckStation::ShowAnalysis(DeckView& view) {
+  view.scan_busy = tools_.analyses.Busy(player_.Channel());
+  if (state_ == State::Empty) return;
+  if (const auto analysis = tools_.analyses.Of(player_.Channel())) {
+    view.wave = analysis->wave;
+    view.loudness = analysis->loudness;
+    if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
+    if (analysis->mix_points) {
+      const music::MixPoints& points = analysis->mix_points->points;
+      player_.StartMixPoint(points.start);
+      player_.EndMixPoint(points.end);
+      view.found = {Microseconds(points.start_seconds), Microseconds(points.end_seconds)};
+    }
   }
+  ShowMixPoint(MixPoint::Start, view);
+  ShowMixPoint(MixPoint::End, view);
 }
 
-void DeckStation::ShowMixPoints(DeckView& view) {
-  view.scan_busy = tools_.mix_points.Busy(player_.Channel());
-  const auto points = tools_.mix_points.Of(player_.Channel());
-  if (!points) return;
-  player_.StartMixPoint(points->start);
-  player_.EndMixPoint(points->end);
-  view.has_mix_points = true;
-  view.start_mix_point = Microseconds(points->start_seconds);
-  view.end_mix_point = Microseconds(points->end_seconds);
+void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {
+  constexpr auto kSame = std::chrono::milliseconds(2);  // the catalogue remembers milliseconds
+  auto& mark = track_.marks.Of(which);
+  const auto& found = view.found.Of(which);
+  const bool start = which == MixPoint::Start;
+  auto& shown = start ? view.start_mix_point : view.end_mix_point;
+  if (mark && found && std::chrono::abs(*mark - *found) < kSame) mark.reset();
+  shown = mark.value_or(found.value_or(std::chrono::microseconds(0)));
+  view.moved.Of(which) = mark.has_value();
+  view.has_mix_points = (start || view.has_mix_points) && (mark || found);
+  if (!mark) return;
+  const support::BytePosition bytes = BytesAt(*mark, heard_);
+  if (start) {
+    player_.StartMixPoint(bytes);
+  } else {
+    player_.EndMixPoint(bytes);
+  }
 }
 
 void DeckStation::MovePrelisten() {
@@ -301,6 +335,7 @@ void DeckStation::MovePrelisten() {
   const std::int16_t level = player_.PreVolume();
   player_.OpenPrelisten();
   if (state_ == State::Playing) player_.PlayPrelisten();
+  tempo_.Apply();
   player_.PreVolume(level);
 }
 

@@ -9,9 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "app/AnalysisDesk.h"
+#include "app/DeckTempo.h"
 #include "app/Mailbox.h"
-#include "app/MixPointDesk.h"
-#include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
 #include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
@@ -27,12 +27,12 @@ struct Track {
   std::string artist;
   std::string title;
   double bpm = 0;
+  MixPointPair<std::optional<std::chrono::microseconds>> marks;  ///< set by hand or remembered
 };
 
 /// What all decks share.
 struct DeckTools {
-  WaveDesk& waves;
-  MixPointDesk& mix_points;
+  AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
 };
@@ -59,9 +59,13 @@ class DeckStation {
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
   void SetPreVolume(int volume);
-  void SetTempo(float percent);
-  /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
-  void FindMixPoints();
+  /// A mark set by hand goes before what is found; without one the found point holds again.
+  void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
+  /// A slider was moved while the deck was asked to follow.
+  void FollowEqualiser(int slider, int decibels);
+  [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
+  /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
+  void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
 
   /// Where the deck plays from now on; what sounds moves at its heard position.
@@ -85,8 +89,8 @@ class DeckStation {
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();
-  void HoldWave();
-  void ShowMixPoints(DeckView& view);
+  void ShowAnalysis(DeckView& view);
+  void ShowMixPoint(MixPoint which, DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
@@ -100,6 +104,7 @@ class DeckStation {
   DeckTools tools_;
   std::shared_ptr<Mailbox> box_;
   decks::clsBassPlayer player_;
+  DeckTempo tempo_;
   DeckView::State state_ = DeckView::State::Empty;
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared
@@ -108,7 +113,7 @@ class DeckStation {
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
-  float tempo_percent_ = 0;
+  decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 
 }  // namespace app

@@ -40,6 +40,7 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"MixPoints", "True", "the automatic mixer mixes at the mix points"},
                                {"BPMPercent", "8", "the furthest that tempos are matched, in percent"},
                                {"GainPercent", "3", "threshold of the mix points, 0 to 100"},
+                               {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
                                {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
 
 constexpr Words kMixer[] = {{"Preview", "0", "level of the head-phones, 0 to 100"},
@@ -81,7 +82,8 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
 
 constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch"}};
 constexpr Words kSkin[] = {{"Name", "0", "number of the skin"}};
-constexpr Words kVisualisation[] = {{"Resolution", "25", "frames a second of the visualisation"}};
+constexpr Words kVisualisation[] = {{"Name", "Spectrum", "visualiser that is shown; None for none"},
+                                    {"Resolution", "25", "frames a second of the visualisation"}};
 
 constexpr Words kChannels[] = {{"Color1", "255", "colour of console channel 1"},
                                {"Color2", "25855", "colour of console channel 2"},
@@ -128,6 +130,8 @@ constexpr Words kPlayer[] = {{"Echo", "False", "echo is on"},
                              {"PitchTempo", "0", "tempo in percent from the original"},
                              {"PitchSample", "0", "sample rate in percent from the original"},
                              {"PitchScaling", "0", "pitch in semitones from the original"},
+                             {"KeyLock", "True", "the key stays when the tempo changes"},
+                             {"TempoRange", "8", "how far the tempo slider goes, in percent"},
                              {"ReverbLevel", "0", "level of the reverb"},
                              {"ReverbDelay", "0", "delay of the reverb"},
                              {"LowPassCut", "0", "edge of the low-pass filter"},
@@ -162,9 +166,9 @@ constexpr Words kEffects[] = {{"IO", "CONSTANT", "mode of the switched outputs"}
 
 constexpr Words kBanks[] = {{"CurrentBank", "1", "number of the pattern bank"},
                             {"CurrentProgram", "1", "number of the pattern bank, as the selector wrote it"},
-                            {"Timer", "100", "speed while patterns play"}};
+                            {"Timer", "60", "speed while patterns play, 0 to 100"}};
 
-constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode"}};
+constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode, 0 to 100"}};
 
 void AddProgram(Rows& rows) {
   using enum SettingKey::Fallback;
@@ -202,8 +206,8 @@ void AddKaraokeAndLights(Rows& rows) {
   Add(rows, "Effects", kEffects);
   for (const std::string_view section : {"Banks", "BanksDAC"}) Add(rows, section, kBanks);
   for (const std::string_view section : {"IOLO", "DACLO", "Mono", "Stereo"}) Add(rows, section, kTimer);
-  AddOutputs(rows, "IOLO", "50", "level at which this output lights");
-  AddOutputs(rows, "DACLO", "50", "level of this output in light-organ mode");
+  AddOutputs(rows, "IOLO", "55", "level at which this output lights, 0 to 100");
+  AddOutputs(rows, "DACLO", "255", "full level of this output in light-organ mode, 0 to 255");
   AddOutputs(rows, "CONSTANTIO", "0", "this output is lit in constant mode");
   AddOutputs(rows, "CONSTANTDAC", "0", "value of this output in constant mode");
 }

@@ -19,20 +19,23 @@ std::size_t Index(int output) {
 
 }  // namespace
 
-Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say)
-    : engine_(engine),
-      sound_(sound),
+Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
+             std::shared_ptr<Mailbox> box, const support::Sentences& say)
+    : engine_(ports.engine),
+      sound_(ports.sound),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      waves_(engine, workers, gate_, box_),
-      mix_points_(engine, sound, workers, gate_, box_),
-      equaliser_(engine) {
+      analyses_(ports, workers, gate_, box_,
+                [this, answers = box_](const support::Error& failure) {
+                  answers->Post([this, failure] { Notice(say_(failure)); });
+                }),
+      equaliser_(ports.engine),
+      loudest_(ports.engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_, say_}, box_);
+        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_}, box_);
   }
 }
 
@@ -138,7 +141,7 @@ void Stage::FollowMixer(int percent) {
 
 void Stage::SetGainPercent(int percent) {
   controls_.AutomationSlider[1] = percent;
-  for (const auto& deck : decks_) deck->FindMixPoints();
+  for (const auto& deck : decks_) deck->Analyse();
 }
 
 void Stage::StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders) {
@@ -152,6 +155,24 @@ void Stage::SetEqualiser(int slider, int decibels) {
   std::array<const decks::clsBassPlayer*, kDecks> players;
   for (std::size_t i = 0; i < players.size(); ++i) players[i] = &decks_[i]->Player();
   equaliser_.SliderChanged(slider, players);
+  for (const auto& deck : decks_) deck->FollowEqualiser(slider, decibels);
+}
+
+void Stage::Sync(int deck, SyncStart start, int most_percent) {
+  if (!BeatMatch::Matches(deck)) return;
+  if (!beats_.Start(Deck(deck), Deck(BeatMatch::LeaderOf(deck)), start, most_percent)) {
+    notice_ = CannotSync(deck, most_percent);
+  }
+}
+
+void Stage::Unsync(int deck) {
+  if (BeatMatch::Matches(deck)) beats_.Stop(Deck(deck));
+}
+
+std::string Stage::CannotSync(int deck, int most_percent) {
+  const bool known = Deck(deck).Tempo().Bpm() > 0 && Deck(BeatMatch::LeaderOf(deck)).Tempo().Bpm() > 0;
+  return known ? say_(support::Sentence::TemposTooFarApart, {std::to_string(most_percent)})
+               : say_(support::Sentence::TempoUnknown);
 }
 
 void Stage::ReleaseDecks() {
@@ -172,6 +193,14 @@ void Stage::Tick() {
   if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
+  for (int number = 1; number <= BeatMatch::kMatched; ++number) {
+    if (const int most = beats_.Tick(Deck(number), Deck(BeatMatch::LeaderOf(number)))) {
+      notice_ = CannotSync(number, most);
+    }
+    beats_.Show(number, view.decks[Index(number)]);
+  }
+  view.sound = loudest_.Listen(view.decks,
+                               {Deck(1).Player().STRM(), Deck(2).Player().STRM(), Deck(3).Player().STRM()});
   view.outputs = outputs_;
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);

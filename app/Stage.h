@@ -9,10 +9,12 @@
 #include <string>
 #include <vector>
 
+#include "app/AnalysisDesk.h"
+#include "app/BeatMatch.h"
 #include "app/DeckStation.h"
+#include "app/LoudestDeck.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
-#include "app/WaveDesk.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
@@ -26,8 +28,8 @@ namespace app {
 /// Threads: the conductor, but for View, which is the window's.
 class Stage {
  public:
-  Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
+  Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
+        std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
   /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
@@ -46,10 +48,15 @@ class Stage {
   void StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders);
   /// Moves a slider, 0 to 19, and its band on every deck that plays.
   void SetEqualiser(int slider, int decibels);
+  /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
+  void Sync(int deck, SyncStart start, int most_percent);
+  void Unsync(int deck);
   /// The system's volume was told.
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.
   void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
+  /// Called with each analysis of a deck's file that is complete.
+  void OnAnalysed(AnalysisDesk::Found found) { analyses_.OnFound(std::move(found)); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -62,6 +69,7 @@ class Stage {
 
  private:
   [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
+  [[nodiscard]] std::string CannotSync(int deck, int most_percent);
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
@@ -74,10 +82,11 @@ class Stage {
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
   decks::MasterControls controls_;
-  WaveDesk waves_;
-  MixPointDesk mix_points_;
+  AnalysisDesk analyses_;
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
+  BeatMatch beats_;
+  LoudestDeck loudest_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

@@ -41,8 +41,10 @@ void Workstation::StartUp() {
   // From here on the engine is the conductor's: devices may open while the window is painted.
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
+  parts.StoredTempos();
   parts.FindVisualisations();
   parts.ShortenBuffers();
+  parts.ReadPresets();
 }
 
 void Workstation::ShutDown() {
@@ -120,7 +122,8 @@ void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
-  conductor.Post([this, sliders = StoredSliders(preferences), percent = preferences.gain_percent] {
+  sliders = StoredSliders(preferences);
+  conductor.Post([this, sliders = sliders, percent = preferences.gain_percent] {
     stage.StoredEqualiser(sliders);
     stage.SetGainPercent(std::clamp(percent, 0, 100));
   });
@@ -146,6 +149,12 @@ void Workstation::Parts::FindVisualisations() {
   });
 }
 
+void Workstation::Parts::ReadPresets() {
+  presets.Read([complain = Complainer()](const support::Result<void>& read) {
+    if (!read) complain(read.Failure());
+  });
+}
+
 void Workstation::Parts::ShortenBuffers() {
   conductor.Post([this] { stage.SetBuffers(); });
 }
@@ -166,6 +175,7 @@ void Workstation::Parts::ReleaseEngine() {
 void Workstation::Parts::SaveWhatWaits() {
   index.Flush();
   karaoke_index.Flush();
+  presets.Flush();
   settings.Store().Flush();
 }
 

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cassert>
+#include <cmath>
 #include <utility>
 
 #include "app/MasterVolume.h"
@@ -21,6 +22,14 @@ template <typename Command>
 void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
   if (deck < 1 || deck > kDecks) return;
   conductor.Post([&stage, deck, command = std::move(command)] { command(stage.Deck(deck)); });
+}
+
+/// Of a cell that holds seconds; nothing where it holds none.
+std::optional<std::chrono::microseconds> TimeIn(std::string_view cell) {
+  constexpr double kLongest = 1e6;
+  const auto seconds = support::ParseReal(cell);
+  if (!seconds || !(*seconds >= 0 && *seconds <= kLongest)) return std::nullopt;
+  return std::chrono::microseconds(std::llround(*seconds * 1e6));
 }
 
 }  // namespace
@@ -60,6 +69,11 @@ int Workstation::VisualisationRate() const {
   return parts_->visualisation_rate;
 }
 
+Picture Workstation::Visualise(std::string_view name) {
+  Visualisation* visualisation = parts_->ports.visualisation;
+  return visualisation == nullptr ? Picture{} : visualisation->Show(name, View().sound);
+}
+
 const Preferences& Workstation::Preferred() const {
   return parts_->preferences;
 }
@@ -80,6 +94,8 @@ void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int ro
   wanted.artist = table.Cell(row, track::kArtist);
   wanted.title = table.Cell(row, track::kTitle);
   wanted.bpm = support::ParseReal(table.Cell(row, track::kBpm)).value_or(0);
+  wanted.marks = {TimeIn(table.Cell(row, track::kStartMixPoint)),
+                  TimeIn(table.Cell(row, track::kEndMixPoint))};
   OnDeck(parts_->conductor, parts_->stage, deck,
          [wanted = std::move(wanted)](DeckStation& station) { station.Load(wanted); });
 }
@@ -110,11 +126,6 @@ void Workstation::SetVolume(int deck, int volume) {
          [volume](DeckStation& station) { station.SetVolume(volume); });
 }
 
-void Workstation::SetTempo(int deck, float percent) {
-  OnDeck(parts_->conductor, parts_->stage, deck,
-         [percent](DeckStation& station) { station.SetTempo(percent); });
-}
-
 void Workstation::SetPreVolume(int deck, int volume) {
   OnDeck(parts_->conductor, parts_->stage, deck,
          [volume](DeckStation& station) { station.SetPreVolume(volume); });
@@ -126,20 +137,6 @@ void Workstation::SetMainVolume(int main_volume) {
     stage.SetMainVolume(slider);
     if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
   });
-}
-
-void Workstation::SetEqualiser(int slider, int decibels) {
-  if (slider < 0 || slider >= decks::kEqSliders) return;
-  const int gain = std::clamp(decibels, -kMostEqGain, kMostEqGain);
-  const bool first = slider < decks::kEqBands;
-  parts_->settings.SetNumber(first ? "Eq1" : "Eq2", std::to_string(slider % decks::kEqBands), gain);
-  parts_->conductor.Post([&stage = parts_->stage, slider, gain] { stage.SetEqualiser(slider, gain); });
-}
-
-void Workstation::SetGainPercent(int percent) {
-  const int slider = std::clamp(percent, 0, 100);
-  parts_->settings.SetNumber("Settings", "GainPercent", slider);
-  parts_->conductor.Post([&stage = parts_->stage, slider] { stage.SetGainPercent(slider); });
 }
 
 void Workstation::SetOutput(int output, OutputView choice) {

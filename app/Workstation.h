@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <chrono>
 #include <functional>
 #include <memory>
@@ -10,6 +11,7 @@
 
 #include "app/FileIntake.h"
 #include "app/Preferences.h"
+#include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/WorkstationView.h"
 #include "app/ports/Help.h"
@@ -18,8 +20,10 @@
 #include "app/ports/SystemMixer.h"
 #include "app/ports/Visualisation.h"
 #include "catalogue/IndexFile.h"
+#include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
+#include "decks/AnalysisPass.h"
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Clock.h"
@@ -39,9 +43,11 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
-  SystemMixer* mixer = nullptr;            ///< null: no master volume
-  Visualisation* visualisation = nullptr;  ///< null: none
-  ScanPort* scan = nullptr;                ///< null: every file is read anew
+  SystemMixer* mixer = nullptr;                ///< null: no master volume
+  Visualisation* visualisation = nullptr;      ///< null: none
+  ScanPort* scan = nullptr;                    ///< null: every file is read anew
+  decks::AnalysisTools analysis = {};          ///< what is null is not measured
+  catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
 };
 
 /// What the button of the settings page does.
@@ -54,6 +60,9 @@ struct ApplyWish {
 };
 
 inline constexpr int kPlaylists = 3;
+
+/// How far a tempo slider may go, in percent.
+inline constexpr std::array<int, 5> kTempoRanges{6, 8, 10, 16, 50};
 
 /// What start-up read of the index files.
 struct LoadReport {
@@ -92,6 +101,8 @@ class Workstation {
   [[nodiscard]] const std::vector<std::string>& Visualisers() const;
   /// Frames a second of the visualisation.
   [[nodiscard]] int VisualisationRate() const;
+  /// What a visualiser makes of the sound of the newest View.
+  [[nodiscard]] Picture Visualise(std::string_view name);
   /// As read at start-up.
   [[nodiscard]] const Preferences& Preferred() const;
   /// The store itself, for the controls that read and write a key of their own.
@@ -118,7 +129,36 @@ class Workstation {
   void Stop(int deck);
   void Seek(int deck, std::chrono::microseconds position);
   void SetVolume(int deck, int volume);
+
+  // Tempo. What is set by slider holds for every file that comes onto the deck, and is stored for decks 1 and
+  // 2; anything past what the engine plays is taken back to it.
+  /// From the original, -50 to 100. Lets go of a sync.
   void SetTempo(int deck, float percent);
+  void SetKeyLock(int deck, decks::KeyLock lock);
+  /// -12 to 12.
+  void SetPitch(int deck, float semitones);
+  /// From the file's own rate, -50 to 100: moves tempo and pitch together, whatever the key lock.
+  void SetSampleRate(int deck, float percent);
+  /// How far the slider goes; one of kTempoRanges. The tempo itself stays as it is.
+  void SetTempoRange(int deck, int percent);
+  /// What stretches the main outputs' sound from now on, stored; also while music plays.
+  void SetStretch(decks::Stretch choice);
+  /// Faster or slower by so many percent for as long as it is held; 0 lets go.
+  void Nudge(int deck, float percent);
+
+  // Beats. Corrections by hand hold until the next file comes onto the deck.
+  /// A beat is heard now. From the fourth tap on they set the tempo of the file and its grid.
+  void Tap(int deck);
+  void ScaleBpm(int deck, music::BeatScale scale);
+  /// Later by the time, or earlier where it is negative.
+  void ShiftGrid(int deck, std::chrono::microseconds time);
+  /// A beat lies where the deck is heard now.
+  void AlignGrid(int deck);
+  /// Deck 1 or 2 follows the tempo and the beats of the other one until the tempo is set by hand, another
+  /// file comes, or the tempos lie further apart than BPMPercent, which is said. Gently: what is heard is
+  /// pulled into the beat without a jump; AtOnce: it is crossfaded there.
+  void Sync(int deck, SyncStart start = SyncStart::Gently);
+  void Unsync(int deck);
   /// The deck's level in the head-phones.
   void SetPreVolume(int deck, int volume);
   /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
@@ -126,6 +166,24 @@ class Workstation {
   /// Moves slider 0 to 19 of the equaliser to -12 to 12 dB and stores it; the band follows on every deck that
   /// plays.
   void SetEqualiser(int slider, int decibels);
+  /// The sliders as they were moved last.
+  [[nodiscard]] const std::array<int, decks::kEqSliders>& Equaliser() const;
+  /// Carries every slider to the decks that play; a deck begins each track flat.
+  void ResendEqualiser();
+  /// The presets, in the order of their file. Filled in by PumpWindow soon after StartUp.
+  [[nodiscard]] const std::vector<decks::EqPreset>& EqPresets() const;
+  /// Name of the preset that the bank was given last; empty for none.
+  [[nodiscard]] std::string ChosenEqPreset(decks::EqBank bank) const;
+  /// Moves the bank's sliders; nothing for a name that is not there.
+  void ApplyEqPreset(decks::EqBank bank, const std::string& name);
+  /// Under a name that is there already, its values are replaced. Asks nobody.
+  void SaveEqPreset(decks::EqBank bank, const std::string& name, PresetDesk::Done done);
+  void DeleteEqPreset(const std::string& name, PresetDesk::Done done);
+  /// Moves a mix point of the file on a deck: in the catalogue, in the playlists and, where tags are to be
+  /// written, in the file. Nothing when nothing is loaded.
+  void SetMixPoint(int deck, MixPoint which, std::chrono::microseconds place);
+  /// Back to the point that was found.
+  void ResetMixPoint(int deck, MixPoint which);
   /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
   void SetGainPercent(int percent);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2

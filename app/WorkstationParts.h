@@ -13,6 +13,7 @@
 #include "app/IndexKeeper.h"
 #include "app/PlainScan.h"
 #include "app/Preferences.h"
+#include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
@@ -30,7 +31,8 @@ struct Workstation::Parts {
         conducting(how),
         settings(outside.settings, program_folder),
         conductor([this] { stage.Tick(); }),
-        stage(outside.engine, outside.sound, outside.workers, gate, conductor.Box(), say),
+        stage({outside.engine, outside.sound, outside.analysis, outside.side_store}, outside.workers, gate,
+              conductor.Box(), say),
         index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Complainer()),
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
                       Complainer()),
@@ -42,6 +44,7 @@ struct Workstation::Parts {
                         gate, window, say),
         plain_scan(outside.tags, outside.workers, gate, scratch),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
+        presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
 
   /// Brings a sentence to the status line, from any thread.
@@ -71,6 +74,10 @@ struct Workstation::Parts {
   void FollowOutputDevices();
   void CheckProgramFolder();
   void InitialiseEngine();
+  void StoredTempos();
+  void ReadPresets();
+  /// In each row of the catalogue and the playlists that holds the file.
+  void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
   void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
@@ -79,6 +86,11 @@ struct Workstation::Parts {
 
   /// Shows a sentence in a box, or keeps it for a window that is not there yet.
   void Prompt(std::string sentence);
+
+  /// Stores a slider of a deck's tempo and moves it.
+  void MoveTempo(int deck, double decks::TempoSliders::*slider, std::string_view key, double value);
+  /// A command for one deck's tempo, for the conductor; nothing for a deck that is not there.
+  void OnTempo(int deck, std::function<void(DeckTempo&)> command);
 
   /// Starts a scan and saves the table when it was replaced.
   static void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
@@ -120,6 +132,8 @@ struct Workstation::Parts {
   FileRemoval karaoke_removal;
   PlainScan plain_scan;
   Reindex music_scan;
+  PresetDesk presets;
+  std::array<int, decks::kEqSliders> sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 

@@ -5,10 +5,14 @@
 #include <array>
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "app/HeardSound.h"
+#include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
-#include "music/Wave.h"
+#include "music/BeatGrid.h"
+#include "music/TrackAnalysis.h"
 
 namespace app {
 
@@ -16,6 +20,19 @@ inline constexpr int kDecks =
     4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
 
 inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
+
+inline constexpr int kTempoRange = 8;  ///< of a tempo slider that was not set, up and down, in percent
+
+/// Where a track begins and ends in a mix.
+enum class MixPoint { Start, End };
+
+template <typename T>
+struct MixPointPair {
+  T start{};
+  T end{};
+  [[nodiscard]] T& Of(MixPoint which) { return which == MixPoint::Start ? start : end; }
+  [[nodiscard]] const T& Of(MixPoint which) const { return which == MixPoint::Start ? start : end; }
+};
 
 /// What a deck shows. A snapshot of one tick of the conductor.
 struct DeckView {
@@ -30,18 +47,38 @@ struct DeckView {
   bool length_exact = false;
   float left_db = -90;  ///< dB below full scale, -90 is silence
   float right_db = -90;
-  double bpm = 0;           ///< of the file, 0 when unknown
+  double bpm = 0;           ///< of the file: of its row, else as it was measured; 0 when unknown
   int volume = 100;         ///< 0 to 100
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
+  double playing_bpm = 0;   ///< as it is heard, 0 when unknown
   float tempo_percent = 0;  ///< from the original
-  int sample_rate = 0;      ///< Hz
-  /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
-  /// the deck goes on to another file; it never changes.
+  decks::KeyLock key_lock = decks::KeyLock::On;
+  float pitch = 0;                ///< semitones from the original
+  float sample_percent = 0;       ///< sample rate from the file's own
+  int tempo_range = kTempoRange;  ///< how far the tempo slider goes, up and down, in percent
+  bool synced = false;            ///< it follows the other deck's beat
+  /// Seconds by which its beat comes late (above 0) or early while it is synced.
+  double sync_error = 0;
+  /// Where the beats lie; null when none are known. Shared as the wave is.
+  std::shared_ptr<const music::BeatGrid> grid;
+  int sample_rate = 0;  ///< Hz
+  /// Of the file on the deck; null until a worker has begun it, and growing until it is done. Shared, because
+  /// the window draws from it while the deck goes on to another file; it never changes.
   std::shared_ptr<const music::Wave> wave;
+  music::Loudness loudness;     ///< not valid until it was measured
   bool has_mix_points = false;  ///< false until a worker has found them
   std::chrono::microseconds start_mix_point{0};
   std::chrono::microseconds end_mix_point{0};
-  double scan_busy = 0;  ///< 0 to 1, over and over, while they are looked for; else 0
+  MixPointPair<bool> moved{};  ///< by hand, or by what the catalogue remembers
+  MixPointPair<std::optional<std::chrono::microseconds>> found;  ///< what the scan found
+  std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
+  double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
+};
+
+/// How a deck comes into the other one's beat.
+enum class SyncStart {
+  Gently,  ///< what is heard is pulled there
+  AtOnce   ///< it is crossfaded there
 };
 
 struct OutputView {
@@ -58,6 +95,7 @@ struct WorkstationView {
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
+  HeardSound sound;    ///< for the visualisers
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
 

@@ -7,6 +7,7 @@
 #include <string_view>
 
 #include "benchmarks/Bench.h"
+#include "benchmarks/TempoSongs.h"
 
 namespace {
 
@@ -22,6 +23,7 @@ constexpr std::array<Part, 3> kParts{
 
 /// Measures the parts named, all of them where none is.
 int main(int argc, char* argv[]) {
+  if (argc > 1 && std::string_view(argv[1]) == "--song") return bench::WriteTempoSong(argc, argv);
   if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
   const std::span chosen(argv + 1, argv + argc);
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");

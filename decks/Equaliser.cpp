@@ -5,8 +5,6 @@
 namespace decks {
 namespace {
 
-constexpr float kBandwidth = 2.5F;  // octaves
-
 bool IsSlider(int slider) {
   return slider >= 0 && slider < kEqSliders;
 }
@@ -23,7 +21,7 @@ void Equaliser::SetUp(StreamHandle stream) {
   }
   for (int band = 0; band < kEqBands; ++band) {
     const auto centre = static_cast<float>(kEqCentres[static_cast<std::size_t>(band)]);
-    engine_.BASS_FX_DSP_SetParameters(stream, kPeakingEffect, {band, frequency, kBandwidth, 0, centre, 0});
+    engine_.BASS_FX_DSP_SetParameters(stream, kPeakingEffect, {band, frequency, kEqBandwidth, 0, centre, 0});
   }
 }
 

@@ -17,6 +17,8 @@ inline constexpr int kEqSliders = 20;
 inline constexpr std::array<int, kEqBands> kEqCentres{80,   170,  310,   600,   1000,
                                                       3000, 6000, 12000, 14000, 16000};
 
+inline constexpr float kEqBandwidth = 2.5F;  ///< in octaves
+
 /// The ten-band equaliser of the decks' main streams, moved by the slider array Eq.
 ///
 /// Law: slider 1 moves band 0 and slider 10 band 9; slider 0 and those from 11 on address bands that no

@@ -128,9 +128,14 @@ decks::DeviceRole DeviceTable::RoleOf(int number) const {
   return role == roles_.end() ? decks::DeviceRole::Main : role->second;
 }
 
+void DeviceTable::SetStretch(decks::Stretch choice) {
+  support::MutexLock lock(mutex_);
+  main_quality_ = choice == decks::Stretch::LowPower ? StretchQuality::LowPower : StretchQuality::Best;
+}
+
 StretchQuality DeviceTable::Quality(int number) {
   support::MutexLock lock(mutex_);
-  return RoleOf(number) == decks::DeviceRole::Headphones ? StretchQuality::LowPower : StretchQuality::Best;
+  return RoleOf(number) == decks::DeviceRole::Headphones ? StretchQuality::LowPower : main_quality_;
 }
 
 void DeviceTable::Watch() {

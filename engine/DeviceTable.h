@@ -41,6 +41,7 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   [[nodiscard]] std::shared_ptr<DeviceSlot> Find(int number) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::vector<std::shared_ptr<DeviceSlot>> All() DJ_EXCLUDES(mutex_);
   void SetRole(int number, decks::DeviceRole role) DJ_EXCLUDES(mutex_);
+  void SetStretch(decks::Stretch choice) DJ_EXCLUDES(mutex_);
   /// Head-phones make do with the stretcher that costs least.
   [[nodiscard]] StretchQuality Quality(int number) DJ_EXCLUDES(mutex_);
   void Watch() DJ_EXCLUDES(mutex_);
@@ -77,6 +78,7 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   std::map<int, std::shared_ptr<DeviceSlot>> slots_ DJ_GUARDED_BY(mutex_);  // with the feeder's pass
   std::set<int> homeless_ DJ_GUARDED_BY(mutex_);
   std::map<int, decks::DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
+  StretchQuality main_quality_ DJ_GUARDED_BY(mutex_) = StretchQuality::Best;
   std::vector<decks::DeviceEvent> events_ DJ_GUARDED_BY(mutex_);
   bool searching_ DJ_GUARDED_BY(mutex_) = false;
   support::TimePoint next_search_ DJ_GUARDED_BY(mutex_){};

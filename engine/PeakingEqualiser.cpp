@@ -4,25 +4,15 @@
 
 #include <algorithm>
 #include <cmath>
-#include <numbers>
 
 namespace engine {
 namespace {
 
-constexpr float kMostGain = 40;
-constexpr double kHalfLn2 = std::numbers::ln2 / 2;
+using music::Biquad;
 
 bool AllFinite(const decks::PeakingBand& band) {
   return std::isfinite(band.bandwidth) && std::isfinite(band.q) && std::isfinite(band.centre) &&
          std::isfinite(band.gain);
-}
-
-/// The cookbook's alpha: from the bandwidth where there is one, else from Q; 0 when there is neither.
-double Alpha(const decks::PeakingBand& band, double w0) {
-  if (band.bandwidth > 0) {
-    return std::sin(w0) * std::sinh(kHalfLn2 * std::min(band.bandwidth, 10.0F) * w0 / std::sin(w0));
-  }
-  return band.q > 0 ? std::sin(w0) / (2 * static_cast<double>(band.q)) : 0;
 }
 
 Biquad Between(const Biquad& a, const Biquad& b, int parts) {
@@ -38,19 +28,11 @@ Biquad After(const Biquad& begin, const Biquad& step, int frames) {
 }  // namespace
 
 Biquad PeakingFilter(const decks::PeakingBand& band, int sample_rate) {
-  const double w0 = 2 * std::numbers::pi * static_cast<double>(band.centre) / sample_rate;
   const int rate = band.frequency > 0 ? std::min(band.frequency, sample_rate) : sample_rate;
   if (band.centre <= 0 || band.centre >= static_cast<float>(rate) / 2) return {};
-  const double alpha = Alpha(band, w0);
-  if (alpha <= 0 || !std::isfinite(alpha)) return {};
-  const double a = std::pow(10.0, static_cast<double>(std::clamp(band.gain, -kMostGain, kMostGain)) / 40);
-  const double a0 = 1 + alpha / a;
-  Biquad filter;
-  filter.b0 = (1 + alpha * a) / a0;
-  filter.b1 = filter.a1 = -2 * std::cos(w0) / a0;
-  filter.b2 = (1 - alpha * a) / a0;
-  filter.a2 = (1 - alpha / a) / a0;
-  return filter;
+  return music::PeakingFilter({static_cast<double>(band.centre), static_cast<double>(band.bandwidth),
+                               static_cast<double>(band.q), static_cast<double>(band.gain)},
+                              sample_rate);
 }
 
 PeakingEqualiser::PeakingEqualiser(int sample_rate)

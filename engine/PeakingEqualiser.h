@@ -8,22 +8,13 @@
 
 #include "decks/ports/AudioEngine.h"
 #include "engine/StreamEffect.h"
+#include "music/PeakingFilter.h"
 #include "support/TripleBuffer.h"
 
 namespace engine {
 
-/// A second-order filter, normalised to a0 = 1.
-struct Biquad {
-  double b0 = 1, b1 = 0, b2 = 0, a1 = 0, a2 = 0;
-  bool operator==(const Biquad&) const = default;
-  /// Its output is its input, bit for bit, whatever the poles.
-  [[nodiscard]] bool IsFlat() const noexcept { return b0 == 1 && b1 == a1 && b2 == a2; }
-};
-
-/// A peaking filter by the formulas of Robert Bristow-Johnson's "Cookbook formulae for audio equalizer biquad
-/// filter coefficients". The gain at the centre is exact; the bandwidth lies between the points of half the
-/// gain in dB. Flat for 0 dB, for a centre outside the band and for a band with neither bandwidth nor Q.
-[[nodiscard]] Biquad PeakingFilter(const decks::PeakingBand& band, int sample_rate);
+/// The band's filter: music::PeakingFilter, and flat too for a centre outside the band.
+[[nodiscard]] music::Biquad PeakingFilter(const decks::PeakingBand& band, int sample_rate);
 
 /// Ten peaking filters in a row on one stream.
 ///
@@ -48,14 +39,14 @@ class PeakingEqualiser final : public StreamEffect {
   void Reset() noexcept override;
 
  private:
-  using Filters = std::array<Biquad, kBands>;
+  using Filters = std::array<music::Biquad, kBands>;
   struct Curve {
     std::uint64_t version = 0;
     Filters filters{};
   };
   /// The callback's side of one band: the filter, on its way to another, and the last two frames.
   struct Section {
-    Biquad now, target, step;
+    music::Biquad now, target, step;
     int glide_left = 0;
     bool idle = true;  ///< flat and settled: it is left out
     std::array<double, 2> x1{}, x2{}, y1{}, y2{};
@@ -64,7 +55,7 @@ class PeakingEqualiser final : public StreamEffect {
   void HandOver();
   void TakeCurve() noexcept;
   void Filter(Section& section, std::span<float> stereo) const noexcept;
-  static void FilterChannel(Section& section, const Biquad& begin, int glide, std::span<float> stereo,
+  static void FilterChannel(Section& section, const music::Biquad& begin, int glide, std::span<float> stereo,
                             std::size_t channel) noexcept;
   void Remember(Section& section, std::span<const float> stereo) const noexcept;
   static void Rest(Section& section) noexcept;

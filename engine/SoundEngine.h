@@ -84,6 +84,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   std::uint32_t BASS_ChannelGetData(decks::StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
+  std::uint32_t BASS_ChannelGetData(decks::StreamHandle stream, std::span<float> buffer,
+                                    std::uint32_t what) override;
   bool BASS_ChannelIsActive(decks::StreamHandle stream) override;
   double BASS_ChannelBytes2Seconds(decks::StreamHandle stream, support::BytePosition position) override;
   bool BASS_ChannelGetAttributes(decks::StreamHandle stream, int& frequency, int& volume, int& pan) override;
@@ -98,10 +100,12 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
   bool DecodeFurther(decks::StreamHandle decoder) override;
+  decks::SampleFormat FormatOf(decks::StreamHandle handle) override;
   decks::HeardStream Heard(decks::StreamHandle stream) override;
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;
   void SetDeviceRole(int device, decks::DeviceRole role) override;
+  void SetStretch(decks::Stretch choice) override;
   std::vector<decks::DeviceEvent> TakeDeviceEvents() override;
   decks::EngineHealth Health() override;
 

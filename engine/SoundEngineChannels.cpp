@@ -99,6 +99,16 @@ void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_perce
   Wake();
 }
 
+void SoundEngine::SetStretch(decks::Stretch choice) {
+  devices_->SetStretch(choice);
+  for (const auto& [handle, playing] : playing_) {
+    Tempo tempo = playing.stream->GetTempo();
+    tempo.quality = devices_->Quality(playing.stream->Device());
+    playing.stream->SetTempo(tempo);
+  }
+  Wake();
+}
+
 std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return 0;
@@ -156,13 +166,23 @@ double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, suppor
          static_cast<double>(BytesOf(store.Format().sample_rate, store));
 }
 
+decks::SampleFormat SoundEngine::FormatOf(decks::StreamHandle handle) {
+  const auto decoder = FindDecoder(handle);
+  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  if (decoder == nullptr && playing == nullptr) return {};
+  const PcmFormat format = (playing != nullptr ? *playing->stream->Store() : *decoder->store).Format();
+  return {format.sample_rate, format.channels};
+}
+
 decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   decks::HeardStream heard;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return heard;
   const Stream& stream = *playing->stream;
   const PcmStore& store = *stream.Store();
-  const HeardPlace place = PlaceOf(*playing);
+  RenderCore& core = playing->slot->Core();
+  const std::int64_t heard_frame = playing->slot->HeardFrame();
+  const HeardPlace place = ReadHeardPlace(stream, heard_frame, core.SampleRate());
   heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
@@ -170,7 +190,10 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   heard.length = {store.Length()};
   heard.sample_rate = store.Format().sample_rate;
   heard.channels = store.Format().channels;
-  heard.ratio = place.ratio * playing->slot->Core().SampleRate() / heard.sample_rate;
+  heard.ratio = place.ratio * core.SampleRate() / heard.sample_rate;
+  if (heard_frame != kNothingHeard) {
+    heard.lag = static_cast<double>(core.Frames() - heard_frame) / core.SampleRate();
+  }
   heard.left_peak = place.left_peak;
   heard.right_peak = place.right_peak;
   return heard;

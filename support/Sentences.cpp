@@ -36,7 +36,19 @@ constexpr Row kRows[] = {
     {Sentence::FolderMissing, "There is no folder \"%1\".", "Er is geen map \"%1\"."},
     {Sentence::FilesLeftOut, "%1 files were left out, because they cannot be played.",
      "%1 bestanden zijn weggelaten, omdat ze niet kunnen worden afgespeeld."},
+    {Sentence::TemposTooFarApart, "The tempos lie more than %1 percent apart; the deck plays on by itself.",
+     "De tempo's liggen meer dan %1 procent uit elkaar; het deck speelt zelfstandig verder."},
+    {Sentence::TempoUnknown, "Both decks need a file whose tempo is known.",
+     "Beide decks hebben een bestand nodig waarvan het tempo bekend is."},
 
+    {Sentence::PresetsUnreadable, "The equaliser's presets cannot be read: %1",
+     "De voorinstellingen van de equalizer kunnen niet worden gelezen: %1"},
+    {Sentence::PresetNotSaved, "The preset \"%1\" could not be saved: %2",
+     "De voorinstelling \"%1\" kon niet worden bewaard: %2"},
+    {Sentence::PresetNotDeleted, "The preset \"%1\" could not be deleted: %2",
+     "De voorinstelling \"%1\" kon niet worden verwijderd: %2"},
+    {Sentence::PresetNeedsName, "A preset needs a name of one line.",
+     "Een voorinstelling heeft een naam van één regel nodig."},
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",
      "\"%1\" is een MIDI-karaokenummer, dat niet in de muziekcatalogus hoort."},
@@ -125,6 +137,12 @@ constexpr Row kRows[] = {
     {Sentence::RegistryRefuses,
      "Settings are not saved: the registry does not take them. They hold until the end.",
      "Instellingen worden niet opgeslagen: het register neemt ze niet aan. Ze gelden tot het einde."},
+    {Sentence::NoSoundfont, "No soundfont is installed, so that MIDI songs cannot sound.",
+     "Er is geen soundfont geïnstalleerd, zodat MIDI-nummers niet kunnen klinken."},
+    {Sentence::SynthesiserNotStarted, "The synthesiser cannot be started.",
+     "De synthesizer kan niet worden gestart."},
+    {Sentence::SoundfontNotUsed, "The soundfont \"%1\" cannot be used.",
+     "De soundfont \"%1\" kan niet worden gebruikt."},
 };
 
 template <typename Parts>

@@ -26,6 +26,12 @@ enum class Sentence : int {
   FileNotDeleted,
   FolderMissing,
   FilesLeftOut,
+  TemposTooFarApart,
+  TempoUnknown,
+  PresetsUnreadable,
+  PresetNotSaved,
+  PresetNotDeleted,
+  PresetNeedsName,
 
   KaraokeSongInMusic = 201,
   IndexMissing,
@@ -78,6 +84,9 @@ enum class Sentence : int {
   SettingsKeptAside,
   SettingsNotKept,
   RegistryRefuses,
+  NoSoundfont,
+  SynthesiserNotStarted,
+  SoundfontNotUsed,
 };
 
 /// The rooms' sentences in the language chosen.

@@ -26,6 +26,14 @@ struct HeardStream {
   double ratio = 1;     ///< source seconds a second, as heard
   float left_peak = 0;  ///< of the last 20 ms heard, before volume, 1 is full scale
   float right_peak = 0;
+  double lag = 0;  ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
+};
+
+/// What a file's samples are.
+struct SampleFormat {
+  int sample_rate = 0;  ///< Hz
+  int channels = 0;
+  bool operator==(const SampleFormat&) const = default;
 };
 
 /// What the engine's callbacks report of themselves.
@@ -47,6 +55,10 @@ struct DeviceEvent {
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to
 /// another output, and no other device is moved to theirs.
 enum class DeviceRole { Main, Headphones };
+
+/// What changes the tempo of the main outputs while the key stays: the better sound, or the one that costs
+/// least. Head-phones make do with the latter.
+enum class Stretch { Best, LowPower };
 
 /// A change that happens at an exact frame of the device's clock.
 struct ScheduledCommand {
@@ -76,6 +88,9 @@ class SoundControl {
   /// that its length is exact. May block on the disk: workers only.
   virtual bool DecodeFurther(StreamHandle decoder) = 0;
 
+  /// Of the file under a stream, decoding or playing; all 0 on a handle of 0. Any thread for a decoder.
+  [[nodiscard]] virtual SampleFormat FormatOf(StreamHandle /*stream*/) { return {}; }
+
   [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
   /// The next frame that the device of this stream will be given.
   [[nodiscard]] virtual support::EngineFrame NextFrame(StreamHandle stream) = 0;
@@ -84,6 +99,8 @@ class SoundControl {
 
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
+  /// Also of what plays already, without a click. Best until told otherwise; any time.
+  virtual void SetStretch(Stretch /*choice*/) {}
   /// What happened to devices since the last call.
   [[nodiscard]] virtual std::vector<DeviceEvent> TakeDeviceEvents() = 0;
   [[nodiscard]] virtual EngineHealth Health() = 0;

@@ -129,6 +129,18 @@ float RecordingEngine::TempoOf(StreamHandle stream) const {
   return found == nullptr ? 0 : found->tempo;
 }
 
+float RecordingEngine::RateOf(StreamHandle stream) const {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? 0 : found->rate;
+}
+
+float RecordingEngine::SemitonesOf(StreamHandle stream) const {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? 0 : found->semitones;
+}
+
 std::uint32_t RecordingEngine::SpeakerOf(StreamHandle stream) const {
   MutexLock lock(mutex_);
   const Stream* found = At(stream);
@@ -217,13 +229,16 @@ StreamHandle RecordingEngine::BASS_FX_TempoCreate(StreamHandle decoder, std::uin
   return next_handle_++;
 }
 
-void RecordingEngine::BASS_FX_TempoSet(StreamHandle stream, float tempo_percent, float, float) {
+void RecordingEngine::BASS_FX_TempoSet(StreamHandle stream, float tempo_percent, float sample_rate,
+                                       float semitones) {
   MutexLock lock(mutex_);
-  if (!Record(Line("BASS_FX_TempoSet", stream, tempo_percent))) return;
+  if (!Record(Line("BASS_FX_TempoSet", stream, tempo_percent, sample_rate, semitones))) return;
   Stream* found = At(stream);
-  if (found == nullptr || tempo_percent <= kTempoUnchanged) return;
+  if (found == nullptr) return;
   Settle(*found);
-  found->tempo = tempo_percent;
+  if (tempo_percent > kTempoUnchanged) found->tempo = tempo_percent;
+  if (sample_rate >= 0) found->rate = sample_rate;
+  if (semitones > kTempoUnchanged) found->semitones = semitones;
 }
 
 void RecordingEngine::BASS_StreamFree(StreamHandle stream) {
@@ -360,6 +375,12 @@ support::Error RecordingEngine::LastError() const {
   return last_error_;
 }
 
+SampleFormat RecordingEngine::FormatOf(StreamHandle stream) {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? SampleFormat{} : SampleFormat{found->file.sample_rate, found->file.channels};
+}
+
 HeardStream RecordingEngine::Heard(StreamHandle stream) {
   MutexLock lock(mutex_);
   HeardStream heard;
@@ -374,7 +395,7 @@ HeardStream RecordingEngine::Heard(StreamHandle stream) {
   heard.length_exact = true;
   heard.sample_rate = found->file.sample_rate;
   heard.channels = found->file.channels;
-  heard.ratio = 1 + static_cast<double>(found->tempo) / 100;
+  heard.ratio = found->Speed();
   heard.left_peak = heard.playing ? static_cast<float>(found->file.left_peak) / 32768 : 0;
   heard.right_peak = heard.playing ? static_cast<float>(found->file.right_peak) / 32768 : 0;
   return heard;
@@ -436,7 +457,7 @@ double RecordingEngine::FrameOf(const Stream& stream) const {
   const double length = stream.file.seconds * stream.file.sample_rate;
   if (!stream.playing) return stream.frame;
   const std::chrono::duration<double> passed = clock_.Now() - stream.since;
-  const double ratio = 1 + static_cast<double>(stream.tempo) / 100;
+  const double ratio = stream.Speed();
   return std::min(length, stream.frame + passed.count() * stream.file.sample_rate * ratio);
 }
 

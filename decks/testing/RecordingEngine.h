@@ -19,6 +19,9 @@
 
 namespace decks::testing {
 
+/// What every stream of the RecordingEngine sounds like, at the left peak of its file.
+inline constexpr double kHeardHertz = 1000;
+
 /// A file that exists for the RecordingEngine.
 struct FakeFile {
   double seconds = 180;
@@ -71,6 +74,9 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
+  /// In Hz; 0 is the file's own.
+  [[nodiscard]] float RateOf(StreamHandle stream) const;
+  [[nodiscard]] float SemitonesOf(StreamHandle stream) const;
   /// Gains of the equaliser bands that the stream has, in dB.
   [[nodiscard]] std::vector<float> GainsOf(StreamHandle stream) const;
   [[nodiscard]] DeviceRole RoleOf(int device) const;
@@ -103,6 +109,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   bool BASS_ChannelSetPosition(StreamHandle stream, support::BytePosition position) override;
   std::uint32_t BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
+  std::uint32_t BASS_ChannelGetData(StreamHandle stream, std::span<float> buffer,
+                                    std::uint32_t what) override;
   bool BASS_ChannelIsActive(StreamHandle stream) override;
   double BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) override;
   bool BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) override;
@@ -116,6 +124,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
   bool DecodeFurther(StreamHandle decoder) override;
+  SampleFormat FormatOf(StreamHandle stream) override;
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
@@ -130,11 +139,19 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     std::uint32_t speaker = 0;
     int volume = 100;
     float tempo = 0;
+    float rate = 0;
+    float semitones = 0;
     std::vector<PeakingBand> bands;
     bool playing = false;
     double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};
     support::TimePoint ended_until{};
+
+    /// Source seconds a second.
+    [[nodiscard]] double Speed() const {
+      const double played = rate == 0 ? 1 : static_cast<double>(rate) / file.sample_rate;
+      return played * (1 + static_cast<double>(tempo) / 100);
+    }
   };
 
   bool Record(std::string line) DJ_REQUIRES(mutex_);

@@ -90,6 +90,10 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   const auto seek = [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); };
   connect(overview_, &WaveOverview::SeekWanted, this, seek);
   connect(running_, &RunningWave::SeekWanted, this, seek);
+  connect(overview_, &WaveOverview::MixPointMoved, this,
+          [this](app::MixPoint which, auto place) { workstation_.SetMixPoint(deck_, which, place); });
+  connect(overview_, &WaveOverview::MixPointReset, this,
+          [this](app::MixPoint which) { workstation_.ResetMixPoint(deck_, which); });
   Show({}, {});
 }
 
@@ -198,6 +202,11 @@ void DeckPanel::NameParts() {
   Name(*state_, DeckName(deck_, "State"), {});
   Name(*overview_, DeckName(deck_, "Overview"), say(Say::Overview).arg(deck_), say(Say::OverviewTip));
   Name(*running_, DeckName(deck_, "Wave"), say(Say::Wave).arg(deck_), say(Say::WaveTip));
+  using app::MixPoint;
+  Name(overview_->Handle(MixPoint::Start), DeckName(deck_, "StartMixPoint"),
+       say(Say::StartMixPoint).arg(deck_), with_key(Say::MixPointTip, Command::SetStart));
+  Name(overview_->Handle(MixPoint::End), DeckName(deck_, "EndMixPoint"), say(Say::EndMixPoint).arg(deck_),
+       with_key(Say::MixPointTip, Command::SetEnd));
   Name(*to_start_, DeckName(deck_, "ToStart"), say(Say::ToStart).arg(deck_),
        with_key(Say::ToStartTip, Command::ToStart));
   Name(*play_, DeckName(deck_, "Play"), say(Say::Play).arg(deck_),
@@ -230,6 +239,10 @@ void DeckPanel::Stop() {
   if (Loaded()) workstation_.Stop(deck_);
 }
 
+void DeckPanel::SetMixPoint(app::MixPoint which) {
+  if (Loaded()) workstation_.SetMixPoint(deck_, which, view_.position);
+}
+
 void DeckPanel::SetTempo(float percent) {
   echo_.Sent(percent, now_);
   workstation_.SetTempo(deck_, percent);
@@ -242,6 +255,7 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   ShowTimes(view);
   ShowTempo(view, now);
   overview_->Show(view.position, view.length, view.wave);
+  overview_->ShowMixPoints(view);
   running_->Show(view.position, view.length, view.wave);
   view_ = view;
 }

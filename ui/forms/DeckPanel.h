@@ -34,6 +34,8 @@ class DeckPanel final : public Surface {
   void PlayOrPause();
   void ToStart();
   void Stop();
+  /// At the place that is heard.
+  void SetMixPoint(app::MixPoint which);
 
  Q_SIGNALS:
   /// Rows of a table were dropped on the deck.

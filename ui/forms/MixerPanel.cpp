@@ -4,13 +4,15 @@
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <cmath>
 
 #include "ui/models/DeckChoice.h"
+#include "ui/models/EqText.h"
+#include "ui/models/KeyMap.h"
+#include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LevelMeter.h"
-#include "ui/widgets/QuietCombo.h"
+#include "ui/widgets/ListenButton.h"
 
 namespace ui {
 namespace {
@@ -39,7 +41,9 @@ MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const L
   SetSpacingEm(*rows, 0.7, 0.6);
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
   MakeMaster();
-  rows->addLayout(MakeChannels(), 1);
+  MakeEqualiser();
+  rows->addLayout(MakeChannels(), 5);
+  rows->addWidget(equaliser_, 2);
   rows->addWidget(MakeCrossfader());
   ShowVolumes();
 }
@@ -47,7 +51,7 @@ MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const L
 MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
   const QColor& accent = look_.skin.Deck(deck);
   Channel channel{new Fader(Qt::Vertical, look_.skin, accent), new QLabel, new LevelMeter(look_.skin),
-                  new QLabel, new QPushButton(look_.say(Say::Cue).arg(deck))};
+                  new QLabel, MakeListen(deck)};
   const std::size_t place = deck == 1 ? 0 : 1;
   channel.fader->setRange(0, 100);
   channel.fader->setPageStep(10);
@@ -56,21 +60,50 @@ MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
   SetWidest(*channel.volume, QStringLiteral("100 %"));
   SetWidest(*channel.peak, QStringLiteral("−48 dB"));
   SetTextColour(*channel.peak, look_.skin.dim);
-  channel.cue->setCheckable(true);
-  SetKind(*channel.cue, deck == 1 ? "cue1" : "cue2");
   connect(channel.fader, &QSlider::valueChanged, this, [this, place](int value) {
     state_.faders[place] = value;
     SendVolumes();
   });
-  connect(channel.cue, &QPushButton::clicked, this,
-          [this, deck](bool on) { workstation_.SetPreVolume(deck, on ? 100 : 0); });
   const auto& say = look_.say;
   Name(*channel.fader, DeckName(deck, "Volume"), say(Say::Volume).arg(deck), say(Say::VolumeTip));
   Name(*channel.volume, DeckName(deck, "VolumeValue"), {});
   Name(*channel.meter, DeckName(deck, "Level"), say(Say::Level).arg(deck), say(Say::LevelTip));
   Name(*channel.peak, DeckName(deck, "Peak"), {});
-  Name(*channel.cue, DeckName(deck, "Cue"), say(Say::CueName).arg(deck), say(Say::CueTip));
   return channel;
+}
+
+ListenButton* MixerPanel::MakeListen(int deck) {
+  const auto& say = look_.say;
+  auto* listen = new ListenButton(say(Say::Cue).arg(deck), look_.skin, look_.skin.Deck(deck));
+  listen->SetLevel(state_.listen[deck == 1 ? 0 : 1]);
+  Name(*listen, DeckName(deck, "Cue"), say(Say::CueName).arg(deck), CueTip(deck));
+  connect(listen, &ListenButton::clicked, this, [this, deck] { SendListening(deck); });
+  connect(listen, &ListenButton::LevelMoved, this, [this, deck](int level) {
+    state_.listen[deck == 1 ? 0 : 1] = level;
+    if (channels_[deck == 1 ? 0 : 1].cue->isChecked()) SendListening(deck);
+    Q_EMIT ListenLevelMoved(level);
+  });
+  return listen;
+}
+
+QString MixerPanel::CueTip(int deck) const {
+  return look_.say(Say::KeyHint).arg(look_.say(Say::CueTip), KeyText(KeyOf(Command::Listen, deck)));
+}
+
+void MixerPanel::SendListening(int deck) {
+  const std::size_t place = deck == 1 ? 0 : 1;
+  workstation_.SetPreVolume(deck, channels_[place].cue->isChecked() ? state_.listen[place] : 0);
+}
+
+void MixerPanel::Listen(int deck) {
+  channels_[deck == 1 ? 0 : 1].cue->click();
+}
+
+void MixerPanel::MakeEqualiser() {
+  equaliser_ = new EqGraph(EqGraph::Captions::Inside, look_.skin);
+  Name(*equaliser_, QStringLiteral("EqMixer"), look_.say(Say::EqInMixer), look_.say(Say::EqInMixerTip));
+  connect(equaliser_, &EqGraph::GainWanted, this,
+          [this](int band, int gain) { workstation_.SetEqualiser(band + 1, gain); });
 }
 
 void MixerPanel::MakeMaster() {
@@ -135,30 +168,17 @@ QWidget* MixerPanel::MakeCrossfader() {
   crossfader_->setPageStep(20);
   crossfader_->SetRest(0);
   crossfader_->setValue(state_.crossfader);
-  curve_ = new QuietCombo(look_.skin);
-  for (const Say name : {Say::CurveSmooth, Say::CurveCut, Say::CurvePower}) curve_->addItem(look_.say(name));
-  curve_->setCurrentIndex(static_cast<int>(state_.curve));
   connect(crossfader_, &QSlider::valueChanged, this, [this](int value) {
     state_.crossfader = value;
     SendVolumes();
   });
-  connect(curve_, &QComboBox::activated, this, [this](int index) {
-    state_.curve = static_cast<decks::CrossfaderCurve>(index);
-    SendVolumes();
-    Q_EMIT CurveChosen(state_.curve);
-  });
   Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
-  Name(*curve_, QStringLiteral("CrossfaderCurve"), look_.say(Say::Curve), look_.say(Say::CurveTip));
   auto* box = new QWidget;
-  auto* column = new QVBoxLayout(box);
-  SetSpacingEm(*column, 0, 0.4);
-  auto* line = new QHBoxLayout;
+  auto* line = new QHBoxLayout(box);
   SetSpacingEm(*line, 0, 0.2);
   line->addWidget(MakeEnd(1));
   line->addWidget(crossfader_, 1);
   line->addWidget(MakeEnd(2));
-  column->addLayout(line);
-  column->addWidget(curve_);
   return box;
 }
 
@@ -185,8 +205,14 @@ void MixerPanel::MoveCrossfader(int steps) {
   crossfader_->setValue(crossfader_->value() + steps);
 }
 
+void MixerPanel::SetCurve(decks::CrossfaderCurve curve) {
+  state_.curve = curve;
+  SendVolumes();
+}
+
 void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   ShowMaster(view, now);
+  equaliser_->Show(ShownSliders(workstation_.Equaliser()), CurvesOf(view));
   for (const int deck : {1, 2}) {
     const std::size_t place = deck == 1 ? 0 : 1;
     Channel& channel = channels_[place];
@@ -200,11 +226,11 @@ void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) 
 void MixerPanel::ShowCue(int deck, const app::WorkstationView& view) {
   const std::size_t place = deck == 1 ? 0 : 1;
   const app::DeckView& shown = view.decks[place];
-  QPushButton& cue = *channels_[place].cue;
+  ListenButton& cue = *channels_[place].cue;
   const bool device = view.outputs[2].device != 0;
   cue.setEnabled(device && (shown.state == DeckState::Playing || shown.state == DeckState::Paused));
   if (!cue.isDown()) cue.setChecked(shown.pre_volume > 0);
-  const QString tip = look_.say(device ? Say::CueTip : Say::CueNoDevice);
+  const QString tip = device ? CueTip(deck) : look_.say(Say::CueNoDevice);
   if (cue.toolTip() != tip) cue.setToolTip(tip);
 }
 

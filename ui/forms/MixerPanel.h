@@ -12,16 +12,16 @@
 
 class QGridLayout;
 class QLabel;
-class QPushButton;
 
 namespace ui {
 
+class EqGraph;
 class Fader;
 class LevelMeter;
-class QuietCombo;
+class ListenButton;
 
 /// The strip between the decks: for each deck fader, meter and head-phones, between them the master volume,
-/// below them the crossfader.
+/// below them the equaliser and the crossfader.
 class MixerPanel final : public Surface {
   Q_OBJECT
 
@@ -34,9 +34,13 @@ class MixerPanel final : public Surface {
   void SendVolumes();
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
+  void SetCurve(decks::CrossfaderCurve curve);
+  /// Switches a deck's head-phones.
+  void Listen(int deck);
 
  Q_SIGNALS:
-  void CurveChosen(decks::CrossfaderCurve curve);
+  /// Of the head-phones, by the hand.
+  void ListenLevelMoved(int level);
 
  private:
   struct Channel {
@@ -44,13 +48,17 @@ class MixerPanel final : public Surface {
     QLabel* volume;
     LevelMeter* meter;
     QLabel* peak;
-    QPushButton* cue;
+    ListenButton* cue;
   };
 
   QGridLayout* MakeChannels();
   Channel MakeChannel(int deck);
   void MakeMaster();
   void ShowMaster(const app::WorkstationView& view, support::TimePoint now);
+  void MakeEqualiser();
+  ListenButton* MakeListen(int deck);
+  [[nodiscard]] QString CueTip(int deck) const;
+  void SendListening(int deck);
   QWidget* MakeCrossfader();
   /// The deck that is heard alone at this end of the crossfader.
   QLabel* MakeEnd(int deck);
@@ -67,7 +75,7 @@ class MixerPanel final : public Surface {
   SentEcho master_echo_;
   support::TimePoint now_{};
   Fader* crossfader_;
-  QuietCombo* curve_;
+  EqGraph* equaliser_;
 };
 
 }  // namespace ui

@@ -15,12 +15,15 @@
 
 #include "support/Text.h"
 #include "ui/forms/DeckPanel.h"
+#include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/MixerPanel.h"
+#include "ui/forms/MixingPanel.h"
 #include "ui/forms/MusicPage.h"
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
+#include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
@@ -85,6 +88,9 @@ void frmMain::ReadChoices() {
   choices_.language = workstation_.StringBase() == 0 ? Strings::Language::English : Strings::Language::Dutch;
   const auto curve = std::clamp<std::int64_t>(number("Mixer", "CrossfaderCurve"), 0, 2);
   mixer_state_.curve = static_cast<decks::CrossfaderCurve>(curve);
+  // A level of 0 was never set by hand: nobody would hear that he listens.
+  const auto listen = static_cast<int>(std::clamp<std::int64_t>(number("Mixer", "Preview"), 0, 100));
+  if (listen > 0) mixer_state_.listen.fill(listen);
   choices_.skin = number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
 }
 
@@ -133,9 +139,7 @@ QWidget* frmMain::MakeDecks() {
     connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
   }
   mixer_ = new MixerPanel(workstation_, mixer_state_, look);
-  connect(mixer_, &MixerPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
-    settings_.Set(support::kApplication, "Mixer", "CrossfaderCurve", std::to_string(static_cast<int>(curve)));
-  });
+  connect(mixer_, &MixerPanel::ListenLevelMoved, this, &frmMain::KeepListenLevel);
   auto* box = new QWidget;
   auto* row = new QHBoxLayout(box);
   SetSpacingEm(*row, 0, 0.4);
@@ -167,12 +171,13 @@ QWidget* frmMain::MakePages(const Look& look) {
   AddPage(plain("ConsolePage", Say::Console, Say::ConsoleLater), Say::Console, Say::ConsoleTip, look,
           buttons);
   AddPage(plain("OrganPage", Say::Organ, Say::OrganLater), Say::Organ, Say::OrganTip, look, buttons);
-  AddPage(plain("EffectsPage", Say::Effects, Say::EffectsLater), Say::Effects, Say::EffectsTip, look,
-          buttons);
+  AddPage(MakeEffects(look), Say::Effects, Say::EffectsTip, look, buttons);
   AddPage(plain("RecordingPage", Say::Recording, Say::RecordingLater), Say::Recording, Say::RecordingTip,
           look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
+  visual_ = new VisualPanel(workstation_, look);
+  row->addWidget(visual_, 2);
   auto* box = new QWidget;
   auto* rows = new QVBoxLayout(box);
   SetSpacingEm(*rows, 0, 0);
@@ -195,6 +200,20 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   row->addWidget(music_, 1);
   row->addWidget(MakePlaylist(2, look));
   return box;
+}
+
+QWidget* frmMain::MakeEffects(const Look& look) {
+  auto* mixing = new MixingPanel(workstation_, mixer_state_.curve, look);
+  connect(mixing, &MixingPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
+    mixer_->SetCurve(curve);
+    settings_.Set(support::kApplication, "Mixer", "CrossfaderCurve", std::to_string(static_cast<int>(curve)));
+  });
+  equaliser_ = new EqualiserPage(workstation_, boxes_, mixing, look);
+  return equaliser_;
+}
+
+void frmMain::KeepListenLevel(int level) {
+  settings_.Set(support::kApplication, "Mixer", "Preview", std::to_string(level));
 }
 
 PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
@@ -247,6 +266,11 @@ void frmMain::MakeKeys() {
     Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
     Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
     Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, ChosenRows()); });
+    Key(KeyOf(Command::SetStart, deck), Reach::Everywhere,
+        [panel] { panel().SetMixPoint(app::MixPoint::Start); });
+    Key(KeyOf(Command::SetEnd, deck), Reach::Everywhere,
+        [panel] { panel().SetMixPoint(app::MixPoint::End); });
+    Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { mixer_->Listen(deck); });
   }
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
     Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });
@@ -289,7 +313,9 @@ void frmMain::ShowFrame() {
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   karaoke_->Show();
   music_->ShowAdding(workstation_.Adding());
+  equaliser_->Show(view_);
   settings_page_->Show(view_);
+  visual_->Show(view_, now);
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {

@@ -24,12 +24,14 @@ class QStackedWidget;
 namespace ui {
 
 class DeckPanel;
+class EqualiserPage;
 class KaraokePage;
 class MixerPanel;
 class MusicPage;
 class PageButton;
 class PlaylistPanel;
 class StatusLine;
+class VisualPanel;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
 ///
@@ -56,6 +58,8 @@ class frmMain final : public QMainWindow {
   QWidget* MakeDecks();
   QWidget* MakePages(const Look& look);
   QWidget* MakeMusic(const Look& look);
+  QWidget* MakeEffects(const Look& look);
+  void KeepListenLevel(int level);
   PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
@@ -107,7 +111,9 @@ class frmMain final : public QMainWindow {
   MusicPage* music_ = nullptr;
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;
+  EqualiserPage* equaliser_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
+  VisualPanel* visual_ = nullptr;
 };
 
 }  // namespace ui

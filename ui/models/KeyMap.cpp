@@ -5,7 +5,9 @@
 namespace ui {
 
 QKeySequence KeyOf(Command command, int deck) {
-  return QKeySequence(Qt::Key_F1 + static_cast<int>(command) + (deck == 1 ? 0 : 4));
+  constexpr int kModifiers[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier};
+  const int number = static_cast<int>(command);
+  return QKeySequence(kModifiers[number / 4] | (Qt::Key_F1 + number % 4 + (deck == 1 ? 0 : 4)));
 }
 
 QKeySequence KeyOfPlaylist(int playlist) {

@@ -8,8 +8,21 @@
 namespace ui {
 
 /// What a key of the window does. A block of four function keys belongs to each deck, as they lie together on
-/// a keyboard.
-enum class Command { PlayPause, ToStart, Stop, Load };
+/// a keyboard: by themselves, with Ctrl and with Shift.
+enum class Command {
+  PlayPause,
+  ToStart,
+  Stop,
+  Load,
+  SetStart,
+  SetEnd,
+  Listen,
+  Sync,
+  Tap,
+  KeyLock,
+  NudgeBack,
+  NudgeOn,
+};
 
 /// Deck 1: F1 to F4. Deck 2: F5 to F8.
 [[nodiscard]] QKeySequence KeyOf(Command command, int deck);

@@ -9,5 +9,7 @@ namespace ui {
 
 /// "03:45"; minutes may pass 99. Parts of a second are dropped.
 [[nodiscard]] QString MinutesText(std::chrono::microseconds time);
+/// "03:45.120".
+[[nodiscard]] QString FineTimeText(std::chrono::microseconds time);
 
 }  // namespace ui

@@ -73,8 +73,9 @@ QString StyleSheet(const Skin& skin, int em) {
   if (!file.open(QIODevice::ReadOnly)) return {};
   QString sheet = QString::fromUtf8(file.readAll());
   const std::pair<const char*, QColor> names[] = {
-      {"@ground", skin.ground},  {"@panel", skin.panel},    {"@raised", skin.raised},  {"@well", skin.well},
-      {"@line", skin.line},      {"@text", skin.text},      {"@dim", skin.dim},        {"@faint", skin.faint},
+      {"@ground", skin.ground},  {"@panel", skin.panel},    {"@raised", skin.raised},
+      {"@well", skin.well},      {"@line", skin.line},      {"@text", skin.text},
+      {"@dim", skin.dim},        {"@faint", skin.faint},    {"@chosen", skin.chosen},
       {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck}};
   for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
   return InPixels(sheet, em);

@@ -238,7 +238,7 @@ TEST_F(frmMainTest, ListeningNeedsADeviceAndAPlayingDeck) {
   EXPECT_TRUE(Find<QPushButton>("deck1Cue").isEnabled());
   EXPECT_FALSE(Find<QPushButton>("deck2Cue").isEnabled());
   Click("deck1Cue");
-  EXPECT_EQ(Deck(1).pre_volume, 100);
+  EXPECT_EQ(Deck(1).pre_volume, 80);
   Click("deck1Cue");
   EXPECT_EQ(Deck(1).pre_volume, 0);
 }

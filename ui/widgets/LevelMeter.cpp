@@ -3,6 +3,8 @@
 #include "ui/widgets/LevelMeter.h"
 
 #include <QEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
 #include <QPaintEvent>
 #include <QPainter>
 #include <algorithm>
@@ -13,12 +15,13 @@
 namespace ui {
 namespace {
 
-constexpr float kFloor = -48;     // dB, lower end of the bars
-constexpr float kSilence = -90;   // dB
-constexpr float kWarm = -12;      // dB, from here yellow
-constexpr float kHot = -3;        // dB, from here red
-constexpr float kFallSpeed = 40;  // dB a second
-constexpr float kPeakSpeed = 20;  // dB a second, after the hold time
+constexpr float kFloor = -48;        // dB, lower end of the bars
+constexpr float kSilence = -90;      // dB
+constexpr float kWarm = -12;         // dB, from here yellow
+constexpr float kHot = -3;           // dB, from here red
+constexpr float kOverload = -0.01F;  // dB: full scale, less what rounding takes
+constexpr float kFallSpeed = 40;     // dB a second
+constexpr float kPeakSpeed = 20;     // dB a second, after the hold time
 constexpr auto kHold = std::chrono::milliseconds(1500);
 constexpr float kMarks[] = {0, -6, -12, -18, -24, -36, -48};
 
@@ -27,6 +30,7 @@ constexpr float kMarks[] = {0, -6, -12, -18, -24, -36, -48};
 LevelMeter::LevelMeter(const Skin& skin, QWidget* parent)
     : QWidget(parent), skin_(skin), bars_{Bar{kSilence, kSilence}, Bar{kSilence, kSilence}} {
   setAttribute(Qt::WA_OpaquePaintEvent);
+  setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
 }
 
@@ -54,6 +58,10 @@ void LevelMeter::Show(float left_db, float right_db, support::TimePoint now) {
   for (int i = 0; i < 2; ++i) {
     Bar& bar = bars_[static_cast<std::size_t>(i)];
     const int rows[] = {RowOf(bar.level), RowOf(bar.peak)};
+    if (readings[i] >= kOverload && !overloaded_) {
+      overloaded_ = true;
+      update(MarkRect());
+    }
     Fall(bar, std::isfinite(readings[i]) ? readings[i] : kSilence, now);
     const int new_rows[] = {RowOf(bar.level), RowOf(bar.peak)};
     for (int k = 0; k < 2; ++k) {
@@ -70,9 +78,39 @@ float LevelMeter::Peak() const {
 }
 
 int LevelMeter::RowOf(float db) const {
-  const int margin = fontMetrics().height() / 2;
+  const int below = fontMetrics().height() / 2;
+  const int above = std::max(below, Em(*this, 1.1));
   const float share = std::clamp((db - kFloor) / -kFloor, 0.0F, 1.0F);
-  return height() - margin - static_cast<int>(std::lround(share * static_cast<float>(height() - 2 * margin)));
+  return height() - below -
+         static_cast<int>(std::lround(share * static_cast<float>(height() - below - above)));
+}
+
+QRect LevelMeter::MarkRect() const {
+  return {0, 0, BarRect(1).right() + 1, RowOf(0) - std::max(2, Em(*this, 0.2))};
+}
+
+void LevelMeter::ClearOverload() {
+  if (!overloaded_) return;
+  overloaded_ = false;
+  update(MarkRect());
+}
+
+void LevelMeter::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton) return event->ignore();
+  ClearOverload();
+}
+
+void LevelMeter::keyPressEvent(QKeyEvent* event) {
+  if (event->key() != Qt::Key_Space && event->key() != Qt::Key_Return) return event->ignore();
+  ClearOverload();
+}
+
+void LevelMeter::focusInEvent(QFocusEvent*) {
+  update();
+}
+
+void LevelMeter::focusOutEvent(QFocusEvent*) {
+  update();
 }
 
 QRect LevelMeter::BarRect(int bar) const {
@@ -130,6 +168,10 @@ void LevelMeter::paintEvent(QPaintEvent* event) {
     copy(lit_, QRect(QPoint(whole.left(), RowOf(bar.level)), whole.bottomRight()) & event->rect());
     if (bar.peak > kFloor) copy(lit_, QRect(whole.left(), RowOf(bar.peak), whole.width(), 2) & event->rect());
   }
+  painter.fillRect(MarkRect(), overloaded_ ? skin_.danger : skin_.well);
+  if (!hasFocus()) return;
+  painter.setPen(QPen(skin_.text, 2));
+  painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
 void LevelMeter::resizeEvent(QResizeEvent*) {

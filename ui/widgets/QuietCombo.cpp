@@ -41,9 +41,11 @@ void QuietCombo::paintEvent(QPaintEvent*) {
   painter.setPen(QPen(ink, 2));
   painter.drawPolyline(QPolygonF{tip - QPointF(arrow, arrow), tip, tip + QPointF(arrow, -arrow)});
   const QRect room = rect().adjusted(Em(*this, 0.7), 0, -Em(*this, 2), 0);
-  painter.setPen(ink);
-  painter.drawText(room, Qt::AlignVCenter | Qt::TextSingleLine,
-                   fontMetrics().elidedText(currentText(), Qt::ElideRight, room.width()));
+  const bool none = currentIndex() < 0;
+  painter.setPen(none && isEnabled() ? skin_.dim : ink);
+  painter.drawText(
+      room, Qt::AlignVCenter | Qt::TextSingleLine,
+      fontMetrics().elidedText(none ? placeholderText() : currentText(), Qt::ElideRight, room.width()));
 }
 
 void QuietCombo::wheelEvent(QWheelEvent* event) {

@@ -31,6 +31,72 @@ WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* pare
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
   setRange(0, 0);
+  MakeHandle(app::MixPoint::Start);
+  MakeHandle(app::MixPoint::End);
+}
+
+void WaveOverview::MakeHandle(app::MixPoint which) {
+  auto* handle = new MixHandle(which, skin_, this);
+  handles_.Of(which) = handle;
+  connect(handle, &MixHandle::Dragged, this, [this, which](int column) {
+    points_.Of(which) = Allowed(which, PlaceAt(column));
+    PlaceHandles();
+  });
+  connect(handle, &MixHandle::Dropped, this,
+          [this, which] { Q_EMIT MixPointMoved(which, points_.Of(which)); });
+  connect(handle, &MixHandle::StepWanted, this, [this, which](microseconds step) {
+    Q_EMIT MixPointMoved(which, Allowed(which, points_.Of(which) + step));
+  });
+  connect(handle, &MixHandle::ResetWanted, this, [this, which] { Q_EMIT MixPointReset(which); });
+}
+
+microseconds WaveOverview::Allowed(app::MixPoint which, microseconds place) const {
+  const bool start = which == app::MixPoint::Start;
+  return start ? std::clamp(place, microseconds(0), std::max(points_.end, microseconds(0)))
+               : std::clamp(place, std::min(points_.start, length_), length_);
+}
+
+void WaveOverview::ShowMixPoints(const app::DeckView& view) {
+  if (view.scan_busy != busy_) {
+    busy_ = view.scan_busy;
+    update(0, 0, width(), 4);
+  }
+  for (const app::MixPoint which : {app::MixPoint::Start, app::MixPoint::End}) {
+    if (handles_.Of(which)->Held()) return;
+  }
+  const bool changed = view.has_mix_points != has_points_ || view.start_mix_point != points_.start ||
+                       view.end_mix_point != points_.end;
+  has_points_ = view.has_mix_points;
+  points_ = {view.start_mix_point, view.end_mix_point};
+  for (const app::MixPoint which : {app::MixPoint::Start, app::MixPoint::End}) {
+    handles_.Of(which)->Show(points_.Of(which), view.moved.Of(which));
+  }
+  if (changed) PlaceHandles();
+}
+
+void WaveOverview::PlaceHandles() {
+  for (const app::MixPoint which : {app::MixPoint::Start, app::MixPoint::End}) {
+    MixHandle& handle = *handles_.Of(which);
+    handle.setVisible(has_points_ && length_.count() > 0);
+    handle.resize(handle.sizeHint().boundedTo(size()));
+    const int left = ColumnOf(points_.Of(which)) - handle.Stem();
+    handle.move(std::clamp(left, 0, std::max(0, width() - handle.width())), 0);
+  }
+  update();
+}
+
+void WaveOverview::PaintMixPoints(QPainter& painter) const {
+  if (busy_ > 0) painter.fillRect(0, 0, static_cast<int>(busy_ * width()), 3, skin_.good);
+  if (!has_points_) return;
+  const int tall = WaveBox().height();
+  const int start = ColumnOf(points_.start);
+  const int end = ColumnOf(points_.end);
+  QColor shade = skin_.ground;
+  shade.setAlphaF(0.6F);
+  painter.fillRect(0, 0, start, tall, shade);
+  painter.fillRect(end + 1, 0, width() - end, tall, shade);
+  painter.fillRect(start, 0, 2, tall, skin_.good);
+  painter.fillRect(end - 1, 0, 2, tall, skin_.good);
 }
 
 QSize WaveOverview::sizeHint() const {
@@ -53,7 +119,7 @@ void WaveOverview::Show(microseconds position, microseconds length,
     heard_ = QPixmap();
     const auto whole = std::chrono::duration_cast<std::chrono::milliseconds>(length).count();
     setRange(0, static_cast<int>(std::clamp<std::int64_t>(whole, 0, std::numeric_limits<int>::max())));
-    update();
+    PlaceHandles();
   }
   position_ = std::clamp(position, microseconds(0), length_);
   setValue(static_cast<int>(position_ / std::chrono::milliseconds(1)));
@@ -136,6 +202,7 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
     painter.drawPixmap(QPoint(0, 0), heard_);
     painter.restore();
     const int tall = WaveBox().height();
+    PaintMixPoints(painter);
     painter.fillRect(shown_column_ - 1, 0, 3, tall, isEnabled() ? skin_.text : skin_.line);
     if (aim_ >= 0) painter.fillRect(aim_, 0, 2, tall, skin_.warning);
   }
@@ -147,6 +214,7 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
 
 void WaveOverview::resizeEvent(QResizeEvent*) {
   heard_ = QPixmap();
+  PlaceHandles();
 }
 
 void WaveOverview::changeEvent(QEvent* event) {

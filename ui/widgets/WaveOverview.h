@@ -7,7 +7,9 @@
 #include <chrono>
 #include <memory>
 
+#include "app/WorkstationView.h"
 #include "music/Wave.h"
+#include "ui/widgets/MixHandle.h"
 #include "ui/widgets/WavePaint.h"
 
 namespace ui {
@@ -28,12 +30,18 @@ class WaveOverview final : public QSlider {
   void Show(std::chrono::microseconds position, std::chrono::microseconds length,
             const std::shared_ptr<const music::Wave>& wave = nullptr);
 
+  /// The mix points of the track, and the sign of life while they are looked for.
+  void ShowMixPoints(const app::DeckView& view);
+  [[nodiscard]] MixHandle& Handle(app::MixPoint which) { return *handles_.Of(which); }
+
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   /// The user let go at this place.
   void SeekWanted(std::chrono::microseconds position);
+  void MixPointMoved(app::MixPoint which, std::chrono::microseconds place);
+  void MixPointReset(app::MixPoint which);
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -56,6 +64,11 @@ class WaveOverview final : public QSlider {
   void PaintTimes(QPainter& painter) const;
   void RepaintColumn(int column);
   void AimAt(int column);
+  void MakeHandle(app::MixPoint which);
+  void PlaceHandles();
+  void PaintMixPoints(QPainter& painter) const;
+  /// Between the track's ends and not beyond the other point.
+  [[nodiscard]] std::chrono::microseconds Allowed(app::MixPoint which, std::chrono::microseconds place) const;
 
   const Skin& skin_;
   QColor accent_;
@@ -64,6 +77,10 @@ class WaveOverview final : public QSlider {
   std::chrono::microseconds length_{0};
   int shown_column_ = 0;
   int aim_ = -1;  ///< column under the pointer while it is held down
+  bool has_points_ = false;
+  app::MixPointPair<std::chrono::microseconds> points_;
+  app::MixPointPair<MixHandle*> handles_;
+  double busy_ = 0;
   QPixmap heard_;
   QPixmap to_come_;
 };

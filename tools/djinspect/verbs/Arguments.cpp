@@ -10,16 +10,21 @@ namespace {
 struct Usage {
   std::size_t words = 0;
   std::map<std::string, bool, std::less<>> options;  ///< whether it takes a value
+  std::vector<std::string> needed;                   ///< options that have to be given
 };
 
 Usage ReadUsage(std::string_view text) {
   Usage usage;
-  std::string option;
+  bool is_value = false;  // the word behind an option that has to be given
   for (std::string_view word : support::Split(text, ' ')) {
-    if (word.starts_with("[")) {
+    if (is_value) {
+      is_value = false;
+    } else if (word.starts_with("--")) {
+      usage.options[std::string(word)] = is_value = true;
+      usage.needed.emplace_back(word);
+    } else if (word.starts_with("[")) {
       word.remove_prefix(1);
-      option = word.substr(0, word.find(']'));
-      usage.options[option] = !word.ends_with("]");
+      usage.options[std::string(word.substr(0, word.find(']')))] = !word.ends_with("]");
     } else if (!word.ends_with("]") && !word.empty()) {
       ++usage.words;
     }
@@ -45,6 +50,9 @@ std::optional<Arguments> ParseArguments(std::string_view usage_text, std::span<c
     value = *word;
   }
   if (arguments.words.size() != usage.words) return std::nullopt;
+  for (const std::string& option : usage.needed) {
+    if (!arguments.Has(option)) return std::nullopt;
+  }
   return arguments;
 }
 

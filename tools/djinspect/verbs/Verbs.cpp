@@ -9,11 +9,13 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 5> kVerbs{{{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
-                                      {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
-                                      {"mp3gain", "FILE", &InspectMp3Gain},
-                                      {"presets", "FILE", &InspectPresets},
-                                      {"tags", "FILE", &InspectTags}}};
+constexpr std::array<Verb, 6> kVerbs{
+    {{"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
+     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
+     {"mp3gain", "FILE", &InspectMp3Gain},
+     {"presets", "FILE", &InspectPresets},
+     {"tags", "FILE", &InspectTags}}};
 
 ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";

@@ -32,6 +32,7 @@ struct Verb {
 ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
 
 // One file a verb.
+ExitCode InspectBank(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);

@@ -1,0 +1,125 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <cstdio>
+
+#include "app/WorkstationParts.h"
+
+namespace app {
+namespace {
+
+/// Seconds with three decimals, as cells and tags hold them.
+std::string SecondsText(std::chrono::microseconds time) {
+  const auto milliseconds = std::chrono::round<std::chrono::milliseconds>(time).count();
+  char text[32];
+  std::snprintf(text, sizeof text, "%lld.%03lld", static_cast<long long>(milliseconds / 1000),
+                static_cast<long long>(milliseconds % 1000));
+  return text;
+}
+
+const decks::EqPreset* Find(const std::vector<decks::EqPreset>& presets, const std::string& name) {
+  const auto found = std::find_if(presets.begin(), presets.end(),
+                                  [&](const decks::EqPreset& preset) { return preset.name == name; });
+  return found == presets.end() ? nullptr : &*found;
+}
+
+std::size_t FirstSlider(decks::EqBank bank) {
+  return bank == decks::EqBank::First ? 0 : decks::kEqBands;
+}
+
+}  // namespace
+
+void Workstation::SetEqualiser(int slider, int decibels) {
+  if (slider < 0 || slider >= decks::kEqSliders) return;
+  const int gain = std::clamp(decibels, -kMostEqGain, kMostEqGain);
+  parts_->sliders[static_cast<std::size_t>(slider)] = gain;
+  const bool first = slider < decks::kEqBands;
+  parts_->settings.SetNumber(first ? "Eq1" : "Eq2", std::to_string(slider % decks::kEqBands), gain);
+  parts_->conductor.Post([&stage = parts_->stage, slider, gain] { stage.SetEqualiser(slider, gain); });
+}
+
+const std::array<int, decks::kEqSliders>& Workstation::Equaliser() const {
+  return parts_->sliders;
+}
+
+void Workstation::ResendEqualiser() {
+  parts_->conductor.Post([&stage = parts_->stage, sliders = parts_->sliders] {
+    for (int slider = 0; slider < decks::kEqSliders; ++slider) {
+      stage.SetEqualiser(slider, sliders[static_cast<std::size_t>(slider)]);
+    }
+  });
+}
+
+const std::vector<decks::EqPreset>& Workstation::EqPresets() const {
+  return parts_->presets.List();
+}
+
+std::string Workstation::ChosenEqPreset(decks::EqBank bank) const {
+  const char* key = bank == decks::EqBank::First ? "Preset1" : "Preset2";
+  return parts_->settings.Store().Get(support::kPresetApplication, "EQ", key, "");
+}
+
+void Workstation::ApplyEqPreset(decks::EqBank bank, const std::string& name) {
+  const decks::EqPreset* preset = Find(EqPresets(), name);
+  if (preset == nullptr) return;
+  decks::ApplyEqPreset(bank, *preset, parts_->settings.Store(),
+                       [this](int slider, int decibels) { SetEqualiser(slider, decibels); });
+}
+
+void Workstation::SaveEqPreset(decks::EqBank bank, const std::string& name, PresetDesk::Done done) {
+  decks::EqValues values{};
+  std::copy_n(parts_->sliders.begin() + static_cast<std::ptrdiff_t>(FirstSlider(bank)), values.size(),
+              values.begin());
+  parts_->presets.Save(name, values, std::move(done));
+}
+
+void Workstation::DeleteEqPreset(const std::string& name, PresetDesk::Done done) {
+  parts_->presets.Delete(name, std::move(done));
+}
+
+void Workstation::SetGainPercent(int percent) {
+  const int slider = std::clamp(percent, 0, 100);
+  parts_->settings.SetNumber("Settings", "GainPercent", slider);
+  parts_->conductor.Post([&stage = parts_->stage, slider] { stage.SetGainPercent(slider); });
+}
+
+void Workstation::SetMixPoint(int deck, MixPoint which, std::chrono::microseconds place) {
+  if (deck < 1 || deck > kDecks) return;
+  const DeckView& view = View().decks[static_cast<std::size_t>(deck - 1)];
+  if (view.state == DeckView::State::Empty || view.state == DeckView::State::Loading) return;
+  place = std::clamp(place, std::chrono::microseconds(0), std::max(view.length, {}));
+  parts_->conductor.Post(
+      [&stage = parts_->stage, deck, which, place] { stage.Deck(deck).SetMixPoint(which, place); });
+  parts_->StoreMixPoint(view.filename, which, place);
+}
+
+void Workstation::ResetMixPoint(int deck, MixPoint which) {
+  if (deck < 1 || deck > kDecks) return;
+  const DeckView& view = View().decks[static_cast<std::size_t>(deck - 1)];
+  const auto found = view.found.Of(which);
+  if (!found) return;
+  parts_->conductor.Post(
+      [&stage = parts_->stage, deck, which] { stage.Deck(deck).SetMixPoint(which, std::nullopt); });
+  parts_->StoreMixPoint(view.filename, which, *found);
+}
+
+void Workstation::Parts::StoreMixPoint(const std::string& filename, MixPoint which,
+                                       std::chrono::microseconds place) {
+  namespace track = catalogue::track;
+  const int column = which == MixPoint::Start ? track::kStartMixPoint : track::kEndMixPoint;
+  const std::string text = SecondsText(place);
+  const auto store = [&](catalogue::track_table& table) {
+    bool any = false;
+    for (int row = 1; row <= table.Rows(); ++row) {
+      if (table.Cell(row, track::kFilename) != filename) continue;
+      table.SetCell(row, column, text);
+      any = true;
+    }
+    return any;
+  };
+  const bool listed = store(catalogue);
+  for (catalogue::track_table& playlist : playlists) store(playlist);
+  if (listed) index.Save(catalogue);
+}
+
+}  // namespace app

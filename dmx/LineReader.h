@@ -1,0 +1,91 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace dmx {
+
+/// What a reader had to change to make sense of a file, a sentence each; of many only the first are kept.
+class Notes {
+ public:
+  void Add(std::string sentence);
+  /// The last one counts those that were not kept.
+  [[nodiscard]] std::vector<std::string> Sentences() const;
+  /// False: a further one would only be counted.
+  [[nodiscard]] bool HasRoom() const;
+
+ private:
+  std::vector<std::string> kept_;
+  std::size_t left_out_ = 0;
+};
+
+/// Takes a data file line by line and turns lines into numbers.
+///
+/// Law: after the end, and after a line that had to be a number and is none, every further call gives
+/// nothing, so a reader stops by itself. Threads: one at a time.
+class LineReader {
+ public:
+  /// The text outlives the reader.
+  explicit LineReader(std::string_view text) : rest_(text) {}
+
+  /// Nothing at the end. A last line without an end counts, an empty rest does not.
+  std::optional<std::string_view> Line() {
+    if (rest_.empty() || !failure_.empty()) {
+      ended_early_ = true;
+      return std::nullopt;
+    }
+    ++number_;
+    const std::size_t end = rest_.find_first_of("\r\n");
+    const std::string_view line = rest_.substr(0, end);
+    const std::size_t size = line.size();
+    const bool pair = rest_.substr(size, 2) == "\r\n";
+    rest_.remove_prefix(std::min(rest_.size(), size + (pair ? 2 : 1)));
+    return line;
+  }
+  /// Leaves the target as it is at the end of the text.
+  void Text(std::string& target);
+  /// A whole number with nothing else beside it, brought into the bounds with a note; any other line is a
+  /// failure. what: as in "The scene's loops".
+  std::optional<int> Strict(std::string_view what, int lowest, int highest);
+  /// The digits at the start of the line, 0 without any, brought into the bounds with a note.
+  std::optional<int> Lenient(std::string_view what, int lowest, int highest);
+  /// A number of things to come: whole, not below 0, and believed only as the things are there.
+  std::optional<int> Count(std::string_view what) { return Strict(what, 0, std::numeric_limits<int>::max()); }
+
+  /// A short decimal number of 16 bits with a line end; any other line is left in place, and false returned.
+  bool TakeShort(int& value);
+  /// Takes the given bytes if they come next; lines counts the line ends in them.
+  bool TakeBytes(std::string_view bytes, int lines) {
+    if (!rest_.starts_with(bytes)) return false;
+    rest_.remove_prefix(bytes.size());
+    number_ += lines;
+    return true;
+  }
+
+  [[nodiscard]] bool AtEnd() const { return rest_.empty() || !failure_.empty(); }
+  /// A line was asked for that is not there.
+  [[nodiscard]] bool EndedEarly() const { return ended_early_; }
+  /// Why a number could not be read; empty when all could.
+  [[nodiscard]] const std::string& Failure() const { return failure_; }
+  [[nodiscard]] std::size_t Left() const { return rest_.size(); }
+
+  Notes notes;
+
+ private:
+  int Bounded(std::string_view what, std::int64_t number, int lowest, int highest);
+
+  std::string_view rest_;
+  std::string failure_;
+  std::int64_t number_ = 0;
+  bool ended_early_ = false;
+};
+
+}  // namespace dmx

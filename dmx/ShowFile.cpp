@@ -1,0 +1,208 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dmx/ShowFile.h"
+
+#include <algorithm>
+#include <limits>
+#include <utility>
+
+#include "dmx/DataFile.h"
+#include "dmx/LineReader.h"
+#include "support/Text.h"
+
+namespace dmx {
+namespace {
+
+constexpr std::uintmax_t kLongestShowFile = 512 << 20;
+constexpr int kLowest16 = std::numeric_limits<std::int16_t>::min();
+constexpr int kHighest16 = std::numeric_limits<std::int16_t>::max();
+
+std::int16_t To16(int value) {
+  return static_cast<std::int16_t>(value);
+}
+
+std::int16_t Strict16(LineReader& lines, std::string_view what, int lowest = kLowest16,
+                      int highest = kHighest16) {
+  return To16(lines.Strict(what, lowest, highest).value_or(0));
+}
+
+std::int16_t Lenient16(LineReader& lines, std::string_view what) {
+  return To16(lines.Lenient(what, kLowest16, kHighest16).value_or(0));
+}
+
+/// The line of a boolean; numbers are false when they are 0.
+bool Boolean(std::string_view line) {
+  line = support::Trim(line);
+  return support::EqualsIgnoringCase(line, "True") || support::LeadingInteger(line) != 0;
+}
+
+/// A record as this program writes it, in one go; false leaves the reader somewhere inside the record, with
+/// the number of its lines that were taken in taken.
+bool TakeRecord(LineReader& lines, Sliders& record, int& taken) {
+  int value = 0;
+  if (!lines.TakeShort(value)) return false;
+  record.ChannelValue = To16(value);
+  taken = 1;
+  record.Changed = lines.TakeBytes("True\r\n", 1);
+  if (!record.Changed && !lines.TakeBytes("False\r\n", 1)) return false;
+  taken = 2;
+  if (!lines.TakeShort(value)) return false;
+  record.Dif = To16(value);
+  taken = 3;
+  if (!lines.TakeShort(value)) return false;
+  record.Prev = To16(value);
+  taken = 4;
+  return lines.TakeBytes("\r\n", 1);
+}
+
+/// The lines of a record that TakeRecord has not taken.
+void ReadRest(LineReader& lines, Sliders& record, int taken) {
+  if (taken < 1) record.ChannelValue = Strict16(lines, "The level", 0, kHighestLevel);
+  if (taken < 2) record.Changed = Boolean(lines.Line().value_or(""));
+  if (taken < 3) record.Dif = Strict16(lines, "The difference");
+  if (taken < 4) record.Prev = Strict16(lines, "The previous level");
+  lines.Line();
+}
+
+void BoundLevel(LineReader& lines, Sliders& record) {
+  const int level = std::clamp<int>(record.ChannelValue, 0, kHighestLevel);
+  if (level == record.ChannelValue) return;
+  lines.notes.Add("A level of " + std::to_string(record.ChannelValue) + " was changed to " +
+                  std::to_string(level) + ".");
+  record.ChannelValue = To16(level);
+}
+
+/// How many of the things that a count promises can be in the text at all.
+std::size_t Believable(const LineReader& lines, int count, std::size_t fewest_bytes) {
+  return std::min(static_cast<std::size_t>(count), lines.Left() / fewest_bytes + 1);
+}
+
+void ReadRecords(LineReader& lines, int count, SceneChannel& channels) {
+  constexpr std::size_t kFewestBytes = 9;  // "0", "True", "0", "0" and nothing, with one byte a line end
+  channels.Reserve(Believable(lines, count, kFewestBytes));
+  for (int i = 0; i < count; ++i) {
+    if (lines.AtEnd()) {
+      lines.Line();  // notes that it is missing
+      return;
+    }
+    Sliders& record = channels.Add();
+    int taken = 0;
+    if (!TakeRecord(lines, record, taken)) ReadRest(lines, record, taken);
+    BoundLevel(lines, record);
+  }
+}
+
+/// Calls read for each of the promised things while there is text.
+template <typename Read>
+void ForEach(LineReader& lines, int count, const Read& read) {
+  for (int i = 0; i < count; ++i) {
+    if (lines.AtEnd()) {
+      lines.Line();
+      return;
+    }
+    read();
+  }
+}
+
+void ReadStep(LineReader& lines, SceneStep& step) {
+  const int records = lines.Count("The number of channels").value_or(0);
+  lines.Text(step.FadeTime);
+  lines.Text(step.WaitTime);
+  ReadRecords(lines, records, step.SceneChannel);
+}
+
+void ReadScene(LineReader& lines, Scene& scene) {
+  lines.Line();  // the number of scenes once more
+  lines.Text(scene.SceneName);
+  scene.Loops = Strict16(lines, "The number of loops");
+  const int steps = lines.Count("The number of steps").value_or(0);
+  ForEach(lines, steps, [&] { ReadStep(lines, scene.Steps.Add()); });
+}
+
+void ReadPatched(LineReader& lines, DMXfilename& fixture) {
+  lines.Text(fixture.Filename);
+  fixture.StartChannel = Lenient16(lines, "The start channel");
+  fixture.NumberOf = Lenient16(lines, "The fixture's number");
+}
+
+void AppendRecord(std::string& text, const Sliders& record) {
+  AppendLine(text, record.ChannelValue);
+  text += record.Changed ? "True\r\n" : "False\r\n";
+  AppendLine(text, record.Dif);
+  AppendLine(text, record.Prev);
+  text += "\r\n";
+}
+
+void AppendScene(std::string& text, const Scene& scene, int scenes) {
+  AppendLine(text, scenes);
+  AppendLine(text, scene.SceneName);
+  AppendLine(text, scene.Loops);
+  AppendLine(text, scene.Steps.count());
+  for (const SceneStep& step : scene.Steps) {
+    AppendLine(text, step.SceneChannel.count());
+    AppendLine(text, step.FadeTime);
+    AppendLine(text, step.WaitTime);
+    for (const Sliders& record : step.SceneChannel) AppendRecord(text, record);
+  }
+}
+
+void AppendHead(std::string& text, const Show& show) {
+  AppendLine(text, show.fixtures.count());
+  for (const DMXfilename& fixture : show.fixtures) {
+    AppendLine(text, NameWithoutFolder(fixture.Filename));
+    AppendLine(text, fixture.StartChannel);
+    AppendLine(text, fixture.NumberOf);
+  }
+  AppendLine(text, show.scenes.count());
+}
+
+}  // namespace
+
+support::Result<ShowReading> ReadShow(std::string_view text) {
+  if (text.empty()) return support::Error{support::ErrorCode::Empty, "The show file is empty."};
+  LineReader lines(text);
+  ShowReading reading;
+  Show& show = reading.show;
+  const int fixtures = lines.Count("The number of fixtures").value_or(0);
+  ForEach(lines, fixtures, [&] { ReadPatched(lines, show.fixtures.Add()); });
+  const int scenes = lines.Count("The number of scenes").value_or(0);
+  ForEach(lines, scenes, [&] { ReadScene(lines, show.scenes.Add()); });
+  if (!lines.Failure().empty()) return support::Error{support::ErrorCode::Malformed, lines.Failure()};
+  reading.ended_early = lines.EndedEarly();
+  reading.notes = lines.notes.Sentences();
+  return reading;
+}
+
+std::string ShowText(const Show& show) {
+  std::string text;
+  AppendHead(text, show);
+  for (const Scene& scene : show.scenes) AppendScene(text, scene, show.scenes.count());
+  return text;
+}
+
+support::Result<ShowReading> OpenShow(const std::filesystem::path& path) {
+  const auto text = WholeDataFile(path, kLongestShowFile);
+  if (!text) return text.Failure();
+  return ReadShow(text.Value());
+}
+
+support::Result<void> SaveShow(support::FileSaver& files, const std::filesystem::path& path,
+                               const Show& show) {
+  if (show.scenes.count() == 0) {
+    return support::Error{support::ErrorCode::Empty, "You don't have any Scene"};
+  }
+  std::string piece;
+  int next = 0;
+  return files.SavePieces(path, [&]() -> std::string_view {
+    piece.clear();
+    if (next == 0) {
+      AppendHead(piece, show);
+    } else if (const Scene* scene = show.scenes.Item(next)) {
+      AppendScene(piece, *scene, show.scenes.count());
+    }
+    ++next;
+    return piece;
+  });
+}
+
+}  // namespace dmx

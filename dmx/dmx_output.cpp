@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dmx/dmx_output.h"
+
+namespace dmx {
+
+void Universe::MoveFader(int channel, DmxLevel level) {
+  if (channel < 1 || channel > kUniverseChannels || Level(channel) == level) return;
+  levels_[static_cast<std::size_t>(channel - 1)] = level;
+  interface_.SetData(channel, level);
+}
+
+void Universe::Resend() {
+  for (int channel = 1; channel <= kUniverseChannels; ++channel) {
+    if (Level(channel) != 0) interface_.SetData(channel, Level(channel));
+  }
+}
+
+void OutputSwitch::TurnOn() {
+  settings_.Set(support::kApplication, "Setup", "UseK8062", "True");
+  on_ = true;
+  Open();
+}
+
+void OutputSwitch::TurnOff() {
+  settings_.Set(support::kApplication, "Setup", "UseK8062", "False");
+  on_ = false;
+  interface_.StopDevice();
+}
+
+void OutputSwitch::Restore() {
+  if (settings_.Get(support::kApplication, "Setup", "UseK8062", "False") != "True") return;
+  on_ = true;
+  Open();
+}
+
+void OutputSwitch::ShowEditorLoaded() {
+  Open();
+}
+
+void OutputSwitch::FixtureEditorLoaded() {
+  interface_.SetChannelCount(kUniverseChannels);
+}
+
+void OutputSwitch::MainWindowClosed() {
+  interface_.StopDevice();
+}
+
+void OutputSwitch::Open() {
+  interface_.StartDevice();
+  interface_.SetChannelCount(kUniverseChannels);
+}
+
+}  // namespace dmx

@@ -1,0 +1,37 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "dmx/ports/DmxInterface.h"
+
+namespace dmx::testing {
+
+/// Writes down the calls, "SetData 12 255", and keeps the levels as a box would.
+class RecordingDmxInterface final : public DmxInterface {
+ public:
+  void StartDevice() override { calls_.push_back("StartDevice"); }
+  void SetChannelCount(int count) override { calls_.push_back("SetChannelCount " + std::to_string(count)); }
+  void SetData(int channel, DmxLevel level) override {
+    calls_.push_back("SetData " + std::to_string(channel) + " " + std::to_string(level));
+    levels_.at(static_cast<std::size_t>(channel - 1)) = level;
+  }
+  void StopDevice() override { calls_.push_back("StopDevice"); }
+  [[nodiscard]] DmxInterfaceStatus Status() const override { return status; }
+
+  /// Those since the last time that they were taken.
+  std::vector<std::string> TakeCalls() { return std::exchange(calls_, {}); }
+  [[nodiscard]] int Level(int channel) const { return levels_.at(static_cast<std::size_t>(channel - 1)); }
+
+  DmxInterfaceStatus status;
+
+ private:
+  std::vector<std::string> calls_;
+  std::array<DmxLevel, kUniverseChannels> levels_{};
+};
+
+}  // namespace dmx::testing

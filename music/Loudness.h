@@ -1,0 +1,25 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include "support/Units.h"
+
+namespace music {
+
+/// How loud a track is, by EBU R128.
+struct Loudness {
+  bool valid = false;            ///< false for silence and for what is too short to be measured
+  support::Decibels integrated;  ///< LUFS
+  support::Decibels true_peak;   ///< dBTP; above 0 when it clips between the samples
+  bool operator==(const Loudness&) const = default;
+};
+
+/// The loudness that tracks are brought to.
+inline constexpr support::Decibels kReferenceLoudness{-18};
+
+/// What brings a track to the reference. Requires: valid.
+[[nodiscard]] constexpr support::Decibels GainFor(const Loudness& loudness) {
+  return {kReferenceLoudness.value - loudness.integrated.value};
+}
+
+}  // namespace music

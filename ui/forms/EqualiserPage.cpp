@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/EqualiserPage.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/forms/MessageBoxes.h"
+#include "ui/models/EqText.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/EqGraph.h"
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+constexpr int kFirstSlider = 1;  ///< of the twenty: it moves the lowest band
+
+}  // namespace
+
+EqualiserPage::EqualiserPage(app::Workstation& workstation, MessageBoxes& boxes, QWidget* mixing,
+                             const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), workstation_(workstation), boxes_(boxes), look_(look) {
+  Name(*this, QStringLiteral("EffectsPage"), look.say(Say::Effects));
+  auto* sides = new QHBoxLayout(this);
+  SetSpacingEm(*sides, 0.8, 2.5);
+  sides->addLayout(MakeBands(), 5);
+  sides->addLayout(MakePresets(), 2);
+  sides->addWidget(mixing, 1);
+  ShowChoice();
+}
+
+QVBoxLayout* EqualiserPage::MakeBands() {
+  graph_ = new EqGraph(EqGraph::Captions::None, look_.skin);
+  Name(*graph_, QStringLiteral("EqCurve"), look_.say(Say::EqCurve), look_.say(Say::EqCurveTip));
+  connect(graph_, &EqGraph::GainWanted, this,
+          [this](int band, int gain) { workstation_.SetEqualiser(band + kFirstSlider, gain); });
+  auto* columns = new QHBoxLayout;
+  SetSpacingEm(*columns, 0, 0);
+  for (int band = 0; band < 10; ++band) {
+    Band& made = bands_[static_cast<std::size_t>(band)];
+    made = MakeBand(band + kFirstSlider);
+    auto* centre = new QLabel(EqGraph::BandText(band));
+    auto* column = new QVBoxLayout;
+    SetSpacingEm(*column, 0, 0.2);
+    column->addWidget(made.value);
+    column->addWidget(made.slider, 1, Qt::AlignHCenter);
+    column->addWidget(centre);
+    for (QLabel* label : {made.value, centre}) label->setAlignment(Qt::AlignCenter);
+    SetTextColour(*centre, look_.skin.dim);
+    columns->addLayout(column, 1);
+  }
+  auto* rows = new QVBoxLayout;
+  SetSpacingEm(*rows, 0, 0.4);
+  rows->addWidget(graph_, 2);
+  rows->addLayout(columns, 3);
+  return rows;
+}
+
+EqualiserPage::Band EqualiserPage::MakeBand(int slider) {
+  Band band{new Fader(Qt::Vertical, look_.skin, look_.skin.text), new QLabel};
+  band.slider->setRange(-app::kMostEqGain, app::kMostEqGain);
+  band.slider->setPageStep(3);
+  band.slider->SetRest(0);
+  const QString name = look_.say(Say::EqBand).arg(EqGraph::BandText(slider - kFirstSlider));
+  Name(*band.slider, QStringLiteral("Eq%1").arg(slider), name, look_.say(Say::EqBandTip).arg(name));
+  Name(*band.value, QStringLiteral("EqValue%1").arg(slider), {});
+  SetWidest(*band.value, QStringLiteral("+12"));
+  connect(band.slider, &QSlider::valueChanged, this,
+          [this, slider](int gain) { workstation_.SetEqualiser(slider, gain); });
+  return band;
+}
+
+QPushButton* EqualiserPage::MakeButton(const char* name, Say caption, Say tip,
+                                       void (EqualiserPage::*pressed)()) {
+  auto* button = new QPushButton(look_.say(caption));
+  SetKind(*button, "plain");
+  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
+  connect(button, &QPushButton::clicked, this, pressed);
+  return button;
+}
+
+QVBoxLayout* EqualiserPage::MakePresets() {
+  const auto& say = look_.say;
+  auto* head = new QLabel(say(Say::EqPresets));
+  SetFontEm(*head, 1.3, Weight::Bold);
+  bank_ = new QuietCombo(look_.skin);
+  bank_->addItems({say(Say::EqBankFirst), say(Say::EqBankSecond)});
+  Name(*bank_, QStringLiteral("EqBank"), say(Say::EqBank), say(Say::EqBankTip));
+  connect(bank_, &QComboBox::activated, this, &EqualiserPage::ShowChoice);
+  select_ = new QuietCombo(look_.skin);
+  select_->setPlaceholderText(say(Say::EqNoPreset));
+  Name(*select_, QStringLiteral("cmbSelect"), say(Say::EqPreset), say(Say::EqPresetTip));
+  connect(select_, &QComboBox::activated, this, &EqualiserPage::Apply);
+  values_ = new QListWidget;
+  values_->setFrameShape(QFrame::NoFrame);
+  values_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  values_->setTextElideMode(Qt::ElideRight);
+  Name(*values_, QStringLiteral("List1"), say(Say::EqValues), say(Say::EqValuesTip));
+  connect(values_, &QListWidget::itemActivated, this, [this] { Apply(values_->currentRow()); });
+  name_ = new QLineEdit;
+  name_->setPlaceholderText(say(Say::EqName));
+  name_->setMaxLength(60);
+  Name(*name_, QStringLiteral("Text2"), say(Say::EqName), say(Say::EqNameTip));
+  connect(name_, &QLineEdit::returnPressed, this, &EqualiserPage::Save);
+  delete_ = MakeButton("EqDelete", Say::EqDelete, Say::EqDeleteTip, &EqualiserPage::Delete);
+  message_ = new ElidedLabel;
+  Name(*message_, QStringLiteral("EqMessage"), {});
+
+  const auto pair = [](QWidget* first, QWidget* second) {
+    auto* line = new QHBoxLayout;
+    SetSpacingEm(*line, 0, 0.5);
+    line->addWidget(first, 1);
+    line->addWidget(second);
+    return line;
+  };
+  auto* acts = new QHBoxLayout;
+  SetSpacingEm(*acts, 0, 0.5);
+  acts->addWidget(MakeButton("EqFlat", Say::EqFlat, Say::EqFlatTip, &EqualiserPage::Flatten), 1);
+  auto* resend = MakeButton("EqResend", Say::EqResend, Say::EqResendTip, &EqualiserPage::Resend);
+  acts->addWidget(resend, 1);
+  auto* rows = new QVBoxLayout;
+  SetSpacingEm(*rows, 0, 0.5);
+  rows->addWidget(head);
+  rows->addWidget(bank_);
+  rows->addLayout(pair(select_, delete_));
+  rows->addWidget(values_, 1);
+  rows->addLayout(pair(name_, MakeButton("EqSave", Say::EqSave, Say::EqSaveTip, &EqualiserPage::Save)));
+  rows->addLayout(acts);
+  rows->addWidget(message_);
+  return rows;
+}
+
+decks::EqBank EqualiserPage::Bank() const {
+  return bank_->currentIndex() == 1 ? decks::EqBank::Second : decks::EqBank::First;
+}
+
+std::string EqualiserPage::ChosenName() const {
+  const auto& presets = workstation_.EqPresets();
+  const auto row = static_cast<std::size_t>(select_->currentIndex());
+  return select_->currentIndex() >= 0 && row < presets.size() ? presets[row].name : std::string();
+}
+
+void EqualiserPage::Apply(int preset) {
+  const auto& presets = workstation_.EqPresets();
+  if (preset < 0 || static_cast<std::size_t>(preset) >= presets.size()) return;
+  const std::string name = presets[static_cast<std::size_t>(preset)].name;
+  workstation_.ApplyEqPreset(Bank(), name);
+  name_->setText(Decode(name));
+  ShowChoice();
+}
+
+void EqualiserPage::Save() {
+  const std::string name = name_->text().trimmed().toStdString();
+  const auto& presets = workstation_.EqPresets();
+  const bool there = std::any_of(presets.begin(), presets.end(),
+                                 [&](const decks::EqPreset& preset) { return preset.name == name; });
+  if (!there) return SaveUnder(name);
+  boxes_.Ask(QStringLiteral("EqOverwriteBox"), look_.say(Say::EqAskOverwrite).arg(Decode(name)),
+             look_.say(Say::EqOverwrite), [page = QPointer(this), name] {
+               if (!page.isNull()) page->SaveUnder(name);
+             });
+}
+
+void EqualiserPage::SaveUnder(const std::string& name) {
+  workstation_.SaveEqPreset(Bank(), name, [page = QPointer(this), name](const support::Result<void>& saved) {
+    if (!page.isNull()) page->Tell(saved, page->look_.say(Say::EqSaved).arg(Decode(name)));
+  });
+}
+
+void EqualiserPage::Delete() {
+  const std::string name = ChosenName();
+  if (name.empty()) return;
+  boxes_.Ask(QStringLiteral("EqDeleteBox"), look_.say(Say::EqAskDelete).arg(Decode(name)),
+             look_.say(Say::EqDelete), [page = QPointer(this), name] {
+               if (page.isNull()) return;
+               page->workstation_.DeleteEqPreset(name, [page, name](const support::Result<void>& deleted) {
+                 if (!page.isNull()) page->Tell(deleted, page->look_.say(Say::EqDeleted).arg(Decode(name)));
+               });
+             });
+}
+
+void EqualiserPage::Flatten() {
+  for (int slider = kFirstSlider; slider < kFirstSlider + 10; ++slider) workstation_.SetEqualiser(slider, 0);
+}
+
+void EqualiserPage::Resend() {
+  workstation_.ResendEqualiser();
+}
+
+void EqualiserPage::Tell(const support::Result<void>& result, const QString& success) {
+  SetTextColour(*message_, result ? look_.skin.dim : look_.skin.danger);
+  message_->Show(result ? success : Decode(result.Failure().text));
+}
+
+void EqualiserPage::ShowPresets() {
+  std::vector<std::string> listed;
+  for (const decks::EqPreset& preset : workstation_.EqPresets()) {
+    listed.push_back(preset.name);
+    listed.push_back(preset.value_line);
+  }
+  if (listed == shown_) return;
+  shown_ = std::move(listed);
+  select_->clear();
+  values_->clear();
+  for (const decks::EqPreset& preset : workstation_.EqPresets()) {
+    select_->addItem(Decode(preset.name));
+    auto* line = new QListWidgetItem(Decode(preset.name) + QStringLiteral(":  ") + EqValuesText(preset));
+    line->setData(Qt::UserRole, Decode(preset.value_line));
+    values_->addItem(line);
+  }
+  ShowChoice();
+}
+
+void EqualiserPage::ShowChoice() {
+  const std::string chosen = workstation_.ChosenEqPreset(Bank());
+  select_->setCurrentIndex(chosen.empty() ? -1 : select_->findText(Decode(chosen)));
+  values_->setCurrentRow(select_->currentIndex());
+  select_->setEnabled(select_->count() > 0);
+  delete_->setEnabled(select_->currentIndex() >= 0);
+}
+
+void EqualiserPage::Show(const app::WorkstationView& view) {
+  ShowPresets();
+  const auto& sliders = workstation_.Equaliser();
+  for (std::size_t band = 0; band < bands_.size(); ++band) {
+    const int gain = sliders[band + kFirstSlider];
+    SetText(*bands_[band].value, GainText(gain));
+    if (bands_[band].slider->value() == gain) continue;
+    const QSignalBlocker quiet(bands_[band].slider);
+    bands_[band].slider->setValue(gain);
+  }
+  graph_->Show(ShownSliders(sliders), CurvesOf(view));
+}
+
+}  // namespace ui

@@ -1,0 +1,39 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+#include "app/Workstation.h"
+#include "decks/Crossfader.h"
+#include "ui/widgets/Look.h"
+
+class QLabel;
+
+namespace ui {
+
+class Fader;
+class QuietCombo;
+
+/// How decks are mixed: the crossfader's curve and the threshold of the mix points.
+class MixingPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve curve, const Look& look,
+              QWidget* parent = nullptr);
+
+ Q_SIGNALS:
+  void CurveChosen(decks::CrossfaderCurve curve);
+
+ private:
+  void Send();
+
+  app::Workstation& workstation_;
+  QuietCombo* curve_;
+  Fader* threshold_;
+  QLabel* threshold_value_;
+  int sent_;
+};
+
+}  // namespace ui
