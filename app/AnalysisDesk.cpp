@@ -180,7 +180,7 @@ void AnalysisDesk::Job::Keep(bool whole) {
   const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
                              : catalogue::WriteFacts(store, request.filename, *stamp, result);
   kept = kept || written.Ok();
-  if (!written && !shared->complained.exchange(true)) shared->complain(written.Failure().text);
+  if (!written && !shared->complained.exchange(true)) shared->complain(written.Failure());
 }
 
 }  // namespace app

@@ -34,7 +34,7 @@ struct AnalysisPorts {
 class AnalysisDesk {
  public:
   using Found = std::function<void(const std::string& filename, const music::TrackAnalysis& analysis)>;
-  using Complain = std::function<void(std::string)>;
+  using Complain = std::function<void(const support::Error&)>;
 
   /// Answers come through the box, which the conductor empties. complain is called by a worker, once, when
   /// nothing can be kept.

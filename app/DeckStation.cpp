@@ -199,7 +199,7 @@ void DeckStation::Prepare(Wish wish, const std::string& filename) {
 
 void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   if (!result && (wish == kMoveMain || wish == kMovePrelisten)) {
-    message_ = result.Failure().text;  // what sounds goes on where it is
+    message_ = tools_.say(result.Failure());  // what sounds goes on where it is
     return;
   }
   switch (wish) {
@@ -220,13 +220,13 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
 void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   const support::BytePosition start =
       std::exchange(reopen_at_, std::nullopt).value_or(support::BytePosition{0});
-  if (!result) return Reject(track, result.Failure().text);
+  if (!result) return Reject(track, tools_.say(result.Failure()));
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
   player_.OpenFile();
   track_ = std::move(track);
   state_ = State::Stopped;
-  if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
+  if (player_.STRM() == 0) return Reject(track_, tools_.say(sound_.LastError()));
   tools_.equaliser.SetUp(player_.STRM());
   tempo_.Heard(sound_.Heard(player_.STRM()));
   gains_ = {};
@@ -264,7 +264,7 @@ void DeckStation::MoveMain() {
   player_.OpenMain();
   if (player_.STRM() == 0) {
     state_ = State::Stopped;
-    return Reject(track_, sound_.LastError().text);
+    return Reject(track_, tools_.say(sound_.LastError()));
   }
   tools_.equaliser.SetUp(player_.STRM());
   tools_.equaliser.SetGains(player_.STRM(), gains);

@@ -17,6 +17,7 @@
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -33,6 +34,7 @@ struct Track {
 struct DeckTools {
   AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
+  const support::Sentences& say;
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves

@@ -57,7 +57,7 @@ void FileIntake::Batch::TakeOne(const std::string& path) {
   if (row) {
     rows.push_back(std::move(row).Value());
   } else {
-    refused.push_back(row.Failure().text);
+    refused.push_back(say(row.Failure()));
   }
 }
 

@@ -9,12 +9,13 @@
 namespace app {
 
 struct IndexKeeper::State {
-  State(support::FileSaver& saver, std::filesystem::path file, std::function<void(std::string)> complainer)
+  State(support::FileSaver& saver, std::filesystem::path file,
+        std::function<void(const support::Error&)> complainer)
       : files(saver), path(std::move(file)), complain(std::move(complainer)) {}
 
   support::FileSaver& files;
   const std::filesystem::path path;
-  const std::function<void(std::string)> complain;
+  const std::function<void(const support::Error&)> complain;
   bool told = false;      ///< of the failure, under the lock of saving
   support::Mutex saving;  ///< one save at a time, so that an older state never lands on a newer one
   support::Mutex mutex;
@@ -23,7 +24,7 @@ struct IndexKeeper::State {
 
 IndexKeeper::IndexKeeper(support::FileSaver& files, support::Executor& workers,
                          std::shared_ptr<WorkGate> gate, std::filesystem::path path,
-                         std::function<void(std::string)> complain)
+                         std::function<void(const support::Error&)> complain)
     : workers_(workers),
       gate_(std::move(gate)),
       state_(std::make_shared<State>(files, std::move(path), std::move(complain))) {}
@@ -49,7 +50,7 @@ void IndexKeeper::SaveNewest(State& state) {
   }
   if (!table) return;
   const support::Result<void> saved = catalogue::SaveIndex(state.files, state.path, *table);
-  if (!saved && !state.told) state.complain(saved.Failure().text);
+  if (!saved && !state.told) state.complain(saved.Failure());
   state.told = !saved;
 }
 

@@ -23,7 +23,7 @@ namespace app {
 class IndexKeeper {
  public:
   IndexKeeper(support::FileSaver& files, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-              std::filesystem::path path, std::function<void(std::string)> complain);
+              std::filesystem::path path, std::function<void(const support::Error&)> complain);
 
   /// Saves a snapshot of the table; one that is still waiting is replaced.
   void Save(const catalogue::track_table& table);

@@ -45,7 +45,7 @@ void PresetDesk::Save(const std::string& name, const decks::EqValues& values, Do
                              saved.Failure().code == support::ErrorCode::Malformed;
         return support::Error{saved.Failure().code,
                               refused ? say_(Sentence::PresetNeedsName)
-                                      : say_(Sentence::PresetNotSaved, {name, saved.Failure().text})};
+                                      : say_(Sentence::PresetNotSaved, {name, say_(saved.Failure())})};
       },
       std::move(done));
 }
@@ -56,7 +56,7 @@ void PresetDesk::Delete(const std::string& name, Done done) {
         const auto deleted = file.Delete(name);
         if (deleted) return deleted;
         return support::Error{deleted.Failure().code,
-                              say_(Sentence::PresetNotDeleted, {name, deleted.Failure().text})};
+                              say_(Sentence::PresetNotDeleted, {name, say_(deleted.Failure())})};
       },
       std::move(done));
 }
@@ -76,7 +76,7 @@ void PresetDesk::Post(Change change, Done done) {
     support::Result<void> result = change(file);
     support::Result<std::vector<decks::EqPreset>> list = file.Read();
     if (result && !list) {
-      result = support::Error{list.Failure().code, say_(Sentence::PresetsUnreadable, {list.Failure().text})};
+      result = support::Error{list.Failure().code, say_(Sentence::PresetsUnreadable, {say_(list.Failure())})};
     }
     box->Post([this, result = std::move(result), list = std::move(list), done] {
       if (list) list_ = list.Value();

@@ -28,14 +28,14 @@ Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared
       box_(std::move(box)),
       say_(say),
       analyses_(ports, workers, gate_, box_,
-                [this, answers = box_](std::string sentence) {
-                  answers->Post([this, sentence = std::move(sentence)] { Notice(sentence); });
+                [this, answers = box_](const support::Error& failure) {
+                  answers->Post([this, failure] { Notice(say_(failure)); });
                 }),
       equaliser_(ports.engine),
       loudest_(ports.engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_}, box_);
+        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_}, box_);
   }
 }
 
@@ -187,7 +187,7 @@ void Stage::ReleaseEngine() {
 void Stage::Tick() {
   bool listed = false;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
-    if (!event.text.empty()) notice_ = event.text;
+    if (!event.text.empty()) notice_ = say_({support::ErrorCode::Unavailable, event.text, event.saying});
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
   }
   if (listed && listed_) listed_();

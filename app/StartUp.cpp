@@ -86,7 +86,7 @@ catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, cata
                                                      support::Sentence damaged) {
   const auto report = catalogue::LoadIndex(folder.Native(name), table, say);
   if (!report) {
-    if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(report.Failure().text);
+    if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(say(report.Failure()));
     return {};
   }
   const int skipped = report.Value().Skipped();
@@ -150,8 +150,8 @@ void Workstation::Parts::FindVisualisations() {
 }
 
 void Workstation::Parts::ReadPresets() {
-  presets.Read([tell = Teller()](const support::Result<void>& read) {
-    if (!read) tell(read.Failure().text);
+  presets.Read([complain = Complainer()](const support::Result<void>& read) {
+    if (!read) complain(read.Failure());
   });
 }
 

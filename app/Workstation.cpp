@@ -250,6 +250,14 @@ AddingProgress Workstation::Adding() const {
 
 void Workstation::PumpWindow() {
   for (const Mailbox::Job& job : parts_->window->Take()) job();
+  parts_->TellOfSettings();
+}
+
+void Workstation::Parts::TellOfSettings() {
+  for (const support::Error& notice : ports.settings.Notices(settings_notices)) {
+    ++settings_notices;
+    Complainer()(notice);
+  }
 }
 
 void Workstation::Tick() {

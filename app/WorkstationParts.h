@@ -33,9 +33,9 @@ struct Workstation::Parts {
         conductor([this] { stage.Tick(); }),
         stage({outside.engine, outside.sound, outside.analysis, outside.side_store}, outside.workers, gate,
               conductor.Box(), say),
-        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Teller()),
+        index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Complainer()),
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
-                      Teller()),
+                      Complainer()),
         scratch(folder.Native(catalogue::kTagScratch)),
         intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
@@ -53,6 +53,13 @@ struct Workstation::Parts {
       box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });
     };
   }
+
+  /// The same for a failure, in the language chosen.
+  std::function<void(const support::Error&)> Complainer() {
+    return [tell = Teller(), this](const support::Error& failure) { tell(say(failure)); };
+  }
+  /// Brings what the settings store has to say to the status line.
+  void TellOfSettings();
 
   [[nodiscard]] ScanPort& Scanner() { return ports.scan != nullptr ? *ports.scan : plain_scan; }
 
@@ -106,6 +113,7 @@ struct Workstation::Parts {
   Prompts* prompts = nullptr;
   Help* help = nullptr;
   std::vector<std::string> unseen_prompts;
+  std::size_t settings_notices = 0;  ///< told so far
   std::vector<std::string> device_names;
   catalogue::track_table catalogue{catalogue::TrackColumns()};
   catalogue::track_table karaoke{catalogue::KaraokeColumns()};

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace engine {
 namespace {
 
@@ -17,6 +19,12 @@ OutputDeviceInfo NoSound() {
 bool Holds(const std::vector<OutputDeviceInfo>& listed, const std::string& id) {
   return std::any_of(listed.begin(), listed.end(),
                      [&](const OutputDeviceInfo& info) { return info.id == id; });
+}
+
+decks::DeviceEvent Event(decks::DeviceEvent::Kind kind, int device, support::Sentence sentence,
+                         const std::string& name) {
+  support::Saying saying{sentence, {name}};
+  return {kind, device, support::Sentences()(saying), std::move(saying)};
 }
 
 }  // namespace
@@ -153,11 +161,10 @@ void DeviceTable::Silence(const std::shared_ptr<DeviceSlot>& slot) {
   const std::string& name = slot->Wanted().name;
   if (RoleOf(slot->Number()) == decks::DeviceRole::Headphones) {
     events_.push_back(
-        {decks::DeviceEvent::Kind::Muted, slot->Number(),
-         "The head-phone output " + name + " is gone; pre-listening is silent until it is back."});
+        Event(decks::DeviceEvent::Kind::Muted, slot->Number(), support::Sentence::HeadphonesGone, name));
   } else {
-    events_.push_back({decks::DeviceEvent::Kind::Lost, slot->Number(),
-                       "The sound output " + name + " is gone; another one is being looked for."});
+    events_.push_back(
+        Event(decks::DeviceEvent::Kind::Lost, slot->Number(), support::Sentence::OutputGone, name));
   }
 }
 
@@ -204,10 +211,10 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     homeless_.erase(number);
     if (RoleOf(number) == decks::DeviceRole::Headphones) {
       events_.push_back(
-          {decks::DeviceEvent::Kind::Returned, number, "The head-phone output " + info.name + " is back."});
+          Event(decks::DeviceEvent::Kind::Returned, number, support::Sentence::HeadphonesBack, info.name));
     } else {
       events_.push_back(
-          {decks::DeviceEvent::Kind::Replaced, number, "Playing goes on through " + info.name + "."});
+          Event(decks::DeviceEvent::Kind::Replaced, number, support::Sentence::PlayingGoesOn, info.name));
     }
     return;
   }

@@ -7,6 +7,8 @@
 #include <new>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace engine {
 namespace {
 
@@ -31,9 +33,8 @@ support::Result<std::shared_ptr<PcmStore>> PcmStore::Open(const std::string& pat
   const PcmFormat format = decoder.Value()->Format();
   if (format.sample_rate < 1000 || format.sample_rate > 768'000 || format.channels < 1 ||
       format.channels > 8) {
-    return support::Error{
-        support::ErrorCode::Unsupported,
-        LastPathPart(path) + " has a sample rate or a number of channels that cannot be played."};
+    return support::Failed(support::ErrorCode::Unsupported, support::Sentence::UnplayableFormat,
+                           {LastPathPart(path)});
   }
   return std::shared_ptr<PcmStore>(new PcmStore(std::move(decoder).Value(), memory));
 }
@@ -91,8 +92,7 @@ void PcmStore::DecodeStep() {
   const std::int64_t ready = ready_.load(std::memory_order_relaxed);
   const std::int64_t offset = ready % kChunkFrames;
   if (offset == 0 && !AddChunk(ready)) {
-    return Finish(
-        support::Error{support::ErrorCode::Unavailable, "There is no memory left for the whole file."});
+    return Finish(support::Failed(support::ErrorCode::Unavailable, support::Sentence::NoMemoryForFile));
   }
   const std::int64_t room = std::min(kStepFrames, kChunkFrames - offset);
   std::int16_t* to = ChunkOf(ready).samples + offset * format_.channels;

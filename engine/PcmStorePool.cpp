@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace engine {
 
 PcmStorePool::PcmStorePool(DecoderFactory& decoders, SampleMemory* memory, support::Executor& workers,
@@ -35,7 +37,8 @@ support::Result<PcmStorePool::Store> PcmStorePool::OpenUpTo(const std::string& p
   if (store->Ready() == 0) {
     const std::size_t cut = path.find_last_of("/\\");
     const std::string name = cut == std::string::npos ? path : path.substr(cut + 1);
-    return store->Failure().value_or(support::Error{support::ErrorCode::Empty, name + " holds no sound."});
+    return store->Failure().value_or(
+        support::Failed(support::ErrorCode::Empty, support::Sentence::HoldsNoSound, {name}));
   }
   if (!store->Complete() && store->ClaimDecoding()) DecodeOn(store);
   return store;

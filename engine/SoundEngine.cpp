@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "engine/NullDevice.h"
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace engine {
@@ -161,7 +162,7 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
   Sweep();
   const auto slot = devices_->Find(source->device);
   if (slot == nullptr) {
-    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
     return 0;
   }
   const decks::StreamHandle handle = next_handle_++;
@@ -170,7 +171,7 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
   tempo.quality = devices_->Quality(source->device);
   stream->SetTempo(tempo);
   if (!slot->Core().Attach(*stream)) {
-    Fail({support::ErrorCode::Unavailable, "Too many files play on this sound output."});
+    Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::TooManyStreams));
     return 0;
   }
   feeder_.Add(stream, slot);

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace engine {
 namespace {
 
@@ -79,7 +81,7 @@ support::Result<std::unique_ptr<OutputDevice>> VirtualOutputs::Open(const Output
     return request.id.empty() ? info.is_default : info.id == request.id;
   });
   if (found == devices_.end() || broken_.contains(found->id)) {
-    return support::Error{support::ErrorCode::Unavailable, "This sound output cannot be opened now."};
+    return support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputBusy);
   }
   return std::unique_ptr<OutputDevice>(std::make_unique<Device>(*this, *found, request, source));
 }

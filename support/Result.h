@@ -7,6 +7,8 @@
 #include <utility>
 #include <variant>
 
+#include "support/Saying.h"
+
 namespace support {
 
 enum class ErrorCode {
@@ -19,10 +21,12 @@ enum class ErrorCode {
   Cancelled,    ///< somebody asked to stop
 };
 
-/// An expected failure. The text is a whole sentence that may be shown to the user as it stands.
+/// An expected failure. The text is a whole sentence in English that may be shown to the user as it stands;
+/// Sentences says the same in the language chosen, where the saying is there.
 struct Error {
   ErrorCode code;
   std::string text;
+  Saying saying{};
 };
 
 /// A value or an expected failure. Bugs are asserts, never results.

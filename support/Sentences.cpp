@@ -3,7 +3,9 @@
 #include "support/Sentences.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <iterator>
+#include <utility>
 
 namespace support {
 namespace {
@@ -53,7 +55,110 @@ constexpr Row kRows[] = {
     {Sentence::IndexMissing, "There is no index \"%1\".", "Er is geen index \"%1\"."},
     {Sentence::IndexUnreadable, "The index \"%1\" cannot be read.",
      "De index \"%1\" kan niet worden gelezen."},
+
+    {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
+     "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},
+    {Sentence::NoMemoryForFile, "There is no memory left for the whole file.",
+     "Er is geen geheugen meer voor het hele bestand."},
+    {Sentence::HoldsNoSound, "%1 holds no sound.", "%1 bevat geen geluid."},
+    {Sentence::OutputBusy, "This sound output cannot be opened now.",
+     "Deze geluidsuitgang kan nu niet worden geopend."},
+    {Sentence::OutputNotOpen, "The sound output is not open.", "De geluidsuitgang is niet open."},
+    {Sentence::TooManyStreams, "Too many files play on this sound output.",
+     "Er spelen te veel bestanden op deze geluidsuitgang."},
+    {Sentence::HeadphonesGone, "The head-phone output %1 is gone; pre-listening is silent until it is back.",
+     "De koptelefoonuitgang %1 is weg; voorbeluisteren blijft stil tot hij terug is."},
+    {Sentence::OutputGone, "The sound output %1 is gone; another one is being looked for.",
+     "De geluidsuitgang %1 is weg; er wordt een andere gezocht."},
+    {Sentence::HeadphonesBack, "The head-phone output %1 is back.", "De koptelefoonuitgang %1 is terug."},
+    {Sentence::PlayingGoesOn, "Playing goes on through %1.", "Het afspelen gaat verder via %1."},
+
+    {Sentence::DiskFull, "There is no room left on the disk for %1.",
+     "Er is geen ruimte meer op de schijf voor %1."},
+    {Sentence::NoWriteRight, "There is no permission to write %1.",
+     "Er zijn geen rechten om %1 te schrijven."},
+    {Sentence::FolderOfFileMissing, "The folder of %1 does not exist.", "De map van %1 bestaat niet."},
+    {Sentence::NotReplaceable, "%1 is not a file that can be replaced.",
+     "%1 is geen bestand dat kan worden vervangen."},
+    {Sentence::NotSaved, "%1 could not be saved: %2.", "%1 kon niet worden opgeslagen: %2."},
+    {Sentence::HeldByOther, "%1 is held open by another program.",
+     "%1 is in gebruik bij een ander programma."},
+    {Sentence::FileMissing, "%1 was not found; it may have been moved or deleted.",
+     "%1 is niet gevonden; het is misschien verplaatst of verwijderd."},
+    {Sentence::FolderNotAudio, "%1 is a folder, not an audio file.", "%1 is een map, geen geluidsbestand."},
+    {Sentence::DeviceNotAudio, "%1 is a device or a pipe, not an audio file.",
+     "%1 is een apparaat of een pijp, geen geluidsbestand."},
+    {Sentence::AccessDenied, "%1 may not be read: the system denies access to it.",
+     "%1 mag niet worden gelezen: het systeem weigert de toegang."},
+    {Sentence::FileUnreadable, "%1 cannot be read.", "%1 kan niet worden gelezen."},
+    {Sentence::FileEmpty, "%1 is empty (0 bytes).", "%1 is leeg (0 bytes)."},
+    {Sentence::OtherFormat, "%1 holds %2 audio under another name; rename it to .%3 to play it.",
+     "%1 bevat %2-geluid onder een andere naam; hernoem het naar .%3 om het af te spelen."},
+    {Sentence::NoMemoryToOpen, "%1 cannot be opened: there is no memory left.",
+     "%1 kan niet worden geopend: er is geen geheugen meer."},
+    {Sentence::DiskDoesNotAnswer, "%1 cannot be read: the disk does not answer.",
+     "%1 kan niet worden gelezen: de schijf antwoordt niet."},
+    {Sentence::NotAudioOrDamaged, "%1 holds no sound that can be read: it is no audio file, or damaged.",
+     "%1 bevat geen leesbaar geluid: het is geen geluidsbestand of het is beschadigd."},
+    {Sentence::HeaderDamaged, "%1 holds no sound that can be read: its header is damaged.",
+     "%1 bevat geen leesbaar geluid: de kop is beschadigd."},
+    {Sentence::UnknownSound, "%1 holds sound of a kind that is not known here (%2).",
+     "%1 bevat geluid van een soort die hier niet bekend is (%2)."},
+    {Sentence::TooManyChannels, "%1 has more than 8 channels.", "%1 heeft meer dan 8 kanalen."},
+    {Sentence::UnplayableRate, "%1 has a sample rate that cannot be played.",
+     "%1 heeft een bemonsteringsfrequentie die niet kan worden afgespeeld."},
+    {Sentence::DiskStopped, "%1 cannot be read any further: the disk does not answer.",
+     "%1 kan niet verder worden gelezen: de schijf antwoordt niet."},
+    {Sentence::NoMemoryToReadOn, "%1 cannot be read any further: there is no memory left.",
+     "%1 kan niet verder worden gelezen: er is geen geheugen meer."},
+    {Sentence::NoReadableAudio, "%1 is no audio file that can be read, or it is damaged.",
+     "%1 is geen leesbaar geluidsbestand, of het is beschadigd."},
+    {Sentence::TagNotWritten, "The tag of %1 cannot be written.",
+     "De tag van %1 kan niet worden geschreven."},
+    {Sentence::NoSoundThread, "The system gives no sound thread.", "Het systeem geeft geen geluidsthread."},
+    {Sentence::NoOutputNow, "There is no sound output now.", "Er is nu geen geluidsuitgang."},
+    {Sentence::OutputMissing, "The sound output %1 is not there.", "De geluidsuitgang %1 is er niet."},
+    {Sentence::OutputRefused, "The sound output %1 could not be opened.",
+     "De geluidsuitgang %1 kon niet worden geopend."},
+    {Sentence::ProgramNotStarted, "The program \"%1\" cannot be started.",
+     "Het programma \"%1\" kan niet worden gestart."},
+    {Sentence::ProgramNoName, "A program or one of its arguments has no usable name.",
+     "Een programma of een van zijn argumenten heeft geen bruikbare naam."},
+    {Sentence::NoRoomForProgram, "The system has no room to run another program.",
+     "Het systeem heeft geen ruimte om nog een programma te starten."},
+    {Sentence::ProgramEnded, "The program \"%1\" took too long or printed too much and was ended.",
+     "Het programma \"%1\" duurde te lang of schreef te veel en is beëindigd."},
+    {Sentence::SettingsUnreadable, "The settings file %1 cannot be read. It is kept as it is.",
+     "Het instellingenbestand %1 kan niet worden gelezen. Het blijft zoals het is."},
+    {Sentence::SettingsKeptAside, "The settings file could not be read and is kept as %1.",
+     "Het instellingenbestand kon niet worden gelezen en is bewaard als %1."},
+    {Sentence::SettingsNotKept, "Settings are not saved: %1 can neither be read nor kept beside.",
+     "Instellingen worden niet opgeslagen: %1 kan niet worden gelezen en niet apart worden bewaard."},
+    {Sentence::RegistryRefuses,
+     "Settings are not saved: the registry does not take them. They hold until the end.",
+     "Instellingen worden niet opgeslagen: het register neemt ze niet aan. Ze gelden tot het einde."},
+    {Sentence::NoSoundfont, "No soundfont is installed, so that MIDI songs cannot sound.",
+     "Er is geen soundfont geïnstalleerd, zodat MIDI-nummers niet kunnen klinken."},
+    {Sentence::SynthesiserNotStarted, "The synthesiser cannot be started.",
+     "De synthesizer kan niet worden gestart."},
+    {Sentence::SoundfontNotUsed, "The soundfont \"%1\" cannot be used.",
+     "De soundfont \"%1\" kan niet worden gebruikt."},
 };
+
+template <typename Parts>
+std::string Fill(std::string_view rest, const Parts& parts) {
+  std::string text;
+  while (!rest.empty()) {
+    const std::size_t mark = rest.find('%');
+    text += rest.substr(0, mark);
+    if (mark == std::string_view::npos) break;
+    rest.remove_prefix(mark + 1);
+    const std::size_t part = rest.empty() ? 0 : static_cast<std::size_t>(rest.front() - '1');
+    if (part < parts.size()) text += *(parts.begin() + static_cast<std::ptrdiff_t>(part));
+    rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
+  }
+  return text;
+}
 
 }  // namespace
 
@@ -67,18 +172,21 @@ std::string_view SentenceText(int number) {
 }
 
 std::string Sentences::operator()(Sentence sentence, std::initializer_list<std::string_view> parts) const {
-  std::string_view rest = SentenceText(static_cast<int>(sentence) + base_);
-  std::string text;
-  while (!rest.empty()) {
-    const std::size_t mark = rest.find('%');
-    text += rest.substr(0, mark);
-    if (mark == std::string_view::npos) break;
-    rest.remove_prefix(mark + 1);
-    const std::size_t part = rest.empty() ? 0 : static_cast<std::size_t>(rest.front() - '1');
-    if (part < parts.size()) text += parts.begin()[part];
-    rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
-  }
-  return text;
+  return Fill(SentenceText(static_cast<int>(sentence) + base_), parts);
+}
+
+std::string Sentences::operator()(const Saying& saying) const {
+  return Fill(SentenceText(static_cast<int>(saying.sentence) + base_), saying.parts);
+}
+
+std::string Sentences::operator()(const Error& error) const {
+  return error.saying.sentence == Sentence{} ? error.text : (*this)(error.saying);
+}
+
+Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts) {
+  Saying saying{sentence, std::move(parts)};
+  std::string text = Sentences()(saying);
+  return {code, std::move(text), std::move(saying)};
 }
 
 }  // namespace support

@@ -6,11 +6,14 @@
 #include <initializer_list>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "support/Result.h"
 
 namespace support {
 
-/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's. The window's
-/// own texts stand in its own table.
+/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's, 801 to 899 the
+/// engine's and 901 to 999 the adapters'. The window's own texts stand in its own table.
 enum class Sentence : int {
   OutputNotConnected = 101,
   OutputCannotOpen,
@@ -33,6 +36,57 @@ enum class Sentence : int {
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+
+  UnplayableFormat = 801,
+  NoMemoryForFile,
+  HoldsNoSound,
+  OutputBusy,
+  OutputNotOpen,
+  TooManyStreams,
+  HeadphonesGone,
+  OutputGone,
+  HeadphonesBack,
+  PlayingGoesOn,
+
+  DiskFull = 901,
+  NoWriteRight,
+  FolderOfFileMissing,
+  NotReplaceable,
+  NotSaved,
+  HeldByOther,
+  FileMissing,
+  FolderNotAudio,
+  DeviceNotAudio,
+  AccessDenied,
+  FileUnreadable,
+  FileEmpty,
+  OtherFormat,
+  NoMemoryToOpen,
+  DiskDoesNotAnswer,
+  NotAudioOrDamaged,
+  HeaderDamaged,
+  UnknownSound,
+  TooManyChannels,
+  UnplayableRate,
+  DiskStopped,
+  NoMemoryToReadOn,
+  NoReadableAudio,
+  TagNotWritten,
+  NoSoundThread,
+  NoOutputNow,
+  OutputMissing,
+  OutputRefused,
+  ProgramNotStarted,
+  ProgramNoName,
+  NoRoomForProgram,
+  ProgramEnded,
+  SettingsUnreadable,
+  SettingsKeptAside,
+  SettingsNotKept,
+  RegistryRefuses,
+  NoSoundfont,
+  SynthesiserNotStarted,
+  SoundfontNotUsed,
 };
 
 /// The rooms' sentences in the language chosen.
@@ -50,10 +104,16 @@ class Sentences {
   /// The sentence with its places %1, %2 ... filled in.
   [[nodiscard]] std::string operator()(Sentence sentence,
                                        std::initializer_list<std::string_view> parts = {}) const;
+  [[nodiscard]] std::string operator()(const Saying& saying) const;
+  /// The text as it stands where it is no sentence of the table.
+  [[nodiscard]] std::string operator()(const Error& error) const;
 
  private:
   std::atomic<int> base_{0};
 };
+
+/// A failure with a sentence of the table.
+[[nodiscard]] Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts = {});
 
 /// By number with base; empty for one that is not there.
 [[nodiscard]] std::string_view SentenceText(int number);

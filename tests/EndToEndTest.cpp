@@ -153,6 +153,36 @@ class EndToEnd : public ::testing::Test {
            std::abs(right - 20 * std::log10(kRightLevel)) < 1;
   }
 
+  /// A channel of a sink, where the left tone comes out.
+  struct Ear {
+    const char* sink;
+    int channels, channel;
+  };
+  /// Level of the left tone in the newest third of a second.
+  static double LevelNow(const MonitorRecorder& recorder, const Ear& ear) {
+    const auto samples = recorder.Samples();
+    const std::size_t third = 14'700 * static_cast<std::size_t>(ear.channels);
+    if (samples.size() < third) return 0;
+    return LevelAt({std::span(samples).last(third), ear.channels, ear.channel}, kLeftHz, 44100);
+  }
+  /// Deck 1 plays; its fader and its cue button each move what they belong to and nothing else.
+  void ExpectTwoIndependentOutputs(const SoundServer& server, const Ear& main, const Ear& phones) {
+    const MonitorRecorder main_sound(server.Address(), main.sink, main.channels);
+    const MonitorRecorder phones_sound(server.Address(), phones.sink, phones.channels);
+    const auto heard = [&](double main_level, double phones_level) {
+      return Eventually([&] {
+        return std::abs(LevelNow(main_sound, main) - main_level) < 0.005 &&
+               std::abs(LevelNow(phones_sound, phones) - phones_level) < 0.005;
+      });
+    };
+    Click("deck1Play");
+    EXPECT_TRUE(heard(kLeftLevel, 0)) << "main alone";
+    Click("deck1Cue");
+    EXPECT_TRUE(heard(kLeftLevel, kLeftLevel)) << "both";
+    QTest::keyClick(&Find("deck1Volume"), Qt::Key_Home);
+    EXPECT_TRUE(heard(0, kLeftLevel)) << "head-phones alone";
+  }
+
   fs::path home_;
   MediaMaker media_;
   std::string track_;
@@ -187,6 +217,30 @@ TEST_F(EndToEnd, ALoadedTrackIsHeardOnTheChosenPairOfTheChosenDeviceOnly) {
   const auto elsewhere = main.Samples();
   EXPECT_EQ(Peak({elsewhere, 2, 0}), 0);
   EXPECT_TRUE(Eventually([&] { return MeterShowsTheTone(); }));
+}
+
+TEST_F(EndToEnd, MainAndHeadPhonesAreIndependentOnTwoDevices) {
+  SoundServer server({{"main", "Main Out"}, {"phones", "Phones"}});
+  ASSERT_TRUE(server.Running());
+  Start(server.Address());
+  Click("Page2");
+  Choose("Device3", "Phones");
+  Click("Page1");
+  LoadTheTone();
+  ExpectTwoIndependentOutputs(server, {"main", 2, 0}, {"phones", 2, 0});
+}
+
+TEST_F(EndToEnd, MainAndHeadPhonesAreIndependentOnTwoPairsOfOneDevice) {
+  SoundServer server(std::vector<SinkSpec>{{"surround", "Surround", kEightChannels}});
+  ASSERT_TRUE(server.Running());
+  Start(server.Address());
+  Click("Page2");
+  Choose("Speaker1", "Front");
+  Choose("Device3", "Surround");
+  Choose("Speaker3", "Rear");
+  Click("Page1");
+  LoadTheTone();
+  ExpectTwoIndependentOutputs(server, {"surround", 8, 0}, {"surround", 8, 2});
 }
 
 TEST_F(EndToEnd, WithoutASoundServerPositionKeepsRealTimeAndLevelsMove) {

@@ -111,6 +111,19 @@ TEST_F(StartUpTest, DamagedRowsAreCountedInASentence) {
   EXPECT_EQ(station_->View().notice, "2 damaged rows of the catalogue were left out.");
 }
 
+TEST_F(StartUpTest, WhatTheSettingsStoreHasToSayIsToldOnceInTheLanguageChosen) {
+  Store("Language", "Current", "1");
+  settings_.Tell(
+      support::Failed(support::ErrorCode::Unavailable, support::Sentence::DiskFull, {"settings.ini"}));
+  StartUp();
+  for (const char* told : {"Er is geen ruimte meer op de schijf voor settings.ini.", "gone"}) {
+    station_->PumpWindow();
+    Settle();
+    EXPECT_EQ(station_->View().notice, told);
+    settings_.Tell({support::ErrorCode::Unavailable, "gone"});
+  }
+}
+
 TEST_F(StartUpTest, ShutDownFreesTheStreamsThenTheEngineThenWritesTheSettings) {
   StartUp();
   Load(1, "a.mp3");

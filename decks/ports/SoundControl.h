@@ -48,7 +48,8 @@ struct DeviceEvent {
   /// Listed: there is a new device, which has the next number; its text is empty.
   enum class Kind { Lost, Replaced, Muted, Returned, Listed } kind;
   int device;        ///< the number that the streams were opened on
-  std::string text;  ///< one sentence for the user, or empty
+  std::string text;  ///< one sentence for the user in English, or empty
+  support::Saying saying{};
 };
 
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to

@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace platform::audio {
 
 using support::Error;
@@ -37,7 +39,8 @@ pa_stream* NewStream(pa_context* context, const std::string& name, std::int64_t 
 support::Result<std::unique_ptr<engine::OutputDevice>> PulseDevice::Open(
     std::shared_ptr<PulseConnection> connection, const PulseSink& sink, const engine::OutputRequest& request,
     engine::RenderSource& source) {
-  const Error refused{ErrorCode::Unavailable, "The sound output " + sink.info.name + " could not be opened."};
+  const Error refused =
+      support::Failed(ErrorCode::Unavailable, support::Sentence::OutputRefused, {sink.info.name});
   if (request.sample_rate <= 0 || request.buffer_ms <= 0 || request.period_ms <= 0) return refused;
   std::unique_ptr<PulseDevice> device(new PulseDevice(std::move(connection), sink, request, source));
   if (!device->Connect(sink.map, request)) return refused;

@@ -8,11 +8,13 @@
 #include "platform/audio/PulseConnection.h"
 #include "platform/audio/PulseDevice.h"
 #include "platform/audio/PulseSinks.h"
+#include "support/Sentences.h"
 
 namespace platform::audio {
 
-using support::Error;
 using support::ErrorCode;
+using support::Failed;
+using support::Sentence;
 
 PulseDevices::PulseDevices(std::string server)
     : connection_(std::make_shared<PulseConnection>(std::move(server))) {}
@@ -31,15 +33,15 @@ std::vector<engine::OutputDeviceInfo> PulseDevices::List() {
 
 support::Result<std::unique_ptr<engine::OutputDevice>> PulseDevices::Open(
     const engine::OutputRequest& request, engine::RenderSource& source) {
-  if (!connection_->Loop().Runs()) return Error{ErrorCode::Unavailable, "The system gives no sound thread."};
+  if (!connection_->Loop().Runs()) return Failed(ErrorCode::Unavailable, Sentence::NoSoundThread);
   PulseLock lock(connection_->Loop());
   std::vector<PulseSink> sinks = AskForSinks(*connection_);
-  if (sinks.empty()) return Error{ErrorCode::Unavailable, "There is no sound output now."};
+  if (sinks.empty()) return Failed(ErrorCode::Unavailable, Sentence::NoOutputNow);
   const auto wanted = std::find_if(sinks.begin(), sinks.end(), [&](const PulseSink& sink) {
     return request.id.empty() || sink.info.id == request.id;
   });
   if (wanted == sinks.end()) {
-    return Error{ErrorCode::NotFound, "The sound output " + request.id + " is not there."};
+    return Failed(ErrorCode::NotFound, Sentence::OutputMissing, {request.id});
   }
   return PulseDevice::Open(connection_, *wanted, request, source);
 }

@@ -8,6 +8,7 @@
 #include <limits>
 #include <new>
 
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace platform::codec {
@@ -95,15 +96,16 @@ support::Result<std::unique_ptr<FfmpegDecoder>> FfmpegDecoder::Open(const std::s
 FfmpegDecoder::FfmpegDecoder(std::string path, std::unique_ptr<InputFile> input)
     : path_(std::move(path)), input_(std::move(input)) {}
 
-support::Error FfmpegDecoder::Failure(support::ErrorCode code, const std::string& rest) const {
-  return {code, files::LastPart(path_) + rest};
+support::Error FfmpegDecoder::Failure(support::ErrorCode code, support::Sentence sentence,
+                                      std::string kind) const {
+  return support::Failed(code, sentence, {files::LastPart(path_), std::move(kind)});
 }
 
 support::Result<void> FfmpegDecoder::OpenContainer() {
   using support::ErrorCode;
   AVFormatContext* context = avformat_alloc_context();
   if (context == nullptr || packet_ == nullptr || frame_ == nullptr) {
-    return Failure(ErrorCode::Unavailable, " cannot be opened: there is no memory left.");
+    return Failure(ErrorCode::Unavailable, support::Sentence::NoMemoryToOpen);
   }
   context->pb = input_->Context();
   context->format_whitelist = av_strdup(kContainers);
@@ -112,12 +114,11 @@ support::Result<void> FfmpegDecoder::OpenContainer() {
   const int opened = avformat_open_input(&context, hint.c_str(), nullptr, nullptr);
   format_.reset(context);  // null again when opening failed
   if (opened < 0 || avformat_find_stream_info(context, nullptr) < 0) {
-    if (input_->Failed()) return Failure(ErrorCode::Unreadable, " cannot be read: the disk does not answer.");
-    return Failure(ErrorCode::Malformed,
-                   " holds no sound that can be read: it is no audio file, or damaged.");
+    if (input_->Failed()) return Failure(ErrorCode::Unreadable, support::Sentence::DiskDoesNotAnswer);
+    return Failure(ErrorCode::Malformed, support::Sentence::NotAudioOrDamaged);
   }
   const int best = av_find_best_stream(context, AVMEDIA_TYPE_AUDIO, -1, -1, nullptr, 0);
-  if (best < 0) return Failure(ErrorCode::Malformed, " holds no sound.");
+  if (best < 0) return Failure(ErrorCode::Malformed, support::Sentence::HoldsNoSound);
   for (unsigned i = 0; i < context->nb_streams; ++i) context->streams[i]->discard = AVDISCARD_ALL;
   stream_ = context->streams[best];
   stream_->discard = AVDISCARD_DEFAULT;
@@ -128,17 +129,17 @@ support::Result<void> FfmpegDecoder::OpenCodec() {
   using support::ErrorCode;
   const AVCodec* decoder = avcodec_find_decoder(stream_->codecpar->codec_id);
   if (decoder == nullptr) {
-    return Failure(ErrorCode::Unsupported, std::string(" holds sound of a kind that is not known here (") +
-                                               avcodec_get_name(stream_->codecpar->codec_id) + ").");
+    return Failure(ErrorCode::Unsupported, support::Sentence::UnknownSound,
+                   avcodec_get_name(stream_->codecpar->codec_id));
   }
   codec_.reset(avcodec_alloc_context3(decoder));
   if (codec_ == nullptr || avcodec_parameters_to_context(codec_.get(), stream_->codecpar) < 0) {
-    return Failure(ErrorCode::Unavailable, " cannot be opened: there is no memory left.");
+    return Failure(ErrorCode::Unavailable, support::Sentence::NoMemoryToOpen);
   }
   codec_->pkt_timebase = stream_->time_base;
   codec_->thread_count = 1;
   if (avcodec_open2(codec_.get(), decoder, nullptr) < 0) {
-    return Failure(ErrorCode::Malformed, " holds no sound that can be read: its header is damaged.");
+    return Failure(ErrorCode::Malformed, support::Sentence::HeaderDamaged);
   }
   return {};
 }
@@ -150,14 +151,13 @@ support::Result<void> FfmpegDecoder::DecodeFirstFrame() {
     step = NextFrame();
   }
   if (step != Step::Frame) {
-    return Failure(ErrorCode::Malformed,
-                   " holds no sound that can be read: it is no audio file, or damaged.");
+    return Failure(ErrorCode::Malformed, support::Sentence::NotAudioOrDamaged);
   }
   if (frame_->ch_layout.nb_channels > kMostChannels) {
-    return Failure(ErrorCode::Unsupported, " has more than 8 channels.");
+    return Failure(ErrorCode::Unsupported, support::Sentence::TooManyChannels);
   }
   if (!IsPlayable(*frame_)) {
-    return Failure(ErrorCode::Unsupported, " has a sample rate that cannot be played.");
+    return Failure(ErrorCode::Unsupported, support::Sentence::UnplayableRate);
   }
   target_ = ShapeOf(*frame_);
   target_.format = AV_SAMPLE_FMT_S16;
@@ -232,11 +232,11 @@ support::Result<std::int64_t> FfmpegDecoder::Read(std::span<std::int16_t> interl
     written += count;
   }
   if (written == 0 && room > 0 && input_->Failed()) {
-    return Failure(support::ErrorCode::Unreadable, " cannot be read any further: the disk does not answer.");
+    return Failure(support::ErrorCode::Unreadable, support::Sentence::DiskStopped);
   }
   return static_cast<std::int64_t>(written / channels);
 } catch (const std::bad_alloc&) {
-  return Failure(support::ErrorCode::Unreadable, " cannot be read any further: there is no memory left.");
+  return Failure(support::ErrorCode::Unreadable, support::Sentence::NoMemoryToReadOn);
 }
 
 FfmpegDecoder::Step FfmpegDecoder::NextFrame() {

@@ -36,7 +36,8 @@ class FfmpegDecoder : public engine::PcmDecoder {
   support::Result<void> OpenContainer();
   support::Result<void> OpenCodec();
   support::Result<void> DecodeFirstFrame();
-  [[nodiscard]] support::Error Failure(support::ErrorCode code, const std::string& rest) const;
+  [[nodiscard]] support::Error Failure(support::ErrorCode code, support::Sentence sentence,
+                                       std::string kind = {}) const;
 
   /// Brings the next frame into frame_, or says why not.
   Step NextFrame();

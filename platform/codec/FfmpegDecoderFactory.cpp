@@ -3,6 +3,7 @@
 #include "platform/codec/FfmpegDecoderFactory.h"
 
 #include "platform/codec/FfmpegDecoder.h"
+#include "support/Sentences.h"
 
 namespace platform::codec {
 
@@ -16,10 +17,8 @@ support::Result<std::unique_ptr<engine::PcmDecoder>> FfmpegDecoderFactory::Open(
   if (!opened) return opened.Failure();
   std::unique_ptr<FfmpegDecoder> decoder = std::move(opened).Value();
   if (decoder->Kind() != kind) {
-    return support::Error{support::ErrorCode::Malformed, files::LastPart(path) + " holds " +
-                                                             decoder->ContentName() +
-                                                             " audio under another name; rename it to ." +
-                                                             decoder->UsualExtension() + " to play it."};
+    return support::Failed(support::ErrorCode::Malformed, support::Sentence::OtherFormat,
+                           {files::LastPart(path), decoder->ContentName(), decoder->UsualExtension()});
   }
   return std::unique_ptr<engine::PcmDecoder>(std::move(decoder));
 }

@@ -5,6 +5,8 @@
 #include <cerrno>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace platform::codec {
 namespace {
 
@@ -17,8 +19,8 @@ support::Result<std::unique_ptr<InputFile>> InputFile::Open(const std::string& p
   if (!opened) return opened.Failure();
   std::unique_ptr<InputFile> input(new InputFile(std::move(opened).Value()));
   if (input->context_ == nullptr) {
-    return support::Error{support::ErrorCode::Unavailable,
-                          files::LastPart(path) + " cannot be opened: there is no memory left."};
+    return support::Failed(support::ErrorCode::Unavailable, support::Sentence::NoMemoryToOpen,
+                           {files::LastPart(path)});
   }
   return input;
 }

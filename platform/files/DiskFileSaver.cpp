@@ -14,13 +14,17 @@
 #include <system_error>
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace platform::files {
 namespace {
 
 namespace fs = std::filesystem;
 using support::Error;
 using support::ErrorCode;
+using support::Failed;
 using support::Result;
+using support::Sentence;
 
 constexpr std::string_view kDraftMark = ".saving-";
 constexpr int kMaxLinks = 40;  // as many as Linux follows itself
@@ -33,20 +37,20 @@ Error SaveError(const fs::path& path, int reason) {
     case ENOSPC:
     case EDQUOT:
     case EFBIG:
-      return {ErrorCode::Unavailable, "There is no room left on the disk for " + name + "."};
+      return Failed(ErrorCode::Unavailable, Sentence::DiskFull, {name});
     case EACCES:
     case EPERM:
     case EROFS:
-      return {ErrorCode::Unreadable, "There is no permission to write " + name + "."};
+      return Failed(ErrorCode::Unreadable, Sentence::NoWriteRight, {name});
     case ENOENT:
     case ENOTDIR:
-      return {ErrorCode::NotFound, "The folder of " + name + " does not exist."};
+      return Failed(ErrorCode::NotFound, Sentence::FolderOfFileMissing, {name});
     case EISDIR:
     case EINVAL:
-      return {ErrorCode::Unsupported, name + " is not a file that can be replaced."};
+      return Failed(ErrorCode::Unsupported, Sentence::NotReplaceable, {name});
     default:
-      return {ErrorCode::Unavailable,
-              name + " could not be saved: " + std::generic_category().message(reason) + "."};
+      return Failed(ErrorCode::Unavailable, Sentence::NotSaved,
+                    {name, std::generic_category().message(reason)});
   }
 }
 

@@ -10,6 +10,7 @@
 #include <set>
 #include <system_error>
 
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace platform::midi {
@@ -155,19 +156,18 @@ support::Result<std::unique_ptr<karaoke::Synthesiser>> FluidSynthesisers::Make(c
   if (path.empty()) {
     const auto installed = Soundfonts();
     if (installed.empty()) {
-      return support::Error{support::ErrorCode::NotFound,
-                            "No soundfont is installed, so that MIDI songs cannot sound."};
+      return support::Failed(support::ErrorCode::NotFound, support::Sentence::NoSoundfont);
     }
     path = installed.front().path;
   }
   Settings settings = MakeSettings(sample_rate);
   Synth synth(settings == nullptr ? nullptr : new_fluid_synth(settings.get()));
   if (synth == nullptr) {
-    return support::Error{support::ErrorCode::Unavailable, "The synthesiser cannot be started."};
+    return support::Failed(support::ErrorCode::Unavailable, support::Sentence::SynthesiserNotStarted);
   }
   if (fluid_is_soundfont(path.c_str()) == 0 ||
       fluid_synth_sfload(synth.get(), path.c_str(), 1) == FLUID_FAILED) {
-    return support::Error{support::ErrorCode::Unreadable, "The soundfont \"" + path + "\" cannot be used."};
+    return support::Failed(support::ErrorCode::Unreadable, support::Sentence::SoundfontNotUsed, {path});
   }
   return std::unique_ptr<karaoke::Synthesiser>(
       std::make_unique<FluidSynthesiser>(std::move(settings), std::move(synth)));

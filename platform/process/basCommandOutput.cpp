@@ -15,6 +15,7 @@
 #include <csignal>
 #include <string_view>
 
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 extern char** environ;
@@ -22,8 +23,9 @@ extern char** environ;
 namespace platform::process {
 namespace {
 
-using support::Error;
 using support::ErrorCode;
+using support::Failed;
+using support::Sentence;
 using SteadyTime = std::chrono::steady_clock;
 
 /// A file descriptor that is closed with its owner.
@@ -111,7 +113,7 @@ support::Result<pid_t> Spawn(const decks::Command& command, int output) {
       posix_spawnp(&id, program.c_str(), &settings.files, &settings.attributes, words.data(), environ);
   if (failed == 0) return id;
   const ErrorCode code = failed == ENOENT ? ErrorCode::NotFound : ErrorCode::Unavailable;
-  return Error{code, "The program \"" + program + "\" cannot be started."};
+  return Failed(code, Sentence::ProgramNotStarted, {program});
 }
 
 /// Nothing when the time is up or there is too much of it.
@@ -154,12 +156,12 @@ bool HoldsNul(const decks::Command& command) {
 
 support::Result<std::string> basCommandOutput::Run(const decks::Command& command) {
   if (command.program.empty() || HoldsNul(command)) {
-    return Error{ErrorCode::Malformed, "A program or one of its arguments has no usable name."};
+    return Failed(ErrorCode::Malformed, Sentence::ProgramNoName);
   }
   const auto deadline = SteadyTime::now() + command.time_limit;
   int ends[2];
   if (pipe2(ends, O_CLOEXEC) != 0) {
-    return Error{ErrorCode::Unavailable, "The system has no room to run another program."};
+    return Failed(ErrorCode::Unavailable, Sentence::NoRoomForProgram);
   }
   const Descriptor reading(ends[0]);
   Descriptor writing(ends[1]);
@@ -169,8 +171,7 @@ support::Result<std::string> basCommandOutput::Run(const decks::Command& command
   writing.Close();
   const auto text = ReadAll(reading.Number(), deadline);
   if (text && child.WaitUntil(deadline)) return WithWindowsLineEnds(*text);
-  return Error{ErrorCode::Unavailable,
-               "The program \"" + command.program + "\" took too long or printed too much and was ended."};
+  return Failed(ErrorCode::Unavailable, Sentence::ProgramEnded, {command.program});
 }
 
 }  // namespace platform::process

@@ -6,15 +6,17 @@
 #include <utility>
 
 #include "platform/settings/SettingsDisk.h"
+#include "support/Sentences.h"
 
 namespace platform::settings {
 namespace {
 
 namespace fs = std::filesystem;
-using support::Error;
 using support::ErrorCode;
+using support::Failed;
 using support::MutexLock;
 using support::Result;
+using support::Sentence;
 
 constexpr std::chrono::seconds kRetryAfter{5};
 constexpr std::chrono::seconds kLockPatience{5};
@@ -38,7 +40,7 @@ SettingsFile::SettingsFile(fs::path path, support::FileSaver& saver, std::chrono
     std::optional<SettingsText> text = SettingsText::Parse(file.content);
     if (text) text_ = *std::move(text);
     if (!text || file.state == FileContent::State::Unreadable) {
-      Tell("The settings file " + path_.string() + " cannot be read. It is kept as it is.");
+      Tell(Failed(ErrorCode::Malformed, Sentence::SettingsUnreadable, {path_.string()}));
     }
   }
   writer_ = std::thread([this] { Work(); });
@@ -79,9 +81,9 @@ void SettingsFile::Flush() {
   while (flushes_done_ < own) lock.Wait(written_);
 }
 
-std::vector<std::string> SettingsFile::Notices() const {
+std::vector<support::Error> SettingsFile::Notices(std::size_t known) const {
   MutexLock lock(mutex_);
-  return notices_;
+  return {notices_.begin() + static_cast<std::ptrdiff_t>(std::min(known, notices_.size())), notices_.end()};
 }
 
 void SettingsFile::Work() {
@@ -138,11 +140,10 @@ Result<void> SettingsFile::KeepAside(std::string_view content) {
     const bool kept = GiveSecondName(path_, aside) || (!content.empty() && saver_.Save(aside, content).Ok());
     if (!kept) break;
     MutexLock lock(mutex_);
-    Tell("The settings file could not be read and is kept as " + aside.string() + ".");
+    Tell(Failed(ErrorCode::Malformed, Sentence::SettingsKeptAside, {aside.string()}));
     return {};
   }
-  return Error{ErrorCode::Unreadable,
-               "Settings are not saved: " + path_.string() + " can neither be read nor kept beside."};
+  return Failed(ErrorCode::Unreadable, Sentence::SettingsNotKept, {path_.string()});
 }
 
 void SettingsFile::Done(Batch batch, Result<SettingsText> merged) {
@@ -151,7 +152,7 @@ void SettingsFile::Done(Batch batch, Result<SettingsText> merged) {
     if (merged) {
       text_ = std::move(merged).Value();
     } else {
-      Tell(merged.Failure().text);
+      Tell(merged.Failure());
       unwritten_.merge(batch.changes);
       due_ = Now() + kRetryAfter;
     }
@@ -161,8 +162,8 @@ void SettingsFile::Done(Batch batch, Result<SettingsText> merged) {
   written_.notify_all();
 }
 
-void SettingsFile::Tell(std::string notice) {
-  if (notices_.empty() || notices_.back() != notice) notices_.push_back(std::move(notice));
+void SettingsFile::Tell(support::Error notice) {
+  if (notices_.empty() || notices_.back().text != notice.text) notices_.push_back(std::move(notice));
 }
 
 }  // namespace platform::settings

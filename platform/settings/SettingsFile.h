@@ -44,9 +44,7 @@ class SettingsFile final : public support::SettingsStore {
   void Set(std::string_view application, std::string_view section, std::string_view key,
            std::string_view value) override DJ_EXCLUDES(mutex_);
   void Flush() override DJ_EXCLUDES(mutex_);
-
-  /// What the user should know of the file, oldest first, each sentence once until it happened otherwise.
-  [[nodiscard]] std::vector<std::string> Notices() const DJ_EXCLUDES(mutex_);
+  [[nodiscard]] std::vector<support::Error> Notices(std::size_t known) const override DJ_EXCLUDES(mutex_);
 
  private:
   using Changes = std::map<SettingName, std::string>;
@@ -63,7 +61,7 @@ class SettingsFile final : public support::SettingsStore {
   support::Result<SettingsText> Merge(const Batch& batch) DJ_EXCLUDES(mutex_);
   support::Result<void> KeepAside(std::string_view content) DJ_EXCLUDES(mutex_);
   void Done(Batch batch, support::Result<SettingsText> merged) DJ_EXCLUDES(mutex_);
-  void Tell(std::string notice) DJ_REQUIRES(mutex_);
+  void Tell(support::Error notice) DJ_REQUIRES(mutex_);
 
   const std::filesystem::path path_;
   support::FileSaver& saver_;
@@ -78,7 +76,7 @@ class SettingsFile final : public support::SettingsStore {
   std::uint64_t flushes_wanted_ DJ_GUARDED_BY(mutex_) = 0;
   std::uint64_t flushes_done_ DJ_GUARDED_BY(mutex_) = 0;
   bool stopping_ DJ_GUARDED_BY(mutex_) = false;
-  std::vector<std::string> notices_ DJ_GUARDED_BY(mutex_);
+  std::vector<support::Error> notices_ DJ_GUARDED_BY(mutex_);
   std::thread writer_;
 };
 

@@ -12,6 +12,7 @@
 
 #include "platform/files/PlainFile.h"
 #include "platform/tags/FieldReaders.h"
+#include "support/Sentences.h"
 
 namespace platform::tags {
 namespace {
@@ -29,7 +30,7 @@ class CappedFileStream : public TagLib::FileStream {
 };
 
 support::Error NoAudio(const std::string& name) {
-  return {support::ErrorCode::Malformed, name + " is no audio file that can be read, or it is damaged."};
+  return support::Failed(support::ErrorCode::Malformed, support::Sentence::NoReadableAudio, {name});
 }
 
 bool HasPrefix(const TagLib::ByteVector& bytes, unsigned at, const char* prefix) {

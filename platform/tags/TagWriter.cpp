@@ -15,6 +15,7 @@
 #include <exception>
 
 #include "platform/files/PlainFile.h"
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace platform::tags {
@@ -129,8 +130,8 @@ support::Result<void> WriteTags(const std::string& path, const FileTags& tags) {
     written = false;
   }
   if (written) return {};
-  return support::Error{support::ErrorCode::Unreadable,
-                        "The tag of " + files::LastPart(path) + " cannot be written."};
+  return support::Failed(support::ErrorCode::Unreadable, support::Sentence::TagNotWritten,
+                         {files::LastPart(path)});
 }
 
 }  // namespace platform::tags

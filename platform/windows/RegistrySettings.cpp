@@ -4,7 +4,10 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <optional>
+
+#include "support/Sentences.h"
 
 namespace platform::windows {
 namespace {
@@ -61,8 +64,7 @@ void RegistrySettings::Set(std::string_view application, std::string_view sectio
   }
   not_taken_.insert_or_assign(name, std::string(value));
   if (notices_.empty()) {
-    notices_.emplace_back(
-        "Settings are not saved: the registry does not take them. They hold until the end.");
+    notices_.push_back(support::Failed(support::ErrorCode::Unavailable, support::Sentence::RegistryRefuses));
   }
 }
 
@@ -73,9 +75,9 @@ void RegistrySettings::Flush() {
   RegCloseKey(key);
 }
 
-std::vector<std::string> RegistrySettings::Notices() const {
+std::vector<support::Error> RegistrySettings::Notices(std::size_t known) const {
   MutexLock lock(mutex_);
-  return notices_;
+  return {notices_.begin() + static_cast<std::ptrdiff_t>(std::min(known, notices_.size())), notices_.end()};
 }
 
 std::string RegistrySettings::PathOf(std::string_view application, std::string_view section) const {

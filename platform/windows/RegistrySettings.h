@@ -29,9 +29,7 @@ class RegistrySettings final : public support::SettingsStore {
   void Set(std::string_view application, std::string_view section, std::string_view key,
            std::string_view value) override DJ_EXCLUDES(mutex_);
   void Flush() override;
-
-  /// What the user should know, each sentence once.
-  [[nodiscard]] std::vector<std::string> Notices() const DJ_EXCLUDES(mutex_);
+  [[nodiscard]] std::vector<support::Error> Notices(std::size_t known) const override DJ_EXCLUDES(mutex_);
 
  private:
   using Name = std::pair<std::string, std::string>;  ///< the registry's key and the value's name
@@ -41,7 +39,7 @@ class RegistrySettings final : public support::SettingsStore {
   const std::string root_;
   mutable support::Mutex mutex_;
   std::map<Name, std::string> not_taken_ DJ_GUARDED_BY(mutex_);
-  std::vector<std::string> notices_ DJ_GUARDED_BY(mutex_);
+  std::vector<support::Error> notices_ DJ_GUARDED_BY(mutex_);
 };
 
 }  // namespace platform::windows

@@ -10,13 +10,17 @@
 #include <string>
 #include <system_error>
 
+#include "support/Sentences.h"
+
 namespace platform::windows {
 namespace {
 
 namespace fs = std::filesystem;
 using support::Error;
 using support::ErrorCode;
+using support::Failed;
 using support::Result;
+using support::Sentence;
 
 constexpr std::wstring_view kDraftMark = L".saving-";
 
@@ -25,21 +29,20 @@ Error SaveError(const fs::path& path, DWORD reason) {
   switch (reason) {
     case ERROR_DISK_FULL:
     case ERROR_HANDLE_DISK_FULL:
-      return {ErrorCode::Unavailable, "There is no room left on the disk for " + name + "."};
+      return Failed(ErrorCode::Unavailable, Sentence::DiskFull, {name});
     case ERROR_ACCESS_DENIED:
     case ERROR_WRITE_PROTECT:
-      return {ErrorCode::Unreadable, "There is no permission to write " + name + "."};
+      return Failed(ErrorCode::Unreadable, Sentence::NoWriteRight, {name});
     case ERROR_SHARING_VIOLATION:
     case ERROR_LOCK_VIOLATION:
-      return {ErrorCode::Unavailable, name + " is held open by another program."};
+      return Failed(ErrorCode::Unavailable, Sentence::HeldByOther, {name});
     case ERROR_PATH_NOT_FOUND:
     case ERROR_FILE_NOT_FOUND:
-      return {ErrorCode::NotFound, "The folder of " + name + " does not exist."};
+      return Failed(ErrorCode::NotFound, Sentence::FolderOfFileMissing, {name});
     case ERROR_DIRECTORY:
-      return {ErrorCode::Unsupported, name + " is not a file that can be replaced."};
+      return Failed(ErrorCode::Unsupported, Sentence::NotReplaceable, {name});
     default:
-      return {ErrorCode::Unavailable,
-              name + " could not be saved (Windows error " + std::to_string(reason) + ")."};
+      return Failed(ErrorCode::Unavailable, Sentence::NotSaved, {name, "Windows " + std::to_string(reason)});
   }
 }
 

@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <string_view>
+#include <vector>
+
+#include "support/Result.h"
 
 namespace support {
 
@@ -21,6 +25,9 @@ class SettingsStore {
                    std::string_view value) = 0;
   /// Returns when everything set so far is on the disk, or cannot be put there. Called at shutdown.
   virtual void Flush() = 0;
+  /// What the user should know of the store, oldest first, without those that the caller knows already; each
+  /// once until it happened otherwise.
+  [[nodiscard]] virtual std::vector<Error> Notices(std::size_t known) const = 0;
 };
 
 /// The application name of every key but the equaliser's preset choice.

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <functional>
 #include <map>
 #include <string>
@@ -37,6 +38,15 @@ class MemorySettings final : public SettingsStore {
   void Flush() override {
     MutexLock lock(mutex_);
     ++flushes_;
+  }
+
+  std::vector<Error> Notices(std::size_t known) const override {
+    MutexLock lock(mutex_);
+    return {notices_.begin() + static_cast<std::ptrdiff_t>(std::min(known, notices_.size())), notices_.end()};
+  }
+  void Tell(Error notice) {
+    MutexLock lock(mutex_);
+    notices_.push_back(std::move(notice));
   }
 
   /// "Section/Key" of each read so far, in order.
@@ -75,6 +85,7 @@ class MemorySettings final : public SettingsStore {
   std::vector<std::string> sets_ DJ_GUARDED_BY(mutex_);
   mutable std::vector<std::string> reads_ DJ_GUARDED_BY(mutex_);
   std::function<void(const std::string&)> listener_ DJ_GUARDED_BY(mutex_);
+  std::vector<Error> notices_ DJ_GUARDED_BY(mutex_);
   int flushes_ DJ_GUARDED_BY(mutex_) = 0;
 };
 

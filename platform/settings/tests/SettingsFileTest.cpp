@@ -108,6 +108,11 @@ class UserSettings : public ::testing::Test {
   static std::string Get(const SettingsFile& store, std::string_view key) {
     return store.Get(kApplication, "Mixer", key, "default");
   }
+  static std::vector<std::string> Notices(const SettingsFile& store) {
+    std::vector<std::string> texts;
+    for (const support::Error& notice : store.Notices(0)) texts.push_back(notice.text);
+    return texts;
+  }
   [[nodiscard]] std::string File() const { return folder_.Read("settings.ini"); }
 
   TestFolder folder_;
@@ -202,7 +207,7 @@ TEST_F(UserSettings, ThatCannotBeReadAreKeptAsideAndToldOf) {
   folder_.Write("settings.ini", garbage);
   folder_.Write("settings.ini.unreadable-1", "an older one");
   auto store = Start();
-  ASSERT_THAT(store->Notices(), ElementsAre(HasSubstr("cannot be read")));
+  ASSERT_THAT(Notices(*store), ElementsAre(HasSubstr("cannot be read")));
   store->Flush();
   EXPECT_EQ(File(), garbage) << "only a set replaces it";
   Set(*store, "MixTime", "9");
@@ -210,7 +215,7 @@ TEST_F(UserSettings, ThatCannotBeReadAreKeptAsideAndToldOf) {
   EXPECT_EQ(folder_.Read("settings.ini.unreadable-1"), "an older one");
   EXPECT_EQ(folder_.Read("settings.ini.unreadable-2"), garbage);
   EXPECT_EQ(File(), "[TLVG/Mixer]\r\nMixTime=9\r\n");
-  EXPECT_THAT(store->Notices().back(), HasSubstr("settings.ini.unreadable-2"));
+  EXPECT_THAT(Notices(*store).back(), HasSubstr("settings.ini.unreadable-2"));
 }
 
 TEST_F(UserSettings, ThatCannotBeReadAreKeptAsideOnceWhenTheSaveFails) {
@@ -238,7 +243,7 @@ TEST_F(UserSettings, WhereAFolderStandsAreNotSavedAndSaySo) {
   auto store = Start();
   Set(*store, "MixTime", "9");
   store->Flush();
-  EXPECT_THAT(store->Notices().back(), HasSubstr("Settings are not saved"));
+  EXPECT_THAT(Notices(*store).back(), HasSubstr("Settings are not saved"));
   EXPECT_EQ(Get(*store, "MixTime"), "9") << "they hold until the end";
 }
 
@@ -259,7 +264,7 @@ TEST_F(UserSettings, AreSavedLaterWhenTheDiskFailsAndTheNewerValueWins) {
   Set(*store, "MixTime", "9");
   Set(*store, "Volume", "1");
   store->Flush();
-  EXPECT_THAT(store->Notices(), ElementsAre("The disk is full."));
+  EXPECT_THAT(Notices(*store), ElementsAre("The disk is full."));
   Set(*store, "Volume", "2");
   store->Flush();
   EXPECT_EQ(File(), "[TLVG/Mixer]\r\nOld=0\r\nMixTime=9\r\nVolume=2\r\n");
@@ -296,7 +301,7 @@ TEST_F(UserSettings, AreOldOrNewWholeWheneverTheProgramIsKilled) {
   Set(*Start(), "key0", "before");
   files::testing::KillHundredTimes(100, 2, change_often, [&](const files::testing::Death&) {
     const auto store = Start();
-    ASSERT_THAT(store->Notices(), IsEmpty());
+    ASSERT_THAT(Notices(*store), IsEmpty());
     const std::string first = Get(*store, "key0");
     ASSERT_NE(first, "default");
     for (int key = 1; first != "before" && key < kKeys; ++key) {

@@ -13,7 +13,6 @@ namespace platform::windows {
 namespace {
 
 using support::kApplication;
-using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 using ::testing::IsEmpty;
 
@@ -75,7 +74,8 @@ TEST_F(RegistrySettingsTest, HoldsUntilTheEndWhatTheRegistryDoesNotTakeAndSaysSo
   store_.Set(kApplication, too_long, "MixTime", "9");
   store_.Set(kApplication, too_long, "MixTime", "10");
   EXPECT_EQ(store_.Get(kApplication, too_long, "MixTime", "8"), "10");
-  EXPECT_THAT(store_.Notices(), ElementsAre(HasSubstr("Settings are not saved")));
+  ASSERT_EQ(store_.Notices(0).size(), 1U);
+  EXPECT_THAT(store_.Notices(0)[0].text, HasSubstr("Settings are not saved"));
 }
 
 TEST_F(RegistrySettingsTest, ReadingWritesNothing) {
@@ -83,7 +83,7 @@ TEST_F(RegistrySettingsTest, ReadingWritesNothing) {
   store_.Flush();
   HKEY key = nullptr;
   EXPECT_EQ(RegOpenKeyExA(HKEY_CURRENT_USER, kRoot, 0, KEY_READ, &key), ERROR_FILE_NOT_FOUND);
-  EXPECT_THAT(store_.Notices(), IsEmpty());
+  EXPECT_THAT(store_.Notices(0), IsEmpty());
 }
 
 }  // namespace
