@@ -57,11 +57,18 @@ std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector
   return rows;
 }
 
+/// A path that may go on in the next line behind each folder.
+QString Breakable(const std::string& path) {
+  constexpr QChar kZeroWidthSpace(0x200B);
+  return Decode(path).replace(QLatin1Char('/'), QString(QLatin1Char('/')) + kZeroWidthSpace);
+}
+
 }  // namespace
 
 frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock)
     : workstation_(workstation), settings_(settings), clock_(clock) {
   setObjectName(QStringLiteral("frmMain"));
+  QApplication::installTranslator(&words_);
   ReadChoices();
   view_ = workstation_.View();
   MakeKeys();
@@ -109,6 +116,7 @@ void frmMain::Build() {
   delete takeCentralWidget();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
+  words_.Speak(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
   help_.Speak(*say_);
   boxes_.Speak(*say_);
@@ -375,7 +383,7 @@ void frmMain::DeleteTracks() {
   const catalogue::track_table& table = workstation_.Catalogue();
   const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
@@ -390,7 +398,7 @@ void frmMain::DeleteKaraoke() {
   const catalogue::track_table& table = workstation_.Karaoke();
   const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDeleteSongs).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);

@@ -17,6 +17,7 @@
 #include "ui/forms/SettingsPage.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
+#include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
 class QStackedWidget;
@@ -94,6 +95,7 @@ class frmMain final : public QMainWindow {
   const support::Clock& clock_;
   SettingsPage::Choices choices_{};
   std::unique_ptr<Strings> say_;
+  QtWords words_;
   MixerState mixer_state_;
   app::WorkstationView view_;
   QTimer frames_;
