@@ -122,8 +122,8 @@ void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
-  sliders = StoredSliders(preferences);
-  conductor.Post([this, sliders = sliders, percent = preferences.gain_percent] {
+  eq_sliders = StoredSliders(preferences);
+  conductor.Post([this, sliders = eq_sliders, percent = preferences.gain_percent] {
     stage.StoredEqualiser(sliders);
     stage.SetGainPercent(std::clamp(percent, 0, 100));
   });

@@ -121,7 +121,7 @@ struct Workstation::Parts {
   FileRemoval karaoke_removal;
   Reindex music_scan;
   PresetDesk presets;
-  std::array<int, decks::kEqSliders> sliders{};  ///< of the equaliser, as the window moved them
+  std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 
