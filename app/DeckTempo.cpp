@@ -47,11 +47,34 @@ void DeckTempo::Bend(double factor) {
   Set(sliders_);
 }
 
+void DeckTempo::Follow(double speed, double bend) {
+  decks::TempoSliders sliders = sliders_;
+  sliders.percent = (speed / (1 + sliders.sample_percent / 100) - 1) * 100;
+  // An order that nobody could hear is none: every one of them is work for the feeder.
+  constexpr double kSame = 1e-5;
+  if (std::abs(sliders.percent - sliders_.percent) < kSame * 100 && std::abs(bend - bend_) < kSame) return;
+  bend_ = bend;
+  Set(sliders);
+}
+
+decks::BeatSide DeckTempo::Side() const {
+  constexpr double kLockedBend = 0.04;
+  constexpr double kUnlockedBend = 0.01;
+  return {.grid = grid_.get(),
+          .bpm = Bpm(),
+          .heard = Place(),
+          .speed = Speed(),
+          .bend = bend_ * nudge_,
+          .playing = heard_.playing,
+          .most_bend = sliders_.key_lock == decks::KeyLock::On ? kLockedBend : kUnlockedBend};
+}
+
 bool DeckTempo::Original() const {
   return Speed() == 1 && sliders_.semitones == 0 && sliders_.sample_percent == 0;
 }
 
 void DeckTempo::Begin(double bpm) {
+  ++track_;
   row_bpm_ = bpm;
   grid_.reset();
   by_hand_ = false;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "app/WorkstationView.h"
+#include "decks/BeatSync.h"
 #include "decks/TempoSliders.h"
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
@@ -30,17 +31,21 @@ class DeckTempo {
   /// Factors on the tempo for as long as they last; 1 is none.
   void Nudge(double factor);
   void Bend(double factor);
+  /// The slider goes where the whole speed comes out, with a bend on it.
+  void Follow(double speed, double bend);
   [[nodiscard]] bool Nudging() const { return nudge_ != 1; }
   /// Source seconds a second, as it is set now.
   [[nodiscard]] double Speed() const { return decks::SpeedOf(sliders_) * bend_ * nudge_; }
 
   /// The deck's streams are of another file. bpm: what its row says, or 0.
   void Begin(double bpm);
+  /// Counts the files.
+  [[nodiscard]] int Track() const { return track_; }
+  [[nodiscard]] decks::BeatSide Side() const;
   /// The streams are new ones of the same file.
   void Apply();
   /// What was heard at this tick.
   void Heard(const decks::HeardStream& heard);
-  [[nodiscard]] bool Playing() const { return heard_.playing; }
   [[nodiscard]] music::Seconds Place() const;
   /// From setting something to its being heard.
   [[nodiscard]] music::Seconds Lag() const { return music::Seconds(heard_.lag); }
@@ -72,6 +77,7 @@ class DeckTempo {
   double nudge_ = 1;
   double bend_ = 1;
   decks::HeardStream heard_;
+  int track_ = 0;
   double row_bpm_ = 0;
   std::shared_ptr<const music::BeatGrid> grid_;  // with the window
   bool by_hand_ = false;

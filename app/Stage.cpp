@@ -155,6 +155,23 @@ void Stage::SetEqualiser(int slider, int decibels) {
   for (const auto& deck : decks_) deck->FollowEqualiser(slider, decibels);
 }
 
+void Stage::Sync(int deck, SyncStart start, int most_percent) {
+  if (!BeatMatch::Matches(deck)) return;
+  if (!beats_.Start(Deck(deck), Deck(BeatMatch::LeaderOf(deck)), start, most_percent)) {
+    notice_ = CannotSync(deck, most_percent);
+  }
+}
+
+void Stage::Unsync(int deck) {
+  if (BeatMatch::Matches(deck)) beats_.Stop(Deck(deck));
+}
+
+std::string Stage::CannotSync(int deck, int most_percent) {
+  const bool known = Deck(deck).Tempo().Bpm() > 0 && Deck(BeatMatch::LeaderOf(deck)).Tempo().Bpm() > 0;
+  return known ? say_(support::Sentence::TemposTooFarApart, {std::to_string(most_percent)})
+               : say_(support::Sentence::TempoUnknown);
+}
+
 void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
@@ -173,6 +190,12 @@ void Stage::Tick() {
   if (listed && listed_) listed_();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
+  for (int number = 1; number <= BeatMatch::kMatched; ++number) {
+    if (const int most = beats_.Tick(Deck(number), Deck(BeatMatch::LeaderOf(number)))) {
+      notice_ = CannotSync(number, most);
+    }
+    beats_.Show(number, view.decks[Index(number)]);
+  }
   view.outputs = outputs_;
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/BeatMatch.h"
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
@@ -47,8 +48,8 @@ class Stage {
   /// Moves a slider, 0 to 19, and its band on every deck that plays.
   void SetEqualiser(int slider, int decibels);
   /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
-  void Sync(int /*deck*/, SyncStart /*start*/, int /*most_percent*/) {}
-  void Unsync(int /*deck*/) {}
+  void Sync(int deck, SyncStart start, int most_percent);
+  void Unsync(int deck);
   /// The system's volume was told.
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.
@@ -65,6 +66,7 @@ class Stage {
 
  private:
   [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
+  [[nodiscard]] std::string CannotSync(int deck, int most_percent);
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
@@ -81,6 +83,7 @@ class Stage {
   MixPointDesk mix_points_;
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
+  BeatMatch beats_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

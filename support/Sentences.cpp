@@ -34,6 +34,10 @@ constexpr Row kRows[] = {
     {Sentence::FolderMissing, "There is no folder \"%1\".", "Er is geen map \"%1\"."},
     {Sentence::FilesLeftOut, "%1 files were left out, because they cannot be played.",
      "%1 bestanden zijn weggelaten, omdat ze niet kunnen worden afgespeeld."},
+    {Sentence::TemposTooFarApart, "The tempos lie more than %1 percent apart; the deck plays on by itself.",
+     "De tempo's liggen meer dan %1 procent uit elkaar; het deck speelt zelfstandig verder."},
+    {Sentence::TempoUnknown, "Both decks need a file whose tempo is known.",
+     "Beide decks hebben een bestand nodig waarvan het tempo bekend is."},
 
     {Sentence::PresetsUnreadable, "The equaliser's presets cannot be read: %1",
      "De voorinstellingen van de equalizer kunnen niet worden gelezen: %1"},

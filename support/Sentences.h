@@ -23,6 +23,8 @@ enum class Sentence : int {
   FileNotDeleted,
   FolderMissing,
   FilesLeftOut,
+  TemposTooFarApart,
+  TempoUnknown,
   PresetsUnreadable,
   PresetNotSaved,
   PresetNotDeleted,

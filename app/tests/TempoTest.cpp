@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <cmath>
 #include <limits>
 
 #include "app/tests/Evening.h"
@@ -156,6 +157,90 @@ TEST_F(TempoTools, AGridIsScaledShiftedAndAligned) {
   EXPECT_NEAR(phase(1030ms), 0, 1e-3);
   Load(1, "b.mp3");
   EXPECT_EQ(Deck(1).grid, nullptr);
+}
+
+class SyncedDecks : public TempoTools {
+ protected:
+  /// Deck 1 with 120.5 plays 5 % faster; deck 2 has 120.5 too and beats somewhere else.
+  void TwoDecks(SyncStart start = SyncStart::Gently) {
+    StartUp();
+    for (const int deck : {1, 2}) {
+      Load(deck, deck == 1 ? "a.mp3" : "b.mp3");
+      Play(deck);
+      station_->AlignGrid(deck);
+      Advance(130ms);
+    }
+    station_->SetTempo(1, 5);
+    station_->Sync(2, start);
+    Run(1);
+  }
+  void Run(int seconds) {
+    for (int i = 0; i < seconds * 100; ++i) Advance(10ms);
+  }
+  [[nodiscard]] double Error() {
+    const auto beat = [&](int deck) { return Deck(deck).grid->BeatAt(Deck(deck).position); };
+    const double beats = beat(1) - beat(2);
+    return (beats - std::round(beats)) * 60 / 126.5;
+  }
+};
+
+TEST_F(SyncedDecks, BeatTogether) {
+  TwoDecks();
+  EXPECT_TRUE(Deck(2).synced);
+  EXPECT_FALSE(Deck(1).synced);
+  EXPECT_NEAR(Deck(2).tempo_percent, 5, 1e-3);
+  EXPECT_GT(std::abs(Error()), 0.01) << "no jump";
+  Run(10);
+  EXPECT_LT(std::abs(Error()), 0.001);
+  station_->SetTempo(1, 3);
+  Run(2);
+  EXPECT_NEAR(Deck(2).tempo_percent, 3, 1e-3) << "it follows the slider";
+}
+
+TEST_F(SyncedDecks, AtOnceIsACrossfadeIntoTheBeat) {
+  TwoDecks(SyncStart::AtOnce);
+  EXPECT_LT(std::abs(Error()), 0.02);
+  Run(3);
+  EXPECT_LT(std::abs(Error()), 0.001);
+}
+
+TEST_F(SyncedDecks, ANudgeMovesTheBeatsApartForGood) {
+  TwoDecks();
+  Run(10);
+  station_->Nudge(2, 4);
+  Run(1);
+  station_->Nudge(2, 0);
+  Run(5);
+  EXPECT_NEAR(Error(), -0.04, 0.005);
+}
+
+TEST_F(SyncedDecks, PartWhenTheTempoIsSetByHandOrAnotherFileComes) {
+  TwoDecks();
+  station_->SetTempo(2, 1);
+  Run(1);
+  EXPECT_FALSE(Deck(2).synced);
+  EXPECT_EQ(Deck(2).tempo_percent, 1);
+  station_->Sync(2);
+  Run(1);
+  ASSERT_TRUE(Deck(2).synced);
+  Load(2, "c.flac");
+  EXPECT_FALSE(Deck(2).synced);
+}
+
+TEST_F(SyncedDecks, NeverFollowEachOther) {
+  TwoDecks();
+  station_->Sync(1);
+  Run(1);
+  EXPECT_TRUE(Deck(1).synced);
+  EXPECT_FALSE(Deck(2).synced);
+}
+
+TEST_F(SyncedDecks, SayWhenTheTemposAreTooFarApart) {
+  Store("Settings", "BPMPercent", "3");
+  TwoDecks();
+  EXPECT_FALSE(Deck(2).synced);
+  EXPECT_EQ(station_->View().notice, "The tempos lie more than 3 percent apart; the deck plays on by itself.");
+  EXPECT_EQ(Deck(2).tempo_percent, 0);
 }
 
 TEST_F(TempoTools, OfADeckThatIsNotThereDoNothing) {
