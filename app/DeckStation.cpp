@@ -157,11 +157,10 @@ void DeckStation::Tick(DeckView& view) {
   view.message = message_;
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
+  ShowAnalysis(view);
   tempo_.Show(view);
   if (coming_) view.bpm = coming_->bpm;
   view.equaliser = gains_;
-  view.wave = tools_.waves.Of(player_.Channel());
-  ShowMixPoints(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -232,8 +231,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   tempo_.Heard(sound_.Heard(player_.STRM()));
   gains_ = {};
   ApplySliders();
-  HoldWave();
-  FindMixPoints();
+  Analyse();
   if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
@@ -253,8 +251,7 @@ void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
   tempo_.Begin(0);
-  tools_.waves.Drop(player_.Channel());
-  tools_.mix_points.Drop(player_.Channel());
+  tools_.analyses.Drop(player_.Channel());
   track_ = {};
   message_.clear();
   reopen_at_.reset();
@@ -281,15 +278,9 @@ void DeckStation::ApplySliders() {
   tempo_.Apply();
 }
 
-void DeckStation::HoldWave() {
-  const decks::HeardStream heard = sound_.Heard(player_.STRM());
-  tools_.waves.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
-}
-
-void DeckStation::FindMixPoints() {
-  if (!player_.Filename().empty() && state_ != State::Empty) {
-    tools_.mix_points.Hold(player_.Channel(), player_.ScanRequest());
-  }
+void DeckStation::Analyse() {
+  if (player_.Filename().empty() || state_ == State::Empty) return;
+  tools_.analyses.Hold(player_.Channel(), player_.ScanRequest());
 }
 
 void DeckStation::SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark) {
@@ -302,16 +293,23 @@ void DeckStation::FollowEqualiser(int slider, int decibels) {
   gains_[static_cast<std::size_t>(band)] = static_cast<float>(decibels);
 }
 
-void DeckStation::ShowMixPoints(DeckView& view) {
-  view.scan_busy = tools_.mix_points.Busy(player_.Channel());
+void DeckStation::ShowAnalysis(DeckView& view) {
+  view.scan_busy = tools_.analyses.Busy(player_.Channel());
   if (state_ == State::Empty) return;
-  if (const auto points = tools_.mix_points.Of(player_.Channel())) {
-    player_.StartMixPoint(points->start);
-    player_.EndMixPoint(points->end);
-    view.found = {Microseconds(points->start_seconds), Microseconds(points->end_seconds)};
+  if (const auto analysis = tools_.analyses.Of(player_.Channel())) {
+    view.wave = analysis->wave;
+    view.loudness = analysis->loudness;
+    if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
+    if (analysis->mix_points) ShowFound(analysis->mix_points->points, view);
   }
   ShowMixPoint(MixPoint::Start, view);
   ShowMixPoint(MixPoint::End, view);
+}
+
+void DeckStation::ShowFound(const music::MixPoints& points, DeckView& view) {
+  player_.StartMixPoint(points.start);
+  player_.EndMixPoint(points.end);
+  view.found = {Microseconds(points.start_seconds), Microseconds(points.end_seconds)};
 }
 
 void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {

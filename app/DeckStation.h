@@ -9,10 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "app/AnalysisDesk.h"
 #include "app/DeckTempo.h"
 #include "app/Mailbox.h"
-#include "app/MixPointDesk.h"
-#include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
 #include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
@@ -32,8 +31,7 @@ struct Track {
 
 /// What all decks share.
 struct DeckTools {
-  WaveDesk& waves;
-  MixPointDesk& mix_points;
+  AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
 };
 
@@ -64,8 +62,8 @@ class DeckStation {
   /// A slider was moved while the deck was asked to follow.
   void FollowEqualiser(int slider, int decibels);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
-  /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
-  void FindMixPoints();
+  /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
+  void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
 
   /// Where the deck plays from now on; what sounds moves at its heard position.
@@ -89,8 +87,8 @@ class DeckStation {
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();
-  void HoldWave();
-  void ShowMixPoints(DeckView& view);
+  void ShowAnalysis(DeckView& view);
+  void ShowFound(const music::MixPoints& points, DeckView& view);
   void ShowMixPoint(MixPoint which, DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
