@@ -8,6 +8,8 @@
 #include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
+#include "platform/analysis/EburLoudnessMeters.h"
+#include "platform/analysis/QmBeatTrackers.h"
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
@@ -16,6 +18,7 @@
 #include "platform/files/System.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
+#include "platform/sidestore/SqliteSideStore.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Clock.h"
@@ -45,6 +48,7 @@ struct Program::Parts {
                 .make_silent = nullptr,
                 .thread_started = [] { platform::files::RaiseThreadPriority(); }},
                engine::SoundEngine::Feeding::OwnThread),
+        side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
         workstation({.engine = engine,
                      .sound = engine,
@@ -54,7 +58,9 @@ struct Program::Parts {
                      .workers = workers,
                      .clock = clock,
                      .mixer = &mixer,
-                     .visualisation = &visualisation},
+                     .visualisation = &visualisation,
+                     .analysis = {&meters, &trackers},
+                     .side_store = &side_store},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -73,6 +79,9 @@ struct Program::Parts {
   // A pool of their own: a long scan must not keep a deck waiting for its file.
   support::ThreadPool decoding;
   engine::SoundEngine engine;
+  platform::analysis::EburLoudnessMeters meters;
+  platform::analysis::QmBeatTrackers trackers;
+  platform::sidestore::SqliteSideStore side_store;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;
