@@ -128,9 +128,9 @@ void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
-  equaliser = StoredSliders(preferences);
-  conductor.Post([this, equaliser = equaliser, percent = preferences.gain_percent] {
-    stage.StoredEqualiser(equaliser);
+  eq_sliders = StoredSliders(preferences);
+  conductor.Post([this, sliders = eq_sliders, percent = preferences.gain_percent] {
+    stage.StoredEqualiser(sliders);
     stage.SetGainPercent(std::clamp(percent, 0, 100));
   });
   conductor.Post([this, outputs = std::move(outputs), none = device_names.empty()] {

@@ -135,7 +135,7 @@ struct Workstation::Parts {
   PlainScan plain_scan;
   Reindex music_scan;
   PresetDesk presets;
-  std::array<int, decks::kEqSliders> equaliser{};  ///< its sliders, as the window moved them
+  std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QShortcut>
@@ -23,6 +24,7 @@
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
+#include "ui/forms/TempoTools.h"
 #include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
@@ -72,6 +74,7 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   ReadChoices();
   view_ = workstation_.View();
   MakeKeys();
+  qApp->installEventFilter(this);
   Build();
   workstation_.AttachWindow(&boxes_, &help_);
   mixer_->SendVolumes();
@@ -279,6 +282,9 @@ void frmMain::MakeKeys() {
     Key(KeyOf(Command::SetEnd, deck), Reach::Everywhere,
         [panel] { panel().SetMixPoint(app::MixPoint::End); });
     Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { mixer_->Listen(deck); });
+    Key(KeyOf(Command::Sync, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleSync(); });
+    Key(KeyOf(Command::Tap, deck), Reach::Everywhere, [panel] { panel().Tools().Tap(); });
+    Key(KeyOf(Command::KeyLock, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleKeyLock(); });
   }
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
     Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });
@@ -291,6 +297,38 @@ void frmMain::MakeKeys() {
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
       [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
+}
+
+// Shortcuts know no release, so what lasts as long as a key is held is listened for here.
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ApplicationDeactivate) ReleaseNudges();
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (!pressed && event->type() != QEvent::KeyRelease) return QMainWindow::eventFilter(watched, event);
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  for (const int deck : {1, 2}) {
+    for (const Command command : {Command::NudgeBack, Command::NudgeOn}) {
+      const QKeyCombination wanted = KeyOf(command, deck)[0];
+      if (key.key() != wanted.key()) continue;
+      // Whoever lets go of Shift first lets go all the same.
+      if (pressed && key.modifiers() != wanted.keyboardModifiers()) continue;
+      if (key.isAutoRepeat()) return true;
+      const int direction = command == Command::NudgeBack ? -1 : 1;
+      if (pressed || nudging_[deck == 1 ? 0 : 1]) Nudge(deck, pressed ? direction : 0);
+      if (pressed) return true;
+    }
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::Nudge(int deck, int direction) {
+  nudging_[deck == 1 ? 0 : 1] = direction != 0;
+  decks_[deck == 1 ? 0 : 1]->Tools().Nudge(direction);
+}
+
+void frmMain::ReleaseNudges() {
+  for (const int deck : {1, 2}) {
+    if (nudging_[deck == 1 ? 0 : 1]) Nudge(deck, 0);
+  }
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {

@@ -51,6 +51,7 @@ class frmMain final : public QMainWindow {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void ReadChoices();
@@ -68,6 +69,8 @@ class frmMain final : public QMainWindow {
   /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
   enum class Reach { Everywhere, Window };
   void Key(const QKeySequence& key, Reach reach, std::function<void()> action);
+  void Nudge(int deck, int direction);
+  void ReleaseNudges();
   void ApplySize();
 
   void LoadOnFreeDeck(const TrackRows& rows);
@@ -101,6 +104,7 @@ class frmMain final : public QMainWindow {
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
+  std::array<bool, 2> nudging_{};  ///< by a key that is held
   TableId active_ = TableId::Catalogue;
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};

@@ -45,7 +45,7 @@ void Name(QWidget& widget, const QString& object_name, const QString& accessible
 /// "deck1Play": object name of a part of deck 1 or 2.
 [[nodiscard]] QString DeckName(int deck, const char* part);
 
-/// Which rules of the style sheet hold for a widget: "plain", "page".
+/// Which rules of the style sheet hold for a widget: "plain", "page", "tool", "lamp1", "lamp2".
 void SetKind(QWidget& widget, const char* kind);
 /// Repaints only when the text is another one.
 void SetText(QLabel& label, const QString& text);
