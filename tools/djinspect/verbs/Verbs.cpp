@@ -9,10 +9,12 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 5> kVerbs{{{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+constexpr std::array<Verb, 7> kVerbs{{{"fixture", "FILE", &InspectFixture},
+                                      {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
                                       {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
                                       {"mp3gain", "FILE", &InspectMp3Gain},
                                       {"presets", "FILE", &InspectPresets},
+                                      {"show", "FILE [--rewrite OUT]", &InspectShow},
                                       {"tags", "FILE", &InspectTags}}};
 
 ExitCode WrongUse(std::ostream& err) {
