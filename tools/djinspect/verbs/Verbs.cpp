@@ -10,7 +10,7 @@ namespace tools::djinspect {
 namespace {
 
 // clang-format off: a verb a line
-constexpr Verb kVerbs[] = {
+constexpr auto kVerbs = std::to_array<Verb>({
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
@@ -19,7 +19,7 @@ constexpr Verb kVerbs[] = {
     {"presets", "FILE", &InspectPresets},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},
-};
+});
 // clang-format on
 
 ExitCode WrongUse(std::ostream& err) {
