@@ -300,15 +300,16 @@ void DeckStation::ShowAnalysis(DeckView& view) {
     view.wave = analysis->wave;
     view.loudness = analysis->loudness;
     if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
-    if (analysis->mix_points) {
-      const music::MixPoints& points = analysis->mix_points->points;
-      player_.StartMixPoint(points.start);
-      player_.EndMixPoint(points.end);
-      view.found = {Microseconds(points.start_seconds), Microseconds(points.end_seconds)};
-    }
+    if (analysis->mix_points) ShowFound(analysis->mix_points->points, view);
   }
   ShowMixPoint(MixPoint::Start, view);
   ShowMixPoint(MixPoint::End, view);
+}
+
+void DeckStation::ShowFound(const music::MixPoints& points, DeckView& view) {
+  player_.StartMixPoint(points.start);
+  player_.EndMixPoint(points.end);
+  view.found = {Microseconds(points.start_seconds), Microseconds(points.end_seconds)};
 }
 
 void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {

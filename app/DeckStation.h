@@ -90,6 +90,7 @@ class DeckStation {
   void MovePrelisten();
   void ApplySliders();
   void ShowAnalysis(DeckView& view);
+  void ShowFound(const music::MixPoints& points, DeckView& view);
   void ShowMixPoint(MixPoint which, DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();

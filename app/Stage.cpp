@@ -64,6 +64,7 @@ std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutput
 }
 
 std::string Stage::CannotOpen(const OutputWish& wish) const {
+  if (wish.name.empty()) return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
   return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
 

@@ -47,15 +47,17 @@ void Workstation::StartUp() {
   parts.ReadPresets();
 }
 
-void Workstation::ShutDown() {
+bool Workstation::ShutDown() {
   Parts& parts = *parts_;
-  if (parts.life != Parts::Life::Running) return;
+  if (parts.life != Parts::Life::Running) return true;
   parts.life = Parts::Life::Over;
   parts.conductor.Stop();
-  parts.gate->Close();
+  const bool all_out = parts.gate->Close(kPatience);
   parts.ReleaseDecks();
-  parts.ReleaseEngine();
+  // One that is held while it opens an output holds the engine's devices too.
+  if (all_out) parts.ReleaseEngine();
   parts.SaveWhatWaits();
+  return all_out;
 }
 
 void Workstation::Parts::ReadLanguage() {
@@ -70,8 +72,12 @@ void Workstation::Parts::NameTheWindow() {
 void Workstation::Parts::OpenMixer() {
   if (ports.mixer == nullptr) return;
   // A sound system may take its time to answer; the slider follows when it has.
-  auto told = [box = conductor.Box(), this](int percent) {
-    box->Post([this, percent] { stage.FollowMixer(percent); });
+  // What it told before the slider was moved, and is taken out of the box after that, is an echo of steps
+  // that the hand has left behind.
+  auto told = [box = conductor.Box(), sets = volume_sets, this](int percent) {
+    box->Post([this, percent, before = sets->load()] {
+      if (before == *volume_sets) stage.FollowMixer(percent);
+    });
   };
   ports.workers.Post(
       [mixer = ports.mixer, gate = gate, told = std::move(told)] { gate->Pass([&] { mixer->Open(told); }); });
@@ -122,13 +128,15 @@ void Workstation::Parts::InitialiseEngine() {
   preferences = ReadPreferences(settings);
   OutputsAtStart outputs = ReadOutputs(settings, device_names, say);
   if (device_names.empty()) outputs.notice = say(support::Sentence::NoOutputs);
-  equaliser = StoredSliders(preferences);
-  conductor.Post([this, equaliser = equaliser, percent = preferences.gain_percent] {
-    stage.StoredEqualiser(equaliser);
+  eq_sliders = StoredSliders(preferences);
+  conductor.Post([this, sliders = eq_sliders, percent = preferences.gain_percent] {
+    stage.StoredEqualiser(sliders);
     stage.SetGainPercent(std::clamp(percent, 0, 100));
   });
-  conductor.Post([this, outputs = std::move(outputs)] {
-    for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
+  conductor.Post([this, outputs = std::move(outputs), none = device_names.empty()] {
+    auto failures = stage.OpenOutputs(outputs.wishes);
+    if (none && !failures.empty()) failures = {outputs.notice};
+    for (std::string& failure : failures) {
       window->Post([this, failure = std::move(failure)] { Prompt(failure); });
     }
     if (!outputs.notice.empty()) stage.Notice(outputs.notice);

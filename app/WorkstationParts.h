@@ -108,6 +108,8 @@ struct Workstation::Parts {
   LoadReport loaded;
   std::filesystem::path skin_folder;
   Preferences preferences;
+  /// How often the master slider moved the mixer; shared with the mixer, which outlives this.
+  std::shared_ptr<std::atomic<int>> volume_sets = std::make_shared<std::atomic<int>>(0);
   std::vector<std::string> visualisers;
   int visualisation_rate = 0;
   Prompts* prompts = nullptr;
@@ -133,7 +135,7 @@ struct Workstation::Parts {
   PlainScan plain_scan;
   Reindex music_scan;
   PresetDesk presets;
-  std::array<int, decks::kEqSliders> equaliser{};  ///< its sliders, as the window moved them
+  std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
 };
 

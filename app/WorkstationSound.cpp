@@ -32,18 +32,18 @@ std::size_t FirstSlider(decks::EqBank bank) {
 void Workstation::SetEqualiser(int slider, int decibels) {
   if (slider < 0 || slider >= decks::kEqSliders) return;
   const int gain = std::clamp(decibels, -kMostEqGain, kMostEqGain);
-  parts_->equaliser[static_cast<std::size_t>(slider)] = gain;
+  parts_->eq_sliders[static_cast<std::size_t>(slider)] = gain;
   const bool first = slider < decks::kEqBands;
   parts_->settings.SetNumber(first ? "Eq1" : "Eq2", std::to_string(slider % decks::kEqBands), gain);
   parts_->conductor.Post([&stage = parts_->stage, slider, gain] { stage.SetEqualiser(slider, gain); });
 }
 
 const std::array<int, decks::kEqSliders>& Workstation::Equaliser() const {
-  return parts_->equaliser;
+  return parts_->eq_sliders;
 }
 
 void Workstation::ResendEqualiser() {
-  parts_->conductor.Post([&stage = parts_->stage, sliders = parts_->equaliser] {
+  parts_->conductor.Post([&stage = parts_->stage, sliders = parts_->eq_sliders] {
     for (int slider = 0; slider < decks::kEqSliders; ++slider) {
       stage.SetEqualiser(slider, sliders[static_cast<std::size_t>(slider)]);
     }
@@ -68,7 +68,7 @@ void Workstation::ApplyEqPreset(decks::EqBank bank, const std::string& name) {
 
 void Workstation::SaveEqPreset(decks::EqBank bank, const std::string& name, PresetDesk::Done done) {
   decks::EqValues values{};
-  std::copy_n(parts_->equaliser.begin() + static_cast<std::ptrdiff_t>(FirstSlider(bank)), values.size(),
+  std::copy_n(parts_->eq_sliders.begin() + static_cast<std::ptrdiff_t>(FirstSlider(bank)), values.size(),
               values.begin());
   parts_->presets.Save(name, values, std::move(done));
 }

@@ -59,8 +59,6 @@ struct DeckView {
   bool synced = false;            ///< it follows the other deck's beat
   /// Seconds by which its beat comes late (above 0) or early while it is synced.
   double sync_error = 0;
-  /// Where the beats lie; null when none are known. Shared as the wave is.
-  std::shared_ptr<const music::BeatGrid> grid;
   int sample_rate = 0;  ///< Hz
   /// Of the file on the deck; null until a worker has begun it, and growing until it is done. Shared, because
   /// the window draws from it while the deck goes on to another file; it never changes.

@@ -3,11 +3,14 @@
 #include "program/Program.h"
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 #include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
+#include "platform/analysis/EburLoudnessMeters.h"
+#include "platform/analysis/QmBeatTrackers.h"
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
@@ -16,6 +19,7 @@
 #include "platform/files/System.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
+#include "platform/sidestore/SqliteSideStore.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Clock.h"
@@ -29,13 +33,16 @@ int Cores() {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
+std::atomic<bool> left_behind{false};
+
 }  // namespace
 
 struct Program::Parts {
   explicit Parts(const std::filesystem::path& folder)
       : memory(platform::files::ScratchFolder()),
         settings(platform::settings::UserSettingsPath(), files),
-        decoding(std::max(2, Cores())),
+        decoding(std::max(2, Cores()), support::ThreadPool::StuckJobs::Replace),
+        looking(1),
         engine({.outputs = outputs,
                 .decoders = decoders,
                 .stretchers = stretchers,
@@ -43,8 +50,10 @@ struct Program::Parts {
                 .clock = clock,
                 .memory = &memory,
                 .make_silent = nullptr,
-                .thread_started = [] { platform::files::RaiseThreadPriority(); }},
+                .thread_started = [] { platform::files::RaiseThreadPriority(); },
+                .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
+        side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
         workstation({.engine = engine,
                      .sound = engine,
@@ -54,7 +63,9 @@ struct Program::Parts {
                      .workers = workers,
                      .clock = clock,
                      .mixer = &mixer,
-                     .visualisation = &visualisation},
+                     .visualisation = &visualisation,
+                     .analysis = {&meters, &trackers},
+                     .side_store = &side_store},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -70,9 +81,14 @@ struct Program::Parts {
   app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
-  // A pool of their own: a long scan must not keep a deck waiting for its file.
+  // Pools of their own: a long scan must not keep a deck waiting for its file, nor a dead stick an output
+  // that is looked for.
   support::ThreadPool decoding;
+  support::ThreadPool looking;
   engine::SoundEngine engine;
+  platform::analysis::EburLoudnessMeters meters;
+  platform::analysis::QmBeatTrackers trackers;
+  platform::sidestore::SqliteSideStore side_store;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;
@@ -81,8 +97,19 @@ struct Program::Parts {
 Program::Program(const std::filesystem::path& folder) : parts_(std::make_unique<Parts>(folder)) {}
 
 Program::~Program() {
+  constexpr std::chrono::milliseconds kPatience{500};
   parts_->window.reset();
-  parts_->workstation.ShutDown();
+  bool ended = parts_->workstation.ShutDown();
+  for (support::ThreadPool* pool : {&parts_->workers, &parts_->decoding, &parts_->looking}) {
+    ended = pool->Finish(kPatience) && ended;
+  }
+  if (ended) return;
+  left_behind = true;
+  static_cast<void>(parts_.release());  // the worker may come back to it at any time
+}
+
+bool Program::LeftBehind() {
+  return left_behind;
 }
 
 ui::frmMain& Program::Window() {

@@ -133,7 +133,7 @@ TEST_F(StartUpOrderTest, ADeviceThatDoesNotOpenIsShownInABoxAsSoonAsThereIsAWind
   station_->AttachWindow(&window_, &window_);
   EXPECT_EQ(window_.Sentences(), Lines{}) << "the window is still being made";
   station_->PumpWindow();
-  EXPECT_EQ(window_.Sentences(), Lines{"The sound output \"Main\" cannot be opened."});
+  EXPECT_EQ(window_.Sentences(), Lines{say_(support::Sentence::OutputCannotOpen, {"Main"})});
 }
 
 TEST_F(StartUpOrderTest, AFolderThatCannotBeWrittenToIsTold) {

@@ -11,6 +11,9 @@
 
 namespace catalogue {
 
+/// In the program folder, as the index files.
+inline constexpr std::string_view kSideStore = "\\tlv.side";
+
 /// What tells one state of a file from another.
 struct FileStamp {
   std::int64_t size = 0;      ///< bytes

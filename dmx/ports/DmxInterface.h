@@ -27,7 +27,8 @@ struct DmxInterfaceStatus {
 ///
 /// Law: the interface keeps the frame and repeats it by itself; a level is handed over once, when it changes.
 /// A second start is as good as one; the first one after a stop finds every level at 0. Threads: one at a
-/// time; no call blocks longer than a millisecond, and whoever destroys the interface waits for the last frame.
+/// time; no call blocks longer than a millisecond, and whoever destroys the interface waits for the last
+/// frame.
 class DmxInterface {
  public:
   virtual ~DmxInterface() = default;

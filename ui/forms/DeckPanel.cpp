@@ -10,6 +10,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "ui/forms/TempoTools.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
@@ -26,7 +27,6 @@ namespace ui {
 namespace {
 
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
-constexpr int kTempoRange = 10;   ///< percent to both sides
 constexpr auto kSoon = std::chrono::seconds(30);
 constexpr auto kNow = std::chrono::seconds(10);
 
@@ -85,6 +85,8 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   running_ = new RunningWave(look.skin, look.skin.Deck(deck));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
+  tools_ = new TempoTools(deck, workstation, look);
+  rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
   NameParts();
   const auto seek = [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); };
@@ -145,7 +147,7 @@ QHBoxLayout* DeckPanel::MakeTransportRow() {
 
 QWidget* DeckPanel::MakeTempo() {
   tempo_ = new Fader(Qt::Horizontal, look_.skin, look_.skin.Deck(deck_));
-  tempo_->setRange(-kTempoRange * kTempoSteps, kTempoRange * kTempoSteps);
+  tempo_->setRange(-app::kTempoRange * kTempoSteps, app::kTempoRange * kTempoSteps);
   tempo_->setSingleStep(kTempoSteps / 10);
   tempo_->setPageStep(kTempoSteps);
   tempo_->SetRest(0);
@@ -256,6 +258,7 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   ShowTempo(view, now);
   overview_->Show(view.position, view.length, view.wave);
   overview_->ShowMixPoints(view);
+  tools_->Show(view);
   running_->Show(view.position, view.length, view.wave);
   view_ = view;
 }
@@ -305,12 +308,14 @@ void DeckPanel::ShowTimes(const app::DeckView& view) {
 
 void DeckPanel::ShowTempo(const app::DeckView& view, support::TimePoint now) {
   SetText(*tempo_value_, TempoText(view.tempo_percent));
-  const double heard = view.bpm * (1 + double(view.tempo_percent) / 100);
-  SetText(*bpm_, view.bpm > 0 ? QString::number(heard, 'f', 1) + QLatin1Char(' ') + look_.say(Say::BpmCaption)
-                              : QString());
+  SetText(*bpm_, view.playing_bpm > 0 ? QString::number(view.playing_bpm, 'f', 2) + QLatin1Char(' ') +
+                                            look_.say(Say::BpmCaption)
+                                      : QString());
   if (view.bpm != view_.bpm) bpm_->setToolTip(look_.say(Say::BpmTip).arg(view.bpm, 0, 'f', 2));
   if (tempo_->isSliderDown() || !echo_.Believe(view.tempo_percent, now)) return;
   const QSignalBlocker quiet(tempo_);
+  const int range = view.tempo_range * kTempoSteps;
+  if (tempo_->maximum() != range) tempo_->setRange(-range, range);
   tempo_->setValue(static_cast<int>(std::lround(view.tempo_percent * kTempoSteps)));
 }
 

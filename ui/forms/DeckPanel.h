@@ -18,6 +18,7 @@ class ElidedLabel;
 class Fader;
 class RunningWave;
 class TransportButton;
+class TempoTools;
 class WaveOverview;
 
 /// One mixing deck: what is on it, where it stands, and the hands on it.
@@ -36,6 +37,7 @@ class DeckPanel final : public Surface {
   void Stop();
   /// At the place that is heard.
   void SetMixPoint(app::MixPoint which);
+  [[nodiscard]] TempoTools& Tools() { return *tools_; }
 
  Q_SIGNALS:
   /// Rows of a table were dropped on the deck.
@@ -72,6 +74,7 @@ class DeckPanel final : public Surface {
   ElidedLabel* artist_;
   QLabel* bpm_;
   QLabel* state_;
+  TempoTools* tools_;
   WaveOverview* overview_;
   RunningWave* running_;
   TransportButton* to_start_;

@@ -4,6 +4,7 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
 #include <QShortcut>
@@ -23,6 +24,7 @@
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
+#include "ui/forms/TempoTools.h"
 #include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
@@ -57,14 +59,22 @@ std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector
   return rows;
 }
 
+/// A path that may go on in the next line behind each folder.
+QString Breakable(const std::string& path) {
+  constexpr QChar kZeroWidthSpace(0x200B);
+  return Decode(path).replace(QLatin1Char('/'), QString(QLatin1Char('/')) + kZeroWidthSpace);
+}
+
 }  // namespace
 
 frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock)
     : workstation_(workstation), settings_(settings), clock_(clock) {
   setObjectName(QStringLiteral("frmMain"));
+  QApplication::installTranslator(&words_);
   ReadChoices();
   view_ = workstation_.View();
   MakeKeys();
+  qApp->installEventFilter(this);
   Build();
   workstation_.AttachWindow(&boxes_, &help_);
   mixer_->SendVolumes();
@@ -109,6 +119,7 @@ void frmMain::Build() {
   delete takeCentralWidget();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
+  words_.Speak(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
   help_.Speak(*say_);
   boxes_.Speak(*say_);
@@ -271,6 +282,9 @@ void frmMain::MakeKeys() {
     Key(KeyOf(Command::SetEnd, deck), Reach::Everywhere,
         [panel] { panel().SetMixPoint(app::MixPoint::End); });
     Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { mixer_->Listen(deck); });
+    Key(KeyOf(Command::Sync, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleSync(); });
+    Key(KeyOf(Command::Tap, deck), Reach::Everywhere, [panel] { panel().Tools().Tap(); });
+    Key(KeyOf(Command::KeyLock, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleKeyLock(); });
   }
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
     Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });
@@ -283,6 +297,38 @@ void frmMain::MakeKeys() {
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
       [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
+}
+
+// Shortcuts know no release, so what lasts as long as a key is held is listened for here.
+bool frmMain::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::ApplicationDeactivate) ReleaseNudges();
+  const bool pressed = event->type() == QEvent::KeyPress;
+  if (!pressed && event->type() != QEvent::KeyRelease) return QMainWindow::eventFilter(watched, event);
+  const auto& key = static_cast<const QKeyEvent&>(*event);
+  for (const int deck : {1, 2}) {
+    for (const Command command : {Command::NudgeBack, Command::NudgeOn}) {
+      const QKeyCombination wanted = KeyOf(command, deck)[0];
+      if (key.key() != wanted.key()) continue;
+      // Whoever lets go of Shift first lets go all the same.
+      if (pressed && key.modifiers() != wanted.keyboardModifiers()) continue;
+      if (key.isAutoRepeat()) return true;
+      const int direction = command == Command::NudgeBack ? -1 : 1;
+      if (pressed || nudging_[deck == 1 ? 0 : 1]) Nudge(deck, pressed ? direction : 0);
+      if (pressed) return true;
+    }
+  }
+  return QMainWindow::eventFilter(watched, event);
+}
+
+void frmMain::Nudge(int deck, int direction) {
+  nudging_[deck == 1 ? 0 : 1] = direction != 0;
+  decks_[deck == 1 ? 0 : 1]->Tools().Nudge(direction);
+}
+
+void frmMain::ReleaseNudges() {
+  for (const int deck : {1, 2}) {
+    if (nudging_[deck == 1 ? 0 : 1]) Nudge(deck, 0);
+  }
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {
@@ -375,7 +421,7 @@ void frmMain::DeleteTracks() {
   const catalogue::track_table& table = workstation_.Catalogue();
   const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
@@ -390,7 +436,7 @@ void frmMain::DeleteKaraoke() {
   const catalogue::track_table& table = workstation_.Karaoke();
   const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDeleteSongs).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);

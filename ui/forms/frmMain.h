@@ -17,6 +17,7 @@
 #include "ui/forms/SettingsPage.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
+#include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
 class QStackedWidget;
@@ -50,6 +51,7 @@ class frmMain final : public QMainWindow {
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void ReadChoices();
@@ -67,6 +69,8 @@ class frmMain final : public QMainWindow {
   /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
   enum class Reach { Everywhere, Window };
   void Key(const QKeySequence& key, Reach reach, std::function<void()> action);
+  void Nudge(int deck, int direction);
+  void ReleaseNudges();
   void ApplySize();
 
   void LoadOnFreeDeck(const TrackRows& rows);
@@ -94,11 +98,13 @@ class frmMain final : public QMainWindow {
   const support::Clock& clock_;
   SettingsPage::Choices choices_{};
   std::unique_ptr<Strings> say_;
+  QtWords words_;
   MixerState mixer_state_;
   app::WorkstationView view_;
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
+  std::array<bool, 2> nudging_{};  ///< by a key that is held
   TableId active_ = TableId::Catalogue;
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};

@@ -180,7 +180,7 @@ TEST_F(frmMainTest, TheTempoSliderMovesTempoAndBpmAndReturns) {
   Settle();
   EXPECT_FLOAT_EQ(Deck(1).tempo_percent, 5);
   EXPECT_EQ(TextOf("deck1TempoValue"), QStringLiteral("+5.00 %"));
-  EXPECT_EQ(TextOf("deck1Bpm"), QStringLiteral("134.4 BPM"));
+  EXPECT_EQ(TextOf("deck1Bpm"), QStringLiteral("134.40 BPM"));
   Click("deck1TempoReset");
   EXPECT_FLOAT_EQ(Deck(1).tempo_percent, 0);
   EXPECT_EQ(Find<QSlider>("deck1Tempo").value(), 0);

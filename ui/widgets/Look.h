@@ -25,6 +25,9 @@ enum class Weight { Normal, Bold };
 /// Pixels of a number of ems of the widget's own font.
 [[nodiscard]] int Em(const QWidget& widget, double ems);
 
+/// Pixels of a thin line: one, and more where the type is large.
+[[nodiscard]] int Line(const QWidget& widget);
+
 /// Font size relative to the window's; kept when the window grows.
 void SetFontEm(QWidget& widget, double ems, Weight weight = Weight::Normal);
 /// The label keeps room for this text, so that nothing beside it moves when its own gets shorter.
@@ -42,7 +45,7 @@ void Name(QWidget& widget, const QString& object_name, const QString& accessible
 /// "deck1Play": object name of a part of deck 1 or 2.
 [[nodiscard]] QString DeckName(int deck, const char* part);
 
-/// Which rules of the style sheet hold for a widget: "plain", "page".
+/// Which rules of the style sheet hold for a widget: "plain", "page", "tool", "lamp1", "lamp2".
 void SetKind(QWidget& widget, const char* kind);
 /// Repaints only when the text is another one.
 void SetText(QLabel& label, const QString& text);

@@ -9,13 +9,18 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 6> kVerbs{
-    {{"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
-     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
-     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
-     {"mp3gain", "FILE", &InspectMp3Gain},
-     {"presets", "FILE", &InspectPresets},
-     {"tags", "FILE", &InspectTags}}};
+// clang-format off: a verb a line
+constexpr Verb kVerbs[] = {
+    {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
+    {"fixture", "FILE", &InspectFixture},
+    {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+    {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
+    {"mp3gain", "FILE", &InspectMp3Gain},
+    {"presets", "FILE", &InspectPresets},
+    {"show", "FILE [--rewrite OUT]", &InspectShow},
+    {"tags", "FILE", &InspectTags},
+};
+// clang-format on
 
 ExitCode WrongUse(std::ostream& err) {
   err << "Usage:\n";

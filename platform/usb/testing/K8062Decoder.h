@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "platform/usb/K8062Frame.h"
+
+namespace platform::usb::testing {
+
+/// What the box makes of packets.
+class K8062Decoder {
+ public:
+  using Frame = std::array<std::uint8_t, dmx::kUniverseChannels>;
+
+  void Take(std::span<const std::uint8_t> packet);
+
+  /// The frame that is at the lamps: the last one behind which another began.
+  [[nodiscard]] const Frame& Shown() const { return shown_; }
+  /// How many channels it carried.
+  [[nodiscard]] int ShownChannels() const { return shown_channels_; }
+  [[nodiscard]] int FramesShown() const { return frames_shown_; }
+  [[nodiscard]] int Packets() const { return packets_; }
+  /// What no box would understand, a word each; empty in a sound stream.
+  [[nodiscard]] const std::vector<std::string>& Faults() const { return faults_; }
+  /// The box lost its power.
+  void Reset();
+
+ private:
+  void Put(int zeros, std::span<const std::uint8_t> levels);
+
+  Frame frame_{};
+  Frame shown_{};
+  int at_ = 0;  ///< channels of the frame that have come; 0 before the first
+  int shown_channels_ = 0;
+  int frames_shown_ = 0;
+  int packets_ = 0;
+  std::vector<std::string> faults_;
+};
+
+/// The encoding that a driver does without looking ahead: it skips zeros wherever they stand.
+[[nodiscard]] int GreedyK8062Packets(std::span<const dmx::DmxLevel, dmx::kUniverseChannels> levels,
+                                     int count);
+
+}  // namespace platform::usb::testing

@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/TempoTools.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QMenu>
+#include <QPushButton>
+#include <algorithm>
+#include <cmath>
+
+#include "ui/models/DeckChoice.h"
+
+namespace ui {
+namespace {
+
+constexpr float kNudge = 2;      ///< percent
+constexpr float kMostPitch = 6;  ///< semitones, by the buttons
+constexpr auto kGridStep = std::chrono::milliseconds(5);
+
+QString PitchText(float semitones) {
+  const int whole = static_cast<int>(std::lround(semitones));
+  return whole == 0  ? QStringLiteral("0")
+         : whole > 0 ? QStringLiteral("+%1").arg(whole)
+                     : QStringLiteral("−%1").arg(-whole);
+}
+
+}  // namespace
+
+TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), deck_(deck), workstation_(workstation), look_(look) {
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0, 0.3);
+  row->addWidget(MakeNudge({"NudgeBack", Say::NudgeBackSign, Say::NudgeBack, Say::NudgeBackTip},
+                           Command::NudgeBack, -1));
+  row->addWidget(
+      MakeNudge({"NudgeOn", Say::NudgeOnSign, Say::NudgeOn, Say::NudgeOnTip}, Command::NudgeOn, 1));
+  sync_ = MakeButton({"Sync", Say::Sync, Say::SyncName, Say::SyncTip}, Kind::Lamp);
+  AddKey(*sync_, Command::Sync);
+  connect(sync_, &QPushButton::clicked, this, &TempoTools::ToggleSync);
+  tap_ = MakeButton({"Tap", Say::Tap, Say::TapName, Say::TapTip});
+  AddKey(*tap_, Command::Tap);
+  connect(tap_, &QPushButton::pressed, this, &TempoTools::Tap);
+  beats_ = MakeButton({"Beats", Say::Beats, Say::BeatsName, Say::BeatsTip});
+  beats_->setMenu(MakeBeats());
+  earlier_ = MakeButton({"GridEarlier", Say::GridEarlierSign, Say::GridEarlier, Say::GridEarlierTip});
+  later_ = MakeButton({"GridLater", Say::GridLaterSign, Say::GridLater, Say::GridLaterTip});
+  for (QPushButton* button : {earlier_, later_}) {
+    button->setAutoRepeat(true);
+    connect(button, &QPushButton::clicked, this, [this, later = button == later_] {
+      workstation_.ShiftGrid(deck_, later ? kGridStep : -kGridStep);
+    });
+  }
+  for (QPushButton* button : {sync_, tap_, beats_, earlier_, later_}) row->addWidget(button);
+  row->addStretch(1);
+
+  key_lock_ = MakeButton({"KeyLock", Say::KeyLock, Say::KeyLockName, Say::KeyLockTip}, Kind::Lamp);
+  AddKey(*key_lock_, Command::KeyLock);
+  connect(key_lock_, &QPushButton::clicked, this, &TempoTools::ToggleKeyLock);
+  auto* lower = MakeButton({"PitchDown", Say::PitchDownSign, Say::PitchDown, Say::PitchTip});
+  auto* higher = MakeButton({"PitchUp", Say::PitchUpSign, Say::PitchUp, Say::PitchTip});
+  connect(lower, &QPushButton::clicked, this, [this] { MovePitch(view_.pitch - 1); });
+  connect(higher, &QPushButton::clicked, this, [this] { MovePitch(view_.pitch + 1); });
+  pitch_ = new QLabel(PitchText(0));
+  pitch_->setAlignment(Qt::AlignCenter);
+  SetWidest(*pitch_, QStringLiteral("−12"));
+  Name(*pitch_, DeckName(deck_, "Pitch"), {}, look_.say(Say::PitchTip));
+  row->addWidget(key_lock_);
+  row->addWidget(lower);
+  row->addWidget(pitch_);
+  row->addWidget(higher);
+}
+
+QPushButton* TempoTools::MakeButton(const Words& words, Kind kind) {
+  auto* button = new QPushButton(look_.say(words.caption));
+  const bool lamp = kind == Kind::Lamp;
+  SetKind(*button, lamp ? deck_ == 1 ? "lamp1" : "lamp2" : "tool");
+  button->setCheckable(lamp);
+  Name(*button, DeckName(deck_, words.name), look_.say(words.spoken).arg(deck_), look_.say(words.tip));
+  return button;
+}
+
+void TempoTools::AddKey(QPushButton& button, Command command) {
+  button.setToolTip(look_.say(Say::KeyHint).arg(button.toolTip(), KeyText(KeyOf(command, deck_))));
+}
+
+QPushButton* TempoTools::MakeNudge(const Words& words, Command key, int direction) {
+  QPushButton* button = MakeButton(words);
+  AddKey(*button, key);
+  connect(button, &QPushButton::pressed, this, [this, direction] { Nudge(direction); });
+  connect(button, &QPushButton::released, this, [this] { Nudge(0); });
+  return button;
+}
+
+QMenu* TempoTools::MakeBeats() {
+  auto* menu = new QMenu(this);
+  menu->setObjectName(DeckName(deck_, "BeatsMenu"));
+  const auto scale = [&](Say text, music::BeatScale by) {
+    menu->addAction(look_.say(text), this, [this, by] { workstation_.ScaleBpm(deck_, by); });
+  };
+  scale(Say::BpmDouble, music::BeatScale::Double);
+  scale(Say::BpmHalf, music::BeatScale::Half);
+  scale(Say::BpmTwoThirds, music::BeatScale::TwoThirds);
+  scale(Say::BpmThreeHalves, music::BeatScale::ThreeHalves);
+  menu->addSeparator();
+  menu->addAction(look_.say(Say::GridHere), this, [this] { workstation_.AlignGrid(deck_); });
+  return menu;
+}
+
+bool TempoTools::Loaded() const {
+  return view_.state != DeckState::Empty && view_.state != DeckState::Loading;
+}
+
+void TempoTools::Tap() {
+  if (Loaded()) workstation_.Tap(deck_);
+}
+
+void TempoTools::ToggleSync() {
+  if (view_.synced) return workstation_.Unsync(deck_);
+  if (Loaded()) workstation_.Sync(deck_);
+}
+
+void TempoTools::ToggleKeyLock() {
+  const bool on = view_.key_lock == decks::KeyLock::On;
+  workstation_.SetKeyLock(deck_, on ? decks::KeyLock::Off : decks::KeyLock::On);
+}
+
+void TempoTools::Nudge(int direction) {
+  workstation_.Nudge(deck_, Loaded() ? kNudge * static_cast<float>(direction) : 0);
+}
+
+void TempoTools::MovePitch(float semitones) {
+  workstation_.SetPitch(deck_, std::clamp(std::round(semitones), -kMostPitch, kMostPitch));
+}
+
+void TempoTools::Show(const app::DeckView& view) {
+  view_ = view;
+  // What a lamp shows is what the deck does, not what was pressed last.
+  sync_->setChecked(view.synced);
+  key_lock_->setChecked(view.key_lock == decks::KeyLock::On);
+  SetText(*pitch_, PitchText(view.pitch));
+  for (QPushButton* button : {sync_, tap_}) button->setEnabled(Loaded());
+  for (QPushButton* button : {beats_, earlier_, later_}) button->setEnabled(Loaded() && view.grid != nullptr);
+}
+
+}  // namespace ui

@@ -1,0 +1,62 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+
+#include "app/Workstation.h"
+#include "ui/models/KeyMap.h"
+#include "ui/widgets/Look.h"
+
+class QLabel;
+class QMenu;
+class QPushButton;
+
+namespace ui {
+
+/// A deck's row of tools for tempo and beats: nudging, sync, key lock, pitch, tapping, the beat grid.
+class TempoTools final : public QWidget {
+  Q_OBJECT
+
+ public:
+  TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::DeckView& view);
+
+  // What the buttons and the keys do.
+  void Tap();
+  void ToggleSync();
+  void ToggleKeyLock();
+  /// While a key or a button is held: −1 slower, 1 faster; 0 lets go.
+  void Nudge(int direction);
+
+ private:
+  enum class Kind { Plain, Lamp };
+  struct Words {
+    const char* name;
+    Say caption;
+    Say spoken;
+    Say tip;
+  };
+
+  QPushButton* MakeButton(const Words& words, Kind kind = Kind::Plain);
+  QPushButton* MakeNudge(const Words& words, Command key, int direction);
+  void AddKey(QPushButton& button, Command command);
+  QMenu* MakeBeats();
+  void MovePitch(float semitones);
+  [[nodiscard]] bool Loaded() const;
+
+  const int deck_;
+  app::Workstation& workstation_;
+  Look look_;
+  app::DeckView view_;
+  QPushButton* sync_;
+  QPushButton* key_lock_;
+  QPushButton* tap_;
+  QPushButton* beats_;
+  QPushButton* earlier_;
+  QPushButton* later_;
+  QLabel* pitch_;
+};
+
+}  // namespace ui
