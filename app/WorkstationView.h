@@ -63,6 +63,9 @@ struct DeckView {
   /// Of the file on the deck; null until a worker has begun it, and growing until it is done. Shared, because
   /// the window draws from it while the deck goes on to another file; it never changes.
   std::shared_ptr<const music::Wave> wave;
+  /// Where the beats lie, as they were found or set by hand; null when none are known. Shared in the same
+  /// way.
+  std::shared_ptr<const music::BeatGrid> grid;
   music::Loudness loudness;     ///< not valid until it was measured
   bool has_mix_points = false;  ///< false until a worker has found them
   std::chrono::microseconds start_mix_point{0};
