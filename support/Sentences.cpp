@@ -149,6 +149,12 @@ constexpr Row kRows[] = {
      "De synthesizer kan niet worden gestart."},
     {Sentence::SoundfontNotUsed, "The soundfont \"%1\" cannot be used.",
      "De soundfont \"%1\" kan niet worden gebruikt."},
+    {Sentence::BoxNoRights,
+     "The K8062 is there, but this user may not open it; see the README on USB rights.",
+     "De K8062 is er, maar deze gebruiker mag hem niet openen; zie de README over USB-rechten."},
+    {Sentence::BoxDoesNotAnswer, "The K8062 does not answer (%1).", "De K8062 antwoordt niet (%1)."},
+    {Sentence::UsbNotUsable, "USB cannot be used (%1).", "USB kan niet worden gebruikt (%1)."},
+    {Sentence::NoBox, "No K8062 is plugged in.", "Er is geen K8062 aangesloten."},
 };
 
 template <typename Parts>

@@ -87,6 +87,10 @@ enum class Sentence : int {
   NoSoundfont,
   SynthesiserNotStarted,
   SoundfontNotUsed,
+  BoxNoRights,
+  BoxDoesNotAnswer,
+  UsbNotUsable,
+  NoBox,
 };
 
 /// The rooms' sentences in the language chosen.

@@ -48,17 +48,14 @@ TEST_F(AddFilesTest, RowsAreAppendedInTheOrderGivenAndTheIndexIsSaved) {
 }
 
 TEST_F(AddFilesTest, AFileThatCannotBeAnalysedIsRefusedWithASentence) {
+  Add({"none.mp3"});
+  Work();
+  EXPECT_EQ(rows_, 0);
+  EXPECT_EQ(SavedIndex(), std::nullopt) << "nothing was added";
   Add({"a.mp3", "none.mp3", "b.mp3"});
   Work();
   EXPECT_EQ(Files(), (Names{"a.mp3", "b.mp3"}));
   EXPECT_EQ(refused_, Names{"There is no file \"none.mp3\"."});
-}
-
-TEST_F(AddFilesTest, NothingAddedSavesNothing) {
-  Add({"none.mp3"});
-  Work();
-  EXPECT_EQ(rows_, 0);
-  EXPECT_EQ(SavedIndex(), std::nullopt);
 }
 
 TEST_F(AddFilesTest, AFileThatIsThereGetsNoSecondRow) {

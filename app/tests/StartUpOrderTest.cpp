@@ -77,7 +77,7 @@ TEST_F(StartUpOrderTest, SettingsAreReadInTheirOrder) {
   EXPECT_EQ(Order(groups), groups);
 }
 
-TEST_F(StartUpOrderTest, WhicheverEngineCallFailsTheLaterStepsFollow) {
+TEST_F(StartUpOrderTest, WhicheverEngineCallFailsTheLaterStepsFollowAndADeckPlays) {
   StartUp();
   const int calls = engine_.Calls();
   for (int failing = 1; failing <= calls; ++failing) {
@@ -85,18 +85,36 @@ TEST_F(StartUpOrderTest, WhicheverEngineCallFailsTheLaterStepsFollow) {
     calls_.clear();
     engine_.FailCall(failing);
     StartUp();
-    Lines order = Order(kSteps);
-    EXPECT_EQ(order, kSteps) << "call " << failing;
+    EXPECT_EQ(Order(kSteps), kSteps) << "call " << failing;
+    Load(1, "a.mp3");
+    Play(1);
+    EXPECT_EQ(Deck(1).state, testing::State::Playing) << "after call " << failing;
   }
 }
 
-TEST_F(StartUpOrderTest, WithoutMixerPlugInsIndexesAndRoomOnTheDiskItStartsAllTheSame) {
-  visualisation_.SetNames({});
-  files_.SetFull(true);
-  StartUp();
-  Load(1, "a.mp3");
-  Play(1);
-  EXPECT_EQ(Deck(1).state, testing::State::Playing);
+TEST_F(StartUpOrderTest, EachStepSkipsItsOwnFailure) {
+  const struct {
+    const char* what;
+    std::function<void()> fail;
+  } steps[] = {
+      {"the language is none", [this] { Store("Language", "Current", "?"); }},
+      {"the index is a folder", [this] { fs::create_directories(folder_ / "tlv.ndx"); }},
+      {"the karaoke index is broken", [this] { std::ofstream(folder_ / "tlvkaraoke.ndx") << "\\x\n"; }},
+      {"nothing can be written", [this] { files_.SetFull(true); }},
+      {"the first device does not open", [this] { engine_.BreakDevice(1); }},
+      {"there is no visualiser", [this] { visualisation_.SetNames({}); }},
+  };
+  for (const auto& step : steps) {  // those before it stay broken
+    station_.reset();
+    calls_.clear();
+    step.fail();
+    StartUp();
+    EXPECT_EQ(Order(kSteps), kSteps) << step.what;
+    Load(1, "a.mp3");
+    Play(1);
+    EXPECT_EQ(Deck(1).state, testing::State::Playing) << step.what;
+  }
+  fs::remove_all(folder_);
 }
 
 TEST_F(StartUpOrderTest, DecksAreReleasedBeforeTheEngine) {

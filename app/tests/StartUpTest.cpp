@@ -37,19 +37,6 @@ TEST_F(StartUpTest, ReadingSettingsWritesNone) {
   EXPECT_EQ(settings_.Size(), 0U);
 }
 
-TEST_F(StartUpTest, WhicheverEngineCallFailsADeckPlays) {
-  StartUp();
-  const int calls = engine_.Calls();
-  for (int failing = 1; failing <= calls; ++failing) {
-    station_.reset();
-    engine_.FailCall(failing);
-    StartUp();
-    Load(1, "a.mp3");
-    Play(1);
-    EXPECT_EQ(Deck(1).state, State::Playing) << "after call " << failing << " failed";
-  }
-}
-
 TEST_F(StartUpTest, ADeviceThatDoesNotOpenIsToldAndTheRestGoesOn) {
   engine_.BreakDevice(1);
   StartUp();
@@ -102,13 +89,6 @@ TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsName) {
   ASSERT_EQ(station_->Catalogue().Rows(), 1);
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "1.5");
   EXPECT_EQ(station_->View().notice, "");
-}
-
-TEST_F(StartUpTest, DamagedRowsAreCountedInASentence) {
-  WriteIndex("A\tT\r\nB\r\n");
-  StartUp();
-  EXPECT_EQ(station_->Catalogue().Rows(), 0);
-  EXPECT_EQ(station_->View().notice, "2 damaged rows of the catalogue were left out.");
 }
 
 TEST_F(StartUpTest, WhatTheSettingsStoreHasToSayIsToldOnceInTheLanguageChosen) {

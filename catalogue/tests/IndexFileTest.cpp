@@ -47,6 +47,8 @@ class Folder {
 
 TEST(IndexFileTest, ARowIsALineWithTabsBetweenItsCells) {
   track_table table(KaraokeColumns());
+  EXPECT_EQ(IndexText(table), "");
+  EXPECT_EQ(Parse("", table).rows, 0);
   table.AddRow(std::vector<std::string_view>{"A", "T\t1", "", "G", "03:45", "C:\\s.kar"});
   EXPECT_EQ(IndexText(table), "A\tT\\t1\t\tG\t03:45\tC:\\\\s.kar\r\n");
 }
@@ -61,13 +63,6 @@ TEST(IndexFileTest, EveryCellComesBackHoweverTheFileIsCut) {
     ASSERT_EQ(IndexText(table), text) << "pieces of " << piece;
     ASSERT_EQ(table.Cell(3, karaoke::kArtist), "two\r\nlines");
   }
-}
-
-TEST(IndexFileTest, AnEmptyTableLoadsBackAsAnEmptyTable) {
-  track_table table(TrackColumns());
-  EXPECT_EQ(IndexText(table), "");
-  EXPECT_EQ(Parse("", table).rows, 0);
-  EXPECT_EQ(table.Rows(), 0);
 }
 
 TEST(IndexFileTest, TheLongestRowThatATableHoldsComesBack) {
@@ -157,21 +152,16 @@ TEST(IndexFileTest, CellsOfEveryLengthComeBack) {
   }
 }
 
-TEST(IndexFileTest, AMissingFileLeavesTheTableEmpty) {
+TEST(IndexFileTest, AMissingFileAndAFolderInItsPlaceLeaveTheTableEmpty) {
   const Folder folder;
-  track_table table = Songs();
-  const auto report = LoadIndex(folder.Path() / "none.ndx", table);
-  ASSERT_FALSE(report.Ok());
-  EXPECT_EQ(report.Failure().code, support::ErrorCode::NotFound);
-  EXPECT_EQ(table.Rows(), 0);
-}
-
-TEST(IndexFileTest, AFolderInTheIndexesPlaceIsNoIndex) {
-  const Folder folder;
-  track_table table = Songs();
-  const auto report = LoadIndex(folder.Path(), table);
-  ASSERT_FALSE(report.Ok());
-  EXPECT_EQ(report.Failure().code, support::ErrorCode::Unreadable);
+  for (const auto& [path, code] : {std::pair{folder.Path() / "none.ndx", support::ErrorCode::NotFound},
+                                   std::pair{folder.Path(), support::ErrorCode::Unreadable}}) {
+    track_table table = Songs();
+    const auto report = LoadIndex(path, table);
+    ASSERT_FALSE(report.Ok());
+    EXPECT_EQ(report.Failure().code, code);
+    EXPECT_EQ(table.Rows(), 0);
+  }
 }
 
 TEST(IndexFileTest, SavingPutsTheWholeTableInOnePiece) {

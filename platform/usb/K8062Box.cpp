@@ -8,6 +8,8 @@
 #include <span>
 #include <string>
 
+#include "support/Sentences.h"
+
 namespace platform::usb {
 namespace {
 
@@ -44,11 +46,10 @@ bool IsOurProduct(libusb_device* device) {
 
 support::Error Trouble(int code) {
   if (code == LIBUSB_ERROR_ACCESS) {
-    return {support::ErrorCode::Unavailable,
-            "The K8062 is there, but this user may not open it; see the README on USB rights."};
+    return support::Failed(support::ErrorCode::Unavailable, support::Sentence::BoxNoRights);
   }
-  return {support::ErrorCode::Unavailable,
-          "The K8062 does not answer (" + std::string(libusb_strerror(code)) + ")."};
+  return support::Failed(support::ErrorCode::Unavailable, support::Sentence::BoxDoesNotAnswer,
+                         {libusb_strerror(code)});
 }
 
 }  // namespace
@@ -57,8 +58,8 @@ support::Result<std::unique_ptr<UsbContext>> UsbContext::Open() {
   libusb_context* context = nullptr;
   const int code = libusb_init(&context);
   if (code == LIBUSB_SUCCESS) return std::unique_ptr<UsbContext>(new UsbContext(context));
-  return support::Error{support::ErrorCode::Unavailable,
-                        "USB cannot be used (" + std::string(libusb_strerror(code)) + ")."};
+  return support::Failed(support::ErrorCode::Unavailable, support::Sentence::UsbNotUsable,
+                         {libusb_strerror(code)});
 }
 
 UsbContext::~UsbContext() {
@@ -95,7 +96,7 @@ support::Result<std::unique_ptr<K8062Box>> K8062Box::Open(libusb_device* device,
 }
 
 support::Result<std::unique_ptr<K8062Box>> K8062Box::Find(const UsbContext& usb) {
-  support::Error error{support::ErrorCode::NotFound, "No K8062 is plugged in."};
+  support::Error error = support::Failed(support::ErrorCode::NotFound, support::Sentence::NoBox);
   const DeviceList devices(usb.Handle());
   for (libusb_device* device : devices.All()) {
     if (!IsOurProduct(device)) continue;

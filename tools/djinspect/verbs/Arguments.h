@@ -20,8 +20,8 @@ struct Arguments {
   [[nodiscard]] bool Has(std::string_view option) const { return options.find(option) != options.end(); }
 };
 
-/// Reads arguments as a usage line asks for them: "FILE --needed VALUE [--switch] [--option VALUE]". Options may stand
-/// anywhere, the last of two equal ones counts. Nothing for any other use.
+/// Reads arguments as a usage line asks for them: "FILE --needed VALUE [--switch] [--option VALUE]". Options
+/// may stand anywhere, the last of two equal ones counts. Nothing for any other use.
 [[nodiscard]] std::optional<Arguments> ParseArguments(std::string_view usage,
                                                       std::span<const std::string> given);
 
