@@ -180,10 +180,16 @@ void Stage::ReleaseEngine() {
   open_.clear();
 }
 
+void Stage::ReturnOutput(int output) {
+  if (output >= 1 && output <= kOutputs) sound_.ReturnDevice(outputs_[Index(output)].device);
+}
+
 void Stage::Tick() {
   bool listed = false;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
     if (!event.text.empty()) notice_ = event.text;
+    can_return_.erase(event.device);
+    if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
   }
   if (listed && listed_) listed_();
@@ -196,6 +202,9 @@ void Stage::Tick() {
     beats_.Show(number, view.decks[Index(number)]);
   }
   view.outputs = outputs_;
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    view.can_return[i] = can_return_.contains(outputs_[i].device);
+  }
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
   }
