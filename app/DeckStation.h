@@ -17,6 +17,7 @@
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -33,6 +34,7 @@ struct DeckTools {
   WaveDesk& waves;
   MixPointDesk& mix_points;
   decks::Equaliser& equaliser;
+  const support::Sentences& say;
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
@@ -85,7 +87,7 @@ class DeckStation {
   void ApplySliders();
   void HoldWave();
   void ShowMixPoints(DeckView& view);
-  void Reject(const Track& track, const std::string& sentence);
+  void Reject(const Track& track, const support::Error& error);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
   /// lags behind a seek, so a new stream is the clean start.

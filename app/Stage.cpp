@@ -33,7 +33,7 @@ Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Ex
       loudest_(engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
+        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_, say_}, box_);
   }
 }
 
