@@ -8,6 +8,7 @@
 #include <QTest>
 #include <memory>
 
+#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
@@ -66,6 +67,7 @@ class Booth : public ::testing::Test {
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;
+  app::BuiltInVisualisation visualisation;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   std::unique_ptr<app::Workstation> station;
