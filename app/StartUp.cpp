@@ -47,15 +47,17 @@ void Workstation::StartUp() {
   parts.ReadPresets();
 }
 
-void Workstation::ShutDown() {
+bool Workstation::ShutDown() {
   Parts& parts = *parts_;
-  if (parts.life != Parts::Life::Running) return;
+  if (parts.life != Parts::Life::Running) return true;
   parts.life = Parts::Life::Over;
   parts.conductor.Stop();
-  parts.gate->Close();
+  const bool all_out = parts.gate->Close(kPatience);
   parts.ReleaseDecks();
-  parts.ReleaseEngine();
+  // One that is held while it opens an output holds the engine's devices too.
+  if (all_out) parts.ReleaseEngine();
   parts.SaveWhatWaits();
+  return all_out;
 }
 
 void Workstation::Parts::ReadLanguage() {

@@ -18,10 +18,12 @@ bool WorkGate::Pass(const std::function<void()>& work) {
   return true;
 }
 
-void WorkGate::Close() {
+bool WorkGate::Close(std::chrono::milliseconds patience) {
+  const auto deadline = std::chrono::steady_clock::now() + patience;
   support::MutexLock lock(mutex_);
   closed_ = true;
-  while (inside_ > 0) lock.Wait(left_);
+  while (inside_ > 0 && std::chrono::steady_clock::now() < deadline) lock.WaitUntil(left_, deadline);
+  return inside_ == 0;
 }
 
 bool WorkGate::Closed() {

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <condition_variable>
 #include <functional>
 
@@ -17,11 +18,14 @@ class WorkGate {
  public:
   /// Runs the work, or nothing when the gate is closed; false then.
   bool Pass(const std::function<void()>& work) DJ_EXCLUDES(mutex_);
-  /// Returns when nobody is inside any more; from then on Pass runs nothing.
-  void Close() DJ_EXCLUDES(mutex_);
+  /// From now on Pass runs nothing. Returns when nobody is inside any more, or when patience has ended: then
+  /// it is false, and what those inside touch must live on.
+  bool Close(std::chrono::milliseconds patience = kForEver) DJ_EXCLUDES(mutex_);
   [[nodiscard]] bool Closed() DJ_EXCLUDES(mutex_);
 
  private:
+  static constexpr std::chrono::hours kForEver{24 * 365};
+
   support::Mutex mutex_;
   std::condition_variable left_;
   int inside_ DJ_GUARDED_BY(mutex_) = 0;

@@ -85,8 +85,11 @@ class Workstation {
 
   /// The described start-up: every step skips its own failure.
   void StartUp();
-  /// The described shutdown; the destructor calls it when nobody did.
-  void ShutDown();
+  /// The described shutdown; the destructor calls it when nobody did. Workers that a dead disk holds are
+  /// waited for kPatience long. False when one is still held then: the engine was not freed, and neither
+  /// this nor what stands behind the ports may be destroyed.
+  bool ShutDown();
+  static constexpr std::chrono::seconds kPatience{2};
 
   /// The window's side, once it is there; null takes it away again. What the user has to be told and was not
   /// yet comes with the next PumpWindow.

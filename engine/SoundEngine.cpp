@@ -15,6 +15,7 @@ namespace {
 constexpr int kPairShift = 24;
 
 SoundEnginePorts Completed(SoundEnginePorts ports) {
+  if (ports.device_workers == nullptr) ports.device_workers = &ports.workers;
   if (ports.make_silent == nullptr) {
     ports.make_silent = [started = ports.thread_started](const OutputDeviceInfo& info,
                                                          const OutputRequest& request, RenderSource& source) {
@@ -39,8 +40,8 @@ std::int64_t FrameBytes(const PcmStore& store) {
 SoundEngine::SoundEngine(SoundEnginePorts ports, Feeding feeding)
     : ports_(Completed(std::move(ports))),
       pool_(std::make_shared<PcmStorePool>(ports_.decoders, ports_.memory, ports_.workers, ports_.clock)),
-      devices_(
-          std::make_shared<DeviceTable>(ports_.outputs, ports_.make_silent, ports_.workers, ports_.clock)),
+      devices_(std::make_shared<DeviceTable>(ports_.outputs, ports_.make_silent, *ports_.device_workers,
+                                             ports_.clock)),
       feeder_(ports_.stretchers, pool_) {
   devices_->Start();
   if (feeding == Feeding::OwnThread) {

@@ -38,6 +38,7 @@ struct SoundEnginePorts {
   SilentOutputMaker make_silent = nullptr;  ///< null is the timed NullDevice
   std::function<void()> thread_started =
       nullptr;  ///< first on each thread of the engine's, e.g. for its priority
+  support::Executor* device_workers = nullptr;  ///< for looking for outputs; null is workers
 };
 
 /// The sound engine: files in memory, streams fed to the outputs, and the clock of what is heard.

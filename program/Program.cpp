@@ -3,6 +3,7 @@
 #include "program/Program.h"
 
 #include <algorithm>
+#include <atomic>
 #include <thread>
 
 #include "app/BuiltInVisualisation.h"
@@ -32,13 +33,16 @@ int Cores() {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
+std::atomic<bool> left_behind{false};
+
 }  // namespace
 
 struct Program::Parts {
   explicit Parts(const std::filesystem::path& folder)
       : memory(platform::files::ScratchFolder()),
         settings(platform::settings::UserSettingsPath(), files),
-        decoding(std::max(2, Cores())),
+        decoding(std::max(2, Cores()), support::ThreadPool::StuckJobs::Replace),
+        looking(1),
         engine({.outputs = outputs,
                 .decoders = decoders,
                 .stretchers = stretchers,
@@ -46,7 +50,8 @@ struct Program::Parts {
                 .clock = clock,
                 .memory = &memory,
                 .make_silent = nullptr,
-                .thread_started = [] { platform::files::RaiseThreadPriority(); }},
+                .thread_started = [] { platform::files::RaiseThreadPriority(); },
+                .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
@@ -76,8 +81,10 @@ struct Program::Parts {
   app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
-  // A pool of their own: a long scan must not keep a deck waiting for its file.
+  // Pools of their own: a long scan must not keep a deck waiting for its file, nor a dead stick an output
+  // that is looked for.
   support::ThreadPool decoding;
+  support::ThreadPool looking;
   engine::SoundEngine engine;
   platform::analysis::EburLoudnessMeters meters;
   platform::analysis::QmBeatTrackers trackers;
@@ -90,8 +97,19 @@ struct Program::Parts {
 Program::Program(const std::filesystem::path& folder) : parts_(std::make_unique<Parts>(folder)) {}
 
 Program::~Program() {
+  constexpr std::chrono::milliseconds kPatience{500};
   parts_->window.reset();
-  parts_->workstation.ShutDown();
+  bool ended = parts_->workstation.ShutDown();
+  for (support::ThreadPool* pool : {&parts_->workers, &parts_->decoding, &parts_->looking}) {
+    ended = pool->Finish(kPatience) && ended;
+  }
+  if (ended) return;
+  left_behind = true;
+  static_cast<void>(parts_.release());  // the worker may come back to it at any time
+}
+
+bool Program::LeftBehind() {
+  return left_behind;
 }
 
 ui::frmMain& Program::Window() {

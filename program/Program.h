@@ -19,12 +19,15 @@ class Program {
  public:
   /// folder: the program folder. Starts up; what fails is skipped and told in the window.
   explicit Program(const std::filesystem::path& folder);
-  /// Shuts down.
+  /// Shuts down. A worker that a dead disk holds is left behind after some seconds: what it touches is then
+  /// never destroyed, so the process must end without running destructors (see LeftBehind).
   ~Program();
   Program(const Program&) = delete;
   Program& operator=(const Program&) = delete;
 
   [[nodiscard]] ui::frmMain& Window();
+  /// True once the last Program left a worker behind.
+  [[nodiscard]] static bool LeftBehind();
 
  private:
   struct Parts;

@@ -80,6 +80,15 @@ TEST(WorkGateTest, ClosingWaitsForWhoeverIsInside) {
   worker.join();
 }
 
+TEST(WorkGateTest, ClosingDoesNotWaitForEverForWhoeverIsStuckInside) {
+  WorkGate gate;
+  bool closed = true;
+  gate.Pass([&] { closed = gate.Close(std::chrono::milliseconds(1)); });
+  EXPECT_FALSE(closed);
+  EXPECT_FALSE(gate.Pass([] { FAIL(); }));
+  EXPECT_TRUE(gate.Close()) << "it has come out";
+}
+
 /// The whole workstation on its own thread and real workers.
 class OwnThreadTest : public ::testing::Test {
  protected:

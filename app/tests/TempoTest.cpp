@@ -239,7 +239,8 @@ TEST_F(SyncedDecks, SayWhenTheTemposAreTooFarApart) {
   Store("Settings", "BPMPercent", "3");
   TwoDecks();
   EXPECT_FALSE(Deck(2).synced);
-  EXPECT_EQ(station_->View().notice, "The tempos lie more than 3 percent apart; the deck plays on by itself.");
+  EXPECT_EQ(station_->View().notice,
+            "The tempos lie more than 3 percent apart; the deck plays on by itself.");
   EXPECT_EQ(Deck(2).tempo_percent, 0);
 }
 

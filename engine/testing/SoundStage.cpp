@@ -30,10 +30,12 @@ SoundStage::SoundStage(std::vector<OutputDeviceInfo> devices) : outputs(time, de
   outputs.SetLatency(kLatency);
   ports.make_silent = [this](const OutputDeviceInfo& info, const OutputRequest& request,
                              RenderSource& source) { return outputs.OpenSilent(info, request, source); };
+  ports.device_workers = &looking;
   engine = std::make_unique<SoundEngine>(ports, SoundEngine::Feeding::ByHand);
   outputs.BeforeBlock([this] {
     if (feeding_) engine->Pump();
     if (working_) workers.RunAll();
+    looking.RunAll();
   });
 }
 

@@ -53,6 +53,7 @@ class SoundStage {
   FakeDecoders files;
   FakeStretchers stretchers;
   support::testing::ManualExecutor workers;
+  support::testing::ManualExecutor looking;  ///< for outputs
   std::unique_ptr<SoundEngine> engine;
 
  private:

@@ -49,7 +49,7 @@ TEST_F(Devices, KeepTheirNumbersWhenOthersComeAndGo) {
   stage.outputs.Remove("main");
   stage.outputs.Add(StereoOutput("new"));
   stage.engine->Pump();
-  stage.workers.RunAll();
+  stage.looking.RunAll();
   EXPECT_EQ(stage.engine->BASS_GetDeviceDescription(2), "Output phones");
   EXPECT_EQ(stage.engine->BASS_GetDeviceDescription(4), "Output new");
   const auto events = stage.engine->TakeDeviceEvents();
@@ -92,6 +92,15 @@ TEST_F(Devices, ALostMainOutputIsReplacedAndNothingStops) {
   EXPECT_NEAR(Seconds(stream) - before, 2, 0.1);
   EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced}));
   EXPECT_EQ(stage.Last("phones", 0), 0.5F);
+}
+
+TEST_F(Devices, ALostMainOutputIsReplacedWhileADeadDiskHoldsEveryWorker) {
+  Play(1);
+  stage.Advance(1s);
+  stage.StopWorkers();
+  stage.outputs.Remove("main");
+  stage.Advance(1s);
+  EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced}));
 }
 
 TEST_F(Devices, PositionGoesOnWhileNoOutputWorks) {

@@ -10,6 +10,7 @@
 #include <thread>
 #include <vector>
 
+#include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
 
 namespace support::testing {
@@ -50,6 +51,54 @@ TEST(Pool, DropsAtItsEndWhatHasNotStarted) {
   go_on.set_value();
   ending.join();
   EXPECT_FALSE(second_ran);
+}
+
+/// A job that a dead disk holds, until it is let go.
+class StuckJob {
+ public:
+  explicit StuckJob(Executor& executor) {
+    std::promise<void> running;
+    executor.Post([&running, go_on = go_on_.get_future().share()] {
+      running.set_value();
+      go_on.wait();
+    });
+    running.get_future().wait();
+  }
+  void LetGo() { go_on_.set_value(); }
+
+ private:
+  std::promise<void> go_on_;
+};
+
+TEST(Pool, LeavesAStuckJobBehindWhenPatienceEnds) {
+  auto pool = std::make_unique<ThreadPool>(2);
+  StuckJob stuck(*pool);
+  EXPECT_FALSE(pool->Finish(std::chrono::milliseconds(1)));
+  pool.reset();
+  stuck.LetGo();
+}
+
+TEST(Pool, FinishesAtOnceWhenNothingIsStuck) {
+  ThreadPool pool(2);
+  EXPECT_TRUE(pool.Finish(std::chrono::hours(1)));
+  pool.Post([] { FAIL() << "it has ended"; });
+}
+
+TEST(Pool, PutsAnotherThreadInThePlaceOfAStuckOne) {
+  FakeClock clock;
+  ThreadPool pool(1, ThreadPool::StuckJobs::Replace, clock);
+  StuckJob stuck(pool);
+  std::promise<void> second;
+  std::atomic<bool> ran = false;
+  pool.Post([&] {
+    ran = true;
+    second.set_value();
+  });
+  clock.Advance(ThreadPool::kStuck + std::chrono::seconds(1));
+  EXPECT_FALSE(ran);
+  pool.Post([] {});
+  second.get_future().wait();
+  stuck.LetGo();
 }
 
 TEST(ByHand, JobsRunWhenTheTestSaysThoseIncludedThatJobsPost) {
