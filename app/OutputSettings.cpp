@@ -48,11 +48,10 @@ OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
   wish.place = place;
   wish.flags = IsPair(place.speaker) ? decks::kInitSpeakers : 0;
   const auto index = static_cast<std::size_t>(place.device) - 1;
-  if (index < device_names.size()) {
+  if (place.device == 0) {
+    wish.name = say(Sentence::NoSound);
+  } else if (index < device_names.size()) {
     wish.name = device_names[index];
-  } else {
-    wish.name = place.device == 0 ? say(Sentence::NoSound)
-                                  : say(Sentence::OutputNumber, {std::to_string(place.device)});
   }
   return wish;
 }

@@ -20,7 +20,7 @@ inline constexpr int kPrelistenOutput = 3;
 struct OutputWish {
   OutputView place;
   std::uint32_t flags = 0;  ///< for opening the device
-  std::string name;         ///< of the device, for sentences
+  std::string name;         ///< of the device, for sentences; empty when it is not known
 };
 
 struct OutputsAtStart {

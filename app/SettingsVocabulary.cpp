@@ -82,7 +82,8 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
 
 constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch"}};
 constexpr Words kSkin[] = {{"Name", "0", "number of the skin"}};
-constexpr Words kVisualisation[] = {{"Resolution", "25", "frames a second of the visualisation"}};
+constexpr Words kVisualisation[] = {{"Name", "Spectrum", "visualiser that is shown; None for none"},
+                                    {"Resolution", "25", "frames a second of the visualisation"}};
 
 constexpr Words kChannels[] = {{"Color1", "255", "colour of console channel 1"},
                                {"Color2", "25855", "colour of console channel 2"},

@@ -31,7 +31,8 @@ Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared
                 [this, answers = box_](std::string sentence) {
                   answers->Post([this, sentence = std::move(sentence)] { Notice(sentence); });
                 }),
-      equaliser_(ports.engine) {
+      equaliser_(ports.engine),
+      loudest_(ports.engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
         number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_}, box_);
@@ -63,6 +64,7 @@ std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutput
 }
 
 std::string Stage::CannotOpen(const OutputWish& wish) const {
+  if (wish.name.empty()) return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
   return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
 
@@ -198,6 +200,8 @@ void Stage::Tick() {
     }
     beats_.Show(number, view.decks[Index(number)]);
   }
+  view.sound = loudest_.Listen(view.decks,
+                               {Deck(1).Player().STRM(), Deck(2).Player().STRM(), Deck(3).Player().STRM()});
   view.outputs = outputs_;
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);

@@ -12,6 +12,7 @@
 #include "app/AnalysisDesk.h"
 #include "app/BeatMatch.h"
 #include "app/DeckStation.h"
+#include "app/LoudestDeck.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
 #include "app/WorkGate.h"
@@ -85,6 +86,7 @@ class Stage {
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   BeatMatch beats_;
+  LoudestDeck loudest_;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

@@ -72,8 +72,12 @@ void Workstation::Parts::NameTheWindow() {
 void Workstation::Parts::OpenMixer() {
   if (ports.mixer == nullptr) return;
   // A sound system may take its time to answer; the slider follows when it has.
-  auto told = [box = conductor.Box(), this](int percent) {
-    box->Post([this, percent] { stage.FollowMixer(percent); });
+  // What it told before the slider was moved, and is taken out of the box after that, is an echo of steps
+  // that the hand has left behind.
+  auto told = [box = conductor.Box(), sets = volume_sets, this](int percent) {
+    box->Post([this, percent, before = sets->load()] {
+      if (before == *volume_sets) stage.FollowMixer(percent);
+    });
   };
   ports.workers.Post(
       [mixer = ports.mixer, gate = gate, told = std::move(told)] { gate->Pass([&] { mixer->Open(told); }); });
@@ -129,8 +133,10 @@ void Workstation::Parts::InitialiseEngine() {
     stage.StoredEqualiser(sliders);
     stage.SetGainPercent(std::clamp(percent, 0, 100));
   });
-  conductor.Post([this, outputs = std::move(outputs)] {
-    for (std::string& failure : stage.OpenOutputs(outputs.wishes)) {
+  conductor.Post([this, outputs = std::move(outputs), none = device_names.empty()] {
+    auto failures = stage.OpenOutputs(outputs.wishes);
+    if (none && !failures.empty()) failures = {outputs.notice};
+    for (std::string& failure : failures) {
       window->Post([this, failure = std::move(failure)] { Prompt(failure); });
     }
     if (!outputs.notice.empty()) stage.Notice(outputs.notice);

@@ -69,6 +69,11 @@ int Workstation::VisualisationRate() const {
   return parts_->visualisation_rate;
 }
 
+Picture Workstation::Visualise(std::string_view name) {
+  Visualisation* visualisation = parts_->ports.visualisation;
+  return visualisation == nullptr ? Picture{} : visualisation->Show(name, View().sound);
+}
+
 const Preferences& Workstation::Preferred() const {
   return parts_->preferences;
 }
@@ -128,10 +133,12 @@ void Workstation::SetPreVolume(int deck, int volume) {
 
 void Workstation::SetMainVolume(int main_volume) {
   const int slider = std::clamp(main_volume, 0, 99);
-  parts_->conductor.Post([&stage = parts_->stage, mixer = parts_->ports.mixer, slider] {
-    stage.SetMainVolume(slider);
-    if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
-  });
+  parts_->conductor.Post(
+      [&stage = parts_->stage, mixer = parts_->ports.mixer, sets = parts_->volume_sets, slider] {
+        stage.SetMainVolume(slider);
+        if (mixer != nullptr) mixer->SetVolume(PercentOf(slider));
+        ++*sets;
+      });
 }
 
 void Workstation::SetOutput(int output, OutputView choice) {

@@ -102,6 +102,8 @@ class Workstation {
   [[nodiscard]] const std::vector<std::string>& Visualisers() const;
   /// Frames a second of the visualisation.
   [[nodiscard]] int VisualisationRate() const;
+  /// What a visualiser makes of the sound of the newest View.
+  [[nodiscard]] Picture Visualise(std::string_view name);
   /// As read at start-up.
   [[nodiscard]] const Preferences& Preferred() const;
   /// The store itself, for the controls that read and write a key of their own.

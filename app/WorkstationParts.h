@@ -99,6 +99,8 @@ struct Workstation::Parts {
   LoadReport loaded;
   std::filesystem::path skin_folder;
   Preferences preferences;
+  /// How often the master slider moved the mixer; shared with the mixer, which outlives this.
+  std::shared_ptr<std::atomic<int>> volume_sets = std::make_shared<std::atomic<int>>(0);
   std::vector<std::string> visualisers;
   int visualisation_rate = 0;
   Prompts* prompts = nullptr;

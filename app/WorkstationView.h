@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "app/HeardSound.h"
 #include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
 #include "music/TrackAnalysis.h"
@@ -94,6 +95,7 @@ struct WorkstationView {
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
+  HeardSound sound;    ///< for the visualisers
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
 

@@ -85,6 +85,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   std::uint32_t BASS_ChannelGetData(decks::StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
+  std::uint32_t BASS_ChannelGetData(decks::StreamHandle stream, std::span<float> buffer,
+                                    std::uint32_t what) override;
   bool BASS_ChannelIsActive(decks::StreamHandle stream) override;
   double BASS_ChannelBytes2Seconds(decks::StreamHandle stream, support::BytePosition position) override;
   bool BASS_ChannelGetAttributes(decks::StreamHandle stream, int& frequency, int& volume, int& pan) override;

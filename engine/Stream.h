@@ -11,6 +11,7 @@
 
 #include "engine/Lane.h"
 #include "engine/PcmStore.h"
+#include "engine/SampleTap.h"
 #include "engine/StreamEffect.h"
 #include "engine/ports/Stretcher.h"
 #include "support/HistoryRing.h"
@@ -116,6 +117,7 @@ class Stream {
 
   // Callback to everybody.
   support::HistoryRing<HeardEntry, 2048> log;
+  SampleTap tap;  ///< after the effect, before volume
   std::atomic<std::uint64_t> transport_seen{0};
   std::atomic<bool> playing{false};
   std::atomic<std::uint32_t> ended_place{0};  ///< the place whose sound came to the file's end, or 0

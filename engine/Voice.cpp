@@ -216,6 +216,7 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
   if (crossfade_left_ > 0) Blend(stereo);
   if (StreamEffect* effect = stream_->Effect()) effect->Process(stereo);
   Fade(stereo);  // after the effect, whose echo of a start or an end would be cut off
+  stream_->tap.Write(frame, stereo);
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
     entry.left_peak = std::max(entry.left_peak, std::abs(stereo[i]));
     entry.right_peak = std::max(entry.right_peak, std::abs(stereo[i + 1]));

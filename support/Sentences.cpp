@@ -17,12 +17,18 @@ struct Row {
 constexpr Row kRows[] = {
     {Sentence::OutputNotConnected, "The sound output \"%1\" is not connected.",
      "De geluidsuitgang \"%1\" is niet aangesloten."},
-    {Sentence::OutputCannotOpen, "The sound output \"%1\" cannot be opened.",
-     "De geluidsuitgang \"%1\" kan niet worden geopend."},
-    {Sentence::NoOutputs, "No sound output was found; the decks run without sound.",
-     "Er is geen geluidsuitgang gevonden; de decks lopen zonder geluid."},
+    {Sentence::OutputCannotOpen,
+     "The sound output \"%1\" cannot be opened. Close the program that uses it, or choose another output "
+     "under Settings.",
+     "De geluidsuitgang \"%1\" kan niet worden geopend. Sluit het programma dat haar gebruikt of kies een "
+     "andere uitgang bij Instellingen."},
+    {Sentence::NoOutputs,
+     "No sound output was found: the decks run without sound. Connect one and choose it under Settings.",
+     "Er is geen geluidsuitgang gevonden: de decks lopen zonder geluid. Sluit er een aan en kies haar bij "
+     "Instellingen."},
     {Sentence::NoSound, "no sound", "geen geluid"},
-    {Sentence::OutputNumber, "number %1", "nummer %1"},
+    {Sentence::OutputNumber, "There is no sound output number %1 now. Choose another one under Settings.",
+     "Er is nu geen geluidsuitgang nummer %1. Kies een andere bij Instellingen."},
     {Sentence::CatalogueDamaged, "%1 damaged rows of the catalogue were left out.",
      "%1 beschadigde rijen van de catalogus zijn weggelaten."},
     {Sentence::KaraokeDamaged, "%1 damaged rows of the karaoke catalogue were left out.",

@@ -16,6 +16,7 @@
 #include "app/testing/FakeWindow.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
+#include "support/Sentences.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
 #include "support/testing/MemoryFiles.h"
@@ -80,6 +81,7 @@ class Evening : public ::testing::Test {
   FakeMixer mixer_;
   FakeVisualisation visualisation_;
   FakeWindow window_;
+  support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };
 

@@ -41,6 +41,18 @@ TEST_F(MainVolumeTest, MovesTheSystemsVolume) {
   EXPECT_EQ(Slider(), 99);
 }
 
+TEST_F(MainVolumeTest, WhatWasToldBeforeAMoveOfTheSliderDoesNotTakeItBack) {
+  mixer_.Move(50);
+  StartUp();
+  station_->SetMainVolume(20);
+  mixer_.Move(60);  // an echo that waits behind the move
+  Settle();
+  EXPECT_EQ(Slider(), 20);
+  mixer_.Move(60);
+  Settle();
+  EXPECT_EQ(Slider(), MainVolumeOf(60));
+}
+
 TEST_F(MainVolumeTest, WithoutASoundSystemItStillScalesTheLevels) {
   StartUp();
   Load(1, "a.mp3");

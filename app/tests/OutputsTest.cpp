@@ -66,7 +66,7 @@ TEST_F(OutputsTest, ADeviceThatDoesNotOpenLeavesTheDeckWhereItPlays) {
   Advance(seconds(1));
   EXPECT_EQ(Devices(), std::vector{1});
   EXPECT_EQ(Deck(1).position, seconds(1));
-  EXPECT_EQ(station_->View().notice, "The sound output \"Phones\" cannot be opened.");
+  EXPECT_EQ(station_->View().notice, say_(support::Sentence::OutputCannotOpen, {"Phones"}));
   EXPECT_EQ(station_->View().outputs[0].device, 1);
 }
 

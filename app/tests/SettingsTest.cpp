@@ -39,7 +39,7 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
       {"Eq2", 13},     {"IOLO", 17},    {"Karaoke", 9},      {"Language", 1},      {"Mixer", 7},
       {"Mono", 1},     {"Player1", 25}, {"Player2", 25},     {"Preferences", 1},   {"Rip", 1},
       {"Settings", 9}, {"Setup", 4},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
-      {"Stereo", 1},   {"Tags", 5},     {"Visualisation", 1}};
+      {"Stereo", 1},   {"Tags", 5},     {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }
 

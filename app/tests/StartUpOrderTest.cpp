@@ -5,7 +5,6 @@
 #include <algorithm>
 #include <fstream>
 
-#include "app/BuiltInVisualisation.h"
 #include "app/tests/Evening.h"
 
 namespace app {
@@ -116,7 +115,7 @@ TEST_F(StartUpOrderTest, ADeviceThatDoesNotOpenIsShownInABoxAsSoonAsThereIsAWind
   station_->AttachWindow(&window_, &window_);
   EXPECT_EQ(window_.Sentences(), Lines{}) << "the window is still being made";
   station_->PumpWindow();
-  EXPECT_EQ(window_.Sentences(), Lines{"The sound output \"Main\" cannot be opened."});
+  EXPECT_EQ(window_.Sentences(), Lines{say_(support::Sentence::OutputCannotOpen, {"Main"})});
 }
 
 TEST_F(StartUpOrderTest, AFolderThatCannotBeWrittenToIsTold) {
@@ -143,25 +142,6 @@ TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
   station_->PumpWindow();
   EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones", "Late"}));
   EXPECT_EQ(station_->View().notice, "");
-}
-
-class VisualisationContract : public ::testing::TestWithParam<const char*> {
- protected:
-  VisualisationContract() {
-    fake_.SetNames({"One", "Two"});
-    if (std::string(GetParam()) == "BuiltIn") port_ = &built_in_;
-  }
-  testing::FakeVisualisation fake_;
-  BuiltInVisualisation built_in_;
-  Visualisation* port_ = &fake_;
-};
-INSTANTIATE_TEST_SUITE_P(Both, VisualisationContract, ::testing::Values("Fake", "BuiltIn"));
-
-TEST_P(VisualisationContract, NamesAreThereWithoutAFolderAndTheSameEachTime) {
-  const Lines names = port_->BASS_VIS_FindPlugins("/no/such/folder");
-  port_->BASS_VIS_SetConfig(4, 0);
-  EXPECT_EQ(names.size(), 2U);
-  EXPECT_EQ(port_->BASS_VIS_FindPlugins("/no/such/folder"), names);
 }
 
 }  // namespace

@@ -53,7 +53,7 @@ TEST_F(StartUpTest, WhicheverEngineCallFailsADeckPlays) {
 TEST_F(StartUpTest, ADeviceThatDoesNotOpenIsToldAndTheRestGoesOn) {
   engine_.BreakDevice(1);
   StartUp();
-  EXPECT_EQ(station_->View().notice, "The sound output \"Main\" cannot be opened.");
+  EXPECT_EQ(station_->View().notice, say_(support::Sentence::OutputCannotOpen, {"Main"}));
   EXPECT_EQ(station_->View().outputs[0].device, 0);
   Load(1, "a.mp3");
   Play(1);
@@ -83,7 +83,7 @@ TEST_F(StartUpTest, AMachineWithoutSoundRunsWithoutSound) {
                       support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
   station.StartUp();
   station.Tick();
-  EXPECT_EQ(station.View().notice, "No sound output was found; the decks run without sound.");
+  EXPECT_EQ(station.View().notice, support::Sentences()(support::Sentence::NoOutputs));
   EXPECT_EQ(station.View().outputs[0].device, 0);
 }
 

@@ -155,7 +155,7 @@ TEST_F(TablesTest, AChosenLanguageIsStoredAndSpoken) {
   Settle();
   EXPECT_EQ(Stored("Language", "Current"), "1");
   EXPECT_EQ(station_->StringBase(), 1000);
-  EXPECT_EQ(station_->View().notice, "De geluidsuitgang \"Phones\" kan niet worden geopend.");
+  EXPECT_TRUE(station_->View().notice.starts_with("De geluidsuitgang \"Phones\" kan niet worden geopend."));
 }
 
 }  // namespace

@@ -30,6 +30,11 @@ inline constexpr std::uint32_t kInitSpeakers = 2048;  ///< open the device for s
 inline constexpr std::uint32_t kConfigBuffer = 0;        ///< playback buffer in ms
 inline constexpr std::uint32_t kConfigUpdatePeriod = 1;  ///< in ms
 
+/// What BASS_ChannelGetData reads of a playing stream.
+inline constexpr std::uint32_t kDataFft256 = 0x80000000;   ///< 128 magnitudes, see music::Spectrum
+inline constexpr std::uint32_t kDataFftIndividual = 0x10;  ///< with it: left and right by turns, 256
+inline constexpr std::uint32_t kDataFloat = 0x40000000;    ///< or-ed with a number of bytes: the samples
+
 /// Effect type of an equaliser band.
 inline constexpr int kPeakingEffect = 5;
 
@@ -118,6 +123,12 @@ class AudioEngine {
   /// worker, so only workers call it.
   virtual std::uint32_t BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
                                             std::uint32_t bytes) = 0;
+  /// Of a playing stream: what was heard last, before volume, left and right by turns at the rate of its
+  /// device; or the spectrum of that, of all channels together unless asked for individually. Returns the
+  /// bytes given: 0 when the buffer is too small for a spectrum, or the handle is none that plays. The
+  /// owner's thread.
+  virtual std::uint32_t BASS_ChannelGetData(StreamHandle stream, std::span<float> buffer,
+                                            std::uint32_t what) = 0;
   /// A decoder: true while there is more to read. A playing stream: true until its end was heard.
   [[nodiscard]] virtual bool BASS_ChannelIsActive(StreamHandle stream) = 0;
 

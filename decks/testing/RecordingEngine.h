@@ -19,6 +19,9 @@
 
 namespace decks::testing {
 
+/// What every stream of the RecordingEngine sounds like, at the left peak of its file.
+inline constexpr double kHeardHertz = 1000;
+
 /// A file that exists for the RecordingEngine.
 struct FakeFile {
   double seconds = 180;
@@ -106,6 +109,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   bool BASS_ChannelSetPosition(StreamHandle stream, support::BytePosition position) override;
   std::uint32_t BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
                                     std::uint32_t bytes) override;
+  std::uint32_t BASS_ChannelGetData(StreamHandle stream, std::span<float> buffer,
+                                    std::uint32_t what) override;
   bool BASS_ChannelIsActive(StreamHandle stream) override;
   double BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) override;
   bool BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) override;

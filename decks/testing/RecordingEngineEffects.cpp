@@ -1,9 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The calls of RecordingEngine on effects.
+// The calls of RecordingEngine on effects, and what it gives of the sound.
+
+#include <algorithm>
+#include <cmath>
+#include <numbers>
 
 #include "decks/testing/CallText.h"
 #include "decks/testing/RecordingEngine.h"
+#include "music/Spectrum.h"
 
 namespace decks::testing {
 
@@ -53,6 +58,28 @@ void RecordingEngine::BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) {
 void RecordingEngine::BASS_FX_BPM_Free(StreamHandle stream) {
   support::MutexLock lock(mutex_);
   Record(Line("BASS_FX_BPM_Free", stream));
+}
+
+std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle stream, std::span<float> buffer,
+                                                   std::uint32_t what) {
+  support::MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  if (found == nullptr) return 0;
+  const float level = found->playing ? static_cast<float>(found->file.left_peak) / 32768 : 0;
+  const auto tone = [&](std::size_t frame) {
+    return level * static_cast<float>(std::sin(2 * std::numbers::pi * kHeardHertz / 44100 * double(frame)));
+  };
+  if ((what & kDataFft256) != 0) {
+    std::array<float, music::kSpectrumFrames> samples;
+    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = tone(i);
+    const music::Spectrum bins = music::SpectrumOf(samples);
+    if (buffer.size() < bins.size()) return 0;
+    std::copy(bins.begin(), bins.end(), buffer.begin());
+    return static_cast<std::uint32_t>(sizeof(bins));
+  }
+  const std::size_t values = std::min((what & ~kDataFloat) / sizeof(float), buffer.size()) / 2 * 2;
+  for (std::size_t i = 0; i < values; ++i) buffer[i] = tone(i / 2);
+  return static_cast<std::uint32_t>(values * sizeof(float));
 }
 
 std::vector<float> RecordingEngine::GainsOf(StreamHandle stream) const {

@@ -12,6 +12,7 @@
 #include <QVBoxLayout>
 
 #include "ui/forms/ColourPanel.h"
+#include "ui/forms/Dialogs.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 
@@ -147,26 +148,17 @@ void ApplyPanel::Show() {
 
 // Not modal: the decks stay in reach while somebody looks for a folder.
 void ApplyPanel::AskForFolder() {
-  const auto& say = look_.say;
   delete dialog_;
-  dialog_ = new QFileDialog(this, say(Say::ChooseDirectory), folder_->text());
+  dialog_ = MakeFileDialog(*this, look_, QFileDialog::Directory, Say::ChooseDirectory, Say::DialogChoose);
   dialog_->setObjectName(QStringLiteral("DirectoryDialog"));
-  dialog_->setAttribute(Qt::WA_DeleteOnClose);
-  dialog_->setOption(QFileDialog::DontUseNativeDialog);
-  dialog_->setFileMode(QFileDialog::Directory);
-  dialog_->setOption(QFileDialog::ShowDirsOnly);
-  dialog_->setLabelText(QFileDialog::Accept, say(Say::DialogChoose));
-  dialog_->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
-  dialog_->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
-  dialog_->setLabelText(QFileDialog::FileName, say(Say::DialogName));
-  dialog_->setLabelText(QFileDialog::FileType, say(Say::DialogKind));
+  dialog_->setDirectory(folder_->text());
   connect(dialog_, &QFileDialog::fileSelected, this, [this](const QString& name) {
     const std::string folder = QFile::encodeName(name).toStdString();
     if (folder.empty()) return;
     workstation_.Apply({app::ApplyMode::ChooseDirectory, folder, {}});
     ShowFolder(folder);
   });
-  dialog_->show();
+  ShowDialog(*dialog_, *this);
 }
 
 }  // namespace ui

@@ -2,11 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/ColourPanel.h"
 
-#include <QColorDialog>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/forms/ColourChooser.h"
+#include "ui/forms/Dialogs.h"
 #include "ui/widgets/ColourButton.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -53,7 +54,7 @@ void ColourPanel::MakeButtons() {
   const auto colours = app::ReadColours(workstation_.Settings());
   size_->setCurrentIndex(colours.size() > 16 ? 1 : 0);
   for (int channel = 1; channel <= kChannels; ++channel) {
-    auto* button = new ColourButton(channel, look_.skin);
+    auto* button = new ColourButton(QString::number(channel), look_.skin);
     Name(*button, QStringLiteral("Color%1").arg(channel), look_.say(Say::ColourOf).arg(channel),
          look_.say(Say::ColourTip));
     connect(button, &QAbstractButton::clicked, this, [this, button] { AskForColour(*button); });
@@ -82,16 +83,13 @@ std::vector<app::StoredColour> ColourPanel::Colours() const {
   return colours;
 }
 
-// Not modal: the decks stay in reach.
 void ColourPanel::AskForColour(ColourButton& button) {
   delete dialog_;
-  dialog_ = new QColorDialog(button.Colour(), this);
-  dialog_->setAttribute(Qt::WA_DeleteOnClose);
-  dialog_->setOption(QColorDialog::DontUseNativeDialog);
-  dialog_->setObjectName(QStringLiteral("ColourDialog"));
-  dialog_->setWindowTitle(button.accessibleName());
-  connect(dialog_, &QColorDialog::colorSelected, &button, &ColourButton::SetColour);
-  dialog_->show();
+  auto* chooser = new ColourChooser(button.Colour(), look_, this);
+  chooser->setWindowTitle(button.accessibleName());
+  connect(chooser, &ColourChooser::Chosen, &button, &ColourButton::SetColour);
+  dialog_ = chooser;
+  ShowDialog(*chooser, *this);
 }
 
 }  // namespace ui

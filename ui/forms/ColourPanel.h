@@ -9,7 +9,7 @@
 #include "app/Workstation.h"
 #include "ui/widgets/Look.h"
 
-class QColorDialog;
+class QDialog;
 class QGridLayout;
 
 namespace ui {
@@ -36,7 +36,7 @@ class ColourPanel final : public QWidget {
   QuietCombo* size_;
   QGridLayout* grid_;
   std::vector<ColourButton*> buttons_;
-  QPointer<QColorDialog> dialog_;
+  QPointer<QDialog> dialog_;
 };
 
 }  // namespace ui

@@ -11,8 +11,10 @@
 namespace ui {
 namespace {
 
-QMessageBox* MakeBox(QWidget& owner, QMessageBox::Icon icon, const QString& text) {
-  auto* box = new QMessageBox(icon, QStringLiteral("dj TOLVEN"), text, QMessageBox::NoButton, &owner);
+// Without the system's picture, which keeps its size when the window grows.
+QMessageBox* MakeBox(QWidget& owner, const QString& text) {
+  auto* box =
+      new QMessageBox(QMessageBox::NoIcon, QStringLiteral("dj TOLVEN"), text, QMessageBox::NoButton, &owner);
   box->setAttribute(Qt::WA_DeleteOnClose);
   box->setModal(false);
   box->setTextFormat(Qt::PlainText);
@@ -40,7 +42,7 @@ void ShowOverLists(QMessageBox& box, const QWidget& owner) {
 }  // namespace
 
 void MessageBoxes::Tell(const std::string& sentence) {
-  QMessageBox* box = MakeBox(owner_, QMessageBox::Warning, Decode(sentence));
+  QMessageBox* box = MakeBox(owner_, Decode(sentence));
   box->setObjectName(QStringLiteral("MessageBox"));
   AddButton(*box, QStringLiteral("MessageClose"), (*say_)(Say::Close), QMessageBox::AcceptRole);
   ShowOverLists(*box, owner_);
@@ -49,7 +51,7 @@ void MessageBoxes::Tell(const std::string& sentence) {
 void MessageBoxes::Ask(const QString& object_name, const QString& question, const QString& yes,
                        std::function<void()> then) {
   if (auto* open = owner_.findChild<QMessageBox*>(object_name)) open->close();
-  QMessageBox* box = MakeBox(owner_, QMessageBox::Question, question);
+  QMessageBox* box = MakeBox(owner_, question);
   box->setObjectName(object_name);
   const QPushButton* agree = AddButton(*box, object_name + QStringLiteral("Yes"), yes, QMessageBox::YesRole);
   QPushButton* leave = AddButton(*box, object_name + QStringLiteral("No"), (*say_)(Say::DialogCancel),

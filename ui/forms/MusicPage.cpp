@@ -11,6 +11,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/forms/Dialogs.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
@@ -170,26 +171,19 @@ void MusicPage::ShowDeleted(int rows, const std::vector<std::string>& kept) {
 // Not modal: the decks stay in reach while somebody looks for files.
 void MusicPage::AskForFiles() {
   if (dialog_.isNull()) dialog_ = MakeDialog();
-  dialog_->show();
+  ShowDialog(*dialog_, *this);
   dialog_->raise();
   dialog_->activateWindow();
 }
 
 QFileDialog* MusicPage::MakeDialog() {
   const auto& say = look_.say;
-  auto* dialog = new QFileDialog(this, say(Say::AddFilesTitle));
+  QFileDialog* dialog =
+      MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
   dialog->setObjectName(QStringLiteral("AddFilesDialog"));
-  dialog->setAttribute(Qt::WA_DeleteOnClose);
-  dialog->setOption(QFileDialog::DontUseNativeDialog);
-  dialog->setFileMode(QFileDialog::ExistingFiles);
   dialog->setNameFilters(
       {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
        say(Say::AllFiles) + QStringLiteral(" (*)")});
-  dialog->setLabelText(QFileDialog::Accept, say(Say::DialogAdd));
-  dialog->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
-  dialog->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
-  dialog->setLabelText(QFileDialog::FileName, say(Say::DialogName));
-  dialog->setLabelText(QFileDialog::FileType, say(Say::DialogKind));
   connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
     std::vector<std::string> paths;
     for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());

@@ -26,6 +26,7 @@
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
 #include "ui/forms/TempoTools.h"
+#include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
@@ -60,11 +61,18 @@ std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector
   return rows;
 }
 
+/// A path that may go on in the next line behind each folder.
+QString Breakable(const std::string& path) {
+  constexpr QChar kZeroWidthSpace(0x200B);
+  return Decode(path).replace(QLatin1Char('/'), QString(QLatin1Char('/')) + kZeroWidthSpace);
+}
+
 }  // namespace
 
 frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock)
     : workstation_(workstation), settings_(settings), clock_(clock) {
   setObjectName(QStringLiteral("frmMain"));
+  QApplication::installTranslator(&words_);
   ReadChoices();
   view_ = workstation_.View();
   MakeKeys();
@@ -114,6 +122,7 @@ void frmMain::Build() {
   delete takeCentralWidget();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
+  words_.Speak(choices_.language);
   const Look look{SkinOf(choices_.skin), *say_};
   help_.Speak(*say_);
   boxes_.Speak(*say_);
@@ -181,6 +190,8 @@ QWidget* frmMain::MakePages(const Look& look) {
           look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
+  visual_ = new VisualPanel(workstation_, look);
+  row->addWidget(visual_, 2);
   auto* box = new QWidget;
   auto* rows = new QVBoxLayout(box);
   SetSpacingEm(*rows, 0, 0);
@@ -364,6 +375,7 @@ void frmMain::ShowFrame() {
   music_->ShowAdding(workstation_.Adding());
   equaliser_->Show(view_);
   settings_page_->Show(view_);
+  visual_->Show(view_, now);
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {
@@ -435,7 +447,7 @@ void frmMain::DeleteTracks() {
   const catalogue::track_table& table = workstation_.Catalogue();
   const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
@@ -450,7 +462,7 @@ void frmMain::DeleteKaraoke() {
   const catalogue::track_table& table = workstation_.Karaoke();
   const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
   if (files.empty()) return;
-  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Decode(files.front()))
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDeleteSongs).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
     const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);

@@ -17,6 +17,7 @@
 #include "ui/forms/SettingsPage.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
+#include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
 class QStackedWidget;
@@ -32,6 +33,7 @@ class MusicPage;
 class PageButton;
 class PlaylistPanel;
 class StatusLine;
+class VisualPanel;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
 ///
@@ -100,6 +102,7 @@ class frmMain final : public QMainWindow {
   const support::Clock& clock_;
   SettingsPage::Choices choices_{};
   std::unique_ptr<Strings> say_;
+  QtWords words_;
   MixerState mixer_state_;
   app::WorkstationView view_;
   QTimer frames_;
@@ -121,6 +124,7 @@ class frmMain final : public QMainWindow {
   KaraokePage* karaoke_ = nullptr;
   EqualiserPage* equaliser_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
+  VisualPanel* visual_ = nullptr;
 };
 
 }  // namespace ui

@@ -7,6 +7,7 @@
 #include <QFont>
 #include <QRegularExpression>
 #include <QStyleFactory>
+#include <algorithm>
 #include <cmath>
 #include <utility>
 
@@ -62,7 +63,8 @@ QString InPixels(const QString& sheet, int em) {
   for (auto matches = length.globalMatch(sheet); matches.hasNext();) {
     const auto match = matches.next();
     result += sheet.mid(done, match.capturedStart() - done);
-    result += QString::number(std::lround(match.captured(1).toDouble() * em)) + QStringLiteral("px");
+    result +=
+        QString::number(std::max(1L, std::lround(match.captured(1).toDouble() * em))) + QStringLiteral("px");
     done = match.capturedEnd();
   }
   return result + sheet.mid(done);

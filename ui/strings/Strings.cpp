@@ -67,13 +67,13 @@ constexpr Strings::Row kRows[] = {
      "Niveau van het deck in dB, links en rechts, vóór de schuif; de markering bovenaan blijft branden na "
      "oversturing, een klik of Spatie wist haar"},
     {Say::Cue, "Listen %1", "Luister %1"},
-    {Say::CueName, "Deck %1 in the head-phones", "Deck %1 in de hoofdtelefoon"},
+    {Say::CueName, "Deck %1 in the headphones", "Deck %1 in de hoofdtelefoon"},
     {Say::CueTip,
-     "Hear the deck in the head-phones; drag sideways or use the arrow keys for the level; each start of the "
+     "Hear the deck in the headphones; drag sideways or use the arrow keys for the level; each start of the "
      "deck switches it off",
      "Het deck in de hoofdtelefoon horen; sleep opzij of gebruik de pijltoetsen voor het niveau; elke start "
      "van het deck schakelt het uit"},
-    {Say::CueNoDevice, "Choose a device for the head-phones under Settings first",
+    {Say::CueNoDevice, "Choose a device for the headphones under Settings first",
      "Kies eerst een apparaat voor de hoofdtelefoon bij Instellingen"},
     {Say::Crossfader, "Crossfader", "Crossfader"},
     {Say::CrossfaderTip, "Fades between the decks (Ctrl+Left, Ctrl+Right); double-click: middle",
@@ -176,14 +176,14 @@ constexpr Strings::Row kRows[] = {
 
     {Say::Playlist, "Playlist %1", "Afspeellijst %1"},
     {Say::PlaylistTip,
-     "Drag tracks in, out and about; Delete takes them off the list; Enter loads on the free deck",
+     "Drag tracks in, out and about; Delete removes them from the list; Enter loads on the free deck",
      "Sleep nummers erin, eruit en heen en weer; Delete haalt ze van de lijst; Enter laadt op het vrije "
      "deck"},
     {Say::EmptyPlaylist, "Drag tracks or files here.", "Sleep nummers of bestanden hierheen."},
-    {Say::RemoveRows, "Take off", "Weghalen"},
-    {Say::RemoveRowsName, "Take the chosen tracks off playlist %1",
+    {Say::RemoveRows, "Remove", "Weghalen"},
+    {Say::RemoveRowsName, "Remove the chosen tracks from playlist %1",
      "De gekozen nummers van afspeellijst %1 halen"},
-    {Say::RemoveRowsTip, "Take the chosen tracks off the list; their files stay (Delete)",
+    {Say::RemoveRowsTip, "Remove the chosen tracks from the list; their files stay (Delete)",
      "De gekozen nummers van de lijst halen; hun bestanden blijven (Delete)"},
     {Say::Playlist3, "Playlist 3", "Afspeellijst 3"},
     {Say::Playlist3Tip, "The list of music for breaks; tracks can be dropped on this button",
@@ -227,7 +227,7 @@ constexpr Strings::Row kRows[] = {
     {Say::OutputsHint, "A choice acts at once and is kept, also while music plays.",
      "Een keuze werkt meteen en blijft bewaard, ook terwijl er muziek speelt."},
     {Say::OutputDeck, "Deck %1", "Deck %1"},
-    {Say::OutputHeadphones, "Head-phones", "Hoofdtelefoon"},
+    {Say::OutputHeadphones, "Headphones", "Hoofdtelefoon"},
     {Say::Device, "Device", "Apparaat"},
     {Say::DeviceTip, "Device that this output plays on", "Apparaat waarop deze uitgang speelt"},
     {Say::Pair, "Loudspeakers", "Luidsprekers"},
@@ -283,6 +283,16 @@ constexpr Strings::Row kRows[] = {
     {Say::ColourOf, "Colour of channel %1", "Kleur van kanaal %1"},
     {Say::ColourTip, "Choose another colour; “Keep the channel colours” keeps it",
      "Een andere kleur kiezen; “De kanaalkleuren bewaren” bewaart haar"},
+
+    {Say::Visualiser, "Visualiser", "Visualisatie"},
+    {Say::VisualiserTip, "What is drawn of the music beside this list",
+     "Wat er naast deze lijst van de muziek wordt getekend"},
+    {Say::VisualNone, "No picture", "Geen beeld"},
+    {Say::VisualSpectrum, "Spectrum", "Spectrum"},
+    {Say::VisualWave, "Wave", "Golf"},
+    {Say::Visual, "Picture of the music", "Beeld van de muziek"},
+    {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
+     "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
 
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,
@@ -397,7 +407,7 @@ constexpr Strings::Row kRows[] = {
     {Say::Listen, "Listen", "Luister"},
     {Say::ListenRow, "Listen to the chosen track", "Het gekozen nummer beluisteren"},
     {Say::ListenRowTip,
-     "The chosen track in the head-phones, until another one is chosen; drag sideways or use the arrow keys "
+     "The chosen track in the headphones, until another one is chosen; drag sideways or use the arrow keys "
      "for the level; Ctrl+Shift+Left and Ctrl+Shift+Right move by ten seconds",
      "Het gekozen nummer in de hoofdtelefoon, tot een ander wordt gekozen; sleep opzij of gebruik de "
      "pijltoetsen voor het niveau; Ctrl+Shift+Links en Ctrl+Shift+Rechts verplaatsen tien seconden"},

@@ -216,6 +216,14 @@ enum class Say : int {
   ConsoleSizeTip,
   ColourOf,
   ColourTip,
+  // Visualisers
+  Visualiser = 2320,
+  VisualiserTip,
+  VisualNone,
+  VisualSpectrum,
+  VisualWave,
+  Visual,
+  VisualTip,
   // Equaliser
   EqCurve = 2500,
   EqCurveTip,

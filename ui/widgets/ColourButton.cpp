@@ -8,9 +8,9 @@
 
 namespace ui {
 
-ColourButton::ColourButton(int number, const Skin& skin, QWidget* parent)
+ColourButton::ColourButton(const QString& caption, const Skin& skin, QWidget* parent)
     : QAbstractButton(parent), skin_(skin) {
-  setText(QString::number(number));
+  setText(caption);
   setFocusPolicy(Qt::StrongFocus);
 }
 
@@ -26,8 +26,9 @@ QSize ColourButton::sizeHint() const {
 void ColourButton::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), colour_);
-  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.line, hasFocus() ? 3 : 1));
-  painter.drawRect(rect().adjusted(0, 0, -1, -1));
+  const int edge = Line(*this) * (hasFocus() ? 3 : 1);
+  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.line, edge));
+  painter.drawRect(rect().adjusted(edge / 2, edge / 2, -1 - edge / 2, -1 - edge / 2));
   painter.setPen(qGray(colour_.rgb()) > 110 ? Qt::black : Qt::white);
   painter.drawText(rect(), Qt::AlignCenter, text());
 }

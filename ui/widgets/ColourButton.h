@@ -8,12 +8,12 @@
 
 namespace ui {
 
-/// A numbered field of a colour.
+/// A field of a colour, with or without a caption.
 class ColourButton final : public QAbstractButton {
   Q_OBJECT
 
  public:
-  ColourButton(int number, const Skin& skin, QWidget* parent = nullptr);
+  ColourButton(const QString& caption, const Skin& skin, QWidget* parent = nullptr);
 
   void SetColour(const QColor& colour);
   [[nodiscard]] const QColor& Colour() const { return colour_; }

@@ -66,18 +66,20 @@ void Fader::paintEvent(QPaintEvent*) {
   painter.fillRect(rect(), skin_.panel);
   const int groove = std::max(4, Em(*this, 0.35));
   const int across = Upright() ? width() : height();
+  const int line = Line(*this);
   for (int mark = 0; mark <= 10; ++mark) {
     const int place = PlaceOf(minimum() + (maximum() - minimum()) * mark / 10);
-    painter.fillRect(Along(place, place + 1, across * (mark % 5 == 0 ? 7 : 5) / 10), skin_.line);
+    painter.fillRect(Along(place - line / 2, place - line / 2 + line, across * (mark % 5 == 0 ? 7 : 5) / 10),
+                     skin_.line);
   }
-  painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove + 2), skin_.line);
+  painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove + 2 * line), skin_.line);
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove), skin_.well);
   if (isEnabled())
     painter.fillRect(
         Along(PlaceOf(rest_.value_or(Turned() ? maximum() : minimum())), PlaceOf(value()), groove), accent_);
   if (rest_) {
     const int place = PlaceOf(*rest_);
-    painter.fillRect(Along(place - 1, place + 1, across * 9 / 10), skin_.dim);
+    painter.fillRect(Along(place - line, place + line, across * 9 / 10), skin_.dim);
   }
   PaintHandle(painter);
 }
@@ -88,11 +90,12 @@ void Fader::PaintHandle(QPainter& painter) const {
   const int place = PlaceOf(value());
   QRect handle = Along(place - half, place + half, across);
   painter.setRenderHint(QPainter::Antialiasing);
-  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.ground, hasFocus() ? 2 : 1));
+  const int line = Line(*this);
+  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.ground, hasFocus() ? 2 * line : line));
   painter.setBrush(isEnabled() ? skin_.raised.lighter(isSliderDown() ? 150 : 125) : skin_.panel);
-  painter.drawRoundedRect(QRectF(handle).adjusted(1, 1, -1, -1), 3, 3);
+  painter.drawRoundedRect(QRectF(handle).adjusted(1, 1, -1, -1), 3 * line, 3 * line);
   painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.fillRect(Along(place - 1, place + 1, across - 6), isEnabled() ? accent_ : skin_.faint);
+  painter.fillRect(Along(place - line, place + line, across - 6 * line), isEnabled() ? accent_ : skin_.faint);
 }
 
 void Fader::mousePressEvent(QMouseEvent* event) {

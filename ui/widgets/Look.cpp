@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QLayout>
 #include <QVariant>
+#include <algorithm>
 #include <cmath>
 
 namespace ui {
@@ -42,6 +43,11 @@ void SizeLayout(QLayout& layout, double em) {
 
 int Em(const QWidget& widget, double ems) {
   return static_cast<int>(std::lround(QFontInfo(widget.font()).pixelSize() * ems));
+}
+
+int Line(const QWidget& widget) {
+  constexpr int kPixelsOfTypeForOne = 14;
+  return std::max(1, QFontInfo(widget.font()).pixelSize() / kPixelsOfTypeForOne);
 }
 
 void SetFontEm(QWidget& widget, double ems, Weight weight) {

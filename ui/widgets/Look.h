@@ -25,6 +25,9 @@ enum class Weight { Normal, Bold };
 /// Pixels of a number of ems of the widget's own font.
 [[nodiscard]] int Em(const QWidget& widget, double ems);
 
+/// Pixels of a thin line: one, and more where the type is large.
+[[nodiscard]] int Line(const QWidget& widget);
+
 /// Font size relative to the window's; kept when the window grows.
 void SetFontEm(QWidget& widget, double ems, Weight weight = Weight::Normal);
 /// The label keeps room for this text, so that nothing beside it moves when its own gets shorter.

@@ -3,6 +3,7 @@
 #include "ui/widgets/QuietCombo.h"
 
 #include <QPainter>
+#include <QStyledItemDelegate>
 #include <QWheelEvent>
 #include <algorithm>
 
@@ -12,6 +13,7 @@ namespace ui {
 
 QuietCombo::QuietCombo(const Skin& skin, QWidget* parent) : QComboBox(parent), skin_(skin) {
   setAttribute(Qt::WA_Hover);
+  setItemDelegate(new QStyledItemDelegate(this));  // the only one that heeds the style sheet
 }
 
 int QuietCombo::Height() const {
@@ -32,13 +34,16 @@ void QuietCombo::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.setRenderHint(QPainter::Antialiasing);
   const bool pointed = isEnabled() && underMouse();
-  painter.setPen(QPen(hasFocus() ? skin_.text : pointed ? skin_.decks[0] : skin_.line, hasFocus() ? 2 : 1));
+  painter.setPen(QPen(hasFocus() ? skin_.text
+                      : pointed  ? skin_.decks[0]
+                                 : skin_.line,
+                      hasFocus() ? 2 * Line(*this) : Line(*this)));
   painter.setBrush(isEnabled() ? skin_.raised : skin_.panel);
-  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 4, 4);
+  painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), Em(*this, 0.3), Em(*this, 0.3));
   const QColor ink = isEnabled() ? skin_.text : skin_.faint;
   const int arrow = Em(*this, 0.35);
   const QPointF tip(width() - Em(*this, 1.2), height() / 2.0 + arrow / 2.0);
-  painter.setPen(QPen(ink, 2));
+  painter.setPen(QPen(ink, std::max(2.0, arrow / 2.5)));
   painter.drawPolyline(QPolygonF{tip - QPointF(arrow, arrow), tip, tip + QPointF(arrow, -arrow)});
   const QRect room = rect().adjusted(Em(*this, 0.7), 0, -Em(*this, 2), 0);
   const bool none = currentIndex() < 0;

@@ -6,11 +6,12 @@
 #include <QPainter>
 #include <utility>
 
+#include "ui/widgets/Look.h"
+
 namespace ui {
 namespace {
 
-constexpr int kStripeHeight = 3;
-constexpr int kFrameWidth = 3;
+constexpr int kStripeLines = 3;
 
 }  // namespace
 
@@ -32,9 +33,10 @@ void Surface::SetWelcoming(bool welcoming) {
 void Surface::paintEvent(QPaintEvent* event) {
   QPainter painter(this);
   painter.fillRect(event->rect(), ground_);
-  if (stripe_.isValid()) painter.fillRect(0, 0, width(), kStripeHeight, stripe_);
+  if (stripe_.isValid()) painter.fillRect(0, 0, width(), kStripeLines * Line(*this), stripe_);
   if (!welcoming_) return;
-  painter.setPen(QPen(stripe_.isValid() ? stripe_ : palette().color(QPalette::Highlight), kFrameWidth));
+  painter.setPen(
+      QPen(stripe_.isValid() ? stripe_ : palette().color(QPalette::Highlight), kStripeLines * Line(*this)));
   painter.drawRect(rect().adjusted(1, 1, -2, -2));
 }
 

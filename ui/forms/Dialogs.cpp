@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/Dialogs.h"
+
+#include <QAbstractItemView>
+#include <QHeaderView>
+#include <QPushButton>
+#include <QToolButton>
+#include <QTreeView>
+#include <algorithm>
+
+namespace ui {
+namespace {
+
+constexpr double kIconEms = 1.4;
+
+void DressButtons(QDialog& dialog) {
+  for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
+    button->setIcon({});
+    SetKind(*button, "plain");
+  }
+  const QSize icons(Em(dialog, kIconEms), Em(dialog, kIconEms));
+  for (QToolButton* button : dialog.findChildren<QToolButton*>()) button->setIconSize(icons);
+  for (QAbstractItemView* view : dialog.findChildren<QAbstractItemView*>()) view->setIconSize(icons);
+}
+
+/// Names and sizes are enough to find a file by.
+void DressFileList(QFileDialog& dialog) {
+  auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
+  if (list == nullptr) return;
+  QHeaderView& head = *list->header();
+  for (int column = 1; column < head.count(); ++column) head.setSectionHidden(column, column != 1);
+  head.setStretchLastSection(false);
+  head.setSectionResizeMode(0, QHeaderView::Stretch);
+  head.setSectionResizeMode(1, QHeaderView::ResizeToContents);
+}
+
+}  // namespace
+
+QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode, Say title,
+                            Say accept) {
+  const auto& say = look.say;
+  auto* dialog = new QFileDialog(&owner, say(title));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setOption(QFileDialog::DontUseNativeDialog);
+  dialog->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
+  dialog->setFileMode(mode);
+  dialog->setViewMode(QFileDialog::Detail);
+  dialog->setLabelText(QFileDialog::Accept, say(accept));
+  dialog->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
+  dialog->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
+  dialog->setLabelText(QFileDialog::FileName, say(Say::DialogName));
+  dialog->setLabelText(QFileDialog::FileType, say(Say::DialogKind));
+  for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
+    if (auto* button = dialog->findChild<QToolButton*>(QLatin1String(unused))) button->hide();
+  }
+  return dialog;
+}
+
+void ShowDialog(QDialog& dialog, const QWidget& owner) {
+  const QWidget& window = *owner.window();
+  ApplyBaseSize(dialog, window.font().pointSizeF());
+  DressButtons(dialog);
+  if (auto* files = qobject_cast<QFileDialog*>(&dialog)) {
+    DressFileList(*files);
+    files->resize(Em(window, 60), Em(window, 32));
+  } else {
+    dialog.adjustSize();
+  }
+  const int left = (window.width() - dialog.width()) / 2;
+  const int top = std::max(0, window.height() - dialog.height() - Em(window, 4));
+  dialog.move(window.mapToGlobal(QPoint(left, top)));
+  dialog.show();
+}
+
+}  // namespace ui

@@ -1,0 +1,22 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QFileDialog>
+
+#include "ui/widgets/Look.h"
+
+class QDialog;
+
+namespace ui {
+
+/// A file dialog in the words and the size of its owner's window, without what a disc jockey has no use for.
+/// Not modal: the decks stay in reach.
+[[nodiscard]] QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode,
+                                          Say title, Say accept);
+
+/// Gives a dialog the window's type and buttons and shows it over the lists, where it hides no deck as long
+/// as there is room.
+void ShowDialog(QDialog& dialog, const QWidget& owner);
+
+}  // namespace ui

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/VisualPanel.h"
+
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "app/BuiltInVisualisation.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/QuietCombo.h"
+#include "ui/widgets/VisualSurface.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kNone = "None";
+
+/// Ours by their names in the language chosen; plug-ins as they call themselves.
+QString VisualiserName(const std::string& name, const Strings& say) {
+  if (name == app::BuiltInVisualisation::kSpectrum) return say(Say::VisualSpectrum);
+  if (name == app::BuiltInVisualisation::kWave) return say(Say::VisualWave);
+  return Decode(name);
+}
+
+}  // namespace
+
+VisualPanel::VisualPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  names_ = new QuietCombo(look.skin);
+  Name(*names_, QStringLiteral("Visualisers"), look.say(Say::Visualiser), look.say(Say::VisualiserTip));
+  surface_ = new VisualSurface(look.skin);
+  Name(*surface_, QStringLiteral("Visual"), look.say(Say::Visual), look.say(Say::VisualTip));
+  connect(names_, &QComboBox::activated, this, &VisualPanel::Choose);
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0, 0.4);
+  row->addWidget(surface_, 1);
+  row->addWidget(names_);
+  chosen_ = workstation.Settings().Text("Visualisation", "Name");
+  Fill();
+}
+
+void VisualPanel::Fill() {
+  names_->clear();
+  names_->addItem(look_.say(Say::VisualNone), QByteArray(kNone));
+  for (const std::string& name : workstation_.Visualisers()) {
+    names_->addItem(VisualiserName(name, look_.say), QByteArray::fromStdString(name));
+  }
+  names_->setCurrentIndex(std::max(0, names_->findData(QByteArray::fromStdString(chosen_))));
+}
+
+void VisualPanel::Choose() {
+  chosen_ = names_->currentData().toByteArray().toStdString();
+  workstation_.Settings().SetText("Visualisation", "Name", chosen_);
+  next_.reset();
+}
+
+void VisualPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
+  // They are found by the conductor, some time after the window is there.
+  if (names_->count() != static_cast<int>(workstation_.Visualisers().size()) + 1) Fill();
+  if (next_ && now < *next_) return;
+  const auto frame = std::chrono::microseconds(1'000'000 / std::max(1, workstation_.VisualisationRate()));
+  next_ = next_ && now - *next_ < frame ? *next_ + frame : now + frame;
+  if (view.sound.deck != 0) colour_of_ = view.sound.deck;
+  const bool mixes = colour_of_ == 1 || colour_of_ == 2;
+  surface_->Show(workstation_.Visualise(chosen_), mixes ? look_.skin.Deck(colour_of_) : look_.skin.text, now);
+}
+
+}  // namespace ui

@@ -1,0 +1,38 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QWidget>
+#include <optional>
+
+#include "app/Workstation.h"
+#include "ui/widgets/Look.h"
+
+namespace ui {
+
+class QuietCombo;
+class VisualSurface;
+
+/// The visualiser that was chosen, beside the list of all of them, at the rate of its own.
+class VisualPanel final : public QWidget {
+  Q_OBJECT
+
+ public:
+  VisualPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::WorkstationView& view, support::TimePoint now);
+
+ private:
+  void Fill();
+  void Choose();
+
+  app::Workstation& workstation_;
+  const Look look_;
+  QuietCombo* names_;
+  VisualSurface* surface_;
+  std::string chosen_;
+  int colour_of_ = 0;  ///< the deck that was heard last
+  std::optional<support::TimePoint> next_;
+};
+
+}  // namespace ui
