@@ -176,6 +176,7 @@ void DeckStation::ShowHeard(DeckView& view) {
   view.position = TimeOf(heard.frame, heard.sample_rate);
   view.length = TimeOf(heard.length, heard.sample_rate);
   view.length_exact = heard.length_exact;
+  view.waiting = heard.waiting;
   view.sample_rate = heard.sample_rate;
   view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB()) : kSilence;
   view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB()) : kSilence;

@@ -185,10 +185,16 @@ void Stage::ReleaseEngine() {
   open_.clear();
 }
 
+void Stage::ReturnOutput(int output) {
+  if (output >= 1 && output <= kOutputs) sound_.ReturnDevice(outputs_[Index(output)].device);
+}
+
 void Stage::Tick() {
   bool listed = false;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
     if (!event.text.empty()) notice_ = event.text;
+    can_return_.erase(event.device);
+    if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
   }
   if (listed && listed_) listed_();
@@ -203,6 +209,9 @@ void Stage::Tick() {
   view.sound = loudest_.Listen(view.decks,
                                {Deck(1).Player().STRM(), Deck(2).Player().STRM(), Deck(3).Player().STRM()});
   view.outputs = outputs_;
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    view.can_return[i] = can_return_.contains(outputs_[i].device);
+  }
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
   }

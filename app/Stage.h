@@ -36,6 +36,8 @@ class Stage {
   [[nodiscard]] std::vector<std::string> OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
   /// Update period and playback buffer, short ones, so that decks answer at once.
   void SetBuffers();
+  /// Moves an output's device back to where it was before it was lost, see WorkstationView::can_return.
+  void ReturnOutput(int output);
   /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the
   /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
   /// wins.
@@ -91,6 +93,7 @@ class Stage {
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at
   std::set<int> open_;
+  std::set<int> can_return_;  ///< devices
   bool has_mixer_ = false;
   std::function<void()> listed_;
   std::string notice_;

@@ -153,6 +153,10 @@ void Workstation::SetOutput(int output, OutputView choice) {
   });
 }
 
+void Workstation::ReturnOutput(int output) {
+  parts_->conductor.Post([&stage = parts_->stage, output] { stage.ReturnOutput(output); });
+}
+
 void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
   Parts& parts = *parts_;
   switch (wish.mode) {

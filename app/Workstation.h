@@ -190,6 +190,8 @@ class Workstation {
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
+  /// Moves output 1 to 3 from its stand-in back to its own device, when the View says that it can.
+  void ReturnOutput(int output);
   /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
   [[nodiscard]] int StringBase() const;
   /// 0 English, 1 Dutch; stored, and acts on all that is said after it.

@@ -42,6 +42,7 @@ struct DeckView {
   std::string title;
   std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
   std::chrono::microseconds position{0};  ///< heard now
+  bool waiting = false;                   ///< the place is not decoded yet
   std::chrono::microseconds length{0};
   bool length_exact = false;
   float left_db = -90;  ///< dB below full scale, -90 is silence
@@ -91,6 +92,7 @@ struct OutputView {
 struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
   std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
+  std::array<bool, 3> can_return{};    ///< it plays on a stand-in and its own device is back
   int main_volume = 0;                 ///< the master slider: 0 (loudest) to 99
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume

@@ -70,7 +70,9 @@ void clsBassPlayer::OpenMain() {
   engine_.BASS_FX_BPM_Free(main_);
   engine_.BASS_StreamFree(main_);
   RemoveEffects(engine_, main_);
-  engine_.BASS_SetDevice(device_);
+  main_ = 0;
+  length_ = {};
+  if (!engine_.BASS_SetDevice(device_)) return;  // the device that is current is another output's
   const StreamHandle decoder =
       CreateDecoder(engine_, filename_, StreamTypeOf(filename_), 0, kStreamDecode | SpeakerFlag(speaker_));
   length_ = engine_.BASS_ChannelGetLength(decoder);

@@ -164,7 +164,9 @@ void DeviceTable::Silence(const std::shared_ptr<DeviceSlot>& slot) {
 void DeviceTable::FindHomes() {
   {
     support::MutexLock opening(opening_);
-    for (const Homeless& homeless : ListHomeless(outputs_.List())) FindHome(homeless);
+    const std::vector<OutputDeviceInfo> listed = outputs_.List();
+    for (const Homeless& homeless : ListHomeless(listed)) FindHome(homeless);
+    TellReturns(listed);
   }
   support::MutexLock lock(mutex_);
   searching_ = false;
@@ -202,6 +204,11 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     homeless.slot->Plug(std::move(plug));
     const int number = homeless.slot->Number();
     homeless_.erase(number);
+    if (info.id == homeless.slot->Wanted().id) {
+      moved_.erase(number);
+    } else {
+      moved_[number] = false;
+    }
     if (RoleOf(number) == decks::DeviceRole::Headphones) {
       events_.push_back(
           {decks::DeviceEvent::Kind::Returned, number, "The head-phone output " + info.name + " is back."});
@@ -211,6 +218,47 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     }
     return;
   }
+}
+
+void DeviceTable::TellReturns(const std::vector<OutputDeviceInfo>& listed) {
+  support::MutexLock lock(mutex_);
+  for (auto& [number, can_return] : moved_) {
+    const OutputDeviceInfo& own = slots_.at(number)->Wanted();
+    const bool there = Holds(listed, own.id) && !homeless_.contains(number);
+    if (there == can_return) continue;
+    can_return = there;
+    if (there) {
+      events_.push_back({decks::DeviceEvent::Kind::CanReturn, number,
+                         "The sound output " + own.name + " is back; playing can be moved back to it."});
+    } else {
+      events_.push_back({decks::DeviceEvent::Kind::CannotReturn, number, ""});
+    }
+  }
+}
+
+void DeviceTable::Return(int number) {
+  workers_.Post([weak = weak_from_this(), number] {
+    if (const auto self = weak.lock()) self->MoveBack(number);
+  });
+}
+
+void DeviceTable::MoveBack(int number) {
+  support::MutexLock opening(opening_);
+  std::shared_ptr<DeviceSlot> slot;
+  {
+    support::MutexLock lock(mutex_);
+    if (!moved_.contains(number) || homeless_.contains(number)) return;
+    slot = slots_.at(number);
+  }
+  auto plug = OpenPlug(slot->Wanted(), slot->Request());
+  if (plug == nullptr) return;
+  slot->Close();
+  support::MutexLock lock(mutex_);
+  slot->Plug(std::move(plug));
+  moved_.erase(number);
+  homeless_.erase(number);  // the stand-in may have gone at this very moment
+  events_.push_back(
+      {decks::DeviceEvent::Kind::Returned, number, "Playing is back on " + slot->Wanted().name + "."});
 }
 
 std::vector<decks::DeviceEvent> DeviceTable::TakeEvents() {
@@ -225,6 +273,7 @@ void DeviceTable::CloseAll() {
     support::MutexLock lock(mutex_);
     closing = std::exchange(slots_, {});
     homeless_.clear();
+    moved_.clear();
   }
   for (const auto& [number, slot] : closing) {
     slot->Close();

@@ -26,8 +26,9 @@ using SilentOutputMaker = std::function<std::unique_ptr<OutputDevice>(const Outp
 ///
 /// A lost output is replaced by a silent one at the next Watch. A worker then looks for a working one: for a
 /// main device whatever the system has, except what serves as head-phones; for head-phones the same one only.
-/// Threads: any but a callback. Open and the worker wait for the sound system, the rest does not. Owned by
-/// shared_ptr, because the worker's job may outlive its owner.
+/// A main device stays with its stand-in until Return, because a move while music plays is the user's to
+/// make. Threads: any but a callback. Open and the worker wait for the sound system, the rest does not. Owned
+/// by shared_ptr, because the worker's job may outlive its owner.
 class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
  public:
   DeviceTable(OutputDevices& outputs, SilentOutputMaker make_silent, support::Executor& workers,
@@ -41,6 +42,8 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   [[nodiscard]] std::shared_ptr<DeviceSlot> Find(int number) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::vector<std::shared_ptr<DeviceSlot>> All() DJ_EXCLUDES(mutex_);
   void SetRole(int number, decks::DeviceRole role) DJ_EXCLUDES(mutex_);
+  /// A worker moves a main device from its stand-in back to its own output.
+  void Return(int number) DJ_EXCLUDES(mutex_);
   void SetStretch(decks::Stretch choice) DJ_EXCLUDES(mutex_);
   /// Head-phones make do with the stretcher that costs least.
   [[nodiscard]] StretchQuality Quality(int number) DJ_EXCLUDES(mutex_);
@@ -62,6 +65,8 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   void FindHomes() DJ_EXCLUDES(opening_, mutex_);
   [[nodiscard]] std::vector<Homeless> ListHomeless(const std::vector<OutputDeviceInfo>& listed)
       DJ_EXCLUDES(mutex_);
+  void TellReturns(const std::vector<OutputDeviceInfo>& listed) DJ_EXCLUDES(mutex_);
+  void MoveBack(int number) DJ_EXCLUDES(opening_, mutex_);
   void FindHome(const Homeless& homeless) DJ_REQUIRES(opening_) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::unique_ptr<OutputPlug> OpenPlug(const OutputDeviceInfo& info, OutputRequest request)
       DJ_REQUIRES(opening_);
@@ -77,6 +82,8 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   std::vector<OutputDeviceInfo> known_ DJ_GUARDED_BY(mutex_);               ///< number n is known_[n - 1]
   std::map<int, std::shared_ptr<DeviceSlot>> slots_ DJ_GUARDED_BY(mutex_);  // with the feeder's pass
   std::set<int> homeless_ DJ_GUARDED_BY(mutex_);
+  std::map<int, bool> moved_
+      DJ_GUARDED_BY(mutex_);  ///< with a stand-in; true once its own can be returned to
   std::map<int, decks::DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
   StretchQuality main_quality_ DJ_GUARDED_BY(mutex_) = StretchQuality::Best;
   std::vector<decks::DeviceEvent> events_ DJ_GUARDED_BY(mutex_);

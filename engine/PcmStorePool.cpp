@@ -50,11 +50,13 @@ void PcmStorePool::DecodeOn(std::weak_ptr<PcmStore> store) {
   });
 }
 
-void PcmStorePool::WarmAhead(const Store& store, std::int64_t frame) {
-  workers_.Post([weak = std::weak_ptr<PcmStore>(store), frame] {
+void PcmStorePool::WarmAhead(const Store& store, std::int64_t frame,
+                             std::shared_ptr<std::atomic<std::uint32_t>> warmed, std::uint32_t mark) {
+  workers_.Post([weak = std::weak_ptr<PcmStore>(store), frame, warmed = std::move(warmed), mark] {
     const Store held = weak.lock();
     for (int chunk = 0; held != nullptr && chunk < 3; ++chunk)
       held->Warm(frame + chunk * PcmStore::kChunkFrames);
+    if (warmed != nullptr) warmed->store(mark, std::memory_order_release);
   });
 }
 

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
@@ -35,7 +37,9 @@ class PcmStorePool final : public std::enable_shared_from_this<PcmStorePool> {
   /// the header and the first block.
   support::Result<Store> Get(const std::string& path, DecoderKind kind);
   /// Asks a worker to bring the sound at and after a frame back into memory.
-  void WarmAhead(const Store& store, std::int64_t frame);
+  /// warmed, where there is one, is then set to mark.
+  void WarmAhead(const Store& store, std::int64_t frame,
+                 std::shared_ptr<std::atomic<std::uint32_t>> warmed = nullptr, std::uint32_t mark = 0);
   /// Lets go of prepared files that nobody came for.
   void DropOld() DJ_EXCLUDES(mutex_);
 

@@ -45,6 +45,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
   std::int64_t frame = frames_.load(std::memory_order_relaxed);
   FollowSlots();
   SortCommands();
+  DropCommands();
   for (int done = 0; done < frames;) {
     RunCommands(frame);
     const int piece = PieceLength(frames - done, frame);
@@ -61,6 +62,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
     if (voice.Of() == nullptr) continue;
     voice.Publish();
     late += voice.TakeLate();
+    bad_.fetch_add(voice.TakeBad(), std::memory_order_relaxed);
   }
   callbacks_.fetch_add(1, std::memory_order_relaxed);
   late_.fetch_add(static_cast<std::uint64_t>(late), std::memory_order_relaxed);
@@ -90,6 +92,38 @@ void RenderCore::SortCommands() noexcept {
   }
 }
 
+Voice* RenderCore::VoiceOf(std::uint32_t stream) noexcept {
+  const auto found = std::find_if(voices_.begin(), voices_.end(), [stream](const Voice& voice) {
+    return voice.Of() != nullptr && voice.Of()->Id() == stream;
+  });
+  return found == voices_.end() ? nullptr : &*found;
+}
+
+bool RenderCore::Schedule(Stream& stream, Command command) noexcept {
+  if (stream.scheduled.load(std::memory_order_acquire) >= Stream::kScheduled) return false;
+  command.stream = stream.Id();
+  command.cancels = stream.cancelled.load(std::memory_order_acquire);
+  stream.scheduled.fetch_add(1, std::memory_order_acq_rel);
+  if (commands_.Push(command)) return true;
+  stream.scheduled.fetch_sub(1, std::memory_order_acq_rel);
+  return false;
+}
+
+void RenderCore::DropCommands() noexcept {
+  std::size_t kept = 0;
+  for (std::size_t i = 0; i < waiting_count_; ++i) {
+    const Voice* voice = VoiceOf(waiting_[i].stream);
+    if (voice == nullptr) continue;
+    Stream& stream = *voice->Of();
+    if (waiting_[i].cancels == stream.cancelled.load(std::memory_order_acquire)) {
+      waiting_[kept++] = waiting_[i];
+    } else {
+      stream.scheduled.fetch_sub(1, std::memory_order_acq_rel);
+    }
+  }
+  waiting_count_ = kept;
+}
+
 void RenderCore::RunCommands(std::int64_t frame) noexcept {
   std::size_t due = 0;
   while (due < waiting_count_ && waiting_[due].at <= frame) Run(waiting_[due++]);
@@ -100,19 +134,19 @@ void RenderCore::RunCommands(std::int64_t frame) noexcept {
 }
 
 void RenderCore::Run(const Command& command) noexcept {
-  for (Voice& voice : voices_) {
-    if (voice.Of() == nullptr || voice.Of()->Id() != command.stream) continue;
-    switch (command.kind) {
-      case Command::Kind::Start:
-        voice.Start();
-        break;
-      case Command::Kind::Pause:
-        voice.Pause();
-        break;
-      case Command::Kind::Ramp:
-        voice.Ramp(command.volume, command.frames);
-        break;
-    }
+  Voice* voice = VoiceOf(command.stream);
+  if (voice == nullptr) return;
+  voice->Of()->scheduled.fetch_sub(1, std::memory_order_acq_rel);
+  switch (command.kind) {
+    case Command::Kind::Start:
+      voice->Start();
+      break;
+    case Command::Kind::Pause:
+      voice->Pause();
+      break;
+    case Command::Kind::Ramp:
+      voice->Ramp(command.volume, command.frames);
+      break;
   }
 }
 

@@ -32,8 +32,9 @@ class RenderCore final : public RenderSource {
     enum class Kind { Start, Pause, Ramp } kind = Kind::Start;
     std::uint32_t stream = 0;
     std::int64_t at = 0;
-    float volume = 0;  ///< 0 to 1
-    int frames = 0;    ///< of the ramp
+    float volume = 0;           ///< 0 to 1
+    int frames = 0;             ///< of the ramp
+    std::uint32_t cancels = 0;  ///< of the stream, when it was scheduled
   };
 
   RenderCore(int sample_rate, const SpeakerMap& speakers, const support::Clock& clock);
@@ -48,24 +49,29 @@ class RenderCore final : public RenderSource {
   bool Attach(Stream& stream) noexcept;
   /// Requires: nothing renders, nor will it.
   void DetachAll() noexcept;
-  /// False when the queue is full.
-  bool Schedule(const Command& command) noexcept { return commands_.Push(command); }
+  /// False when too many commands of the stream wait already, so that the far ones of one stream never keep
+  /// out those of another. Those that wait when their stream ends are dropped with it.
+  bool Schedule(Stream& stream, Command command) noexcept;
 
   void Render(std::span<float> interleaved) noexcept override;
 
   [[nodiscard]] std::uint64_t Callbacks() const noexcept {
     return callbacks_.load(std::memory_order_relaxed);
   }
+  /// Samples that an effect gave and that were no numbers.
+  [[nodiscard]] std::uint64_t BadSamples() const noexcept { return bad_.load(std::memory_order_relaxed); }
   [[nodiscard]] std::uint64_t LateBlocks() const noexcept { return late_.load(std::memory_order_relaxed); }
   /// Largest share of its period that a callback of the last one to two seconds took.
   [[nodiscard]] float Load() const noexcept;
 
  private:
   static constexpr int kPieceFrames = 128;
-  static constexpr std::size_t kWaiting = 64;
+  static constexpr std::size_t kWaiting = kStreams * Stream::kScheduled;
 
   void FollowSlots() noexcept;
   void SortCommands() noexcept;
+  void DropCommands() noexcept;
+  [[nodiscard]] Voice* VoiceOf(std::uint32_t stream) noexcept;
   void RunCommands(std::int64_t frame) noexcept;
   void Run(const Command& command) noexcept;
   [[nodiscard]] int PieceLength(int frames, std::int64_t frame) const noexcept;
@@ -79,12 +85,13 @@ class RenderCore final : public RenderSource {
   Limiter limiter_;
   std::array<std::atomic<Stream*>, kStreams> slots_{};
   std::array<Voice, kStreams> voices_;
-  support::SpscRing<Command, 256> commands_;
+  support::SpscRing<Command, 2 * kWaiting> commands_;
   std::array<Command, kWaiting> waiting_{};  ///< ascending
   std::size_t waiting_count_ = 0;
   std::atomic<std::int64_t> frames_{0};
   std::atomic<std::uint64_t> callbacks_{0};
   std::atomic<std::uint64_t> late_{0};
+  std::atomic<std::uint64_t> bad_{0};
   std::atomic<float> load_{0};
   std::atomic<float> load_before_{0};
   std::int64_t load_frames_ = 0;

@@ -114,7 +114,10 @@ void SoundEngine::BASS_Free() {
 }
 
 bool SoundEngine::BASS_SetDevice(int device) {
-  if (devices_->Find(device) == nullptr) return false;
+  if (devices_->Find(device) == nullptr) {
+    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    return false;
+  }
   current_device_ = device;
   return true;
 }
@@ -239,6 +242,10 @@ bool SoundEngine::DecodeFurther(decks::StreamHandle handle) {
   return true;
 }
 
+void SoundEngine::ReturnDevice(int device) {
+  devices_->Return(device);
+}
+
 void SoundEngine::SetDeviceRole(int device, decks::DeviceRole role) {
   devices_->SetRole(device, role);
 }
@@ -253,6 +260,7 @@ decks::EngineHealth SoundEngine::Health() {
   for (const auto& slot : devices_->All()) {
     health.callbacks += slot->Core().Callbacks();
     health.late_blocks += slot->Core().LateBlocks();
+    health.bad_samples += slot->Core().BadSamples();
     health.load = std::max(health.load, slot->Core().Load());
   }
   return health;

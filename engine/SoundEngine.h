@@ -105,7 +105,9 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   decks::HeardStream Heard(decks::StreamHandle stream) override;
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;
+  void CancelScheduled(decks::StreamHandle stream) override;
   void SetDeviceRole(int device, decks::DeviceRole role) override;
+  void ReturnDevice(int device) override;
   void SetStretch(decks::Stretch choice) override;
   std::vector<decks::DeviceEvent> TakeDeviceEvents() override;
   decks::EngineHealth Health() override;

@@ -183,6 +183,7 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   RenderCore& core = playing->slot->Core();
   const std::int64_t heard_frame = playing->slot->HeardFrame();
   const HeardPlace place = ReadHeardPlace(stream, heard_frame, core.SampleRate());
+  constexpr std::int64_t kShortOf = 1024;  // of what a stretcher takes at once
   heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
@@ -194,6 +195,8 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   if (heard_frame != kNothingHeard) {
     heard.lag = static_cast<double>(core.Frames() - heard_frame) / core.SampleRate();
   }
+  heard.waiting = !heard.length_exact &&
+                  std::max(stream.View().frame, place.source + kShortOf) >= store.Ready() && !heard.ended;
   heard.left_peak = place.left_peak;
   heard.right_peak = place.right_peak;
   return heard;
@@ -209,7 +212,6 @@ bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
   if (playing == nullptr || !std::isfinite(command.value)) return false;
   RenderCore& core = playing->slot->Core();
   RenderCore::Command timed;
-  timed.stream = command.stream;
   timed.at = command.at.value;
   switch (command.kind) {
     case decks::ScheduledCommand::Kind::Tempo:
@@ -228,7 +230,11 @@ bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
       timed.frames = static_cast<int>(std::clamp(seconds, 0.005, 3600.0) * core.SampleRate());
       break;
   }
-  return core.Schedule(timed);
+  return core.Schedule(*playing->stream, timed);
+}
+
+void SoundEngine::CancelScheduled(decks::StreamHandle handle) {
+  if (Playing* playing = FindPlaying(handle)) playing->stream->CancelScheduled();
 }
 
 }  // namespace engine

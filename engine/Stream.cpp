@@ -38,6 +38,12 @@ bool Stream::AddTimedTempo(const TimedTempo& timed) {
   return true;
 }
 
+void Stream::CancelScheduled() {
+  cancelled.fetch_add(1, std::memory_order_release);
+  support::MutexLock lock(mutex_);
+  orders_.timed.clear();
+}
+
 void Stream::ApplyTimedTempo() {
   support::MutexLock lock(mutex_);
   if (orders_.timed.empty()) return;

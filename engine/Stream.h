@@ -54,6 +54,8 @@ class Stream {
     Ready,  ///< the idle lane may be taken
     Taken,  ///< the callback fades from one lane to the other
   };
+  /// Commands of one stream that may wait for their frames; more are refused.
+  static constexpr int kScheduled = 32;
   struct TimedTempo {
     std::int64_t at = 0;
     double speed = 1;
@@ -80,6 +82,8 @@ class Stream {
   [[nodiscard]] Tempo GetTempo() const DJ_EXCLUDES(mutex_);
   /// False when too many wait already.
   bool AddTimedTempo(const TimedTempo& timed) DJ_EXCLUDES(mutex_);
+  /// Whatever was scheduled before happens no more.
+  void CancelScheduled() DJ_EXCLUDES(mutex_);
   /// The first timed change becomes the tempo in force.
   void ApplyTimedTempo() DJ_EXCLUDES(mutex_);
   /// Timed changes are looked at one by one, the earliest first.
@@ -114,6 +118,10 @@ class Stream {
   // Feeder and callback.
   std::array<Lane, 2> lanes;
   std::atomic<HandOver> hand_over{HandOver::Free};
+
+  // Owner and callback: commands that wait, and how often they were all cancelled.
+  std::atomic<int> scheduled{0};
+  std::atomic<std::uint32_t> cancelled{0};
 
   // Callback to everybody.
   support::HistoryRing<HeardEntry, 2048> log;

@@ -67,10 +67,22 @@ void StreamFeed::FollowOrders(const Stream::OrderView& orders) {
   if (preparing_ && !StillWanted(orders)) preparing_ = false;
   if (preparing_ || stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
   if (orders.place != live_place_) {
+    if (!IsWarm(orders)) return;
     Prepare(orders.frame, orders.tempo, orders.place, false);
   } else {
     FollowTempo(orders.tempo);
   }
+}
+
+bool StreamFeed::IsWarm(const Stream::OrderView& orders) {
+  constexpr std::int64_t kBefore = 4096;  // what warms a stretcher up
+  const std::int64_t first = std::max<std::int64_t>(orders.frame - kBefore, 0);
+  if (!stream_->Store()->IsPaged(first) && !stream_->Store()->IsPaged(orders.frame)) return true;
+  if (warming_place_ != orders.place) {
+    warming_place_ = orders.place;
+    pool_.WarmAhead(stream_->Store(), first, warmed_place_, orders.place);
+  }
+  return warmed_place_->load(std::memory_order_acquire) == orders.place;
 }
 
 void StreamFeed::FollowTempo(const Tempo& tempo) {

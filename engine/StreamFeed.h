@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -35,6 +36,9 @@ class StreamFeed {
   void FollowOrders(const Stream::OrderView& orders);
   void FollowTempo(const Tempo& tempo);
   void FollowTimedTempo(const Stream::OrderView& orders, std::int64_t device_frame);
+  /// False while a place that the system may have paged out is on its way back: reading it would keep every
+  /// other stream waiting.
+  bool IsWarm(const Stream::OrderView& orders);
   void Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, bool aligned);
   void FinishPreparing();
   /// True when the lane holds as much as it should.
@@ -53,6 +57,9 @@ class StreamFeed {
   std::uint32_t prepared_place_ = 0;
   Tempo prepared_tempo_;
   std::int64_t warmed_chunk_ = -1;
+  std::uint32_t warming_place_ = 0;
+  const std::shared_ptr<std::atomic<std::uint32_t>> warmed_place_ =
+      std::make_shared<std::atomic<std::uint32_t>>(0);  // with the worker
 };
 
 }  // namespace engine

@@ -214,7 +214,7 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
   const int frames = static_cast<int>(stereo.size() / 2);
   const bool at_end = lane.Finished() && lane.Front() == nullptr;
   if (crossfade_left_ > 0) Blend(stereo);
-  if (StreamEffect* effect = stream_->Effect()) effect->Process(stereo);
+  ApplyEffect(stereo);
   Fade(stereo);  // after the effect, whose echo of a start or an end would be cut off
   stream_->tap.Write(frame, stereo);
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
@@ -251,6 +251,19 @@ void Voice::Blend(std::span<float> stereo) noexcept {
   }
   crossfade_left_ -= frames;
   if (crossfade_left_ == 0) EndCrossfade();
+}
+
+void Voice::ApplyEffect(std::span<float> stereo) noexcept {
+  StreamEffect* effect = stream_->Effect();
+  if (effect == nullptr) return;
+  effect->Process(stereo);
+  const auto bad = std::count_if(stereo.begin(), stereo.end(), [](float s) { return !std::isfinite(s); });
+  if (bad == 0) return;
+  // One such sample would stay in the limiter, and in the effect, for ever.
+  std::replace_if(
+      stereo.begin(), stereo.end(), [](float s) { return !std::isfinite(s); }, 0.0F);
+  effect->Reset();
+  bad_ += static_cast<std::uint64_t>(bad);
 }
 
 void Voice::Fade(std::span<float> stereo) noexcept {

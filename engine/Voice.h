@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <span>
+#include <utility>
 #include <vector>
 
 #include "engine/Stream.h"
@@ -74,6 +75,8 @@ class Voice {
   void ApplyGain(std::span<float> stereo) noexcept;
   /// Says to the others what it does now.
   void Publish() noexcept;
+  /// Samples silenced since the last call, because an effect made no numbers of them.
+  [[nodiscard]] std::uint64_t TakeBad() noexcept { return std::exchange(bad_, 0); }
   /// Times the ring ran dry since the last call.
   [[nodiscard]] int TakeLate() noexcept { return std::exchange(late_, 0); }
 
@@ -93,6 +96,7 @@ class Voice {
   int Take(int lane, std::span<float> stereo) noexcept;
   int RenderRun(std::span<float> stereo, std::int64_t frame) noexcept;
   void Blend(std::span<float> stereo) noexcept;
+  void ApplyEffect(std::span<float> stereo) noexcept;
   void Fade(std::span<float> stereo) noexcept;
   void EndCrossfade() noexcept;
   void StopSounding() noexcept;
@@ -113,6 +117,7 @@ class Voice {
   int fade_ = 0;                    ///< step of the curve, Frames() is open
   int crossfade_left_ = 0;
   int late_ = 0;
+  std::uint64_t bad_ = 0;
   RampedValue volume_{1};
   RampedValue pan_{0};
 };

@@ -159,6 +159,21 @@ TEST_F(OutputsTest, WhatHappensToADeviceIsTold) {
   EXPECT_EQ(station_->View().notice, "Main is gone.");
 }
 
+TEST_F(OutputsTest, ADeviceThatCameBackIsReturnedToOnRequest) {
+  StartUp();
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::CanReturn, 1, "Main is back."});
+  Settle();
+  EXPECT_TRUE(station_->View().can_return[0]);
+  EXPECT_FALSE(station_->View().can_return[2]);
+  station_->ReturnOutput(9);
+  station_->ReturnOutput(1);
+  Settle();
+  EXPECT_EQ(engine_.Returned(), std::vector{1});
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Returned, 1, "Playing is back."});
+  Settle();
+  EXPECT_FALSE(station_->View().can_return[0]);
+}
+
 TEST_F(OutputsTest, TheFourthDeckPlaysInTheHeadPhones) {
   Store("Devices", "Device3", "2");
   StartUp();

@@ -26,7 +26,8 @@ struct HeardStream {
   double ratio = 1;     ///< source seconds a second, as heard
   float left_peak = 0;  ///< of the last 20 ms heard, before volume, 1 is full scale
   float right_peak = 0;
-  double lag = 0;  ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
+  bool waiting = false;  ///< its place is not decoded yet, so it stands still
+  double lag = 0;        ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
 };
 
 /// What a file's samples are.
@@ -40,13 +41,15 @@ struct SampleFormat {
 struct EngineHealth {
   std::uint64_t callbacks = 0;
   std::uint64_t late_blocks = 0;  ///< times a playing stream's ring ran dry
+  std::uint64_t bad_samples = 0;  ///< made by an effect, no numbers, silenced
   float load = 0;                 ///< largest share of the period that a callback of the last second took
 };
 
 /// A place that a deck can play on, as the user sees it.
 struct DeviceEvent {
-  /// Listed: there is a new device, which has the next number; its text is empty.
-  enum class Kind { Lost, Replaced, Muted, Returned, Listed } kind;
+  /// Listed: there is a new device, which has the next number; its text is empty. CanReturn: what was
+  /// replaced works again, see ReturnDevice; CannotReturn: not any more, its text is empty.
+  enum class Kind { Lost, Replaced, Muted, Returned, Listed, CanReturn, CannotReturn } kind;
   int device;        ///< the number that the streams were opened on
   std::string text;  ///< one sentence for the user, or empty
 };
@@ -93,13 +96,19 @@ class SoundControl {
   [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
   /// The next frame that the device of this stream will be given.
   [[nodiscard]] virtual support::EngineFrame NextFrame(StreamHandle stream) = 0;
-  /// False when the queue of the device is full or the stream is unknown.
+  /// False when too many commands of the stream wait already, or it is unknown. What waits when the stream is
+  /// freed is dropped.
   virtual bool Schedule(const ScheduledCommand& command) = 0;
+  /// What was scheduled for the stream so far happens no more.
+  virtual void CancelScheduled(StreamHandle /*stream*/) {}
 
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
   /// Also of what plays already, without a click. Best until told otherwise; any time.
   virtual void SetStretch(Stretch /*choice*/) {}
+  /// Back to the output that the number stands for, after CanReturn; comes as Returned, or not at all when
+  /// the output cannot be opened. Any thread.
+  virtual void ReturnDevice(int /*device*/) {}
   /// What happened to devices since the last call.
   [[nodiscard]] virtual std::vector<DeviceEvent> TakeDeviceEvents() = 0;
   [[nodiscard]] virtual EngineHealth Health() = 0;

@@ -411,6 +411,16 @@ bool RecordingEngine::Schedule(const ScheduledCommand& command) {
   return Record(Line("Schedule", command.stream, command.at.value)) && At(command.stream) != nullptr;
 }
 
+void RecordingEngine::ReturnDevice(int device) {
+  MutexLock lock(mutex_);
+  returned_.push_back(device);
+}
+
+std::vector<int> RecordingEngine::Returned() const {
+  MutexLock lock(mutex_);
+  return returned_;
+}
+
 void RecordingEngine::SetDeviceRole(int device, DeviceRole role) {
   MutexLock lock(mutex_);
   roles_[device] = role;

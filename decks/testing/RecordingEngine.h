@@ -80,6 +80,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// Gains of the equaliser bands that the stream has, in dB.
   [[nodiscard]] std::vector<float> GainsOf(StreamHandle stream) const;
   [[nodiscard]] DeviceRole RoleOf(int device) const;
+  /// Devices that were asked back to their own output.
+  [[nodiscard]] std::vector<int> Returned() const;
   /// Speaker flag of the stream's decoder, wherever it was passed.
   [[nodiscard]] std::uint32_t SpeakerOf(StreamHandle stream) const;
 
@@ -129,6 +131,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
   void SetDeviceRole(int device, DeviceRole role) override;
+  void ReturnDevice(int device) override;
   std::vector<DeviceEvent> TakeDeviceEvents() override;
   EngineHealth Health() override;
 
@@ -169,6 +172,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::optional<FakeFile> any_file_ DJ_GUARDED_BY(mutex_);
   std::vector<std::string> devices_ DJ_GUARDED_BY(mutex_);
   std::set<int> broken_ DJ_GUARDED_BY(mutex_);
+  std::vector<int> returned_ DJ_GUARDED_BY(mutex_);
   std::map<int, DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
   std::set<int> open_ DJ_GUARDED_BY(mutex_);
   int current_device_ DJ_GUARDED_BY(mutex_) = 0;

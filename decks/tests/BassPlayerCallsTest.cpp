@@ -129,6 +129,13 @@ TEST_F(BassPlayerCallsTest, APrelistenFileThatTheGeneralCreatorRefusesIsOpenedBy
   EXPECT_NE(deck_.PreSTRM(), 0U);
 }
 
+TEST_F(BassPlayerCallsTest, AMainOutputThatIsNotThereOpensNoStreamOnAnother) {
+  Open("a.mp3");
+  engine_.FailCall(10);
+  EXPECT_EQ(Open("b.mp3"), Expect("BASS_FX_BPM_Free 2; BASS_StreamFree 2; effects 2; BASS_SetDevice 1"));
+  EXPECT_EQ(deck_.STRM(), 0U);
+}
+
 TEST_F(BassPlayerCallsTest, PauseAndResumeActOnBothStreams) {
   Phones(0);
   Open("a.mp3");

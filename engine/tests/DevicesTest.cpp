@@ -103,6 +103,44 @@ TEST_F(Devices, ALostMainOutputIsReplacedWhileADeadDiskHoldsEveryWorker) {
   EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced}));
 }
 
+TEST_F(Devices, AMainOutputThatCameBackIsReturnedToOnRequestOnly) {
+  const auto stream = Play(1, "tone.mp3");
+  stage.Advance(1s);
+  stage.outputs.Remove("main");
+  stage.Advance(2s);
+  stage.outputs.Add(StereoOutput("main"));
+  stage.Advance(1s);
+  EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced, Kind::CanReturn}));
+  const std::size_t given = stage.Given("main").size();
+  stage.Advance(1s);
+  EXPECT_EQ(stage.Given("main").size(), given) << "it stays where it is";
+  const double before = Seconds(stream);
+  stage.engine->ReturnDevice(1);
+  stage.Advance(1s);
+  EXPECT_EQ(Events(), std::vector{Kind::Returned});
+  EXPECT_GT(stage.Given("main").size(), given);
+  EXPECT_NEAR(Seconds(stream) - before, 1, 0.1);
+  stage.engine->ReturnDevice(1);
+  stage.Advance(100ms);
+  EXPECT_TRUE(Events().empty()) << "it is there";
+}
+
+TEST_F(Devices, AnOutputThatGoesAgainCannotBeReturnedTo) {
+  Play(1);
+  for (const bool there : {false, true, false}) {
+    if (there) {
+      stage.outputs.Add(StereoOutput("main"));
+    } else {
+      stage.outputs.Remove("main");
+    }
+    stage.Advance(2s);
+  }
+  EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced, Kind::CanReturn, Kind::CannotReturn}));
+  stage.engine->ReturnDevice(1);
+  stage.Advance(100ms);
+  EXPECT_TRUE(Events().empty());
+}
+
 TEST_F(Devices, PositionGoesOnWhileNoOutputWorks) {
   const auto stream = Play(1);
   stage.Advance(1s);

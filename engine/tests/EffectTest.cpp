@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <limits>
+
 #include "engine/RenderCore.h"
 #include "engine/StreamFeed.h"
 #include "engine/testing/SoundStage.h"
@@ -16,26 +20,52 @@ class Halving final : public StreamEffect {
   }
 };
 
-TEST(Effect, LiesBeforeTheTapAndTheVolume) {
+class Effect : public ::testing::Test {
+ protected:
+  Effect() {
+    FakeFile file = ToneFile(kRate, 0);
+    file.sample = [](std::int64_t, int) { return std::int16_t{16384}; };
+    stage.files.Add("level.mp3", file);
+    stream = std::make_shared<Stream>(1, pool->Get("level.mp3", DecoderKind::General).Value(), 1, 0);
+    stage.workers.RunAll();
+    core.Attach(*stream);
+    stream->Ask(Stream::Transport::Play);
+  }
+  std::vector<float> Render(StreamEffect& effect) {
+    stream->SetEffect(&effect);
+    StreamFeed feed(stream, stage.stretchers, *pool, kRate);
+    feed.Pump(0);
+    std::vector<float> out(2000);
+    core.Render(out);
+    return out;
+  }
   SoundStage stage;
-  FakeFile file = ToneFile(kRate, 0);
-  file.sample = [](std::int64_t, int) { return std::int16_t{16384}; };
-  stage.files.Add("level.mp3", file);
-  const auto pool = std::make_shared<PcmStorePool>(stage.files, nullptr, stage.workers, stage.time);
-  auto stream = std::make_shared<Stream>(1, pool->Get("level.mp3", DecoderKind::General).Value(), 1, 0);
-  stage.workers.RunAll();
-  StreamFeed feed(stream, stage.stretchers, *pool, kRate);
-  RenderCore core(kRate, SpeakerMap(StereoOutput("any").speakers), stage.time);
-  core.Attach(*stream);
+  std::shared_ptr<PcmStorePool> pool =
+      std::make_shared<PcmStorePool>(stage.files, nullptr, stage.workers, stage.time);
+  std::shared_ptr<Stream> stream;
+  RenderCore core{kRate, SpeakerMap(StereoOutput("any").speakers), stage.time};
+};
+
+TEST_F(Effect, LiesBeforeTheTapAndTheVolume) {
   Halving halving;
-  stream->SetEffect(&halving);
   stream->SetVolume(0.5F);
-  stream->Ask(Stream::Transport::Play);
-  feed.Pump(0);
-  std::vector<float> out(2000);
-  core.Render(out);
-  EXPECT_EQ(out.back(), 0.125F);
+  EXPECT_EQ(Render(halving).back(), 0.125F);
   EXPECT_EQ(stream->log.Newest()->left_peak, 0.25F);
+}
+
+TEST_F(Effect, ThatMakesNoNumbersIsSilencedCountedAndBegunAnew) {
+  struct Stubborn final : StreamEffect {
+    void Process(std::span<float> stereo) noexcept override {
+      if (blocks++ == 2) stereo[5] = std::numeric_limits<float>::infinity();
+    }
+    void Reset() noexcept override { ++resets; }
+    int blocks = 0, resets = 0;
+  } effect;
+  const auto out = Render(effect);
+  EXPECT_TRUE(std::all_of(out.begin(), out.end(), [](float s) { return std::abs(s) <= 1; }));
+  EXPECT_EQ(out.back(), 0.5F);
+  EXPECT_EQ(core.BadSamples(), 1U);
+  EXPECT_EQ(effect.resets, 2) << "at its start and after the fault";
 }
 
 }  // namespace

@@ -45,6 +45,49 @@ TEST_F(HeardClock, ThePlaceIsThatOfTheSampleAtTheLoudspeaker) {
   for (int i = 0; i < 50; ++i, stage.Advance(7ms)) ExpectPlaceOfSample(stream, 0);
 }
 
+/// An output whose count of played frames is whatever the test says.
+class CountingOutput final : public OutputDevice {
+ public:
+  explicit CountingOutput(PlayedMark& mark) : mark_(mark) {}
+  [[nodiscard]] const OutputDeviceInfo& Info() const noexcept override { return info_; }
+  [[nodiscard]] PlayedMark Played() const noexcept override { return mark_; }
+  [[nodiscard]] bool Lost() const noexcept override { return false; }
+
+ private:
+  PlayedMark& mark_;
+  OutputDeviceInfo info_ = StereoOutput("any");
+};
+
+TEST_F(HeardClock, NeverPassesWhatWasGivenAndNeverGoesBack) {
+  PlayedMark mark;
+  DeviceSlot slot(1, StereoOutput("any"), {}, stage.time);
+  auto owned = std::make_unique<OutputPlug>(StereoOutput("any"));
+  OutputPlug& plug = *owned;
+  plug.Insert(std::make_unique<CountingOutput>(mark));
+  slot.Plug(std::move(owned));
+  std::vector<float> block(2 * 1000);
+  plug.Render(block);
+  const int ahead = slot.Core().LookAhead();
+  mark = {400, stage.time.Now()};
+  EXPECT_EQ(slot.HeardFrame(), 400 - ahead);
+  stage.time.MoveTo(stage.time.Now() + 1s);
+  EXPECT_EQ(slot.HeardFrame(), 1000 - ahead) << "a mark that stays out is not gone past what was given";
+  mark = {300, stage.time.Now()};
+  EXPECT_EQ(slot.HeardFrame(), 1000 - ahead) << "a mark that jumps back is not followed";
+}
+
+TEST_F(HeardClock, APlaceThatIsNotDecodedYetIsWaitedForAndSaidToBe) {
+  stage.files.Add("long.mp3", RampFile(600 * kRate));
+  stage.engine->BASS_Init(1, kRate, 0);
+  stage.engine->BASS_SetDevice(1);
+  stage.StopWorkers();
+  const auto stream = stage.Load("long.mp3");
+  stage.engine->BASS_ChannelSetPosition(stream, {4LL * 500 * kRate});
+  EXPECT_TRUE(stage.engine->Heard(stream).waiting);
+  stage.workers.RunAll();
+  EXPECT_FALSE(stage.engine->Heard(stream).waiting);
+}
+
 TEST_F(HeardClock, BeforeTheFirstBlockNothingIsHeard) {
   const auto stream = Play("ramp.mp3");
   EXPECT_EQ(Frame(stream), 0);

@@ -196,13 +196,30 @@ TEST_F(Store, KeepsHalfAnHourInMemoryAndLessOfWideFiles) {
   EXPECT_EQ(PcmStore::FramesInMemory({192'000, 6}), 30 * 60 * 16000);
 }
 
-TEST_F(Store, IsWarmedAheadOfWhatPlays) {
+TEST_F(Store, IsWarmedBeforeASeekReadsIt) {
   constexpr int kRateHere = 1000;
   constexpr std::int64_t kLate = 31 * 60 * kRateHere;
   files.Add("long", RampFile(kLate + 5 * PcmStore::kChunkFrames, kRateHere));
   const auto stream = std::make_shared<Stream>(1, pool->Get("long", DecoderKind::General).Value(), 1, 0);
   workers.RunAll();
   stream->Seek(kLate);
+  FakeStretchers stretchers;
+  StreamFeed feed(stream, stretchers, *pool, kRateHere);
+  feed.Pump(0);
+  EXPECT_EQ(stream->lanes[0].Fed() + stream->lanes[1].Fed(), 0) << "the feeder does not wait for a disk";
+  workers.RunAll();
+  EXPECT_GT(memory.warmed, 0);
+  feed.Pump(0);
+  EXPECT_EQ(stream->hand_over, Stream::HandOver::Ready);
+}
+
+TEST_F(Store, IsWarmedAheadOfWhatPlays) {
+  constexpr int kRateHere = 1000;
+  constexpr std::int64_t kHeap = 30 * 60 * kRateHere;
+  files.Add("long", RampFile(kHeap + 5 * PcmStore::kChunkFrames, kRateHere));
+  const auto stream = std::make_shared<Stream>(1, pool->Get("long", DecoderKind::General).Value(), 1, 0);
+  workers.RunAll();
+  stream->Seek(kHeap);  // in the last chunk of the heap
   FakeStretchers stretchers;
   StreamFeed feed(stream, stretchers, *pool, kRateHere);
   feed.Pump(0);

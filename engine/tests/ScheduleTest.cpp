@@ -130,13 +130,38 @@ TEST_F(Schedule, ATempoChangesOnItsFrameWhateverTheRingHolds) {
   }
 }
 
-TEST_F(Schedule, AFullQueueSaysSo) {
-  const auto stream = stage.Load("level.mp3");
+TEST_F(Schedule, AStreamFullOfFarCommandsSaysSoAndKeepsNoOtherWaiting) {
+  const auto full = stage.Load("level.mp3");
+  const auto other = stage.Load("level.mp3");
   int taken = 0;
-  while (taken < 1000 && Order(stream, Kind::Ramp, 1'000'000)) ++taken;
-  EXPECT_GE(taken, 64);
-  EXPECT_LT(taken, 1000);
-  EXPECT_FALSE(Order(stream + 1000, Kind::Start, 0));
+  while (taken < 1000 && Order(full, Kind::Ramp, 1'000'000)) ++taken;
+  EXPECT_EQ(taken, Stream::kScheduled);
+  stage.Advance(100ms);
+  EXPECT_FALSE(Order(full, Kind::Ramp, 1'000'000));
+  EXPECT_TRUE(Order(other, Kind::Start, 0));
+  stage.Advance(100ms);
+  EXPECT_EQ(stage.Last("main", 0), 0.5F);
+  EXPECT_FALSE(Order(full + 1000, Kind::Start, 0));
+}
+
+TEST_F(Schedule, WhatIsCancelledDoesNotHappenAndMakesRoom) {
+  const auto stream = stage.Load("level.mp3");
+  for (int i = 0; i < Stream::kScheduled; ++i) EXPECT_TRUE(Order(stream, Kind::Start, 20'000));
+  stage.engine->CancelScheduled(stream);
+  EXPECT_FALSE(Order(stream, Kind::Pause, 20'000)) << "the callback has not let go of them yet";
+  stage.Advance(20ms);
+  EXPECT_TRUE(Order(stream, Kind::Ramp, 40'000));
+  stage.Advance(1s);
+  EXPECT_FALSE(stage.engine->Heard(stream).playing);
+}
+
+TEST_F(Schedule, CommandsOfFreedStreamsGoWithThem) {
+  for (int i = 0; i < 100; ++i) {
+    const auto stream = stage.Load("level.mp3");
+    for (int k = 0; k < Stream::kScheduled; ++k) ASSERT_TRUE(Order(stream, Kind::Start, 100'000'000)) << i;
+    stage.engine->BASS_StreamFree(stream);
+    stage.Advance(30ms);
+  }
 }
 
 }  // namespace

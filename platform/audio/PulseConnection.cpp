@@ -9,6 +9,7 @@ namespace platform::audio {
 namespace {
 
 constexpr pa_usec_t kRetryEvery = 1'000'000;
+constexpr pa_usec_t kBegEvery = 30'000'000;
 
 /// Wakes the loop's waiter once, when a time has passed.
 class TimeLimit {
@@ -53,7 +54,10 @@ PulseConnection::~PulseConnection() {
 pa_context* PulseConnection::Ready() {
   if (!loop_.Runs()) return nullptr;
   if (context_ == nullptr || !PA_CONTEXT_IS_GOOD(pa_context_get_state(context_))) {
-    Begin(Starting::AsTheDesktopIsSetUp);
+    // Starting a server takes a while, under the lock; one that does not come up is not begged each second.
+    const bool lately = begged_ != 0 && pa_rtclock_now() < begged_ + kBegEvery;
+    if (!lately) begged_ = pa_rtclock_now();
+    Begin(lately ? Starting::Never : Starting::AsTheDesktopIsSetUp);
   }
   const auto connected = [this] { return pa_context_get_state(context_) == PA_CONTEXT_READY; };
   return context_ != nullptr && WaitUntil(connected) ? context_ : nullptr;

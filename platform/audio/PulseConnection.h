@@ -61,6 +61,7 @@ class PulseConnection {
   PulseLoop loop_;
   pa_context* context_ = nullptr;
   pa_time_event* retry_ = nullptr;
+  pa_usec_t begged_ = 0;  ///< when the system was last asked to start a server; 0 is never
   bool was_ready_ = false;
   bool in_background_ = false;
   std::function<void()> changed_;

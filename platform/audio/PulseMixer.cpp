@@ -21,6 +21,8 @@ int Percent(const pa_cvolume& volume) {
 PulseMixer::PulseMixer(std::string server) : connection_(std::move(server)) {}
 
 PulseMixer::~PulseMixer() {
+  constexpr std::chrono::hours kUntilItIsOver{1};
+  static_cast<void>(setter_.Finish(kUntilItIsOver));
   if (!connection_.Loop().Runs()) return;
   PulseLock lock(connection_.Loop());
   connection_.OnChange(nullptr);
@@ -39,11 +41,18 @@ void PulseMixer::Open(Changed changed) {
 
 void PulseMixer::SetVolume(int percent) {
   if (!connection_.Loop().Runs()) return;
+  wanted_ = std::clamp(percent, 0, 100);
+  setter_.Post([this] { Apply(); });
+}
+
+void PulseMixer::Apply() {
   PulseLock lock(connection_.Loop());
+  const int wanted = wanted_.exchange(kNone);
+  if (wanted == kNone) return;
   pa_context* context = connection_.Current();
   if (context == nullptr || volume_.channels == 0) return;
   ForgetQuestion();
-  const auto level = static_cast<std::uint64_t>(std::clamp(percent, 0, 100));
+  const auto level = static_cast<std::uint64_t>(wanted);
   pa_cvolume_scale(&volume_, static_cast<pa_volume_t>(level * PA_VOLUME_NORM / 100));
   pa_operation* setting =
       pa_context_set_sink_volume_by_name(context, kDefaultSink, &volume_, nullptr, nullptr);
@@ -69,6 +78,7 @@ void PulseMixer::ForgetQuestion() {
 }
 
 void PulseMixer::Take(const pa_sink_info& sink) {
+  if (wanted_ != kNone) return;  // it is older than what was set
   volume_ = sink.volume;
   if (changed_) changed_(Percent(volume_));
 }

@@ -4,10 +4,12 @@
 
 #include <pulse/pulseaudio.h>
 
+#include <atomic>
 #include <string>
 
 #include "app/ports/SystemMixer.h"
 #include "platform/audio/PulseConnection.h"
+#include "support/Executor.h"
 
 namespace platform::audio {
 
@@ -24,15 +26,23 @@ class PulseMixer final : public app::SystemMixer {
   void SetVolume(int percent) override;
 
  private:
+  static constexpr int kNone = -1;
+
   void Ask();
   /// What was asked before a volume was set would be told after it.
   void ForgetQuestion();
   void Take(const pa_sink_info& sink);
 
+  void Apply();
+
   PulseConnection connection_;
   Changed changed_;
   pa_operation* question_ = nullptr;
   pa_cvolume volume_{};  ///< as told last; no channels before that
+  std::atomic<int> wanted_{kNone};
+  // The loop's lock may be held for seconds while a server is started; whoever moves the slider does not
+  // wait.
+  support::ThreadPool setter_{1};  // last: it uses all of the above
 };
 
 }  // namespace platform::audio
