@@ -23,6 +23,12 @@ std::array<std::size_t, BuiltInVisualisation::kBars + 1> FirstBins() {
   return bins;
 }
 
+/// 3 dB an octave from 1 kHz up, by which music has less.
+float TiltAt(std::size_t bin) {
+  constexpr float kLevelTo = 6;
+  return std::sqrt(std::max(1.0F, static_cast<float>(bin) / kLevelTo));
+}
+
 float HeightOf(float magnitude) {
   return std::clamp(1 - 20 * std::log10(std::max(magnitude, 1e-6F)) / kFloor, 0.0F, 1.0F);
 }
@@ -32,7 +38,8 @@ Picture Bars(const music::Spectrum& spectrum) {
   Picture picture{Picture::Kind::Bars, {}};
   for (std::size_t bar = 0; bar + 1 < first_bins.size(); ++bar) {
     const auto bins = std::span(spectrum).subspan(first_bins[bar], first_bins[bar + 1] - first_bins[bar]);
-    picture.values.push_back(HeightOf(*std::max_element(bins.begin(), bins.end())));
+    const float highest = *std::max_element(bins.begin(), bins.end());
+    picture.values.push_back(HeightOf(highest * TiltAt(first_bins[bar])));
   }
   return picture;
 }

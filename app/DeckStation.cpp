@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "app/FileFailure.h"
+
 namespace app {
 namespace {
 
@@ -200,7 +202,7 @@ void DeckStation::Prepare(Wish wish, const std::string& filename) {
 
 void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   if (!result && (wish == kMoveMain || wish == kMovePrelisten)) {
-    message_ = result.Failure().text;  // what sounds goes on where it is
+    message_ = FileFailure(result.Failure(), track_.filename, tools_.say);  // what sounds goes on where it is
     return;
   }
   switch (wish) {
@@ -221,13 +223,13 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
 void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   const support::BytePosition start =
       std::exchange(reopen_at_, std::nullopt).value_or(support::BytePosition{0});
-  if (!result) return Reject(track, result.Failure().text);
+  if (!result) return Reject(track, result.Failure());
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
   player_.OpenFile();
   track_ = std::move(track);
   state_ = State::Stopped;
-  if (player_.STRM() == 0) return Reject(track_, sound_.LastError().text);
+  if (player_.STRM() == 0) return Reject(track_, sound_.LastError());
   tools_.equaliser.SetUp(player_.STRM());
   tempo_.Heard(sound_.Heard(player_.STRM()));
   gains_ = {};
@@ -238,14 +240,15 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (std::exchange(play_when_ready_, false)) Play();
 }
 
-void DeckStation::Reject(const Track& track, const std::string& sentence) {
+void DeckStation::Reject(const Track& track, const support::Error& error) {
   play_when_ready_ = false;
+  std::string sentence = FileFailure(error, track.filename, tools_.say);
   if (state_ != State::Playing) {
     const std::string filename = track.filename;
     Clear();
     track_.filename = filename;
   }
-  message_ = sentence;
+  message_ = std::move(sentence);
 }
 
 void DeckStation::Clear() {
@@ -265,7 +268,7 @@ void DeckStation::MoveMain() {
   player_.OpenMain();
   if (player_.STRM() == 0) {
     state_ = State::Stopped;
-    return Reject(track_, sound_.LastError().text);
+    return Reject(track_, sound_.LastError());
   }
   tools_.equaliser.SetUp(player_.STRM());
   tools_.equaliser.SetGains(player_.STRM(), gains);

@@ -17,6 +17,7 @@
 #include "decks/clsBassPlayer.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -33,6 +34,7 @@ struct Track {
 struct DeckTools {
   AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
+  const support::Sentences& say;
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
@@ -90,7 +92,7 @@ class DeckStation {
   void ShowAnalysis(DeckView& view);
   void ShowFound(const music::MixPoints& points, DeckView& view);
   void ShowMixPoint(MixPoint which, DeckView& view);
-  void Reject(const Track& track, const std::string& sentence);
+  void Reject(const Track& track, const support::Error& error);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
   /// lags behind a seek, so a new stream is the clean start.

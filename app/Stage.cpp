@@ -35,7 +35,7 @@ Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared
       loudest_(ports.engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_}, box_);
+        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_}, box_);
   }
 }
 

@@ -29,6 +29,12 @@ enum class Sentence : int {
   PresetNotSaved,
   PresetNotDeleted,
   PresetNeedsName,
+  FileNotFound,
+  FileUnreadable,
+  FileEmpty,
+  FileMalformed,
+  FileUnsupported,
+  FileUnavailable,
 
   KaraokeSongInMusic = 201,
   IndexMissing,
@@ -47,6 +53,7 @@ class Sentences {
 
   /// What is added to every number: 0 is English, 1000 Dutch.
   void Choose(int base) { base_ = base; }
+  [[nodiscard]] int Base() const { return base_; }
   /// The sentence with its places %1, %2 ... filled in.
   [[nodiscard]] std::string operator()(Sentence sentence,
                                        std::initializer_list<std::string_view> parts = {}) const;

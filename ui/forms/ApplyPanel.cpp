@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/ApplyPanel.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QGridLayout>
@@ -110,12 +111,21 @@ app::ApplyMode ApplyPanel::Mode() const {
 
 std::string ApplyPanel::Folder() const {
   const QString text = folder_->text();
-  return text == Decode(shown_folder_) ? shown_folder_ : QFile::encodeName(text).toStdString();
+  return text == SystemText(shown_folder_) ? shown_folder_ : QFile::encodeName(text).toStdString();
+}
+
+// The default comes with the backslash that data file names have everywhere.
+QString ApplyPanel::SystemText(const std::string& folder) const {
+  const std::string program = workstation_.SkinFolder().parent_path().string();
+  const QString text = Decode(folder);
+  if (program.empty() || !folder.starts_with(program + '\\')) return text;
+  const qsizetype length = Decode(program).size();
+  return text.first(length) + text.sliced(length).replace(QLatin1Char('\\'), QDir::separator());
 }
 
 void ApplyPanel::ShowFolder(const std::string& folder) {
   shown_folder_ = folder;
-  folder_->setText(Decode(folder));
+  folder_->setText(SystemText(folder));
 }
 
 void ApplyPanel::Apply() {

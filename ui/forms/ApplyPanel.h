@@ -42,6 +42,8 @@ class ApplyPanel final : public QWidget {
   [[nodiscard]] QHBoxLayout* MakeButtons();
   [[nodiscard]] app::ApplyMode Mode() const;
   [[nodiscard]] std::string Folder() const;
+  /// As this system writes paths.
+  [[nodiscard]] QString SystemText(const std::string& folder) const;
   void ShowFolder(const std::string& folder);
   void Apply();
   void AskForFolder();

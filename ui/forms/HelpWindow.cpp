@@ -20,7 +20,8 @@ QString FileName(const std::filesystem::path& path) {
 }  // namespace
 
 void HelpWindow::Open(const std::filesystem::path& file, const std::string& topic) {
-  const QString page = FileName(file.parent_path() / topic);
+  QString page = FileName(file.parent_path() / (*say_)(Say::HelpFolder).toStdString() / topic);
+  if (!QFileInfo::exists(page)) page = FileName(file.parent_path() / topic);
   if (viewer_.isNull()) viewer_ = MakeViewer();
   viewer_->setWindowTitle((*say_)(Say::HelpCaption));
   if (QFileInfo::exists(page)) {

@@ -440,7 +440,8 @@ void frmMain::AddChosenTo(int playlist) {
   if (rows.rows.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (rows.table == to) return;
   PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
-  status_->Tell((*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
+  status_->Tell(rows.rows.size() == 1 ? (*say_)(Say::PutOneIntoPlaylist).arg(playlist)
+                                      : (*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
 }
 
 void frmMain::DeleteTracks() {

@@ -144,7 +144,8 @@ constexpr Strings::Row kRows[] = {
     {Say::BothDecksPlay, "Both decks are playing. Pause or stop one before you load another track.",
      "Beide decks spelen. Pauzeer of stop er een voordat u een ander nummer laadt."},
     {Say::NoRowChosen, "No track is chosen.", "Er is geen nummer gekozen."},
-    {Say::PutIntoPlaylist, "Tracks put into playlist %2: %1.", "Nummers in afspeellijst %2 gezet: %1."},
+    {Say::PutIntoPlaylist, "%1 tracks put into playlist %2.", "%1 nummers in afspeellijst %2 gezet."},
+    {Say::PutOneIntoPlaylist, "1 track put into playlist %1.", "1 nummer in afspeellijst %1 gezet."},
 
     {Say::AskDelete, "Delete %1 tracks?\n\nTheir files are deleted from the disk. This cannot be undone.",
      "%1 nummers verwijderen?\n\nHun bestanden worden van de schijf verwijderd. Dit kan niet ongedaan worden "
@@ -220,6 +221,7 @@ constexpr Strings::Row kRows[] = {
     {Say::HelpCaption, "dj TOLVEN manual", "dj TOLVEN handleiding"},
     {Say::HelpTip, "The manual (Escape closes it)", "De handleiding (Escape sluit haar)"},
     {Say::HelpMissing, "The manual is not there: %1", "De handleiding is er niet: %1"},
+    {Say::HelpFolder, ".", "nl"},
 
     {Say::Settings, "Settings", "Instellingen"},
     {Say::SettingsTip, "Outputs, folders, language and colours", "Uitgangen, mappen, taal en kleuren"},

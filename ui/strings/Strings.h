@@ -117,6 +117,7 @@ enum class Say : int {
   BothDecksPlay,
   NoRowChosen,
   PutIntoPlaylist,
+  PutOneIntoPlaylist,
   // Deleting
   AskDelete = 2170,
   AskDeleteOne,
@@ -161,6 +162,7 @@ enum class Say : int {
   HelpCaption = 2220,
   HelpTip,
   HelpMissing,
+  HelpFolder,
   // Settings
   Settings = 2240,
   SettingsTip,

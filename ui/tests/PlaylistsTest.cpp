@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QItemSelectionModel>
 #include <QLabel>
-#include <QMessageBox>
 #include <QTableView>
 
+#include "ui/forms/MessageBox.h"
 #include "ui/tests/Booth.h"
 
 namespace ui::testing {
@@ -95,7 +95,7 @@ TEST_F(PlaylistsTest, DeleteAndTheButtonTakeRowsOffTheListOnly) {
   Click("Playlist1Remove");
   EXPECT_EQ(List(1), "");
   EXPECT_EQ(station->Catalogue().Rows(), 4);
-  EXPECT_TRUE(window->findChildren<QMessageBox*>().isEmpty());
+  EXPECT_TRUE(window->findChildren<MessageBox*>().isEmpty());
 }
 
 TEST_F(PlaylistsTest, RowsOfAListLoadDecksByEnterDragAndKey) {
@@ -122,7 +122,7 @@ TEST_F(PlaylistsTest, FilesDroppedOnAListAreAddedToBoth) {
 TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
   Select("Catalogue", {1, 2});
   PressIn("Catalogue", Qt::Key_Delete);
-  ASSERT_NE(window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox")), nullptr);
+  ASSERT_NE(window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox")), nullptr);
   Click("DeleteTracksBoxNo");
   workers.RunAll();
   Settle();
@@ -132,7 +132,7 @@ TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
 TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
   Select("Catalogue", {1});
   Click("DeleteTracks");
-  auto* box = window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox"));
+  auto* box = window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox"));
   QTest::keyClick(box, Qt::Key_Return);
   workers.RunAll();
   Settle();
@@ -143,7 +143,7 @@ TEST_F(PlaylistsTest, TheDecksStayInReachWhileTheQuestionIsOpen) {
   LoadAndPlay(1, 1);
   Select("Catalogue", {2});
   Click("DeleteTracks");
-  EXPECT_FALSE(window->findChild<QMessageBox*>(QStringLiteral("DeleteTracksBox"))->isModal());
+  EXPECT_FALSE(window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox"))->isModal());
   Click("deck1Stop");
   EXPECT_EQ(Deck(1).state, State::Stopped);
 }

@@ -2,13 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What holds for every adapter of the window's ports: the window's own and the one that tests use.
 #include <QFile>
-#include <QMessageBox>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <QWidget>
 
 #include "app/testing/FakeWindow.h"
 #include "ui/forms/HelpWindow.h"
+#include "ui/forms/MessageBox.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/tests/Booth.h"
 
@@ -48,8 +48,8 @@ class RealRig final : public WindowRig {
   app::Help& Help() override { return help_; }
   Sentences Seen() override {
     Sentences seen;
-    for (const auto* box : owner_.findChildren<QMessageBox*>()) {
-      if (box->isVisible()) seen.push_back(box->text().toStdString());
+    for (const auto* box : owner_.findChildren<MessageBox*>()) {
+      if (box->isVisible()) seen.push_back(box->Text().toStdString());
     }
     return seen;
   }

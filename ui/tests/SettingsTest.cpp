@@ -3,13 +3,13 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
-#include <QMessageBox>
 #include <QRadioButton>
 #include <QSlider>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <fstream>
 
+#include "ui/forms/MessageBox.h"
 #include "ui/tests/Booth.h"
 
 namespace ui::testing {
@@ -158,10 +158,10 @@ TEST_F(BrokenDeviceTest, ADeviceThatCannotBeOpenedIsToldInABoxThatBlocksNothing)
   Open();
   workers.RunAll();
   Settle();
-  auto* box = window->findChild<QMessageBox*>(QStringLiteral("MessageBox"));
+  auto* box = window->findChild<MessageBox*>(QStringLiteral("MessageBox"));
   ASSERT_NE(box, nullptr);
   EXPECT_FALSE(box->isModal());
-  EXPECT_TRUE(box->text().contains(QStringLiteral("USB card")));
+  EXPECT_TRUE(box->Text().contains(QStringLiteral("USB card")));
   window.reset();
 }
 

@@ -5,14 +5,21 @@
 #include <QFontInfo>
 #include <QPainter>
 
+#include "ui/widgets/Look.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
 namespace {
 
-constexpr int kBarWidth = 4;
+constexpr int kBarLines = 4;
 
 }  // namespace
+
+QRect TextRoom(const QRect& cell, int alignment, const QFont& font) {
+  const bool number = (alignment & Qt::AlignRight) != 0;
+  const int pad = QFontInfo(font).pixelSize() * (number ? 3 : 6) / 10;
+  return cell.adjusted(pad, 0, number ? -pad : 0, 0);
+}
 
 TrackDelegate::TrackDelegate(const Skin& skin, TrackGrid& grid)
     : QStyledItemDelegate(&grid), skin_(skin), grid_(grid) {}
@@ -26,15 +33,14 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   const QString text = index.data(Qt::DisplayRole).toString();
   const int alignment = index.data(Qt::TextAlignmentRole).toInt();
   if (chosen && index.column() == 0 && grid_.IsActive()) {
-    painter->fillRect(option.rect.adjusted(0, 0, kBarWidth - option.rect.width(), 0), skin_.text);
+    painter->fillRect(option.rect.adjusted(0, 0, kBarLines * Line(grid_) - option.rect.width(), 0),
+                      skin_.text);
   }
   if (alignment == Qt::AlignCenter) {
     if (!text.isEmpty()) PaintChip(*painter, option, text, colour.value<QColor>());
     return;
   }
-  const bool number = (alignment & Qt::AlignRight) != 0;
-  const int pad = QFontInfo(option.font).pixelSize() * (number ? 3 : 5) / 10;
-  const QRect room = option.rect.adjusted(pad, 0, -pad, 0);
+  const QRect room = TextRoom(option.rect, alignment, option.font);
   painter->setFont(option.font);
   painter->setPen(colour.isValid() ? colour.value<QColor>() : skin_.text);
   painter->drawText(room, alignment | Qt::TextSingleLine,

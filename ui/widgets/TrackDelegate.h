@@ -10,6 +10,9 @@ namespace ui {
 
 class TrackGrid;
 
+/// Room of a cell or a column's head that text takes; both leave the same edges.
+[[nodiscard]] QRect TextRoom(const QRect& cell, int alignment, const QFont& font);
+
 /// Paints the cells of a track grid: plainly and quickly, the deck that holds a track as a chip of its
 /// colour, the chosen rows with a bar in front where the keys take them.
 class TrackDelegate final : public QStyledItemDelegate {

@@ -19,9 +19,35 @@
 #include "ui/widgets/TrackDelegate.h"
 
 namespace ui {
+namespace {
+
+/// Heads that stand exactly over their cells.
+class GridHead final : public QHeaderView {
+ public:
+  explicit GridHead(const Skin& skin) : QHeaderView(Qt::Horizontal), skin_(skin) {}
+
+ protected:
+  void paintSection(QPainter* painter, const QRect& place, int section) const override {
+    painter->fillRect(place, skin_.panel);
+    painter->fillRect(place.adjusted(0, place.height() - Line(*this), 0, 0), skin_.line);
+    const int alignment = model()->headerData(section, Qt::Horizontal, Qt::TextAlignmentRole).toInt();
+    const bool centred = (alignment & Qt::AlignHCenter) != 0;
+    const QRect room = centred ? place : TextRoom(place, alignment, font());
+    painter->setPen(skin_.dim);
+    painter->setFont(font());
+    painter->drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
+                      model()->headerData(section, Qt::Horizontal).toString());
+  }
+
+ private:
+  const Skin& skin_;
+};
+
+}  // namespace
 
 TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
     : QTableView(parent), rows_(model), skin_(skin) {
+  setHorizontalHeader(new GridHead(skin));
   setModel(&model);
   setItemDelegate(new TrackDelegate(skin, *this));
   setSelectionBehavior(SelectRows);
@@ -34,7 +60,6 @@ TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
   setDragEnabled(model.Id().has_value());
   setVerticalScrollMode(ScrollPerItem);
   setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
   verticalHeader()->hide();
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   horizontalHeader()->setMinimumSectionSize(1);
@@ -43,9 +68,6 @@ TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableView::doubleClicked, this,
           [this](const QModelIndex& index) { Q_EMIT Chosen(TrackModel::TableRow(index)); });
-  // Without anything to roll through there is no handle to see.
-  connect(verticalScrollBar(), &QScrollBar::rangeChanged, this,
-          [this](int low, int high) { verticalScrollBar()->setEnabled(high > low); });
   SizeRows();
 }
 
@@ -208,7 +230,7 @@ void TrackGrid::PaintGap(QPainter& painter) const {
   int line = 0;
   if (last > 0)
     line = gap_ <= last ? rowViewportPosition(gap_ - 1) : rowViewportPosition(last - 1) + rowHeight(0);
-  painter.fillRect(0, std::max(0, line - 1), viewport()->width(), 3, skin_.text);
+  painter.fillRect(0, std::max(0, line - 1), viewport()->width(), 3 * Line(*this), skin_.text);
 }
 
 void TrackGrid::dragEnterEvent(QDragEnterEvent* event) {
