@@ -260,6 +260,7 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   overview_->ShowMixPoints(view);
   tools_->Show(view);
   running_->Show(view.position, view.length, view.wave);
+  running_->ShowBeats(view.grid);
   view_ = view;
 }
 

@@ -34,7 +34,7 @@ EqualiserPage::EqualiserPage(app::Workstation& workstation, MessageBoxes& boxes,
   SetSpacingEm(*sides, 0.8, 2.5);
   sides->addLayout(MakeBands(), 5);
   sides->addLayout(MakePresets(), 2);
-  sides->addWidget(mixing, 1);
+  sides->addWidget(mixing, 2);
   ShowChoice();
 }
 

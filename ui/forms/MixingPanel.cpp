@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/MixingPanel.h"
 
+#include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
@@ -40,23 +41,56 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   // Not at every step of the hand: each looks through the files on the decks again.
   connect(threshold_, &QSlider::sliderReleased, this, &MixingPanel::Send);
 
+  QuietCombo* ranges[] = {MakeRange(1, look), MakeRange(2, look)};
+  stretch_ = new QuietCombo(look.skin);
+  stretch_->addItems({say(Say::StretchBest), say(Say::StretchCheap)});
+  stretch_->setCurrentIndex(workstation.Settings().Flag("Settings", "LowPowerStretch") ? 1 : 0);
+  Name(*stretch_, QStringLiteral("Stretch"), say(Say::Stretch), say(Say::StretchTip));
+  connect(stretch_, &QComboBox::activated, this, [this](int index) {
+    workstation_.SetStretch(index == 1 ? decks::Stretch::LowPower : decks::Stretch::Best);
+  });
+
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.5);
-  const auto caption = [&](Say text) {
-    auto* label = new QLabel(say(text));
+  const auto caption = [&](const QString& text) {
+    auto* label = new QLabel(text);
     SetTextColour(*label, look.skin.dim);
     return label;
   };
   auto* line = new QHBoxLayout;
   SetSpacingEm(*line, 0, 0.5);
-  line->addWidget(caption(Say::MixThreshold), 1);
+  line->addWidget(caption(say(Say::MixThreshold)), 1);
   line->addWidget(threshold_value_);
   rows->addWidget(head);
-  rows->addWidget(caption(Say::Curve));
+  rows->addWidget(caption(say(Say::Curve)));
   rows->addWidget(curve_);
   rows->addLayout(line);
   rows->addWidget(threshold_);
+  auto* sides = new QGridLayout;
+  SetSpacingEm(*sides, 0, 0.4);
+  for (const int deck : {1, 2}) {
+    sides->addWidget(caption(say(Say::TempoRange).arg(deck)), deck, 0);
+    sides->addWidget(ranges[deck - 1], deck, 1);
+  }
+  sides->addWidget(caption(say(Say::Stretch)), 3, 0);
+  sides->addWidget(stretch_, 3, 1);
+  sides->setColumnStretch(0, 1);
+  rows->addLayout(sides);
   rows->addStretch(1);
+}
+
+QuietCombo* MixingPanel::MakeRange(int deck, const Look& look) {
+  auto* range = new QuietCombo(look.skin);
+  for (const int percent : app::kTempoRanges) {
+    range->addItem(QStringLiteral("± %1 %").arg(percent), percent);
+  }
+  const int chosen = workstation_.View().decks[static_cast<std::size_t>(deck - 1)].tempo_range;
+  range->setCurrentIndex(range->findData(chosen));
+  Name(*range, DeckName(deck, "TempoRange"), look.say(Say::TempoRange).arg(deck),
+       look.say(Say::TempoRangeTip));
+  connect(range, &QComboBox::activated, this,
+          [this, deck, range] { workstation_.SetTempoRange(deck, range->currentData().toInt()); });
+  return range;
 }
 
 void MixingPanel::Send() {

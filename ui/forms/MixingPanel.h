@@ -28,9 +28,11 @@ class MixingPanel final : public QWidget {
 
  private:
   void Send();
+  QuietCombo* MakeRange(int deck, const Look& look);
 
   app::Workstation& workstation_;
   QuietCombo* curve_;
+  QuietCombo* stretch_;
   Fader* threshold_;
   QLabel* threshold_value_;
   int sent_;

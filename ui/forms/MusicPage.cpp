@@ -12,10 +12,12 @@
 #include <QVBoxLayout>
 
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/ListenBar.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/ListenButton.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
@@ -32,7 +34,7 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* parent)
+MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
@@ -51,7 +53,8 @@ MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* p
   empty_->setAlignment(Qt::AlignCenter);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
-  rows->addLayout(MakeHead());
+  rows->addLayout(MakeHead(listen));
+  rows->addWidget(&listen);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
   progress_ = new ElidedLabel;
@@ -64,15 +67,16 @@ MusicPage::MusicPage(catalogue::track_table& table, const Look& look, QWidget* p
   ShowCount();
 }
 
-QHBoxLayout* MusicPage::MakeHead() {
+QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
   const auto& say = look_.say;
   auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.8);
+  SetSpacingEm(*row, 0, 0.4);
   count_ = new QLabel;
   SetFontEm(*count_, 1.1, Weight::Bold);
   Name(*count_, QStringLiteral("TrackCount"), {});
   row->addWidget(count_);
   row->addStretch(1);
+  row->addWidget(&listen.Button());
   for (const int deck : {1, 2}) {
     QPushButton* load = PlainButton(say(Say::LoadOn).arg(deck));
     Name(*load, QStringLiteral("LoadOnDeck%1").arg(deck), say(Say::LoadOnTip).arg(deck),

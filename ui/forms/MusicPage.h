@@ -19,6 +19,7 @@ class QPushButton;
 namespace ui {
 
 class ElidedLabel;
+class ListenBar;
 class ReportList;
 class TrackGrid;
 class TrackModel;
@@ -28,7 +29,7 @@ class MusicPage final : public Surface {
   Q_OBJECT
 
  public:
-  MusicPage(catalogue::track_table& table, const Look& look, QWidget* parent = nullptr);
+  MusicPage(catalogue::track_table& table, ListenBar& listen, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -62,7 +63,7 @@ class MusicPage final : public Surface {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  QHBoxLayout* MakeHead();
+  QHBoxLayout* MakeHead(ListenBar& listen);
   void ShowCount();
   void AskForFiles();
   QFileDialog* MakeDialog();

@@ -18,6 +18,7 @@
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
+#include "ui/forms/ListenBar.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/MixingPanel.h"
 #include "ui/forms/MusicPage.h"
@@ -41,6 +42,7 @@ constexpr QSize kSmallest(1200, 640);
 constexpr double kSteps = 10;  ///< of the growth from one size to its double
 constexpr int kCrossfaderStep = 5;
 constexpr int kPages = 8;
+constexpr auto kListenStep = std::chrono::seconds(10);
 
 /// Files of rows that are to be deleted: while somebody thinks it over, the rows may get other numbers.
 std::vector<std::string> FilesOf(const catalogue::track_table& table, const std::vector<int>& rows,
@@ -116,6 +118,7 @@ void frmMain::Change(SettingsPage::Choices choices) {
 
 void frmMain::Build() {
   const int chosen = music_ == nullptr ? 0 : music_->ChosenRow();
+  if (listen_ != nullptr) listen_->End();
   delete takeCentralWidget();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
@@ -198,7 +201,11 @@ QWidget* frmMain::MakePages(const Look& look) {
 }
 
 QWidget* frmMain::MakeMusic(const Look& look) {
-  music_ = new MusicPage(workstation_.Catalogue(), look);
+  listen_ = new ListenBar(workstation_, mixer_state_, look);
+  connect(listen_, &ListenBar::Pressed, this, &frmMain::ListenToChosen);
+  connect(listen_, &ListenBar::Unheard, this, [this](const QString& why) { status_->Tell(why); });
+  connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
+  music_ = new MusicPage(workstation_.Catalogue(), *listen_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
@@ -292,6 +299,11 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
+  Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
+      [this] { listen_->SeekBy(-kListenStep); });
+  Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right), Reach::Window,
+      [this] { listen_->SeekBy(kListenStep); });
   Key(KeyOfHelp(), Reach::Everywhere, [this] { workstation_.Apply({app::ApplyMode::Help, {}, {}}); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
@@ -356,6 +368,8 @@ void frmMain::ShowFrame() {
   mixer_->Show(view_, now);
   status_->Show(view_, workstation_.DeviceNames(), now);
   music_->Show(view_);
+  if (listen_->Listening() && ChosenFile() != listen_->File()) listen_->End();
+  listen_->Show(view_);
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   karaoke_->Show();
   music_->ShowAdding(workstation_.Adding());
@@ -397,6 +411,18 @@ void frmMain::Activate(TableId table) {
 
 TrackRows frmMain::ChosenRows() const {
   return active_ == TableId::Catalogue ? music_->ChosenRows() : PanelOf(active_).ChosenRows();
+}
+
+std::string frmMain::ChosenFile() const {
+  const TrackRows chosen = ChosenRows();
+  const int row = chosen.rows.empty() ? 0 : chosen.rows.front();
+  return std::string(TableOf(workstation_, chosen.table).Cell(row, catalogue::track::kFilename));
+}
+
+void frmMain::ListenToChosen() {
+  const TrackRows chosen = ChosenRows();
+  if (!listen_->Listening() && chosen.rows.empty()) status_->Tell((*say_)(Say::NoRowChosen));
+  listen_->Toggle(TableOf(workstation_, chosen.table), chosen.rows.empty() ? 0 : chosen.rows.front());
 }
 
 void frmMain::PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving) {

@@ -27,6 +27,7 @@ namespace ui {
 class DeckPanel;
 class EqualiserPage;
 class KaraokePage;
+class ListenBar;
 class MixerPanel;
 class MusicPage;
 class PageButton;
@@ -62,6 +63,9 @@ class frmMain final : public QMainWindow {
   QWidget* MakeMusic(const Look& look);
   QWidget* MakeEffects(const Look& look);
   void KeepListenLevel(int level);
+  void ListenToChosen();
+  /// Of the first row that is chosen in the list that had the keys last.
+  [[nodiscard]] std::string ChosenFile() const;
   PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
@@ -114,6 +118,7 @@ class frmMain final : public QMainWindow {
   MixerPanel* mixer_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   std::vector<PageButton*> page_buttons_;
+  ListenBar* listen_ = nullptr;
   MusicPage* music_ = nullptr;
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;

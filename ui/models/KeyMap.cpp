@@ -14,6 +14,10 @@ QKeySequence KeyOfPlaylist(int playlist) {
   return QKeySequence(Qt::Key_F9 + playlist - 1);
 }
 
+QKeySequence KeyOfListening() {
+  return QKeySequence(Qt::CTRL | Qt::Key_Space);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

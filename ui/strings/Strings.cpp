@@ -121,7 +121,7 @@ constexpr Strings::Row kRows[] = {
     {Say::EmptyCatalogue, "The catalogue is empty.\nDrop music files here, or choose “Add files…”.",
      "De catalogus is leeg.\nSleep muziekbestanden hierheen of kies “Toevoegen…”."},
     {Say::OnDeck, "On deck %1", "Op deck %1"},
-    {Say::LoadOn, "To deck %1", "Naar deck %1"},
+    {Say::LoadOn, "To deck %1", "Op deck %1"},
     {Say::LoadOnTip, "Load the chosen track on deck %1", "Het gekozen nummer op deck %1 laden"},
     {Say::DeleteTracks, "Delete…", "Verwijderen…"},
     {Say::DeleteTracksName, "Delete tracks and their files", "Nummers en hun bestanden verwijderen"},
@@ -295,6 +295,7 @@ constexpr Strings::Row kRows[] = {
     {Say::Visual, "Picture of the music", "Beeld van de muziek"},
     {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
      "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
+
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,
      "What the equaliser does to each deck; drag a band up or down, double-click: 0 dB; Left and Right "
@@ -404,6 +405,16 @@ constexpr Strings::Row kRows[] = {
      "Hoe geluid wordt gerekt: de zuinige spaart oude computers"},
     {Say::StretchBest, "Best", "Beste"},
     {Say::StretchCheap, "Low power", "Zuinig"},
+
+    {Say::Listen, "Listen", "Luister"},
+    {Say::ListenRow, "Listen to the chosen track", "Het gekozen nummer beluisteren"},
+    {Say::ListenRowTip,
+     "The chosen track in the headphones, until another one is chosen; drag sideways or use the arrow keys "
+     "for the level; Ctrl+Shift+Left and Ctrl+Shift+Right move by ten seconds",
+     "Het gekozen nummer in de hoofdtelefoon, tot een ander wordt gekozen; sleep opzij of gebruik de "
+     "pijltoetsen voor het niveau; Ctrl+Shift+Links en Ctrl+Shift+Rechts verplaatsen tien seconden"},
+    {Say::ListenPlace, "Position of the track that is listened to",
+     "Positie van het nummer dat wordt beluisterd"},
 };
 
 }  // namespace

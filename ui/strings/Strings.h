@@ -306,6 +306,11 @@ enum class Say : int {
   StretchTip,
   StretchBest,
   StretchCheap,
+  // Listening to a row
+  Listen = 2620,
+  ListenRow,
+  ListenRowTip,
+  ListenPlace,
 };
 
 /// The table of all captions and messages, in one language.

@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QTest>
+#include <filesystem>
 #include <memory>
 
 #include "app/BuiltInVisualisation.h"
@@ -62,6 +63,8 @@ class Booth : public ::testing::Test {
   [[nodiscard]] const app::DeckView& Deck(int deck);
   void LoadAndPlay(int deck, int row);
 
+  /// A test that needs files there makes it, and takes it away again.
+  const std::filesystem::path folder = std::filesystem::path(::testing::TempDir()) / "booth";
   support::testing::FakeClock clock;
   decks::testing::RecordingEngine engine{clock};
   support::testing::ManualExecutor workers;

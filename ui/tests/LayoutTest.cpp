@@ -37,6 +37,8 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
     if (!GetParam().playing) return;
     LoadAndPlay(1, 5);
     LoadAndPlay(2, 1);
+    workers.RunAll();
+    Press(Qt::Key_Space, Qt::ControlModifier);
     DropRow(5, "PlayListView1");
     DropRow(1, "PlayListView1");
     DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/letter.txt"))}, "MusicPage");

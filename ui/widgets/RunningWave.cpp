@@ -49,6 +49,28 @@ void RunningWave::Show(microseconds position, microseconds length,
   update();
 }
 
+void RunningWave::ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid) {
+  if (grid == grid_) return;
+  grid_ = grid;
+  DropTiles();
+}
+
+void RunningWave::DrawBeats(QPainter& painter, int first) const {
+  if (grid_ == nullptr || grid_->Empty()) return;
+  const auto& beats = grid_->Beats();
+  const double pixels = PixelsASecond();
+  const music::Seconds from((first - 2) / pixels);
+  for (auto beat = std::lower_bound(beats.begin(), beats.end(), from); beat != beats.end(); ++beat) {
+    const int column = static_cast<int>(std::lround(beat->count() * pixels)) - first;
+    if (column > kTileWidth) break;
+    // At the edges, so that the sound of the beat itself stays in sight.
+    const int mark = std::max(5, height() / 6);
+    painter.fillRect(column, 0, 1, height(), skin_.line);
+    painter.fillRect(column - 1, 0, 3, mark, skin_.warning);
+    painter.fillRect(column - 1, height() - mark, 3, mark, skin_.warning);
+  }
+}
+
 double RunningWave::PixelsASecond() const {
   return Em(*this, kEmsASecond);
 }
@@ -84,13 +106,15 @@ QPixmap RunningWave::DrawTile(int number) const {
   painter.fillRect(box, skin_.well);
   const int first = number * kTileWidth;
   const double pixels = PixelsASecond();
-  for (int second = std::max(0, static_cast<int>(first / pixels)); second * pixels < first + kTileWidth;
-       ++second) {
+  const bool beats = grid_ != nullptr && !grid_->Empty();
+  for (int second = std::max(0, static_cast<int>(first / pixels));
+       !beats && second * pixels < first + kTileWidth; ++second) {
     painter.fillRect(static_cast<int>(second * pixels) - first, 0, 1, height(), skin_.line);
   }
   const double step = music::Wave::kColumnsASecond / pixels;
   if (wave_)
     PaintWave(painter, box, wave_->fine, first * step, step, InkOf(skin_, accent_, WaveTone::ToCome));
+  DrawBeats(painter, first);
   return tile;
 }
 

@@ -8,6 +8,7 @@
 #include <map>
 #include <memory>
 
+#include "music/BeatGrid.h"
 #include "music/Wave.h"
 #include "ui/skins/Skin.h"
 
@@ -26,6 +27,8 @@ class RunningWave final : public QWidget {
   /// No wave: nothing is loaded, or it is being made.
   void Show(std::chrono::microseconds position, std::chrono::microseconds length,
             const std::shared_ptr<const music::Wave>& wave);
+  /// Null: no beats are known.
+  void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid);
   /// Tiles drawn since the beginning.
   [[nodiscard]] int TilesDrawn() const { return tiles_drawn_; }
 
@@ -52,11 +55,13 @@ class RunningWave final : public QWidget {
   [[nodiscard]] std::chrono::microseconds DraggedTo() const;
   const QPixmap& Tile(int number);
   [[nodiscard]] QPixmap DrawTile(int number) const;
+  void DrawBeats(QPainter& painter, int first) const;
   void DropTiles();
 
   const Skin& skin_;
   QColor accent_;
   std::shared_ptr<const music::Wave> wave_;
+  std::shared_ptr<const music::BeatGrid> grid_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
   std::map<int, QPixmap> tiles_;

@@ -1,0 +1,100 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/ListenBar.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <algorithm>
+
+#include "ui/models/DeckChoice.h"
+#include "ui/models/KeyMap.h"
+#include "ui/models/TimeText.h"
+#include "ui/models/TrackText.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/ListenButton.h"
+#include "ui/widgets/WaveOverview.h"
+
+namespace ui {
+namespace {
+
+constexpr int kListenDeck = 4;
+constexpr std::size_t kListenPlace = 2;  ///< of its level
+
+}  // namespace
+
+ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), state_(state), look_(look) {
+  const auto& say = look.say;
+  Name(*this, QStringLiteral("ListenBar"), say(Say::ListenRow));
+  button_ = new ListenButton(say(Say::Listen), look.skin, look.skin.text);
+  button_->SetLevel(state.listen[kListenPlace]);
+  Name(*button_, QStringLiteral("ListenRow"), say(Say::ListenRow),
+       say(Say::KeyHint).arg(say(Say::ListenRowTip), KeyText(KeyOfListening())));
+  connect(button_, &ListenButton::clicked, this, &ListenBar::Pressed);
+  connect(button_, &ListenButton::LevelMoved, this, [this](int level) {
+    state_.listen[kListenPlace] = level;
+    workstation_.SetVolume(kListenDeck, level);
+    Q_EMIT LevelMoved(level);
+  });
+  title_ = new ElidedLabel;
+  Name(*title_, QStringLiteral("ListenTitle"), {});
+  overview_ = new WaveOverview(look.skin, look.skin.text);
+  Name(*overview_, QStringLiteral("ListenOverview"), say(Say::ListenPlace), say(Say::OverviewTip));
+  connect(overview_, &WaveOverview::SeekWanted, this,
+          [this](std::chrono::microseconds place) { workstation_.Seek(kListenDeck, place); });
+  time_ = new QLabel;
+  Name(*time_, QStringLiteral("ListenTime"), {});
+  SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
+  time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(title_, 1);
+  row->addWidget(overview_, 2);
+  row->addWidget(time_);
+  SetHeightEm(*this, 3.8);
+  hide();
+}
+
+void ListenBar::Toggle(const catalogue::track_table& table, int row) {
+  const std::string file(table.Cell(row, catalogue::track::kFilename));
+  if (file.empty() || file == file_) return End();
+  file_ = file;
+  begun_ = false;
+  workstation_.LoadDeck(kListenDeck, table, row);
+  workstation_.SetVolume(kListenDeck, state_.listen[kListenPlace]);
+  workstation_.Play(kListenDeck);
+  if (!has_output_) Q_EMIT Unheard(look_.say(Say::CueNoDevice));
+}
+
+void ListenBar::End() {
+  button_->setChecked(false);
+  if (file_.empty()) return;
+  file_.clear();
+  workstation_.Stop(kListenDeck);
+}
+
+void ListenBar::SeekBy(std::chrono::microseconds step) {
+  if (!Listening()) return;
+  const auto place = std::clamp(deck_.position + step, std::chrono::microseconds(0),
+                                std::max(deck_.length, std::chrono::microseconds(0)));
+  workstation_.Seek(kListenDeck, place);
+}
+
+void ListenBar::Show(const app::WorkstationView& view) {
+  deck_ = view.decks[kListenDeck - 1];
+  has_output_ = view.outputs[2].device != 0;
+  begun_ = begun_ || (deck_.filename == file_ && deck_.state == DeckState::Playing);
+  const bool broken = Listening() && deck_.state == DeckState::Empty && !deck_.message.empty();
+  if (broken) Q_EMIT Unheard(Decode(deck_.message));
+  const bool over = deck_.state == DeckState::Ended || deck_.state == DeckState::Stopped;
+  if (broken || (begun_ && over)) End();
+  if (button_->isChecked() != Listening()) button_->setChecked(Listening());
+  if (isVisibleTo(parentWidget()) != Listening()) setVisible(Listening());
+  if (!Listening()) return;
+  title_->Show(TitleText(deck_.title, deck_.filename));
+  overview_->Show(deck_.position, deck_.length, deck_.wave);
+  SetText(*time_, MinutesText(deck_.position) + QStringLiteral(" / ") + MinutesText(deck_.length));
+}
+
+}  // namespace ui

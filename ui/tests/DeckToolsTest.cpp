@@ -1,0 +1,248 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAbstractButton>
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QMenu>
+#include <QMessageBox>
+#include <QSlider>
+#include <QTableView>
+#include <fstream>
+
+#include "ui/tests/Booth.h"
+#include "ui/widgets/EqGraph.h"
+#include "ui/widgets/LevelMeter.h"
+#include "ui/widgets/ListenButton.h"
+#include "ui/widgets/MixHandle.h"
+
+namespace ui::testing {
+namespace {
+
+void Drag(QWidget& widget, QPoint from, QPoint way) {
+  QTest::mousePress(&widget, Qt::LeftButton, {}, from);
+  QTest::mouseMove(&widget, from + way);
+  QTest::mouseRelease(&widget, Qt::LeftButton, {}, from + way);
+}
+
+class DeckToolsTest : public Booth {
+ protected:
+  DeckToolsTest() {
+    std::filesystem::create_directories(folder);
+    std::ofstream(folder / "EQ.tlv", std::ios::binary) << "[Warm]\r\n0;6;4;2;0;0;0;0;0;-2;\r\n";
+    Open();
+    workers.RunAll();
+    Settle();
+  }
+  ~DeckToolsTest() override { std::filesystem::remove_all(folder); }
+  void Scan() {
+    workers.RunAll();
+    Settle();
+  }
+  [[nodiscard]] std::string Preset(const char* number) { return settings.Get("QRV", "EQ", number, ""); }
+  void AnswerYes(const char* box) {
+    ASSERT_NE(window->findChild<QMessageBox*>(QLatin1String(box)), nullptr);
+    Click((std::string(box) + "Yes").c_str());
+    Scan();
+  }
+};
+
+// Equaliser
+
+TEST_F(DeckToolsTest, AHandleInTheMixerMovesItsBandOnThePlayingDeck) {
+  LoadAndPlay(1, 1);
+  auto& graph = Find<EqGraph>("EqMixer");
+  Drag(graph, graph.HandleAt(2), {0, -8});
+  Settle();
+  const int gain = station->Equaliser()[3];
+  EXPECT_GT(gain, 0);
+  EXPECT_FLOAT_EQ(Deck(1).equaliser[2], static_cast<float>(gain));
+  EXPECT_EQ(Find<QSlider>("Eq3").value(), gain);
+  QTest::mouseDClick(&graph, Qt::LeftButton, {}, graph.HandleAt(2));
+  Settle();
+  EXPECT_EQ(station->Equaliser()[3], 0);
+  QTest::keyClick(&graph, Qt::Key_Right);
+  QTest::keyClick(&graph, Qt::Key_Down);
+  EXPECT_EQ(station->Equaliser()[4], -1);
+}
+
+TEST_F(DeckToolsTest, ATrackBeginsFlatUntilTheSlidersAreSentAgain) {
+  Find<QSlider>("Eq10").setValue(-5);
+  LoadAndPlay(1, 1);
+  EXPECT_FLOAT_EQ(Deck(1).equaliser[9], 0);
+  Click("EqResend");
+  EXPECT_FLOAT_EQ(Deck(1).equaliser[9], -5);
+  Click("EqFlat");
+  EXPECT_FLOAT_EQ(Deck(1).equaliser[9], 0);
+}
+
+TEST_F(DeckToolsTest, AChosenPresetMovesTheBank) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  EXPECT_EQ(Find<QListWidget>("List1").item(0)->data(Qt::UserRole).toString(),
+            QStringLiteral("0;6;4;2;0;0;0;0;0;-2;"));
+  Choose("cmbSelect", 0);
+  EXPECT_EQ(Find<QSlider>("Eq1").value(), 6);
+  EXPECT_EQ(Preset("Preset1"), "Warm");
+  Choose("EqBank", 1);
+  EXPECT_EQ(Find<QComboBox>("cmbSelect").currentIndex(), -1) << "the other bank has none";
+  Choose("cmbSelect", 0);
+  EXPECT_EQ(Find<QSlider>("Eq10").value(), 0) << "slider 10 begins bank 2";
+  EXPECT_EQ(station->Equaliser()[11], 6);
+  EXPECT_EQ(Preset("Preset2"), "Warm");
+}
+
+TEST_F(DeckToolsTest, OverwritingAndDeletingAskFirst) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  Find<QLineEdit>("Text2").setText(QStringLiteral("Warm"));
+  Click("EqSave");
+  Scan();
+  EXPECT_FALSE(files.Content(folder / "EQ.tlv"));
+  AnswerYes("EqOverwriteBox");
+  EXPECT_EQ(files.Content(folder / "EQ.tlv"), "[Warm]\r\n0;0;0;0;0;0;0;0;0;0;\r\n");
+  Choose("cmbSelect", 0);
+  Click("EqDelete");
+  AnswerYes("EqDeleteBox");
+  EXPECT_EQ(files.Content(folder / "EQ.tlv"), "");
+  Find<QLineEdit>("Text2").clear();
+  Click("EqSave");
+  Scan();
+  EXPECT_EQ(TextOf("EqMessage"), QStringLiteral("A preset needs a name of one line."));
+}
+
+// Mix points
+
+TEST_F(DeckToolsTest, MixPointsAreMovedByHandByKeyAndGoBack) {
+  LoadAndPlay(1, 1);
+  Scan();
+  auto& handle = Find<MixHandle>("deck1StartMixPoint");
+  ASSERT_TRUE(handle.isVisible());
+  Drag(handle, handle.rect().center(), {60, 0});
+  Settle();
+  EXPECT_TRUE(Deck(1).moved.start);
+  const auto dragged = Deck(1).start_mix_point;
+  EXPECT_GT(dragged, 0us);
+  EXPECT_NE(station->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "");
+  QTest::keyClick(&handle, Qt::Key_Right);
+  Settle();
+  EXPECT_EQ(Deck(1).start_mix_point, dragged + 10ms);
+  QTest::mouseDClick(&handle, Qt::LeftButton);
+  Settle();
+  EXPECT_FALSE(Deck(1).moved.start);
+}
+
+TEST_F(DeckToolsTest, KeysSetMixPointsWhereTheDeckIsHeard) {
+  LoadAndPlay(1, 1);
+  Scan();
+  Advance(3s);
+  Press(Qt::Key_F1, Qt::ControlModifier);
+  EXPECT_NEAR(std::chrono::duration<double>(Deck(1).start_mix_point).count(), 3, 0.5);
+  Advance(2s);
+  Press(Qt::Key_F2, Qt::ControlModifier);
+  EXPECT_NEAR(std::chrono::duration<double>(Deck(1).end_mix_point).count(), 5, 0.5);
+}
+
+TEST_F(DeckToolsTest, TheThresholdIsSentWhenTheHandLetsGo) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  auto& slider = Find<QSlider>("AutomationSlider1");
+  QTest::mousePress(&slider, Qt::LeftButton, {}, slider.rect().center());
+  QTest::mouseMove(&slider, slider.rect().center() + QPoint(40, 0));
+  EXPECT_EQ(settings.Get("TLVG", "Settings", "GainPercent", "3"), "3");
+  QTest::mouseRelease(&slider, Qt::LeftButton, {}, slider.rect().center() + QPoint(40, 0));
+  EXPECT_EQ(settings.Get("TLVG", "Settings", "GainPercent", ""), std::to_string(slider.value()));
+  EXPECT_GT(slider.value(), 3);
+}
+
+// Meters
+
+TEST_F(DeckToolsTest, AnOverloadStaysLitUntilItIsClicked) {
+  auto& meter = Find<LevelMeter>("deck1Level");
+  meter.Show(-0.5F, -20, clock.Now());
+  EXPECT_FALSE(meter.Overloaded());
+  meter.Show(-3, 0, clock.Now());
+  meter.Show(-60, -60, clock.Now() + 1h);
+  EXPECT_TRUE(meter.Overloaded());
+  QTest::mouseClick(&meter, Qt::LeftButton);
+  EXPECT_FALSE(meter.Overloaded());
+}
+
+// Listening
+
+TEST_F(DeckToolsTest, AListenedRowEndsWhenAnotherIsChosen) {
+  Choose("Device3", 2);
+  ChooseRow(2);
+  Press(Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_EQ(Deck(4).filename, "two.ogg");
+  EXPECT_EQ(Deck(4).state, State::Playing);
+  EXPECT_TRUE(Find<QWidget>("ListenBar").isVisible());
+  Press(Qt::Key_Right, Qt::ControlModifier | Qt::ShiftModifier);
+  EXPECT_GT(Deck(4).position, 9s);
+  ChooseRow(3);
+  Settle();
+  EXPECT_NE(Deck(4).state, State::Playing);
+  EXPECT_FALSE(Find<QWidget>("ListenBar").isVisible());
+  EXPECT_EQ(Deck(1).state, State::Empty);
+}
+
+TEST_F(DeckToolsTest, ListeningWithoutADeviceSaysWhyNothingIsHeard) {
+  ChooseRow(1);
+  Click("ListenRow");
+  EXPECT_TRUE(TextOf("Message").startsWith(QStringLiteral("Choose a device")));
+  Click("ListenRow");
+  EXPECT_NE(Deck(4).state, State::Playing);
+}
+
+TEST_F(DeckToolsTest, ADragOnAListenButtonSetsItsLevelOnly) {
+  LoadAndPlay(1, 1);
+  Choose("Device3", 2);
+  auto& listen = Find<ListenButton>("deck1Cue");
+  Drag(listen, listen.rect().center(), {-listen.width() / 4, 0});
+  EXPECT_FALSE(listen.isChecked());
+  EXPECT_NEAR(listen.Level(), 55, 3);
+  Click("deck1Cue");
+  EXPECT_EQ(Deck(1).pre_volume, listen.Level());
+  EXPECT_EQ(settings.Get("TLVG", "Mixer", "Preview", ""), std::to_string(listen.Level()));
+}
+
+// Tempo and beats
+
+TEST_F(DeckToolsTest, ToolsOfTheTempoDoWhatTheySay) {
+  DropRow(1, "deck1");
+  Click("deck1PitchUp");
+  EXPECT_FLOAT_EQ(Deck(1).pitch, 1);
+  Click("deck1KeyLock");
+  EXPECT_EQ(Deck(1).key_lock, decks::KeyLock::Off);
+  Press(Qt::Key_F2, Qt::ShiftModifier);
+  EXPECT_EQ(Deck(1).key_lock, decks::KeyLock::On);
+  Choose("deck1TempoRange", 3);
+  EXPECT_EQ(Find<QSlider>("deck1Tempo").maximum(), 1600);
+  EXPECT_EQ(Deck(2).pitch, 0);
+}
+
+TEST_F(DeckToolsTest, ANudgeLastsAsLongAsItsKeyIsHeld) {
+  DropRow(1, "deck1");
+  Settle();
+  QTest::keyPress(window.get(), Qt::Key_F4, Qt::ShiftModifier);
+  Settle();
+  EXPECT_GT(Deck(1).playing_bpm, 129);
+  QTest::keyRelease(window.get(), Qt::Key_F4);
+  Settle();
+  EXPECT_DOUBLE_EQ(Deck(1).playing_bpm, 128);
+}
+
+TEST_F(DeckToolsTest, TapsSetTempoAndBeatsAndTheMenuScalesThem) {
+  LoadAndPlay(1, 1);
+  for (int i = 0; i < 6; ++i) {
+    QTest::mousePress(&Find<QPushButton>("deck1Tap"), Qt::LeftButton);
+    QTest::mouseRelease(&Find<QPushButton>("deck1Tap"), Qt::LeftButton);
+    Advance(500ms);
+  }
+  EXPECT_NEAR(Deck(1).bpm, 120, 3);
+  ASSERT_NE(Deck(1).grid, nullptr);
+  const double bpm = Deck(1).bpm;
+  Find<QMenu>("deck1BeatsMenu").actions().at(1)->trigger();
+  Settle();
+  EXPECT_NEAR(Deck(1).bpm, bpm / 2, 0.01);
+}
+
+}  // namespace
+}  // namespace ui::testing
