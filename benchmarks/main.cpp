@@ -10,6 +10,7 @@ int main(int argc, char* argv[]) {
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
   bench::PrintHead();
   bench::Print(bench::MeasureIndex());
+  bench::Print(bench::MeasureLights());
   bench::Print(bench::MeasureEngine());
   bench::Print(bench::MeasureWindow());
   return 0;
