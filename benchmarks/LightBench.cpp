@@ -72,6 +72,7 @@ void MeasureShowFile(std::vector<Figure>& figures) {
     if (!reading || !(reading.Value().show == show)) std::abort();
   }
   RunInChild([&] {
+    malloc_trim(0);
     const double before = ResidentMegabytes();
     const auto kept = dmx::OpenShow(path);
     malloc_trim(0);
