@@ -22,6 +22,8 @@ class K8062Decoder {
   [[nodiscard]] const Frame& Shown() const { return shown_; }
   /// How many channels it carried.
   [[nodiscard]] int ShownChannels() const { return shown_channels_; }
+  /// The most that any frame carried since the box got its power.
+  [[nodiscard]] int WidestShown() const { return widest_shown_; }
   [[nodiscard]] int FramesShown() const { return frames_shown_; }
   [[nodiscard]] int Packets() const { return packets_; }
   /// What no box would understand, a word each; empty in a sound stream.
@@ -36,6 +38,7 @@ class K8062Decoder {
   Frame shown_{};
   int at_ = 0;  ///< channels of the frame that have come; 0 before the first
   int shown_channels_ = 0;
+  int widest_shown_ = 0;
   int frames_shown_ = 0;
   int packets_ = 0;
   std::vector<std::string> faults_;
