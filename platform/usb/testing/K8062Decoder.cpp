@@ -36,9 +36,12 @@ void K8062Decoder::Take(std::span<const std::uint8_t> packet) {
 }
 
 void K8062Decoder::Put(int zeros, std::span<const std::uint8_t> levels) {
-  at_ += zeros;
+  for (; zeros > 0; --zeros, ++at_) {
+    if (at_ < dmx::kUniverseChannels) received_[static_cast<std::size_t>(at_)] = 0;
+  }
   for (const std::uint8_t level : levels) {
     if (at_ >= dmx::kUniverseChannels) return faults_.push_back("overrun");
+    received_[static_cast<std::size_t>(at_)] = level;
     frame_[static_cast<std::size_t>(at_++)] = level;
   }
 }

@@ -7,7 +7,7 @@
 #include "dmx/OutputStage.h"
 #include "dmx/ShowPlayer.h"
 #include "dmx/testing/ShowMaker.h"
-#include "platform/usb/tests/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedBus.h"
 #include "support/testing/FakeClock.h"
 
 namespace platform::usb {
