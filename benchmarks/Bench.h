@@ -9,8 +9,10 @@
 namespace bench {
 
 /// Each measures one part of the program; a test media folder is made on the way.
-/// Requires of MeasureIndex: no other thread yet, as it measures memory in processes of its own.
+/// Requires of MeasureIndex and MeasureLights: no other thread yet, as they measure memory in processes of
+/// their own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
+[[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 
 [[nodiscard]] std::vector<Figure> MeasureWindow();

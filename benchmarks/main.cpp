@@ -16,8 +16,12 @@ struct Part {
   std::vector<bench::Figure> (*measure)();
 };
 
-constexpr std::array<Part, 3> kParts{
-    {{"index", bench::MeasureIndex}, {"engine", bench::MeasureEngine}, {"window", bench::MeasureWindow}}};
+constexpr auto kParts = std::to_array<Part>({
+    {"index", bench::MeasureIndex},
+    {"lights", bench::MeasureLights},
+    {"engine", bench::MeasureEngine},
+    {"window", bench::MeasureWindow},
+});
 
 }  // namespace
 

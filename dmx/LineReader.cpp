@@ -88,26 +88,4 @@ std::optional<int> LineReader::Lenient(std::string_view what, int lowest, int hi
   return Bounded(what, LeadingNumber(*line), lowest, highest);
 }
 
-bool LineReader::TakeShort(int& value) {
-  constexpr std::size_t kDigits = 4;  // never beyond 16 bits
-  const bool negative = rest_.starts_with('-');
-  std::size_t at = negative ? 1 : 0;
-  const std::size_t first = at;
-  int number = 0;
-  while (at < rest_.size() && at - first < kDigits && IsDigit(rest_[at]))
-    number = number * 10 + (rest_[at++] - '0');
-  if (at == first) return false;
-  if (at < rest_.size() && rest_[at] == '\n') {
-    at += 1;
-  } else if (rest_.size() - at >= 2 && rest_[at] == '\r' && rest_[at + 1] == '\n') {
-    at += 2;
-  } else {
-    return false;
-  }
-  rest_.remove_prefix(at);
-  ++number_;
-  value = negative ? -number : number;
-  return true;
-}
-
 }  // namespace dmx

@@ -60,14 +60,12 @@ class LineReader {
   /// A number of things to come: whole, not below 0, and believed only as the things are there.
   std::optional<int> Count(std::string_view what) { return Strict(what, 0, std::numeric_limits<int>::max()); }
 
-  /// A short decimal number of 16 bits with a line end; any other line is left in place, and false returned.
-  bool TakeShort(int& value);
-  /// Takes the given bytes if they come next; lines counts the line ends in them.
-  bool TakeBytes(std::string_view bytes, int lines) {
-    if (!rest_.starts_with(bytes)) return false;
-    rest_.remove_prefix(bytes.size());
+  /// What has not been taken yet, for readers that know how the next lines are most likely written.
+  [[nodiscard]] std::string_view Rest() const { return failure_.empty() ? rest_ : std::string_view(); }
+  /// Requires: so many bytes are left, whole lines all of them.
+  void Take(std::size_t bytes, int lines) {
+    rest_.remove_prefix(bytes);
     number_ += lines;
-    return true;
   }
 
   [[nodiscard]] bool AtEnd() const { return rest_.empty() || !failure_.empty(); }

@@ -3,6 +3,7 @@
 #include "dmx/ShowFile.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -36,31 +37,50 @@ bool Boolean(std::string_view line) {
   return support::EqualsIgnoringCase(line, "True") || support::LeadingInteger(line) != 0;
 }
 
-/// A record as this program writes it, in one go; false leaves the reader somewhere inside the record, with
-/// the number of its lines that were taken in taken.
-bool TakeRecord(LineReader& lines, Sliders& record, int& taken) {
-  int value = 0;
-  if (!lines.TakeShort(value)) return false;
-  record.ChannelValue = To16(value);
-  taken = 1;
-  record.Changed = lines.TakeBytes("True\r\n", 1);
-  if (!record.Changed && !lines.TakeBytes("False\r\n", 1)) return false;
-  taken = 2;
-  if (!lines.TakeShort(value)) return false;
-  record.Dif = To16(value);
-  taken = 3;
-  if (!lines.TakeShort(value)) return false;
-  record.Prev = To16(value);
-  taken = 4;
-  return lines.TakeBytes("\r\n", 1);
+/// A number of at most four digits with CR LF behind it; nullptr for anything else. Looks at nine bytes.
+const char* ShortNumber(const char* at, std::int16_t& value) {
+  const bool negative = *at == '-';
+  if (negative) ++at;
+  int number = *at - '0';
+  if (number < 0 || number > 9) return nullptr;
+  ++at;
+  for (int more = 0; more < 3; ++more, ++at) {
+    const int digit = *at - '0';
+    if (digit < 0 || digit > 9) break;
+    number = number * 10 + digit;
+  }
+  if (at[0] != '\r' || at[1] != '\n') return nullptr;
+  value = To16(negative ? -number : number);
+  return at + 2;
 }
 
-/// The lines of a record that TakeRecord has not taken.
-void ReadRest(LineReader& lines, Sliders& record, int taken) {
-  if (taken < 1) record.ChannelValue = Strict16(lines, "The level", 0, kHighestLevel);
-  if (taken < 2) record.Changed = Boolean(lines.Line().value_or(""));
-  if (taken < 3) record.Dif = Strict16(lines, "The difference");
-  if (taken < 4) record.Prev = Strict16(lines, "The previous level");
+/// Takes a record that stands there as this program writes it; else nothing is taken.
+bool TakePlainRecord(LineReader& lines, Sliders& record) {
+  constexpr std::size_t kLongest = 40;  // what is looked at below, and more
+  constexpr std::string_view kTrue = "True\r\n";
+  constexpr std::string_view kFalse = "False\r\n";
+  const std::string_view rest = lines.Rest();
+  if (rest.size() < kLongest) return false;
+  Sliders plain;
+  const char* at = ShortNumber(rest.data(), plain.ChannelValue);
+  if (at == nullptr) return false;
+  plain.Changed = std::memcmp(at, kTrue.data(), kTrue.size()) == 0;
+  if (!plain.Changed && std::memcmp(at, kFalse.data(), kFalse.size()) != 0) return false;
+  at = ShortNumber(at + (plain.Changed ? kTrue : kFalse).size(), plain.Dif);
+  if (at == nullptr) return false;
+  at = ShortNumber(at, plain.Prev);
+  if (at == nullptr || at[0] != '\r' || at[1] != '\n') return false;
+  constexpr int kLines = 5;
+  lines.Take(static_cast<std::size_t>(at + 2 - rest.data()), kLines);
+  record = plain;
+  return true;
+}
+
+void ReadRecord(LineReader& lines, Sliders& record) {
+  record.ChannelValue = Strict16(lines, "The level");
+  record.Changed = Boolean(lines.Line().value_or(""));
+  record.Dif = Strict16(lines, "The difference");
+  record.Prev = Strict16(lines, "The previous level");
   lines.Line();
 }
 
@@ -86,8 +106,7 @@ void ReadRecords(LineReader& lines, int count, SceneChannel& channels) {
       return;
     }
     Sliders& record = channels.Add();
-    int taken = 0;
-    if (!TakeRecord(lines, record, taken)) ReadRest(lines, record, taken);
+    if (!TakePlainRecord(lines, record)) ReadRecord(lines, record);
     BoundLevel(lines, record);
   }
 }

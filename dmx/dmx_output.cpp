@@ -7,12 +7,12 @@ namespace dmx {
 void Universe::MoveFader(int channel, DmxLevel level) {
   if (channel < 1 || channel > kUniverseChannels || Level(channel) == level) return;
   levels_[static_cast<std::size_t>(channel - 1)] = level;
-  interface_.SetData(channel, level);
+  wire_.SetData(channel, level);
 }
 
 void Universe::Resend() {
   for (int channel = 1; channel <= kUniverseChannels; ++channel) {
-    if (Level(channel) != 0) interface_.SetData(channel, Level(channel));
+    if (Level(channel) != 0) wire_.SetData(channel, Level(channel));
   }
 }
 
@@ -25,7 +25,7 @@ void OutputSwitch::TurnOn() {
 void OutputSwitch::TurnOff() {
   settings_.Set(support::kApplication, "Setup", "UseK8062", "False");
   on_ = false;
-  interface_.StopDevice();
+  wire_.StopDevice();
 }
 
 void OutputSwitch::Restore() {
@@ -39,16 +39,16 @@ void OutputSwitch::ShowEditorLoaded() {
 }
 
 void OutputSwitch::FixtureEditorLoaded() {
-  interface_.SetChannelCount(kUniverseChannels);
+  wire_.SetChannelCount(kUniverseChannels);
 }
 
 void OutputSwitch::MainWindowClosed() {
-  interface_.StopDevice();
+  wire_.StopDevice();
 }
 
 void OutputSwitch::Open() {
-  interface_.StartDevice();
-  interface_.SetChannelCount(kUniverseChannels);
+  wire_.StartDevice();
+  wire_.SetChannelCount(kUniverseChannels);
 }
 
 }  // namespace dmx

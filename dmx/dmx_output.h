@@ -15,7 +15,7 @@ namespace dmx {
 /// Threads: one at a time.
 class Universe {
  public:
-  explicit Universe(DmxInterface& interface) : interface_(interface) {}
+  explicit Universe(DmxInterface& wire) : wire_(wire) {}
 
   /// A fader that stands there already does not move, and a channel outside 1 to 512 has no fader.
   void MoveFader(int channel, DmxLevel level);
@@ -27,7 +27,7 @@ class Universe {
   [[nodiscard]] const std::array<DmxLevel, kUniverseChannels>& Levels() const { return levels_; }
 
  private:
-  DmxInterface& interface_;
+  DmxInterface& wire_;
   std::array<DmxLevel, kUniverseChannels> levels_{};
 };
 
@@ -35,8 +35,7 @@ class Universe {
 /// Threads: one at a time.
 class OutputSwitch {
  public:
-  OutputSwitch(DmxInterface& interface, support::SettingsStore& settings)
-      : interface_(interface), settings_(settings) {}
+  OutputSwitch(DmxInterface& wire, support::SettingsStore& settings) : wire_(wire), settings_(settings) {}
 
   void TurnOn();
   void TurnOff();
@@ -52,7 +51,7 @@ class OutputSwitch {
  private:
   void Open();
 
-  DmxInterface& interface_;
+  DmxInterface& wire_;
   support::SettingsStore& settings_;
   bool on_ = false;
 };

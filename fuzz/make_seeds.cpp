@@ -9,6 +9,8 @@
 
 #include "catalogue/IndexFile.h"
 #include "catalogue/track_table.h"
+#include "dmx/FixtureFile.h"
+#include "dmx/ShowFile.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -85,15 +87,43 @@ void MakeSettingsSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "empty", "Mixer\\ Volume\\ Mixer\\ Volume\\ 1\\ ");
 }
 
+/// A fixture with every kind of line, one with other line ends and no markers, and one that ends early.
+void MakeFixtureSeeds(const std::filesystem::path& folder) {
+  dmx::Fixture fixture{"Head", dmx::FixtureType::MovingHead, 270, 360, 15, {}};
+  fixture.channels.Add({dmx::ChannelFunction::Dimmer, "Dimmer", {}});
+  dmx::FixtureChannel& shutter = fixture.channels.Add({dmx::ChannelFunction::Shutter, "", {}});
+  shutter.presets.Add({dmx::PresetEffect::Open, 0, "Open", 0, 9, "0", "", 2});
+  shutter.presets.Add({dmx::PresetEffect::Strobe, 3, "Strobe", 10, 255, "2.5", "x", 2});
+  const std::string text = dmx::FixtureText(fixture);
+  WriteSeed(folder / "head", text);
+  WriteSeed(folder / "cut", text.substr(0, text.size() / 2));
+  WriteSeed(folder / "line-ends", "a\n3\r400\n-1\r\nx\n1\n\n4\r\r1\n\n9\n\n\n300\n+2\n\n\n");
+}
+
+/// A show with every kind of line, one that is spelt otherwise, and one whose counts promise too much.
+void MakeShowSeeds(const std::filesystem::path& folder) {
+  dmx::Show show;
+  show.fixtures.Add({"C:\\DMXlibrary\\par.dmx", 5, 2, {}});
+  dmx::Scene& scene = show.scenes.Add();
+  scene.SceneName = "Walk-in";
+  scene.Loops = 2;
+  dmx::SceneStep& step = scene.Steps.Add({"00:01.5", "00:10.0", {}});
+  step.SceneChannel.Add({255, -255, 0, true});
+  step.SceneChannel.Add({0, 0, 255, false});
+  scene.Steps.Add();
+  WriteSeed(folder / "walk-in", dmx::ShowText(show));
+  WriteSeed(folder / "spelt", "0\n1\n1\na\n+1\n1\n2\rx\ry\n 7\nTRUE\n-0003\n4\nz\n300\n-1\n0\n0\n");
+  WriteSeed(folder / "promises", "0\r\n99999\r\n1\r\n\r\n-1\r\n99999999999\r\n3\r\n00:01.0\r\n");
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
-  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{{"tags", &MakeTagSeeds},
-                                                                            {"index", &MakeIndexSeeds},
-                                                                            {"settings", &MakeSettingsSeeds},
-                                                                            {"mp3gain", &MakeGainSeeds},
-                                                                            {"presets", &MakePresetSeeds}};
+  const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
+      {"tags", &MakeTagSeeds},     {"index", &MakeIndexSeeds},    {"settings", &MakeSettingsSeeds},
+      {"mp3gain", &MakeGainSeeds}, {"presets", &MakePresetSeeds}, {"fixtures", &MakeFixtureSeeds},
+      {"shows", &MakeShowSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -64,7 +64,7 @@ class PatchShowTest : public ::testing::Test {
  protected:
   PatchShowTest() {
     std::filesystem::create_directories(folder_.Path() / "DMXlibrary");
-    std::ofstream(folder_.Path() / "DMXlibrary" / "Par.dmx")
+    std::ofstream(folder_.Path() / "DMXlibrary" / "Par.dmx", std::ios::binary)
         << "Par\r\n3\r\n0\r\n0\r\n0\r\n3\r\nChannel1\r\n3\r\n";
   }
   void Add(const std::string& filename, int start, int number_of = 0) {

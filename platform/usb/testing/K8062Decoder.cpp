@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/usb/testing/K8062Decoder.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace platform::usb::testing {
 
@@ -17,6 +17,7 @@ void K8062Decoder::Take(std::span<const std::uint8_t> packet) {
       if (at_ > 0) {
         shown_ = frame_;
         shown_channels_ = at_;
+        widest_shown_ = std::max(widest_shown_, at_);
         ++frames_shown_;
       }
       frame_ = {};
@@ -35,9 +36,12 @@ void K8062Decoder::Take(std::span<const std::uint8_t> packet) {
 }
 
 void K8062Decoder::Put(int zeros, std::span<const std::uint8_t> levels) {
-  at_ += zeros;
+  for (; zeros > 0; --zeros, ++at_) {
+    if (at_ < dmx::kUniverseChannels) received_[static_cast<std::size_t>(at_)] = 0;
+  }
   for (const std::uint8_t level : levels) {
     if (at_ >= dmx::kUniverseChannels) return faults_.push_back("overrun");
+    received_[static_cast<std::size_t>(at_)] = level;
     frame_[static_cast<std::size_t>(at_++)] = level;
   }
 }
@@ -45,6 +49,7 @@ void K8062Decoder::Put(int zeros, std::span<const std::uint8_t> levels) {
 void K8062Decoder::Reset() {
   frame_ = {};
   at_ = 0;
+  widest_shown_ = 0;
 }
 
 int GreedyK8062Packets(std::span<const dmx::DmxLevel, dmx::kUniverseChannels> levels, int count) {

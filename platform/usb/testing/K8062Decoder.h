@@ -20,8 +20,12 @@ class K8062Decoder {
 
   /// The frame that is at the lamps: the last one behind which another began.
   [[nodiscard]] const Frame& Shown() const { return shown_; }
-  /// How many channels it carried.
+  /// The level of each channel that came last, be its frame shown already or not.
+  [[nodiscard]] const Frame& Received() const { return received_; }
+  /// How many channels the shown frame carried.
   [[nodiscard]] int ShownChannels() const { return shown_channels_; }
+  /// The most that any frame carried since the box got its power.
+  [[nodiscard]] int WidestShown() const { return widest_shown_; }
   [[nodiscard]] int FramesShown() const { return frames_shown_; }
   [[nodiscard]] int Packets() const { return packets_; }
   /// What no box would understand, a word each; empty in a sound stream.
@@ -33,9 +37,11 @@ class K8062Decoder {
   void Put(int zeros, std::span<const std::uint8_t> levels);
 
   Frame frame_{};
+  Frame received_{};
   Frame shown_{};
   int at_ = 0;  ///< channels of the frame that have come; 0 before the first
   int shown_channels_ = 0;
+  int widest_shown_ = 0;
   int frames_shown_ = 0;
   int packets_ = 0;
   std::vector<std::string> faults_;

@@ -40,6 +40,8 @@ class EmulatedBus {
   void PullAfter(int packets);
   /// A driver of the system's sits on the box that is plugged in next.
   void BindDriver();
+  /// How long the bus takes for a packet; nothing at first.
+  void SetPace(std::chrono::milliseconds pace);
   /// The next transfer fails at its end, and the device stays.
   void FailOnce();
 
@@ -52,6 +54,7 @@ class EmulatedBus {
  private:
   struct Pending {
     UMockdevIoctlData* request = nullptr;
+    std::chrono::steady_clock::time_point ready;
     bool discarded = false;
   };
 
@@ -71,6 +74,8 @@ class EmulatedBus {
   bool gone_ DJ_GUARDED_BY(mutex_) = true;
   bool fail_once_ DJ_GUARDED_BY(mutex_) = false;
   bool driver_bound_ DJ_GUARDED_BY(mutex_) = false;
+  std::chrono::milliseconds pace_ DJ_GUARDED_BY(mutex_){0};
+  std::chrono::steady_clock::time_point next_slot_ DJ_GUARDED_BY(mutex_);
   std::optional<int> pull_after_ DJ_GUARDED_BY(mutex_);
   int detached_ DJ_GUARDED_BY(mutex_) = 0;
   int attached_ DJ_GUARDED_BY(mutex_) = 0;

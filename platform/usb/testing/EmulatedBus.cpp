@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/usb/tests/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedBus.h"
 
 // The second needs the first.
 #include <sys/ioctl.h>
@@ -114,6 +114,11 @@ void EmulatedBus::BindDriver() {
   driver_bound_ = true;
 }
 
+void EmulatedBus::SetPace(std::chrono::milliseconds pace) {
+  support::MutexLock lock(mutex_);
+  pace_ = pace;
+}
+
 void EmulatedBus::FailOnce() {
   support::MutexLock lock(mutex_);
   fail_once_ = true;
@@ -213,7 +218,8 @@ void EmulatedBus::Submit(UMockdevIoctlClient* client) {
     gone_ = true;
     pull_after_.reset();
   }
-  pending_.push_back({request, false});
+  next_slot_ = std::max(next_slot_, std::chrono::steady_clock::now()) + pace_;
+  pending_.push_back({request, next_slot_, false});
   changed_.notify_all();
 }
 
@@ -231,9 +237,11 @@ bool EmulatedBus::Discard(UMockdevIoctlClient* client) {
 int EmulatedBus::Reap(UMockdevIoctlClient* client) {
   if (pending_.empty()) return gone_ ? ENODEV : EAGAIN;
   const Pending pending = pending_.front();
+  const bool over = gone_ || pending.discarded;
+  if (!over && pace_.count() > 0 && pending.ready > std::chrono::steady_clock::now()) return EAGAIN;
   pending_.pop_front();
   auto* urb = reinterpret_cast<usbdevfs_urb*>(pending.request->data);
-  if (gone_ || pending.discarded) {
+  if (over) {
     urb->status = gone_ ? -ESHUTDOWN : -ENOENT;
     urb->actual_length = 0;
   }
