@@ -10,8 +10,8 @@
 namespace engine {
 namespace {
 
-std::int64_t BytesOf(std::int64_t frames, const PcmStore& store) {
-  return frames * 2 * store.Format().channels;
+std::int64_t BytesOf(std::int64_t frames, const PcmFormat& format) {
+  return frames * 2 * format.channels;
 }
 
 std::uint32_t LevelWord(float peak) {
@@ -109,24 +109,26 @@ std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
 // Decoders are looked for first: their callers may be workers, and the playing streams belong to the owner.
 
 support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
-  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, decoder->store->Format())};
   Playing* playing = FindPlaying(handle);
-  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
+  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, playing->stream->Format())};
 }
 
 support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
-  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->store->Length(), *decoder->store)};
+  if (const auto decoder = FindDecoder(handle))
+    return {BytesOf(decoder->store->Length(), decoder->store->Format())};
   Playing* playing = FindPlaying(handle);
-  return {playing == nullptr ? 0 : BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
+  return {playing == nullptr ? 0 : BytesOf(playing->stream->Length(), playing->stream->Format())};
 }
 
 bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
   const auto decoder = FindDecoder(handle);
   Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (playing == nullptr && decoder == nullptr) return false;
-  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
-  const std::int64_t frame = position.value / BytesOf(1, store);
-  if (position.value < 0 || frame >= store.Length()) return false;
+  const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
+  const std::int64_t length = playing != nullptr ? playing->stream->Length() : decoder->store->Length();
+  const std::int64_t frame = position.value / BytesOf(1, format);
+  if (position.value < 0 || frame >= length) return false;
   if (decoder != nullptr) {
     decoder->cursor = frame;
     return true;
@@ -151,9 +153,8 @@ double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, suppor
   const auto decoder = FindDecoder(handle);
   Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (decoder == nullptr && playing == nullptr) return 0;
-  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
-  return static_cast<double>(position.value) /
-         static_cast<double>(BytesOf(store.Format().sample_rate, store));
+  const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
+  return static_cast<double>(position.value) / static_cast<double>(BytesOf(format.sample_rate, format));
 }
 
 decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
@@ -161,15 +162,14 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return heard;
   const Stream& stream = *playing->stream;
-  const PcmStore& store = *stream.Store();
   const HeardPlace place = PlaceOf(*playing);
   heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
-  heard.length_exact = store.Complete();
-  heard.length = {store.Length()};
-  heard.sample_rate = store.Format().sample_rate;
-  heard.channels = store.Format().channels;
+  heard.length_exact = stream.LengthIsExact();
+  heard.length = {stream.Length()};
+  heard.sample_rate = stream.Format().sample_rate;
+  heard.channels = stream.Format().channels;
   heard.ratio = place.ratio * playing->slot->Core().SampleRate() / heard.sample_rate;
   heard.left_peak = place.left_peak;
   heard.right_peak = place.right_peak;
