@@ -14,6 +14,7 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
+[[nodiscard]] std::vector<Figure> MeasureKaraoke();
 
 [[nodiscard]] std::vector<Figure> MeasureWindow();
 

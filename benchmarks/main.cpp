@@ -20,6 +20,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
     {"lights", bench::MeasureLights},
     {"engine", bench::MeasureEngine},
+    {"karaoke", bench::MeasureKaraoke},
     {"window", bench::MeasureWindow},
 });
 

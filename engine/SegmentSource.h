@@ -8,41 +8,29 @@
 #include <span>
 #include <vector>
 
-#include "engine/Lane.h"
+#include "engine/BlockSource.h"
 #include "engine/PcmStore.h"
-#include "engine/Stream.h"
 #include "engine/ports/Stretcher.h"
 
 namespace engine {
-
-/// Which of the two libraries a segment goes through. Each change of it is a new segment.
-struct SegmentPath {
-  bool resampled = false;
-  bool stretched = false;
-  StretchQuality quality = StretchQuality::Best;
-  bool operator==(const SegmentPath&) const = default;
-};
 
 /// Makes the blocks of one lane: from one place of a store on, at the device's rate, in stereo.
 ///
 /// Threads: the feeder. Law: a block's source frame comes from adding up ratios, never from how much a
 /// library holds back; when file and device have the same rate and tempo and pitch are the original's, the
 /// samples are those of the store.
-class SegmentSource {
+class SegmentSource final : public BlockSource {
  public:
   SegmentSource(std::shared_ptr<PcmStore> store, StretcherFactory& stretchers, int device_rate);
 
-  [[nodiscard]] SegmentPath PathOf(const Tempo& tempo) const;
-  void Begin(std::int64_t frame, const Tempo& tempo);
-  /// Requires: PathOf(tempo) is that of Begin.
-  void SetTempo(const Tempo& tempo);
-  [[nodiscard]] const Tempo& InForce() const noexcept { return tempo_; }
-  /// The file's frame under the next frame made.
-  [[nodiscard]] double Source() const noexcept { return source_; }
+  [[nodiscard]] SegmentPath PathOf(const Tempo& tempo) const override;
+  void Begin(std::int64_t frame, const Tempo& tempo) override;
+  void SetTempo(const Tempo& tempo) override;
+  [[nodiscard]] const Tempo& InForce() const noexcept override { return tempo_; }
+  [[nodiscard]] double Source() const noexcept override { return source_; }
   [[nodiscard]] double Ratio() const noexcept { return ratio_; }
-  [[nodiscard]] bool Ended() const noexcept { return ended_; }
-  /// Up to that many frames; false when the store has not got them yet. Requires: !Ended().
-  bool Make(LaneBlock& block, int frames);
+  [[nodiscard]] bool Ended() const noexcept override { return ended_; }
+  bool Make(LaneBlock& block, int frames) override;
 
  private:
   static constexpr int kWindow = 512;

@@ -169,17 +169,34 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
     Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
     return 0;
   }
-  const decks::StreamHandle handle = next_handle_++;
-  auto stream = std::make_shared<Stream>(handle, source->store, source->device, source->pair);
+  auto stream = std::make_shared<Stream>(next_handle_++, source->store, source->device, source->pair);
+  return Join(std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0);
+}
+
+decks::StreamHandle SoundEngine::CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
+                                                 std::uint32_t speaker) {
+  Sweep();
+  const auto slot = devices_->Find(device);
+  if (slot == nullptr || slot->Core().SampleRate() != sound->SampleRate()) {
+    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    return 0;
+  }
+  const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);
+  return Join(std::make_shared<Stream>(next_handle_++, std::move(sound), device, pair), slot, 0);
+}
+
+decks::StreamHandle SoundEngine::Join(std::shared_ptr<Stream> stream, std::shared_ptr<DeviceSlot> slot,
+                                      decks::StreamHandle decoder) {
+  const decks::StreamHandle handle = stream->Id();
   Tempo tempo;
-  tempo.quality = devices_->Quality(source->device);
+  tempo.quality = devices_->Quality(stream->Device());
   stream->SetTempo(tempo);
   if (!slot->Core().Attach(*stream)) {
     Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::TooManyStreams));
     return 0;
   }
   feeder_.Add(stream, slot);
-  playing_[handle] = {std::move(stream), slot, (flags & decks::kTempoFreeSource) != 0 ? decoder : 0, nullptr};
+  playing_[handle] = {std::move(stream), std::move(slot), decoder, nullptr};
   Wake();
   return handle;
 }

@@ -100,6 +100,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
+  decks::StreamHandle CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
+                                      std::uint32_t speaker) override;
   bool DecodeFurther(decks::StreamHandle decoder) override;
   decks::SampleFormat FormatOf(decks::StreamHandle handle) override;
   decks::HeardStream Heard(decks::StreamHandle stream) override;
@@ -130,6 +132,9 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   decks::StreamHandle CreateDecoder(const std::string& path, DecoderKind kind, std::uint64_t length,
                                     std::uint32_t flags) DJ_EXCLUDES(mutex_);
+  /// The handle of a stream that the slot and the feeder know now; 0 when there is no place for it.
+  decks::StreamHandle Join(std::shared_ptr<Stream> stream, std::shared_ptr<DeviceSlot> slot,
+                           decks::StreamHandle decoder);
   /// False when it is no decoder.
   bool FreeDecoder(decks::StreamHandle handle) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::shared_ptr<Decoder> FindDecoder(decks::StreamHandle handle) const DJ_EXCLUDES(mutex_);

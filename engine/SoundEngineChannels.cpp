@@ -10,8 +10,8 @@
 namespace engine {
 namespace {
 
-std::int64_t BytesOf(std::int64_t frames, const PcmStore& store) {
-  return frames * 2 * store.Format().channels;
+std::int64_t BytesOf(std::int64_t frames, const PcmFormat& format) {
+  return frames * 2 * format.channels;
 }
 
 std::uint32_t LevelWord(float peak) {
@@ -30,6 +30,13 @@ bool IsPlaying(const Stream& stream) {
     return Stream::TransportOf(asked) == Stream::Transport::Play;
   }
   return stream.playing.load(std::memory_order_acquire);
+}
+
+/// The place that is heard has come, or was sent, to what is not decoded yet.
+bool IsWaiting(const Stream& stream, const HeardPlace& place) {
+  constexpr std::int64_t kShortOf = 1024;  // of what a stretcher takes at once
+  if (stream.LengthIsExact() || place.ended) return false;
+  return std::max(stream.View().frame, place.source + kShortOf) >= stream.Store()->Ready();
 }
 
 }  // namespace
@@ -119,24 +126,26 @@ std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
 // Decoders are looked for first: their callers may be workers, and the playing streams belong to the owner.
 
 support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
-  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, *decoder->store)};
+  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, decoder->store->Format())};
   Playing* playing = FindPlaying(handle);
-  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, *playing->stream->Store())};
+  return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, playing->stream->Format())};
 }
 
 support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
-  if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->store->Length(), *decoder->store)};
+  if (const auto decoder = FindDecoder(handle))
+    return {BytesOf(decoder->store->Length(), decoder->store->Format())};
   Playing* playing = FindPlaying(handle);
-  return {playing == nullptr ? 0 : BytesOf(playing->stream->Store()->Length(), *playing->stream->Store())};
+  return {playing == nullptr ? 0 : BytesOf(playing->stream->Length(), playing->stream->Format())};
 }
 
 bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
   const auto decoder = FindDecoder(handle);
   Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (playing == nullptr && decoder == nullptr) return false;
-  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
-  const std::int64_t frame = position.value / BytesOf(1, store);
-  if (position.value < 0 || frame >= store.Length()) return false;
+  const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
+  const std::int64_t length = playing != nullptr ? playing->stream->Length() : decoder->store->Length();
+  const std::int64_t frame = position.value / BytesOf(1, format);
+  if (position.value < 0 || frame >= length) return false;
   if (decoder != nullptr) {
     decoder->cursor = frame;
     return true;
@@ -161,16 +170,15 @@ double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, suppor
   const auto decoder = FindDecoder(handle);
   Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (decoder == nullptr && playing == nullptr) return 0;
-  const PcmStore& store = playing != nullptr ? *playing->stream->Store() : *decoder->store;
-  return static_cast<double>(position.value) /
-         static_cast<double>(BytesOf(store.Format().sample_rate, store));
+  const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
+  return static_cast<double>(position.value) / static_cast<double>(BytesOf(format.sample_rate, format));
 }
 
 decks::SampleFormat SoundEngine::FormatOf(decks::StreamHandle handle) {
   const auto decoder = FindDecoder(handle);
   Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
   if (decoder == nullptr && playing == nullptr) return {};
-  const PcmFormat format = (playing != nullptr ? *playing->stream->Store() : *decoder->store).Format();
+  const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
   return {format.sample_rate, format.channels};
 }
 
@@ -179,24 +187,20 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return heard;
   const Stream& stream = *playing->stream;
-  const PcmStore& store = *stream.Store();
-  RenderCore& core = playing->slot->Core();
-  const std::int64_t heard_frame = playing->slot->HeardFrame();
-  const HeardPlace place = ReadHeardPlace(stream, heard_frame, core.SampleRate());
-  constexpr std::int64_t kShortOf = 1024;  // of what a stretcher takes at once
+  const HeardPlace place = PlaceOf(*playing);
   heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
   heard.ended = place.ended;
   heard.frame = {place.source};
-  heard.length_exact = store.Complete();
-  heard.length = {store.Length()};
-  heard.sample_rate = store.Format().sample_rate;
-  heard.channels = store.Format().channels;
+  heard.length_exact = stream.LengthIsExact();
+  heard.length = {stream.Length()};
+  heard.sample_rate = stream.Format().sample_rate;
+  heard.channels = stream.Format().channels;
+  const RenderCore& core = playing->slot->Core();
   heard.ratio = place.ratio * core.SampleRate() / heard.sample_rate;
-  if (heard_frame != kNothingHeard) {
-    heard.lag = static_cast<double>(core.Frames() - heard_frame) / core.SampleRate();
+  if (const std::int64_t frame = playing->slot->HeardFrame(); frame != kNothingHeard) {
+    heard.lag = static_cast<double>(core.Frames() - frame) / core.SampleRate();
   }
-  heard.waiting = !heard.length_exact &&
-                  std::max(stream.View().frame, place.source + kShortOf) >= store.Ready() && !heard.ended;
+  heard.waiting = IsWaiting(stream, place);
   heard.left_peak = place.left_peak;
   heard.right_peak = place.right_peak;
   return heard;

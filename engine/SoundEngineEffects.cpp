@@ -14,7 +14,7 @@ bool SoundEngine::BASS_ChannelGetAttributes(decks::StreamHandle handle, int& fre
   if (playing == nullptr) return false;
   const Stream& stream = *playing->stream;
   const double set_rate = stream.GetTempo().sample_rate;
-  frequency = set_rate == 0 ? stream.Store()->Format().sample_rate : static_cast<int>(std::lround(set_rate));
+  frequency = set_rate == 0 ? stream.Format().sample_rate : static_cast<int>(std::lround(set_rate));
   const std::uint64_t asked = stream.VolumeAsked();
   volume = asked == 0 ? 100 : static_cast<int>(std::lround(Stream::VolumeOf(asked) * 100));
   pan = static_cast<int>(std::lround(stream.Pan() * 100));

@@ -16,6 +16,7 @@
 #include "engine/ports/Stretcher.h"
 #include "support/HistoryRing.h"
 #include "support/Mutex.h"
+#include "support/ports/SoundGenerator.h"
 
 namespace engine {
 
@@ -70,9 +71,24 @@ class Stream {
 
   Stream(std::uint32_t id, std::shared_ptr<PcmStore> store, int device, int pair)
       : id_(id), store_(std::move(store)), device_(device), pair_(pair) {}
+  /// Generated sound has no store.
+  Stream(std::uint32_t id, std::shared_ptr<support::SoundGenerator> generator, int device, int pair)
+      : id_(id), generator_(std::move(generator)), device_(device), pair_(pair) {}
 
   [[nodiscard]] std::uint32_t Id() const noexcept { return id_; }
   [[nodiscard]] const std::shared_ptr<PcmStore>& Store() const noexcept { return store_; }
+  /// Null for a file.
+  [[nodiscard]] const std::shared_ptr<support::SoundGenerator>& Generator() const noexcept {
+    return generator_;
+  }
+  [[nodiscard]] PcmFormat Format() const noexcept {
+    return store_ != nullptr ? store_->Format() : PcmFormat{generator_->SampleRate(), 2};
+  }
+  /// In frames; exact when LengthIsExact().
+  [[nodiscard]] std::int64_t Length() const noexcept {
+    return store_ != nullptr ? store_->Length() : generator_->Length();
+  }
+  [[nodiscard]] bool LengthIsExact() const noexcept { return store_ == nullptr || store_->Complete(); }
   [[nodiscard]] int Device() const noexcept { return device_; }
   [[nodiscard]] int Pair() const noexcept { return pair_; }
 
@@ -138,6 +154,7 @@ class Stream {
 
   const std::uint32_t id_;
   const std::shared_ptr<PcmStore> store_;  // shared with other streams and scans of the same file
+  const std::shared_ptr<support::SoundGenerator> generator_;  // with whoever tells it what is wanted
   const int device_;
   const int pair_;
   mutable support::Mutex mutex_;

@@ -5,6 +5,9 @@
 #include <algorithm>
 #include <cmath>
 
+#include "engine/GeneratedSource.h"
+#include "engine/SegmentSource.h"
+
 namespace engine {
 namespace {
 
@@ -15,6 +18,12 @@ int LeadFrames(int device_rate) {
   return std::min(device_rate * kLeadMilliseconds / 1000, room);
 }
 
+std::unique_ptr<BlockSource> MakeSource(const Stream& stream, std::size_t lane, StretcherFactory& stretchers,
+                                        int device_rate) {
+  if (stream.Generator() != nullptr) return std::make_unique<GeneratedSource>(stream.Generator(), lane);
+  return std::make_unique<SegmentSource>(stream.Store(), stretchers, device_rate);
+}
+
 }  // namespace
 
 StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretchers, PcmStorePool& pool,
@@ -22,8 +31,8 @@ StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretch
     : stream_(std::move(stream)),
       pool_(pool),
       lead_frames_(LeadFrames(device_rate)),
-      sources_{SegmentSource(stream_->Store(), stretchers, device_rate),
-               SegmentSource(stream_->Store(), stretchers, device_rate)} {}
+      sources_{MakeSource(*stream_, 0, stretchers, device_rate),
+               MakeSource(*stream_, 1, stretchers, device_rate)} {}
 
 void StreamFeed::Pump(std::int64_t device_frame) {
   const Stream::OrderView orders = stream_->View();
@@ -55,7 +64,7 @@ void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
 bool StreamFeed::StillWanted(const Stream::OrderView& orders) {
   if (orders.place != prepared_place_) return false;
   if (orders.tempo == prepared_tempo_) return true;
-  SegmentSource& source = sources_[Idle()];
+  BlockSource& source = *sources_[Idle()];
   if (source.PathOf(orders.tempo) != source.PathOf(prepared_tempo_)) return false;
   source.SetTempo(orders.tempo);  // a slider on the move must not put the change off again and again
   prepared_tempo_ = orders.tempo;
@@ -75,6 +84,7 @@ void StreamFeed::FollowOrders(const Stream::OrderView& orders) {
 }
 
 bool StreamFeed::IsWarm(const Stream::OrderView& orders) {
+  if (stream_->Store() == nullptr) return true;
   constexpr std::int64_t kBefore = 4096;  // what warms a stretcher up
   const std::int64_t first = std::max<std::int64_t>(orders.frame - kBefore, 0);
   if (!stream_->Store()->IsPaged(first) && !stream_->Store()->IsPaged(orders.frame)) return true;
@@ -116,7 +126,7 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t 
 
 void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, bool aligned) {
   stream_->lanes[Idle()].Clear(place, aligned);
-  sources_[Idle()].Begin(frame, tempo);
+  sources_[Idle()]->Begin(frame, tempo);
   prepared_place_ = place;
   prepared_tempo_ = tempo;
   preparing_ = true;
@@ -131,7 +141,7 @@ void StreamFeed::FinishPreparing() {
 
 bool StreamFeed::Fill(std::size_t number) {
   Lane& lane = stream_->lanes[number];
-  SegmentSource& source = sources_[number];
+  BlockSource& source = *sources_[number];
   while (!source.Ended() && lane.Queued() + kLaneBlockFrames <= lead_frames_) {
     LaneBlock* block = lane.Back();
     if (block == nullptr) return true;
@@ -146,7 +156,7 @@ void StreamFeed::FillLive() {
 }
 
 void StreamFeed::KeepWarm() {
-  if (live_ < 0) return;
+  if (live_ < 0 || stream_->Store() == nullptr) return;
   const std::int64_t frame = std::max<std::int64_t>(static_cast<std::int64_t>(Live().Source()), 0);
   const std::int64_t chunk = frame / PcmStore::kChunkFrames;
   if (chunk == warmed_chunk_) return;

@@ -8,8 +8,8 @@
 #include <functional>
 #include <memory>
 
+#include "engine/BlockSource.h"
 #include "engine/PcmStorePool.h"
-#include "engine/SegmentSource.h"
 #include "engine/Stream.h"
 
 namespace engine {
@@ -28,7 +28,7 @@ class StreamFeed {
 
  private:
   [[nodiscard]] std::size_t Idle() const noexcept { return live_ == 0 ? 1 : 0; }
-  [[nodiscard]] SegmentSource& Live() { return sources_[static_cast<std::size_t>(live_)]; }
+  [[nodiscard]] BlockSource& Live() { return *sources_[static_cast<std::size_t>(live_)]; }
 
   void FollowHandOver(const Stream::OrderView& orders);
   /// Whether the prepared segment is the one asked for; a mere change of speed it takes on.
@@ -49,7 +49,7 @@ class StreamFeed {
   const std::shared_ptr<Stream> stream_;  // with the owner and the device's slot: the last one frees it
   PcmStorePool& pool_;
   const int lead_frames_;
-  std::array<SegmentSource, 2> sources_;
+  std::array<std::unique_ptr<BlockSource>, 2> sources_;
   int live_ = -1;  ///< the lane that sounds, or will next; none before the first
   bool offered_ = false;
   bool preparing_ = false;

@@ -11,6 +11,7 @@
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
 #include "dmx/ShowFile.h"
+#include "karaoke/testing/MidiBytes.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -76,6 +77,34 @@ void MakeIndexSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "damaged", "a\tb\r\n1\t2\t3\t4\t5\t6\t7\r\n1\t2\t3\\x\t4\t5\t6\r\n\r\n\t\t\t\t\t\\");
 }
 
+/// A song of each format, and one with every kind of event that only a bad writer makes.
+void MakeKaraokeSeeds(const std::filesystem::path& folder) {
+  using karaoke::testing::TrackBytes;
+  const TrackBytes head = karaoke::testing::UsualHead().Tempo(480, 400'000).End();
+  TrackBytes words;
+  words.Name("Words")
+      .Text(0, "@LENGL")
+      .Text(0, "@TTitle")
+      .Text(0, "@GPop")
+      .Text(480, "\\Hel")
+      .Text(240, "lo ");
+  words.Text(240, "you").Text(4800, "/Bye").End();
+  TrackBytes notes;
+  notes.Event(0, {0xC0, 5}).Event(0, {0xB0, 7, 90}).Event(480, {0x90, 60, 100}).Event(240, {60, 0});
+  notes.Event(0, {0xE0, 0, 70}).Event(0, {0x99, 36, 100}).Event(99, {0x89, 36, 0}).End(480);
+  for (const int format : {0, 1, 2}) {
+    WriteSeed(folder / ("format-" + std::to_string(format)),
+              karaoke::testing::FileBytes({head, words, notes}, 480, format));
+  }
+  TrackBytes odd;
+  odd.Event(0, {0x90, 60, 1})
+      .Text(1, "x")
+      .Event(1, {61, 1})
+      .Event(1, {0xF2, 1, 2})
+      .Event(0, {0xF0, 2, 0x41, 0xF7});
+  WriteSeed(folder / "odd", karaoke::testing::FileBytes({head, words, odd}, 0xE728) + "Junk");
+}
+
 /// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
 /// file.
 void MakeSettingsSeeds(const std::filesystem::path& folder) {
@@ -123,7 +152,7 @@ int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
       {"tags", &MakeTagSeeds},     {"index", &MakeIndexSeeds},    {"settings", &MakeSettingsSeeds},
       {"mp3gain", &MakeGainSeeds}, {"presets", &MakePresetSeeds}, {"fixtures", &MakeFixtureSeeds},
-      {"shows", &MakeShowSeeds}};
+      {"shows", &MakeShowSeeds},   {"karaoke", &MakeKaraokeSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -12,8 +12,6 @@
 namespace karaoke {
 namespace {
 
-constexpr std::uint32_t kInvalidDevice = 257;
-
 support::Result<void> Checked(std::uint32_t error) {
   if (error == 0) return {};
   return support::Error{support::ErrorCode::Unavailable, std::string(MciErrorText(error))};
@@ -127,7 +125,7 @@ support::Result<void> Karaoke::Send(std::uint32_t command, std::uint32_t flags) 
 }
 
 support::Result<void> Karaoke::Send(std::uint32_t command, std::uint32_t flags, MciParameters& parameters) {
-  if (device_ == 0) return Checked(kInvalidDevice);
+  if (device_ == 0) return Checked(mci_error::kInvalidDeviceId);
   return Checked(sequencer_.mciSendCommandA(device_, command, flags, parameters));
 }
 

@@ -141,7 +141,10 @@ Song ReadSong(std::string_view bytes) {
   Song song;
   const auto file = ReadMidiFile(bytes);
   const auto times = file ? ReadSongTimes(*file) : std::nullopt;
-  if (times) song.length = times->tempo.TimeOf(times->end);
+  if (times) {
+    song.length = times->tempo.TimeOf(times->end);
+    song.tempo_map = times->tempo;
+  }
   if (!file) song.note = "This is not a MIDI file.";
   if (file && !times) song.note = "The MIDI file does not say how long its ticks are.";
   if (!ReadSignature(bytes, song) || !ReadTempo(bytes, song)) return song;

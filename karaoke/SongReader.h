@@ -33,6 +33,7 @@ struct Song {
   std::vector<std::string> lines;
   std::vector<Syllable> syllables;  ///< as they stand in the track
   Microseconds length{0};
+  std::optional<TempoMap> tempo_map;  ///< absent when the ticks have no length
   std::string note;  ///< one sentence for the user when the file is not what it should be, else empty
 };
 

@@ -25,7 +25,9 @@ support::Result<std::shared_ptr<SongSound>> SongSound::Open(std::string_view byt
 }
 
 std::int64_t SongSound::Length() const noexcept {
-  return static_cast<std::int64_t>(static_cast<double>(events_->length.count()) * sample_rate_ / 1e6);
+  constexpr double kRings = 2;  // seconds behind the last event
+  const double seconds = std::chrono::duration<double>(events_->length).count() + kRings;
+  return static_cast<std::int64_t>(seconds * sample_rate_);
 }
 
 }  // namespace karaoke

@@ -5,12 +5,14 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
 #include "decks/ports/AudioEngine.h"
 #include "support/Result.h"
 #include "support/Units.h"
+#include "support/ports/SoundGenerator.h"
 
 namespace decks {
 
@@ -86,6 +88,14 @@ class SoundControl {
   virtual void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) = 0;
   /// Why the last creator returned 0; a sentence for the user.
   [[nodiscard]] virtual support::Error LastError() const = 0;
+
+  /// A playable stream of generated sound on a device that is open and has the generator's rate; it is
+  /// played, placed, faded and freed like a file's. 0 and LastError() when that fails. speaker: a flag of the
+  /// pair, or 0. A worker frees the generator once it has faded.
+  virtual StreamHandle CreateGenerated(std::shared_ptr<support::SoundGenerator> /*sound*/, int /*device*/,
+                                       std::uint32_t /*speaker*/) {
+    return 0;
+  }
 
   /// Decodes another second or so of the file under a decoding stream; false when nothing was left to do, so
   /// that its length is exact. May block on the disk: workers only.

@@ -43,8 +43,8 @@ inline constexpr std::uint32_t kMciFormatMilliseconds = 0;
 
 /// What goes into a command and comes out of it; each command uses its own members.
 struct MciParameters {
-  std::string device_type;        ///< MCI_OPEN: "sequencer"
-  std::string element_name;       ///< MCI_OPEN: the file
+  std::string device_type = {};   ///< MCI_OPEN: "sequencer"
+  std::string element_name = {};  ///< MCI_OPEN: the file
   std::uint32_t device = 0;       ///< MCI_OPEN gives it
   std::uint32_t time_format = 0;  ///< MCI_SET
   std::uint32_t item = 0;         ///< MCI_STATUS

@@ -15,6 +15,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+    {"karaoke", "FILE", &InspectKaraoke},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mp3gain", "FILE", &InspectMp3Gain},
     {"presets", "FILE", &InspectPresets},

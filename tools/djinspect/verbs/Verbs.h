@@ -36,6 +36,7 @@ ExitCode InspectBank(const Arguments& arguments, std::ostream& out, std::ostream
 ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "karaoke/LyricPainter.h"
+
+#include <charconv>
+
+#include "support/Text.h"
+
+namespace karaoke {
+namespace {
+
+constexpr std::string_view kSection = "Karaoke";
+
+}  // namespace
+
+Colour ParseColour(std::string_view text, Colour fallback) {
+  text = support::Trim(text);
+  const bool hexadecimal = support::ToUpper(text.substr(0, 2)) == "&H";
+  if (hexadecimal) text.remove_prefix(2);
+  while (hexadecimal && !text.empty() && text.back() == '&') text.remove_suffix(1);
+  std::int64_t value = 0;
+  const auto [end, failed] =
+      std::from_chars(text.data(), text.data() + text.size(), value, hexadecimal ? 16 : 10);
+  if (failed != std::errc() || end != text.data() + text.size()) return fallback;
+  return static_cast<Colour>(value);  // a system colour is stored as a negative number
+}
+
+LyricLook ReadLook(const support::SettingsStore& settings, const support::ProgramFolder& folder,
+                   LookReader reader) {
+  const auto text = [&](std::string_view key, std::string_view fallback) {
+    return settings.Get(support::kApplication, kSection, key, fallback);
+  };
+  const auto colour = [&](std::string_view key, Colour fallback) {
+    return ParseColour(text(key, ""), fallback);
+  };
+  constexpr Colour kWhite = 0xFFFFFF;
+  LyricLook look;
+  look.font_name = text("FontName", look.font_name);
+  look.font_bold = text("FontBold", "") == "True";
+  look.font_italic = text("FontItalic", "") == "True";
+  look.fill = {colour("CurrentText", look.fill[0]), colour("CurrentWord", look.fill[1]),
+               colour("NextText", look.fill[2])};
+  look.outline = colour("Outline", look.outline);
+  look.background = colour("BackGround", reader == LookReader::Display ? 0 : kWhite);
+  look.bouncing_ball = text("BouncingBall", folder.TextOf("\\smile.ICO"));
+  return look;
+}
+
+int PenWidthFor(float font_size) {
+  constexpr float kLarge = 30;
+  return font_size >= kLarge ? 2 : 1;
+}
+
+LyricPainter::LyricPainter(DrawingSystem& system)
+    : renderers_{Pair{CTextOutlineEx(system), CTextOutlineEx(system)},
+                 Pair{CTextOutlineEx(system), CTextOutlineEx(system)},
+                 Pair{CTextOutlineEx(system), CTextOutlineEx(system)}} {}
+
+void LyricPainter::Draw(LyricRole role, LyricDisplay display, DrawingSurface& surface, const FontObject& font,
+                        std::string_view text, int x, int y) {
+  const std::size_t number = static_cast<std::size_t>(role);
+  CTextOutlineEx& renderer = renderers_[number][static_cast<std::size_t>(display)];
+  renderer.Filled(true);
+  renderer.Outlined(true);
+  renderer.OutlineBehind(false);
+  renderer.FillColor(look_.fill[number]);
+  renderer.OutlineColor(look_.outline);
+  renderer.PenWidth(PenWidthFor(font.size));
+  renderer.Font(font);
+  renderer.UseExistingObjects(false);
+  renderer.hdc(&surface);
+  renderer.DrawText(text, x, y);
+  renderer.hdc(nullptr);
+}
+
+}  // namespace karaoke
