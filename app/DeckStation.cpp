@@ -157,10 +157,9 @@ void DeckStation::Tick(DeckView& view) {
   view.message = message_;
   view.volume = player_.volume();
   view.pre_volume = player_.PreVolume();
+  ShowAnalysis(view);
   tempo_.Show(view);
   if (coming_) view.bpm = coming_->bpm;
-  view.wave = tools_.waves.Of(player_.Channel());
-  ShowMixPoints(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -231,8 +230,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   tools_.equaliser.SetUp(player_.STRM());
   tempo_.Heard(sound_.Heard(player_.STRM()));
   ApplySliders();
-  HoldWave();
-  FindMixPoints();
+  Analyse();
   if (start.value != 0) player_.StreamTime(start);
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
@@ -252,8 +250,7 @@ void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
   tempo_.Begin(0);
-  tools_.waves.Drop(player_.Channel());
-  tools_.mix_points.Drop(player_.Channel());
+  tools_.analyses.Drop(player_.Channel());
   track_ = {};
   message_.clear();
   reopen_at_.reset();
@@ -280,26 +277,25 @@ void DeckStation::ApplySliders() {
   tempo_.Apply();
 }
 
-void DeckStation::HoldWave() {
-  const decks::HeardStream heard = sound_.Heard(player_.STRM());
-  tools_.waves.Hold(player_.Channel(), track_.filename, {heard.sample_rate, heard.channels});
+void DeckStation::Analyse() {
+  if (player_.Filename().empty() || state_ == State::Empty) return;
+  tools_.analyses.Hold(player_.Channel(), player_.ScanRequest());
 }
 
-void DeckStation::FindMixPoints() {
-  if (!player_.Filename().empty() && state_ != State::Empty) {
-    tools_.mix_points.Hold(player_.Channel(), player_.ScanRequest());
-  }
-}
-
-void DeckStation::ShowMixPoints(DeckView& view) {
-  view.scan_busy = tools_.mix_points.Busy(player_.Channel());
-  const auto points = tools_.mix_points.Of(player_.Channel());
-  if (!points) return;
-  player_.StartMixPoint(points->start);
-  player_.EndMixPoint(points->end);
+void DeckStation::ShowAnalysis(DeckView& view) {
+  view.scan_busy = tools_.analyses.Busy(player_.Channel());
+  const auto analysis = tools_.analyses.Of(player_.Channel());
+  if (analysis == nullptr) return;
+  view.wave = analysis->wave;
+  tempo_.Found(analysis->grid);
+  view.loudness = analysis->loudness;
+  if (!analysis->mix_points) return;
+  const music::MixPoints& points = analysis->mix_points->points;
+  player_.StartMixPoint(points.start);
+  player_.EndMixPoint(points.end);
   view.has_mix_points = true;
-  view.start_mix_point = Microseconds(points->start_seconds);
-  view.end_mix_point = Microseconds(points->end_seconds);
+  view.start_mix_point = Microseconds(points.start_seconds);
+  view.end_mix_point = Microseconds(points.end_seconds);
 }
 
 void DeckStation::MovePrelisten() {

@@ -9,10 +9,9 @@
 #include <optional>
 #include <string>
 
+#include "app/AnalysisDesk.h"
 #include "app/DeckTempo.h"
 #include "app/Mailbox.h"
-#include "app/MixPointDesk.h"
-#include "app/WaveDesk.h"
 #include "app/WorkstationView.h"
 #include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
@@ -31,8 +30,7 @@ struct Track {
 
 /// What all decks share.
 struct DeckTools {
-  WaveDesk& waves;
-  MixPointDesk& mix_points;
+  AnalysisDesk& analyses;
   decks::Equaliser& equaliser;
 };
 
@@ -59,8 +57,8 @@ class DeckStation {
   void SetVolume(int volume);
   void SetPreVolume(int volume);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
-  /// Looks for the mix points of the file on the deck, by the threshold as it stands now.
-  void FindMixPoints();
+  /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
+  void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
 
   /// Where the deck plays from now on; what sounds moves at its heard position.
@@ -84,8 +82,7 @@ class DeckStation {
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();
-  void HoldWave();
-  void ShowMixPoints(DeckView& view);
+  void ShowAnalysis(DeckView& view);
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream

@@ -19,20 +19,22 @@ std::size_t Index(int output) {
 
 }  // namespace
 
-Stage::Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say)
-    : engine_(engine),
-      sound_(sound),
+Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
+             std::shared_ptr<Mailbox> box, const support::Sentences& say)
+    : engine_(ports.engine),
+      sound_(ports.sound),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      waves_(engine, workers, gate_, box_),
-      mix_points_(engine, sound, workers, gate_, box_),
-      equaliser_(engine) {
+      analyses_(ports, workers, gate_, box_,
+                [this, answers = box_](std::string sentence) {
+                  answers->Post([this, sentence = std::move(sentence)] { Notice(sentence); });
+                }),
+      equaliser_(ports.engine) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine, sound, controls_, DeckTools{waves_, mix_points_, equaliser_}, box_);
+        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_}, box_);
   }
 }
 
@@ -138,7 +140,7 @@ void Stage::FollowMixer(int percent) {
 
 void Stage::SetGainPercent(int percent) {
   controls_.AutomationSlider[1] = percent;
-  for (const auto& deck : decks_) deck->FindMixPoints();
+  for (const auto& deck : decks_) deck->Analyse();
 }
 
 void Stage::StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders) {

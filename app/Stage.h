@@ -9,11 +9,11 @@
 #include <string>
 #include <vector>
 
+#include "app/AnalysisDesk.h"
 #include "app/BeatMatch.h"
 #include "app/DeckStation.h"
 #include "app/Mailbox.h"
 #include "app/OutputSettings.h"
-#include "app/WaveDesk.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
 #include "decks/ports/AudioEngine.h"
@@ -27,8 +27,8 @@ namespace app {
 /// Threads: the conductor, but for View, which is the window's.
 class Stage {
  public:
-  Stage(decks::AudioEngine& engine, decks::SoundControl& sound, support::Executor& workers,
-        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
+  Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
+        std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
   /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
@@ -56,6 +56,8 @@ class Stage {
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.
   void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
+  /// Called with each analysis of a deck's file that is complete.
+  void OnAnalysed(AnalysisDesk::Found found) { analyses_.OnFound(std::move(found)); }
   void Notice(std::string sentence) { notice_ = std::move(sentence); }
 
   /// Requires: 1 to kDecks.
@@ -81,8 +83,7 @@ class Stage {
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
   decks::MasterControls controls_;
-  WaveDesk waves_;
-  MixPointDesk mix_points_;
+  AnalysisDesk analyses_;
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   BeatMatch beats_;

@@ -18,8 +18,10 @@
 #include "app/ports/SystemMixer.h"
 #include "app/ports/Visualisation.h"
 #include "catalogue/IndexFile.h"
+#include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
+#include "decks/AnalysisPass.h"
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Clock.h"
@@ -39,8 +41,10 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
-  SystemMixer* mixer = nullptr;            ///< null: no master volume
-  Visualisation* visualisation = nullptr;  ///< null: none
+  SystemMixer* mixer = nullptr;                ///< null: no master volume
+  Visualisation* visualisation = nullptr;      ///< null: none
+  decks::AnalysisTools analysis = {};          ///< what is null is not measured
+  catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
 };
 
 /// What the button of the settings page does.

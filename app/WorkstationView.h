@@ -9,8 +9,7 @@
 
 #include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
-#include "music/BeatGrid.h"
-#include "music/Wave.h"
+#include "music/TrackAnalysis.h"
 
 namespace app {
 
@@ -35,7 +34,7 @@ struct DeckView {
   bool length_exact = false;
   float left_db = -90;  ///< dB below full scale, -90 is silence
   float right_db = -90;
-  double bpm = 0;           ///< of the file, 0 when unknown
+  double bpm = 0;           ///< of the file: of its row, else as it was measured; 0 when unknown
   int volume = 100;         ///< 0 to 100
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
   double playing_bpm = 0;   ///< as it is heard, 0 when unknown
@@ -47,16 +46,17 @@ struct DeckView {
   bool synced = false;            ///< it follows the other deck's beat
   /// Seconds by which its beat comes late (above 0) or early while it is synced.
   double sync_error = 0;
-  /// Where the beats lie; null when none are known. Shared as the wave is.
-  std::shared_ptr<const music::BeatGrid> grid;
   int sample_rate = 0;  ///< Hz
-  /// Of the file on the deck; null until a worker has made it. Shared, because the window draws from it while
-  /// the deck goes on to another file; it never changes.
+  /// Of the file on the deck; null until a worker has begun it, and growing until it is done. Shared, because
+  /// the window draws from it while the deck goes on to another file; it never changes.
   std::shared_ptr<const music::Wave> wave;
+  /// Of the same file, in the same way, as found or as corrected by hand; empty where it has no beats.
+  std::shared_ptr<const music::BeatGrid> grid;
+  music::Loudness loudness;     ///< not valid until it was measured
   bool has_mix_points = false;  ///< false until a worker has found them
   std::chrono::microseconds start_mix_point{0};
   std::chrono::microseconds end_mix_point{0};
-  double scan_busy = 0;  ///< 0 to 1, over and over, while they are looked for; else 0
+  double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
 };
 
 /// How a deck comes into the other one's beat.

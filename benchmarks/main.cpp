@@ -4,8 +4,10 @@
 #include <string_view>
 
 #include "benchmarks/Bench.h"
+#include "benchmarks/TempoSongs.h"
 
 int main(int argc, char* argv[]) {
+  if (argc > 1 && std::string_view(argv[1]) == "--song") return bench::WriteTempoSong(argc, argv);
   if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
   bench::PrintHead();

@@ -117,8 +117,8 @@ support::BytePosition MixPointScan::Scanning::ExactLength() {
   return engine_.BASS_ChannelGetLength(decoder_);
 }
 
-std::optional<MixPoints> MixPointScan::Run(const MixPointRequest& request, ScanProgress& progress) {
-  MixPoints found;
+std::optional<music::MixPoints> MixPointScan::Run(const MixPointRequest& request, ScanProgress& progress) {
+  music::MixPoints found;
   for (const bool from_start : {true, false}) {
     Scanning scanning(engine_, sound_, buffer_, request, progress);
     if (!scanning.Opened()) return std::nullopt;

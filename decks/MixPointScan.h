@@ -9,6 +9,7 @@
 
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
+#include "music/TrackAnalysis.h"
 #include "support/Units.h"
 
 namespace decks {
@@ -31,15 +32,6 @@ struct MixPointRequest {
   bool operator==(const MixPointRequest&) const = default;
 };
 
-/// Where the sound of a file begins and ends.
-struct MixPoints {
-  support::BytePosition start;   ///< the length where the file is silent throughout
-  support::BytePosition end;     ///< 0 where nothing was found
-  support::BytePosition length;  ///< exact
-  double start_seconds = 0;
-  double end_seconds = 0;
-};
-
 /// Finds the first and the last audible sample of a file.
 ///
 /// Law: from the start, in blocks of 20,000 bytes, the first sample louder than 80 times the percentage, and
@@ -52,7 +44,7 @@ class MixPointScan {
   MixPointScan(AudioEngine& engine, SoundControl& sound) : engine_(engine), sound_(sound) {}
 
   /// Nothing when the file cannot be opened or the scan was cancelled.
-  std::optional<MixPoints> Run(const MixPointRequest& request, ScanProgress& progress);
+  std::optional<music::MixPoints> Run(const MixPointRequest& request, ScanProgress& progress);
 
  private:
   static constexpr std::size_t kBufferSamples = 50'001;

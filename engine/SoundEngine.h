@@ -99,6 +99,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
   bool DecodeFurther(decks::StreamHandle decoder) override;
+  decks::SampleFormat FormatOf(decks::StreamHandle handle) override;
   decks::HeardStream Heard(decks::StreamHandle stream) override;
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;

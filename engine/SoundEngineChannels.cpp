@@ -166,6 +166,14 @@ double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, suppor
          static_cast<double>(BytesOf(store.Format().sample_rate, store));
 }
 
+decks::SampleFormat SoundEngine::FormatOf(decks::StreamHandle handle) {
+  const auto decoder = FindDecoder(handle);
+  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  if (decoder == nullptr && playing == nullptr) return {};
+  const PcmFormat format = (playing != nullptr ? *playing->stream->Store() : *decoder->store).Format();
+  return {format.sample_rate, format.channels};
+}
+
 decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   decks::HeardStream heard;
   Playing* playing = FindPlaying(handle);

@@ -53,6 +53,13 @@ std::vector<WaveColumn> Overview(std::span<const WaveColumn> fine) {
 
 }  // namespace
 
+Wave Wave::Of(std::vector<WaveColumn> fine) {
+  Wave wave;
+  wave.overview = Overview(fine);
+  wave.fine = std::move(fine);
+  return wave;
+}
+
 WaveBuilder::WaveBuilder(int sample_rate, int channels)
     : sample_rate_(sample_rate),
       channels_(static_cast<std::size_t>(channels)),
@@ -97,12 +104,17 @@ void WaveBuilder::EndColumn() {
   column_end_ = std::max(frames_ + 1, next * sample_rate_ / Wave::kColumnsASecond);
 }
 
+Wave WaveBuilder::SoFar(double expected_seconds) const {
+  constexpr double kMostColumns = 24.0 * 3600 * Wave::kColumnsASecond;
+  const double expected = std::clamp(expected_seconds * Wave::kColumnsASecond, 0.0, kMostColumns);
+  std::vector<WaveColumn> whole = columns_;
+  whole.resize(std::max(whole.size(), static_cast<std::size_t>(expected)));
+  return {Overview(whole), columns_};
+}
+
 Wave WaveBuilder::Finish() {
   if (in_column_ > 0) EndColumn();
-  Wave wave;
-  wave.fine = std::move(columns_);
-  wave.overview = Overview(wave.fine);
-  return wave;
+  return Wave::Of(std::move(columns_));
 }
 
 }  // namespace music

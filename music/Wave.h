@@ -28,6 +28,9 @@ struct Wave {
   std::vector<WaveColumn> overview;
   /// Column i begins at i / kColumnsASecond seconds.
   std::vector<WaveColumn> fine;
+
+  /// The wave whose fine columns these are.
+  [[nodiscard]] static Wave Of(std::vector<WaveColumn> fine);
 };
 
 /// Makes a wave of samples that come piece by piece.
@@ -37,6 +40,8 @@ class WaveBuilder {
   WaveBuilder(int sample_rate, int channels);
   /// Whole frames, interleaved.
   void Add(std::span<const std::int16_t> samples);
+  /// Of what was added so far; the overview is as wide as if the track had so many seconds in all.
+  [[nodiscard]] Wave SoFar(double expected_seconds) const;
   /// Nothing is added after that.
   [[nodiscard]] Wave Finish();
 

@@ -9,6 +9,8 @@
 #include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "engine/SoundEngine.h"
+#include "platform/analysis/EburLoudnessMeters.h"
+#include "platform/analysis/QmBeatTrackers.h"
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
@@ -17,6 +19,7 @@
 #include "platform/files/System.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
+#include "platform/sidestore/SqliteSideStore.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Clock.h"
@@ -50,6 +53,7 @@ struct Program::Parts {
                 .thread_started = [] { platform::files::RaiseThreadPriority(); },
                 .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
+        side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
         workstation({.engine = engine,
                      .sound = engine,
@@ -59,7 +63,9 @@ struct Program::Parts {
                      .workers = workers,
                      .clock = clock,
                      .mixer = &mixer,
-                     .visualisation = &visualisation},
+                     .visualisation = &visualisation,
+                     .analysis = {&meters, &trackers},
+                     .side_store = &side_store},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -80,6 +86,9 @@ struct Program::Parts {
   support::ThreadPool decoding;
   support::ThreadPool looking;
   engine::SoundEngine engine;
+  platform::analysis::EburLoudnessMeters meters;
+  platform::analysis::QmBeatTrackers trackers;
+  platform::sidestore::SqliteSideStore side_store;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;

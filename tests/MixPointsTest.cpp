@@ -29,9 +29,9 @@ class Unwatched final : public decks::ScanProgress {
 /// The real engine, without outputs, over real files.
 class MixPointsOfFiles : public ::testing::TestWithParam<std::string_view> {
  protected:
-  decks::MixPoints Scan(const std::string& path, int percent = 3) {
+  music::MixPoints Scan(const std::string& path, int percent = 3) {
     const auto found = decks::MixPointScan(engine_, engine_).Run({path, 2, percent}, unwatched_);
-    return found.value_or(decks::MixPoints{{-1}, {-1}, {-1}, -1, -1});
+    return found.value_or(music::MixPoints{{-1}, {-1}, {-1}, -1, -1});
   }
   /// Everything that the file decodes to, read by a decoder outside the engine.
   Sound Decoded(const std::string& path) {
@@ -52,7 +52,7 @@ class MixPointsOfFiles : public ::testing::TestWithParam<std::string_view> {
   void ExpectThePlainReading(const std::string& path, int percent = 3) {
     const Sound sound = Decoded(path);
     const auto channels = static_cast<std::size_t>(sound.channels);
-    const decks::MixPoints found = Scan(path, percent);
+    const music::MixPoints found = Scan(path, percent);
     EXPECT_EQ(found.start.value, decks::testing::PlainStart(sound.samples, percent, channels)) << path;
     EXPECT_EQ(found.end.value, decks::testing::PlainEnd(sound.samples, percent, channels)) << path;
     EXPECT_EQ(found.length.value, static_cast<std::int64_t>(2 * sound.samples.size())) << path;
@@ -82,7 +82,7 @@ TEST_P(MixPointsOfFiles, EqualThePlainReadingOfTheDecodedSamples) {
 
 TEST_P(MixPointsOfFiles, LieWithinThirtyMillisecondsOfTheKnownSilence) {
   const std::string extension(GetParam());
-  const decks::MixPoints found =
+  const music::MixPoints found =
       Scan(media_.Write("known." + extension, Silence(1.3s) + Tone(3s, {700, 0.2}) + Silence(2.1s)));
   const bool lossless = extension == "flac" || extension == "wav";
   const double tolerance = lossless ? 10 / 44100.0 : 0.030;

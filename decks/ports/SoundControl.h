@@ -30,6 +30,13 @@ struct HeardStream {
   double lag = 0;        ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
 };
 
+/// What a file's samples are.
+struct SampleFormat {
+  int sample_rate = 0;  ///< Hz
+  int channels = 0;
+  bool operator==(const SampleFormat&) const = default;
+};
+
 /// What the engine's callbacks report of themselves.
 struct EngineHealth {
   std::uint64_t callbacks = 0;
@@ -82,6 +89,9 @@ class SoundControl {
   /// Decodes another second or so of the file under a decoding stream; false when nothing was left to do, so
   /// that its length is exact. May block on the disk: workers only.
   virtual bool DecodeFurther(StreamHandle decoder) = 0;
+
+  /// Of the file under a stream, decoding or playing; all 0 on a handle of 0. Any thread for a decoder.
+  [[nodiscard]] virtual SampleFormat FormatOf(StreamHandle /*stream*/) { return {}; }
 
   [[nodiscard]] virtual HeardStream Heard(StreamHandle stream) = 0;
   /// The next frame that the device of this stream will be given.

@@ -375,6 +375,12 @@ support::Error RecordingEngine::LastError() const {
   return last_error_;
 }
 
+SampleFormat RecordingEngine::FormatOf(StreamHandle stream) {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? SampleFormat{} : SampleFormat{found->file.sample_rate, found->file.channels};
+}
+
 HeardStream RecordingEngine::Heard(StreamHandle stream) {
   MutexLock lock(mutex_);
   HeardStream heard;

@@ -121,6 +121,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
   bool DecodeFurther(StreamHandle decoder) override;
+  SampleFormat FormatOf(StreamHandle stream) override;
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;

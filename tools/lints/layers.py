@@ -22,6 +22,7 @@ ARROWS = {
 # Folders that join rooms: the program, and what measures and tests it whole.
 EVERYTHING = set(ARROWS) | {"program"}
 ARROWS |= {joiner: EVERYTHING for joiner in ("main.cpp", "program", "tools", "tests", "benchmarks", "fuzz")}
+ARROWS["benchmarks"] = EVERYTHING | {"tools"}  # songs for the beat tracker come from the composer's studio
 STANDARD_ONLY = SUBSYSTEMS | {"support", "music", "engine", "app"}
 STANDARD_HEADER = re.compile(r"^[a-z_0-9]+$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')

@@ -1,0 +1,202 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/AnalysisParts.h"
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+#include "catalogue/PackedBits.h"
+
+namespace catalogue {
+namespace {
+
+constexpr int kVersionBits = 16;
+constexpr int kCountBits = 32;
+constexpr double kNanoseconds = 1e9;
+
+void WriteVersion(BitWriter& out) {
+  out.WriteBits(music::TrackAnalysis::kVersion, kVersionBits);
+}
+
+bool ReadVersion(BitReader& in) {
+  return in.ReadBits(kVersionBits) == music::TrackAnalysis::kVersion && in.Good();
+}
+
+/// Nothing stands behind what was read but the bits that fill the last byte.
+bool WasAll(const BitReader& in) {
+  return in.Good() && in.BitsLeft() < 8;
+}
+
+/// The columns' values as five runs; each value as what it differs from the one that it is expected to be.
+std::vector<int> Differences(const std::vector<music::WaveColumn>& columns) {
+  std::vector<int> differences;
+  differences.reserve(columns.size() * 5);
+  const auto run = [&](auto field) {
+    int before = 0;
+    for (const music::WaveColumn& column : columns) {
+      differences.push_back(column.*field - before);
+      before = column.*field;
+    }
+  };
+  run(&music::WaveColumn::highest);
+  for (const music::WaveColumn& column : columns) differences.push_back(column.lowest + column.highest);
+  run(&music::WaveColumn::low);
+  run(&music::WaveColumn::mid);
+  run(&music::WaveColumn::high);
+  return differences;
+}
+
+bool Restore(const std::vector<int>& differences, std::vector<music::WaveColumn>& columns) {
+  bool good = differences.size() == columns.size() * 5;
+  std::size_t next = 0;
+  const auto run = [&](auto field, int lowest, int highest) {
+    int value = 0;
+    for (std::size_t i = 0; i < columns.size() && good; ++i) {
+      value += std::clamp(differences[next++], -1000, 1000);
+      good = value >= lowest && value <= highest;
+      using Field = std::remove_reference_t<decltype(columns[i].*field)>;
+      columns[i].*field = static_cast<Field>(value);
+    }
+  };
+  run(&music::WaveColumn::highest, -128, 127);
+  for (std::size_t i = 0; i < columns.size() && good; ++i) {
+    const int lowest = std::clamp(differences[next++], -1000, 1000) - columns[i].highest;
+    good = lowest >= -128 && lowest <= 127;
+    columns[i].lowest = static_cast<std::int8_t>(lowest);
+  }
+  run(&music::WaveColumn::low, 0, 255);
+  run(&music::WaveColumn::mid, 0, 255);
+  run(&music::WaveColumn::high, 0, 255);
+  return good;
+}
+
+}  // namespace
+
+std::string PackWave(const music::Wave& wave) {
+  BitWriter out;
+  WriteVersion(out);
+  out.WriteBits(wave.fine.size(), kCountBits);
+  out.WriteSmall(Differences(wave.fine));
+  return out.Take();
+}
+
+std::optional<music::Wave> UnpackWave(std::string_view bytes) {
+  BitReader in(bytes);
+  if (!ReadVersion(in)) return std::nullopt;
+  const std::size_t count = in.ReadBits(kCountBits);
+  if (count > in.BitsLeft()) return std::nullopt;
+  std::vector<music::WaveColumn> fine(count);
+  if (!Restore(in.ReadSmall(5 * count), fine) || !WasAll(in)) return std::nullopt;
+  return music::Wave::Of(std::move(fine));
+}
+
+std::string PackGrid(const music::BeatGrid& grid) {
+  BitWriter out;
+  WriteVersion(out);
+  out.WriteReal(grid.Nominal().value);
+  out.WriteReal(grid.Confidence());
+  out.WriteBits(grid.Beats().size(), kCountBits);
+  std::int64_t before = 0;
+  for (const music::Seconds beat : grid.Beats()) {
+    const std::int64_t at = std::llround(beat.count() * kNanoseconds);
+    out.WriteSigned(at - before);
+    before = at;
+  }
+  return out.Take();
+}
+
+std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes) {
+  constexpr std::int64_t kAYear = 365LL * 24 * 3600 * 1'000'000'000;
+  BitReader in(bytes);
+  if (!ReadVersion(in)) return std::nullopt;
+  const support::Bpm nominal{in.ReadReal()};
+  const double confidence = in.ReadReal();
+  const std::size_t count = in.ReadBits(kCountBits);
+  if (count > in.BitsLeft() || !std::isfinite(nominal.value) || !std::isfinite(confidence))
+    return std::nullopt;
+  std::vector<music::Seconds> beats;
+  beats.reserve(count);
+  std::int64_t at = 0;
+  for (std::size_t i = 0; i < count; ++i) {
+    at = std::clamp(at + std::clamp(in.ReadSigned(), -kAYear, kAYear), -kAYear, kAYear);
+    beats.emplace_back(static_cast<double>(at) / kNanoseconds);
+  }
+  music::BeatGrid grid(nominal, confidence, std::move(beats));
+  if (!WasAll(in) || grid.Beats().size() != count) return std::nullopt;
+  return grid;
+}
+
+std::string PackFacts(const music::TrackAnalysis& analysis) {
+  BitWriter out;
+  WriteVersion(out);
+  out.WriteSigned(analysis.length.value);
+  out.WriteSigned(analysis.sample_rate);
+  out.WriteSigned(analysis.channels);
+  out.WriteBits(analysis.loudness.valid ? 1 : 0, 1);
+  out.WriteReal(static_cast<double>(analysis.loudness.integrated.value));
+  out.WriteReal(static_cast<double>(analysis.loudness.true_peak.value));
+  out.WriteBits(analysis.mix_points ? 1 : 0, 1);
+  if (analysis.mix_points) {
+    const music::MixPoints& points = analysis.mix_points->points;
+    for (const auto& position : {points.start, points.end, points.length}) out.WriteSigned(position.value);
+    out.WriteReal(points.start_seconds);
+    out.WriteReal(points.end_seconds);
+    out.WriteSigned(analysis.mix_points->gain_percent);
+  }
+  return out.Take();
+}
+
+std::optional<music::TrackAnalysis> UnpackFacts(std::string_view bytes) {
+  BitReader in(bytes);
+  if (!ReadVersion(in)) return std::nullopt;
+  music::TrackAnalysis facts;
+  facts.length.value = in.ReadSigned();
+  facts.sample_rate = static_cast<int>(in.ReadSigned());
+  facts.channels = static_cast<int>(in.ReadSigned());
+  facts.loudness.valid = in.ReadBits(1) != 0;
+  facts.loudness.integrated.value = static_cast<float>(in.ReadReal());
+  facts.loudness.true_peak.value = static_cast<float>(in.ReadReal());
+  bool good = std::isfinite(facts.loudness.integrated.value) && std::isfinite(facts.loudness.true_peak.value);
+  if (in.ReadBits(1) != 0) {
+    music::FoundMixPoints& found = facts.mix_points.emplace();
+    for (auto* position : {&found.points.start, &found.points.end, &found.points.length}) {
+      position->value = in.ReadSigned();
+    }
+    found.points.start_seconds = in.ReadReal();
+    found.points.end_seconds = in.ReadReal();
+    found.gain_percent = static_cast<int>(in.ReadSigned());
+    good = good && std::isfinite(found.points.start_seconds) && std::isfinite(found.points.end_seconds);
+  }
+  if (!good || !WasAll(in)) return std::nullopt;
+  return facts;
+}
+
+std::optional<music::TrackAnalysis> ReadAnalysis(SideStore& store, const std::string& path,
+                                                 const FileStamp& stamp) {
+  const auto facts = store.Read(path, stamp, SidePart::Facts);
+  const auto wave = facts ? store.Read(path, stamp, SidePart::Wave) : std::nullopt;
+  const auto grid = wave ? store.Read(path, stamp, SidePart::Grid) : std::nullopt;
+  if (!grid) return std::nullopt;
+  auto analysis = UnpackFacts(*facts);
+  auto columns = UnpackWave(*wave);
+  auto beats = UnpackGrid(*grid);
+  if (!analysis || !columns || !beats) return std::nullopt;
+  analysis->wave = std::make_shared<const music::Wave>(std::move(*columns));
+  analysis->grid = std::make_shared<const music::BeatGrid>(std::move(*beats));
+  return analysis;
+}
+
+support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, const FileStamp& stamp,
+                                    const music::TrackAnalysis& analysis) {
+  auto written = store.Write(path, stamp, SidePart::Wave, PackWave(*analysis.wave));
+  if (written) written = store.Write(path, stamp, SidePart::Grid, PackGrid(*analysis.grid));
+  return written ? WriteFacts(store, path, stamp, analysis) : written;
+}
+
+support::Result<void> WriteFacts(SideStore& store, const std::string& path, const FileStamp& stamp,
+                                 const music::TrackAnalysis& analysis) {
+  return store.Write(path, stamp, SidePart::Facts, PackFacts(analysis));
+}
+
+}  // namespace catalogue

@@ -1,0 +1,33 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "catalogue/ports/SideStore.h"
+#include "music/TrackAnalysis.h"
+
+namespace catalogue {
+
+/// What is kept of a file's analysis, or nothing unless its facts, wave and grid are all there and sound.
+[[nodiscard]] std::optional<music::TrackAnalysis> ReadAnalysis(SideStore& store, const std::string& path,
+                                                               const FileStamp& stamp);
+/// Requires: wave and grid are there.
+support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, const FileStamp& stamp,
+                                    const music::TrackAnalysis& analysis);
+/// Of an analysis that is kept already: its mix points, loudness and length alone.
+support::Result<void> WriteFacts(SideStore& store, const std::string& path, const FileStamp& stamp,
+                                 const music::TrackAnalysis& analysis);
+
+// The parts as bytes. Each begins with the version of the analysis; bytes of another version, and any that
+// were not written by the function beside, give nothing.
+[[nodiscard]] std::string PackWave(const music::Wave& wave);
+[[nodiscard]] std::optional<music::Wave> UnpackWave(std::string_view bytes);
+[[nodiscard]] std::string PackGrid(const music::BeatGrid& grid);
+[[nodiscard]] std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes);
+/// All but wave and grid.
+[[nodiscard]] std::string PackFacts(const music::TrackAnalysis& analysis);
+[[nodiscard]] std::optional<music::TrackAnalysis> UnpackFacts(std::string_view bytes);
+
+}  // namespace catalogue

@@ -1,0 +1,96 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "catalogue/AnalysisParts.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "catalogue/testing/MemorySideStore.h"
+#include "catalogue/testing/SideStoreContract.h"
+
+namespace catalogue::testing {
+namespace {
+
+struct Memory {
+  MemorySideStore& Store() { return store; }
+  MemorySideStore store;
+};
+INSTANTIATE_TYPED_TEST_SUITE_P(Memory, EverySideStore, Memory);
+
+/// Loud music, as it looks: every column near the one before, with jumps at the beats.
+music::Wave Music(std::size_t columns) {
+  std::vector<music::WaveColumn> fine;
+  unsigned dice = 1;
+  for (std::size_t i = 0; i < columns; ++i) {
+    dice = dice * 1664525 + 1013904223;
+    const int jitter = static_cast<int>(dice >> 28);
+    const int level = 100 - static_cast<int>(i % 70) / 2 + jitter;
+    fine.push_back({static_cast<std::int8_t>(-level + jitter / 2), static_cast<std::int8_t>(level),
+                    static_cast<std::uint8_t>(level), static_cast<std::uint8_t>(level / 2 + jitter),
+                    static_cast<std::uint8_t>(jitter)});
+  }
+  return music::Wave::Of(std::move(fine));
+}
+
+music::TrackAnalysis Known() {
+  music::TrackAnalysis known;
+  known.wave = std::make_shared<const music::Wave>(Music(240 * music::Wave::kColumnsASecond));
+  known.grid = std::make_shared<const music::BeatGrid>(
+      music::BeatGrid::Even({127.97}, 0.75, music::Seconds(0.123456789), music::Seconds(240)));
+  known.loudness = {true, {-9.25F}, {0.5F}};
+  known.mix_points = {{{4}, {3LL << 32}, {3LL << 33}, 0.25, 240.5}, 3};
+  known.length = {240 * 44100};
+  known.sample_rate = 44100;
+  known.channels = 2;
+  return known;
+}
+
+TEST(AnalysisParts, ComeBackAsTheyWere) {
+  MemorySideStore store;
+  const music::TrackAnalysis known = Known();
+  ASSERT_TRUE(WriteAnalysis(store, "a", {1, 1}, known).Ok());
+  const auto back = ReadAnalysis(store, "a", {1, 1});
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->wave->fine, known.wave->fine);
+  EXPECT_EQ(back->wave->overview, known.wave->overview);
+  ASSERT_EQ(back->grid->Beats().size(), known.grid->Beats().size());
+  EXPECT_NEAR(back->grid->Beats().back().count(), known.grid->Beats().back().count(), 1e-9);
+  EXPECT_EQ(back->grid->Nominal().value, 127.97);
+  EXPECT_EQ(back->loudness, known.loudness);
+  EXPECT_EQ(back->mix_points, known.mix_points);
+  EXPECT_EQ(back->length, known.length);
+}
+
+TEST(AnalysisParts, AFourMinuteTrackTakesLessThan150Kilobytes) {
+  const music::TrackAnalysis known = Known();
+  EXPECT_LT(PackWave(*known.wave).size() + PackGrid(*known.grid).size() + PackFacts(known).size(), 150'000U);
+}
+
+TEST(AnalysisParts, AnyWaveComesBackWhateverItsColumns) {
+  std::vector<music::WaveColumn> fine(200);
+  for (std::size_t i = 0; i < fine.size(); i += 2) fine[i] = {-128, 127, 255, 255, 255};
+  for (std::size_t i = 1; i < fine.size(); i += 8) fine[i] = {127, -128, 0, 255, 0};
+  EXPECT_EQ(UnpackWave(PackWave(music::Wave::Of(fine)))->fine, fine);
+  EXPECT_TRUE(UnpackWave(PackWave({}))->fine.empty());
+  EXPECT_TRUE(UnpackGrid(PackGrid({}))->Empty());
+}
+
+TEST(AnalysisParts, APartThatIsMissingCutOrOfAnotherVersionIsNone) {
+  const music::TrackAnalysis known = Known();
+  const std::string grid = PackGrid(*known.grid);
+  const std::string facts = PackFacts(known);
+  const std::string wave = PackWave(Music(100));
+  for (std::size_t size = 0; size < grid.size(); size += 7) EXPECT_FALSE(UnpackGrid(grid.substr(0, size)));
+  for (std::size_t size = 0; size < facts.size(); ++size) EXPECT_FALSE(UnpackFacts(facts.substr(0, size)));
+  for (std::size_t size = 0; size < wave.size(); ++size) EXPECT_FALSE(UnpackWave(wave.substr(0, size)));
+  EXPECT_FALSE(UnpackWave(wave + "x"));
+  EXPECT_FALSE(UnpackGrid("\x63" + grid.substr(1)));
+  MemorySideStore store;
+  ASSERT_TRUE(store.Write("a", {1, 1}, SidePart::Wave, wave).Ok());
+  ASSERT_TRUE(store.Write("a", {1, 1}, SidePart::Facts, facts).Ok());
+  EXPECT_FALSE(ReadAnalysis(store, "a", {1, 1}));
+}
+
+}  // namespace
+}  // namespace catalogue::testing

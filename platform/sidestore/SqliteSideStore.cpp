@@ -1,0 +1,184 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "platform/sidestore/SqliteSideStore.h"
+
+#include <sqlite3.h>
+
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace platform::sidestore {
+namespace {
+
+constexpr int kPatience = 2000;  ///< ms, for another program that is writing
+
+constexpr const char* kLayOut =
+    "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+    "CREATE TABLE IF NOT EXISTS side (path BLOB NOT NULL, part INTEGER NOT NULL, size INTEGER NOT NULL,"
+    " modified INTEGER NOT NULL, checksum INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY (path, part))";
+
+bool IsDamage(int code) {
+  const int kind = code & 0xFF;
+  return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB;
+}
+
+/// Of the bytes together with what they belong to (FNV-1a), because a damaged page may still be a page.
+std::int64_t Checksum(std::string_view path, int part, std::string_view bytes) {
+  std::uint64_t hash = 14695981039346656037ULL + static_cast<std::uint64_t>(part);
+  for (const std::string_view text : {path, bytes}) {
+    for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
+  }
+  return static_cast<std::int64_t>(hash);
+}
+
+void BindBytes(sqlite3_stmt* statement, int place, std::string_view bytes) {
+  // An empty view may have no address, which would be a NULL.
+  sqlite3_bind_blob64(statement, place, bytes.empty() ? "" : bytes.data(), bytes.size(), SQLITE_STATIC);
+}
+
+std::string_view ColumnBytes(sqlite3_stmt* statement, int column) {
+  const auto* const data = static_cast<const char*>(sqlite3_column_blob(statement, column));
+  const int size = sqlite3_column_bytes(statement, column);
+  return data == nullptr ? std::string_view() : std::string_view(data, static_cast<std::size_t>(size));
+}
+
+}  // namespace
+
+void SqliteSideStore::Closer::operator()(sqlite3* file) const {
+  sqlite3_close_v2(file);
+}
+
+void SqliteSideStore::Closer::operator()(sqlite3_stmt* statement) const {
+  sqlite3_finalize(statement);
+}
+
+SqliteSideStore::SqliteSideStore(std::filesystem::path file) : file_(std::move(file)) {}
+
+SqliteSideStore::~SqliteSideStore() = default;
+
+std::optional<catalogue::FileStamp> SqliteSideStore::StampOf(const std::string& path) {
+  std::error_code error;
+  const auto size = std::filesystem::file_size(path, error);
+  if (error) return std::nullopt;
+  const auto modified = std::filesystem::last_write_time(path, error);
+  if (error) return std::nullopt;
+  return catalogue::FileStamp{static_cast<std::int64_t>(size), modified.time_since_epoch().count()};
+}
+
+int SqliteSideStore::Open() {
+  sqlite3* opened = nullptr;
+  constexpr int kWays[] = {SQLITE_OPEN_READWRITE | SQLITE_OPEN_CREATE, SQLITE_OPEN_READONLY};
+  int code = SQLITE_OK;
+  for (const int way : kWays) {
+    code = sqlite3_open_v2(file_.c_str(), &opened, way | SQLITE_OPEN_FULLMUTEX, nullptr);
+    database_.reset(opened);
+    if (code == SQLITE_OK) break;
+  }
+  if (code != SQLITE_OK) {
+    database_.reset();
+    return code;
+  }
+  sqlite3_busy_timeout(database_.get(), kPatience);
+  code = sqlite3_exec(database_.get(), kLayOut, nullptr, nullptr, nullptr);
+  return IsDamage(code) ? code : SQLITE_OK;  // one that cannot be written is still read
+}
+
+void SqliteSideStore::OpenOnce() {
+  if (std::exchange(tried_, true)) return;
+  if (IsDamage(Open())) SetAside();
+}
+
+void SqliteSideStore::SetAside() {
+  database_.reset();
+  std::error_code ignored;
+  std::filesystem::path aside;
+  constexpr int kMostTries = 100;
+  for (int number = 1; number <= kMostTries; ++number) {
+    aside = file_.native() + ".damaged-" + std::to_string(number);
+    if (!std::filesystem::exists(aside, ignored)) break;
+  }
+  for (const char* const journal : {"-wal", "-shm"}) {
+    std::filesystem::remove(file_.native() + journal, ignored);
+  }
+  std::filesystem::rename(file_, aside, ignored);
+  if (ignored || IsDamage(Open())) database_.reset();
+}
+
+SqliteSideStore::Statement SqliteSideStore::Prepare(const char* text) {
+  sqlite3_stmt* statement = nullptr;
+  const int code = sqlite3_prepare_v2(database_.get(), text, -1, &statement, nullptr);
+  if (IsDamage(code)) SetAside();
+  return Statement(statement);
+}
+
+std::optional<std::string> SqliteSideStore::Read(const std::string& path, const catalogue::FileStamp& stamp,
+                                                 catalogue::SidePart part) {
+  support::MutexLock lock(mutex_);
+  OpenOnce();
+  if (database_ == nullptr) return std::nullopt;
+  Statement statement =
+      Prepare("SELECT bytes, checksum FROM side WHERE path = ? AND part = ? AND size = ? AND modified = ?");
+  if (statement == nullptr) return std::nullopt;
+  BindBytes(statement.get(), 1, path);
+  sqlite3_bind_int(statement.get(), 2, static_cast<int>(part));
+  sqlite3_bind_int64(statement.get(), 3, stamp.size);
+  sqlite3_bind_int64(statement.get(), 4, stamp.modified);
+  const int code = sqlite3_step(statement.get());
+  if (IsDamage(code)) {
+    statement.reset();
+    SetAside();
+    return std::nullopt;
+  }
+  if (code != SQLITE_ROW) return std::nullopt;
+  const std::string_view bytes = ColumnBytes(statement.get(), 0);
+  if (sqlite3_column_int64(statement.get(), 1) != Checksum(path, static_cast<int>(part), bytes)) {
+    return std::nullopt;
+  }
+  return std::string(bytes);
+}
+
+int SqliteSideStore::Replace(const std::string& path, const catalogue::FileStamp& stamp,
+                             catalogue::SidePart part, std::string_view bytes) {
+  const Statement drop = Prepare("DELETE FROM side WHERE path = ? AND (size <> ? OR modified <> ?)");
+  if (drop == nullptr) return SQLITE_ERROR;
+  BindBytes(drop.get(), 1, path);
+  sqlite3_bind_int64(drop.get(), 2, stamp.size);
+  sqlite3_bind_int64(drop.get(), 3, stamp.modified);
+  const int dropped = sqlite3_step(drop.get());
+  if (dropped != SQLITE_DONE) return dropped;
+  const Statement put = Prepare(
+      "INSERT OR REPLACE INTO side (path, part, size, modified, checksum, bytes) VALUES (?,?,?,?,?,?)");
+  if (put == nullptr) return SQLITE_ERROR;
+  BindBytes(put.get(), 1, path);
+  sqlite3_bind_int(put.get(), 2, static_cast<int>(part));
+  sqlite3_bind_int64(put.get(), 3, stamp.size);
+  sqlite3_bind_int64(put.get(), 4, stamp.modified);
+  sqlite3_bind_int64(put.get(), 5, Checksum(path, static_cast<int>(part), bytes));
+  BindBytes(put.get(), 6, bytes);
+  return sqlite3_step(put.get());
+}
+
+support::Result<void> SqliteSideStore::Write(const std::string& path, const catalogue::FileStamp& stamp,
+                                             catalogue::SidePart part, std::string_view bytes) {
+  support::MutexLock lock(mutex_);
+  OpenOnce();
+  constexpr int kTries = 2;  // the second one goes to a new file, when the first met damage
+  int code = SQLITE_CANTOPEN;
+  for (int attempt = 0; attempt < kTries && database_ != nullptr; ++attempt) {
+    sqlite3_exec(database_.get(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
+    code = Replace(path, stamp, part, bytes);
+    if (code == SQLITE_DONE &&
+        sqlite3_exec(database_.get(), "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) {
+      return {};
+    }
+    if (database_ != nullptr) sqlite3_exec(database_.get(), "ROLLBACK", nullptr, nullptr, nullptr);
+    if (IsDamage(code)) SetAside();
+  }
+  const std::string why = database_ != nullptr ? sqlite3_errmsg(database_.get()) : "it cannot be opened";
+  return support::Error{
+      support::ErrorCode::Unreadable,
+      "What was found out about files cannot be kept in \"" + file_.string() + "\": " + why + "."};
+}
+
+}  // namespace platform::sidestore

@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <filesystem>
+#include <memory>
+
+#include "catalogue/ports/SideStore.h"
+#include "support/Mutex.h"
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace platform::sidestore {
+
+/// The side store in one SQLite file.
+///
+/// The file is opened at the first call. One that is damaged is set aside under another name and a new one is
+/// begun; one that cannot be written is read, and one that cannot be opened is empty. A kill loses what was
+/// written last, never what was there before. Threads: any, one lock around everything.
+class SqliteSideStore final : public catalogue::SideStore {
+ public:
+  explicit SqliteSideStore(std::filesystem::path file);
+  ~SqliteSideStore() override;
+
+  [[nodiscard]] std::optional<catalogue::FileStamp> StampOf(const std::string& path) override;
+  [[nodiscard]] std::optional<std::string> Read(const std::string& path, const catalogue::FileStamp& stamp,
+                                                catalogue::SidePart part) override DJ_EXCLUDES(mutex_);
+  support::Result<void> Write(const std::string& path, const catalogue::FileStamp& stamp,
+                              catalogue::SidePart part, std::string_view bytes) override DJ_EXCLUDES(mutex_);
+
+ private:
+  struct Closer {
+    void operator()(sqlite3* file) const;
+    void operator()(sqlite3_stmt* statement) const;
+  };
+  using Database = std::unique_ptr<sqlite3, Closer>;
+  using Statement = std::unique_ptr<sqlite3_stmt, Closer>;
+
+  void OpenOnce() DJ_REQUIRES(mutex_);
+  [[nodiscard]] int Open() DJ_REQUIRES(mutex_);
+  void SetAside() DJ_REQUIRES(mutex_);
+  [[nodiscard]] Statement Prepare(const char* text) DJ_REQUIRES(mutex_);
+  [[nodiscard]] int Replace(const std::string& path, const catalogue::FileStamp& stamp,
+                            catalogue::SidePart part, std::string_view bytes) DJ_REQUIRES(mutex_);
+
+  const std::filesystem::path file_;
+  support::Mutex mutex_;
+  bool tried_ DJ_GUARDED_BY(mutex_) = false;
+  Database database_ DJ_GUARDED_BY(mutex_);
+};
+
+}  // namespace platform::sidestore
