@@ -13,6 +13,7 @@ int main(int argc, char* argv[]) {
   bench::PrintHead();
   bench::Print(bench::MeasureIndex());
   bench::Print(bench::MeasureEngine());
+  bench::Print(bench::MeasureTempo());
   bench::Print(bench::MeasureWindow());
   return 0;
 }
