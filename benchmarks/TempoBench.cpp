@@ -22,14 +22,14 @@ using platform::codec::testing::MediaMaker;
 using platform::codec::testing::Noise;
 using platform::codec::testing::Seconds;
 
-constexpr int kRate = 44100;
-constexpr int kDecks = 4;
-constexpr float kFaster = 4;
+constexpr int kOutputRate = 44100;
+constexpr int kFourDecks = 4;
+constexpr float kLockedPercent = 4;
 constexpr std::array<float, 10> kCentres{80, 170, 310, 600, 1000, 3000, 6000, 12000, 14000, 16000};
 
 decks::PeakingBand Band(int number, float gain) {
   return {.band = number,
-          .frequency = kRate,
+          .frequency = kOutputRate,
           .bandwidth = 2.5F,
           .q = 0,
           .centre = kCentres[static_cast<std::size_t>(number)],
@@ -45,9 +45,9 @@ float Moving(int step, int band) {
 double FourDecksCpu(const std::string& path, int seconds) {
   VirtualDeck deck;
   deck.Prepare(path);
-  std::array<decks::StreamHandle, kDecks> streams{};
+  std::array<decks::StreamHandle, kFourDecks> streams{};
   for (auto& stream : streams) {
-    stream = deck.Play(path, kFaster);
+    stream = deck.Play(path, kLockedPercent);
     for (int band = 0; band < 10; ++band) {
       deck.Engine().BASS_FX_DSP_Set(stream, decks::kPeakingEffect, 0);
       deck.Engine().BASS_FX_DSP_SetParameters(stream, decks::kPeakingEffect, Band(band, 3));
@@ -68,9 +68,9 @@ double FourDecksCpu(const std::string& path, int seconds) {
 /// The same work by the stretcher and ten filters called alone.
 double FourChainsCpu(int seconds) {
   platform::stretch::LibraryStretcherFactory stretchers;
-  const auto stretcher = stretchers.MakeStretcher(engine::StretchQuality::Best, kRate);
-  stretcher->SetTempo(1 + kFaster / 100);
-  engine::PeakingEqualiser equaliser(kRate);
+  const auto stretcher = stretchers.MakeStretcher(engine::StretchQuality::Best, kOutputRate);
+  stretcher->SetTempo(1 + kLockedPercent / 100);
+  engine::PeakingEqualiser equaliser(kOutputRate);
   for (int band = 0; band < 10; ++band) {
     equaliser.AddBand();
     equaliser.Set(Band(band, 3));
@@ -80,7 +80,7 @@ double FourChainsCpu(int seconds) {
   std::size_t at = 0;
   int step = 0;
   const double begin = ThreadCpuSeconds();
-  for (std::int64_t made = 0; made < std::int64_t{kRate} * seconds;) {
+  for (std::int64_t made = 0; made < std::int64_t{kOutputRate} * seconds;) {
     while (stretcher->Available() == 0) {
       for (std::size_t i = 0; i < left.size(); ++i, at = (at + 1) % (noise.samples.size() / 2)) {
         left[i] = noise.samples[2 * at] / 32768.0F;
@@ -94,26 +94,26 @@ double FourChainsCpu(int seconds) {
       stereo[2 * i] = l[i];
       stereo[2 * i + 1] = r[i];
     }
-    if (made / (kRate / 20) != (made + static_cast<std::int64_t>(got)) / (kRate / 20)) {
+    if (made / (kOutputRate / 20) != (made + static_cast<std::int64_t>(got)) / (kOutputRate / 20)) {
       equaliser.Set(Band(step % 10, Moving(step, step % 10)));
       ++step;
     }
     equaliser.Process(std::span(stereo).first(2 * got));
     made += static_cast<std::int64_t>(got);
   }
-  return kDecks * (ThreadCpuSeconds() - begin) / seconds;
+  return kFourDecks * (ThreadCpuSeconds() - begin) / seconds;
 }
 
 /// dB that a sine at the centre of a band gains when its slider alone is moved.
 double GainAtCentre(int band, float slider) {
-  engine::PeakingEqualiser equaliser(kRate);
+  engine::PeakingEqualiser equaliser(kOutputRate);
   for (int i = 0; i < 10; ++i) {
     equaliser.AddBand();
     equaliser.Set(Band(i, i == band ? slider : 0));
   }
-  std::vector<float> sine(2 * static_cast<std::size_t>(kRate));
+  std::vector<float> sine(2 * static_cast<std::size_t>(kOutputRate));
   const double pace =
-      2 * std::numbers::pi * static_cast<double>(kCentres[static_cast<std::size_t>(band)]) / kRate;
+      2 * std::numbers::pi * static_cast<double>(kCentres[static_cast<std::size_t>(band)]) / kOutputRate;
   for (std::size_t i = 0; i < sine.size(); ++i) {
     sine[i] = static_cast<float>(0.1 * std::sin(pace * static_cast<double>(i / 2)));
   }
@@ -137,7 +137,7 @@ double WorstGainError() {
 
 /// Samples that ten bands at 0 dB change.
 double FlatChanges() {
-  engine::PeakingEqualiser equaliser(kRate);
+  engine::PeakingEqualiser equaliser(kOutputRate);
   for (int i = 0; i < 10; ++i) {
     equaliser.AddBand();
     equaliser.Set(Band(i, 0));
@@ -162,7 +162,7 @@ double Centre(std::span<const float> sound) {
 }
 
 constexpr int kClicksAtOnce = 16;
-constexpr double kFasterRate = kRate * (1 + kFaster / 100.0);
+constexpr double kFasterRate = kOutputRate * (1 + kLockedPercent / 100.0);
 
 /// The times in seconds of the clicks that come out of the next few seconds.
 std::vector<double> ClickTimes(VirtualDeck& deck, double now) {
@@ -173,14 +173,14 @@ std::vector<double> ClickTimes(VirtualDeck& deck, double now) {
   deck.Record(nullptr);
   std::vector<double> times;
   const auto louder = [](float a, float b) { return std::abs(a) < std::abs(b); };
-  const std::size_t beat = static_cast<std::size_t>(kRate * 0.25 / 1.04);
+  const std::size_t beat = static_cast<std::size_t>(kOutputRate * 0.25 / 1.04);
   for (std::size_t at = 2 * kHalf; times.size() < kClicksAtOnce && at + 2 * beat < sound.size();) {
     const auto peak = std::max_element(sound.begin() + static_cast<std::ptrdiff_t>(at),
                                        sound.begin() + static_cast<std::ptrdiff_t>(at + beat), louder);
     const auto middle = static_cast<std::size_t>(peak - sound.begin());
     const std::size_t from = middle - kHalf;
-    times.push_back(now +
-                    (static_cast<double>(from) + Centre(std::span(sound).subspan(from, 2 * kHalf))) / kRate);
+    times.push_back(now + (static_cast<double>(from) + Centre(std::span(sound).subspan(from, 2 * kHalf))) /
+                              kOutputRate);
     at = middle + beat / 2;
   }
   return times;
@@ -202,11 +202,12 @@ double Apart(VirtualDeck& locked, VirtualDeck& unlocked) {
 double Drift(const MediaMaker& media) {
   constexpr int kMinutes = 30;
   const std::string clicks = media.Write(
-      "clicks.flac", platform::codec::testing::Clicks(Seconds((kMinutes + 2) * 60 * 1.04), 240, {kRate, 1}));
+      "clicks.flac",
+      platform::codec::testing::Clicks(Seconds((kMinutes + 2) * 60 * 1.04), 240, {kOutputRate, 1}));
   VirtualDeck locked, unlocked;
   for (VirtualDeck* deck : {&locked, &unlocked}) {
     deck->Prepare(clicks);
-    const auto stream = deck->Play(clicks, deck == &locked ? kFaster : 0);
+    const auto stream = deck->Play(clicks, deck == &locked ? kLockedPercent : 0);
     if (deck == &unlocked) deck->Engine().BASS_FX_TempoSet(stream, 0, static_cast<float>(kFasterRate), 0);
     deck->Advance(std::chrono::seconds(2));
   }
@@ -218,14 +219,14 @@ double Drift(const MediaMaker& media) {
 }  // namespace
 
 std::vector<Figure> MeasureTempo() {
-  constexpr int kRuns = 3;
-  constexpr int kSeconds = 20;
+  constexpr int kTurns = 3;
+  constexpr int kStretch = 20;
   const MediaMaker media;
   const std::string track = media.Write("track.mp3", Noise(Seconds(60), 0.2));
   std::vector<double> ours, reference;
-  for (int run = 0; run < kRuns; ++run) {
-    ours.push_back(100 * FourDecksCpu(track, kSeconds));
-    reference.push_back(100 * FourChainsCpu(kSeconds));
+  for (int run = 0; run < kTurns; ++run) {
+    ours.push_back(100 * FourDecksCpu(track, kStretch));
+    reference.push_back(100 * FourChainsCpu(kStretch));
   }
   return {
       {"four decks at +4 %, key lock, ten moving bands, beside stretchers and filters alone", "% of a core",
