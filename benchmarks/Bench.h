@@ -12,6 +12,8 @@ namespace bench {
 /// Requires of MeasureIndex: no other thread yet, as it measures memory in processes of its own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
+[[nodiscard]] std::vector<Figure> MeasureAnalysis();
+[[nodiscard]] std::vector<Figure> MeasureTempo();
 
 [[nodiscard]] std::vector<Figure> MeasureWindow();
 
