@@ -15,9 +15,11 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
-
-/// Tempo and equaliser; half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureAnalysis();
 [[nodiscard]] std::vector<Figure> MeasureTempo();
+
+/// Key lock and equaliser; half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureDecks();
 /// From a command to the ear, on a real sound server of its own.
 [[nodiscard]] std::vector<Figure> MeasureEar();
 [[nodiscard]] std::vector<Figure> MeasureWindow();

@@ -20,6 +20,8 @@ constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
     {"lights", bench::MeasureLights},
     {"engine", bench::MeasureEngine},
+    {"decks", bench::MeasureDecks},
+    {"analysis", bench::MeasureAnalysis},
     {"tempo", bench::MeasureTempo},
     {"ear", bench::MeasureEar},
     {"karaoke", bench::MeasureKaraoke},
