@@ -13,6 +13,10 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 
+/// Tempo and equaliser; half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureTempo();
+/// From a command to the ear, on a real sound server of its own.
+[[nodiscard]] std::vector<Figure> MeasureEar();
 [[nodiscard]] std::vector<Figure> MeasureWindow();
 
 /// The part of MeasureWindow that runs in a process of its own; main calls it for the arguments that

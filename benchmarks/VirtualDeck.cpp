@@ -64,6 +64,9 @@ VirtualDeck::VirtualDeck()
     engine_.Pump();
   });
   outputs_.Listen("main", [this](std::span<const float> samples) {
+    for (std::size_t i = 0; recording_ != nullptr && i < samples.size(); i += 2) {
+      recording_->push_back(samples[i]);
+    }
     sounded_ = sounded_ || std::any_of(samples.begin(), samples.end(), [](float s) { return s != 0; });
   });
   engine_.BASS_Init(1, 44100, 0);

@@ -47,6 +47,9 @@ class VirtualDeck {
   void Advance(support::Duration by) { outputs_.Advance(by); }
   /// Advances until anything but silence came out; the time it took on the virtual clock.
   support::Duration AdvanceToSound();
+  [[nodiscard]] engine::SoundEngine& Engine() { return engine_; }
+  /// The left channel of what comes out from now on; null ends it.
+  void Record(std::vector<float>* into) { recording_ = into; }
   [[nodiscard]] TimedOutputs& Timing() { return timed_; }
 
  private:
@@ -57,6 +60,7 @@ class VirtualDeck {
   platform::stretch::LibraryStretcherFactory stretchers_;
   support::testing::ManualExecutor workers_;
   bool sounded_ = false;
+  std::vector<float>* recording_ = nullptr;
   engine::SoundEngine engine_;
 };
 

@@ -9,10 +9,14 @@
 int main(int argc, char* argv[]) {
   if (argc > 1 && std::string_view(argv[1]) == "--song") return bench::WriteTempoSong(argc, argv);
   if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
+  // A word chooses one part; none is all of them.
+  const std::string_view only = argc > 1 ? argv[1] : "";
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
   bench::PrintHead();
-  bench::Print(bench::MeasureIndex());
-  bench::Print(bench::MeasureEngine());
-  bench::Print(bench::MeasureWindow());
+  if (only.empty() || only == "index") bench::Print(bench::MeasureIndex());
+  if (only.empty() || only == "engine") bench::Print(bench::MeasureEngine());
+  if (only.empty() || only == "tempo") bench::Print(bench::MeasureTempo());
+  if (only.empty() || only == "ear") bench::Print(bench::MeasureEar());
+  if (only.empty() || only == "window") bench::Print(bench::MeasureWindow());
   return 0;
 }

@@ -4,6 +4,8 @@
 
 #include <sstream>
 #include <string>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include "decks/clsBassPlayer.h"
@@ -203,6 +205,70 @@ INSTANTIATE_TEST_SUITE_P(
                       Routing{"a.Wma", "BASS_WMA_StreamCreateFile", 3, "0x3200000", "0x0 0x3200000"},
                       Routing{"awma", "BASS_WMA_StreamCreateFile", 4, "0x4200000", "0x0 0x4200000"},
                       Routing{"a.wma", "BASS_WMA_StreamCreateFile", 0, "0x200000", "0x0 0x200000"}));
+
+/// File, its creator, and a pair code for both outputs.
+using Evening = std::tuple<std::pair<const char*, const char*>, int, bool>;
+class WholeEveningTest : public BassPlayerCallsTest, public ::testing::WithParamInterface<Evening> {
+ protected:
+  [[nodiscard]] std::string File() const { return std::get<0>(GetParam()).first; }
+  [[nodiscard]] std::string Creator() const { return std::get<0>(GetParam()).second; }
+  [[nodiscard]] int Code() const { return std::get<1>(GetParam()); }
+  [[nodiscard]] bool HasPhones() const { return std::get<2>(GetParam()); }
+  [[nodiscard]] bool General() const { return Creator() == "BASS_StreamCreateFile"; }
+  [[nodiscard]] std::string Pair() const { return Code() == 0 ? "" : std::to_string(Code()); }
+  /// What becomes of OpenFile while the streams prelisten and main exist; next is the next handle.
+  [[nodiscard]] std::string Opening(int prelisten, int main, int next) const {
+    const std::string flags = Code() == 0 ? "0x200000" : "0x" + Pair() + "200000";
+    const std::string length = Code() == 0 ? "0x0" : "0x" + Pair() + "000000";
+    const auto freed = [](int stream) {
+      const std::string n = std::to_string(stream);
+      return "BASS_FX_BPM_Free " + n + ";BASS_StreamFree " + n + ";effects " + n + ";";
+    };
+    std::string calls;
+    if (HasPhones()) {
+      calls += freed(prelisten) + "BASS_SetDevice 2;" + Creator() + " 0 " + File() + " 0 ";
+      calls += General() ? length + " 0x200000;" : "0x0 " + flags + ";";
+      calls += "BASS_FX_TempoCreate " + std::to_string(next) + " 0x10004;";
+      next += 2;
+    }
+    const std::string n = std::to_string(next);
+    return calls + freed(main) + "BASS_SetDevice 1;" + Creator() + " 0 " + File() + " 0 0x0 " + flags +
+           ";BASS_ChannelGetLength " + n + ";BASS_FX_TempoCreate " + n + " 0x10004;";
+  }
+};
+
+TEST_P(WholeEveningTest, MakesTheDescribedCallsInTheirOrder) {
+  if (HasPhones()) Phones(static_cast<std::int16_t>(Code()));
+  deck_.Speaker(static_cast<std::int16_t>(Code()));
+  const int first = HasPhones() ? 5 : 3;
+  EXPECT_EQ(Open(File()), Expect(Opening(0, 0, 1)));
+  EXPECT_EQ(Open(File()), Expect(Opening(2, HasPhones() ? 4 : 2, first)));
+  const bool anew = HasPhones() && Code() == 0;
+  const std::string main = HasPhones() ? "8" : "4";
+  const std::string pre = !HasPhones() ? "0" : anew ? "10" : "6";
+  const std::string play = "BASS_SetDevice 1;BASS_ChannelPlay " + main + " 0;";
+  const std::string rebuild = "BASS_StreamFree 6;BASS_SetDevice 2;BASS_StreamCreateFile 0 " + File() +
+                              " 0 0x0 0x200000;BASS_FX_TempoCreate 9 0x10004;";
+  const std::string follow = "BASS_ChannelGetPosition " + main + ";BASS_ChannelSetPosition " + pre +
+                             " 0;BASS_ChannelPlay " + pre + " 0;";
+  const std::string silent = "BASS_ChannelSetAttributes " + pre + " -1 0 -101;";
+  EXPECT_EQ(After(&clsBassPlayer::Play),
+            Expect(play + (anew ? rebuild : "") + (HasPhones() ? silent + follow : "")));
+  EXPECT_EQ(After(&clsBassPlayer::PausePlay),
+            Expect("BASS_ChannelPause " + main + ";BASS_ChannelPause " + pre));
+  EXPECT_EQ(After(&clsBassPlayer::ResumePlay), Expect("BASS_ChannelPlay " + main + " 0;" + follow));
+  EXPECT_EQ(After(&clsBassPlayer::StopPlay),
+            Expect("BASS_ChannelStop " + main + ";BASS_StreamFree " + main + ";BASS_FX_BPM_Free " + main +
+                   ";BASS_FX_BPM_Free " + pre + ";effects " + main + ";BASS_ChannelStop " + pre +
+                   ";BASS_StreamFree " + pre + ";effects " + pre));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    TypesPairsAndPhones, WholeEveningTest,
+    ::testing::Combine(::testing::Values(std::pair{"a.mp3", "BASS_StreamCreateFile"},
+                                         std::pair{"a.flac", "BASS_FLAC_StreamCreateFile"},
+                                         std::pair{"a.wma", "BASS_WMA_StreamCreateFile"}),
+                       ::testing::Range(0, 5), ::testing::Bool()));
 
 }  // namespace
 }  // namespace decks

@@ -28,7 +28,7 @@ class Watching final : public ScanProgress {
 class MixPointScanTest : public ::testing::Test {
  protected:
   std::optional<music::MixPoints> Scan(const Samples& samples, int channels, int percent = 3,
-                                const std::string& name = "a.mp3") {
+                                       const std::string& name = "a.mp3") {
     const double frames = static_cast<double>(samples.size()) / channels;
     engine_.AddFile(name, {.seconds = frames / 44100, .channels = channels, .samples = samples});
     return MixPointScan(engine_, engine_).Run({name, 0, percent}, watching_);
