@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QTime>
 #include <cmath>
 
@@ -32,6 +33,8 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
     outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
     Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1), {});
     row->addWidget(outputs_[i]);
+    returns_[i] = MakeReturn(static_cast<int>(i) + 1);
+    row->addWidget(returns_[i]);
   }
   message_ = new ElidedLabel;
   Name(*message_, QStringLiteral("Message"), {});
@@ -56,6 +59,7 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
                            say(Say::OutputHeadphones)};
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i]->Show(say(Say::OutputOf).arg(names[i], OutputText(view.outputs[i], devices, say)));
+    if (returns_[i]->isVisibleTo(this) != view.can_return[i]) returns_[i]->setVisible(view.can_return[i]);
     const bool mute = view.outputs[i].device == 0;
     SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
   }
@@ -67,6 +71,18 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
   fresh_ = false;
   SetTextColour(*message_, now - told_at_ < kMessageTime ? look_.skin.warning : look_.skin.dim);
   ShowHealth(view.health, now);
+}
+
+QPushButton* StatusLine::MakeReturn(int output) {
+  const auto& say = look_.say;
+  const QString name = output == 3 ? say(Say::OutputHeadphones) : say(Say::OutputDeck).arg(output);
+  auto* button = new QPushButton(say(Say::ReturnOutput));
+  SetKind(*button, "tool");
+  Name(*button, QStringLiteral("Return%1").arg(output), say(Say::ReturnOutputName).arg(name),
+       say(Say::ReturnOutputTip));
+  connect(button, &QPushButton::clicked, this, [this, output] { Q_EMIT ReturnWanted(output); });
+  button->hide();
+  return button;
 }
 
 void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoint now) {

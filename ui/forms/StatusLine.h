@@ -10,6 +10,7 @@
 #include "ui/widgets/Surface.h"
 
 class QLabel;
+class QPushButton;
 
 namespace ui {
 
@@ -28,12 +29,18 @@ class StatusLine final : public Surface {
   void Tell(const QString& message);
   [[nodiscard]] QString Message() const;
 
+ Q_SIGNALS:
+  /// The output shall go back to its own device.
+  void ReturnWanted(int output);
+
  private:
+  QPushButton* MakeReturn(int output);
   void ShowHealth(const decks::EngineHealth& health, support::TimePoint now);
 
   Look look_;
   QLabel* clock_;
   std::array<ElidedLabel*, 3> outputs_;
+  std::array<QPushButton*, 3> returns_;  ///< there only while they can do something
   ElidedLabel* message_;
   QLabel* load_;
   QLabel* late_;

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMenu>
+#include <QPointer>
 #include <QPushButton>
 #include <algorithm>
 #include <cmath>
@@ -52,6 +53,9 @@ TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look
     });
   }
   for (QPushButton* button : {sync_, tap_, beats_, earlier_, later_}) row->addWidget(button);
+  gain_ = MakeButton({"Gain", Say::Gain, Say::GainName, Say::GainTip});
+  connect(gain_, &QPushButton::clicked, this, &TempoTools::QueryGain);
+  row->addWidget(gain_);
   row->addStretch(1);
 
   key_lock_ = MakeButton({"KeyLock", Say::KeyLock, Say::KeyLockName, Say::KeyLockTip}, Kind::Lamp);
@@ -129,6 +133,17 @@ void TempoTools::Nudge(int direction) {
   workstation_.Nudge(deck_, Loaded() ? kNudge * static_cast<float>(direction) : 0);
 }
 
+void TempoTools::QueryGain() {
+  if (!Loaded()) return;
+  gain_of_ = view_.filename;
+  gain_->setText(QStringLiteral("…"));
+  workstation_.QueryGain(deck_, [tools = QPointer(this), file = gain_of_](const std::string& gain) {
+    if (tools.isNull() || tools->gain_of_ != file) return;
+    tools->gain_->setText(QString::fromStdString(gain));
+    tools->gain_->setAccessibleDescription(QString::fromStdString(gain));
+  });
+}
+
 void TempoTools::MovePitch(float semitones) {
   workstation_.SetPitch(deck_, std::clamp(std::round(semitones), -kMostPitch, kMostPitch));
 }
@@ -139,7 +154,12 @@ void TempoTools::Show(const app::DeckView& view) {
   sync_->setChecked(view.synced);
   key_lock_->setChecked(view.key_lock == decks::KeyLock::On);
   SetText(*pitch_, PitchText(view.pitch));
-  for (QPushButton* button : {sync_, tap_}) button->setEnabled(Loaded());
+  if (!gain_of_.empty() && gain_of_ != view.filename) {
+    gain_of_.clear();
+    gain_->setText(look_.say(Say::Gain));
+    gain_->setAccessibleDescription({});
+  }
+  for (QPushButton* button : {sync_, tap_, gain_}) button->setEnabled(Loaded());
   for (QPushButton* button : {beats_, earlier_, later_}) button->setEnabled(Loaded() && view.grid != nullptr);
 }
 

@@ -43,6 +43,7 @@ class TempoTools final : public QWidget {
   QPushButton* MakeNudge(const Words& words, Command key, int direction);
   void AddKey(QPushButton& button, Command command);
   QMenu* MakeBeats();
+  void QueryGain();
   void MovePitch(float semitones);
   [[nodiscard]] bool Loaded() const;
 
@@ -56,6 +57,8 @@ class TempoTools final : public QWidget {
   QPushButton* beats_;
   QPushButton* earlier_;
   QPushButton* later_;
+  QPushButton* gain_;
+  std::string gain_of_;  ///< file that the shown gain belongs to
   QLabel* pitch_;
 };
 

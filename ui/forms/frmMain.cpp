@@ -131,6 +131,8 @@ void frmMain::Build() {
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0.4, 0.4);
   status_ = new StatusLine(look);
+  connect(status_, &StatusLine::ReturnWanted, this,
+          [this](int output) { workstation_.ReturnOutput(output); });
   rows->addWidget(status_);
   rows->addWidget(MakeDecks(), 9);
   rows->addWidget(MakePages(look), 10);

@@ -415,6 +415,15 @@ constexpr Strings::Row kRows[] = {
      "pijltoetsen voor het niveau; Ctrl+Shift+Links en Ctrl+Shift+Rechts verplaatsen tien seconden"},
     {Say::ListenPlace, "Position of the track that is listened to",
      "Positie van het nummer dat wordt beluisterd"},
+
+    {Say::ReturnOutput, "Move back", "Terugzetten"},
+    {Say::ReturnOutputName, "Move %1 back", "%1 terugzetten"},
+    {Say::ReturnOutputTip, "Its own device is there again: play on that one",
+     "Het eigen apparaat is er weer: daarop verder spelen"},
+    {Say::Gain, "Gain", "Gain"},
+    {Say::GainName, "Gain of deck %1", "Gain van deck %1"},
+    {Say::GainTip, "Loudness of the track in dB by mp3gain, 89.0 where nothing is known; a click asks for it",
+     "Luidheid van het nummer in dB volgens mp3gain, 89,0 als niets bekend is; een klik vraagt ernaar"},
 };
 
 }  // namespace

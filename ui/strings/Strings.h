@@ -311,6 +311,13 @@ enum class Say : int {
   ListenRow,
   ListenRowTip,
   ListenPlace,
+  // What came back, and gain
+  ReturnOutput = 2630,
+  ReturnOutputName,
+  ReturnOutputTip,
+  Gain,
+  GainName,
+  GainTip,
 };
 
 /// The table of all captions and messages, in one language.

@@ -5,11 +5,11 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
-#include <QMessageBox>
 #include <QSlider>
 #include <QTableView>
 #include <fstream>
 
+#include "ui/forms/MessageBox.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/LevelMeter.h"
@@ -41,7 +41,7 @@ class DeckToolsTest : public Booth {
   }
   [[nodiscard]] std::string Preset(const char* number) { return settings.Get("QRV", "EQ", number, ""); }
   void AnswerYes(const char* box) {
-    ASSERT_NE(window->findChild<QMessageBox*>(QLatin1String(box)), nullptr);
+    ASSERT_NE(window->findChild<MessageBox*>(QLatin1String(box)), nullptr);
     Click((std::string(box) + "Yes").c_str());
     Scan();
   }
@@ -201,6 +201,31 @@ TEST_F(DeckToolsTest, ADragOnAListenButtonSetsItsLevelOnly) {
   Click("deck1Cue");
   EXPECT_EQ(Deck(1).pre_volume, listen.Level());
   EXPECT_EQ(settings.Get("TLVG", "Mixer", "Preview", ""), std::to_string(listen.Level()));
+}
+
+// Gain and outputs
+
+TEST_F(DeckToolsTest, TheGainIsAskedForAndForgottenWithTheTrack) {
+  DropRow(1, "deck1");
+  Click("deck1Gain");
+  Scan();
+  EXPECT_EQ(Find<QPushButton>("deck1Gain").text(), QStringLiteral("89.0")) << "there is no mp3gain here";
+  DropRow(2, "deck1");
+  EXPECT_EQ(Find<QPushButton>("deck1Gain").text(), QStringLiteral("Gain"));
+}
+
+TEST_F(DeckToolsTest, AnOutputThatCameBackIsReturnedToByItsButton) {
+  LoadAndPlay(1, 1);
+  auto& back = Find<QPushButton>("Return1");
+  EXPECT_FALSE(back.isVisible());
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Replaced, 1, "The card is gone."});
+  Settle();
+  EXPECT_FALSE(back.isVisible());
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::CanReturn, 1, "The card is back."});
+  Settle();
+  ASSERT_TRUE(back.isVisible());
+  Click("Return1");
+  EXPECT_EQ(engine.Returned(), std::vector<int>{1});
 }
 
 // Tempo and beats
