@@ -27,9 +27,9 @@ using platform::files::testing::TestFolder;
 using Clock = std::chrono::steady_clock;
 using Universe512 = std::array<dmx::DmxLevel, dmx::kUniverseChannels>;
 
-constexpr int kRuns = 7;
+constexpr int kLightRuns = 7;
 
-double SecondsSince(Clock::time_point begin) {
+double SecondsFrom(Clock::time_point begin) {
   return std::chrono::duration<double>(Clock::now() - begin).count();
 }
 
@@ -60,15 +60,15 @@ void MeasureShowFile(std::vector<Figure>& figures) {
   platform::files::DiskFileSaver saver;
   std::vector<double> save, open;
   double megabytes = 0;
-  for (int run = 0; run < kRuns; ++run) {
+  for (int run = 0; run < kLightRuns; ++run) {
     const dmx::Show show = LargeShow();
     auto begin = Clock::now();
     if (!dmx::SaveShow(saver, path, show)) std::abort();
-    save.push_back(SecondsSince(begin));
+    save.push_back(SecondsFrom(begin));
     megabytes = static_cast<double>(std::filesystem::file_size(path)) / 1e6;
     begin = Clock::now();
     const auto reading = dmx::OpenShow(path);
-    open.push_back(SecondsSince(begin));
+    open.push_back(SecondsFrom(begin));
     if (!reading || !(reading.Value().show == show)) std::abort();
   }
   RunInChild([&] {
@@ -94,22 +94,22 @@ class NoBox final : public dmx::DmxInterface {
 
 /// The player on all faders for a minute of fades, looked at every 10 ms as the conductor does.
 Figure StepEngineShare() {
-  constexpr int kSeconds = 60;
+  constexpr int kPlayedSeconds = 60;
   std::vector<int> channels(dmx::kUniverseChannels);
   std::iota(channels.begin(), channels.end(), 1);
   auto plan = dmx::ShowPlan::Make(LargeShow().scenes, channels);
   if (!plan) std::abort();
   const auto shared = std::make_shared<const dmx::ShowPlan>(std::move(plan).Value());
   std::vector<double> shares;
-  for (int run = 0; run < kRuns; ++run) {
+  for (int run = 0; run < kLightRuns; ++run) {
     NoBox no_box;
     dmx::Universe universe(no_box);
     dmx::ShowPlayer player(universe);
     support::TimePoint now{};
     player.Play(shared, dmx::ShowPlayer::Repeat::Once, now);
     const double begin = ThreadCpuSeconds();
-    for (int tick = 0; tick < kSeconds * 100; ++tick) player.Tick(now += std::chrono::milliseconds(10));
-    shares.push_back((ThreadCpuSeconds() - begin) / kSeconds * 100);
+    for (int tick = 0; tick < kPlayedSeconds * 100; ++tick) player.Tick(now += std::chrono::milliseconds(10));
+    shares.push_back((ThreadCpuSeconds() - begin) / kPlayedSeconds * 100);
   }
   return {
       "step engine, 512 channels fading, 44 looks a second", "% of a core", Median(shares), {}, "below 1"};

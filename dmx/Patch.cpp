@@ -75,7 +75,8 @@ std::vector<int> Patch::Channels() const {
 }
 
 support::Result<FixtureReading> FixtureLibrary::Open(std::string_view filename) const {
-  return OpenFixture(folder_.Native("\\DMXlibrary\\" + std::string(NameWithoutFolder(filename))));
+  const std::string_view name = filename.substr(filename.find_last_of("\\/") + 1);  // npos + 1 is 0
+  return OpenFixture(folder_.Native("\\DMXlibrary\\" + std::string(name)));
 }
 
 std::string FixtureLibrary::FilenameOf(std::string_view filename) const {

@@ -56,7 +56,7 @@ class FixtureLibrary {
  public:
   explicit FixtureLibrary(support::ProgramFolder folder) : folder_(std::move(folder)) {}
 
-  /// Of any file name only what stands behind the last "\" counts.
+  /// Whatever folder stands before the name, the file is looked for in the library's.
   [[nodiscard]] support::Result<FixtureReading> Open(std::string_view filename) const;
   /// As DMXfilename::Filename holds it.
   [[nodiscard]] std::string FilenameOf(std::string_view filename) const;

@@ -2,7 +2,17 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dmx/fixture.h"
 
+#include <algorithm>
+
+#include "dmx/ports/DmxInterface.h"
+
 namespace dmx {
+
+void SetChannelCount(Fixture& fixture, int count) {
+  count = std::clamp(count, 0, kUniverseChannels);
+  while (fixture.channels.count() < count) fixture.channels.Add();
+  while (fixture.channels.count() > count) fixture.channels.Remove(fixture.channels.count());
+}
 
 std::string_view FunctionText(ChannelFunction function) {
   constexpr std::array<std::string_view, kChannelFunctions> kTexts{

@@ -92,6 +92,9 @@ struct Fixture {
   bool operator==(const Fixture&) const = default;
 };
 
+/// Channels are added at the end, free ones without presets, or taken away from it; 0 to 512.
+void SetChannelCount(Fixture& fixture, int count);
+
 /// "Pan/Tilt Speed".
 [[nodiscard]] std::string_view FunctionText(ChannelFunction function);
 /// "Moving Head"; empty for a number that names none.

@@ -186,5 +186,18 @@ TEST(FixtureTest, TextsAreThoseThatTheEditorShows) {
   EXPECT_EQ(RangeText(*WithRanges({{8, 15}}).channels.Item(1)->presets.Item(1)), "8 --> 15");
 }
 
+TEST(FixtureTest, ChannelsComeAndGoAtTheEnd) {
+  Fixture fixture = Read(kScanner);
+  const Fixture before = fixture;
+  SetChannelCount(fixture, 3);
+  EXPECT_EQ(*fixture.channels.Item(3), FixtureChannel());
+  SetChannelCount(fixture, 2);
+  EXPECT_EQ(fixture, before);
+  for (const auto& [count, channels] : {std::pair(-1, 0), std::pair(513, 512)}) {
+    SetChannelCount(fixture, count);
+    EXPECT_EQ(fixture.channels.count(), channels);
+  }
+}
+
 }  // namespace
 }  // namespace dmx

@@ -87,6 +87,13 @@ TEST_F(PatchShowTest, FixturesAreFoundByTheirNameAloneAndKeepTheirFullName) {
   EXPECT_EQ(fixtures_.Item(1)->NumberOf, 3);
 }
 
+TEST_F(PatchShowTest, NoNameLeadsOutOfTheLibrary) {
+  std::filesystem::rename(folder_.Path() / "DMXlibrary" / "Par.dmx", folder_.Path() / "Par.dmx");
+  Add("../Par.dmx", 1);
+  Add("..\\Par.dmx", 2);
+  EXPECT_EQ(PatchAll().missing, std::vector({1, 2}));
+}
+
 TEST_F(PatchShowTest, WhatDoesNotFitIsReportedAndRemoved) {
   Add("par.dmx", 511);
   Add("par.dmx", 1);

@@ -13,6 +13,8 @@ using State = dmx::DmxInterfaceStatus::State;
 using support::MutexLock;
 
 constexpr auto kBetweenSearches = std::chrono::milliseconds(250);
+/// Before a box that refuses everything is opened again.
+constexpr auto kAfterFailure = std::chrono::milliseconds(50);
 
 }  // namespace
 
@@ -92,10 +94,14 @@ void K8062Interface::Work() {
       Say(State::Stopped, "");
     } else {
       Say(State::Searching, usb.Failure().text);
-      MutexLock lock(mutex_);
-      if (wanted_) lock.WaitUntil(wake_, clock_.Now() + kBetweenSearches);
+      Rest(kBetweenSearches);
     }
   }
+}
+
+void K8062Interface::Rest(support::Duration time) {
+  MutexLock lock(mutex_);
+  if (wanted_) lock.WaitUntil(wake_, clock_.Now() + time);
 }
 
 std::unique_ptr<K8062Box> K8062Interface::Search(const UsbContext& usb) {
@@ -103,8 +109,7 @@ std::unique_ptr<K8062Box> K8062Interface::Search(const UsbContext& usb) {
     auto box = K8062Box::Find(usb);
     if (box) return std::move(box).Value();
     Say(State::Searching, box.Failure().text);
-    MutexLock lock(mutex_);
-    if (wanted_) lock.WaitUntil(wake_, clock_.Now() + kBetweenSearches);
+    Rest(kBetweenSearches);
   }
   return nullptr;
 }
@@ -115,7 +120,11 @@ void K8062Interface::Serve(const UsbContext& usb) {
     bool there = true;
     // The first frame tells every lamp where it stands, whatever it was shown before.
     for (bool first = true; there && Sending(); first = false) there = SendFrame(*box, NextFrame(first));
-    if (there) SendDarkness(*box);
+    if (there) {
+      SendDarkness(*box);
+    } else {
+      Rest(kAfterFailure);
+    }
   }
 }
 

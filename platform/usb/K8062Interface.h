@@ -45,6 +45,8 @@ class K8062Interface final : public dmx::DmxInterface {
   void Work() DJ_EXCLUDES(mutex_);
   /// Waits while nobody wants to send. False: the thread is to end.
   bool WaitForWork() DJ_EXCLUDES(mutex_);
+  /// Until the time is over or somebody stops the sending.
+  void Rest(support::Duration time) DJ_EXCLUDES(mutex_);
   void Serve(const UsbContext& usb) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::unique_ptr<K8062Box> Search(const UsbContext& usb) DJ_EXCLUDES(mutex_);
   [[nodiscard]] bool Sending() const DJ_EXCLUDES(mutex_);
