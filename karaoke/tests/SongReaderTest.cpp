@@ -49,6 +49,8 @@ TEST(SongReaderTest, ASongTellsItsTagsItsTimesAndItsWords) {
                                .End());
   EXPECT_TRUE(song.is_lyric);
   EXPECT_EQ(song.titles, "My Song\r\nThe Singer");
+  EXPECT_EQ(TitleOf(song) + "|" + ArtistOf(song), "My Song|The Singer");
+  EXPECT_EQ(TitleOf({}) + ArtistOf({}), "");
   EXPECT_EQ(song.genre, "Pop");
   EXPECT_EQ(song.time_signature, "4/4");
   EXPECT_EQ(song.tempo, 500'000U);
