@@ -54,7 +54,7 @@ double FilesPerSecond(const std::vector<std::string>& paths, const Read& read) {
 
 Figure MeasureReading() {
   constexpr int kSongs = 2000;
-  constexpr int kRuns = 3;
+  constexpr int kReadingRuns = 3;
   const platform::files::testing::TestFolder folder;
   std::vector<std::string> paths;
   for (int i = 0; i < kSongs; ++i) {
@@ -62,7 +62,7 @@ Figure MeasureReading() {
     paths.push_back((folder / (std::to_string(i) + ".kar")).string());
   }
   std::vector<double> ours, reference;
-  for (int run = 0; run < kRuns; ++run) {
+  for (int run = 0; run < kReadingRuns; ++run) {
     ours.push_back(FilesPerSecond(paths, [](const std::string& path) {
       const auto bytes = karaoke::ReadSongBytes(path);
       if (!bytes || karaoke::ReadSong(bytes.Value()).syllables.size() != 300) std::abort();

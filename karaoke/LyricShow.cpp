@@ -47,6 +47,36 @@ ShownLine MakeLine(const std::string& text, const std::vector<const Syllable*>& 
   return line;
 }
 
+/// Whether a song's writer left the blanks between words away. Scripts that have none are left as they are.
+bool LacksBlanks(const std::vector<ShownLine>& lines) {
+  constexpr std::size_t kEnoughToTell = 8;
+  std::size_t joints = 0, parted = 0, letters = 0, bytes = 0;
+  for (const ShownLine& line : lines) {
+    bytes += line.text.size();
+    letters += static_cast<std::size_t>(std::count_if(
+        line.text.begin(), line.text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; }));
+    for (std::size_t i = 1; i < line.syllables.size(); ++i, ++joints) {
+      parted += line.syllables[i].begin > line.syllables[i - 1].end ? 1 : 0;
+    }
+  }
+  return joints >= kEnoughToTell && parted * 10 < joints && letters * 2 > bytes;
+}
+
+/// A blank behind each syllable, but where a "-" at its end joins it to the next one.
+void AddBlanks(ShownLine& line) {
+  std::string text;
+  for (ShownSyllable& syllable : line.syllables) {
+    std::string part = line.text.substr(syllable.begin, syllable.end - syllable.begin);
+    const bool joined = part.size() > 1 && part.back() == '-';
+    if (joined) part.pop_back();
+    syllable.begin = text.size();
+    text += part;
+    syllable.end = text.size();
+    if (!joined) text += ' ';
+  }
+  line.text = std::move(text);
+}
+
 double Share(Microseconds part, Microseconds whole) {
   if (whole <= Microseconds(0)) return 1;
   return std::clamp(static_cast<double>(part.count()) / static_cast<double>(whole.count()), 0.0, 1.0);
@@ -73,6 +103,7 @@ LyricShow::LyricShow(const Song& song) {
     const std::size_t index = static_cast<std::size_t>(number);
     lines_.push_back(MakeLine(index < song.lines.size() ? song.lines[index] : "", sung));
   }
+  if (LacksBlanks(lines_)) std::for_each(lines_.begin(), lines_.end(), AddBlanks);
   constexpr Microseconds kShortestBeat = milliseconds(250);
   constexpr Microseconds kLongestBeat = milliseconds(1000);
   for (const ShownLine& line : lines_) {

@@ -21,7 +21,7 @@ LyricText AssembleLyrics(std::string_view track) {
   LyricText lyrics;
   lyrics.lines.emplace_back();
   std::size_t at = track.find(kTextEvent);
-  while (at != std::string_view::npos && at + 2 < track.size()) {
+  while (at != std::string_view::npos && at + 2 < track.size() && lyrics.pieces.size() < kMostPieces) {
     const std::size_t length = static_cast<std::uint8_t>(track[at + 2]);
     const std::string_view piece = track.substr(at + 3, length);
     std::string_view words = piece;

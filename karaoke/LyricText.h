@@ -21,6 +21,9 @@ struct LyricText {
   std::vector<Piece> pieces;
 };
 
+/// More text events than this no song has; what comes behind them is left out.
+inline constexpr std::size_t kMostPieces = 1'000'000;
+
 /// Puts the text events of a lyrics track together: every pair FF 01 is one, wherever it stands.
 [[nodiscard]] LyricText AssembleLyrics(std::string_view track);
 

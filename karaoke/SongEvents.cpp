@@ -36,7 +36,7 @@ void CollectTrack(std::string_view track, std::int64_t start, SongEvents& song,
 }  // namespace
 
 support::Result<SongEvents> ReadSongEvents(std::string_view bytes) {
-  constexpr std::size_t kLongest = 64 << 20;  // six million notes: more than any synthesiser plays
+  constexpr std::size_t kLongest = 16 << 20;  // some million notes: more than any synthesiser plays
   const auto file = ReadMidiFile(bytes);
   if (!file) return support::Error{support::ErrorCode::Malformed, "This is not a MIDI file."};
   if (bytes.size() > kLongest) {

@@ -110,7 +110,7 @@ class EventScan {
     if (text.substr(0, 2) == "@G") song_.genre = text.substr(2);
     if (text.empty() || text.front() == '@' || times == nullptr) return;
     const std::string_view words = text.substr(BeginsLine(text) ? 1 : 0);
-    if (IsBlank(words)) return;
+    if (IsBlank(words) || song_.syllables.size() == kMostPieces) return;
     song_.syllables.push_back({times->TimeOf(start + event.tick), LineOf(event.at), std::string(words)});
   }
 
@@ -135,7 +135,21 @@ std::int64_t StartOf(const MidiFile& file, const SongTimes& times, const char* c
   return 0;
 }
 
+std::string TitleLine(const Song& song, std::size_t number) {
+  const std::string titles = song.titles.value_or("");
+  const auto lines = support::SplitLines(titles);
+  return number < lines.size() ? std::string(support::Trim(lines[number])) : "";
+}
+
 }  // namespace
+
+std::string TitleOf(const Song& song) {
+  return TitleLine(song, 0);
+}
+
+std::string ArtistOf(const Song& song) {
+  return TitleLine(song, 1);
+}
 
 Song ReadSong(std::string_view bytes) {
   Song song;

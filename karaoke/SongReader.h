@@ -37,6 +37,11 @@ struct Song {
   std::string note;  ///< one sentence for the user when the file is not what it should be, else empty
 };
 
+/// The first title tag; empty without one.
+[[nodiscard]] std::string TitleOf(const Song& song);
+/// The second title tag, where songs name their artist; empty without one.
+[[nodiscard]] std::string ArtistOf(const Song& song);
+
 /// Reads a MIDI file in memory. Never fails: what is missing is absent.
 ///
 /// The first time signature, the first tempo and the first lyric sign in the file's bytes count, wherever

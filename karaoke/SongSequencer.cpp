@@ -46,7 +46,6 @@ std::uint32_t SongSequencer::OpenSong(MciParameters& parameters) {
   if (offered_ == nullptr || parameters.element_name != offered_path_) return mci_error::kFileNotFound;
   if (!output_.Load(offered_)) return mci_error::kDeviceNotReady;
   sound_ = std::move(offered_);
-  offered_ = nullptr;
   paused_ = false;
   parameters.device = ++device_;
   return midiOutSetVolume(0, volume_);

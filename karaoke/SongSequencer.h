@@ -19,7 +19,8 @@ class SongSequencer final : public MidiSequencer {
  public:
   explicit SongSequencer(SongOutput& output) : output_(output) {}
 
-  /// The song that opening this file finds; one at a time, the newest counts.
+  /// The song that opening this file finds, once; one at a time, the newest counts. To be opened again it is
+  /// made ready again: the engine may still fade the old one.
   void Offer(std::string path, std::shared_ptr<SongSound> sound);
   /// The song that is open, for key and melody; null when none is.
   [[nodiscard]] SongSound* Open() const { return sound_.get(); }

@@ -60,6 +60,7 @@ Microseconds TempoMap::QuarterAt(Microseconds time) const {
 
 std::optional<SongTimes> ReadSongTimes(const MidiFile& file) {
   constexpr Microseconds kLongestSilence = std::chrono::seconds(10);
+  constexpr std::size_t kMostChanges = 1'000'000;  // a file of nothing else shall not fill the memory
   SongTimes times;
   std::vector<TempoMap::Change> changes;
   std::int64_t start = 0;
@@ -71,7 +72,7 @@ std::optional<SongTimes> ReadSongTimes(const MidiFile& file) {
     while (const auto event = reader.Next()) {
       end = std::min(start + event->tick, TrackReader::kLastTick);
       if (!event->IsMeta(0x2F)) last_sound = std::max(last_sound, end);
-      if (event->IsMeta(0x51) && event->text.size() >= 3) {
+      if (event->IsMeta(0x51) && event->text.size() >= 3 && changes.size() < kMostChanges) {
         changes.push_back({end, static_cast<std::int64_t>(*BigEndianAt(event->text, 0, 3))});
       }
     }

@@ -66,6 +66,18 @@ TEST_F(LyricShowTest, AWordIsSweptSyllableBySyllable) {
   EXPECT_EQ(Word(12'600), "now");
 }
 
+TEST_F(LyricShowTest, WordsWrittenWithoutBlanksAreParted) {
+  TrackBytes words = TrackBytes().Name("Words");
+  for (int i = 0; i < 3; ++i) words.Text(480, "/Twin-").Text(480, "kle").Text(480, "lit-").Text(480, "tle");
+  const LyricShow parted(ReadSong(FileBytes({UsualHead().End(), words})));
+  EXPECT_EQ(parted.Lines()[2].text, "Twinkle little ");
+  EXPECT_EQ(parted.Lines()[2].syllables[3].begin, 11U);
+  EXPECT_EQ(parted.At(parted.Lines()[2].syllables[3].at).word_begin, 8U);
+  for (int i = 0; i < 12; ++i) words.Text(480, "\xE3\x81\x82\xE3\x82\x8A\xE3\x81\x8C");
+  const LyricShow japanese(ReadSong(FileBytes({UsualHead().End(), words})));
+  EXPECT_EQ(japanese.Lines()[0].text, "Twin-klelit-tle");
+}
+
 TEST_F(LyricShowTest, TheBallTouchesDownOnEverySyllable) {
   for (const ShownLine& line : show_.Lines()) {
     for (std::size_t i = 0; i < line.syllables.size(); ++i) {

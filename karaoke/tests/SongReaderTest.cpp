@@ -49,6 +49,8 @@ TEST(SongReaderTest, ASongTellsItsTagsItsTimesAndItsWords) {
                                .End());
   EXPECT_TRUE(song.is_lyric);
   EXPECT_EQ(song.titles, "My Song\r\nThe Singer");
+  EXPECT_EQ(TitleOf(song) + "|" + ArtistOf(song), "My Song|The Singer");
+  EXPECT_EQ(TitleOf({}) + ArtistOf({}), "");
   EXPECT_EQ(song.genre, "Pop");
   EXPECT_EQ(song.time_signature, "4/4");
   EXPECT_EQ(song.tempo, 500'000U);
@@ -108,9 +110,9 @@ TEST(SongReaderTest, ATitleAloneMakesASongOfTheTrackThatHoldsIt) {
 }
 
 TEST(SongReaderTest, TheTempoChangesOfAllTracksTimeTheWords) {
-  const TrackBytes late = TrackBytes().Tempo(960, 1'000'000).Tempo(480, 250'000).End();
-  const Song song = ReadSong(
-      FileBytes({UsualHead().End(), Words().Text(960, "a").Text(480, "b").Text(480, "c").End(), late}));
+  const TrackBytes words = Words().Text(960, "a").Text(480, "b").Text(480, "c").End();
+  const TrackBytes earlier = TrackBytes().Tempo(960, 1'000'000).End();
+  const Song song = ReadSong(FileBytes({UsualHead().Tempo(1440, 250'000).End(), words, earlier}));
   EXPECT_THAT(Sung(song), ElementsAre("1000:0 a", "2000:0 b", "2250:0 c"));
 }
 
@@ -119,8 +121,10 @@ TEST(SongReaderTest, HundredSpareBytesBehindTheTrackAreReadToo) {
   const std::size_t header = bytes.rfind("MTrk");
   bytes[header + 7] = 20;  // the header claims less than there is
   EXPECT_THAT(Sung(ReadSong(bytes)), ElementsAre("0:0 la ", "500:0 lu"));
-  const std::string next = TrackBytes().Text(0, "next").End().Chunk();
-  const Song song = ReadSong(FileBytes({UsualHead().End(), Words().Text(0, "la")}) + next);
+  // The next chunk lies in them too: its pieces count as text, but it is no event of this track.
+  const std::string next = TrackBytes().Raw(Bytes({0, 0, 0xFF, 1, 4}) + "next").Chunk();
+  const Song song =
+      ReadSong(FileBytes({UsualHead().End(), Words().Event(0, {0x90, 60, 1}).Text(0, "la")}) + next);
   EXPECT_EQ(song.text_lyric, "lanext");
   EXPECT_THAT(Sung(song), ElementsAre("0:0 la"));
 }

@@ -59,6 +59,9 @@ TEST_F(SongSequencerTest, ASongIsPlayedPausedPlacedAndClosed) {
   EXPECT_EQ(karaoke_.Position(), 0U);
   EXPECT_TRUE(karaoke_.CloseDevice());
   EXPECT_EQ(output_.loaded, nullptr);
+  EXPECT_FALSE(karaoke_.KarOpenDevice());
+  Offer();
+  EXPECT_TRUE(karaoke_.KarOpenDevice());
 }
 
 TEST_F(SongSequencerTest, TheVolumeHoldsFromSongToSong) {
