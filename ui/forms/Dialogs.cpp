@@ -5,6 +5,7 @@
 #include <QAbstractItemView>
 #include <QHeaderView>
 #include <QPushButton>
+#include <QSplitter>
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
@@ -26,6 +27,7 @@ void DressButtons(QDialog& dialog) {
 
 /// Names and sizes are enough to find a file by.
 void DressFileList(QFileDialog& dialog) {
+  if (auto* parts = dialog.findChild<QSplitter*>()) parts->setSizes({Em(dialog, 12), Em(dialog, 48)});
   auto* list = dialog.findChild<QTreeView*>(QStringLiteral("treeView"));
   if (list == nullptr) return;
   QHeaderView& head = *list->header();

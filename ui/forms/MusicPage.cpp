@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/MusicPage.h"
 
+#include <QDir>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -181,6 +183,12 @@ QFileDialog* MusicPage::MakeDialog() {
   QFileDialog* dialog =
       MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
   dialog->setObjectName(QStringLiteral("AddFilesDialog"));
+  // Where the chosen track lies there are more.
+  if (const int row = grid_->ChosenRow(); row > 0) {
+    const std::string file(table_.Cell(row, catalogue::track::kFilename));
+    const QDir folder = QFileInfo(QFile::decodeName(QByteArray::fromStdString(file))).dir();
+    if (folder.exists()) dialog->setDirectory(folder);
+  }
   dialog->setNameFilters(
       {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
        say(Say::AllFiles) + QStringLiteral(" (*)")});

@@ -18,7 +18,7 @@ Booth::Booth() {
   engine.AddDevice("Main speakers");
   engine.AddDevice("USB card");
   station = std::make_unique<app::Workstation>(
-      app::Ports{engine, engine, tags, settings, files, workers, clock, &mixer},
+      app::Ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation},
       support::ProgramFolder(folder), app::Workstation::Conducting::ByHand);
   station->StartUp();
   AddTrack("one.mp3", "Anna Vogel", "First Light");

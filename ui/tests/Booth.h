@@ -9,6 +9,7 @@
 #include <filesystem>
 #include <memory>
 
+#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
@@ -69,6 +70,7 @@ class Booth : public ::testing::Test {
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;
+  app::BuiltInVisualisation visualisation;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   std::unique_ptr<app::Workstation> station;

@@ -11,6 +11,7 @@
 
 #include "ui/forms/MessageBox.h"
 #include "ui/tests/Booth.h"
+#include "ui/widgets/VisualSurface.h"
 
 namespace ui::testing {
 namespace {
@@ -56,21 +57,18 @@ TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
   EXPECT_FALSE(Find<QWidget>("CancelScan").isVisible());
 }
 
-TEST_F(SettingsTest, ACancelledScanLeavesTheCatalogue) {
+TEST_F(SettingsTest, AScanThatIsCancelledOrHasNoFolderChangesNothing) {
   MakeFile("a.mp3");
   Find<QLineEdit>("Directory").setText(folder.path());
   Apply("ReindexMusic");
   Click("CancelScan");
   RunWorkers();
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
   EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("Nothing was changed.")));
-}
-
-TEST_F(SettingsTest, AFolderThatIsNotThereIsToldAndChangesNothing) {
   Find<QLineEdit>("Directory").setText(QStringLiteral("/there/is/none"));
-  Apply("ReindexKaraoke");
+  Apply("ReindexMusic");
   RunWorkers();
   EXPECT_TRUE(TextOf("ScanProgress").contains(QStringLiteral("/there/is/none")));
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
 }
 
 TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {
@@ -95,6 +93,34 @@ TEST_F(SettingsTest, ChannelColoursAreKeptForAsManyChannelsAsThereAre) {
   EXPECT_EQ(Stored("Setup", "ConsoleSize"), "16");
 }
 
+TEST_F(SettingsTest, OneTouchChoosesAColour) {
+  Press(Qt::Key_8, Qt::ControlModifier);
+  for (const char* field : {"Color2", "Colour00ff00"}) {
+    QTest::mouseClick(&Find<QAbstractButton>(field), Qt::LeftButton);
+    Settle();
+  }
+  Apply("KeepColours");
+  EXPECT_EQ(Stored("Channels", "Color2"), "65280");
+}
+
+TEST_F(SettingsTest, AVisualiserIsChosenKeptAndShowsTheDeckThatIsHeard) {
+  auto& surface = Find<VisualSurface>("Visual");
+  EXPECT_EQ(surface.Shown().values, std::vector<float>(app::BuiltInVisualisation::kBars));
+  LoadAndPlay(1, 1);
+  Advance(1s);
+  EXPECT_GT(surface.Shown().values.at(5), 0.8F) << "1 kHz, 6 dB below full scale";
+  Click("deck1Stop");
+  Advance(100ms);
+  EXPECT_GT(surface.Shown().values.at(5), 0.5F) << "bars fall, they do not vanish";
+  Advance(2s);
+  EXPECT_EQ(surface.Shown().values.at(5), 0);
+  Choose("Visualisers", 2);
+  EXPECT_EQ(surface.Shown().kind, app::Picture::Kind::Line);
+  EXPECT_EQ(Stored("Visualisation", "Name"), "Wave");
+  Choose("Visualisers", 0);
+  EXPECT_EQ(surface.Shown().kind, app::Picture::Kind::Empty);
+}
+
 TEST_F(SettingsTest, TheManualOpensInAWindowOfItsOwnAndSaysWhereItShouldBe) {
   Apply("OpenHelp");
   auto& manual = Find<QTextBrowser>("Manual");
@@ -116,14 +142,11 @@ TEST_F(SettingsTest, TheKeysReachDecksAndPagesWhileTheManualIsRead) {
   EXPECT_TRUE(Find<QWidget>("SettingsPage").isVisible());
 }
 
-TEST_F(SettingsTest, WithoutASystemVolumeTheMainVolumeRests) {
-  EXPECT_FALSE(Find<QSlider>("MainVolume").isEnabled());
-}
-
-TEST_F(SettingsTest, TheMainVolumeFollowsTheSystemAndMovesIt) {
+TEST_F(SettingsTest, TheMainVolumeRestsWithoutASystemFollowsItAndMovesIt) {
+  auto& slider = Find<QSlider>("MainVolume");
+  EXPECT_FALSE(slider.isEnabled());
   mixer.Move(100);
   Settle();
-  auto& slider = Find<QSlider>("MainVolume");
   EXPECT_TRUE(slider.isEnabled());
   EXPECT_EQ(slider.value(), 0) << "0 is loudest";
   EXPECT_EQ(TextOf("MainVolumeValue"), QStringLiteral("100 %"));
@@ -132,12 +155,9 @@ TEST_F(SettingsTest, TheMainVolumeFollowsTheSystemAndMovesIt) {
   Settle();
   EXPECT_EQ(slider.value(), 10) << "down is softer";
   EXPECT_EQ(mixer.Volume(), 90);
-}
-
-TEST_F(SettingsTest, ASystemVolumeMovedElsewhereMovesTheSlider) {
   mixer.Move(0);
   Settle();
-  EXPECT_EQ(Find<QSlider>("MainVolume").value(), 99);
+  EXPECT_EQ(slider.value(), 99);
   EXPECT_EQ(TextOf("MainVolumeValue"), QStringLiteral("0 %"));
 }
 
