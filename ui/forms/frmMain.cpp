@@ -4,10 +4,8 @@
 
 #include <QApplication>
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QPointer>
 #include <QScreen>
-#include <QShortcut>
 #include <QStackedWidget>
 #include <QToolTip>
 #include <QVBoxLayout>
@@ -25,7 +23,6 @@
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
-#include "ui/forms/TempoTools.h"
 #include "ui/forms/VisualPanel.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
@@ -40,9 +37,6 @@ constexpr double kBasePoints = 10;     ///< at the size below and under it
 constexpr QSize kBaseSize(1600, 900);  ///< larger windows get larger type
 constexpr QSize kSmallest(1200, 640);
 constexpr double kSteps = 10;  ///< of the growth from one size to its double
-constexpr int kCrossfaderStep = 5;
-constexpr int kPages = 8;
-constexpr auto kListenStep = std::chrono::seconds(10);
 
 /// Files of rows that are to be deleted: while somebody thinks it over, the rows may get other numbers.
 std::vector<std::string> FilesOf(const catalogue::track_table& table, const std::vector<int>& rows,
@@ -268,80 +262,6 @@ void frmMain::ShowPage(int page) {
   pages_->setCurrentIndex(page);
   for (std::size_t i = 0; i < page_buttons_.size(); ++i) {
     page_buttons_[i]->setChecked(static_cast<int>(i) == page);
-  }
-}
-
-void frmMain::Key(const QKeySequence& key, Reach reach, std::function<void()> action) {
-  auto* shortcut = new QShortcut(key, this);
-  shortcut->setContext(reach == Reach::Everywhere ? Qt::ApplicationShortcut : Qt::WindowShortcut);
-  // A key that is held down too long must not start and stop a deck again and again.
-  shortcut->setAutoRepeat(reach == Reach::Window);
-  connect(shortcut, &QShortcut::activated, this, std::move(action));
-}
-
-void frmMain::MakeKeys() {
-  for (const int deck : {1, 2}) {
-    const auto panel = [this, deck]() -> DeckPanel& { return *decks_[deck == 1 ? 0 : 1]; };
-    Key(KeyOf(Command::PlayPause, deck), Reach::Everywhere, [panel] { panel().PlayOrPause(); });
-    Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
-    Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
-    Key(KeyOf(Command::Load, deck), Reach::Everywhere, [this, deck] { Load(deck, ChosenRows()); });
-    Key(KeyOf(Command::SetStart, deck), Reach::Everywhere,
-        [panel] { panel().SetMixPoint(app::MixPoint::Start); });
-    Key(KeyOf(Command::SetEnd, deck), Reach::Everywhere,
-        [panel] { panel().SetMixPoint(app::MixPoint::End); });
-    Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { mixer_->Listen(deck); });
-    Key(KeyOf(Command::Sync, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleSync(); });
-    Key(KeyOf(Command::Tap, deck), Reach::Everywhere, [panel] { panel().Tools().Tap(); });
-    Key(KeyOf(Command::KeyLock, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleKeyLock(); });
-  }
-  for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
-    Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });
-  }
-  for (int page = 0; page < kPages; ++page) {
-    Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
-  }
-  Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
-  Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
-      [this] { listen_->SeekBy(-kListenStep); });
-  Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right), Reach::Window,
-      [this] { listen_->SeekBy(kListenStep); });
-  Key(KeyOfHelp(), Reach::Everywhere, [this] { workstation_.Apply({app::ApplyMode::Help, {}, {}}); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
-      [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
-  Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
-      [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
-}
-
-// Shortcuts know no release, so what lasts as long as a key is held is listened for here.
-bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ApplicationDeactivate) ReleaseNudges();
-  const bool pressed = event->type() == QEvent::KeyPress;
-  if (!pressed && event->type() != QEvent::KeyRelease) return QMainWindow::eventFilter(watched, event);
-  const auto& key = static_cast<const QKeyEvent&>(*event);
-  for (const int deck : {1, 2}) {
-    for (const Command command : {Command::NudgeBack, Command::NudgeOn}) {
-      const QKeyCombination wanted = KeyOf(command, deck)[0];
-      if (key.key() != wanted.key()) continue;
-      // Whoever lets go of Shift first lets go all the same.
-      if (pressed && key.modifiers() != wanted.keyboardModifiers()) continue;
-      if (key.isAutoRepeat()) return true;
-      const int direction = command == Command::NudgeBack ? -1 : 1;
-      if (pressed || nudging_[deck == 1 ? 0 : 1]) Nudge(deck, pressed ? direction : 0);
-      if (pressed) return true;
-    }
-  }
-  return QMainWindow::eventFilter(watched, event);
-}
-
-void frmMain::Nudge(int deck, int direction) {
-  nudging_[deck == 1 ? 0 : 1] = direction != 0;
-  decks_[deck == 1 ? 0 : 1]->Tools().Nudge(direction);
-}
-
-void frmMain::ReleaseNudges() {
-  for (const int deck : {1, 2}) {
-    if (nudging_[deck == 1 ? 0 : 1]) Nudge(deck, 0);
   }
 }
 

@@ -51,7 +51,7 @@ void MixHandle::paintEvent(QPaintEvent*) {
   flag.lineTo(start ? stem + wide : stem - wide, 1 + tall / 2);
   flag.lineTo(stem, 1 + tall);
   flag.closeSubpath();
-  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.good, 2));
+  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.good, std::max(2, Em(*this, 0.12))));
   painter.setBrush(moved_ || held_ ? skin_.good : skin_.well);
   painter.drawPath(flag);
 }

@@ -66,8 +66,9 @@ void RunningWave::DrawBeats(QPainter& painter, int first) const {
     // At the edges, so that the sound of the beat itself stays in sight.
     const int mark = std::max(5, height() / 6);
     painter.fillRect(column, 0, 1, height(), skin_.line);
-    painter.fillRect(column - 1, 0, 3, mark, skin_.warning);
-    painter.fillRect(column - 1, height() - mark, 3, mark, skin_.warning);
+    const int wide = std::max(3, Em(*this, 0.2));
+    painter.fillRect(column - wide / 2, 0, wide, mark, skin_.warning);
+    painter.fillRect(column - wide / 2, height() - mark, wide, mark, skin_.warning);
   }
 }
 

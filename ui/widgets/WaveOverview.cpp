@@ -95,8 +95,9 @@ void WaveOverview::PaintMixPoints(QPainter& painter) const {
   shade.setAlphaF(0.6F);
   painter.fillRect(0, 0, start, tall, shade);
   painter.fillRect(end + 1, 0, width() - end, tall, shade);
-  painter.fillRect(start, 0, 2, tall, skin_.good);
-  painter.fillRect(end - 1, 0, 2, tall, skin_.good);
+  const int thick = std::max(2, Em(*this, 0.12));
+  painter.fillRect(start, 0, thick, tall, skin_.good);
+  painter.fillRect(end - thick + 1, 0, thick, tall, skin_.good);
 }
 
 QSize WaveOverview::sizeHint() const {
