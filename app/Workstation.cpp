@@ -6,8 +6,10 @@
 #include <cassert>
 #include <utility>
 
+#include "app/AnalysisRows.h"
 #include "app/MasterVolume.h"
 #include "app/WorkstationParts.h"
+#include "decks/GainAnalysis.h"
 #include "support/Text.h"
 
 namespace app {
@@ -26,7 +28,15 @@ void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
 }  // namespace
 
 Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
-    : parts_(std::make_unique<Parts>(ports, folder, conducting)) {}
+    : parts_(std::make_unique<Parts>(ports, folder, conducting)) {
+  parts_->stage.OnAnalysed(
+      [parts = parts_.get()](const std::string& filename, const music::TrackAnalysis& found) {
+        music::TrackAnalysis facts = found;
+        facts.wave.reset();
+        parts->window->Post(
+            [parts, filename, facts = std::move(facts)] { parts->KeepAnalysis(filename, facts); });
+      });
+}
 
 Workstation::~Workstation() {
   ShutDown();
@@ -135,6 +145,31 @@ void Workstation::SetGainPercent(int percent) {
   const int slider = std::clamp(percent, 0, 100);
   parts_->settings.SetNumber("Settings", "GainPercent", slider);
   parts_->conductor.Post([&stage = parts_->stage, slider] { stage.SetGainPercent(slider); });
+}
+
+void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis) {
+  if (FillIn(catalogue, filename, analysis)) index.Save(catalogue);
+  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis);
+}
+
+void Workstation::QueryGain(int deck, GainShown done) {
+  if (deck < 1 || deck > kDecks) return;
+  Parts& parts = *parts_;
+  const std::string filename = View().decks[static_cast<std::size_t>(deck - 1)].filename;
+  if (filename.empty()) return;
+  const decks::clsMp3Info known = parts.gains[filename];
+  if (known.Analysed() || parts.ports.commands == nullptr) return done(decks::GainText(known));
+  parts.ports.workers.Post([&parts, gate = parts.gate, window = parts.window, filename,
+                            done = std::move(done)] {
+    gate->Pass([&] {
+      decks::clsMp3Info info;
+      const std::string text = decks::GainAnalysis(*parts.ports.commands, parts.folder).Query(filename, info);
+      window->Post([&parts, filename, info, text, done] {
+        parts.gains[filename] = info;
+        done(text);
+      });
+    });
+  });
 }
 
 void Workstation::SetOutput(int output, OutputView choice) {

@@ -23,6 +23,7 @@
 #include "catalogue/track_table.h"
 #include "decks/AnalysisPass.h"
 #include "decks/ports/AudioEngine.h"
+#include "decks/ports/CommandRunner.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
@@ -44,6 +45,7 @@ struct Ports {
   SystemMixer* mixer = nullptr;                ///< null: no master volume
   Visualisation* visualisation = nullptr;      ///< null: none
   decks::AnalysisTools analysis = {};          ///< what is null is not measured
+  decks::CommandRunner* commands = nullptr;    ///< null: mp3gain is not there
   catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
 };
 
@@ -166,6 +168,11 @@ class Workstation {
   void SetEqualiser(int slider, int decibels);
   /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
   void SetGainPercent(int percent);
+  /// The gain of the file on a deck by the program mp3gain, as it is shown: "89.0" where it is not known.
+  /// Called back on the window's thread; the file is analysed by a worker, once a run. Nothing for an empty
+  /// deck.
+  using GainShown = std::function<void(std::string gain)>;
+  void QueryGain(int deck, GainShown done);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);

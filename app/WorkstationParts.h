@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <map>
 #include <memory>
 #include <string>
 #include <utility>
@@ -18,6 +19,7 @@
 #include "app/WorkGate.h"
 #include "app/Workstation.h"
 #include "catalogue/IndexFile.h"
+#include "decks/clsMp3Info.h"
 
 namespace app {
 
@@ -44,6 +46,9 @@ struct Workstation::Parts {
                    scratch),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, outside.tags, outside.workers, gate, window, say,
                      scratch) {}
+
+  /// What a worker found out about a deck's file goes into its rows, on the window's thread.
+  void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -100,6 +105,7 @@ struct Workstation::Parts {
   Help* help = nullptr;
   std::vector<std::string> unseen_prompts;
   std::vector<std::string> device_names;
+  std::map<std::string, decks::clsMp3Info> gains;  ///< of the files that were asked for
   catalogue::track_table catalogue{catalogue::TrackColumns()};
   catalogue::track_table karaoke{catalogue::KaraokeColumns()};
   std::array<catalogue::track_table, kPlaylists> playlists{catalogue::track_table(catalogue::TrackColumns()),

@@ -12,9 +12,11 @@ namespace bench {
 /// Requires of MeasureIndex: no other thread yet, as it measures memory in processes of its own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
-
-/// Tempo and equaliser; half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureAnalysis();
 [[nodiscard]] std::vector<Figure> MeasureTempo();
+
+/// Key lock and equaliser; half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureKeyLock();
 /// From a command to the ear, on a real sound server of its own.
 [[nodiscard]] std::vector<Figure> MeasureEar();
 [[nodiscard]] std::vector<Figure> MeasureWindow();

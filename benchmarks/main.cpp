@@ -15,7 +15,9 @@ int main(int argc, char* argv[]) {
   bench::PrintHead();
   if (only.empty() || only == "index") bench::Print(bench::MeasureIndex());
   if (only.empty() || only == "engine") bench::Print(bench::MeasureEngine());
-  if (only.empty() || only == "tempo") bench::Print(bench::MeasureTempo());
+  if (only.empty() || only == "analysis") bench::Print(bench::MeasureAnalysis());
+  if (only.empty() || only == "analysis") bench::Print(bench::MeasureTempo());
+  if (only.empty() || only == "keylock") bench::Print(bench::MeasureKeyLock());
   if (only.empty() || only == "ear") bench::Print(bench::MeasureEar());
   if (only.empty() || only == "window") bench::Print(bench::MeasureWindow());
   return 0;

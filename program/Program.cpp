@@ -17,6 +17,7 @@
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
+#include "platform/process/basCommandOutput.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
 #include "platform/sidestore/SqliteSideStore.h"
@@ -65,6 +66,7 @@ struct Program::Parts {
                      .mixer = &mixer,
                      .visualisation = &visualisation,
                      .analysis = {&meters, &trackers},
+                     .commands = &commands,
                      .side_store = &side_store},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
@@ -88,6 +90,7 @@ struct Program::Parts {
   engine::SoundEngine engine;
   platform::analysis::EburLoudnessMeters meters;
   platform::analysis::QmBeatTrackers trackers;
+  platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
   support::ThreadPool workers;
   app::Workstation workstation;

@@ -3,36 +3,11 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "decks/MixPointScan.h"
-#include "engine/SoundEngine.h"
-#include "engine/VirtualOutputs.h"
-#include "platform/codec/FfmpegDecoderFactory.h"
-#include "platform/stretch/LibraryStretcherFactory.h"
-#include "support/Executor.h"
 #include "support/Text.h"
+#include "tools/djinspect/verbs/DecodingEngine.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
 namespace tools::djinspect {
-namespace {
-
-class NoIndicator final : public decks::ScanProgress {
- public:
-  void Busy(double) override {}
-};
-
-/// An engine that has no outputs and only decodes.
-struct DecodingEngine {
-  engine::VirtualTime time;
-  engine::VirtualOutputs outputs{time, {}};
-  platform::codec::FfmpegDecoderFactory decoders;
-  platform::stretch::LibraryStretcherFactory stretchers;
-  support::ThreadPool workers{1};
-  engine::SoundEngine engine{{outputs, decoders, stretchers, workers, time},
-                             engine::SoundEngine::Feeding::ByHand};
-};
-
-}  // namespace
-
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   constexpr std::optional<std::int64_t> kDefaultPercent = 3;
   constexpr int kHighestPercent = 100;

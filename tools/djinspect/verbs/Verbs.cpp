@@ -9,7 +9,8 @@
 namespace tools::djinspect {
 namespace {
 
-constexpr std::array<Verb, 5> kVerbs{{{"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+constexpr std::array<Verb, 6> kVerbs{{{"analyse", "FILE", &InspectAnalysis},
+                                      {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
                                       {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
                                       {"mp3gain", "FILE", &InspectMp3Gain},
                                       {"presets", "FILE", &InspectPresets},

@@ -33,6 +33,7 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
 
 // One file a verb.
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AnalysisRows.h"
+
+#include <array>
+#include <string>
+
+#include "support/Text.h"
+
+namespace app {
+namespace {
+
+namespace track = catalogue::track;
+
+struct Found {
+  int column;
+  std::string text;  ///< empty: not found
+};
+
+std::array<Found, 4> CellsOf(const music::TrackAnalysis& analysis) {
+  std::array<Found, 4> cells{
+      {{track::kGain, ""}, {track::kStartMixPoint, ""}, {track::kEndMixPoint, ""}, {track::kBpm, ""}}};
+  if (analysis.loudness.valid) {
+    cells[0].text = support::FormatReal(static_cast<double>(music::GainFor(analysis.loudness).value), 2);
+  }
+  if (analysis.mix_points) {
+    cells[1].text = support::FormatReal(analysis.mix_points->points.start_seconds, 3);
+    cells[2].text = support::FormatReal(analysis.mix_points->points.end_seconds, 3);
+  }
+  if (analysis.grid != nullptr && !analysis.grid->Empty()) {
+    cells[3].text = support::FormatReal(analysis.grid->Nominal().value, 2);
+  }
+  return cells;
+}
+
+}  // namespace
+
+bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis) {
+  const int row = table.FindRow(track::kFilename, filename);
+  bool filled = false;
+  for (const Found& found : CellsOf(analysis)) {
+    if (row == 0 || found.text.empty() || !table.Cell(row, found.column).empty()) continue;
+    table.SetCell(row, found.column, found.text);
+    filled = true;
+  }
+  return filled;
+}
+
+}  // namespace app

@@ -1,0 +1,16 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <string_view>
+
+#include "catalogue/track_table.h"
+#include "music/TrackAnalysis.h"
+
+namespace app {
+
+/// Fills in what an analysis found where the file's row says nothing: gain, mix points and tempo. What a tag
+/// or a hand put there stays. True when a cell was filled in. Threads: the table's.
+bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis);
+
+}  // namespace app

@@ -1,0 +1,168 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/AnalysisRows.h"
+#include "app/tests/Evening.h"
+#include "catalogue/testing/MemorySideStore.h"
+#include "decks/testing/FakeCommandRunner.h"
+#include "decks/testing/FakeFinders.h"
+
+namespace app::testing {
+namespace {
+
+namespace track = catalogue::track;
+
+class Analysis : public Evening {
+ protected:
+  Analysis() {
+    std::vector<std::int16_t> clicks(60 * 88'200);
+    for (std::size_t i = 0; i < clicks.size(); ++i) {
+      if (i % 44'100 < 1500) clicks[i] = static_cast<std::int16_t>(i % 4 < 2 ? 9000 : -9000);
+    }
+    engine_.AddFile("t.mp3", {.seconds = 60, .samples = clicks});
+  }
+  void Start() {
+    Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
+    ports.analysis = {&meters_, &trackers_};
+    ports.commands = &commands_;
+    ports.side_store = &store_;
+    station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+    station_->StartUp();
+    LetWorkersFinish();
+  }
+  void LetWorkersFinish() {
+    workers_.RunAll();
+    Settle();
+    workers_.RunAll();
+    Settle();
+    station_->PumpWindow();
+  }
+  /// Loads without any tempo in the row.
+  void LoadPlain(int deck, const std::string& file) {
+    catalogue::track_table table(catalogue::TrackColumns());
+    table.AddRow(std::vector<std::string_view>{"", "", "", file});
+    station_->LoadDeck(deck, table, 1);
+    Settle();
+  }
+  int Reads() const {
+    const auto log = engine_.Log();
+    return static_cast<int>(std::count_if(log.begin(), log.end(), [](const std::string& call) {
+      return call.rfind("BASS_ChannelGetData", 0) == 0 && call.ends_with(" 262144");
+    }));
+  }
+
+  decks::testing::FakeLoudnessMeters meters_;
+  decks::testing::FakeBeatTrackers trackers_;
+  decks::testing::FakeCommandRunner commands_;
+  catalogue::testing::MemorySideStore store_;
+};
+
+TEST_F(Analysis, ShowsLoudnessBeatsAndTheTempoThatTheRowDidNotSay) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  EXPECT_EQ(Deck(1).bpm, 0);
+  LetWorkersFinish();
+  ASSERT_NE(Deck(1).grid, nullptr);
+  EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
+  EXPECT_TRUE(Deck(1).loudness.valid);
+  Load(1, "t.mp3");
+  EXPECT_EQ(Deck(1).bpm, 120.5) << "what the row says";
+}
+
+TEST_F(Analysis, TheWaveGrowsWhileTheFileIsRead) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  for (int i = 0; i < 15; ++i) workers_.RunOne();
+  Settle();
+  ASSERT_NE(Deck(1).wave, nullptr);
+  EXPECT_LT(Deck(1).wave->fine.size(), 60U * 150);
+  EXPECT_EQ(Deck(1).wave->overview.size(), 1500U) << "as wide as it will be";
+}
+
+TEST_F(Analysis, WhatIsKeptIsNotReadAgainNotEvenInTheNextEvening) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  const int reads = Reads();
+  EXPECT_GT(reads, 0);
+  station_.reset();
+  Start();
+  LoadPlain(2, "t.mp3");
+  LetWorkersFinish();
+  EXPECT_EQ(Reads(), reads);
+  EXPECT_NEAR(Deck(2).bpm, 120, 0.05);
+  EXPECT_TRUE(Deck(2).has_mix_points);
+  store_.SetStamp("t.mp3", {2, 2});
+  LoadPlain(1, "a.mp3");
+  LoadPlain(2, "a.mp3");
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  EXPECT_GT(Reads(), reads) << "another file under the same name";
+}
+
+TEST_F(Analysis, AnotherThresholdLooksForMixPointsAloneAndKeepsThem) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  const int reads = Reads();
+  const auto wave = Deck(1).wave;
+  station_->SetGainPercent(100);
+  Settle();
+  LetWorkersFinish();
+  EXPECT_EQ(Reads(), reads);
+  EXPECT_EQ(Deck(1).wave, wave);
+  EXPECT_TRUE(Deck(1).has_mix_points);
+}
+
+TEST_F(Analysis, AThresholdThatIsMovedInTheMiddleCountsInTheEnd) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  workers_.RunOne();
+  station_->SetGainPercent(100);
+  Settle();
+  LetWorkersFinish();
+  station_->SetGainPercent(3);
+  Settle();
+  LetWorkersFinish();
+  EXPECT_EQ(Deck(1).start_mix_point.count(), 0);
+}
+
+TEST_F(Analysis, AFullDiskIsToldOnceAndNothingElseIsAmiss) {
+  Start();
+  store_.SetFull(true);
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  EXPECT_TRUE(Deck(1).has_mix_points);
+  EXPECT_EQ(station_->View().notice, "There is no room to keep anything.");
+}
+
+TEST_F(Analysis, TheRowIsFilledInWhereItSaysNothing) {
+  Start();
+  catalogue::track_table& table = station_->Catalogue();
+  table.AddRow(std::vector<std::string_view>{"", "", "", "t.mp3", "", "", "", "", "", "", "-3.21"});
+  station_->LoadDeck(1, table, table.Rows());
+  Settle();
+  LetWorkersFinish();
+  EXPECT_EQ(table.Cell(table.Rows(), track::kBpm), "120.00");
+  EXPECT_EQ(table.Cell(table.Rows(), track::kGain), "-3.21");
+  EXPECT_EQ(table.Cell(table.Rows(), track::kStartMixPoint), "0.000");
+  EXPECT_EQ(table.Cell(table.Rows(), track::kEndMixPoint).size(), 6U);
+}
+
+TEST_F(Analysis, TheGainQueryRunsTheProgramOnce) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  std::vector<std::string> shown;
+  for (int i = 0; i < 2; ++i) {
+    station_->QueryGain(1, [&](std::string gain) { shown.push_back(std::move(gain)); });
+    LetWorkersFinish();
+  }
+  station_->QueryGain(2, [&](std::string) { shown.push_back("an empty deck"); });
+  ASSERT_EQ(shown.size(), 2U);
+  EXPECT_EQ(shown[0], "89.0");
+}
+
+}  // namespace
+}  // namespace app::testing
