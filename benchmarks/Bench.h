@@ -19,7 +19,7 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureTempo();
 
 /// Key lock and equaliser; half an hour of sound is rendered for it.
-[[nodiscard]] std::vector<Figure> MeasureDecks();
+[[nodiscard]] std::vector<Figure> MeasureKeyLock();
 /// From a command to the ear, on a real sound server of its own.
 [[nodiscard]] std::vector<Figure> MeasureEar();
 [[nodiscard]] std::vector<Figure> MeasureWindow();

@@ -39,6 +39,14 @@ class TimedOutputs::Timed final : public engine::RenderSource {
   std::vector<double>& shares_;
 };
 
+TimedOutputs::TimedOutputs(engine::OutputDevices& outputs) : outputs_(outputs) {}
+
+TimedOutputs::~TimedOutputs() = default;
+
+TimedOutputs::TimedOutputs(engine::OutputDevices& outputs) : outputs_(outputs) {}
+
+TimedOutputs::~TimedOutputs() = default;
+
 support::Result<std::unique_ptr<engine::OutputDevice>> TimedOutputs::Open(
     const engine::OutputRequest& request, engine::RenderSource& source) {
   shares_.reserve(kMostPulls);

@@ -17,7 +17,8 @@ namespace bench {
 /// Passes an output's pulls on and measures how long each took, as a share of the sound it asked for.
 class TimedOutputs final : public engine::OutputDevices {
  public:
-  explicit TimedOutputs(engine::OutputDevices& outputs) : outputs_(outputs) {}
+  explicit TimedOutputs(engine::OutputDevices& outputs);
+  ~TimedOutputs() override;
   [[nodiscard]] std::vector<engine::OutputDeviceInfo> List() override { return outputs_.List(); }
   support::Result<std::unique_ptr<engine::OutputDevice>> Open(const engine::OutputRequest& request,
                                                               engine::RenderSource& source) override;

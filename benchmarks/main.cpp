@@ -20,7 +20,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
     {"lights", bench::MeasureLights},
     {"engine", bench::MeasureEngine},
-    {"decks", bench::MeasureDecks},
+    {"keylock", bench::MeasureKeyLock},
     {"analysis", bench::MeasureAnalysis},
     {"tempo", bench::MeasureTempo},
     {"ear", bench::MeasureEar},

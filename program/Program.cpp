@@ -34,7 +34,7 @@ int Cores() {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
 
-std::atomic<bool> left_behind{false};
+std::atomic<void*> left_behind{nullptr};  // what a stuck worker may come back to
 
 }  // namespace
 
@@ -107,12 +107,11 @@ Program::~Program() {
     ended = pool->Finish(kPatience) && ended;
   }
   if (ended) return;
-  left_behind = true;
-  static_cast<void>(parts_.release());  // the worker may come back to it at any time
+  left_behind = parts_.release();
 }
 
 bool Program::LeftBehind() {
-  return left_behind;
+  return left_behind != nullptr;
 }
 
 ui::frmMain& Program::Window() {

@@ -218,7 +218,7 @@ double Drift(const MediaMaker& media) {
 
 }  // namespace
 
-std::vector<Figure> MeasureDecks() {
+std::vector<Figure> MeasureKeyLock() {
   constexpr int kTurns = 3;
   constexpr int kStretch = 20;
   const MediaMaker media;
