@@ -43,10 +43,6 @@ TimedOutputs::TimedOutputs(engine::OutputDevices& outputs) : outputs_(outputs) {
 
 TimedOutputs::~TimedOutputs() = default;
 
-TimedOutputs::TimedOutputs(engine::OutputDevices& outputs) : outputs_(outputs) {}
-
-TimedOutputs::~TimedOutputs() = default;
-
 support::Result<std::unique_ptr<engine::OutputDevice>> TimedOutputs::Open(
     const engine::OutputRequest& request, engine::RenderSource& source) {
   shares_.reserve(kMostPulls);
