@@ -235,8 +235,8 @@ void DeviceTable::TellReturns(const std::vector<OutputDeviceInfo>& listed) {
     if (there == can_return) continue;
     can_return = there;
     if (there) {
-      events_.push_back({decks::DeviceEvent::Kind::CanReturn, number,
-                         "The sound output " + own.name + " is back; playing can be moved back to it."});
+      events_.push_back(
+          Event(decks::DeviceEvent::Kind::CanReturn, number, support::Sentence::OutputCanReturn, own.name));
     } else {
       events_.push_back({decks::DeviceEvent::Kind::CannotReturn, number, ""});
     }
@@ -264,8 +264,8 @@ void DeviceTable::MoveBack(int number) {
   slot->Plug(std::move(plug));
   moved_.erase(number);
   homeless_.erase(number);  // the stand-in may have gone at this very moment
-  events_.push_back(
-      {decks::DeviceEvent::Kind::Returned, number, "Playing is back on " + slot->Wanted().name + "."});
+  events_.push_back(Event(decks::DeviceEvent::Kind::Returned, number, support::Sentence::PlayingIsBack,
+                          slot->Wanted().name));
 }
 
 std::vector<decks::DeviceEvent> DeviceTable::TakeEvents() {

@@ -116,7 +116,7 @@ void SoundEngine::BASS_Free() {
 
 bool SoundEngine::BASS_SetDevice(int device) {
   if (devices_->Find(device) == nullptr) {
-    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
     return false;
   }
   current_device_ = device;
@@ -178,7 +178,7 @@ decks::StreamHandle SoundEngine::CreateGenerated(std::shared_ptr<support::SoundG
   Sweep();
   const auto slot = devices_->Find(device);
   if (slot == nullptr || slot->Core().SampleRate() != sound->SampleRate()) {
-    Fail({support::ErrorCode::Unavailable, "The sound output is not open."});
+    Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
     return 0;
   }
   const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);

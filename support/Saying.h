@@ -13,6 +13,7 @@ enum class Sentence : int;
 struct Saying {
   Sentence sentence{};  ///< none of the table: nothing is said
   std::vector<std::string> parts{};
+  bool operator==(const Saying&) const = default;
 };
 
 }  // namespace support

@@ -78,6 +78,9 @@ constexpr Row kRows[] = {
      "De geluidsuitgang %1 is weg; er wordt een andere gezocht."},
     {Sentence::HeadphonesBack, "The head-phone output %1 is back.", "De koptelefoonuitgang %1 is terug."},
     {Sentence::PlayingGoesOn, "Playing goes on through %1.", "Het afspelen gaat verder via %1."},
+    {Sentence::OutputCanReturn, "The sound output %1 is back; playing can be moved back to it.",
+     "De geluidsuitgang %1 is er weer; het spelen kan ernaar terug."},
+    {Sentence::PlayingIsBack, "Playing is back on %1.", "Het spelen is terug op %1."},
 
     {Sentence::DiskFull, "There is no room left on the disk for %1.",
      "Er is geen ruimte meer op de schijf voor %1."},
@@ -155,6 +158,12 @@ constexpr Row kRows[] = {
     {Sentence::BoxDoesNotAnswer, "The K8062 does not answer (%1).", "De K8062 antwoordt niet (%1)."},
     {Sentence::UsbNotUsable, "USB cannot be used (%1).", "USB kan niet worden gebruikt (%1)."},
     {Sentence::NoBox, "No K8062 is plugged in.", "Er is geen K8062 aangesloten."},
+    {Sentence::BoxLibraryOtherKind, "\"%1\" was made for another kind of processor.",
+     "\"%1\" is voor een ander soort processor gemaakt."},
+    {Sentence::BoxLibraryMissing, "\"%1\" is not there; it comes with the K8062.",
+     "\"%1\" is er niet; het wordt met de K8062 meegeleverd."},
+    {Sentence::BoxLibraryUnknown, "\"%1\" is not the library of the K8062.",
+     "\"%1\" is niet de bibliotheek van de K8062."},
 };
 
 template <typename Parts>

@@ -47,6 +47,8 @@ enum class Sentence : int {
   OutputGone,
   HeadphonesBack,
   PlayingGoesOn,
+  OutputCanReturn,
+  PlayingIsBack,
 
   DiskFull = 901,
   NoWriteRight,
@@ -91,6 +93,9 @@ enum class Sentence : int {
   BoxDoesNotAnswer,
   UsbNotUsable,
   NoBox,
+  BoxLibraryOtherKind,
+  BoxLibraryMissing,
+  BoxLibraryUnknown,
 };
 
 /// The rooms' sentences in the language chosen.

@@ -6,6 +6,8 @@
 #include <cstdint>
 #include <string>
 
+#include "support/Saying.h"
+
 namespace dmx {
 
 using DmxLevel = std::uint8_t;
@@ -19,6 +21,7 @@ struct DmxInterfaceStatus {
   std::chrono::microseconds frame_interval{0};  ///< between the last two frames; 0: not known
   std::uint64_t frames = 0;                     ///< handed to the box since the first start
   std::string text;                             ///< a sentence about the last trouble; may be empty
+  support::Saying saying{};                     ///< the same in the language chosen
 
   bool operator==(const DmxInterfaceStatus&) const = default;
 };

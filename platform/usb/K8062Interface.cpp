@@ -16,6 +16,8 @@ constexpr auto kBetweenSearches = std::chrono::milliseconds(250);
 /// Before a box that refuses everything is opened again.
 constexpr auto kAfterFailure = std::chrono::milliseconds(50);
 
+const support::Error kNoTrouble{};
+
 }  // namespace
 
 K8062Interface::~K8062Interface() {
@@ -69,10 +71,11 @@ bool K8062Interface::Sending() const {
   return wanted_;
 }
 
-void K8062Interface::Say(State state, std::string text) {
+void K8062Interface::Say(State state, const support::Error& trouble) {
   MutexLock lock(mutex_);
   status_.state = state;
-  status_.text = std::move(text);
+  status_.text = trouble.text;
+  status_.saying = trouble.saying;
   if (state != State::Sending) {
     status_.packets_per_frame = 0;
     status_.frame_interval = {};
@@ -91,9 +94,9 @@ void K8062Interface::Work() {
     auto usb = UsbContext::Open();
     if (usb) {
       Serve(*usb.Value());
-      Say(State::Stopped, "");
+      Say(State::Stopped, kNoTrouble);
     } else {
-      Say(State::Searching, usb.Failure().text);
+      Say(State::Searching, usb.Failure());
       Rest(kBetweenSearches);
     }
   }
@@ -108,7 +111,7 @@ std::unique_ptr<K8062Box> K8062Interface::Search(const UsbContext& usb) {
   while (Sending()) {
     auto box = K8062Box::Find(usb);
     if (box) return std::move(box).Value();
-    Say(State::Searching, box.Failure().text);
+    Say(State::Searching, box.Failure());
     Rest(kBetweenSearches);
   }
   return nullptr;
@@ -116,7 +119,7 @@ std::unique_ptr<K8062Box> K8062Interface::Search(const UsbContext& usb) {
 
 void K8062Interface::Serve(const UsbContext& usb) {
   while (auto box = Search(usb)) {
-    Say(State::Sending, "");
+    Say(State::Sending, kNoTrouble);
     bool there = true;
     // The first frame tells every lamp where it stands, whatever it was shown before.
     for (bool first = true; there && Sending(); first = false) there = SendFrame(*box, NextFrame(first));

@@ -12,6 +12,7 @@
 #include "platform/usb/K8062Box.h"
 #include "support/Clock.h"
 #include "support/Mutex.h"
+#include "support/Result.h"
 
 namespace platform::usb {
 
@@ -55,7 +56,7 @@ class K8062Interface final : public dmx::DmxInterface {
   bool SendFrame(K8062Box& box, const Frame& frame) DJ_EXCLUDES(mutex_);
   void SendDarkness(K8062Box& box);
   void NoteFrame(std::size_t packets, support::TimePoint began) DJ_EXCLUDES(mutex_);
-  void Say(dmx::DmxInterfaceStatus::State state, std::string text) DJ_EXCLUDES(mutex_);
+  void Say(dmx::DmxInterfaceStatus::State state, const support::Error& trouble) DJ_EXCLUDES(mutex_);
 
   support::SteadyClock clock_;
   mutable support::Mutex mutex_;

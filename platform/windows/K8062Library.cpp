@@ -6,6 +6,8 @@
 
 #include <utility>
 
+#include "support/Sentences.h"
+
 namespace platform::windows {
 namespace {
 
@@ -16,6 +18,10 @@ using TwoNumbers = void(__stdcall*)(int, int);
 template <typename Function>
 Function Find(HMODULE library, const char* name) {
   return reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+}
+
+support::Error Trouble(support::Sentence sentence, const std::filesystem::path& library) {
+  return support::Failed(support::ErrorCode::Unavailable, sentence, {library.filename().string()});
 }
 
 }  // namespace
@@ -47,17 +53,17 @@ K8062Library::~K8062Library() {
 
 bool K8062Library::Load() {
   if (calls_ != nullptr) return true;
-  trouble_.clear();
+  trouble_ = {};
   const HMODULE library = LoadLibraryW(path_.wstring().c_str());
   if (library == nullptr) {
-    trouble_ = GetLastError() == ERROR_BAD_EXE_FORMAT
-                   ? "\"" + path_.filename().string() + "\" was made for another kind of processor."
-                   : "\"" + path_.filename().string() + "\" is not there; it comes with the K8062.";
+    trouble_ = Trouble(GetLastError() == ERROR_BAD_EXE_FORMAT ? support::Sentence::BoxLibraryOtherKind
+                                                              : support::Sentence::BoxLibraryMissing,
+                       path_);
     return false;
   }
   auto calls = std::make_unique<Calls>(library);
   if (!calls->Complete()) {
-    trouble_ = "\"" + path_.filename().string() + "\" is not the library of the K8062.";
+    trouble_ = Trouble(support::Sentence::BoxLibraryUnknown, path_);
     return false;
   }
   calls_ = std::move(calls);
@@ -86,8 +92,9 @@ void K8062Library::StopDevice() {
 dmx::DmxInterfaceStatus K8062Library::Status() const {
   using State = dmx::DmxInterfaceStatus::State;
   dmx::DmxInterfaceStatus status;
-  status.state = started_ ? State::Sending : trouble_.empty() ? State::Stopped : State::Searching;
-  status.text = trouble_;
+  status.state = started_ ? State::Sending : trouble_.text.empty() ? State::Stopped : State::Searching;
+  status.text = trouble_.text;
+  status.saying = trouble_.saying;
   return status;
 }
 

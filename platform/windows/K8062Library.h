@@ -7,6 +7,7 @@
 #include <string>
 
 #include "dmx/ports/DmxInterface.h"
+#include "support/Result.h"
 
 namespace platform::windows {
 
@@ -36,7 +37,7 @@ class K8062Library final : public dmx::DmxInterface {
   std::filesystem::path path_;
   std::unique_ptr<Calls> calls_;
   bool started_ = false;
-  std::string trouble_;
+  support::Error trouble_{};  ///< no text: none
 };
 
 }  // namespace platform::windows
