@@ -49,6 +49,7 @@ struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_th
   void Read();
   void Scan();
   void Keep(bool whole);
+  [[nodiscard]] bool StillThere();
   void Tell(const music::TrackAnalysis& analysis, bool complete);
   void Busy(double fraction) override { busy = fraction; }
   bool Cancelled() override { return dropped || shared->gate->Closed(); }
@@ -175,8 +176,20 @@ void AnalysisDesk::Job::Scan() {
   Tell(result, true);
 }
 
+/// The file is what it was when its analysis began, or only its tag was written since.
+bool AnalysisDesk::Job::StillThere() {
+  catalogue::SideStore& store = *shared->ports.store;
+  const auto now = store.StampOf(request.filename);
+  if (now == stamp) return true;
+  if (!now || !store.Read(request.filename, *now, catalogue::SidePart::Facts)) return false;
+  stamp = now;
+  return true;
+}
+
 void AnalysisDesk::Job::Keep(bool whole) {
   catalogue::SideStore& store = *shared->ports.store;
+  support::MutexLock held(*shared->ports.keeping);
+  if (!StillThere()) return;
   const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
                              : catalogue::WriteFacts(store, request.filename, *stamp, result);
   kept = kept || written.Ok();

@@ -15,6 +15,7 @@
 #include "decks/MixPointScan.h"
 #include "music/TrackAnalysis.h"
 #include "support/Executor.h"
+#include "support/Mutex.h"
 
 namespace app {
 
@@ -24,6 +25,8 @@ struct AnalysisPorts {
   decks::SoundControl& sound;
   decks::AnalysisTools tools;
   catalogue::SideStore* store = nullptr;  ///< null: nothing is kept
+  /// Held by whoever writes to the store, so that what is kept of a file moves as a whole; by workers alone.
+  std::shared_ptr<support::Mutex> keeping = std::make_shared<support::Mutex>();
 };
 
 /// Has the decks' files analysed by workers, and keeps what they found.

@@ -46,4 +46,13 @@ bool FillIn(catalogue::track_table& table, std::string_view filename, const musi
   return filled;
 }
 
+catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table, std::string_view filename) {
+  const int row = table.FindRow(track::kFilename, filename);
+  const auto cell = [&](int column) -> std::optional<std::string> {
+    if (row == 0 || table.Cell(row, column).empty()) return std::nullopt;
+    return std::string(table.Cell(row, column));
+  };
+  return {cell(track::kGain), cell(track::kStartMixPoint), cell(track::kEndMixPoint), cell(track::kBpm)};
+}
+
 }  // namespace app

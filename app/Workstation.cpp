@@ -154,6 +154,7 @@ void Workstation::SetMainVolume(int main_volume) {
 void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis) {
   if (FillIn(catalogue, filename, analysis)) index.Save(catalogue);
   for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis);
+  WriteTag(filename);
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {

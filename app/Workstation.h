@@ -22,6 +22,7 @@
 #include "catalogue/IndexFile.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagReader.h"
+#include "catalogue/ports/TagWriter.h"
 #include "catalogue/track_table.h"
 #include "decks/AnalysisPass.h"
 #include "decks/ports/AudioEngine.h"
@@ -50,6 +51,7 @@ struct Ports {
   decks::AnalysisTools analysis = {};          ///< what is null is not measured
   decks::CommandRunner* commands = nullptr;    ///< null: mp3gain is not there
   catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
+  catalogue::TagWriter* tag_writer = nullptr;  ///< null: tags are not written
 };
 
 /// What the button of the settings page does.

@@ -199,4 +199,17 @@ support::Result<void> WriteFacts(SideStore& store, const std::string& path, cons
   return store.Write(path, stamp, SidePart::Facts, PackFacts(analysis));
 }
 
+support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
+                                const FileStamp& to) {
+  if (from == to) return {};
+  std::vector<std::pair<SidePart, std::string>> parts;  // all read first: the first write drops the old ones
+  for (const SidePart part : {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks}) {
+    if (auto bytes = store.Read(path, from, part)) parts.emplace_back(part, std::move(*bytes));
+  }
+  for (const auto& [part, bytes] : parts) {
+    if (auto written = store.Write(path, to, part, bytes); !written) return written;
+  }
+  return {};
+}
+
 }  // namespace catalogue

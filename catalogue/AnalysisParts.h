@@ -20,6 +20,10 @@ support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, c
 support::Result<void> WriteFacts(SideStore& store, const std::string& path, const FileStamp& stamp,
                                  const music::TrackAnalysis& analysis);
 
+/// All that is kept of a file goes on to be kept of its new state, in which nothing but its tag differs.
+support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
+                                const FileStamp& to);
+
 // The parts as bytes. Each begins with the version of the analysis; bytes of another version, and any that
 // were not written by the function beside, give nothing.
 [[nodiscard]] std::string PackWave(const music::Wave& wave);
