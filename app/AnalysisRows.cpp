@@ -33,13 +33,21 @@ std::array<Found, 4> CellsOf(const music::TrackAnalysis& analysis) {
   return cells;
 }
 
+bool WasFound(int column, const catalogue::FileMarks& marks) {
+  using catalogue::PointBy;
+  return (column == track::kStartMixPoint && marks.start == PointBy::Scan) ||
+         (column == track::kEndMixPoint && marks.end == PointBy::Scan);
+}
+
 }  // namespace
 
-bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis) {
+bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis,
+            const catalogue::FileMarks& marks) {
   const int row = table.FindRow(track::kFilename, filename);
   bool filled = false;
   for (const Found& found : CellsOf(analysis)) {
-    if (row == 0 || found.text.empty() || !table.Cell(row, found.column).empty()) continue;
+    if (row == 0 || found.text.empty() || table.Cell(row, found.column) == found.text) continue;
+    if (!table.Cell(row, found.column).empty() && !WasFound(found.column, marks)) continue;
     table.SetCell(row, found.column, found.text);
     filled = true;
   }

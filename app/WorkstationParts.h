@@ -53,7 +53,8 @@ struct Workstation::Parts {
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
 
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
-  void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis);
+  void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
+                    const catalogue::FileMarks& marks);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {

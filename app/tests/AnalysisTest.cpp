@@ -20,7 +20,8 @@ class Analysis : public Evening {
   Analysis() {
     std::vector<std::int16_t> clicks(60 * 88'200);
     for (std::size_t i = 0; i < clicks.size(); ++i) {
-      if (i % 44'100 < 1500) clicks[i] = static_cast<std::int16_t>(i % 4 < 2 ? 9000 : -9000);
+      const int height = i / 44'100 < 115 ? 9000 : 3000;
+      if (i % 44'100 < 1500) clicks[i] = static_cast<std::int16_t>(i % 4 < 2 ? height : -height);
     }
     engine_.AddFile("t.mp3", {.seconds = 60, .samples = clicks});
   }
@@ -222,6 +223,60 @@ TEST_F(WrittenTags, ThatCannotBeWrittenAreToldOnce) {
   LoadRow(1);
   EXPECT_EQ(station_->View().notice, "\"t.mp3\" is protected.");
   EXPECT_EQ(station_->Catalogue().Cell(1, track::kStartMixPoint), "0.000");
+}
+
+class WhatAHandDid : public WrittenTags {
+ protected:
+  void NextEvening() {
+    const catalogue::track_table index = station_->Catalogue();
+    station_.reset();
+    Start();
+    station_->Catalogue() = index;
+    LoadRow(1);
+  }
+};
+
+TEST_F(WhatAHandDid, ToTheBeatsComesBackWithTheFile) {
+  Start();
+  LoadRow(1);
+  station_->ScaleBpm(1, music::BeatScale::Half);
+  Settle();
+  station_->ShiftGrid(1, std::chrono::milliseconds(20));
+  Settle();
+  LetWorkersFinish();
+  const auto corrected = Deck(1).grid;
+  NextEvening();
+  ASSERT_NE(Deck(1).grid, nullptr);
+  EXPECT_EQ(Deck(1).grid->Beats().size(), corrected->Beats().size());
+  EXPECT_NEAR(Deck(1).grid->Beats()[0].count(), corrected->Beats()[0].count(), 1e-6);
+  EXPECT_NEAR(Deck(1).bpm, 60, 0.05);
+  station_->ForgetGrid(1);
+  Settle();
+  EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
+  LetWorkersFinish();
+  NextEvening();
+  EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
+}
+
+TEST_F(WhatAHandDid, IsNotWhatAnOlderThresholdFound) {
+  Start();
+  LoadRow(1);
+  const auto old_end = Deck(1).end_mix_point;
+  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(7));
+  LetWorkersFinish();
+  Store("Settings", "GainPercent", "90");
+  NextEvening();
+  EXPECT_EQ(Deck(1).start_mix_point, std::chrono::seconds(7));
+  EXPECT_TRUE(Deck(1).moved.start);
+  EXPECT_NE(Deck(1).end_mix_point, old_end);
+  EXPECT_FALSE(Deck(1).moved.end);
+  station_->ResetMixPoint(1, MixPoint::Start);
+  LetWorkersFinish();
+  Store("Settings", "GainPercent", "3");
+  NextEvening();
+  EXPECT_FALSE(Deck(1).moved.start);
+  EXPECT_EQ(Deck(1).end_mix_point, old_end);
+  EXPECT_NE(station_->Catalogue().Cell(1, track::kStartMixPoint), "7.000");
 }
 
 TEST_F(Analysis, TheGainQueryRunsTheProgramOnce) {

@@ -44,6 +44,26 @@ TEST(WithMixingTagsTest, PutsValuesAfterTheirKeysAndCarriesOtherLinesOver) {
   for (const auto& each : cases) EXPECT_EQ(WithMixingTags(each.block, tags), each.with);
 }
 
+TEST(FileMarksTest, ComeBackAsTheyWereOrNotAtAll) {
+  FileMarks marks;
+  marks.start = PointBy::Hand;
+  marks.end = PointBy::Scan;
+  for (const bool corrected : {false, true}) {
+    if (corrected) {
+      marks.grid = std::make_shared<const music::BeatGrid>(
+          music::BeatGrid::Even({120}, 1, music::Seconds(0.25), music::Seconds(9)));
+    }
+    const std::string bytes = PackMarks(marks);
+    const auto read = UnpackMarks(bytes);
+    ASSERT_TRUE(read);
+    EXPECT_EQ(read->start, PointBy::Hand);
+    EXPECT_EQ(read->end, PointBy::Scan);
+    ASSERT_EQ(read->grid != nullptr, corrected);
+    EXPECT_TRUE(!corrected || *read->grid == *marks.grid);
+    for (std::size_t size = 0; size < bytes.size(); ++size) EXPECT_FALSE(UnpackMarks(bytes.substr(0, size)));
+  }
+}
+
 TEST(CarryOverTest, MovesEveryPartToTheNewStateOrSaysThatItCannot) {
   testing::MemorySideStore store;
   const FileStamp old_state{1, 1};
