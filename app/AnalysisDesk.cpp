@@ -166,7 +166,7 @@ void AnalysisDesk::Job::KeepMarks() {
 
 void AnalysisDesk::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
   catalogue::SideStore& store = *shared->ports.store;
-  support::MutexLock held(*shared->ports.keeping);
+  support::MutexLock held(shared->ports.keeping->Of(path));
   const auto now = store.StampOf(path);
   if (now) ComplainOnce(store.Write(path, *now, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
 }
@@ -248,7 +248,7 @@ bool AnalysisDesk::Job::StillThere() {
 
 void AnalysisDesk::Job::Keep(bool whole) {
   catalogue::SideStore& store = *shared->ports.store;
-  support::MutexLock held(*shared->ports.keeping);
+  support::MutexLock held(shared->ports.keeping->Of(request.filename));
   if (!StillThere()) return;
   const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
                              : catalogue::WriteFacts(store, request.filename, *stamp, result);

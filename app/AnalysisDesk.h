@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "app/Keeping.h"
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
@@ -16,7 +17,6 @@
 #include "decks/MixPointScan.h"
 #include "music/TrackAnalysis.h"
 #include "support/Executor.h"
-#include "support/Mutex.h"
 
 namespace app {
 
@@ -26,8 +26,7 @@ struct AnalysisPorts {
   decks::SoundControl& sound;
   decks::AnalysisTools tools;
   catalogue::SideStore* store = nullptr;  ///< null: nothing is kept
-  /// Held by whoever writes to the store, so that what is kept of a file moves as a whole; by workers alone.
-  std::shared_ptr<support::Mutex> keeping = std::make_shared<support::Mutex>();
+  std::shared_ptr<Keeping> keeping = std::make_shared<Keeping>();
 };
 
 /// Has the decks' files analysed by workers, and keeps what they found.

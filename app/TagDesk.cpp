@@ -7,12 +7,13 @@
 #include <utility>
 
 #include "catalogue/AnalysisParts.h"
+#include "support/Mutex.h"
 
 namespace app {
 
 struct TagDesk::Shared {
   Shared(const TagPorts& outside, support::Executor& executor, std::shared_ptr<WorkGate> open,
-         std::shared_ptr<support::Mutex> held, Complain teller)
+         std::shared_ptr<Keeping> held, Complain teller)
       : ports(outside),
         workers(executor),
         gate(std::move(open)),
@@ -25,7 +26,7 @@ struct TagDesk::Shared {
   const TagPorts ports;
   support::Executor& workers;
   const std::shared_ptr<WorkGate> gate;
-  const std::shared_ptr<support::Mutex> keeping;
+  const std::shared_ptr<Keeping> keeping;
   const Complain complain;
   support::Mutex mutex;
   std::map<std::string, catalogue::MixingTags> waiting DJ_GUARDED_BY(mutex);
@@ -33,7 +34,7 @@ struct TagDesk::Shared {
 };
 
 TagDesk::TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-                 std::shared_ptr<support::Mutex> keeping, Complain complain)
+                 std::shared_ptr<Keeping> keeping, Complain complain)
     : shared_(std::make_shared<Shared>(ports, workers, std::move(gate), std::move(keeping),
                                        std::move(complain))) {}
 
@@ -47,7 +48,7 @@ void TagDesk::Write(const std::string& path, const catalogue::MixingTags& tags) 
 }
 
 void TagDesk::Shared::WriteNext(const std::string& path) {
-  support::MutexLock held(*keeping);
+  support::MutexLock held(keeping->Of(path));
   catalogue::MixingTags tags;
   {
     support::MutexLock lock(mutex);

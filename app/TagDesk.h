@@ -6,12 +6,12 @@
 #include <memory>
 #include <string>
 
+#include "app/Keeping.h"
 #include "app/WorkGate.h"
 #include "catalogue/MixingTags.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagWriter.h"
 #include "support/Executor.h"
-#include "support/Mutex.h"
 
 namespace app {
 
@@ -31,9 +31,8 @@ class TagDesk {
   using Complain = std::function<void(const support::Error&)>;
 
   /// complain is called by a worker, at the first file that cannot be written.
-  /// keeping is held by whoever writes to the side store, so that what is kept moves as a whole.
   TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-          std::shared_ptr<support::Mutex> keeping, Complain complain);
+          std::shared_ptr<Keeping> keeping, Complain complain);
 
   void Write(const std::string& path, const catalogue::MixingTags& tags);
 

@@ -135,7 +135,7 @@ struct Workstation::Parts {
                                                            catalogue::track_table(catalogue::TrackColumns()),
                                                            catalogue::track_table(catalogue::TrackColumns())};
   std::shared_ptr<WorkGate> gate = std::make_shared<WorkGate>();
-  std::shared_ptr<support::Mutex> keeping = std::make_shared<support::Mutex>();
+  std::shared_ptr<Keeping> keeping = std::make_shared<Keeping>();
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
   Stage stage;
