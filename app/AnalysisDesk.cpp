@@ -42,6 +42,8 @@ struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_th
   // The conductor's.
   void Begin();
   void Learn(const music::TrackAnalysis& analysis, bool complete);
+  void LearnMarks(const catalogue::FileMarks& read);
+  void KeepMarks();
 
   // The worker's.
   void Post(void (Job::*step)());
@@ -49,6 +51,10 @@ struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_th
   void Read();
   void Scan();
   void Keep(bool whole);
+  [[nodiscard]] bool StillThere();
+  void ReadMarks();
+  void WriteMarks(const std::string& path, const catalogue::FileMarks& newest);
+  void ComplainOnce(const support::Result<void>& written);
   void Tell(const music::TrackAnalysis& analysis, bool complete);
   void Busy(double fraction) override { busy = fraction; }
   bool Cancelled() override { return dropped || shared->gate->Closed(); }
@@ -60,6 +66,10 @@ struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_th
   decks::MixPointRequest wanted;  ///< the conductor's, to known
   bool working = false;
   std::shared_ptr<const music::TrackAnalysis> known;
+  catalogue::FileMarks marks;
+  bool marks_changed = false;
+  bool marks_at_work = false;  ///< a worker writes them; when they change meanwhile, it does so once more
+  bool marks_wait = false;
 
   decks::MixPointRequest request;  ///< the worker's, as the rest
   std::optional<catalogue::FileStamp> stamp;
@@ -96,6 +106,19 @@ std::shared_ptr<const music::TrackAnalysis> AnalysisDesk::Of(int deck) const {
   return job == nullptr ? nullptr : job->known;
 }
 
+catalogue::FileMarks AnalysisDesk::MarksOf(int deck) const {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  return job == nullptr ? catalogue::FileMarks{} : job->marks;
+}
+
+void AnalysisDesk::ChangeMarks(int deck, const std::function<void(catalogue::FileMarks&)>& change) {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  if (job == nullptr) return;
+  change(job->marks);
+  job->marks_changed = true;
+  job->KeepMarks();
+}
+
 double AnalysisDesk::Busy(int deck) const {
   const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
   return job == nullptr ? 0 : job->busy.load();
@@ -114,8 +137,45 @@ void AnalysisDesk::Job::Learn(const music::TrackAnalysis& analysis, bool complet
   known = std::make_shared<const music::TrackAnalysis>(analysis);
   if (!complete) return;
   working = false;
-  if (*shared->found) (*shared->found)(wanted.filename, *known);
+  if (*shared->found) (*shared->found)(wanted.filename, *known, marks);
   Begin();  // the threshold may have been moved meanwhile
+}
+
+void AnalysisDesk::Job::LearnMarks(const catalogue::FileMarks& read) {
+  using catalogue::PointBy;
+  if (marks.start == PointBy::Unknown) marks.start = read.start;
+  if (marks.end == PointBy::Unknown) marks.end = read.end;
+  if (marks.grid == nullptr) marks.grid = read.grid;
+  if (marks_changed) KeepMarks();  // a hand was faster than the disk
+}
+
+void AnalysisDesk::Job::KeepMarks() {
+  if (shared->ports.store == nullptr) return;
+  marks_wait = marks_at_work;
+  if (std::exchange(marks_at_work, true)) return;
+  shared->workers.Post([job = shared_from_this(), newest = marks, path = wanted.filename] {
+    job->shared->gate->Pass([&] {
+      job->WriteMarks(path, newest);
+      job->shared->box->Post([job] {
+        job->marks_at_work = false;
+        if (job->marks_wait) job->KeepMarks();
+      });
+    });
+  });
+}
+
+void AnalysisDesk::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
+  catalogue::SideStore& store = *shared->ports.store;
+  support::MutexLock held(shared->ports.keeping->Of(path));
+  const auto now = store.StampOf(path);
+  if (now) ComplainOnce(store.Write(path, *now, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
+}
+
+void AnalysisDesk::Job::ReadMarks() {
+  const auto bytes =
+      stamp ? shared->ports.store->Read(request.filename, *stamp, catalogue::SidePart::Marks) : std::nullopt;
+  const auto read = bytes ? catalogue::UnpackMarks(*bytes) : std::nullopt;
+  if (read) shared->box->Post([job = shared_from_this(), read = *read] { job->LearnMarks(read); });
 }
 
 void AnalysisDesk::Job::Post(void (Job::*step)()) {
@@ -134,6 +194,7 @@ void AnalysisDesk::Job::Tell(const music::TrackAnalysis& analysis, bool complete
 void AnalysisDesk::Job::LookUp() {
   const AnalysisPorts& ports = shared->ports;
   if (ports.store != nullptr) stamp = ports.store->StampOf(request.filename);
+  ReadMarks();
   auto found = stamp ? catalogue::ReadAnalysis(*ports.store, request.filename, *stamp) : std::nullopt;
   if (!found) {
     pass.emplace(ports.engine, ports.sound, ports.tools, request.filename);
@@ -175,11 +236,27 @@ void AnalysisDesk::Job::Scan() {
   Tell(result, true);
 }
 
+/// The file is what it was when its analysis began, or only its tag was written since.
+bool AnalysisDesk::Job::StillThere() {
+  catalogue::SideStore& store = *shared->ports.store;
+  const auto now = store.StampOf(request.filename);
+  if (now == stamp) return true;
+  if (!now || !store.Read(request.filename, *now, catalogue::SidePart::Facts)) return false;
+  stamp = now;
+  return true;
+}
+
 void AnalysisDesk::Job::Keep(bool whole) {
   catalogue::SideStore& store = *shared->ports.store;
+  support::MutexLock held(shared->ports.keeping->Of(request.filename));
+  if (!StillThere()) return;
   const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
                              : catalogue::WriteFacts(store, request.filename, *stamp, result);
   kept = kept || written.Ok();
+  ComplainOnce(written);
+}
+
+void AnalysisDesk::Job::ComplainOnce(const support::Result<void>& written) {
   if (!written && !shared->complained.exchange(true)) shared->complain(written.Failure());
 }
 

@@ -7,9 +7,11 @@
 #include <memory>
 #include <string>
 
+#include "app/Keeping.h"
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
 #include "app/WorkstationView.h"
+#include "catalogue/AnalysisParts.h"
 #include "catalogue/ports/SideStore.h"
 #include "decks/AnalysisPass.h"
 #include "decks/MixPointScan.h"
@@ -24,6 +26,7 @@ struct AnalysisPorts {
   decks::SoundControl& sound;
   decks::AnalysisTools tools;
   catalogue::SideStore* store = nullptr;  ///< null: nothing is kept
+  std::shared_ptr<Keeping> keeping = std::make_shared<Keeping>();
 };
 
 /// Has the decks' files analysed by workers, and keeps what they found.
@@ -33,7 +36,8 @@ struct AnalysisPorts {
 /// reads a second or two and then lets the next one have its turn. Threads: the conductor.
 class AnalysisDesk {
  public:
-  using Found = std::function<void(const std::string& filename, const music::TrackAnalysis& analysis)>;
+  using Found = std::function<void(const std::string& filename, const music::TrackAnalysis& analysis,
+                                   const catalogue::FileMarks& marks)>;
   using Complain = std::function<void(const support::Error&)>;
 
   /// Answers come through the box, which the conductor empties. complain is called by a worker, once, when
@@ -50,6 +54,10 @@ class AnalysisDesk {
   void Drop(int deck);
   /// What is known of the deck's file; null until anything is, and by and by more.
   [[nodiscard]] std::shared_ptr<const music::TrackAnalysis> Of(int deck) const;
+  /// What a hand did to the deck's file; nothing for an empty deck, and until a worker has read it.
+  [[nodiscard]] catalogue::FileMarks MarksOf(int deck) const;
+  /// A hand did more; kept by a worker. Nothing for an empty deck.
+  void ChangeMarks(int deck, const std::function<void(catalogue::FileMarks&)>& change);
   /// From 0 to 1, over and over, while a worker is at the deck's file; else 0.
   [[nodiscard]] double Busy(int deck) const;
 

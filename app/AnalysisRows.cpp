@@ -33,17 +33,34 @@ std::array<Found, 4> CellsOf(const music::TrackAnalysis& analysis) {
   return cells;
 }
 
+bool WasFound(int column, const catalogue::FileMarks& marks) {
+  using catalogue::PointBy;
+  return (column == track::kStartMixPoint && marks.start == PointBy::Scan) ||
+         (column == track::kEndMixPoint && marks.end == PointBy::Scan);
+}
+
 }  // namespace
 
-bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis) {
+bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis,
+            const catalogue::FileMarks& marks) {
   const int row = table.FindRow(track::kFilename, filename);
   bool filled = false;
   for (const Found& found : CellsOf(analysis)) {
-    if (row == 0 || found.text.empty() || !table.Cell(row, found.column).empty()) continue;
+    if (row == 0 || found.text.empty() || table.Cell(row, found.column) == found.text) continue;
+    if (!table.Cell(row, found.column).empty() && !WasFound(found.column, marks)) continue;
     table.SetCell(row, found.column, found.text);
     filled = true;
   }
   return filled;
+}
+
+catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table, std::string_view filename) {
+  const int row = table.FindRow(track::kFilename, filename);
+  const auto cell = [&](int column) -> std::optional<std::string> {
+    if (row == 0 || table.Cell(row, column).empty()) return std::nullopt;
+    return std::string(table.Cell(row, column));
+  };
+  return {cell(track::kGain), cell(track::kStartMixPoint), cell(track::kEndMixPoint), cell(track::kBpm)};
 }
 
 }  // namespace app

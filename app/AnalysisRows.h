@@ -4,13 +4,21 @@
 
 #include <string_view>
 
+#include "catalogue/AnalysisParts.h"
+#include "catalogue/MixingTags.h"
 #include "catalogue/track_table.h"
 #include "music/TrackAnalysis.h"
 
 namespace app {
 
 /// Fills in what an analysis found where the file's row says nothing: gain, mix points and tempo. What a tag
-/// or a hand put there stays. True when a cell was filled in. Threads: the table's.
-bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis);
+/// or a hand put there stays; a point that an earlier scan found is replaced. True when a cell was filled in.
+/// Threads: the table's.
+bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis,
+            const catalogue::FileMarks& marks = {});
+
+/// What the file's row says for mixing; nothing for a file without one.
+[[nodiscard]] catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table,
+                                                    std::string_view filename);
 
 }  // namespace app

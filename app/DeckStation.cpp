@@ -285,7 +285,28 @@ void DeckStation::Analyse() {
 }
 
 void DeckStation::SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark) {
-  if (state_ != State::Empty) track_.marks.Of(which) = mark;
+  if (state_ == State::Empty) return;
+  track_.marks.Of(which) = mark;
+  Say(which, mark ? catalogue::PointBy::Hand : catalogue::PointBy::Scan);
+}
+
+void DeckStation::Say(MixPoint which, catalogue::PointBy by) {
+  tools_.analyses.ChangeMarks(player_.Channel(), [which, by](catalogue::FileMarks& marks) {
+    (which == MixPoint::Start ? marks.start : marks.end) = by;
+  });
+}
+
+void DeckStation::ForgetGrid() {
+  tempo_.ForgetCorrections();
+  tools_.analyses.ChangeMarks(player_.Channel(), [](catalogue::FileMarks& marks) { marks.grid.reset(); });
+}
+
+void DeckStation::KeepCorrections() {
+  if (auto grid = tempo_.TakeCorrection()) {
+    tools_.analyses.ChangeMarks(player_.Channel(),
+                                [&grid](catalogue::FileMarks& marks) { marks.grid = std::move(grid); });
+  }
+  tempo_.Kept(tools_.analyses.MarksOf(player_.Channel()).grid);
 }
 
 void DeckStation::FollowEqualiser(int slider, int decibels) {
@@ -297,6 +318,7 @@ void DeckStation::FollowEqualiser(int slider, int decibels) {
 void DeckStation::ShowAnalysis(DeckView& view) {
   view.scan_busy = tools_.analyses.Busy(player_.Channel());
   if (state_ == State::Empty) return;
+  KeepCorrections();
   if (const auto analysis = tools_.analyses.Of(player_.Channel())) {
     view.wave = analysis->wave;
     view.loudness = analysis->loudness;
@@ -319,7 +341,12 @@ void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {
   const auto& found = view.found.Of(which);
   const bool start = which == MixPoint::Start;
   auto& shown = start ? view.start_mix_point : view.end_mix_point;
+  const catalogue::FileMarks marks = tools_.analyses.MarksOf(player_.Channel());
+  const catalogue::PointBy by = start ? marks.start : marks.end;
+  // What the row remembers may have been found by an older threshold.
+  if (mark && by == catalogue::PointBy::Scan) mark.reset();
   if (mark && found && std::chrono::abs(*mark - *found) < kSame) mark.reset();
+  if (!mark && found && by == catalogue::PointBy::Unknown) Say(which, catalogue::PointBy::Scan);
   shown = mark.value_or(found.value_or(std::chrono::microseconds(0)));
   view.moved.Of(which) = mark.has_value();
   view.has_mix_points = (start || view.has_mix_points) && (mark || found);

@@ -64,6 +64,8 @@ class DeckStation {
   /// A slider was moved while the deck was asked to follow.
   void FollowEqualiser(int slider, int decibels);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
+  /// The beats are again those that were found.
+  void ForgetGrid();
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
   void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
@@ -92,6 +94,9 @@ class DeckStation {
   void ShowAnalysis(DeckView& view);
   void ShowFound(const music::MixPoints& points, DeckView& view);
   void ShowMixPoint(MixPoint which, DeckView& view);
+  /// Who put the point where it is, kept with the file.
+  void Say(MixPoint which, catalogue::PointBy by);
+  void KeepCorrections();
   void Reject(const Track& track, const std::string& sentence);
   void Clear();
   /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream

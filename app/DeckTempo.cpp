@@ -75,12 +75,18 @@ bool DeckTempo::Original() const {
 
 void DeckTempo::Begin(double bpm) {
   ++track_;
-  row_bpm_ = bpm;
-  grid_.reset();
-  by_hand_ = false;
-  taps_.clear();
+  begun_bpm_ = bpm;
+  ForgetCorrections();
   bend_ = 1;
   nudge_ = 1;
+}
+
+void DeckTempo::ForgetCorrections() {
+  row_bpm_ = begun_bpm_;
+  grid_.reset();
+  by_hand_ = false;
+  corrected_ = false;
+  taps_.clear();
 }
 
 void DeckTempo::Apply() {
@@ -117,6 +123,17 @@ void DeckTempo::Correct(music::BeatGrid grid) {
   if (grid.Empty()) return;
   grid_ = std::make_shared<const music::BeatGrid>(std::move(grid));
   by_hand_ = true;
+  corrected_ = true;
+}
+
+void DeckTempo::Kept(std::shared_ptr<const music::BeatGrid> grid) {
+  if (by_hand_ || grid == nullptr || grid->Empty()) return;
+  grid_ = std::move(grid);
+  by_hand_ = true;
+}
+
+std::shared_ptr<const music::BeatGrid> DeckTempo::TakeCorrection() {
+  return std::exchange(corrected_, false) ? grid_ : nullptr;
 }
 
 void DeckTempo::Tap(support::TimePoint at) {

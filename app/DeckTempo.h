@@ -17,8 +17,8 @@ namespace app {
 
 /// How fast a deck plays, and where the beats of its track lie.
 ///
-/// Law: what is set holds for every file that comes onto the deck; a grid that a hand corrected is kept
-/// until the next file. Threads: the conductor.
+/// Law: what is set holds for every file that comes onto the deck; a grid that a hand corrected goes
+/// before one that is found. Threads: the conductor.
 class DeckTempo {
  public:
   DeckTempo(decks::AudioEngine& engine, const decks::clsBassPlayer& player)
@@ -63,6 +63,13 @@ class DeckTempo {
   /// A beat lies at the place that is heard.
   void Align();
 
+  /// A grid that a hand corrected an earlier time; one that was corrected since stays.
+  void Kept(std::shared_ptr<const music::BeatGrid> grid);
+  /// Back to what is found and what the row says.
+  void ForgetCorrections();
+  /// The newest correction, once; else null.
+  [[nodiscard]] std::shared_ptr<const music::BeatGrid> TakeCorrection();
+
   void Show(DeckView& view) const;
 
  private:
@@ -79,8 +86,10 @@ class DeckTempo {
   decks::HeardStream heard_;
   int track_ = 0;
   double row_bpm_ = 0;
+  double begun_bpm_ = 0;                         ///< row_bpm_ before a hand corrected it
   std::shared_ptr<const music::BeatGrid> grid_;  // with the window
   bool by_hand_ = false;
+  bool corrected_ = false;  ///< since the last TakeCorrection
   std::vector<support::TimePoint> taps_;
 };
 

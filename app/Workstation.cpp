@@ -38,13 +38,14 @@ std::optional<std::chrono::microseconds> TimeIn(std::string_view cell) {
 
 Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
     : parts_(std::make_unique<Parts>(ports, folder, conducting)) {
-  parts_->stage.OnAnalysed(
-      [parts = parts_.get()](const std::string& filename, const music::TrackAnalysis& found) {
-        music::TrackAnalysis facts = found;
-        facts.wave.reset();
-        parts->window->Post(
-            [parts, filename, facts = std::move(facts)] { parts->KeepAnalysis(filename, facts); });
-      });
+  parts_->stage.OnAnalysed([parts = parts_.get()](const std::string& filename,
+                                                  const music::TrackAnalysis& found,
+                                                  const catalogue::FileMarks& marks) {
+    music::TrackAnalysis facts = found;
+    facts.wave.reset();
+    parts->window->Post(
+        [parts, filename, facts = std::move(facts), marks] { parts->KeepAnalysis(filename, facts, marks); });
+  });
 }
 
 Workstation::~Workstation() {
@@ -151,9 +152,11 @@ void Workstation::SetMainVolume(int main_volume) {
       });
 }
 
-void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis) {
-  if (FillIn(catalogue, filename, analysis)) index.Save(catalogue);
-  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis);
+void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
+                                      const catalogue::FileMarks& marks) {
+  if (FillIn(catalogue, filename, analysis, marks)) index.Save(catalogue);
+  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
+  WriteTag(filename);
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {

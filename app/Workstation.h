@@ -22,6 +22,7 @@
 #include "catalogue/IndexFile.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagReader.h"
+#include "catalogue/ports/TagWriter.h"
 #include "catalogue/track_table.h"
 #include "decks/AnalysisPass.h"
 #include "decks/ports/AudioEngine.h"
@@ -50,6 +51,7 @@ struct Ports {
   decks::AnalysisTools analysis = {};          ///< what is null is not measured
   decks::CommandRunner* commands = nullptr;    ///< null: mp3gain is not there
   catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
+  catalogue::TagWriter* tag_writer = nullptr;  ///< null: tags are not written
 };
 
 /// What the button of the settings page does.
@@ -151,7 +153,7 @@ class Workstation {
   /// Faster or slower by so many percent for as long as it is held; 0 lets go.
   void Nudge(int deck, float percent);
 
-  // Beats. Corrections by hand hold until the next file comes onto the deck.
+  // Beats. Corrections by hand are kept with the file.
   /// A beat is heard now. From the fourth tap on they set the tempo of the file and its grid.
   void Tap(int deck);
   void ScaleBpm(int deck, music::BeatScale scale);
@@ -159,6 +161,8 @@ class Workstation {
   void ShiftGrid(int deck, std::chrono::microseconds time);
   /// A beat lies where the deck is heard now.
   void AlignGrid(int deck);
+  /// The beats are again those that were found, and the tempo what the row said.
+  void ForgetGrid(int deck);
   /// Deck 1 or 2 follows the tempo and the beats of the other one until the tempo is set by hand, another
   /// file comes, or the tempos lie further apart than BPMPercent, which is said. Gently: what is heard is
   /// pulled into the beat without a jump; AtOnce: it is crossfaded there.

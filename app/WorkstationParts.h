@@ -18,6 +18,7 @@
 #include "app/Reindex.h"
 #include "app/Settings.h"
 #include "app/Stage.h"
+#include "app/TagDesk.h"
 #include "app/WorkGate.h"
 #include "app/Workstation.h"
 #include "catalogue/IndexFile.h"
@@ -33,12 +34,14 @@ struct Workstation::Parts {
         conducting(how),
         settings(outside.settings, program_folder),
         conductor([this] { stage.Tick(); }),
-        stage({outside.engine, outside.sound, outside.analysis, outside.side_store}, outside.workers, gate,
-              conductor.Box(), say),
+        stage({outside.engine, outside.sound, outside.analysis, outside.side_store, keeping}, outside.workers,
+              gate, conductor.Box(), say),
         index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Complainer()),
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
                       Complainer()),
         scratch(folder.Native(catalogue::kTagScratch)),
+        tags({outside.tags, outside.tag_writer, outside.side_store}, outside.workers, gate, keeping,
+             Complainer()),
         intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
@@ -50,7 +53,8 @@ struct Workstation::Parts {
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
 
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
-  void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis);
+  void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
+                    const catalogue::FileMarks& marks);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -83,6 +87,8 @@ struct Workstation::Parts {
   void ReadPresets();
   /// In each row of the catalogue and the playlists that holds the file.
   void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
+  /// What the file's row says for mixing goes into its tag, where tags are to be written.
+  void WriteTag(const std::string& filename);
   void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
@@ -129,12 +135,14 @@ struct Workstation::Parts {
                                                            catalogue::track_table(catalogue::TrackColumns()),
                                                            catalogue::track_table(catalogue::TrackColumns())};
   std::shared_ptr<WorkGate> gate = std::make_shared<WorkGate>();
+  std::shared_ptr<Keeping> keeping = std::make_shared<Keeping>();
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
   Stage stage;
   IndexKeeper index;
   IndexKeeper karaoke_index;
   catalogue::TagScratch scratch;
+  TagDesk tags;
   FileIntake intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;

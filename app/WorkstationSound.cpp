@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdio>
 
+#include "app/AnalysisRows.h"
 #include "app/WorkstationParts.h"
 
 namespace app {
@@ -120,6 +121,17 @@ void Workstation::Parts::StoreMixPoint(const std::string& filename, MixPoint whi
   const bool listed = store(catalogue);
   for (catalogue::track_table& playlist : playlists) store(playlist);
   if (listed) index.Save(catalogue);
+  WriteTag(filename);
+}
+
+void Workstation::Parts::WriteTag(const std::string& filename) {
+  if (!settings.Flag("Tags", "Write")) return;
+  catalogue::MixingTags values = MixingTagsInRow(catalogue, filename);
+  for (const catalogue::track_table& playlist : playlists) {
+    if (values != catalogue::MixingTags{}) break;
+    values = MixingTagsInRow(playlist, filename);
+  }
+  if (values != catalogue::MixingTags{}) tags.Write(filename, values);
 }
 
 }  // namespace app

@@ -133,6 +133,11 @@ void Workstation::AlignGrid(int deck) {
   parts_->OnTempo(deck, [](DeckTempo& tempo) { tempo.Align(); });
 }
 
+void Workstation::ForgetGrid(int deck) {
+  if (!IsDeck(deck)) return;
+  parts_->conductor.Post([&stage = parts_->stage, deck] { stage.Deck(deck).ForgetGrid(); });
+}
+
 void Workstation::Parts::OnTempo(int deck, std::function<void(DeckTempo&)> command) {
   if (!IsDeck(deck)) return;
   conductor.Post([this, deck, command = std::move(command)] { command(stage.Deck(deck).Tempo()); });

@@ -13,6 +13,7 @@ namespace {
 
 constexpr int kVersionBits = 16;
 constexpr int kCountBits = 32;
+constexpr std::uint64_t kMarksVersion = 1;  // their own: what a hand did outlives a better finder
 constexpr double kNanoseconds = 1e9;
 
 void WriteVersion(BitWriter& out) {
@@ -91,9 +92,9 @@ std::optional<music::Wave> UnpackWave(std::string_view bytes) {
   return music::Wave::Of(std::move(fine));
 }
 
-std::string PackGrid(const music::BeatGrid& grid) {
-  BitWriter out;
-  WriteVersion(out);
+namespace {
+
+void WriteGrid(BitWriter& out, const music::BeatGrid& grid) {
   out.WriteReal(grid.Nominal().value);
   out.WriteReal(grid.Confidence());
   out.WriteBits(grid.Beats().size(), kCountBits);
@@ -103,13 +104,10 @@ std::string PackGrid(const music::BeatGrid& grid) {
     out.WriteSigned(at - before);
     before = at;
   }
-  return out.Take();
 }
 
-std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes) {
+std::optional<music::BeatGrid> ReadGrid(BitReader& in) {
   constexpr std::int64_t kAYear = 365LL * 24 * 3600 * 1'000'000'000;
-  BitReader in(bytes);
-  if (!ReadVersion(in)) return std::nullopt;
   const support::Bpm nominal{in.ReadReal()};
   const double confidence = in.ReadReal();
   const std::size_t count = in.ReadBits(kCountBits);
@@ -125,6 +123,45 @@ std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes) {
   music::BeatGrid grid(nominal, confidence, std::move(beats));
   if (!WasAll(in) || grid.Beats().size() != count) return std::nullopt;
   return grid;
+}
+
+}  // namespace
+
+std::string PackGrid(const music::BeatGrid& grid) {
+  BitWriter out;
+  WriteVersion(out);
+  WriteGrid(out, grid);
+  return out.Take();
+}
+
+std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes) {
+  BitReader in(bytes);
+  return ReadVersion(in) ? ReadGrid(in) : std::nullopt;
+}
+
+std::string PackMarks(const FileMarks& marks) {
+  BitWriter out;
+  out.WriteBits(kMarksVersion, kVersionBits);
+  for (const PointBy by : {marks.start, marks.end}) out.WriteBits(static_cast<std::uint64_t>(by), 2);
+  out.WriteBits(marks.grid == nullptr ? 0 : 1, 1);
+  if (marks.grid != nullptr) WriteGrid(out, *marks.grid);
+  return out.Take();
+}
+
+std::optional<FileMarks> UnpackMarks(std::string_view bytes) {
+  BitReader in(bytes);
+  if (in.ReadBits(kVersionBits) != kMarksVersion) return std::nullopt;
+  FileMarks marks;
+  for (PointBy* by : {&marks.start, &marks.end}) {
+    const std::uint64_t number = in.ReadBits(2);
+    if (number > static_cast<std::uint64_t>(PointBy::Hand)) return std::nullopt;
+    *by = static_cast<PointBy>(number);
+  }
+  if (in.ReadBits(1) == 0) return WasAll(in) ? std::optional(marks) : std::nullopt;
+  auto grid = ReadGrid(in);
+  if (!grid) return std::nullopt;
+  marks.grid = std::make_shared<const music::BeatGrid>(std::move(*grid));
+  return marks;
 }
 
 std::string PackFacts(const music::TrackAnalysis& analysis) {
@@ -197,6 +234,19 @@ support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, c
 support::Result<void> WriteFacts(SideStore& store, const std::string& path, const FileStamp& stamp,
                                  const music::TrackAnalysis& analysis) {
   return store.Write(path, stamp, SidePart::Facts, PackFacts(analysis));
+}
+
+support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
+                                const FileStamp& to) {
+  if (from == to) return {};
+  std::vector<std::pair<SidePart, std::string>> parts;  // all read first: the first write drops the old ones
+  for (const SidePart part : {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks}) {
+    if (auto bytes = store.Read(path, from, part)) parts.emplace_back(part, std::move(*bytes));
+  }
+  for (const auto& [part, bytes] : parts) {
+    if (auto written = store.Write(path, to, part, bytes); !written) return written;
+  }
+  return {};
 }
 
 }  // namespace catalogue

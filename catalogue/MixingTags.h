@@ -7,6 +7,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "catalogue/ports/TagReader.h"
 
@@ -18,6 +19,7 @@ struct MixingTags {
   std::optional<std::string> start_mix_point;  ///< "SMP"
   std::optional<std::string> end_mix_point;    ///< "EMP"
   std::optional<std::string> bpm;              ///< "BPM"
+  bool operator==(const MixingTags&) const = default;
 };
 
 /// From a block of text lines: a line that is a key, in any letter case, is followed by its value. The first
@@ -29,6 +31,13 @@ struct MixingTags {
 
 /// The line after the first one that is the key, in any letter case.
 [[nodiscard]] std::optional<std::string> ValueAfterKey(std::string_view block, std::string_view key);
+
+/// The block with these values in place of its own, all other lines as they were; a key that it does not hold
+/// comes to its end. Line ends become CR LF where anything changes.
+[[nodiscard]] std::string WithMixingTags(std::string_view block, const MixingTags& tags);
+
+/// The values that a tag's user items carry, under the items' names.
+[[nodiscard]] std::vector<TagItem> ItemsOf(const MixingTags& tags);
 
 class TagScratch;
 

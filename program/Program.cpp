@@ -22,6 +22,7 @@
 #include "platform/settings/SettingsFile.h"
 #include "platform/sidestore/SqliteSideStore.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
+#include "platform/tags/MixingTagWriter.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
@@ -67,7 +68,8 @@ struct Program::Parts {
                      .visualisation = &visualisation,
                      .analysis = {&meters, &trackers},
                      .commands = &commands,
-                     .side_store = &side_store},
+                     .side_store = &side_store,
+                     .tag_writer = &tag_writer},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -78,6 +80,7 @@ struct Program::Parts {
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::tags::TagLibTagReader tags;
+  platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;
   platform::audio::PulseMixer mixer;
   app::BuiltInVisualisation visualisation;

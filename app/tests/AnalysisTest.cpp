@@ -5,6 +5,7 @@
 
 #include "app/AnalysisRows.h"
 #include "app/tests/Evening.h"
+#include "catalogue/testing/FakeTagWriter.h"
 #include "catalogue/testing/MemorySideStore.h"
 #include "decks/testing/FakeCommandRunner.h"
 #include "decks/testing/FakeFinders.h"
@@ -19,7 +20,8 @@ class Analysis : public Evening {
   Analysis() {
     std::vector<std::int16_t> clicks(60 * 88'200);
     for (std::size_t i = 0; i < clicks.size(); ++i) {
-      if (i % 44'100 < 1500) clicks[i] = static_cast<std::int16_t>(i % 4 < 2 ? 9000 : -9000);
+      const int height = i / 44'100 < 115 ? 9000 : 3000;
+      if (i % 44'100 < 1500) clicks[i] = static_cast<std::int16_t>(i % 4 < 2 ? height : -height);
     }
     engine_.AddFile("t.mp3", {.seconds = 60, .samples = clicks});
   }
@@ -28,6 +30,7 @@ class Analysis : public Evening {
     ports.analysis = {&meters_, &trackers_};
     ports.commands = &commands_;
     ports.side_store = &store_;
+    ports.tag_writer = &tag_writer_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     LetWorkersFinish();
@@ -57,6 +60,7 @@ class Analysis : public Evening {
   decks::testing::FakeBeatTrackers trackers_;
   decks::testing::FakeCommandRunner commands_;
   catalogue::testing::MemorySideStore store_;
+  catalogue::testing::FakeTagWriter tag_writer_{tags_};
 };
 
 TEST_F(Analysis, ShowsLoudnessBeatsAndTheTempoThatTheRowDidNotSay) {
@@ -149,6 +153,130 @@ TEST_F(Analysis, TheRowIsFilledInWhereItSaysNothing) {
   EXPECT_EQ(table.Cell(table.Rows(), track::kGain), "-3.21");
   EXPECT_EQ(table.Cell(table.Rows(), track::kStartMixPoint), "0.000");
   EXPECT_EQ(table.Cell(table.Rows(), track::kEndMixPoint).size(), 6U);
+}
+
+class WrittenTags : public Analysis {
+ protected:
+  WrittenTags() {
+    catalogue::FileTags tags;
+    tags.text_block = "a word";
+    tags.user_items = {{"SMP", "9.000"}};
+    tags_.AddFile("t.mp3", tags);
+    Store("Tags", "Write", "True");
+    tag_writer_.OnWritten([this](const std::string& path) { store_.SetStamp(path, {2, ++state_}); });
+  }
+  void LoadRow(int deck) {
+    catalogue::track_table& table = station_->Catalogue();
+    if (table.Rows() == 0) table.AddRow(std::vector<std::string_view>{"", "", "", "t.mp3"});
+    station_->LoadDeck(deck, table, 1);
+    Settle();
+    LetWorkersFinish();
+    LetWorkersFinish();
+  }
+  catalogue::MixingTags Block() { return catalogue::ScanTextBlock(tags_.Read("t.mp3").Value().text_block); }
+  std::int64_t state_ = 1;
+};
+
+TEST_F(WrittenTags, SayWhatWasFoundAndWhereAHandPutAPoint) {
+  Start();
+  LoadRow(1);
+  EXPECT_EQ(Block().start_mix_point, "0.000");
+  EXPECT_EQ(Block().bpm, "120.00");
+  station_->SetMixPoint(1, MixPoint::Start, std::chrono::milliseconds(3250));
+  station_->SetMixPoint(1, MixPoint::Start, std::chrono::milliseconds(3500));
+  LetWorkersFinish();
+  const auto tags = tags_.Read("t.mp3").Value();
+  EXPECT_EQ(Block().start_mix_point, "3.500");
+  EXPECT_EQ(tags.user_items.front().value, "3.500") << "it goes before the block";
+  EXPECT_EQ(tags.text_block.substr(0, 8), "a word\r\n");
+  EXPECT_EQ(tag_writer_.Writes(), 2);
+}
+
+TEST_F(WrittenTags, AreLeftAloneUnlessTheSettingAsksForThemAndWhenTheySayTheSame) {
+  Store("Tags", "Write", "False");
+  Start();
+  LoadRow(1);
+  EXPECT_EQ(tag_writer_.Writes(), 0);
+  Store("Tags", "Write", "True");
+  LoadRow(2);
+  LoadPlain(1, "a.mp3");
+  LoadRow(1);
+  EXPECT_LE(tag_writer_.Writes(), 1);
+}
+
+TEST_F(WrittenTags, LeaveTheFileAnalysedThoughItsSizeAndTimeAreOthers) {
+  Start();
+  LoadRow(1);
+  const int reads = Reads();
+  station_->SetGainPercent(100);
+  Settle();
+  LetWorkersFinish();
+  station_.reset();
+  Start();
+  LoadRow(2);
+  EXPECT_EQ(Reads(), reads);
+}
+
+TEST_F(WrittenTags, ThatCannotBeWrittenAreToldOnce) {
+  Start();
+  tag_writer_.SetProtected(true);
+  LoadRow(1);
+  EXPECT_EQ(station_->View().notice, "\"t.mp3\" is protected.");
+  EXPECT_EQ(station_->Catalogue().Cell(1, track::kStartMixPoint), "0.000");
+}
+
+class WhatAHandDid : public WrittenTags {
+ protected:
+  void NextEvening() {
+    const catalogue::track_table index = station_->Catalogue();
+    station_.reset();
+    Start();
+    station_->Catalogue() = index;
+    LoadRow(1);
+  }
+};
+
+TEST_F(WhatAHandDid, ToTheBeatsComesBackWithTheFile) {
+  Start();
+  LoadRow(1);
+  station_->ScaleBpm(1, music::BeatScale::Half);
+  Settle();
+  station_->ShiftGrid(1, std::chrono::milliseconds(20));
+  Settle();
+  LetWorkersFinish();
+  const auto corrected = Deck(1).grid;
+  NextEvening();
+  ASSERT_NE(Deck(1).grid, nullptr);
+  EXPECT_EQ(Deck(1).grid->Beats().size(), corrected->Beats().size());
+  EXPECT_NEAR(Deck(1).grid->Beats()[0].count(), corrected->Beats()[0].count(), 1e-6);
+  EXPECT_NEAR(Deck(1).bpm, 60, 0.05);
+  station_->ForgetGrid(1);
+  Settle();
+  EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
+  LetWorkersFinish();
+  NextEvening();
+  EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
+}
+
+TEST_F(WhatAHandDid, IsNotWhatAnOlderThresholdFound) {
+  Start();
+  LoadRow(1);
+  const auto old_end = Deck(1).end_mix_point;
+  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(7));
+  LetWorkersFinish();
+  Store("Settings", "GainPercent", "90");
+  NextEvening();
+  EXPECT_EQ(Deck(1).start_mix_point, std::chrono::seconds(7));
+  EXPECT_TRUE(Deck(1).moved.start);
+  EXPECT_NE(Deck(1).end_mix_point, old_end);
+  EXPECT_FALSE(Deck(1).moved.end);
+  station_->ResetMixPoint(1, MixPoint::Start);
+  LetWorkersFinish();
+  Store("Settings", "GainPercent", "3");
+  NextEvening();
+  EXPECT_FALSE(Deck(1).moved.start);
+  EXPECT_EQ(Deck(1).end_mix_point, old_end);
+  EXPECT_NE(station_->Catalogue().Cell(1, track::kStartMixPoint), "7.000");
 }
 
 TEST_F(Analysis, TheGainQueryRunsTheProgramOnce) {

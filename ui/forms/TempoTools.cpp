@@ -108,6 +108,7 @@ QMenu* TempoTools::MakeBeats() {
   scale(Say::BpmThreeHalves, music::BeatScale::ThreeHalves);
   menu->addSeparator();
   menu->addAction(look_.say(Say::GridHere), this, [this] { workstation_.AlignGrid(deck_); });
+  menu->addAction(look_.say(Say::GridAsFound), this, [this] { workstation_.ForgetGrid(deck_); });
   return menu;
 }
 

@@ -382,6 +382,7 @@ constexpr Strings::Row kRows[] = {
     {Say::BpmTwoThirds, "BPM × ⅔", "BPM × ⅔"},
     {Say::BpmThreeHalves, "BPM × 3/2", "BPM × 3/2"},
     {Say::GridHere, "A beat is here", "Hier is een tel"},
+    {Say::GridAsFound, "Beats as they were found", "Tellen zoals ze gevonden zijn"},
     {Say::GridEarlierSign, "◂", "◂"},
     {Say::GridEarlier, "Beats of deck %1 earlier", "Tellen van deck %1 eerder"},
     {Say::GridEarlierTip, "Move the beats 5 ms earlier", "De tellen 5 ms eerder leggen"},

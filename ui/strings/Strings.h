@@ -286,6 +286,7 @@ enum class Say : int {
   BpmTwoThirds,
   BpmThreeHalves,
   GridHere,
+  GridAsFound,
   GridEarlierSign,
   GridEarlier,
   GridEarlierTip,

@@ -267,6 +267,9 @@ TEST_F(DeckToolsTest, TapsSetTempoAndBeatsAndTheMenuScalesThem) {
   Find<QMenu>("deck1BeatsMenu").actions().at(1)->trigger();
   Settle();
   EXPECT_NEAR(Deck(1).bpm, bpm / 2, 0.01);
+  Find<QMenu>("deck1BeatsMenu").actions().last()->trigger();
+  Settle();
+  EXPECT_NE(Deck(1).bpm, bpm / 2) << "as it was found";
 }
 
 }  // namespace

@@ -55,6 +55,26 @@ TEST_F(DeckVerbsTest, MixPointsNeedAFileAndAPercentage) {
   EXPECT_THAT(err_.str(), ::testing::HasSubstr("djinspect mixpoints FILE"));
 }
 
+TEST_F(DeckVerbsTest, AnAnalysisTellsBeatsLoudnessAndMixPoints) {
+  const std::string path = media_.Write("a.flac", Silence(1s) + Tone(4s) + Silence(1s));
+  ASSERT_EQ(Inspect({"analyse", path}), ExitCode::Read);
+  const nlohmann::ordered_json told = Printed();
+  std::vector<std::string> keys;
+  for (const auto& item : told.items()) keys.push_back(item.key());
+  EXPECT_THAT(keys, ::testing::ElementsAre("bpm", "confidence", "beats", "loudness", "truePeak",
+                                           "startSeconds", "endSeconds"));
+  EXPECT_NEAR(told["startSeconds"].get<double>(), 1, 0.001);
+  EXPECT_NEAR(told["endSeconds"].get<double>(), 5, 0.001);
+  EXPECT_LT(told["loudness"].get<double>(), told["truePeak"].get<double>());
+  ASSERT_EQ(Inspect({"analyse", media_.Write("silent.wav", Silence(2s))}), ExitCode::Read);
+  EXPECT_EQ(Printed()["bpm"], nullptr);
+  EXPECT_EQ(Printed()["loudness"], nullptr);
+  EXPECT_EQ(Printed()["beats"], nlohmann::ordered_json::array());
+  EXPECT_EQ(Inspect({"analyse", media_.Text("notes.mp3")}), ExitCode::NothingRead);
+  EXPECT_NE(err_.str(), "");
+  EXPECT_EQ(Inspect({"analyse"}), ExitCode::WrongUse);
+}
+
 TEST_F(DeckVerbsTest, GainIsReadWhateverTheLineEnds) {
   for (const std::string end : {"\r\n", "\n", "\r"}) {
     const std::string path = media_.WriteBytes(
