@@ -199,6 +199,8 @@ void EqualiserPage::Resend() {
 void EqualiserPage::Tell(const support::Result<void>& result, const QString& success) {
   SetTextColour(*message_, result ? look_.skin.dim : look_.skin.danger);
   message_->Show(result ? success : Decode(result.Failure().text));
+  ShowPresets();
+  ShowChoice();
 }
 
 void EqualiserPage::ShowPresets() {

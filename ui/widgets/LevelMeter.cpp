@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/models/EqText.h"
 #include "ui/widgets/Look.h"
 
 namespace ui {
@@ -24,6 +25,7 @@ constexpr float kFallSpeed = 40;     // dB a second
 constexpr float kPeakSpeed = 20;     // dB a second, after the hold time
 constexpr auto kHold = std::chrono::milliseconds(1500);
 constexpr float kMarks[] = {0, -6, -12, -18, -24, -36, -48};
+constexpr double kLampEms = 1.5;  ///< height of the overload mark
 
 }  // namespace
 
@@ -79,14 +81,14 @@ float LevelMeter::Peak() const {
 
 int LevelMeter::RowOf(float db) const {
   const int below = fontMetrics().height() / 2;
-  const int above = std::max(below, Em(*this, 1.1));
+  const int above = Em(*this, kLampEms) + std::max(below, Em(*this, 0.6));
   const float share = std::clamp((db - kFloor) / -kFloor, 0.0F, 1.0F);
   return height() - below -
          static_cast<int>(std::lround(share * static_cast<float>(height() - below - above)));
 }
 
 QRect LevelMeter::MarkRect() const {
-  return {0, 0, BarRect(1).right() + 1, RowOf(0) - std::max(2, Em(*this, 0.2))};
+  return {0, 0, width(), Em(*this, kLampEms)};
 }
 
 void LevelMeter::ClearOverload() {
@@ -145,7 +147,7 @@ void LevelMeter::PaintScale(QPainter& painter) const {
   for (const float mark : kMarks) {
     const int row = RowOf(mark);
     const QRect box(left, row - fontMetrics().height() / 2, width() - left, fontMetrics().height());
-    painter.drawText(box, Qt::AlignVCenter | Qt::AlignLeft, QString::number(static_cast<int>(mark)));
+    painter.drawText(box, Qt::AlignVCenter | Qt::AlignLeft, GainText(static_cast<int>(mark)));
   }
 }
 
