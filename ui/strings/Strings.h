@@ -258,6 +258,8 @@ enum class Say : int {
   EqAskDelete,
   EqSaved,
   EqDeleted,
+  EqNone,
+  EqNameHint,
   // Mixing
   Mixing = 2540,
   MixThreshold,

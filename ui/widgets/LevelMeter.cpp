@@ -68,8 +68,9 @@ void LevelMeter::Show(float left_db, float right_db, support::TimePoint now) {
     const int new_rows[] = {RowOf(bar.level), RowOf(bar.peak)};
     for (int k = 0; k < 2; ++k) {
       if (rows[k] == new_rows[k]) continue;
-      const int top = std::min(rows[k], new_rows[k]) - 2;
-      update(QRect(BarRect(i).left(), top, BarRect(i).width(), std::abs(rows[k] - new_rows[k]) + 5));
+      const int top = std::min(rows[k], new_rows[k]) - 1;
+      update(QRect(BarRect(i).left(), top, BarRect(i).width(),
+                   std::abs(rows[k] - new_rows[k]) + 2 * Line(*this) + 2));
     }
   }
   shown_at_ = now;
@@ -131,7 +132,7 @@ QPixmap LevelMeter::Draw(bool lit) const {
     painter.fillRect(bar, skin_.well);
     if (!lit) continue;
     painter.fillRect(QRect(QPoint(bar.left(), RowOf(kWarm)), bar.bottomRight()), skin_.good);
-    painter.fillRect(bar.left(), RowOf(kHot), bar.width(), RowOf(kWarm) - RowOf(kHot), skin_.warning);
+    painter.fillRect(bar.left(), RowOf(kHot), bar.width(), RowOf(kWarm) - RowOf(kHot), skin_.warm);
     painter.fillRect(bar.left(), bar.top(), bar.width(), RowOf(kHot) - bar.top(), skin_.danger);
   }
   PaintScale(painter);
@@ -168,11 +169,15 @@ void LevelMeter::paintEvent(QPaintEvent* event) {
     const Bar& bar = bars_[static_cast<std::size_t>(i)];
     const QRect whole = BarRect(i);
     copy(lit_, QRect(QPoint(whole.left(), RowOf(bar.level)), whole.bottomRight()) & event->rect());
-    if (bar.peak > kFloor) copy(lit_, QRect(whole.left(), RowOf(bar.peak), whole.width(), 2) & event->rect());
+    if (bar.peak > kFloor)
+      copy(lit_, QRect(whole.left(), RowOf(bar.peak), whole.width(), 2 * Line(*this)) & event->rect());
   }
-  painter.fillRect(MarkRect(), overloaded_ ? skin_.danger : skin_.well);
+  painter.setPen(QPen(overloaded_ ? skin_.danger : skin_.line, Line(*this)));
+  painter.setBrush(overloaded_ ? skin_.danger : skin_.well);
+  painter.drawRect(QRectF(MarkRect()).adjusted(1, 1, -1, -1));
   if (!hasFocus()) return;
-  painter.setPen(QPen(skin_.text, 2));
+  painter.setPen(QPen(skin_.text, 2 * Line(*this)));
+  painter.setBrush(Qt::NoBrush);
   painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 
