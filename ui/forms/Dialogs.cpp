@@ -3,9 +3,13 @@
 #include "ui/forms/Dialogs.h"
 
 #include <QAbstractItemView>
+#include <QComboBox>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStyle>
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
@@ -19,10 +23,23 @@ void DressButtons(QDialog& dialog) {
   for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
     button->setIcon({});
     SetKind(*button, "plain");
+    button->style()->polish(button);  // it had its looks already
   }
   const QSize icons(Em(dialog, kIconEms), Em(dialog, kIconEms));
   for (QToolButton* button : dialog.findChildren<QToolButton*>()) button->setIconSize(icons);
   for (QAbstractItemView* view : dialog.findChildren<QAbstractItemView*>()) view->setIconSize(icons);
+}
+
+/// The style sheet leaves them out.
+void AddArrows(QFileDialog& dialog) {
+  for (QComboBox* combo : dialog.findChildren<QComboBox*>()) {
+    auto* arrow = new QLabel(QStringLiteral("▾"));
+    arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* row = new QHBoxLayout(combo);
+    SetSpacingEm(*row, 0.1, 0);
+    row->addStretch(1);
+    row->addWidget(arrow);
+  }
 }
 
 /// Names and sizes are enough to find a file by.
@@ -56,6 +73,7 @@ QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileM
   for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
     if (auto* button = dialog->findChild<QToolButton*>(QLatin1String(unused))) button->hide();
   }
+  AddArrows(*dialog);
   return dialog;
 }
 

@@ -17,8 +17,9 @@ namespace ui {
 namespace {
 
 constexpr auto kMessageTime = std::chrono::seconds(10);  ///< bright; then dim until the next one
-constexpr double kMostOfTheLine = 0.45;                  ///< for a new message
-constexpr auto kLateTime = std::chrono::seconds(15);     ///< that a late block is pointed out
+constexpr double kForNew = 0.45;                         ///< most of the line for a new message
+constexpr double kForOld = 0.2;
+constexpr auto kLateTime = std::chrono::seconds(15);  ///< that a late block is pointed out
 
 }  // namespace
 
@@ -75,8 +76,8 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
   const bool bright = now - told_at_ < kMessageTime;
   SetTextColour(*message_, bright ? look_.skin.warning : look_.skin.dim);
   // The names of the outputs give way to what is new.
-  const int half = message_->fontMetrics().horizontalAdvance(message_->text()) * 6 / 10;
-  message_->setMinimumWidth(bright ? std::min(half, static_cast<int>(width() * kMostOfTheLine)) : 0);
+  const int wanted = message_->sizeHint().width();
+  message_->setMinimumWidth(std::min(wanted, static_cast<int>(width() * (bright ? kForNew : kForOld))));
   ShowHealth(view.health, now);
 }
 

@@ -385,7 +385,8 @@ void frmMain::DeleteTracks() {
   if (files.empty()) return;
   const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
-  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
+  const Say act = files.size() == 1 ? Say::DeleteFile : Say::DeleteFiles;
+  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(act), [this, files] {
     const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
     workstation_.DeleteTracks(rows,
                               [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {

@@ -170,6 +170,7 @@ constexpr Strings::Row kRows[] = {
      "verwijderd. "
      "Dit kan niet ongedaan worden gemaakt."},
     {Say::DeleteFiles, "Delete files", "Bestanden verwijderen"},
+    {Say::DeleteFile, "Delete file", "Bestand verwijderen"},
     {Say::Deleted, "%1 tracks deleted.", "%1 nummers verwijderd."},
     {Say::DeletedOne, "1 track deleted.", "1 nummer verwijderd."},
     {Say::NotDeleted, "%1 files could not be deleted:", "%1 bestanden konden niet worden verwijderd:"},

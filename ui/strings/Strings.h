@@ -124,6 +124,7 @@ enum class Say : int {
   AskDeleteSongs,
   AskDeleteSong,
   DeleteFiles,
+  DeleteFile,
   Deleted,
   DeletedOne,
   NotDeleted,

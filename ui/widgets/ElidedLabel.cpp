@@ -9,7 +9,7 @@
 namespace ui {
 namespace {
 
-constexpr int kMostCharacters = 40;  ///< of a label of natural width
+constexpr int kMostCharacters = 60;  ///< of a label of natural width
 
 }  // namespace
 
