@@ -19,14 +19,15 @@ namespace {
 
 constexpr double kIconEms = 1.4;
 
-void DressButtons(QDialog& dialog) {
+void DressButtons(QDialog& dialog, const QWidget& window) {
   for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
     button->setIcon({});
     SetKind(*button, "plain");
     button->style()->polish(button);  // it had its looks already
   }
-  const QSize icons(Em(dialog, kIconEms), Em(dialog, kIconEms));
+  const QSize icons(Em(window, kIconEms), Em(window, kIconEms));
   for (QToolButton* button : dialog.findChildren<QToolButton*>()) button->setIconSize(icons);
+  for (QComboBox* combo : dialog.findChildren<QComboBox*>()) combo->setIconSize(icons);
   for (QAbstractItemView* view : dialog.findChildren<QAbstractItemView*>()) view->setIconSize(icons);
 }
 
@@ -36,7 +37,7 @@ void AddArrows(QFileDialog& dialog) {
     auto* arrow = new QLabel(QStringLiteral("▾"));
     arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
     auto* row = new QHBoxLayout(combo);
-    SetSpacingEm(*row, 0.1, 0);
+    SetSpacingEm(*row, 0.4, 0);
     row->addStretch(1);
     row->addWidget(arrow);
   }
@@ -74,13 +75,14 @@ QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileM
     if (auto* button = dialog->findChild<QToolButton*>(QLatin1String(unused))) button->hide();
   }
   AddArrows(*dialog);
+  SetSpacingEm(*dialog->layout(), 0.8, 0.6);
   return dialog;
 }
 
 void ShowDialog(QDialog& dialog, const QWidget& owner) {
   const QWidget& window = *owner.window();
+  DressButtons(dialog, window);  // before the sizes: what is polished takes the font of the program again
   ApplyBaseSize(dialog, window.font().pointSizeF());
-  DressButtons(dialog);
   if (auto* files = qobject_cast<QFileDialog*>(&dialog)) {
     DressFileList(*files);
     files->resize(Em(window, 60), Em(window, 32));
