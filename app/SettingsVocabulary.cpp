@@ -43,7 +43,7 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
                                {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
 
-constexpr Words kMixer[] = {{"Preview", "0", "level of the head-phones, 0 to 100"},
+constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"},
                             {"MixLeftD", "0", "slider of deck 1 that a mix moves down to"},
                             {"MixRightD", "0", "slider of deck 2 that a mix moves down to"},
                             {"MixLeftU", "100", "slider of deck 1 that a mix moves up to"},
@@ -56,18 +56,18 @@ constexpr Words kPreferences[] = {{"Outputs", "1", "outputs that the decks use: 
 constexpr Words kDevices[] = {
     {"Device1", "1", "device number of deck 1"},
     {"Device2", "1", "device number of deck 2"},
-    {"Device3", "0", "device number of the head-phones, 0 for none"},
+    {"Device3", "0", "device number of the headphones, 0 for none"},
     {"DeviceName1", "", "name of deck 1's device; found again, it wins over the number"},
     {"DeviceName2", "", "name of deck 2's device"},
-    {"DeviceName3", "", "name of the head-phones' device"}};
+    {"DeviceName3", "", "name of the headphones' device"}};
 
 constexpr Words kSpeakers[] = {{"Speaker1", "1", "speaker pair of deck 1, 1 to 4"},
                                {"Speaker2", "1", "speaker pair of deck 2, 1 to 4"},
-                               {"Speaker3", "1", "speaker pair of the head-phones, 1 to 4"}};
+                               {"Speaker3", "1", "speaker pair of the headphones, 1 to 4"}};
 
 constexpr Words kSpeakerChoice[] = {{"Speaker1", "False", "deck 1 plays on its speaker pair alone"},
                                     {"Speaker2", "False", "deck 2 plays on its speaker pair alone"},
-                                    {"Speaker3", "False", "the head-phones are its speaker pair alone"}};
+                                    {"Speaker3", "False", "the headphones are its speaker pair alone"}};
 
 constexpr Words kSetup[] = {{"UseK8000", "False", "the IO boards are opened at the start"},
                             {"UseK8062", "False", "the USB-DMX interface is opened at the start"},

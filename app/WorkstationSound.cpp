@@ -28,6 +28,10 @@ std::size_t FirstSlider(decks::EqBank bank) {
   return bank == decks::EqBank::First ? 0 : decks::kEqBands;
 }
 
+const char* ChoiceKey(decks::EqBank bank) {
+  return bank == decks::EqBank::First ? "Preset1" : "Preset2";
+}
+
 }  // namespace
 
 void Workstation::SetEqualiser(int slider, int decibels) {
@@ -56,8 +60,7 @@ const std::vector<decks::EqPreset>& Workstation::EqPresets() const {
 }
 
 std::string Workstation::ChosenEqPreset(decks::EqBank bank) const {
-  const char* key = bank == decks::EqBank::First ? "Preset1" : "Preset2";
-  return parts_->settings.Store().Get(support::kPresetApplication, "EQ", key, "");
+  return parts_->settings.Store().Get(support::kPresetApplication, "EQ", ChoiceKey(bank), "");
 }
 
 void Workstation::ApplyEqPreset(decks::EqBank bank, const std::string& name) {
@@ -71,7 +74,12 @@ void Workstation::SaveEqPreset(decks::EqBank bank, const std::string& name, Pres
   decks::EqValues values{};
   std::copy_n(parts_->eq_sliders.begin() + static_cast<std::ptrdiff_t>(FirstSlider(bank)), values.size(),
               values.begin());
-  parts_->presets.Save(name, values, std::move(done));
+  // The sliders stand there already, so the new preset is chosen without sending anything to the decks.
+  const auto choose = [this, bank, name, done = std::move(done)](const support::Result<void>& saved) {
+    if (saved) parts_->settings.Store().Set(support::kPresetApplication, "EQ", ChoiceKey(bank), name);
+    if (done) done(saved);
+  };
+  parts_->presets.Save(name, values, choose);
 }
 
 void Workstation::DeleteEqPreset(const std::string& name, PresetDesk::Done done) {

@@ -92,6 +92,7 @@ QHBoxLayout* ApplyPanel::MakeButtons() {
   cancel_->hide();
   connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.CancelScans(); });
   progress_ = new ElidedLabel;
+  progress_->UseTwoLines();
   Name(*progress_, QStringLiteral("ScanProgress"), {});
   SetTextColour(*progress_, look_.skin.dim);
   auto* row = new QHBoxLayout;

@@ -3,9 +3,13 @@
 #include "ui/forms/Dialogs.h"
 
 #include <QAbstractItemView>
+#include <QComboBox>
+#include <QHBoxLayout>
 #include <QHeaderView>
+#include <QLabel>
 #include <QPushButton>
 #include <QSplitter>
+#include <QStyle>
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
@@ -15,14 +19,28 @@ namespace {
 
 constexpr double kIconEms = 1.4;
 
-void DressButtons(QDialog& dialog) {
+void DressButtons(QDialog& dialog, const QWidget& window) {
   for (QPushButton* button : dialog.findChildren<QPushButton*>()) {
     button->setIcon({});
     SetKind(*button, "plain");
+    button->style()->polish(button);  // it had its looks already
   }
-  const QSize icons(Em(dialog, kIconEms), Em(dialog, kIconEms));
+  const QSize icons(Em(window, kIconEms), Em(window, kIconEms));
   for (QToolButton* button : dialog.findChildren<QToolButton*>()) button->setIconSize(icons);
+  for (QComboBox* combo : dialog.findChildren<QComboBox*>()) combo->setIconSize(icons);
   for (QAbstractItemView* view : dialog.findChildren<QAbstractItemView*>()) view->setIconSize(icons);
+}
+
+/// The style sheet leaves them out.
+void AddArrows(QFileDialog& dialog) {
+  for (QComboBox* combo : dialog.findChildren<QComboBox*>()) {
+    auto* arrow = new QLabel(QStringLiteral("▾"));
+    arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
+    auto* row = new QHBoxLayout(combo);
+    SetSpacingEm(*row, 0.4, 0);
+    row->addStretch(1);
+    row->addWidget(arrow);
+  }
 }
 
 /// Names and sizes are enough to find a file by.
@@ -56,13 +74,15 @@ QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileM
   for (const char* unused : {"newFolderButton", "listModeButton", "detailModeButton"}) {
     if (auto* button = dialog->findChild<QToolButton*>(QLatin1String(unused))) button->hide();
   }
+  AddArrows(*dialog);
+  SetSpacingEm(*dialog->layout(), 0.8, 0.6);
   return dialog;
 }
 
 void ShowDialog(QDialog& dialog, const QWidget& owner) {
   const QWidget& window = *owner.window();
+  DressButtons(dialog, window);  // before the sizes: what is polished takes the font of the program again
   ApplyBaseSize(dialog, window.font().pointSizeF());
-  DressButtons(dialog);
   if (auto* files = qobject_cast<QFileDialog*>(&dialog)) {
     DressFileList(*files);
     files->resize(Em(window, 60), Em(window, 32));

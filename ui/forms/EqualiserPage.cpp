@@ -58,8 +58,11 @@ QVBoxLayout* EqualiserPage::MakeBands() {
     SetTextColour(*centre, look_.skin.dim);
     columns->addLayout(column, 1);
   }
+  auto* head = new QLabel(look_.say(Say::EqInMixer));
+  SetFontEm(*head, 1.3, Weight::Bold);
   auto* rows = new QVBoxLayout;
   SetSpacingEm(*rows, 0, 0.4);
+  rows->addWidget(head);
   rows->addWidget(graph_, 2);
   rows->addLayout(columns, 3);
   return rows;
@@ -106,8 +109,14 @@ QVBoxLayout* EqualiserPage::MakePresets() {
   values_->setTextElideMode(Qt::ElideRight);
   Name(*values_, QStringLiteral("List1"), say(Say::EqValues), say(Say::EqValuesTip));
   connect(values_, &QListWidget::itemActivated, this, [this] { Apply(values_->currentRow()); });
+  hint_ = new QLabel(say(Say::EqNone));
+  hint_->setAlignment(Qt::AlignCenter);
+  hint_->setWordWrap(true);
+  SetTextColour(*hint_, look_.skin.dim);
+  auto* inside = new QVBoxLayout(values_->viewport());
+  inside->addWidget(hint_);
   name_ = new QLineEdit;
-  name_->setPlaceholderText(say(Say::EqName));
+  name_->setPlaceholderText(say(Say::EqNameHint));
   name_->setMaxLength(60);
   Name(*name_, QStringLiteral("Text2"), say(Say::EqName), say(Say::EqNameTip));
   connect(name_, &QLineEdit::returnPressed, this, &EqualiserPage::Save);
@@ -199,6 +208,8 @@ void EqualiserPage::Resend() {
 void EqualiserPage::Tell(const support::Result<void>& result, const QString& success) {
   SetTextColour(*message_, result ? look_.skin.dim : look_.skin.danger);
   message_->Show(result ? success : Decode(result.Failure().text));
+  ShowPresets();
+  ShowChoice();
 }
 
 void EqualiserPage::ShowPresets() {
@@ -224,6 +235,7 @@ void EqualiserPage::ShowChoice() {
   const std::string chosen = workstation_.ChosenEqPreset(Bank());
   select_->setCurrentIndex(chosen.empty() ? -1 : select_->findText(Decode(chosen)));
   values_->setCurrentRow(select_->currentIndex());
+  hint_->setVisible(values_->count() == 0);
   select_->setEnabled(select_->count() > 0);
   delete_->setEnabled(select_->currentIndex() >= 0);
 }

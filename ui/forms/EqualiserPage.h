@@ -65,6 +65,7 @@ class EqualiserPage final : public Surface {
   QuietCombo* bank_;
   QuietCombo* select_;
   QListWidget* values_;
+  QLabel* hint_;
   QLineEdit* name_;
   QPushButton* delete_;
   ElidedLabel* message_;

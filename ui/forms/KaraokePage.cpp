@@ -33,6 +33,7 @@ QHBoxLayout* KaraokePage::MakeHead() {
   count_ = new QLabel;
   Name(*count_, QStringLiteral("KaraokeCount"), {});
   SetFontEm(*count_, 1.1, Weight::Bold);
+  SetHeightEm(*count_, kListHeadEms);
   delete_ = new QPushButton(look_.say(Say::DeleteTracks));
   SetKind(*delete_, "plain");
   Name(*delete_, QStringLiteral("DeleteKaraoke"), look_.say(Say::DeleteKaraokeName),
@@ -55,6 +56,10 @@ void KaraokePage::Reload() {
   model_->Reload();
   grid_->ChooseRow(chosen);
   ShowCount();
+}
+
+void KaraokePage::TakeFocus() {
+  grid_->setFocus();
 }
 
 void KaraokePage::ShowCount() {

@@ -26,6 +26,7 @@ class KaraokePage final : public Surface {
   void Show();
   /// The table is another one.
   void Reload();
+  void TakeFocus();
   [[nodiscard]] std::vector<int> ChosenRows() const;
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(const std::vector<std::string>& kept);

@@ -16,7 +16,7 @@ class ElidedLabel;
 class ListenButton;
 class WaveOverview;
 
-/// Listening to a row of a list in the head-phones, on deck 4: the button that starts it, and a bar with the
+/// Listening to a row of a list in the headphones, on deck 4: the button that starts it, and a bar with the
 /// track to look about in, which is there only while somebody listens.
 ///
 /// Law: it ends as soon as another row is chosen.

@@ -20,7 +20,7 @@ class Fader;
 class LevelMeter;
 class ListenButton;
 
-/// The strip between the decks: for each deck fader, meter and head-phones, between them the master volume,
+/// The strip between the decks: for each deck fader, meter and headphones, between them the master volume,
 /// below them the equaliser and the crossfader.
 class MixerPanel final : public Surface {
   Q_OBJECT
@@ -35,11 +35,11 @@ class MixerPanel final : public Surface {
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
   void SetCurve(decks::CrossfaderCurve curve);
-  /// Switches a deck's head-phones.
+  /// Switches a deck's headphones.
   void Listen(int deck);
 
  Q_SIGNALS:
-  /// Of the head-phones, by the hand.
+  /// Of the headphones, by the hand.
   void ListenLevelMoved(int level);
 
  private:

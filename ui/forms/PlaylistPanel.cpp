@@ -42,6 +42,7 @@ QHBoxLayout* PlaylistPanel::MakeHead() {
   auto* head = new QLabel(look_.say(Say::Playlist).arg(number_));
   Name(*head, QStringLiteral("Playlist%1Head").arg(number_), {});
   SetFontEm(*head, 1.1, Weight::Bold);
+  SetHeightEm(*head, kListHeadEms);
   count_ = new QLabel;
   Name(*count_, QStringLiteral("Playlist%1Count").arg(number_), {});
   SetTextColour(*count_, look_.skin.dim);
@@ -85,6 +86,10 @@ void PlaylistPanel::Reload(int row_to_choose) {
   model_->Reload();
   grid_->ChooseRow(row_to_choose);
   ShowCount();
+}
+
+void PlaylistPanel::TakeFocus() {
+  grid_->setFocus();
 }
 
 void PlaylistPanel::SetActive(bool active) {

@@ -33,6 +33,7 @@ class PlaylistPanel final : public Surface {
   [[nodiscard]] TrackRows ChosenRows() const;
   /// Whether the keys that load take its rows.
   void SetActive(bool active);
+  void TakeFocus();
   [[nodiscard]] QSize sizeHint() const override;
 
  Q_SIGNALS:

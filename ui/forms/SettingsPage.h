@@ -17,7 +17,7 @@ namespace ui {
 class ApplyPanel;
 class QuietCombo;
 
-/// Where the decks and the head-phones play, what the button does, and how the window looks and speaks.
+/// Where the decks and the headphones play, what the button does, and how the window looks and speaks.
 class SettingsPage final : public Surface {
   Q_OBJECT
 

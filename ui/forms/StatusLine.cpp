@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QTime>
+#include <algorithm>
 #include <cmath>
 
 #include "ui/models/OutputText.h"
@@ -16,17 +17,19 @@ namespace ui {
 namespace {
 
 constexpr auto kMessageTime = std::chrono::seconds(10);  ///< bright; then dim until the next one
-constexpr auto kLateTime = std::chrono::seconds(15);     ///< that a late block is pointed out
+constexpr double kForNew = 0.45;                         ///< most of the line for a new message
+constexpr double kForOld = 0.2;
+constexpr auto kLateTime = std::chrono::seconds(15);  ///< that a late block is pointed out
 
 }  // namespace
 
 StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.panel, parent), look_(look) {
   setObjectName(QStringLiteral("StatusLine"));
   auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0.4, 1.2);
+  SetSpacingEm(*row, 0.3, 1.2);
   const auto& say = look.say;
   clock_ = new QLabel;
-  SetFontEm(*clock_, 1.4, Weight::Bold);
+  SetFontEm(*clock_, 1.9, Weight::Bold);
   Name(*clock_, QStringLiteral("Clock"), {}, say(Say::ClockTip));
   row->addWidget(clock_);
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
@@ -37,6 +40,7 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
     row->addWidget(returns_[i]);
   }
   message_ = new ElidedLabel;
+  message_->UseTwoLines();
   Name(*message_, QStringLiteral("Message"), {});
   row->addWidget(message_, 1);
   load_ = new QLabel;
@@ -69,7 +73,11 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
   }
   if (fresh_) told_at_ = now;
   fresh_ = false;
-  SetTextColour(*message_, now - told_at_ < kMessageTime ? look_.skin.warning : look_.skin.dim);
+  const bool bright = now - told_at_ < kMessageTime;
+  SetTextColour(*message_, bright ? look_.skin.warning : look_.skin.dim);
+  // The names of the outputs give way to what is new.
+  const int wanted = message_->sizeHint().width();
+  message_->setMinimumWidth(std::min(wanted, static_cast<int>(width() * (bright ? kForNew : kForOld))));
   ShowHealth(view.health, now);
 }
 

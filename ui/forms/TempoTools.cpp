@@ -32,10 +32,10 @@ TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look
     : QWidget(parent), deck_(deck), workstation_(workstation), look_(look) {
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0, 0.3);
-  row->addWidget(MakeNudge({"NudgeBack", Say::NudgeBackSign, Say::NudgeBack, Say::NudgeBackTip},
-                           Command::NudgeBack, -1));
-  row->addWidget(
-      MakeNudge({"NudgeOn", Say::NudgeOnSign, Say::NudgeOn, Say::NudgeOnTip}, Command::NudgeOn, 1));
+  back_ =
+      MakeNudge({"NudgeBack", Say::NudgeBackSign, Say::NudgeBack, Say::NudgeBackTip}, Command::NudgeBack, -1);
+  on_ = MakeNudge({"NudgeOn", Say::NudgeOnSign, Say::NudgeOn, Say::NudgeOnTip}, Command::NudgeOn, 1);
+  for (QPushButton* button : {back_, on_}) row->addWidget(button);
   sync_ = MakeButton({"Sync", Say::Sync, Say::SyncName, Say::SyncTip}, Kind::Lamp);
   AddKey(*sync_, Command::Sync);
   connect(sync_, &QPushButton::clicked, this, &TempoTools::ToggleSync);
@@ -160,7 +160,8 @@ void TempoTools::Show(const app::DeckView& view) {
     gain_->setText(look_.say(Say::Gain));
     gain_->setAccessibleDescription({});
   }
-  for (QPushButton* button : {sync_, tap_, gain_}) button->setEnabled(Loaded());
+  if (!Loaded() && (back_->isDown() || on_->isDown())) Nudge(0);  // a button says nothing when it goes out
+  for (QPushButton* button : {back_, on_, sync_, tap_, gain_}) button->setEnabled(Loaded());
   for (QPushButton* button : {beats_, earlier_, later_}) button->setEnabled(Loaded() && view.grid != nullptr);
 }
 

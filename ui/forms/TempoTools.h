@@ -51,6 +51,8 @@ class TempoTools final : public QWidget {
   app::Workstation& workstation_;
   Look look_;
   app::DeckView view_;
+  QPushButton* back_;
+  QPushButton* on_;
   QPushButton* sync_;
   QPushButton* key_lock_;
   QPushButton* tap_;

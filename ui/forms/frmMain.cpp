@@ -131,12 +131,12 @@ void frmMain::Build() {
   rows->addWidget(MakeDecks(), 9);
   rows->addWidget(MakePages(look), 10);
   setCentralWidget(body);
+  active_ = TableId::Catalogue;
   ShowPage(page_);
   points_ = 0;
   ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
-  if (page_ == 0) music_->TakeFocus();
-  Activate(TableId::Catalogue);
+  Activate(active_);
   ShowFrame();
 }
 
@@ -263,6 +263,19 @@ void frmMain::ShowPage(int page) {
   for (std::size_t i = 0; i < page_buttons_.size(); ++i) {
     page_buttons_[i]->setChecked(static_cast<int>(i) == page);
   }
+  FocusPage();
+}
+
+// Left to itself the keyboard would go to the page's first control: a button that removes rows, or the list
+// of devices that the music plays on.
+void frmMain::FocusPage() {
+  QWidget* shown = pages_->currentWidget();
+  if (shown == karaoke_) return karaoke_->TakeFocus();
+  if (shown == &PanelOf(TableId::Playlist3)) return PanelOf(TableId::Playlist3).TakeFocus();
+  if (page_ > 0) return page_buttons_[static_cast<std::size_t>(page_)]->setFocus();
+  const bool beside = active_ == TableId::Playlist1 || active_ == TableId::Playlist2;
+  if (beside) return PanelOf(active_).TakeFocus();
+  music_->TakeFocus();
 }
 
 void frmMain::resizeEvent(QResizeEvent* event) {
@@ -372,7 +385,8 @@ void frmMain::DeleteTracks() {
   if (files.empty()) return;
   const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
-  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
+  const Say act = files.size() == 1 ? Say::DeleteFile : Say::DeleteFiles;
+  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(act), [this, files] {
     const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
     workstation_.DeleteTracks(rows,
                               [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {

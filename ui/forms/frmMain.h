@@ -69,6 +69,7 @@ class frmMain final : public QMainWindow {
   PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
+  void FocusPage();
   void MakeKeys();
   /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
   enum class Reach { Everywhere, Window };

@@ -28,7 +28,7 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOf(Command command, int deck);
 /// The chosen rows go to playlist 1 to 3: F9 to F11.
 [[nodiscard]] QKeySequence KeyOfPlaylist(int playlist);
-/// Listening to the chosen row in the head-phones.
+/// Listening to the chosen row in the headphones.
 [[nodiscard]] QKeySequence KeyOfListening();
 [[nodiscard]] QKeySequence KeyOfHelp();
 /// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...

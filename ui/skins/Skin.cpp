@@ -33,6 +33,7 @@ Skin DarkSkin() {
           .warning = QColor(0xffc44d),
           .danger = QColor(0xff6b66),
           .good = QColor(0x3fcf7f),
+          .warm = QColor(0xffc44d),
           .on_deck = QColor(0x081018),
           .decks = {QColor(0x38b6ff), QColor(0xff9f38)}};
 }
@@ -51,6 +52,7 @@ Skin LightSkin() {
           .warning = QColor(0x7a4d00),
           .danger = QColor(0xad1f1a),
           .good = QColor(0x1e8a4c),
+          .warm = QColor(0xe8a200),
           .on_deck = QColor(0xffffff),
           .decks = {QColor(0x005f9e), QColor(0x97480a)}};
 }

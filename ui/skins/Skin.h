@@ -27,6 +27,7 @@ struct Skin {
   QColor warning;  ///< soon: less than half a minute left, late blocks
   QColor danger;   ///< now: last seconds, overload, a file that could not be played
   QColor good;     ///< level well below full scale
+  QColor warm;     ///< level near full scale
   QColor on_deck;  ///< text on a deck's colour
   std::array<QColor, 2> decks;
 

@@ -83,8 +83,8 @@ constexpr Strings::Row kRows[] = {
     {Say::CurveSmooth, "Smooth", "Vloeiend"},
     {Say::CurveCut, "Cut", "Scherp"},
     {Say::CurvePower, "Constant power", "Gelijk vermogen"},
-    {Say::MainVolume, "Main volume", "Hoofdvolume"},
-    {Say::MainVolumeHead, "Main", "Hoofd"},
+    {Say::MainVolume, "Main volume", "Mastervolume"},
+    {Say::MainVolumeHead, "Main", "Master"},
     {Say::MainVolumeTip, "Volume of the whole system", "Volume van het hele systeem"},
     {Say::MainVolumeNone, "This system has no volume that can be set here",
      "Dit systeem heeft geen volume dat hier te regelen is"},
@@ -170,6 +170,7 @@ constexpr Strings::Row kRows[] = {
      "verwijderd. "
      "Dit kan niet ongedaan worden gemaakt."},
     {Say::DeleteFiles, "Delete files", "Bestanden verwijderen"},
+    {Say::DeleteFile, "Delete file", "Bestand verwijderen"},
     {Say::Deleted, "%1 tracks deleted.", "%1 nummers verwijderd."},
     {Say::DeletedOne, "1 track deleted.", "1 nummer verwijderd."},
     {Say::NotDeleted, "%1 files could not be deleted:", "%1 bestanden konden niet worden verwijderd:"},
@@ -345,6 +346,9 @@ constexpr Strings::Row kRows[] = {
     {Say::EqAskDelete, "Delete the preset “%1”?", "De voorinstelling “%1” verwijderen?"},
     {Say::EqSaved, "“%1” is saved.", "“%1” is bewaard."},
     {Say::EqDeleted, "“%1” is deleted.", "“%1” is verwijderd."},
+    {Say::EqNone, "No presets yet: move the sliders, give a name and save.",
+     "Nog geen voorinstellingen: zet de schuiven, geef een naam en bewaar."},
+    {Say::EqNameHint, "Name", "Naam"},
 
     {Say::Mixing, "Mixing", "Mengen"},
     {Say::MixThreshold, "Threshold of the mix points", "Drempel van de mengpunten"},

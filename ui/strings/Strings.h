@@ -124,6 +124,7 @@ enum class Say : int {
   AskDeleteSongs,
   AskDeleteSong,
   DeleteFiles,
+  DeleteFile,
   Deleted,
   DeletedOne,
   NotDeleted,
@@ -258,6 +259,8 @@ enum class Say : int {
   EqAskDelete,
   EqSaved,
   EqDeleted,
+  EqNone,
+  EqNameHint,
   // Mixing
   Mixing = 2540,
   MixThreshold,

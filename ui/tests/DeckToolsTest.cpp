@@ -99,7 +99,8 @@ TEST_F(DeckToolsTest, OverwritingAndDeletingAskFirst) {
   EXPECT_FALSE(files.Content(folder / "EQ.tlv"));
   AnswerYes("EqOverwriteBox");
   EXPECT_EQ(files.Content(folder / "EQ.tlv"), "[Warm]\r\n0;0;0;0;0;0;0;0;0;0;\r\n");
-  Choose("cmbSelect", 0);
+  EXPECT_EQ(Find<QComboBox>("cmbSelect").currentText(), QStringLiteral("Warm")) << "chosen by itself";
+  EXPECT_EQ(Preset("Preset1"), "Warm");
   Click("EqDelete");
   AnswerYes("EqDeleteBox");
   EXPECT_EQ(files.Content(folder / "EQ.tlv"), "");

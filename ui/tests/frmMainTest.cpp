@@ -353,6 +353,15 @@ TEST_F(frmMainTest, TheChosenColoursAreKept) {
   EXPECT_EQ(settings.Get("TLVG", "Skin", "Name", ""), "1");
 }
 
+TEST_F(frmMainTest, AnotherPageGivesTheKeyboardToItsListOrItsButton) {
+  const char* const focused[] = {"Catalogue", "PlayListView3", "KaraokeGrid", "Page4",
+                                 "Page5",     "Page6",         "Page7",       "Page8"};
+  for (int page = 7; page >= 0; --page) {
+    Press(static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
+    EXPECT_EQ(window->focusWidget()->objectName().toStdString(), focused[page]);
+  }
+}
+
 TEST_F(frmMainTest, PagesFollowTheirButtonsAndKeys) {
   Click("Page8");
   EXPECT_TRUE(Find<QWidget>("SettingsPage").isVisible());

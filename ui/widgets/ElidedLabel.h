@@ -6,7 +6,8 @@
 
 namespace ui {
 
-/// One line of text that ends in an ellipsis where the room ends; the whole of it is the tooltip then.
+/// A line of text, or two where it is as high, that ends in an ellipsis where the room ends; the whole of it
+/// is the tooltip then.
 class ElidedLabel final : public QLabel {
   Q_OBJECT
 
@@ -16,6 +17,8 @@ class ElidedLabel final : public QLabel {
 
   explicit ElidedLabel(Width width = Width::Stretches, QWidget* parent = nullptr);
 
+  /// Takes the height it is given and breaks a text that is too long for one line.
+  void UseTwoLines();
   /// Repaints only when the text is another one.
   void Show(const QString& text);
 
@@ -28,6 +31,7 @@ class ElidedLabel final : public QLabel {
 
  private:
   void UpdateTip();
+  bool two_lines_ = false;
 };
 
 }  // namespace ui

@@ -12,6 +12,7 @@
 
 #include "app/WorkstationView.h"
 #include "decks/EqResponse.h"
+#include "ui/models/EqText.h"
 #include "ui/widgets/Look.h"
 
 namespace ui {
@@ -120,9 +121,9 @@ void EqGraph::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.fillRect(rect(), skin_.well);
   for (const int decibels : {-12, 12}) {
-    painter.fillRect(0, static_cast<int>(RowOf(decibels)), width(), 1, skin_.line);
+    painter.fillRect(0, static_cast<int>(RowOf(decibels)), width(), Line(*this), skin_.line);
   }
-  painter.fillRect(0, static_cast<int>(RowOf(0)), width(), 1, skin_.dim);
+  painter.fillRect(0, static_cast<int>(RowOf(0)), width(), Line(*this), skin_.dim);
   painter.setRenderHint(QPainter::Antialiasing);
   painter.setBrush(Qt::NoBrush);
   PaintCurve(painter, curves_[0], QPen(skin_.decks[0]));
@@ -133,14 +134,14 @@ void EqGraph::paintEvent(QPaintEvent*) {
   for (int band = 0; band < kBands; ++band) {
     const QPoint handle = HandleAt(band);
     const bool chosen = band == band_ && (hasFocus() || held_);
-    painter.setPen(QPen(chosen ? skin_.warning : skin_.text, chosen ? 3 : 2));
+    painter.setPen(QPen(chosen ? skin_.warning : skin_.text, (chosen ? 3 : 2) * Line(*this)));
     painter.setBrush(skin_.raised);
     painter.drawEllipse(QPointF(handle), radius, radius);
   }
   painter.setRenderHint(QPainter::Antialiasing, false);
   if (captions_ == Captions::Inside) PaintCaptions(painter);
   painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.line, hasFocus() ? 2 : 1));
+  painter.setPen(QPen(hasFocus() ? skin_.text : skin_.line, (hasFocus() ? 2 : 1) * Line(*this)));
   painter.drawRect(hasFocus() ? rect().adjusted(1, 1, -1, -1) : rect().adjusted(0, 0, -1, -1));
 }
 
@@ -215,8 +216,7 @@ bool EqGraph::event(QEvent* event) {
   const int band = BandAt(help->x());
   const int gain = sliders_[static_cast<std::size_t>(band)];
   QToolTip::showText(help->globalPos(),
-                     QStringLiteral("%1: %2 dB\n%3").arg(BandText(band), QString::number(gain), toolTip()),
-                     this);
+                     QStringLiteral("%1: %2 dB\n%3").arg(BandText(band), GainText(gain), toolTip()), this);
   return true;
 }
 

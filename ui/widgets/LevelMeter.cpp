@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/models/EqText.h"
 #include "ui/widgets/Look.h"
 
 namespace ui {
@@ -24,6 +25,7 @@ constexpr float kFallSpeed = 40;     // dB a second
 constexpr float kPeakSpeed = 20;     // dB a second, after the hold time
 constexpr auto kHold = std::chrono::milliseconds(1500);
 constexpr float kMarks[] = {0, -6, -12, -18, -24, -36, -48};
+constexpr double kLampEms = 1.5;  ///< height of the overload mark
 
 }  // namespace
 
@@ -66,8 +68,9 @@ void LevelMeter::Show(float left_db, float right_db, support::TimePoint now) {
     const int new_rows[] = {RowOf(bar.level), RowOf(bar.peak)};
     for (int k = 0; k < 2; ++k) {
       if (rows[k] == new_rows[k]) continue;
-      const int top = std::min(rows[k], new_rows[k]) - 2;
-      update(QRect(BarRect(i).left(), top, BarRect(i).width(), std::abs(rows[k] - new_rows[k]) + 5));
+      const int top = std::min(rows[k], new_rows[k]) - 1;
+      update(QRect(BarRect(i).left(), top, BarRect(i).width(),
+                   std::abs(rows[k] - new_rows[k]) + 2 * Line(*this) + 2));
     }
   }
   shown_at_ = now;
@@ -79,14 +82,14 @@ float LevelMeter::Peak() const {
 
 int LevelMeter::RowOf(float db) const {
   const int below = fontMetrics().height() / 2;
-  const int above = std::max(below, Em(*this, 1.1));
+  const int above = Em(*this, kLampEms) + std::max(below, Em(*this, 0.6));
   const float share = std::clamp((db - kFloor) / -kFloor, 0.0F, 1.0F);
   return height() - below -
          static_cast<int>(std::lround(share * static_cast<float>(height() - below - above)));
 }
 
 QRect LevelMeter::MarkRect() const {
-  return {0, 0, BarRect(1).right() + 1, RowOf(0) - std::max(2, Em(*this, 0.2))};
+  return {0, 0, width(), Em(*this, kLampEms)};
 }
 
 void LevelMeter::ClearOverload() {
@@ -129,7 +132,7 @@ QPixmap LevelMeter::Draw(bool lit) const {
     painter.fillRect(bar, skin_.well);
     if (!lit) continue;
     painter.fillRect(QRect(QPoint(bar.left(), RowOf(kWarm)), bar.bottomRight()), skin_.good);
-    painter.fillRect(bar.left(), RowOf(kHot), bar.width(), RowOf(kWarm) - RowOf(kHot), skin_.warning);
+    painter.fillRect(bar.left(), RowOf(kHot), bar.width(), RowOf(kWarm) - RowOf(kHot), skin_.warm);
     painter.fillRect(bar.left(), bar.top(), bar.width(), RowOf(kHot) - bar.top(), skin_.danger);
   }
   PaintScale(painter);
@@ -145,7 +148,7 @@ void LevelMeter::PaintScale(QPainter& painter) const {
   for (const float mark : kMarks) {
     const int row = RowOf(mark);
     const QRect box(left, row - fontMetrics().height() / 2, width() - left, fontMetrics().height());
-    painter.drawText(box, Qt::AlignVCenter | Qt::AlignLeft, QString::number(static_cast<int>(mark)));
+    painter.drawText(box, Qt::AlignVCenter | Qt::AlignLeft, GainText(static_cast<int>(mark)));
   }
 }
 
@@ -166,11 +169,15 @@ void LevelMeter::paintEvent(QPaintEvent* event) {
     const Bar& bar = bars_[static_cast<std::size_t>(i)];
     const QRect whole = BarRect(i);
     copy(lit_, QRect(QPoint(whole.left(), RowOf(bar.level)), whole.bottomRight()) & event->rect());
-    if (bar.peak > kFloor) copy(lit_, QRect(whole.left(), RowOf(bar.peak), whole.width(), 2) & event->rect());
+    if (bar.peak > kFloor)
+      copy(lit_, QRect(whole.left(), RowOf(bar.peak), whole.width(), 2 * Line(*this)) & event->rect());
   }
-  painter.fillRect(MarkRect(), overloaded_ ? skin_.danger : skin_.well);
+  painter.setPen(QPen(overloaded_ ? skin_.danger : skin_.line, Line(*this)));
+  painter.setBrush(overloaded_ ? skin_.danger : skin_.well);
+  painter.drawRect(QRectF(MarkRect()).adjusted(1, 1, -1, -1));
   if (!hasFocus()) return;
-  painter.setPen(QPen(skin_.text, 2));
+  painter.setPen(QPen(skin_.text, 2 * Line(*this)));
+  painter.setBrush(Qt::NoBrush);
   painter.drawRect(rect().adjusted(1, 1, -1, -1));
 }
 

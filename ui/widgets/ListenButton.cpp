@@ -36,7 +36,7 @@ void ListenButton::SetLevel(int level) {
 
 QSize ListenButton::sizeHint() const {
   const int words = fontMetrics().horizontalAdvance(text() + QStringLiteral(" 100"));
-  return {words + Em(*this, 1.2), std::max(36, Em(*this, 2.6))};
+  return {words + Em(*this, 1.2), std::max(36, Em(*this, kListHeadEms))};
 }
 
 void ListenButton::paintEvent(QPaintEvent*) {
@@ -45,7 +45,10 @@ void ListenButton::paintEvent(QPaintEvent*) {
   const QRectF box = QRectF(rect()).adjusted(1, 1, -1, -1);
   const bool lit = isChecked() && isEnabled();
   const bool pointed = isEnabled() && underMouse();
-  painter.setPen(QPen(hasFocus() ? skin_.text : pointed ? accent_ : skin_.line, hasFocus() ? 2 : 1));
+  painter.setPen(QPen(hasFocus() ? skin_.text
+                      : pointed  ? accent_
+                                 : skin_.line,
+                      (hasFocus() ? 2 : 1) * Line(*this)));
   painter.setBrush(lit ? accent_ : isEnabled() ? skin_.raised : skin_.panel);
   painter.drawRoundedRect(box, 4, 4);
   painter.setPen(lit ? skin_.on_deck : isEnabled() ? skin_.text : skin_.faint);

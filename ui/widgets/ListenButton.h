@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// Head-phones of a deck: a click switches them, a drag to the side or the arrow keys set their level, which
+/// Headphones of a deck: a click switches them, a drag to the side or the arrow keys set their level, which
 /// the button shows as a bar and a number.
 class ListenButton final : public QPushButton {
   Q_OBJECT

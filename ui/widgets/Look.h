@@ -27,6 +27,8 @@ enum class Weight { Normal, Bold };
 
 /// Pixels of a thin line: one, and more where the type is large.
 [[nodiscard]] int Line(const QWidget& widget);
+/// Height of the line above a list, so that lists side by side begin at the same height.
+inline constexpr double kListHeadEms = 2.8;
 
 /// Font size relative to the window's; kept when the window grows.
 void SetFontEm(QWidget& widget, double ems, Weight weight = Weight::Normal);

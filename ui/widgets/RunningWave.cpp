@@ -59,14 +59,14 @@ void RunningWave::DrawBeats(QPainter& painter, int first) const {
   if (grid_ == nullptr || grid_->Empty()) return;
   const auto& beats = grid_->Beats();
   const double pixels = PixelsASecond();
-  const music::Seconds from((first - 2) / pixels);
+  const int wide = std::max(3, Em(*this, 0.2));
+  const music::Seconds from((first - wide) / pixels);
   for (auto beat = std::lower_bound(beats.begin(), beats.end(), from); beat != beats.end(); ++beat) {
     const int column = static_cast<int>(std::lround(beat->count() * pixels)) - first;
-    if (column > kTileWidth) break;
+    if (column > kTileWidth + wide) break;
     // At the edges, so that the sound of the beat itself stays in sight.
     const int mark = std::max(5, height() / 6);
-    painter.fillRect(column, 0, 1, height(), skin_.line);
-    const int wide = std::max(3, Em(*this, 0.2));
+    painter.fillRect(column, 0, Line(*this), height(), skin_.line);
     painter.fillRect(column - wide / 2, 0, wide, mark, skin_.warning);
     painter.fillRect(column - wide / 2, height() - mark, wide, mark, skin_.warning);
   }
@@ -133,7 +133,8 @@ void RunningWave::paintEvent(QPaintEvent*) {
     // Before the start and after the end of the track there is nothing.
     if (left < 0) painter.fillRect(0, 0, -left, height(), skin_.panel);
     if (last - left < width()) painter.fillRect(last - left, 0, width(), height(), skin_.panel);
-    painter.fillRect(MarkColumn() - 1, 0, 3, height(), skin_.text);
+    const int half = Line(*this);
+    painter.fillRect(MarkColumn() - half, 0, 2 * half + 1, height(), skin_.text);
   }
   painter.setPen(skin_.line);
   painter.drawRect(rect().adjusted(0, 0, -1, -1));

@@ -77,7 +77,10 @@ void TransportButton::paintEvent(QPaintEvent*) {
   QColor ground = lit_ ? accent_ : skin_.raised;
   if (isDown()) ground = ground.darker(130);
   const bool edge = hasFocus() || (underMouse() && isEnabled());
-  painter.setPen(QPen(hasFocus() ? skin_.text : edge ? accent_ : skin_.line, hasFocus() ? 2 : 1));
+  painter.setPen(QPen(hasFocus() ? skin_.text
+                      : edge     ? accent_
+                                 : skin_.line,
+                      (hasFocus() ? 2 : 1) * Line(*this)));
   painter.setBrush(isEnabled() ? ground : skin_.panel);
   painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 5, 5);
   const double side = height() * 0.36;

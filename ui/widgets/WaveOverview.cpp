@@ -126,8 +126,9 @@ void WaveOverview::Show(microseconds position, microseconds length,
   setValue(static_cast<int>(position_ / std::chrono::milliseconds(1)));
   const int column = ColumnOf(position_);
   if (column == shown_column_) return;
-  const int left = std::min(column, shown_column_) - 2;
-  update(left, 0, std::abs(column - shown_column_) + 5, height());
+  const int half = Line(*this);
+  const int left = std::min(column, shown_column_) - half - 1;
+  update(left, 0, std::abs(column - shown_column_) + 2 * half + 3, height());
   shown_column_ = column;
 }
 
@@ -182,7 +183,7 @@ void WaveOverview::PaintTimes(QPainter& painter) const {
   for (seconds at = step; at < length_; at += step) {
     const int column = ColumnOf(at);
     if (column + room / 2 > width()) break;
-    painter.fillRect(column, top, 1, 3, skin_.dim);
+    painter.fillRect(column, top, Line(*this), 3 * Line(*this), skin_.dim);
     painter.drawText(QRect(column - room / 2, top + 2, room, height() - top - 2), Qt::AlignCenter,
                      MinutesText(at));
   }
@@ -204,11 +205,12 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
     painter.restore();
     const int tall = WaveBox().height();
     PaintMixPoints(painter);
-    painter.fillRect(shown_column_ - 1, 0, 3, tall, isEnabled() ? skin_.text : skin_.line);
-    if (aim_ >= 0) painter.fillRect(aim_, 0, 2, tall, skin_.warning);
+    const int half = Line(*this);
+    painter.fillRect(shown_column_ - half, 0, 2 * half + 1, tall, isEnabled() ? skin_.text : skin_.line);
+    if (aim_ >= 0) painter.fillRect(aim_, 0, 2 * half, tall, skin_.warning);
   }
   if (hasFocus()) {
-    painter.setPen(QPen(skin_.text, 2));
+    painter.setPen(QPen(skin_.text, 2 * Line(*this)));
     painter.drawRect(rect().adjusted(1, 1, -1, -1));
   }
 }
