@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "app/Conductor.h"
 #include "app/MasterVolume.h"
 
 namespace app {
@@ -189,10 +190,20 @@ void Stage::ReturnOutput(int output) {
   if (output >= 1 && output <= kOutputs) sound_.ReturnDevice(outputs_[Index(output)].device);
 }
 
+void Stage::TellOfDevice(std::string sentence) {
+  // Devices on one cable go and come together: what is told of them within two seconds stands together.
+  constexpr int kTogether = std::chrono::seconds(2) / Conductor::kPeriod;
+  const bool goes_on = told_of_device_ == notice_ && since_device_notice_ < kTogether;
+  notice_ = goes_on && !notice_.empty() ? notice_ + " " + sentence : std::move(sentence);
+  told_of_device_ = notice_;
+  since_device_notice_ = 0;
+}
+
 void Stage::Tick() {
   bool listed = false;
+  ++since_device_notice_;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
-    if (!event.text.empty()) notice_ = say_({support::ErrorCode::Unavailable, event.text, event.saying});
+    if (!event.text.empty()) TellOfDevice(say_({support::ErrorCode::Unavailable, event.text, event.saying}));
     can_return_.erase(event.device);
     if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;

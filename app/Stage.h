@@ -76,6 +76,7 @@ class Stage {
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
   void TellRoles();
+  void TellOfDevice(std::string sentence);
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
@@ -97,6 +98,8 @@ class Stage {
   bool has_mixer_ = false;
   std::function<void()> listed_;
   std::string notice_;
+  std::string told_of_device_;   ///< the newest notice that is about devices
+  int since_device_notice_ = 0;  ///< ticks since the newest sentence about a device
   support::TripleBuffer<WorkstationView> views_;
 };
 

@@ -159,6 +159,18 @@ TEST_F(OutputsTest, WhatHappensToADeviceIsTold) {
   EXPECT_EQ(station_->View().notice, "Main is gone.");
 }
 
+TEST_F(OutputsTest, WhatHappensToDevicesTogetherIsToldTogether) {
+  StartUp();
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "Main is gone."});
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Muted, 2, "Phones are gone."});
+  Settle();
+  EXPECT_EQ(station_->View().notice, "Main is gone. Phones are gone.");
+  for (int tick = 0; tick < 200; ++tick) station_->Tick();
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Returned, 2, "Phones are back."});
+  Settle();
+  EXPECT_EQ(station_->View().notice, "Phones are back.");
+}
+
 TEST_F(OutputsTest, ADeviceThatCameBackIsReturnedToOnRequest) {
   StartUp();
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::CanReturn, 1, "Main is back."});
