@@ -229,6 +229,7 @@ void Stage::Tick() {
   view.main_volume = controls_.MainVolume;
   view.has_mixer = has_mixer_;
   view.health = sound_.Health();
+  if (ticked_) ticked_(view);
   view.notice = notice_;
   views_.Publish();
 }

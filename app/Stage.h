@@ -66,6 +66,8 @@ class Stage {
   void ReleaseDecks();
   void ReleaseEngine();
 
+  /// Called in each tick once the decks have been looked at.
+  void OnTick(std::function<void(const WorkstationView&)> tick) { ticked_ = std::move(tick); }
   void Tick();
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
@@ -97,6 +99,7 @@ class Stage {
   std::set<int> can_return_;  ///< devices
   bool has_mixer_ = false;
   std::function<void()> listed_;
+  std::function<void(const WorkstationView&)> ticked_;
   std::string notice_;
   std::string told_of_device_;   ///< the newest notice that is about devices
   int since_device_notice_ = 0;  ///< ticks since the newest sentence about a device

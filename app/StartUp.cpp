@@ -42,6 +42,9 @@ void Workstation::StartUp() {
   if (parts.conducting == Conducting::OwnThread) parts.conductor.Start();
   parts.InitialiseEngine();
   parts.StoredTempos();
+  parts.lights.StartUp();
+  parts.organ.StartUp();
+  parts.songs.StartUp();
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();
@@ -53,9 +56,12 @@ bool Workstation::ShutDown() {
   parts.life = Parts::Life::Over;
   parts.conductor.Stop();
   const bool all_out = parts.gate->Close(kPatience);
+  parts.songs.ShutDown();
   parts.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
   if (all_out) parts.ReleaseEngine();
+  parts.lights.ShutDown();
+  parts.organ.ShutDown();
   parts.SaveWhatWaits();
   return all_out;
 }

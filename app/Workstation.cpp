@@ -55,6 +55,18 @@ Workstation::~Workstation() {
   parts_->window->Close();
 }
 
+LightDesk& Workstation::Lights() {
+  return parts_->lights;
+}
+
+OrganDesk& Workstation::Organ() {
+  return parts_->organ;
+}
+
+SongDesk& Workstation::Songs() {
+  return parts_->songs;
+}
+
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
   parts_->prompts = prompts;
   parts_->help = help;

@@ -10,9 +10,12 @@
 #include <vector>
 
 #include "app/FileIntake.h"
+#include "app/LightDesk.h"
+#include "app/OrganDesk.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
 #include "app/Reindex.h"
+#include "app/SongDesk.h"
 #include "app/WorkstationView.h"
 #include "app/ports/Help.h"
 #include "app/ports/Prompts.h"
@@ -45,13 +48,16 @@ struct Ports {
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;
-  SystemMixer* mixer = nullptr;                ///< null: no master volume
-  Visualisation* visualisation = nullptr;      ///< null: none
-  ScanPort* scan = nullptr;                    ///< null: every file is read anew
-  decks::AnalysisTools analysis = {};          ///< what is null is not measured
-  decks::CommandRunner* commands = nullptr;    ///< null: mp3gain is not there
-  catalogue::SideStore* side_store = nullptr;  ///< null: analyses are not kept
-  catalogue::TagWriter* tag_writer = nullptr;  ///< null: tags are not written
+  SystemMixer* mixer = nullptr;                         ///< null: no master volume
+  Visualisation* visualisation = nullptr;               ///< null: none
+  ScanPort* scan = nullptr;                             ///< null: every file is read anew
+  decks::AnalysisTools analysis = {};                   ///< what is null is not measured
+  decks::CommandRunner* commands = nullptr;             ///< null: mp3gain is not there
+  catalogue::SideStore* side_store = nullptr;           ///< null: analyses are not kept
+  catalogue::TagWriter* tag_writer = nullptr;           ///< null: tags are not written
+  dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
+  lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
+  karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
 };
 
 /// What the button of the settings page does.
@@ -212,6 +218,11 @@ class Workstation {
   /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
   /// one that is pulled keeps its number.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
+
+  // Desks, each with commands and a view of its own.
+  [[nodiscard]] LightDesk& Lights();
+  [[nodiscard]] OrganDesk& Organ();
+  [[nodiscard]] SongDesk& Songs();
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

@@ -12,11 +12,14 @@
 #include "app/FileIntake.h"
 #include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
+#include "app/LightDesk.h"
+#include "app/OrganDesk.h"
 #include "app/PlainScan.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
 #include "app/Reindex.h"
 #include "app/Settings.h"
+#include "app/SongDesk.h"
 #include "app/Stage.h"
 #include "app/TagDesk.h"
 #include "app/WorkGate.h"
@@ -50,7 +53,21 @@ struct Workstation::Parts {
         plain_scan(outside.tags, outside.workers, gate, scratch),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
         presets(outside.files, program_folder, outside.workers, gate, window, say),
-        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say) {}
+        karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
+        lights(Context(), outside.dmx),
+        organ(Context(), outside.boards),
+        songs(Context(), outside.synthesisers) {
+    stage.OnTick([this](const WorkstationView& view) {
+      lights.Tick(view);
+      organ.Tick(view);
+      songs.Tick(view);
+    });
+  }
+
+  [[nodiscard]] DeskContext Context() {
+    return {folder, ports.settings,  ports.files, ports.workers, ports.clock,
+            gate,   conductor.Box(), window,      say,           Teller()};
+  }
 
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
   void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
@@ -151,6 +168,9 @@ struct Workstation::Parts {
   PresetDesk presets;
   std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
+  LightDesk lights;
+  OrganDesk organ;
+  SongDesk songs;
 };
 
 }  // namespace app

@@ -8,7 +8,7 @@
 namespace ui {
 
 /// A page whose place is kept: it says in a sentence what is not there yet.
-class PlainPage final : public Surface {
+class PlainPage : public Surface {
   Q_OBJECT
 
  public:

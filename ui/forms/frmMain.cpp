@@ -13,6 +13,7 @@
 #include <cmath>
 
 #include "support/Text.h"
+#include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
@@ -20,6 +21,7 @@
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/MixingPanel.h"
 #include "ui/forms/MusicPage.h"
+#include "ui/forms/OrganPage.h"
 #include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
@@ -172,18 +174,16 @@ QWidget* frmMain::MakePages(const Look& look) {
     music_->Reload();
     karaoke_->Reload();
   });
-  const auto plain = [&look](const char* name, Say head, Say sentence) {
-    return new PlainPage(QLatin1String(name), head, sentence, look);
-  };
+  console_ = new ConsolePage(workstation_, look);
+  organ_ = new OrganPage(workstation_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
   AddPage(karaoke_, Say::Karaoke, Say::KaraokePageTip, look, buttons);
-  AddPage(plain("ConsolePage", Say::Console, Say::ConsoleLater), Say::Console, Say::ConsoleTip, look,
-          buttons);
-  AddPage(plain("OrganPage", Say::Organ, Say::OrganLater), Say::Organ, Say::OrganTip, look, buttons);
+  AddPage(console_, Say::Console, Say::ConsoleTip, look, buttons);
+  AddPage(organ_, Say::Organ, Say::OrganTip, look, buttons);
   AddPage(MakeEffects(look), Say::Effects, Say::EffectsTip, look, buttons);
-  AddPage(plain("RecordingPage", Say::Recording, Say::RecordingLater), Say::Recording, Say::RecordingTip,
-          look, buttons);
+  AddPage(new PlainPage(QStringLiteral("RecordingPage"), Say::Recording, Say::RecordingLater, look),
+          Say::Recording, Say::RecordingTip, look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
   visual_ = new VisualPanel(workstation_, look);
@@ -311,6 +311,8 @@ void frmMain::ShowFrame() {
   equaliser_->Show(view_);
   settings_page_->Show(view_);
   visual_->Show(view_, now);
+  console_->Show(now);
+  organ_->Show(now);
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {

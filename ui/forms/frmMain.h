@@ -24,12 +24,14 @@ class QStackedWidget;
 
 namespace ui {
 
+class ConsolePage;
 class DeckPanel;
 class EqualiserPage;
 class KaraokePage;
 class ListenBar;
 class MixerPanel;
 class MusicPage;
+class OrganPage;
 class PageButton;
 class PlaylistPanel;
 class StatusLine;
@@ -126,6 +128,8 @@ class frmMain final : public QMainWindow {
   EqualiserPage* equaliser_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
   VisualPanel* visual_ = nullptr;
+  ConsolePage* console_ = nullptr;
+  OrganPage* organ_ = nullptr;
 };
 
 }  // namespace ui

@@ -4,6 +4,12 @@
 
 #include <algorithm>
 
+#include "ui/strings/ConsoleWords.h"
+#include "ui/strings/EditorWords.h"
+#include "ui/strings/ListWords.h"
+#include "ui/strings/OrganWords.h"
+#include "ui/strings/SongWords.h"
+
 namespace ui {
 namespace {
 
@@ -433,15 +439,18 @@ constexpr Strings::Row kRows[] = {
 
 }  // namespace
 
-QString Strings::operator()(Say number) const {
-  const auto* row = std::lower_bound(std::begin(kRows), std::end(kRows), number,
-                                     [](const Row& a, Say b) { return a.number < b; });
-  if (row == std::end(kRows) || row->number != number) return {};
-  return QString::fromUtf8(language_ == Language::Dutch ? row->dutch : row->english);
+QString Strings::Text(int number) const {
+  for (const auto table : Tables()) {
+    const auto row = std::lower_bound(table.begin(), table.end(), number,
+                                      [](const Row& a, int b) { return a.number < b; });
+    if (row == table.end() || row->number != number) continue;
+    return QString::fromUtf8(language_ == Language::Dutch ? row->dutch : row->english);
+  }
+  return {};
 }
 
-std::span<const Strings::Row> Strings::Table() {
-  return kRows;
+std::array<std::span<const Strings::Row>, 6> Strings::Tables() {
+  return {kRows, ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 
 }  // namespace ui

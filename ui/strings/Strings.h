@@ -3,7 +3,9 @@
 #pragma once
 
 #include <QString>
+#include <array>
 #include <span>
+#include <type_traits>
 
 namespace ui {
 
@@ -329,17 +331,26 @@ class Strings {
  public:
   enum class Language { English = 0, Dutch = 1 };
   struct Row {
-    Say number;
+    template <typename Number>
+    constexpr Row(Number row_number, const char* in_english, const char* in_dutch)
+        : number(static_cast<int>(row_number)), english(in_english), dutch(in_dutch) {}
+    int number;
     const char* english;
     const char* dutch;
   };
 
   explicit Strings(Language language) : language_(language) {}
 
-  [[nodiscard]] QString operator()(Say number) const;
-  [[nodiscard]] static std::span<const Row> Table();
+  /// number: of any of the tables.
+  template <typename Number>
+  requires std::is_enum_v<Number>
+  [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
+  /// Every table, in the order of the numbers.
+  [[nodiscard]] static std::array<std::span<const Row>, 6> Tables();
 
  private:
+  [[nodiscard]] QString Text(int number) const;
+
   Language language_;
 };
 

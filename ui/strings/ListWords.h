@@ -1,0 +1,18 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <span>
+
+#include "ui/strings/Strings.h"
+
+namespace ui {
+
+/// Numbers of what is said about searching, scanning and playlists: 2640 to 2729.
+enum class ListWord : int {
+  Find = 2640,
+};
+
+[[nodiscard]] std::span<const Strings::Row> ListWords();
+
+}  // namespace ui
