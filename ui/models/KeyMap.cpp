@@ -18,6 +18,10 @@ QKeySequence KeyOfListening() {
   return QKeySequence(Qt::CTRL | Qt::Key_Space);
 }
 
+QKeySequence KeyOfBlackout() {
+  return QKeySequence(Qt::CTRL | Qt::Key_B);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

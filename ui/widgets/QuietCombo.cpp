@@ -21,7 +21,7 @@ int QuietCombo::Height() const {
 }
 
 QSize QuietCombo::sizeHint() const {
-  int widest = 0;
+  int widest = fontMetrics().averageCharWidth() * minimumContentsLength();
   for (int i = 0; i < count(); ++i) widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
   return {std::min(widest, Em(*this, 24)) + Em(*this, 3), Height()};
 }
