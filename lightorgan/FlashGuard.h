@@ -46,7 +46,7 @@ class FlashGuard final : public IoBoards {
   }
   void ClearAllDigital(int board) override;
   void ClearAllAnalog(int board) override { boards_.ClearAllAnalog(board); }
-  [[nodiscard]] std::string Trouble() override { return boards_.Trouble(); }
+  [[nodiscard]] support::Error Trouble() override { return boards_.Trouble(); }
 
  private:
   using Outputs = std::bitset<kMostOutputs>;

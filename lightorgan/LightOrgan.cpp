@@ -369,10 +369,12 @@ const LightOrganView& LightOrgan::View() {
   view_.io.row = io_pattern_.row;
   view_.dac.rows = dac_pattern_.table.Rows();
   view_.dac.row = dac_pattern_.row;
-  view_.boards_in_use = boards_.InUse();
   view_.guard_lifted = guard_.Lifted();
   view_.guard_holds = guard_.Holding();
-  view_.trouble = boards_.Trouble();
+  support::Error trouble = boards_.Trouble();
+  view_.boards_in_use = boards_.InUse();
+  view_.trouble = std::move(trouble.text);
+  view_.saying = std::move(trouble.saying);
   return view_;
 }
 

@@ -56,6 +56,7 @@ struct LightOrganView {
   bool guard_lifted = false;
   bool guard_holds = false;  ///< the flash guard keeps an output dark now
   std::string trouble;       ///< a sentence about the boards, or empty
+  support::Saying saying;    ///< the same in the language chosen
 };
 
 /// The light organ: switched and analogue outputs that follow the music, each side in one of its modes.
