@@ -9,13 +9,13 @@
 
 #include "benchmarks/Report.h"
 #include "platform/usb/K8062Interface.h"
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedK8062.h"
 
 // A program of its own, as it runs with the emulation preloaded.
 
 namespace {
 
-using platform::usb::testing::EmulatedBus;
+using platform::usb::testing::EmulatedK8062;
 using platform::usb::testing::K8062Decoder;
 using namespace std::chrono_literals;
 
@@ -32,7 +32,7 @@ struct Rig {
     });
     if (!shown) std::abort();
   }
-  EmulatedBus bus;
+  EmulatedK8062 bus;
   platform::usb::K8062Interface box;
   int channels;
 };
