@@ -136,7 +136,10 @@ support::Result<std::uint8_t> K8061Board::Exchange(std::span<const std::uint8_t>
   for (int i = 0; i < kExchangeTries; ++i) {
     std::uint8_t answer = 0;
     code = ExchangeOnce(command, answer_bytes, answer);
-    if (code == LIBUSB_SUCCESS) return answer;
+    if (code == LIBUSB_SUCCESS) {
+      answers_open_ = i > 0;  // that of the try before may be on its way
+      return answer;
+    }
     if (code == LIBUSB_ERROR_NO_DEVICE) break;
   }
   return BoardTrouble(code);

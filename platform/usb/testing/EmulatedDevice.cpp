@@ -265,8 +265,8 @@ bool EmulatedDevice::Complete(Pending& pending) {
 }
 
 int EmulatedDevice::Reap(UMockdevIoctlClient* client) {
-  const auto done =
-      std::find_if(pending_.begin(), pending_.end(), [this](Pending& pending) { return Complete(pending); });
+  auto done = pending_.begin();
+  while (done != pending_.end() && !Complete(*done)) ++done;
   if (done == pending_.end()) return gone_ ? ENODEV : EAGAIN;
   UMockdevIoctlData* request = done->request;
   pending_.erase(done);

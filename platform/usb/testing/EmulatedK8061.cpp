@@ -66,12 +66,14 @@ EmulatedK8061::Bytes EmulatedK8061::Obey(std::span<const std::uint8_t> packet) {
     return {command, 0};
   }
   ++counts_.other;
+  if (command == 12 && address_ < 0) return {};
   if (command == 12) return {command, static_cast<std::uint8_t>(address_)};
   if (command == 13) return {command, supplied_ ? std::uint8_t{1} : std::uint8_t{0}};
   return {};
 }
 
 void EmulatedK8061::Take(std::span<const std::uint8_t> packet) {
+  if (!answers_.empty()) ++counts_.overlapped;
   Waiting answer{Obey(packet)};
   const Fault fault = fault_in_ > 0 && --fault_in_ == 0 ? fault_ : Fault::None;
   if (fault == Fault::Silent || answer.bytes.empty()) return;

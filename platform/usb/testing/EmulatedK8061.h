@@ -27,6 +27,7 @@ class EmulatedK8061 final : public EmulatedDevice {
     int switched = 0;
     int dimmed = 0;
     int other = 0;
+    int overlapped = 0;  ///< that came while an answer was still unread
   };
   enum class Fault {
     None,
@@ -42,6 +43,7 @@ class EmulatedK8061 final : public EmulatedDevice {
 
   /// Some boards bear their address in their number.
   void Plug(int product = 0x8061) { PlugIn({product, false}); }
+  /// Below 0: it does not tell.
   void SetAddress(int address);
   /// Its own supply; without it the lamps are dark and stay so.
   void SwitchSupply(bool on);
