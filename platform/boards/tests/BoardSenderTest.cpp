@@ -176,6 +176,19 @@ TEST_F(BoardSenderTest, CallsOfOneRefreshGoOutAsOneMessageForEachKindOfOutput) {
                                           "switch 0 0", "dim 0 0 0 0 0 0 0 0 0", "release"));
 }
 
+TEST_F(BoardSenderTest, TheFirstCallOfARefreshWaitsForTheOthers) {
+  boards_ =
+      std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), BoardSender::Pace{1h, 1h, 5s});
+  OpenFirstBoard();
+  for (int i = 0; i < 1000; ++i) {
+    boards_->OutputAllDigital(0, static_cast<std::uint8_t>(i));
+    std::this_thread::yield();
+  }
+  boards_->CloseDevices();
+  Quit();
+  EXPECT_THAT(bench_->Take(), ElementsAre("switch 0 231", "release"));
+}
+
 TEST_F(BoardSenderTest, WhatIsToldAgainOrConcernsNoBoardIsNotSent) {
   OpenFirstBoard();
   boards_->ClearAllDigital(0);
