@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "benchmarks/Report.h"
+#include "benchmarks/usb/K8061Bench.h"
 #include "platform/usb/K8062Interface.h"
 #include "platform/usb/testing/EmulatedK8062.h"
 
@@ -89,6 +90,7 @@ int main() {
   std::vector<bench::Figure> figures;
   for (const int lit : {27, 168}) MeasureReaction(lit, figures);
   MeasureInterval(27, figures);
+  bench::MeasureK8061(figures);
   bench::Print(figures);
   return 0;
 }
