@@ -108,6 +108,7 @@ class LightOrgan {
   void SetDacMode(DacMode mode);
   void Store(std::string_view section, std::string_view key, int value);
   [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
+  void OpenBoards();
   void LoadBankOf(Side side, int number);
   void Light(int output, bool on);
   void Dim(int output, int value);
