@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <chrono>
 #include <deque>
 #include <functional>
 #include <memory>
@@ -10,7 +9,7 @@
 
 #include "lightorgan/ports/IoBoards.h"
 #include "platform/boards/BoardLine.h"
-#include "support/Clock.h"
+#include "platform/boards/BoardWork.h"
 
 namespace platform::boards {
 
@@ -24,15 +23,7 @@ namespace platform::boards {
 /// call, they are left behind after a while.
 class BoardSender : public lightorgan::IoBoards {
  public:
-  struct Pace {
-    support::Duration between_looks = std::chrono::milliseconds(250);
-    /// From the first call of a refresh to its last.
-    support::Duration gathering = std::chrono::milliseconds(1);
-    support::Duration patience = std::chrono::seconds(2);  ///< with a driver that does not come back
-  };
-
-  explicit BoardSender(std::unique_ptr<BoardLine> line, Pace pace);
-  explicit BoardSender(std::unique_ptr<BoardLine> line);
+  explicit BoardSender(std::unique_ptr<BoardLine> line, Pace pace = {});
   ~BoardSender() override;
   BoardSender(const BoardSender&) = delete;
   BoardSender& operator=(const BoardSender&) = delete;
@@ -48,9 +39,7 @@ class BoardSender : public lightorgan::IoBoards {
   [[nodiscard]] support::Error Trouble() override;
 
  private:
-  class Work;
-
-  std::shared_ptr<Work> work_;  // shared with the thread, which may have to be left behind
+  std::shared_ptr<BoardWork> work_;  // shared with the thread, which may have to be left behind
   std::thread sender_;
   std::deque<std::function<void(std::int32_t)>> owed_;  ///< answers to OpenDevice
   bool telling_of_none_ = false;

@@ -150,7 +150,7 @@ class BoardSenderTest : public ::testing::Test {
 
   std::shared_ptr<Bench> bench_ = std::make_shared<Bench>();
   std::unique_ptr<BoardSender> boards_ =
-      std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), BoardSender::Pace{1ms, 0ms, 5s});
+      std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), Pace{1ms, 0ms, 5s});
 };
 
 TEST_F(BoardSenderTest, TheAnswerToOpeningIsTheLowestBoardAndComesOnTheCallersThread) {
@@ -177,8 +177,7 @@ TEST_F(BoardSenderTest, CallsOfOneRefreshGoOutAsOneMessageForEachKindOfOutput) {
 }
 
 TEST_F(BoardSenderTest, TheFirstCallOfARefreshWaitsForTheOthers) {
-  boards_ =
-      std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), BoardSender::Pace{1h, 1h, 5s});
+  boards_ = std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), Pace{1h, 1h, 5s});
   OpenFirstBoard();
   for (int i = 0; i < 1000; ++i) {
     boards_->OutputAllDigital(0, static_cast<std::uint8_t>(i));
@@ -266,8 +265,7 @@ TEST_F(BoardSenderTest, BoardsThatWereClosedAreLeftAsTheyAre) {
 }
 
 TEST_F(BoardSenderTest, ADriverThatDoesNotComeBackHoldsNobodyUp) {
-  boards_ = std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_),
-                                          BoardSender::Pace{1ms, 0ms, 20ms});
+  boards_ = std::make_unique<BoardSender>(std::make_unique<ScriptedLine>(bench_), Pace{1ms, 0ms, 20ms});
   OpenFirstBoard();
   bench_->Hold();
   boards_->OutputAllDigital(0, 1);

@@ -33,8 +33,8 @@ class EmulatedK8062 final : private EmulatedBus, public EmulatedDevice {
   }
 
  protected:
-  void Reset() override { box_.Reset(); }
-  void Take(std::span<const std::uint8_t> packet) override { box_.Take(packet); }
+  void Reset() override DJ_REQUIRES(mutex_) { box_.Reset(); }
+  void Take(std::span<const std::uint8_t> packet) override DJ_REQUIRES(mutex_) { box_.Take(packet); }
 
  private:
   K8062Decoder box_ DJ_GUARDED_BY(mutex_);
