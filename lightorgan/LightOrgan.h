@@ -56,6 +56,7 @@ struct LightOrganView {
   bool guard_lifted = false;
   bool guard_holds = false;  ///< the flash guard keeps an output dark now
   std::string trouble;       ///< a sentence about the boards, or empty
+  support::Saying saying;    ///< the same in the language chosen
 };
 
 /// The light organ: switched and analogue outputs that follow the music, each side in one of its modes.
@@ -107,6 +108,7 @@ class LightOrgan {
   void SetDacMode(DacMode mode);
   void Store(std::string_view section, std::string_view key, int value);
   [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
+  void OpenBoards();
   void LoadBankOf(Side side, int number);
   void Light(int output, bool on);
   void Dim(int output, int value);

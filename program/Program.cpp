@@ -24,6 +24,7 @@
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/MixingTagWriter.h"
 #include "platform/tags/TagLibTagReader.h"
+#include "platform/usb/K8061Boards.h"
 #include "platform/usb/K8062Interface.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
@@ -71,7 +72,8 @@ struct Program::Parts {
                      .commands = &commands,
                      .side_store = &side_store,
                      .tag_writer = &tag_writer,
-                     .dmx = &lights},
+                     .dmx = &lights,
+                     .boards = &boards},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -98,6 +100,7 @@ struct Program::Parts {
   platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
   platform::usb::K8062Interface lights;
+  platform::usb::K8061Boards boards;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;

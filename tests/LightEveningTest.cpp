@@ -22,7 +22,7 @@
 #include "dmx/ShowFile.h"
 #include "dmx/ShowPlan.h"
 #include "dmx/testing/ShowMaker.h"
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedK8062.h"
 #include "program/Program.h"
 #include "ui/forms/frmMain.h"
 
@@ -30,7 +30,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
-using platform::usb::testing::EmulatedBus;
+using platform::usb::testing::EmulatedK8062;
 using platform::usb::testing::K8062Decoder;
 using SteadyClock = std::chrono::steady_clock;
 
@@ -154,7 +154,7 @@ class LightEvening : public ::testing::Test {
   }
 
   fs::path home_;
-  EmulatedBus bus_;
+  EmulatedK8062 bus_;
   std::vector<int> channels_;
   std::unique_ptr<dmx::ShowPlan> plan_;
   K8062Decoder::Frame before_{};  ///< where the faders stood when the show began

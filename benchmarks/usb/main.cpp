@@ -14,11 +14,12 @@
 #include <vector>
 
 #include "benchmarks/Report.h"
+#include "benchmarks/usb/K8061Bench.h"
 #include "dmx/ShowFile.h"
 #include "dmx/testing/ShowMaker.h"
 #include "platform/files/testing/TestFolder.h"
 #include "platform/usb/K8062Interface.h"
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedK8062.h"
 #include "program/Program.h"
 #include "ui/forms/frmMain.h"
 
@@ -26,7 +27,7 @@
 
 namespace {
 
-using platform::usb::testing::EmulatedBus;
+using platform::usb::testing::EmulatedK8062;
 using platform::usb::testing::K8062Decoder;
 using namespace std::chrono_literals;
 
@@ -43,7 +44,7 @@ struct Rig {
     });
     if (!shown) std::abort();
   }
-  EmulatedBus bus;
+  EmulatedK8062 bus;
   platform::usb::K8062Interface box;
   int channels;
 };
@@ -107,7 +108,7 @@ void WriteShow(const std::filesystem::path& path, int lit) {
 /// Moments at which frames began to be shown, as a thread of its own saw them.
 class Watch {
  public:
-  explicit Watch(EmulatedBus& bus) : thread_([this, &bus] { Run(bus); }) {}
+  explicit Watch(EmulatedK8062& bus) : thread_([this, &bus] { Run(bus); }) {}
   std::vector<double> Intervals() {
     ending_ = true;
     thread_.join();
@@ -115,7 +116,7 @@ class Watch {
   }
 
  private:
-  void Run(EmulatedBus& bus) {
+  void Run(EmulatedK8062& bus) {
     auto last = std::chrono::steady_clock::now();
     for (bool first = true; !ending_; first = false) {
       const int frames = bus.Box().FramesShown();
@@ -138,7 +139,7 @@ void MeasureBehindTheWindow(int lit, std::vector<bench::Figure>& figures) {
   setenv("XDG_CONFIG_HOME", home.Path().c_str(), 1);
   std::filesystem::create_directories(home / "DMXShows");
   WriteShow(home / "DMXShows" / "Bench.SHW", lit);
-  EmulatedBus bus;
+  EmulatedK8062 bus;
   bus.SetPace(10ms);
   bus.Plug();
   program::Program program(home.Path());
@@ -174,6 +175,7 @@ int main(int argc, char* argv[]) {
   for (const int lit : {27, 168}) MeasureReaction(lit, figures);
   MeasureInterval(27, figures);
   MeasureBehindTheWindow(27, figures);
+  bench::MeasureK8061(figures);
   bench::Print(figures);
   return 0;
 }
