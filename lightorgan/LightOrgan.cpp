@@ -188,7 +188,7 @@ void LightOrgan::LoadBankOf(Side side, int number) {
   std::weak_ptr<int> alive = alive_;
   ports_.banks.Load(side, view_.size, number, [alive, &pattern, wish](StepTable table) {
     if (alive.expired() || pattern.wish != wish) return;
-    pattern.table = std::move(table);
+    pattern.table = std::make_shared<const StepTable>(std::move(table));
     pattern.row = 0;
   });
 }
@@ -196,6 +196,13 @@ void LightOrgan::LoadBankOf(Side side, int number) {
 void LightOrgan::ReloadBanks() {
   if (view_.io_mode == IoMode::Pp) LoadBankOf(Side::Io, view_.io.bank);
   if (view_.dac_mode == DacMode::Pp) LoadBankOf(Side::Dac, view_.dac.bank);
+}
+
+void LightOrgan::TryBank(Side side, std::shared_ptr<const StepTable> table) {
+  Pattern& pattern = side == Side::Io ? io_pattern_ : dac_pattern_;
+  ++pattern.wish;
+  pattern.table = std::move(table);
+  if (pattern.row > pattern.Rows()) pattern.row = 0;
 }
 
 void LightOrgan::SetIoBoardSize(IoBoardSize size) {
@@ -239,12 +246,12 @@ void LightOrgan::LightAll(bool on) {
 }
 
 void LightOrgan::tmrPPio_ThatTime() {
-  const StepTable& table = io_pattern_.table;
-  if (table.Rows() == 0) {
+  if (io_pattern_.Rows() == 0) {
     view_.leds = {};
     for (int board = 0; board < BoardsOf(view_.size); ++board) boards_.ClearBoard(board);
     return;
   }
+  const StepTable& table = *io_pattern_.table;
   io_pattern_.row = NextRow(Side::Io, io_pattern_.row, table.Rows());
   for (int board = 0; board < BoardsOf(view_.size); ++board) {
     boards_.SwitchBoard(board, PatternByte(table, io_pattern_.row, board));
@@ -255,8 +262,8 @@ void LightOrgan::tmrPPio_ThatTime() {
 }
 
 void LightOrgan::tmrDACpp_ThatTime() {
-  const StepTable& table = dac_pattern_.table;
-  if (table.Rows() == 0) return;
+  if (dac_pattern_.Rows() == 0) return;
+  const StepTable& table = *dac_pattern_.table;
   dac_pattern_.row = NextRow(Side::Dac, dac_pattern_.row, table.Rows());
   for (int output = 1; output <= Outputs(); ++output) Dim(output, table.At(dac_pattern_.row, output));
 }
@@ -309,10 +316,12 @@ std::array<float, kMostOutputs> LightOrgan::Levels(Followed& followed, bool ster
 
 bool LightOrgan::BeatHeard() {
   const auto heard = ports_.beats.LastBeat(kAhead);
+  view_.beat_from = heard ? BeatFrom::Grid : BeatFrom::Nothing;
   if (!heard) {
     beat_.reset();
     const std::chrono::microseconds elapsed = SinceLast(last_onset_);
     const auto bins = ports_.spectrum.Spectrum(Channels::Mixed);
+    if (bins) view_.beat_from = BeatFrom::Sound;
     return bins && onsets_.Onset(*bins, elapsed);
   }
   // A deck that was moved, or another deck, comes to another number without a beat.
@@ -365,9 +374,9 @@ void LightOrgan::Recall(const Snapshot& snapshot) {
 }
 
 const LightOrganView& LightOrgan::View() {
-  view_.io.rows = io_pattern_.table.Rows();
+  view_.io.table = io_pattern_.table;
   view_.io.row = io_pattern_.row;
-  view_.dac.rows = dac_pattern_.table.Rows();
+  view_.dac.table = dac_pattern_.table;
   view_.dac.row = dac_pattern_.row;
   view_.boards_in_use = boards_.InUse();
   view_.guard_lifted = guard_.Lifted();
