@@ -13,6 +13,7 @@ namespace {
 constexpr int kHighestLevel = 100;
 constexpr int kHighestValue = 255;
 constexpr int kDefaultSpeed = 60;
+constexpr std::string_view kDefaultMode = "CONSTANT";
 constexpr int kDefaultSpectrumSpeed = 100;
 constexpr std::chrono::milliseconds kFlash{100};
 // Half of the conductor's interval: a beat is met at most so much too early or too late.
@@ -35,6 +36,11 @@ void LightOrgan::Store(std::string_view section, std::string_view key, int value
   ports_.settings.Set(support::kApplication, section, key, std::to_string(value));
 }
 
+void LightOrgan::StoreMode(std::string_view side, std::string_view word) {
+  if (ports_.settings.Get(support::kApplication, "Effects", side, kDefaultMode) == word) return;
+  ports_.settings.Set(support::kApplication, "Effects", side, word);
+}
+
 int LightOrgan::Stored(std::string_view section, std::string_view key, int fallback) const {
   const std::string text = ports_.settings.Get(support::kApplication, section, key, std::to_string(fallback));
   return static_cast<int>(std::clamp<std::int64_t>(support::LeadingInteger(text), 0, 1'000'000));
@@ -47,8 +53,8 @@ void LightOrgan::Start(std::function<void()> no_board) {
     return ports_.settings.Get(support::kApplication, section, key, fallback);
   };
   if (support::EqualsIgnoringCase(text("Setup", "UseK8000", "False"), "True")) SwitchBoards(true);
-  cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", "CONSTANT"))));
-  cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", "CONSTANT"))));
+  cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", kDefaultMode))));
+  cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", kDefaultMode))));
 }
 
 void LightOrgan::ReadSettings() {
@@ -91,7 +97,7 @@ void LightOrgan::cmdK8000(int index) {
 
 void LightOrgan::SetIoMode(IoMode mode) {
   view_.io_mode = mode;
-  ports_.settings.Set(support::kApplication, "Effects", "IO", StoredWord(mode));
+  StoreMode("IO", StoredWord(mode));
   io_timer_.Stop();
   beat_timer_.Stop();
   view_.io.bands = {};
@@ -115,7 +121,7 @@ void LightOrgan::SetIoMode(IoMode mode) {
 
 void LightOrgan::SetDacMode(DacMode mode) {
   view_.dac_mode = mode;
-  ports_.settings.Set(support::kApplication, "Effects", "DAC", StoredWord(mode));
+  StoreMode("DAC", StoredWord(mode));
   dac_timer_.Stop();
   view_.dac.bands = {};
   const support::TimePoint now = ports_.clock.Now();

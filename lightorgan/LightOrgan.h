@@ -113,6 +113,8 @@ class LightOrgan {
   void SetIoMode(IoMode mode);
   void SetDacMode(DacMode mode);
   void Store(std::string_view section, std::string_view key, int value);
+  /// One that stands there already, or by default, is not written.
+  void StoreMode(std::string_view side, std::string_view word);
   [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
   void LoadBankOf(Side side, int number);
   void Light(int output, bool on);
