@@ -224,9 +224,10 @@ void BankEditor::Save() {
                   [editor = QPointer(this), edits = edits_](const support::Result<void>& saved) {
                     if (editor.isNull()) return;
                     if (saved && editor->edits_ == edits) editor->draft_.book.Kept();
-                    editor->Tell(saved ? editor->look_.say(Say::BankSaved) : Decode(saved.Failure().text),
-                                 saved ? editor->look_.skin.dim : editor->look_.skin.danger);
                     editor->ShowActs();
+                    const Skin& skin = editor->look_.skin;
+                    editor->Tell(saved ? editor->look_.say(Say::BankSaved) : Decode(saved.Failure().text),
+                                 saved ? skin.dim : skin.danger);
                     if (editor->play_->isChecked()) editor->Try();
                     Q_EMIT editor->Saved();
                   });

@@ -311,7 +311,7 @@ constexpr Strings::Row kRows[] = {
     {Say::Banks, "Banks", "Banken"},
     {Say::BanksTip, "The banks of the file", "De banken van het bestand"},
     {Say::BankItem, "Bank %1: %2 steps", "Bank %1: %2 stappen"},
-    {Say::BankItemOne, "Bank %1: one step", "Bank %1: één stap"},
+    {Say::BankItemOne, "Bank %1: %2 step", "Bank %1: %2 stap"},
     {Say::BankNew, "New", "Nieuw"},
     {Say::BankNewTip, "Add a bank with one step", "Een bank met één stap toevoegen"},
     {Say::BankCopy, "Copy", "Kopieer"},

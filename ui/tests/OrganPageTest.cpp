@@ -148,6 +148,8 @@ TEST_F(OrganPageTest, TheFlashGuardIsLiftedAfterAQuestionOnlyAndSaysWhenItHolds)
   EXPECT_TRUE(Find<QPushButton>("FlashGuard").isChecked());
   Click("GuardBoxNo");
   EXPECT_FALSE(Lamps().guard_lifted);
+  Push("UseK8000");  // only what goes to boards is guarded
+  Click("MessageClose");
   for (int i = 0; i < 12; ++i) Click("btnOn1");
   EXPECT_EQ(TextOf("FlashGuardHolds"), QStringLiteral("Holds back"));
   Click("FlashGuard");
@@ -247,14 +249,14 @@ TEST_F(BankEditorTest, UnsavedChangesOutliveAQuestionThatIsDeclinedAndAChangeOfL
   Choose("Language", 1);
   Work();
   EXPECT_TRUE(Find<QWidget>("BankEditor").isVisible());
-  EXPECT_EQ(Banks().item(2)->text(), QStringLiteral("Bank 3: één stap"));
+  EXPECT_EQ(Banks().item(2)->text(), QStringLiteral("Bank 3: 1 stap"));
 }
 
 TEST_F(BankEditorTest, AFileThatCannotBeSavedIsToldAndStaysUnsaved) {
   files.SetFull(true);
   Push("BankRemove");
   Push("BankSave");
-  EXPECT_TRUE(TextOf("BankMessage").contains(QStringLiteral("Bank")));
+  EXPECT_TRUE(TextOf("BankMessage").contains(QStringLiteral("BankIO16.txt")));
   EXPECT_TRUE(Find<QPushButton>("BankSave").isEnabled());
 }
 
