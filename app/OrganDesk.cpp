@@ -56,6 +56,7 @@ void OrganDesk::Tick(const WorkstationView& decks) {
   }
   OrganView& view = views_.Draft();
   view.lamps = organ_.View();
+  view.lamps.trouble = context_.say({support::ErrorCode::Unavailable, view.lamps.trouble, view.lamps.saying});
   if (none_found_ && view.lamps.boards_in_use && view.lamps.trouble.empty()) {
     view.lamps.trouble = context_.say(support::Sentence::NoIoBoard);
   }

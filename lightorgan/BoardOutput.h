@@ -32,7 +32,8 @@ class BoardOutput {
   void SwitchBoard(int board, std::uint8_t channels);
   void ClearBoard(int board);
   void Dim(int output, std::int32_t value);
-  [[nodiscard]] std::string Trouble() { return in_use_ ? boards_.Trouble() : std::string(); }
+  /// Also brings the answer that a board still owes. No text: nothing.
+  [[nodiscard]] support::Error Trouble() { return in_use_ ? boards_.Trouble() : support::Error{}; }
 
  private:
   IoBoards& boards_;

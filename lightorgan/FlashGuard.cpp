@@ -7,6 +7,9 @@
 namespace lightorgan {
 namespace {
 
+/// Calls that belong together come closer than this: they are those of one tick.
+constexpr std::chrono::milliseconds kMoment{5};
+
 std::size_t Index(int board, int channel) {
   return static_cast<std::size_t>(board * kBoardChannels + channel - 1) % kMostOutputs;
 }
@@ -23,20 +26,32 @@ bool FlashGuard::MayRise(Rises& rises, support::TimePoint now) {
   return rises.size() < kMostFlashes;
 }
 
+bool FlashGuard::Flash(Outputs moment, Outputs rising) const {
+  const auto many = [this](Outputs outputs) { return static_cast<int>(outputs.count()) * 5 > outputs_; };
+  return many(moment | rising) && !many(moment);
+}
+
+FlashGuard::Outputs FlashGuard::Moment(support::TimePoint now) const {
+  return now - moment_began_ < kMoment ? moment_ : Outputs();
+}
+
 FlashGuard::Outputs FlashGuard::Allowed(Outputs rising) {
   if (lifted_ || rising.none()) return rising;
   const support::TimePoint now = clock_.Now();
   for (std::size_t i = 0; i < rising.size(); ++i) {
     if (rising[i] && !MayRise(each_[i], now)) rising.reset(i);
   }
-  const bool together = static_cast<int>(rising.count()) * 5 > outputs_;
-  return together && !MayRise(together_, now) ? Outputs() : rising;
+  return Flash(Moment(now), rising) && !MayRise(together_, now) ? Outputs() : rising;
 }
 
 void FlashGuard::Rose(Outputs rising) {
+  if (rising.none()) return;
   lit_ |= rising;
   const support::TimePoint now = clock_.Now();
-  if (static_cast<int>(rising.count()) * 5 > outputs_) together_.push_back(now);
+  const Outputs moment = Moment(now);
+  if (moment.none()) moment_began_ = now;
+  moment_ = moment | rising;
+  if (Flash(moment, rising)) together_.push_back(now);
   for (std::size_t i = 0; i < rising.size(); ++i) {
     if (rising[i]) each_[i].push_back(now);
     while (each_[i].size() > kMostFlashes) each_[i].pop_front();

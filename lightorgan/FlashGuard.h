@@ -18,9 +18,9 @@ namespace lightorgan {
 /// epilepsy").
 ///
 /// Law: darkness always passes at once. An output goes on at most four times within any second, and so do
-/// more than a fifth of all outputs together; what has to wait goes on as soon as it may, if it is still
-/// wanted then. With the guard lifted every call passes as it came. Analogue outputs pass. Threads: the
-/// conductor.
+/// more than a fifth of all outputs in one moment, be it in one call or in many; what has to wait goes on as
+/// soon as it may, if it is still wanted then. With the guard lifted every call passes as it came. Analogue
+/// outputs pass. Threads: the conductor.
 class FlashGuard final : public IoBoards {
  public:
   static constexpr int kMostFlashes = 4;
@@ -46,7 +46,7 @@ class FlashGuard final : public IoBoards {
   }
   void ClearAllDigital(int board) override;
   void ClearAllAnalog(int board) override { boards_.ClearAllAnalog(board); }
-  [[nodiscard]] std::string Trouble() override { return boards_.Trouble(); }
+  [[nodiscard]] support::Error Trouble() override { return boards_.Trouble(); }
 
  private:
   using Outputs = std::bitset<kMostOutputs>;
@@ -55,6 +55,10 @@ class FlashGuard final : public IoBoards {
   /// Of those that want to rise now.
   [[nodiscard]] Outputs Allowed(Outputs rising);
   void Rose(Outputs rising);
+  /// What rises makes a flash of the moment.
+  [[nodiscard]] bool Flash(Outputs moment, Outputs rising) const;
+  /// What rose just now, in calls before.
+  [[nodiscard]] Outputs Moment(support::TimePoint now) const;
   [[nodiscard]] static bool MayRise(Rises& rises, support::TimePoint now);
 
   IoBoards& boards_;
@@ -65,6 +69,8 @@ class FlashGuard final : public IoBoards {
   Outputs lit_;
   std::array<Rises, kMostOutputs> each_;
   Rises together_;
+  Outputs moment_;
+  support::TimePoint moment_began_{};
 };
 
 }  // namespace lightorgan

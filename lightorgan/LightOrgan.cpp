@@ -52,7 +52,7 @@ void LightOrgan::Start(std::function<void()> no_board) {
   const auto text = [this](std::string_view section, std::string_view key, std::string_view fallback) {
     return ports_.settings.Get(support::kApplication, section, key, fallback);
   };
-  if (support::EqualsIgnoringCase(text("Setup", "UseK8000", "False"), "True")) SwitchBoards(true);
+  if (support::EqualsIgnoringCase(text("Setup", "UseK8000", "False"), "True")) OpenBoards();
   cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", kDefaultMode))));
   cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", kDefaultMode))));
 }
@@ -226,6 +226,15 @@ void LightOrgan::SetIoBoardSize(IoBoardSize size) {
 
 void LightOrgan::SwitchBoards(bool on) {
   if (!on) return boards_.SwitchOff();
+  OpenBoards();
+  // What was moved without them.
+  for (int output = 1; output <= Outputs(); ++output) {
+    boards_.Switch(output, view_.leds[At(output)]);
+    boards_.Dim(output, view_.values[At(output)]);
+  }
+}
+
+void LightOrgan::OpenBoards() {
   boards_.SwitchOn([this] {
     if (no_board_) no_board_();
   });
@@ -384,10 +393,12 @@ const LightOrganView& LightOrgan::View() {
   view_.io.row = io_pattern_.row;
   view_.dac.table = dac_pattern_.table;
   view_.dac.row = dac_pattern_.row;
-  view_.boards_in_use = boards_.InUse();
   view_.guard_lifted = guard_.Lifted();
   view_.guard_holds = guard_.Holding();
-  view_.trouble = boards_.Trouble();
+  support::Error trouble = boards_.Trouble();
+  view_.boards_in_use = boards_.InUse();
+  view_.trouble = std::move(trouble.text);
+  view_.saying = std::move(trouble.saying);
   return view_;
 }
 

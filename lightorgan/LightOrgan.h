@@ -60,7 +60,8 @@ struct LightOrganView {
   bool guard_lifted = false;
   bool guard_holds = false;  ///< the flash guard keeps an output dark now
   BeatFrom beat_from = BeatFrom::Nothing;
-  std::string trouble;  ///< a sentence about the boards, or empty
+  std::string trouble;     ///< a sentence about the boards, or empty
+  support::Saying saying;  ///< the same in the language chosen
 };
 
 /// The light organ: switched and analogue outputs that follow the music, each side in one of its modes.
@@ -116,6 +117,7 @@ class LightOrgan {
   /// One that stands there already, or by default, is not written.
   void StoreMode(std::string_view side, std::string_view word);
   [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
+  void OpenBoards();
   void LoadBankOf(Side side, int number);
   void Light(int output, bool on);
   void Dim(int output, int value);

@@ -172,6 +172,26 @@ constexpr Row kRows[] = {
      "\"%1\" is er niet; het wordt met de K8062 meegeleverd."},
     {Sentence::BoxLibraryUnknown, "\"%1\" is not the library of the K8062.",
      "\"%1\" is niet de bibliotheek van de K8062."},
+    {Sentence::BoardNoRights,
+     "A K8061 is there, but this user may not open it; see the README on USB rights.",
+     "Er is een K8061, maar deze gebruiker mag hem niet openen; zie de README over USB-rechten."},
+    {Sentence::BoardDoesNotAnswer, "A K8061 does not answer (%1).", "Een K8061 antwoordt niet (%1)."},
+    {Sentence::NoBoard, "No K8061 is plugged in.", "Er is geen K8061 aangesloten."},
+    {Sentence::BoardNoPower, "The K8061 with address %1 is there, but its 12 V supply is off.",
+     "De K8061 met adres %1 is er, maar zijn 12 V-voeding staat uit."},
+    {Sentence::BoardOtherAddress,
+     "A K8061 is set to address %1; its jumpers have to say 0 (outputs 1 to 8) or 1 (outputs 9 to 16).",
+     "Een K8061 staat op adres %1; de jumpers moeten op 0 (uitgang 1 tot 8) of 1 (uitgang 9 tot 16) staan."},
+    {Sentence::BoardsAtOneAddress,
+     "Two K8061 boards are set to address %1; only one of them is used until the other's jumpers change.",
+     "Twee K8061-kaarten staan op adres %1; er wordt er één gebruikt tot de jumpers van de andere anders "
+     "staan."},
+    {Sentence::BoardMissing, "The K8061 with address %1 is not plugged in.",
+     "De K8061 met adres %1 is niet aangesloten."},
+    {Sentence::BoardLibraryMissing, "\"%1\" is not there; it comes with the K8061.",
+     "\"%1\" is er niet; het wordt met de K8061 meegeleverd."},
+    {Sentence::BoardLibraryUnknown, "\"%1\" is not the library of the K8061.",
+     "\"%1\" is niet de bibliotheek van de K8061."},
 };
 
 template <typename Parts>

@@ -101,6 +101,15 @@ enum class Sentence : int {
   BoxLibraryOtherKind,
   BoxLibraryMissing,
   BoxLibraryUnknown,
+  BoardNoRights,
+  BoardDoesNotAnswer,
+  NoBoard,
+  BoardNoPower,
+  BoardOtherAddress,
+  BoardsAtOneAddress,
+  BoardMissing,
+  BoardLibraryMissing,
+  BoardLibraryUnknown,
 };
 
 /// The rooms' sentences in the language chosen.

@@ -8,14 +8,15 @@
 #include <vector>
 
 #include "benchmarks/Report.h"
+#include "benchmarks/usb/K8061Bench.h"
 #include "platform/usb/K8062Interface.h"
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedK8062.h"
 
 // A program of its own, as it runs with the emulation preloaded.
 
 namespace {
 
-using platform::usb::testing::EmulatedBus;
+using platform::usb::testing::EmulatedK8062;
 using platform::usb::testing::K8062Decoder;
 using namespace std::chrono_literals;
 
@@ -32,7 +33,7 @@ struct Rig {
     });
     if (!shown) std::abort();
   }
-  EmulatedBus bus;
+  EmulatedK8062 bus;
   platform::usb::K8062Interface box;
   int channels;
 };
@@ -89,6 +90,7 @@ int main() {
   std::vector<bench::Figure> figures;
   for (const int lit : {27, 168}) MeasureReaction(lit, figures);
   MeasureInterval(27, figures);
+  bench::MeasureK8061(figures);
   bench::Print(figures);
   return 0;
 }

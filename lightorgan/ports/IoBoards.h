@@ -4,7 +4,8 @@
 
 #include <cstdint>
 #include <functional>
-#include <string>
+
+#include "support/Result.h"
 
 namespace lightorgan {
 
@@ -19,8 +20,8 @@ class IoBoards {
  public:
   virtual ~IoBoards() = default;
 
-  /// Opens every board. done is called once, on the caller's thread and perhaps later, with 0 or more, or
-  /// with kNoBoard.
+  /// Opens every board. done is called once, on the caller's thread, in this call or in a later Trouble, with
+  /// the lowest number opened or with kNoBoard.
   virtual void OpenDevice(std::function<void(std::int32_t result)> done) = 0;
   /// What was sent before goes out first.
   virtual void CloseDevices() = 0;
@@ -33,8 +34,9 @@ class IoBoards {
   virtual void ClearAllDigital(int board) = 0;
   virtual void ClearAllAnalog(int board) = 0;
 
-  /// What the user has to know of the boards now, in one sentence, or empty.
-  [[nodiscard]] virtual std::string Trouble() { return {}; }
+  /// What the user has to know of the boards now; no text: nothing. Called at every tick while boards are in
+  /// use.
+  [[nodiscard]] virtual support::Error Trouble() { return {}; }
 };
 
 }  // namespace lightorgan

@@ -41,6 +41,29 @@ TEST_F(FlashGuardTest, FourFlashesASecondPassAsTheyCameAndNoMore) {
   EXPECT_LE(Flashes(milliseconds(30), milliseconds(5'000)), 20);
 }
 
+TEST_F(FlashGuardTest, WhatRisesInOneMomentIsOneFlashHoweverManyCallsItTakes) {
+  guard_.SetSize(IoBoardSize::Two);
+  for (int flash = 0; flash < 20; ++flash) {
+    for (const int level : {0xFF, 0}) {
+      for (const int board : {0, 1}) guard_.OutputAllDigital(board, static_cast<std::uint8_t>(level));
+      EXPECT_EQ(boards_.lit.count(), level == 0 ? 0U : 16U) << flash;
+      clock_.Advance(milliseconds(130));
+    }
+  }
+}
+
+TEST_F(FlashGuardTest, ManyLampsThatAreCalledOneByOneFlashNoMoreOftenThanTogether) {
+  int flashes = 0;
+  for (int half = 0; half < 80; ++half) {  // eight halves a second
+    const int first = half % 2 == 0 ? 1 : 5;
+    for (int channel = first; channel < first + 4; ++channel) guard_.SetDigitalChannel(0, channel);
+    if (boards_.lit.count() > 1) ++flashes;
+    for (int channel = 1; channel <= 8; ++channel) guard_.ClearDigitalChannel(0, channel);
+    clock_.Advance(milliseconds(125));
+  }
+  EXPECT_EQ(flashes, 40);
+}
+
 TEST_F(FlashGuardTest, TheLiftedGuardPassesEveryCall) {
   guard_.Lift(true);
   EXPECT_EQ(Flashes(milliseconds(30), milliseconds(6'000)), 100);

@@ -4,7 +4,6 @@
 
 #include <libusb.h>
 
-#include <cstddef>
 #include <span>
 #include <string>
 
@@ -13,35 +12,15 @@
 namespace platform::usb {
 namespace {
 
-constexpr int kVendor = 0x10CF;
 constexpr int kProduct = 0x8062;
 constexpr int kInterface = 0;
 constexpr unsigned kTimeoutMs = 100;
 constexpr int kTries = 5;
 
-/// The devices at the bus now.
-class DeviceList {
- public:
-  explicit DeviceList(libusb_context* context) : count_(libusb_get_device_list(context, &list_)) {}
-  ~DeviceList() {
-    if (count_ >= 0) libusb_free_device_list(list_, 1);
-  }
-  DeviceList(const DeviceList&) = delete;
-  DeviceList& operator=(const DeviceList&) = delete;
-
-  [[nodiscard]] std::span<libusb_device*> All() const {
-    return {list_, count_ > 0 ? static_cast<std::size_t>(count_) : 0};
-  }
-
- private:
-  libusb_device** list_ = nullptr;
-  ssize_t count_;
-};
-
 bool IsOurProduct(libusb_device* device) {
   libusb_device_descriptor descriptor{};
   return libusb_get_device_descriptor(device, &descriptor) == LIBUSB_SUCCESS &&
-         descriptor.idVendor == kVendor && descriptor.idProduct == kProduct;
+         descriptor.idVendor == kVelleman && descriptor.idProduct == kProduct;
 }
 
 support::Error Trouble(int code) {
@@ -53,18 +32,6 @@ support::Error Trouble(int code) {
 }
 
 }  // namespace
-
-support::Result<std::unique_ptr<UsbContext>> UsbContext::Open() {
-  libusb_context* context = nullptr;
-  const int code = libusb_init(&context);
-  if (code == LIBUSB_SUCCESS) return std::unique_ptr<UsbContext>(new UsbContext(context));
-  return support::Failed(support::ErrorCode::Unavailable, support::Sentence::UsbNotUsable,
-                         {libusb_strerror(code)});
-}
-
-UsbContext::~UsbContext() {
-  libusb_exit(context_);
-}
 
 K8062Box::Endpoint K8062Box::EndpointOf(libusb_device* device) {
   libusb_config_descriptor* config = nullptr;
@@ -97,7 +64,7 @@ support::Result<std::unique_ptr<K8062Box>> K8062Box::Open(libusb_device* device,
 
 support::Result<std::unique_ptr<K8062Box>> K8062Box::Find(const UsbContext& usb) {
   support::Error error = support::Failed(support::ErrorCode::NotFound, support::Sentence::NoBox);
-  const DeviceList devices(usb.Handle());
+  const UsbDevices devices(usb);
   for (libusb_device* device : devices.All()) {
     if (!IsOurProduct(device)) continue;
     const Endpoint endpoint = EndpointOf(device);

@@ -5,28 +5,13 @@
 #include <memory>
 
 #include "platform/usb/K8062Frame.h"
+#include "platform/usb/UsbBus.h"
 #include "support/Result.h"
 
-struct libusb_context;
 struct libusb_device;
 struct libusb_device_handle;
 
 namespace platform::usb {
-
-/// libusb, from its start to its end. Threads: the library takes any.
-class UsbContext {
- public:
-  [[nodiscard]] static support::Result<std::unique_ptr<UsbContext>> Open();
-  ~UsbContext();
-  UsbContext(const UsbContext&) = delete;
-  UsbContext& operator=(const UsbContext&) = delete;
-
-  [[nodiscard]] libusb_context* Handle() const { return context_; }
-
- private:
-  explicit UsbContext(libusb_context* context) : context_(context) {}
-  libusb_context* context_;
-};
 
 /// A K8062 that is open for sending.
 ///

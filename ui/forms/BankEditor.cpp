@@ -9,6 +9,7 @@
 #include <QListWidget>
 #include <QPointer>
 #include <QPushButton>
+#include <QStyle>
 #include <QTableView>
 #include <algorithm>
 #include <utility>
@@ -30,6 +31,7 @@ using lightorgan::Side;
 
 constexpr double kRowEms = 1.9;
 constexpr double kColumnEms = 2.4;
+constexpr double kFurtherEms = 9;
 
 QHBoxLayout* Row() {
   auto* row = new QHBoxLayout;
@@ -179,11 +181,22 @@ void BankEditor::Open() {
   draft_.open = true;
   ShowDialog(*this, *parentWidget());
   SetKind(*play_, "lamp1");
+  play_->style()->polish(play_);
   resize(Em(*this, 74), Em(*this, 36));
   steps_->verticalHeader()->setDefaultSectionSize(Em(*this, kRowEms));
   steps_->verticalHeader()->setMinimumWidth(Em(*this, 3.2));
   steps_->horizontalHeader()->setMinimumSectionSize(Em(*this, kColumnEms));
+  SizeColumns();
   raise();
+}
+
+void BankEditor::SizeColumns() {
+  QHeaderView& head = *steps_->horizontalHeader();
+  for (int column = 0; column < model_.columnCount(); ++column) {
+    const bool output = column < draft_.book.Outputs();
+    head.setSectionResizeMode(column, output ? QHeaderView::Stretch : QHeaderView::Fixed);
+    if (!output) head.resizeSection(column, Em(*this, kFurtherEms));
+  }
 }
 
 void BankEditor::Leave(std::function<void()> then) {
@@ -304,6 +317,7 @@ void BankEditor::ShowSteps() {
   const bool io = draft_.book.WhichSide() == Side::Io;
   Name(*steps_, QStringLiteral("BankSteps"), look_.say(Say::BankSteps),
        look_.say(io ? Say::BankStepsTip : Say::BankValuesTip));
+  SizeColumns();
   if (model_.rowCount() > 0) steps_->setCurrentIndex(model_.index(0, 0));
   ShowActs();
   if (play_->isChecked()) Try();

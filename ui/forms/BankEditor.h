@@ -77,6 +77,7 @@ class BankEditor final : public QDialog {
   void RemoveBank();
   void ShowBanks(std::size_t chosen);
   void ShowSteps();
+  void SizeColumns();
   void Changed();
   void ShowActs();
   void Play(bool on);

@@ -7,7 +7,7 @@
 #include "dmx/OutputStage.h"
 #include "dmx/ShowPlayer.h"
 #include "dmx/testing/ShowMaker.h"
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedK8062.h"
 #include "support/testing/FakeClock.h"
 
 namespace platform::usb {
@@ -15,7 +15,7 @@ namespace {
 
 using namespace std::chrono_literals;
 using State = dmx::DmxInterfaceStatus::State;
-using testing::EmulatedBus;
+using testing::EmulatedK8062;
 using testing::K8062Decoder;
 
 /// The real adapter at an emulated bus, behind the output stage and the faders.
@@ -37,7 +37,7 @@ class K8062InterfaceTest : public ::testing::Test {
   /// The interface is gone, and with it all it had to send.
   void Quit() { wire_.reset(); }
 
-  EmulatedBus bus_;
+  EmulatedK8062 bus_;
   std::unique_ptr<K8062Interface> wire_ = std::make_unique<K8062Interface>();
   dmx::OutputStage stage_{*wire_};
   dmx::Universe universe_{stage_};
@@ -125,7 +125,7 @@ TEST_F(K8062InterfaceTest, ADriverOfTheSystemsIsPutAsideAndComesBack) {
 }
 
 TEST_F(K8062InterfaceTest, AnIoBoardWithTheSameNumberIsLeftAlone) {
-  bus_.Plug(EmulatedBus::Board::K8061);
+  bus_.Plug(EmulatedK8062::Board::K8061);
   Start();
   while (wire_->Status().text.empty() && bus_.Box().Packets() == 0) std::this_thread::yield();
   EXPECT_EQ(wire_->Status().text, "No K8062 is plugged in.");

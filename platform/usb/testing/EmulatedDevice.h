@@ -6,34 +6,43 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
+#include <vector>
 
-#include "platform/usb/testing/K8062Decoder.h"
 #include "support/Mutex.h"
 
 namespace platform::usb::testing {
 
-/// A USB bus of the test's own, where a K8062 can be plugged in and pulled out.
-///
-/// It answers what libusb asks the system for; the library and the adapter above it are the real ones. The
-/// test program runs with umockdev preloaded, as ctest starts it. Threads: any; the bus has one of its own.
+/// A USB bus of the test's own. The test program runs with umockdev preloaded, as ctest starts it.
 class EmulatedBus {
  public:
-  /// What is at the plug.
-  enum class Board {
-    K8062,  ///< HID, takes eight bytes
-    K8061,  ///< bears the same number when it is set to the second address; takes 64
-  };
-
   EmulatedBus();
   ~EmulatedBus();
   EmulatedBus(const EmulatedBus&) = delete;
   EmulatedBus& operator=(const EmulatedBus&) = delete;
 
-  void Plug(Board board = Board::K8062);
+  [[nodiscard]] UMockdevTestbed* Bed() const { return bed_; }
+
+ private:
+  UMockdevTestbed* bed_;
+};
+
+/// A device that can be plugged in at the emulated bus and pulled out.
+///
+/// It answers what libusb asks the system for; the library and the adapter above it are the real ones.
+/// Threads: any; the bus has one of its own.
+class EmulatedDevice {
+ public:
+  EmulatedDevice(EmulatedBus& bus, int number);
+  virtual ~EmulatedDevice();
+  EmulatedDevice(const EmulatedDevice&) = delete;
+  EmulatedDevice& operator=(const EmulatedDevice&) = delete;
+
   /// From now on every transfer fails, as without the device.
   void Unplug();
   /// The same, by itself, as soon as this many more packets have come.
@@ -45,31 +54,49 @@ class EmulatedBus {
   /// The next transfer fails at its end, and the device stays.
   void FailOnce();
 
-  /// What the box says, at any moment; false when it does not say so within five seconds.
-  bool WaitUntil(const std::function<bool(const K8062Decoder&)>& condition);
-  [[nodiscard]] K8062Decoder Box();
   [[nodiscard]] int DriversDetached();
   [[nodiscard]] int DriversAttached();
+
+ protected:
+  struct Kind {
+    int product;
+    bool hid;  ///< takes eight bytes, else 64
+  };
+  void PlugIn(Kind kind);
+  /// Comes true within five seconds. condition() is called with the device at rest.
+  [[nodiscard]] bool Comes(const std::function<bool()>& condition);
+
+  virtual void Reset() DJ_REQUIRES(mutex_) = 0;
+  virtual void Take(std::span<const std::uint8_t> packet) DJ_REQUIRES(mutex_) = 0;
+  /// What is to be read now.
+  virtual std::optional<std::vector<std::uint8_t>> Give() DJ_REQUIRES(mutex_) { return std::nullopt; }
+
+  support::Mutex mutex_;
 
  private:
   struct Pending {
     UMockdevIoctlData* request = nullptr;
+    std::uint8_t* buffer = nullptr;
     std::chrono::steady_clock::time_point ready;
     bool discarded = false;
   };
 
+  [[nodiscard]] std::string Description(Kind kind) const;
   static gboolean OnCall(UMockdevIoctlBase* base, UMockdevIoctlClient* client, void* self);
   gboolean Answer(UMockdevIoctlClient* client);
   void Submit(UMockdevIoctlClient* client) DJ_REQUIRES(mutex_);
+  void TakePacket(Pending& pending) DJ_REQUIRES(mutex_);
   bool Discard(UMockdevIoctlClient* client) DJ_REQUIRES(mutex_);
   /// Errno; 0 when a request was handed back.
   int Reap(UMockdevIoctlClient* client) DJ_REQUIRES(mutex_);
+  bool Complete(Pending& pending) DJ_REQUIRES(mutex_);
   int DriverCall(UMockdevIoctlClient* client) DJ_REQUIRES(mutex_);
 
   UMockdevTestbed* bed_;
-  support::Mutex mutex_;
+  const int number_;
+  const std::string node_;
+  const std::string path_;
   std::condition_variable changed_;
-  K8062Decoder box_ DJ_GUARDED_BY(mutex_);
   std::deque<Pending> pending_ DJ_GUARDED_BY(mutex_);
   bool gone_ DJ_GUARDED_BY(mutex_) = true;
   bool fail_once_ DJ_GUARDED_BY(mutex_) = false;

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "platform/usb/testing/EmulatedBus.h"
+#include "platform/usb/testing/EmulatedDevice.h"
 
 // The second needs the first.
 #include <sys/ioctl.h>
@@ -8,7 +8,7 @@
 #include <linux/usbdevice_fs.h>
 
 #include <algorithm>
-#include <array>
+#include <cassert>
 #include <cerrno>
 #include <cstddef>
 #include <cstring>
@@ -19,19 +19,16 @@
 namespace platform::usb::testing {
 namespace {
 
-constexpr const char* kNode = "/dev/bus/usb/001/002";
-constexpr const char* kPath = "/sys/devices/pci0000:00/0000:00:14.0/usb1/1-2";
-
 using Bytes = std::initializer_list<std::uint8_t>;
 
 /// Device, configuration, interface and its two endpoints, as the standard lays them out.
-std::string Descriptors(EmulatedBus::Board board) {
-  const bool hid = board == EmulatedBus::Board::K8062;
+std::string Descriptors(int product, bool hid) {
   const std::uint8_t size = hid ? 8 : 64;
   const std::uint8_t type = hid ? 3 : 2;  // interrupt or bulk
   const std::uint8_t interface_class = hid ? 3 : 0xFF;
   const std::uint8_t total = hid ? 41 : 32;
-  std::vector<std::uint8_t> bytes{18,   1, 0, 2,    0,  0, 0, size, 0xCF, 0x10,  0x62,
+  const auto low = static_cast<std::uint8_t>(product & 0xFF);
+  std::vector<std::uint8_t> bytes{18,   1, 0, 2,    0,  0, 0, size, 0xCF, 0x10,  low,
                                   0x80, 0, 1, 0,    0,  0, 1, 9,    2,    total, 0,
                                   1,    1, 0, 0x80, 50, 9, 4, 0,    0,    2,     interface_class,
                                   0,    0, 0};
@@ -49,16 +46,6 @@ std::string Descriptors(EmulatedBus::Board board) {
   return text;
 }
 
-std::string Description(EmulatedBus::Board board) {
-  return "P: /devices/pci0000:00/0000:00:14.0/usb1/1-2\nN: bus/usb/001/002=" + Descriptors(board) +
-         "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: DEVNAME=/dev/bus/usb/001/002\nE: BUSNUM=001\n"
-         "E: DEVNUM=002\nE: MAJOR=189\nE: MINOR=1\nA: busnum=1\\n\nA: devnum=2\\n\nA: speed=1.5\\n\n"
-         "A: bConfigurationValue=1\\n\nA: bNumConfigurations=1\\n\nA: idVendor=10cf\\n\nA: "
-         "idProduct=8062\\n\n"
-         "H: descriptors=" +
-         Descriptors(board) + "\n";
-}
-
 template <typename T>
 T* Resolved(UMockdevIoctlData* data, std::size_t offset, std::size_t size) {
   UMockdevIoctlData* inner = umockdev_ioctl_data_resolve(data, offset, size, nullptr);
@@ -74,86 +61,104 @@ EmulatedBus::EmulatedBus() : bed_(umockdev_testbed_new()) {
 }
 
 EmulatedBus::~EmulatedBus() {
-  Unplug();
   g_object_unref(bed_);
 }
 
-void EmulatedBus::Plug(Board board) {
+EmulatedDevice::EmulatedDevice(EmulatedBus& bus, int number)
+    : bed_(bus.Bed()),
+      number_(number),
+      node_("/dev/bus/usb/001/00" + std::to_string(number)),
+      path_("/sys/devices/pci0000:00/0000:00:14.0/usb1/1-" + std::to_string(number)) {
+  assert(number >= 2 && number <= 9);
+}
+
+EmulatedDevice::~EmulatedDevice() {
+  Unplug();
+}
+
+std::string EmulatedDevice::Description(Kind kind) const {
+  const std::string descriptors = Descriptors(kind.product, kind.hid);
+  const std::string number = std::to_string(number_);
+  return "P: " + path_.substr(4) + "\nN: bus/usb/001/00" + number + "=" + descriptors +
+         "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: DEVNAME=" + node_ + "\nE: BUSNUM=001\nE: DEVNUM=00" +
+         number + "\nE: MAJOR=189\nE: MINOR=" + std::to_string(number_ - 1) +
+         "\nA: busnum=1\\n\nA: devnum=" + number + "\\n\nA: speed=" + (kind.hid ? "1.5" : "12") +
+         "\\n\nA: bConfigurationValue=1\\n\nA: bNumConfigurations=1\\n\nA: idVendor=10cf\\n\nA: "
+         "idProduct=806" +
+         std::to_string(kind.product & 15) + "\\n\nH: descriptors=" + descriptors + "\n";
+}
+
+void EmulatedDevice::PlugIn(Kind kind) {
   {
     support::MutexLock lock(mutex_);
     gone_ = false;
-    box_.Reset();
+    Reset();
   }
   calls_ = umockdev_ioctl_base_new();
-  g_signal_connect(calls_, "handle-ioctl", G_CALLBACK(&EmulatedBus::OnCall), this);
+  g_signal_connect(calls_, "handle-ioctl", G_CALLBACK(&EmulatedDevice::OnCall), this);
   // First, so that whoever finds the device is answered.
-  umockdev_testbed_attach_ioctl(bed_, kNode, calls_, nullptr);
-  umockdev_testbed_add_from_string(bed_, Description(board).c_str(), nullptr);
-  umockdev_testbed_uevent(bed_, kPath, "add");
+  umockdev_testbed_attach_ioctl(bed_, node_.c_str(), calls_, nullptr);
+  umockdev_testbed_add_from_string(bed_, Description(kind).c_str(), nullptr);
+  umockdev_testbed_uevent(bed_, path_.c_str(), "add");
 }
 
-void EmulatedBus::Unplug() {
+void EmulatedDevice::Unplug() {
   {
     support::MutexLock lock(mutex_);
     gone_ = true;
   }
   if (calls_ == nullptr) return;
-  umockdev_testbed_uevent(bed_, kPath, "remove");
-  umockdev_testbed_remove_device(bed_, kPath);
-  umockdev_testbed_detach_ioctl(bed_, kNode, nullptr);
+  umockdev_testbed_uevent(bed_, path_.c_str(), "remove");
+  umockdev_testbed_remove_device(bed_, path_.c_str());
+  umockdev_testbed_detach_ioctl(bed_, node_.c_str(), nullptr);
   g_clear_object(&calls_);
 }
 
-void EmulatedBus::PullAfter(int packets) {
+void EmulatedDevice::PullAfter(int packets) {
   support::MutexLock lock(mutex_);
   pull_after_ = packets;
 }
 
-void EmulatedBus::BindDriver() {
+void EmulatedDevice::BindDriver() {
   support::MutexLock lock(mutex_);
   driver_bound_ = true;
 }
 
-void EmulatedBus::SetPace(std::chrono::milliseconds pace) {
+void EmulatedDevice::SetPace(std::chrono::milliseconds pace) {
   support::MutexLock lock(mutex_);
   pace_ = pace;
 }
 
-void EmulatedBus::FailOnce() {
+void EmulatedDevice::FailOnce() {
   support::MutexLock lock(mutex_);
   fail_once_ = true;
 }
 
-bool EmulatedBus::WaitUntil(const std::function<bool(const K8062Decoder&)>& condition) {
+bool EmulatedDevice::Comes(const std::function<bool()>& condition) {
   const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(5);
   support::MutexLock lock(mutex_);
-  while (!condition(box_)) {
+  while (!condition()) {
     if (std::chrono::steady_clock::now() >= deadline) return false;
     lock.WaitUntil(changed_, deadline);
   }
   return true;
 }
 
-K8062Decoder EmulatedBus::Box() {
-  support::MutexLock lock(mutex_);
-  return box_;
-}
-
-int EmulatedBus::DriversDetached() {
+int EmulatedDevice::DriversDetached() {
   support::MutexLock lock(mutex_);
   return detached_;
 }
 
-int EmulatedBus::DriversAttached() {
+int EmulatedDevice::DriversAttached() {
   support::MutexLock lock(mutex_);
   return attached_;
 }
 
-gboolean EmulatedBus::OnCall(UMockdevIoctlBase*, UMockdevIoctlClient* client, void* self) {
-  return static_cast<EmulatedBus*>(self)->Answer(client);
+gboolean EmulatedDevice::OnCall(UMockdevIoctlBase*, UMockdevIoctlClient* client, void* self) {
+  return static_cast<EmulatedDevice*>(self)->Answer(client);
 }
 
-gboolean EmulatedBus::Answer(UMockdevIoctlClient* client) {
+gboolean EmulatedDevice::Answer(UMockdevIoctlClient* client) {
   const auto done = [&](int error) {
     umockdev_ioctl_client_complete(client, error == 0 ? 0 : -1, error);
     return TRUE;
@@ -175,6 +180,7 @@ gboolean EmulatedBus::Answer(UMockdevIoctlClient* client) {
     case USBDEVFS_IOCTL:
       return done(DriverCall(client));
     case USBDEVFS_RELEASEINTERFACE:
+    case USBDEVFS_CLEAR_HALT:
       return done(0);
     case USBDEVFS_SUBMITURB:
       Submit(client);
@@ -186,7 +192,7 @@ gboolean EmulatedBus::Answer(UMockdevIoctlClient* client) {
   }
 }
 
-int EmulatedBus::DriverCall(UMockdevIoctlClient* client) {
+int EmulatedDevice::DriverCall(UMockdevIoctlClient* client) {
   UMockdevIoctlData* argument = umockdev_ioctl_client_get_arg(client);
   const gulong request = umockdev_ioctl_client_get_request(client);
   if (request == USBDEVFS_GETDRIVER) {
@@ -204,26 +210,32 @@ int EmulatedBus::DriverCall(UMockdevIoctlClient* client) {
   return 0;
 }
 
-void EmulatedBus::Submit(UMockdevIoctlClient* client) {
+void EmulatedDevice::Submit(UMockdevIoctlClient* client) {
   UMockdevIoctlData* request =
       umockdev_ioctl_data_resolve(umockdev_ioctl_client_get_arg(client), 0, sizeof(usbdevfs_urb), nullptr);
   auto* urb = reinterpret_cast<usbdevfs_urb*>(request->data);
   const auto size = static_cast<std::size_t>(urb->buffer_length);
-  const auto* bytes = Resolved<std::uint8_t>(request, offsetof(usbdevfs_urb, buffer), size);
+  Pending pending{request, Resolved<std::uint8_t>(request, offsetof(usbdevfs_urb, buffer), size), {}, false};
+  if ((urb->endpoint & 0x80) == 0) TakePacket(pending);
+  pending_.push_back(pending);
+  changed_.notify_all();
+}
+
+void EmulatedDevice::TakePacket(Pending& pending) {
+  auto* urb = reinterpret_cast<usbdevfs_urb*>(pending.request->data);
   urb->status = fail_once_ ? -EPIPE : 0;
   urb->actual_length = fail_once_ ? 0 : urb->buffer_length;
-  if (!fail_once_) box_.Take({bytes, size});
+  if (!fail_once_) Take({pending.buffer, static_cast<std::size_t>(urb->buffer_length)});
   fail_once_ = false;
   if (pull_after_ && --*pull_after_ <= 0) {
     gone_ = true;
     pull_after_.reset();
   }
   next_slot_ = std::max(next_slot_, std::chrono::steady_clock::now()) + pace_;
-  pending_.push_back({request, next_slot_, false});
-  changed_.notify_all();
+  pending.ready = next_slot_;
 }
 
-bool EmulatedBus::Discard(UMockdevIoctlClient* client) {
+bool EmulatedDevice::Discard(UMockdevIoctlClient* client) {
   gulong wanted = 0;
   std::memcpy(&wanted, umockdev_ioctl_client_get_arg(client)->data, sizeof wanted);
   const auto found = std::find_if(pending_.begin(), pending_.end(), [&](const Pending& pending) {
@@ -234,22 +246,35 @@ bool EmulatedBus::Discard(UMockdevIoctlClient* client) {
   return true;
 }
 
-int EmulatedBus::Reap(UMockdevIoctlClient* client) {
-  if (pending_.empty()) return gone_ ? ENODEV : EAGAIN;
-  const Pending pending = pending_.front();
-  const bool over = gone_ || pending.discarded;
-  if (!over && pace_.count() > 0 && pending.ready > std::chrono::steady_clock::now()) return EAGAIN;
-  pending_.pop_front();
+bool EmulatedDevice::Complete(Pending& pending) {
   auto* urb = reinterpret_cast<usbdevfs_urb*>(pending.request->data);
-  if (over) {
+  if (gone_ || pending.discarded) {
     urb->status = gone_ ? -ESHUTDOWN : -ENOENT;
     urb->actual_length = 0;
+    return true;
   }
+  if ((urb->endpoint & 0x80) == 0)
+    return pace_.count() == 0 || pending.ready <= std::chrono::steady_clock::now();
+  const auto answer = Give();
+  if (!answer) return false;
+  const std::size_t bytes = std::min(answer->size(), static_cast<std::size_t>(urb->buffer_length));
+  std::copy_n(answer->begin(), bytes, pending.buffer);
+  urb->status = 0;
+  urb->actual_length = static_cast<int>(bytes);
+  return true;
+}
+
+int EmulatedDevice::Reap(UMockdevIoctlClient* client) {
+  auto done = pending_.begin();
+  while (done != pending_.end() && !Complete(*done)) ++done;
+  if (done == pending_.end()) return gone_ ? ENODEV : EAGAIN;
+  UMockdevIoctlData* request = done->request;
+  pending_.erase(done);
   UMockdevIoctlData* place =
       umockdev_ioctl_data_resolve(umockdev_ioctl_client_get_arg(client), 0, sizeof(gpointer), nullptr);
-  umockdev_ioctl_data_set_ptr(place, 0, pending.request);
+  umockdev_ioctl_data_set_ptr(place, 0, request);
   g_object_unref(place);
-  g_object_unref(pending.request);
+  g_object_unref(request);
   return 0;
 }
 
