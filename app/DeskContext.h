@@ -31,7 +31,8 @@ struct DeskContext {
   std::shared_ptr<Mailbox> conductor;
   std::shared_ptr<Mailbox> window;
   const support::Sentences& say;
-  std::function<void(std::string)> tell;  ///< a sentence to the status line, from any thread
+  std::function<void(std::string)> tell;    ///< a sentence to the status line, from any thread
+  std::function<void(std::string)> prompt;  ///< a sentence in a box of its own, from any thread
 };
 
 }  // namespace app

@@ -55,7 +55,8 @@ struct Workstation::Parts {
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
         lights(Context(), outside.dmx),
-        organ(Context(), outside.boards),
+        organ(Context(), {outside.engine, [this](int deck) { return stage.Deck(deck).Player().STRM(); }},
+              outside.boards),
         songs(Context(), outside.synthesisers) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
@@ -65,8 +66,19 @@ struct Workstation::Parts {
   }
 
   [[nodiscard]] DeskContext Context() {
-    return {folder, ports.settings,  ports.files, ports.workers, ports.clock,
-            gate,   conductor.Box(), window,      say,           Teller()};
+    return {folder,
+            ports.settings,
+            ports.files,
+            ports.workers,
+            ports.clock,
+            gate,
+            conductor.Box(),
+            window,
+            say,
+            Teller(),
+            [box = window, this](std::string sentence) {
+              box->Post([this, sentence = std::move(sentence)] { Prompt(sentence); });
+            }};
   }
 
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.

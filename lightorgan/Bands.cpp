@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
+#include <tuple>
 
 namespace lightorgan {
 namespace {
@@ -19,6 +21,19 @@ constexpr float kTrebleRelease = 0.12F;
 // A tone of -54 dB below full scale, spread over its bin and the neighbours.
 constexpr float kSilence = 0.002F;
 constexpr float kDark = 0.01F;
+constexpr float kNoise = 3e-5F;  // -90 dB in a bin: what decoders and 16 bits leave
+constexpr float kLeakageMargin = 2;  // near both ends the mirrored tone leaks as well
+
+/// How much of a tone in one bin a Hann window shows so many bins away, at most: 1 / (pi e (e^2 - 1)), e
+/// being the least distance of a tone that is loudest in its bin. Its direct neighbours belong to it.
+std::array<float, std::tuple_size_v<Bins>> Leakage() {
+  std::array<float, std::tuple_size_v<Bins>> shares{};
+  for (std::size_t bins = 2; bins < shares.size(); ++bins) {
+    const float e = static_cast<float>(bins) - 0.5F;
+    shares[bins] = kLeakageMargin / (std::numbers::pi_v<float> * e * (e * e - 1));
+  }
+  return shares;
+}
 
 float Seconds(std::chrono::microseconds elapsed) {
   return std::clamp(std::chrono::duration<float>(elapsed).count(), 0.0F, 10.0F);
@@ -56,12 +71,31 @@ void GatherBands(const Bins& bins, std::span<float> bands) {
   }
 }
 
+Bins WithoutLeakage(const Bins& bins) {
+  static const auto kShares = Leakage();
+  Bins clean{}, leaked{};
+  std::transform(bins.begin(), bins.end(), clean.begin(),
+                 [](float bin) { return std::isfinite(bin) ? std::abs(bin) : 0; });
+  leaked.fill(kNoise);
+  for (std::size_t from = 0; from < clean.size(); ++from) {
+    if (clean[from] * kShares[2] <= kNoise) continue;
+    for (std::size_t to = 0; to < clean.size(); ++to) {
+      const std::size_t apart = to > from ? to - from : from - to;
+      leaked[to] = std::max(leaked[to], clean[from] * kShares[apart]);
+    }
+  }
+  for (std::size_t i = 0; i < clean.size(); ++i) {
+    if (clean[i] <= leaked[i]) clean[i] = 0;
+  }
+  return clean;
+}
+
 std::span<const float> BandFollower::Follow(const Bins& bins, std::chrono::microseconds elapsed) {
   if (IsSilent(bins)) return Fall(elapsed);
   const float seconds = Seconds(elapsed);
   std::array<float, kMostOutputs> targets{};
   const auto used = std::span(targets).first(static_cast<std::size_t>(bands_));
-  GatherBands(bins, used);
+  GatherBands(WithoutLeakage(bins), used);
   for (std::size_t i = 0; i < used.size(); ++i) {
     Band& gain = gains_[i];
     gain.long_term = std::max(used[i], gain.long_term * std::exp(-seconds / kLongTermSeconds));

@@ -18,6 +18,11 @@ namespace lightorgan {
 /// Mean magnitude of every band; bins that are no finite number count as 0. Requires: at most kMostOutputs.
 void GatherBands(const Bins& bins, std::span<float> bands);
 
+/// What of the bins cannot be the window's leakage of a louder one, and is not the noise below every song;
+/// the rest, and what is no finite number, is 0. Without it a gain of its own would light each band from a
+/// pure tone in another one.
+[[nodiscard]] Bins WithoutLeakage(const Bins& bins);
+
 /// Bands of the running sound as levels from 0 to 1 that use the whole range, whatever the loudness.
 ///
 /// Law: each band has its own gain, which follows the band's loudest within seconds and never rises more than

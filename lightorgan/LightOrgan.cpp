@@ -13,6 +13,7 @@ namespace {
 constexpr int kHighestLevel = 100;
 constexpr int kHighestValue = 255;
 constexpr int kDefaultSpeed = 60;
+constexpr std::string_view kDefaultMode = "CONSTANT";
 constexpr int kDefaultSpectrumSpeed = 100;
 constexpr std::chrono::milliseconds kFlash{100};
 // Half of the conductor's interval: a beat is met at most so much too early or too late.
@@ -35,6 +36,11 @@ void LightOrgan::Store(std::string_view section, std::string_view key, int value
   ports_.settings.Set(support::kApplication, section, key, std::to_string(value));
 }
 
+void LightOrgan::StoreMode(std::string_view side, std::string_view word) {
+  if (ports_.settings.Get(support::kApplication, "Effects", side, kDefaultMode) == word) return;
+  ports_.settings.Set(support::kApplication, "Effects", side, word);
+}
+
 int LightOrgan::Stored(std::string_view section, std::string_view key, int fallback) const {
   const std::string text = ports_.settings.Get(support::kApplication, section, key, std::to_string(fallback));
   return static_cast<int>(std::clamp<std::int64_t>(support::LeadingInteger(text), 0, 1'000'000));
@@ -47,8 +53,8 @@ void LightOrgan::Start(std::function<void()> no_board) {
     return ports_.settings.Get(support::kApplication, section, key, fallback);
   };
   if (support::EqualsIgnoringCase(text("Setup", "UseK8000", "False"), "True")) OpenBoards();
-  cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", "CONSTANT"))));
-  cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", "CONSTANT"))));
+  cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", kDefaultMode))));
+  cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", kDefaultMode))));
 }
 
 void LightOrgan::ReadSettings() {
@@ -91,7 +97,7 @@ void LightOrgan::cmdK8000(int index) {
 
 void LightOrgan::SetIoMode(IoMode mode) {
   view_.io_mode = mode;
-  ports_.settings.Set(support::kApplication, "Effects", "IO", StoredWord(mode));
+  StoreMode("IO", StoredWord(mode));
   io_timer_.Stop();
   beat_timer_.Stop();
   view_.io.bands = {};
@@ -115,7 +121,7 @@ void LightOrgan::SetIoMode(IoMode mode) {
 
 void LightOrgan::SetDacMode(DacMode mode) {
   view_.dac_mode = mode;
-  ports_.settings.Set(support::kApplication, "Effects", "DAC", StoredWord(mode));
+  StoreMode("DAC", StoredWord(mode));
   dac_timer_.Stop();
   view_.dac.bands = {};
   const support::TimePoint now = ports_.clock.Now();
@@ -188,7 +194,7 @@ void LightOrgan::LoadBankOf(Side side, int number) {
   std::weak_ptr<int> alive = alive_;
   ports_.banks.Load(side, view_.size, number, [alive, &pattern, wish](StepTable table) {
     if (alive.expired() || pattern.wish != wish) return;
-    pattern.table = std::move(table);
+    pattern.table = std::make_shared<const StepTable>(std::move(table));
     pattern.row = 0;
   });
 }
@@ -196,6 +202,13 @@ void LightOrgan::LoadBankOf(Side side, int number) {
 void LightOrgan::ReloadBanks() {
   if (view_.io_mode == IoMode::Pp) LoadBankOf(Side::Io, view_.io.bank);
   if (view_.dac_mode == DacMode::Pp) LoadBankOf(Side::Dac, view_.dac.bank);
+}
+
+void LightOrgan::TryBank(Side side, std::shared_ptr<const StepTable> table) {
+  Pattern& pattern = side == Side::Io ? io_pattern_ : dac_pattern_;
+  ++pattern.wish;
+  pattern.table = std::move(table);
+  if (pattern.row > pattern.Rows()) pattern.row = 0;
 }
 
 void LightOrgan::SetIoBoardSize(IoBoardSize size) {
@@ -248,12 +261,12 @@ void LightOrgan::LightAll(bool on) {
 }
 
 void LightOrgan::tmrPPio_ThatTime() {
-  const StepTable& table = io_pattern_.table;
-  if (table.Rows() == 0) {
+  if (io_pattern_.Rows() == 0) {
     view_.leds = {};
     for (int board = 0; board < BoardsOf(view_.size); ++board) boards_.ClearBoard(board);
     return;
   }
+  const StepTable& table = *io_pattern_.table;
   io_pattern_.row = NextRow(Side::Io, io_pattern_.row, table.Rows());
   for (int board = 0; board < BoardsOf(view_.size); ++board) {
     boards_.SwitchBoard(board, PatternByte(table, io_pattern_.row, board));
@@ -264,8 +277,8 @@ void LightOrgan::tmrPPio_ThatTime() {
 }
 
 void LightOrgan::tmrDACpp_ThatTime() {
-  const StepTable& table = dac_pattern_.table;
-  if (table.Rows() == 0) return;
+  if (dac_pattern_.Rows() == 0) return;
+  const StepTable& table = *dac_pattern_.table;
   dac_pattern_.row = NextRow(Side::Dac, dac_pattern_.row, table.Rows());
   for (int output = 1; output <= Outputs(); ++output) Dim(output, table.At(dac_pattern_.row, output));
 }
@@ -318,10 +331,12 @@ std::array<float, kMostOutputs> LightOrgan::Levels(Followed& followed, bool ster
 
 bool LightOrgan::BeatHeard() {
   const auto heard = ports_.beats.LastBeat(kAhead);
+  view_.beat_from = heard ? BeatFrom::Grid : BeatFrom::Nothing;
   if (!heard) {
     beat_.reset();
     const std::chrono::microseconds elapsed = SinceLast(last_onset_);
     const auto bins = ports_.spectrum.Spectrum(Channels::Mixed);
+    if (bins) view_.beat_from = BeatFrom::Sound;
     return bins && onsets_.Onset(*bins, elapsed);
   }
   // A deck that was moved, or another deck, comes to another number without a beat.
@@ -374,9 +389,9 @@ void LightOrgan::Recall(const Snapshot& snapshot) {
 }
 
 const LightOrganView& LightOrgan::View() {
-  view_.io.rows = io_pattern_.table.Rows();
+  view_.io.table = io_pattern_.table;
   view_.io.row = io_pattern_.row;
-  view_.dac.rows = dac_pattern_.table.Rows();
+  view_.dac.table = dac_pattern_.table;
   view_.dac.row = dac_pattern_.row;
   view_.guard_lifted = guard_.Lifted();
   view_.guard_holds = guard_.Holding();

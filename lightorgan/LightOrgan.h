@@ -40,9 +40,13 @@ struct SideView {
   std::array<float, kMostOutputs> bands{};  ///< 0 to 1, in the modes that follow the spectrum
   int speed = 0;                            ///< `ScrollerIO`, `ScrollerDAC`
   int bank = 1;                             ///< `ScrollerPatternIO`, `ScrollerPatternDAC`
-  int rows = 0;                             ///< of the bank, as it is played
-  int row = 0;                              ///< 0 before the first
+  int row = 0;                              ///< of the bank, 0 before the first
+  /// The bank as it is played; null before one was read. Shared, because the window draws from it while
+  /// another one is read; it never changes.
+  std::shared_ptr<const StepTable> table;
 };
+/// What the beat mode follows now.
+enum class BeatFrom { Nothing, Grid, Sound };
 struct LightOrganView {
   IoBoardSize size = IoBoardSize::One;
   IoMode io_mode = IoMode::Constant;
@@ -55,8 +59,9 @@ struct LightOrganView {
   bool boards_in_use = false;
   bool guard_lifted = false;
   bool guard_holds = false;  ///< the flash guard keeps an output dark now
-  std::string trouble;       ///< a sentence about the boards, or empty
-  support::Saying saying;    ///< the same in the language chosen
+  BeatFrom beat_from = BeatFrom::Nothing;
+  std::string trouble;     ///< a sentence about the boards, or empty
+  support::Saying saying;  ///< the same in the language chosen
 };
 
 /// The light organ: switched and analogue outputs that follow the music, each side in one of its modes.
@@ -90,6 +95,8 @@ class LightOrgan {
   void LiftGuard(bool lifted);
   /// Reads the selected banks again, for a file that was edited.
   void ReloadBanks();
+  /// Plays this in the place of the selected bank until a bank is selected or read again.
+  void TryBank(Side side, std::shared_ptr<const StepTable> table);
 
   /// Of the state as it is now, for the file and the list of memories.
   [[nodiscard]] Snapshot Remember() const;
@@ -107,6 +114,8 @@ class LightOrgan {
   void SetIoMode(IoMode mode);
   void SetDacMode(DacMode mode);
   void Store(std::string_view section, std::string_view key, int value);
+  /// One that stands there already, or by default, is not written.
+  void StoreMode(std::string_view side, std::string_view word);
   [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
   void OpenBoards();
   void LoadBankOf(Side side, int number);
@@ -120,7 +129,8 @@ class LightOrgan {
   std::chrono::microseconds SinceLast(support::TimePoint& last) const;
 
   struct Pattern {
-    StepTable table;
+    std::shared_ptr<const StepTable> table;
+    [[nodiscard]] int Rows() const { return table == nullptr ? 0 : table->Rows(); }
     int row = 0;
     int wish = 0;  ///< counts the banks asked for; the newest wins
   };

@@ -62,6 +62,14 @@ constexpr Row kRows[] = {
     {Sentence::IndexUnreadable, "The index \"%1\" cannot be read.",
      "De index \"%1\" kan niet worden gelezen."},
 
+    {Sentence::NoIoBoard,
+     "No IO board could be opened. Connect it and its power supply, then switch the boards off and on again. "
+     "The light organ runs on without it.",
+     "Er kon geen IO-kaart worden geopend. Sluit haar en haar voeding aan en zet de kaarten dan uit en weer "
+     "aan. Het lichtorgel loopt zonder kaart verder."},
+    {Sentence::OrganFileNotSaved, "\"%1\" could not be saved: %2", "\"%1\" kon niet worden bewaard: %2"},
+    {Sentence::OrganFileUnreadable, "\"%1\" cannot be read.", "\"%1\" kan niet worden gelezen."},
+
     {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
      "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},
     {Sentence::NoMemoryForFile, "There is no memory left for the whole file.",

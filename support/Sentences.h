@@ -12,8 +12,9 @@
 
 namespace support {
 
-/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's, 801 to 899 the
-/// engine's and 901 to 999 the adapters'. The window's own texts stand in its own table.
+/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's, 401 to 499 the
+/// light organ's, 801 to 899 the engine's and 901 to 999 the adapters'. The window's own texts stand in its
+/// own table.
 enum class Sentence : int {
   OutputNotConnected = 101,
   OutputCannotOpen,
@@ -36,6 +37,10 @@ enum class Sentence : int {
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+
+  NoIoBoard = 401,
+  OrganFileNotSaved,
+  OrganFileUnreadable,
 
   UnplayableFormat = 801,
   NoMemoryForFile,

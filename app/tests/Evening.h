@@ -37,6 +37,7 @@ class Evening : public ::testing::Test {
   void StartUp() {
     Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
     ports.dmx = dmx_;
+    ports.boards = boards_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -82,6 +83,7 @@ class Evening : public ::testing::Test {
   FakeVisualisation visualisation_;
   FakeWindow window_;
   dmx::DmxInterface* dmx_ = nullptr;
+  lightorgan::IoBoards* boards_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

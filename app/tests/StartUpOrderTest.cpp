@@ -7,6 +7,7 @@
 
 #include "app/tests/Evening.h"
 #include "dmx/testing/RecordingDmxInterface.h"
+#include "lightorgan/testing/RecordingBoards.h"
 
 namespace app {
 namespace {
@@ -28,13 +29,14 @@ class StartUpOrderTest : public testing::Evening {
   }
   ~StartUpOrderTest() override { station_.reset(); }  // its shutdown still writes to the list
 
-  /// Of the list, those that begin with one of these words; each run of the same word once.
+  /// Of the list, the first one that begins with each of these words.
   [[nodiscard]] Lines Order(const Lines& words) const {
     Lines order;
     for (const std::string& call : calls_) {
       const auto word = std::find_if(words.begin(), words.end(),
                                      [&](const std::string& start) { return call.starts_with(start); });
-      if (word != words.end() && (order.empty() || order.back() != *word)) order.push_back(*word);
+      const bool first = word != words.end() && std::find(order.begin(), order.end(), *word) == order.end();
+      if (first) order.push_back(*word);
     }
     return order;
   }
@@ -131,6 +133,26 @@ TEST_F(StartUpOrderTest, DecksAreReleasedBeforeTheEngineAndTheLightsGoOutAfterIt
   station_->ShutDown();
   const Lines order = {"BASS_StreamFree", "BASS_Free", "StopDevice"};
   EXPECT_EQ(Order(order), order);
+}
+
+TEST_F(StartUpOrderTest, BoardsThatAreInUseAreClearedAndClosedBehindTheEngine) {
+  for (const char* in_use : {"True", "False"}) {
+    lightorgan::testing::RecordingBoards boards;
+    boards_ = &boards;
+    Store("Setup", "UseK8000", in_use);
+    Store("Setup", "IoBoardSize", "32");
+    StartUp();
+    boards.calls.clear();
+    std::size_t before_engine = 99;
+    engine_.OnCall([&](const std::string& call) {
+      if (call == "BASS_Free") before_engine = boards.calls.size();
+    });
+    station_.reset();
+    EXPECT_EQ(before_engine, 0U);
+    const Lines dark = {"ClearAllDigital 0", "ClearAllAnalog 0", "ClearAllDigital 1", "ClearAllAnalog 1",
+                        "CloseDevices"};
+    EXPECT_EQ(boards.calls, std::string(in_use) == "True" ? dark : Lines{});
+  }
 }
 
 TEST_F(StartUpOrderTest, ADeviceThatDoesNotOpenIsShownInABoxAsSoonAsThereIsAWindow) {

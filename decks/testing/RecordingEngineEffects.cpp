@@ -65,20 +65,26 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle stream, std::spa
   support::MutexLock lock(mutex_);
   const Stream* found = At(stream);
   if (found == nullptr) return 0;
-  const float level = found->playing ? static_cast<float>(found->file.left_peak) / 32768 : 0;
-  const auto tone = [&](std::size_t frame) {
+  const auto tone = [&](std::size_t frame, int peak) {
+    const float level = found->playing ? static_cast<float>(peak) / 32768 : 0;
     return level * static_cast<float>(std::sin(2 * std::numbers::pi * kHeardHertz / 44100 * double(frame)));
   };
   if ((what & kDataFft256) != 0) {
-    std::array<float, music::kSpectrumFrames> samples;
-    for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = tone(i);
-    const music::Spectrum bins = music::SpectrumOf(samples);
-    if (buffer.size() < bins.size()) return 0;
-    std::copy(bins.begin(), bins.end(), buffer.begin());
-    return static_cast<std::uint32_t>(sizeof(bins));
+    const auto spectrum = [&](int peak) {
+      std::array<float, music::kSpectrumFrames> samples;
+      for (std::size_t i = 0; i < samples.size(); ++i) samples[i] = tone(i, peak);
+      return music::SpectrumOf(samples);
+    };
+    const bool sides = (what & kDataFftIndividual) != 0;
+    const std::size_t size = (sides ? 2 : 1) * music::kSpectrumBins;
+    if (buffer.size() < size) return 0;
+    const music::Spectrum left = spectrum(found->file.left_peak);
+    const music::Spectrum right = spectrum(found->file.right_peak);
+    for (std::size_t i = 0; i < size; ++i) buffer[i] = !sides ? left[i] : (i % 2 == 0 ? left : right)[i / 2];
+    return static_cast<std::uint32_t>(size * sizeof(float));
   }
   const std::size_t values = std::min((what & ~kDataFloat) / sizeof(float), buffer.size()) / 2 * 2;
-  for (std::size_t i = 0; i < values; ++i) buffer[i] = tone(i / 2);
+  for (std::size_t i = 0; i < values; ++i) buffer[i] = tone(i / 2, found->file.left_peak);
   return static_cast<std::uint32_t>(values * sizeof(float));
 }
 

@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <numbers>
 #include <random>
 
 #include "lightorgan/OnsetDetector.h"
@@ -57,6 +58,24 @@ TEST(Bands, ASweepLightsTheBandsInOrder) {
       last = loudest;
     }
     EXPECT_EQ(last, bands - 1);
+  }
+}
+
+TEST(Bands, ASineLightsItsOwnBandAndAtMostTheOneBesideIt) {
+  for (double bin = 1; bin < 126; bin += 0.37) {
+    std::array<float, music::kSpectrumFrames> samples;
+    for (std::size_t i = 0; i < samples.size(); ++i) {  // of 16 bits
+      samples[i] = static_cast<float>(
+          std::round(16'000 * std::sin(2 * std::numbers::pi * bin * double(i) / 256)) / 32'768);
+    }
+    BandFollower follower(8);
+    const auto levels = Feed(follower, music::SpectrumOf(samples), milliseconds(300));
+    std::vector<int> lit;
+    for (int band = 0; band < 8; ++band) {
+      if (levels[static_cast<std::size_t>(band)] > 0.55F) lit.push_back(band);
+    }
+    ASSERT_FALSE(lit.empty()) << bin;
+    EXPECT_LE(lit.back() - lit.front(), bin < 4 ? 2 : 1) << "bin " << bin;
   }
 }
 

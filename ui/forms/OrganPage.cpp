@@ -2,14 +2,73 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/OrganPage.h"
 
+#include <QHBoxLayout>
+#include <algorithm>
+
+#include "ui/forms/BankEditor.h"
+#include "ui/forms/OrganBoardPanel.h"
+#include "ui/forms/OrganSidePanel.h"
+
 namespace ui {
 
-OrganPage::OrganPage(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : PlainPage(QStringLiteral("OrganPage"), Say::Organ, Say::OrganLater, look, parent),
-      workstation_(workstation) {}
+using lightorgan::Side;
 
-void OrganPage::Show(support::TimePoint /*now*/) {
-  static_cast<void>(workstation_);
+OrganPage::OrganPage(app::Workstation& workstation, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+                     QWidget* parent)
+    : Surface(look.skin.panel, parent),
+      desk_(workstation.Organ()),
+      boxes_(boxes),
+      draft_(draft),
+      look_(look) {
+  Name(*this, QStringLiteral("OrganPage"), look.say(Say::Organ));
+  io_ = new OrganSidePanel(Side::Io, desk_, look);
+  dac_ = new OrganSidePanel(Side::Dac, desk_, look);
+  boards_ = new OrganBoardPanel(desk_, boxes, look);
+  connect(boards_, &OrganBoardPanel::EditorWanted, this, &OrganPage::OpenEditor);
+  auto* sides = new QHBoxLayout(this);
+  SetSpacingEm(*sides, 0.8, 1.6);
+  sides->addWidget(io_, 6);
+  sides->addWidget(dac_, 5);
+  sides->addWidget(boards_, 3);
+}
+
+OrganPage::~OrganPage() {
+  delete editor_;
+}
+
+void OrganPage::OpenEditor() {
+  if (editor_.isNull()) {
+    const auto& lamps = desk_.View().lamps;
+    editor_ = new BankEditor(desk_, boxes_, draft_, look_, lamps.size, this);
+    connect(editor_, &BankEditor::Saved, this, &OrganPage::CountBanks);
+  }
+  editor_->Open();
+}
+
+void OrganPage::CountBanks() {
+  const lightorgan::IoBoardSize size = desk_.View().lamps.size;
+  for (const Side side : {Side::Io, Side::Dac}) {
+    desk_.ReadBanks(side, size, [page = QPointer(this), side](const auto& banks) {
+      if (page.isNull() || !banks) return;
+      int highest = 0;
+      for (const lightorgan::Bank& bank : banks.Value()) highest = std::max(highest, bank.number);
+      (side == Side::Io ? page->io_ : page->dac_)->SetHighestBank(highest);
+    });
+  }
+}
+
+void OrganPage::Show(support::TimePoint now) {
+  const app::OrganView& view = desk_.View();
+  if (counted_ != view.lamps.size) {
+    counted_ = view.lamps.size;
+    CountBanks();
+  }
+  if (editor_.isNull() && draft_.open) OpenEditor();  // the window was made anew
+  if (!editor_.isNull()) editor_->Show(view);
+  if (!isVisible()) return;
+  io_->Show(view, now);
+  dac_->Show(view, now);
+  boards_->Show(view, now);
 }
 
 }  // namespace ui

@@ -2,23 +2,46 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPointer>
+#include <optional>
+
 #include "app/Workstation.h"
-#include "ui/forms/PlainPage.h"
 #include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
 
 namespace ui {
 
-/// The page of the light organ.
-class OrganPage final : public PlainPage {
+struct BankDraft;
+class BankEditor;
+class MessageBoxes;
+class OrganBoardPanel;
+class OrganSidePanel;
+
+/// The page of the light organ: the switched outputs, the dimmed ones, and what both share.
+class OrganPage final : public Surface {
   Q_OBJECT
 
  public:
-  OrganPage(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  OrganPage(app::Workstation& workstation, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+            QWidget* parent = nullptr);
+  ~OrganPage() override;
 
   void Show(support::TimePoint now);
 
  private:
-  app::Workstation& workstation_;
+  void OpenEditor();
+  /// How far the bank selectors go.
+  void CountBanks();
+
+  app::OrganDesk& desk_;
+  MessageBoxes& boxes_;
+  BankDraft& draft_;
+  Look look_;
+  OrganSidePanel* io_;
+  OrganSidePanel* dac_;
+  OrganBoardPanel* boards_;
+  QPointer<BankEditor> editor_;
+  std::optional<lightorgan::IoBoardSize> counted_;  ///< the boards whose banks were counted
 };
 
 }  // namespace ui

@@ -175,7 +175,7 @@ QWidget* frmMain::MakePages(const Look& look) {
     karaoke_->Reload();
   });
   console_ = new ConsolePage(workstation_, boxes_, look);
-  organ_ = new OrganPage(workstation_, look);
+  organ_ = new OrganPage(workstation_, boxes_, bank_draft_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
   AddPage(karaoke_, Say::Karaoke, Say::KaraokePageTip, look, buttons);

@@ -15,6 +15,7 @@
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/forms/SettingsPage.h"
+#include "ui/models/BankModel.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
 #include "ui/strings/QtWords.h"
@@ -107,6 +108,7 @@ class frmMain final : public QMainWindow {
   std::unique_ptr<Strings> say_;
   QtWords words_;
   MixerState mixer_state_;
+  BankDraft bank_draft_;
   app::WorkstationView view_;
   QTimer frames_;
   double points_ = 0;

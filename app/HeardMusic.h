@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+#include <optional>
+
+#include "app/WorkstationView.h"
+#include "decks/ports/AudioEngine.h"
+#include "lightorgan/ports/Music.h"
+
+namespace app {
+
+/// Where the light organ's spectra come from.
+struct OrganSound {
+  decks::AudioEngine& engine;
+  std::function<decks::StreamHandle(int deck)> stream;  ///< that deck 1 to 3 plays; on the conductor
+};
+
+/// The loudest audible deck as the light organ hears it, at the heard clock.
+///
+/// Law: the sides of a spectrum are taken from the engine at most once a tick, and only when they are asked
+/// for. Threads: the conductor.
+class HeardMusic final : public lightorgan::SpectrumSource, public lightorgan::BeatSource {
+ public:
+  explicit HeardMusic(OrganSound sound) : sound_(std::move(sound)) {}
+
+  /// decks: what all answers are about, until it is called again; borrowed. Null: nothing plays.
+  void Look(const WorkstationView* decks);
+
+  [[nodiscard]] std::optional<lightorgan::Bins> Spectrum(lightorgan::Channels channels) override;
+  [[nodiscard]] bool AnyPlaying() override;
+  [[nodiscard]] std::optional<lightorgan::HeardBeat> LastBeat(std::chrono::microseconds ahead) override;
+
+ private:
+  struct Sides {
+    lightorgan::Bins left{};
+    lightorgan::Bins right{};
+  };
+  [[nodiscard]] int Deck() const { return decks_ == nullptr ? 0 : decks_->sound.deck; }
+  void TakeSides();
+
+  OrganSound sound_;
+  const WorkstationView* decks_ = nullptr;
+  std::optional<Sides> sides_;
+};
+
+}  // namespace app

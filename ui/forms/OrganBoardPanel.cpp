@@ -1,0 +1,201 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/OrganBoardPanel.h"
+
+#include <QAbstractItemView>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPointer>
+#include <QPushButton>
+#include <algorithm>
+#include <utility>
+
+#include "ui/forms/MessageBoxes.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+using lightorgan::IoBoardSize;
+using lightorgan::LightOrgan;
+
+constexpr auto kHoldShown = std::chrono::milliseconds(700);  ///< or it would only flicker
+
+QHBoxLayout* Line() {
+  auto* line = new QHBoxLayout;
+  SetSpacingEm(*line, 0, 0.4);
+  return line;
+}
+
+}  // namespace
+
+OrganBoardPanel::OrganBoardPanel(app::OrganDesk& desk, MessageBoxes& boxes, const Look& look, QWidget* parent)
+    : QWidget(parent), desk_(desk), boxes_(boxes), look_(look) {
+  Name(*this, QStringLiteral("OrganBoards"), look.say(OrganWord::Boards));
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.4);
+  MakeBoards(*rows);
+  MakeGuard(*rows);
+  MakeMemories(*rows);
+}
+
+QPushButton* OrganBoardPanel::MakeButton(const char* name, const QString& caption, const QString& tip,
+                                         std::function<void()> pressed) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "tool");
+  Name(*button, QLatin1String(name), caption, tip);
+  connect(button, &QPushButton::clicked, this, std::move(pressed));
+  return button;
+}
+
+void OrganBoardPanel::MakeBoards(QVBoxLayout& rows) {
+  const auto& say = look_.say;
+  use_ = MakeButton("UseK8000", say(OrganWord::Boards), say(OrganWord::BoardsTip), [this] {
+    use_echo_.Sent(use_->isChecked() ? 1.0F : 0.0F, now_);
+    desk_.SwitchBoards(use_->isChecked());
+  });
+  SetKind(*use_, "lamp1");
+  use_->setCheckable(true);
+  size_ = new QuietCombo(look_.skin);
+  size_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
+  Name(*size_, QStringLiteral("IoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
+  connect(size_, &QComboBox::activated, this, [this](int choice) {
+    desk_.Ask([choice](LightOrgan& organ) {
+      organ.SetIoBoardSize(choice == 1 ? IoBoardSize::Two : IoBoardSize::One);
+    });
+  });
+  state_ = new ElidedLabel;
+  Name(*state_, QStringLiteral("BoardState"), {});
+  auto* line = Line();
+  line->addWidget(use_);
+  line->addWidget(size_, 1);
+  rows.addLayout(line);
+  rows.addWidget(state_);
+}
+
+void OrganBoardPanel::MakeGuard(QVBoxLayout& rows) {
+  const auto& say = look_.say;
+  guard_ = MakeButton("FlashGuard", say(OrganWord::Guard), say(OrganWord::GuardTip), [this] {
+    if (!guard_->isChecked()) return AskToLift();
+    guard_echo_.Sent(1, now_);
+    desk_.Ask([](LightOrgan& organ) { organ.LiftGuard(false); });
+  });
+  SetKind(*guard_, "lamp1");
+  guard_->setCheckable(true);
+  holds_ = new QLabel;
+  Name(*holds_, QStringLiteral("FlashGuardHolds"), {});
+  SetTextColour(*holds_, look_.skin.warning);
+  auto* line = Line();
+  line->addWidget(guard_);
+  line->addWidget(holds_, 1);
+  rows.addLayout(line);
+}
+
+void OrganBoardPanel::AskToLift() {
+  guard_->setChecked(true);
+  boxes_.Ask(QStringLiteral("GuardBox"), look_.say(OrganWord::GuardAsk), look_.say(OrganWord::GuardLift),
+             [panel = QPointer(this)] {
+               if (panel.isNull()) return;
+               panel->desk_.Ask([](LightOrgan& organ) { organ.LiftGuard(true); });
+             });
+}
+
+void OrganBoardPanel::MakeMemories(QVBoxLayout& rows) {
+  const auto& say = look_.say;
+  memories_ = new QListWidget;
+  memories_->setFrameShape(QFrame::NoFrame);
+  memories_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  memories_->setTextElideMode(Qt::ElideRight);
+  Name(*memories_, QStringLiteral("Memories"), say(OrganWord::Memories), say(OrganWord::MemoriesTip));
+  connect(memories_, &QListWidget::itemActivated, this, &OrganBoardPanel::Recall);
+  connect(memories_, &QListWidget::currentRowChanged, this, [this](int row) {
+    recall_->setEnabled(row >= 0);
+    forget_->setEnabled(row >= 0);
+  });
+  recall_ =
+      MakeButton("MemoryRecall", say(OrganWord::Recall), say(OrganWord::RecallTip), [this] { Recall(); });
+  forget_ = MakeButton("MemoryForget", say(Say::EqDelete), say(Say::MemoryForgetTip), [this] { Forget(); });
+  for (QPushButton* button : {recall_, forget_}) button->setEnabled(false);
+  name_ = new QLineEdit;
+  name_->setPlaceholderText(say(OrganWord::MemoryName));
+  name_->setMaxLength(60);
+  Name(*name_, QStringLiteral("MemoryName"), say(OrganWord::MemoryName), say(OrganWord::RememberTip));
+  connect(name_, &QLineEdit::returnPressed, this, &OrganBoardPanel::Remember);
+  auto* head = new QLabel(say(OrganWord::Memories));
+  SetFontEm(*head, 1.3, Weight::Bold);
+  auto* first = Line();
+  first->addWidget(head, 1);
+  first->addWidget(MakeButton("EditBanks", say(OrganWord::EditBanks), say(Say::EditBanksTip),
+                              [this] { Q_EMIT EditorWanted(); }));
+  auto* naming = Line();
+  naming->addWidget(name_, 1);
+  naming->addWidget(MakeButton("MemoryRemember", say(OrganWord::Remember), say(OrganWord::RememberTip),
+                               [this] { Remember(); }));
+  auto* acts = Line();
+  acts->addWidget(recall_, 1);
+  acts->addWidget(forget_, 1);
+  rows.addLayout(first);
+  rows.addWidget(memories_, 1);
+  rows.addLayout(acts);
+  rows.addLayout(naming);
+}
+
+void OrganBoardPanel::Remember() {
+  desk_.Remember(name_->text().trimmed().toStdString());
+  name_->clear();
+}
+
+void OrganBoardPanel::Recall() {
+  if (memories_->currentRow() >= 0) desk_.Recall(static_cast<std::size_t>(memories_->currentRow()));
+}
+
+void OrganBoardPanel::Forget() {
+  if (memories_->currentRow() < 0) return;
+  const std::string name = listed_[static_cast<std::size_t>(memories_->currentRow())];
+  boxes_.Ask(QStringLiteral("MemoryBox"), look_.say(Say::MemoryAskForget).arg(Decode(name)),
+             look_.say(Say::EqDelete), [panel = QPointer(this), name] {
+               if (panel.isNull()) return;
+               const auto& memories = panel->desk_.Memories();
+               const auto there = std::find_if(memories.begin(), memories.end(),
+                                               [&](const auto& memory) { return memory.name == name; });
+               panel->desk_.Forget(static_cast<std::size_t>(there - memories.begin()));
+             });
+}
+
+void OrganBoardPanel::ShowMemories() {
+  const auto& memories = desk_.Memories();
+  const bool same =
+      std::equal(memories.begin(), memories.end(), listed_.begin(), listed_.end(),
+                 [](const auto& memory, const std::string& name) { return memory.name == name; });
+  if (same) return;
+  listed_.clear();
+  memories_->clear();
+  for (const app::OrganMemory& memory : memories) {
+    listed_.push_back(memory.name);
+    memories_->addItem(Decode(memory.name));
+  }
+}
+
+void OrganBoardPanel::Show(const app::OrganView& view, support::TimePoint now) {
+  now_ = now;
+  const auto& lamps = view.lamps;
+  if (use_echo_.Believe(lamps.boards_in_use ? 1.0F : 0.0F, now)) use_->setChecked(lamps.boards_in_use);
+  const int choice = lamps.size == IoBoardSize::Two ? 1 : 0;
+  if (size_->currentIndex() != choice && !size_->view()->isVisible()) size_->setCurrentIndex(choice);
+  const bool trouble = lamps.boards_in_use && !lamps.trouble.empty();
+  SetTextColour(*state_, trouble ? look_.skin.danger : look_.skin.dim);
+  const QString state = trouble ? Decode(lamps.trouble)
+                                : look_.say(lamps.boards_in_use ? OrganWord::BoardsOn : OrganWord::BoardsOff);
+  state_->Show(state);
+  if (guard_echo_.Believe(lamps.guard_lifted ? 0.0F : 1.0F, now)) guard_->setChecked(!lamps.guard_lifted);
+  if (lamps.guard_holds) held_at_ = now;
+  const bool holds = !lamps.guard_lifted && held_at_ != support::TimePoint{} && now - held_at_ < kHoldShown;
+  SetText(*holds_, holds ? look_.say(OrganWord::GuardHolds) : QString());
+  ShowMemories();
+}
+
+}  // namespace ui
