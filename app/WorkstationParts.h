@@ -56,7 +56,7 @@ struct Workstation::Parts {
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
         lights(Context(), outside.dmx),
         organ(Context(), outside.boards),
-        songs(Context(), outside.synthesisers) {
+        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);

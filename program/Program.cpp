@@ -17,6 +17,7 @@
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
+#include "platform/midi/FluidSynthesisers.h"
 #include "platform/process/basCommandOutput.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
@@ -69,7 +70,8 @@ struct Program::Parts {
                      .analysis = {&meters, &trackers},
                      .commands = &commands,
                      .side_store = &side_store,
-                     .tag_writer = &tag_writer},
+                     .tag_writer = &tag_writer,
+                     .synthesisers = &synthesisers},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -95,6 +97,7 @@ struct Program::Parts {
   platform::analysis::QmBeatTrackers trackers;
   platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
+  platform::midi::FluidSynthesisers synthesisers;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;

@@ -33,9 +33,19 @@ enum class Sentence : int {
   PresetNotDeleted,
   PresetNeedsName,
 
+  SongNotPlayed = 160,
+
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+
+  NotMidi = 501,
+  MidiWithoutTicks,
+  MidiTooLong,
+  SongMissing,
+  SongUnreadable,
+  SongEmpty,
+  SongTooLong,
 
   UnplayableFormat = 801,
   NoMemoryForFile,
