@@ -90,6 +90,12 @@ karaoke::LyricLook SongDesk::Look(karaoke::LookReader reader) const {
   return karaoke::ReadLook(context_.settings, context_.folder, reader);
 }
 
+std::filesystem::path SongDesk::Native(const std::string& stored) const {
+  const std::string folder = context_.folder.Text() + '\\';
+  if (!stored.starts_with(folder)) return stored;
+  return context_.folder.Native(std::string_view(stored).substr(folder.size() - 1));
+}
+
 int SongDesk::StoredLevel(std::string_view key) const {
   return std::clamp(Settings(context_.settings, context_.folder).Number(kSongSection, key), 0, 100);
 }

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <chrono>
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -55,6 +56,8 @@ class SongDesk {
 
   /// How the words are to look, as it is stored now.
   [[nodiscard]] karaoke::LyricLook Look(karaoke::LookReader reader) const;
+  /// Of a picture's path as it is stored: data files keep the backslash before their name.
+  [[nodiscard]] std::filesystem::path Native(const std::string& stored) const;
 
  private:
   [[nodiscard]] int StoredLevel(std::string_view key) const;
