@@ -13,6 +13,16 @@
 
 namespace ui {
 
+namespace {
+
+/// Of a connector; a screen that has no name goes by its number.
+QString NameOf(const QScreen& screen) {
+  if (!screen.name().isEmpty()) return screen.name();
+  return QStringLiteral("#%1").arg(QGuiApplication::screens().indexOf(&screen) + 1);
+}
+
+}  // namespace
+
 const QString frmKaraoke::kNowhere;
 const QString frmKaraoke::kInWindow = QStringLiteral("window");
 
@@ -35,9 +45,9 @@ std::vector<frmKaraoke::ScreenPlace> frmKaraoke::Screens() const {
   std::vector<ScreenPlace> places;
   bool found = place_ == kNowhere || place_ == kInWindow;
   for (const QScreen* screen : QGuiApplication::screens()) {
-    places.push_back({screen->name(), static_cast<int>(places.size()) + 1,
+    places.push_back({NameOf(*screen), static_cast<int>(places.size()) + 1,
                       screen->size() * screen->devicePixelRatio(), true});
-    found = found || screen->name() == place_;
+    found = found || NameOf(*screen) == place_;
   }
   if (!found) places.push_back({place_, 0, {}, false});
   return places;
@@ -52,7 +62,7 @@ void frmKaraoke::ShowOn(const QString& place) {
 
 void frmKaraoke::Restore() {
   place_ = QString::fromStdString(settings_.Text("Karaoke", "Screen"));
-  if (main_.screen() == nullptr || place_ != main_.screen()->name()) Appear();
+  if (main_.screen() == nullptr || place_ != NameOf(*main_.screen())) Appear();
   Q_EMIT PlacesChanged();
 }
 
@@ -70,7 +80,7 @@ void frmKaraoke::Appear() {
   }
   const auto screens = QGuiApplication::screens();
   const auto found = std::find_if(screens.begin(), screens.end(),
-                                  [this](const QScreen* screen) { return screen->name() == place_; });
+                                  [this](const QScreen* screen) { return NameOf(*screen) == place_; });
   if (place_ == kNowhere || found == screens.end()) return hide();
   AppearOn(**found);
 }
@@ -84,7 +94,7 @@ void frmKaraoke::AppearOn(QScreen& screen) {
 }
 
 void frmKaraoke::ScreenCame(QScreen* screen) {
-  if (screen->name() == place_ && screen != main_.screen()) Appear();
+  if (NameOf(*screen) == place_ && screen != main_.screen()) Appear();
   Q_EMIT PlacesChanged();
 }
 

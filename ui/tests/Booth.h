@@ -14,6 +14,7 @@
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
+#include "karaoke/testing/RecordingSynthesiser.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
 #include "support/testing/MemoryFiles.h"
@@ -71,6 +72,7 @@ class Booth : public ::testing::Test {
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;
   app::BuiltInVisualisation visualisation;
+  karaoke::testing::RecordingSynthesisers synthesisers;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   std::unique_ptr<app::Workstation> station;
