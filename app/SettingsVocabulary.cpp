@@ -159,7 +159,13 @@ constexpr Words kKaraoke[] = {{"BackGround", "0", "colour behind the words"},
                               {"Outline", "16777215", "colour of the outline"},
                               {"FontName", "Verdana", "font of the words"},
                               {"FontBold", "True", "words are bold"},
-                              {"FontItalic", "False", "words are italic"}};
+                              {"FontItalic", "False", "words are italic"},
+                              {"Style", "0", "words are sung over: 0 from side to side, 1 word by word"},
+                              {"Picture", "", "picture behind the words; empty for none"},
+                              {"Screen", "", "screen of the singers; empty for none"},
+                              {"Volume", "100", "level of the songs, 0 to 100"},
+                              {"MelodyLevel", "100", "level of the melody in MIDI songs, 0 to 100"},
+                              {"Soundfont", "", "soundfont of MIDI songs; empty for the first installed"}};
 
 constexpr Words kEffects[] = {{"IO", "CONSTANT", "mode of the switched outputs"},
                               {"DAC", "CONSTANT", "mode of the analogue outputs"}};

@@ -57,7 +57,7 @@ struct Workstation::Parts {
         lights(Context(), outside.dmx),
         organ(Context(), {outside.engine, [this](int deck) { return stage.Deck(deck).Player().STRM(); }},
               outside.boards),
-        songs(Context(), outside.synthesisers) {
+        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);

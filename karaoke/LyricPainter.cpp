@@ -36,7 +36,7 @@ LyricLook ReadLook(const support::SettingsStore& settings, const support::Progra
   constexpr Colour kWhite = 0xFFFFFF;
   LyricLook look;
   look.font_name = text("FontName", look.font_name);
-  look.font_bold = text("FontBold", "") == "True";
+  look.font_bold = text("FontBold", "True") == "True";
   look.font_italic = text("FontItalic", "") == "True";
   look.fill = {colour("CurrentText", look.fill[0]), colour("CurrentWord", look.fill[1]),
                colour("NextText", look.fill[2])};

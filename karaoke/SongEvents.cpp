@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <array>
 
+#include "support/Sentences.h"
+
 namespace karaoke {
 namespace {
 
@@ -38,14 +40,13 @@ void CollectTrack(std::string_view track, std::int64_t start, SongEvents& song,
 support::Result<SongEvents> ReadSongEvents(std::string_view bytes) {
   constexpr std::size_t kLongest = 16 << 20;  // some million notes: more than any synthesiser plays
   const auto file = ReadMidiFile(bytes);
-  if (!file) return support::Error{support::ErrorCode::Malformed, "This is not a MIDI file."};
+  if (!file) return support::Failed(support::ErrorCode::Malformed, support::Sentence::NotMidi);
   if (bytes.size() > kLongest) {
-    return support::Error{support::ErrorCode::Unsupported, "The MIDI file is too long to be played."};
+    return support::Failed(support::ErrorCode::Unsupported, support::Sentence::MidiTooLong);
   }
   auto times = ReadSongTimes(*file);
   if (!times) {
-    return support::Error{support::ErrorCode::Malformed,
-                          "The MIDI file does not say how long its ticks are."};
+    return support::Failed(support::ErrorCode::Malformed, support::Sentence::MidiWithoutTicks);
   }
   SongEvents song;
   std::vector<TickEvent> collected;

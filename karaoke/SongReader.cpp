@@ -9,6 +9,7 @@
 #include <system_error>
 
 #include "karaoke/LyricText.h"
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace karaoke {
@@ -182,20 +183,21 @@ Song ReadSong(std::string_view bytes) {
 support::Result<std::string> ReadSongBytes(const std::string& path) {
   constexpr std::uintmax_t kLongest = 256 << 20;
   std::error_code failed;
-  const auto fault = [&](support::ErrorCode code, const char* what) {
-    return support::Error{code, "\"" + path + "\" " + what};
+  const auto fault = [&](support::ErrorCode code, support::Sentence what) {
+    return support::Failed(code, what, {path});
   };
   if (!std::filesystem::is_regular_file(path, failed)) {
-    return fault(support::ErrorCode::NotFound, "is not there.");
+    return fault(support::ErrorCode::NotFound, support::Sentence::SongMissing);
   }
   const std::uintmax_t size = std::filesystem::file_size(path, failed);
-  if (failed) return fault(support::ErrorCode::Unreadable, "cannot be read.");
-  if (size == 0) return fault(support::ErrorCode::Empty, "is empty.");
-  if (size > kLongest) return fault(support::ErrorCode::Unsupported, "is too long for a song.");
+  if (failed) return fault(support::ErrorCode::Unreadable, support::Sentence::SongUnreadable);
+  if (size == 0) return fault(support::ErrorCode::Empty, support::Sentence::SongEmpty);
+  if (size > kLongest) return fault(support::ErrorCode::Unsupported, support::Sentence::SongTooLong);
   std::ifstream file(path, std::ios::binary);
   std::string bytes(static_cast<std::size_t>(size), '\0');
   file.read(bytes.data(), static_cast<std::streamsize>(size));
-  if (!file && file.gcount() == 0) return fault(support::ErrorCode::Unreadable, "cannot be read.");
+  if (!file && file.gcount() == 0)
+    return fault(support::ErrorCode::Unreadable, support::Sentence::SongUnreadable);
   bytes.resize(static_cast<std::size_t>(file.gcount()));
   return bytes;
 }

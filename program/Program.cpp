@@ -17,6 +17,7 @@
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
+#include "platform/midi/FluidSynthesisers.h"
 #include "platform/process/basCommandOutput.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
@@ -73,7 +74,8 @@ struct Program::Parts {
                      .side_store = &side_store,
                      .tag_writer = &tag_writer,
                      .dmx = &lights,
-                     .boards = &boards},
+                     .boards = &boards,
+                     .synthesisers = &synthesisers},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -101,6 +103,7 @@ struct Program::Parts {
   platform::sidestore::SqliteSideStore side_store;
   platform::usb::K8062Interface lights;
   platform::usb::K8061Boards boards;
+  platform::midi::FluidSynthesisers synthesisers;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;

@@ -34,6 +34,8 @@ enum class Sentence : int {
   PresetNotDeleted,
   PresetNeedsName,
 
+  SongNotPlayed = 160,
+
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
@@ -41,6 +43,13 @@ enum class Sentence : int {
   NoIoBoard = 401,
   OrganFileNotSaved,
   OrganFileUnreadable,
+  NotMidi = 501,
+  MidiWithoutTicks,
+  MidiTooLong,
+  SongMissing,
+  SongUnreadable,
+  SongEmpty,
+  SongTooLong,
 
   UnplayableFormat = 801,
   NoMemoryForFile,

@@ -34,14 +34,16 @@ class Evening : public ::testing::Test {
     for (const char* file : {"a.mp3", "b.mp3", "c.flac"}) engine_.AddFile(file, {.seconds = 100});
   }
 
-  void StartUp() {
+  void StartUp(karaoke::SynthesiserFactory* synthesisers = nullptr) {
     Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
+    ports.synthesisers = synthesisers;
     ports.dmx = dmx_;
     ports.boards = boards_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
     Settle();
+    station_->PumpWindow();
   }
   /// Lets the conductor run what was asked, and what came of that.
   void Settle() {

@@ -203,6 +203,23 @@ StreamHandle RecordingEngine::Create(std::string_view call, const std::string& p
   return next_handle_++;
 }
 
+StreamHandle RecordingEngine::CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
+                                              std::uint32_t speaker) {
+  MutexLock lock(mutex_);
+  if (!Record(Line("CreateGenerated", device, Hex(speaker)))) {
+    last_error_ = {support::ErrorCode::Unavailable, "The sound output is not open."};
+    return 0;
+  }
+  Stream stream;
+  stream.file.sample_rate = sound->SampleRate();
+  stream.file.seconds = static_cast<double>(sound->Length()) / sound->SampleRate();
+  stream.device = device;
+  stream.speaker = speaker;
+  stream.generator = std::move(sound);
+  streams_[next_handle_] = stream;
+  return next_handle_++;
+}
+
 StreamHandle RecordingEngine::BASS_StreamCreateFile(bool, const std::string& path, std::uint64_t,
                                                     std::uint64_t length, std::uint32_t flags) {
   return Create("BASS_StreamCreateFile", path, length, flags);

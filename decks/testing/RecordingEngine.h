@@ -125,6 +125,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   // SoundControl
   void Prepare(const std::string& path, std::function<void(support::Result<void>)> done) override;
   support::Error LastError() const override;
+  StreamHandle CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
+                               std::uint32_t speaker) override;
   bool DecodeFurther(StreamHandle decoder) override;
   SampleFormat FormatOf(StreamHandle stream) override;
   HeardStream Heard(StreamHandle stream) override;
@@ -140,6 +142,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     FakeFile file;
     int device = 0;
     std::uint32_t speaker = 0;
+    std::shared_ptr<support::SoundGenerator> generator = nullptr;  // with the test
     int volume = 100;
     float tempo = 0;
     float rate = 0;

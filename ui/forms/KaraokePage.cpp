@@ -7,6 +7,7 @@
 #include <QVBoxLayout>
 
 #include "ui/models/TrackModel.h"
+#include "ui/strings/SongWords.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
@@ -20,6 +21,7 @@ KaraokePage::KaraokePage(const catalogue::track_table& table, const Look& look, 
   grid_->SetHint(look.say(Say::EmptyKaraoke));
   Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
   connect(grid_, &TrackGrid::DeleteWanted, this, &KaraokePage::DeleteWanted);
+  connect(grid_, &TrackGrid::Chosen, this, &KaraokePage::SongWanted);
   report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
@@ -78,6 +80,10 @@ void KaraokePage::ShowDeleted(const std::vector<std::string>& kept) {
   Reload();
   const bool one = kept.size() == 1;
   report_->Show(one ? look_.say(Say::NotDeletedOne) : look_.say(Say::NotDeleted).arg(kept.size()), kept);
+}
+
+void KaraokePage::ShowFailure(const std::string& sentence) {
+  report_->Show(look_.say(SongWord::SongNotPlayed), {sentence});
 }
 
 }  // namespace ui

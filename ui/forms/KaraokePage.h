@@ -30,8 +30,12 @@ class KaraokePage final : public Surface {
   [[nodiscard]] std::vector<int> ChosenRows() const;
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(const std::vector<std::string>& kept);
+  /// A sentence about a song that could not be played.
+  void ShowFailure(const std::string& sentence);
 
  Q_SIGNALS:
+  /// Table row, from 1.
+  void SongWanted(int row);
   void DeleteWanted();
 
  private:

@@ -26,6 +26,7 @@
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
 #include "ui/forms/VisualPanel.h"
+#include "ui/forms/frmKaraoke.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
@@ -78,6 +79,7 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
   mixer_->SendVolumes();
   setMinimumSize(kSmallest);
   resize(screen()->availableSize());
+  singers_->Restore();
   frames_.setTimerType(Qt::PreciseTimer);
   connect(&frames_, &QTimer::timeout, this, &frmMain::ShowFrame);
   frames_.start(kFrame);
@@ -166,9 +168,7 @@ QWidget* frmMain::MakePages(const Look& look) {
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   SetSpacingEm(*row, 0, 0.2);
-  karaoke_ = new KaraokePage(workstation_.Karaoke(), look);
   settings_page_ = new SettingsPage(workstation_, choices_, look);
-  connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(settings_page_, &SettingsPage::ChoicesChanged, this, &frmMain::Change);
   connect(settings_page_, &SettingsPage::Scanned, this, [this] {
     music_->Reload();
@@ -178,7 +178,7 @@ QWidget* frmMain::MakePages(const Look& look) {
   organ_ = new OrganPage(workstation_, boxes_, bank_draft_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
-  AddPage(karaoke_, Say::Karaoke, Say::KaraokePageTip, look, buttons);
+  AddPage(MakeKaraoke(look), Say::Karaoke, Say::KaraokePageTip, look, buttons);
   AddPage(console_, Say::Console, Say::ConsoleTip, look, buttons);
   AddPage(organ_, Say::Organ, Say::OrganTip, look, buttons);
   AddPage(MakeEffects(look), Say::Effects, Say::EffectsTip, look, buttons);
@@ -270,7 +270,7 @@ void frmMain::ShowPage(int page) {
 // of devices that the music plays on.
 void frmMain::FocusPage() {
   QWidget* shown = pages_->currentWidget();
-  if (shown == karaoke_) return karaoke_->TakeFocus();
+  if (shown == karaoke_->parentWidget()) return karaoke_->TakeFocus();
   if (shown == &PanelOf(TableId::Playlist3)) return PanelOf(TableId::Playlist3).TakeFocus();
   if (page_ > 0) return page_buttons_[static_cast<std::size_t>(page_)]->setFocus();
   const bool beside = active_ == TableId::Playlist1 || active_ == TableId::Playlist2;
@@ -306,7 +306,7 @@ void frmMain::ShowFrame() {
   if (listen_->Listening() && ChosenFile() != listen_->File()) listen_->End();
   listen_->Show(view_);
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
-  karaoke_->Show();
+  ShowSong(now);
   music_->ShowAdding(workstation_.Adding());
   equaliser_->Show(view_);
   settings_page_->Show(view_);

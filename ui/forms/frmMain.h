@@ -35,8 +35,10 @@ class MusicPage;
 class OrganPage;
 class PageButton;
 class PlaylistPanel;
+class SongPanel;
 class StatusLine;
 class VisualPanel;
+class frmKaraoke;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
 ///
@@ -64,6 +66,10 @@ class frmMain final : public QMainWindow {
   QWidget* MakeDecks();
   QWidget* MakePages(const Look& look);
   QWidget* MakeMusic(const Look& look);
+  QWidget* MakeKaraoke(const Look& look);
+  /// A row of the karaoke table, from 1.
+  void PlaySong(int row);
+  void ShowSong(support::TimePoint now);
   QWidget* MakeEffects(const Look& look);
   void KeepListenLevel(int level);
   void ListenToChosen();
@@ -127,6 +133,8 @@ class frmMain final : public QMainWindow {
   MusicPage* music_ = nullptr;
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;
+  SongPanel* song_ = nullptr;
+  std::unique_ptr<frmKaraoke> singers_;
   EqualiserPage* equaliser_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
   VisualPanel* visual_ = nullptr;

@@ -19,6 +19,7 @@ Booth::Booth() {
   engine.AddDevice("USB card");
   app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
   ports.dmx = &wire;
+  ports.synthesisers = &synthesisers;
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);
   station->StartUp();

@@ -15,6 +15,7 @@
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "dmx/testing/RecordingDmxInterface.h"
+#include "karaoke/testing/RecordingSynthesiser.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
 #include "support/testing/MemoryFiles.h"
@@ -72,6 +73,7 @@ class Booth : public ::testing::Test {
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;
   app::BuiltInVisualisation visualisation;
+  karaoke::testing::RecordingSynthesisers synthesisers;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;

@@ -1,0 +1,45 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "karaoke/LyricShow.h"
+#include "support/Clock.h"
+
+namespace app {
+
+/// The words of a song and what its title card says. It never changes.
+struct SongWords {
+  std::string title;
+  std::string artist;
+  karaoke::LyricShow show;  ///< without lines where the file has no words
+};
+
+/// What the window draws of karaoke; a snapshot of one tick.
+struct SongView {
+  enum class State { Empty, Loading, Playing, Paused, Stopped, Ended };
+  State state = State::Empty;
+  std::string filename;
+  std::string coming;                      ///< the file that is being made ready, else empty
+  std::shared_ptr<const SongWords> words;  ///< null when no song is there. Shared with the window's pictures
+  std::chrono::microseconds position{0};   ///< heard at the time `at`
+  support::TimePoint at{};
+  double speed = 0;  ///< seconds of the song a second; 0 while it stands
+  std::chrono::microseconds length{0};
+  int volume = 100;    ///< 0 to 100
+  int semitones = 0;   ///< -12 to 12
+  double percent = 0;  ///< tempo from the original
+  int melody = 100;    ///< level of the channel that plays what is sung, 0 to 100
+  bool has_melody = false;
+  std::string failure;         ///< a sentence about the newest song that could not be played
+  std::uint64_t failures = 0;  ///< counts them
+
+  /// Heard at another moment, as far as that can be told from here.
+  [[nodiscard]] std::chrono::microseconds HeardAt(support::TimePoint now) const;
+};
+
+}  // namespace app

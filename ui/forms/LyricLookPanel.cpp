@@ -1,0 +1,164 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/LyricLookPanel.h"
+
+#include <QGridLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "ui/forms/ColourChooser.h"
+#include "ui/forms/Dialogs.h"
+#include "ui/forms/FontChooser.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ColourButton.h"
+#include "ui/widgets/QtDrawing.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+
+LyricLookPanel::LyricLookPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  Name(*this, QStringLiteral("LyricLook"), look.say(SongWord::LookPart));
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.5);
+  rows->addLayout(MakeColours());
+  rows->addLayout(MakeRest());
+  rows->addStretch(1);
+  ShowNames();
+}
+
+QGridLayout* LyricLookPanel::MakeColours() {
+  // The settings' own reader: without a stored background it is white, where the displays are black.
+  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::SettingsPage);
+  const struct {
+    const char* key;
+    SongWord caption;
+    karaoke::Colour colour;
+  } kFields[] = {{"CurrentText", SongWord::CurrentText, present.fill[0]},
+                 {"CurrentWord", SongWord::CurrentWord, present.fill[1]},
+                 {"NextText", SongWord::NextText, present.fill[2]},
+                 {"Outline", SongWord::Outline, present.outline},
+                 {"BackGround", SongWord::BackGround, present.background}};
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.35);
+  int place = 0;
+  for (const auto& field : kFields) {
+    auto* button = new ColourButton({}, look_.skin);
+    button->SetColour(ColourOf(field.colour));
+    Name(*button, QLatin1String(field.key), look_.say(field.caption), look_.say(SongWord::LyricColourTip));
+    connect(button, &QAbstractButton::clicked, this,
+            [this, button, key = std::string(field.key)] { AskForColour(*button, key); });
+    auto* caption = new QLabel(look_.say(field.caption));
+    SetTextColour(*caption, look_.skin.dim);
+    grid->addWidget(caption, place / 2, place % 2 * 2);
+    grid->addWidget(button, place / 2, place % 2 * 2 + 1);
+    ++place;
+  }
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
+  return grid;
+}
+
+QPushButton* LyricLookPanel::MakeButton(const char* name, SongWord caption, SongWord tip) {
+  auto* button = new QPushButton(look_.say(caption));
+  SetKind(*button, "plain");
+  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
+  return button;
+}
+
+QGridLayout* LyricLookPanel::MakeRest() {
+  const auto& say = look_.say;
+  auto* style = new QuietCombo(look_.skin);
+  style->addItems({say(SongWord::SungSweep), say(SongWord::SungWord)});
+  style->setCurrentIndex(workstation_.Settings().Number("Karaoke", "Style") == 1 ? 1 : 0);
+  Name(*style, QStringLiteral("SungStyle"), say(SongWord::SungStyle), say(SongWord::SungStyleTip));
+  connect(style, &QComboBox::activated, this, [this](int index) { Store("Style", std::to_string(index)); });
+  font_ = MakeButton("LyricFont", SongWord::LyricFont, SongWord::LyricFontTip);
+  connect(font_, &QPushButton::clicked, this, &LyricLookPanel::AskForFont);
+  auto* ball = MakeButton("BouncingBall", SongWord::BouncingBall, SongWord::BouncingBallTip);
+  connect(ball, &QPushButton::clicked, this, [this] {
+    AskForPicture("BouncingBall", SongWord::BouncingBall, SongWord::BallFiles, QStringLiteral("*.ico *.gif"),
+                  QStringLiteral("ico"));
+  });
+  auto* picture = MakeButton("BackPicture", SongWord::BackPicture, SongWord::BackPictureTip);
+  connect(picture, &QPushButton::clicked, this, [this] {
+    AskForPicture("Picture", SongWord::BackPicture, SongWord::PictureFiles,
+                  QStringLiteral("*.png *.jpg *.jpeg *.bmp *.gif"), {});
+  });
+  no_picture_ = MakeButton("NoPicture", SongWord::PictureNone, SongWord::PictureNoneTip);
+  connect(no_picture_, &QPushButton::clicked, this, [this] { Store("Picture", ""); });
+  const auto caption = [this](SongWord word) {
+    auto* label = new QLabel(look_.say(word));
+    SetTextColour(*label, look_.skin.dim);
+    return label;
+  };
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.35);
+  grid->addWidget(caption(SongWord::SungStyle), 0, 0);
+  grid->addWidget(style, 0, 1, 1, 2);
+  grid->addWidget(caption(SongWord::LyricFont), 1, 0);
+  grid->addWidget(font_, 1, 1, 1, 2);
+  grid->addWidget(ball, 2, 0);
+  grid->addWidget(picture, 2, 1);
+  grid->addWidget(no_picture_, 2, 2);
+  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(2, 1);
+  return grid;
+}
+
+void LyricLookPanel::Store(const std::string& key, const std::string& value) {
+  workstation_.Settings().SetText("Karaoke", key, value);
+  ShowNames();
+  Q_EMIT Changed();
+}
+
+void LyricLookPanel::ShowNames() {
+  font_->setText(Decode(workstation_.Settings().Text("Karaoke", "FontName")));
+  no_picture_->setEnabled(!workstation_.Settings().Text("Karaoke", "Picture").empty());
+}
+
+void LyricLookPanel::AskForColour(ColourButton& button, const std::string& key) {
+  delete dialog_;
+  auto* chooser = new ColourChooser(button.Colour(), look_, this);
+  chooser->setWindowTitle(button.accessibleName());
+  connect(chooser, &ColourChooser::Chosen, this, [this, &button, key](const QColor& colour) {
+    button.SetColour(colour);
+    Store(key, std::to_string(ColourFrom(colour)));
+  });
+  dialog_ = chooser;
+  ShowDialog(*chooser, *this);
+}
+
+void LyricLookPanel::AskForFont() {
+  delete dialog_;
+  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::Display);
+  auto* chooser =
+      new FontChooser({Decode(present.font_name), present.font_bold, present.font_italic}, look_, this);
+  connect(chooser, &FontChooser::Chosen, this, [this](const FontChooser::Choice& choice) {
+    workstation_.Settings().SetText("Karaoke", "FontName", choice.family.toStdString());
+    workstation_.Settings().SetFlag("Karaoke", "FontBold", choice.bold);
+    workstation_.Settings().SetFlag("Karaoke", "FontItalic", choice.italic);
+    ShowNames();
+    Q_EMIT Changed();
+  });
+  dialog_ = chooser;
+  ShowDialog(*chooser, *this);
+}
+
+void LyricLookPanel::AskForPicture(const std::string& key, SongWord title, SongWord kind,
+                                   const QString& masks, const QString& suffix) {
+  delete dialog_;
+  QFileDialog* dialog =
+      MakeFileDialog(*window(), look_, QFileDialog::ExistingFile, Say::AddFilesTitle, Say::DialogChoose);
+  dialog->setObjectName(QStringLiteral("PictureDialog"));
+  dialog->setWindowTitle(look_.say(title));
+  dialog->setNameFilter(QStringLiteral("%1 (%2)").arg(look_.say(kind), masks));
+  dialog->setDefaultSuffix(suffix);
+  connect(dialog, &QFileDialog::urlSelected, this,
+          [this, key](const QUrl& url) { Store(key, PathBytes(url)); });
+  dialog_ = dialog;
+  ShowDialog(*dialog, *this);
+}
+
+}  // namespace ui

@@ -1,0 +1,302 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/SongPanel.h"
+
+#include <QGridLayout>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <algorithm>
+#include <cmath>
+
+#include "ui/forms/LyricLookPanel.h"
+#include "ui/forms/frmKaraoke.h"
+#include "ui/models/SceneLooks.h"
+#include "ui/models/TimeText.h"
+#include "ui/strings/Decode.h"
+#include "ui/strings/SongWords.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/LyricSurface.h"
+#include "ui/widgets/QuietCombo.h"
+#include "ui/widgets/TransportButton.h"
+#include "ui/widgets/WaveOverview.h"
+
+namespace ui {
+namespace {
+
+using State = app::SongView::State;
+using Symbol = TransportButton::Symbol;
+
+constexpr int kMostTempo = 50;
+constexpr int kMostKey = 12;
+
+QString Signed(int value) {
+  if (value == 0) return QStringLiteral("0");
+  return (value > 0 ? QStringLiteral("+%1") : QStringLiteral("−%1")).arg(std::abs(value));
+}
+
+QString TitleOf(const app::SongView& view) {
+  if (view.words == nullptr) return {};
+  const QString title = Decode(view.words->title), artist = Decode(view.words->artist);
+  if (title.isEmpty()) return Decode(std::filesystem::path(view.filename).filename().string());
+  return artist.isEmpty() ? title : QStringLiteral("%1 – %2").arg(artist, title);
+}
+
+}  // namespace
+
+SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), workstation_(workstation), singers_(singers), look_(look) {
+  const auto& say = look.say;
+  Name(*this, QStringLiteral("SongPanel"), say(SongWord::SingersWords));
+  words_ = new LyricSurface(karaoke::LyricDisplay::MainWindow);
+  Name(*words_, QStringLiteral("pctKaraoke"), say(SongWord::SingersWords), say(SongWord::SingersWordsTip));
+  auto* shown = new QVBoxLayout;
+  SetSpacingEm(*shown, 0, 0.3);
+  shown->addWidget(words_, 1);
+  shown->addLayout(MakeTransport());
+  stack_ = new QStackedWidget;
+  stack_->addWidget(MakeSong());
+  appearance_ = new LyricLookPanel(workstation, look);
+  connect(appearance_, &LyricLookPanel::Changed, this, &SongPanel::UseLook);
+  stack_->addWidget(appearance_);
+  auto* beside = new QVBoxLayout;
+  SetSpacingEm(*beside, 0, 0.3);
+  beside->addLayout(MakeHead());
+  beside->addWidget(stack_, 1);
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0.4, 0.8);
+  row->addLayout(shown, 1);
+  row->addLayout(beside);
+  shown_failures_ = workstation.Songs().View().failures;
+  connect(&singers, &frmKaraoke::PlacesChanged, this, &SongPanel::FillScreens);
+  FillScreens();
+  FillSoundfonts();
+  UseLook();
+  ShowPart(0);
+}
+
+QHBoxLayout* SongPanel::MakeTransport() {
+  const auto& say = look_.say;
+  const auto button = [&](const char* name, Symbol symbol, SongWord called, SongWord tip) {
+    auto* made = new TransportButton(look_.skin, look_.skin.Deck(1), symbol, TransportButton::Size::Normal);
+    Name(*made, QLatin1String(name), say(called), say(tip));
+    return made;
+  };
+  play_ = button("SongPlay", Symbol::Play, SongWord::SongPlay, SongWord::SongPlayTip);
+  stop_ = button("SongStop", Symbol::Stop, SongWord::SongStop, SongWord::SongStopTip);
+  connect(play_, &QPushButton::clicked, this, &SongPanel::PlayOrPause);
+  connect(stop_, &QPushButton::clicked, this, [this] { workstation_.Songs().Stop(); });
+  place_ = new WaveOverview(look_.skin, look_.skin.text);
+  Name(*place_, QStringLiteral("SongPlace"), say(SongWord::SongPlace), say(Say::OverviewTip));
+  connect(place_, &WaveOverview::SeekWanted, this,
+          [this](std::chrono::microseconds place) { workstation_.Songs().Seek(place); });
+  time_ = new QLabel;
+  Name(*time_, QStringLiteral("SongTime"), {});
+  SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
+  time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.4);
+  row->addWidget(play_);
+  row->addWidget(stop_);
+  row->addWidget(place_, 1);
+  row->addWidget(time_);
+  return row;
+}
+
+QHBoxLayout* SongPanel::MakeHead() {
+  constexpr SongWord kCaptions[] = {SongWord::SongPart, SongWord::LookPart};
+  constexpr SongWord kTips[] = {SongWord::SongPartTip, SongWord::LookPartTip};
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.3);
+  for (int part = 0; part < 2; ++part) {
+    auto* button = new QPushButton(look_.say(kCaptions[part]));
+    SetKind(*button, "lamp1");
+    button->setCheckable(true);
+    Name(*button, QStringLiteral("SongPart%1").arg(part + 1), look_.say(kCaptions[part]),
+         look_.say(kTips[part]));
+    connect(button, &QPushButton::clicked, this, [this, part] { ShowPart(part); });
+    row->addWidget(button, 1);
+    parts_[part] = button;
+  }
+  SetHeightEm(*parts_[0], kListHeadEms);
+  SetHeightEm(*parts_[1], kListHeadEms);
+  return row;
+}
+
+QWidget* SongPanel::MakeSong() {
+  app::SongDesk& songs = workstation_.Songs();
+  title_ = new ElidedLabel;
+  title_->UseTwoLines();
+  Name(*title_, QStringLiteral("SongTitle"), {});
+  SetFontEm(*title_, 1.1, Weight::Bold);
+  SetHeightEm(*title_, 3.2);
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.35);
+  volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);
+  key_ = MakeLevel(*grid, "SongKey", SongWord::SongKey, SongWord::SongKeyTip);
+  tempo_ = MakeLevel(*grid, "SongTempo", SongWord::SongTempo, SongWord::SongTempoTip);
+  melody_ = MakeLevel(*grid, "SongMelody", SongWord::SongMelody, SongWord::SongMelodyTip);
+  volume_.fader->setRange(0, 100);
+  melody_.fader->setRange(0, 100);
+  key_.fader->setRange(-kMostKey, kMostKey);
+  key_.fader->setPageStep(1);
+  key_.fader->SetRest(0);
+  tempo_.fader->setRange(-kMostTempo, kMostTempo);
+  tempo_.fader->setPageStep(5);
+  tempo_.fader->SetRest(0);
+  const auto moved = [this](Level& level, auto send) {
+    connect(level.fader, &QSlider::valueChanged, this, [this, &level, send](int value) {
+      level.echo.Sent(static_cast<float>(value), now_);
+      send(value);
+      ShowValues();
+    });
+  };
+  moved(volume_, [&songs](int value) { songs.SetVolume(value); });
+  moved(key_, [&songs](int value) { songs.SetKey(value); });
+  moved(tempo_, [&songs](int value) { songs.SetTempo(value); });
+  moved(melody_, [&songs](int value) { songs.SetMelody(value); });
+  screen_ = MakeList(*grid, "SingersScreen", SongWord::Screen, SongWord::ScreenTip);
+  connect(screen_, &QComboBox::activated, this,
+          [this] { singers_.ShowOn(screen_->currentData().toString()); });
+  soundfont_ = MakeList(*grid, "Soundfont", SongWord::Soundfont, SongWord::SoundfontTip);
+  connect(soundfont_, &QComboBox::activated, this, [this] {
+    workstation_.Songs().SetSoundfont(soundfont_->currentData().toByteArray().toStdString());
+  });
+  grid->setColumnStretch(1, 1);
+  auto* part = new QWidget;
+  auto* rows = new QVBoxLayout(part);
+  SetSpacingEm(*rows, 0, 0.3);
+  rows->addWidget(title_);
+  rows->addLayout(grid);
+  rows->addStretch(1);
+  return part;
+}
+
+SongPanel::Level SongPanel::MakeLevel(QGridLayout& grid, const char* name, SongWord caption, SongWord tip) {
+  const int row = grid.rowCount();
+  auto* label = new QLabel(look_.say(caption));
+  SetTextColour(*label, look_.skin.dim);
+  Level level{new Fader(Qt::Horizontal, look_.skin, look_.skin.text), new QLabel};
+  Name(*level.fader, QLatin1String(name), look_.say(caption), look_.say(tip));
+  Name(*level.value, QLatin1String(name) + QStringLiteral("Value"), {});
+  SetWidest(*level.value, QStringLiteral("+50 %"));
+  level.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  grid.addWidget(label, row, 0);
+  grid.addWidget(level.fader, row, 1);
+  grid.addWidget(level.value, row, 2);
+  return level;
+}
+
+QuietCombo* SongPanel::MakeList(QGridLayout& grid, const char* name, SongWord caption, SongWord tip) {
+  const int row = grid.rowCount();
+  auto* label = new QLabel(look_.say(caption));
+  SetTextColour(*label, look_.skin.dim);
+  auto* list = new QuietCombo(look_.skin);
+  Name(*list, QLatin1String(name), look_.say(caption), look_.say(tip));
+  grid.addWidget(label, row, 0);
+  grid.addWidget(list, row, 1, 1, 2);
+  return list;
+}
+
+void SongPanel::ShowPart(int part) {
+  stack_->setCurrentIndex(part);
+  for (int i = 0; i < 2; ++i) parts_[i]->setChecked(i == part);
+  const auto& say = look_.say;
+  const auto sample = part == 0 ? nullptr : SampleWords(say(SongWord::SampleLine), say(SongWord::SampleNext));
+  words_->SetSample(sample, kSampleTime);
+}
+
+void SongPanel::FillScreens() {
+  const auto& say = look_.say;
+  screen_->clear();
+  screen_->addItem(say(SongWord::ScreenNowhere), frmKaraoke::kNowhere);
+  for (const frmKaraoke::ScreenPlace& place : singers_.Screens()) {
+    const QString text = place.connected ? say(SongWord::ScreenNumber)
+                                               .arg(place.number)
+                                               .arg(place.name)
+                                               .arg(place.size.width())
+                                               .arg(place.size.height())
+                                         : say(SongWord::ScreenGone).arg(place.name);
+    screen_->addItem(text, place.name);
+  }
+  screen_->addItem(say(SongWord::ScreenWindow), frmKaraoke::kInWindow);
+  screen_->setCurrentIndex(std::max(0, screen_->findData(singers_.Place())));
+}
+
+void SongPanel::FillSoundfonts() {
+  const auto& found = workstation_.Songs().Soundfonts();
+  shown_soundfonts_ = found.size();
+  const auto chosen = QByteArray::fromStdString(workstation_.Songs().Soundfont());
+  soundfont_->clear();
+  soundfont_->addItem(look_.say(SongWord::SoundfontFirst), QByteArray());
+  for (const karaoke::Soundfont& font : found) {
+    soundfont_->addItem(Decode(font.name), QByteArray::fromStdString(font.path));
+  }
+  if (!chosen.isEmpty() && soundfont_->findData(chosen) < 0)
+    soundfont_->addItem(Decode(chosen.toStdString()), chosen);
+  soundfont_->setCurrentIndex(std::max(0, soundfont_->findData(chosen)));
+}
+
+void SongPanel::UseLook() {
+  const SceneLook look = ReadSceneLook(workstation_);
+  words_->SetLook(look);
+  singers_.SetLook(look);
+}
+
+void SongPanel::PlayOrPause() {
+  app::SongDesk& songs = workstation_.Songs();
+  state_ == State::Playing ? songs.Pause() : songs.Resume();
+}
+
+void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
+  now_ = now;
+  state_ = view.state;
+  words_->Show(view, now);
+  const bool loaded = view.words != nullptr;
+  const bool plays = view.state == State::Playing;
+  play_->SetSymbol(plays ? Symbol::Pause : Symbol::Play);
+  play_->SetLit(plays);
+  for (QWidget* control :
+       {static_cast<QWidget*>(play_), static_cast<QWidget*>(stop_), static_cast<QWidget*>(place_)}) {
+    control->setEnabled(loaded);
+  }
+  place_->Show(view.position, view.length);
+  SetText(*time_, loaded ? QStringLiteral("%1 / %2").arg(MinutesText(view.position), MinutesText(view.length))
+                         : QString());
+  const QString coming = Decode(std::filesystem::path(view.coming).filename().string());
+  title_->Show(!coming.isEmpty() ? look_.say(SongWord::SongComes).arg(coming)
+               : loaded          ? TitleOf(view)
+                                 : look_.say(SongWord::NoSong));
+  ShowLevels(view, now);
+  if (shown_soundfonts_ != workstation_.Songs().Soundfonts().size()) FillSoundfonts();
+  if (shown_failures_ == view.failures) return;
+  shown_failures_ = view.failures;
+  Q_EMIT Failed(view.failure);
+}
+
+void SongPanel::ShowLevels(const app::SongView& view, support::TimePoint now) {
+  ShowLevel(volume_, view.volume, now);
+  ShowLevel(key_, view.semitones, now);
+  ShowLevel(tempo_, static_cast<int>(std::lround(view.percent)), now);
+  ShowLevel(melody_, view.melody, now);
+  const bool loaded = view.words != nullptr;
+  key_.fader->setEnabled(loaded);
+  tempo_.fader->setEnabled(loaded);
+  melody_.fader->setEnabled(!loaded || view.has_melody);
+  ShowValues();
+}
+
+void SongPanel::ShowLevel(Level& level, int value, support::TimePoint now) {
+  if (level.fader->isSliderDown() || !level.echo.Believe(static_cast<float>(value), now)) return;
+  const QSignalBlocker quiet(level.fader);
+  level.fader->setValue(value);
+}
+
+void SongPanel::ShowValues() {
+  SetText(*volume_.value, QString::number(volume_.fader->value()));
+  SetText(*melody_.value, QString::number(melody_.fader->value()));
+  SetText(*key_.value, Signed(key_.fader->value()));
+  SetText(*tempo_.value, Signed(tempo_.fader->value()) + QStringLiteral(" %"));
+}
+
+}  // namespace ui

@@ -1,0 +1,87 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QLabel>
+#include <string>
+
+#include "app/Workstation.h"
+#include "ui/models/SentEcho.h"
+#include "ui/strings/SongWords.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QGridLayout;
+class QHBoxLayout;
+class QPushButton;
+class QStackedWidget;
+
+namespace ui {
+
+class ElidedLabel;
+class Fader;
+class LyricLookPanel;
+class LyricSurface;
+class QuietCombo;
+class TransportButton;
+class WaveOverview;
+class frmKaraoke;
+
+/// The song that plays: its words, its transport, the singer's wishes, and how and where the words are shown.
+class SongPanel final : public Surface {
+  Q_OBJECT
+
+ public:
+  /// singers outlives the panel.
+  SongPanel(app::Workstation& workstation, frmKaraoke& singers, const Look& look, QWidget* parent = nullptr);
+
+  void Show(const app::SongView& view, support::TimePoint now);
+
+ Q_SIGNALS:
+  /// A sentence about a song that could not be played.
+  void Failed(const std::string& sentence);
+
+ private:
+  /// A slider with its caption and its value.
+  struct Level {
+    Fader* fader;
+    QLabel* value;
+    SentEcho echo{};
+  };
+
+  [[nodiscard]] QHBoxLayout* MakeTransport();
+  [[nodiscard]] QWidget* MakeSong();
+  [[nodiscard]] QHBoxLayout* MakeHead();
+  Level MakeLevel(QGridLayout& grid, const char* name, SongWord caption, SongWord tip);
+  QuietCombo* MakeList(QGridLayout& grid, const char* name, SongWord caption, SongWord tip);
+  void ShowPart(int part);
+  void FillScreens();
+  void FillSoundfonts();
+  void ShowLevels(const app::SongView& view, support::TimePoint now);
+  void ShowLevel(Level& level, int value, support::TimePoint now);
+  void ShowValues();
+  void PlayOrPause();
+  void UseLook();
+
+  app::Workstation& workstation_;
+  frmKaraoke& singers_;
+  Look look_;
+  LyricSurface* words_;
+  TransportButton* play_;
+  TransportButton* stop_;
+  WaveOverview* place_;
+  QLabel* time_;
+  ElidedLabel* title_;
+  QPushButton* parts_[2]{};
+  QStackedWidget* stack_;
+  Level volume_{}, key_{}, tempo_{}, melody_{};
+  QuietCombo* screen_ = nullptr;
+  QuietCombo* soundfont_ = nullptr;
+  LyricLookPanel* appearance_ = nullptr;
+  std::size_t shown_soundfonts_ = 0;
+  std::uint64_t shown_failures_ = 0;
+  app::SongView::State state_ = app::SongView::State::Empty;
+  support::TimePoint now_{};
+};
+
+}  // namespace ui

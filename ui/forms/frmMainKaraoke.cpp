@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QHBoxLayout>
+
+#include "ui/forms/KaraokePage.h"
+#include "ui/forms/SongPanel.h"
+#include "ui/forms/frmKaraoke.h"
+#include "ui/forms/frmMain.h"
+
+namespace ui {
+
+QWidget* frmMain::MakeKaraoke(const Look& look) {
+  if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
+  singers_->setWindowTitle(windowTitle());
+  karaoke_ = new KaraokePage(workstation_.Karaoke(), look);
+  song_ = new SongPanel(workstation_, *singers_, look);
+  connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
+  connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
+  connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
+  auto* box = new QWidget;
+  auto* row = new QHBoxLayout(box);
+  SetSpacingEm(*row, 0, 0.4);
+  row->addWidget(karaoke_, 4);
+  row->addWidget(song_, 6);
+  return box;
+}
+
+void frmMain::PlaySong(int row) {
+  namespace column = catalogue::karaoke;
+  const catalogue::track_table& table = workstation_.Karaoke();
+  const auto cell = [&](int which) { return std::string(table.Cell(row, which)); };
+  const std::string filename = cell(column::kFilename);
+  if (filename.empty()) return;
+  workstation_.Songs().Play({filename, cell(column::kArtist), cell(column::kTitle)});
+}
+
+void frmMain::ShowSong(support::TimePoint now) {
+  karaoke_->Show();
+  const app::SongView& song = workstation_.Songs().View();
+  song_->Show(song, now);
+  singers_->Show(song, now);
+}
+
+}  // namespace ui

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/models/SceneLooks.h"
+
+#include <QImageReader>
+#include <QStringList>
+
+namespace ui {
+namespace {
+
+/// The largest picture of a file that holds several.
+QImage ReadPicture(const std::filesystem::path& path) {
+  QImageReader reader(QString::fromStdString(path.string()));
+  reader.setAutoTransform(true);
+  QImage largest;
+  constexpr int kMostPictures = 32;
+  for (int i = 0; i < kMostPictures; ++i) {
+    const QImage image = reader.read();
+    if (image.isNull()) break;
+    if (image.width() > largest.width()) largest = image;
+    if (reader.supportsAnimation() || !reader.jumpToNextImage()) break;
+  }
+  return largest;
+}
+
+}  // namespace
+
+SceneLook ReadSceneLook(app::Workstation& workstation) {
+  SceneLook look;
+  look.lyric = workstation.Songs().Look(karaoke::LookReader::Display);
+  look.style = workstation.Settings().Number("Karaoke", "Style") == 1 ? SungStyle::Word : SungStyle::Sweep;
+  look.ball = ReadPicture(workstation.Songs().Native(look.lyric.bouncing_ball));
+  const std::string picture = workstation.Settings().Text("Karaoke", "Picture");
+  if (!picture.empty()) look.picture = ReadPicture(workstation.Songs().Native(picture));
+  return look;
+}
+
+std::shared_ptr<const app::SongWords> SampleWords(const QString& line, const QString& next) {
+  karaoke::Song song;
+  std::chrono::milliseconds at(5000);
+  for (const QString& text : {line, next}) {
+    const int number = static_cast<int>(song.lines.size());
+    song.lines.push_back(text.toStdString());
+    for (const QString& word : text.split(QLatin1Char(' '))) {
+      song.syllables.push_back({at, number, (word + QLatin1Char(' ')).toStdString()});
+      at += std::chrono::milliseconds(500);
+    }
+  }
+  return std::make_shared<const app::SongWords>(app::SongWords{"", "", karaoke::LyricShow(song)});
+}
+
+}  // namespace ui
