@@ -36,6 +36,11 @@ enum class Sentence : int {
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+  FolderUnreadable,
+  FolderLost,
+  FoldersLeftOut,
+  RowsGone,
+  NoSongInFile,
 
   UnplayableFormat = 801,
   NoMemoryForFile,
