@@ -56,7 +56,7 @@ void Look(DIR* folder, const dirent& entry, std::int64_t now, const catalogue::F
           FolderContent& content) {
   const std::string_view name = entry.d_name;
   if (name == "." || name == "..") return;
-  if (entry.d_type == DT_DIR) return content.folders.emplace_back(name);
+  if (entry.d_type == DT_DIR) return content.folders.push_back(std::string(name));
   const bool is_file = entry.d_type == DT_REG;
   if (is_file && !wanted(name)) return;
   struct stat status {};
@@ -65,7 +65,7 @@ void Look(DIR* folder, const dirent& entry, std::int64_t now, const catalogue::F
     if (wanted(name)) content.files.push_back({std::string(name), {}, true});
     return;
   }
-  if (S_ISDIR(status.st_mode)) return content.folders.emplace_back(name);
+  if (S_ISDIR(status.st_mode)) return content.folders.push_back(std::string(name));
   if (!is_file && !wanted(name)) return;
   const std::int64_t modified = FileTime(status.st_mtim);
   content.files.push_back(
