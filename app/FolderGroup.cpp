@@ -32,29 +32,25 @@ support::Result<catalogue::TrackCells> MaterialIn(const TreePorts& ports, const 
 }  // namespace
 
 void FolderGroup::Add(catalogue::WalkedFolder folder) {
-  Folder added;
-  added.files.reserve(folder.files.size());
-  for (ListedFile& file : folder.files) {
-    added.files.emplace_back();
-    added.files.back().listed = std::move(file);
-  }
-  folder.files.clear();
-  added.walked = std::move(folder);
-  files_ += added.files.size();
-  folders_.push_back(std::move(added));
+  files_ += folder.files.size();
+  folders_.emplace_back();
+  folders_.back().files.resize(folder.files.size());
+  folders_.back().walked = std::move(folder);
 }
 
 catalogue::SidePart FolderGroup::Part() const {
   return mode_ == ScanMode::Music ? catalogue::SidePart::Music : catalogue::SidePart::Karaoke;
 }
 
-std::vector<FolderGroup::Place> FolderGroup::Match(catalogue::SideStore* store) {
+std::vector<FolderGroup::Place> FolderGroup::Match(const TreePorts& ports) {
   std::vector<Place> to_read;
   for (Folder& folder : folders_) {
-    if (folder.files.empty()) continue;
-    auto record = store == nullptr ? std::nullopt : store->Read(folder.walked.path, kFolderStamp, Part());
+    const std::string& path = folder.walked.path;
+    ports.folders.Look(path, folder.walked.files);
+    auto record = ports.store == nullptr ? std::nullopt : ports.store->Read(path, kFolderStamp, Part());
     if (record) folder.record = std::move(*record);
-    MatchFolder(folder);
+    Match(folder);
+    for (const ListedFile& file : folder.walked.files) bytes_ += file.stamp.size;
     for (std::size_t file = 0; folder.changed && file < folder.files.size(); ++file) {
       if (folder.files[file].state != File::State::ToRead) continue;
       to_read.push_back({static_cast<std::size_t>(&folder - folders_.data()), file});
@@ -64,18 +60,18 @@ std::vector<FolderGroup::Place> FolderGroup::Match(catalogue::SideStore* store) 
 }
 
 /// Both lists are in byte order of the names.
-void FolderGroup::MatchFolder(Folder& folder) const {
+void FolderGroup::Match(Folder& folder) const {
   catalogue::FolderRecordReader record(folder.record);
   catalogue::KnownFile known;
   bool more = record.Next(known);
-  for (File& file : folder.files) {
-    while (more && known.name < file.listed.name) {
+  for (std::size_t i = 0; i < folder.files.size(); ++i) {
+    const ListedFile& listed = folder.walked.files[i];
+    while (more && known.name < listed.name) {
       folder.changed = true;
       more = record.Next(known);
     }
-    if (more && known.name == file.listed.name && known.stamp == file.listed.stamp) {
-      file.state = known.playable ? File::State::Playable : File::State::Unplayable;
-      file.cells = known.cells;
+    if (more && known.name == listed.name && known.stamp == listed.stamp) {
+      folder.files[i] = {known.playable ? File::State::Playable : File::State::Unplayable, known.cells, {}};
       more = record.Next(known);
     } else {
       folder.changed = true;
@@ -88,7 +84,8 @@ void FolderGroup::Read(const TreePorts& ports, Place place) {
   using support::ErrorCode;
   const Folder& folder = folders_[place.folder];
   File& file = folders_[place.folder].files[place.file];
-  auto material = MaterialIn(ports, catalogue::PathIn(folder.walked.path, file.listed.name));
+  auto material =
+      MaterialIn(ports, catalogue::PathIn(folder.walked.path, folder.walked.files[place.file].name));
   if (material) {
     file.read = std::make_unique<catalogue::TrackCells>(std::move(material).Value());
     file.cells = catalogue::ViewsOf(*file.read);
@@ -103,14 +100,16 @@ void FolderGroup::Read(const TreePorts& ports, Place place) {
 
 void FolderGroup::AddRows(const Folder& folder) {
   bool unread = false;
-  for (const File& file : folder.files) {
+  for (std::size_t i = 0; i < folder.files.size(); ++i) {
+    const File& file = folder.files[i];
+    const std::string& name = folder.walked.files[i].name;
     unread = unread || file.state == File::State::Unreadable;
-    const auto mask = catalogue::MaskOf(mode_, file.listed.name);
+    const auto mask = catalogue::MaskOf(mode_, name);
     if (file.state != File::State::Playable || !mask) {
       ++left_out_;
       continue;
     }
-    const std::string path = catalogue::PathIn(folder.walked.path, file.listed.name);
+    const std::string path = catalogue::PathIn(folder.walked.path, name);
     catalogue::CellViews cells = file.cells;
     catalogue::NameRow(cells, path, names_);
     if (mode_ == ScanMode::Music) {
@@ -125,10 +124,12 @@ void FolderGroup::AddRows(const Folder& folder) {
 void FolderGroup::AddEntries(catalogue::SideStore& store, const Folder& folder,
                              std::vector<catalogue::SideEntry>& entries) const {
   catalogue::FolderRecordWriter record;
-  for (const File& file : folder.files) {
+  for (std::size_t i = 0; i < folder.files.size(); ++i) {
+    const File& file = folder.files[i];
+    const ListedFile& listed = folder.walked.files[i];
     const bool playable = file.state == File::State::Playable;
-    if (file.listed.fresh || (!playable && file.state != File::State::Unplayable)) continue;
-    record.Add({file.listed.name, file.listed.stamp, playable, file.cells});
+    if (listed.fresh || (!playable && file.state != File::State::Unplayable)) continue;
+    record.Add({listed.name, listed.stamp, playable, file.cells});
   }
   entries.push_back({folder.walked.path, kFolderStamp, Part(), record.Take()});
   for (const ListedFile& image : folder.walked.images) {

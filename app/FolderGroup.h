@@ -32,8 +32,10 @@ class FolderGroup {
     std::size_t folder;
     std::size_t file;
   };
-  /// Looks up what is kept, and gives the files that have to be read.
-  [[nodiscard]] std::vector<Place> Match(catalogue::SideStore* store);
+  /// Looks at the files and at what is kept of them, and gives those that have to be read.
+  [[nodiscard]] std::vector<Place> Match(const TreePorts& ports);
+  /// Of all files, once they were looked at.
+  [[nodiscard]] std::int64_t Bytes() const { return bytes_; }
   void Read(const TreePorts& ports, Place place);
   /// Makes the rows of each mask and keeps what was read. The rest is let go of.
   void Finish(catalogue::SideStore* store);
@@ -51,19 +53,18 @@ class FolderGroup {
  private:
   struct File {
     enum class State { ToRead, Playable, Unplayable, Unreadable };
-    catalogue::ListedFile listed;
     State state = State::ToRead;
     catalogue::CellViews cells;
     std::unique_ptr<catalogue::TrackCells> read;
   };
   struct Folder {
     catalogue::WalkedFolder walked;
-    std::vector<File> files;
+    std::vector<File> files;  ///< as they were listed
     std::string record;
     bool changed = false;
   };
   [[nodiscard]] catalogue::SidePart Part() const;
-  void MatchFolder(Folder& folder) const;
+  void Match(Folder& folder) const;
   void AddRows(const Folder& folder);
   void AddEntries(catalogue::SideStore& store, const Folder& folder,
                   std::vector<catalogue::SideEntry>& entries) const;
@@ -72,6 +73,7 @@ class FolderGroup {
   catalogue::NameRule names_;
   std::vector<Folder> folders_;
   std::size_t files_ = 0;
+  std::int64_t bytes_ = 0;
   std::vector<catalogue::track_table> rows_;
   int left_out_ = 0;
   std::vector<Known> to_prove_;

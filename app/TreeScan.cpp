@@ -82,7 +82,6 @@ void TreeScan::Scan::List() {
     auto folder = walk_.Step();
     if (folder && !folder->files.empty()) group.Add(std::move(*folder));
   }
-  bytes_ = walk_.Bytes();
   total_ += static_cast<int>(group.Files());
   if (walk_.Now() == Walk::State::Going) {
     Push([this] { List(); }, Lanes::Turn::First);
@@ -95,7 +94,8 @@ void TreeScan::Scan::List() {
 }
 
 void TreeScan::Scan::Match(Work& work) {
-  const auto to_read = work.group.Match(ports_.store);
+  const auto to_read = work.group.Match(ports_);
+  bytes_ += work.group.Bytes();
   done_ += static_cast<int>(work.group.Files() - to_read.size());
   if (to_read.empty()) return Finish(work);
   work.parts = static_cast<int>((to_read.size() + kFilesAtOnce - 1) / kFilesAtOnce);
@@ -136,7 +136,7 @@ void TreeScan::Scan::End() {
   const auto columns =
       wish_.mode == catalogue::ScanMode::Music ? catalogue::TrackColumns() : catalogue::KaraokeColumns();
   ScanFound found{End::Complete, catalogue::track_table(columns)};
-  found.bytes = walk_.Bytes();
+  found.bytes = bytes_;
   found.unreadable = walk_.Unreadable();
   found.where = walk_.Where();
   if (cancelled_) {

@@ -113,7 +113,6 @@ void FolderWalk::Enter(const std::string& path) {
     if (karaoke && IsDiscImage(file.name)) {
       level.folder.images.push_back(std::move(file));
     } else {
-      bytes_ += file.stamp.size;
       level.folder.files.push_back(std::move(file));
     }
   }

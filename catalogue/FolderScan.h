@@ -57,8 +57,6 @@ class FolderWalk {
   /// Lists one folder at most, so it may give none while it is going.
   std::optional<WalkedFolder> Step();
   [[nodiscard]] State Now() const { return state_; }
-  /// Of all files so far that a mask takes.
-  [[nodiscard]] std::int64_t Bytes() const { return bytes_; }
   /// Whether what is found by the folder's path now is still that folder. A stick that is pulled may leave an
   /// empty one behind.
   [[nodiscard]] bool StillThere(const std::string& path, const std::string& identity);
@@ -85,7 +83,6 @@ class FolderWalk {
   std::string where_;
   std::vector<Level> levels_;
   std::set<std::string> entered_;
-  std::int64_t bytes_ = 0;
   std::vector<std::string> unreadable_;
 };
 

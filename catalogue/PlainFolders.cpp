@@ -16,20 +16,6 @@ namespace fs = std::filesystem;
 /// As coarse as file systems on sticks count.
 constexpr std::chrono::seconds kFresh{2};
 
-void Look(const fs::directory_entry& entry, const FolderReader::Wanted& wanted, FolderContent& content) {
-  std::error_code error;
-  const std::string name = entry.path().filename().string();
-  if (entry.is_directory(error)) return content.folders.push_back(name);
-  if (!wanted(name)) return;
-  const std::uintmax_t size = entry.file_size(error);
-  const auto modified = error ? fs::file_time_type{} : entry.last_write_time(error);
-  // One that leads nowhere is listed too, so that it can be told.
-  if (error) return content.files.push_back({name, {}, true});
-  content.files.push_back({name,
-                           {static_cast<std::int64_t>(size), modified.time_since_epoch().count()},
-                           modified > fs::file_time_type::clock::now() - kFresh});
-}
-
 }  // namespace
 
 support::Result<FolderContent> PlainFolders::List(const std::string& folder, const Wanted& wanted) {
@@ -41,12 +27,31 @@ support::Result<FolderContent> PlainFolders::List(const std::string& folder, con
   }
   fs::directory_iterator entry(folder, error);
   for (const fs::directory_iterator end; !error && entry != end; entry.increment(error)) {
-    Look(*entry, wanted, content);
+    const std::string name = entry->path().filename().string();
+    std::error_code ignored;
+    if (entry->is_directory(ignored)) {
+      content.folders.push_back(name);
+    } else if (wanted(name)) {
+      content.files.push_back({name, {}});
+    }
   }
   if (error) {
     return support::Failed(support::ErrorCode::Unreadable, support::Sentence::FolderUnreadable, {folder});
   }
   return content;
+}
+
+void PlainFolders::Look(const std::string& folder, std::vector<ListedFile>& files) {
+  const auto now = fs::file_time_type::clock::now();
+  for (ListedFile& file : files) {
+    const fs::path path = fs::path(folder) / file.name;
+    std::error_code error;
+    const std::uintmax_t size = fs::file_size(path, error);
+    const auto modified = error ? fs::file_time_type{} : fs::last_write_time(path, error);
+    if (error) continue;
+    file.stamp = {static_cast<std::int64_t>(size), modified.time_since_epoch().count()};
+    file.fresh = modified > now - kFresh;
+  }
 }
 
 }  // namespace catalogue

@@ -10,6 +10,7 @@ namespace catalogue {
 class PlainFolders final : public FolderReader {
  public:
   support::Result<FolderContent> List(const std::string& folder, const Wanted& wanted) override;
+  void Look(const std::string& folder, std::vector<ListedFile>& files) override;
 };
 
 }  // namespace catalogue

@@ -12,12 +12,13 @@
 
 namespace catalogue {
 
-/// A file as its folder lists it.
+/// A file of a folder.
 struct ListedFile {
   std::string name;
+  // Filled in by Look.
   FileStamp stamp;
-  /// Written a moment ago: it may be changed once more and keep its stamp.
-  bool fresh = false;
+  /// Written a moment ago: it may be changed once more and keep its stamp. Also where there is no stamp.
+  bool fresh = true;
 };
 
 struct FolderContent {
@@ -30,13 +31,15 @@ struct FolderContent {
 /// Threads: any; blocks on the disk.
 class FolderReader {
  public:
-  /// Only what has a wanted name is looked at more closely.
+  /// Files with other names are not listed.
   using Wanted = std::function<bool(std::string_view name)>;
 
   virtual ~FolderReader() = default;
   /// In no order. NotFound: there is no such folder; Unreadable: it is there, but may not show what it holds;
   /// Unavailable: its disk does not answer.
   virtual support::Result<FolderContent> List(const std::string& folder, const Wanted& wanted) = 0;
+  /// Fills in the stamps of files that were listed; one that is gone keeps none.
+  virtual void Look(const std::string& folder, std::vector<ListedFile>& files) = 0;
 };
 
 }  // namespace catalogue

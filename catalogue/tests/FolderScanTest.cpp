@@ -26,16 +26,18 @@ class FolderScanTest : public ::testing::Test {
   Names List(std::string_view mask) { return ListIn(root_, mask); }
   Names ListIn(const fs::path& folder, std::string_view mask) {
     Names names;
+    bytes_ = 0;
     PlainFolders folders;
     FolderWalk walk(folders, folder.string(), ScanMode::Music);
     while (walk.Now() == FolderWalk::State::Going) {
-      const auto listed = walk.Step();
+      auto listed = walk.Step();
+      if (listed) folders.Look(listed->path, listed->files);
       for (const ListedFile& file : listed ? listed->files : std::vector<ListedFile>()) {
         if (MasksOf(ScanMode::Music)[*MaskOf(ScanMode::Music, file.name)] != mask) continue;
+        bytes_ += file.stamp.size;
         names.push_back(fs::relative(PathIn(listed->path, file.name), folder).generic_string());
       }
     }
-    bytes_ = walk.Bytes();
     state_ = walk.Now();
     return names;
   }

@@ -52,24 +52,21 @@ support::Error Refused(const std::string& folder, int reason) {
   }
 }
 
-void Look(DIR* folder, const dirent& entry, std::int64_t now, const catalogue::FolderReader::Wanted& wanted,
+bool IsFolder(DIR* folder, const dirent& entry) {
+  if (entry.d_type != DT_LNK && entry.d_type != DT_UNKNOWN) return entry.d_type == DT_DIR;
+  struct stat status {};
+  return fstatat(dirfd(folder), entry.d_name, &status, 0) == 0 && S_ISDIR(status.st_mode);
+}
+
+void Take(DIR* folder, const dirent& entry, const catalogue::FolderReader::Wanted& wanted,
           FolderContent& content) {
   const std::string_view name = entry.d_name;
   if (name == "." || name == "..") return;
-  if (entry.d_type == DT_DIR) return content.folders.push_back(std::string(name));
-  const bool is_file = entry.d_type == DT_REG;
-  if (is_file && !wanted(name)) return;
-  struct stat status {};
-  if (fstatat(dirfd(folder), entry.d_name, &status, 0) != 0) {
-    // One that leads nowhere is listed too, so that it can be told.
-    if (wanted(name)) content.files.push_back({std::string(name), {}, true});
-    return;
+  if (IsFolder(folder, entry)) {
+    content.folders.emplace_back(name);
+  } else if (wanted(name)) {
+    content.files.push_back({std::string(name), {}});
   }
-  if (S_ISDIR(status.st_mode)) return content.folders.push_back(std::string(name));
-  if (!is_file && !wanted(name)) return;
-  const std::int64_t modified = FileTime(status.st_mtim);
-  content.files.push_back(
-      {std::string(name), {static_cast<std::int64_t>(status.st_size), modified}, modified > now - kFresh});
 }
 
 }  // namespace
@@ -81,16 +78,28 @@ support::Result<FolderContent> DiskFolders::List(const std::string& folder, cons
   if (fstat(dirfd(opened.get()), &status) != 0) return Refused(folder, errno);
   FolderContent content;
   content.identity = std::to_string(status.st_dev) + ":" + std::to_string(status.st_ino);
-  timespec now{};
-  clock_gettime(CLOCK_REALTIME, &now);
   for (;;) {
     errno = 0;
     const dirent* const entry = readdir(opened.get());
     if (entry == nullptr) break;
-    Look(opened.get(), *entry, FileTime(now), wanted, content);
+    Take(opened.get(), *entry, wanted, content);
   }
   if (errno != 0) return Refused(folder, errno);
   return content;
+}
+
+void DiskFolders::Look(const std::string& folder, std::vector<catalogue::ListedFile>& files) {
+  const int opened = open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
+  if (opened < 0) return;
+  timespec now{};
+  clock_gettime(CLOCK_REALTIME, &now);
+  for (catalogue::ListedFile& file : files) {
+    struct stat status {};
+    if (fstatat(opened, file.name.c_str(), &status, 0) != 0) continue;
+    file.stamp = {static_cast<std::int64_t>(status.st_size), FileTime(status.st_mtim)};
+    file.fresh = file.stamp.modified > FileTime(now) - kFresh;
+  }
+  close(opened);
 }
 
 }  // namespace platform::files

@@ -6,10 +6,11 @@
 
 namespace platform::files {
 
-/// Lists folders with one look at each file, by its name in the open folder.
+/// Lists folders as the system does, and looks at each file once, by its name in the open folder.
 class DiskFolders final : public catalogue::FolderReader {
  public:
   support::Result<catalogue::FolderContent> List(const std::string& folder, const Wanted& wanted) override;
+  void Look(const std::string& folder, std::vector<catalogue::ListedFile>& files) override;
 };
 
 }  // namespace platform::files

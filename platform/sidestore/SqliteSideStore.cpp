@@ -14,7 +14,7 @@ namespace {
 constexpr int kPatience = 2000;  ///< ms, for another program that is writing
 
 constexpr const char* kLayOut =
-    "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+    "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA cache_size = -16384;"
     "CREATE TABLE IF NOT EXISTS side (path BLOB NOT NULL, part INTEGER NOT NULL, size INTEGER NOT NULL,"
     " modified INTEGER NOT NULL, checksum INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY (path, part))";
 
