@@ -26,7 +26,9 @@ support::Result<catalogue::TrackCells> MaterialIn(const TreePorts& ports, const 
   }
   const auto tags = ports.tags.Read(path);
   if (!tags) return tags.Failure();
-  return catalogue::MaterialOf(tags.Value(), catalogue::MixingTagsOf(tags.Value(), ports.scratch));
+  return catalogue::MaterialOf(tags.Value(), ports.scratch == nullptr
+                                                 ? catalogue::MixingTagsOf(tags.Value())
+                                                 : catalogue::MixingTagsOf(tags.Value(), *ports.scratch));
 }
 
 }  // namespace

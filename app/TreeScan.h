@@ -20,9 +20,9 @@ namespace app {
 struct TreePorts {
   catalogue::FolderReader& folders;
   catalogue::TagReader& tags;
-  catalogue::TagScratch& scratch;
-  catalogue::SongReader* songs = nullptr;  ///< null: MIDI songs are left out
-  catalogue::SideStore* store = nullptr;   ///< null: every file is read each time
+  catalogue::TagScratch* scratch = nullptr;  ///< null: blocks of mixing tags are read where they are
+  catalogue::SongReader* songs = nullptr;    ///< null: MIDI songs are left out
+  catalogue::SideStore* store = nullptr;     ///< null: every file is read each time
 };
 
 /// Reads the files of a tree on all idle workers at once.

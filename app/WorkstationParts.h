@@ -55,7 +55,7 @@ struct Workstation::Parts {
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
                         gate, window, say),
         cores(std::make_shared<IdleCores>(outside.background.threads)),
-        tree_scan({Folders(), outside.tags, scratch, &song_reader, outside.side_store}, Idle(), gate, cores),
+        tree_scan({Folders(), outside.tags, &scratch, &song_reader, outside.side_store}, Idle(), gate, cores),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),

@@ -83,7 +83,7 @@ class Scanner {
   platform::sidestore::SqliteSideStore store_;
   std::shared_ptr<app::WorkGate> gate_ = std::make_shared<app::WorkGate>();
   support::ThreadPool workers_{Cores()};
-  app::TreeScan scan_{{folders_, tags_, scratch_, &songs_, &store_},
+  app::TreeScan scan_{{folders_, tags_, &scratch_, &songs_, &store_},
                       workers_,
                       gate_,
                       std::make_shared<app::IdleCores>(Cores())};

@@ -15,6 +15,7 @@
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
+#include "platform/files/DiskFolders.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/process/basCommandOutput.h"
@@ -57,6 +58,8 @@ struct Program::Parts {
                engine::SoundEngine::Feeding::OwnThread),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
+        background(Cores(), support::ThreadPool::StuckJobs::Wait, clock,
+                   [] { platform::files::LowerThreadPriority(); }),
         workstation({.engine = engine,
                      .sound = engine,
                      .tags = tags,
@@ -69,7 +72,9 @@ struct Program::Parts {
                      .analysis = {&meters, &trackers},
                      .commands = &commands,
                      .side_store = &side_store,
-                     .tag_writer = &tag_writer},
+                     .tag_writer = &tag_writer,
+                     .folders = &folders,
+                     .background = {&background, Cores()}},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -79,6 +84,7 @@ struct Program::Parts {
   platform::files::DiskFileSaver files;
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
+  platform::files::DiskFolders folders;
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;
@@ -96,6 +102,7 @@ struct Program::Parts {
   platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
   support::ThreadPool workers;
+  support::ThreadPool background;  // scans and batches, behind all others
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;
 };
@@ -106,7 +113,8 @@ Program::~Program() {
   constexpr std::chrono::milliseconds kPatience{500};
   parts_->window.reset();
   bool ended = parts_->workstation.ShutDown();
-  for (support::ThreadPool* pool : {&parts_->workers, &parts_->decoding, &parts_->looking}) {
+  for (support::ThreadPool* pool :
+       {&parts_->background, &parts_->workers, &parts_->decoding, &parts_->looking}) {
     ended = pool->Finish(kPatience) && ended;
   }
   if (ended) return;

@@ -129,7 +129,7 @@ class ScanContract : public ::testing::TestWithParam<const char*> {
   testing::FakeScan fake_{workers_};
   catalogue::PlainFolders folders_;
   TreeScan tree_{
-      {folders_, tags_, scratch_}, workers_, std::make_shared<WorkGate>(), std::make_shared<IdleCores>(2)};
+      {folders_, tags_, &scratch_}, workers_, std::make_shared<WorkGate>(), std::make_shared<IdleCores>(2)};
   std::vector<ScanFound> found_;
 };
 INSTANTIATE_TEST_SUITE_P(Both, ScanContract, ::testing::Values("Fake", "Tree"),
