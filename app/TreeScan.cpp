@@ -128,7 +128,9 @@ void TreeScan::Scan::Assemble(ScanFound& found) {
       if (found.where.empty() && !walk_.StillThere(folder.path, folder.identity)) found.where = folder.path;
     }
   }
-  if (!found.where.empty()) found.end = ScanFound::End::FolderLost;
+  if (found.where.empty()) return;
+  found.end = ScanFound::End::FolderLost;
+  found.rows.Clear();
 }
 
 void TreeScan::Scan::End() {

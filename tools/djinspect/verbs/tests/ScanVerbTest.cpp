@@ -38,7 +38,8 @@ class ScanVerbTest : public ::testing::Test {
   }
   Names Column(std::size_t column) {
     Names cells;
-    for (const auto& row : nlohmann::json::parse(out_.str())["rows"]) cells.push_back(row[column - 1]);
+    const auto printed = nlohmann::json::parse(out_.str());
+    for (const auto& row : printed["rows"]) cells.push_back(row[column - 1]);
     return cells;
   }
 
