@@ -16,14 +16,15 @@ namespace app {
 struct FileIntake::Batch {
   Batch(std::vector<std::string> files, Done when_done, catalogue::TagReader& reader,
         support::Executor& executor, std::shared_ptr<WorkGate> work_gate, const support::Sentences& sentences,
-        catalogue::TagScratch& tag_scratch)
+        catalogue::TagScratch& tag_scratch, catalogue::NameRule name_rule)
       : paths(std::move(files)),
         report(std::move(when_done)),
         tags(reader),
         workers(executor),
         gate(std::move(work_gate)),
         say(sentences),
-        scratch(tag_scratch) {}
+        scratch(tag_scratch),
+        names(std::move(name_rule)) {}
 
   void DropKnownFiles();
   void TakeOne(const std::string& path);
@@ -35,6 +36,7 @@ struct FileIntake::Batch {
   std::shared_ptr<WorkGate> gate;
   const support::Sentences& say;
   catalogue::TagScratch& scratch;
+  const catalogue::NameRule names;
   std::function<void()> finish;
   catalogue::track_table snapshot{catalogue::TrackColumns()};
   std::set<std::string> wanted;
@@ -53,7 +55,7 @@ void FileIntake::Batch::DropKnownFiles() {
 
 void FileIntake::Batch::TakeOne(const std::string& path) {
   if (wanted.erase(catalogue::AudioPathOf(path)) == 0) return;
-  support::Result<catalogue::TrackCells> row = catalogue::AnalyseFile(tags, path, say, &scratch);
+  support::Result<catalogue::TrackCells> row = catalogue::AnalyseFile(tags, path, say, &scratch, names);
   if (row) {
     rows.push_back(std::move(row).Value());
   } else {
@@ -73,8 +75,8 @@ FileIntake::FileIntake(catalogue::track_table& table, catalogue::TagReader& tags
       scratch_(scratch) {}
 
 void FileIntake::Add(std::vector<std::string> paths, Done done) {
-  batches_.push_back(
-      std::make_shared<Batch>(std::move(paths), std::move(done), tags_, workers_, gate_, say_, scratch_));
+  batches_.push_back(std::make_shared<Batch>(std::move(paths), std::move(done), tags_, workers_, gate_, say_,
+                                             scratch_, names_));
   if (batches_.size() == 1) StartNext();
 }
 

@@ -10,6 +10,7 @@
 
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
+#include "catalogue/NameRule.h"
 #include "catalogue/TagScratch.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
@@ -37,6 +38,8 @@ class FileIntake {
              std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say,
              catalogue::TagScratch& scratch);
 
+  /// How names are made for those that are added from now on.
+  void NameBy(const catalogue::NameRule& names) { names_ = names; }
   /// Batches are taken one after the other.
   void Add(std::vector<std::string> paths, Done done);
   [[nodiscard]] AddingProgress Progress() const;
@@ -55,6 +58,7 @@ class FileIntake {
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
   catalogue::TagScratch& scratch_;
+  catalogue::NameRule names_;
   std::deque<std::shared_ptr<Batch>> batches_;  // shared with the job that works on the front one
 };
 

@@ -34,11 +34,11 @@ Reindex::Reindex(catalogue::track_table& table, catalogue::ScanMode mode, ScanPo
       box_(std::move(box)),
       say_(say) {}
 
-void Reindex::Start(const std::string& folder, Done done) {
+void Reindex::Start(const std::string& folder, const catalogue::NameRule& names, Done done) {
   Cancel();
   const auto scan = std::make_shared<Scan>(folder, std::move(done), table_);
   scan_ = scan;
-  running_ = port_.Start({mode_, folder}, [this, box = box_, scan](ScanFound found) {
+  running_ = port_.Start({mode_, folder, names}, [this, box = box_, scan](ScanFound found) {
     box->Post([this, scan, found = std::move(found)]() mutable {
       scan->found = std::move(found);
       Take(scan);
@@ -52,10 +52,8 @@ void Reindex::Cancel() {
   running_->Cancel();
 }
 
-AddingProgress Reindex::Progress() const {
-  if (scan_ == nullptr) return {};
-  const ScanProgress progress = running_->Progress();
-  return {progress.done, progress.total};
+ScanProgress Reindex::Progress() const {
+  return scan_ == nullptr ? ScanProgress{} : running_->Progress();
 }
 
 void Reindex::Take(const std::shared_ptr<Scan>& scan) {
@@ -85,12 +83,23 @@ void Reindex::Finish(const std::shared_ptr<Scan>& scan) {
     table_ = std::move(scan->found.rows);
     outcome.rows = table_.Rows();
   }
-  if (scan->found.end == ScanFound::End::FolderMissing) {
-    outcome.sentence = say_(support::Sentence::FolderMissing, {scan->folder});
-  } else if (outcome.replaced && scan->found.left_out > 0) {
-    outcome.sentence = say_(support::Sentence::FilesLeftOut, {std::to_string(scan->found.left_out)});
-  }
+  outcome.sentence = SentenceOn(scan->found, outcome);
   if (scan->report) scan->report(outcome);
+}
+
+std::string Reindex::SentenceOn(const ScanFound& found, const Outcome& outcome) const {
+  using support::Sentence;
+  if (found.end == ScanFound::End::FolderMissing) return say_(Sentence::FolderMissing, {found.where});
+  if (found.end == ScanFound::End::FolderLost) return say_(Sentence::FolderLost, {found.where});
+  std::string all;
+  const auto add = [&all](const std::string& sentence) { all += (all.empty() ? "" : " ") + sentence; };
+  if (!outcome.replaced) return all;
+  if (outcome.gone > 0) add(say_(Sentence::RowsGone, {std::to_string(outcome.gone)}));
+  if (found.left_out > 0) add(say_(Sentence::FilesLeftOut, {std::to_string(found.left_out)}));
+  if (!found.unreadable.empty()) {
+    add(say_(Sentence::FoldersLeftOut, {std::to_string(found.unreadable.size()), found.unreadable.front()}));
+  }
+  return all;
 }
 
 }  // namespace app

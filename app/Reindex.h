@@ -27,6 +27,7 @@ class Reindex {
   struct Outcome {
     bool replaced = false;  ///< the table now holds the folder's files
     int rows = 0;
+    int gone = 0;          ///< rows of before whose files the scan did not find
     std::string sentence;  ///< what is to be told, or empty
   };
   using Done = std::function<void(const Outcome&)>;
@@ -35,11 +36,11 @@ class Reindex {
           std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
   /// Cancels a scan that is under way.
-  void Start(const std::string& folder, Done done);
+  void Start(const std::string& folder, const catalogue::NameRule& names, Done done);
   /// The outcome still comes.
   void Cancel();
   /// Total is 0 while the folders are listed.
-  [[nodiscard]] AddingProgress Progress() const;
+  [[nodiscard]] ScanProgress Progress() const;
   [[nodiscard]] bool Running() const { return scan_ != nullptr; }
 
  private:
@@ -47,6 +48,7 @@ class Reindex {
   void Take(const std::shared_ptr<Scan>& scan);
   void CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes);
   void Finish(const std::shared_ptr<Scan>& scan);
+  [[nodiscard]] std::string SentenceOn(const ScanFound& found, const Outcome& outcome) const;
 
   catalogue::track_table& table_;
   const catalogue::ScanMode mode_;

@@ -9,6 +9,7 @@
 
 #include "app/AnalysisRows.h"
 #include "app/MasterVolume.h"
+#include "app/NameSettings.h"
 #include "app/WorkstationParts.h"
 #include "decks/GainAnalysis.h"
 #include "support/Text.h"
@@ -226,10 +227,10 @@ void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
   }
 }
 
-AddingProgress Workstation::Scanning() const {
-  const AddingProgress music = parts_->music_scan.Progress();
-  const AddingProgress karaoke = parts_->karaoke_scan.Progress();
-  return {music.done + karaoke.done, music.total + karaoke.total};
+ScanProgress Workstation::Scanning() const {
+  const ScanProgress music = parts_->music_scan.Progress();
+  const ScanProgress karaoke = parts_->karaoke_scan.Progress();
+  return {music.done + karaoke.done, music.total + karaoke.total, music.bytes + karaoke.bytes};
 }
 
 bool Workstation::IsScanning() const {
@@ -287,13 +288,15 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
 
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
-  scan.Start(tree, [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
-    if (outcome.replaced) keeper.Save(table);
-    if (done) done(outcome);
-  });
+  scan.Start(tree, ReadNameRule(settings),
+             [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
+               if (outcome.replaced) keeper.Save(table);
+               if (done) done(outcome);
+             });
 }
 
 void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {
+  parts_->intake.NameBy(ReadNameRule(parts_->settings));
   parts_->intake.Add(std::move(paths), [this, done = std::move(done)](int rows, auto refused) {
     if (rows > 0) parts_->index.Save(parts_->catalogue);
     if (done) done(rows, std::move(refused));

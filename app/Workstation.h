@@ -23,6 +23,7 @@
 #include "app/ports/SystemMixer.h"
 #include "app/ports/Visualisation.h"
 #include "catalogue/IndexFile.h"
+#include "catalogue/ports/FolderReader.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/ports/TagWriter.h"
@@ -39,6 +40,12 @@
 
 namespace app {
 
+/// Workers for what takes long and may wait, and how many they are.
+struct Background {
+  support::Executor* workers = nullptr;  ///< null: those of all other work
+  int threads = 1;
+};
+
 /// The outside things, each behind its port.
 struct Ports {
   decks::AudioEngine& engine;
@@ -50,7 +57,7 @@ struct Ports {
   const support::Clock& clock;
   SystemMixer* mixer = nullptr;                         ///< null: no master volume
   Visualisation* visualisation = nullptr;               ///< null: none
-  ScanPort* scan = nullptr;                             ///< null: every file is read anew
+  ScanPort* scan = nullptr;                             ///< null: by the folders and the side store
   decks::AnalysisTools analysis = {};                   ///< what is null is not measured
   decks::CommandRunner* commands = nullptr;             ///< null: mp3gain is not there
   catalogue::SideStore* side_store = nullptr;           ///< null: analyses are not kept
@@ -58,6 +65,8 @@ struct Ports {
   dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
+  Background background = {};                           ///< for scans and batches
 };
 
 /// What the button of the settings page does.
@@ -124,7 +133,7 @@ class Workstation {
   /// The button of the settings page. Scans run on workers; their outcome is given on the window's thread.
   void Apply(const ApplyWish& wish, Reindex::Done scanned = nullptr);
   /// Of the scan that is under way, all zero when none is.
-  [[nodiscard]] AddingProgress Scanning() const;
+  [[nodiscard]] ScanProgress Scanning() const;
   [[nodiscard]] bool IsScanning() const;
   /// The tables stay as they were.
   void CancelScans();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,10 +12,11 @@
 #include "app/Conductor.h"
 #include "app/FileIntake.h"
 #include "app/FileRemoval.h"
+#include "app/IdleCores.h"
 #include "app/IndexKeeper.h"
+#include "app/KaraokeSongReader.h"
 #include "app/LightDesk.h"
 #include "app/OrganDesk.h"
-#include "app/PlainScan.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
 #include "app/Reindex.h"
@@ -22,9 +24,11 @@
 #include "app/SongDesk.h"
 #include "app/Stage.h"
 #include "app/TagDesk.h"
+#include "app/TreeScan.h"
 #include "app/WorkGate.h"
 #include "app/Workstation.h"
 #include "catalogue/IndexFile.h"
+#include "catalogue/PlainFolders.h"
 #include "decks/clsMp3Info.h"
 
 namespace app {
@@ -50,7 +54,8 @@ struct Workstation::Parts {
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
                         gate, window, say),
-        plain_scan(outside.tags, outside.workers, gate, scratch),
+        cores(std::make_shared<IdleCores>(outside.background.threads)),
+        tree_scan({Folders(), outside.tags, &scratch, &song_reader, outside.side_store}, Idle(), gate, cores),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
@@ -62,6 +67,7 @@ struct Workstation::Parts {
       lights.Tick(view);
       organ.Tick(view);
       songs.Tick(view);
+      cores->SetPlaying(AnyPlays(view));
     });
   }
 
@@ -99,7 +105,17 @@ struct Workstation::Parts {
   /// Brings what the settings store has to say to the status line.
   void TellOfSettings();
 
-  [[nodiscard]] ScanPort& Scanner() { return ports.scan != nullptr ? *ports.scan : plain_scan; }
+  [[nodiscard]] ScanPort& Scanner() { return ports.scan != nullptr ? *ports.scan : tree_scan; }
+  [[nodiscard]] catalogue::FolderReader& Folders() {
+    return ports.folders != nullptr ? *ports.folders : plain_folders;
+  }
+  [[nodiscard]] support::Executor& Idle() {
+    return ports.background.workers != nullptr ? *ports.background.workers : ports.workers;
+  }
+  [[nodiscard]] static bool AnyPlays(const WorkstationView& view) {
+    return std::any_of(view.decks.begin(), view.decks.end(),
+                       [](const DeckView& deck) { return deck.state == DeckView::State::Playing; });
+  }
 
   // The described start-up and shutdown, a step a function.
   void ReadLanguage();
@@ -133,8 +149,8 @@ struct Workstation::Parts {
   void OnTempo(int deck, std::function<void(DeckTempo&)> command);
 
   /// Starts a scan and saves the table when it was replaced.
-  static void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
-                   const catalogue::track_table& table, Reindex::Done done);
+  void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper, const catalogue::track_table& table,
+            Reindex::Done done);
 
   enum class Life { Made, Running, Over };
 
@@ -175,7 +191,10 @@ struct Workstation::Parts {
   FileIntake intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;
-  PlainScan plain_scan;
+  catalogue::PlainFolders plain_folders;
+  KaraokeSongReader song_reader;
+  std::shared_ptr<IdleCores> cores;  // with the lanes of long work
+  TreeScan tree_scan;
   Reindex music_scan;
   PresetDesk presets;
   std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/AddFile.h"
 
+#include <algorithm>
+
 #include "catalogue/MixingTags.h"
 #include "catalogue/track_table.h"
 #include "support/Text.h"
@@ -14,9 +16,8 @@ std::string_view LastPart(std::string_view path) {
   return separator == std::string_view::npos ? path : path.substr(separator + 1);
 }
 
-std::string_view WithoutExtension(std::string_view name) {
-  const std::size_t point = name.rfind('.');
-  return point == std::string_view::npos || point == 0 ? name : name.substr(0, point);
+std::size_t PlaceOf(int column) {
+  return static_cast<std::size_t>(column - 1);
 }
 
 std::string NumberOrNothing(int number) {
@@ -42,20 +43,13 @@ std::string AudioPathOf(const std::string& path) {
   return path.substr(0, path.size() - 3) + "mp3";
 }
 
-TrackCells TrackRow(const std::string& path, const FileTags& tags) {
-  return TrackRow(path, tags, MixingTagsOf(tags));
-}
-
-TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing) {
+TrackCells MaterialOf(const FileTags& tags, const MixingTags& mixing) {
   TrackCells cells;
-  const auto cell = [&cells](int column) -> std::string& {
-    return cells[static_cast<std::size_t>(column - 1)];
-  };
+  const auto cell = [&cells](int column) -> std::string& { return cells[PlaceOf(column)]; };
   cell(track::kArtist) = tags.artist;
-  cell(track::kTitle) = tags.title.empty() ? std::string(WithoutExtension(LastPart(path))) : tags.title;
+  cell(track::kTitle) = tags.title;
   cell(track::kTime) =
       support::FormatMinutes(std::chrono::duration_cast<std::chrono::seconds>(tags.duration).count());
-  cell(track::kFilename) = path;
   cell(track::kGenre) = tags.genre;
   cell(track::kAlbum) = tags.album;
   cell(track::kYear) = tags.year;
@@ -68,14 +62,54 @@ TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingT
   return cells;
 }
 
-KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags) {
-  const TrackCells cells = TrackRow(path, tags);
-  const auto cell = [&cells](int column) { return cells[static_cast<std::size_t>(column - 1)]; };
-  return {cell(track::kArtist), cell(track::kTitle), "", cell(track::kGenre), cell(track::kTime), path};
+TrackCells MaterialOf(const SongFacts& song) {
+  FileTags tags;
+  tags.artist = song.artist;
+  tags.title = song.title;
+  tags.genre = song.genre;
+  tags.duration = song.length;
+  return MaterialOf(tags, MixingTags{});
+}
+
+CellViews ViewsOf(const TrackCells& cells) {
+  CellViews views;
+  std::copy(cells.begin(), cells.end(), views.begin());
+  return views;
+}
+
+void NameRow(CellViews& material, std::string_view path, const NameRule& rule) {
+  std::string_view& artist = material[PlaceOf(track::kArtist)];
+  std::string_view& title = material[PlaceOf(track::kTitle)];
+  material[PlaceOf(track::kFilename)] = path;
+  if (!artist.empty() && !title.empty()) return;
+  const NamesOfFile names = SplitName(path, rule);
+  if (artist.empty()) artist = names.artist;
+  if (title.empty()) title = names.title;
+}
+
+TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing,
+                    const NameRule& rule) {
+  const TrackCells material = MaterialOf(tags, mixing);
+  CellViews views = ViewsOf(material);
+  NameRow(views, path, rule);
+  TrackCells row;
+  std::copy(views.begin(), views.end(), row.begin());
+  return row;
+}
+
+TrackCells TrackRow(const std::string& path, const FileTags& tags, const NameRule& rule) {
+  return TrackRow(path, tags, MixingTagsOf(tags), rule);
+}
+
+KaraokeViews KaraokeRow(const CellViews& track_row) {
+  const auto cell = [&track_row](int column) { return track_row[PlaceOf(column)]; };
+  return {cell(track::kArtist), cell(track::kTitle), {},
+          cell(track::kGenre),  cell(track::kTime),  cell(track::kFilename)};
 }
 
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
-                                        const support::Sentences& say, TagScratch* scratch) {
+                                        const support::Sentences& say, TagScratch* scratch,
+                                        const NameRule& rule) {
   if (KindOf(path) == FileKind::MidiSong) {
     return support::Error{support::ErrorCode::Unsupported,
                           say(support::Sentence::KaraokeSongInMusic, {LastPart(path)})};
@@ -83,8 +117,8 @@ support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& pa
   const std::string audio = AudioPathOf(path);
   const support::Result<FileTags> tags = reader.Read(audio);
   if (!tags) return tags.Failure();
-  if (scratch == nullptr) return TrackRow(audio, tags.Value());
-  return TrackRow(audio, tags.Value(), MixingTagsOf(tags.Value(), *scratch));
+  if (scratch == nullptr) return TrackRow(audio, tags.Value(), rule);
+  return TrackRow(audio, tags.Value(), MixingTagsOf(tags.Value(), *scratch), rule);
 }
 
 }  // namespace catalogue

@@ -7,7 +7,9 @@
 #include <string_view>
 
 #include "catalogue/MixingTags.h"
+#include "catalogue/NameRule.h"
 #include "catalogue/TagScratch.h"
+#include "catalogue/ports/SongReader.h"
 #include "catalogue/ports/TagReader.h"
 #include "support/Result.h"
 #include "support/Sentences.h"
@@ -28,18 +30,31 @@ enum class FileKind {
 /// The cells of a track record in column order.
 using TrackCells = std::array<std::string, 13>;
 
-/// The record of an analysed file. A file without a title in its tag is called by its name.
-[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags);
-/// With these values for mixing.
-[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing);
+using CellViews = std::array<std::string_view, 13>;
 
-/// The karaoke record of an analysed file, in column order.
-using KaraokeCells = std::array<std::string, 6>;
-[[nodiscard]] KaraokeCells KaraokeRow(const std::string& path, const FileTags& tags);
+/// What a row is made of as far as the file itself tells: all but its path, artist and title as its tag gives
+/// them.
+[[nodiscard]] TrackCells MaterialOf(const FileTags& tags, const MixingTags& mixing);
+/// The same of a MIDI song.
+[[nodiscard]] TrackCells MaterialOf(const SongFacts& song);
+[[nodiscard]] CellViews ViewsOf(const TrackCells& cells);
+/// Makes the row of it: puts in the path, and what its name tells where the tag gave no artist or no title.
+/// The views lead into the path then.
+void NameRow(CellViews& material, std::string_view path, const NameRule& rule);
+
+/// The record of an analysed file.
+[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing,
+                                  const NameRule& rule = {});
+[[nodiscard]] TrackCells TrackRow(const std::string& path, const FileTags& tags, const NameRule& rule = {});
+
+/// The karaoke record out of a track record, in column order.
+using KaraokeViews = std::array<std::string_view, 6>;
+[[nodiscard]] KaraokeViews KaraokeRow(const CellViews& track_row);
 
 /// Analyses one music file; its block of mixing tags goes by way of the scratch file where one is given.
 /// Threads: a worker; blocks on the disk.
 support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& path,
-                                        const support::Sentences& say = {}, TagScratch* scratch = nullptr);
+                                        const support::Sentences& say = {}, TagScratch* scratch = nullptr,
+                                        const NameRule& rule = {});
 
 }  // namespace catalogue

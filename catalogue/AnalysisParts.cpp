@@ -240,7 +240,8 @@ support::Result<void> CarryOver(SideStore& store, const std::string& path, const
                                 const FileStamp& to) {
   if (from == to) return {};
   std::vector<std::pair<SidePart, std::string>> parts;  // all read first: the first write drops the old ones
-  for (const SidePart part : {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks}) {
+  for (const SidePart part :
+       {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks, SidePart::DiscImage}) {
     if (auto bytes = store.Read(path, from, part)) parts.emplace_back(part, std::move(*bytes));
   }
   for (const auto& [part, bytes] : parts) {

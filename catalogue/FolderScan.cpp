@@ -4,22 +4,23 @@
 
 #include <algorithm>
 #include <array>
-#include <set>
-#include <system_error>
+#include <filesystem>
+#include <utility>
 
 #include "support/Text.h"
 
 namespace catalogue {
 namespace {
 
-namespace fs = std::filesystem;
-
 constexpr std::array<std::string_view, 4> kMusicMasks{"*.mp3", "*.ogg", "*.flac", "*.wma"};
 constexpr std::array<std::string_view, 3> kKaraokeMasks{"*.mp3", "*.kar", "*.mid"};
+constexpr std::string_view kDiscImages = "*.cdg";
 
 // As exact text, on drive C alone: that is how these folders were always left out.
 constexpr std::string_view kNeverListed = "C:\\System Volume Information";
 constexpr std::string_view kNeverEntered = "C:\\Recycler";
+
+constexpr char kSeparator = static_cast<char>(std::filesystem::path::preferred_separator);
 
 bool Matches(std::string_view name, std::string_view mask) {
   const std::string_view ending = mask.substr(1);
@@ -27,47 +28,9 @@ bool Matches(std::string_view name, std::string_view mask) {
          support::EqualsIgnoringCase(name.substr(name.size() - ending.size()), ending);
 }
 
-/// One pass over a tree.
-class Pass {
- public:
-  Pass(std::string_view mask, const std::function<bool()>& wanted) : mask_(mask), wanted_(wanted) {}
-
-  void Enter(const fs::path& folder) {
-    if (folder.string() == kNeverListed || !wanted_()) return;
-    std::error_code error;
-    if (!entered_.insert(fs::canonical(folder, error)).second) return;
-    std::vector<fs::path> folders;
-    std::vector<std::string> files;
-    for (fs::directory_iterator entry(folder, error), end; !error && entry != end; entry.increment(error)) {
-      Look(*entry, folders, files);
-    }
-    std::sort(folders.begin(), folders.end());
-    std::sort(files.begin(), files.end());
-    for (const fs::path& deeper : folders) {
-      if (deeper.string() != kNeverEntered) Enter(deeper);
-    }
-    listing.files.insert(listing.files.end(), files.begin(), files.end());
-  }
-
-  FolderListing listing;
-
- private:
-  void Look(const fs::directory_entry& entry, std::vector<fs::path>& folders,
-            std::vector<std::string>& files) {
-    std::error_code error;
-    if (entry.is_directory(error)) {
-      folders.push_back(entry.path());
-    } else if (Matches(entry.path().filename().string(), mask_)) {
-      const std::uintmax_t size = entry.file_size(error);
-      if (!error) listing.bytes += static_cast<std::int64_t>(size);
-      files.push_back(entry.path().string());
-    }
-  }
-
-  std::string_view mask_;
-  const std::function<bool()>& wanted_;
-  std::set<fs::path> entered_;
-};
+bool ByName(const ListedFile& one, const ListedFile& other) {
+  return one.name < other.name;
+}
 
 }  // namespace
 
@@ -76,10 +39,93 @@ std::span<const std::string_view> MasksOf(ScanMode mode) {
   return kMusicMasks;
 }
 
-FolderListing ListFolder(const fs::path& folder, std::string_view mask, const std::function<bool()>& wanted) {
-  Pass pass(mask, wanted);
-  pass.Enter(folder);
-  return std::move(pass.listing);
+std::optional<std::size_t> MaskOf(ScanMode mode, std::string_view name) {
+  const auto masks = MasksOf(mode);
+  const auto found =
+      std::find_if(masks.begin(), masks.end(), [name](std::string_view mask) { return Matches(name, mask); });
+  if (found == masks.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - masks.begin());
+}
+
+bool IsDiscImage(std::string_view name) {
+  return Matches(name, kDiscImages);
+}
+
+bool IsListed(std::string_view folder) {
+  return folder != kNeverListed;
+}
+
+bool IsEntered(std::string_view folder) {
+  return folder != kNeverEntered;
+}
+
+std::string PathIn(std::string_view folder, std::string_view name) {
+  std::string path;
+  path.reserve(folder.size() + 1 + name.size());
+  path = folder;
+  if (path.empty() || (path.back() != '/' && path.back() != kSeparator)) path += kSeparator;
+  path += name;
+  return path;
+}
+
+FolderWalk::FolderWalk(FolderReader& folders, std::string root, ScanMode mode)
+    : folders_(folders), root_(std::move(root)), mode_(mode) {}
+
+std::optional<WalkedFolder> FolderWalk::Step() {
+  if (state_ != State::Going) return std::nullopt;
+  if (!std::exchange(begun_, true)) {
+    Enter(root_);
+    if (levels_.empty() && state_ == State::Going) state_ = State::Complete;
+    return std::nullopt;
+  }
+  Level& level = levels_.back();
+  if (!level.deeper.empty()) {
+    const std::string deeper = std::move(level.deeper.back());
+    level.deeper.pop_back();
+    if (IsEntered(deeper)) Enter(deeper);
+    return std::nullopt;
+  }
+  WalkedFolder done = std::move(level.folder);
+  levels_.pop_back();
+  if (levels_.empty()) state_ = State::Complete;
+  return done;
+}
+
+bool FolderWalk::StillThere(const std::string& path, const std::string& identity) {
+  const auto content = folders_.List(path, [](std::string_view) { return false; });
+  return content && content.Value().identity == identity;
+}
+
+void FolderWalk::Enter(const std::string& path) {
+  if (!IsListed(path)) return;
+  const bool karaoke = mode_ == ScanMode::Karaoke;
+  auto read = folders_.List(path, [this, karaoke](std::string_view name) {
+    return MaskOf(mode_, name).has_value() || (karaoke && IsDiscImage(name));
+  });
+  if (!read) return Fail(path, read.Failure());
+  FolderContent content = std::move(read).Value();
+  if (levels_.empty()) root_identity_ = content.identity;
+  if (!entered_.insert(content.identity).second) return;
+  std::sort(content.files.begin(), content.files.end(), ByName);
+  std::sort(content.folders.begin(), content.folders.end(), std::greater<>());
+  Level level{{path, std::move(content.identity), {}, {}}, {}};
+  for (ListedFile& file : content.files) {
+    if (karaoke && IsDiscImage(file.name)) {
+      level.folder.images.push_back(std::move(file));
+    } else {
+      level.folder.files.push_back(std::move(file));
+    }
+  }
+  level.deeper.reserve(content.folders.size());
+  for (const std::string& name : content.folders) level.deeper.push_back(PathIn(path, name));
+  levels_.push_back(std::move(level));
+}
+
+void FolderWalk::Fail(const std::string& path, const support::Error& failure) {
+  const bool refused = failure.code == support::ErrorCode::Unreadable;
+  if (!levels_.empty() && refused) return unreadable_.push_back(path);
+  state_ = levels_.empty() ? State::RootMissing : State::Lost;
+  where_ = path;
 }
 
 }  // namespace catalogue

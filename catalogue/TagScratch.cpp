@@ -12,7 +12,7 @@ namespace catalogue {
 
 MixingTags TagScratch::Read(std::string_view block) {
   MixingTags found;
-  if (block.empty()) return found;
+  if (ScanTextBlock(block) == found) return found;
   support::MutexLock lock(mutex_);
   if (!Write(block)) return found;
   found.gain = Find("PEA");

@@ -17,7 +17,7 @@ class TagScratch {
  public:
   explicit TagScratch(std::filesystem::path file) : file_(std::move(file)) {}
 
-  /// An empty block leaves the file alone.
+  /// A text that holds none of the keys is no block and leaves the file alone.
   [[nodiscard]] MixingTags Read(std::string_view block) DJ_EXCLUDES(mutex_);
 
  private:

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "catalogue/FolderRecord.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
@@ -48,6 +49,15 @@ void MakeTagSeeds(const std::filesystem::path& folder) {
 
 void WriteSeed(const std::filesystem::path& path, std::string_view content) {
   std::ofstream(path, std::ios::binary) << content;
+}
+
+void MakeMixTagSeeds(const std::filesystem::path& folder) {
+  WriteSeed(folder / "all", "bought in 1979\r\nPEA\r\n-1.5\r\nSMP\r\n0.5\r\nEMP\r\n60.000\r\nBPM\r\n118");
+  WriteSeed(folder / "twice", "pea\n1\nPEA\n2\nSMP");
+  catalogue::FolderRecordWriter record;
+  record.Add({"a.mp3", {1000, -7}, true, {"Artist", "Title", "03:45"}});
+  record.Add({"b.mp3", {0, 0}, false, {}});
+  WriteSeed(folder / "record", record.Take());
 }
 
 void MakeGainSeeds(const std::filesystem::path& folder) {
@@ -150,9 +160,9 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},     {"index", &MakeIndexSeeds},    {"settings", &MakeSettingsSeeds},
-      {"mp3gain", &MakeGainSeeds}, {"presets", &MakePresetSeeds}, {"fixtures", &MakeFixtureSeeds},
-      {"shows", &MakeShowSeeds},   {"karaoke", &MakeKaraokeSeeds}};
+      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds}, {"index", &MakeIndexSeeds},
+      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},   {"presets", &MakePresetSeeds},
+      {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -15,6 +15,7 @@
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
+#include "platform/files/DiskFolders.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/midi/FluidSynthesisers.h"
@@ -60,6 +61,8 @@ struct Program::Parts {
                engine::SoundEngine::Feeding::OwnThread),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
+        background(Cores(), support::ThreadPool::StuckJobs::Wait, clock,
+                   [] { platform::files::LowerThreadPriority(); }),
         workstation({.engine = engine,
                      .sound = engine,
                      .tags = tags,
@@ -75,7 +78,9 @@ struct Program::Parts {
                      .tag_writer = &tag_writer,
                      .dmx = &lights,
                      .boards = &boards,
-                     .synthesisers = &synthesisers},
+                     .synthesisers = &synthesisers,
+                     .folders = &folders,
+                     .background = {&background, Cores()}},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -85,6 +90,7 @@ struct Program::Parts {
   platform::files::DiskFileSaver files;
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
+  platform::files::DiskFolders folders;
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;
@@ -105,6 +111,7 @@ struct Program::Parts {
   platform::usb::K8061Boards boards;
   platform::midi::FluidSynthesisers synthesisers;
   support::ThreadPool workers;
+  support::ThreadPool background;  // scans and batches, behind all others
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;
 };
@@ -115,7 +122,8 @@ Program::~Program() {
   constexpr std::chrono::milliseconds kPatience{500};
   parts_->window.reset();
   bool ended = parts_->workstation.ShutDown();
-  for (support::ThreadPool* pool : {&parts_->workers, &parts_->decoding, &parts_->looking}) {
+  for (support::ThreadPool* pool :
+       {&parts_->background, &parts_->workers, &parts_->decoding, &parts_->looking}) {
     ended = pool->Finish(kPatience) && ended;
   }
   if (ended) return;

@@ -29,8 +29,12 @@ struct ThreadPool::State {
   }
 };
 
-ThreadPool::ThreadPool(int threads, StuckJobs stuck, const Clock& clock)
-    : wanted_(threads), stuck_(stuck), clock_(clock), state_(std::make_shared<State>()) {
+ThreadPool::ThreadPool(int threads, StuckJobs stuck, const Clock& clock, std::function<void()> thread_started)
+    : wanted_(threads),
+      stuck_(stuck),
+      clock_(clock),
+      thread_started_(std::move(thread_started)),
+      state_(std::make_shared<State>()) {
   assert(threads > 0 && "a pool has workers");
   for (int i = 0; i < threads; ++i) Begin();
 }
@@ -41,7 +45,10 @@ void ThreadPool::Begin() {
     ++state_->threads;
   }
   MutexLock lock(threads_mutex_);
-  threads_.emplace_back([state = state_, &clock = clock_] { state->Work(clock); });
+  threads_.emplace_back([state = state_, &clock = clock_, started = thread_started_] {
+    if (started) started();
+    state->Work(clock);
+  });
 }
 
 ThreadPool::~ThreadPool() {

@@ -36,7 +36,8 @@ class ThreadPool final : public Executor {
   static constexpr int kMostStuck = 8;
 
   /// Requires: threads > 0. The clock outlives the pool and what it leaves behind.
-  explicit ThreadPool(int threads, StuckJobs stuck = StuckJobs::Wait, const Clock& clock = kSystemClock);
+  explicit ThreadPool(int threads, StuckJobs stuck = StuckJobs::Wait, const Clock& clock = kSystemClock,
+                      std::function<void()> thread_started = nullptr);
   ~ThreadPool() override;
   ThreadPool(const ThreadPool&) = delete;
   ThreadPool& operator=(const ThreadPool&) = delete;
@@ -55,7 +56,8 @@ class ThreadPool final : public Executor {
   const int wanted_;
   const StuckJobs stuck_;
   const Clock& clock_;
-  const std::shared_ptr<State> state_;  // with each thread, which may be left behind
+  const std::function<void()> thread_started_;  ///< each thread's first call
+  const std::shared_ptr<State> state_;          // with each thread, which may be left behind
   Mutex threads_mutex_;
   std::vector<std::thread> threads_ DJ_GUARDED_BY(threads_mutex_);
 };

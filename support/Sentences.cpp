@@ -62,6 +62,19 @@ constexpr Row kRows[] = {
     {Sentence::IndexMissing, "There is no index \"%1\".", "Er is geen index \"%1\"."},
     {Sentence::IndexUnreadable, "The index \"%1\" cannot be read.",
      "De index \"%1\" kan niet worden gelezen."},
+    {Sentence::FolderUnreadable, "The folder \"%1\" cannot be read.",
+     "De map \"%1\" kan niet worden gelezen."},
+    {Sentence::FolderLost,
+     "The folder \"%1\" went away during the scan. The catalogue stays as it was; scan again when it is "
+     "back.",
+     "De map \"%1\" verdween tijdens het scannen. De catalogus blijft zoals hij was; scan opnieuw als ze "
+     "terug "
+     "is."},
+    {Sentence::FoldersLeftOut, "%1 folders cannot be read and were left out, first \"%2\".",
+     "%1 mappen kunnen niet worden gelezen en zijn weggelaten, als eerste \"%2\"."},
+    {Sentence::RowsGone, "%1 rows were taken out, because their files are no longer there.",
+     "%1 rijen zijn verwijderd, omdat hun bestanden er niet meer zijn."},
+    {Sentence::NoSongInFile, "%1 is no MIDI song that can be read.", "%1 is geen leesbaar MIDI-nummer."},
 
     {Sentence::NoIoBoard,
      "No IO board could be opened. Connect it and its power supply, then switch the boards off and on again. "

@@ -39,6 +39,11 @@ enum class Sentence : int {
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+  FolderUnreadable,
+  FolderLost,
+  FoldersLeftOut,
+  RowsGone,
+  NoSongInFile,
 
   NoIoBoard = 401,
   OrganFileNotSaved,

@@ -6,8 +6,10 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "catalogue/FolderScan.h"
+#include "catalogue/NameRule.h"
 #include "catalogue/track_table.h"
 
 namespace app {
@@ -15,6 +17,7 @@ namespace app {
 struct ScanWish {
   catalogue::ScanMode mode = catalogue::ScanMode::Music;
   std::string folder;
+  catalogue::NameRule names = {};
 };
 
 struct ScanProgress {
@@ -25,11 +28,18 @@ struct ScanProgress {
 
 /// What a scan hands over at its end.
 struct ScanFound {
-  enum class End { Complete, Cancelled, FolderMissing };
+  enum class End {
+    Complete,
+    Cancelled,
+    FolderMissing,
+    FolderLost,  ///< it went away in the middle, as a stick does that is pulled
+  };
   End end = End::Complete;
   catalogue::track_table rows;  ///< the mode's record, pass by pass, deeper folders first
   int left_out = 0;             ///< files that could not be analysed
   std::int64_t bytes = 0;
+  std::vector<std::string> unreadable = {};  ///< folders that could not be listed
+  std::string where = {};                    ///< the folder that is missing or lost
 };
 
 /// A scan under way. Threads: any.

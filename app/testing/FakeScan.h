@@ -25,6 +25,7 @@ class FakeScan final : public ScanPort {
   std::shared_ptr<RunningScan> Start(const ScanWish& wish, Done done) override {
     const bool music = wish.mode == catalogue::ScanMode::Music;
     auto scan = std::make_shared<Scan>(workers_, std::move(done), music);
+    scan->folder = wish.folder;
     for (const auto& [folder, files] : folders_) {
       if (folder == wish.folder) scan->files = files;
     }
@@ -47,7 +48,7 @@ class FakeScan final : public ScanPort {
     static void Work(const std::shared_ptr<Scan>& scan) {
       const auto next = static_cast<std::size_t>(scan->found.rows.Rows());
       if (scan->cancelled) scan->found.end = ScanFound::End::Cancelled;
-      if (!scan->files) scan->found.end = ScanFound::End::FolderMissing;
+      if (!scan->files) scan->found.end = ScanFound::End::FolderMissing, scan->found.where = scan->folder;
       if (scan->cancelled || !scan->files || next == scan->files->size()) return scan->done(scan->found);
       const int row = scan->found.rows.AddRow();
       scan->found.rows.SetCell(row, catalogue::track::kTitle, (*scan->files)[next]);
@@ -60,6 +61,7 @@ class FakeScan final : public ScanPort {
     int name_column;
     ScanFound found;
     std::optional<std::vector<std::string>> files;
+    std::string folder;
     bool cancelled = false;
   };
 

@@ -76,11 +76,11 @@ TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {
 }
 
 TEST_F(ApplyTest, ACancelledScanLeavesTheTableAsItWas) {
-  for (const char* name : {"a.mp3", "b.mp3"}) Write(name);
+  for (int file = 0; file < 20; ++file) Write(std::to_string(file) + ".mp3");
   Apply(ApplyMode::ReindexMusic);
-  for (int i = 0; i < 2; ++i) workers_.RunOne();
-  EXPECT_EQ(station_->Scanning().total, 2);
-  EXPECT_EQ(station_->Scanning().done, 1);
+  for (int i = 0; i < 3; ++i) workers_.RunOne();
+  EXPECT_EQ(station_->Scanning().total, 20);
+  EXPECT_EQ(station_->Scanning().done, 16);
   station_->CancelScans();
   Work();
   EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kArtist), Lines{"old"});

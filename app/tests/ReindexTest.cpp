@@ -7,8 +7,9 @@
 #include <filesystem>
 #include <fstream>
 
-#include "app/PlainScan.h"
+#include "app/TreeScan.h"
 #include "app/testing/FakeScan.h"
+#include "catalogue/PlainFolders.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "support/testing/ManualExecutor.h"
 
@@ -35,7 +36,7 @@ class ReindexTest : public ::testing::Test {
   void Add(const std::string& name) { table_.AddRow(std::vector<std::string_view>{"", name, "", name}); }
   void Rename(int row, const char* title) { table_.SetCell(row, track::kTitle, title); }
   void Start() {
-    reindex_.Start("music", [this](const Reindex::Outcome& outcome) { rows_ = outcome.rows; });
+    reindex_.Start("music", {}, [this](const Reindex::Outcome& outcome) { rows_ = outcome.rows; });
   }
   void Pump() {
     for (const Mailbox::Job& job : box_->Take()) job();
@@ -117,7 +118,7 @@ class ScanContract : public ::testing::TestWithParam<const char*> {
   }
   ~ScanContract() override { fs::remove_all(folder_); }
   std::shared_ptr<RunningScan> Start(const std::string& folder, ScanMode mode = ScanMode::Music) {
-    ScanPort& port = std::string(GetParam()) == "Fake" ? static_cast<ScanPort&>(fake_) : plain_;
+    ScanPort& port = std::string(GetParam()) == "Fake" ? static_cast<ScanPort&>(fake_) : tree_;
     return port.Start({mode, folder}, [this](ScanFound found) { found_.push_back(std::move(found)); });
   }
 
@@ -126,10 +127,12 @@ class ScanContract : public ::testing::TestWithParam<const char*> {
   catalogue::testing::FakeTagReader tags_;
   catalogue::TagScratch scratch_{folder_ / "Tagging.tlv"};
   testing::FakeScan fake_{workers_};
-  PlainScan plain_{tags_, workers_, std::make_shared<WorkGate>(), scratch_};
+  catalogue::PlainFolders folders_;
+  TreeScan tree_{
+      {folders_, tags_, &scratch_}, workers_, std::make_shared<WorkGate>(), std::make_shared<IdleCores>(2)};
   std::vector<ScanFound> found_;
 };
-INSTANTIATE_TEST_SUITE_P(Both, ScanContract, ::testing::Values("Fake", "Plain"),
+INSTANTIATE_TEST_SUITE_P(Both, ScanContract, ::testing::Values("Fake", "Tree"),
                          [](const auto& test) { return std::string(test.param); });
 
 TEST_P(ScanContract, HandsOverTheRowsOfItsModeOnce) {

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,8 +22,16 @@ struct FileStamp {
   bool operator==(const FileStamp&) const = default;
 };
 
-/// What is kept of a file; each part is written and read by itself.
-enum class SidePart { Facts, Wave, Grid, Marks };
+/// What is kept of a file; each part is written and read by itself. Music and Karaoke are kept of a folder:
+/// what a scan in that mode found in it. DiscImage is the path of the image that a karaoke mp3 belongs to.
+enum class SidePart { Facts, Wave, Grid, Marks, Music, Karaoke, DiscImage };
+
+struct SideEntry {
+  std::string path;
+  FileStamp stamp;
+  SidePart part;
+  std::string bytes;
+};
 
 /// Keeps what was found out about files beside the index, so that it is found out once.
 ///
@@ -38,6 +47,13 @@ class SideStore {
   /// Replaces the part, and drops all parts that were written with another stamp.
   virtual support::Result<void> Write(const std::string& path, const FileStamp& stamp, SidePart part,
                                       std::string_view bytes) = 0;
+  /// The same for many at once, all of them or none where the store can.
+  virtual support::Result<void> WriteAll(std::span<const SideEntry> entries) {
+    for (const SideEntry& entry : entries) {
+      if (auto written = Write(entry.path, entry.stamp, entry.part, entry.bytes); !written) return written;
+    }
+    return {};
+  }
 };
 
 }  // namespace catalogue

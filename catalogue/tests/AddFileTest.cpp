@@ -50,7 +50,7 @@ TEST(AddFileTest, WhatTheTagDoesNotGiveIsEmpty) {
 }
 
 TEST(AddFileTest, AFileWithoutATitleIsCalledByItsName) {
-  const std::pair<const char*, const char*> names[] = {{"/m/One - Two.mp3", "One - Two"},
+  const std::pair<const char*, const char*> names[] = {{"/m/One - Two.mp3", "Two"},
                                                        {"C:\\m\\a.b.flac", "a.b"},
                                                        {"noextension", "noextension"},
                                                        {"/m/.hidden", ".hidden"},

@@ -2,8 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/files/PlainFile.h"
 
-#include <filesystem>
-#include <system_error>
+#include <sys/stat.h>
+
+#include <cerrno>
 
 #include "support/Sentences.h"
 #include "support/Text.h"
@@ -25,26 +26,28 @@ support::Result<PlainFile> OpenPlainFile(const std::string& path) {
   using support::ErrorCode;
   using support::Failed;
   using support::Sentence;
-  std::error_code error;
-  const std::filesystem::file_status status = std::filesystem::status(path, error);
-  if (status.type() == std::filesystem::file_type::not_found) {
+  struct stat status {};
+  // Looked at before it is opened: opening a pipe may wait, and opening a device may do something.
+  const int failed = stat(path.c_str(), &status) == 0 ? 0 : errno;
+  if (failed == ENOENT || failed == ENOTDIR) {
     return Failed(ErrorCode::NotFound, Sentence::FileMissing, {LastPart(path)});
   }
-  if (status.type() == std::filesystem::file_type::directory) {
+  if (failed == 0 && S_ISDIR(status.st_mode)) {
     return Failed(ErrorCode::Malformed, Sentence::FolderNotAudio, {LastPart(path)});
   }
-  if (!error && status.type() != std::filesystem::file_type::regular) {
+  if (failed == 0 && !S_ISREG(status.st_mode)) {
     return Failed(ErrorCode::Malformed, Sentence::DeviceNotAudio, {LastPart(path)});
   }
   PlainFile opened;
-  if (!error) opened.file.reset(std::fopen(path.c_str(), "rb"));
+  if (failed == 0) opened.file.reset(std::fopen(path.c_str(), "rbe"));
   if (opened.file == nullptr) {
     return Failed(ErrorCode::Unreadable, Sentence::AccessDenied, {LastPart(path)});
   }
   std::setvbuf(opened.file.get(), nullptr, _IONBF, 0);
-  opened.size = fseeko(opened.file.get(), 0, SEEK_END) == 0 ? ftello(opened.file.get()) : -1;
-  std::rewind(opened.file.get());
-  if (opened.size < 0) return Failed(ErrorCode::Unreadable, Sentence::FileUnreadable, {LastPart(path)});
+  if (fstat(fileno(opened.file.get()), &status) != 0) {
+    return Failed(ErrorCode::Unreadable, Sentence::FileUnreadable, {LastPart(path)});
+  }
+  opened.size = status.st_size;
   if (opened.size == 0) return Failed(ErrorCode::Empty, Sentence::FileEmpty, {LastPart(path)});
   return opened;
 }

@@ -4,6 +4,7 @@
 
 #include <sched.h>
 #include <sys/resource.h>
+#include <sys/syscall.h>
 #include <unistd.h>
 
 #include <system_error>
@@ -32,6 +33,13 @@ ThreadPriority RaiseThreadPriority() noexcept {
   // On Linux this is the calling thread alone.
   if (setpriority(PRIO_PROCESS, 0, kNice) == 0) return ThreadPriority::Raised;
   return ThreadPriority::Normal;
+}
+
+void LowerThreadPriority() noexcept {
+  constexpr int kNice = 15;
+  constexpr int kThread = 1, kLowestOfNormal = (2 << 13) | 7;  // as the system's call counts them
+  setpriority(PRIO_PROCESS, 0, kNice);
+  syscall(SYS_ioprio_set, kThread, 0, kLowestOfNormal);
 }
 
 }  // namespace platform::files

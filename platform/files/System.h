@@ -19,4 +19,7 @@ enum class ThreadPriority { Normal, Raised, RealTime };
 /// allowed; without rights it stays Normal, and that works too.
 ThreadPriority RaiseThreadPriority() noexcept;
 
+/// Lets all other threads run before the calling one, on processor and disk, for work that may wait.
+void LowerThreadPriority() noexcept;
+
 }  // namespace platform::files

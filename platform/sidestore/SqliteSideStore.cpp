@@ -14,7 +14,7 @@ namespace {
 constexpr int kPatience = 2000;  ///< ms, for another program that is writing
 
 constexpr const char* kLayOut =
-    "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL;"
+    "PRAGMA journal_mode = WAL; PRAGMA synchronous = NORMAL; PRAGMA cache_size = -16384;"
     "CREATE TABLE IF NOT EXISTS side (path BLOB NOT NULL, part INTEGER NOT NULL, size INTEGER NOT NULL,"
     " modified INTEGER NOT NULL, checksum INTEGER NOT NULL, bytes BLOB NOT NULL, PRIMARY KEY (path, part))";
 
@@ -90,6 +90,7 @@ void SqliteSideStore::OpenOnce() {
 }
 
 void SqliteSideStore::SetAside() {
+  for (Statement* kept : {&read_, &drop_, &put_}) kept->reset();
   database_.reset();
   std::error_code ignored;
   std::filesystem::path aside;
@@ -105,11 +106,17 @@ void SqliteSideStore::SetAside() {
   if (ignored || IsDamage(Open())) database_.reset();
 }
 
-SqliteSideStore::Statement SqliteSideStore::Prepare(const char* text) {
+sqlite3_stmt* SqliteSideStore::Prepare(Statement& kept, const char* text) {
+  if (kept != nullptr) {
+    sqlite3_reset(kept.get());
+    return kept.get();
+  }
   sqlite3_stmt* statement = nullptr;
-  const int code = sqlite3_prepare_v2(database_.get(), text, -1, &statement, nullptr);
+  const int code =
+      sqlite3_prepare_v3(database_.get(), text, -1, SQLITE_PREPARE_PERSISTENT, &statement, nullptr);
+  kept.reset(statement);
   if (IsDamage(code)) SetAside();
-  return Statement(statement);
+  return kept.get();
 }
 
 std::optional<std::string> SqliteSideStore::Read(const std::string& path, const catalogue::FileStamp& stamp,
@@ -117,57 +124,70 @@ std::optional<std::string> SqliteSideStore::Read(const std::string& path, const 
   support::MutexLock lock(mutex_);
   OpenOnce();
   if (database_ == nullptr) return std::nullopt;
-  Statement statement =
-      Prepare("SELECT bytes, checksum FROM side WHERE path = ? AND part = ? AND size = ? AND modified = ?");
+  sqlite3_stmt* const statement = Prepare(
+      read_, "SELECT bytes, checksum FROM side WHERE path = ? AND part = ? AND size = ? AND modified = ?");
   if (statement == nullptr) return std::nullopt;
-  BindBytes(statement.get(), 1, path);
-  sqlite3_bind_int(statement.get(), 2, static_cast<int>(part));
-  sqlite3_bind_int64(statement.get(), 3, stamp.size);
-  sqlite3_bind_int64(statement.get(), 4, stamp.modified);
-  const int code = sqlite3_step(statement.get());
-  if (IsDamage(code)) {
-    statement.reset();
-    SetAside();
-    return std::nullopt;
+  BindBytes(statement, 1, path);
+  sqlite3_bind_int(statement, 2, static_cast<int>(part));
+  sqlite3_bind_int64(statement, 3, stamp.size);
+  sqlite3_bind_int64(statement, 4, stamp.modified);
+  const int code = sqlite3_step(statement);
+  std::optional<std::string> read;
+  if (code == SQLITE_ROW) {
+    const std::string_view bytes = ColumnBytes(statement, 0);
+    const bool sound = sqlite3_column_int64(statement, 1) == Checksum(path, static_cast<int>(part), bytes);
+    if (sound) read = bytes;
   }
-  if (code != SQLITE_ROW) return std::nullopt;
-  const std::string_view bytes = ColumnBytes(statement.get(), 0);
-  if (sqlite3_column_int64(statement.get(), 1) != Checksum(path, static_cast<int>(part), bytes)) {
-    return std::nullopt;
-  }
-  return std::string(bytes);
+  sqlite3_reset(statement);  // one that is left standing holds the database's pages
+  if (IsDamage(code)) SetAside();
+  return read;
 }
 
-int SqliteSideStore::Replace(const std::string& path, const catalogue::FileStamp& stamp,
-                             catalogue::SidePart part, std::string_view bytes) {
-  const Statement drop = Prepare("DELETE FROM side WHERE path = ? AND (size <> ? OR modified <> ?)");
+int SqliteSideStore::Replace(const catalogue::SideEntry& entry) {
+  sqlite3_stmt* const drop =
+      Prepare(drop_, "DELETE FROM side WHERE path = ? AND (size <> ? OR modified <> ?)");
   if (drop == nullptr) return SQLITE_ERROR;
-  BindBytes(drop.get(), 1, path);
-  sqlite3_bind_int64(drop.get(), 2, stamp.size);
-  sqlite3_bind_int64(drop.get(), 3, stamp.modified);
-  const int dropped = sqlite3_step(drop.get());
+  BindBytes(drop, 1, entry.path);
+  sqlite3_bind_int64(drop, 2, entry.stamp.size);
+  sqlite3_bind_int64(drop, 3, entry.stamp.modified);
+  const int dropped = sqlite3_step(drop);
+  sqlite3_reset(drop);
   if (dropped != SQLITE_DONE) return dropped;
-  const Statement put = Prepare(
-      "INSERT OR REPLACE INTO side (path, part, size, modified, checksum, bytes) VALUES (?,?,?,?,?,?)");
+  sqlite3_stmt* const put = Prepare(
+      put_, "INSERT OR REPLACE INTO side (path, part, size, modified, checksum, bytes) VALUES (?,?,?,?,?,?)");
   if (put == nullptr) return SQLITE_ERROR;
-  BindBytes(put.get(), 1, path);
-  sqlite3_bind_int(put.get(), 2, static_cast<int>(part));
-  sqlite3_bind_int64(put.get(), 3, stamp.size);
-  sqlite3_bind_int64(put.get(), 4, stamp.modified);
-  sqlite3_bind_int64(put.get(), 5, Checksum(path, static_cast<int>(part), bytes));
-  BindBytes(put.get(), 6, bytes);
-  return sqlite3_step(put.get());
+  BindBytes(put, 1, entry.path);
+  sqlite3_bind_int(put, 2, static_cast<int>(entry.part));
+  sqlite3_bind_int64(put, 3, entry.stamp.size);
+  sqlite3_bind_int64(put, 4, entry.stamp.modified);
+  sqlite3_bind_int64(put, 5, Checksum(entry.path, static_cast<int>(entry.part), entry.bytes));
+  BindBytes(put, 6, entry.bytes);
+  const int done = sqlite3_step(put);
+  sqlite3_reset(put);
+  return done;
+}
+
+int SqliteSideStore::ReplaceAll(std::span<const catalogue::SideEntry> entries) {
+  for (const catalogue::SideEntry& entry : entries) {
+    if (const int code = Replace(entry); code != SQLITE_DONE) return code;
+  }
+  return SQLITE_DONE;
 }
 
 support::Result<void> SqliteSideStore::Write(const std::string& path, const catalogue::FileStamp& stamp,
                                              catalogue::SidePart part, std::string_view bytes) {
+  const catalogue::SideEntry entry{path, stamp, part, std::string(bytes)};
+  return WriteAll({&entry, 1});
+}
+
+support::Result<void> SqliteSideStore::WriteAll(std::span<const catalogue::SideEntry> entries) {
   support::MutexLock lock(mutex_);
   OpenOnce();
   constexpr int kTries = 2;  // the second one goes to a new file, when the first met damage
   int code = SQLITE_CANTOPEN;
   for (int attempt = 0; attempt < kTries && database_ != nullptr; ++attempt) {
     sqlite3_exec(database_.get(), "BEGIN IMMEDIATE", nullptr, nullptr, nullptr);
-    code = Replace(path, stamp, part, bytes);
+    code = ReplaceAll(entries);
     if (code == SQLITE_DONE &&
         sqlite3_exec(database_.get(), "COMMIT", nullptr, nullptr, nullptr) == SQLITE_OK) {
       return {};

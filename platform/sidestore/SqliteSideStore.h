@@ -28,6 +28,7 @@ class SqliteSideStore final : public catalogue::SideStore {
                                                 catalogue::SidePart part) override DJ_EXCLUDES(mutex_);
   support::Result<void> Write(const std::string& path, const catalogue::FileStamp& stamp,
                               catalogue::SidePart part, std::string_view bytes) override DJ_EXCLUDES(mutex_);
+  support::Result<void> WriteAll(std::span<const catalogue::SideEntry> entries) override DJ_EXCLUDES(mutex_);
 
  private:
   struct Closer {
@@ -40,14 +41,19 @@ class SqliteSideStore final : public catalogue::SideStore {
   void OpenOnce() DJ_REQUIRES(mutex_);
   [[nodiscard]] int Open() DJ_REQUIRES(mutex_);
   void SetAside() DJ_REQUIRES(mutex_);
-  [[nodiscard]] Statement Prepare(const char* text) DJ_REQUIRES(mutex_);
-  [[nodiscard]] int Replace(const std::string& path, const catalogue::FileStamp& stamp,
-                            catalogue::SidePart part, std::string_view bytes) DJ_REQUIRES(mutex_);
+  /// The statement, prepared once and ready to be run; null when it cannot be.
+  [[nodiscard]] sqlite3_stmt* Prepare(Statement& kept, const char* text) DJ_REQUIRES(mutex_);
+  [[nodiscard]] int Replace(const catalogue::SideEntry& entry) DJ_REQUIRES(mutex_);
+  [[nodiscard]] int ReplaceAll(std::span<const catalogue::SideEntry> entries) DJ_REQUIRES(mutex_);
 
   const std::filesystem::path file_;
   support::Mutex mutex_;
   bool tried_ DJ_GUARDED_BY(mutex_) = false;
   Database database_ DJ_GUARDED_BY(mutex_);
+  // Of this database; gone before it is.
+  Statement read_ DJ_GUARDED_BY(mutex_);
+  Statement drop_ DJ_GUARDED_BY(mutex_);
+  Statement put_ DJ_GUARDED_BY(mutex_);
 };
 
 }  // namespace platform::sidestore

@@ -9,7 +9,7 @@ namespace platform::tags {
 namespace {
 
 constexpr int kFramesThatTell = 200;
-constexpr unsigned long kBlockBytes = 256 * 1024;
+constexpr unsigned long kBlockBytes = 64 * 1024;
 
 struct Frame {
   int bytes = 0, bit_rate = 0, sample_rate = 0, samples = 0;

@@ -4,7 +4,6 @@
 
 #include <taglib/fileref.h>
 #include <taglib/tbytevectorstream.h>
-#include <taglib/tfilestream.h>
 
 #include <algorithm>
 #include <exception>
@@ -13,22 +12,11 @@
 #include "platform/files/PlainFile.h"
 #include "platform/tags/Content.h"
 #include "platform/tags/FieldReaders.h"
+#include "platform/tags/PagedFile.h"
 #include "support/Sentences.h"
 
 namespace platform::tags {
 namespace {
-
-/// Pictures are the largest thing in honest tags. A tag that claims more gets this much of what it claims, so
-/// that a broken length in a file of gigabytes takes neither the memory nor the evening.
-constexpr unsigned long kMostBytesAtOnce = 64UL << 20;
-
-class CappedFileStream : public TagLib::FileStream {
- public:
-  explicit CappedFileStream(const std::string& path) : FileStream(path.c_str(), true) {}
-  TagLib::ByteVector readBlock(unsigned long length) override {
-    return FileStream::readBlock(std::min(length, kMostBytesAtOnce));
-  }
-};
 
 support::Error NoAudio(const std::string& name) {
   return support::Failed(support::ErrorCode::Malformed, support::Sentence::NoReadableAudio, {name});
@@ -67,13 +55,14 @@ support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const
 }  // namespace
 
 support::Result<catalogue::FileTags> TagLibTagReader::Read(const std::string& path) {
-  if (const auto opened = files::OpenPlainFile(path); !opened) return opened.Failure();
+  auto opened = files::OpenPlainFile(path);
+  if (!opened) return opened.Failure();
+  const std::string name = files::LastPart(path);
   try {
-    CappedFileStream stream(path);
-    if (!stream.isOpen()) return NoAudio(files::LastPart(path));
-    return ReadContent(stream, files::LastPart(path));
+    PagedFile stream(opened.Value().file.release(), static_cast<long>(opened.Value().size), path);
+    return ReadContent(stream, name);
   } catch (const std::exception&) {
-    return NoAudio(files::LastPart(path));
+    return NoAudio(name);
   }
 }
 

@@ -152,7 +152,7 @@ void ApplyPanel::Show() {
   const bool scanning = workstation_.IsScanning();
   if (cancel_->isHidden() == scanning) cancel_->setVisible(scanning);
   if (!scanning) return;
-  const app::AddingProgress progress = workstation_.Scanning();
+  const app::ScanProgress progress = workstation_.Scanning();
   progress_->Show(progress.total == 0 ? look_.say(Say::ScanListing)
                                       : look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total));
 }

@@ -17,8 +17,10 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"karaoke", "FILE", &InspectKaraoke},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
+    {"mixtags", "FILE", &InspectMixTags},
     {"mp3gain", "FILE", &InspectMp3Gain},
     {"presets", "FILE", &InspectPresets},
+    {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},
 });

@@ -38,8 +38,10 @@ ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostrea
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 
