@@ -216,6 +216,21 @@ std::vector<int> track_table::RowsNotSharedWith(const track_table& other) const 
   return rows;
 }
 
+std::vector<track_table::Stretch> track_table::Stretches() const {
+  std::vector<Stretch> stretches;
+  stretches.reserve(slots_.size());
+  for (const Slot& slot : slots_) {
+    stretches.push_back(
+        {slot.block.get(), slot.rows_before + 1, static_cast<int>(slot.block->starts.size())});
+  }
+  return stretches;
+}
+
+bool track_table::IsCopyOf(const track_table& other) const {
+  return std::equal(slots_.begin(), slots_.end(), other.slots_.begin(), other.slots_.end(),
+                    [](const Slot& ours, const Slot& theirs) { return ours.block == theirs.block; });
+}
+
 bool track_table::Has(int row, int column) const {
   return row >= 1 && row <= Rows() && column >= 1 && column <= static_cast<int>(columns_.size());
 }

@@ -88,6 +88,15 @@ class track_table {
   /// The rows that may differ since one table was copied from the other: all that lie in blocks which only
   /// this one has.
   [[nodiscard]] std::vector<int> RowsNotSharedWith(const track_table& other) const;
+  /// Rows that lie together. Two copies of a table have the same stretch where neither changed it.
+  struct Stretch {
+    const void* identity;  ///< told apart for as long as a copy holds it
+    int first_row;
+    int rows;
+  };
+  [[nodiscard]] std::vector<Stretch> Stretches() const;
+  /// Nothing was changed in either since one was copied from the other. Quick.
+  [[nodiscard]] bool IsCopyOf(const track_table& other) const;
 
  private:
   struct Block;
