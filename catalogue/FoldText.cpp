@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/FoldText.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -130,11 +131,24 @@ bool Separates(char32_t letter) {
 }
 
 bool IsDropped(char32_t letter) {
-  const bool apostrophe =
-      letter == '\'' || letter == '`' || letter == 0xB4 || letter == 0x2018 || letter == 0x2019;
+  const bool apostrophe = letter == 0xB4 || letter == 0x2018 || letter == 0x2019;
   const bool joins = In(letter, 0x200B, 0x200E) || In(letter, 0xFE00, 0xFE10);
   return apostrophe || joins || letter == 0xAD || In(letter, 0x300, 0x370) || letter == 0x2BC;
 }
+
+/// ASCII: a letter or digit as it is folded, kBlank for what separates words, kGone for an apostrophe.
+constexpr char kBlank = ' ', kGone = '\0';
+constexpr std::array<char, 128> kAscii = [] {
+  std::array<char, 128> folded{};
+  for (std::size_t i = 0; i < folded.size(); ++i) {
+    const char letter = static_cast<char>(i);
+    const bool capital = letter >= 'A' && letter <= 'Z';
+    const bool kept = (letter >= 'a' && letter <= 'z') || (letter >= '0' && letter <= '9');
+    const bool gone = letter == '\'' || letter == '`';
+    folded[i] = capital ? static_cast<char>(letter | 0x20) : kept ? letter : gone ? kGone : kBlank;
+  }
+  return folded;
+}();
 
 /// Puts folded letters together to words with one blank between them.
 class WordWriter {
@@ -144,6 +158,10 @@ class WordWriter {
   void Ascii(char letter) {
     Join();
     to_ += letter;
+  }
+  void Folded(char letter) {
+    if (letter == kGone) return;
+    letter == kBlank ? Break() : Ascii(letter);
   }
   void Letters(std::string_view letters) {
     Join();
@@ -178,8 +196,7 @@ void WriteGreek(WordWriter& writer, char base, char32_t letter) {
 
 void Write(WordWriter& writer, char32_t letter) {
   if (In(letter, 0xFF01, 0xFF5F)) letter -= 0xFEE0;  // as wide as a Chinese sign
-  if (In(letter, '0', '9' + 1) || In(letter, 'a', 'z' + 1)) return writer.Ascii(static_cast<char>(letter));
-  if (In(letter, 'A', 'Z' + 1)) return writer.Ascii(static_cast<char>(letter | 0x20));
+  if (letter < kAscii.size()) return writer.Folded(kAscii[letter]);
   if (IsDropped(letter)) return;
   if (Separates(letter)) return writer.Break();
   if (In(letter, kLatinFirst, kLatinEnd)) return WriteLatin(writer, kLatin[letter - kLatinFirst], letter);
@@ -197,10 +214,15 @@ void Write(WordWriter& writer, char32_t letter) {
 
 void AppendFolded(std::string& folded, std::string_view text) {
   WordWriter writer(folded);
+  const auto is_ascii = [](char letter) { return static_cast<unsigned char>(letter) < kAscii.size(); };
+  const auto other = std::find_if_not(text.begin(), text.end(), is_ascii);
+  const auto ascii = static_cast<std::size_t>(other - text.begin());
+  for (const char letter : text.substr(0, ascii)) writer.Folded(kAscii[static_cast<unsigned char>(letter)]);
+  text.remove_prefix(ascii);
   const bool utf8 = IsUtf8(text);
   while (!text.empty()) {
     const auto byte = static_cast<unsigned char>(text.front());
-    if (byte < 0x80 || !utf8) {
+    if (byte < kAscii.size() || !utf8) {
       Write(writer, byte);
       text.remove_prefix(1);
     } else {

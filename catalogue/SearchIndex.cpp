@@ -112,6 +112,8 @@ void SearchIndex::PlaceAll(const std::vector<Stretch>& stretches, const std::vec
 std::vector<int> SearchIndex::Find(const SearchQuery& query, const std::vector<int>* order) const {
   const std::array<Bits, 2> matched{MatchPart(query, 0), MatchPart(query, 1)};
   std::vector<int> rows;
+  rows.reserve(static_cast<std::size_t>(std::count(matched[0].begin(), matched[0].end(), 1)) +
+               matched[1].size());
   if (order == nullptr) {
     for (const Placed& placed : placed_) {
       const std::uint8_t* bits =

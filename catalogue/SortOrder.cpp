@@ -58,16 +58,13 @@ class TextSort {
  public:
   TextSort(const track_table& table, const SortWish& wish, const std::atomic<bool>& stop)
       : down_(wish.direction == SortDirection::Down) {
-    const int count = table.Rows();
-    ends_.reserve(static_cast<std::size_t>(count) + 1);
+    ends_.reserve(static_cast<std::size_t>(table.Rows()) + 1);
     ends_.push_back(0);
-    std::string last_cell;
+    std::string_view last_cell;
     std::size_t last_start = 0;
-    for (int row = 1; row <= count; ++row) {
-      if (row % 4096 == 0 && stop.load(std::memory_order_relaxed)) return;
-      const std::string_view cell = table.Cell(row, wish.column);
+    table.VisitColumn(wish.column, [&](int row, std::string_view cell) {
       const std::size_t start = texts_.size();
-      if (row > 1 && cell == last_cell) {  // an album's rows lie together
+      if (cell == last_cell) {  // an album's rows lie together
         texts_.append(texts_, last_start, start - last_start);
       } else {
         AppendFolded(texts_, cell);
@@ -80,7 +77,9 @@ class TextSort {
       } else {
         rows_.push_back({0, static_cast<std::uint32_t>(row)});
       }
-    }
+      return row % 4096 != 0 || !stop.load(std::memory_order_relaxed);
+    });
+    if (stop.load(std::memory_order_relaxed)) return;
     Sort(rows_, 0);
   }
 
@@ -170,21 +169,22 @@ std::optional<double> NumberIn(std::string_view cell, SortAs as) {
 std::vector<int> ByNumber(const track_table& table, const SortWish& wish, const std::atomic<bool>& stop) {
   std::vector<Ordered> ordered;
   std::vector<int> empty;
-  const int count = table.Rows();
-  for (int row = 1; row <= count; ++row) {
-    if (row % 4096 == 0 && stop.load(std::memory_order_relaxed)) return {};
-    const auto number = NumberIn(table.Cell(row, wish.column), wish.as);
-    if (!number) {
+  table.VisitColumn(wish.column, [&](int row, std::string_view cell) {
+    const auto number = NumberIn(cell, wish.as);
+    if (number) {
+      const std::uint64_t key = KeyOf(*number);
+      ordered.push_back(
+          {wish.direction == SortDirection::Down ? ~key : key, static_cast<std::uint32_t>(row)});
+    } else {
       empty.push_back(row);
-      continue;
     }
-    const std::uint64_t key = KeyOf(*number);
-    ordered.push_back({wish.direction == SortDirection::Down ? ~key : key, static_cast<std::uint32_t>(row)});
-  }
+    return row % 4096 != 0 || !stop.load(std::memory_order_relaxed);
+  });
+  if (stop.load(std::memory_order_relaxed)) return {};
   std::vector<Ordered> space;
   SortByKey(ordered, space);
   std::vector<int> rows;
-  rows.reserve(static_cast<std::size_t>(count));
+  rows.reserve(ordered.size() + empty.size());
   for (const Ordered& row : ordered) rows.push_back(static_cast<int>(row.row));
   rows.insert(rows.end(), empty.begin(), empty.end());
   return rows;

@@ -13,13 +13,22 @@ namespace {
 
 constexpr int kFieldBits = 6;
 constexpr std::uint32_t kFieldMask = (1U << kFieldBits) - 1;
-constexpr std::size_t kNoSingle = 99;
+constexpr std::size_t kLetters = 36, kNone = SIZE_MAX;
 constexpr std::size_t kLookedThrough = 64;
 
 std::size_t SingleOf(char letter) {
   if (letter >= 'a' && letter <= 'z') return static_cast<std::size_t>(letter - 'a');
   if (letter >= '0' && letter <= '9') return static_cast<std::size_t>(letter - '0') + 26;
-  return kNoSingle;
+  return kNone;
+}
+
+/// Number of a text of one or two letters or digits.
+std::size_t ShortOf(std::string_view text) {
+  if (text.empty() || text.size() > 2) return kNone;
+  const std::size_t first = SingleOf(text[0]);
+  if (first == kNone || text.size() == 1) return first;
+  const std::size_t second = SingleOf(text[1]);
+  return second == kNone ? kNone : kLetters + first * kLetters + second;
 }
 
 std::uint64_t LettersOf(std::string_view word) {
@@ -27,7 +36,7 @@ std::uint64_t LettersOf(std::string_view word) {
   for (const char letter : word) {
     const std::size_t single = SingleOf(letter);
     const auto byte = static_cast<unsigned char>(letter);
-    letters |= std::uint64_t{1} << (single != kNoSingle ? single : 36 + byte % 28);
+    letters |= std::uint64_t{1} << (single != kNone ? single : 36 + byte % 28);
   }
   return letters;
 }
@@ -72,7 +81,7 @@ void WordIndex::Match(const SearchTerm& term, std::span<std::uint8_t> fields) co
 }
 
 void WordIndex::MatchWord(const Pattern& pattern, std::span<std::uint8_t> fields) const {
-  if (MatchSingle(pattern, fields)) return;
+  if (MatchShort(pattern, fields)) return;
   const std::uint64_t wanted = LettersOf(pattern.word);
   const std::size_t count = letters_.size();
   for (std::size_t number = 0; number < count; ++number) {
@@ -84,15 +93,14 @@ void WordIndex::MatchWord(const Pattern& pattern, std::span<std::uint8_t> fields
   }
 }
 
-bool WordIndex::MatchSingle(const Pattern& pattern, std::span<std::uint8_t> fields) const {
-  if (pattern.word.size() != 1 || pattern.at_start || pattern.at_end || pattern.fields != kInAnyField)
-    return false;
-  const std::size_t single = SingleOf(pattern.word.front());
-  if (single == kNoSingle) return false;
-  const std::vector<std::uint64_t>& rows = singles_[single];
+bool WordIndex::MatchShort(const Pattern& pattern, std::span<std::uint8_t> fields) const {
+  if (pattern.at_start || pattern.at_end || pattern.fields != kInAnyField) return false;
+  const std::size_t text = ShortOf(pattern.word);
+  if (text == kNone || short_.empty() || short_[text].empty()) return false;
+  const RowBits& rows = short_[text];
   for (std::size_t row = 0; row < fields.size(); ++row) {
-    const bool held = (rows[row / 64] >> (row % 64) & 1) != 0;
-    fields[row] |= held ? std::uint8_t{kInAnyField} : std::uint8_t{0};
+    const std::uint64_t held = rows[row / 64] >> (row % 64) & 1;
+    fields[row] |= static_cast<std::uint8_t>(held * kInAnyField);
   }
   return true;
 }
@@ -111,21 +119,45 @@ std::size_t WordIndex::Bytes() const {
   std::size_t bytes = words_.capacity() + letters_.capacity() * sizeof(std::uint64_t) +
                       (word_starts_.capacity() + first_.capacity() + entries_.capacity()) * 4 +
                       (tempos_.capacity() + years_.capacity()) * 2;
-  for (const auto& single : singles_) bytes += single.capacity() * sizeof(std::uint64_t);
+  for (const RowBits& rows : short_) bytes += sizeof rows + rows.capacity() * sizeof(std::uint64_t);
   return bytes;
 }
 
-void WordIndex::NoteSingles() {
-  for (auto& single : singles_) single.assign((Rows() + 63) / 64, 0);
+template <typename Note>
+void WordIndex::ForEachShort(std::string_view word, const Note& note) const {
+  for (std::size_t i = 0; i < word.size(); ++i) {
+    if (const std::size_t one = ShortOf(word.substr(i, 1)); one != kNone) note(one);
+    if (i + 1 == word.size()) break;
+    if (const std::size_t two = ShortOf(word.substr(i, 2)); two != kNone) note(two);
+  }
+}
+
+std::vector<std::size_t> WordIndex::CountShortTexts() const {
+  std::vector<std::size_t> counts(kShort);
   for (std::size_t number = 0; number < letters_.size(); ++number) {
-    const std::uint64_t letters = letters_[number] & ((std::uint64_t{1} << kSingles) - 1);
-    for (std::uint64_t rest = letters; rest != 0; rest &= rest - 1) {
-      std::vector<std::uint64_t>& rows = singles_[static_cast<std::size_t>(std::countr_zero(rest))];
+    const std::size_t held = first_[number + 1] - first_[number];
+    ForEachShort(Word(number), [&](std::size_t text) { counts[text] += held; });
+  }
+  return counts;
+}
+
+// The entries of a text that most rows hold are too many to go through at every key.
+void WordIndex::NoteShortTexts() {
+  constexpr std::size_t kFewEntries = 65'536;
+  const std::vector<std::size_t> counts = CountShortTexts();
+  short_.resize(kShort);
+  for (std::size_t text = 0; text < kShort; ++text) {
+    if (counts[text] > std::max(kFewEntries, Rows() / 4)) short_[text].assign((Rows() + 63) / 64, 0);
+  }
+  for (std::size_t number = 0; number < letters_.size(); ++number) {
+    ForEachShort(Word(number), [&](std::size_t text) {
+      RowBits& rows = short_[text];
+      if (rows.empty()) return;
       for (std::uint32_t i = first_[number]; i < first_[number + 1]; ++i) {
         const std::uint32_t row = entries_[i] >> kFieldBits;
         rows[row / 64] |= std::uint64_t{1} << (row % 64);
       }
-    }
+    });
   }
 }
 
@@ -219,7 +251,7 @@ WordIndex WordIndex::Builder::Finish() {
   index_.letters_.shrink_to_fit();
   index_.tempos_.shrink_to_fit();
   index_.years_.shrink_to_fit();
-  index_.NoteSingles();
+  index_.NoteShortTexts();
   return std::move(index_);
 }
 

@@ -38,20 +38,26 @@ class WordIndex {
 
  private:
   struct Pattern;
-  static constexpr std::size_t kSingles = 36;  ///< letters and digits
+  static constexpr std::size_t kShort = 36 + 36 * 36;  ///< texts of one or two letters or digits
+  /// Rows that hold one or two certain letters beside each other, a bit each; none where they are few.
+  using RowBits = std::vector<std::uint64_t>;
 
   [[nodiscard]] std::string_view Word(std::size_t number) const;
   void MatchWord(const Pattern& pattern, std::span<std::uint8_t> fields) const;
-  [[nodiscard]] bool MatchSingle(const Pattern& pattern, std::span<std::uint8_t> fields) const;
-  void NoteSingles();
+  [[nodiscard]] bool MatchShort(const Pattern& pattern, std::span<std::uint8_t> fields) const;
+  /// Each place of a word that a short text may be found by.
+  template <typename Note>
+  void ForEachShort(std::string_view word, const Note& note) const;
+  void NoteShortTexts();
+  [[nodiscard]] std::vector<std::size_t> CountShortTexts() const;
 
   std::string words_;                       ///< one behind the other
   std::vector<std::uint32_t> word_starts_;  ///< and the end of the last one
   std::vector<std::uint64_t> letters_;      ///< of each word, a bit a letter
   std::vector<std::uint32_t> first_;        ///< of each word's entries, and the end of the last one's
   std::vector<std::uint32_t> entries_;      ///< a row and, in the low bits, the fields that hold the word
-  std::array<std::vector<std::uint64_t>, kSingles> singles_;  ///< rows that hold a letter, a bit each
-  std::vector<std::uint16_t> tempos_;                         ///< in hundredths
+  std::vector<RowBits> short_;              ///< of each short text that many rows hold
+  std::vector<std::uint16_t> tempos_;       ///< in hundredths
   std::vector<std::uint16_t> years_;
 };
 

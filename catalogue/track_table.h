@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -57,6 +58,8 @@ class track_table {
   [[nodiscard]] std::string_view Cell(int row, int column) const;
   /// Fills in the row's cells from the first column on; empty ones for a row that is not there.
   void Cells(int row, std::span<std::string_view> cells) const;
+  /// Shows one column's cell of each row, quicker than asking for them; stops when visit gives false.
+  void VisitColumn(int column, const std::function<bool(int row, std::string_view cell)>& visit) const;
   /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row.
   [[nodiscard]] int FindRow(int column, std::string_view text) const;
   /// Does nothing for a row or column that is not there.
