@@ -11,6 +11,7 @@
 
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
+#include "app/ListDesk.h"
 #include "app/OrganDesk.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
@@ -58,6 +59,7 @@ struct Ports {
   dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  LocalTime local_time = nullptr;                       ///< null: the system's
 };
 
 /// What the button of the settings page does.
@@ -223,6 +225,7 @@ class Workstation {
   [[nodiscard]] LightDesk& Lights();
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
+  [[nodiscard]] ListDesk& Lists();
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

@@ -13,6 +13,7 @@
 #include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
 #include "app/LightDesk.h"
+#include "app/ListDesk.h"
 #include "app/OrganDesk.h"
 #include "app/PlainScan.h"
 #include "app/Preferences.h"
@@ -56,11 +57,14 @@ struct Workstation::Parts {
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
         lights(Context(), outside.dmx),
         organ(Context(), outside.boards),
-        songs(Context(), outside.synthesisers) {
+        songs(Context(), outside.synthesisers),
+        lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
+              outside.local_time) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);
       songs.Tick(view);
+      lists.Tick(view);
     });
   }
 
@@ -171,6 +175,7 @@ struct Workstation::Parts {
   LightDesk lights;
   OrganDesk organ;
   SongDesk songs;
+  ListDesk lists;
 };
 
 }  // namespace app

@@ -33,9 +33,16 @@ enum class Sentence : int {
   PresetNotDeleted,
   PresetNeedsName,
 
+  PlaylistIsPathList = 150,
+  PlaylistLinesLeftOut,
+  PlaylistNotSaved,
+  NotPlayedNext,
+  HistoryNotSaved,
+
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+  PlaylistUnreadable = 250,
 
   UnplayableFormat = 801,
   NoMemoryForFile,
