@@ -28,11 +28,11 @@ bool IsThere(const std::string& path) {
 
 /// One opening; touched by one job after the other.
 struct PlaylistIntake::Batch {
-  Batch(std::string file, const catalogue::track_table& known_rows, catalogue::TagReader& reader,
+  Batch(std::string file, const catalogue::track_table& music, catalogue::TagReader& reader,
         support::Executor& executor, std::shared_ptr<WorkGate> work_gate, const support::Sentences& sentences,
         catalogue::TagScratch& tag_scratch)
       : path(std::move(file)),
-        known(known_rows),
+        known(music),
         tags(reader),
         workers(executor),
         gate(std::move(work_gate)),
