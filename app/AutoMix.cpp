@@ -160,7 +160,10 @@ void AutoMix::Place(int deck, const DeckView& view) {
   if (placed_ || !wishes_.at_mix_points || !view.has_mix_points) return;
   placed_ = true;
   const bool at_start = view.position < 50ms;
-  if (at_start && view.start_mix_point > microseconds(0)) decks_.Seek(deck, view.start_mix_point);
+  const bool heard_after_it =
+      view.start_mix_point + 1s < view.length;  // a silent file has its point at its end
+  if (at_start && heard_after_it && view.start_mix_point > microseconds(0))
+    decks_.Seek(deck, view.start_mix_point);
 }
 
 void AutoMix::Arm(const DeckView& leader) {

@@ -15,35 +15,13 @@
 namespace app {
 namespace {
 
-namespace track = catalogue::track;
+namespace column = catalogue::track;
 using std::chrono::seconds;
 
 constexpr int kFirstHour = 6;
 constexpr support::Duration kLongEnough = seconds(30);
 /// A tick that comes later than that did not hear what was played meanwhile by ear.
 constexpr support::Duration kLongestTick = seconds(60);
-
-struct HeardTrack {
-  std::string evening;
-  DeckView track;
-  std::shared_ptr<const catalogue::track_table> catalogue;
-};
-
-void AddRow(catalogue::track_table& history, const HeardTrack& heard) {
-  if (heard.catalogue != nullptr) {
-    if (const int row = heard.catalogue->FindRow(track::kFilename, heard.track.filename); row > 0) {
-      history.AppendFrom(*heard.catalogue, row);
-      return;
-    }
-  }
-  const int row = history.AddRow();
-  history.SetCell(row, track::kArtist, heard.track.artist);
-  history.SetCell(row, track::kTitle, heard.track.title);
-  const auto length = std::chrono::duration_cast<seconds>(heard.track.length);
-  history.SetCell(row, track::kTime, support::FormatMinutes(length.count()));
-  history.SetCell(row, track::kFilename, heard.track.filename);
-  if (heard.track.bpm > 0) history.SetCell(row, track::kBpm, support::FormatReal(heard.track.bpm, 2));
-}
 
 }  // namespace
 
@@ -89,6 +67,29 @@ void HeardTracks::Tick(const WorkstationView& view) {
         listening.heard >= kLongEnough || (half > support::Duration{} && listening.heard >= half);
     if (enough && !std::exchange(listening.told, true)) told_(deck);
   }
+}
+
+struct EveningLog::HeardTrack {
+  void AppendTo(catalogue::track_table& history) const;
+  std::string evening;
+  DeckView heard;
+  std::shared_ptr<const catalogue::track_table> known;
+};
+
+void EveningLog::HeardTrack::AppendTo(catalogue::track_table& history) const {
+  if (known != nullptr) {
+    if (const int row = known->FindRow(column::kFilename, heard.filename); row > 0) {
+      history.AppendFrom(*known, row);
+      return;
+    }
+  }
+  const int row = history.AddRow();
+  history.SetCell(row, column::kArtist, heard.artist);
+  history.SetCell(row, column::kTitle, heard.title);
+  const auto length = std::chrono::duration_cast<seconds>(heard.length);
+  history.SetCell(row, column::kTime, support::FormatMinutes(length.count()));
+  history.SetCell(row, column::kFilename, heard.filename);
+  if (heard.bpm > 0) history.SetCell(row, column::kBpm, support::FormatReal(heard.bpm, 2));
 }
 
 struct EveningLog::State {
@@ -141,7 +142,7 @@ void EveningLog::SaveWaiting(State& state) {
     if (evening != state.evening) static_cast<void>(catalogue::LoadIndex(path, state.history));
     state.evening = evening;
     while (!waiting.empty() && waiting.front().evening == evening) {
-      AddRow(state.history, waiting.front());
+      waiting.front().AppendTo(state.history);
       waiting.pop_front();
     }
     std::error_code ignored;  // the save says what is wrong

@@ -64,6 +64,7 @@ class EveningLog {
   void Flush();
 
  private:
+  struct HeardTrack;
   struct State;
   static void SaveWaiting(State& state);
 
