@@ -75,9 +75,27 @@ void DeckStation::Play() {
   }
   if (state_ == State::Paused) return Resume();
   if (state_ != State::Stopped || player_.STRM() == 0) return;
+  starting_ = false;
   player_.Play();
   tempo_.Apply();  // to the head-phones' stream, which may be a new one
   state_ = State::Playing;
+}
+
+bool DeckStation::StartWith(const DeckStation& other, std::chrono::microseconds place) {
+  constexpr double kDeviceRate = 44100;
+  if (state_ != State::Stopped || player_.STRM() == 0 || reopen_at_ || coming_) return false;
+  const decks::HeardStream led = sound_.Heard(other.player_.STRM());
+  if (!led.playing || led.waiting || led.sample_rate <= 0 || led.ratio <= 0) return false;
+  const std::chrono::duration<double> rest = place - TimeOf(led.frame, led.sample_rate);
+  const double seconds = rest.count() / led.ratio - led.lag;
+  const support::EngineFrame next = sound_.NextFrame(player_.STRM());
+  const support::EngineFrame at{next.value + std::llround(std::max(0.0, seconds) * kDeviceRate)};
+  starting_ = sound_.Schedule({decks::ScheduledCommand::Kind::Start, player_.STRM(), at});
+  return starting_;
+}
+
+void DeckStation::CancelStart() {
+  if (std::exchange(starting_, false) && player_.STRM() != 0) sound_.CancelScheduled(player_.STRM());
 }
 
 void DeckStation::Pause() {
@@ -95,6 +113,7 @@ void DeckStation::Resume() {
 
 void DeckStation::Stop() {
   play_when_ready_ = false;
+  starting_ = false;
   if (state_ == State::Empty || player_.STRM() == 0) return;
   message_.clear();
   player_.StopPlay();
@@ -159,6 +178,7 @@ void DeckStation::Tick(DeckView& view) {
   view.pre_volume = player_.PreVolume();
   ShowAnalysis(view);
   tempo_.Show(view);
+  view.speed = tempo_.Speed();
   if (coming_) view.bpm = coming_->bpm;
   view.equaliser = gains_;
 }
@@ -224,6 +244,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (!result) return Reject(track, tools_.say(result.Failure()));
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
+  starting_ = false;
   player_.OpenFile();
   track_ = std::move(track);
   state_ = State::Stopped;

@@ -54,6 +54,14 @@ class DeckStation {
   void Play();
   void Pause();
   void Resume();
+  /// Begins to sound, to the sample, when another deck is heard at this place; then Play makes it complete.
+  /// False when it does not stand ready, or it cannot be said when that will be.
+  [[nodiscard]] bool StartWith(const DeckStation& other, std::chrono::microseconds place);
+  /// It was told to start with another deck, and sounds.
+  [[nodiscard]] bool Started() const { return starting_ && heard_.playing; }
+  void CancelStart();
+  /// It is the one that fades out in an automatic mix.
+  void SetMixing(bool mixing) { player_.IsMixing(mixing); }
   /// Ends the sound and stands at the start of the same file.
   void Stop();
   void Seek(std::chrono::microseconds position);
@@ -119,6 +127,7 @@ class DeckStation {
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
+  bool starting_ = false;            ///< its start was scheduled
   decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 

@@ -45,6 +45,7 @@ void Workstation::StartUp() {
   parts.lights.StartUp();
   parts.organ.StartUp();
   parts.songs.StartUp();
+  parts.lists.StartUp(parts.preferences);
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();
@@ -190,6 +191,7 @@ void Workstation::Parts::SaveWhatWaits() {
   index.Flush();
   karaoke_index.Flush();
   presets.Flush();
+  lists.ShutDown();
   settings.Store().Flush();
 }
 

@@ -10,6 +10,7 @@
 #include "app/AnalysisRows.h"
 #include "app/MasterVolume.h"
 #include "app/NameSettings.h"
+#include "app/TrackToLoad.h"
 #include "app/WorkstationParts.h"
 #include "decks/GainAnalysis.h"
 #include "support/Text.h"
@@ -25,14 +26,6 @@ template <typename Command>
 void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
   if (deck < 1 || deck > kDecks) return;
   conductor.Post([&stage, deck, command = std::move(command)] { command(stage.Deck(deck)); });
-}
-
-/// Of a cell that holds seconds; nothing where it holds none.
-std::optional<std::chrono::microseconds> TimeIn(std::string_view cell) {
-  constexpr double kLongest = 1e6;
-  const auto seconds = support::ParseReal(cell);
-  if (!seconds || !(*seconds >= 0 && *seconds <= kLongest)) return std::nullopt;
-  return std::chrono::microseconds(std::llround(*seconds * 1e6));
 }
 
 }  // namespace
@@ -66,6 +59,10 @@ OrganDesk& Workstation::Organ() {
 
 SongDesk& Workstation::Songs() {
   return parts_->songs;
+}
+
+ListDesk& Workstation::Lists() {
+  return parts_->lists;
 }
 
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
@@ -111,17 +108,10 @@ const WorkstationView& Workstation::View() {
 }
 
 void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int row) {
-  namespace track = catalogue::track;
-  Track wanted;
-  wanted.filename = table.Cell(row, track::kFilename);
-  if (wanted.filename.empty()) return;
-  wanted.artist = table.Cell(row, track::kArtist);
-  wanted.title = table.Cell(row, track::kTitle);
-  wanted.bpm = support::ParseReal(table.Cell(row, track::kBpm)).value_or(0);
-  wanted.marks = {TimeIn(table.Cell(row, track::kStartMixPoint)),
-                  TimeIn(table.Cell(row, track::kEndMixPoint))};
+  auto wanted = TrackToLoad(table, row);
+  if (!wanted) return;
   OnDeck(parts_->conductor, parts_->stage, deck,
-         [wanted = std::move(wanted)](DeckStation& station) { station.Load(wanted); });
+         [wanted = std::move(*wanted)](DeckStation& station) { station.Load(wanted); });
 }
 
 void Workstation::Play(int deck) {

@@ -11,6 +11,7 @@
 
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
+#include "app/ListDesk.h"
 #include "app/OrganDesk.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
@@ -67,6 +68,7 @@ struct Ports {
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
+  LocalTime local_time = nullptr;                       ///< null: the system's
 };
 
 /// What the button of the settings page does.
@@ -232,6 +234,7 @@ class Workstation {
   [[nodiscard]] LightDesk& Lights();
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
+  [[nodiscard]] ListDesk& Lists();
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

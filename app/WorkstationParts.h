@@ -16,6 +16,7 @@
 #include "app/IndexKeeper.h"
 #include "app/KaraokeSongReader.h"
 #include "app/LightDesk.h"
+#include "app/ListDesk.h"
 #include "app/OrganDesk.h"
 #include "app/Preferences.h"
 #include "app/PresetDesk.h"
@@ -62,12 +63,15 @@ struct Workstation::Parts {
         lights(Context(), outside.dmx),
         organ(Context(), {outside.engine, [this](int deck) { return stage.Deck(deck).Player().STRM(); }},
               outside.boards),
-        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}) {
+        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}),
+        lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
+              outside.local_time) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);
       songs.Tick(view);
       cores->SetPlaying(AnyPlays(view));
+      lists.Tick(view);
     });
   }
 
@@ -202,6 +206,7 @@ struct Workstation::Parts {
   LightDesk lights;
   OrganDesk organ;
   SongDesk songs;
+  ListDesk lists;
 };
 
 }  // namespace app

@@ -52,6 +52,7 @@ struct DeckView {
   int volume = 100;         ///< 0 to 100
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
   double playing_bpm = 0;   ///< as it is heard, 0 when unknown
+  double speed = 1;         ///< seconds of the file a second
   float tempo_percent = 0;  ///< from the original
   decks::KeyLock key_lock = decks::KeyLock::On;
   float pitch = 0;                ///< semitones from the original

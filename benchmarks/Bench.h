@@ -12,6 +12,7 @@ namespace bench {
 /// Requires of MeasureIndex and MeasureLights: no other thread yet, as they measure memory in processes of
 /// their own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
+[[nodiscard]] std::vector<Figure> MeasureSearch();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureScan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();

@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <memory>
 #include <span>
+#include <sstream>
 #include <string_view>
 
 namespace bench {
@@ -41,9 +42,9 @@ Statement Prepare(const Database& database, const char* text) {
 
 }  // namespace
 
-void SaveWithSqlite(const std::filesystem::path& path, const catalogue::track_table& table) {
-  std::filesystem::remove(path);
-  const Database database = Open(path);
+namespace {
+
+void Fill(const Database& database, const catalogue::track_table& table) {
   Execute(database,
           "CREATE TABLE tracks(a TEXT,b TEXT,c TEXT,d TEXT,e TEXT,f TEXT,g TEXT,h TEXT,i TEXT,"
           "j TEXT,k TEXT,l TEXT,m TEXT)");
@@ -60,6 +61,51 @@ void SaveWithSqlite(const std::filesystem::path& path, const catalogue::track_ta
     sqlite3_reset(insert.get());
   }
   Execute(database, "COMMIT");
+}
+
+}  // namespace
+
+void SaveWithSqlite(const std::filesystem::path& path, const catalogue::track_table& table) {
+  std::filesystem::remove(path);
+  Fill(Open(path), table);
+}
+
+struct SqliteSearch::Parts {
+  Database database;
+};
+
+SqliteSearch::SqliteSearch(const catalogue::track_table& table)
+    : parts_(std::make_unique<Parts>(Parts{Open(":memory:")})) {
+  Fill(parts_->database, table);
+}
+
+SqliteSearch::~SqliteSearch() = default;
+
+std::size_t SqliteSearch::Run(const std::string& text) const {
+  const Statement statement = Prepare(parts_->database, text.c_str());
+  std::vector<std::int64_t> rows;
+  while (sqlite3_step(statement.get()) == SQLITE_ROW)
+    rows.push_back(sqlite3_column_int64(statement.get(), 0));
+  return rows.size();
+}
+
+std::size_t SqliteSearch::Like(const std::string& words) const {
+  std::string wanted = "SELECT rowid FROM tracks WHERE 1";
+  std::istringstream reader(words);
+  for (std::string word; reader >> word;) {
+    std::string any;
+    for (const char column : {'a', 'b', 'd', 'f', 'g', 'h'}) {
+      any += (any.empty() ? "" : " OR ") + std::string(1, column) + " LIKE '%" + word + "%'";
+    }
+    wanted += " AND (" + any + ")";
+  }
+  return Run(wanted);
+}
+
+void SqliteSearch::OrderBy(int column, bool as_number) const {
+  const std::string name(1, static_cast<char>('a' + column - 1));
+  const std::string key = as_number ? "CAST(" + name + " AS REAL)" : name + " COLLATE NOCASE";
+  static_cast<void>(Run("SELECT rowid FROM tracks ORDER BY " + key));
 }
 
 std::vector<TrackStruct> LoadWithSqlite(const std::filesystem::path& path) {

@@ -4,6 +4,7 @@
 
 #include <array>
 #include <filesystem>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -18,5 +19,23 @@ using TrackStruct = std::array<std::string, 13>;
 /// and flushed to the disk as SQLite does by default.
 void SaveWithSqlite(const std::filesystem::path& path, const catalogue::track_table& table);
 [[nodiscard]] std::vector<TrackStruct> LoadWithSqlite(const std::filesystem::path& path);
+
+/// The reference for searching and sorting: the rows in a database in memory.
+class SqliteSearch {
+ public:
+  explicit SqliteSearch(const catalogue::track_table& table);
+  ~SqliteSearch();
+  SqliteSearch(const SqliteSearch&) = delete;
+  SqliteSearch& operator=(const SqliteSearch&) = delete;
+  /// How many rows hold each of the words, in any of the columns that are searched.
+  [[nodiscard]] std::size_t Like(const std::string& words) const;
+  /// Column from 1.
+  void OrderBy(int column, bool as_number) const;
+
+ private:
+  struct Parts;
+  [[nodiscard]] std::size_t Run(const std::string& statement) const;
+  std::unique_ptr<Parts> parts_;
+};
 
 }  // namespace bench

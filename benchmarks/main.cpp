@@ -18,6 +18,7 @@ struct Part {
 
 constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
+    {"search", bench::MeasureSearch},
     {"lights", bench::MeasureLights},
     {"scan", bench::MeasureScan},
     {"engine", bench::MeasureEngine},

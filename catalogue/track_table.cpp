@@ -99,11 +99,25 @@ void track_table::Cells(int row, std::span<std::string_view> cells) const {
   for (std::string_view& cell : cells) cell = reader.Next();
 }
 
-int track_table::FindRow(int column, std::string_view text) const {
-  for (int row = 1; row <= Rows(); ++row) {
-    if (Has(row, column) && Cell(row, column) == text) return row;
+void track_table::VisitColumn(int column,
+                              const std::function<bool(int row, std::string_view cell)>& visit) const {
+  if (!Has(1, column)) return;
+  for (const Slot& slot : slots_) {
+    for (std::size_t i = 0; i < slot.block->starts.size(); ++i) {
+      RowReader cells(slot.block->Row(i));
+      for (int before = 1; before < column; ++before) cells.Next();
+      if (!visit(slot.rows_before + 1 + static_cast<int>(i), cells.Next())) return;
+    }
   }
-  return 0;
+}
+
+int track_table::FindRow(int column, std::string_view text) const {
+  int found = 0;
+  VisitColumn(column, [&](int row, std::string_view cell) {
+    if (cell == text) found = row;
+    return found == 0;
+  });
+  return found;
 }
 
 void track_table::SetCell(int row, int column, std::string_view text) {
@@ -214,6 +228,21 @@ std::vector<int> track_table::RowsNotSharedWith(const track_table& other) const 
     for (int row = 1; row <= count; ++row) rows.push_back(slot.rows_before + row);
   }
   return rows;
+}
+
+std::vector<track_table::Stretch> track_table::Stretches() const {
+  std::vector<Stretch> stretches;
+  stretches.reserve(slots_.size());
+  for (const Slot& slot : slots_) {
+    stretches.push_back(
+        {slot.block.get(), slot.rows_before + 1, static_cast<int>(slot.block->starts.size())});
+  }
+  return stretches;
+}
+
+bool track_table::IsCopyOf(const track_table& other) const {
+  return std::equal(slots_.begin(), slots_.end(), other.slots_.begin(), other.slots_.end(),
+                    [](const Slot& ours, const Slot& theirs) { return ours.block == theirs.block; });
 }
 
 bool track_table::Has(int row, int column) const {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <span>
 #include <string>
@@ -57,6 +58,8 @@ class track_table {
   [[nodiscard]] std::string_view Cell(int row, int column) const;
   /// Fills in the row's cells from the first column on; empty ones for a row that is not there.
   void Cells(int row, std::span<std::string_view> cells) const;
+  /// Shows one column's cell of each row, quicker than asking for them; stops when visit gives false.
+  void VisitColumn(int column, const std::function<bool(int row, std::string_view cell)>& visit) const;
   /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row.
   [[nodiscard]] int FindRow(int column, std::string_view text) const;
   /// Does nothing for a row or column that is not there.
@@ -88,6 +91,15 @@ class track_table {
   /// The rows that may differ since one table was copied from the other: all that lie in blocks which only
   /// this one has.
   [[nodiscard]] std::vector<int> RowsNotSharedWith(const track_table& other) const;
+  /// Rows that lie together. Two copies of a table have the same stretch where neither changed it.
+  struct Stretch {
+    const void* identity;  ///< told apart for as long as a copy holds it
+    int first_row;
+    int rows;
+  };
+  [[nodiscard]] std::vector<Stretch> Stretches() const;
+  /// Nothing was changed in either since one was copied from the other. Quick.
+  [[nodiscard]] bool IsCopyOf(const track_table& other) const;
 
  private:
   struct Block;

@@ -55,6 +55,18 @@ constexpr Row kRows[] = {
      "De voorinstelling \"%1\" kon niet worden verwijderd: %2"},
     {Sentence::PresetNeedsName, "A preset needs a name of one line.",
      "Een voorinstelling heeft een naam van één regel nodig."},
+    {Sentence::PlaylistIsPathList,
+     "\"%1\" is no playlist of this program but a list of paths: give it the ending .m3u, then it opens.",
+     "\"%1\" is geen afspeellijst van dit programma maar een lijst met paden: geef haar de extensie .m3u, "
+     "dan "
+     "gaat ze open."},
+    {Sentence::PlaylistLinesLeftOut, "%2 lines of \"%1\" were left out, because they are no tracks.",
+     "%2 regels van \"%1\" zijn weggelaten, omdat het geen nummers zijn."},
+    {Sentence::PlaylistNotSaved, "The playlist was not saved: %1", "De afspeellijst is niet bewaard: %1"},
+    {Sentence::NotPlayedNext, "\"%1\" cannot be played; the next track takes its turn.",
+     "\"%1\" kan niet worden afgespeeld; het volgende nummer is aan de beurt."},
+    {Sentence::HistoryNotSaved, "The history of this evening cannot be saved: %1",
+     "De geschiedenis van deze avond kan niet worden bewaard: %1"},
     {Sentence::SongNotPlayed, "\"%1\" cannot be played: %2", "\"%1\" kan niet worden gespeeld: %2"},
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",
@@ -93,6 +105,8 @@ constexpr Row kRows[] = {
     {Sentence::SongEmpty, "\"%1\" is empty.", "\"%1\" is leeg."},
     {Sentence::SongTooLong, "\"%1\" is too long for a song.", "\"%1\" is te lang voor een nummer."},
 
+    {Sentence::PlaylistUnreadable, "The playlist \"%1\" cannot be read.",
+     "De afspeellijst \"%1\" kan niet worden gelezen."},
     {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
      "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},
     {Sentence::NoMemoryForFile, "There is no memory left for the whole file.",

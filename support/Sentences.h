@@ -34,6 +34,11 @@ enum class Sentence : int {
   PresetNotDeleted,
   PresetNeedsName,
 
+  PlaylistIsPathList = 150,
+  PlaylistLinesLeftOut,
+  PlaylistNotSaved,
+  NotPlayedNext,
+  HistoryNotSaved,
   SongNotPlayed = 160,
 
   KaraokeSongInMusic = 201,
@@ -44,6 +49,7 @@ enum class Sentence : int {
   FoldersLeftOut,
   RowsGone,
   NoSongInFile,
+  PlaylistUnreadable = 250,
 
   NoIoBoard = 401,
   OrganFileNotSaved,

@@ -1,0 +1,204 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/AutoMix.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "app/tests/Evening.h"
+
+namespace app {
+namespace {
+
+using namespace std::chrono_literals;
+using std::chrono::microseconds;
+
+DeckView Playing(microseconds length, std::optional<microseconds> end_mix_point = {}) {
+  DeckView deck;
+  deck.state = DeckView::State::Playing;
+  deck.length = length;
+  deck.has_mix_points = end_mix_point.has_value();
+  deck.end_mix_point = end_mix_point.value_or(0s);
+  deck.found.end = 95s;
+  return deck;
+}
+
+TEST(MixPlanTest, ADeckHandsOverAtItsEndMixPoint) {
+  const MixWishes at_points{true, 8s, true}, at_end{true, 8s, false};
+  DeckView fast = Playing(100s, 80s);
+  fast.speed = 2;
+  DeckView late = Playing(100s, 80s);
+  late.position = 81s;
+  const struct {
+    const char* what;
+    DeckView deck;
+    MixWishes wishes;
+    MixPlan plan;
+  } kPlans[] = {
+      {"what sound is left is faded", Playing(100s, 80s), at_points, {80s, 8s}},
+      {"no longer than it sounds", Playing(100s, 92s), at_points, {92s, 3s}},
+      {"where nothing is left, nothing", Playing(100s, 95s), at_points, {95s, 0s}},
+      {"without points it ends with the file", Playing(100s), at_points, {92s, 8s}},
+      {"as wished", Playing(100s, 80s), at_end, {92s, 8s}},
+      {"a faster deck has less time", fast, {true, 8s, true}, {80s, 7500ms}},
+      {"past its point it plays on", late, at_points, {100s, 0s}},
+      {"a jingle is heard once", Playing(5s), at_points, {5s, 0s}},
+      {"no fade is wished", Playing(100s), {true, 0s, false}, {100s, 0s}},
+  };
+  for (const auto& plan : kPlans) {
+    const MixPlan got = PlanMix(plan.deck, plan.wishes);
+    EXPECT_EQ(got.at, plan.plan.at) << plan.what;
+    EXPECT_EQ(got.fade, plan.plan.fade) << plan.what;
+  }
+}
+
+/// Two decks, playlists with three files of 100 s, and somebody who lets the mixer do it.
+class AutoMixTest : public testing::Evening {
+ protected:
+  AutoMixTest() {
+    Store("Settings", "Automix", "True");
+    Store("Settings", "MixPoints", "False");
+    Store("Mixer", "MixTime", "4");
+    StartUp();
+  }
+  void List(int playlist, const std::vector<std::string>& files) {
+    for (const std::string& file : files) {
+      station_->Playlist(playlist).AddRow(
+          std::vector<std::string_view>{"Artist", "Title of " + file, "01:40", file});
+    }
+    station_->Lists().Follow();
+    Settle();
+  }
+  void Begin(const std::string& file) {
+    Load(1, file);
+    Play(1);
+  }
+  void Go(std::chrono::milliseconds time) {
+    for (; time > 0ms; time -= 20ms) {
+      Advance(20ms);
+      workers_.RunAll();
+      station_->PumpWindow();
+    }
+  }
+  [[nodiscard]] std::string Plays() {
+    std::string plays;
+    for (const int deck : {1, 2}) {
+      if (Deck(deck).state == testing::State::Playing) plays += Deck(deck).filename + " ";
+    }
+    return plays;
+  }
+  [[nodiscard]] int Crossfader() { return station_->Lists().View().crossfader; }
+};
+
+TEST_F(AutoMixTest, TheNextTrackComesWhenTheFirstOneEndsAndTheCrossfaderGoesOver) {
+  List(1, {"a.mp3"});
+  List(2, {"b.mp3"});
+  Begin("a.mp3");
+  Go(30s);
+  EXPECT_EQ(Deck(2).state, testing::State::Empty) << "it is too early";
+  Go(65s);
+  EXPECT_EQ(Deck(2).state, testing::State::Stopped);
+  EXPECT_EQ(Plays(), "a.mp3 ");
+  Go(3s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+  EXPECT_NEAR(Crossfader(), 0, 40);
+  Go(2500ms);
+  EXPECT_EQ(Plays(), "b.mp3 ");
+  EXPECT_EQ(Crossfader(), 100);
+  EXPECT_EQ(Deck(2).volume, 100);
+}
+
+TEST_F(AutoMixTest, OneListIsEnoughAndItsEndIsQuiet) {
+  List(1, {"a.mp3", "b.mp3", "c.flac", "a.mp3"});
+  Begin("a.mp3");
+  Go(97s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+  Go(97s);
+  EXPECT_EQ(Plays(), "c.flac b.mp3 ");
+  Go(200s);
+  EXPECT_EQ(Plays(), "") << "each was played once";
+  EXPECT_EQ(station_->View().notice, "");
+}
+
+TEST_F(AutoMixTest, WhatCannotBePlayedIsPassedOverWithASentence) {
+  List(1, {"gone.mp3", "b.mp3"});
+  Begin("a.mp3");
+  Go(98s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+  EXPECT_THAT(station_->View().notice, ::testing::HasSubstr("gone.mp3"));
+}
+
+TEST_F(AutoMixTest, AFileThatNeverComesIsGivenUpInTime) {
+  List(1, {"slow.mp3", "b.mp3"});
+  engine_.AddFile("slow.mp3");
+  Begin("a.mp3");
+  engine_.HoldPreparing();
+  Go(70s);  // "slow.mp3" is given up after twenty seconds, "b.mp3" is the next
+  while (engine_.FinishPreparing()) Go(20ms);
+  Go(28s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+}
+
+TEST_F(AutoMixTest, WhatAHandHasMadeReadyIsPlayedNext) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  Load(2, "c.flac");
+  Go(98s);
+  EXPECT_EQ(Plays(), "a.mp3 c.flac ");
+}
+
+TEST_F(AutoMixTest, AHandOnTheCrossfaderKeepsIt) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  Go(97s);
+  station_->Lists().MoveMixer({{100, 100}, -50, decks::CrossfaderCurve::Smooth}, MovedByHand::Crossfader);
+  Go(20s);
+  EXPECT_EQ(Crossfader(), -50);
+  EXPECT_EQ(Deck(2).volume, 50);
+}
+
+TEST_F(AutoMixTest, AFaderThatIsMovedMeanwhileIsNoHandOnTheCrossfader) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  Go(98s);
+  station_->Lists().MoveMixer({{100, 60}, -100, decks::CrossfaderCurve::Smooth}, MovedByHand::Other);
+  Go(4s);
+  EXPECT_EQ(Crossfader(), 100);
+  EXPECT_EQ(Deck(2).volume, 60);
+}
+
+TEST_F(AutoMixTest, AHandThatPausesTheDeckStopsThePlanUntilItPlaysAgain) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  Go(95s);
+  station_->Pause(1);
+  Go(60s);
+  EXPECT_EQ(Plays(), "");
+  station_->Resume(1);
+  Go(3s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+}
+
+TEST_F(AutoMixTest, SwitchedOffNothingComes) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  Go(80s);
+  station_->Lists().SetAutomix(false);
+  Go(40s);
+  EXPECT_EQ(Plays(), "");
+  EXPECT_EQ(Stored("Settings", "Automix"), "False");
+}
+
+TEST_F(AutoMixTest, TheSecondDeckHandsBackToTheFirst) {
+  List(1, {"c.flac"});
+  List(2, {"b.mp3"});
+  Load(2, "a.mp3");
+  Play(2);
+  Go(98s);
+  EXPECT_EQ(Plays(), "c.flac a.mp3 ");
+  Go(3s);
+  EXPECT_EQ(Crossfader(), -100);
+}
+
+}  // namespace
+}  // namespace app

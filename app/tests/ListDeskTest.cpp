@@ -1,0 +1,229 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/ListDesk.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/tests/Evening.h"
+
+namespace app {
+namespace {
+
+using namespace std::chrono_literals;
+using ::testing::ElementsAre;
+using ::testing::HasSubstr;
+using Names = std::vector<std::string>;
+
+/// A program folder on the disk, with playlists in it.
+class ListDeskTest : public testing::Evening {
+ protected:
+  ListDeskTest() {
+    folder_ = std::filesystem::path(::testing::TempDir()) / "lists-of-an-evening";
+    std::filesystem::remove_all(folder_);
+    std::filesystem::create_directories(folder_);
+    for (const char* file : {"a.mp3", "b.mp3", "c.flac"}) tags_.AddFile(file);
+  }
+  ~ListDeskTest() override { std::filesystem::remove_all(folder_); }
+
+  std::string Write(const std::string& name, const std::string& text) {
+    std::filesystem::create_directories((folder_ / name).parent_path());
+    std::ofstream(folder_ / name, std::ios::binary) << text;
+    return (folder_ / name).string();
+  }
+  /// What stands in playlist 1 afterwards.
+  Names Open(const std::string& path) {
+    if (!station_) StartUp();
+    station_->Lists().OpenPlaylist(1, path, [this](int, Names refused) { refused_ = std::move(refused); });
+    Work();
+    return FilesOf(station_->Playlist(1));
+  }
+  void Work() {
+    for (int i = 0; i < 3; ++i) {
+      workers_.RunAll();
+      station_->PumpWindow();
+      Settle();
+    }
+  }
+  static Names FilesOf(const catalogue::track_table& table) {
+    Names files;
+    for (int row = 1; row <= table.Rows(); ++row) {
+      files.emplace_back(table.Cell(row, catalogue::track::kFilename));
+    }
+    return files;
+  }
+  Names refused_;
+};
+
+std::string Line(const std::string& file) {
+  return "Artist\tTitle\t01:40\t" + file + "\t\t\t\t\t\t\t\t\t61.5\r\n";
+}
+
+TEST_F(ListDeskTest, ATableIsAppendedWholeEachTimeItIsOpened) {
+  const std::string path = Write("a.TPL", Line("x.mp3") + Line("y.mp3"));
+  EXPECT_THAT(Open(path), ElementsAre("x.mp3", "y.mp3"));
+  EXPECT_THAT(Open(path), ElementsAre("x.mp3", "y.mp3", "x.mp3", "y.mp3"));
+  EXPECT_EQ(station_->Playlist(1).Cell(4, catalogue::track::kEndMixPoint), "61.5");
+  EXPECT_EQ(tags_.Reads(), 0);
+  EXPECT_EQ(station_->Catalogue().Rows(), 0) << "a playlist never changes the catalogue";
+}
+
+TEST_F(ListDeskTest, AListOfPathsGoesThroughTheAddOneFileStep) {
+  const std::string path = Write(
+      "l.m3u8", "#EXTM3U\r\n#EXTINF\r\nb.mp3\r\n\"a.mp3\"\r\nC:\\Music\\q.mp3\nhttp://x/y.mp3\na.mp3\rb.mp3");
+  EXPECT_THAT(Open(path), ElementsAre("b.mp3", "a.mp3", "b.mp3"));
+  EXPECT_THAT(refused_, ElementsAre(HasSubstr("\"a.mp3\""), HasSubstr("q.mp3"), HasSubstr("http://x/y.mp3")));
+}
+
+TEST_F(ListDeskTest, OnlyWhatIsDescribedIsAdded) {
+  EXPECT_THAT(Open("c.flac"), ElementsAre("c.flac"));
+  tags_.AddFile("w.wav");
+  EXPECT_THAT(Open("w.wav"), ElementsAre("c.flac"));
+  EXPECT_THAT(Open(Write("comments.m3u", "#a\n#b\n")), ElementsAre("c.flac"));
+  EXPECT_THAT(Open("/no/such.m3u"), ElementsAre("c.flac"));
+  EXPECT_EQ(refused_.size(), 1u);
+}
+
+TEST_F(ListDeskTest, ATableThatIsNoneIsToldApartFromADamagedOne) {
+  EXPECT_TRUE(Open(Write("really.tpl", "#EXTM3U\n/music/a.mp3\n")).empty());
+  EXPECT_THAT(refused_, ElementsAre(HasSubstr(".m3u")));
+  EXPECT_THAT(Open(Write("damaged.tpl", Line("x.mp3") + "nonsense\r\n")), ElementsAre("x.mp3"));
+  EXPECT_THAT(refused_, ElementsAre(HasSubstr("1 lines")));
+}
+
+TEST_F(ListDeskTest, AFileOfTheCatalogueKeepsWhatItsRowSays) {
+  StartUp();
+  const std::string music = Write("known.mp3", "sound");
+  station_->Catalogue().AddRow(std::vector<std::string_view>{"By hand", "", "", music});
+  Open(Write("l.m3u", music + "\n"));
+  EXPECT_EQ(station_->Playlist(1).Cell(1, catalogue::track::kArtist), "By hand");
+  EXPECT_EQ(tags_.Reads(), 0);
+}
+
+TEST_F(ListDeskTest, AListIsSavedWholeOrASentenceSaysWhyNot) {
+  StartUp();
+  Open(Write("a.tpl", Line("x.mp3")));
+  std::string failure = "none";
+  const auto save = [&] {
+    station_->Lists().SavePlaylist(1, "/lists/evening.tpl", [&](std::string told) { failure = told; });
+    Work();
+  };
+  save();
+  EXPECT_EQ(failure, "");
+  EXPECT_EQ(files_.Content("/lists/evening.tpl"), Line("x.mp3"));
+  files_.SetFull(true);
+  save();
+  EXPECT_THAT(failure, HasSubstr("not saved"));
+}
+
+TEST(EveningTest, ADayEndsAtSixInTheMorning) {
+  const auto evening = [](int year, int month, int day, int hour) {
+    std::tm time{};
+    time.tm_year = year - 1900;
+    time.tm_mon = month - 1;
+    time.tm_mday = day;
+    time.tm_hour = hour;
+    return EveningOf(time);
+  };
+  EXPECT_EQ(evening(2026, 11, 21, 23), "2026-11-21");
+  EXPECT_EQ(evening(2026, 11, 22, 5), "2026-11-21");
+  EXPECT_EQ(evening(2026, 11, 22, 6), "2026-11-22");
+  EXPECT_EQ(evening(2027, 1, 1, 0), "2026-12-31");
+  EXPECT_EQ(evening(2028, 3, 1, 2), "2028-02-29");
+}
+
+class HistoryTest : public ListDeskTest {
+ protected:
+  void Go(std::chrono::seconds time) {
+    for (; time > 0s; time -= 1s) Advance(1s);
+    Work();
+  }
+  [[nodiscard]] std::string History() const {
+    return files_.Content(folder_ / "History" / (EveningOf(LocalTimeNow()) + ".tpl")).value_or("none");
+  }
+};
+
+TEST_F(HistoryTest, ATrackIsNotedOnceItWasHeardForHalfAMinute) {
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  Go(29s);
+  EXPECT_EQ(History(), "none");
+  EXPECT_FALSE(station_->Lists().WasPlayed("a.mp3"));
+  Go(2s);
+  EXPECT_THAT(History(), HasSubstr("Artist of a.mp3\tTitle of a.mp3\t01:40\ta.mp3\t120.50"));
+  EXPECT_TRUE(station_->Lists().WasPlayed("a.mp3"));
+  Go(60s);
+  EXPECT_EQ(History().find("a.mp3\t120"), History().rfind("a.mp3\t120")) << "and once only";
+}
+
+TEST_F(HistoryTest, AShortOneCountsFromItsHalfAndWhatIsListenedToDoesNot) {
+  engine_.AddFile("jingle.mp3", {.seconds = 10});
+  StartUp();
+  Load(4, "b.mp3");
+  Play(4);
+  Load(2, "jingle.mp3");
+  Play(2);
+  Go(6s);
+  EXPECT_THAT(History(), HasSubstr("jingle.mp3"));
+  Go(40s);
+  EXPECT_FALSE(station_->Lists().WasPlayed("b.mp3"));
+}
+
+TEST_F(HistoryTest, AnEveningGoesOnAfterARestart) {
+  Write("History/" + EveningOf(LocalTimeNow()) + ".tpl", Line("earlier.mp3"));
+  StartUp();
+  Work();
+  EXPECT_TRUE(station_->Lists().WasPlayed("earlier.mp3"));
+  Load(1, "a.mp3");
+  Play(1);
+  Go(31s);
+  EXPECT_THAT(History(), ::testing::AllOf(HasSubstr("earlier.mp3"), HasSubstr("a.mp3")));
+}
+
+TEST_F(HistoryTest, WhatNoWorkerHasSavedIsSavedAtTheEnd) {
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  for (int second = 0; second < 31; ++second) Advance(1s);
+  station_->ShutDown();
+  EXPECT_THAT(History(), HasSubstr("a.mp3"));
+}
+
+TEST_F(ListDeskTest, EveningsAreListedTheNewestFirst) {
+  for (const char* name : {"History/2026-11-20.tpl", "History/2026-11-21.tpl", "History/notes.tpl"})
+    Write(name, "");
+  StartUp();
+  Names evenings;
+  station_->Lists().ListHistory([&](Names found) { evenings = std::move(found); });
+  Work();
+  EXPECT_THAT(evenings, ElementsAre("2026-11-21", "2026-11-20"));
+}
+
+TEST_F(ListDeskTest, TheNewestWishForASearchWins) {
+  StartUp();
+  for (const char* title : {"one", "two", "three"}) {
+    station_->Catalogue().AddRow(std::vector<std::string_view>{"", title});
+  }
+  TableSearch& search = station_->Lists().Search();
+  for (const char* typed : {"t", "th", "thr"}) search.Look(typed);
+  EXPECT_LE(workers_.Waiting(), 2u) << "what was typed meanwhile waits for the first answer";
+  Work();
+  ASSERT_NE(search.Shown(), nullptr);
+  EXPECT_THAT(*search.Shown(), ElementsAre(3));
+  search.Look("");
+  search.Sort({catalogue::track::kTitle, catalogue::SortAs::Text, catalogue::SortDirection::Down});
+  Work();
+  EXPECT_THAT(*search.Shown(), ElementsAre(2, 3, 1));
+  const auto answers = search.Answers();
+  station_->Catalogue().AddRow(std::vector<std::string_view>{"", "zero"});
+  search.Follow();
+  Work();
+  EXPECT_THAT(*search.Shown(), ElementsAre(4, 2, 3, 1));
+  EXPECT_EQ(search.Answers(), answers + 1);
+}
+
+}  // namespace
+}  // namespace app
