@@ -67,6 +67,10 @@ SongDesk& Workstation::Songs() {
   return parts_->songs;
 }
 
+EditorDesk& Workstation::Editors() {
+  return parts_->editors;
+}
+
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
   parts_->prompts = prompts;
   parts_->help = help;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/EditorDesk.h"
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
 #include "app/OrganDesk.h"
@@ -223,6 +224,7 @@ class Workstation {
   [[nodiscard]] LightDesk& Lights();
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
+  [[nodiscard]] EditorDesk& Editors();
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "app/Conductor.h"
+#include "app/EditorDesk.h"
 #include "app/FileIntake.h"
 #include "app/FileRemoval.h"
 #include "app/IndexKeeper.h"
@@ -56,7 +57,8 @@ struct Workstation::Parts {
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
         lights(Context(), outside.dmx),
         organ(Context(), outside.boards),
-        songs(Context(), outside.synthesisers) {
+        songs(Context(), outside.synthesisers),
+        editors(Context()) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);
@@ -171,6 +173,7 @@ struct Workstation::Parts {
   LightDesk lights;
   OrganDesk organ;
   SongDesk songs;
+  EditorDesk editors;
 };
 
 }  // namespace app
