@@ -41,6 +41,8 @@ class ShowPlayer {
   void Stop();
   /// Goes on from another moment of the show.
   void Seek(ShowTime position, support::TimePoint now);
+  /// Whether it begins again at its end; for the one that plays.
+  void SetRepeat(Repeat repeat) { repeat_ = repeat; }
   void Tick(support::TimePoint now);
 
   [[nodiscard]] State Now() const { return state_; }

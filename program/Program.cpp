@@ -24,6 +24,7 @@
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/MixingTagWriter.h"
 #include "platform/tags/TagLibTagReader.h"
+#include "platform/usb/K8062Interface.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
 #include "ui/forms/frmMain.h"
@@ -69,7 +70,8 @@ struct Program::Parts {
                      .analysis = {&meters, &trackers},
                      .commands = &commands,
                      .side_store = &side_store,
-                     .tag_writer = &tag_writer},
+                     .tag_writer = &tag_writer,
+                     .dmx = &lights},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -95,6 +97,7 @@ struct Program::Parts {
   platform::analysis::QmBeatTrackers trackers;
   platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
+  platform::usb::K8062Interface lights;
   support::ThreadPool workers;
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;

@@ -35,9 +35,9 @@ class Evening : public ::testing::Test {
   }
 
   void StartUp() {
-    station_.emplace(
-        Ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_},
-        support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+    Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
+    ports.dmx = dmx_;
+    station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
     Settle();
@@ -81,6 +81,7 @@ class Evening : public ::testing::Test {
   FakeMixer mixer_;
   FakeVisualisation visualisation_;
   FakeWindow window_;
+  dmx::DmxInterface* dmx_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

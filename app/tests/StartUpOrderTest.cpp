@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "app/tests/Evening.h"
+#include "dmx/testing/RecordingDmxInterface.h"
 
 namespace app {
 namespace {
@@ -21,6 +22,8 @@ class StartUpOrderTest : public testing::Evening {
     engine_.OnCall(note);
     visualisation_.OnCall(note);
     settings_.OnRead(note);
+    wire_.OnCall(note);
+    dmx_ = &wire_;
     visualisation_.SetNames({"Spectrum", "Wave"});
   }
   ~StartUpOrderTest() override { station_.reset(); }  // its shutdown still writes to the list
@@ -37,6 +40,7 @@ class StartUpOrderTest : public testing::Evening {
   }
 
   Lines calls_;
+  dmx::testing::RecordingDmxInterface wire_;
 };
 
 const Lines kSteps = {"Language/Current",
@@ -73,7 +77,8 @@ TEST_F(StartUpOrderTest, SettingsAreReadInTheirOrder) {
                         "Player2/",
                         "Eq2/",
                         "Channels/",
-                        "Devices/"};
+                        "Devices/",
+                        "Setup/UseK8062"};  // again, by the switch that opens the interface
   EXPECT_EQ(Order(groups), groups);
 }
 
@@ -117,13 +122,15 @@ TEST_F(StartUpOrderTest, EachStepSkipsItsOwnFailure) {
   fs::remove_all(folder_);
 }
 
-TEST_F(StartUpOrderTest, DecksAreReleasedBeforeTheEngine) {
+TEST_F(StartUpOrderTest, DecksAreReleasedBeforeTheEngineAndTheLightsGoOutAfterIt) {
+  Store("Setup", "UseK8062", "True");
   StartUp();
   Load(1, "a.mp3");
   Play(1);
   calls_.clear();
   station_->ShutDown();
-  EXPECT_EQ(Order({"BASS_StreamFree", "BASS_Free"}), (Lines{"BASS_StreamFree", "BASS_Free"}));
+  const Lines order = {"BASS_StreamFree", "BASS_Free", "StopDevice"};
+  EXPECT_EQ(Order(order), order);
 }
 
 TEST_F(StartUpOrderTest, ADeviceThatDoesNotOpenIsShownInABoxAsSoonAsThereIsAWindow) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,15 +15,16 @@ namespace dmx::testing {
 /// Writes down the calls, "SetData 12 255", and keeps the levels as a box would.
 class RecordingDmxInterface final : public DmxInterface {
  public:
-  void StartDevice() override { calls_.push_back("StartDevice"); }
-  void SetChannelCount(int count) override { calls_.push_back("SetChannelCount " + std::to_string(count)); }
+  void StartDevice() override { Note("StartDevice"); }
+  void SetChannelCount(int count) override { Note("SetChannelCount " + std::to_string(count)); }
   void SetData(int channel, DmxLevel level) override {
-    calls_.push_back("SetData " + std::to_string(channel) + " " + std::to_string(level));
+    Note("SetData " + std::to_string(channel) + " " + std::to_string(level));
     levels_.at(static_cast<std::size_t>(channel - 1)) = level;
   }
-  void StopDevice() override { calls_.push_back("StopDevice"); }
+  void StopDevice() override { Note("StopDevice"); }
   [[nodiscard]] DmxInterfaceStatus Status() const override { return status; }
 
+  void OnCall(std::function<void(const std::string&)> note) { note_ = std::move(note); }
   /// Those since the last time that they were taken.
   std::vector<std::string> TakeCalls() { return std::exchange(calls_, {}); }
   [[nodiscard]] int Level(int channel) const { return levels_.at(static_cast<std::size_t>(channel - 1)); }
@@ -30,7 +32,13 @@ class RecordingDmxInterface final : public DmxInterface {
   DmxInterfaceStatus status;
 
  private:
+  void Note(const std::string& call) {
+    calls_.push_back(call);
+    if (note_) note_(call);
+  }
+
   std::vector<std::string> calls_;
+  std::function<void(const std::string&)> note_;
   std::array<DmxLevel, kUniverseChannels> levels_{};
 };
 
