@@ -50,7 +50,8 @@ const LightView& LightDesk::View() {
 }
 
 void LightDesk::Keep(std::shared_ptr<const void> given) {
-  if (given != nullptr) given_.push_back(std::move(given));
+  if (given == nullptr || std::find(given_.begin(), given_.end(), given) != given_.end()) return;
+  given_.push_back(std::move(given));
 }
 
 void LightDesk::DropUnused() {
@@ -96,6 +97,13 @@ void LightDesk::MoveFaders(std::vector<FaderMove> moves) {
   Post([this, moves = std::move(moves)] {
     for (const FaderMove& move : moves) universe_.MoveFader(move.channel, move.level);
   });
+}
+
+void LightDesk::ListShows(ShowsListed done) {
+  context_.workers.Post(
+      [gate = context_.gate, window = context_.window, folder = ShowFolder(), done = std::move(done)] {
+        gate->Pass([&] { window->Post([done, shows = ShowFilesIn(folder)] { done(shows); }); });
+      });
 }
 
 void LightDesk::OpenShow(const std::filesystem::path& path, ShowOpened done) {
@@ -187,7 +195,7 @@ void LightDesk::StageShow(std::shared_ptr<const StagedShow> show) {
 }
 
 void LightDesk::StagePatchNow(std::shared_ptr<const StagePatch> patch) {
-  if (patch == patch_) return;
+  if (patch == nullptr || patch == patch_) return;
   patch_ = std::move(patch);
   output_.SetRules(patch_->rules);
 }

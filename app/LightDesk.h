@@ -85,6 +85,11 @@ class LightDesk {
   void MoveFaders(std::vector<FaderMove> moves);
 
   // Shows.
+  /// Where they lie.
+  [[nodiscard]] std::filesystem::path ShowFolder() const { return context_.folder.Native("\\DMXShows"); }
+  /// A worker looks; called back on the window's thread with the show files there, by name.
+  using ShowsListed = std::function<void(const std::vector<std::filesystem::path>&)>;
+  void ListShows(ShowsListed done);
   using ShowOpened = std::function<void(const support::Result<ShowReport>&)>;
   /// A worker reads it; called back on the window's thread. Of several that are being opened the newest is
   /// taken; while a show plays it becomes ShowView::next.

@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/StagedShow.h"
 
+#include <algorithm>
 #include <map>
+#include <system_error>
 #include <utility>
 
 #include "dmx/ShowFile.h"
+#include "support/Text.h"
 
 namespace app {
 namespace {
@@ -54,6 +57,21 @@ std::shared_ptr<const StagePatch> StagePatch::Make(const dmx::DMXname& fixtures)
     }
   }
   return patch;
+}
+
+std::vector<std::filesystem::path> ShowFilesIn(const std::filesystem::path& folder) {
+  constexpr std::size_t kMost = 10'000;  // of a folder that is none of ours
+  std::vector<std::filesystem::path> shows;
+  std::error_code failed;
+  for (std::filesystem::directory_iterator entry(folder, failed), end; !failed && entry != end;
+       entry.increment(failed)) {
+    if (support::ToUpper(entry->path().extension().string()) != ".SHW") continue;
+    if (shows.push_back(entry->path()); shows.size() == kMost) break;
+  }
+  const auto name = [](const std::filesystem::path& path) { return support::ToUpper(path.stem().string()); };
+  std::sort(shows.begin(), shows.end(),
+            [&](const auto& a, const auto& b) { return name(a) != name(b) ? name(a) < name(b) : a < b; });
+  return shows;
 }
 
 support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,

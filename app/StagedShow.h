@@ -64,6 +64,9 @@ struct ShowOpening {
   ShowReport report;
 };
 
+/// By name, without regard to letter case; none where there is no such folder. Threads: a worker.
+[[nodiscard]] std::vector<std::filesystem::path> ShowFilesIn(const std::filesystem::path& folder);
+
 /// Reads a show file and the files of its fixtures. Threads: a worker; blocks on the disk.
 [[nodiscard]] support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,
                                                           const dmx::FixtureLibrary& library);
