@@ -225,9 +225,11 @@ int ShowEdit::CopyStep(int scene, int step) {
   return step + 1;
 }
 
-void ShowEdit::RemoveStep(int scene, int step) {
+void ShowEdit::RemoveSteps(int scene, const std::vector<int>& steps) {
   ChangeScene(scene, {}, [&](Scene& changed) {
-    changed.Steps.Remove(step);
+    for (int step = changed.Steps.count(); step >= 1; --step) {
+      if (std::find(steps.begin(), steps.end(), step) != steps.end()) changed.Steps.Remove(step);
+    }
     TellDifferences(changed);
   });
 }
@@ -240,19 +242,21 @@ void ShowEdit::MoveStep(int scene, int from, int to) {
   });
 }
 
-void ShowEdit::SetFade(int scene, int step, Tenths time) {
-  ChangeTime(scene, step, time, &SceneStep::FadeTime);
+void ShowEdit::SetFade(int scene, const std::vector<int>& steps, Tenths time) {
+  SetTime(scene, steps, time, &SceneStep::FadeTime);
 }
 
-void ShowEdit::SetWait(int scene, int step, Tenths time) {
-  ChangeTime(scene, step, time, &SceneStep::WaitTime);
+void ShowEdit::SetWait(int scene, const std::vector<int>& steps, Tenths time) {
+  SetTime(scene, steps, time, &SceneStep::WaitTime);
 }
 
-void ShowEdit::ChangeTime(int scene, int step, Tenths time, std::string SceneStep::*which) {
-  if (Step(scene, step) == nullptr) return;
-  const char* thing = which == &SceneStep::FadeTime ? "fade" : "wait";
-  ChangeScene(scene, thing + std::to_string(scene) + "/" + std::to_string(step),
-              [&](Scene& changed) { changed.Steps.Item(step)->*which = StepTimeText(time); });
+void ShowEdit::SetTime(int scene, const std::vector<int>& steps, Tenths time, std::string SceneStep::*which) {
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    for (const int step : steps) {
+      SceneStep* timed = changed.Steps.Item(step);
+      if (timed != nullptr) timed->*which = StepTimeText(time);
+    }
+  });
 }
 
 ShowTime ShowEdit::StartOf(int scene, int step) const {

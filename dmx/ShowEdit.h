@@ -65,10 +65,10 @@ class ShowEdit {
   int AddStep(int scene, int behind, ConstUniverseLevels levels);
   void RecordStep(int scene, int step, ConstUniverseLevels levels);
   int CopyStep(int scene, int step);
-  void RemoveStep(int scene, int step);
+  void RemoveSteps(int scene, const std::vector<int>& steps);
   void MoveStep(int scene, int from, int to);
-  void SetFade(int scene, int step, Tenths time);
-  void SetWait(int scene, int step, Tenths time);
+  void SetFade(int scene, const std::vector<int>& steps, Tenths time);
+  void SetWait(int scene, const std::vector<int>& steps, Tenths time);
 
   [[nodiscard]] support::Result<ShowPlan> Plan() const { return ShowPlan::Make(Now().scenes, channels_); }
   /// When the step is first played, since the start of the show.
@@ -81,7 +81,7 @@ class ShowEdit {
   /// The channels that the present records belong to once the fixtures stand there; 0 for those of none.
   [[nodiscard]] std::vector<int> RecordsFrom(const DMXname& fixtures) const;
   void ChangeScene(int scene, std::string_view thing, const std::function<void(Scene&)>& change);
-  void ChangeTime(int scene, int step, Tenths time, std::string SceneStep::*which);
+  void SetTime(int scene, const std::vector<int>& steps, Tenths time, std::string SceneStep::*which);
   [[nodiscard]] SceneStep NewStep(const Scene& scene, int behind, ConstUniverseLevels levels) const;
   void Lay();
 

@@ -109,7 +109,7 @@ TEST_F(ShowEditTest, ScenesAndStepsAreAddedCopiedMovedAndRemoved) {
   EXPECT_EQ(Steps(1), (V{2, 0, 1}));
   EXPECT_EQ(*edit.Step(1, 2)->SceneChannel.Item(1), (Sliders{0, -2, 2, true}));
   EXPECT_EQ(edit.CopyStep(1, 1), 2);
-  edit.RemoveStep(1, 3);
+  edit.RemoveSteps(1, {3});
   EXPECT_EQ(Steps(1), (V{2, 2, 1}));
   SetLevel(1, 9);
   edit.RecordStep(1, 2, levels);
@@ -128,20 +128,44 @@ TEST_F(ShowEditTest, ScenesAndStepsAreAddedCopiedMovedAndRemoved) {
 
 TEST_F(ShowEditTest, TimesAreKeptAsTheFileHasThemAndTellWhenAStepBegins) {
   edit.AddScene(0, "A", levels);
-  edit.SetFade(1, 1, Tenths(15));
-  edit.SetWait(1, 1, Tenths(100000));
+  edit.SetFade(1, {1}, Tenths(15));
+  edit.SetWait(1, {1}, Tenths(100000));
   EXPECT_EQ(edit.Step(1, 1)->FadeTime, "00:01.5");
   EXPECT_EQ(edit.Step(1, 1)->WaitTime, "99:59.9");
-  edit.SetWait(1, 1, Tenths(5));
+  edit.SetWait(1, {1}, Tenths(5));
   edit.SetLoops(1, 3);
   edit.AddScene(1, "B", levels);
-  edit.SetFade(2, 1, Tenths(10));
-  edit.SetWait(2, 1, Tenths(0));
+  edit.SetFade(2, {1}, Tenths(10));
+  edit.SetWait(2, {1}, Tenths(0));
   edit.AddStep(2, 1, levels);
   EXPECT_EQ(edit.StartOf(1, 1), std::chrono::seconds(0));
   EXPECT_EQ(edit.StartOf(2, 1), std::chrono::seconds(6));
   EXPECT_EQ(edit.StartOf(2, 2), std::chrono::seconds(7));
   EXPECT_EQ(edit.Plan().Value().Length(), std::chrono::seconds(8));
+}
+
+TEST(ShowTimeTest, ATimeIsTypedInSecondsOrWithMinutes) {
+  const struct {
+    const char* typed;
+    std::optional<int> tenths;
+  } cases[] = {{"2", 20},
+               {"1.5", 15},
+               {"0,25", 2},
+               {"2:30.5", 1505},
+               {"01:00.0", 600},
+               {".5", 5},
+               {"99:59.99", 59999},
+               {"99999999999", 59999},
+               {"", std::nullopt},
+               {"1.2.3", std::nullopt},
+               {"-1", std::nullopt},
+               {":", std::nullopt},
+               {"1s", std::nullopt}};
+  for (const auto& one : cases) {
+    const auto read = ReadTypedTime(one.typed);
+    ASSERT_EQ(read.has_value(), one.tenths.has_value()) << one.typed;
+    EXPECT_EQ(read.value_or(Tenths(0)).count(), one.tenths.value_or(0)) << one.typed;
+  }
 }
 
 TEST_F(ShowEditTest, EveryStepBackGivesTheShowThatWasThere) {
@@ -152,7 +176,7 @@ TEST_F(ShowEditTest, EveryStepBackGivesTheShowThatWasThere) {
   edit.AddScene(0, "A", levels), did();
   SetLevel(2, 7);
   edit.AddStep(1, 1, levels), did();
-  edit.SetFade(1, 2, Tenths(1)), edit.SetFade(1, 2, Tenths(2)), did();
+  edit.SetFade(1, {1, 2, 7}, Tenths(2)), did();
   EXPECT_TRUE(edit.MoveFixture(1, 100).Ok());
   did();
   edit.RemoveScene(1), did();
