@@ -225,6 +225,7 @@ void LightDesk::Tick(const WorkstationView& /*decks*/) {
   view.patch = patch_;
   view.status = output_.Status();
   view.trouble = context_.say({support::ErrorCode::Unavailable, view.status.text, view.status.saying});
+  view.has_interface = nothing_ == nullptr;
   view.output_on = switch_.IsOn();
   view.grand_master = output_.GrandMaster();
   view.blackout = output_.IsBlackout() == dmx::OutputStage::Blackout::On;

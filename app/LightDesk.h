@@ -37,6 +37,7 @@ struct LightView {
   std::shared_ptr<const StagePatch> patch;                          ///< null: nothing is patched
   dmx::DmxInterfaceStatus status;
   std::string trouble;  ///< of the interface, a sentence in the language chosen; may be empty
+  bool has_interface = false;
   bool output_on = false;
   int grand_master = dmx::OutputStage::kFullMaster;
   bool blackout = false;

@@ -18,7 +18,7 @@
 namespace ui {
 namespace {
 
-constexpr double kWidthEms = 7.4;
+constexpr double kWidthEms = 9;
 constexpr double kFunctionEms = 1.5;
 
 QString FunctionName(dmx::ChannelFunction function) {
@@ -74,6 +74,7 @@ void ChannelColumn::MakeFunction() {
   const QString tip = look_.say(EditorWord::FunctionTip).arg(number_);
   Name(*function_, QStringLiteral("Function%1").arg(number_), tip, tip);
   function_->installEventFilter(this);
+  SetFontEm(*function_, 0.92);
   connect(function_, &QPushButton::clicked, this, &ChannelColumn::ShowFunctions);
 }
 
@@ -111,7 +112,7 @@ void ChannelColumn::Show(const dmx::FixtureChannel& channel, int dmx_channel) {
   if (function != shown_function_) {
     shown_function_ = function;
     function_->setText(
-        fontMetrics().elidedText(FunctionName(channel.function), Qt::ElideRight, Em(*this, 4.4)));
+        function_->fontMetrics().elidedText(FunctionName(channel.function), Qt::ElideRight, Em(*this, 6)));
     const int pixels = Em(*this, kFunctionEms);
     function_->setIconSize({pixels, pixels});
     function_->setIcon(QIcon(FunctionPicture(channel.function, pixels, look_.skin.text)));
@@ -119,7 +120,10 @@ void ChannelColumn::Show(const dmx::FixtureChannel& channel, int dmx_channel) {
     function_->setToolTip(FunctionName(channel.function) + QStringLiteral(" – ") + tip);
   }
   const QString label = Decode(channel.label);
-  if (label_->text() != label) label_->setText(label);
+  if (label_->text() == label) return;
+  label_->setText(label);
+  label_->setCursorPosition(0);  // its beginning is what is seen of a long one
+  label_->setToolTip(label + QStringLiteral(" – ") + look_.say(EditorWord::LabelTip).arg(number_));
 }
 
 void ChannelColumn::ShowChosen(bool chosen) {

@@ -8,6 +8,7 @@
 
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/models/ChannelText.h"
 #include "ui/widgets/ColourButton.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -16,10 +17,6 @@ namespace {
 
 constexpr int kChannels = 32;
 constexpr int kInARow = 8;
-
-QColor Shown(app::StoredColour stored) {
-  return {int(stored & 0xFF), int(stored >> 8 & 0xFF), int(stored >> 16 & 0xFF)};
-}
 
 app::StoredColour Stored(const QColor& colour) {
   return app::StoredColour(colour.red()) | app::StoredColour(colour.green()) << 8 |
@@ -62,7 +59,7 @@ void ColourPanel::MakeButtons() {
     buttons_.push_back(button);
     const auto place = static_cast<std::size_t>(channel - 1);
     button->setVisible(place < colours.size());
-    if (place < colours.size()) button->SetColour(Shown(colours[place]));
+    if (place < colours.size()) button->SetColour(ShownColour(colours[place]));
   }
 }
 
@@ -71,7 +68,7 @@ void ColourPanel::ChangeSize(int channels) {
   const auto colours = app::ReadColours(workstation_.Settings());
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     buttons_[i]->setVisible(i < colours.size());
-    if (i < colours.size()) buttons_[i]->SetColour(Shown(colours[i]));
+    if (i < colours.size()) buttons_[i]->SetColour(ShownColour(colours[i]));
   }
 }
 

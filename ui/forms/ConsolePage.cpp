@@ -2,14 +2,208 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/ConsolePage.h"
 
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+#include <cmath>
+
+#include "app/Preferences.h"
+#include "ui/forms/FaderBank.h"
+#include "ui/forms/OutputLine.h"
+#include "ui/forms/ShowLine.h"
+#include "ui/models/ChannelText.h"
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/QuietCombo.h"
+#include "ui/widgets/ReportList.h"
+#include "ui/widgets/WireStrip.h"
+
 namespace ui {
 
-ConsolePage::ConsolePage(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : PlainPage(QStringLiteral("ConsolePage"), Say::Console, Say::ConsoleLater, look, parent),
-      workstation_(workstation) {}
+ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, const Look& look,
+                         QWidget* parent)
+    : Surface(look.skin.panel, parent),
+      lights_(workstation.Lights()),
+      settings_(workstation.Settings()),
+      look_(look) {
+  Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));
+  report_ = new ReportList(QStringLiteral("ShowReport"), look);
+  bank_ = new FaderBank(look);
+  auto* faders = new QHBoxLayout;
+  SetSpacingEm(*faders, 0, 0.5);
+  faders->addWidget(bank_, 1);
+  faders->addLayout(MakeMaster());
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.5, 0.35);
+  rows->addLayout(MakeHead(boxes));
+  rows->addLayout(MakeShowRow());
+  rows->addLayout(MakeWire());
+  rows->addWidget(report_);
+  rows->addLayout(faders, 1);
+  connect(bank_, &FaderBank::FaderMoved, this,
+          [this](int channel, int level) { lights_.MoveFader(channel, static_cast<dmx::DmxLevel>(level)); });
+  connect(bank_, &FaderBank::Scrolled, this, &ConsolePage::ShowRange);
+  ReadColours();
+}
 
-void ConsolePage::Show(support::TimePoint /*now*/) {
-  static_cast<void>(workstation_);
+QPushButton* ConsolePage::MakeButton(const char* name, const QString& caption, const QString& tip) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "tool");
+  Name(*button, QLatin1String(name), caption, tip);
+  return button;
+}
+
+QHBoxLayout* ConsolePage::MakeHead(MessageBoxes& boxes) {
+  output_ = new OutputLine(lights_, boxes, look_);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(output_, 1);
+  MakeChoices(*row);
+  return row;
+}
+
+void ConsolePage::MakeChoices(QHBoxLayout& row) {
+  const auto& say = look_.say;
+  const auto page = [&](const char* name, const QString& sign, ConsoleWord word, const char* key, int by) {
+    auto* button = MakeButton(name, sign, say(Say::KeyHint).arg(say(word), QLatin1String(key)));
+    button->setAccessibleName(say(word));
+    connect(button, &QPushButton::clicked, this, [this, by] { bank_->Page(by); });
+    return button;
+  };
+  back_ = page("FadersBack", QStringLiteral("◂"), ConsoleWord::PageBack, "Ctrl+Page Up", -1);
+  on_ = page("FadersOn", QStringLiteral("▸"), ConsoleWord::PageOn, "Ctrl+Page Down", 1);
+  range_ = new QLabel;
+  range_->setAlignment(Qt::AlignCenter);
+  Name(*range_, QStringLiteral("FaderRange"), {});
+  SetWidest(*range_, say(ConsoleWord::Range).arg(481).arg(512));
+  fixtures_ = new QuietCombo(look_.skin);
+  fixtures_->setMinimumContentsLength(24);
+  Name(*fixtures_, QStringLiteral("FixtureChoice"), say(ConsoleWord::Fixture), say(ConsoleWord::FixtureTip));
+  connect(fixtures_, &QComboBox::activated, this,
+          [this](int choice) { bank_->ShowFrom(fixtures_->itemData(choice).toInt()); });
+  auto* down = MakeButton("AllDown", say(ConsoleWord::AllDown), say(ConsoleWord::AllDownTip));
+  connect(down, &QPushButton::clicked, this, &ConsolePage::AllDown);
+  for (QWidget* widget :
+       {static_cast<QWidget*>(back_), static_cast<QWidget*>(range_), static_cast<QWidget*>(on_),
+        static_cast<QWidget*>(fixtures_), static_cast<QWidget*>(down)}) {
+    row.addWidget(widget);
+  }
+}
+
+QHBoxLayout* ConsolePage::MakeShowRow() {
+  const auto& say = look_.say;
+  show_ = new ShowLine(lights_, look_);
+  connect(show_, &ShowLine::Told, report_, &ReportList::Show);
+  auto* library = MakeButton("LibraryButton", say(Say::FixtureEditor), say(Say::FixtureEditorTip));
+  connect(library, &QPushButton::clicked, this, &ConsolePage::LibraryWanted);
+  auto* editor = MakeButton("DMXButton", say(Say::ShowEditor), say(Say::ShowEditorTip));
+  connect(editor, &QPushButton::clicked, this, &ConsolePage::ShowEditorWanted);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(show_, 1);
+  row->addWidget(library);
+  row->addWidget(editor);
+  return row;
+}
+
+QHBoxLayout* ConsolePage::MakeWire() {
+  auto* head = new QLabel(look_.say(ConsoleWord::Wire));
+  SetTextColour(*head, look_.skin.dim);
+  wire_ = new WireStrip(look_);
+  Name(*wire_, QStringLiteral("WireStrip"), look_.say(ConsoleWord::Wire));
+  connect(wire_, &WireStrip::ChannelWanted, this,
+          [this](int channel) { bank_->ShowFrom(channel - (channel - 1) % bank_->Size()); });
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(head);
+  row->addWidget(wire_, 1);
+  return row;
+}
+
+QVBoxLayout* ConsolePage::MakeMaster() {
+  const auto& say = look_.say;
+  auto* head = new QLabel(say(ConsoleWord::Master));
+  head->setAlignment(Qt::AlignCenter);
+  master_ = new Fader(Qt::Vertical, look_.skin, look_.skin.decks[1]);
+  master_->setRange(0, dmx::OutputStage::kFullMaster);
+  master_->setPageStep(25);
+  Name(*master_, QStringLiteral("GrandMaster"), say(ConsoleWord::Master), say(ConsoleWord::MasterTip));
+  connect(master_, &QSlider::valueChanged, this, [this](int level) { lights_.SetGrandMaster(level); });
+  master_text_ = new QLabel;
+  master_text_->setAlignment(Qt::AlignCenter);
+  Name(*master_text_, QStringLiteral("GrandMasterValue"), {});
+  SetWidest(*master_text_, QStringLiteral("100 %"));
+  auto* column = new QVBoxLayout;
+  SetSpacingEm(*column, 0, 0.1);
+  column->addWidget(head);
+  column->addWidget(master_, 1, Qt::AlignHCenter);
+  column->addWidget(master_text_);
+  return column;
+}
+
+void ConsolePage::AllDown() {
+  std::vector<app::FaderMove> moves;
+  for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) moves.push_back({channel, 0});
+  lights_.MoveFaders(std::move(moves));
+}
+
+void ConsolePage::ToggleBlackout() {
+  lights_.SetBlackout(blackout_ ? dmx::OutputStage::Blackout::Off : dmx::OutputStage::Blackout::On);
+}
+
+void ConsolePage::showEvent(QShowEvent* event) {
+  Surface::showEvent(event);
+  ReadColours();  // they are set on another page
+  show_->ListShows();
+}
+
+void ConsolePage::ReadColours() {
+  std::vector<QColor> colours;
+  for (const app::StoredColour stored : app::ReadColours(settings_)) colours.push_back(ShownColour(stored));
+  bank_->SetColours(colours);
+}
+
+void ConsolePage::ShowRange() {
+  const int first = bank_->First();
+  const int last = first + bank_->Size() - 1;
+  SetText(*range_, look_.say(ConsoleWord::Range).arg(first).arg(last));
+  back_->setEnabled(first > 1);
+  on_->setEnabled(last < dmx::kUniverseChannels);
+  wire_->SetFrame(first, bank_->Size());
+}
+
+void ConsolePage::ListFixtures(const app::StagePatch* patch) {
+  fixtures_->clear();
+  for (const FixtureSpan& span : SpansOf(patch)) {
+    fixtures_->addItem(look_.say(ConsoleWord::FixtureRange)
+                           .arg(QString::number(span.first), QString::number(span.last), span.name),
+                       span.first);
+  }
+  fixtures_->setPlaceholderText(
+      look_.say(fixtures_->count() > 0 ? ConsoleWord::Fixture : ConsoleWord::NoFixtures));
+  fixtures_->setCurrentIndex(-1);
+  fixtures_->setEnabled(fixtures_->count() > 0);
+}
+
+void ConsolePage::Show(support::TimePoint now) {
+  const app::LightView& view = lights_.View();
+  blackout_ = view.blackout;
+  if (!isVisible()) return;
+  output_->Show(view, now);
+  bank_->Show(view, now);
+  wire_->Show(view.on_the_wire);
+  show_->Show(view);
+  if (view.patch != patch_ || fixtures_->placeholderText().isEmpty()) {
+    patch_ = view.patch;
+    ListFixtures(patch_.get());
+  }
+  if (!master_->isSliderDown() && master_->value() != view.grand_master) {
+    const QSignalBlocker quiet(master_);
+    master_->setValue(view.grand_master);
+  }
+  SetText(*master_text_,
+          QStringLiteral("%1 %").arg(std::lround(100.0 * master_->value() / dmx::OutputStage::kFullMaster)));
 }
 
 }  // namespace ui

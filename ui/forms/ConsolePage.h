@@ -2,23 +2,75 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <memory>
+
 #include "app/Workstation.h"
-#include "ui/forms/PlainPage.h"
+#include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QHBoxLayout;
+class QLabel;
+class QPushButton;
+class QVBoxLayout;
 
 namespace ui {
 
-/// The page of the light console.
-class ConsolePage final : public PlainPage {
+class Fader;
+class FaderBank;
+class MessageBoxes;
+class OutputLine;
+class QuietCombo;
+class ReportList;
+class ShowLine;
+class WireStrip;
+
+/// The light console: output, faders over all channels, what is on the wire, and the show player.
+class ConsolePage final : public Surface {
   Q_OBJECT
 
  public:
-  ConsolePage(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, const Look& look,
+              QWidget* parent = nullptr);
 
   void Show(support::TimePoint now);
+  void ToggleBlackout();
+
+ Q_SIGNALS:
+  void LibraryWanted();
+  void ShowEditorWanted();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
 
  private:
-  app::Workstation& workstation_;
+  QHBoxLayout* MakeHead(MessageBoxes& boxes);
+  void MakeChoices(QHBoxLayout& row);
+  QHBoxLayout* MakeShowRow();
+  QHBoxLayout* MakeWire();
+  QVBoxLayout* MakeMaster();
+  QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip);
+  void AllDown();
+  void ReadColours();
+  void ShowRange();
+  void ListFixtures(const app::StagePatch* patch);
+
+  app::LightDesk& lights_;
+  app::Settings& settings_;
+  Look look_;
+  OutputLine* output_;
+  QLabel* range_;
+  QPushButton* back_;
+  QPushButton* on_;
+  QuietCombo* fixtures_;
+  WireStrip* wire_;
+  ReportList* report_;
+  FaderBank* bank_;
+  Fader* master_;
+  QLabel* master_text_;
+  ShowLine* show_;
+  std::shared_ptr<const app::StagePatch> patch_;
+  bool blackout_ = false;
 };
 
 }  // namespace ui

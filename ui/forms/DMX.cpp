@@ -6,6 +6,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QScrollArea>
+#include <QScrollBar>
 #include <algorithm>
 
 #include "dmx/FixtureControls.h"
@@ -20,7 +21,7 @@ namespace ui {
 namespace {
 
 constexpr double kPatchEms = 21;
-constexpr double kScenesEms = 29;
+constexpr double kScenesEms = 31;
 constexpr const char* kNoScene = "You don't have any Scene";
 
 }  // namespace
@@ -59,6 +60,11 @@ QWidget* DMX::MakeBody() {
   strip_ = new Surface(Dressed().skin.ground);
   auto* strip = new QHBoxLayout(strip_);
   SetSpacingEm(*strip, 0, 0.4);
+  strip->addStretch(1);
+  hint_ = new QLabel(Word(EditorWord::EmptyHint));
+  SetTextColour(*hint_, Dressed().skin.dim);
+  SetFontEm(*hint_, 1.2);
+  strip->addWidget(hint_);
   strip->addStretch(1);
   area_->setWidget(strip_);
   auto* middle = new QVBoxLayout;
@@ -124,6 +130,7 @@ void DMX::ShowFaders() {
     faders->ShowLevels(levels_.Now());
     faders_.push_back(faders);
   }
+  hint_->setVisible(fixtures.count() == 0);
   if (staged_ == fixtures) return;
   staged_ = fixtures;
   workstation_.Lights().TakePatch(fixtures);
@@ -136,7 +143,15 @@ void DMX::ShowChoice() {
     faders_[place]->ShowChosen(std::find(chosen.begin(), chosen.end(), position) != chosen.end());
   }
   const auto first = chosen.empty() ? 0U : static_cast<std::size_t>(chosen.front());
-  if (first > 0 && first <= faders_.size()) area_->ensureWidgetVisible(faders_[first - 1], 0, 0);
+  if (first > 0 && first <= faders_.size()) BringIntoView(*faders_[first - 1]);
+}
+
+// One that is wider than the view is shown from its beginning.
+void DMX::BringIntoView(const QWidget& faders) {
+  QScrollBar& bar = *area_->horizontalScrollBar();
+  const int left = faders.x();
+  const int right = left + faders.width() - area_->viewport()->width();
+  bar.setValue(std::min(left, std::max(bar.value(), right)));
 }
 
 std::vector<int> DMX::Together(int position) const {

@@ -8,6 +8,7 @@
 #include "ui/forms/EditorWindow.h"
 #include "ui/models/LevelMirror.h"
 
+class QLabel;
 class QScrollArea;
 
 namespace ui {
@@ -47,6 +48,7 @@ class DMX final : public EditorWindow {
   void ReadLibrary();
   void ShowFaders();
   void ShowChoice();
+  void BringIntoView(const QWidget& faders);
   void Opened(const app::OpenedShow& opened, const Path& path);
   void Locate(int position);
   void Replace(int position, const app::LibraryFixture& fixture);
@@ -71,6 +73,7 @@ class DMX final : public EditorWindow {
   LightPreview* preview_ = nullptr;
   QScrollArea* area_ = nullptr;
   QWidget* strip_ = nullptr;
+  QLabel* hint_ = nullptr;
   std::vector<FixtureFaders*> faders_;
 };
 

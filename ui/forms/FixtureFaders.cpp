@@ -116,10 +116,7 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   const bool any = description.presets.count() > 0;
   function->setEnabled(any);
   const QColor ink = any ? look_.skin.text : look_.skin.dim;
-  const QPixmap picture = FunctionPicture(description.function, pixels, ink);
-  QIcon icon(picture);
-  icon.addPixmap(picture, QIcon::Disabled);
-  function->setIcon(icon);
+  function->setIcon(PlainIcon(FunctionPicture(description.function, pixels, ink)));
   const QString choose = look_.say(any ? EditorWord::PresetMenuTip : EditorWord::NoPresetMenuTip)
                              .arg(on_the_wire)
                              .arg(Decode(dmx::FunctionText(description.function)));

@@ -60,9 +60,10 @@ QWidget* Library::MakeBody() {
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0, 0.5);
   rows->addWidget(MakeHead());
-  rows->addWidget(MakeChannels(), 4);
+  rows->addWidget(MakeChannels(), 5);
   rows->addLayout(below, 5);
   columns_.clear();
+  text1_->setFocus();
   return body;
 }
 
@@ -125,6 +126,7 @@ QWidget* Library::MakeCounter(Counter counter) {
   auto* label = new QLabel;
   static constexpr const char* kNames[] = {"Tilt", "Pan", "Beam", "Channels"};
   Name(*label, QLatin1String(kNames[number]) + QStringLiteral("Text"), {});
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   SetWidest(*label, FixtureLabel(number, counter == Counter::Channels ? 512 : 360));
   counters_[static_cast<std::size_t>(number)] = label;
   auto* box = new QWidget;
@@ -167,19 +169,20 @@ QWidget* Library::MakeChannels() {
 }
 
 QWidget* Library::MakeProblems() {
-  auto* box = new Surface(Dressed().skin.panel);
+  problem_box_ = new Surface(Dressed().skin.panel);
   problem_head_ = new QLabel;
   Name(*problem_head_, QStringLiteral("ProblemHead"), {});
   SetFontEm(*problem_head_, 1.1, Weight::Bold);
+  SetTextColour(*problem_head_, Dressed().skin.warning);
   problems_ = new QPlainTextEdit;
   problems_->setReadOnly(true);
   problems_->setTabChangesFocus(true);
   Name(*problems_, QStringLiteral("Problems"), Word(EditorWord::Problems), Word(EditorWord::ProblemsTip));
-  auto* rows = new QVBoxLayout(box);
+  auto* rows = new QVBoxLayout(problem_box_);
   SetSpacingEm(*rows, 0.6, 0.4);
   rows->addWidget(problem_head_);
   rows->addWidget(problems_, 1);
-  return box;
+  return problem_box_;
 }
 
 void Library::Step(Counter counter, int by) {
@@ -297,13 +300,12 @@ void Library::ShowCounters() {
 
 void Library::ShowProblems() {
   const auto problems = dmx::FixtureProblems(edit_.Now());
-  SetText(*problem_head_, problems.empty() ? Word(EditorWord::NoProblems)
-                                           : Word(EditorWord::ProblemCount).arg(problems.size()));
-  SetTextColour(*problem_head_, problems.empty() ? Dressed().skin.good : Dressed().skin.warning);
+  SetText(*problem_head_, Word(EditorWord::ProblemCount).arg(problems.size()));
   QStringList lines;
   for (const std::string& problem : problems) lines += Decode(problem);
   const QString text = lines.join(QLatin1Char('\n'));
   if (problems_->toPlainText() != text) problems_->setPlainText(text);
+  problem_box_->setVisible(!problems.empty());
 }
 
 EditorWindow::Files Library::FilesOf() const {

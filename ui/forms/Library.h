@@ -80,6 +80,7 @@ class Library final : public EditorWindow {
   QWidget* channels_ = nullptr;
   std::vector<ChannelColumn*> columns_;
   PresetPanel* presets_ = nullptr;
+  QWidget* problem_box_ = nullptr;
   QLabel* problem_head_ = nullptr;
   QPlainTextEdit* problems_ = nullptr;
 };

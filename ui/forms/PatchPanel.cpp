@@ -3,19 +3,26 @@
 #include "ui/forms/PatchPanel.h"
 
 #include <QHBoxLayout>
+#include <QHeaderView>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QPushButton>
+#include <QTableWidget>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <set>
 
 #include "ui/forms/FixtureFaders.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
+namespace {
+
+constexpr double kPatchRowEms = 2;
+
+}  // namespace
 
 PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), edit_(edit), desk_(desk), look_(look) {
@@ -61,11 +68,20 @@ void PatchPanel::MakeLibrary() {
 }
 
 void PatchPanel::MakeList() {
-  list_ = new QListWidget;
+  list_ = new QTableWidget(0, 3);
+  list_->verticalHeader()->hide();
+  list_->horizontalHeader()->hide();
+  list_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list_->horizontalHeader()->setStretchLastSection(true);
+  list_->setShowGrid(false);
+  list_->setWordWrap(false);
+  list_->setTabKeyNavigation(false);
+  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
   Name(*list_, QStringLiteral("PatchList"), look_.say(EditorWord::Fixtures),
        look_.say(EditorWord::PatchListTip));
-  connect(list_, &QListWidget::itemSelectionChanged, this, [this] {
+  connect(list_, &QTableWidget::itemSelectionChanged, this, [this] {
     ShowButtons();
     Q_EMIT ChoiceChanged();
   });
@@ -111,35 +127,35 @@ void PatchPanel::SuggestStart() {
 void PatchPanel::ShowDocument() {
   const std::vector<int> chosen = Chosen();
   const QSignalBlocker quiet(list_);
-  list_->clear();
-  int position = 0;
+  list_->clearSelection();
+  list_->setRowCount(edit_.Now().fixtures.count());
+  int row = 0;
   for (const dmx::DMXfilename& fixture : edit_.Now().fixtures) {
-    ++position;
-    auto* item = new QListWidgetItem(
-        QStringLiteral("%1   %2   %3").arg(position).arg(FixtureChannels(fixture), FixtureTitle(fixture)));
-    if (fixture.Channels.count() == 0) {
-      item->setText(item->text() + QStringLiteral("  ⚠"));
-      item->setForeground(look_.skin.warning);
-      item->setToolTip(look_.say(EditorWord::MissingFile));
+    const bool missing = fixture.Channels.count() == 0;
+    const QString title = FixtureTitle(fixture) + (missing ? QStringLiteral("  ⚠") : QString());
+    const QString texts[] = {QString::number(row + 1), FixtureChannels(fixture), title};
+    for (int column = 0; column < 3; ++column) {
+      auto* cell = new QTableWidgetItem(texts[column]);
+      if (missing) cell->setForeground(look_.skin.warning);
+      cell->setToolTip(missing ? look_.say(EditorWord::MissingFile) : title);
+      list_->setItem(row, column, cell);
+      cell->setSelected(std::find(chosen.begin(), chosen.end(), row + 1) != chosen.end());
     }
-    list_->addItem(item);
-    item->setSelected(std::find(chosen.begin(), chosen.end(), position) != chosen.end());
+    list_->setRowHeight(row++, Em(*this, kPatchRowEms));
   }
   SuggestStart();
   ShowButtons();
 }
 
 std::vector<int> PatchPanel::Chosen() const {
-  std::vector<int> chosen;
-  for (int row = 0; row < list_->count(); ++row) {
-    if (list_->item(row)->isSelected()) chosen.push_back(row + 1);
-  }
-  return chosen;
+  std::set<int> rows;
+  for (const QTableWidgetItem* item : list_->selectedItems()) rows.insert(item->row() + 1);
+  return {rows.begin(), rows.end()};
 }
 
 void PatchPanel::Choose(int position) {
   list_->clearSelection();
-  list_->setCurrentRow(position - 1);
+  list_->selectRow(position - 1);
 }
 
 void PatchPanel::ShowButtons() {

@@ -12,8 +12,8 @@
 
 class QComboBox;
 class QLineEdit;
-class QListWidget;
 class QPushButton;
+class QTableWidget;
 
 namespace ui {
 
@@ -55,7 +55,7 @@ class PatchPanel final : public Surface {
   std::vector<app::LibraryFixture> fixtures_;
   QComboBox* library_ = nullptr;
   QLineEdit* start_ = nullptr;
-  QListWidget* list_ = nullptr;
+  QTableWidget* list_ = nullptr;
   QPushButton* patch_ = nullptr;
   QPushButton* move_ = nullptr;
   QPushButton* remove_ = nullptr;

@@ -42,8 +42,8 @@ EditorWord NamesOf(Pictures pictures) {
 
 QIcon PictureIcon(Pictures pictures, int index, int pixels, const QColor& ink) {
   if (pictures == Pictures::None) return {};
-  return QIcon(pictures == Pictures::Gobos ? GoboPicture(index, pixels, ink)
-                                           : ColourPicture(index, pixels, ink));
+  return PlainIcon(pictures == Pictures::Gobos ? GoboPicture(index, pixels, ink)
+                                               : ColourPicture(index, pixels, ink));
 }
 
 /// An index that is in no list is kept all the same.
@@ -137,7 +137,7 @@ void PresetPanel::MakeFields(QGridLayout& grid) {
   for (int index = 0; index < effects_.size(); ++index) {
     const auto effect = static_cast<dmx::PresetEffect>(index);
     const QPixmap picture = EffectPicture(effect, Em(*this, kPresetPictureEms), look_.skin.text);
-    effect_->addItem(QIcon(picture), effects_[index], index);
+    effect_->addItem(PlainIcon(picture), effects_[index], index);
   }
   for (QLineEdit* field : {name_, static_cast<QLineEdit*>(start_), static_cast<QLineEdit*>(end_),
                            static_cast<QLineEdit*>(third_)})
@@ -192,6 +192,8 @@ void PresetPanel::ShowChannel(int channel) {
   const QString function = Decode(dmx::FunctionText(shown->function));
   SetText(*head_, channel == 0 ? look_.say(EditorWord::NoChannel)
                                : look_.say(EditorWord::PresetsOf).arg(channel).arg(function));
+  const int pixels = Em(*this, kPresetPictureEms);
+  for (QComboBox* combo : {effect_, picture_}) combo->setIconSize({pixels, pixels});
   FillPictures(shown->function);
   const int chosen = another ? 0 : ChosenPreset();
   FillList(*shown);
@@ -234,7 +236,7 @@ void PresetPanel::FillList(const dmx::FixtureChannel& channel) {
                              Decode(preset.third)};
     for (int column = 0; column < 6; ++column)
       list_->setItem(row, column, new QTableWidgetItem(texts[column]));
-    list_->item(row, 3)->setIcon(QIcon(EffectPicture(preset.Effect, pixels, look_.skin.text)));
+    list_->item(row, 3)->setIcon(PlainIcon(EffectPicture(preset.Effect, pixels, look_.skin.text)));
     const Pictures pictures = PicturesOf(channel.function);
     list_->item(row, 4)->setIcon(PictureIcon(pictures, preset.picture, pixels, look_.skin.text));
     list_->setRowHeight(row, Em(*this, 2));

@@ -90,7 +90,7 @@ ScenePanel::ScenePanel(dmx::ShowEdit& edit, const LevelMirror& levels, const Loo
 QHBoxLayout* ScenePanel::MakePlayer() {
   auto* row = MakeButtons(
       {{"PlayFrom", EditorWord::PlayFrom, EditorWord::PlayFromTip, &ScenePanel::PlayWanted, &play_},
-       {"StopPlay", EditorWord::StopShow, EditorWord::StopShowTip, &ScenePanel::StopWanted, nullptr}});
+       {"StopPlay", EditorWord::StopShow, EditorWord::StopShowTip, &ScenePanel::StopWanted, &stop_}});
   auto* playing = new ElidedLabel;
   SetTextColour(*playing, look_.skin.dim);
   Name(*playing, QStringLiteral("Playing"), {});
@@ -287,6 +287,7 @@ void ScenePanel::MoveStep(int by) {
 
 void ScenePanel::ShowPlaying(const QString& text) {
   SetText(*playing_, text);
+  stop_->setEnabled(!text.isEmpty());
 }
 
 }  // namespace ui

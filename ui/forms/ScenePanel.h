@@ -92,6 +92,7 @@ class ScenePanel final : public Surface {
   QPushButton* step_up_ = nullptr;
   QPushButton* step_down_ = nullptr;
   QPushButton* play_ = nullptr;
+  QPushButton* stop_ = nullptr;
 };
 
 }  // namespace ui

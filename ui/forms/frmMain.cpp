@@ -177,7 +177,9 @@ QWidget* frmMain::MakePages(const Look& look) {
     music_->Reload();
     karaoke_->Reload();
   });
-  console_ = new ConsolePage(workstation_, look);
+  console_ = new ConsolePage(workstation_, boxes_, look);
+  connect(console_, &ConsolePage::LibraryWanted, this, [this] { editors_.OpenLibrary(); });
+  connect(console_, &ConsolePage::ShowEditorWanted, this, [this] { editors_.OpenShowEditor(); });
   organ_ = new OrganPage(workstation_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);

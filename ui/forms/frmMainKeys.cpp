@@ -3,6 +3,7 @@
 #include <QKeyEvent>
 #include <QShortcut>
 
+#include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/MixerPanel.h"
@@ -49,6 +50,7 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
   Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
       [this] { listen_->SeekBy(-kListenStep); });

@@ -26,6 +26,10 @@ QKeySequence KeyOfShowEditor() {
   return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
 }
 
+QKeySequence KeyOfBlackout() {
+  return QKeySequence(Qt::CTRL | Qt::Key_B);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

@@ -80,7 +80,8 @@ QString StyleSheet(const Skin& skin, int em) {
       {"@ground", skin.ground},  {"@panel", skin.panel},    {"@raised", skin.raised},
       {"@well", skin.well},      {"@line", skin.line},      {"@text", skin.text},
       {"@dim", skin.dim},        {"@faint", skin.faint},    {"@chosen", skin.chosen},
-      {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck}};
+      {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck},
+      {"@danger", skin.danger}};
   for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
   return InPixels(sheet, em);
 }

@@ -98,6 +98,11 @@ constexpr Strings::Row kEditorRows[] = {
     {EditorWord::TotalLengthTip, "How long the show plays, all loops included",
      "Hoe lang de show duurt, met alle herhalingen"},
     {EditorWord::NewShowName, "New show", "Nieuwe show"},
+    {EditorWord::EmptyHint,
+     "1  Choose a fixture on the left and patch it.\n2  Set its faders.\n3  “New scene” records what they "
+     "show.",
+     "1  Kies links een armatuur en patch het.\n2  Zet de faders.\n3  “Nieuwe scène” legt vast wat ze "
+     "tonen."},
     {EditorWord::ShowEndedEarly,
      "The file ends early. This is what could be read, as a new show that is not saved.",
      "Het bestand houdt te vroeg op. Dit kon gelezen worden, als nieuwe show die niet bewaard is."},
@@ -180,7 +185,6 @@ constexpr Strings::Row kEditorRows[] = {
     {EditorWord::ProblemsTip, "What stands in the way of a correct show",
      "Wat een goede show in de weg staat"},
     {EditorWord::ProblemCount, "Problems: %1", "Gebreken: %1"},
-    {EditorWord::NoProblems, "No problems", "Geen gebreken"},
 };
 
 }  // namespace

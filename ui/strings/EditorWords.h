@@ -73,6 +73,7 @@ enum class EditorWord : int {
   TotalLength,
   TotalLengthTip,
   NewShowName,
+  EmptyHint,
   ShowEndedEarly,
   // Fixture editor and what both have
   Library = 2900,
@@ -139,7 +140,6 @@ enum class EditorWord : int {
   Problems,
   ProblemsTip,
   ProblemCount,
-  NoProblems,
 };
 
 [[nodiscard]] std::span<const Strings::Row> EditorWords();

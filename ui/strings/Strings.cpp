@@ -303,6 +303,22 @@ constexpr Strings::Row kRows[] = {
     {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
      "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
 
+    {Say::FunctionFree, "Free", "Vrij"},
+    {Say::FunctionPan, "Pan", "Pan"},
+    {Say::FunctionTilt, "Tilt", "Tilt"},
+    {Say::FunctionDimmer, "Dimmer", "Dimmer"},
+    {Say::FunctionShutter, "Shutter", "Shutter"},
+    {Say::FunctionColour, "Color", "Kleur"},
+    {Say::FunctionColourRotation, "Color Rotation", "Kleurrotatie"},
+    {Say::FunctionGobo, "Gobo", "Gobo"},
+    {Say::FunctionGoboRotation, "Gobo Rotation", "Goborotatie"},
+    {Say::FunctionSpeed, "Pan/Tilt Speed", "Pan/tilt-snelheid"},
+    {Say::FixtureEditor, "Fixtures", "Armaturen"},
+    {Say::FixtureEditorTip, "Describe a kind of lamp in the fixture library",
+     "Een soort lamp beschrijven in de armaturenbibliotheek"},
+    {Say::ShowEditor, "Show editor", "Showeditor"},
+    {Say::ShowEditorTip, "Patch fixtures and build a show", "Armaturen patchen en een show bouwen"},
+
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,
      "What the equaliser does to each deck; drag a band up or down, double-click: 0 dB; Left and Right "

@@ -17,9 +17,10 @@ namespace ui::testing {
 Booth::Booth() {
   engine.AddDevice("Main speakers");
   engine.AddDevice("USB card");
-  station = std::make_unique<app::Workstation>(
-      app::Ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation},
-      support::ProgramFolder(folder), app::Workstation::Conducting::ByHand);
+  app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
+  ports.dmx = &wire;
+  station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
+                                               app::Workstation::Conducting::ByHand);
   station->StartUp();
   AddTrack("one.mp3", "Anna Vogel", "First Light");
   AddTrack("two.ogg", "The Bells", "Second Wind", "120.00");

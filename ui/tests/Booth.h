@@ -14,6 +14,7 @@
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
+#include "dmx/testing/RecordingDmxInterface.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
 #include "support/testing/MemoryFiles.h"
@@ -73,6 +74,7 @@ class Booth : public ::testing::Test {
   app::BuiltInVisualisation visualisation;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
+  dmx::testing::RecordingDmxInterface wire;
   std::unique_ptr<app::Workstation> station;
   std::unique_ptr<frmMain> window;
 

@@ -186,6 +186,13 @@ constexpr std::array<QRgb, kColours> kColourTable{0xffffff, 0xff2020, 0xff8000, 
 
 }  // namespace
 
+QIcon PlainIcon(const QPixmap& picture) {
+  QIcon icon(picture);
+  for (const QIcon::Mode mode : {QIcon::Selected, QIcon::Active, QIcon::Disabled})
+    icon.addPixmap(picture, mode);
+  return icon;
+}
+
 QPixmap FunctionPicture(dmx::ChannelFunction function, int pixels, const QColor& ink) {
   using Function = dmx::ChannelFunction;
   return Drawn(pixels, ink, [function](QPainter& painter) {

@@ -12,6 +12,9 @@ namespace ui {
 
 /// The pictures of stage lighting, drawn in one colour on nothing. Colour pictures have their own.
 
+/// A picture that looks the same whether its row is chosen, its button enabled or not.
+[[nodiscard]] QIcon PlainIcon(const QPixmap& picture);
+
 /// What a channel does.
 [[nodiscard]] QPixmap FunctionPicture(dmx::ChannelFunction function, int pixels, const QColor& ink);
 /// What a preset does; empty for PresetEffect::None and numbers that are none.

@@ -16,21 +16,29 @@ namespace {
 constexpr double kPadStep = 1.0 / 51;       ///< of an arrow key: five levels
 constexpr double kFinePadStep = 1.0 / 255;  ///< with Shift
 constexpr double kPadEms = 10;
+constexpr double kLowestEms = 6;
+constexpr double kHighestEms = 16;
 
 }  // namespace
 
 Pad::Pad(Kind kind, const Skin& skin, QWidget* parent) : QWidget(parent), kind_(kind), skin_(skin) {
   setFocusPolicy(Qt::StrongFocus);
-  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+  setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Preferred);
 }
 
 QSize Pad::sizeHint() const {
   return {Em(*this, kPadEms), Em(*this, kPadEms)};
 }
 
+QSize Pad::minimumSizeHint() const {
+  return {Em(*this, kPadEms), Em(*this, kLowestEms)};
+}
+
 QRectF Pad::Field() const {
   const double edge = Em(*this, 0.5);
-  return QRectF(rect()).adjusted(edge, edge, -edge, -edge);
+  QRectF field = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
+  field.setHeight(std::min<double>(field.height(), Em(*this, kHighestEms)));
+  return field;
 }
 
 QColor Pad::ColourAt(const QPointF& place) {
@@ -121,7 +129,7 @@ void Pad::paintEvent(QPaintEvent*) {
   painter.setPen(QPen(Qt::black, 4 * line));
   painter.drawEllipse(mark, radius, radius);
   painter.setPen(QPen(Qt::white, 2 * line));
-  if (kind_ == Kind::Colour) painter.setBrush(Colour());
+  painter.setBrush(kind_ == Kind::Colour ? Colour() : skin_.decks[0]);
   painter.drawEllipse(mark, radius, radius);
 }
 

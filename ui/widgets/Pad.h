@@ -27,7 +27,7 @@ class Pad final : public QWidget {
   [[nodiscard]] QColor Colour() const { return ColourAt(place_); }
 
   [[nodiscard]] QSize sizeHint() const override;
-  [[nodiscard]] QSize minimumSizeHint() const override { return sizeHint(); }
+  [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   void Moved();

@@ -1,0 +1,131 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/FaderBank.h"
+
+#include <QHBoxLayout>
+#include <QKeyEvent>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "ui/strings/ConsoleWords.h"
+#include "ui/widgets/ChannelFader.h"
+#include "ui/widgets/FixtureLine.h"
+
+namespace ui {
+namespace {
+
+const app::ChannelLabel kNobody;
+
+}  // namespace
+
+FaderBank::FaderBank(const Look& look, QWidget* parent) : QWidget(parent), look_(look) {
+  Name(*this, QStringLiteral("FaderBank"), look.say(ConsoleWord::Faders));
+  names_ = new FixtureLine(look.skin);
+  Name(*names_, QStringLiteral("FixtureLine"), look.say(ConsoleWord::Fixtures));
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0);
+  for (int place = 0; place < kMostFaders; ++place) {
+    MakeFader(place);
+    row->addWidget(faders_[static_cast<std::size_t>(place)], 1);
+  }
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.1);
+  rows->addWidget(names_);
+  rows->addLayout(row, 1);
+  Label();
+  SetStop(0);
+}
+
+void FaderBank::MakeFader(int place) {
+  auto* fader = new ChannelFader(look_.skin);
+  Name(*fader, QStringLiteral("Fader%1").arg(place + 1), {});
+  connect(fader, &ChannelFader::Moved, this, &FaderBank::FaderMoved);
+  connect(fader, &ChannelFader::StepWanted, this, [this, place](int by) { Step(place, by); });
+  faders_[static_cast<std::size_t>(place)] = fader;
+}
+
+void FaderBank::SetColours(const std::vector<QColor>& colours) {
+  size_ = std::clamp(static_cast<int>(colours.size()), 1, kMostFaders);
+  for (std::size_t place = 0; place < faders_.size(); ++place) {
+    faders_[place]->setVisible(place < colours.size());
+    if (place < colours.size()) faders_[place]->SetColour(colours[place]);
+  }
+  ShowFrom(first_);
+}
+
+void FaderBank::ShowFrom(int channel) {
+  first_ = std::clamp(channel, 1, dmx::kUniverseChannels - size_ + 1);
+  Label();
+  Q_EMIT Scrolled();
+}
+
+void FaderBank::Label() {
+  for (int place = 0; place < size_; ++place) {
+    ChannelFader& fader = *faders_[static_cast<std::size_t>(place)];
+    const int channel = first_ + place;
+    const app::ChannelLabel& label = patch_ != nullptr ? patch_->At(channel) : kNobody;
+    fader.SetChannel(channel, PurposeText(label, look_.say));
+    const QString name = ChannelText(channel, label, look_.say);
+    fader.setAccessibleName(name);
+    fader.setToolTip(look_.say(ConsoleWord::ChannelTip).arg(name));
+  }
+  PlaceNames();
+}
+
+void FaderBank::PlaceNames() {
+  std::vector<FixtureLine::Mark> marks;
+  const int last = first_ + size_ - 1;
+  for (const FixtureSpan& span : spans_) {
+    if (span.last < first_ || span.first > last) continue;
+    const auto* left = faders_[static_cast<std::size_t>(std::max(span.first, first_) - first_)];
+    const auto* right = faders_[static_cast<std::size_t>(std::min(span.last, last) - first_)];
+    const QString tip = look_.say(ConsoleWord::FixtureRange)
+                            .arg(QString::number(span.first), QString::number(span.last), span.name);
+    marks.push_back({left->x(), right->x() + right->width(), span.name, tip});
+  }
+  names_->Show(std::move(marks));
+}
+
+void FaderBank::Show(const app::LightView& view, support::TimePoint now) {
+  if (view.patch != patch_) {
+    patch_ = view.patch;
+    spans_ = SpansOf(patch_.get());
+    Label();
+  }
+  for (int place = 0; place < size_; ++place) {
+    const auto channel = static_cast<std::size_t>(first_ + place - 1);
+    faders_[static_cast<std::size_t>(place)]->Show(view.levels[channel], view.on_the_wire[channel], now);
+  }
+  PlaceNames();  // the columns may have moved
+}
+
+void FaderBank::Step(int place, int by) {
+  int wanted = place + by;
+  if (wanted < 0 || wanted >= size_) {
+    const int was = first_;
+    ShowFrom(first_ + by * size_);
+    if (first_ == was) return;
+    wanted = by > 0 ? 0 : size_ - 1;
+  }
+  SetStop(wanted);
+  faders_[static_cast<std::size_t>(wanted)]->setFocus();
+}
+
+void FaderBank::SetStop(int place) {
+  for (ChannelFader* fader : faders_) fader->setFocusPolicy(Qt::ClickFocus);
+  faders_[static_cast<std::size_t>(place)]->setFocusPolicy(Qt::StrongFocus);
+}
+
+void FaderBank::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  PlaceNames();
+}
+
+void FaderBank::keyPressEvent(QKeyEvent* event) {
+  const bool control = event->modifiers() == Qt::ControlModifier;
+  if (control && event->key() == Qt::Key_PageUp) return Page(-1);
+  if (control && event->key() == Qt::Key_PageDown) return Page(1);
+  QWidget::keyPressEvent(event);
+}
+
+}  // namespace ui

@@ -1,0 +1,110 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/OutputLine.h"
+
+#include <QHBoxLayout>
+#include <QPointer>
+#include <QPushButton>
+#include <cmath>
+
+#include "ui/forms/MessageBoxes.h"
+#include "ui/models/KeyMap.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
+
+namespace ui {
+namespace {
+
+using InterfaceState = dmx::DmxInterfaceStatus::State;
+
+void Check(QPushButton& button, bool checked) {
+  if (button.isChecked() != checked) button.setChecked(checked);
+}
+
+}  // namespace
+
+OutputLine::OutputLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
+    : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
+  output_ = MakeLamp("K8062", "lamp1", ConsoleWord::Output, ConsoleWord::OutputTip);
+  connect(output_, &QPushButton::clicked, this, [this](bool on) {
+    lights_.TurnOutput(on ? app::LightDesk::Output::On : app::LightDesk::Output::Off);
+  });
+  status_ = new ElidedLabel;
+  status_->UseTwoLines();
+  Name(*status_, QStringLiteral("OutputStatus"), {});
+  blackout_ = MakeLamp("Blackout", "alarm", ConsoleWord::Blackout, ConsoleWord::BlackoutTip);
+  blackout_->setToolTip(
+      look.say(Say::KeyHint).arg(look.say(ConsoleWord::BlackoutTip), KeyText(KeyOfBlackout())));
+  connect(blackout_, &QPushButton::clicked, this, [this](bool on) {
+    lights_.SetBlackout(on ? dmx::OutputStage::Blackout::On : dmx::OutputStage::Blackout::Off);
+  });
+  guard_ = MakeLamp("StrobeGuard", "lamp1", ConsoleWord::Guard, ConsoleWord::GuardTip);
+  connect(guard_, &QPushButton::clicked, this, [this](bool on) {
+    if (on) return lights_.SetFlashGuard(dmx::OutputStage::FlashGuard::On);
+    AskToLiftGuard();
+  });
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0, 0.6);
+  row->addWidget(output_);
+  row->addWidget(status_, 1);
+  row->addWidget(blackout_);
+  row->addWidget(guard_);
+}
+
+QPushButton* OutputLine::MakeLamp(const char* name, const char* kind, ConsoleWord caption, ConsoleWord tip) {
+  auto* button = new QPushButton(look_.say(caption));
+  SetKind(*button, kind);
+  button->setCheckable(true);
+  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
+  return button;
+}
+
+void OutputLine::AskToLiftGuard() {
+  guard_->setChecked(true);  // until it was agreed to
+  boxes_.Ask(QStringLiteral("StrobeGuardBox"), look_.say(ConsoleWord::GuardAsk),
+             look_.say(ConsoleWord::GuardLift), [line = QPointer(this)] {
+               if (!line.isNull()) line->lights_.SetFlashGuard(dmx::OutputStage::FlashGuard::Lifted);
+             });
+}
+
+void OutputLine::Measure(const dmx::DmxInterfaceStatus& status, support::TimePoint now) {
+  constexpr auto kSecond = std::chrono::seconds(1);
+  if (status.state != InterfaceState::Sending || second_ == support::TimePoint()) {
+    rate_ = 0;
+    frames_ = status.frames;
+    second_ = now;
+  } else if (now - second_ >= kSecond) {
+    const double seconds = std::chrono::duration<double>(now - second_).count();
+    rate_ = static_cast<int>(std::lround(static_cast<double>(status.frames - frames_) / seconds));
+    frames_ = status.frames;
+    second_ = now;
+  }
+}
+
+QString OutputLine::StatusText(const app::LightView& view) const {
+  const auto& say = look_.say;
+  if (!view.trouble.empty()) return Decode(view.trouble);
+  switch (view.status.state) {
+    case InterfaceState::Sending:
+      return rate_ == 0 ? QString()
+                        : say(ConsoleWord::OutputRate).arg(rate_).arg(view.status.packets_per_frame);
+    case InterfaceState::Searching:
+      return say(ConsoleWord::OutputStarting);
+    case InterfaceState::Stopped:
+      break;
+  }
+  if (!view.output_on) return say(ConsoleWord::OutputOff);
+  return say(view.has_interface ? ConsoleWord::OutputStarting : ConsoleWord::OutputNone);
+}
+
+void OutputLine::Show(const app::LightView& view, support::TimePoint now) {
+  Check(*output_, view.output_on);
+  Check(*blackout_, view.blackout);
+  Check(*guard_, view.flash_guard);
+  Measure(view.status, now);
+  status_->Show(StatusText(view));
+  const bool trouble = !view.trouble.empty() || (view.output_on && !view.has_interface);
+  SetTextColour(*status_, trouble ? look_.skin.warning : look_.skin.dim);
+}
+
+}  // namespace ui
