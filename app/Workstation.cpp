@@ -65,6 +65,10 @@ ListDesk& Workstation::Lists() {
   return parts_->lists;
 }
 
+EditorDesk& Workstation::Editors() {
+  return parts_->editors;
+}
+
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
   parts_->prompts = prompts;
   parts_->help = help;

@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/EditorDesk.h"
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
 #include "app/ListDesk.h"
@@ -235,6 +236,7 @@ class Workstation {
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
   [[nodiscard]] ListDesk& Lists();
+  [[nodiscard]] EditorDesk& Editors();
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "app/Conductor.h"
+#include "app/EditorDesk.h"
 #include "app/FileIntake.h"
 #include "app/FileRemoval.h"
 #include "app/IdleCores.h"
@@ -65,7 +66,8 @@ struct Workstation::Parts {
               outside.boards),
         songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
-              outside.local_time) {
+              outside.local_time),
+        editors(Context()) {
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);
@@ -207,6 +209,7 @@ struct Workstation::Parts {
   OrganDesk organ;
   SongDesk songs;
   ListDesk lists;
+  EditorDesk editors;
 };
 
 }  // namespace app

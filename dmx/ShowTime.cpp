@@ -3,6 +3,7 @@
 #include "dmx/ShowTime.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "support/Text.h"
 
@@ -32,6 +33,33 @@ std::string ShowTimeText(Tenths time) {
 
 std::string StepTimeText(Tenths time) {
   return ShowTimeText(std::min(time, kLongestStepTime));
+}
+
+std::optional<Tenths> ReadTypedTime(std::string_view text) {
+  constexpr std::size_t kLongest = 12;
+  if (text.empty() || text.size() > kLongest) return std::nullopt;
+  std::int64_t minutes = 0;
+  std::int64_t number = 0;
+  std::int64_t tenths = 0;
+  int decimals = -1;  // none begun
+  bool digits = false;
+  for (const char c : text) {
+    if (c == ':' && minutes == 0 && decimals < 0) {
+      minutes = std::exchange(number, 0);
+    } else if ((c == '.' || c == ',') && decimals < 0) {
+      decimals = 0;
+    } else if (c < '0' || c > '9') {
+      return std::nullopt;
+    } else {
+      digits = true;
+      const int digit = c - '0';
+      if (decimals < 0) number = number * 10 + digit;
+      if (decimals == 0) tenths = digit;
+      if (decimals >= 0) ++decimals;
+    }
+  }
+  if (!digits) return std::nullopt;
+  return std::min(Tenths(minutes * kTenthsAMinute + number * kTenthsASecond + tenths), kLongestStepTime);
 }
 
 Tenths LengthOf(const Scene& scene) {

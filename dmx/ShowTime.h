@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <ratio>
 #include <string>
 #include <string_view>
@@ -24,6 +25,10 @@ inline constexpr Tenths kLongestStepTime{99 * 600 + 599};
 [[nodiscard]] std::string ShowTimeText(Tenths time);
 /// Exactly seven characters, for a step; brought between 0 and kLongestStepTime.
 [[nodiscard]] std::string StepTimeText(Tenths time);
+
+/// A time as a hand types it: seconds, "1.5", or minutes before a colon, "2:30.5". Nothing where it is no
+/// time.
+[[nodiscard]] std::optional<Tenths> ReadTypedTime(std::string_view text);
 
 /// The fade and wait times of its steps, played once.
 [[nodiscard]] Tenths LengthOf(const Scene& scene);

@@ -131,8 +131,8 @@ LightColour ColourOf(const DMXfilename& fixture, LevelView levels) {
 }
 
 cLights PreviewLights(const DMXname& fixtures, LevelView levels, double width, double height) {
-  constexpr double kDisc = 0.35;  // of the part's smaller side
-  constexpr int kDiscs = 6;
+  constexpr double kDisc = 0.45;  // of the part's smaller side
+  constexpr int kDiscs = 24;
   cLights lights;
   const double part = width / std::max(fixtures.count(), 1);
   const double radius = kDisc * std::min(part, height);

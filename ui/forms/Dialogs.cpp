@@ -57,16 +57,16 @@ void DressFileList(QFileDialog& dialog) {
 
 }  // namespace
 
-QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode, Say title,
-                            Say accept) {
+QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode,
+                            const QString& title, const QString& accept) {
   const auto& say = look.say;
-  auto* dialog = new QFileDialog(&owner, say(title));
+  auto* dialog = new QFileDialog(&owner, title);
   dialog->setAttribute(Qt::WA_DeleteOnClose);
   dialog->setOption(QFileDialog::DontUseNativeDialog);
   dialog->setOption(QFileDialog::ShowDirsOnly, mode == QFileDialog::Directory);
   dialog->setFileMode(mode);
   dialog->setViewMode(QFileDialog::Detail);
-  dialog->setLabelText(QFileDialog::Accept, say(accept));
+  dialog->setLabelText(QFileDialog::Accept, accept);
   dialog->setLabelText(QFileDialog::Reject, say(Say::DialogCancel));
   dialog->setLabelText(QFileDialog::LookIn, say(Say::DialogLookIn));
   dialog->setLabelText(QFileDialog::FileName, say(Say::DialogName));

@@ -13,7 +13,11 @@ namespace ui {
 /// A file dialog in the words and the size of its owner's window, without what a disc jockey has no use for.
 /// Not modal: the decks stay in reach.
 [[nodiscard]] QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode,
-                                          Say title, Say accept);
+                                          const QString& title, const QString& accept);
+[[nodiscard]] inline QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileMode mode,
+                                                 Say title, Say accept) {
+  return MakeFileDialog(owner, look, mode, look.say(title), look.say(accept));
+}
 
 /// Gives a dialog the window's type and buttons and shows it over the lists, where it hides no deck as long
 /// as there is room.

@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -11,22 +12,35 @@ namespace ui {
 namespace {
 
 constexpr double kTextEms = 36;
+constexpr int kMostLines = 12;  ///< more than these scroll
+constexpr double kScrolledEms = 18;
 
 }  // namespace
 
-MessageBox::MessageBox(const QString& object_name, const QString& text, QWidget& owner) : QDialog(&owner) {
+MessageBox::MessageBox(const QString& object_name, const QString& text, QWidget& owner)
+    : QDialog(&owner), text_(text) {
   setObjectName(object_name);
   setWindowTitle(QStringLiteral("dj TOLVEN"));
   setAttribute(Qt::WA_DeleteOnClose);
-  text_ = new QLabel(text);
-  text_->setTextFormat(Qt::PlainText);
-  text_->setWordWrap(true);
+  if (text.count(QLatin1Char('\n')) < kMostLines) {
+    label_ = new QLabel(text);
+    label_->setTextFormat(Qt::PlainText);
+    label_->setWordWrap(true);
+    shown_ = label_;
+  } else {
+    auto* list = new QPlainTextEdit(text);
+    list->setReadOnly(true);
+    list->setTabChangesFocus(true);
+    Name(*list, QStringLiteral("MessageText"), windowTitle(), windowTitle());
+    SetHeightEm(*list, kScrolledEms);
+    shown_ = list;
+  }
   buttons_ = new QHBoxLayout;
   SetSpacingEm(*buttons_, 0, 0.8);
   buttons_->addStretch(1);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 1.2, 1.2);
-  rows->addWidget(text_);
+  rows->addWidget(shown_);
   rows->addLayout(buttons_);
 }
 
@@ -43,16 +57,12 @@ QPushButton* MessageBox::AddButton(const QString& object_name, const QString& ca
 
 void MessageBox::ShowOverLists(const QWidget& owner) {
   ApplyBaseSize(*this, owner.font().pointSizeF());
-  text_->setFixedWidth(Em(owner, kTextEms));
-  text_->setMinimumHeight(text_->heightForWidth(text_->width()));
+  shown_->setFixedWidth(Em(owner, kTextEms));
+  if (label_ != nullptr) label_->setMinimumHeight(label_->heightForWidth(label_->width()));
   adjustSize();
   const QPoint middle = owner.mapToGlobal(QPoint(owner.width() / 2, owner.height() * 3 / 4));
   move(middle - rect().center());
   show();
-}
-
-QString MessageBox::Text() const {
-  return text_->text();
 }
 
 }  // namespace ui

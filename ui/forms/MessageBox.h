@@ -23,10 +23,12 @@ class MessageBox final : public QDialog {
   QPushButton* AddButton(const QString& object_name, const QString& caption);
   /// Below the middle of its window, where it hides lists and no deck.
   void ShowOverLists(const QWidget& owner);
-  [[nodiscard]] QString Text() const;
+  [[nodiscard]] const QString& Text() const { return text_; }
 
  private:
-  QLabel* text_;
+  QString text_;
+  QLabel* label_ = nullptr;  ///< null where the text is so long that it scrolls
+  QWidget* shown_;
   QHBoxLayout* buttons_;
 };
 

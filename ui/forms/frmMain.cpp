@@ -3,6 +3,7 @@
 #include "ui/forms/frmMain.h"
 
 #include <QApplication>
+#include <QCloseEvent>
 #include <QHBoxLayout>
 #include <QPointer>
 #include <QScreen>
@@ -67,7 +68,7 @@ QString Breakable(const std::string& path) {
 }  // namespace
 
 frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock)
-    : workstation_(workstation), settings_(settings), clock_(clock) {
+    : workstation_(workstation), settings_(settings), clock_(clock), editors_(workstation, clock) {
   setObjectName(QStringLiteral("frmMain"));
   QApplication::installTranslator(&words_);
   ReadChoices();
@@ -88,6 +89,7 @@ frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings
 frmMain::~frmMain() {
   workstation_.AttachWindow(nullptr, nullptr);
   // Before the words and colours that its parts still ask for while they go.
+  editors_.Close();
   delete takeCentralWidget();
 }
 
@@ -118,6 +120,7 @@ void frmMain::Build() {
   const int chosen = music_ == nullptr ? 0 : music_->ChosenRow();
   if (listen_ != nullptr) listen_->End();
   delete takeCentralWidget();
+  editors_.Undress();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   words_.Speak(choices_.language);
@@ -175,6 +178,8 @@ QWidget* frmMain::MakePages(const Look& look) {
     karaoke_->Reload();
   });
   console_ = new ConsolePage(workstation_, boxes_, look);
+  connect(console_, &ConsolePage::LibraryWanted, this, [this] { editors_.OpenLibrary(); });
+  connect(console_, &ConsolePage::ShowEditorWanted, this, [this] { editors_.OpenShowEditor(); });
   organ_ = new OrganPage(workstation_, boxes_, bank_draft_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
@@ -293,6 +298,21 @@ void frmMain::ApplySize() {
   ApplySkin(*qApp, SkinOf(choices_.skin), static_cast<int>(std::lround(points * logicalDpiY() / 72)));
   ApplyBaseSize(*this, points);
   QToolTip::setFont(font());
+  editors_.Dress({SkinOf(choices_.skin), *say_}, points);
+}
+
+// Nobody is asked while the music would wait for it: the decks play on until the window is really closed.
+void frmMain::closeEvent(QCloseEvent* event) {
+  if (leaving_ || !editors_.Changed()) {
+    editors_.Close();
+    return QMainWindow::closeEvent(event);
+  }
+  event->ignore();
+  editors_.LeaveThen([this] {
+    leaving_ = true;
+    // Later: an editor is still busy with its question.
+    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+  });
 }
 
 void frmMain::ShowFrame() {
@@ -313,6 +333,7 @@ void frmMain::ShowFrame() {
   visual_->Show(view_, now);
   console_->Show(now);
   organ_->Show(now);
+  editors_.ShowFrame();
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {

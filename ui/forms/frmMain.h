@@ -12,6 +12,7 @@
 
 #include "app/Workstation.h"
 #include "support/ports/SettingsStore.h"
+#include "ui/forms/Editors.h"
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/forms/SettingsPage.h"
@@ -54,9 +55,11 @@ class frmMain final : public QMainWindow {
 
   /// What the frame timer does; a test may do it by hand.
   void ShowFrame();
+  [[nodiscard]] const Editors& OpenEditors() const { return editors_; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
@@ -123,6 +126,8 @@ class frmMain final : public QMainWindow {
   TableId active_ = TableId::Catalogue;
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};
+  Editors editors_;
+  bool leaving_ = false;  ///< the editors were asked for
 
   StatusLine* status_ = nullptr;
   std::array<DeckPanel*, 2> decks_{};

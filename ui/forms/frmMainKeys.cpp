@@ -56,6 +56,8 @@ void frmMain::MakeKeys() {
       [this] { listen_->SeekBy(-kListenStep); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right), Reach::Window,
       [this] { listen_->SeekBy(kListenStep); });
+  Key(KeyOfFixtureEditor(), Reach::Everywhere, [this] { editors_.OpenLibrary(); });
+  Key(KeyOfShowEditor(), Reach::Everywhere, [this] { editors_.OpenShowEditor(); });
   Key(KeyOfHelp(), Reach::Everywhere, [this] { workstation_.Apply({app::ApplyMode::Help, {}, {}}); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });

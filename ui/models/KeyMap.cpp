@@ -18,6 +18,14 @@ QKeySequence KeyOfListening() {
   return QKeySequence(Qt::CTRL | Qt::Key_Space);
 }
 
+QKeySequence KeyOfFixtureEditor() {
+  return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_L);
+}
+
+QKeySequence KeyOfShowEditor() {
+  return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
+}
+
 QKeySequence KeyOfBlackout() {
   return QKeySequence(Qt::CTRL | Qt::Key_B);
 }

@@ -30,6 +30,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfPlaylist(int playlist);
 /// Listening to the chosen row in the headphones.
 [[nodiscard]] QKeySequence KeyOfListening();
+[[nodiscard]] QKeySequence KeyOfFixtureEditor();
+[[nodiscard]] QKeySequence KeyOfShowEditor();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();
 [[nodiscard]] QKeySequence KeyOfHelp();

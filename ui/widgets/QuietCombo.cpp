@@ -23,7 +23,9 @@ int QuietCombo::Height() const {
 QSize QuietCombo::sizeHint() const {
   int widest = fontMetrics().averageCharWidth() * minimumContentsLength();
   for (int i = 0; i < count(); ++i) widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
-  return {std::min(widest, Em(*this, 24)) + Em(*this, 3), Height()};
+  const bool pictures = count() > 0 && !itemIcon(0).isNull();
+  const int picture = pictures ? iconSize().width() + Em(*this, 0.5) : 0;
+  return {std::min(widest, Em(*this, 24)) + Em(*this, 3) + picture, Height()};
 }
 
 QSize QuietCombo::minimumSizeHint() const {
@@ -45,7 +47,13 @@ void QuietCombo::paintEvent(QPaintEvent*) {
   const QPointF tip(width() - Em(*this, 1.2), height() / 2.0 + arrow / 2.0);
   painter.setPen(QPen(ink, std::max(2.0, arrow / 2.5)));
   painter.drawPolyline(QPolygonF{tip - QPointF(arrow, arrow), tip, tip + QPointF(arrow, -arrow)});
-  const QRect room = rect().adjusted(Em(*this, 0.7), 0, -Em(*this, 2), 0);
+  QRect room = rect().adjusted(Em(*this, 0.7), 0, -Em(*this, 2), 0);
+  if (const QIcon icon = itemIcon(currentIndex()); !icon.isNull()) {
+    const int side = iconSize().height();
+    const QRect place(room.left(), (height() - side) / 2, side, side);
+    icon.paint(&painter, place, Qt::AlignCenter, isEnabled() ? QIcon::Normal : QIcon::Disabled);
+    room.setLeft(place.right() + Em(*this, 0.5));
+  }
   const bool none = currentIndex() < 0;
   painter.setPen(none && isEnabled() ? skin_.dim : ink);
   painter.drawText(

@@ -1,0 +1,326 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "dmx/ShowEdit.h"
+
+#include <algorithm>
+#include <array>
+#include <limits>
+#include <numeric>
+#include <utility>
+
+#include "dmx/Looks.h"
+
+namespace dmx {
+namespace {
+
+constexpr int kMostLoops = std::numeric_limits<std::int16_t>::max();
+
+/// The fixtures as they lie on the universe; the first that does not fit is the failure.
+support::Result<Patch> PatchOf(const DMXname& fixtures) {
+  Patch patch;
+  int position = 0;
+  for (const DMXfilename& fixture : fixtures) {
+    ++position;
+    if (fixture.Channels.count() == 0) continue;
+    const auto added = patch.Add(position, fixture.StartChannel, fixture.Channels);
+    if (!added) return added.Failure();
+  }
+  position = 0;
+  for (const DMXfilename& fixture : fixtures) {
+    ++position;
+    if (fixture.Channels.count() == 0) patch.Hold(position, fixture.StartChannel, fixture.NumberOf);
+  }
+  return patch;
+}
+
+/// Whether a fixture of count channels could stand at the start, as far as the others are concerned.
+support::Result<void> CheckAmongOthers(DMXname fixtures, int position, int start, int count) {
+  fixtures.Remove(position);
+  const auto others = PatchOf(fixtures);
+  if (!others) return others.Failure();
+  return others.Value().Check(start, count);
+}
+
+/// The channels of the records once the patch is another one: where records stand for every channel from 1
+/// on, they go on doing so, as otherwise levels of channels without a fixture would be lost.
+std::vector<int> ChannelsAfter(const Patch& patch, const std::vector<int>& before, bool from_one_on) {
+  std::vector<int> channels = patch.Channels();
+  if (!from_one_on) return channels;
+  const int last = std::max(channels.empty() ? 0 : channels.back(), before.empty() ? 0 : before.back());
+  channels.resize(static_cast<std::size_t>(last));
+  std::iota(channels.begin(), channels.end(), 1);
+  return channels;
+}
+
+void TellDifferences(Scene& scene) {
+  const SceneChannel* before = nullptr;
+  for (SceneStep& step : scene.Steps) {
+    int number = 0;
+    for (Sliders& record : step.SceneChannel) {
+      const Sliders* previous = before == nullptr ? nullptr : before->Item(number + 1);
+      ++number;
+      record.Prev = previous == nullptr ? std::int16_t{0} : previous->ChannelValue;
+      record.Dif = static_cast<std::int16_t>(record.ChannelValue - record.Prev);
+      record.Changed = record.Dif != 0;
+    }
+    before = &step.SceneChannel;
+  }
+}
+
+}  // namespace
+
+std::size_t Weight(const Show& show) {
+  std::size_t weight = sizeof show;
+  for (const DMXfilename& fixture : show.fixtures) {
+    weight += sizeof fixture;
+    for (const FixtureChannel& channel : fixture.Channels)
+      weight += sizeof channel + static_cast<std::size_t>(channel.presets.count()) * sizeof(presets);
+  }
+  for (const Scene& scene : show.scenes) {
+    weight += sizeof scene;
+    for (const SceneStep& step : scene.Steps)
+      weight += sizeof step + static_cast<std::size_t>(step.SceneChannel.count()) * sizeof(Sliders);
+  }
+  return weight;
+}
+
+const SceneStep* ShowEdit::Step(int scene, int step) const {
+  const Scene* found = Now().scenes.Item(scene);
+  return found == nullptr ? nullptr : found->Steps.Item(step);
+}
+
+void ShowEdit::Begin(Show show) {
+  history_.Begin(std::move(show));
+  Lay();
+}
+
+void ShowEdit::Undo() {
+  history_.Undo();
+  Lay();
+}
+
+void ShowEdit::Redo() {
+  history_.Redo();
+  Lay();
+}
+
+support::Result<void> ShowEdit::AddFixture(DMXfilename fixture) {
+  const auto fits = patch_.Check(fixture.StartChannel, fixture.Channels.count());
+  if (!fits) return fits;
+  Show next = Now();
+  fixture.NumberOf = static_cast<std::int16_t>(fixture.Channels.count());
+  next.fixtures.Add(std::move(fixture));
+  return TakeFixtures(std::move(next));
+}
+
+support::Result<void> ShowEdit::MoveFixture(int position, int start) {
+  Show next = Now();
+  DMXfilename* fixture = next.fixtures.Item(position);
+  if (fixture == nullptr || fixture->StartChannel == start) return {};
+  const auto fits = CheckAmongOthers(Now().fixtures, position, start, fixture->NumberOf);
+  if (!fits) return fits;
+  fixture->StartChannel = static_cast<std::int16_t>(start);
+  return TakeFixtures(std::move(next));
+}
+
+void ShowEdit::RemoveFixture(int position) {
+  Show next = Now();
+  if (next.fixtures.Item(position) == nullptr) return;
+  next.fixtures.Remove(position);
+  static_cast<void>(TakeFixtures(std::move(next)));  // fewer fixtures always fit
+}
+
+support::Result<void> ShowEdit::ReplaceFixture(int position, std::string filename, ChannelSlider channels) {
+  Show next = Now();
+  DMXfilename* fixture = next.fixtures.Item(position);
+  if (fixture == nullptr) return {};
+  const auto fits = CheckAmongOthers(Now().fixtures, position, fixture->StartChannel, channels.count());
+  if (!fits) return fits;
+  fixture->Filename = std::move(filename);
+  fixture->NumberOf = static_cast<std::int16_t>(channels.count());
+  fixture->Channels = std::move(channels);
+  return TakeFixtures(std::move(next));
+}
+
+int ShowEdit::AddScene(int behind, std::string name, ConstUniverseLevels levels) {
+  Show next = Now();
+  const int position = std::clamp(behind, 0, next.scenes.count()) + 1;
+  Scene& scene = next.scenes.Insert(position, {});
+  scene.SceneName = std::move(name);
+  scene.Steps.Add(NewStep(scene, 0, levels));
+  TellDifferences(scene);
+  Take(std::move(next));
+  return position;
+}
+
+int ShowEdit::CopyScene(int scene, std::string name) {
+  const Scene* original = Now().scenes.Item(scene);
+  if (original == nullptr) return scene;
+  Show next = Now();
+  next.scenes.Insert(scene + 1, *original).SceneName = std::move(name);
+  Take(std::move(next));
+  return scene + 1;
+}
+
+void ShowEdit::RemoveScene(int scene) {
+  Show next = Now();
+  next.scenes.Remove(scene);
+  Take(std::move(next));
+}
+
+void ShowEdit::MoveScene(int from, int to) {
+  Show next = Now();
+  if (next.scenes.Item(from) == nullptr || next.scenes.Item(to) == nullptr) return;
+  next.scenes.Move(from, to);
+  Take(std::move(next));
+}
+
+void ShowEdit::RenameScene(int scene, std::string name) {
+  ChangeScene(scene, "name" + std::to_string(scene),
+              [&](Scene& changed) { changed.SceneName = std::move(name); });
+}
+
+void ShowEdit::SetLoops(int scene, int loops) {
+  ChangeScene(scene, "loops" + std::to_string(scene), [&](Scene& changed) {
+    changed.Loops = static_cast<std::int16_t>(std::clamp(loops, 0, kMostLoops));
+  });
+}
+
+SceneStep ShowEdit::NewStep(const Scene& scene, int behind, ConstUniverseLevels levels) const {
+  SceneStep step;
+  const SceneStep* before = scene.Steps.Item(behind);
+  // The times of the step before are what a row of steps mostly has in common.
+  step.FadeTime = before == nullptr ? StepTimeText(Tenths(10)) : before->FadeTime;
+  step.WaitTime = before == nullptr ? StepTimeText(Tenths(30)) : before->WaitTime;
+  step.SceneChannel = RecordLook(levels, channels_, before == nullptr ? nullptr : &before->SceneChannel);
+  return step;
+}
+
+int ShowEdit::AddStep(int scene, int behind, ConstUniverseLevels levels) {
+  const Scene* present = Now().scenes.Item(scene);
+  if (present == nullptr) return 0;
+  const int position = std::clamp(behind, 0, present->Steps.count()) + 1;
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    changed.Steps.Insert(position, NewStep(changed, position - 1, levels));
+    TellDifferences(changed);
+  });
+  return position;
+}
+
+void ShowEdit::RecordStep(int scene, int step, ConstUniverseLevels levels) {
+  if (Step(scene, step) == nullptr) return;
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    changed.Steps.Item(step)->SceneChannel = RecordLook(levels, channels_, nullptr);
+    TellDifferences(changed);
+  });
+}
+
+int ShowEdit::CopyStep(int scene, int step) {
+  const SceneStep* original = Step(scene, step);
+  if (original == nullptr) return step;
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    changed.Steps.Insert(step + 1, *original);
+    TellDifferences(changed);
+  });
+  return step + 1;
+}
+
+void ShowEdit::RemoveSteps(int scene, const std::vector<int>& steps) {
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    for (int step = changed.Steps.count(); step >= 1; --step) {
+      if (std::find(steps.begin(), steps.end(), step) != steps.end()) changed.Steps.Remove(step);
+    }
+    TellDifferences(changed);
+  });
+}
+
+void ShowEdit::MoveStep(int scene, int from, int to) {
+  if (Step(scene, from) == nullptr || Step(scene, to) == nullptr) return;
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    changed.Steps.Move(from, to);
+    TellDifferences(changed);
+  });
+}
+
+void ShowEdit::SetFade(int scene, const std::vector<int>& steps, Tenths time) {
+  SetTime(scene, steps, time, &SceneStep::FadeTime);
+}
+
+void ShowEdit::SetWait(int scene, const std::vector<int>& steps, Tenths time) {
+  SetTime(scene, steps, time, &SceneStep::WaitTime);
+}
+
+void ShowEdit::SetTime(int scene, const std::vector<int>& steps, Tenths time, std::string SceneStep::*which) {
+  ChangeScene(scene, {}, [&](Scene& changed) {
+    for (const int step : steps) {
+      SceneStep* timed = changed.Steps.Item(step);
+      if (timed != nullptr) timed->*which = StepTimeText(time);
+    }
+  });
+}
+
+ShowTime ShowEdit::StartOf(int scene, int step) const {
+  Tenths start{0};
+  int number = 0;
+  for (const Scene& earlier : Now().scenes) {
+    if (++number == scene) break;
+    start += LengthOf(earlier) * std::max<int>(earlier.Loops, 0);
+  }
+  for (int before = 1; before < step; ++before) {
+    const SceneStep* passed = Step(scene, before);
+    if (passed != nullptr) start += ParseShowTime(passed->FadeTime) + ParseShowTime(passed->WaitTime);
+  }
+  return start;
+}
+
+void ShowEdit::Take(Show next, std::string_view thing) {
+  history_.Change(std::move(next), thing);
+  Lay();
+}
+
+support::Result<void> ShowEdit::TakeFixtures(Show next) {
+  auto patch = PatchOf(next.fixtures);
+  if (!patch) return patch.Failure();
+  const bool from_one_on = channels_ != patch_.Channels();
+  const std::vector<int> channels = ChannelsAfter(patch.Value(), channels_, from_one_on);
+  const std::vector<int> from = RecordsFrom(next.fixtures);
+  MoveRecords(next.scenes, from, channels);
+  for (Scene& scene : next.scenes) TellDifferences(scene);
+  Take(std::move(next));
+  return {};
+}
+
+// A fixture that was moved takes its levels along.
+std::vector<int> ShowEdit::RecordsFrom(const DMXname& fixtures) const {
+  std::vector<int> from = channels_;
+  if (fixtures.count() != Now().fixtures.count()) return from;
+  std::array<bool, kUniverseChannels + 1> taken{};
+  for (int& channel : from) {
+    const PatchedChannel& held = patch_.At(channel);
+    if (held.fixture == 0) continue;
+    const int moved = fixtures.Item(held.fixture)->StartChannel + held.channel - 1;
+    channel = moved > kUniverseChannels ? 0 : moved;
+    taken[static_cast<std::size_t>(channel)] = true;
+  }
+  for (std::size_t i = 0; i < from.size(); ++i) {
+    const bool free = patch_.At(channels_[i]).fixture == 0;
+    if (free && taken[static_cast<std::size_t>(from[i])]) from[i] = 0;
+  }
+  return from;
+}
+
+void ShowEdit::ChangeScene(int scene, std::string_view thing, const std::function<void(Scene&)>& change) {
+  Show next = Now();
+  Scene* changed = next.scenes.Item(scene);
+  if (changed == nullptr) return;
+  change(*changed);
+  Take(std::move(next), thing);
+}
+
+void ShowEdit::Lay() {
+  auto patch = PatchOf(Now().fixtures);
+  patch_ = patch ? std::move(patch).Value() : Patch{};
+  channels_ = RecordChannels(patch_, Now().scenes);
+}
+
+}  // namespace dmx

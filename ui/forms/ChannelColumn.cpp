@@ -1,0 +1,152 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/ChannelColumn.h"
+
+#include <QEvent>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "dmx/ports/DmxInterface.h"
+#include "ui/strings/Decode.h"
+#include "ui/strings/EditorWords.h"
+#include "ui/widgets/Fader.h"
+#include "ui/widgets/LightIcons.h"
+
+namespace ui {
+namespace {
+
+constexpr double kWidthEms = 9;
+constexpr double kFunctionEms = 1.5;
+
+QString FunctionName(dmx::ChannelFunction function) {
+  return Decode(dmx::FunctionText(function));
+}
+
+}  // namespace
+
+ChannelColumn::ChannelColumn(int number, const Look& look, QWidget* parent)
+    : QWidget(parent), number_(number), look_(look) {
+  setObjectName(QStringLiteral("Channel%1").arg(number));
+  head_ = new QPushButton(QString::number(number));
+  SetKind(*head_, "lamp1");
+  head_->setCheckable(true);
+  const QString tip = look.say(EditorWord::ChannelTip).arg(number);
+  Name(*head_, QStringLiteral("Choose%1").arg(number), tip, tip);
+  connect(head_, &QPushButton::clicked, this, [this] { Q_EMIT Chosen(number_); });
+  counter_ = new QLabel;
+  Name(*counter_, QStringLiteral("Counter%1").arg(number), {}, look.say(EditorWord::CounterTip));
+  counter_->setAlignment(Qt::AlignCenter);
+  SetTextColour(*counter_, look.skin.dim);
+  MakeSlider();
+  MakeFunction();
+  MakeLabel();
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.2, 0.2);
+  rows->addWidget(head_);
+  rows->addWidget(counter_);
+  rows->addWidget(slider_, 1, Qt::AlignHCenter);
+  rows->addWidget(level_);
+  rows->addWidget(function_);
+  rows->addWidget(label_);
+}
+
+void ChannelColumn::MakeSlider() {
+  slider_ = new Fader(Qt::Vertical, look_.skin, look_.skin.decks[0]);
+  slider_->setRange(0, dmx::kHighestLevel);
+  const QString tip = look_.say(EditorWord::SliderTip).arg(number_);
+  Name(*slider_, QStringLiteral("Slider%1").arg(number_), tip, tip);
+  slider_->installEventFilter(this);
+  connect(slider_, &QSlider::valueChanged, this, [this](int level) {
+    level_->setText(QString::number(level));
+    Q_EMIT LevelMoved(number_, level);
+  });
+  level_ = new QLabel(QStringLiteral("0"));
+  level_->setAlignment(Qt::AlignCenter);
+  Name(*level_, QStringLiteral("Level%1").arg(number_), {});
+}
+
+void ChannelColumn::MakeFunction() {
+  function_ = new QPushButton;
+  SetKind(*function_, "tool");
+  const QString tip = look_.say(EditorWord::FunctionTip).arg(number_);
+  Name(*function_, QStringLiteral("Function%1").arg(number_), tip, tip);
+  function_->installEventFilter(this);
+  SetFontEm(*function_, 0.92);
+  connect(function_, &QPushButton::clicked, this, &ChannelColumn::ShowFunctions);
+}
+
+void ChannelColumn::MakeLabel() {
+  label_ = new QLineEdit;
+  const QString tip = look_.say(EditorWord::LabelTip).arg(number_);
+  Name(*label_, QStringLiteral("Label%1").arg(number_), tip, tip);
+  label_->installEventFilter(this);
+  connect(label_, &QLineEdit::textEdited, this,
+          [this](const QString& text) { Q_EMIT Labelled(number_, text); });
+  connect(label_, &QLineEdit::editingFinished, this, &ChannelColumn::Settled);
+}
+
+void ChannelColumn::ShowFunctions() {
+  auto* menu = new QMenu(this);
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setObjectName(QStringLiteral("Functions"));
+  menu->setFont(font());
+  for (int index = 0; index < dmx::kChannelFunctions; ++index) {
+    const auto function = static_cast<dmx::ChannelFunction>(index);
+    QAction* action = menu->addAction(
+        QIcon(FunctionPicture(function, Em(*this, kFunctionEms), look_.skin.text)), FunctionName(function));
+    connect(action, &QAction::triggered, this,
+            [this, function] { Q_EMIT FunctionChosen(number_, function); });
+    if (index == shown_function_) menu->setActiveAction(action);
+  }
+  menu->popup(function_->mapToGlobal(QPoint(0, function_->height())));
+}
+
+void ChannelColumn::Show(const dmx::FixtureChannel& channel, int dmx_channel) {
+  const bool on_the_wire = dmx_channel <= dmx::kUniverseChannels;
+  SetText(*counter_, on_the_wire ? QStringLiteral("DMX %1").arg(dmx_channel) : QStringLiteral("–"));
+  slider_->setEnabled(on_the_wire);
+  const int function = static_cast<int>(channel.function);
+  if (function != shown_function_) {
+    shown_function_ = function;
+    function_->setText(
+        function_->fontMetrics().elidedText(FunctionName(channel.function), Qt::ElideRight, Em(*this, 6)));
+    const int pixels = Em(*this, kFunctionEms);
+    function_->setIconSize({pixels, pixels});
+    function_->setIcon(QIcon(FunctionPicture(channel.function, pixels, look_.skin.text)));
+    const QString tip = look_.say(EditorWord::FunctionTip).arg(number_);
+    function_->setToolTip(FunctionName(channel.function) + QStringLiteral(" – ") + tip);
+  }
+  const QString label = Decode(channel.label);
+  if (label_->text() == label) return;
+  label_->setText(label);
+  label_->setCursorPosition(0);  // its beginning is what is seen of a long one
+  label_->setToolTip(label + QStringLiteral(" – ") + look_.say(EditorWord::LabelTip).arg(number_));
+}
+
+void ChannelColumn::ShowChosen(bool chosen) {
+  head_->setChecked(chosen);
+}
+
+void ChannelColumn::ShowLevel(int level) {
+  if (slider_->isSliderDown() || slider_->value() == level) return;
+  const QSignalBlocker quiet(slider_);
+  slider_->setValue(level);
+  slider_->update();
+  level_->setText(QString::number(level));
+}
+
+void ChannelColumn::ShowSlider(Slider slider) {
+  slider_->setVisible(slider == Slider::Shown);
+  level_->setVisible(slider == Slider::Shown);
+  setFixedWidth(Em(*this, kWidthEms));
+}
+
+bool ChannelColumn::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::FocusIn) Q_EMIT Chosen(number_);
+  return QWidget::eventFilter(watched, event);
+}
+
+}  // namespace ui

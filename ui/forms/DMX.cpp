@@ -1,0 +1,338 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/DMX.h"
+
+#include <QEvent>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <algorithm>
+
+#include "dmx/FixtureControls.h"
+#include "ui/forms/Dialogs.h"
+#include "ui/forms/FixtureFaders.h"
+#include "ui/forms/PatchPanel.h"
+#include "ui/forms/ScenePanel.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/LightPreview.h"
+
+namespace ui {
+namespace {
+
+constexpr double kPatchEms = 21;
+constexpr double kScenesEms = 31;
+constexpr const char* kNoScene = "You don't have any Scene";
+
+}  // namespace
+
+DMX::DMX(app::Workstation& workstation, const support::Clock& clock)
+    : EditorWindow("DMX", workstation, clock) {
+  workstation.Lights().ShowEditorLoaded();
+}
+
+QWidget* DMX::MakeBody() {
+  faders_.clear();
+  length_ = new QLabel;
+  Name(*length_, QStringLiteral("TotalLength"), {}, Word(EditorWord::TotalLengthTip));
+  Bar().addStretch(1);
+  Bar().addWidget(length_);
+  patch_ = new PatchPanel(edit_, workstation_.Editors(), Dressed(), this);
+  patch_->setFixedWidth(Em(*this, kPatchEms));
+  connect(patch_, &PatchPanel::Changed, this, &DMX::ShowDocument);
+  connect(patch_, &PatchPanel::Refused, this, &DMX::Tell);
+  connect(patch_, &PatchPanel::ChoiceChanged, this, &DMX::ShowChoice);
+  connect(patch_, &PatchPanel::LocateWanted, this, &DMX::Locate);
+  scenes_ = new ScenePanel(edit_, levels_, Dressed(), this);
+  scenes_->setFixedWidth(Em(*this, kScenesEms));
+  connect(scenes_, &ScenePanel::Changed, this, &DMX::ShowDocument);
+  connect(scenes_, &ScenePanel::StepChosen, this, &DMX::ShowStep);
+  connect(scenes_, &ScenePanel::PlayWanted, this, &DMX::Play);
+  connect(scenes_, &ScenePanel::StopWanted, this, [this] { workstation_.Lights().StopShow(); });
+  preview_ = new LightPreview(Dressed().skin);
+  Name(*preview_, QStringLiteral("Preview"), Word(EditorWord::Preview), Word(EditorWord::PreviewTip));
+  connect(preview_, &LightPreview::Chosen, this, [this](int fixture) { patch_->Choose(fixture); });
+  area_ = new QScrollArea;
+  area_->setWidgetResizable(true);
+  area_->setFrameShape(QFrame::NoFrame);
+  area_->setFocusPolicy(Qt::NoFocus);
+  Name(*area_, QStringLiteral("FaderArea"), Word(EditorWord::Fixtures));
+  strip_ = new Surface(Dressed().skin.ground);
+  auto* strip = new QHBoxLayout(strip_);
+  SetSpacingEm(*strip, 0, 0.4);
+  strip->addStretch(1);
+  hint_ = new QLabel(Word(EditorWord::EmptyHint));
+  SetTextColour(*hint_, Dressed().skin.dim);
+  SetFontEm(*hint_, 1.2);
+  strip->addWidget(hint_);
+  strip->addStretch(1);
+  area_->setWidget(strip_);
+  auto* middle = new QVBoxLayout;
+  SetSpacingEm(*middle, 0, 0.5);
+  middle->addWidget(preview_, 1);
+  middle->addWidget(area_, 3);
+  auto* body = new QWidget;
+  auto* row = new QHBoxLayout(body);
+  SetSpacingEm(*row, 0, 0.5);
+  row->addWidget(patch_);
+  row->addLayout(middle, 1);
+  row->addWidget(scenes_);
+  ReadLibrary();
+  return body;
+}
+
+void DMX::ReadLibrary() {
+  workstation_.Editors().ListFixtures(
+      [window = QPointer<DMX>(this)](std::vector<app::LibraryFixture> fixtures) {
+        if (window.isNull() || !window->IsDressed()) return;
+        window->patch_->ShowLibrary(std::move(fixtures));
+      });
+}
+
+// A fixture that was described in the meantime is there to be patched.
+void DMX::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && IsDressed()) ReadLibrary();
+  EditorWindow::changeEvent(event);
+}
+
+void DMX::ShowDocument() {
+  patch_->ShowDocument();
+  scenes_->ShowDocument();
+  ShowFaders();
+  ShowChoice();
+  preview_->Show(edit_.Now().fixtures, levels_.Now());
+  const QString length = Decode(dmx::ShowTimeText(dmx::PlayingTime(edit_.Now().scenes)));
+  SetText(*length_, Word(EditorWord::TotalLength).arg(length));
+  ShowTitle(EditorWord::ShowEditor);
+  ShowState();
+}
+
+void DMX::ShowFaders() {
+  const dmx::DMXname& fixtures = edit_.Now().fixtures;
+  auto* row = static_cast<QHBoxLayout*>(strip_->layout());
+  const auto same = [&](std::size_t place) {
+    const dmx::DMXfilename* fixture = fixtures.Item(static_cast<int>(place) + 1);
+    return fixture != nullptr && *fixture == faders_[place]->Fixture();
+  };
+  std::size_t kept = 0;
+  while (kept < faders_.size() && same(kept)) ++kept;
+  while (faders_.size() > kept) {
+    delete faders_.back();
+    faders_.pop_back();
+  }
+  for (int position = static_cast<int>(kept) + 1; position <= fixtures.count(); ++position) {
+    auto* faders = new FixtureFaders(position, *fixtures.Item(position), Dressed(), strip_);
+    connect(faders, &FixtureFaders::LevelMoved, this, &DMX::MoveLevel);
+    connect(faders, &FixtureFaders::ColourMoved, this, &DMX::MoveColour);
+    connect(faders, &FixtureFaders::DirectionMoved, this, &DMX::MoveDirection);
+    row->insertWidget(position - 1, faders);
+    ApplyBaseSize(*faders, font().pointSizeF());
+    faders->ShowLevels(levels_.Now());
+    faders_.push_back(faders);
+  }
+  hint_->setVisible(fixtures.count() == 0);
+  if (staged_ == fixtures) return;
+  staged_ = fixtures;
+  workstation_.Lights().TakePatch(fixtures);
+}
+
+void DMX::ShowChoice() {
+  const std::vector<int> chosen = patch_->Chosen();
+  for (std::size_t place = 0; place < faders_.size(); ++place) {
+    const int position = static_cast<int>(place) + 1;
+    faders_[place]->ShowChosen(std::find(chosen.begin(), chosen.end(), position) != chosen.end());
+  }
+  const auto first = chosen.empty() ? 0U : static_cast<std::size_t>(chosen.front());
+  if (first > 0 && first <= faders_.size()) BringIntoView(*faders_[first - 1]);
+}
+
+// One that is wider than the view is shown from its beginning.
+void DMX::BringIntoView(const QWidget& faders) {
+  QScrollBar& bar = *area_->horizontalScrollBar();
+  const int left = faders.x();
+  const int right = left + faders.width() - area_->viewport()->width();
+  bar.setValue(std::min(left, std::max(bar.value(), right)));
+}
+
+std::vector<int> DMX::Together(int position) const {
+  std::vector<int> chosen = patch_->Chosen();
+  const bool among = std::find(chosen.begin(), chosen.end(), position) != chosen.end();
+  return among ? chosen : std::vector<int>{position};
+}
+
+void DMX::AddMove(std::vector<app::FaderMove>& moves, int position, int channel, int level) const {
+  const int on_the_wire = edit_.Now().fixtures.Item(position)->StartChannel + channel - 1;
+  if (channel < 1 || on_the_wire < 1 || on_the_wire > dmx::kUniverseChannels) return;
+  moves.push_back({on_the_wire, static_cast<dmx::DmxLevel>(level)});
+}
+
+void DMX::MoveLevel(int position, int channel, int level) {
+  const dmx::DMXname& fixtures = edit_.Now().fixtures;
+  std::vector<app::FaderMove> moves;
+  for (const int other : Together(position)) {
+    const int same = other == position ? channel
+                                       : dmx::SameChannel(fixtures.Item(position)->Channels, channel,
+                                                          fixtures.Item(other)->Channels);
+    AddMove(moves, other, same, level);
+  }
+  Move(std::move(moves));
+}
+
+void DMX::MoveColour(int position, const QColor& colour) {
+  std::vector<app::FaderMove> moves;
+  for (const int other : Together(position)) {
+    const dmx::ColourChannels mix = dmx::ColourChannelsOf(edit_.Now().fixtures.Item(other)->Channels);
+    for (const int channel : mix.red) AddMove(moves, other, channel, colour.red());
+    for (const int channel : mix.green) AddMove(moves, other, channel, colour.green());
+    for (const int channel : mix.blue) AddMove(moves, other, channel, colour.blue());
+  }
+  Move(std::move(moves));
+}
+
+void DMX::MoveDirection(int position, int pan, int tilt) {
+  std::vector<app::FaderMove> moves;
+  for (const int other : Together(position)) {
+    const dmx::ChannelSlider& channels = edit_.Now().fixtures.Item(other)->Channels;
+    AddMove(moves, other, dmx::FirstChannel(channels, dmx::ChannelFunction::Pan), pan);
+    AddMove(moves, other, dmx::FirstChannel(channels, dmx::ChannelFunction::Tilt), tilt);
+  }
+  Move(std::move(moves));
+}
+
+void DMX::Move(std::vector<app::FaderMove> moves) {
+  for (const app::FaderMove& move : moves) levels_.Move(move.channel, move.level, clock_.Now());
+  workstation_.Lights().MoveFaders(std::move(moves));
+  for (FixtureFaders* faders : faders_) faders->ShowLevels(levels_.Now());
+  preview_->Show(edit_.Now().fixtures, levels_.Now());
+}
+
+void DMX::ShowFrame() {
+  if (!IsDressed()) return;
+  const app::LightView& view = workstation_.Lights().View();
+  if (levels_.Take(view.levels, clock_.Now())) {
+    for (FixtureFaders* faders : faders_) faders->ShowLevels(levels_.Now());
+  }
+  preview_->Show(edit_.Now().fixtures, levels_.Now());
+  ShowPlayer();
+}
+
+void DMX::ShowPlayer() {
+  const app::ShowView& show = workstation_.Lights().View().show;
+  if (show.state == dmx::ShowPlayer::State::Stopped) return scenes_->ShowPlaying({});
+  const auto tenths = std::chrono::duration_cast<dmx::Tenths>(show.position);
+  scenes_->ShowPlaying(Word(EditorWord::PlayingAt)
+                           .arg(show.place.scene)
+                           .arg(show.place.step)
+                           .arg(Decode(dmx::ShowTimeText(tenths))));
+}
+
+void DMX::ShowStep() {
+  if (workstation_.Lights().View().show.state == dmx::ShowPlayer::State::Playing) return;
+  const dmx::SceneStep* step = edit_.Step(scenes_->ChosenScene(), scenes_->ChosenStep());
+  if (step == nullptr) return;
+  std::vector<app::FaderMove> moves;
+  auto channel = edit_.Channels().begin();
+  for (const dmx::Sliders& record : step->SceneChannel) {
+    if (channel == edit_.Channels().end()) break;
+    const int level = std::clamp<int>(record.ChannelValue, 0, dmx::kHighestLevel);
+    moves.push_back({*channel++, static_cast<dmx::DmxLevel>(level)});
+  }
+  Move(std::move(moves));
+}
+
+void DMX::Play() {
+  auto plan = edit_.Plan();
+  if (!plan) return Tell(Decode(workstation_.Editors().Say(plan.Failure())));
+  std::vector<std::string> names;
+  for (const dmx::Scene& scene : edit_.Now().scenes) names.push_back(scene.SceneName);
+  app::LightDesk& lights = workstation_.Lights();
+  lights.TakePlan(std::make_shared<const dmx::ShowPlan>(std::move(plan).Value()), edit_.Now().fixtures,
+                  path_.stem().string(), std::move(names));
+  lights.PlayShow();
+  lights.SeekShow(edit_.StartOf(scenes_->ChosenScene(), scenes_->ChosenStep()));
+}
+
+void DMX::Locate(int position) {
+  QFileDialog* dialog = MakeDialog("LocateDialog", EditorWord::LocateTitle, EditorWord::Open);
+  dialog->setDirectory(TextOf(workstation_.Editors().LibraryFolder()));
+  dialog->setNameFilter(QStringLiteral("DMX Files (*.dmx)"));
+  connect(dialog, &QFileDialog::fileSelected, this, [this, position](const QString& name) {
+    workstation_.Editors().BringFixture(
+        PathOf(name),
+        [window = QPointer<DMX>(this), position](const support::Result<app::LibraryFixture>& fixture) {
+          if (window.isNull()) return;
+          if (fixture) return window->Replace(position, fixture.Value());
+          window->Tell(Decode(window->workstation_.Editors().Say(fixture.Failure())));
+        });
+  });
+  ShowDialog(*dialog, *this);
+}
+
+void DMX::Replace(int position, const app::LibraryFixture& fixture) {
+  const auto replaced =
+      edit_.ReplaceFixture(position, workstation_.Editors().FilenameOf(fixture.file), fixture.channels);
+  if (!replaced) Tell(Decode(workstation_.Editors().Say(replaced.Failure())));
+  ShowDocument();
+  ReadLibrary();
+}
+
+EditorWindow::Files DMX::FilesOf() const {
+  return {workstation_.Editors().ShowFolder(), QStringLiteral("DMX Show File (*.SHW)"), QStringLiteral("shw"),
+          Word(EditorWord::NewShowName)};
+}
+
+std::string DMX::Refusal() const {
+  return edit_.Now().scenes.count() == 0 ? kNoScene : std::string();
+}
+
+void DMX::Write(const Path& path, std::function<void(bool)> done) {
+  const auto stamp = edit_.History().Stamp();
+  edit_.Settle();
+  workstation_.Editors().SaveShow(
+      path, edit_.Now(),
+      [window = QPointer<DMX>(this), stamp, path, done](const support::Result<void>& saved) {
+        if (window.isNull()) return;
+        if (saved) {
+          window->edit_.MarkSaved(stamp);
+          window->path_ = path;
+        } else {
+          window->Tell(Decode(window->workstation_.Editors().Say(saved.Failure())));
+        }
+        window->ShowDocument();
+        done(saved.Ok());
+      });
+}
+
+void DMX::Read(const Path& path) {
+  workstation_.Editors().OpenShow(
+      path, [window = QPointer<DMX>(this), path](const support::Result<app::OpenedShow>& opened) {
+        if (window.isNull()) return;
+        if (opened) return window->Opened(opened.Value(), path);
+        window->Tell(Decode(window->workstation_.Editors().Say(opened.Failure())));
+      });
+}
+
+void DMX::Opened(const app::OpenedShow& opened, const Path& path) {
+  edit_.Begin(opened.reading.show);
+  path_ = opened.reading.ended_early ? Path() : path;
+  // What was not read, or had no place, is not in the file that is there.
+  if (opened.reading.ended_early || !opened.patch.refused.empty()) edit_.MarkUnsaved();
+  ShowDocument();
+  QStringList lines;
+  if (opened.reading.ended_early) lines += Word(EditorWord::ShowEndedEarly);
+  for (const auto* sentences : {&opened.patch.refused, &opened.patch.notes, &opened.reading.notes}) {
+    for (const std::string& sentence : *sentences) lines += Decode(sentence);
+  }
+  if (!opened.patch.missing.empty()) {
+    lines += Word(EditorWord::MissingHint);
+    patch_->Choose(opened.patch.missing.front());
+  }
+  if (!lines.isEmpty()) Tell(lines.join(QLatin1Char('\n')));
+  ShowStep();
+}
+
+void DMX::Clear() {
+  edit_.Begin({});
+}
+
+}  // namespace ui

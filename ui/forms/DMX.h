@@ -1,0 +1,80 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "dmx/ShowEdit.h"
+#include "ui/forms/EditorWindow.h"
+#include "ui/models/LevelMirror.h"
+
+class QLabel;
+class QScrollArea;
+
+namespace ui {
+
+class FixtureFaders;
+class LightPreview;
+class PatchPanel;
+class ScenePanel;
+
+/// The show editor: fixtures are patched, looks are made with their faders and recorded as steps of scenes.
+class DMX final : public EditorWindow {
+  Q_OBJECT
+
+ public:
+  DMX(app::Workstation& workstation, const support::Clock& clock);
+
+  void ShowFrame() override;
+  [[nodiscard]] bool Changed() const override { return edit_.History().Changed(); }
+  [[nodiscard]] const dmx::Show& Show() const { return edit_.Now(); }
+
+ protected:
+  [[nodiscard]] Files FilesOf() const override;
+  [[nodiscard]] QWidget* MakeBody() override;
+  void ShowDocument() override;
+  void Undo() override { edit_.Undo(); }
+  void Redo() override { edit_.Redo(); }
+  [[nodiscard]] bool CanUndo() const override { return edit_.History().CanUndo(); }
+  [[nodiscard]] bool CanRedo() const override { return edit_.History().CanRedo(); }
+  [[nodiscard]] std::string Refusal() const override;
+  [[nodiscard]] std::string Question() const override { return {}; }
+  void Write(const Path& path, std::function<void(bool)> done) override;
+  void Read(const Path& path) override;
+  void Clear() override;
+  void changeEvent(QEvent* event) override;
+
+ private:
+  void ReadLibrary();
+  void ShowFaders();
+  void ShowChoice();
+  void BringIntoView(const QWidget& faders);
+  void Opened(const app::OpenedShow& opened, const Path& path);
+  void Locate(int position);
+  void Replace(int position, const app::LibraryFixture& fixture);
+  void ShowStep();
+  void Play();
+  void ShowPlayer();
+  /// Those that move together with a fixture, itself included.
+  [[nodiscard]] std::vector<int> Together(int position) const;
+  void MoveLevel(int position, int channel, int level);
+  void MoveColour(int position, const QColor& colour);
+  void MoveDirection(int position, int pan, int tilt);
+  void Move(std::vector<app::FaderMove> moves);
+  void AddMove(std::vector<app::FaderMove>& moves, int position, int channel, int level) const;
+
+  dmx::ShowEdit edit_;
+  LevelMirror levels_;
+  dmx::DMXname staged_;  ///< fixtures as the console names them
+
+  QLabel* length_ = nullptr;
+  PatchPanel* patch_ = nullptr;
+  ScenePanel* scenes_ = nullptr;
+  LightPreview* preview_ = nullptr;
+  QScrollArea* area_ = nullptr;
+  QWidget* strip_ = nullptr;
+  QLabel* hint_ = nullptr;
+  std::vector<FixtureFaders*> faders_;
+};
+
+}  // namespace ui

@@ -1,0 +1,367 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/Library.h"
+
+#include <QHBoxLayout>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
+#include <QVBoxLayout>
+#include <algorithm>
+
+#include "dmx/FixtureProblems.h"
+#include "support/Text.h"
+#include "ui/forms/ChannelColumn.h"
+#include "ui/forms/PresetPanel.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/QuietCombo.h"
+#include "ui/widgets/StepButton.h"
+
+namespace ui {
+namespace {
+
+constexpr double kSliderEms = 26;  ///< of a column with its slider
+constexpr double kFlatEms = 12;    ///< and without
+
+QString FixtureLabel(int counter, int number) {
+  switch (counter) {
+    case 0:
+      return QStringLiteral("Tilt Angle: %1°").arg(number);
+    case 1:
+      return QStringLiteral("Pan Angle: %1°").arg(number);
+    case 2:
+      return QStringLiteral("Beam Angle: %1°").arg(number);
+    default:
+      return QStringLiteral("Channels: %1").arg(number);
+  }
+}
+
+}  // namespace
+
+Library::Library(app::Workstation& workstation, const support::Clock& clock)
+    : EditorWindow("Library", workstation, clock) {
+  workstation.Lights().FixtureEditorLoaded();
+}
+
+QWidget* Library::MakeBody() {
+  MakeTools();
+  presets_ = new PresetPanel(edit_, Dressed(), this);
+  connect(presets_, &PresetPanel::Changed, this, &Library::ShowDocument);
+  connect(presets_, &PresetPanel::LevelWanted, this, &Library::MoveFader);
+  auto* below = new QHBoxLayout;
+  SetSpacingEm(*below, 0, 0.5);
+  below->addWidget(presets_, 3);
+  below->addWidget(MakeProblems(), 1);
+  auto* body = new QWidget;
+  auto* rows = new QVBoxLayout(body);
+  SetSpacingEm(*rows, 0, 0.5);
+  rows->addWidget(MakeHead());
+  rows->addWidget(MakeChannels(), 5);
+  rows->addLayout(below, 5);
+  columns_.clear();
+  text1_->setFocus();
+  return body;
+}
+
+void Library::MakeTools() {
+  auto* caption = new QLabel(Word(EditorWord::StartChannel));
+  SetTextColour(*caption, Dressed().skin.dim);
+  start_ = new QLineEdit(QString::number(start_channel_));
+  start_->setValidator(new QIntValidator(1, dmx::kUniverseChannels, start_));
+  start_->setFixedWidth(Em(*this, 5));
+  Name(*start_, QStringLiteral("StartChannel"), Word(EditorWord::StartChannel),
+       Word(EditorWord::StartChannelTip));
+  connect(start_, &QLineEdit::textChanged, this, [this](const QString& text) {
+    start_channel_ = std::clamp(text.toInt(), 1, dmx::kUniverseChannels);
+    ShowSliders();
+  });
+  toggle_ = new QPushButton;
+  SetKind(*toggle_, "plain");
+  Name(*toggle_, QStringLiteral("ShowSliders"), Word(EditorWord::SlidersTip), Word(EditorWord::SlidersTip));
+  connect(toggle_, &QPushButton::clicked, this, &Library::ToggleSliders);
+  Bar().addStretch(1);
+  Bar().addWidget(caption);
+  Bar().addWidget(start_);
+  Bar().addWidget(toggle_);
+}
+
+QWidget* Library::MakeHead() {
+  auto* caption = new QLabel(Word(EditorWord::Name));
+  SetTextColour(*caption, Dressed().skin.dim);
+  text1_ = new QLineEdit;
+  Name(*text1_, QStringLiteral("Text1"), Word(EditorWord::FixtureNameTip), Word(EditorWord::FixtureNameTip));
+  connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    edit_.SetName(text.toStdString());
+    ShowDocument();
+  });
+  connect(text1_, &QLineEdit::editingFinished, this, [this] { edit_.History().Settle(); });
+  type_ = new QuietCombo(Dressed().skin);
+  type_->setPlaceholderText(QStringLiteral("Type:"));
+  Name(*type_, QStringLiteral("Type"), Word(EditorWord::TypeTip), Word(EditorWord::TypeTip));
+  for (const auto type :
+       {dmx::FixtureType::MovingHead, dmx::FixtureType::Scanner, dmx::FixtureType::ColorChanger})
+    type_->addItem(QStringLiteral("Type: ") + Decode(dmx::TypeText(type)), static_cast<int>(type));
+  connect(type_, &QComboBox::currentIndexChanged, this, [this](int index) {
+    if (index < 0) return;
+    edit_.SetType(static_cast<dmx::FixtureType>(type_->itemData(index).toInt()));
+    ShowDocument();
+  });
+  auto* head = new Surface(Dressed().skin.panel);
+  auto* row = new QHBoxLayout(head);
+  SetSpacingEm(*row, 0.6, 0.6);
+  row->addWidget(caption);
+  row->addWidget(text1_, 1);
+  row->addWidget(type_);
+  for (const Counter counter : {Counter::Tilt, Counter::Pan, Counter::Beam, Counter::Channels})
+    row->addWidget(MakeCounter(counter));
+  return head;
+}
+
+QWidget* Library::MakeCounter(Counter counter) {
+  const int number = static_cast<int>(counter);
+  auto* label = new QLabel;
+  static constexpr const char* kNames[] = {"Tilt", "Pan", "Beam", "Channels"};
+  Name(*label, QLatin1String(kNames[number]) + QStringLiteral("Text"), {});
+  label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  SetWidest(*label, FixtureLabel(number, counter == Counter::Channels ? 512 : 360));
+  counters_[static_cast<std::size_t>(number)] = label;
+  auto* box = new QWidget;
+  auto* row = new QHBoxLayout(box);
+  SetSpacingEm(*row, 0, 0.3);
+  row->addWidget(label);
+  const struct {
+    const char* part;
+    EditorWord sign;
+    EditorWord tip;
+    int by;
+  } steps[] = {{"Up", EditorWord::UpSign, EditorWord::CounterUpTip, 1},
+               {"Down", EditorWord::DownSign, EditorWord::CounterDownTip, -1}};
+  for (const auto& step : steps) {
+    const int timer = 2 * number + (step.by > 0 ? 1 : 2);
+    auto* button = new StepButton(Word(step.sign), QStringLiteral("tmrCommand%1").arg(timer));
+    const QString tip = Word(step.tip).arg(FixtureLabel(number, 0).section(QLatin1Char(':'), 0, 0));
+    Name(*button, QLatin1String(kNames[number]) + QLatin1String(step.part), tip, tip);
+    connect(button, &StepButton::Stepped, this, [this, counter, by = step.by] { Step(counter, by); });
+    connect(button, &StepButton::Released, this, [this] { edit_.History().Settle(); });
+    row->addWidget(button);
+  }
+  return box;
+}
+
+QWidget* Library::MakeChannels() {
+  auto* area = new QScrollArea;
+  area->setWidgetResizable(true);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setFocusPolicy(Qt::NoFocus);
+  Name(*area, QStringLiteral("ChannelArea"), Word(EditorWord::Channels));
+  strip_ = new Surface(Dressed().skin.panel);
+  auto* row = new QHBoxLayout(strip_);
+  SetSpacingEm(*row, 0.4, 0.3);
+  row->addStretch(1);
+  area->setWidget(strip_);
+  channels_ = area;
+  return area;
+}
+
+QWidget* Library::MakeProblems() {
+  problem_box_ = new Surface(Dressed().skin.panel);
+  problem_head_ = new QLabel;
+  Name(*problem_head_, QStringLiteral("ProblemHead"), {});
+  SetFontEm(*problem_head_, 1.1, Weight::Bold);
+  SetTextColour(*problem_head_, Dressed().skin.warning);
+  problems_ = new QPlainTextEdit;
+  problems_->setReadOnly(true);
+  problems_->setTabChangesFocus(true);
+  Name(*problems_, QStringLiteral("Problems"), Word(EditorWord::Problems), Word(EditorWord::ProblemsTip));
+  auto* rows = new QVBoxLayout(problem_box_);
+  SetSpacingEm(*rows, 0.6, 0.4);
+  rows->addWidget(problem_head_);
+  rows->addWidget(problems_, 1);
+  return problem_box_;
+}
+
+void Library::Step(Counter counter, int by) {
+  if (counter == Counter::Channels) {
+    edit_.SetChannels(edit_.Now().channels.count() + by);
+  } else {
+    const auto angle = static_cast<dmx::FixtureEdit::Angle>(counter);
+    edit_.SetAngle(angle, edit_.AngleOf(angle) + by);
+  }
+  ShowDocument();
+}
+
+void Library::ToggleSliders() {
+  sliders_shown_ = !sliders_shown_;
+  ShowSliders();
+}
+
+ChannelColumn* Library::MakeColumn(int number) {
+  auto* column = new ChannelColumn(number, Dressed(), strip_);
+  connect(column, &ChannelColumn::Chosen, this, &Library::ChooseChannel);
+  connect(column, &ChannelColumn::LevelMoved, this, &Library::MoveFader);
+  connect(column, &ChannelColumn::FunctionChosen, this, [this](int channel, dmx::ChannelFunction function) {
+    edit_.SetFunction(channel, function);
+    ShowDocument();
+  });
+  connect(column, &ChannelColumn::Labelled, this, [this](int channel, const QString& label) {
+    edit_.SetLabel(channel, label.toStdString());
+    ShowDocument();
+  });
+  connect(column, &ChannelColumn::Settled, this, [this] { edit_.History().Settle(); });
+  return column;
+}
+
+void Library::CreateSliders() {
+  const auto count = static_cast<std::size_t>(edit_.Now().channels.count());
+  auto* row = static_cast<QHBoxLayout*>(strip_->layout());
+  while (columns_.size() > count) {
+    delete columns_.back();
+    columns_.pop_back();
+  }
+  while (columns_.size() < count) {
+    ChannelColumn* column = MakeColumn(static_cast<int>(columns_.size()) + 1);
+    row->insertWidget(static_cast<int>(columns_.size()), column);
+    ApplyBaseSize(*column, font().pointSizeF());
+    column->ShowSlider(sliders_shown_ ? ChannelColumn::Slider::Shown : ChannelColumn::Slider::Hidden);
+    columns_.push_back(column);
+  }
+  ShowSliders();
+}
+
+void Library::ShowSliders() {
+  toggle_->setText(sliders_shown_ ? QStringLiteral("Hide Sliders") : QStringLiteral("Show Sliders"));
+  channels_->setMinimumHeight(Em(*this, sliders_shown_ ? kSliderEms * 0.72 : kFlatEms));
+  channels_->setMaximumHeight(sliders_shown_ ? QWIDGETSIZE_MAX : Em(*this, kFlatEms));
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const int number = static_cast<int>(i) + 1;
+    const dmx::FixtureChannel* channel = edit_.Now().channels.Item(number);
+    if (channel == nullptr) return;
+    const int on_the_wire = DmxChannel(number);
+    columns_[i]->ShowSlider(sliders_shown_ ? ChannelColumn::Slider::Shown : ChannelColumn::Slider::Hidden);
+    columns_[i]->Show(*channel, on_the_wire);
+    if (on_the_wire <= dmx::kUniverseChannels) columns_[i]->ShowLevel(levels_.At(on_the_wire));
+    columns_[i]->ShowChosen(number == channel_);
+  }
+}
+
+void Library::ChooseChannel(int channel) {
+  channel_ = channel;
+  for (std::size_t i = 0; i < columns_.size(); ++i)
+    columns_[i]->ShowChosen(static_cast<int>(i) + 1 == channel);
+  presets_->ShowChannel(channel);
+}
+
+void Library::MoveFader(int channel, int level) {
+  const int on_the_wire = DmxChannel(channel);
+  if (on_the_wire > dmx::kUniverseChannels) return;
+  levels_.Move(on_the_wire, static_cast<dmx::DmxLevel>(level), clock_.Now());
+  workstation_.Lights().MoveFader(on_the_wire, static_cast<dmx::DmxLevel>(level));
+  columns_[static_cast<std::size_t>(channel - 1)]->ShowLevel(level);
+}
+
+void Library::ShowFrame() {
+  if (!IsDressed() || !levels_.Take(workstation_.Lights().View().levels, clock_.Now())) return;
+  for (std::size_t i = 0; i < columns_.size(); ++i) {
+    const int on_the_wire = DmxChannel(static_cast<int>(i) + 1);
+    if (on_the_wire <= dmx::kUniverseChannels) columns_[i]->ShowLevel(levels_.At(on_the_wire));
+  }
+}
+
+void Library::ShowDocument() {
+  const dmx::Fixture& fixture = edit_.Now();
+  const QString name = Decode(fixture.name);
+  if (text1_->text() != name) text1_->setText(name);
+  {
+    const QSignalBlocker quiet(type_);
+    type_->setCurrentIndex(type_->findData(static_cast<int>(fixture.type)));
+    type_->update();
+  }
+  ShowCounters();
+  CreateSliders();
+  const int count = fixture.channels.count();
+  channel_ = count == 0 ? 0 : std::clamp(channel_, 1, count);
+  ChooseChannel(channel_);
+  ShowProblems();
+  ShowTitle(EditorWord::Library);
+  ShowState();
+}
+
+void Library::ShowCounters() {
+  const dmx::Fixture& fixture = edit_.Now();
+  const int numbers[] = {fixture.tilt_angle, fixture.pan_angle, fixture.beam_angle, fixture.channels.count()};
+  for (int counter = 0; counter < kCounters; ++counter)
+    SetText(*counters_[static_cast<std::size_t>(counter)], FixtureLabel(counter, numbers[counter]));
+}
+
+void Library::ShowProblems() {
+  const auto problems = dmx::FixtureProblems(edit_.Now());
+  SetText(*problem_head_, Word(EditorWord::ProblemCount).arg(problems.size()));
+  QStringList lines;
+  for (const std::string& problem : problems) lines += Decode(problem);
+  const QString text = lines.join(QLatin1Char('\n'));
+  if (problems_->toPlainText() != text) problems_->setPlainText(text);
+  problem_box_->setVisible(!problems.empty());
+}
+
+EditorWindow::Files Library::FilesOf() const {
+  return {workstation_.Editors().LibraryFolder(), QStringLiteral("DMX Files (*.dmx)"), QStringLiteral("dmx"),
+          Decode(edit_.Now().name)};
+}
+
+std::string Library::Refusal() const {
+  return edit_.Now().name.empty() ? dmx::kFixtureNeedsName : std::string();
+}
+
+std::string Library::Question() const {
+  return dmx::FixtureQuestion(dmx::FixtureProblems(edit_.Now()));
+}
+
+void Library::Write(const Path& path, std::function<void(bool)> done) {
+  const auto stamp = edit_.History().Stamp();
+  edit_.History().Settle();
+  workstation_.Editors().SaveFixture(
+      path, edit_.Now(),
+      [window = QPointer<Library>(this), stamp, path, done](const support::Result<void>& saved) {
+        if (window.isNull()) return;
+        if (saved) {
+          window->edit_.History().MarkSaved(stamp);
+          window->path_ = path;
+        } else {
+          window->Tell(Decode(window->workstation_.Editors().Say(saved.Failure())));
+        }
+        window->ShowDocument();
+        done(saved.Ok());
+      });
+}
+
+void Library::Read(const Path& path) {
+  workstation_.Editors().OpenFixture(
+      path, [window = QPointer<Library>(this), path](const support::Result<dmx::FixtureReading>& reading) {
+        if (window.isNull()) return;
+        if (reading) return window->Opened(reading.Value(), path);
+        window->Tell(Decode(window->workstation_.Editors().Say(reading.Failure())));
+      });
+}
+
+void Library::Opened(const dmx::FixtureReading& reading, const Path& path) {
+  edit_.History().Begin(reading.fixture);
+  path_ = path;
+  channel_ = 1;
+  ShowDocument();
+  QStringList lines;
+  if (reading.ended_early) lines += Word(EditorWord::EndedEarly);
+  for (const std::string& note : reading.notes) lines += Decode(note);
+  if (!lines.isEmpty()) Tell(lines.join(QLatin1Char('\n')));
+}
+
+void Library::Clear() {
+  edit_.History().Begin({});
+  channel_ = 1;
+}
+
+}  // namespace ui

@@ -1,0 +1,88 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <vector>
+
+#include "dmx/FixtureEdit.h"
+#include "ui/forms/EditorWindow.h"
+#include "ui/models/LevelMirror.h"
+
+class QComboBox;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+
+namespace ui {
+
+class ChannelColumn;
+class PresetPanel;
+
+/// The fixture editor: describes one kind of light, channel by channel, and tries it on the lamp itself.
+class Library final : public EditorWindow {
+  Q_OBJECT
+
+ public:
+  Library(app::Workstation& workstation, const support::Clock& clock);
+
+  void ShowFrame() override;
+  [[nodiscard]] bool Changed() const override { return edit_.History().Changed(); }
+
+ protected:
+  [[nodiscard]] Files FilesOf() const override;
+  [[nodiscard]] QWidget* MakeBody() override;
+  void ShowDocument() override;
+  void Undo() override { edit_.History().Undo(); }
+  void Redo() override { edit_.History().Redo(); }
+  [[nodiscard]] bool CanUndo() const override { return edit_.History().CanUndo(); }
+  [[nodiscard]] bool CanRedo() const override { return edit_.History().CanRedo(); }
+  [[nodiscard]] std::string Refusal() const override;
+  [[nodiscard]] std::string Question() const override;
+  void Write(const Path& path, std::function<void(bool)> done) override;
+  void Read(const Path& path) override;
+  void Clear() override;
+
+ private:
+  enum class Counter { Tilt, Pan, Beam, Channels };
+  static constexpr int kCounters = 4;
+
+  QWidget* MakeHead();
+  QWidget* MakeCounter(Counter counter);
+  QWidget* MakeChannels();
+  QWidget* MakeProblems();
+  void MakeTools();
+  void Step(Counter counter, int by);
+  void ToggleSliders();
+  /// One column a channel; those that are there stay.
+  void CreateSliders();
+  ChannelColumn* MakeColumn(int number);
+  void ShowSliders();
+  void ChooseChannel(int channel);
+  void MoveFader(int channel, int level);
+  [[nodiscard]] int DmxChannel(int channel) const { return start_channel_ + channel - 1; }
+  void ShowCounters();
+  void ShowProblems();
+  void Opened(const dmx::FixtureReading& reading, const Path& path);
+
+  dmx::FixtureEdit edit_;
+  LevelMirror levels_;
+  int start_channel_ = 1;  ///< where on the universe the fixture is tried
+  int channel_ = 1;        ///< whose presets are shown
+  bool sliders_shown_ = true;
+
+  QLineEdit* text1_ = nullptr;
+  QComboBox* type_ = nullptr;
+  std::array<QLabel*, kCounters> counters_{};
+  QPushButton* toggle_ = nullptr;
+  QLineEdit* start_ = nullptr;
+  QWidget* strip_ = nullptr;
+  QWidget* channels_ = nullptr;
+  std::vector<ChannelColumn*> columns_;
+  PresetPanel* presets_ = nullptr;
+  QWidget* problem_box_ = nullptr;
+  QLabel* problem_head_ = nullptr;
+  QPlainTextEdit* problems_ = nullptr;
+};
+
+}  // namespace ui

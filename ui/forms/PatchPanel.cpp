@@ -1,0 +1,200 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/PatchPanel.h"
+
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QIntValidator>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QTableWidget>
+#include <QVBoxLayout>
+#include <algorithm>
+#include <set>
+
+#include "ui/forms/FixtureFaders.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+constexpr double kPatchRowEms = 2;
+
+}  // namespace
+
+PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), edit_(edit), desk_(desk), look_(look) {
+  setObjectName(QStringLiteral("Patch"));
+  auto* head = new QLabel(look.say(EditorWord::Fixtures));
+  SetFontEm(*head, 1.1, Weight::Bold);
+  MakeLibrary();
+  MakeList();
+  auto* caption = new QLabel(look.say(EditorWord::FromChannel));
+  SetTextColour(*caption, look.skin.dim);
+  auto* start = new QHBoxLayout;
+  SetSpacingEm(*start, 0, 0.4);
+  start->addWidget(caption, 1);
+  start->addWidget(start_);
+  start->addWidget(patch_);
+  auto* change = new QHBoxLayout;
+  SetSpacingEm(*change, 0, 0.4);
+  change->addWidget(move_, 1);
+  change->addWidget(remove_, 1);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0.6, 0.4);
+  rows->addWidget(head);
+  rows->addWidget(library_);
+  rows->addLayout(start);
+  rows->addWidget(list_, 1);
+  rows->addLayout(change);
+  rows->addWidget(locate_);
+}
+
+void PatchPanel::MakeLibrary() {
+  library_ = new QuietCombo(look_.skin);
+  library_->setPlaceholderText(look_.say(EditorWord::LibraryEmpty));
+  Name(*library_, QStringLiteral("LibraryList"), look_.say(EditorWord::LibraryList),
+       look_.say(EditorWord::LibraryListTip));
+  connect(library_, &QComboBox::currentIndexChanged, this, &PatchPanel::SuggestStart);
+  start_ = new QLineEdit;
+  start_->setValidator(new QIntValidator(0, 9999, start_));  // what does not fit is refused in words
+  start_->setFixedWidth(Em(*this, 4));
+  Name(*start_, QStringLiteral("PatchStart"), look_.say(EditorWord::FromChannel),
+       look_.say(EditorWord::FromChannelTip));
+  patch_ = MakeButton("PatchFixture", EditorWord::Patch, EditorWord::PatchTip, &PatchPanel::PatchChosen);
+  connect(start_, &QLineEdit::returnPressed, this, &PatchPanel::PatchChosen);
+}
+
+void PatchPanel::MakeList() {
+  list_ = new QTableWidget(0, 3);
+  list_->verticalHeader()->hide();
+  list_->horizontalHeader()->hide();
+  list_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
+  list_->horizontalHeader()->setStretchLastSection(true);
+  list_->setShowGrid(false);
+  list_->setWordWrap(false);
+  list_->setTabKeyNavigation(false);
+  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
+  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
+  list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
+  Name(*list_, QStringLiteral("PatchList"), look_.say(EditorWord::Fixtures),
+       look_.say(EditorWord::PatchListTip));
+  connect(list_, &QTableWidget::itemSelectionChanged, this, [this] {
+    ShowButtons();
+    Q_EMIT ChoiceChanged();
+  });
+  move_ = MakeButton("MoveFixture", EditorWord::Move, EditorWord::MoveFixtureTip, &PatchPanel::MoveChosen);
+  remove_ = MakeButton("RemoveFixture", EditorWord::Remove, EditorWord::RemoveFixtureTip,
+                       &PatchPanel::RemoveChosen);
+  locate_ = MakeButton("LocateFixture", EditorWord::Locate, EditorWord::LocateTip, &PatchPanel::Locate);
+}
+
+QPushButton* PatchPanel::MakeButton(const char* name, EditorWord caption, EditorWord tip,
+                                    void (PatchPanel::*act)()) {
+  auto* button = new QPushButton(look_.say(caption));
+  SetKind(*button, "plain");
+  Name(*button, QLatin1String(name), look_.say(tip), look_.say(tip));
+  connect(button, &QPushButton::clicked, this, act);
+  return button;
+}
+
+void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {
+  const QString chosen = library_->currentText();
+  fixtures_ = std::move(fixtures);
+  const QSignalBlocker quiet(library_);
+  library_->clear();
+  for (const app::LibraryFixture& fixture : fixtures_) {
+    QString name = Decode(fixture.file);
+    name.chop(4);
+    library_->addItem(name);
+  }
+  const int row = library_->findText(chosen);
+  library_->setCurrentIndex(row < 0 && !fixtures_.empty() ? 0 : row);
+  patch_->setEnabled(!fixtures_.empty());
+  SuggestStart();
+}
+
+void PatchPanel::SuggestStart() {
+  const int row = library_->currentIndex();
+  if (row < 0) return;
+  const int count = fixtures_[static_cast<std::size_t>(row)].channels.count();
+  const int start = edit_.Patched().SuggestStart(count);
+  start_->setText(QString::number(std::max(start, 1)));
+}
+
+void PatchPanel::ShowDocument() {
+  const std::vector<int> chosen = Chosen();
+  const QSignalBlocker quiet(list_);
+  list_->clearSelection();
+  list_->setRowCount(edit_.Now().fixtures.count());
+  int row = 0;
+  for (const dmx::DMXfilename& fixture : edit_.Now().fixtures) {
+    const bool missing = fixture.Channels.count() == 0;
+    const QString title = FixtureTitle(fixture) + (missing ? QStringLiteral("  ⚠") : QString());
+    const QString texts[] = {QString::number(row + 1), FixtureChannels(fixture), title};
+    for (int column = 0; column < 3; ++column) {
+      auto* cell = new QTableWidgetItem(texts[column]);
+      if (missing) cell->setForeground(look_.skin.warning);
+      cell->setToolTip(missing ? look_.say(EditorWord::MissingFile) : title);
+      list_->setItem(row, column, cell);
+      cell->setSelected(std::find(chosen.begin(), chosen.end(), row + 1) != chosen.end());
+    }
+    list_->setRowHeight(row++, Em(*this, kPatchRowEms));
+  }
+  SuggestStart();
+  ShowButtons();
+}
+
+std::vector<int> PatchPanel::Chosen() const {
+  std::set<int> rows;
+  for (const QTableWidgetItem* item : list_->selectedItems()) rows.insert(item->row() + 1);
+  return {rows.begin(), rows.end()};
+}
+
+void PatchPanel::Choose(int position) {
+  list_->clearSelection();
+  list_->selectRow(position - 1);
+}
+
+void PatchPanel::ShowButtons() {
+  const std::vector<int> chosen = Chosen();
+  move_->setEnabled(chosen.size() == 1);
+  remove_->setEnabled(!chosen.empty());
+  const dmx::DMXfilename* one = chosen.size() == 1 ? edit_.Now().fixtures.Item(chosen.front()) : nullptr;
+  const bool missing = one != nullptr && one->Channels.count() == 0;
+  locate_->setVisible(missing);
+}
+
+void PatchPanel::Finish(const support::Result<void>& result) {
+  if (!result) Q_EMIT Refused(Decode(result.Failure().text));
+  Q_EMIT Changed();
+}
+
+void PatchPanel::PatchChosen() {
+  const int row = library_->currentIndex();
+  if (row < 0) return;
+  const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
+  const auto start = static_cast<std::int16_t>(start_->text().toInt());
+  Finish(edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels}));
+}
+
+void PatchPanel::MoveChosen() {
+  const std::vector<int> chosen = Chosen();
+  if (chosen.size() == 1) Finish(edit_.MoveFixture(chosen.front(), start_->text().toInt()));
+}
+
+void PatchPanel::RemoveChosen() {
+  const std::vector<int> chosen = Chosen();
+  list_->clearSelection();
+  for (auto position = chosen.rbegin(); position != chosen.rend(); ++position) edit_.RemoveFixture(*position);
+  Q_EMIT Changed();
+}
+
+void PatchPanel::Locate() {
+  const std::vector<int> chosen = Chosen();
+  if (chosen.size() == 1) Q_EMIT LocateWanted(chosen.front());
+}
+
+}  // namespace ui

@@ -1,0 +1,65 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <vector>
+
+#include "app/EditorDesk.h"
+#include "dmx/ShowEdit.h"
+#include "ui/strings/EditorWords.h"
+#include "ui/widgets/Look.h"
+#include "ui/widgets/Surface.h"
+
+class QComboBox;
+class QLineEdit;
+class QPushButton;
+class QTableWidget;
+
+namespace ui {
+
+/// Which fixtures a show has, and where they lie on the universe.
+class PatchPanel final : public Surface {
+  Q_OBJECT
+
+ public:
+  PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent = nullptr);
+
+  void ShowLibrary(std::vector<app::LibraryFixture> fixtures);
+  void ShowDocument();
+  /// Positions in the show, from 1, in order.
+  [[nodiscard]] std::vector<int> Chosen() const;
+  void Choose(int position);
+
+ Q_SIGNALS:
+  /// The show has other fixtures.
+  void Changed();
+  void Refused(const QString& why);
+  void ChoiceChanged();
+  void LocateWanted(int position);
+
+ private:
+  QPushButton* MakeButton(const char* name, EditorWord caption, EditorWord tip, void (PatchPanel::*act)());
+  void MakeLibrary();
+  void MakeList();
+  void SuggestStart();
+  void ShowButtons();
+  void PatchChosen();
+  void MoveChosen();
+  void RemoveChosen();
+  void Locate();
+  void Finish(const support::Result<void>& result);
+
+  dmx::ShowEdit& edit_;
+  app::EditorDesk& desk_;
+  const Look& look_;
+  std::vector<app::LibraryFixture> fixtures_;
+  QComboBox* library_ = nullptr;
+  QLineEdit* start_ = nullptr;
+  QTableWidget* list_ = nullptr;
+  QPushButton* patch_ = nullptr;
+  QPushButton* move_ = nullptr;
+  QPushButton* remove_ = nullptr;
+  QPushButton* locate_ = nullptr;
+};
+
+}  // namespace ui
