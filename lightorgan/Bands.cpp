@@ -21,7 +21,7 @@ constexpr float kTrebleRelease = 0.12F;
 // A tone of -54 dB below full scale, spread over its bin and the neighbours.
 constexpr float kSilence = 0.002F;
 constexpr float kDark = 0.01F;
-constexpr float kNoise = 3e-5F;  // -90 dB in a bin: what decoders and 16 bits leave
+constexpr float kNoise = 3e-5F;      // -90 dB in a bin: what decoders and 16 bits leave
 constexpr float kLeakageMargin = 2;  // near both ends the mirrored tone leaks as well
 
 /// How much of a tone in one bin a Hann window shows so many bins away, at most: 1 / (pi e (e^2 - 1)), e

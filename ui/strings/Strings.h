@@ -286,6 +286,10 @@ enum class Say : int {
   FixtureEditorTip,
   ShowEditor,
   ShowEditorTip,
+  DmxSends,
+  DmxNoBox,
+  DmxDark,
+  DmxTip,
   // Equaliser
   EqCurve = 2500,
   EqCurveTip,

@@ -207,6 +207,24 @@ TEST_F(ConsoleTest, TheSwitchOpensAndClosesTheInterface) {
   EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("20 frames a second, 14 packets each"));
 }
 
+TEST_F(ConsoleTest, EveryPageTellsWhetherTheLampsAreReached) {
+  OpenConsole();
+  Press(Qt::Key_1, Qt::ControlModifier);
+  wire.status = {
+      dmx::DmxInterfaceStatus::State::Searching, 0, {}, 0, "None.", {support::Sentence::NoBox, {}}};
+  Settle();
+  EXPECT_EQ(TextOf("DmxState"), QStringLiteral("DMX: no box"));
+  EXPECT_EQ(Find<QLabel>("DmxState").toolTip(), QStringLiteral("No K8062 is plugged in."));
+  wire.status = {dmx::DmxInterfaceStatus::State::Sending, 14, {}, 0, "", {}};
+  Settle();
+  EXPECT_EQ(TextOf("DmxState"), QStringLiteral("DMX"));
+  Press(Qt::Key_B, Qt::ControlModifier);
+  EXPECT_EQ(TextOf("DmxState"), QStringLiteral("DMX: blackout"));
+  Lights().TurnOutput(app::LightDesk::Output::Off);
+  Settle();
+  EXPECT_FALSE(Find<QLabel>("DmxState").isVisible());
+}
+
 TEST_F(ConsoleTest, BlackoutAndMasterDarkenTheWireAndNoFader) {
   OpenConsole();
   Type(Fader(1), "200");
