@@ -16,18 +16,18 @@ constexpr unsigned kRiceEscape = 20;
 constexpr int kWholeInt = 32;
 
 /// 0, -1, 1, -2 ... as 0, 1, 2, 3 ...
-std::uint64_t Folded(std::int64_t value) {
+std::uint64_t ZigZag(std::int64_t value) {
   return (static_cast<std::uint64_t>(value) << 1) ^ static_cast<std::uint64_t>(value >> 63);
 }
 
-std::int64_t Unfolded(std::uint64_t folded) {
+std::int64_t UnZigZag(std::uint64_t folded) {
   return static_cast<std::int64_t>(folded >> 1) ^ -static_cast<std::int64_t>(folded & 1);
 }
 
 /// About the binary logarithm of the mean.
 int RiceWidth(const std::vector<int>& values, std::size_t from, std::size_t to) {
   std::uint64_t sum = 0;
-  for (std::size_t i = from; i < to; ++i) sum += Folded(values[i]);
+  for (std::size_t i = from; i < to; ++i) sum += ZigZag(values[i]);
   const std::uint64_t mean = sum / (to - from);
   return std::min(static_cast<int>(std::bit_width(mean)), (1 << kRiceWidthBits) - 1);
 }
@@ -50,7 +50,7 @@ void BitWriter::WriteReal(double value) {
 }
 
 void BitWriter::WriteSigned(std::int64_t value) {
-  const std::uint64_t folded = Folded(value);
+  const std::uint64_t folded = ZigZag(value);
   const int bits = static_cast<int>(std::bit_width(folded));
   WriteBits(static_cast<std::uint64_t>(bits), 7);
   WriteBits(folded, bits);
@@ -62,7 +62,7 @@ void BitWriter::WriteSmall(const std::vector<int>& values) {
     const int width = RiceWidth(values, from, to);
     WriteBits(static_cast<std::uint64_t>(width), kRiceWidthBits);
     for (std::size_t i = from; i < to; ++i) {
-      const std::uint64_t folded = Folded(values[i]);
+      const std::uint64_t folded = ZigZag(values[i]);
       const std::uint64_t ones = std::min<std::uint64_t>(folded >> width, kRiceEscape);
       WriteBits((1ULL << ones) - 1, static_cast<int>(ones));
       if (ones == kRiceEscape) {
@@ -99,7 +99,7 @@ double BitReader::ReadReal() {
 }
 
 std::int64_t BitReader::ReadSigned() {
-  return Unfolded(ReadBits(static_cast<int>(ReadBits(7))));
+  return UnZigZag(ReadBits(static_cast<int>(ReadBits(7))));
 }
 
 std::vector<int> BitReader::ReadSmall(std::size_t count) {
@@ -115,7 +115,7 @@ std::vector<int> BitReader::ReadSmall(std::size_t count) {
     const std::uint64_t folded = ones == kRiceEscape
                                      ? ReadBits(kWholeInt + 1)
                                      : (static_cast<std::uint64_t>(ones) << width) | ReadBits(width);
-    const std::int64_t value = Unfolded(folded);
+    const std::int64_t value = UnZigZag(folded);
     good_ = good_ && value >= std::numeric_limits<int>::min() && value <= std::numeric_limits<int>::max();
     values.push_back(good_ ? static_cast<int>(value) : 0);
   }
