@@ -68,6 +68,14 @@ SongDesk& Workstation::Songs() {
   return parts_->songs;
 }
 
+BatchDesk& Workstation::Batch() {
+  return parts_->batch;
+}
+
+void Workstation::StartBatch(const std::vector<std::string>& files) {
+  parts_->batch.Start(files, std::clamp(parts_->settings.Number("Settings", "GainPercent"), 0, 100));
+}
+
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
   parts_->prompts = prompts;
   parts_->help = help;
@@ -167,9 +175,15 @@ void Workstation::SetMainVolume(int main_volume) {
 
 void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                                       const catalogue::FileMarks& marks) {
-  if (FillIn(catalogue, filename, analysis, marks)) index.Save(catalogue);
-  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
+  if (FillRows(filename, analysis, marks)) index.Save(catalogue);
   WriteTag(filename);
+}
+
+bool Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                                  const catalogue::FileMarks& marks) {
+  const bool filled = FillIn(catalogue, filename, analysis, marks);
+  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
+  return filled;
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {

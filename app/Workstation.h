@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/BatchDesk.h"
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
 #include "app/OrganDesk.h"
@@ -232,6 +233,9 @@ class Workstation {
   [[nodiscard]] LightDesk& Lights();
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
+  /// The analysis of many files.
+  [[nodiscard]] BatchDesk& Batch();
+  void StartBatch(const std::vector<std::string>& files);
 
   // Tables. Rows are appended, removed and moved by catalogue/RowMoves.h; the lists are not saved by it.
   [[nodiscard]] catalogue::track_table& Catalogue();

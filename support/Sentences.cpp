@@ -55,6 +55,9 @@ constexpr Row kRows[] = {
      "De voorinstelling \"%1\" kon niet worden verwijderd: %2"},
     {Sentence::PresetNeedsName, "A preset needs a name of one line.",
      "Een voorinstelling heeft een naam van één regel nodig."},
+    {Sentence::FileNotAnalysed, "%1 was left out: it is not there, or holds no sound that can be read.",
+     "%1 is overgeslagen: het is er niet, of bevat geen leesbaar geluid."},
+
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",
      "\"%1\" is een MIDI-karaokenummer, dat niet in de muziekcatalogus hoort."},

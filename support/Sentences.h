@@ -32,6 +32,7 @@ enum class Sentence : int {
   PresetNotSaved,
   PresetNotDeleted,
   PresetNeedsName,
+  FileNotAnalysed,
 
   KaraokeSongInMusic = 201,
   IndexMissing,
