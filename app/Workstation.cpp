@@ -244,7 +244,9 @@ void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
 ScanProgress Workstation::Scanning() const {
   const ScanProgress music = parts_->music_scan.Progress();
   const ScanProgress karaoke = parts_->karaoke_scan.Progress();
-  return {music.done + karaoke.done, music.total + karaoke.total, music.bytes + karaoke.bytes};
+  return {
+      music.done + karaoke.done, music.total + karaoke.total, music.bytes + karaoke.bytes,
+      std::chrono::duration_cast<std::chrono::milliseconds>(parts_->ports.clock.Now() - parts_->scan_began)};
 }
 
 bool Workstation::IsScanning() const {
@@ -302,6 +304,7 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
 
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
+  scan_began = ports.clock.Now();
   scan.Start(tree, ReadNameRule(settings),
              [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);

@@ -203,6 +203,7 @@ struct Workstation::Parts {
   bool batch_filled = false;  ///< rows since the index was saved
   BatchDesk batch;
   Reindex music_scan;
+  support::TimePoint scan_began{};
   PresetDesk presets;
   std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;
