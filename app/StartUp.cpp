@@ -49,6 +49,7 @@ void Workstation::StartUp() {
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();
+  parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
 
 bool Workstation::ShutDown() {
@@ -188,8 +189,10 @@ void Workstation::Parts::ReleaseEngine() {
 }
 
 void Workstation::Parts::SaveWhatWaits() {
+  if (batch_filled) index.Save(catalogue);
   index.Flush();
   karaoke_index.Flush();
+  batch.Flush();
   presets.Flush();
   lists.ShutDown();
   settings.Store().Flush();

@@ -69,6 +69,14 @@ EditorDesk& Workstation::Editors() {
   return parts_->editors;
 }
 
+BatchDesk& Workstation::Batch() {
+  return parts_->batch;
+}
+
+void Workstation::StartBatch(const std::vector<std::string>& files) {
+  parts_->batch.Start(files, std::clamp(parts_->settings.Number("Settings", "GainPercent"), 0, 100));
+}
+
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
   parts_->prompts = prompts;
   parts_->help = help;
@@ -161,9 +169,15 @@ void Workstation::SetMainVolume(int main_volume) {
 
 void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                                       const catalogue::FileMarks& marks) {
-  if (FillIn(catalogue, filename, analysis, marks)) index.Save(catalogue);
-  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
+  if (FillRows(filename, analysis, marks)) index.Save(catalogue);
   WriteTag(filename);
+}
+
+bool Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                                  const catalogue::FileMarks& marks) {
+  const bool filled = FillIn(catalogue, filename, analysis, marks);
+  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
+  return filled;
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {
@@ -224,7 +238,9 @@ void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
 ScanProgress Workstation::Scanning() const {
   const ScanProgress music = parts_->music_scan.Progress();
   const ScanProgress karaoke = parts_->karaoke_scan.Progress();
-  return {music.done + karaoke.done, music.total + karaoke.total, music.bytes + karaoke.bytes};
+  return {
+      music.done + karaoke.done, music.total + karaoke.total, music.bytes + karaoke.bytes,
+      std::chrono::duration_cast<std::chrono::milliseconds>(parts_->ports.clock.Now() - parts_->scan_began)};
 }
 
 bool Workstation::IsScanning() const {
@@ -282,6 +298,7 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
 
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
+  scan_began = ports.clock.Now();
   scan.Start(tree, ReadNameRule(settings),
              [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);

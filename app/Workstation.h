@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "app/BatchDesk.h"
 #include "app/EditorDesk.h"
 #include "app/FileIntake.h"
 #include "app/LightDesk.h"
@@ -235,6 +236,9 @@ class Workstation {
   [[nodiscard]] LightDesk& Lights();
   [[nodiscard]] OrganDesk& Organ();
   [[nodiscard]] SongDesk& Songs();
+  /// The analysis of many files.
+  [[nodiscard]] BatchDesk& Batch();
+  void StartBatch(const std::vector<std::string>& files);
   [[nodiscard]] ListDesk& Lists();
   [[nodiscard]] EditorDesk& Editors();
 

@@ -9,6 +9,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/BatchDesk.h"
 #include "app/Conductor.h"
 #include "app/EditorDesk.h"
 #include "app/FileIntake.h"
@@ -58,6 +59,18 @@ struct Workstation::Parts {
                         gate, window, say),
         cores(std::make_shared<IdleCores>(outside.background.threads)),
         tree_scan({Folders(), outside.tags, &scratch, &song_reader, outside.side_store}, Idle(), gate, cores),
+        batch(
+            {outside.engine, outside.sound, outside.analysis, outside.side_store, keeping},
+            {Idle(), outside.workers, outside.files, outside.clock, say}, gate, window, cores,
+            folder.Native(kBatchList),
+            [this](const std::string& filename, const music::TrackAnalysis& found,
+                   const catalogue::FileMarks& marks) {
+              batch_filled = FillRows(filename, found, marks) || batch_filled;
+              WriteTag(filename);
+            },
+            [this] {
+              if (std::exchange(batch_filled, false)) index.Save(catalogue);
+            }),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
@@ -96,6 +109,10 @@ struct Workstation::Parts {
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
   void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                     const catalogue::FileMarks& marks);
+
+  /// The same without saving; true when a row of the catalogue says more now.
+  bool FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                const catalogue::FileMarks& marks);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -201,7 +218,10 @@ struct Workstation::Parts {
   KaraokeSongReader song_reader;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   TreeScan tree_scan;
+  bool batch_filled = false;  ///< rows since the index was saved
+  BatchDesk batch;
   Reindex music_scan;
+  support::TimePoint scan_began{};
   PresetDesk presets;
   std::array<int, decks::kEqSliders> eq_sliders{};  ///< of the equaliser, as the window moved them
   Reindex karaoke_scan;

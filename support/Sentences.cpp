@@ -55,6 +55,8 @@ constexpr Row kRows[] = {
      "De voorinstelling \"%1\" kon niet worden verwijderd: %2"},
     {Sentence::PresetNeedsName, "A preset needs a name of one line.",
      "Een voorinstelling heeft een naam van één regel nodig."},
+    {Sentence::FileNotAnalysed, "%1 was left out: it is not there, or holds no sound that can be read.",
+     "%1 is overgeslagen: het is er niet, of bevat geen leesbaar geluid."},
     {Sentence::PlaylistIsPathList,
      "\"%1\" is no playlist of this program but a list of paths: give it the ending .m3u, then it opens.",
      "\"%1\" is geen afspeellijst van dit programma maar een lijst met paden: geef haar de extensie .m3u, "
@@ -68,6 +70,7 @@ constexpr Row kRows[] = {
     {Sentence::HistoryNotSaved, "The history of this evening cannot be saved: %1",
      "De geschiedenis van deze avond kan niet worden bewaard: %1"},
     {Sentence::SongNotPlayed, "\"%1\" cannot be played: %2", "\"%1\" kan niet worden gespeeld: %2"},
+
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",
      "\"%1\" is een MIDI-karaokenummer, dat niet in de muziekcatalogus hoort."},

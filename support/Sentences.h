@@ -33,6 +33,7 @@ enum class Sentence : int {
   PresetNotSaved,
   PresetNotDeleted,
   PresetNeedsName,
+  FileNotAnalysed,
 
   PlaylistIsPathList = 150,
   PlaylistLinesLeftOut,

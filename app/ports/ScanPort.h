@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -23,7 +24,16 @@ struct ScanWish {
 struct ScanProgress {
   int done = 0;
   int total = 0;           ///< 0 while the folders are listed
-  std::int64_t bytes = 0;  ///< of the files listed so far
+  std::int64_t bytes = 0;  ///< of the files looked at so far
+  std::chrono::milliseconds running{0};
+  /// Files a second; 0 until that can be told.
+  [[nodiscard]] double Rate() const {
+    return done > 0 && running.count() > 0 ? done * 1000.0 / static_cast<double>(running.count()) : 0;
+  }
+  /// As long as the files that are left take at this rate.
+  [[nodiscard]] std::chrono::seconds Remaining() const {
+    return std::chrono::seconds(Rate() > 0 ? static_cast<std::int64_t>((total - done) / Rate()) : 0);
+  }
 };
 
 /// What a scan hands over at its end.

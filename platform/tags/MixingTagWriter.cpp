@@ -202,7 +202,7 @@ support::Result<void> MixingTagWriter::Write(const std::string& path, const std:
     const TagLib::ByteVector& made = *stream.data();
     const std::string_view view(made.data(), made.size());
     if (!CameOut(before.Value(), view, name, text_block)) return failed;
-    return files::DiskFileSaver().Save(path, view);
+    return files::DiskFileSaver(calls_).Save(path, view);
   } catch (const std::exception&) {
     return failed;
   }

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "catalogue/ports/TagWriter.h"
+#include "platform/files/DiskCalls.h"
 
 namespace platform::tags {
 
@@ -16,8 +17,14 @@ class MixingTagWriter final : public catalogue::TagWriter {
  public:
   static constexpr std::int64_t kLargest = 512LL << 20;  ///< bytes
 
+  /// The calls outlive the writer.
+  explicit MixingTagWriter(files::DiskCalls& calls = files::SystemDisk()) : calls_(calls) {}
+
   support::Result<void> Write(const std::string& path, const std::string& text_block,
                               const std::vector<catalogue::TagItem>& items) override;
+
+ private:
+  files::DiskCalls& calls_;
 };
 
 }  // namespace platform::tags

@@ -11,7 +11,9 @@
 #include <QPushButton>
 #include <QRadioButton>
 #include <QVBoxLayout>
+#include <cmath>
 
+#include "ui/forms/BatchBar.h"
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/strings/Decode.h"
@@ -153,8 +155,12 @@ void ApplyPanel::Show() {
   if (cancel_->isHidden() == scanning) cancel_->setVisible(scanning);
   if (!scanning) return;
   const app::ScanProgress progress = workstation_.Scanning();
-  progress_->Show(progress.total == 0 ? look_.say(Say::ScanListing)
-                                      : look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total));
+  if (progress.total == 0) return progress_->Show(look_.say(Say::ScanListing));
+  const QString files = look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total);
+  if (progress.Rate() < 1) return progress_->Show(files);
+  progress_->Show(look_.say(ScanWord::ScanRate)
+                      .arg(files, QString::number(std::lround(progress.Rate())),
+                           TimeLeftText(progress.Remaining(), look_.say)));
 }
 
 // Not modal: the decks stay in reach while somebody looks for a folder.

@@ -13,6 +13,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/forms/BatchBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/models/DroppedFiles.h"
@@ -36,7 +37,8 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, const Look& look, QWidget* parent)
+MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, BatchBar& batch, const Look& look,
+                     QWidget* parent)
     : Surface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
@@ -55,7 +57,7 @@ MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, const Loo
   empty_->setAlignment(Qt::AlignCenter);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
-  rows->addLayout(MakeHead(listen));
+  rows->addLayout(MakeHead(listen, batch));
   rows->addWidget(&listen);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
@@ -64,12 +66,13 @@ MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, const Loo
   SetTextColour(*progress_, look.skin.dim);
   progress_->hide();
   rows->addWidget(progress_);
+  rows->addWidget(&batch);
   report_ = new ReportList(QStringLiteral("Refused"), look);
   rows->addWidget(report_);
   ShowCount();
 }
 
-QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
+QHBoxLayout* MusicPage::MakeHead(ListenBar& listen, BatchBar& batch) {
   const auto& say = look_.say;
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.4);
@@ -90,6 +93,7 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
   Name(*add, QStringLiteral("AddFiles"), say(Say::AddFiles), say(Say::AddFilesTip));
   connect(add, &QPushButton::clicked, this, &MusicPage::AskForFiles);
   row->addWidget(add);
+  row->addWidget(&batch.Button());
   delete_ = PlainButton(say(Say::DeleteTracks));
   Name(*delete_, QStringLiteral("DeleteTracks"), say(Say::DeleteTracksName), say(Say::DeleteTracksTip));
   connect(delete_, &QPushButton::clicked, this, &MusicPage::DeleteWanted);

@@ -18,6 +18,7 @@ class QPushButton;
 
 namespace ui {
 
+class BatchBar;
 class ElidedLabel;
 class ListenBar;
 class ReportList;
@@ -29,7 +30,8 @@ class MusicPage final : public Surface {
   Q_OBJECT
 
  public:
-  MusicPage(catalogue::track_table& table, ListenBar& listen, const Look& look, QWidget* parent = nullptr);
+  MusicPage(catalogue::track_table& table, ListenBar& listen, BatchBar& batch, const Look& look,
+            QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -63,7 +65,7 @@ class MusicPage final : public Surface {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  QHBoxLayout* MakeHead(ListenBar& listen);
+  QHBoxLayout* MakeHead(ListenBar& listen, BatchBar& batch);
   void ShowCount();
   void AskForFiles();
   QFileDialog* MakeDialog();

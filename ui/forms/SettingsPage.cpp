@@ -9,6 +9,7 @@
 
 #include "ui/forms/ApplyPanel.h"
 #include "ui/forms/ColourPanel.h"
+#include "ui/forms/TagsPanel.h"
 #include "ui/models/OutputText.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -41,7 +42,12 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   last->addWidget(colours, 1);
   auto* sides = new QHBoxLayout;
   SetSpacingEm(*sides, 0, 2.5);
-  sides->addLayout(MakeOutputs(), 4);
+  auto* first = new QVBoxLayout;
+  SetSpacingEm(*first, 0, 1);
+  first->addLayout(MakeOutputs());
+  first->addWidget(new TagsPanel(workstation, look));
+  first->addStretch(1);
+  sides->addLayout(first, 4);
   sides->addWidget(apply_, 4);
   sides->addLayout(last, 3);
   auto* rows = new QVBoxLayout(this);

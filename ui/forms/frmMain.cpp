@@ -12,8 +12,10 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <numeric>
 
 #include "support/Text.h"
+#include "ui/forms/BatchBar.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/EqualiserPage.h"
@@ -206,7 +208,9 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(listen_, &ListenBar::Pressed, this, &frmMain::ListenToChosen);
   connect(listen_, &ListenBar::Unheard, this, [this](const QString& why) { status_->Tell(why); });
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
-  music_ = new MusicPage(workstation_.Catalogue(), *listen_, look);
+  batch_ = new BatchBar(workstation_, look);
+  connect(batch_, &BatchBar::Pressed, this, &frmMain::AnalyseChosen);
+  music_ = new MusicPage(workstation_.Catalogue(), *listen_, *batch_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
@@ -329,6 +333,7 @@ void frmMain::ShowFrame() {
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   ShowSong(now);
   music_->ShowAdding(workstation_.Adding());
+  batch_->Show();
   equaliser_->Show(view_);
   settings_page_->Show(view_);
   visual_->Show(view_, now);
@@ -401,6 +406,17 @@ void frmMain::AddChosenTo(int playlist) {
   PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
   status_->Tell(rows.rows.size() == 1 ? (*say_)(Say::PutOneIntoPlaylist).arg(playlist)
                                       : (*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
+}
+
+/// Several chosen rows are meant; one is chosen always.
+void frmMain::AnalyseChosen() {
+  const catalogue::track_table& table = workstation_.Catalogue();
+  std::vector<int> rows = music_->ChosenRows().rows;
+  if (rows.size() < 2) {
+    rows.resize(static_cast<std::size_t>(table.Rows()));
+    std::iota(rows.begin(), rows.end(), 1);
+  }
+  workstation_.StartBatch(FilesOf(table, rows, catalogue::track::kFilename));
 }
 
 void frmMain::DeleteTracks() {

@@ -26,6 +26,7 @@ class QStackedWidget;
 
 namespace ui {
 
+class BatchBar;
 class ConsolePage;
 class DeckPanel;
 class EqualiserPage;
@@ -100,6 +101,7 @@ class frmMain final : public QMainWindow {
   void PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving);
   void AddChosenTo(int playlist);
   [[nodiscard]] PlaylistPanel& PanelOf(TableId playlist) const;
+  void AnalyseChosen();
   void DeleteTracks();
   void DeleteKaraoke();
   void AddFiles(std::vector<std::string> paths);
@@ -134,6 +136,7 @@ class frmMain final : public QMainWindow {
   MixerPanel* mixer_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   std::vector<PageButton*> page_buttons_;
+  BatchBar* batch_ = nullptr;
   ListenBar* listen_ = nullptr;
   MusicPage* music_ = nullptr;
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};

@@ -8,6 +8,7 @@
 #include "ui/strings/EditorWords.h"
 #include "ui/strings/ListWords.h"
 #include "ui/strings/OrganWords.h"
+#include "ui/strings/ScanWords.h"
 #include "ui/strings/SongWords.h"
 
 namespace ui {
@@ -521,8 +522,8 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 6> Strings::Tables() {
-  return {kRows, ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
+std::array<std::span<const Strings::Row>, 7> Strings::Tables() {
+  return {kRows, ScanWords(), ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 
 }  // namespace ui

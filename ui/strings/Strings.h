@@ -407,7 +407,7 @@ class Strings {
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
   /// Every table, in the order of the numbers.
-  [[nodiscard]] static std::array<std::span<const Row>, 6> Tables();
+  [[nodiscard]] static std::array<std::span<const Row>, 7> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/TagsPanel.h"
+
+#include <QCheckBox>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QVBoxLayout>
+
+#include "app/NameSettings.h"
+#include "ui/strings/Decode.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+constexpr const char* kSection = "Tags";
+
+QLabel* DimCaption(const QString& text, const Look& look) {
+  auto* label = new QLabel(text);
+  SetTextColour(*label, look.skin.dim);
+  return label;
+}
+
+}  // namespace
+
+TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  auto* head = new QLabel(look.say(ScanWord::FileNames));
+  SetFontEm(*head, 1.3, Weight::Bold);
+  auto* grid = new QGridLayout;
+  SetSpacingEm(*grid, 0, 0.5);
+  MakeOrder(*grid);
+  MakeSeparator(*grid);
+  grid->setColumnStretch(1, 1);
+  use_split_ = MakeFlag("UseSplit", ScanWord::UseSplit, ScanWord::UseSplitTip);
+  use_artist_ = MakeFlag("UseArtist", ScanWord::UseArtist, ScanWord::UseArtistTip);
+  QCheckBox* write = MakeFlag("Write", ScanWord::WriteTags, ScanWord::WriteTagsTip);
+  example_ = DimCaption({}, look);
+  Name(*example_, QStringLiteral("NameExample"), {});
+  example_->setWordWrap(true);
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.35);
+  rows->addWidget(head);
+  rows->addLayout(grid);
+  for (QCheckBox* flag : {use_split_, use_artist_}) rows->addWidget(flag);
+  rows->addWidget(example_);
+  rows->addWidget(write);
+  ShowExample();
+}
+
+void TagsPanel::MakeOrder(QGridLayout& grid) {
+  const auto& say = look_.say;
+  order_ = new QuietCombo(look_.skin);
+  order_->addItems({say(ScanWord::ArtistFirst), say(ScanWord::TitleFirst)});
+  order_->setCurrentIndex(workstation_.Settings().Number(kSection, "FileFormat") == 1 ? 1 : 0);
+  Name(*order_, QStringLiteral("FileFormat"), say(ScanWord::NameOrder), say(ScanWord::NameOrderTip));
+  connect(order_, &QComboBox::activated, this, [this](int order) {
+    workstation_.Settings().SetNumber(kSection, "FileFormat", order);
+    ShowExample();
+  });
+  grid.addWidget(DimCaption(say(ScanWord::NameOrder), look_), 0, 0);
+  grid.addWidget(order_, 0, 1);
+}
+
+void TagsPanel::MakeSeparator(QGridLayout& grid) {
+  const auto& say = look_.say;
+  constexpr int kLongest = 8;
+  separator_ = new QLineEdit(Decode(workstation_.Settings().Text(kSection, "SplitCharacter")));
+  separator_->setMaxLength(kLongest);
+  Name(*separator_, QStringLiteral("SplitCharacter"), say(ScanWord::SplitAt), say(ScanWord::SplitAtTip));
+  connect(separator_, &QLineEdit::textEdited, this, [this](const QString& text) {
+    workstation_.Settings().SetText(kSection, "SplitCharacter", text.toStdString());
+    ShowExample();
+  });
+  grid.addWidget(DimCaption(say(ScanWord::SplitAt), look_), 1, 0);
+  grid.addWidget(separator_, 1, 1);
+}
+
+QCheckBox* TagsPanel::MakeFlag(const char* key, ScanWord caption, ScanWord tip) {
+  auto* flag = new QCheckBox(look_.say(caption));
+  flag->setChecked(workstation_.Settings().Flag(kSection, key));
+  Name(*flag, QLatin1String(key), look_.say(caption), look_.say(tip));
+  connect(flag, &QCheckBox::toggled, this, [this, key](bool on) {
+    workstation_.Settings().SetText(kSection, key, on ? "True" : "False");
+    ShowExample();
+  });
+  return flag;
+}
+
+void TagsPanel::ShowExample() {
+  const auto& say = look_.say;
+  const std::string file = say(ScanWord::ExampleFile).toStdString();
+  const catalogue::NamesOfFile names = catalogue::SplitName(file, app::ReadNameRule(workstation_.Settings()));
+  const QString title = Decode(names.title), artist = Decode(names.artist);
+  example_->setText(artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
+                                     : say(ScanWord::Example).arg(Decode(file), artist, title));
+  const bool splits = use_split_->isChecked();
+  for (QWidget* control : {static_cast<QWidget*>(order_), static_cast<QWidget*>(separator_),
+                           static_cast<QWidget*>(use_artist_)}) {
+    control->setEnabled(splits);
+  }
+}
+
+}  // namespace ui
