@@ -21,6 +21,7 @@ namespace ui {
 class ElidedLabel;
 class ListenBar;
 class ReportList;
+class SearchLine;
 class TrackGrid;
 class TrackModel;
 
@@ -29,7 +30,8 @@ class MusicPage final : public Surface {
   Q_OBJECT
 
  public:
-  MusicPage(catalogue::track_table& table, ListenBar& listen, const Look& look, QWidget* parent = nullptr);
+  MusicPage(catalogue::track_table& table, app::ListDesk& lists, ListenBar& listen, const Look& look,
+            QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -40,6 +42,8 @@ class MusicPage final : public Surface {
   void ChooseRow(int row);
   /// The keys go to the grid.
   void TakeFocus();
+  /// The keys go to the search field.
+  void Find();
 
   /// How far the analysis of new files is; nothing when none is under way.
   void ShowAdding(const app::AddingProgress& progress);
@@ -69,9 +73,11 @@ class MusicPage final : public Surface {
   QFileDialog* MakeDialog();
 
   const catalogue::track_table& table_;
+  app::ListDesk& lists_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;
+  SearchLine* search_;
   QLabel* empty_;
   QLabel* count_;
   ElidedLabel* progress_;

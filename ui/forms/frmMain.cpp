@@ -166,7 +166,7 @@ QWidget* frmMain::MakePages(const Look& look) {
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   SetSpacingEm(*row, 0, 0.2);
-  karaoke_ = new KaraokePage(workstation_.Karaoke(), look);
+  karaoke_ = new KaraokePage(workstation_.Karaoke(), workstation_.Lists(), look);
   settings_page_ = new SettingsPage(workstation_, choices_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(settings_page_, &SettingsPage::ChoicesChanged, this, &frmMain::Change);
@@ -201,7 +201,7 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(listen_, &ListenBar::Pressed, this, &frmMain::ListenToChosen);
   connect(listen_, &ListenBar::Unheard, this, [this](const QString& why) { status_->Tell(why); });
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
-  music_ = new MusicPage(workstation_.Catalogue(), *listen_, look);
+  music_ = new MusicPage(workstation_.Catalogue(), workstation_.Lists(), *listen_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
@@ -238,6 +238,7 @@ PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
   connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(panel, &PlaylistPanel::RowsDropped, this, &frmMain::PutIntoPlaylist);
   connect(panel, &PlaylistPanel::FilesDropped, this, &frmMain::AddToPlaylist);
+  connect(panel, &PlaylistPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
   return panel;
 }
 
@@ -297,6 +298,7 @@ void frmMain::ApplySize() {
 
 void frmMain::ShowFrame() {
   workstation_.PumpWindow();
+  workstation_.Lists().Follow();
   view_ = workstation_.View();
   const support::TimePoint now = clock_.Now();
   for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);
@@ -317,6 +319,12 @@ void frmMain::ShowFrame() {
 
 const app::DeckView& frmMain::Deck(int deck) const {
   return view_.decks[static_cast<std::size_t>(deck - 1)];
+}
+
+void frmMain::Find() {
+  if (pages_->currentWidget() == karaoke_) return karaoke_->Find();
+  ShowPage(0);
+  music_->Find();
 }
 
 void frmMain::LoadOnFreeDeck(const TrackRows& rows) {

@@ -49,6 +49,7 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
   Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
       [this] { listen_->SeekBy(-kListenStep); });

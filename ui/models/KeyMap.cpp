@@ -18,6 +18,10 @@ QKeySequence KeyOfListening() {
   return QKeySequence(Qt::CTRL | Qt::Key_Space);
 }
 
+QKeySequence KeyOfFinding() {
+  return QKeySequence(Qt::CTRL | Qt::Key_F);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

@@ -30,6 +30,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfPlaylist(int playlist);
 /// Listening to the chosen row in the headphones.
 [[nodiscard]] QKeySequence KeyOfListening();
+/// Looking for rows.
+[[nodiscard]] QKeySequence KeyOfFinding();
 [[nodiscard]] QKeySequence KeyOfHelp();
 /// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...
 [[nodiscard]] QKeySequence KeyOfPage(int page);
