@@ -98,7 +98,7 @@ TEST_F(ListsTest, AHeadSortsUpThenDownThenAsTheRowsStand) {
   ClickHead(TrackModel::Title);
   EXPECT_EQ(Shown(), sorted);
   ClickHead(TrackModel::Title);
-  EXPECT_EQ(Shown(), std::string(sorted.rbegin(), sorted.rend()));
+  EXPECT_EQ(Shown(), "TSFf") << "the one without a title stays at the end";
   ClickHead(TrackModel::Title);
   EXPECT_EQ(Shown(), all);
 }
@@ -109,7 +109,7 @@ TEST_F(ListsTest, AnOrderSurvivesASearchAndARowThatGoes) {
   const std::string found = Shown();
   EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
   EXPECT_GT(found.size(), 1u);
-  station->Catalogue().RemoveRow(4);
+  station->Catalogue().RemoveRow(2);
   Settle();
   Work();
   EXPECT_EQ(Shown().size(), found.size() - 1);
