@@ -18,6 +18,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"karaoke", "FILE", &InspectKaraoke},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mp3gain", "FILE", &InspectMp3Gain},
+    {"playlist", "FILE", &InspectPlaylist},
     {"presets", "FILE", &InspectPresets},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},

@@ -39,6 +39,7 @@ ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ost
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectPlaylist(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
