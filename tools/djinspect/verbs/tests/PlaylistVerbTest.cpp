@@ -20,7 +20,7 @@ class PlaylistVerbTest : public ::testing::Test {
   ExitCode Inspect(const std::string& path) {
     std::ostringstream out, err;
     const std::string arguments[] = {"playlist", path};
-    const ExitCode code = Run(arguments, out, err);
+    const ExitCode code = djinspect::Run(arguments, out, err);
     printed_ = nlohmann::json::parse(out.str(), nullptr, false);
     return code;
   }
