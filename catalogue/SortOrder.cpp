@@ -200,4 +200,15 @@ std::vector<int> OrderBy(const track_table& table, const SortWish& wish, const s
   return sort.Rows();
 }
 
+std::int64_t TotalSeconds(const track_table& table, int column) {
+  constexpr double kLongest = 1e7;
+  std::int64_t total = 0;
+  table.VisitColumn(column, [&total](int, std::string_view cell) {
+    const double seconds = SecondsIn(cell).value_or(0);
+    if (seconds > 0 && seconds < kLongest) total += std::llround(seconds);
+    return true;
+  });
+  return total;
+}
+
 }  // namespace catalogue

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <vector>
 
 #include "catalogue/track_table.h"
@@ -25,5 +26,8 @@ struct SortWish {
 /// Empty when it was told to stop. Threads: any; meant for a worker.
 [[nodiscard]] std::vector<int> OrderBy(const track_table& table, const SortWish& wish,
                                        const std::atomic<bool>& stop);
+
+/// Of all times in a column, such as "03:45"; what is none counts nothing.
+[[nodiscard]] std::int64_t TotalSeconds(const track_table& table, int column);
 
 }  // namespace catalogue

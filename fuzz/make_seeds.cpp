@@ -87,6 +87,15 @@ void MakeIndexSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "damaged", "a\tb\r\n1\t2\t3\t4\t5\t6\t7\r\n1\t2\t3\\x\t4\t5\t6\r\n\r\n\t\t\t\t\t\\");
 }
 
+/// A list as players write it, one with every line end and odd line, and searches.
+void MakePlaylistSeeds(const std::filesystem::path& folder) {
+  WriteSeed(folder / "usual",
+            "#EXTM3U\r\n#EXTINF:225,Artist - Title\r\n/music/a.mp3\r\nC:\\Music\\b.ogg\r\n");
+  WriteSeed(folder / "odd", "\xEF\xBB\xBF#EXTM3U\n\"q.mp3\"\r\rhttp://x/y.mp3\n\n#\n\xE9\xFF.mp3\t");
+  WriteSeed(folder / "search",
+            "artist:beyonc\xC3\xA9 -\"one more\" bpm:120-128 year:-1999\nBeyonce One more\n");
+}
+
 /// A song of each format, and one with every kind of event that only a bad writer makes.
 void MakeKaraokeSeeds(const std::filesystem::path& folder) {
   using karaoke::testing::TrackBytes;
@@ -162,7 +171,8 @@ int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
       {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds}, {"index", &MakeIndexSeeds},
       {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},   {"presets", &MakePresetSeeds},
-      {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds}};
+      {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds},
+      {"playlists", &MakePlaylistSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/forms/SearchLine.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/ReportList.h"
@@ -13,19 +14,22 @@
 
 namespace ui {
 
-KaraokePage::KaraokePage(const catalogue::track_table& table, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), look_(look) {
+KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
+                         QWidget* parent)
+    : Surface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
   model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
   grid_ = new TrackGrid(*model_, look.skin);
-  grid_->SetHint(look.say(Say::EmptyKaraoke));
   Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
   connect(grid_, &TrackGrid::DeleteWanted, this, &KaraokePage::DeleteWanted);
   connect(grid_, &TrackGrid::Chosen, this, &KaraokePage::SongWanted);
   report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
+  search_ = new SearchLine(QStringLiteral("KaraokeSearch"), lists.KaraokeSearch(), *model_, *grid_,
+                           look.say(Say::EmptyKaraoke), look);
   rows->addLayout(MakeHead());
+  rows->addWidget(search_);
   rows->addWidget(grid_, 1);
   rows->addWidget(report_);
   ShowCount();
@@ -50,7 +54,12 @@ QHBoxLayout* KaraokePage::MakeHead() {
 
 void KaraokePage::Show() {
   model_->Sync();
+  search_->Show();
   ShowCount();
+}
+
+void KaraokePage::Find() {
+  search_->TakeFocus();
 }
 
 void KaraokePage::Reload() {
@@ -66,9 +75,10 @@ void KaraokePage::TakeFocus() {
 
 void KaraokePage::ShowCount() {
   delete_->setEnabled(grid_->selectionModel()->hasSelection());
-  const int rows = model_->rowCount();
+  const int rows = table_.Rows();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
+  search_->setVisible(rows > 0);
   count_->setText(rows == 1 ? look_.say(Say::OneSong) : look_.say(Say::Songs).arg(rows));
 }
 

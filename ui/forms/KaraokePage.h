@@ -13,6 +13,7 @@ class QPushButton;
 namespace ui {
 
 class ReportList;
+class SearchLine;
 class TrackGrid;
 class TrackModel;
 
@@ -21,12 +22,15 @@ class KaraokePage final : public Surface {
   Q_OBJECT
 
  public:
-  KaraokePage(const catalogue::track_table& table, const Look& look, QWidget* parent = nullptr);
+  KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
+              QWidget* parent = nullptr);
 
   void Show();
   /// The table is another one.
   void Reload();
   void TakeFocus();
+  /// The keys go to the search field.
+  void Find();
   [[nodiscard]] std::vector<int> ChosenRows() const;
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(const std::vector<std::string>& kept);
@@ -42,9 +46,11 @@ class KaraokePage final : public Surface {
   [[nodiscard]] QHBoxLayout* MakeHead();
   void ShowCount();
 
+  const catalogue::track_table& table_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;
+  SearchLine* search_;
   QLabel* count_;
   QPushButton* delete_;
   ReportList* report_;

@@ -4,11 +4,13 @@
 
 #include <QGridLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <cmath>
 
 #include "ui/models/DeckChoice.h"
 #include "ui/models/EqText.h"
 #include "ui/models/KeyMap.h"
+#include "ui/strings/ListWords.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LevelMeter.h"
@@ -34,7 +36,11 @@ QString PeakText(float db) {
 }  // namespace
 
 MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), workstation_(workstation), state_(state), look_(look) {
+    : Surface(look.skin.panel, parent),
+      workstation_(workstation),
+      state_(state),
+      look_(look),
+      crossfader_moves_(workstation.Lists().View().moves) {
   SetStripe(look.skin.line);
   setObjectName(QStringLiteral("Mixer"));
   auto* rows = new QVBoxLayout(this);
@@ -45,6 +51,7 @@ MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const L
   rows->addLayout(MakeChannels(), 5);
   rows->addWidget(equaliser_, 2);
   rows->addWidget(MakeCrossfader());
+  rows->addWidget(MakeAutomix());
   ShowVolumes();
 }
 
@@ -170,7 +177,7 @@ QWidget* MixerPanel::MakeCrossfader() {
   crossfader_->setValue(state_.crossfader);
   connect(crossfader_, &QSlider::valueChanged, this, [this](int value) {
     state_.crossfader = value;
-    SendVolumes();
+    SendMixer(app::MovedByHand::Crossfader);
   });
   Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
   auto* box = new QWidget;
@@ -190,8 +197,43 @@ QLabel* MixerPanel::MakeEnd(int deck) {
   return label;
 }
 
+QWidget* MixerPanel::MakeAutomix() {
+  automix_ = new QPushButton(look_.say(ListWord::Automix));
+  automix_->setCheckable(true);
+  SetKind(*automix_, "lamp1");
+  Name(*automix_, QStringLiteral("Automix"), look_.say(ListWord::Automix), look_.say(ListWord::AutomixTip));
+  connect(automix_, &QPushButton::clicked, this, [this](bool on) { workstation_.Lists().SetAutomix(on); });
+  automix_state_ = new QLabel;
+  Name(*automix_state_, QStringLiteral("AutomixState"), {});
+  SetTextColour(*automix_state_, look_.skin.dim);
+  auto* box = new QWidget;
+  auto* line = new QHBoxLayout(box);
+  SetSpacingEm(*line, 0, 0.6);
+  line->addWidget(automix_);
+  line->addWidget(automix_state_, 1);
+  return box;
+}
+
+void MixerPanel::ShowAutomix(const app::ListView& lists) {
+  if (!automix_->isDown()) automix_->setChecked(lists.automix.on);
+  const auto& say = look_.say;
+  SetText(*automix_state_, !lists.automix.on  ? QString()
+                           : lists.next != 0  ? say(ListWord::AutomixNext).arg(lists.next)
+                           : lists.at_the_end ? say(ListWord::AutomixEnd)
+                                              : QString());
+  if (lists.moves == crossfader_moves_ || crossfader_->isSliderDown()) return;
+  crossfader_moves_ = lists.moves;
+  state_.crossfader = lists.crossfader;
+  const QSignalBlocker quiet(crossfader_);
+  crossfader_->setValue(lists.crossfader);
+}
+
 void MixerPanel::SendVolumes() {
-  for (const int deck : {1, 2}) workstation_.SetVolume(deck, state_.VolumeOf(deck));
+  SendMixer(app::MovedByHand::Other);
+}
+
+void MixerPanel::SendMixer(app::MovedByHand moved) {
+  workstation_.Lists().MoveMixer({state_.faders, state_.crossfader, state_.curve}, moved);
   ShowVolumes();
 }
 
@@ -212,6 +254,7 @@ void MixerPanel::SetCurve(decks::CrossfaderCurve curve) {
 
 void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   ShowMaster(view, now);
+  ShowAutomix(workstation_.Lists().View());
   equaliser_->Show(ShownSliders(workstation_.Equaliser()), CurvesOf(view));
   for (const int deck : {1, 2}) {
     const std::size_t place = deck == 1 ? 0 : 1;

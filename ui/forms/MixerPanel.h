@@ -12,6 +12,7 @@
 
 class QGridLayout;
 class QLabel;
+class QPushButton;
 
 namespace ui {
 
@@ -60,6 +61,10 @@ class MixerPanel final : public Surface {
   [[nodiscard]] QString CueTip(int deck) const;
   void SendListening(int deck);
   QWidget* MakeCrossfader();
+  QWidget* MakeAutomix();
+  void SendMixer(app::MovedByHand moved);
+  /// The automatic mixer's state, and the crossfader where it has moved it.
+  void ShowAutomix(const app::ListView& lists);
   /// The deck that is heard alone at this end of the crossfader.
   QLabel* MakeEnd(int deck);
   void ShowVolumes();
@@ -75,6 +80,9 @@ class MixerPanel final : public Surface {
   SentEcho master_echo_;
   support::TimePoint now_{};
   Fader* crossfader_;
+  QPushButton* automix_;
+  QLabel* automix_state_;
+  std::uint64_t crossfader_moves_;  ///< of the automatic mixer, shown so far
   EqGraph* equaliser_;
 };
 

@@ -6,7 +6,9 @@
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <set>
 
+#include "ui/strings/ListWords.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -62,8 +64,6 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   line->addWidget(caption(say(Say::MixThreshold)), 1);
   line->addWidget(threshold_value_);
   rows->addWidget(head);
-  rows->addWidget(caption(say(Say::Curve)));
-  rows->addWidget(curve_);
   rows->addLayout(line);
   rows->addWidget(threshold_);
   auto* sides = new QGridLayout;
@@ -74,6 +74,14 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   }
   sides->addWidget(caption(say(Say::Stretch)), 3, 0);
   sides->addWidget(stretch_, 3, 1);
+  sides->addWidget(caption(say(Say::Curve)), 0, 0);
+  sides->addWidget(curve_, 0, 1);
+  auto* automix = new QHBoxLayout;
+  SetSpacingEm(*automix, 0, 0.4);
+  automix->addWidget(MakeMixPlace(look), 1);
+  automix->addWidget(MakeMixTime(look));
+  sides->addWidget(caption(say(ListWord::Automix)), 4, 0);
+  sides->addLayout(automix, 4, 1);
   sides->setColumnStretch(0, 1);
   rows->addLayout(sides);
   rows->addStretch(1);
@@ -91,6 +99,29 @@ QuietCombo* MixingPanel::MakeRange(int deck, const Look& look) {
   connect(range, &QComboBox::activated, this,
           [this, deck, range] { workstation_.SetTempoRange(deck, range->currentData().toInt()); });
   return range;
+}
+
+QuietCombo* MixingPanel::MakeMixPlace(const Look& look) {
+  auto* place = new QuietCombo(look.skin);
+  place->addItems({look.say(ListWord::AtMixPoints), look.say(ListWord::BeforeTheEnd)});
+  place->setCurrentIndex(workstation_.Settings().Flag("Settings", "MixPoints") ? 0 : 1);
+  Name(*place, QStringLiteral("MixPlace"), look.say(ListWord::MixPlace), look.say(ListWord::MixPlaceTip));
+  connect(place, &QComboBox::activated, this,
+          [this](int index) { workstation_.Lists().SetAtMixPoints(index == 0); });
+  return place;
+}
+
+QuietCombo* MixingPanel::MakeMixTime(const Look& look) {
+  auto* time = new QuietCombo(look.skin);
+  const int chosen = std::clamp(workstation_.Settings().Number("Mixer", "MixTime"), 0, 60);
+  std::set<int> seconds{0, 2, 4, 6, 8, 10, 12, 15, 20, 30};
+  seconds.insert(chosen);
+  for (const int each : seconds) time->addItem(QStringLiteral("%1 s").arg(each), each);
+  time->setCurrentIndex(time->findData(chosen));
+  Name(*time, QStringLiteral("MixTime"), look.say(ListWord::MixTime), look.say(ListWord::MixTimeTip));
+  connect(time, &QComboBox::activated, this,
+          [this, time] { workstation_.Lists().SetMixTime(time->currentData().toInt()); });
+  return time;
 }
 
 void MixingPanel::Send() {

@@ -29,6 +29,8 @@ class MixingPanel final : public QWidget {
  private:
   void Send();
   QuietCombo* MakeRange(int deck, const Look& look);
+  QuietCombo* MakeMixPlace(const Look& look);
+  QuietCombo* MakeMixTime(const Look& look);
 
   app::Workstation& workstation_;
   QuietCombo* curve_;

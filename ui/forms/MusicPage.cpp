@@ -16,6 +16,7 @@
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListenBar.h"
+#include "ui/forms/SearchLine.h"
 #include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
@@ -37,12 +38,13 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, BatchBar& batch, const Look& look,
-                     QWidget* parent)
-    : Surface(look.skin.panel, parent), table_(table), look_(look) {
+MusicPage::MusicPage(catalogue::track_table& table, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
+                     const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), table_(table), lists_(lists), look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
   model_ = new TrackModel(table, TableId::Catalogue, CatalogueShape(), look, this);
+  model_->MarkPlayed([&lists](std::string_view filename) { return lists.WasPlayed(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
   connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(TableId::Catalogue); });
@@ -59,6 +61,8 @@ MusicPage::MusicPage(catalogue::track_table& table, ListenBar& listen, BatchBar&
   SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead(listen, batch));
   rows->addWidget(&listen);
+  search_ = new SearchLine(QStringLiteral("Search"), lists.Search(), *model_, *grid_, {}, look);
+  rows->addWidget(search_);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
   progress_ = new ElidedLabel;
@@ -104,21 +108,28 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen, BatchBar& batch) {
 void MusicPage::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
+  model_->ShowPlayed(lists_.PlayedFiles());
+  search_->Show();
   ShowCount();
 }
 
 void MusicPage::ShowCount() {
   delete_->setEnabled(grid_->selectionModel()->hasSelection());
-  const int rows = model_->rowCount();
+  const int rows = table_.Rows();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
   count_->setText(rows == 1 ? look_.say(Say::OneTrack) : look_.say(Say::Tracks).arg(rows));
   grid_->setVisible(rows > 0);
+  search_->setVisible(rows > 0);
   empty_->setVisible(rows == 0);
 }
 
 void MusicPage::TakeFocus() {
   grid_->setFocus();
+}
+
+void MusicPage::Find() {
+  search_->TakeFocus();
 }
 
 int MusicPage::ChosenRow() const {

@@ -22,6 +22,7 @@ class BatchBar;
 class ElidedLabel;
 class ListenBar;
 class ReportList;
+class SearchLine;
 class TrackGrid;
 class TrackModel;
 
@@ -30,8 +31,8 @@ class MusicPage final : public Surface {
   Q_OBJECT
 
  public:
-  MusicPage(catalogue::track_table& table, ListenBar& listen, BatchBar& batch, const Look& look,
-            QWidget* parent = nullptr);
+  MusicPage(catalogue::track_table& table, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
+            const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -42,6 +43,8 @@ class MusicPage final : public Surface {
   void ChooseRow(int row);
   /// The keys go to the grid.
   void TakeFocus();
+  /// The keys go to the search field.
+  void Find();
 
   /// How far the analysis of new files is; nothing when none is under way.
   void ShowAdding(const app::AddingProgress& progress);
@@ -71,9 +74,11 @@ class MusicPage final : public Surface {
   QFileDialog* MakeDialog();
 
   const catalogue::track_table& table_;
+  app::ListDesk& lists_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;
+  SearchLine* search_;
   QLabel* empty_;
   QLabel* count_;
   ElidedLabel* progress_;

@@ -2,26 +2,54 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/PlaylistPanel.h"
 
+#include <QFile>
+#include <QFileDialog>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "catalogue/RowMoves.h"
+#include "catalogue/SortOrder.h"
+#include "support/Text.h"
+#include "ui/forms/Dialogs.h"
 #include "ui/models/TrackModel.h"
+#include "ui/strings/Decode.h"
+#include "ui/strings/ListWords.h"
+#include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
+namespace {
+
+/// As they were given, line by line.
+constexpr const char* kOpenFilter =
+    "All Files (*.*)\nMP3 Files (*.MP3)\nOGG Files (*.OGG)\nFLAC Files (*.FLAC)\nWindows WMA Files (*.WMA)\n"
+    "WAV Files (*.WAV)\nTolven's PlayList (*TPL)\nWinamp M3U Playlist (*.M3U)\nWinamp M3U8 Playlist (*.M3U8)";
+constexpr const char* kSaveFilter = "Tolven's PlayList (*.TPL)";
+
+/// "48:10", or "3:05:00" from an hour on.
+std::string TotalText(std::int64_t seconds) {
+  constexpr std::int64_t kHour = 3600;
+  const std::string rest = support::FormatMinutes(seconds % kHour);
+  return seconds < kHour ? rest : std::to_string(seconds / kHour) + ":" + rest;
+}
+
+}  // namespace
 
 PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width width, const Look& look,
                              QWidget* parent)
     : Surface(look.skin.panel, parent),
+      lists_(workstation.Lists()),
       number_(number),
       id_(PlaylistId(number)),
       table_(workstation.Playlist(number)),
-      look_(look) {
+      look_(look),
+      counted_(table_.Columns()) {
   Name(*this, QStringLiteral("Playlist%1").arg(number), look.say(Say::Playlist).arg(number));
   if (number <= 2) SetStripe(look.skin.Deck(number));
   model_ = new TrackModel(table_, id_, PlaylistShape(), look, this);
+  model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   grid_->TakeDrops();
   grid_->SetHint(look.say(Say::EmptyPlaylist));
@@ -31,6 +59,9 @@ PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width wi
   SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead());
   rows->addWidget(grid_, 1);
+  report_ = new ReportList(QStringLiteral("Playlist%1LeftOut").arg(number), look);
+  rows->addWidget(report_);
+  rows->addLayout(MakeButtons());
   if (width == Width::Given) setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
   Listen();
   ShowCount();
@@ -46,15 +77,104 @@ QHBoxLayout* PlaylistPanel::MakeHead() {
   count_ = new QLabel;
   Name(*count_, QStringLiteral("Playlist%1Count").arg(number_), {});
   SetTextColour(*count_, look_.skin.dim);
-  remove_ = new QPushButton(look_.say(Say::RemoveRows));
-  SetKind(*remove_, "plain");
-  Name(*remove_, QStringLiteral("Playlist%1Remove").arg(number_), look_.say(Say::RemoveRowsName).arg(number_),
-       look_.say(Say::RemoveRowsTip));
-  connect(remove_, &QPushButton::clicked, this, &PlaylistPanel::RemoveChosen);
   row->addWidget(head);
   row->addWidget(count_, 1);
+  return row;
+}
+
+QPushButton* PlaylistPanel::MakeButton(const char* name, const QString& caption, const QString& long_name,
+                                       const QString& tip) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "plain");
+  Name(*button, QStringLiteral("Playlist%1%2").arg(number_).arg(QLatin1String(name)), long_name, tip);
+  return button;
+}
+
+QHBoxLayout* PlaylistPanel::MakeButtons() {
+  const auto& say = look_.say;
+  open_ = MakeButton("Open", say(ListWord::Open) + QStringLiteral(" ▾"), say(ListWord::OpenName).arg(number_),
+                     say(ListWord::OpenTip));
+  connect(open_, &QPushButton::clicked, this, &PlaylistPanel::ShowMenu);
+  save_ =
+      MakeButton("Save", say(ListWord::Save), say(ListWord::SaveName).arg(number_), say(ListWord::SaveTip));
+  connect(save_, &QPushButton::clicked, this, &PlaylistPanel::AskWhereToSave);
+  remove_ = MakeButton("Remove", say(Say::RemoveRows), say(Say::RemoveRowsName).arg(number_),
+                       say(Say::RemoveRowsTip));
+  connect(remove_, &QPushButton::clicked, this, &PlaylistPanel::RemoveChosen);
+  auto* row = new QHBoxLayout;
+  SetSpacingEm(*row, 0, 0.3);
+  row->addWidget(open_);
+  row->addWidget(save_);
+  row->addStretch(1);
   row->addWidget(remove_);
   return row;
+}
+
+void PlaylistPanel::ShowMenu() {
+  auto* menu = new QMenu(this);
+  menu->setObjectName(QStringLiteral("Playlist%1Menu").arg(number_));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setFont(font());
+  menu->addAction(look_.say(ListWord::OpenFile), this, &PlaylistPanel::AskForFile);
+  QMenu* history = menu->addMenu(look_.say(ListWord::History));
+  history->setFont(font());
+  QAction* none = history->addAction(look_.say(ListWord::NoHistory));
+  none->setEnabled(false);
+  // Looked for each time, because tonight's may be new.
+  lists_.ListHistory([this, none, list = QPointer<QMenu>(history)](const std::vector<std::string>& evenings) {
+    if (list.isNull()) return;
+    for (const std::string& evening : evenings) {
+      list->addAction(Decode(evening), this, [this, evening] { Open(lists_.HistoryPath(evening)); });
+    }
+    none->setVisible(evenings.empty());
+  });
+  menu->popup(open_->mapToGlobal(QPoint(0, open_->height())));
+}
+
+// Not modal: the decks stay in reach while somebody looks for files.
+void PlaylistPanel::AskForFile() {
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeFileDialog(*this, look_, QFileDialog::ExistingFile, Say::AddFilesTitle, Say::DialogAdd);
+  dialog_->setObjectName(QStringLiteral("Playlist%1OpenDialog").arg(number_));
+  dialog_->setWindowTitle(look_.say(ListWord::OpenTitle).arg(number_));
+  dialog_->setLabelText(QFileDialog::Accept, look_.say(ListWord::Open));
+  dialog_->setNameFilters(QString::fromLatin1(kOpenFilter).split(QLatin1Char('\n')));
+  dialog_->selectFile(QStringLiteral("*.*"));
+  connect(dialog_, &QFileDialog::fileSelected, this,
+          [this](const QString& name) { Open(QFile::encodeName(name).toStdString()); });
+  ShowDialog(*dialog_, *this);
+}
+
+void PlaylistPanel::AskWhereToSave() {
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeFileDialog(*this, look_, QFileDialog::AnyFile, Say::AddFilesTitle, Say::DialogAdd);
+  dialog_->setObjectName(QStringLiteral("Playlist%1SaveDialog").arg(number_));
+  dialog_->setWindowTitle(look_.say(ListWord::SaveTitle).arg(number_));
+  dialog_->setAcceptMode(QFileDialog::AcceptSave);
+  dialog_->setLabelText(QFileDialog::Accept, look_.say(ListWord::Save));
+  dialog_->setDefaultSuffix(QStringLiteral("tpl"));
+  dialog_->setNameFilter(QLatin1String(kSaveFilter));
+  dialog_->selectFile(QStringLiteral("*.tpl"));
+  connect(dialog_, &QFileDialog::fileSelected, this, [this](const QString& name) {
+    if (name.contains(QLatin1Char('*'))) return;  // the pattern stands there as it was
+    const std::filesystem::path path(QFile::encodeName(name).toStdString());
+    lists_.SavePlaylist(number_, path, [panel = QPointer<PlaylistPanel>(this)](const std::string& failure) {
+      if (panel.isNull()) return;
+      Q_EMIT panel->Told(failure.empty() ? panel->look_.say(ListWord::Saved).arg(panel->number_)
+                                         : Decode(failure));
+    });
+  });
+  ShowDialog(*dialog_, *this);
+}
+
+void PlaylistPanel::Open(const std::string& path) {
+  lists_.OpenPlaylist(
+      number_, path, [panel = QPointer<PlaylistPanel>(this)](int, const std::vector<std::string>& refused) {
+        if (panel.isNull()) return;
+        const auto& say = panel->look_.say;
+        panel->report_->Show(
+            refused.size() == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size()), refused);
+      });
 }
 
 void PlaylistPanel::Listen() {
@@ -71,15 +191,22 @@ void PlaylistPanel::Listen() {
 void PlaylistPanel::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
+  model_->ShowPlayed(lists_.PlayedFiles());
   ShowCount();
 }
 
 void PlaylistPanel::ShowCount() {
   remove_->setEnabled(grid_->selectionModel()->hasSelection());
-  const int rows = model_->rowCount();
-  if (rows == shown_rows_) return;
-  shown_rows_ = rows;
-  count_->setText(rows == 1 ? look_.say(Say::OneTrack) : look_.say(Say::Tracks).arg(rows));
+  const bool first = count_->text().isEmpty();
+  if (!first && counted_.IsCopyOf(table_)) return;
+  counted_ = table_;
+  const int rows = table_.Rows();
+  save_->setEnabled(rows > 0);
+  const auto total = catalogue::TotalSeconds(table_, catalogue::track::kTime);
+  const QString time = Decode(TotalText(total));
+  count_->setText(rows == 0   ? look_.say(Say::Tracks).arg(0)
+                  : rows == 1 ? look_.say(ListWord::TotalOne).arg(time)
+                              : look_.say(ListWord::Total).arg(rows).arg(time));
 }
 
 void PlaylistPanel::Reload(int row_to_choose) {

@@ -2,17 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPointer>
+#include <string>
+
 #include "app/Workstation.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
+class QFileDialog;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
 
 namespace ui {
 
+class ReportList;
 class TrackGrid;
 class TrackModel;
 
@@ -31,12 +36,18 @@ class PlaylistPanel final : public Surface {
   /// After rows were moved or taken away by others.
   void Reload(int row_to_choose);
   [[nodiscard]] TrackRows ChosenRows() const;
+  /// The open button's file dialog.
+  void AskForFile();
+  /// The save button's.
+  void AskWhereToSave();
   /// Whether the keys that load take its rows.
   void SetActive(bool active);
   void TakeFocus();
   [[nodiscard]] QSize sizeHint() const override;
 
  Q_SIGNALS:
+  /// A sentence for the status line.
+  void Told(const QString& sentence);
   void Entered(ui::TableId table);
   void RowChosen(ui::TrackRows row);
   void RowsDropped(ui::TrackRows rows, ui::TableId to, int before, ui::Leaving leaving);
@@ -44,10 +55,16 @@ class PlaylistPanel final : public Surface {
 
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();
+  [[nodiscard]] QHBoxLayout* MakeButtons();
+  QPushButton* MakeButton(const char* name, const QString& caption, const QString& long_name,
+                          const QString& tip);
+  void ShowMenu();
+  void Open(const std::string& path);
   void Listen();
   void ShowCount();
   void RemoveChosen();
 
+  app::ListDesk& lists_;
   const int number_;
   const TableId id_;
   catalogue::track_table& table_;
@@ -55,8 +72,12 @@ class PlaylistPanel final : public Surface {
   TrackModel* model_;
   TrackGrid* grid_;
   QLabel* count_;
+  QPushButton* open_;
+  QPushButton* save_;
   QPushButton* remove_;
-  int shown_rows_ = -1;
+  ReportList* report_;
+  QPointer<QFileDialog> dialog_;
+  catalogue::track_table counted_;  ///< as its total was shown
 };
 
 }  // namespace ui

@@ -210,7 +210,7 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
   batch_ = new BatchBar(workstation_, look);
   connect(batch_, &BatchBar::Pressed, this, &frmMain::AnalyseChosen);
-  music_ = new MusicPage(workstation_.Catalogue(), *listen_, *batch_, look);
+  music_ = new MusicPage(workstation_.Catalogue(), workstation_.Lists(), *listen_, *batch_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
@@ -247,6 +247,7 @@ PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
   connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(panel, &PlaylistPanel::RowsDropped, this, &frmMain::PutIntoPlaylist);
   connect(panel, &PlaylistPanel::FilesDropped, this, &frmMain::AddToPlaylist);
+  connect(panel, &PlaylistPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
   return panel;
 }
 
@@ -321,6 +322,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::ShowFrame() {
   workstation_.PumpWindow();
+  workstation_.Lists().Follow();
   view_ = workstation_.View();
   const support::TimePoint now = clock_.Now();
   for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);
@@ -344,6 +346,12 @@ void frmMain::ShowFrame() {
 
 const app::DeckView& frmMain::Deck(int deck) const {
   return view_.decks[static_cast<std::size_t>(deck - 1)];
+}
+
+void frmMain::Find() {
+  if (pages_->currentWidget() == karaoke_) return karaoke_->Find();
+  ShowPage(0);
+  music_->Find();
 }
 
 void frmMain::LoadOnFreeDeck(const TrackRows& rows) {

@@ -83,6 +83,8 @@ class frmMain final : public QMainWindow {
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
   void FocusPage();
+  /// The keys go to the search field of the page, or of the catalogue.
+  void Find();
   void MakeKeys();
   /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
   enum class Reach { Everywhere, Window };

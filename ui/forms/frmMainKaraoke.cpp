@@ -12,7 +12,7 @@ namespace ui {
 QWidget* frmMain::MakeKaraoke(const Look& look) {
   if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
   singers_->setWindowTitle(windowTitle());
-  karaoke_ = new KaraokePage(workstation_.Karaoke(), look);
+  karaoke_ = new KaraokePage(workstation_.Karaoke(), workstation_.Lists(), look);
   song_ = new SongPanel(workstation_, *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);

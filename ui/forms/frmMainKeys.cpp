@@ -51,6 +51,7 @@ void frmMain::MakeKeys() {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
+  Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
   Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
       [this] { listen_->SeekBy(-kListenStep); });

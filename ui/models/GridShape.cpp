@@ -16,7 +16,7 @@ using Shows = GridColumn::Shows;
 constexpr GridColumn kCatalogueGrid[] = {{0, Say::ColumnDeck, Shows::Deck, 4.4},
                                          {track::kArtist, Say::ColumnArtist, Shows::Text, 9, 30},
                                          {track::kTitle, Say::ColumnTitle, Shows::Text, 10, 34},
-                                         {track::kTime, Say::ColumnTime, Shows::Number, 5},
+                                         {track::kTime, Say::ColumnTime, Shows::Time, 5},
                                          {track::kBpm, Say::ColumnBpm, Shows::Tempo, 4.6},
                                          {track::kGenre, Say::ColumnGenre, Shows::Text, 7, 14, 1},
                                          {track::kAlbum, Say::ColumnAlbum, Shows::Text, 9, 22, 3},
@@ -26,7 +26,7 @@ constexpr GridColumn kKaraokeGrid[] = {{karaoke::kArtist, Say::ColumnArtist, Sho
                                        {karaoke::kTitle, Say::ColumnTitle, Shows::Text, 10, 34},
                                        {karaoke::kOrigin, Say::ColumnOrigin, Shows::Text, 7, 14, 2},
                                        {karaoke::kGenre, Say::ColumnGenre, Shows::Text, 7, 14, 1},
-                                       {karaoke::kTime, Say::ColumnTime, Shows::Number, 5}};
+                                       {karaoke::kTime, Say::ColumnTime, Shows::Time, 5}};
 
 Say HeadOf(int record) {
   if (record == track::kArtist) return Say::ColumnArtist;
@@ -35,7 +35,7 @@ Say HeadOf(int record) {
 }
 
 Shows KindOf(int record) {
-  if (record == track::kTime) return Shows::Number;
+  if (record == track::kTime) return Shows::Time;
   return record == track::kBpm ? Shows::Tempo : Shows::Text;
 }
 

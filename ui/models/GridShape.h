@@ -10,7 +10,7 @@ namespace ui {
 
 /// One column of a grid on the screen.
 struct GridColumn {
-  enum class Shows { Text, Number, Tempo, Deck };
+  enum class Shows { Text, Number, Tempo, Time, Deck };
 
   int record;  ///< column of the table, from 1; 0 for the deck that holds the row's file
   Say head;

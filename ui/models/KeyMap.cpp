@@ -30,6 +30,10 @@ QKeySequence KeyOfBlackout() {
   return QKeySequence(Qt::CTRL | Qt::Key_B);
 }
 
+QKeySequence KeyOfFinding() {
+  return QKeySequence(Qt::CTRL | Qt::Key_F);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

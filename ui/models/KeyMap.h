@@ -34,6 +34,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfShowEditor();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();
+/// Looking for rows.
+[[nodiscard]] QKeySequence KeyOfFinding();
 [[nodiscard]] QKeySequence KeyOfHelp();
 /// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...
 [[nodiscard]] QKeySequence KeyOfPage(int page);

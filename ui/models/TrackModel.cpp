@@ -3,22 +3,33 @@
 #include "ui/models/TrackModel.h"
 
 #include <QMimeData>
+#include <algorithm>
 #include <set>
+#include <utility>
 
 #include "support/Text.h"
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/ListWords.h"
 
 namespace ui {
 
 TrackModel::TrackModel(const catalogue::track_table& table, std::optional<TableId> id, const GridShape& shape,
                        const Look& look, QObject* parent)
-    : QAbstractTableModel(parent), table_(table), id_(id), shape_(shape), look_(look), rows_(table.Rows()) {}
+    : QAbstractTableModel(parent),
+      table_(table),
+      id_(id),
+      shape_(shape),
+      look_(look),
+      table_rows_(table.Rows()),
+      rows_(table.Rows()) {}
 
 void TrackModel::Sync() {
   const int rows = table_.Rows();
-  if (rows == rows_) return;
-  if (rows < rows_) return Reload();
+  if (rows == table_rows_) return;
+  if (rows < table_rows_) return Reload();
+  table_rows_ = rows;
+  if (order_ != nullptr) return;  // the search shows them
   beginInsertRows({}, rows_, rows - 1);
   rows_ = rows;
   endInsertRows();
@@ -26,14 +37,62 @@ void TrackModel::Sync() {
 
 void TrackModel::Reload() {
   beginResetModel();
-  rows_ = table_.Rows();
+  table_rows_ = table_.Rows();
+  DropMissingRows();
+  rows_ = PlacesNow();
   endResetModel();
+}
+
+void TrackModel::ShowRows(app::TableSearch::Rows rows) {
+  beginResetModel();
+  order_ = std::move(rows);
+  table_rows_ = table_.Rows();
+  DropMissingRows();
+  rows_ = PlacesNow();
+  endResetModel();
+}
+
+int TrackModel::PlacesNow() const {
+  return order_ == nullptr ? table_.Rows() : static_cast<int>(order_->size());
+}
+
+void TrackModel::DropMissingRows() {
+  if (order_ == nullptr) return;
+  const auto missing = [last = table_.Rows()](int row) { return row > last; };
+  if (std::none_of(order_->begin(), order_->end(), missing)) return;
+  std::vector<int> there = *order_;
+  std::erase_if(there, missing);
+  order_ = std::make_shared<const std::vector<int>>(std::move(there));
+}
+
+int TrackModel::PlaceOf(int table_row) const {
+  if (order_ == nullptr) return table_row >= 1 && table_row <= rows_ ? table_row - 1 : -1;
+  const auto found = std::find(order_->begin(), order_->end(), table_row);
+  return found == order_->end() ? -1 : static_cast<int>(found - order_->begin());
+}
+
+void TrackModel::ShowPlayed(std::size_t count) {
+  if (std::exchange(played_, count) != count) Repaint();
+}
+
+void TrackModel::ShowSort(const catalogue::SortWish& sort) {
+  if (sort == sort_) return;
+  sort_ = sort;
+  Q_EMIT headerDataChanged(Qt::Horizontal, 0, columnCount() - 1);
 }
 
 void TrackModel::ShowDecks(const app::WorkstationView& view) {
   if (on_decks_[0] == view.decks[0].filename && on_decks_[1] == view.decks[1].filename) return;
   on_decks_ = {view.decks[0].filename, view.decks[1].filename};
+  Repaint();
+}
+
+void TrackModel::Repaint() {
   if (rows_ > 0) Q_EMIT dataChanged(index(0, 0), index(rows_ - 1, columnCount() - 1));
+}
+
+bool TrackModel::Played(int row) const {
+  return was_played_ && was_played_(table_.Cell(row, shape_.filename));
 }
 
 int TrackModel::rowCount(const QModelIndex& parent) const {
@@ -73,6 +132,7 @@ int TrackModel::AlignmentOf(int column) const {
     case GridColumn::Shows::Deck:
       return Qt::AlignCenter;
     case GridColumn::Shows::Number:
+    case GridColumn::Shows::Time:
     case GridColumn::Shows::Tempo:
       return int(Qt::AlignRight | Qt::AlignVCenter);
     case GridColumn::Shows::Text:
@@ -85,30 +145,46 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
   if (!index.isValid() || index.row() >= rows_ || index.column() >= columnCount()) return {};
   if (role == Qt::TextAlignmentRole) return AlignmentOf(index.column());
   const int row = TableRow(index);
+  const GridColumn& column = ColumnAt(index.column());
+  if (column.record == 0 && role != Qt::ForegroundRole) return ChipOf(row, role);
   const int deck = DeckOf(row);
-  const bool chip = ColumnAt(index.column()).record == 0;
   switch (role) {
     case Qt::DisplayRole:
-      if (!chip) return TextAt(row, index.column());
-      return deck == 0 ? QString() : QString::number(deck);
-    case Qt::AccessibleTextRole:
-      if (!chip) return TextAt(row, index.column());
-      return deck == 0 ? QString() : look_.say(Say::OnDeck).arg(deck);
     case Qt::ToolTipRole:
-      if (!chip) return TextAt(row, index.column());
-      return deck == 0 ? QVariant() : look_.say(Say::OnDeck).arg(deck);
+      return TextAt(row, index.column());
+    case Qt::AccessibleTextRole: {
+      const QString text = TextAt(row, index.column());
+      return column.record == shape_.title && Played(row) ? look_.say(ListWord::Played).arg(text) : text;
+    }
     case Qt::ForegroundRole:
-      return deck == 0 ? QVariant() : look_.skin.Deck(deck);
+      if (deck != 0) return look_.skin.Deck(deck);
+      return Played(row) ? QVariant(look_.skin.dim) : QVariant();
     default:
       return {};
   }
 }
 
+/// Of the deck that holds the row's file, else of one that was played.
+QVariant TrackModel::ChipOf(int row, int role) const {
+  const int deck = DeckOf(row);
+  const bool played = deck == 0 && Played(row);
+  if (deck == 0 && !played) return role == Qt::ToolTipRole ? QVariant() : QVariant(QString());
+  if (role == Qt::DisplayRole) return played ? QStringLiteral("✓") : QString::number(deck);
+  if (role != Qt::AccessibleTextRole && role != Qt::ToolTipRole) return {};
+  return played ? look_.say(ListWord::Played).arg(TitleOf(row)) : look_.say(Say::OnDeck).arg(deck);
+}
+
 QVariant TrackModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || section < 0 || section >= columnCount()) return {};
-  if (role == Qt::DisplayRole) return look_.say(ColumnAt(section).head);
+  const GridColumn& column = ColumnAt(section);
+  const bool sorted = column.record != 0 && column.record == sort_.column;
+  const bool up = sort_.direction == catalogue::SortDirection::Up;
+  if (role == Qt::DisplayRole) return look_.say(column.head);
   if (role == Qt::TextAlignmentRole) return AlignmentOf(section);
-  return {};
+  if (role == kSortRole) return sorted ? (up ? 1 : -1) : 0;
+  if (role != Qt::AccessibleTextRole) return {};
+  const QString head = look_.say(column.head);
+  return sorted ? look_.say(up ? ListWord::SortedUp : ListWord::SortedDown).arg(head) : head;
 }
 
 Qt::ItemFlags TrackModel::flags(const QModelIndex& index) const {

@@ -4,9 +4,11 @@
 
 #include <QAbstractTableModel>
 #include <array>
+#include <functional>
 #include <optional>
 #include <string>
 
+#include "app/TableSearch.h"
 #include "app/WorkstationView.h"
 #include "catalogue/track_table.h"
 #include "ui/models/GridShape.h"
@@ -32,6 +34,16 @@ class TrackModel final : public QAbstractTableModel {
 
   void Sync();
   void Reload();
+  /// Shows these rows of the table in this order; null: all as they stand.
+  void ShowRows(app::TableSearch::Rows rows);
+  /// Marks the rows whose files this says were played; count grows with them.
+  using WasPlayed = std::function<bool(std::string_view filename)>;
+  void MarkPlayed(WasPlayed was_played) { was_played_ = std::move(was_played); }
+  void ShowPlayed(std::size_t count);
+  /// The mark in the head of a column of the table; none where the column is 0.
+  void ShowSort(const catalogue::SortWish& sort);
+  /// 1 upwards, -1 downwards; of a head.
+  static constexpr int kSortRole = Qt::UserRole;
   /// Marks the rows whose files are on the mixing decks.
   void ShowDecks(const app::WorkstationView& view);
 
@@ -40,7 +52,10 @@ class TrackModel final : public QAbstractTableModel {
   /// For the eye; row from 1.
   [[nodiscard]] QString TitleOf(int row) const;
   /// Table row (from 1) of an index.
-  [[nodiscard]] static int TableRow(const QModelIndex& index) { return index.row() + 1; }
+  [[nodiscard]] int TableRow(const QModelIndex& index) const { return TableRowAt(index.row()); }
+  /// Where a table row is shown, from 0; -1 where it is not.
+  [[nodiscard]] int PlaceOf(int table_row) const;
+  [[nodiscard]] bool ShowsAll() const { return order_ == nullptr; }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
   [[nodiscard]] int columnCount(const QModelIndex& parent = {}) const override;
@@ -52,6 +67,15 @@ class TrackModel final : public QAbstractTableModel {
 
  private:
   [[nodiscard]] const GridColumn& ColumnAt(int column) const;
+  [[nodiscard]] int TableRowAt(int place) const {
+    return order_ == nullptr ? place + 1 : (*order_)[static_cast<std::size_t>(place)];
+  }
+  [[nodiscard]] int PlacesNow() const;
+  /// Rows that were taken out of the table are not there until the next answer of the search.
+  void DropMissingRows();
+  [[nodiscard]] bool Played(int row) const;
+  [[nodiscard]] QVariant ChipOf(int row, int role) const;
+  void Repaint();
   [[nodiscard]] QString TextAt(int row, int column) const;
   [[nodiscard]] int AlignmentOf(int column) const;
   /// Deck that holds the row's file; 0 is none.
@@ -61,7 +85,12 @@ class TrackModel final : public QAbstractTableModel {
   std::optional<TableId> id_;
   const GridShape& shape_;
   Look look_;
-  int rows_;
+  app::TableSearch::Rows order_;
+  int table_rows_;  ///< when it was looked at last
+  int rows_;        ///< shown
+  WasPlayed was_played_;
+  std::size_t played_ = 0;
+  catalogue::SortWish sort_;
   std::array<std::string, 2> on_decks_;
 };
 

@@ -46,7 +46,7 @@ TEST_F(PlaylistsTest, RowsOfTheCatalogueAreCopiedWithAllTheirCells) {
   EXPECT_EQ(List(1), "First Light, Third Time");
   EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kEndMixPoint), "170.500");
   EXPECT_EQ(station->Catalogue().Rows(), 4);
-  EXPECT_EQ(TextOf("Playlist1Count"), QStringLiteral("2 tracks"));
+  EXPECT_EQ(TextOf("Playlist1Count"), QStringLiteral("2 tracks, 06:00"));
 }
 
 TEST_F(PlaylistsTest, ADropBetweenTwoRowsGoesBetweenThem) {

@@ -35,8 +35,13 @@ class GridHead final : public QHeaderView {
     const QRect room = centred ? place : TextRoom(place, alignment, font());
     painter->setPen(skin_.dim);
     painter->setFont(font());
-    painter->drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine,
-                      model()->headerData(section, Qt::Horizontal).toString());
+    QString text = model()->headerData(section, Qt::Horizontal).toString();
+    const int sorted = model()->headerData(section, Qt::Horizontal, TrackModel::kSortRole).toInt();
+    if (sorted != 0) {
+      text += sorted > 0 ? QStringLiteral(" ▲") : QStringLiteral(" ▼");
+      painter->setPen(skin_.text);
+    }
+    painter->drawText(room, alignment | Qt::AlignVCenter | Qt::TextSingleLine, text);
   }
 
  private:
@@ -67,7 +72,7 @@ TrackGrid::TrackGrid(TrackModel& model, const Skin& skin, QWidget* parent)
   horizontalHeader()->setSectionsClickable(false);
   horizontalHeader()->setHighlightSections(false);
   connect(this, &QTableView::doubleClicked, this,
-          [this](const QModelIndex& index) { Q_EMIT Chosen(TrackModel::TableRow(index)); });
+          [this](const QModelIndex& index) { Q_EMIT Chosen(rows_.TableRow(index)); });
   SizeRows();
 }
 
@@ -87,22 +92,34 @@ void TrackGrid::SetActive(bool active) {
 }
 
 int TrackGrid::ChosenRow() const {
-  return currentIndex().isValid() ? TrackModel::TableRow(currentIndex()) : 0;
+  return currentIndex().isValid() ? rows_.TableRow(currentIndex()) : 0;
 }
 
 std::vector<int> TrackGrid::ChosenRows() const {
   std::vector<int> rows;
-  for (const QModelIndex& index : selectionModel()->selectedRows())
-    rows.push_back(TrackModel::TableRow(index));
+  for (const QModelIndex& index : selectionModel()->selectedRows()) rows.push_back(rows_.TableRow(index));
   std::sort(rows.begin(), rows.end());
   return rows;
 }
 
 void TrackGrid::ChooseRow(int row) {
-  row = std::min(row, rows_.rowCount());
-  if (row < 1) return;
-  selectRow(row - 1);
+  if (rows_.ShowsAll()) row = std::min(row, rows_.rowCount());
+  const int place = row < 1 ? -1 : rows_.PlaceOf(row);
+  if (place < 0) return;
+  selectRow(place);
   scrollTo(currentIndex());
+}
+
+void TrackGrid::ChooseFirst() {
+  if (rows_.rowCount() > 0 && !selectionModel()->hasSelection()) selectRow(0);
+}
+
+void TrackGrid::LetSort() {
+  horizontalHeader()->setSectionsClickable(true);
+  connect(horizontalHeader(), &QHeaderView::sectionClicked, this, [this](int section) {
+    const GridColumn& column = rows_.Shape().columns[static_cast<std::size_t>(section)];
+    if (column.record != 0) Q_EMIT SortWanted(column.record);
+  });
 }
 
 void TrackGrid::focusInEvent(QFocusEvent* event) {

@@ -33,10 +33,16 @@ class TrackGrid final : public QTableView {
   /// Table rows that are chosen, ascending.
   [[nodiscard]] std::vector<int> ChosenRows() const;
   void ChooseRow(int row);
+  /// Where none is chosen yet.
+  void ChooseFirst();
+  /// A click on a column's head asks for its order.
+  void LetSort();
   /// Room for all columns in their given widths, with the scroll bar.
   [[nodiscard]] int GivenWidth() const;
 
  Q_SIGNALS:
+  /// Column of the table.
+  void SortWanted(int column);
   /// The keys go to this grid now.
   void Entered();
   /// Table row, from 1.

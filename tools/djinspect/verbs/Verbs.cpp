@@ -19,6 +19,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mixtags", "FILE", &InspectMixTags},
     {"mp3gain", "FILE", &InspectMp3Gain},
+    {"playlist", "FILE", &InspectPlaylist},
     {"presets", "FILE", &InspectPresets},
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},

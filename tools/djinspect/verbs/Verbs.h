@@ -40,6 +40,7 @@ ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectPlaylist(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);

@@ -1,0 +1,158 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+// The automatic mixer on the real engine and decoders: what the room hears around a mix point.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "app/Workstation.h"
+#include "catalogue/testing/FakeTagReader.h"
+#include "engine/SoundEngine.h"
+#include "engine/VirtualOutputs.h"
+#include "engine/testing/SoundStage.h"
+#include "platform/codec/FfmpegDecoderFactory.h"
+#include "platform/codec/testing/MediaMaker.h"
+#include "platform/stretch/LibraryStretcherFactory.h"
+#include "support/testing/ManualExecutor.h"
+#include "support/testing/MemoryFiles.h"
+#include "support/testing/MemorySettings.h"
+
+namespace {
+
+using namespace std::chrono_literals;
+using engine::testing::StereoOutput;
+using platform::codec::testing::MediaMaker;
+using platform::codec::testing::Silence;
+using platform::codec::testing::Sound;
+using platform::codec::testing::Tone;
+
+constexpr double kRate = 44100;
+
+/// A workstation whose output is written down; the first track sounds on the left, the second on the right.
+class MixedEvening : public ::testing::Test {
+ protected:
+  MixedEvening() {
+    outputs_.Listen("hall", [this](std::span<const float> block) {
+      heard_.insert(heard_.end(), block.begin(), block.end());
+    });
+    outputs_.BeforeBlock([this] {
+      workers_.RunAll();
+      engine_.Pump();
+      const support::TimePoint now = time_.Now();
+      if (station_ == nullptr || now < next_tick_) return;
+      next_tick_ = now + 10ms;
+      station_->Tick();
+    });
+    settings_.Set(support::kApplication, "Settings", "Automix", "True");
+    settings_.Set(support::kApplication, "Mixer", "MixTime", "2");
+    station_ = std::make_unique<app::Workstation>(
+        app::Ports{engine_, engine_, tags_, settings_, files_, workers_, time_},
+        support::ProgramFolder(std::filesystem::path(::testing::TempDir()) / "no-mixed-evening"),
+        app::Workstation::Conducting::ByHand);
+    station_->StartUp();
+    Go(500ms);
+  }
+  ~MixedEvening() override {
+    station_->ShutDown();
+    outputs_.BeforeBlock(nullptr);
+  }
+  void Go(support::Duration time) {
+    outputs_.Advance(time);
+    station_->PumpWindow();
+    station_->Lists().Follow();
+  }
+  void PlayFirstAndList(const std::string& first, const std::string& second,
+                        const std::string& end_mix_point) {
+    catalogue::track_table table(catalogue::TrackColumns());
+    table.AddRow(
+        std::vector<std::string_view>{"", "first", "", first, "", "", "", "", "", "", "", "", end_mix_point});
+    station_->Playlist(2).AddRow(std::vector<std::string_view>{"", "second", "", second});
+    station_->Lists().Follow();
+    station_->LoadDeck(1, table, 1);
+    Go(300ms);
+    station_->Play(1);
+    Go(100ms);
+  }
+  /// Whether a side of the output is silent there, and the loudest of a stretch in seconds.
+  [[nodiscard]] double Peak(std::size_t side, double from, double to) const {
+    float peak = 0;
+    const auto end = std::min(static_cast<std::size_t>(to * kRate), heard_.size() / 2);
+    for (auto i = static_cast<std::size_t>(from * kRate); i < end; ++i) {
+      peak = std::max(peak, std::abs(heard_[2 * i + side]));
+    }
+    return peak;
+  }
+  /// First and last second at which a side sounds.
+  [[nodiscard]] double First(std::size_t side) const {
+    std::size_t i = 0;
+    while (2 * i < heard_.size() && std::abs(heard_[2 * i + side]) < kAudible) ++i;
+    return static_cast<double>(i) / kRate;
+  }
+  [[nodiscard]] double Last(std::size_t side) const {
+    std::size_t i = heard_.size() / 2;
+    while (i > 0 && std::abs(heard_[2 * (i - 1) + side]) < kAudible) --i;
+    return static_cast<double>(i) / kRate;
+  }
+  /// The sound on one side alone.
+  static Sound On(std::size_t side, Sound sound) {
+    for (std::size_t i = 1 - side; i < sound.samples.size(); i += 2) sound.samples[i] = 0;
+    return sound;
+  }
+
+  static constexpr std::size_t kLeft = 0, kRight = 1;
+  static constexpr float kAudible = 0.002F;
+  MediaMaker media_;
+  engine::VirtualTime time_;
+  engine::VirtualOutputs outputs_{time_, {StereoOutput("hall", true)}};
+  platform::codec::FfmpegDecoderFactory decoders_;
+  platform::stretch::LibraryStretcherFactory stretchers_;
+  support::testing::ManualExecutor workers_;
+  engine::SoundEngine engine_{{outputs_, decoders_, stretchers_, workers_, time_},
+                              engine::SoundEngine::Feeding::ByHand};
+  catalogue::testing::FakeTagReader tags_;
+  support::testing::MemorySettings settings_;
+  support::testing::MemoryFiles files_;
+  std::vector<float> heard_;
+  support::TimePoint next_tick_{};
+  std::unique_ptr<app::Workstation> station_;
+};
+
+TEST_F(MixedEvening, OneTrackBeginsWhereTheOtherOnesSoundEnds) {
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(6s, {400, 0.4})) + Silence(3s));
+  const std::string second = media_.Write("second.wav", Silence(1500ms) + On(kRight, Tone(4s, {2000, 0.4})));
+  PlayFirstAndList(first, second, "");
+  Go(12s);
+  const double gap = First(kRight) - Last(kLeft);
+  RecordProperty("gap_in_microseconds", static_cast<int>(gap * 1e6));
+  EXPECT_NEAR(gap, 0, 0.001);
+  EXPECT_NEAR(Peak(kRight, First(kRight), First(kRight) + 0.01), 0.4, 0.01) << "at full level from its start";
+  EXPECT_NEAR(Last(kRight) - First(kRight), 4.0, 0.001) << "and whole";
+}
+
+TEST_F(MixedEvening, AnEarlierMixPointMakesThemOverlapWhileTheCrossfaderGoesOver) {
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(9s, {400, 0.3})));
+  const std::string second = media_.Write("second.wav", Silence(1s) + On(kRight, Tone(6s, {2000, 0.3})));
+  PlayFirstAndList(first, second, "5.000");
+  Go(13s);
+  const double begin = First(kRight), end = Last(kLeft);
+  EXPECT_NEAR(begin - First(kLeft), 5.0, 0.05) << "the fader's first step is its first sound";
+  EXPECT_NEAR(end - begin, 2.0, 0.05);
+  EXPECT_NEAR(Peak(kRight, begin + 0.99, begin + 1.01), 0.3, 0.02) << "in the middle both are full";
+  EXPECT_NEAR(Peak(kLeft, begin + 0.99, begin + 1.01), 0.3, 0.02);
+  EXPECT_LT(Peak(kLeft, end - 0.1, end), 0.05) << "and it leaves softly";
+}
+
+TEST_F(MixedEvening, AFileThatIsNoneDelaysNothing) {
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(6s, {400, 0.4})));
+  const std::string second = media_.Write("second.wav", On(kRight, Tone(4s, {2000, 0.4})));
+  station_->Playlist(2).AddRow(std::vector<std::string_view>{"", "gone", "", "/no/such/file.mp3"});
+  PlayFirstAndList(first, second, "");
+  Go(9s);
+  EXPECT_NEAR(First(kRight) - Last(kLeft), 0, 0.001);
+}
+
+}  // namespace

@@ -1,0 +1,187 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <QFileDialog>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QMenu>
+#include <QPushButton>
+#include <QSlider>
+#include <QTableView>
+#include <fstream>
+
+#include "ui/models/TrackModel.h"
+#include "ui/tests/Booth.h"
+#include "ui/widgets/TrackGrid.h"
+
+namespace ui::testing {
+namespace {
+
+/// Searching and sorting the catalogue, and the files of playlists.
+class ListsTest : public Booth {
+ protected:
+  void SetUp() override { Open(); }
+  ~ListsTest() override { std::filesystem::remove_all(folder); }
+
+  void Work() {
+    for (int i = 0; i < 3; ++i) {
+      workers.RunAll();
+      Settle();
+    }
+  }
+  void Type(const char* text, const char* field = "Search") {
+    auto& line = Find<QLineEdit>(field);
+    line.clear();
+    QTest::keyClicks(&line, QLatin1String(text));
+    Work();
+  }
+  /// First letters of the titles that are shown.
+  std::string Shown(const char* grid = "Catalogue") {
+    const auto& view = Find<QTableView>(grid);
+    std::string letters;
+    for (int row = 0; row < view.model()->rowCount(); ++row) {
+      letters += view.model()->index(row, TrackModel::Title).data().toString().toStdString()[0];
+    }
+    return letters;
+  }
+  void ClickHead(int column) {
+    auto& head = *Find<QTableView>("Catalogue").horizontalHeader();
+    const QPoint place(head.sectionViewportPosition(column) + head.sectionSize(column) / 2,
+                       head.height() / 2);
+    QTest::mouseClick(head.viewport(), Qt::LeftButton, Qt::NoModifier, place);
+    Work();
+  }
+};
+
+TEST_F(ListsTest, TypingNarrowsTheListAndEscapeShowsAllAgain) {
+  const std::string all = Shown();
+  EXPECT_EQ(all.size(), 4u);
+  Press(Qt::Key_F, Qt::ControlModifier);
+  ASSERT_TRUE(Find<QLineEdit>("Search").hasFocus());
+  Type("second");
+  EXPECT_EQ(Shown(), "S");
+  EXPECT_EQ(TextOf("SearchCount"), QStringLiteral("1 found"));
+  EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("4 tracks")) << "which counts the catalogue";
+  Type("no such thing");
+  EXPECT_EQ(Shown(), "");
+  QTest::keyClick(&Find<QLineEdit>("Search"), Qt::Key_Escape);
+  Work();
+  EXPECT_EQ(Shown(), all);
+}
+
+TEST_F(ListsTest, EnterGoesToTheFirstRowAndTheDeckGetsThatOne) {
+  Type("second");
+  QTest::keyClick(&Find<QLineEdit>("Search"), Qt::Key_Return);
+  auto& grid = Find<TrackGrid>("Catalogue");
+  EXPECT_TRUE(grid.hasFocus());
+  EXPECT_EQ(grid.ChosenRows(), std::vector<int>{2}) << "the row of the table, not of the screen";
+  QTest::keyClick(&grid, Qt::Key_Return);
+  Settle();
+  EXPECT_EQ(Deck(1).title, "Second Wind");
+}
+
+TEST_F(ListsTest, WhatIsDraggedAndWhatIsLeftOutOfSightStayWhatTheyAre) {
+  Find<TrackGrid>("Catalogue").ChooseRow(3);
+  Type("first");
+  EXPECT_TRUE(Find<TrackGrid>("Catalogue").ChosenRows().empty()) << "a row out of sight is not chosen";
+  DropRows("Catalogue", {1}, "PlayListView1");
+  EXPECT_EQ(station->Playlist(1).Cell(1, catalogue::track::kTitle), "First Light");
+  Type("third");
+  DropRows("Catalogue", {1}, "PlayListView1");
+  EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kTitle), "Third Time");
+}
+
+TEST_F(ListsTest, AHeadSortsUpThenDownThenAsTheRowsStand) {
+  const std::string all = Shown();
+  std::string sorted = all;
+  std::sort(sorted.begin(), sorted.end());
+  ClickHead(TrackModel::Title);
+  EXPECT_EQ(Shown(), sorted);
+  ClickHead(TrackModel::Title);
+  EXPECT_EQ(Shown(), "TSFf") << "the one without a title stays at the end";
+  ClickHead(TrackModel::Title);
+  EXPECT_EQ(Shown(), all);
+}
+
+TEST_F(ListsTest, AnOrderSurvivesASearchAndARowThatGoes) {
+  ClickHead(TrackModel::Title);
+  Type("i");
+  const std::string found = Shown();
+  EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
+  EXPECT_GT(found.size(), 1u);
+  station->Catalogue().RemoveRow(2);
+  Settle();
+  Work();
+  EXPECT_EQ(Shown().size(), found.size() - 1);
+}
+
+TEST_F(ListsTest, APlaylistIsOpenedThroughItsDialogWithTheGivenFilters) {
+  std::filesystem::create_directories(folder);
+  std::ofstream(folder / "a.tpl") << "Ann\tSong\t03:20\t/x.mp3\t\t\t\t\t\t\t\t\t\r\n";
+  Click("Playlist1Open");
+  auto* menu = window->findChild<QMenu*>(QStringLiteral("Playlist1Menu"));
+  ASSERT_NE(menu, nullptr);
+  menu->actions().front()->trigger();
+  menu->close();
+  auto* dialog = window->findChild<QFileDialog*>(QStringLiteral("Playlist1OpenDialog"));
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->nameFilters().size(), 9);
+  EXPECT_EQ(dialog->nameFilters().at(6), QStringLiteral("Tolven's PlayList (*TPL)"));
+  Q_EMIT dialog->fileSelected(QString::fromStdString((folder / "a.tpl").string()));
+  dialog->close();
+  Work();
+  EXPECT_EQ(TextOf("Playlist1Count"), QStringLiteral("1 track, 03:20"));
+}
+
+TEST_F(ListsTest, APlaylistIsSavedUnderTheNameThatWasChosen) {
+  DropRows("Catalogue", {1}, "PlayListView2");
+  Click("Playlist2Save");
+  auto* dialog = window->findChild<QFileDialog*>(QStringLiteral("Playlist2SaveDialog"));
+  ASSERT_NE(dialog, nullptr);
+  EXPECT_EQ(dialog->defaultSuffix(), QStringLiteral("tpl"));
+  Q_EMIT dialog->fileSelected(QStringLiteral("/lists/*.tpl"));
+  Work();
+  EXPECT_EQ(files.Content("/lists/*.tpl"), std::nullopt) << "the pattern is no name";
+  Q_EMIT dialog->fileSelected(QStringLiteral("/lists/a.tpl"));
+  dialog->close();
+  Work();
+  EXPECT_NE(files.Content("/lists/a.tpl"), std::nullopt);
+}
+
+TEST_F(ListsTest, WhatWasPlayedTonightIsMarked) {
+  LoadAndPlay(1, 1);
+  Advance(31s);
+  Work();
+  Click("deck1Stop");
+  ChooseRow(2);
+  Press(Qt::Key_F1, Qt::ControlModifier);
+  Settle();
+  auto& grid = Find<QTableView>("Catalogue");
+  const auto role = [&](int row) {
+    return grid.model()
+        ->index(row - 1, TrackModel::Title)
+        .data(Qt::AccessibleTextRole)
+        .toString()
+        .toStdString();
+  };
+  EXPECT_NE(role(1).find("already played"), std::string::npos);
+  EXPECT_EQ(role(3).find("already played"), std::string::npos);
+}
+
+TEST_F(ListsTest, TheAutomixButtonAndTheCrossfaderFollowTheMixer) {
+  Click("Automix");
+  Settle();
+  EXPECT_TRUE(Find<QPushButton>("Automix").isChecked());
+  EXPECT_EQ(settings.Get(support::kApplication, "Settings", "Automix", ""), "True");
+  DropRows("Catalogue", {2}, "PlayListView1");
+  LoadAndPlay(1, 1);
+  Advance(171s);
+  Work();
+  Advance(12s);
+  EXPECT_EQ(Deck(2).title, "Second Wind");
+  EXPECT_EQ(Find<QSlider>("Crossfader").value(), 100);
+  EXPECT_EQ(Deck(2).state, State::Playing);
+}
+
+}  // namespace
+}  // namespace ui::testing
