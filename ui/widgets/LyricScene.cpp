@@ -150,13 +150,17 @@ void LyricScene::Paint(QPainter& painter, microseconds time) {
   PaintBall(painter, frame);
 }
 
+QColor LyricScene::Ground() const {
+  return ColourOf(look_.lyric.background);
+}
+
 void LyricScene::PaintBackground(QPainter& painter) {
   if (look_.picture.isNull()) {
-    return painter.fillRect(QRect(QPoint(0, 0), canvas_.pixels), ColourOf(look_.lyric.background));
+    return painter.fillRect(QRect(QPoint(0, 0), canvas_.pixels), Ground());
   }
   if (background_.isNull()) {
     background_ = QImage(canvas_.pixels, QImage::Format_RGB32);
-    background_.fill(ColourOf(look_.lyric.background));
+    background_.fill(Ground());
     const QImage scaled =
         look_.picture.scaled(canvas_.pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
     QPainter filler(&background_);

@@ -44,6 +44,8 @@ class LyricScene {
   void SetWords(std::shared_ptr<const app::SongWords> words);
   [[nodiscard]] const std::shared_ptr<const app::SongWords>& Words() const { return words_; }
 
+  /// The colour behind the words.
+  [[nodiscard]] QColor Ground() const;
   /// The whole picture. Without a song it is the background.
   void Paint(QPainter& painter, std::chrono::microseconds time);
 

@@ -72,6 +72,10 @@ void LyricSurface::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
   scene_.Paint(painter, time_);
+  if (scene_.Words() != nullptr || hint_.isEmpty()) return;
+  painter.resetTransform();
+  painter.setPen(scene_.Ground().lightness() < 128 ? Qt::white : Qt::black);
+  painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 
 QSize LyricSurface::sizeHint() const {
