@@ -17,6 +17,8 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureScan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
+/// Pictures of the singers' screen; makes a Qt application of its own meanwhile.
+[[nodiscard]] std::vector<Figure> MeasureLyrics();
 [[nodiscard]] std::vector<Figure> MeasureAnalysis();
 [[nodiscard]] std::vector<Figure> MeasureTempo();
 

@@ -36,6 +36,7 @@ struct BallPlace {
   std::size_t to = 0;
   double way = 0;     ///< 0 at from, 1 at to
   double height = 0;  ///< 0 touches down, 1 is the top of a jump
+  bool operator==(const BallPlace&) const = default;
 };
 
 /// What the singers see at one time.
@@ -49,6 +50,7 @@ struct LyricFrame {
   std::size_t word_end = 0;
   int count_in = 0;  ///< beats left until the line begins, 4 to 1; 0 is none
   std::optional<BallPlace> ball;
+  bool operator==(const LyricFrame&) const = default;
 };
 
 /// When which words of a song are shown; everything is a function of the time in the song.

@@ -102,5 +102,37 @@ TEST_F(GeneratedTest, AFreedOneGoesOnceItHasFaded) {
   EXPECT_EQ(generator.use_count(), 1);
 }
 
+/// A synthesiser that has gone mad: every third sample is no number.
+class MadGenerator final : public support::SoundGenerator, public support::GeneratorVoice {
+ public:
+  [[nodiscard]] int SampleRate() const noexcept override { return kRate; }
+  [[nodiscard]] std::int64_t Length() const noexcept override { return kRate; }
+  [[nodiscard]] support::GeneratorVoice& Voice(std::size_t) noexcept override { return *this; }
+  void Begin(std::int64_t) override {}
+  void SetSpeed(double) override {}
+  void Make(std::span<float> left, std::span<float> right) override {
+    for (std::size_t i = 0; i < left.size(); ++i) {
+      left[i] = i % 3 == 0 ? std::nanf("") : 0.25F;
+      right[i] = i % 3 == 1 ? INFINITY : 0.25F;
+    }
+  }
+};
+
+TEST(MadGeneratorTest, WhatIsNoNumberIsSilencedAndTheRestIsHeard) {
+  SoundStage stage;
+  stage.engine->BASS_Init(1, kRate, 0);
+  stage.engine->BASS_ChannelPlay(stage.engine->CreateGenerated(std::make_shared<MadGenerator>(), 1, 0),
+                                 false);
+  stage.Advance(500ms);
+  int heard = 0;
+  for (const std::size_t channel : {std::size_t{0}, std::size_t{1}}) {
+    for (const float sample : stage.Channel("main", channel)) {
+      ASSERT_TRUE(std::isfinite(sample));
+      heard += sample > 0.1F ? 1 : 0;
+    }
+  }
+  EXPECT_GT(heard, kRate / 2);
+}
+
 }  // namespace
 }  // namespace engine::testing

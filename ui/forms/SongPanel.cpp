@@ -50,6 +50,7 @@ SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const L
   Name(*this, QStringLiteral("SongPanel"), say(SongWord::SingersWords));
   words_ = new LyricSurface(karaoke::LyricDisplay::MainWindow);
   Name(*words_, QStringLiteral("pctKaraoke"), say(SongWord::SingersWords), say(SongWord::SingersWordsTip));
+  words_->SetHint(say(SongWord::NoSongHint));
   auto* shown = new QVBoxLayout;
   SetSpacingEm(*shown, 0, 0.3);
   shown->addWidget(words_, 1);
@@ -126,10 +127,8 @@ QHBoxLayout* SongPanel::MakeHead() {
 QWidget* SongPanel::MakeSong() {
   app::SongDesk& songs = workstation_.Songs();
   title_ = new ElidedLabel;
-  title_->UseTwoLines();
   Name(*title_, QStringLiteral("SongTitle"), {});
   SetFontEm(*title_, 1.1, Weight::Bold);
-  SetHeightEm(*title_, 3.2);
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.35);
   volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);

@@ -14,6 +14,7 @@ enum class SongWord : int {
   SingersWords,
   SingersWordsTip,
   NoSong,
+  NoSongHint,
   SongComes,
   SongPlay,
   SongPlayTip,

@@ -6,7 +6,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "ui/strings/Decode.h"
 #include "ui/widgets/QtDrawing.h"
 #include "ui/widgets/TextShape.h"
 
@@ -57,9 +56,9 @@ LyricCanvas::LyricCanvas(QSize size) : pixels(size) {
   height = size.height() / scale;
 }
 
-LyricLine::LyricLine(const karaoke::ShownLine& line, karaoke::FontObject font, const LyricCanvas& canvas,
-                     double share)
-    : bytes_(line.text), text_(Decode(line.text)), font_(std::move(font)) {
+LyricLine::LyricLine(const karaoke::ShownLine& line, LyricCoding coding, karaoke::FontObject font,
+                     const LyricCanvas& canvas, double share)
+    : bytes_(line.text), coding_(coding), text_(DecodeLyric(line.text, coding)), font_(std::move(font)) {
   for (const karaoke::ShownSyllable& syllable : line.syllables) {
     const int begin = LetterAt(syllable.begin);
     syllables_.push_back({begin, std::max(LetterAt(syllable.end), begin)});
@@ -68,7 +67,7 @@ LyricLine::LyricLine(const karaoke::ShownLine& line, karaoke::FontObject font, c
 }
 
 int LyricLine::LetterAt(std::size_t byte) const {
-  const auto before = Decode(std::string_view(bytes_).substr(0, byte)).size();
+  const auto before = DecodeLyric(std::string_view(bytes_).substr(0, byte), coding_).size();
   return static_cast<int>(std::min(before, text_.size()));
 }
 
@@ -202,7 +201,9 @@ std::vector<RowPicture> DrawRows(const LyricLine& line, karaoke::LyricRole role,
     const int margin = static_cast<int>(std::ceil(row.height * 0.3));
     const QSize size(static_cast<int>(std::ceil((row.width + 2 * margin) * canvas.scale)),
                      static_cast<int>(std::ceil((row.height + 2 * margin) * canvas.scale)));
-    RowPicture picture{QImage(size, QImage::Format_ARGB32_Premultiplied), margin * canvas.scale};
+    RowPicture& picture = pictures.emplace_back();
+    picture.image = QImage(size, QImage::Format_ARGB32_Premultiplied);
+    picture.margin = margin * canvas.scale;
     picture.image.fill(Qt::transparent);
     QPainter painter(&picture.image);
     painter.setRenderHint(QPainter::Antialiasing);
@@ -212,7 +213,6 @@ std::vector<RowPicture> DrawRows(const LyricLine& line, karaoke::LyricRole role,
     karaoke::LyricPainter words(system);
     words.Look(look);
     words.Draw(role, display, surface, line.Font(), row.text.toStdString(), margin, margin);
-    pictures.push_back(std::move(picture));
   }
   return pictures;
 }

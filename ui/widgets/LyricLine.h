@@ -10,6 +10,7 @@
 
 #include "karaoke/LyricPainter.h"
 #include "karaoke/LyricShow.h"
+#include "ui/strings/LyricCoding.h"
 
 namespace ui {
 
@@ -45,8 +46,8 @@ class LyricLine {
  public:
   LyricLine() = default;
   /// points: of the letters. share: how much of the canvas's height its rows may take.
-  LyricLine(const karaoke::ShownLine& line, karaoke::FontObject font, const LyricCanvas& canvas,
-            double share);
+  LyricLine(const karaoke::ShownLine& line, LyricCoding coding, karaoke::FontObject font,
+            const LyricCanvas& canvas, double share);
 
   [[nodiscard]] const std::vector<LyricRow>& Rows() const { return rows_; }
   [[nodiscard]] const karaoke::FontObject& Font() const { return font_; }
@@ -78,6 +79,7 @@ class LyricLine {
   [[nodiscard]] std::pair<double, double> Edges(const LyricRow& row, Letters letters) const;
 
   std::string bytes_;
+  LyricCoding coding_ = LyricCoding::Western;
   QString text_;
   std::vector<Letters> syllables_;
   karaoke::FontObject font_;

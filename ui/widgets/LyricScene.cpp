@@ -62,6 +62,10 @@ void LyricScene::SetWords(std::shared_ptr<const app::SongWords> words) {
   if (words == words_) return;
   words_ = std::move(words);
   Forget();
+  if (words_ == nullptr) return;
+  std::vector<std::string_view> texts{words_->title, words_->artist};
+  for (const karaoke::ShownLine& line : words_->show.Lines()) texts.push_back(line.text);
+  coding_ = CodingOf(texts);
 }
 
 std::function<LyricScene::Drawn()> LyricScene::Maker(const Key& key) const {
@@ -76,9 +80,9 @@ std::function<LyricScene::Drawn()> LyricScene::Maker(const Key& key) const {
   const karaoke::FontObject font{look_.lyric.font_name,
                                  static_cast<float>(canvas_.height * share * kPointsAUnit),
                                  look_.lyric.font_bold, look_.lyric.font_italic};
-  return [line = std::move(line), font, role = key.role, look = look_.lyric, canvas = canvas_,
-          display = display_, palette = QGuiApplication::palette()] {
-    Drawn drawn{std::make_shared<const LyricLine>(line, font, canvas, kMostOfHeight), {}};
+  return [line = std::move(line), coding = coding_, font, role = key.role, look = look_.lyric,
+          canvas = canvas_, display = display_, palette = QGuiApplication::palette()] {
+    Drawn drawn{std::make_shared<const LyricLine>(line, coding, font, canvas, kMostOfHeight), {}};
     drawn.rows = DrawRows(*drawn.line, role, display, look, canvas, palette);
     return drawn;
   };
@@ -150,13 +154,39 @@ void LyricScene::Paint(QPainter& painter, microseconds time) {
   PaintBall(painter, frame);
 }
 
+QRect LyricScene::Difference(microseconds one, microseconds other) {
+  const QRect whole(QPoint(0, 0), canvas_.pixels);
+  if (words_ == nullptr || canvas_.pixels.isEmpty()) return whole;
+  const LyricFrame before = words_->show.At(one), after = words_->show.At(other);
+  if (before == after) return {};
+  const bool same_lines =
+      before.title == after.title && before.current == after.current && before.next == after.next;
+  if (!same_lines || !after.current) return whole;
+  // The line that is sung, with the room that the ball and the count-in take.
+  const int number = static_cast<int>(*after.current);
+  const LyricLine& line = *Get({number, LyricRole::CurrentText}).line;
+  QRectF changed;
+  for (std::size_t row = 0; row < line.Rows().size(); ++row) {
+    const LyricRow& shown = line.Rows()[row];
+    changed |= QRectF(PlaceOf(line, number, row), QSizeF(shown.width, shown.height) * canvas_.scale);
+  }
+  const double room = line.Rows().front().height * canvas_.scale;
+  const double above = (kJump + 0.4) * room + BallSize();
+  const double beside = BallSize() + room;
+  return changed.adjusted(-beside, -above, beside, room).toAlignedRect() & whole;
+}
+
+QColor LyricScene::Ground() const {
+  return ColourOf(look_.lyric.background);
+}
+
 void LyricScene::PaintBackground(QPainter& painter) {
   if (look_.picture.isNull()) {
-    return painter.fillRect(QRect(QPoint(0, 0), canvas_.pixels), ColourOf(look_.lyric.background));
+    return painter.fillRect(QRect(QPoint(0, 0), canvas_.pixels), Ground());
   }
   if (background_.isNull()) {
     background_ = QImage(canvas_.pixels, QImage::Format_RGB32);
-    background_.fill(ColourOf(look_.lyric.background));
+    background_.fill(Ground());
     const QImage scaled =
         look_.picture.scaled(canvas_.pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
     QPainter filler(&background_);

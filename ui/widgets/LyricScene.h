@@ -44,8 +44,13 @@ class LyricScene {
   void SetWords(std::shared_ptr<const app::SongWords> words);
   [[nodiscard]] const std::shared_ptr<const app::SongWords>& Words() const { return words_; }
 
+  /// The colour behind the words.
+  [[nodiscard]] QColor Ground() const;
   /// The whole picture. Without a song it is the background.
   void Paint(QPainter& painter, std::chrono::microseconds time);
+
+  /// The part that differs between the pictures of two times, in pixels; empty when they are the same.
+  [[nodiscard]] QRect Difference(std::chrono::microseconds one, std::chrono::microseconds other);
 
   /// A line's pictures in one role.
   struct Drawn {
@@ -94,6 +99,7 @@ class LyricScene {
   SceneLook look_;
   LyricCanvas canvas_{QSize(0, 0)};
   std::shared_ptr<const app::SongWords> words_;  // with the desk
+  LyricCoding coding_ = LyricCoding::Western;
   std::uint64_t generation_ = 0;
   std::map<Key, Drawn> drawn_;
   int drawn_late_ = 0;

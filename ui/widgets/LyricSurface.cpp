@@ -34,8 +34,15 @@ void LyricSurface::SetSample(std::shared_ptr<const app::SongWords> words, std::c
 void LyricSurface::Show(const app::SongView& view, support::TimePoint now) {
   const auto& words = view.words != nullptr ? view.words : sample_;
   const auto time = view.words != nullptr ? view.HeardAt(now) : sample_time_;
-  if (words != scene_.Words() || time != time_) update();
-  scene_.SetWords(words);
+  if (words != scene_.Words()) {
+    scene_.SetWords(words);
+    update();
+  } else if (time != time_ && isVisible()) {
+    FitScene();
+    const QRect changed = scene_.Difference(time_, time);
+    const double ratio = devicePixelRatioF();
+    update(QRectF(QPointF(changed.topLeft()) / ratio, QSizeF(changed.size()) / ratio).toAlignedRect());
+  }
   time_ = time;
   DrawAhead();
 }
@@ -72,6 +79,10 @@ void LyricSurface::paintEvent(QPaintEvent*) {
   QPainter painter(this);
   painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
   scene_.Paint(painter, time_);
+  if (scene_.Words() != nullptr || hint_.isEmpty()) return;
+  painter.resetTransform();
+  painter.setPen(scene_.Ground().lightness() < 128 ? Qt::white : Qt::black);
+  painter.drawText(rect(), Qt::AlignCenter | Qt::TextWordWrap, hint_);
 }
 
 QSize LyricSurface::sizeHint() const {

@@ -24,6 +24,8 @@ class LyricSurface final : public QWidget {
   void SetLook(const SceneLook& look);
   /// What stands there while no song does.
   void SetSample(std::shared_ptr<const app::SongWords> words, std::chrono::microseconds time);
+  /// What is said while nothing else stands there; nothing without it.
+  void SetHint(const QString& hint) { hint_ = hint; }
   void Show(const app::SongView& view, support::TimePoint now);
   /// Of the picture that is shown.
   [[nodiscard]] std::chrono::microseconds ShownTime() const { return time_; }
@@ -44,6 +46,7 @@ class LyricSurface final : public QWidget {
   std::shared_ptr<const app::SongWords> sample_;
   std::chrono::microseconds sample_time_{0};
   std::chrono::microseconds time_{0};
+  QString hint_;
   bool drawing_ = false;
   QThreadPool pool_;
 };
