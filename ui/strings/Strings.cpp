@@ -375,6 +375,7 @@ constexpr Strings::Row kRows[] = {
     {Say::DmxNoBox, "DMX: no box", "DMX: geen kastje"},
     {Say::DmxDark, "DMX: blackout", "DMX: black-out"},
     {Say::DmxTip, "The DMX output is on", "De DMX-uitgang staat aan"},
+    {Say::AndMore, "And %1 more.", "En nog %1."},
 
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,

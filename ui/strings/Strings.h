@@ -290,6 +290,7 @@ enum class Say : int {
   DmxNoBox,
   DmxDark,
   DmxTip,
+  AndMore,
   // Equaliser
   EqCurve = 2500,
   EqCurveTip,
