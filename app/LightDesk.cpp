@@ -23,7 +23,7 @@ class NoInterface final : public dmx::DmxInterface {
 
 LightDesk::LightDesk(const DeskContext& context, dmx::DmxInterface* wire)
     : context_(context),
-      library_(context.folder),
+      library_(context.folder, context.say),
       nothing_(wire == nullptr ? std::make_unique<NoInterface>() : nullptr),
       output_(wire == nullptr ? *nothing_ : *wire),
       universe_(output_),
@@ -115,7 +115,7 @@ void LightDesk::OpenShow(const std::filesystem::path& path, ShowOpened done) {
             if (opening && number == newest_opening_) TakeShow(opening.Value().show);
             if (!done) return;
             if (opening) return done(opening.Value().report);
-            done(opening.Failure());
+            done(support::Error{opening.Failure().code, context_.say(opening.Failure())});
           });
         });
       });

@@ -76,7 +76,7 @@ std::vector<std::filesystem::path> ShowFilesIn(const std::filesystem::path& fold
 
 support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,
                                             const dmx::FixtureLibrary& library) {
-  auto reading = dmx::OpenShow(path);
+  auto reading = dmx::OpenShow(path, library.Say());
   if (!reading) return reading.Failure();
   dmx::Show& show = reading.Value().show;
   dmx::PatchReport patched = dmx::PatchShow(show.fixtures, library);

@@ -8,16 +8,20 @@
 #include <fstream>
 #include <system_error>
 
+#include "support/Sentences.h"
+
 namespace dmx {
 
 support::Result<std::string> WholeDataFile(const std::filesystem::path& path, std::uintmax_t longest) {
   constexpr std::size_t kPiece = 1 << 20;
-  const std::string name = "\"" + path.string() + "\"";
+  using support::Sentence;
+  const std::string name = path.string();
   std::error_code failed;
   const auto type = std::filesystem::status(path, failed).type();
   if (type == std::filesystem::file_type::not_found)
-    return support::Error{support::ErrorCode::NotFound, name + " is not there."};
-  const support::Error unreadable{support::ErrorCode::Unreadable, name + " cannot be read."};
+    return support::Failed(support::ErrorCode::NotFound, Sentence::LightFileMissing, {name});
+  const support::Error unreadable =
+      support::Failed(support::ErrorCode::Unreadable, Sentence::LightFileUnreadable, {name});
   if (type != std::filesystem::file_type::regular) return unreadable;
   std::ifstream file(path, std::ios::binary);
   if (!file) return unreadable;
@@ -27,7 +31,7 @@ support::Result<std::string> WholeDataFile(const std::filesystem::path& path, st
   while (file) {
     const std::size_t before = text.size();
     if (before > longest) {
-      return support::Error{support::ErrorCode::Unreadable, name + " is too long to be read."};
+      return support::Failed(support::ErrorCode::Unreadable, Sentence::LightFileTooLong, {name});
     }
     text.resize(before + kPiece);
     file.read(text.data() + before, static_cast<std::streamsize>(kPiece));

@@ -13,17 +13,19 @@
 namespace dmx {
 namespace {
 
+using support::Sentence;
+
 constexpr std::uintmax_t kLongestFixtureFile = 32 << 20;
 constexpr int kHighestIndex = std::numeric_limits<std::int16_t>::max();
 
 presets ReadPreset(LineReader& lines, int owner) {
   presets preset;
   preset.Owner = owner;
-  preset.Effect = static_cast<PresetEffect>(lines.Lenient("The effect", 0, kHighestIndex).value_or(0));
-  preset.picture = lines.Lenient("The picture", 0, kHighestIndex).value_or(0);
+  preset.Effect = static_cast<PresetEffect>(lines.Lenient(Sentence::TheEffect, 0, kHighestIndex).value_or(0));
+  preset.picture = lines.Lenient(Sentence::ThePicture, 0, kHighestIndex).value_or(0);
   lines.Text(preset.name);
-  preset.StartLevel = lines.Lenient("The start level", 0, kHighestLevel).value_or(0);
-  preset.EndLevel = lines.Lenient("The end level", 0, kHighestLevel).value_or(0);
+  preset.StartLevel = lines.Lenient(Sentence::TheStartLevel, 0, kHighestLevel).value_or(0);
+  preset.EndLevel = lines.Lenient(Sentence::TheEndLevel, 0, kHighestLevel).value_or(0);
   lines.Text(preset.third);
   lines.Line();  // the extra value
   return preset;
@@ -31,10 +33,10 @@ presets ReadPreset(LineReader& lines, int owner) {
 
 void ReadChannel(LineReader& lines, int number, FixtureChannel& channel) {
   lines.Line();  // its marker
-  const int function = lines.Strict("The function", 0, kChannelFunctions - 1).value_or(0);
+  const int function = lines.Strict(Sentence::TheFunction, 0, kChannelFunctions - 1).value_or(0);
   channel.function = static_cast<ChannelFunction>(function);
   lines.Text(channel.label);
-  const int count = lines.Count("The number of presets").value_or(0);
+  const int count = lines.Count(Sentence::ThePresetCount).value_or(0);
   for (int p = 1; p <= count; ++p) {
     if (!lines.Line()) return;  // its marker
     const bool begun = !lines.AtEnd();
@@ -65,17 +67,17 @@ void AppendChannel(std::string& text, int number, const FixtureChannel& channel)
 
 }  // namespace
 
-support::Result<FixtureReading> ReadFixture(std::string_view text) {
-  if (text.empty()) return support::Error{support::ErrorCode::Empty, "The fixture file is empty."};
-  LineReader lines(text);
+support::Result<FixtureReading> ReadFixture(std::string_view text, const support::Sentences& say) {
+  if (text.empty()) return support::Failed(support::ErrorCode::Empty, Sentence::FixtureFileEmpty);
+  LineReader lines(text, say);
   FixtureReading reading;
   Fixture& fixture = reading.fixture;
   lines.Text(fixture.name);
-  fixture.type = static_cast<FixtureType>(lines.Lenient("The type", 0, kHighestIndex).value_or(0));
-  fixture.tilt_angle = lines.Lenient("The tilt angle", 0, kHighestAngle).value_or(0);
-  fixture.pan_angle = lines.Lenient("The pan angle", 0, kHighestAngle).value_or(0);
-  fixture.beam_angle = lines.Lenient("The beam angle", 0, kHighestAngle).value_or(0);
-  const int count = lines.Strict("The number of channels", 0, kUniverseChannels).value_or(0);
+  fixture.type = static_cast<FixtureType>(lines.Lenient(Sentence::TheType, 0, kHighestIndex).value_or(0));
+  fixture.tilt_angle = lines.Lenient(Sentence::TheTiltAngle, 0, kHighestAngle).value_or(0);
+  fixture.pan_angle = lines.Lenient(Sentence::ThePanAngle, 0, kHighestAngle).value_or(0);
+  fixture.beam_angle = lines.Lenient(Sentence::TheBeamAngle, 0, kHighestAngle).value_or(0);
+  const int count = lines.Strict(Sentence::TheChannelCount, 0, kUniverseChannels).value_or(0);
   for (int c = 1; c <= count; ++c) ReadChannel(lines, c, fixture.channels.Add());
   if (!lines.Failure().empty()) return support::Error{support::ErrorCode::Malformed, lines.Failure()};
   reading.ended_early = lines.EndedEarly();
@@ -96,10 +98,11 @@ std::string FixtureText(const Fixture& fixture) {
   return text;
 }
 
-support::Result<FixtureReading> OpenFixture(const std::filesystem::path& path) {
+support::Result<FixtureReading> OpenFixture(const std::filesystem::path& path,
+                                            const support::Sentences& say) {
   const auto text = WholeDataFile(path, kLongestFixtureFile);
   if (!text) return text.Failure();
-  return ReadFixture(text.Value());
+  return ReadFixture(text.Value(), say);
 }
 
 support::Result<void> SaveFixture(support::FileSaver& files, const std::filesystem::path& path,

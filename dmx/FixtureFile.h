@@ -9,6 +9,7 @@
 
 #include "dmx/fixture.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
 
 namespace dmx {
@@ -22,11 +23,13 @@ struct FixtureReading {
 
 /// Reads the lines of a fixture file in their order; markers are passed over whatever they say. Fails with
 /// ErrorCode::Empty when there is nothing, and with ErrorCode::Malformed when a channel count, a function or
-/// a preset count is no number.
-[[nodiscard]] support::Result<FixtureReading> ReadFixture(std::string_view text);
+/// a preset count is no number. say: what notes and failures are told in.
+[[nodiscard]] support::Result<FixtureReading> ReadFixture(std::string_view text,
+                                                          const support::Sentences& say = support::English());
 [[nodiscard]] std::string FixtureText(const Fixture& fixture);
 
-[[nodiscard]] support::Result<FixtureReading> OpenFixture(const std::filesystem::path& path);
+[[nodiscard]] support::Result<FixtureReading> OpenFixture(const std::filesystem::path& path,
+                                                          const support::Sentences& say = support::English());
 /// Refuses a fixture without a name.
 support::Result<void> SaveFixture(support::FileSaver& files, const std::filesystem::path& path,
                                   const Fixture& fixture);

@@ -7,12 +7,14 @@
 namespace dmx {
 namespace {
 
+using support::Sentence;
+
 constexpr std::size_t kNotesKept = 20;
 constexpr std::size_t kShown = 40;
 
 /// A line that is cited in a sentence, cut where it is too long to be read there.
 std::string Cited(std::string_view line) {
-  return "\"" + std::string(line.substr(0, kShown)) + (line.size() > kShown ? "..." : "") + "\"";
+  return std::string(line.substr(0, kShown)) + (line.size() > kShown ? "..." : "");
 }
 
 bool IsDigit(char c) {
@@ -54,7 +56,7 @@ bool Notes::HasRoom() const {
 
 std::vector<std::string> Notes::Sentences() const {
   std::vector<std::string> all = kept_;
-  if (left_out_ > 0) all.push_back("And " + std::to_string(left_out_) + " more of this kind.");
+  if (left_out_ > 0) all.push_back(say_(Sentence::MoreNotes, {std::to_string(left_out_)}));
   return all;
 }
 
@@ -62,27 +64,31 @@ void LineReader::Text(std::string& target) {
   if (const auto line = Line()) target = *line;
 }
 
-int LineReader::Bounded(std::string_view what, std::int64_t number, int lowest, int highest) {
+int LineReader::Bounded(Sentence what, std::int64_t number, int lowest, int highest) {
   const std::int64_t bounded = std::clamp<std::int64_t>(number, lowest, highest);
   if (bounded != number && notes.HasRoom()) {
-    notes.Add("Line " + std::to_string(number_) + ": " + std::string(what) + " was changed to " +
-              std::to_string(bounded) + ".");
+    notes.Add(say_(Sentence::NumberBounded, {std::to_string(number_), say_(what), std::to_string(bounded)}));
   } else if (bounded != number) {
     notes.Add({});
   }
   return static_cast<int>(bounded);
 }
 
-std::optional<int> LineReader::Strict(std::string_view what, int lowest, int highest) {
+void LineReader::NoteLevel(int level, int bounded) {
+  const bool room = notes.HasRoom();
+  notes.Add(room ? say_(Sentence::LevelBounded, {std::to_string(level), std::to_string(bounded)})
+                 : std::string());
+}
+
+std::optional<int> LineReader::Strict(Sentence what, int lowest, int highest) {
   const auto line = Line();
   if (!line) return std::nullopt;
   if (IsWhole(*line)) return Bounded(what, LeadingNumber(*line), lowest, highest);
-  failure_ = "Line " + std::to_string(number_) + ": " + std::string(what) +
-             " should be a whole number, but " + Cited(*line) + " is none.";
+  failure_ = say_(Sentence::NumberNotWhole, {std::to_string(number_), say_(what), Cited(*line)});
   return std::nullopt;
 }
 
-std::optional<int> LineReader::Lenient(std::string_view what, int lowest, int highest) {
+std::optional<int> LineReader::Lenient(Sentence what, int lowest, int highest) {
   const auto line = Line();
   if (!line) return std::nullopt;
   return Bounded(what, LeadingNumber(*line), lowest, highest);

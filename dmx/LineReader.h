@@ -11,11 +11,16 @@
 #include <string_view>
 #include <vector>
 
+#include "support/Sentences.h"
+
 namespace dmx {
 
 /// What a reader had to change to make sense of a file, a sentence each; of many only the first are kept.
 class Notes {
  public:
+  /// say: in which language; outlives the notes.
+  explicit Notes(const support::Sentences& say) : say_(say) {}
+
   void Add(std::string sentence);
   /// The last one counts those that were not kept.
   [[nodiscard]] std::vector<std::string> Sentences() const;
@@ -23,6 +28,7 @@ class Notes {
   [[nodiscard]] bool HasRoom() const;
 
  private:
+  const support::Sentences& say_;
   std::vector<std::string> kept_;
   std::size_t left_out_ = 0;
 };
@@ -33,8 +39,8 @@ class Notes {
 /// nothing, so a reader stops by itself. Threads: one at a time.
 class LineReader {
  public:
-  /// The text outlives the reader.
-  explicit LineReader(std::string_view text) : rest_(text) {}
+  /// The text outlives the reader, and so does what its notes and failures are said in.
+  LineReader(std::string_view text, const support::Sentences& say) : notes(say), say_(say), rest_(text) {}
 
   /// Nothing at the end. A last line without an end counts, an empty rest does not.
   std::optional<std::string_view> Line() {
@@ -53,12 +59,14 @@ class LineReader {
   /// Leaves the target as it is at the end of the text.
   void Text(std::string& target);
   /// A whole number with nothing else beside it, brought into the bounds with a note; any other line is a
-  /// failure. what: as in "The scene's loops".
-  std::optional<int> Strict(std::string_view what, int lowest, int highest);
+  /// failure. what: a name of the table, such as TheLoops.
+  std::optional<int> Strict(support::Sentence what, int lowest, int highest);
   /// The digits at the start of the line, 0 without any, brought into the bounds with a note.
-  std::optional<int> Lenient(std::string_view what, int lowest, int highest);
+  std::optional<int> Lenient(support::Sentence what, int lowest, int highest);
   /// A number of things to come: whole, not below 0, and believed only as the things are there.
-  std::optional<int> Count(std::string_view what) { return Strict(what, 0, std::numeric_limits<int>::max()); }
+  std::optional<int> Count(support::Sentence what) {
+    return Strict(what, 0, std::numeric_limits<int>::max());
+  }
 
   /// What has not been taken yet, for readers that know how the next lines are most likely written.
   [[nodiscard]] std::string_view Rest() const { return failure_.empty() ? rest_ : std::string_view(); }
@@ -67,6 +75,9 @@ class LineReader {
     rest_.remove_prefix(bytes);
     number_ += lines;
   }
+
+  /// Notes that a level was brought into bounds.
+  void NoteLevel(int level, int bounded);
 
   [[nodiscard]] bool AtEnd() const { return rest_.empty() || !failure_.empty(); }
   /// A line was asked for that is not there.
@@ -78,8 +89,9 @@ class LineReader {
   Notes notes;
 
  private:
-  int Bounded(std::string_view what, std::int64_t number, int lowest, int highest);
+  int Bounded(support::Sentence what, std::int64_t number, int lowest, int highest);
 
+  const support::Sentences& say_;
   std::string_view rest_;
   std::string failure_;
   std::int64_t number_ = 0;

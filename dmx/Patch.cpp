@@ -8,12 +8,14 @@
 namespace dmx {
 namespace {
 
+using support::Sentence;
+
 bool Runs(int start, int count) {
   return start >= 1 && count <= kUniverseChannels && start - 1 <= kUniverseChannels - count;
 }
 
 std::string Named(const DMXfilename& fixture) {
-  return "\"" + std::string(NameWithoutFolder(fixture.Filename)) + "\"";
+  return std::string(NameWithoutFolder(fixture.Filename));
 }
 
 void TakeFixture(DMXfilename& fixture, FixtureReading reading, const FixtureLibrary& library,
@@ -21,8 +23,9 @@ void TakeFixture(DMXfilename& fixture, FixtureReading reading, const FixtureLibr
   fixture.Channels = std::move(reading.fixture.channels);
   fixture.Filename = library.FilenameOf(fixture.Filename);
   fixture.NumberOf = static_cast<std::int16_t>(fixture.Channels.count());
-  for (const std::string& note : reading.notes) report.notes.push_back(Named(fixture) + ": " + note);
-  if (reading.ended_early) report.notes.push_back(Named(fixture) + " ends early.");
+  for (const std::string& note : reading.notes) report.notes.push_back("\"" + Named(fixture) + "\": " + note);
+  if (reading.ended_early)
+    report.notes.push_back(library.Say()(Sentence::FixtureEndsEarly, {Named(fixture)}));
 }
 
 }  // namespace
@@ -76,7 +79,7 @@ std::vector<int> Patch::Channels() const {
 
 support::Result<FixtureReading> FixtureLibrary::Open(std::string_view filename) const {
   const std::string_view name = filename.substr(filename.find_last_of("\\/") + 1);  // npos + 1 is 0
-  return OpenFixture(folder_.Native("\\DMXlibrary\\" + std::string(name)));
+  return OpenFixture(folder_.Native("\\DMXlibrary\\" + std::string(name)), say_);
 }
 
 std::string FixtureLibrary::FilenameOf(std::string_view filename) const {
@@ -89,8 +92,8 @@ PatchReport PatchShow(DMXname& fixtures, const FixtureLibrary& library) {
     DMXfilename& fixture = *fixtures.Item(position);
     auto reading = library.Open(fixture.Filename);
     if (!reading) {
-      report.notes.push_back("The fixture " + Named(fixture) +
-                             " is left dark, as its file cannot be read: " + reading.Failure().text);
+      const support::Sentences& say = library.Say();
+      report.notes.push_back(say(Sentence::FixtureLeftDark, {Named(fixture), say(reading.Failure())}));
       report.missing.push_back(position);
       ++position;
       continue;

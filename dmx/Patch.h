@@ -13,6 +13,7 @@
 #include "dmx/show.h"
 #include "support/ProgramFolder.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace dmx {
 
@@ -54,15 +55,19 @@ class Patch {
 /// The fixture files of the program folder. Threads: any; blocks on the disk.
 class FixtureLibrary {
  public:
-  explicit FixtureLibrary(support::ProgramFolder folder) : folder_(std::move(folder)) {}
+  /// say: what is told of the files in; outlives the library.
+  explicit FixtureLibrary(support::ProgramFolder folder, const support::Sentences& say = support::English())
+      : folder_(std::move(folder)), say_(say) {}
 
   /// Whatever folder stands before the name, the file is looked for in the library's.
   [[nodiscard]] support::Result<FixtureReading> Open(std::string_view filename) const;
   /// As DMXfilename::Filename holds it.
   [[nodiscard]] std::string FilenameOf(std::string_view filename) const;
+  [[nodiscard]] const support::Sentences& Say() const { return say_; }
 
  private:
   support::ProgramFolder folder_;
+  const support::Sentences& say_;
 };
 
 /// What became of a show's fixtures.

@@ -14,6 +14,8 @@
 namespace dmx {
 namespace {
 
+using support::Sentence;
+
 constexpr std::uintmax_t kLongestShowFile = 512 << 20;
 constexpr int kLowest16 = std::numeric_limits<std::int16_t>::min();
 constexpr int kHighest16 = std::numeric_limits<std::int16_t>::max();
@@ -22,12 +24,11 @@ std::int16_t To16(int value) {
   return static_cast<std::int16_t>(value);
 }
 
-std::int16_t Strict16(LineReader& lines, std::string_view what, int lowest = kLowest16,
-                      int highest = kHighest16) {
+std::int16_t Strict16(LineReader& lines, Sentence what, int lowest = kLowest16, int highest = kHighest16) {
   return To16(lines.Strict(what, lowest, highest).value_or(0));
 }
 
-std::int16_t Lenient16(LineReader& lines, std::string_view what) {
+std::int16_t Lenient16(LineReader& lines, Sentence what) {
   return To16(lines.Lenient(what, kLowest16, kHighest16).value_or(0));
 }
 
@@ -77,18 +78,17 @@ bool TakePlainRecord(LineReader& lines, Sliders& record) {
 }
 
 void ReadRecord(LineReader& lines, Sliders& record) {
-  record.ChannelValue = Strict16(lines, "The level");
+  record.ChannelValue = Strict16(lines, Sentence::TheLevel);
   record.Changed = Boolean(lines.Line().value_or(""));
-  record.Dif = Strict16(lines, "The difference");
-  record.Prev = Strict16(lines, "The previous level");
+  record.Dif = Strict16(lines, Sentence::TheDifference);
+  record.Prev = Strict16(lines, Sentence::ThePreviousLevel);
   lines.Line();
 }
 
 void BoundLevel(LineReader& lines, Sliders& record) {
   const int level = std::clamp<int>(record.ChannelValue, 0, kHighestLevel);
   if (level == record.ChannelValue) return;
-  lines.notes.Add("A level of " + std::to_string(record.ChannelValue) + " was changed to " +
-                  std::to_string(level) + ".");
+  lines.NoteLevel(record.ChannelValue, level);
   record.ChannelValue = To16(level);
 }
 
@@ -124,7 +124,7 @@ void ForEach(LineReader& lines, int count, const Read& read) {
 }
 
 void ReadStep(LineReader& lines, SceneStep& step) {
-  const int records = lines.Count("The number of channels").value_or(0);
+  const int records = lines.Count(Sentence::TheChannelCount).value_or(0);
   lines.Text(step.FadeTime);
   lines.Text(step.WaitTime);
   ReadRecords(lines, records, step.SceneChannel);
@@ -133,15 +133,15 @@ void ReadStep(LineReader& lines, SceneStep& step) {
 void ReadScene(LineReader& lines, Scene& scene) {
   lines.Line();  // the number of scenes once more
   lines.Text(scene.SceneName);
-  scene.Loops = Strict16(lines, "The number of loops");
-  const int steps = lines.Count("The number of steps").value_or(0);
+  scene.Loops = Strict16(lines, Sentence::TheLoops);
+  const int steps = lines.Count(Sentence::TheStepCount).value_or(0);
   ForEach(lines, steps, [&] { ReadStep(lines, scene.Steps.Add()); });
 }
 
 void ReadPatched(LineReader& lines, DMXfilename& fixture) {
   lines.Text(fixture.Filename);
-  fixture.StartChannel = Lenient16(lines, "The start channel");
-  fixture.NumberOf = Lenient16(lines, "The fixture's number");
+  fixture.StartChannel = Lenient16(lines, Sentence::TheStartChannel);
+  fixture.NumberOf = Lenient16(lines, Sentence::TheFixtureNumber);
 }
 
 void AppendRecord(std::string& text, const Sliders& record) {
@@ -177,14 +177,14 @@ void AppendHead(std::string& text, const Show& show) {
 
 }  // namespace
 
-support::Result<ShowReading> ReadShow(std::string_view text) {
-  if (text.empty()) return support::Error{support::ErrorCode::Empty, "The show file is empty."};
-  LineReader lines(text);
+support::Result<ShowReading> ReadShow(std::string_view text, const support::Sentences& say) {
+  if (text.empty()) return support::Failed(support::ErrorCode::Empty, Sentence::ShowFileEmpty);
+  LineReader lines(text, say);
   ShowReading reading;
   Show& show = reading.show;
-  const int fixtures = lines.Count("The number of fixtures").value_or(0);
+  const int fixtures = lines.Count(Sentence::TheFixtureCount).value_or(0);
   ForEach(lines, fixtures, [&] { ReadPatched(lines, show.fixtures.Add()); });
-  const int scenes = lines.Count("The number of scenes").value_or(0);
+  const int scenes = lines.Count(Sentence::TheSceneCount).value_or(0);
   ForEach(lines, scenes, [&] { ReadScene(lines, show.scenes.Add()); });
   if (!lines.Failure().empty()) return support::Error{support::ErrorCode::Malformed, lines.Failure()};
   reading.ended_early = lines.EndedEarly();
@@ -199,10 +199,10 @@ std::string ShowText(const Show& show) {
   return text;
 }
 
-support::Result<ShowReading> OpenShow(const std::filesystem::path& path) {
+support::Result<ShowReading> OpenShow(const std::filesystem::path& path, const support::Sentences& say) {
   const auto text = WholeDataFile(path, kLongestShowFile);
   if (!text) return text.Failure();
-  return ReadShow(text.Value());
+  return ReadShow(text.Value(), say);
 }
 
 support::Result<void> SaveShow(support::FileSaver& files, const std::filesystem::path& path,

@@ -9,6 +9,7 @@
 
 #include "dmx/show.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
 
 namespace dmx {
@@ -21,11 +22,13 @@ struct ShowReading {
 };
 
 /// Reads the lines of a show file in their order. Fails with ErrorCode::Empty when there is nothing, and with
-/// ErrorCode::Malformed when a number that must be one is none.
-[[nodiscard]] support::Result<ShowReading> ReadShow(std::string_view text);
+/// ErrorCode::Malformed when a number that must be one is none. say: what notes and failures are told in.
+[[nodiscard]] support::Result<ShowReading> ReadShow(std::string_view text,
+                                                    const support::Sentences& say = support::English());
 [[nodiscard]] std::string ShowText(const Show& show);
 
-[[nodiscard]] support::Result<ShowReading> OpenShow(const std::filesystem::path& path);
+[[nodiscard]] support::Result<ShowReading> OpenShow(const std::filesystem::path& path,
+                                                    const support::Sentences& say = support::English());
 /// Refuses a show without scenes.
 support::Result<void> SaveShow(support::FileSaver& files, const std::filesystem::path& path,
                                const Show& show);

@@ -6,6 +6,8 @@
 
 #include "dmx/ShowTime.h"
 
+#include "support/Sentences.h"
+
 namespace dmx {
 namespace {
 
@@ -24,7 +26,7 @@ support::Result<ShowPlan> ShowPlan::Make(const Scenes& scenes, std::span<const i
   std::size_t steps = 0;
   for (const Scene& scene : scenes) steps += static_cast<std::size_t>(scene.Steps.count()) * 2;
   if (steps > kMostLevels / std::max<std::size_t>(channels.size(), 1)) {
-    return support::Error{support::ErrorCode::Unsupported, "The show has too many steps to be played."};
+    return support::Failed(support::ErrorCode::Unsupported, support::Sentence::ShowTooLong);
   }
   ShowPlan plan;
   plan.channels_.assign(channels.begin(), channels.end());

@@ -62,6 +62,42 @@ constexpr Row kRows[] = {
     {Sentence::IndexUnreadable, "The index \"%1\" cannot be read.",
      "De index \"%1\" kan niet worden gelezen."},
 
+    {Sentence::FixtureFileEmpty, "The fixture file is empty.", "Het armatuurbestand is leeg."},
+    {Sentence::ShowFileEmpty, "The show file is empty.", "Het showbestand is leeg."},
+    {Sentence::LightFileMissing, "\"%1\" is not there.", "\"%1\" is er niet."},
+    {Sentence::LightFileUnreadable, "\"%1\" cannot be read.", "\"%1\" kan niet worden gelezen."},
+    {Sentence::LightFileTooLong, "\"%1\" is too long to be read.", "\"%1\" is te lang om te lezen."},
+    {Sentence::NumberBounded, "Line %1: %2 was changed to %3.", "Regel %1: %2 is veranderd in %3."},
+    {Sentence::NumberNotWhole, "Line %1: %2 should be a whole number, but \"%3\" is none.",
+     "Regel %1: %2 moet een geheel getal zijn, maar \"%3\" is dat niet."},
+    {Sentence::MoreNotes, "And %1 more of this kind.", "En nog %1 van deze soort."},
+    {Sentence::LevelBounded, "A level of %1 was changed to %2.", "Een niveau van %1 is veranderd in %2."},
+    {Sentence::FixtureLeftDark, "The fixture \"%1\" is left dark, as its file cannot be read: %2",
+     "De armatuur \"%1\" blijft donker, want haar bestand kan niet worden gelezen: %2"},
+    {Sentence::FixtureEndsEarly, "\"%1\" ends early.", "\"%1\" houdt te vroeg op."},
+    {Sentence::ShowTooLong, "The show has too many steps to be played.",
+     "De show heeft te veel stappen om te worden afgespeeld."},
+    {Sentence::TheEffect, "The effect", "Het effect"},
+    {Sentence::ThePicture, "The picture", "Het plaatje"},
+    {Sentence::TheStartLevel, "The start level", "Het beginniveau"},
+    {Sentence::TheEndLevel, "The end level", "Het eindniveau"},
+    {Sentence::TheFunction, "The function", "De functie"},
+    {Sentence::ThePresetCount, "The number of presets", "Het aantal voorinstellingen"},
+    {Sentence::TheType, "The type", "Het type"},
+    {Sentence::TheTiltAngle, "The tilt angle", "De tilthoek"},
+    {Sentence::ThePanAngle, "The pan angle", "De panhoek"},
+    {Sentence::TheBeamAngle, "The beam angle", "De bundelhoek"},
+    {Sentence::TheChannelCount, "The number of channels", "Het aantal kanalen"},
+    {Sentence::TheLevel, "The level", "Het niveau"},
+    {Sentence::TheDifference, "The difference", "Het verschil"},
+    {Sentence::ThePreviousLevel, "The previous level", "Het vorige niveau"},
+    {Sentence::TheLoops, "The number of loops", "Het aantal herhalingen"},
+    {Sentence::TheStepCount, "The number of steps", "Het aantal stappen"},
+    {Sentence::TheStartChannel, "The start channel", "Het startkanaal"},
+    {Sentence::TheFixtureNumber, "The fixture's number", "Het nummer van de armatuur"},
+    {Sentence::TheFixtureCount, "The number of fixtures", "Het aantal armaturen"},
+    {Sentence::TheSceneCount, "The number of scenes", "Het aantal scènes"},
+
     {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
      "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},
     {Sentence::NoMemoryForFile, "There is no memory left for the whole file.",
@@ -202,6 +238,11 @@ std::string Sentences::operator()(const Saying& saying) const {
 
 std::string Sentences::operator()(const Error& error) const {
   return error.saying.sentence == Sentence{} ? error.text : (*this)(error.saying);
+}
+
+const Sentences& English() {
+  static const Sentences kEnglish;
+  return kEnglish;
 }
 
 Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts) {

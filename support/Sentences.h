@@ -12,7 +12,8 @@
 
 namespace support {
 
-/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's, 801 to 899 the
+/// What the rooms tell the user, by number: 101 to 199 are app's, 201 to 299 the catalogue's, 301 to 399
+/// those of stage lighting, 801 to 899 the
 /// engine's and 901 to 999 the adapters'. The window's own texts stand in its own table.
 enum class Sentence : int {
   OutputNotConnected = 101,
@@ -36,6 +37,40 @@ enum class Sentence : int {
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
+
+  FixtureFileEmpty = 301,
+  ShowFileEmpty,
+  LightFileMissing,
+  LightFileUnreadable,
+  LightFileTooLong,
+  NumberBounded,
+  NumberNotWhole,
+  MoreNotes,
+  LevelBounded,
+  FixtureLeftDark,
+  FixtureEndsEarly,
+  ShowTooLong,
+  // What stands in a line of a fixture or a show file.
+  TheEffect,
+  ThePicture,
+  TheStartLevel,
+  TheEndLevel,
+  TheFunction,
+  ThePresetCount,
+  TheType,
+  TheTiltAngle,
+  ThePanAngle,
+  TheBeamAngle,
+  TheChannelCount,
+  TheLevel,
+  TheDifference,
+  ThePreviousLevel,
+  TheLoops,
+  TheStepCount,
+  TheStartChannel,
+  TheFixtureNumber,
+  TheFixtureCount,
+  TheSceneCount,
 
   UnplayableFormat = 801,
   NoMemoryForFile,
@@ -120,6 +155,9 @@ class Sentences {
  private:
   std::atomic<int> base_{0};
 };
+
+/// For whoever has no language chosen.
+[[nodiscard]] const Sentences& English();
 
 /// A failure with a sentence of the table.
 [[nodiscard]] Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts = {});

@@ -191,6 +191,19 @@ TEST_F(LightDeskTest, AShowTellsWhichFixturesAreMissingAndThatItEndsEarly) {
   EXPECT_EQ(View().show.show->name, "Short") << "an unreadable show leaves what was there";
 }
 
+TEST_F(LightDeskTest, WhatIsToldOfAShowIsToldInTheLanguageChosen) {
+  Store("Language", "Current", "1");
+  StartUp();
+  std::ofstream(folder_ / "Bad.SHW") << "veel\r\n";
+  EXPECT_EQ(Open(folder_ / "Bad.SHW").name,
+            "Regel 1: Het aantal armaturen moet een geheel getal zijn, maar \"veel\" is dat niet.");
+  const ShowReport lost = Open(ShowFile("Lost", {300}, "1\r\nGone.dmx\r\n5\r\n3"));
+  ASSERT_EQ(lost.notes.size(), 2U);
+  EXPECT_EQ(lost.notes[0], "Een niveau van 300 is veranderd in 255.");
+  EXPECT_TRUE(lost.notes[1].starts_with("De armatuur \"Gone.dmx\" blijft donker")) << lost.notes[1];
+  EXPECT_TRUE(lost.notes[1].ends_with(" is er niet.")) << lost.notes[1];
+}
+
 TEST_F(LightDeskTest, ShowsAreListedByName) {
   StartUp();
   fs::create_directories(folder_ / "DMXShows");

@@ -16,7 +16,6 @@
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/QuietCombo.h"
-#include "ui/widgets/ReportList.h"
 #include "ui/widgets/WireStrip.h"
 
 namespace ui {
@@ -28,7 +27,6 @@ ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, con
       settings_(workstation.Settings()),
       look_(look) {
   Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));
-  report_ = new ReportList(QStringLiteral("ShowReport"), look);
   bank_ = new FaderBank(look);
   auto* faders = new QHBoxLayout;
   SetSpacingEm(*faders, 0, 0.5);
@@ -37,9 +35,8 @@ ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, con
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.5, 0.35);
   rows->addLayout(MakeHead(boxes));
-  rows->addLayout(MakeShowRow());
+  rows->addLayout(MakeShowRow(boxes));
   rows->addLayout(MakeWire());
-  rows->addWidget(report_);
   rows->addLayout(faders, 1);
   connect(bank_, &FaderBank::FaderMoved, this,
           [this](int channel, int level) { lights_.MoveFader(channel, static_cast<dmx::DmxLevel>(level)); });
@@ -91,10 +88,9 @@ void ConsolePage::MakeChoices(QHBoxLayout& row) {
   }
 }
 
-QHBoxLayout* ConsolePage::MakeShowRow() {
+QHBoxLayout* ConsolePage::MakeShowRow(MessageBoxes& boxes) {
   const auto& say = look_.say;
-  show_ = new ShowLine(lights_, look_);
-  connect(show_, &ShowLine::Told, report_, &ReportList::Show);
+  show_ = new ShowLine(lights_, boxes, look_);
   auto* library = MakeButton("LibraryButton", say(Say::FixtureEditor), say(Say::FixtureEditorTip));
   connect(library, &QPushButton::clicked, this, &ConsolePage::LibraryWanted);
   auto* editor = MakeButton("DMXButton", say(Say::ShowEditor), say(Say::ShowEditorTip));

@@ -21,7 +21,6 @@ class FaderBank;
 class MessageBoxes;
 class OutputLine;
 class QuietCombo;
-class ReportList;
 class ShowLine;
 class WireStrip;
 
@@ -46,7 +45,7 @@ class ConsolePage final : public Surface {
  private:
   QHBoxLayout* MakeHead(MessageBoxes& boxes);
   void MakeChoices(QHBoxLayout& row);
-  QHBoxLayout* MakeShowRow();
+  QHBoxLayout* MakeShowRow(MessageBoxes& boxes);
   QHBoxLayout* MakeWire();
   QVBoxLayout* MakeMaster();
   QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip);
@@ -64,7 +63,6 @@ class ConsolePage final : public Surface {
   QPushButton* on_;
   QuietCombo* fixtures_;
   WireStrip* wire_;
-  ReportList* report_;
   FaderBank* bank_;
   Fader* master_;
   QLabel* master_text_;

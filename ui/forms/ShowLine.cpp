@@ -13,6 +13,7 @@
 
 #include "dmx/ShowTime.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/MessageBoxes.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -37,8 +38,8 @@ QString ClockText(dmx::ShowTime time) {
 
 }  // namespace
 
-ShowLine::ShowLine(app::LightDesk& lights, const Look& look, QWidget* parent)
-    : QWidget(parent), lights_(lights), look_(look) {
+ShowLine::ShowLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
+    : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
   MakeChoice();
   MakeTransport();
   MakePlace();
@@ -152,13 +153,27 @@ void ShowLine::TellOpened(const std::string& path, const support::Result<app::Sh
   ShowChoice(shown_);  // one that could not be opened is not the one that is chosen
   if (!report) {
     const QString name = Decode(std::filesystem::path(path).filename().string());
-    return Q_EMIT Told(say(ConsoleWord::ShowFailed).arg(name), {report.Failure().text});
+    return Tell(say(ConsoleWord::ShowFailed).arg(name), {report.Failure().text});
   }
   const app::ShowReport& told = report.Value();
   std::vector<std::string> sentences = told.refused;
   if (told.ended_early) sentences.push_back(say(ConsoleWord::ShowEndsEarly).toStdString());
   sentences.insert(sentences.end(), told.notes.begin(), told.notes.end());
-  Q_EMIT Told(say(ConsoleWord::ShowNotes).arg(Decode(told.name)), std::move(sentences));
+  Tell(say(ConsoleWord::ShowNotes).arg(Decode(told.name)), sentences);
+}
+
+void ShowLine::Tell(const QString& head, const std::vector<std::string>& sentences) {
+  constexpr std::size_t kMost = 6;
+  if (sentences.empty()) return;
+  QString text = head + QLatin1Char('\n');
+  for (std::size_t i = 0; i < std::min(sentences.size(), kMost); ++i) {
+    text += QLatin1Char('\n') + Decode(sentences[i]);
+  }
+  if (sentences.size() > kMost) {
+    text += QLatin1Char('\n') + look_.say(Say::AndMore).arg(sentences.size() - kMost);
+  }
+  // A path may go on in the next line behind each folder.
+  boxes_.Tell(text.replace(QLatin1Char('/'), QStringLiteral("/\u200B")).toStdString());
 }
 
 void ShowLine::Play() {

@@ -17,6 +17,7 @@ namespace ui {
 
 class ElidedLabel;
 class Fader;
+class MessageBoxes;
 class QuietCombo;
 class TransportButton;
 
@@ -25,15 +26,11 @@ class ShowLine final : public QWidget {
   Q_OBJECT
 
  public:
-  ShowLine(app::LightDesk& lights, const Look& look, QWidget* parent = nullptr);
+  ShowLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::LightView& view);
   /// Looks which shows the folder has.
   void ListShows();
-
- Q_SIGNALS:
-  /// About a show that was opened, or was not; nothing to tell: empty.
-  void Told(QString head, std::vector<std::string> sentences);
 
  private:
   void MakeChoice();
@@ -43,11 +40,14 @@ class ShowLine final : public QWidget {
   void AskForShow();
   void Open(const std::string& path);
   void TellOpened(const std::string& path, const support::Result<app::ShowReport>& report);
+  /// In a box, of many sentences only the first.
+  void Tell(const QString& head, const std::vector<std::string>& sentences);
   void Play();
   void ShowChoice(const app::ShowView& show);
   void ShowPlace(const app::ShowView& show);
 
   app::LightDesk& lights_;
+  MessageBoxes& boxes_;
   Look look_;
   QuietCombo* shows_;
   QPushButton* open_;

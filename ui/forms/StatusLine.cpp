@@ -49,6 +49,10 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
   Name(*late_, QStringLiteral("LateBlocks"), {}, say(Say::LateBlocksTip));
   SetTextColour(*load_, look.skin.dim);
   SetTextColour(*late_, look.skin.dim);
+  lights_ = new QLabel;
+  Name(*lights_, QStringLiteral("DmxState"), {}, say(Say::DmxTip));
+  lights_->hide();
+  row->addWidget(lights_);
   row->addWidget(load_);
   row->addWidget(late_);
   Show({}, {}, {});
@@ -91,6 +95,16 @@ QPushButton* StatusLine::MakeReturn(int output) {
   connect(button, &QPushButton::clicked, this, [this, output] { Q_EMIT ReturnWanted(output); });
   button->hide();
   return button;
+}
+
+void StatusLine::ShowLights(const app::LightView& lights) {
+  if (lights_->isVisibleTo(this) != lights.output_on) lights_->setVisible(lights.output_on);
+  if (!lights.output_on) return;
+  const bool sends = lights.status.state == dmx::DmxInterfaceStatus::State::Sending;
+  SetText(*lights_, look_.say(!sends ? Say::DmxNoBox : lights.blackout ? Say::DmxDark : Say::DmxSends));
+  SetTextColour(*lights_, sends && !lights.blackout ? look_.skin.dim : look_.skin.warning);
+  const QString tip = sends || lights.trouble.empty() ? look_.say(Say::DmxTip) : Decode(lights.trouble);
+  if (lights_->toolTip() != tip) lights_->setToolTip(tip);
 }
 
 void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoint now) {

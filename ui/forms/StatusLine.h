@@ -25,6 +25,8 @@ class StatusLine final : public Surface {
 
   void Show(const app::WorkstationView& view, const std::vector<std::string>& devices,
             support::TimePoint now);
+  /// Whether the lamps are reached, while the DMX output is on.
+  void ShowLights(const app::LightView& lights);
   /// A message of the window's own; the newest one is shown, whoever has it.
   void Tell(const QString& message);
   [[nodiscard]] QString Message() const;
@@ -42,6 +44,7 @@ class StatusLine final : public Surface {
   std::array<ElidedLabel*, 3> outputs_;
   std::array<QPushButton*, 3> returns_;  ///< there only while they can do something
   ElidedLabel* message_;
+  QLabel* lights_;
   QLabel* load_;
   QLabel* late_;
   std::string notice_;

@@ -322,6 +322,7 @@ void frmMain::ShowFrame() {
   for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);
   mixer_->Show(view_, now);
   status_->Show(view_, workstation_.DeviceNames(), now);
+  status_->ShowLights(workstation_.Lights().View());
   music_->Show(view_);
   if (listen_->Listening() && ChosenFile() != listen_->File()) listen_->End();
   listen_->Show(view_);

@@ -318,6 +318,11 @@ constexpr Strings::Row kRows[] = {
      "Een soort lamp beschrijven in de armaturenbibliotheek"},
     {Say::ShowEditor, "Show editor", "Showeditor"},
     {Say::ShowEditorTip, "Patch fixtures and build a show", "Armaturen patchen en een show bouwen"},
+    {Say::DmxSends, "DMX", "DMX"},
+    {Say::DmxNoBox, "DMX: no box", "DMX: geen kastje"},
+    {Say::DmxDark, "DMX: blackout", "DMX: black-out"},
+    {Say::DmxTip, "The DMX output is on", "De DMX-uitgang staat aan"},
+    {Say::AndMore, "And %1 more.", "En nog %1."},
 
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,

@@ -244,6 +244,11 @@ enum class Say : int {
   FixtureEditorTip,
   ShowEditor,
   ShowEditorTip,
+  DmxSends,
+  DmxNoBox,
+  DmxDark,
+  DmxTip,
+  AndMore,
   // Equaliser
   EqCurve = 2500,
   EqCurveTip,
