@@ -13,6 +13,8 @@ namespace bench {
 /// their own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureLights();
+/// Ten minutes of clicks are analysed and played for it.
+[[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
 [[nodiscard]] std::vector<Figure> MeasureAnalysis();

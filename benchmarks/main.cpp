@@ -19,6 +19,7 @@ struct Part {
 constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
     {"lights", bench::MeasureLights},
+    {"organ", bench::MeasureOrgan},
     {"engine", bench::MeasureEngine},
     {"keylock", bench::MeasureKeyLock},
     {"analysis", bench::MeasureAnalysis},
