@@ -15,6 +15,8 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureSearch();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureScan();
+/// Ten minutes of clicks are analysed and played for it.
+[[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
 /// Pictures of the singers' screen; makes a Qt application of its own meanwhile.

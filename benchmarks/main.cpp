@@ -21,6 +21,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"search", bench::MeasureSearch},
     {"lights", bench::MeasureLights},
     {"scan", bench::MeasureScan},
+    {"organ", bench::MeasureOrgan},
     {"engine", bench::MeasureEngine},
     {"keylock", bench::MeasureKeyLock},
     {"analysis", bench::MeasureAnalysis},

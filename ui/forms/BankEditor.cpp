@@ -30,8 +30,8 @@ using lightorgan::LightOrgan;
 using lightorgan::Side;
 
 constexpr double kRowEms = 1.9;
-constexpr double kColumnEms = 2.4;
-constexpr double kFurtherEms = 9;
+constexpr double kColumnEms = 2.3;
+constexpr double kFurtherEms = 11;
 
 QHBoxLayout* Row() {
   auto* row = new QHBoxLayout;
@@ -182,7 +182,7 @@ void BankEditor::Open() {
   ShowDialog(*this, *parentWidget());
   SetKind(*play_, "lamp1");
   play_->style()->polish(play_);
-  resize(Em(*this, 74), Em(*this, 36));
+  resize(Em(*this, 86), Em(*this, 36));
   steps_->verticalHeader()->setDefaultSectionSize(Em(*this, kRowEms));
   steps_->verticalHeader()->setMinimumWidth(Em(*this, 3.2));
   steps_->horizontalHeader()->setMinimumSectionSize(Em(*this, kColumnEms));

@@ -1,0 +1,243 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
+#include <array>
+#include <chrono>
+#include <cmath>
+#include <cstdlib>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "app/Workstation.h"
+#include "benchmarks/Bench.h"
+#include "catalogue/testing/FakeTagReader.h"
+#include "engine/SoundEngine.h"
+#include "engine/VirtualOutputs.h"
+#include "engine/testing/SoundStage.h"
+#include "lightorgan/LightOrgan.h"
+#include "lightorgan/testing/FakeMusic.h"
+#include "platform/analysis/EburLoudnessMeters.h"
+#include "platform/analysis/QmBeatTrackers.h"
+#include "platform/codec/FfmpegDecoderFactory.h"
+#include "platform/codec/testing/MediaMaker.h"
+#include "platform/stretch/LibraryStretcherFactory.h"
+#include "support/testing/ManualExecutor.h"
+#include "support/testing/MemoryFiles.h"
+#include "support/testing/MemorySettings.h"
+
+namespace bench {
+namespace {
+
+using namespace std::chrono_literals;
+using Wall = std::chrono::steady_clock;
+using lightorgan::LightOrgan;
+
+constexpr int kOrganRuns = 7;
+constexpr auto kLatency = 40ms;  ///< of the virtual output
+constexpr auto kPlayed = 300s;
+
+/// Boards that note when all outputs of the first one were lit.
+class FlashedBoards final : public lightorgan::IoBoards {
+ public:
+  explicit FlashedBoards(const support::Clock& clock) : clock_(clock) {}
+  std::vector<double> flashes;  ///< in seconds on the clock
+
+  void OpenDevice(std::function<void(std::int32_t)> done) override { done(0); }
+  void CloseDevices() override {}
+  void SetDigitalChannel(int, int) override {}
+  void ClearDigitalChannel(int, int) override {}
+  void OutputAllDigital(int, std::uint8_t channels) override {
+    if (channels == 0xFF)
+      flashes.push_back(std::chrono::duration<double>(clock_.Now().time_since_epoch()).count());
+  }
+  void OutputAnalogChannel(int, int, std::int32_t) override {}
+  void ClearAllDigital(int) override {}
+  void ClearAllAnalog(int) override {}
+
+ private:
+  const support::Clock& clock_;
+};
+
+Figure SpectrumTick() {
+  engine::VirtualTime time;
+  FlashedBoards boards(time);
+  lightorgan::testing::FakeMusic music;
+  lightorgan::testing::FakeBanks banks;
+  support::testing::MemorySettings settings;
+  settings.Set(support::kApplication, "Setup", "IoBoardSize", "32");
+  settings.Set(support::kApplication, "Setup", "UseK8000", "True");
+  LightOrgan organ({boards, music, music, banks, settings, time});
+  organ.Start([] {});
+  organ.cmdK8000(0);
+  organ.ScrollerIO(lightorgan::kFastest);
+  std::mt19937 random(1);
+  std::vector<lightorgan::Bins> songs(64);
+  for (auto& bins : songs) {
+    for (std::size_t i = 1; i < bins.size(); ++i) {
+      bins[i] = float(random() % 1000) / 5000 / std::sqrt(float(i));
+    }
+  }
+  constexpr int kTicks = 20'000;
+  std::vector<double> nanoseconds;
+  for (int run = 0; run < kOrganRuns; ++run) {
+    double spent = 0;
+    for (int tick = 0; tick < kTicks; ++tick) {
+      time.MoveTo(time.Now() + 20ms);
+      music.mixed = songs[static_cast<std::size_t>(tick) % songs.size()];
+      const auto begin = Wall::now();
+      organ.Tick();
+      spent += std::chrono::duration<double, std::nano>(Wall::now() - begin).count();
+    }
+    nanoseconds.push_back(spent / kTicks);
+  }
+  return {"light organ: one tick, 128 bins to 16 outputs", "ns", Median(nanoseconds), {}, ""};
+}
+
+Figure LateBank() {
+  std::vector<lightorgan::Bank> banks;
+  for (int number = 1; number <= 10'000; ++number) {
+    banks.push_back({number, std::vector<lightorgan::BankStep>(8, {{0, 1, 0, 1, 0, 0, 1, 1}, {}})});
+  }
+  const std::string text = lightorgan::BankText(banks);
+  std::vector<double> milliseconds;
+  for (int run = 0; run < kOrganRuns; ++run) {
+    const auto begin = Wall::now();
+    const auto table = lightorgan::LoadBank(text, lightorgan::Side::Io, 5'000, lightorgan::IoBoardSize::One);
+    milliseconds.push_back(std::chrono::duration<double, std::milli>(Wall::now() - begin).count());
+    if (table.Rows() != 9) std::abort();
+  }
+  return {"light organ: bank 5,000 of a file of 10,000", "ms", Median(milliseconds), {}, ""};
+}
+
+/// The whole workstation with the real engine and analysis on a virtual clock.
+class OrganEvening {
+ public:
+  OrganEvening() {
+    outputs_.SetLatency(kLatency);
+    outputs_.BeforeBlock([this] {
+      workers_.RunAll();
+      engine_.Pump();
+    });
+    outputs_.Listen("main", [this](std::span<const float> samples) {
+      for (std::size_t i = 0; i < samples.size(); i += 2) Hear(samples[i]);
+    });
+    settings_.Set(support::kApplication, "Setup", "UseK8000", "True");
+    station_.StartUp();
+    Run(100ms);
+    station_.Organ().Ask(
+        [](LightOrgan& organ) { organ.cmdK8000(static_cast<int>(lightorgan::IoMode::Beat)); });
+  }
+  ~OrganEvening() { station_.ShutDown(); }
+
+  void Play(const std::string& path) {
+    catalogue::track_table table(catalogue::TrackColumns());
+    table.AddRow(std::vector<std::string_view>{"", "", "", path});
+    station_.LoadDeck(1, table, 1);
+    for (int i = 0; i < 100 && station_.View().decks[0].grid == nullptr; ++i) Run(100ms);
+    if (station_.View().decks[0].grid == nullptr) std::abort();
+    station_.SetKeyLock(1, decks::KeyLock::Off);
+    station_.Play(1);
+  }
+  void Run(std::chrono::milliseconds time) {
+    for (auto at = 0ms; at < time; at += 10ms) {
+      outputs_.Advance(10ms);
+      workers_.RunAll();
+      station_.Tick();
+    }
+  }
+  void SetTempo(float percent) { station_.SetTempo(1, percent); }
+
+  /// From each click that was heard to the flash nearest to it, in ms.
+  [[nodiscard]] std::vector<double> Distances() const {
+    std::vector<double> distances;
+    for (const double click : clicks_) {
+      double nearest = 1e9;
+      for (const double flash : boards_.flashes) nearest = std::min(nearest, std::abs(flash - click) * 1000);
+      distances.push_back(nearest);
+    }
+    return distances;
+  }
+
+ private:
+  /// A click begins where the sound rises out of a tenth of a second of quiet.
+  void Hear(float sample) {
+    if (opened_ < 0) opened_ = std::chrono::duration<double>(time_.Now().time_since_epoch()).count();
+    if (std::abs(sample) > 0.05F) {
+      if (frame_ - loud_ > 4'410) clicks_.push_back(HeardAt(frame_));
+      loud_ = frame_;
+    }
+    ++frame_;
+  }
+  [[nodiscard]] double HeardAt(std::int64_t frame) const {
+    return opened_ + double(frame) / 44'100 + std::chrono::duration<double>(kLatency).count();
+  }
+
+  engine::VirtualTime time_;
+  engine::VirtualOutputs outputs_{time_, {engine::testing::StereoOutput("main", true)}};
+  platform::codec::FfmpegDecoderFactory decoders_;
+  platform::stretch::LibraryStretcherFactory stretchers_;
+  support::testing::ManualExecutor workers_;
+  double opened_ = -1;  ///< when the output began
+  std::int64_t frame_ = 0;
+  std::int64_t loud_ = -1'000'000;
+  std::vector<double> clicks_;
+  engine::SoundEngine engine_{{.outputs = outputs_,
+                               .decoders = decoders_,
+                               .stretchers = stretchers_,
+                               .workers = workers_,
+                               .clock = time_,
+                               .memory = nullptr,
+                               .make_silent = nullptr,
+                               .thread_started = nullptr},
+                              engine::SoundEngine::Feeding::ByHand};
+  platform::analysis::EburLoudnessMeters meters_;
+  platform::analysis::QmBeatTrackers trackers_;
+  catalogue::testing::FakeTagReader tags_;
+  support::testing::MemorySettings settings_;
+  support::testing::MemoryFiles files_;
+  FlashedBoards boards_{time_};
+  app::Workstation station_{{.engine = engine_,
+                             .sound = engine_,
+                             .tags = tags_,
+                             .settings = settings_,
+                             .files = files_,
+                             .workers = workers_,
+                             .clock = time_,
+                             .analysis = {&meters_, &trackers_},
+                             .boards = &boards_},
+                            support::ProgramFolder("/no/such/folder"),
+                            app::Workstation::Conducting::ByHand};
+};
+
+void MeasureLightAgainstSound(std::vector<Figure>& figures) {
+  const platform::codec::testing::MediaMaker media;
+  const std::string path = media.Write("clicks.wav", platform::codec::testing::Clicks(400s, 124));
+  for (const bool changing : {false, true}) {
+    OrganEvening evening;
+    evening.Play(path);
+    for (auto at = 0s; at < kPlayed; at += 5s) {
+      if (changing) evening.SetTempo(float(6 * std::sin(double(at.count()) / 20)));
+      evening.Run(5s);
+    }
+    std::vector<double> distances = evening.Distances();
+    distances.pop_back();  // perhaps rendered, but not heard yet
+    double mean = 0;
+    for (const double distance : distances) mean += distance / double(distances.size());
+    const std::string what =
+        std::string("light against sound, ") + (changing ? "tempo moved every 5 s" : "constant tempo") + ": ";
+    figures.push_back({what + "clicks", "", double(distances.size()), {}, ""});
+    figures.push_back({what + "mean", "ms", mean, {}, "below 5"});
+    figures.push_back({what + "p99", "ms", Percentile(distances, 0.99), {}, "below 23"});
+  }
+}
+
+}  // namespace
+
+std::vector<Figure> MeasureOrgan() {
+  std::vector<Figure> figures{SpectrumTick(), LateBank()};
+  MeasureLightAgainstSound(figures);
+  return figures;
+}
+
+}  // namespace bench

@@ -1,0 +1,14 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <span>
+
+#include "ui/strings/Strings.h"
+
+namespace ui {
+
+/// The rows of Say from pattern banks on, 2400 to 2639.
+[[nodiscard]] std::span<const Strings::Row> ToolWords();
+
+}  // namespace ui
