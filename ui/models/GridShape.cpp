@@ -10,7 +10,7 @@ namespace ui {
 namespace {
 
 namespace track = catalogue::track;
-namespace karaoke = catalogue::karaoke;
+namespace songs = catalogue::karaoke;
 using Shows = GridColumn::Shows;
 
 constexpr GridColumn kCatalogueGrid[] = {{0, Say::ColumnDeck, Shows::Deck, 4.4},
@@ -22,11 +22,11 @@ constexpr GridColumn kCatalogueGrid[] = {{0, Say::ColumnDeck, Shows::Deck, 4.4},
                                          {track::kAlbum, Say::ColumnAlbum, Shows::Text, 9, 22, 3},
                                          {track::kYear, Say::ColumnYear, Shows::Number, 4.5, 0, 2}};
 
-constexpr GridColumn kKaraokeGrid[] = {{karaoke::kArtist, Say::ColumnArtist, Shows::Text, 9, 30},
-                                       {karaoke::kTitle, Say::ColumnTitle, Shows::Text, 10, 34},
-                                       {karaoke::kOrigin, Say::ColumnOrigin, Shows::Text, 7, 14, 2},
-                                       {karaoke::kGenre, Say::ColumnGenre, Shows::Text, 7, 14, 1},
-                                       {karaoke::kTime, Say::ColumnTime, Shows::Time, 5}};
+constexpr GridColumn kKaraokeGrid[] = {{songs::kArtist, Say::ColumnArtist, Shows::Text, 9, 30},
+                                       {songs::kTitle, Say::ColumnTitle, Shows::Text, 10, 34},
+                                       {songs::kOrigin, Say::ColumnOrigin, Shows::Text, 7, 14, 2},
+                                       {songs::kGenre, Say::ColumnGenre, Shows::Text, 7, 14, 1},
+                                       {songs::kTime, Say::ColumnTime, Shows::Time, 5}};
 
 Say HeadOf(int record) {
   if (record == track::kArtist) return Say::ColumnArtist;
@@ -70,7 +70,7 @@ const GridShape& PlaylistShape() {
 }
 
 const GridShape& KaraokeShape() {
-  static const GridShape shape{kKaraokeGrid, karaoke::kArtist, karaoke::kTitle, karaoke::kFilename};
+  static const GridShape shape{kKaraokeGrid, songs::kArtist, songs::kTitle, songs::kFilename};
   return shape;
 }
 
