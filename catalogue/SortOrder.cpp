@@ -10,6 +10,7 @@
 #include <optional>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "catalogue/FoldText.h"
 #include "support/Text.h"
