@@ -13,6 +13,7 @@ namespace bench {
 /// their own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureSearch();
+[[nodiscard]] std::vector<Figure> MeasurePlaylists();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
