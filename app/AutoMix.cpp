@@ -16,6 +16,7 @@ using namespace std::chrono_literals;
 constexpr auto kAhead = 60s;             ///< the next track is loaded so long before it is due
 constexpr auto kArming = 300ms;          ///< its start is scheduled so long before
 constexpr auto kPatience = 20s;          ///< with a file that does not come
+constexpr auto kLookingAgain = 1s;       ///< for a track, where the lists held none
 constexpr auto kOnItsWay = 100ms;        ///< to the deck
 constexpr auto kGrace = 250ms;           ///< with a start that was scheduled
 constexpr microseconds kSwift{300'000};  ///< of the crossfader where there is nothing to fade
@@ -44,10 +45,9 @@ AutoMix::AutoMix(MixingDecks& decks, const support::Clock& clock, PassedOver pas
     : decks_(decks), clock_(clock), passed_over_told_(std::move(passed_over)) {}
 
 void AutoMix::Choose(const MixWishes& wishes) {
-  const bool went_off = wishes_.on && !wishes.on;
-  wishes_ = wishes;
-  if (went_off && phase_ != Phase::Mixing) Forget();  // what sounds already is faded to its end
-  if (wishes.on) done_with_.clear();
+  const bool was_on = std::exchange(wishes_, wishes).on;
+  if (was_on && !wishes.on && phase_ != Phase::Mixing) Forget();  // what sounds already is faded to its end
+  if (!was_on) done_with_.clear();
 }
 
 void AutoMix::Follow(const MixerHands& hands, MovedByHand moved) {
@@ -63,6 +63,10 @@ void AutoMix::Follow(const MixerHands& hands, MovedByHand moved) {
 }
 
 void AutoMix::Tick(const WorkstationView& view, const ListTables& tables, const Files& played) {
+  for (const int deck : {1, 2}) {
+    const DeckView& shown = Of(view, deck);
+    if (Plays(shown) && Spent(deck) != shown.filename) Spent(deck) = shown.filename;
+  }
   if (phase_ == Phase::Mixing) return TickMixing(view);
   if (!wishes_.on) return;
   if (phase_ == Phase::Armed) return TickArmed(view);
@@ -118,8 +122,8 @@ bool AutoMix::MakeReady(int deck, const DeckView& view, const ListTables& tables
       const bool ours = !loaded_.empty() && view.filename == loaded_;
       const bool came = !loading_.empty() && view.filename == loading_;
       if (came) loaded_ = std::exchange(loading_, {});
-      if (ours || came || (!played.contains(view.filename) && !done_with_.contains(view.filename)))
-        return true;
+      const bool by_hand = view.filename != Spent(deck);
+      if (ours || came || by_hand) return true;
       break;
     }
     case State::Empty:
@@ -128,7 +132,8 @@ bool AutoMix::MakeReady(int deck, const DeckView& view, const ListTables& tables
       if (!loading_.empty() && view.filename == loading_) PassOver(view);
       break;
   }
-  LoadNext(deck, tables, played);
+  // Lists that hold nothing more are not gone through at every tick.
+  if (!at_the_end_ || clock_.Now() - since_ > kLookingAgain) LoadNext(deck, tables, played);
   return false;
 }
 
@@ -136,6 +141,7 @@ void AutoMix::LoadNext(int deck, const ListTables& tables, const Files& played) 
   loading_.clear();
   loaded_.clear();
   placed_ = false;
+  since_ = clock_.Now();
   for (const int list : {deck, Other(deck)}) {
     const auto& playlist = tables.playlists[static_cast<std::size_t>(list - 1)];
     const int row = playlist == nullptr ? 0 : NextRow(*playlist, played, done_with_);
@@ -143,7 +149,6 @@ void AutoMix::LoadNext(int deck, const ListTables& tables, const Files& played) 
     if (row == 0) continue;
     loading_ = playlist->Cell(row, catalogue::track::kFilename);
     next_ = deck;
-    since_ = clock_.Now();
     return decks_.Load(deck, *playlist, row);
   }
   next_ = 0;

@@ -81,6 +81,8 @@ class AutoMix {
  private:
   enum class Phase { Waiting, Armed, Mixing };
 
+  /// The file that a deck played last.
+  [[nodiscard]] std::string& Spent(int deck) { return spent_[deck == 1 ? 0 : 1]; }
   void TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played);
   void TickArmed(const WorkstationView& view);
   void TickMixing(const WorkstationView& view);
@@ -115,7 +117,8 @@ class AutoMix {
   int fade_from_ = 0;                 ///< place of the crossfader
   support::TimePoint since_{};        ///< of loading, arming or mixing
   std::chrono::microseconds due_{0};  ///< from since_ on, when armed
-  Files done_with_;                   ///< played or passed over since it was switched on
+  std::array<std::string, 2> spent_;
+  Files done_with_;  ///< played or passed over since it was switched on
   std::uint64_t moves_ = 0;
 };
 

@@ -75,7 +75,7 @@ void DeckStation::Play() {
   }
   if (state_ == State::Paused) return Resume();
   if (state_ != State::Stopped || player_.STRM() == 0) return;
-  starting_ = false;
+  starting_ = cancelled_ = false;
   player_.Play();
   tempo_.Apply();  // to the head-phones' stream, which may be a new one
   state_ = State::Playing;
@@ -95,7 +95,9 @@ bool DeckStation::StartWith(const DeckStation& other, std::chrono::microseconds 
 }
 
 void DeckStation::CancelStart() {
-  if (std::exchange(starting_, false) && player_.STRM() != 0) sound_.CancelScheduled(player_.STRM());
+  if (!std::exchange(starting_, false) || player_.STRM() == 0) return;
+  sound_.CancelScheduled(player_.STRM());
+  cancelled_ = true;
 }
 
 void DeckStation::Pause() {
@@ -191,6 +193,10 @@ void DeckStation::ShowHeard(DeckView& view) {
     heard_ = StandingAtTheStart(heard_);
   }
   const decks::HeardStream& heard = heard_;
+  if (cancelled_ && heard.playing && state_ == State::Stopped) {
+    engine_.BASS_ChannelPause(player_.STRM());
+    cancelled_ = false;
+  }
   tempo_.Heard(heard);
   NoticeTheEnd();
   view.position = TimeOf(heard.frame, heard.sample_rate);
@@ -244,7 +250,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (!result) return Reject(track, tools_.say(result.Failure()));
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
-  starting_ = false;
+  starting_ = cancelled_ = false;
   player_.OpenFile();
   track_ = std::move(track);
   state_ = State::Stopped;

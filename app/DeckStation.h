@@ -128,6 +128,7 @@ class DeckStation {
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
   bool play_when_ready_ = false;
   bool starting_ = false;            ///< its start was scheduled
+  bool cancelled_ = false;           ///< it was, and may have come before it was taken back
   decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 

@@ -13,6 +13,7 @@ namespace bench {
 /// their own.
 [[nodiscard]] std::vector<Figure> MeasureIndex();
 [[nodiscard]] std::vector<Figure> MeasureSearch();
+[[nodiscard]] std::vector<Figure> MeasurePlaylists();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureScan();
 /// Ten minutes of clicks are analysed and played for it.

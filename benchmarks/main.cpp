@@ -19,6 +19,7 @@ struct Part {
 constexpr auto kParts = std::to_array<Part>({
     {"index", bench::MeasureIndex},
     {"search", bench::MeasureSearch},
+    {"playlists", bench::MeasurePlaylists},
     {"lights", bench::MeasureLights},
     {"scan", bench::MeasureScan},
     {"organ", bench::MeasureOrgan},

@@ -110,7 +110,8 @@ void SearchIndex::PlaceAll(const std::vector<Stretch>& stretches, const std::vec
 }
 
 std::vector<int> SearchIndex::Find(const SearchQuery& query, const std::vector<int>* order) const {
-  const std::array<Bits, 2> matched{MatchPart(query, 0), MatchPart(query, 1)};
+  const std::array<Bits, 2>& matched = matched_;
+  for (const int part : {0, 1}) MatchPart(query, part, matched_[static_cast<std::size_t>(part)]);
   std::vector<int> rows;
   rows.reserve(static_cast<std::size_t>(std::count(matched[0].begin(), matched[0].end(), 1)) +
                matched[1].size());
@@ -136,10 +137,10 @@ std::vector<int> SearchIndex::Find(const SearchQuery& query, const std::vector<i
   return rows;
 }
 
-SearchIndex::Bits SearchIndex::MatchPart(const SearchQuery& query, int part) const {
+void SearchIndex::MatchPart(const SearchQuery& query, int part, Bits& matched) const {
   const WordIndex& index = parts_[static_cast<std::size_t>(part)];
-  Bits matched(index.Rows(), 1);
-  Bits fields;
+  matched.assign(index.Rows(), 1);
+  Bits& fields = fields_;
   for (const SearchTerm& term : query.terms) {
     fields.assign(index.Rows(), 0);
     index.Match(term, fields);
@@ -148,7 +149,7 @@ SearchIndex::Bits SearchIndex::MatchPart(const SearchQuery& query, int part) con
       matched[row] &= static_cast<std::uint8_t>((fields[row] != 0) != term.excluded);
     }
   }
-  if (query.tempos.empty() && query.years.empty()) return matched;
+  if (query.tempos.empty() && query.years.empty()) return;
   for (std::size_t row = 0; row < matched.size(); ++row) {
     if (matched[row] == 0) continue;
     const bool lies =
@@ -156,7 +157,6 @@ SearchIndex::Bits SearchIndex::MatchPart(const SearchQuery& query, int part) con
         InRanges(query.years, [&](const NumberRange& range) { return index.YearIn(row, range); });
     matched[row] = lies ? 1 : 0;
   }
-  return matched;
 }
 
 void SearchIndex::KeepNeighbours(const SearchTerm& term, int part, Bits& fields) const {
@@ -184,7 +184,8 @@ bool SearchIndex::Holds(int row, std::uint8_t fields, const SearchTerm& term, st
 }
 
 std::size_t SearchIndex::Bytes() const {
-  return parts_[0].Bytes() + parts_[1].Bytes() + placed_.capacity() * sizeof(Placed) +
+  return parts_[0].Bytes() + parts_[1].Bytes() + matched_[0].capacity() + matched_[1].capacity() +
+         fields_.capacity() + placed_.capacity() * sizeof(Placed) +
          large_.size() * (sizeof(std::pair<const void*, std::size_t>) + 2 * sizeof(void*));
 }
 

@@ -7,6 +7,7 @@
 #include <cassert>
 #include <cmath>
 #include <functional>
+#include <iterator>
 
 namespace catalogue {
 namespace {
@@ -22,13 +23,17 @@ std::size_t SingleOf(char letter) {
   return kNone;
 }
 
-/// Number of a text of one or two letters or digits.
+/// Number of a text of one to three letters or digits.
 std::size_t ShortOf(std::string_view text) {
-  if (text.empty() || text.size() > 2) return kNone;
-  const std::size_t first = SingleOf(text[0]);
-  if (first == kNone || text.size() == 1) return first;
-  const std::size_t second = SingleOf(text[1]);
-  return second == kNone ? kNone : kLetters + first * kLetters + second;
+  constexpr std::size_t kFirst[] = {0, 0, kLetters, kLetters + kLetters * kLetters};
+  if (text.empty() || text.size() >= std::size(kFirst)) return kNone;
+  std::size_t number = 0;
+  for (const char letter : text) {
+    const std::size_t single = SingleOf(letter);
+    if (single == kNone) return kNone;
+    number = number * kLetters + single;
+  }
+  return kFirst[text.size()] + number;
 }
 
 std::uint64_t LettersOf(std::string_view word) {
@@ -126,9 +131,9 @@ std::size_t WordIndex::Bytes() const {
 template <typename Note>
 void WordIndex::ForEachShort(std::string_view word, const Note& note) const {
   for (std::size_t i = 0; i < word.size(); ++i) {
-    if (const std::size_t one = ShortOf(word.substr(i, 1)); one != kNone) note(one);
-    if (i + 1 == word.size()) break;
-    if (const std::size_t two = ShortOf(word.substr(i, 2)); two != kNone) note(two);
+    for (std::size_t size = 1; size <= 3 && i + size <= word.size(); ++size) {
+      if (const std::size_t text = ShortOf(word.substr(i, size)); text != kNone) note(text);
+    }
   }
 }
 
@@ -144,6 +149,7 @@ std::vector<std::size_t> WordIndex::CountShortTexts() const {
 // The entries of a text that most rows hold are too many to go through at every key.
 void WordIndex::NoteShortTexts() {
   constexpr std::size_t kFewEntries = 65'536;
+  if (entries_.size() <= kFewEntries) return;
   const std::vector<std::size_t> counts = CountShortTexts();
   short_.resize(kShort);
   for (std::size_t text = 0; text < kShort; ++text) {

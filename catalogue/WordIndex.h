@@ -38,8 +38,9 @@ class WordIndex {
 
  private:
   struct Pattern;
-  static constexpr std::size_t kShort = 36 + 36 * 36;  ///< texts of one or two letters or digits
-  /// Rows that hold one or two certain letters beside each other, a bit each; none where they are few.
+  static constexpr std::size_t kShort =
+      36 + 36 * 36 + 36 * 36 * 36;  ///< texts of up to three letters or digits
+  /// Rows that hold up to three certain letters beside each other, a bit each; none where they are few.
   using RowBits = std::vector<std::uint64_t>;
 
   [[nodiscard]] std::string_view Word(std::size_t number) const;

@@ -147,6 +147,29 @@ TEST_F(AutoMixTest, WhatAHandHasMadeReadyIsPlayedNext) {
   EXPECT_EQ(Plays(), "a.mp3 c.flac ");
 }
 
+TEST_F(AutoMixTest, AHandMayRepeatWhatWasPlayed) {
+  List(1, {"never.mp3"});
+  for (const char* file : {"b.mp3", "c.flac"}) {
+    Load(2, file);
+    Play(2);
+    Go(40s);
+    station_->Stop(2);
+  }
+  Begin("a.mp3");
+  Load(2, "b.mp3");
+  Go(98s);
+  EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
+}
+
+TEST_F(AutoMixTest, AnotherMixTimeRepeatsNothing) {
+  List(1, {"a.mp3", "b.mp3"});
+  Begin("a.mp3");
+  Go(1s);
+  station_->Lists().SetMixTime(60);  // so it is time to load the next one
+  Go(2s);
+  EXPECT_EQ(Deck(2).filename, "b.mp3");
+}
+
 TEST_F(AutoMixTest, AHandOnTheCrossfaderKeepsIt) {
   List(1, {"b.mp3"});
   Begin("a.mp3");

@@ -90,7 +90,8 @@ void SearchLine::ShowRows() {
 
 void SearchLine::ShowCount() {
   const bool looking = !field_->text().trimmed().isEmpty();
-  SetText(*found_, looking ? look_.say(ListWord::Found).arg(model_.rowCount()) : QString());
+  SetText(*found_, look_.say(ListWord::Found).arg(model_.rowCount()));
+  found_->setVisible(looking);
   grid_.SetHint(looking ? look_.say(ListWord::NothingFound) : hint_);
 }
 
