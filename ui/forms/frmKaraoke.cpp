@@ -68,6 +68,7 @@ void frmKaraoke::Restore() {
 
 void frmKaraoke::Appear() {
   if (place_ == kInWindow) {
+    if (screen_ != nullptr) screen_->disconnect(this);
     screen_ = nullptr;
     unsetCursor();
     showNormal();
@@ -86,11 +87,20 @@ void frmKaraoke::Appear() {
 }
 
 void frmKaraoke::AppearOn(QScreen& screen) {
+  if (screen_ != &screen) {
+    if (screen_ != nullptr) screen_->disconnect(this);
+    connect(&screen, &QScreen::geometryChanged, this, &frmKaraoke::FillScreen);
+  }
   screen_ = &screen;
   setCursor(Qt::BlankCursor);
   setScreen(&screen);
   setGeometry(screen.geometry());
   showFullScreen();
+}
+
+void frmKaraoke::FillScreen() {
+  if (screen_ != nullptr && isVisible()) setGeometry(screen_->geometry());
+  Q_EMIT PlacesChanged();
 }
 
 void frmKaraoke::ScreenCame(QScreen* screen) {

@@ -61,6 +61,8 @@ class frmKaraoke final : public QWidget {
  private:
   void Appear();
   void AppearOn(QScreen& screen);
+  /// The screen has another size now.
+  void FillScreen();
   void ScreenCame(QScreen* screen);
   void ScreenWent(QScreen* screen);
   void Leave();

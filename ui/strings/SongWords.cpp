@@ -70,7 +70,7 @@ constexpr Strings::Row kSongRows[] = {
     {SongWord::PictureFiles, "Pictures", "Afbeeldingen"},
     {SongWord::PictureNone, "No picture", "Geen afbeelding"},
     {SongWord::PictureNoneTip, "The background colour alone", "Alleen de achtergrondkleur"},
-    {SongWord::SampleLine, "Words that are sung", "Woorden die je zingt"},
+    {SongWord::SampleLine, "Words that are sung", "Woorden om te zingen"},
     {SongWord::SampleNext, "and words to come", "en wat er nog komt"},
     {SongWord::SongNotPlayed, "1 song could not be played", "1 nummer kon niet worden gespeeld"},
 };
