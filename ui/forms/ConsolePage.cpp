@@ -3,6 +3,7 @@
 #include "ui/forms/ConsolePage.h"
 
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
@@ -27,16 +28,16 @@ ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, con
       settings_(workstation.Settings()),
       look_(look) {
   Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));
+  auto* rows = new QVBoxLayout(this);  // the Tab key takes the controls in the order in which they are made
+  SetSpacingEm(*rows, 0.5, 0.35);
+  rows->addLayout(MakeHead(boxes));
+  rows->addLayout(MakeShowRow(boxes));
+  rows->addLayout(MakeWire());
   bank_ = new FaderBank(look);
   auto* faders = new QHBoxLayout;
   SetSpacingEm(*faders, 0, 0.5);
   faders->addWidget(bank_, 1);
   faders->addLayout(MakeMaster());
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.5, 0.35);
-  rows->addLayout(MakeHead(boxes));
-  rows->addLayout(MakeShowRow(boxes));
-  rows->addLayout(MakeWire());
   rows->addLayout(faders, 1);
   connect(bank_, &FaderBank::FaderMoved, this,
           [this](int channel, int level) { lights_.MoveFader(channel, static_cast<dmx::DmxLevel>(level)); });
@@ -152,6 +153,13 @@ void ConsolePage::showEvent(QShowEvent* event) {
   Surface::showEvent(event);
   ReadColours();  // they are set on another page
   show_->ListShows();
+}
+
+void ConsolePage::keyPressEvent(QKeyEvent* event) {
+  const bool control = event->modifiers() == Qt::ControlModifier;
+  if (control && event->key() == Qt::Key_PageUp) return bank_->Page(-1);
+  if (control && event->key() == Qt::Key_PageDown) return bank_->Page(1);
+  Surface::keyPressEvent(event);
 }
 
 void ConsolePage::ReadColours() {

@@ -41,6 +41,7 @@ class ConsolePage final : public Surface {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
 
  private:
   QHBoxLayout* MakeHead(MessageBoxes& boxes);

@@ -3,7 +3,6 @@
 #include "ui/forms/FaderBank.h"
 
 #include <QHBoxLayout>
-#include <QKeyEvent>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -84,6 +83,7 @@ void FaderBank::PlaceNames() {
     marks.push_back({left->x(), right->x() + right->width(), span.name, tip});
   }
   names_->Show(std::move(marks));
+  placed_ = faders_[static_cast<std::size_t>(size_ - 1)]->geometry();
 }
 
 void FaderBank::Show(const app::LightView& view, support::TimePoint now) {
@@ -96,7 +96,8 @@ void FaderBank::Show(const app::LightView& view, support::TimePoint now) {
     const auto channel = static_cast<std::size_t>(first_ + place - 1);
     faders_[static_cast<std::size_t>(place)]->Show(view.levels[channel], view.on_the_wire[channel], now);
   }
-  PlaceNames();  // the columns may have moved
+  const QRect last = faders_[static_cast<std::size_t>(size_ - 1)]->geometry();
+  if (last != placed_) PlaceNames();  // the columns have moved
 }
 
 void FaderBank::Step(int place, int by) {
@@ -114,18 +115,6 @@ void FaderBank::Step(int place, int by) {
 void FaderBank::SetStop(int place) {
   for (ChannelFader* fader : faders_) fader->setFocusPolicy(Qt::ClickFocus);
   faders_[static_cast<std::size_t>(place)]->setFocusPolicy(Qt::StrongFocus);
-}
-
-void FaderBank::resizeEvent(QResizeEvent* event) {
-  QWidget::resizeEvent(event);
-  PlaceNames();
-}
-
-void FaderBank::keyPressEvent(QKeyEvent* event) {
-  const bool control = event->modifiers() == Qt::ControlModifier;
-  if (control && event->key() == Qt::Key_PageUp) return Page(-1);
-  if (control && event->key() == Qt::Key_PageDown) return Page(1);
-  QWidget::keyPressEvent(event);
 }
 
 }  // namespace ui

@@ -38,10 +38,6 @@ class FaderBank final : public QWidget {
   void FaderMoved(int channel, int level);
   void Scrolled();
 
- protected:
-  void resizeEvent(QResizeEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-
  private:
   void MakeFader(int place);
   void Label();
@@ -56,6 +52,7 @@ class FaderBank final : public QWidget {
   std::array<ChannelFader*, kMostFaders> faders_{};
   std::shared_ptr<const app::StagePatch> patch_;
   std::vector<FixtureSpan> spans_;
+  QRect placed_;  ///< of the last fader, when the names were placed
   int first_ = 1;
   int size_ = kMostFaders;
 };
