@@ -10,9 +10,9 @@ constexpr Strings::Row kEditorRows[] = {
     // Show editor
     {EditorWord::ShowEditor, "Show editor", "Showeditor"},
     {EditorWord::Fixtures, "Fixtures", "Armaturen"},
-    {EditorWord::LibraryList, "Fixture to patch", "Armatuur om te patchen"},
-    {EditorWord::LibraryListTip, "Which fixture of the library to patch next",
-     "Welk armatuur uit de bibliotheek hierna gepatcht wordt"},
+    {EditorWord::LibraryList, "Fixture library", "Alle armaturen"},
+    {EditorWord::LibraryListTip, "The fixture library. A double click adds one to the show.",
+     "De armaturen. Dubbelklikken voegt er een aan de show toe."},
     {EditorWord::LibraryEmpty, "No fixture in the library", "Geen armatuur in de bibliotheek"},
     {EditorWord::FromChannel, "From channel", "Vanaf kanaal"},
     {EditorWord::FromChannelTip, "First DMX channel of the fixture; a free place is suggested",
