@@ -10,6 +10,8 @@ namespace {
 
 using Player = dmx::ShowPlayer;
 
+constexpr const char* kLastShow = "LastShow";
+
 /// Where there is no interface, nothing is lit.
 class NoInterface final : public dmx::DmxInterface {
  public:
@@ -37,6 +39,8 @@ void LightDesk::StartUp() {
     switch_.Restore();
     universe_.Resend();
   });
+  const std::string last = context_.settings.Get(support::kApplication, "Setup", kLastShow, "");
+  if (!last.empty()) OpenShow(last, nullptr);
 }
 
 void LightDesk::ShutDown() {
@@ -111,8 +115,11 @@ void LightDesk::OpenShow(const std::filesystem::path& path, ShowOpened done) {
   context_.workers.Post(
       [this, gate = context_.gate, window = context_.window, path, number, done = std::move(done)] {
         gate->Pass([&] {
-          window->Post([this, number, done, opening = OpenStagedShow(path, library_)] {
-            if (opening && number == newest_opening_) TakeShow(opening.Value().show);
+          window->Post([this, number, path, done, opening = OpenStagedShow(path, library_)] {
+            if (opening && number == newest_opening_) {
+              context_.settings.Set(support::kApplication, "Setup", kLastShow, path.string());
+              TakeShow(opening.Value().show);
+            }
             if (!done) return;
             if (opening) return done(opening.Value().report);
             done(support::Error{opening.Failure().code, context_.say(opening.Failure())});

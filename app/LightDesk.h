@@ -92,8 +92,8 @@ class LightDesk {
   using ShowsListed = std::function<void(const std::vector<std::filesystem::path>&)>;
   void ListShows(ShowsListed done);
   using ShowOpened = std::function<void(const support::Result<ShowReport>&)>;
-  /// A worker reads it; called back on the window's thread. Of several that are being opened the newest is
-  /// taken; while a show plays it becomes ShowView::next.
+  /// A worker reads it, and the next start of the program does so again; called back on the window's thread.
+  /// Of several that are being opened the newest is taken; while a show plays it becomes ShowView::next.
   void OpenShow(const std::filesystem::path& path, ShowOpened done);
   /// The same for a show that is in memory.
   void TakeShow(std::shared_ptr<const StagedShow> show);

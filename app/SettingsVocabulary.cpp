@@ -72,7 +72,8 @@ constexpr Words kSpeakerChoice[] = {{"Speaker1", "False", "deck 1 plays on its s
 constexpr Words kSetup[] = {{"UseK8000", "False", "the IO boards are opened at the start"},
                             {"UseK8062", "False", "the USB-DMX interface is opened at the start"},
                             {"IoBoardSize", "16", "outputs of the IO boards: 16 (one board) or 32 (two)"},
-                            {"ConsoleSize", "32", "channels of the light console: 16 or 32"}};
+                            {"ConsoleSize", "32", "channels of the light console: 16 or 32"},
+                            {"LastShow", "", "the show that is opened at the start"}};
 
 constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in file names"},
                            {"SplitCharacter", "-", "what stands between artist and title in file names"},

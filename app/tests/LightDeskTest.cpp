@@ -130,6 +130,24 @@ TEST_F(LightDeskTest, AShowFadesHoldsAndEnds) {
   EXPECT_EQ(wire_.Level(1), 200) << "the lamps stay as the show left them";
 }
 
+TEST_F(LightDeskTest, TheShowThatWasOpenLastIsOpenAgainAfterAStart) {
+  StartUp();
+  Open(ShowFile("Dance", {200}));
+  station_.reset();
+  StartUp();
+  station_->PumpWindow();
+  Settle();
+  ASSERT_NE(View().show.show, nullptr);
+  EXPECT_EQ(View().show.show->name, "Dance");
+  EXPECT_EQ(View().show.state, Playing::Stopped);
+  fs::remove(folder_ / "Dance.SHW");
+  station_.reset();
+  StartUp();
+  station_->PumpWindow();
+  Settle();
+  EXPECT_EQ(View().show.show, nullptr);
+}
+
 TEST_F(LightDeskTest, AShowOpenedWhileAnotherPlaysWaitsForPlayOrItsEnd) {
   StartWithOutput();
   Open(ShowFile("One", {200}));

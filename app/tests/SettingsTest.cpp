@@ -38,7 +38,7 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
       {"DACLO", 17},   {"Devices", 6},  {"EQ", 2},           {"Effects", 2},       {"Eq1", 13},
       {"Eq2", 13},     {"IOLO", 17},    {"Karaoke", 9},      {"Language", 1},      {"Mixer", 7},
       {"Mono", 1},     {"Player1", 25}, {"Player2", 25},     {"Preferences", 1},   {"Rip", 1},
-      {"Settings", 9}, {"Setup", 4},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
+      {"Settings", 9}, {"Setup", 5},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
       {"Stereo", 1},   {"Tags", 5},     {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }
