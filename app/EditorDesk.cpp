@@ -108,7 +108,7 @@ void EditorDesk::ListFixtures(Done<std::vector<LibraryFixture>> done) {
 
 void EditorDesk::OpenFixture(const fs::path& path, Done<support::Result<dmx::FixtureReading>> done) {
   WorkFor<support::Result<dmx::FixtureReading>>(
-      context_, [path] { return dmx::OpenFixture(path); }, std::move(done));
+      context_, [path, &say = context_.say] { return dmx::OpenFixture(path, say); }, std::move(done));
 }
 
 void EditorDesk::SaveFixture(const fs::path& path, dmx::Fixture fixture, Done<support::Result<void>> done) {
@@ -130,11 +130,11 @@ void EditorDesk::BringFixture(const fs::path& path, Done<support::Result<Library
 void EditorDesk::OpenShow(const fs::path& path, Done<support::Result<OpenedShow>> done) {
   WorkFor<support::Result<OpenedShow>>(
       context_,
-      [path, folder = context_.folder]() -> support::Result<OpenedShow> {
-        auto reading = dmx::OpenShow(path);
+      [path, folder = context_.folder, &say = context_.say]() -> support::Result<OpenedShow> {
+        auto reading = dmx::OpenShow(path, say);
         if (!reading) return reading.Failure();
         OpenedShow opened{std::move(reading).Value(), {}};
-        opened.patch = dmx::PatchShow(opened.reading.show.fixtures, dmx::FixtureLibrary(folder));
+        opened.patch = dmx::PatchShow(opened.reading.show.fixtures, dmx::FixtureLibrary(folder, say));
         return opened;
       },
       std::move(done));

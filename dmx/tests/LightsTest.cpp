@@ -60,8 +60,8 @@ TEST_F(LightsTest, LightsStandSideBySideAndFollowPanAndTilt) {
   At({255, 0});
   const cLights lights = PreviewLights(fixtures_, levels_, 200, 100);
   ASSERT_EQ(lights.count(), 2);
-  EXPECT_DOUBLE_EQ(lights.Item(1)->X, 65);
-  EXPECT_DOUBLE_EQ(lights.Item(1)->Y, 35);
+  EXPECT_DOUBLE_EQ(lights.Item(1)->X, 55);
+  EXPECT_DOUBLE_EQ(lights.Item(1)->Y, 45);
   EXPECT_DOUBLE_EQ(lights.Item(2)->X, 150);
   EXPECT_EQ(lights.Item(2)->Red, 0);
 }

@@ -20,7 +20,7 @@
 namespace ui {
 namespace {
 
-constexpr double kPatchEms = 21;
+constexpr double kPatchEms = 22.5;
 constexpr double kScenesEms = 31;
 constexpr const char* kNoScene = "You don't have any Scene";
 
@@ -121,7 +121,7 @@ void DMX::ShowFaders() {
     faders_.pop_back();
   }
   for (int position = static_cast<int>(kept) + 1; position <= fixtures.count(); ++position) {
-    auto* faders = new FixtureFaders(position, *fixtures.Item(position), Dressed(), strip_);
+    auto* faders = new FixtureFaders(position, *fixtures.Item(position), Dressed(), this);
     connect(faders, &FixtureFaders::LevelMoved, this, &DMX::MoveLevel);
     connect(faders, &FixtureFaders::ColourMoved, this, &DMX::MoveColour);
     connect(faders, &FixtureFaders::DirectionMoved, this, &DMX::MoveDirection);

@@ -70,12 +70,12 @@ FixtureFaders::FixtureFaders(int position, const dmx::DMXfilename& fixture, cons
   rows->addLayout(row, 1);
 }
 
-void FixtureFaders::AddPads(QLayout& row) {
+void FixtureFaders::AddPads(QHBoxLayout& row) {
   const auto add = [&](Pad::Kind kind, const char* name, EditorWord tip) {
     auto* pad = new Pad(kind, look_.skin);
     const QString text = look_.say(tip).arg(position_);
     Name(*pad, QLatin1String(name) + QString::number(position_), text, text);
-    row.addWidget(pad);
+    row.addWidget(pad, 0, Qt::AlignTop);
     return pad;
   };
   if (mix_.Mix()) {

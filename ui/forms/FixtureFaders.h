@@ -11,6 +11,7 @@
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
+class QHBoxLayout;
 class QLabel;
 
 namespace ui {
@@ -45,7 +46,7 @@ class FixtureFaders final : public Surface {
   };
 
   QWidget* MakeColumn(int channel);
-  void AddPads(QLayout& row);
+  void AddPads(QHBoxLayout& row);
   void ShowPresets(int channel, QWidget& under);
   [[nodiscard]] int LevelIn(const LevelMirror::Levels& levels, int channel) const;
   void ShowPads(const LevelMirror::Levels& levels);

@@ -7,6 +7,7 @@
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPushButton>
 #include <QTableWidget>
 #include <QVBoxLayout>
@@ -15,7 +16,6 @@
 
 #include "ui/forms/FixtureFaders.h"
 #include "ui/strings/Decode.h"
-#include "ui/widgets/QuietCombo.h"
 
 namespace ui {
 namespace {
@@ -45,19 +45,19 @@ PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& l
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.6, 0.4);
   rows->addWidget(head);
-  rows->addWidget(library_);
+  rows->addWidget(library_, 3);
   rows->addLayout(start);
-  rows->addWidget(list_, 1);
+  rows->addWidget(list_, 4);
   rows->addLayout(change);
   rows->addWidget(locate_);
 }
 
 void PatchPanel::MakeLibrary() {
-  library_ = new QuietCombo(look_.skin);
-  library_->setPlaceholderText(look_.say(EditorWord::LibraryEmpty));
+  library_ = new QListWidget;
   Name(*library_, QStringLiteral("LibraryList"), look_.say(EditorWord::LibraryList),
        look_.say(EditorWord::LibraryListTip));
-  connect(library_, &QComboBox::currentIndexChanged, this, &PatchPanel::SuggestStart);
+  connect(library_, &QListWidget::currentRowChanged, this, &PatchPanel::SuggestStart);
+  connect(library_, &QListWidget::itemDoubleClicked, this, &PatchPanel::PatchChosen);
   start_ = new QLineEdit;
   start_->setValidator(new QIntValidator(0, 9999, start_));  // what does not fit is refused in words
   start_->setFixedWidth(Em(*this, 4));
@@ -101,7 +101,8 @@ QPushButton* PatchPanel::MakeButton(const char* name, EditorWord caption, Editor
 }
 
 void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {
-  const QString chosen = library_->currentText();
+  const QListWidgetItem* current = library_->currentItem();
+  const QString chosen = current == nullptr ? QString() : current->text();
   fixtures_ = std::move(fixtures);
   const QSignalBlocker quiet(library_);
   library_->clear();
@@ -110,15 +111,16 @@ void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {
     name.chop(4);
     library_->addItem(name);
   }
-  const int row = library_->findText(chosen);
-  library_->setCurrentIndex(row < 0 && !fixtures_.empty() ? 0 : row);
+  const auto known = library_->findItems(chosen, Qt::MatchExactly);
+  library_->setCurrentRow(known.isEmpty() ? 0 : library_->row(known.front()));
+  if (fixtures_.empty()) library_->addItem(look_.say(EditorWord::LibraryEmpty));
   patch_->setEnabled(!fixtures_.empty());
   SuggestStart();
 }
 
 void PatchPanel::SuggestStart() {
-  const int row = library_->currentIndex();
-  if (row < 0) return;
+  const int row = library_->currentRow();
+  if (row < 0 || fixtures_.empty()) return;
   const int count = fixtures_[static_cast<std::size_t>(row)].channels.count();
   const int start = edit_.Patched().SuggestStart(count);
   start_->setText(QString::number(std::max(start, 1)));
@@ -155,7 +157,7 @@ std::vector<int> PatchPanel::Chosen() const {
 
 void PatchPanel::Choose(int position) {
   list_->clearSelection();
-  list_->selectRow(position - 1);
+  list_->setCurrentCell(position - 1, 0);  // selectRow() needs the head that is hidden
 }
 
 void PatchPanel::ShowButtons() {
@@ -173,8 +175,8 @@ void PatchPanel::Finish(const support::Result<void>& result) {
 }
 
 void PatchPanel::PatchChosen() {
-  const int row = library_->currentIndex();
-  if (row < 0) return;
+  const int row = library_->currentRow();
+  if (row < 0 || fixtures_.empty()) return;
   const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
   const auto start = static_cast<std::int16_t>(start_->text().toInt());
   Finish(edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels}));

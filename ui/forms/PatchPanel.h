@@ -10,8 +10,8 @@
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
-class QComboBox;
 class QLineEdit;
+class QListWidget;
 class QPushButton;
 class QTableWidget;
 
@@ -53,7 +53,7 @@ class PatchPanel final : public Surface {
   app::EditorDesk& desk_;
   const Look& look_;
   std::vector<app::LibraryFixture> fixtures_;
-  QComboBox* library_ = nullptr;
+  QListWidget* library_ = nullptr;
   QLineEdit* start_ = nullptr;
   QTableWidget* list_ = nullptr;
   QPushButton* patch_ = nullptr;

@@ -27,7 +27,7 @@ Pad::Pad(Kind kind, const Skin& skin, QWidget* parent) : QWidget(parent), kind_(
 }
 
 QSize Pad::sizeHint() const {
-  return {Em(*this, kPadEms), Em(*this, kPadEms)};
+  return {Em(*this, kPadEms), Em(*this, kHighestEms)};
 }
 
 QSize Pad::minimumSizeHint() const {
@@ -36,9 +36,7 @@ QSize Pad::minimumSizeHint() const {
 
 QRectF Pad::Field() const {
   const double edge = Em(*this, 0.5);
-  QRectF field = QRectF(rect()).adjusted(edge, edge, -edge, -edge);
-  field.setHeight(std::min<double>(field.height(), Em(*this, kHighestEms)));
-  return field;
+  return QRectF(rect()).adjusted(edge, edge, -edge, -edge);
 }
 
 QColor Pad::ColourAt(const QPointF& place) {
