@@ -21,7 +21,7 @@ constexpr float kTrebleRelease = 0.12F;
 // A tone of -54 dB below full scale, spread over its bin and the neighbours.
 constexpr float kSilence = 0.002F;
 constexpr float kDark = 0.01F;
-constexpr float kNoise = 3e-5F;  // -90 dB in a bin: what decoders and 16 bits leave
+constexpr float kNoise = 3e-5F;      // -90 dB in a bin: what decoders and 16 bits leave
 constexpr float kLeakageMargin = 2;  // near both ends the mirrored tone leaks as well
 
 /// How much of a tone in one bin a Hann window shows so many bins away, at most: 1 / (pi e (e^2 - 1)), e
@@ -78,10 +78,11 @@ Bins WithoutLeakage(const Bins& bins) {
                  [](float bin) { return std::isfinite(bin) ? std::abs(bin) : 0; });
   leaked.fill(kNoise);
   for (std::size_t from = 0; from < clean.size(); ++from) {
-    if (clean[from] * kShares[2] <= kNoise) continue;
-    for (std::size_t to = 0; to < clean.size(); ++to) {
-      const std::size_t apart = to > from ? to - from : from - to;
-      leaked[to] = std::max(leaked[to], clean[from] * kShares[apart]);
+    for (std::size_t apart = 2; apart < clean.size(); ++apart) {
+      const float leak = clean[from] * kShares[apart];
+      if (leak <= kNoise) break;
+      if (from >= apart) leaked[from - apart] = std::max(leaked[from - apart], leak);
+      if (from + apart < leaked.size()) leaked[from + apart] = std::max(leaked[from + apart], leak);
     }
   }
   for (std::size_t i = 0; i < clean.size(); ++i) {

@@ -63,7 +63,8 @@ class OrganEvening : public Evening {
   [[nodiscard]] std::string Lit() {
     std::string lit;
     for (int output = 1; output <= 16; ++output) {
-      if (recorded_.lit[static_cast<std::size_t>(output - 1)]) lit += (lit.empty() ? "" : " ") + std::to_string(output);
+      if (recorded_.lit[static_cast<std::size_t>(output - 1)])
+        lit += (lit.empty() ? "" : " ") + std::to_string(output);
     }
     return lit;
   }

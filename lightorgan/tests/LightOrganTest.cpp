@@ -116,6 +116,19 @@ TEST_F(LightOrganTest, AnEmptyBankShowsNothing) {
   EXPECT_THAT(organ_.View().leds, Each(false));
 }
 
+TEST_F(LightOrganTest, ABankThatIsTriedPlaysUntilTheFileIsReadAgainAndStoresNothing) {
+  Start();
+  PlayIoBank(1);
+  organ_.TryBank(Side::Io, std::make_shared<const StepTable>(
+                               LoadBank("[1]\n0:0:0:1\n[2]\n", Side::Io, 1, IoBoardSize::One)));
+  Play(milliseconds(40));
+  EXPECT_THAT(boards_.Take(), ElementsAre("OutputAllDigital 0 8", "OutputAllDigital 0 8"));
+  EXPECT_EQ(Get("Banks", "CurrentBank"), "1");
+  organ_.ReloadBanks();
+  Play(milliseconds(20));
+  EXPECT_THAT(boards_.Take(), ElementsAre("OutputAllDigital 0 5"));
+}
+
 TEST_F(LightOrganTest, TheDacSidePlaysTheRowOfZerosToo) {
   Start();
   organ_.cmdK8000(7);

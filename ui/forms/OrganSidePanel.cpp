@@ -26,7 +26,6 @@ using lightorgan::Side;
 
 constexpr int kFirstDacMode = static_cast<int>(DacMode::Lo);
 constexpr int kThresholdAtFirst = 55;
-constexpr double kSmallEms = 0.85;
 constexpr int kPage[] = {0, 0, 0, 1, 2, 3, 0, 1, 0};  ///< what each mode lets a hand do
 
 std::size_t Place(int output) {
@@ -143,7 +142,6 @@ QWidget* OrganSidePanel::MakeSliders() {
     made.fader->setAccessibleName(look_.say(Io() ? OrganWord::Level : OrganWord::Value).arg(output));
     made.fader->setToolTip(look_.say(Io() ? OrganWord::LevelTip : OrganWord::ValueTip).arg(output));
     made.value->setAlignment(Qt::AlignCenter);
-    SetFontEm(*made.value, kSmallEms);
     SetTextColour(*made.value, look_.skin.dim);
     Connect(made, [this, command, output](int value) {
       desk_.Ask([command, output, value](LightOrgan& organ) { (organ.*command)(output, value); });

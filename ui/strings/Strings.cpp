@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ui/strings/BankWords.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/strings/ListWords.h"
@@ -300,60 +301,10 @@ constexpr Strings::Row kRows[] = {
     {Say::Visual, "Picture of the music", "Beeld van de muziek"},
     {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
      "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
+};
 
-    {Say::BankEditor, "Pattern banks", "Patroonbanken"},
-    {Say::BankFile, "File", "Bestand"},
-    {Say::BankFileTip, "The bank file that is edited", "Het bankbestand dat wordt bewerkt"},
-    {Say::BankFileIo1, "IO, 8 outputs", "IO, 8 uitgangen"},
-    {Say::BankFileIo2, "IO, 16 outputs", "IO, 16 uitgangen"},
-    {Say::BankFileDac1, "DAC, 8 outputs", "DAC, 8 uitgangen"},
-    {Say::BankFileDac2, "DAC, 16 outputs", "DAC, 16 uitgangen"},
-    {Say::Banks, "Banks", "Banken"},
-    {Say::BanksTip, "The banks of the file", "De banken van het bestand"},
-    {Say::BankItem, "Bank %1: %2 steps", "Bank %1: %2 stappen"},
-    {Say::BankItemOne, "Bank %1: %2 step", "Bank %1: %2 stap"},
-    {Say::BankNew, "New", "Nieuw"},
-    {Say::BankNewTip, "Add a bank with one step", "Een bank met één stap toevoegen"},
-    {Say::BankCopy, "Copy", "Kopieer"},
-    {Say::BankCopyTip, "Add a copy of the chosen bank", "Een kopie van de gekozen bank toevoegen"},
-    {Say::BankRemove, "Remove", "Verwijder"},
-    {Say::BankRemoveTip, "Take the chosen bank out of the file", "De gekozen bank uit het bestand halen"},
-    {Say::BankSteps, "Steps", "Stappen"},
-    {Say::BankStepsTip, "A row is a step, a column an output. A click or Space turns an output over",
-     "Een rij is een stap, een kolom een uitgang. Een klik of spatie keert een uitgang om"},
-    {Say::BankValuesTip, "A row is a step, a column an output: type its value, 0 to 255",
-     "Een rij is een stap, een kolom een uitgang: typ de waarde, 0 tot 255"},
-    {Say::BankFurther, "Further fields", "Overige velden"},
-    {Say::StepAdd, "Add", "Voeg toe"},
-    {Say::StepAddTip, "Add a dark step behind the chosen one", "Een donkere stap na de gekozen toevoegen"},
-    {Say::StepCopyTip, "Add a copy of the chosen step behind it",
-     "Een kopie van de gekozen stap erachter toevoegen"},
-    {Say::StepRemoveTip, "Remove the chosen step", "De gekozen stap verwijderen"},
-    {Say::StepUp, "Up", "Omhoog"},
-    {Say::StepUpTip, "Move the chosen step up", "De gekozen stap naar boven verplaatsen"},
-    {Say::StepDown, "Down", "Omlaag"},
-    {Say::StepDownTip, "Move the chosen step down", "De gekozen stap naar beneden verplaatsen"},
-    {Say::BankPlay, "Play", "Speel"},
-    {Say::BankPlayTip, "Play the chosen bank as it is edited",
-     "De gekozen bank spelen zoals hij wordt bewerkt"},
-    {Say::BankOtherSize,
-     "This file is for another number of boards than there are, so it cannot be played now.",
-     "Dit bestand is voor een ander aantal kaarten dan er zijn en kan nu niet worden gespeeld."},
-    {Say::BankSave, "Save", "Bewaar"},
-    {Say::BankSaveTip, "Write the file; what plays follows it",
-     "Het bestand schrijven; wat speelt volgt het"},
-    {Say::BankSaved, "Saved.", "Bewaard."},
-    {Say::BankUnsaved, "Not saved yet.", "Nog niet bewaard."},
-    {Say::BankAskLeave, "The changes of these banks are not saved. Leave them out?",
-     "De wijzigingen van deze banken zijn niet bewaard. Laten vervallen?"},
-    {Say::BankLeave, "Leave them out", "Laat vervallen"},
-    {Say::BankLastStep, "The last step of the last bank is never played.",
-     "De laatste stap van de laatste bank wordt nooit gespeeld."},
-    {Say::EditBanksTip, "Edit the pattern banks in a window of their own",
-     "De patroonbanken in een eigen venster bewerken"},
-    {Say::MemoryForgetTip, "Delete the chosen memory, after a question",
-     "Het gekozen geheugen verwijderen, na een vraag"},
-    {Say::MemoryAskForget, "Delete the memory “%1”?", "Het geheugen “%1” verwijderen?"},
+// Behind the words of the pattern banks.
+constexpr Strings::Row kSoundRows[] = {
     {Say::EqCurve, "Equaliser curve", "Verloop van de equalizer"},
     {Say::EqCurveTip,
      "What the equaliser does to each deck; drag a band up or down, double-click: 0 dB; Left and Right "
@@ -500,8 +451,9 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 6> Strings::Tables() {
-  return {kRows, ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
+std::array<std::span<const Strings::Row>, 8> Strings::Tables() {
+  return {kRows,        BankWords(), kSoundRows,     ListWords(),
+          OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 
 }  // namespace ui

@@ -134,6 +134,12 @@ TEST_F(OrganPageTest, TwoBoardsShowSixteenOfEverything) {
   EXPECT_TRUE(Shown("DacScroller16"));
 }
 
+TEST_F(OrganPageTest, TheSettingsPageHoldsTheNumberOfBoardsToo) {
+  Choose("SetupIoBoardSize", 1);
+  Work();
+  EXPECT_EQ(Find<QComboBox>("IoBoardSize").currentIndex(), 1);
+}
+
 TEST_F(OrganPageTest, BoardsThatCannotBeOpenedAreToldOnThePage) {
   Push("UseK8000");
   EXPECT_EQ(Stored("Setup", "UseK8000"), "True");
@@ -250,6 +256,16 @@ TEST_F(BankEditorTest, UnsavedChangesOutliveAQuestionThatIsDeclinedAndAChangeOfL
   Work();
   EXPECT_TRUE(Find<QWidget>("BankEditor").isVisible());
   EXPECT_EQ(Banks().item(2)->text(), QStringLiteral("Bank 3: 1 stap"));
+}
+
+TEST_F(BankEditorTest, TheWindowClosesOnlyWhenChangesAreSavedOrLetGo) {
+  Push("BankNew");
+  window->close();
+  Click("BankLeaveBoxNo");
+  EXPECT_TRUE(window->isVisible());
+  window->close();
+  Click("BankLeaveBoxYes");
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(BankEditorTest, AFileThatCannotBeSavedIsToldAndStaysUnsaved) {
