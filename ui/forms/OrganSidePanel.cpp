@@ -179,12 +179,15 @@ QWidget* OrganSidePanel::MakeButtons() {
 }
 
 QWidget* OrganSidePanel::MakeBeat() {
-  beat_ = new QLabel;
+  beat_ = new ElidedLabel;
   Name(*beat_, QStringLiteral("BeatState"), {});
   beat_->setAlignment(Qt::AlignCenter);
-  beat_->setWordWrap(true);
   SetFontEm(*beat_, 1.2);
-  return beat_;
+  auto* page = new QWidget;
+  auto* rows = new QVBoxLayout(page);
+  SetSpacingEm(*rows, 0, 0);
+  rows->addWidget(beat_);
+  return page;
 }
 
 void OrganSidePanel::MakeRunning(QHBoxLayout& row) {
@@ -284,7 +287,7 @@ void OrganSidePanel::ShowRunning(const app::OrganView& view) {
   const QString state = StateText(view);
   const bool beat = Io() && lamps.io_mode == IoMode::Beat;
   if (state_->text() != state || beat) state_->Show(beat ? QString() : state);
-  if (beat) SetText(*beat_, state);
+  if (beat) beat_->Show(state);
 }
 
 void OrganSidePanel::Follow(Moved& moved, int reported, const QString& text) {

@@ -67,8 +67,10 @@ TEST_F(OrganPageTest, EachModeIsOneButtonAndShowsWhatAHandCanDo) {
                 {"cmdK80006", "DAC", "LO", "DacScroller1", "PatternDAC"},
                 {"cmdK80007", "DAC", "PP", "PatternDAC", "DacScroller1"},
                 {"cmdK80008", "DAC", "CONSTANT", "DacScroller8", "DacScroller9"}};
+  const int decks = Find<QWidget>("deck1").height();
   for (const auto& mode : kModes) {
     Push(mode.button);
+    EXPECT_EQ(Find<QWidget>("deck1").height(), decks) << "a page takes no room from the decks";
     EXPECT_EQ(Stored("Effects", mode.section), mode.word);
     EXPECT_TRUE(Find<QPushButton>(mode.button).isChecked()) << mode.word;
     EXPECT_TRUE(Shown(mode.shown)) << mode.shown;
