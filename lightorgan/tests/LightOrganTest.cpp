@@ -114,6 +114,13 @@ TEST_F(LightOrganTest, AnEmptyBankShowsNothing) {
   Play(milliseconds(20));
   EXPECT_EQ(Lit(), 0U);
   EXPECT_THAT(organ_.View().leds, Each(false));
+  organ_.cmdK8000(7);
+  organ_.ScrollerDAC(kFastest);
+  Play(milliseconds(20));
+  ASSERT_EQ(boards_.values[0], 255);
+  organ_.ScrollerPatternDAC(77);
+  Play(milliseconds(20));
+  EXPECT_THAT(boards_.values, Each(0));
 }
 
 TEST_F(LightOrganTest, ABankThatIsTriedPlaysUntilTheFileIsReadAgainAndStoresNothing) {
