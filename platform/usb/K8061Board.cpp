@@ -18,7 +18,7 @@ constexpr int kLastProduct = 0x8068;
 constexpr int kBoardInterface = 0;
 constexpr int kBoardPacket = 64;
 constexpr int kExchangeMs = 50;
-constexpr int kReadAwayMs = 3;
+constexpr int kReadAwayMs = 10;
 constexpr int kMostReadAway = 16;
 constexpr int kExchangeTries = 3;
 

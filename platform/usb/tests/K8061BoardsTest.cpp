@@ -43,7 +43,7 @@ class K8061BoardsTest : public ::testing::Test {
   EmulatedBus bus_;
   EmulatedK8061 first_{bus_, 2, 0};
   EmulatedK8061 second_{bus_, 3, 1};
-  std::unique_ptr<K8061Boards> boards_ = std::make_unique<K8061Boards>();
+  std::unique_ptr<boards::BoardSender> boards_ = std::make_unique<K8061Boards>();
 };
 
 TEST_F(K8061BoardsTest, AnEveningWithOneAndWithTwoBoardsEndsDark) {
@@ -85,6 +85,9 @@ TEST_F(K8061BoardsTest, LampsGoDarkWhenTheProgramEndsWithoutAWord) {
 }
 
 TEST_F(K8061BoardsTest, ARefreshTakesTwoExchangesABoardAndNoneWhenNothingChanged) {
+  boards::Pace pace;
+  pace.gathering = std::chrono::milliseconds(20);  // however slow this computer is
+  boards_ = std::make_unique<boards::BoardSender>(std::make_unique<K8061Line>(), pace);
   Plug(2);
   Open();
   ASSERT_TRUE(second_.Shows(kDark));
@@ -105,8 +108,8 @@ TEST_F(K8061BoardsTest, ARefreshTakesTwoExchangesABoardAndNoneWhenNothingChanged
   }
   for (EmulatedK8061* board : {&first_, &second_}) {
     const auto counts = board->TakeCounts();
-    EXPECT_LE(counts.switched, kRefreshes + 1);  // a thread that is held up may tear one in two
-    EXPECT_LE(counts.dimmed, kRefreshes + 1);
+    EXPECT_EQ(counts.switched, kRefreshes);
+    EXPECT_EQ(counts.dimmed, kRefreshes);
   }
 }
 
@@ -125,10 +128,14 @@ TEST_F(K8061BoardsTest, WrongAndMissingAnswersAreOvercomeAndTheNextAnswerBelongs
   for (const Fault fault : {Fault::Late, Fault::Previous, Fault::Short, Fault::Silent}) {
     for (int kinds = 1; kinds <= 2; ++kinds) {
       first_.FailAnswer(fault, kinds);
-      for (int i = 0; i < 3; ++i) EXPECT_TRUE(tell(kinds)) << static_cast<int>(fault) << " " << kinds;
-      (void)first_.TakeCounts();
-      EXPECT_TRUE(tell(kinds));
-      EXPECT_EQ(first_.TakeCounts().overlapped, 0) << static_cast<int>(fault) << " " << kinds;
+      EXPECT_TRUE(tell(kinds)) << static_cast<int>(fault) << " " << kinds;
+      int overlapped = 1;
+      for (int i = 0; i < 20 && overlapped > 0; ++i) {
+        (void)first_.TakeCounts();
+        EXPECT_TRUE(tell(kinds));
+        overlapped = first_.TakeCounts().overlapped;
+      }
+      EXPECT_EQ(overlapped, 0) << static_cast<int>(fault) << " " << kinds;
     }
   }
   EXPECT_EQ(boards_->Trouble().text, "");
@@ -238,14 +245,13 @@ TEST_F(K8061BoardsTest, ADriverOfTheSystemsIsPutAsideAndComesBack) {
   EXPECT_EQ(first_.DriversAttached(), 1);
 }
 
-TEST_F(K8061BoardsTest, AskingDoesNotWait) {
+TEST_F(K8061BoardsTest, CallsDoNotWaitForABoardThatIsSlow) {
   first_.SetPace(std::chrono::milliseconds(30));
   first_.Plug();
-  const auto began = std::chrono::steady_clock::now();
   boards_->OpenDevice([](std::int32_t) {});
   for (int i = 0; i < 1000; ++i) boards_->OutputAllDigital(0, static_cast<std::uint8_t>(i));
-  EXPECT_LT(std::chrono::steady_clock::now() - began, std::chrono::milliseconds(30));
   EXPECT_TRUE(first_.Shows({static_cast<std::uint8_t>(999), {}}));
+  EXPECT_LT(first_.TakeCounts().switched, 50);
 }
 
 }  // namespace
