@@ -28,11 +28,12 @@ void HeardMusic::TakeSides() {
   std::array<float, 2 * music::kSpectrumBins> by_turns{};
   sound_.engine.BASS_ChannelGetData(sound_.stream(Deck()), std::span<float>(by_turns),
                                     decks::kDataFft256 | decks::kDataFftIndividual);
-  sides_.emplace();
+  Sides sides;
   for (std::size_t bin = 0; bin < music::kSpectrumBins; ++bin) {
-    sides_->left[bin] = by_turns[2 * bin];
-    sides_->right[bin] = by_turns[2 * bin + 1];
+    sides.left[bin] = by_turns[2 * bin];
+    sides.right[bin] = by_turns[2 * bin + 1];
   }
+  sides_ = sides;
 }
 
 bool HeardMusic::AnyPlaying() {

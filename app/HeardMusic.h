@@ -34,8 +34,8 @@ class HeardMusic final : public lightorgan::SpectrumSource, public lightorgan::B
 
  private:
   struct Sides {
-    lightorgan::Bins left{};
-    lightorgan::Bins right{};
+    lightorgan::Bins left;
+    lightorgan::Bins right;
   };
   [[nodiscard]] int Deck() const { return decks_ == nullptr ? 0 : decks_->sound.deck; }
   void TakeSides();

@@ -34,8 +34,8 @@ using Wall = std::chrono::steady_clock;
 using lightorgan::LightOrgan;
 
 constexpr int kOrganRuns = 7;
-constexpr auto kLatency = 40ms;  ///< of the virtual output
-constexpr auto kPlayed = 300s;
+constexpr auto kOrganLatency = 40ms;  ///< of the virtual output
+constexpr auto kOrganPlayed = 300s;
 
 /// Boards that note when all outputs of the first one were lit.
 class FlashedBoards final : public lightorgan::IoBoards {
@@ -100,21 +100,21 @@ Figure LateBank() {
     banks.push_back({number, std::vector<lightorgan::BankStep>(8, {{0, 1, 0, 1, 0, 0, 1, 1}, {}})});
   }
   const std::string text = lightorgan::BankText(banks);
-  std::vector<double> milliseconds;
+  std::vector<double> taken;
   for (int run = 0; run < kOrganRuns; ++run) {
     const auto begin = Wall::now();
     const auto table = lightorgan::LoadBank(text, lightorgan::Side::Io, 5'000, lightorgan::IoBoardSize::One);
-    milliseconds.push_back(std::chrono::duration<double, std::milli>(Wall::now() - begin).count());
+    taken.push_back(std::chrono::duration<double, std::milli>(Wall::now() - begin).count());
     if (table.Rows() != 9) std::abort();
   }
-  return {"light organ: bank 5,000 of a file of 10,000", "ms", Median(milliseconds), {}, ""};
+  return {"light organ: bank 5,000 of a file of 10,000", "ms", Median(taken), {}, ""};
 }
 
 /// The whole workstation with the real engine and analysis on a virtual clock.
 class OrganEvening {
  public:
   OrganEvening() {
-    outputs_.SetLatency(kLatency);
+    outputs_.SetLatency(kOrganLatency);
     outputs_.BeforeBlock([this] {
       workers_.RunAll();
       engine_.Pump();
@@ -170,7 +170,7 @@ class OrganEvening {
     ++frame_;
   }
   [[nodiscard]] double HeardAt(std::int64_t frame) const {
-    return opened_ + double(frame) / 44'100 + std::chrono::duration<double>(kLatency).count();
+    return opened_ + double(frame) / 44'100 + std::chrono::duration<double>(kOrganLatency).count();
   }
 
   engine::VirtualTime time_;
@@ -216,7 +216,7 @@ void MeasureLightAgainstSound(std::vector<Figure>& figures) {
   for (const bool changing : {false, true}) {
     OrganEvening evening;
     evening.Play(path);
-    for (auto at = 0s; at < kPlayed; at += 5s) {
+    for (auto at = 0s; at < kOrganPlayed; at += 5s) {
       if (changing) evening.SetTempo(float(6 * std::sin(double(at.count()) / 20)));
       evening.Run(5s);
     }

@@ -78,10 +78,11 @@ Bins WithoutLeakage(const Bins& bins) {
                  [](float bin) { return std::isfinite(bin) ? std::abs(bin) : 0; });
   leaked.fill(kNoise);
   for (std::size_t from = 0; from < clean.size(); ++from) {
-    if (clean[from] * kShares[2] <= kNoise) continue;
-    for (std::size_t to = 0; to < clean.size(); ++to) {
-      const std::size_t apart = to > from ? to - from : from - to;
-      leaked[to] = std::max(leaked[to], clean[from] * kShares[apart]);
+    for (std::size_t apart = 2; apart < clean.size(); ++apart) {
+      const float leak = clean[from] * kShares[apart];
+      if (leak <= kNoise) break;
+      if (from >= apart) leaked[from - apart] = std::max(leaked[from - apart], leak);
+      if (from + apart < leaked.size()) leaked[from + apart] = std::max(leaked[from + apart], leak);
     }
   }
   for (std::size_t i = 0; i < clean.size(); ++i) {

@@ -277,7 +277,12 @@ void LightOrgan::tmrPPio_ThatTime() {
 }
 
 void LightOrgan::tmrDACpp_ThatTime() {
-  if (dac_pattern_.Rows() == 0) return;
+  if (dac_pattern_.Rows() == 0) {
+    for (int output = 1; output <= Outputs(); ++output) {
+      if (view_.values[At(output)] != 0) Dim(output, 0);
+    }
+    return;
+  }
   const StepTable& table = *dac_pattern_.table;
   dac_pattern_.row = NextRow(Side::Dac, dac_pattern_.row, table.Rows());
   for (int output = 1; output <= Outputs(); ++output) Dim(output, table.At(dac_pattern_.row, output));

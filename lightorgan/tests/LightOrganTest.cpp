@@ -114,6 +114,26 @@ TEST_F(LightOrganTest, AnEmptyBankShowsNothing) {
   Play(milliseconds(20));
   EXPECT_EQ(Lit(), 0U);
   EXPECT_THAT(organ_.View().leds, Each(false));
+  organ_.cmdK8000(7);
+  organ_.ScrollerDAC(kFastest);
+  Play(milliseconds(20));
+  ASSERT_EQ(boards_.values[0], 255);
+  organ_.ScrollerPatternDAC(77);
+  Play(milliseconds(20));
+  EXPECT_THAT(boards_.values, Each(0));
+}
+
+TEST_F(LightOrganTest, ABankThatIsTriedPlaysUntilTheFileIsReadAgainAndStoresNothing) {
+  Start();
+  PlayIoBank(1);
+  organ_.TryBank(Side::Io, std::make_shared<const StepTable>(
+                               LoadBank("[1]\n0:0:0:1\n[2]\n", Side::Io, 1, IoBoardSize::One)));
+  Play(milliseconds(40));
+  EXPECT_THAT(boards_.Take(), ElementsAre("OutputAllDigital 0 8", "OutputAllDigital 0 8"));
+  EXPECT_EQ(Get("Banks", "CurrentBank"), "1");
+  organ_.ReloadBanks();
+  Play(milliseconds(20));
+  EXPECT_THAT(boards_.Take(), ElementsAre("OutputAllDigital 0 5"));
 }
 
 TEST_F(LightOrganTest, TheDacSidePlaysTheRowOfZerosToo) {

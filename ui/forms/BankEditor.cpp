@@ -16,6 +16,7 @@
 
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/MessageBoxes.h"
+#include "ui/strings/BankWords.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/BankDelegate.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -50,8 +51,8 @@ QVBoxLayout* Rows() {
 BankEditor::BankEditor(app::OrganDesk& desk, MessageBoxes& boxes, BankDraft& draft, const Look& look,
                        IoBoardSize size, QWidget* parent)
     : QDialog(parent), desk_(desk), boxes_(boxes), draft_(draft), look_(look), model_(draft.book, look) {
-  Name(*this, QStringLiteral("BankEditor"), look.say(Say::BankEditor));
-  setWindowTitle(look.say(Say::BankEditor));
+  Name(*this, QStringLiteral("BankEditor"), look.say(BankWord::BankEditor));
+  setWindowTitle(look.say(BankWord::BankEditor));
   auto* sides = new QHBoxLayout;
   SetSpacingEm(*sides, 0, 1.2);
   sides->addLayout(MakeBanks(size), 2);
@@ -67,7 +68,8 @@ BankEditor::~BankEditor() {
   if (playing_) desk_.Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
 }
 
-QPushButton* BankEditor::MakeButton(const char* name, Say caption, Say tip, std::function<void()> pressed) {
+QPushButton* BankEditor::MakeButton(const char* name, BankWord caption, BankWord tip,
+                                    std::function<void()> pressed) {
   auto* button = new QPushButton(look_.say(caption));
   Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
   button->setAutoDefault(false);
@@ -78,9 +80,9 @@ QPushButton* BankEditor::MakeButton(const char* name, Say caption, Say tip, std:
 QVBoxLayout* BankEditor::MakeBanks(IoBoardSize size) {
   const auto& say = look_.say;
   file_ = new QuietCombo(look_.skin);
-  file_->addItems(
-      {say(Say::BankFileIo1), say(Say::BankFileIo2), say(Say::BankFileDac1), say(Say::BankFileDac2)});
-  Name(*file_, QStringLiteral("BankFile"), say(Say::BankFile), say(Say::BankFileTip));
+  file_->addItems({say(BankWord::BankFileIo1), say(BankWord::BankFileIo2), say(BankWord::BankFileDac1),
+                   say(BankWord::BankFileDac2)});
+  Name(*file_, QStringLiteral("BankFile"), say(BankWord::BankFile), say(BankWord::BankFileTip));
   if (draft_.book.Changed()) size = draft_.book.Size();
   const bool dac = draft_.book.Changed() && draft_.book.WhichSide() == Side::Dac;
   shown_file_ = (dac ? 2 : 0) + (size == IoBoardSize::Two ? 1 : 0);
@@ -88,17 +90,18 @@ QVBoxLayout* BankEditor::MakeBanks(IoBoardSize size) {
   connect(file_, &QComboBox::activated, this, &BankEditor::ChooseFile);
   banks_ = new QListWidget;
   banks_->setFrameShape(QFrame::NoFrame);
-  Name(*banks_, QStringLiteral("BankList"), say(Say::Banks), say(Say::BanksTip));
+  Name(*banks_, QStringLiteral("BankList"), say(BankWord::Banks), say(BankWord::BanksTip));
   connect(banks_, &QListWidget::currentRowChanged, this, &BankEditor::ShowSteps);
-  auto* fresh = MakeButton("BankNew", Say::BankNew, Say::BankNewTip, [this] {
+  auto* fresh = MakeButton("BankNew", BankWord::BankNew, BankWord::BankNewTip, [this] {
     ShowBanks(draft_.book.Add());
     Changed();
   });
-  auto* copy = MakeButton("BankCopy", Say::BankCopy, Say::BankCopyTip, [this] {
+  auto* copy = MakeButton("BankCopy", BankWord::BankCopy, BankWord::BankCopyTip, [this] {
     ShowBanks(draft_.book.Copy(ChosenBank()));
     Changed();
   });
-  auto* remove = MakeButton("BankRemove", Say::BankRemove, Say::BankRemoveTip, [this] { RemoveBank(); });
+  auto* remove =
+      MakeButton("BankRemove", BankWord::BankRemove, BankWord::BankRemoveTip, [this] { RemoveBank(); });
   bank_acts_ = {copy, remove};
   auto* acts = Row();
   for (QPushButton* button : {fresh, copy, remove}) acts->addWidget(button, 1);
@@ -130,19 +133,19 @@ QVBoxLayout* BankEditor::MakeSteps() {
   const auto& say = look_.say;
   MakeTable();
   auto* acts = Row();
-  const auto add = [&](const char* name, Say caption, Say tip, StepAct act) {
+  const auto add = [&](const char* name, BankWord caption, BankWord tip, StepAct act) {
     auto* button = MakeButton(name, caption, tip, [this, act] { OnSteps(act); });
     step_acts_.push_back(button);
     acts->addWidget(button, 1);
   };
-  auto* head = new QLabel(say(Say::BankSteps));
+  auto* head = new QLabel(say(BankWord::BankSteps));
   SetFontEm(*head, 1.2, Weight::Bold);
   acts->addWidget(head);
-  add("StepAdd", Say::StepAdd, Say::StepAddTip, &BankEditor::AddStep);
-  add("StepCopy", Say::BankCopy, Say::StepCopyTip, &BankEditor::CopyStep);
-  add("StepRemove", Say::BankRemove, Say::StepRemoveTip, &BankEditor::RemoveStep);
-  add("StepUp", Say::StepUp, Say::StepUpTip, &BankEditor::StepUp);
-  add("StepDown", Say::StepDown, Say::StepDownTip, &BankEditor::StepDown);
+  add("StepAdd", BankWord::StepAdd, BankWord::StepAddTip, &BankEditor::AddStep);
+  add("StepCopy", BankWord::BankCopy, BankWord::StepCopyTip, &BankEditor::CopyStep);
+  add("StepRemove", BankWord::BankRemove, BankWord::StepRemoveTip, &BankEditor::RemoveStep);
+  add("StepUp", BankWord::StepUp, BankWord::StepUpTip, &BankEditor::StepUp);
+  add("StepDown", BankWord::StepDown, BankWord::StepDownTip, &BankEditor::StepDown);
   auto* rows = Rows();
   rows->addWidget(steps_, 1);
   rows->addLayout(acts);
@@ -152,14 +155,16 @@ QVBoxLayout* BankEditor::MakeSteps() {
 QHBoxLayout* BankEditor::MakeEnd() {
   message_ = new ElidedLabel;
   Name(*message_, QStringLiteral("BankMessage"), {});
-  play_ = MakeButton("BankPlay", Say::BankPlay, Say::BankPlayTip, [this] { Play(play_->isChecked()); });
+  play_ =
+      MakeButton("BankPlay", BankWord::BankPlay, BankWord::BankPlayTip, [this] { Play(play_->isChecked()); });
   play_->setCheckable(true);
-  save_ = MakeButton("BankSave", Say::BankSave, Say::BankSaveTip, [this] { Save(); });
+  save_ = MakeButton("BankSave", BankWord::BankSave, BankWord::BankSaveTip, [this] { Save(); });
+  auto* close = MakeButton("BankClose", BankWord::BankClose, BankWord::BankCloseTip, [this] { reject(); });
   auto* row = Row();
   row->addWidget(message_, 1);
   row->addWidget(play_);
   row->addWidget(save_);
-  row->addWidget(MakeButton("BankClose", Say::Close, Say::CloseTip, [this] { reject(); }));
+  row->addWidget(close);
   return row;
 }
 
@@ -179,6 +184,7 @@ void BankEditor::Open() {
     Read();
   }
   draft_.open = true;
+  parentWidget()->window()->installEventFilter(this);
   ShowDialog(*this, *parentWidget());
   SetKind(*play_, "lamp1");
   play_->style()->polish(play_);
@@ -201,8 +207,8 @@ void BankEditor::SizeColumns() {
 
 void BankEditor::Leave(std::function<void()> then) {
   if (!draft_.book.Changed()) return then();
-  boxes_.Ask(QStringLiteral("BankLeaveBox"), look_.say(Say::BankAskLeave), look_.say(Say::BankLeave),
-             [editor = QPointer(this), then = std::move(then)] {
+  boxes_.Ask(QStringLiteral("BankLeaveBox"), look_.say(BankWord::BankAskLeave),
+             look_.say(BankWord::BankLeave), [editor = QPointer(this), then = std::move(then)] {
                if (editor.isNull()) return;
                editor->draft_.book.Kept();
                then();
@@ -239,8 +245,9 @@ void BankEditor::Save() {
                     if (saved && editor->edits_ == edits) editor->draft_.book.Kept();
                     editor->ShowActs();
                     const Skin& skin = editor->look_.skin;
-                    editor->Tell(saved ? editor->look_.say(Say::BankSaved) : Decode(saved.Failure().text),
-                                 saved ? skin.dim : skin.danger);
+                    editor->Tell(
+                        saved ? editor->look_.say(BankWord::BankSaved) : Decode(saved.Failure().text),
+                        saved ? skin.dim : skin.danger);
                     if (editor->play_->isChecked()) editor->Try();
                     Q_EMIT editor->Saved();
                   });
@@ -305,7 +312,7 @@ void BankEditor::ShowBanks(std::size_t chosen) {
   const QSignalBlocker quiet(banks_);
   banks_->clear();
   for (const lightorgan::Bank& bank : draft_.book.Banks()) {
-    const Say words = bank.steps.size() == 1 ? Say::BankItemOne : Say::BankItem;
+    const BankWord words = bank.steps.size() == 1 ? BankWord::BankItemOne : BankWord::BankItem;
     banks_->addItem(look_.say(words).arg(bank.number).arg(bank.steps.size()));
   }
   banks_->setCurrentRow(chosen < draft_.book.Banks().size() ? static_cast<int>(chosen) : -1);
@@ -315,8 +322,8 @@ void BankEditor::ShowBanks(std::size_t chosen) {
 void BankEditor::ShowSteps() {
   model_.Show(ChosenBank());
   const bool io = draft_.book.WhichSide() == Side::Io;
-  Name(*steps_, QStringLiteral("BankSteps"), look_.say(Say::BankSteps),
-       look_.say(io ? Say::BankStepsTip : Say::BankValuesTip));
+  Name(*steps_, QStringLiteral("BankSteps"), look_.say(BankWord::BankSteps),
+       look_.say(io ? BankWord::BankStepsTip : BankWord::BankValuesTip));
   SizeColumns();
   if (model_.rowCount() > 0) steps_->setCurrentIndex(model_.index(0, 0));
   ShowActs();
@@ -328,7 +335,7 @@ void BankEditor::Changed() {
   const std::size_t bank = ChosenBank();
   if (bank < draft_.book.Banks().size()) {
     const lightorgan::Bank& edited = draft_.book.Banks()[bank];
-    const Say words = edited.steps.size() == 1 ? Say::BankItemOne : Say::BankItem;
+    const BankWord words = edited.steps.size() == 1 ? BankWord::BankItemOne : BankWord::BankItem;
     banks_->currentItem()->setText(look_.say(words).arg(edited.number).arg(edited.steps.size()));
   }
   ShowActs();
@@ -342,7 +349,7 @@ void BankEditor::ShowActs() {
     button->setEnabled(bank && (model_.rowCount() > 0 || button == step_acts_.front()));
   play_->setEnabled(bank && fits_boards_);
   save_->setEnabled(draft_.book.Changed());
-  if (draft_.book.Changed()) Tell(look_.say(Say::BankUnsaved), look_.skin.warning);
+  if (draft_.book.Changed()) Tell(look_.say(BankWord::BankUnsaved), look_.skin.warning);
 }
 
 void BankEditor::Play(bool on) {
@@ -377,7 +384,7 @@ void BankEditor::Show(const app::OrganView& view) {
   if (fits != fits_boards_) {
     fits_boards_ = fits;
     if (!fits) Play(false);
-    play_->setToolTip(look_.say(fits ? Say::BankPlayTip : Say::BankOtherSize));
+    play_->setToolTip(look_.say(fits ? BankWord::BankPlayTip : BankWord::BankOtherSize));
     ShowActs();
   }
   if (!playing_) return;
@@ -389,6 +396,13 @@ void BankEditor::Show(const app::OrganView& view) {
 }
 
 bool BankEditor::eventFilter(QObject* watched, QEvent* event) {
+  QWidget* owner = parentWidget()->window();
+  if (watched == owner && event->type() == QEvent::Close && draft_.book.Changed()) {
+    event->ignore();
+    // Later: the box is still open when it has been answered.
+    Leave([owner] { QMetaObject::invokeMethod(owner, &QWidget::close, Qt::QueuedConnection); });
+    return true;
+  }
   if (watched == steps_ && event->type() == QEvent::KeyPress &&
       static_cast<QKeyEvent*>(event)->key() == Qt::Key_Space && draft_.book.WhichSide() == Side::Io) {
     model_.Toggle(steps_->currentIndex());

@@ -8,6 +8,7 @@
 
 #include "app/OrganDesk.h"
 #include "ui/models/BankModel.h"
+#include "ui/strings/BankWords.h"
 #include "ui/widgets/Look.h"
 
 class QHBoxLayout;
@@ -56,7 +57,7 @@ class BankEditor final : public QDialog {
   [[nodiscard]] QVBoxLayout* MakeSteps();
   void MakeTable();
   [[nodiscard]] QHBoxLayout* MakeEnd();
-  [[nodiscard]] QPushButton* MakeButton(const char* name, Say caption, Say tip,
+  [[nodiscard]] QPushButton* MakeButton(const char* name, BankWord caption, BankWord tip,
                                         std::function<void()> pressed);
   [[nodiscard]] File Chosen() const;
   [[nodiscard]] std::size_t ChosenBank() const;

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "ui/forms/MessageBoxes.h"
+#include "ui/strings/BankWords.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/QuietCombo.h"
@@ -118,7 +119,8 @@ void OrganBoardPanel::MakeMemories(QVBoxLayout& rows) {
   });
   recall_ =
       MakeButton("MemoryRecall", say(OrganWord::Recall), say(OrganWord::RecallTip), [this] { Recall(); });
-  forget_ = MakeButton("MemoryForget", say(Say::EqDelete), say(Say::MemoryForgetTip), [this] { Forget(); });
+  forget_ =
+      MakeButton("MemoryForget", say(Say::EqDelete), say(BankWord::MemoryForgetTip), [this] { Forget(); });
   for (QPushButton* button : {recall_, forget_}) button->setEnabled(false);
   name_ = new QLineEdit;
   name_->setPlaceholderText(say(OrganWord::MemoryName));
@@ -129,7 +131,7 @@ void OrganBoardPanel::MakeMemories(QVBoxLayout& rows) {
   SetFontEm(*head, 1.3, Weight::Bold);
   auto* first = Line();
   first->addWidget(head, 1);
-  first->addWidget(MakeButton("EditBanks", say(OrganWord::EditBanks), say(Say::EditBanksTip),
+  first->addWidget(MakeButton("EditBanks", say(OrganWord::EditBanks), say(BankWord::EditBanksTip),
                               [this] { Q_EMIT EditorWanted(); }));
   auto* naming = Line();
   naming->addWidget(name_, 1);
@@ -156,7 +158,7 @@ void OrganBoardPanel::Recall() {
 void OrganBoardPanel::Forget() {
   if (memories_->currentRow() < 0) return;
   const std::string name = listed_[static_cast<std::size_t>(memories_->currentRow())];
-  boxes_.Ask(QStringLiteral("MemoryBox"), look_.say(Say::MemoryAskForget).arg(Decode(name)),
+  boxes_.Ask(QStringLiteral("MemoryBox"), look_.say(BankWord::MemoryAskForget).arg(Decode(name)),
              look_.say(Say::EqDelete), [panel = QPointer(this), name] {
                if (panel.isNull()) return;
                const auto& memories = panel->desk_.Memories();

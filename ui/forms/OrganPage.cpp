@@ -27,9 +27,9 @@ OrganPage::OrganPage(app::Workstation& workstation, MessageBoxes& boxes, BankDra
   connect(boards_, &OrganBoardPanel::EditorWanted, this, &OrganPage::OpenEditor);
   auto* sides = new QHBoxLayout(this);
   SetSpacingEm(*sides, 0.8, 1.6);
-  sides->addWidget(io_, 6);
-  sides->addWidget(dac_, 5);
-  sides->addWidget(boards_, 3);
+  sides->addWidget(io_, 11);
+  sides->addWidget(dac_, 10);
+  sides->addWidget(boards_, 6);
 }
 
 OrganPage::~OrganPage() {

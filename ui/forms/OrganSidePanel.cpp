@@ -26,7 +26,6 @@ using lightorgan::Side;
 
 constexpr int kFirstDacMode = static_cast<int>(DacMode::Lo);
 constexpr int kThresholdAtFirst = 55;
-constexpr double kSmallEms = 0.85;
 constexpr int kPage[] = {0, 0, 0, 1, 2, 3, 0, 1, 0};  ///< what each mode lets a hand do
 
 std::size_t Place(int output) {
@@ -143,7 +142,6 @@ QWidget* OrganSidePanel::MakeSliders() {
     made.fader->setAccessibleName(look_.say(Io() ? OrganWord::Level : OrganWord::Value).arg(output));
     made.fader->setToolTip(look_.say(Io() ? OrganWord::LevelTip : OrganWord::ValueTip).arg(output));
     made.value->setAlignment(Qt::AlignCenter);
-    SetFontEm(*made.value, kSmallEms);
     SetTextColour(*made.value, look_.skin.dim);
     Connect(made, [this, command, output](int value) {
       desk_.Ask([command, output, value](LightOrgan& organ) { (organ.*command)(output, value); });
@@ -181,12 +179,15 @@ QWidget* OrganSidePanel::MakeButtons() {
 }
 
 QWidget* OrganSidePanel::MakeBeat() {
-  beat_ = new QLabel;
+  beat_ = new ElidedLabel;
   Name(*beat_, QStringLiteral("BeatState"), {});
   beat_->setAlignment(Qt::AlignCenter);
-  beat_->setWordWrap(true);
   SetFontEm(*beat_, 1.2);
-  return beat_;
+  auto* page = new QWidget;
+  auto* rows = new QVBoxLayout(page);
+  SetSpacingEm(*rows, 0, 0);
+  rows->addWidget(beat_);
+  return page;
 }
 
 void OrganSidePanel::MakeRunning(QHBoxLayout& row) {
@@ -286,7 +287,7 @@ void OrganSidePanel::ShowRunning(const app::OrganView& view) {
   const QString state = StateText(view);
   const bool beat = Io() && lamps.io_mode == IoMode::Beat;
   if (state_->text() != state || beat) state_->Show(beat ? QString() : state);
-  if (beat) SetText(*beat_, state);
+  if (beat) beat_->Show(state);
 }
 
 void OrganSidePanel::Follow(Moved& moved, int reported, const QString& text) {

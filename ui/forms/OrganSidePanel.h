@@ -76,7 +76,7 @@ class OrganSidePanel final : public QWidget {
   std::array<QPushButton*, lightorgan::kMostOutputs> buttons_{};
   std::array<SentEcho, lightorgan::kMostOutputs> button_echoes_;
   PatternGrid* pattern_;
-  QLabel* beat_ = nullptr;
+  ElidedLabel* beat_ = nullptr;
   Moved speed_, bank_;
   ElidedLabel* state_;
 };

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/SettingsPage.h"
 
+#include <QAbstractItemView>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -11,6 +12,7 @@
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/TagsPanel.h"
 #include "ui/models/OutputText.h"
+#include "ui/strings/OrganWords.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -124,6 +126,16 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   grid->addWidget(language_, 1, 1);
   grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 2, 0);
   grid->addWidget(skin_, 2, 1);
+  boards_ = new QuietCombo(look_.skin);
+  boards_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
+  Name(*boards_, QStringLiteral("SetupIoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
+  connect(boards_, &QComboBox::activated, this, [this](int choice) {
+    workstation_.Organ().Ask([choice](lightorgan::LightOrgan& organ) {
+      organ.SetIoBoardSize(choice == 1 ? lightorgan::IoBoardSize::Two : lightorgan::IoBoardSize::One);
+    });
+  });
+  grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 3, 0);
+  grid->addWidget(boards_, 3, 1);
   grid->setColumnStretch(1, 1);
   return grid;
 }
@@ -137,6 +149,9 @@ void SettingsPage::Send(int output) {
 void SettingsPage::Show(const app::WorkstationView& view) {
   for (std::size_t i = 0; i < outputs_.size(); ++i) ShowOutput(outputs_[i], view.outputs[i]);
   apply_->Show();
+  const auto size = workstation_.Organ().View().lamps.size;
+  const int boards = size == lightorgan::IoBoardSize::Two ? 1 : 0;
+  if (boards_->currentIndex() != boards && !boards_->view()->isVisible()) boards_->setCurrentIndex(boards);
 }
 
 void SettingsPage::ShowOutput(Output& output, const app::OutputView& view) {

@@ -56,6 +56,7 @@ class SettingsPage final : public Surface {
   std::array<Output, 3> outputs_{};
   ApplyPanel* apply_ = nullptr;
   QuietCombo* language_ = nullptr;
+  QuietCombo* boards_ = nullptr;  ///< how many
   QuietCombo* skin_ = nullptr;
 };
 

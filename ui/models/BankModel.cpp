@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/strings/BankWords.h"
 #include "ui/strings/Decode.h"
 
 namespace ui {
@@ -62,12 +63,12 @@ QVariant BankModel::headerData(int section, Qt::Orientation orientation, int rol
   const bool step = orientation == Qt::Vertical;
   if (role == Qt::DisplayRole) {
     if (step && section + 1 == running_) return QStringLiteral("▶ %1").arg(section + 1);
-    if (!step && section >= book_.Outputs()) return look_.say(Say::BankFurther);
+    if (!step && section >= book_.Outputs()) return look_.say(BankWord::BankFurther);
     return QString::number(section + 1);
   }
   if (!step || !book_.NeverPlayed(bank_, static_cast<std::size_t>(section))) return {};
   if (role == Qt::ForegroundRole) return look_.skin.faint;
-  return role == Qt::ToolTipRole ? QVariant(look_.say(Say::BankLastStep)) : QVariant();
+  return role == Qt::ToolTipRole ? QVariant(look_.say(BankWord::BankLastStep)) : QVariant();
 }
 
 Qt::ItemFlags BankModel::flags(const QModelIndex& index) const {

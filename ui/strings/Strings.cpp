@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "ui/strings/BankWords.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/strings/ListWords.h"
@@ -316,8 +317,9 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 7> Strings::Tables() {
-  return {kRows, ScanWords(), ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
+std::array<std::span<const Strings::Row>, 9> Strings::Tables() {
+  return {kRows,        ScanWords(), BankWords(),    ToolWords(),  ListWords(),
+          OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 
 }  // namespace ui

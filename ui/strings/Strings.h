@@ -228,49 +228,6 @@ enum class Say : int {
   VisualWave,
   Visual,
   VisualTip,
-  // Pattern banks and memories of the light organ
-  BankEditor = 2400,
-  BankFile,
-  BankFileTip,
-  BankFileIo1,
-  BankFileIo2,
-  BankFileDac1,
-  BankFileDac2,
-  Banks,
-  BanksTip,
-  BankItem,
-  BankItemOne,
-  BankNew,
-  BankNewTip,
-  BankCopy,
-  BankCopyTip,
-  BankRemove,
-  BankRemoveTip,
-  BankSteps,
-  BankStepsTip,
-  BankValuesTip,
-  BankFurther,
-  StepAdd,
-  StepAddTip,
-  StepCopyTip,
-  StepRemoveTip,
-  StepUp,
-  StepUpTip,
-  StepDown,
-  StepDownTip,
-  BankPlay,
-  BankPlayTip,
-  BankOtherSize,
-  BankSave,
-  BankSaveTip,
-  BankSaved,
-  BankUnsaved,
-  BankAskLeave,
-  BankLeave,
-  BankLastStep,
-  EditBanksTip,
-  MemoryForgetTip,
-  MemoryAskForget,
   // Lights
   FunctionFree = 2480,
   FunctionPan,
@@ -408,7 +365,7 @@ class Strings {
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
   /// Every table, in the order of the numbers.
-  [[nodiscard]] static std::array<std::span<const Row>, 7> Tables();
+  [[nodiscard]] static std::array<std::span<const Row>, 9> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;

@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// The rows of Say from pattern banks on, 2400 to 2639.
+/// The rows of Say from those of the lights on, 2480 to 2639.
 [[nodiscard]] std::span<const Strings::Row> ToolWords();
 
 }  // namespace ui

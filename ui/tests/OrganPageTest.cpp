@@ -67,8 +67,10 @@ TEST_F(OrganPageTest, EachModeIsOneButtonAndShowsWhatAHandCanDo) {
                 {"cmdK80006", "DAC", "LO", "DacScroller1", "PatternDAC"},
                 {"cmdK80007", "DAC", "PP", "PatternDAC", "DacScroller1"},
                 {"cmdK80008", "DAC", "CONSTANT", "DacScroller8", "DacScroller9"}};
+  const int decks = Find<QWidget>("deck1").height();
   for (const auto& mode : kModes) {
     Push(mode.button);
+    EXPECT_EQ(Find<QWidget>("deck1").height(), decks) << "a page takes no room from the decks";
     EXPECT_EQ(Stored("Effects", mode.section), mode.word);
     EXPECT_TRUE(Find<QPushButton>(mode.button).isChecked()) << mode.word;
     EXPECT_TRUE(Shown(mode.shown)) << mode.shown;
@@ -132,6 +134,12 @@ TEST_F(OrganPageTest, TwoBoardsShowSixteenOfEverything) {
   EXPECT_EQ(Find<OutputLamps>("pctK8000").Leds().size(), 16U);
   EXPECT_TRUE(Shown("btnOn16"));
   EXPECT_TRUE(Shown("DacScroller16"));
+}
+
+TEST_F(OrganPageTest, TheSettingsPageHoldsTheNumberOfBoardsToo) {
+  Choose("SetupIoBoardSize", 1);
+  Work();
+  EXPECT_EQ(Find<QComboBox>("IoBoardSize").currentIndex(), 1);
 }
 
 TEST_F(OrganPageTest, BoardsThatCannotBeOpenedAreToldOnThePage) {
@@ -250,6 +258,16 @@ TEST_F(BankEditorTest, UnsavedChangesOutliveAQuestionThatIsDeclinedAndAChangeOfL
   Work();
   EXPECT_TRUE(Find<QWidget>("BankEditor").isVisible());
   EXPECT_EQ(Banks().item(2)->text(), QStringLiteral("Bank 3: 1 stap"));
+}
+
+TEST_F(BankEditorTest, TheWindowClosesOnlyWhenChangesAreSavedOrLetGo) {
+  Push("BankNew");
+  window->close();
+  Click("BankLeaveBoxNo");
+  EXPECT_TRUE(window->isVisible());
+  window->close();
+  Click("BankLeaveBoxYes");
+  EXPECT_FALSE(window->isVisible());
 }
 
 TEST_F(BankEditorTest, AFileThatCannotBeSavedIsToldAndStaysUnsaved) {
