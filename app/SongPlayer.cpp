@@ -30,7 +30,7 @@ support::Result<ReadySong> MakeReady(const SongRow& row, const std::string& soun
   return ready;
 }
 
-std::uint32_t Milliseconds(std::chrono::microseconds time) {
+std::uint32_t SongMilliseconds(std::chrono::microseconds time) {
   const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
   return static_cast<std::uint32_t>(std::clamp<std::int64_t>(count, 0, UINT32_MAX));
 }
@@ -182,7 +182,7 @@ void SongPlayer::Seek(std::chrono::microseconds position) {
   const std::chrono::milliseconds last(karaoke_.MusicTimeLength());
   const auto place = std::clamp<std::chrono::microseconds>(position, std::chrono::microseconds(0),
                                                            std::max(last - kJustBeforeTheEnd, last * 0));
-  static_cast<void>(karaoke_.SetPosition(Milliseconds(place)));
+  static_cast<void>(karaoke_.SetPosition(SongMilliseconds(place)));
   if (state_ == State::Ended) state_ = State::Stopped;
 }
 

@@ -24,18 +24,18 @@
 namespace ui {
 namespace {
 
-using State = app::SongView::State;
-using Symbol = TransportButton::Symbol;
+using SongState = app::SongView::State;
+using TransportSymbol = TransportButton::Symbol;
 
 constexpr int kMostTempo = 50;
 constexpr int kMostKey = 12;
 
-QString Signed(int value) {
+QString SignedText(int value) {
   if (value == 0) return QStringLiteral("0");
   return (value > 0 ? QStringLiteral("+%1") : QStringLiteral("−%1")).arg(std::abs(value));
 }
 
-QString TitleOf(const app::SongView& view) {
+QString SongTitle(const app::SongView& view) {
   if (view.words == nullptr) return {};
   const QString title = Decode(view.words->title), artist = Decode(view.words->artist);
   if (title.isEmpty()) return Decode(std::filesystem::path(view.filename).filename().string());
@@ -78,13 +78,13 @@ SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const L
 
 QHBoxLayout* SongPanel::MakeTransport() {
   const auto& say = look_.say;
-  const auto button = [&](const char* name, Symbol symbol, SongWord called, SongWord tip) {
+  const auto button = [&](const char* name, TransportSymbol symbol, SongWord called, SongWord tip) {
     auto* made = new TransportButton(look_.skin, look_.skin.Deck(1), symbol, TransportButton::Size::Normal);
     Name(*made, QLatin1String(name), say(called), say(tip));
     return made;
   };
-  play_ = button("SongPlay", Symbol::Play, SongWord::SongPlay, SongWord::SongPlayTip);
-  stop_ = button("SongStop", Symbol::Stop, SongWord::SongStop, SongWord::SongStopTip);
+  play_ = button("SongPlay", TransportSymbol::Play, SongWord::SongPlay, SongWord::SongPlayTip);
+  stop_ = button("SongStop", TransportSymbol::Stop, SongWord::SongStop, SongWord::SongStopTip);
   connect(play_, &QPushButton::clicked, this, &SongPanel::PlayOrPause);
   connect(stop_, &QPushButton::clicked, this, [this] { workstation_.Songs().Stop(); });
   place_ = new WaveOverview(look_.skin, look_.skin.text);
@@ -244,7 +244,7 @@ void SongPanel::UseLook() {
 
 void SongPanel::PlayOrPause() {
   app::SongDesk& songs = workstation_.Songs();
-  state_ == State::Playing ? songs.Pause() : songs.Resume();
+  state_ == SongState::Playing ? songs.Pause() : songs.Resume();
 }
 
 void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
@@ -252,8 +252,8 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
   state_ = view.state;
   words_->Show(view, now);
   const bool loaded = view.words != nullptr;
-  const bool plays = view.state == State::Playing;
-  play_->SetSymbol(plays ? Symbol::Pause : Symbol::Play);
+  const bool plays = view.state == SongState::Playing;
+  play_->SetSymbol(plays ? TransportSymbol::Pause : TransportSymbol::Play);
   play_->SetLit(plays);
   for (QWidget* control :
        {static_cast<QWidget*>(play_), static_cast<QWidget*>(stop_), static_cast<QWidget*>(place_)}) {
@@ -264,7 +264,7 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
                          : QString());
   const QString coming = Decode(std::filesystem::path(view.coming).filename().string());
   title_->Show(!coming.isEmpty() ? look_.say(SongWord::SongComes).arg(coming)
-               : loaded          ? TitleOf(view)
+               : loaded          ? SongTitle(view)
                                  : look_.say(SongWord::NoSong));
   ShowLevels(view, now);
   if (shown_soundfonts_ != workstation_.Songs().Soundfonts().size()) FillSoundfonts();
@@ -294,8 +294,8 @@ void SongPanel::ShowLevel(Level& level, int value, support::TimePoint now) {
 void SongPanel::ShowValues() {
   SetText(*volume_.value, QString::number(volume_.fader->value()));
   SetText(*melody_.value, QString::number(melody_.fader->value()));
-  SetText(*key_.value, Signed(key_.fader->value()));
-  SetText(*tempo_.value, Signed(tempo_.fader->value()) + QStringLiteral(" %"));
+  SetText(*key_.value, SignedText(key_.fader->value()));
+  SetText(*tempo_.value, SignedText(tempo_.fader->value()) + QStringLiteral(" %"));
 }
 
 }  // namespace ui

@@ -16,7 +16,7 @@ namespace ui {
 namespace {
 
 /// Of a connector; a screen that has no name goes by its number.
-QString NameOf(const QScreen& screen) {
+QString ScreenNameOf(const QScreen& screen) {
   if (!screen.name().isEmpty()) return screen.name();
   return QStringLiteral("#%1").arg(QGuiApplication::screens().indexOf(&screen) + 1);
 }
@@ -45,9 +45,9 @@ std::vector<frmKaraoke::ScreenPlace> frmKaraoke::Screens() const {
   std::vector<ScreenPlace> places;
   bool found = place_ == kNowhere || place_ == kInWindow;
   for (const QScreen* screen : QGuiApplication::screens()) {
-    places.push_back({NameOf(*screen), static_cast<int>(places.size()) + 1,
+    places.push_back({ScreenNameOf(*screen), static_cast<int>(places.size()) + 1,
                       screen->size() * screen->devicePixelRatio(), true});
-    found = found || NameOf(*screen) == place_;
+    found = found || ScreenNameOf(*screen) == place_;
   }
   if (!found) places.push_back({place_, 0, {}, false});
   return places;
@@ -62,7 +62,7 @@ void frmKaraoke::ShowOn(const QString& place) {
 
 void frmKaraoke::Restore() {
   place_ = QString::fromStdString(settings_.Text("Karaoke", "Screen"));
-  if (main_.screen() == nullptr || place_ != NameOf(*main_.screen())) Appear();
+  if (main_.screen() == nullptr || place_ != ScreenNameOf(*main_.screen())) Appear();
   Q_EMIT PlacesChanged();
 }
 
@@ -81,7 +81,7 @@ void frmKaraoke::Appear() {
   }
   const auto screens = QGuiApplication::screens();
   const auto found = std::find_if(screens.begin(), screens.end(),
-                                  [this](const QScreen* screen) { return NameOf(*screen) == place_; });
+                                  [this](const QScreen* screen) { return ScreenNameOf(*screen) == place_; });
   if (place_ == kNowhere || found == screens.end()) return hide();
   AppearOn(**found);
 }
@@ -104,7 +104,7 @@ void frmKaraoke::FillScreen() {
 }
 
 void frmKaraoke::ScreenCame(QScreen* screen) {
-  if (NameOf(*screen) == place_ && screen != main_.screen()) Appear();
+  if (ScreenNameOf(*screen) == place_ && screen != main_.screen()) Appear();
   Q_EMIT PlacesChanged();
 }
 

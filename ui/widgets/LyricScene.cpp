@@ -4,12 +4,12 @@
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QRadialGradient>
 #include <algorithm>
 #include <cmath>
 #include <utility>
 
 #include "ui/widgets/QtDrawing.h"
+#include "ui/widgets/Smile.h"
 
 namespace ui {
 namespace {
@@ -306,42 +306,6 @@ void LyricScene::PaintBall(QPainter& painter, const LyricFrame& frame) {
   }
   painter.drawImage(
       QPointF(std::round(foot.x() - ball_.width() / 2.0), std::round(foot.y() - ball_.height())), ball_);
-}
-
-std::optional<QPointF> LyricScene::SungEdge(microseconds time) {
-  if (words_ == nullptr) return std::nullopt;
-  const LyricFrame frame = words_->show.At(time);
-  if (!frame.current || !frame.syllable) return std::nullopt;
-  const int number = static_cast<int>(*frame.current);
-  const LyricLine& line = *Get({number, LyricRole::CurrentText}).line;
-  for (std::size_t row = line.Rows().size(); row-- > 0;) {
-    const auto spans = SungSpans(line, frame, row);
-    if (!spans.empty()) return PlaceOf(line, number, row) + QPointF(spans.back().second * canvas_.scale, 0);
-  }
-  return std::nullopt;
-}
-
-QImage Smile(int pixels) {
-  QImage image(pixels, pixels, QImage::Format_ARGB32_Premultiplied);
-  image.fill(Qt::transparent);
-  QPainter painter(&image);
-  painter.setRenderHint(QPainter::Antialiasing);
-  painter.scale(pixels / 100.0, pixels / 100.0);
-  QRadialGradient light(QPointF(38, 32), 70);
-  light.setColorAt(0, QColor(255, 244, 150));
-  light.setColorAt(0.6, QColor(255, 205, 30));
-  light.setColorAt(1, QColor(225, 150, 0));
-  painter.setPen(QPen(QColor(90, 55, 0), 4));
-  painter.setBrush(light);
-  painter.drawEllipse(QRectF(3, 3, 94, 94));
-  painter.setPen(Qt::NoPen);
-  painter.setBrush(QColor(60, 35, 0));
-  painter.drawEllipse(QRectF(29, 28, 13, 19));
-  painter.drawEllipse(QRectF(58, 28, 13, 19));
-  painter.setBrush(Qt::NoBrush);
-  painter.setPen(QPen(QColor(60, 35, 0), 7, Qt::SolidLine, Qt::RoundCap));
-  painter.drawArc(QRectF(24, 26, 52, 52), 200 * 16, 140 * 16);
-  return image;
 }
 
 }  // namespace ui

@@ -74,10 +74,6 @@ class LyricScene {
   /// Lines that had to be drawn while a frame waited.
   [[nodiscard]] int DrawnLate() const { return drawn_late_; }
 
-  /// Where the sung part of the current line ends, in pixels, in the picture of a time; for tests that look
-  /// at the picture. Nothing where nothing is sung.
-  [[nodiscard]] std::optional<QPointF> SungEdge(std::chrono::microseconds time);
-
  private:
   void Forget();
   [[nodiscard]] std::function<Drawn()> Maker(const Key& key) const;
@@ -106,8 +102,5 @@ class LyricScene {
   QImage background_;  ///< the picture in the display's size
   QImage ball_;        ///< the same of the ball
 };
-
-/// A round face, drawn in that many pixels.
-[[nodiscard]] QImage Smile(int pixels);
 
 }  // namespace ui
