@@ -92,7 +92,6 @@ support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,
   ShowReport report;
   report.name = staged->name;
   report.ended_early = reading.Value().ended_early;
-  report.fixtures = show.fixtures.count();
   report.refused = std::move(patched.refused);
   for (const int position : patched.missing) {
     report.missing.emplace_back(dmx::NameWithoutFolder(show.fixtures.Item(position)->Filename));

@@ -51,12 +51,9 @@ struct StagedShow {
 struct ShowReport {
   std::string name;
   bool ended_early = false;
-  int fixtures = 0;                  ///< that stayed in it
   std::vector<std::string> refused;  ///< why, one sentence for each fixture that has no place
   std::vector<std::string> missing;  ///< names of the fixture files that cannot be read
   std::vector<std::string> notes;    ///< what else was brought into bounds, or left dark
-
-  [[nodiscard]] bool Clean() const { return !ended_early && refused.empty() && notes.empty(); }
 };
 
 struct ShowOpening {
