@@ -196,10 +196,10 @@ void BankEditor::Open() {
   raise();
 }
 
-/// Over the lists, within the owner's window.
+/// Over the lists, so that the decks stay in reach, and within the window.
 void BankEditor::Place() {
   const QWidget& owner = *parentWidget()->window();
-  resize(std::min(Em(*this, 86), owner.width()), std::min(Em(*this, 33), owner.height()));
+  resize(std::min(Em(*this, 86), owner.width()), std::min(Em(*this, 27), owner.height()));
   const int left = (owner.width() - width()) / 2;
   const int top = std::max(0, owner.height() - height() - Em(*this, 2));
   move(owner.mapToGlobal(QPoint(left, top)));
