@@ -188,12 +188,21 @@ void BankEditor::Open() {
   ShowDialog(*this, *parentWidget());
   SetKind(*play_, "lamp1");
   play_->style()->polish(play_);
-  resize(Em(*this, 86), Em(*this, 36));
+  Place();
   steps_->verticalHeader()->setDefaultSectionSize(Em(*this, kRowEms));
   steps_->verticalHeader()->setMinimumWidth(Em(*this, 3.2));
   steps_->horizontalHeader()->setMinimumSectionSize(Em(*this, kColumnEms));
   SizeColumns();
   raise();
+}
+
+/// Over the lists, so that the decks stay in reach, and within the window.
+void BankEditor::Place() {
+  const QWidget& owner = *parentWidget()->window();
+  resize(std::min(Em(*this, 86), owner.width()), std::min(Em(*this, 27), owner.height()));
+  const int left = (owner.width() - width()) / 2;
+  const int top = std::max(0, owner.height() - height() - Em(*this, 2));
+  move(owner.mapToGlobal(QPoint(left, top)));
 }
 
 void BankEditor::SizeColumns() {

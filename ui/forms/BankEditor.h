@@ -78,6 +78,7 @@ class BankEditor final : public QDialog {
   void RemoveBank();
   void ShowBanks(std::size_t chosen);
   void ShowSteps();
+  void Place();
   void SizeColumns();
   void Changed();
   void ShowActs();

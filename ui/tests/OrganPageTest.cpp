@@ -199,6 +199,11 @@ class BankEditorTest : public OrganPageTest {
   std::string File(const char* name) { return files.Content(folder / name).value_or("(not saved)"); }
 };
 
+TEST_F(BankEditorTest, TheEditorLiesWithinItsWindow) {
+  const auto& editor = Find<QWidget>("BankEditor");
+  EXPECT_TRUE(window->geometry().contains(editor.geometry()));
+}
+
 TEST_F(BankEditorTest, StepsAreToggledAddedMovedAndSaved) {
   EXPECT_EQ(Banks().count(), 2);
   EXPECT_FALSE(Find<QPushButton>("BankSave").isEnabled());
