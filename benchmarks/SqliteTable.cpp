@@ -11,14 +11,17 @@
 #include <string_view>
 
 namespace bench {
-namespace {
 
-struct Closer {
+/// Named in the open: a part of SqliteSearch is made of it.
+struct SqliteCloser {
   void operator()(sqlite3* database) const { sqlite3_close(database); }
   void operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
 };
-using Database = std::unique_ptr<sqlite3, Closer>;
-using Statement = std::unique_ptr<sqlite3_stmt, Closer>;
+
+namespace {
+
+using Database = std::unique_ptr<sqlite3, SqliteCloser>;
+using Statement = std::unique_ptr<sqlite3_stmt, SqliteCloser>;
 
 void Require(bool holds) {
   if (!holds) std::abort();
@@ -39,10 +42,6 @@ Statement Prepare(const Database& database, const char* text) {
   Require(sqlite3_prepare_v2(database.get(), text, -1, &statement, nullptr) == SQLITE_OK);
   return Statement(statement);
 }
-
-}  // namespace
-
-namespace {
 
 void Fill(const Database& database, const catalogue::track_table& table) {
   Execute(database,
