@@ -40,7 +40,9 @@ enum class Sentence : int {
   FolderUnreadable,
   FolderLost,
   FoldersLeftOut,
-  RowsGone,
+    RowsGone,
+  FilesMoved,
+  FilesMissing,
   NoSongInFile,
 
   UnplayableFormat = 801,

@@ -9,6 +9,7 @@
 
 #include "catalogue/AddFile.h"
 #include "catalogue/testing/FakeTagReader.h"
+#include "catalogue/track_table.h"
 
 namespace catalogue {
 namespace {
