@@ -49,7 +49,7 @@ void Workstation::StartUp() {
   parts.ShortenBuffers();
   parts.ReadPresets();
   parts.CheckFiles();
-  parts.batch.StartUp(parts.GainPercent());
+  parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
 
 bool Workstation::ShutDown() {

@@ -40,7 +40,7 @@ enum class Sentence : int {
   FolderUnreadable,
   FolderLost,
   FoldersLeftOut,
-    RowsGone,
+  RowsGone,
   FilesMoved,
   FilesMissing,
   NoSongInFile,

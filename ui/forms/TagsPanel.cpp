@@ -31,7 +31,7 @@ TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* p
   auto* head = new QLabel(look.say(ScanWord::FileNames));
   SetFontEm(*head, 1.3, Weight::Bold);
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.5);
+  SetSpacingEm(*grid, 0, 0.25);
   MakeOrder(*grid);
   MakeSeparator(*grid);
   grid->setColumnStretch(1, 3);
@@ -45,7 +45,7 @@ TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* p
   SetTextColour(*example_, look.skin.dim);
   Name(*example_, QStringLiteral("NameExample"), {});
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.35);
+  SetSpacingEm(*rows, 0, 0.15);
   rows->addWidget(head);
   rows->addLayout(grid);
   rows->addWidget(example_);

@@ -8,9 +8,9 @@
 
 namespace ui {
 
-/// Numbers of what is said about names from files, and about analysing many files: 2330 to 2399.
+/// Numbers of what is said about names from files, and about analysing many files: 2690 to 2729.
 enum class ScanWord : int {
-  FileNames = 2330,
+  FileNames = 2690,
   NameOrder,
   NameOrderTip,
   ArtistFirst,
@@ -26,7 +26,7 @@ enum class ScanWord : int {
   ExampleFile,
   Example,
   ExampleTitleOnly,
-  Analyse = 2350,
+  Analyse,
   AnalyseTip,
   AnalysePause,
   AnalysePauseTip,
@@ -41,7 +41,7 @@ enum class ScanWord : int {
   TracksChosen,
   AnalyseAll,
   AnalyseAllTip,
-  ScanRate = 2370,
+  ScanRate,
   MinutesLeft,
   SecondsLeft,
 };

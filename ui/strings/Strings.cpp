@@ -451,7 +451,7 @@ QString Strings::Text(int number) const {
 }
 
 std::array<std::span<const Strings::Row>, 7> Strings::Tables() {
-  return {kRows, ScanWords(), ListWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
+  return {kRows, ListWords(), ScanWords(), OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 
 }  // namespace ui
