@@ -18,6 +18,7 @@ struct Reindex::Scan {
   const Done report;
   catalogue::track_table copy;  ///< the table as the rows found know it
   ScanFound found;
+  catalogue::ScanComparison comparison;
   bool cancelled = false;
 };
 
@@ -38,12 +39,23 @@ void Reindex::Start(const std::string& folder, const catalogue::NameRule& names,
   Cancel();
   const auto scan = std::make_shared<Scan>(folder, std::move(done), table_);
   scan_ = scan;
-  running_ = port_.Start({mode_, folder, names}, [this, box = box_, scan](ScanFound found) {
+  running_ = port_.Start({mode_, folder, names}, [this, box = box_, scan, moved = moved_](ScanFound found) {
+    Compare(*scan, found, moved);
     box->Post([this, scan, found = std::move(found)]() mutable {
       scan->found = std::move(found);
       Take(scan);
     });
   });
+}
+
+/// The copy is nobody's else until the rows are taken.
+void Reindex::Compare(Scan& scan, ScanFound& found, const FileMoved& moved) {
+  if (found.end != ScanFound::End::Complete) return;
+  scan.comparison = catalogue::CompareScans(scan.copy, found.rows);
+  catalogue::CarryMixing(scan.comparison, scan.copy, found.rows);
+  for (const auto& file : scan.comparison.moved) {
+    if (moved) moved(file.from, file.to);
+  }
 }
 
 void Reindex::Cancel() {
@@ -82,6 +94,8 @@ void Reindex::Finish(const std::shared_ptr<Scan>& scan) {
   if (outcome.replaced) {
     table_ = std::move(scan->found.rows);
     outcome.rows = table_.Rows();
+    outcome.gone = scan->comparison.gone;
+    outcome.moved = scan->comparison.moved;
   }
   outcome.sentence = SentenceOn(scan->found, outcome);
   if (scan->report) scan->report(outcome);
@@ -94,6 +108,7 @@ std::string Reindex::SentenceOn(const ScanFound& found, const Outcome& outcome) 
   std::string all;
   const auto add = [&all](const std::string& sentence) { all += (all.empty() ? "" : " ") + sentence; };
   if (!outcome.replaced) return all;
+  if (!outcome.moved.empty()) add(say_(Sentence::FilesMoved, {std::to_string(outcome.moved.size())}));
   if (outcome.gone > 0) add(say_(Sentence::RowsGone, {std::to_string(outcome.gone)}));
   if (found.left_out > 0) add(say_(Sentence::FilesLeftOut, {std::to_string(found.left_out)}));
   if (!found.unreadable.empty()) {

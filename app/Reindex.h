@@ -5,11 +5,13 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "app/FileIntake.h"
 #include "app/Mailbox.h"
 #include "app/WorkGate.h"
 #include "app/ports/ScanPort.h"
+#include "catalogue/MovedFiles.h"
 #include "catalogue/TableChanges.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
@@ -27,13 +29,18 @@ class Reindex {
   struct Outcome {
     bool replaced = false;  ///< the table now holds the folder's files
     int rows = 0;
-    int gone = 0;          ///< rows of before whose files the scan did not find
-    std::string sentence;  ///< what is to be told, or empty
+    int gone = 0;  ///< rows of before whose files the scan did not find
+    std::vector<catalogue::ScanComparison::Moved> moved;  ///< files that it found elsewhere
+    std::string sentence;                                 ///< what is to be told, or empty
   };
   using Done = std::function<void(const Outcome&)>;
 
   Reindex(catalogue::track_table& table, catalogue::ScanMode mode, ScanPort& port, support::Executor& workers,
           std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say);
+
+  /// Called by a worker for each file that a scan found elsewhere, before its outcome.
+  using FileMoved = std::function<void(const std::string& from, const std::string& to)>;
+  void OnMoved(FileMoved moved) { moved_ = std::move(moved); }
 
   /// Cancels a scan that is under way.
   void Start(const std::string& folder, const catalogue::NameRule& names, Done done);
@@ -45,6 +52,7 @@ class Reindex {
 
  private:
   struct Scan;
+  static void Compare(Scan& scan, ScanFound& found, const FileMoved& moved);
   void Take(const std::shared_ptr<Scan>& scan);
   void CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes);
   void Finish(const std::shared_ptr<Scan>& scan);
@@ -58,6 +66,7 @@ class Reindex {
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
+  FileMoved moved_;
   std::shared_ptr<Scan> scan_;  // with the job that reports
   std::shared_ptr<RunningScan> running_;
 };

@@ -49,6 +49,7 @@ void Workstation::StartUp() {
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();
+  parts.CheckFiles();
   parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
 
@@ -169,6 +170,37 @@ void Workstation::Parts::ReadPresets() {
   presets.Read([complain = Complainer()](const support::Result<void>& read) {
     if (!read) complain(read.Failure());
   });
+}
+
+/// A piece after the other, behind all other work.
+void Workstation::Parts::CheckFiles() {
+  struct Check {
+    catalogue::track_table table;
+    int row = 1;
+    int missing = 0;
+    std::string first;
+    std::function<void(const std::shared_ptr<Check>&)> go_on;
+  };
+  const auto check = std::make_shared<Check>(Check{catalogue, 1, 0, {}, {}});
+  check->go_on = [this, gate = gate, tell = Teller(), &workers = Idle()](const std::shared_ptr<Check>& one) {
+    workers.Post([this, gate, tell, one] {
+      gate->Pass([&] {
+        constexpr int kRowsAtOnce = 200;
+        for (const int end = one->row + kRowsAtOnce; one->row < end && one->row <= one->table.Rows();
+             ++one->row) {
+          const std::string path(one->table.Cell(one->row, catalogue::track::kFilename));
+          std::error_code ignored;
+          if (std::filesystem::exists(path, ignored)) continue;
+          if (one->missing++ == 0) one->first = path;
+        }
+        if (one->row <= one->table.Rows()) return one->go_on(one);
+        one->go_on = nullptr;
+        if (one->missing > 0)
+          tell(say(support::Sentence::FilesMissing, {std::to_string(one->missing), one->first}));
+      });
+    });
+  };
+  if (check->table.Rows() > 0) check->go_on(check);
 }
 
 void Workstation::Parts::ShortenBuffers() {

@@ -32,6 +32,14 @@ void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
 
 Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
     : parts_(std::make_unique<Parts>(ports, folder, conducting)) {
+  if (ports.side_store != nullptr) {
+    parts_->music_scan.OnMoved([store = ports.side_store, keeping = parts_->keeping](const std::string& from,
+                                                                                     const std::string& to) {
+      support::MutexLock held(keeping->Of(to));
+      // What is not carried along is found out again.
+      static_cast<void>(catalogue::CarryTo(*store, from, to));
+    });
+  }
   parts_->stage.OnAnalysed([parts = parts_.get()](const std::string& filename,
                                                   const music::TrackAnalysis& found,
                                                   const catalogue::FileMarks& marks) {
@@ -73,8 +81,21 @@ BatchDesk& Workstation::Batch() {
   return parts_->batch;
 }
 
+void Workstation::Parts::AnalyseAll() {
+  std::vector<std::string> files;
+  files.reserve(static_cast<std::size_t>(catalogue.Rows()));
+  for (int row = 1; row <= catalogue.Rows(); ++row) {
+    files.emplace_back(catalogue.Cell(row, catalogue::track::kFilename));
+  }
+  batch.Start(files, GainPercent());
+}
+
+int Workstation::Parts::GainPercent() {
+  return std::clamp(settings.Number("Settings", "GainPercent"), 0, 100);
+}
+
 void Workstation::StartBatch(const std::vector<std::string>& files) {
-  parts_->batch.Start(files, std::clamp(parts_->settings.Number("Settings", "GainPercent"), 0, 100));
+  parts_->batch.Start(files, parts_->GainPercent());
 }
 
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
@@ -229,7 +250,10 @@ void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
       return;
     case ApplyMode::ChannelColours:
       return StoreColours(parts.settings, wish.colours);
+    case ApplyMode::AnalyseAll:
+      return parts.AnalyseAll();
     case ApplyMode::Help:
+
       if (parts.help != nullptr) parts.help->Open(parts.folder.Native(kHelpFile), kHelpTopic);
       return;
   }
@@ -300,10 +324,21 @@ void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeepe
                               const catalogue::track_table& table, Reindex::Done done) {
   scan_began = ports.clock.Now();
   scan.Start(tree, ReadNameRule(settings),
-             [&keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
+             [this, &keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);
+               for (const auto& file : outcome.moved) FollowInPlaylists(file.from, file.to);
+
                if (done) done(outcome);
              });
+}
+
+void Workstation::Parts::FollowInPlaylists(const std::string& from, const std::string& to) {
+  namespace track = catalogue::track;
+  for (catalogue::track_table& playlist : playlists) {
+    for (int row = 1; row <= playlist.Rows(); ++row) {
+      if (playlist.Cell(row, track::kFilename) == from) playlist.SetCell(row, track::kFilename, to);
+    }
+  }
 }
 
 void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {

@@ -74,7 +74,7 @@ struct Ports {
 };
 
 /// What the button of the settings page does.
-enum class ApplyMode { ReindexMusic, ReindexKaraoke, ChooseDirectory, ChannelColours, Help };
+enum class ApplyMode { ReindexMusic, ReindexKaraoke, ChooseDirectory, ChannelColours, Help, AnalyseAll };
 
 struct ApplyWish {
   ApplyMode mode = ApplyMode::ReindexMusic;

@@ -171,6 +171,14 @@ struct Workstation::Parts {
   /// A command for one deck's tempo, for the conductor; nothing for a deck that is not there.
   void OnTempo(int deck, std::function<void(DeckTempo&)> command);
 
+  /// Rows of a file that was moved name its new place.
+  void FollowInPlaylists(const std::string& from, const std::string& to);
+  /// Tells how many of the catalogue's files are not there.
+  void CheckFiles();
+  void AnalyseAll();
+  /// The threshold of the mix points.
+  [[nodiscard]] int GainPercent();
+
   /// Starts a scan and saves the table when it was replaced.
   void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper, const catalogue::track_table& table,
             Reindex::Done done);

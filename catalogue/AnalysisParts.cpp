@@ -236,18 +236,33 @@ support::Result<void> WriteFacts(SideStore& store, const std::string& path, cons
   return store.Write(path, stamp, SidePart::Facts, PackFacts(analysis));
 }
 
+namespace {
+
+/// All are read before one is written: the first write drops what has another stamp.
+support::Result<void> Copy(SideStore& store, const std::string& from, const FileStamp& old_stamp,
+                           const std::string& to, const FileStamp& new_stamp) {
+  std::vector<SideEntry> entries;
+  for (const SidePart part :
+       {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks, SidePart::DiscImage}) {
+    if (auto bytes = store.Read(from, old_stamp, part)) {
+      entries.push_back({to, new_stamp, part, std::move(*bytes)});
+    }
+  }
+  return store.WriteAll(entries);
+}
+
+}  // namespace
+
 support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
                                 const FileStamp& to) {
   if (from == to) return {};
-  std::vector<std::pair<SidePart, std::string>> parts;  // all read first: the first write drops the old ones
-  for (const SidePart part :
-       {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks, SidePart::DiscImage}) {
-    if (auto bytes = store.Read(path, from, part)) parts.emplace_back(part, std::move(*bytes));
-  }
-  for (const auto& [part, bytes] : parts) {
-    if (auto written = store.Write(path, to, part, bytes); !written) return written;
-  }
-  return {};
+  return Copy(store, path, from, path, to);
+}
+
+support::Result<void> CarryTo(SideStore& store, const std::string& from, const std::string& to) {
+  const auto stamp = store.StampOf(to);
+  if (!stamp) return {};
+  return Copy(store, from, *stamp, to, *stamp);
 }
 
 }  // namespace catalogue

@@ -38,6 +38,9 @@ support::Result<void> WriteFacts(SideStore& store, const std::string& path, cons
 /// All that is kept of a file goes on to be kept of its new state, in which nothing but its tag differs.
 support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
                                 const FileStamp& to);
+/// All that is kept of a file under its old path is kept under the new one too, where it is the same file by
+/// size and time.
+support::Result<void> CarryTo(SideStore& store, const std::string& from, const std::string& to);
 
 // The parts as bytes. Each begins with the version of the analysis; bytes of another version, and any that
 // were not written by the function beside, give nothing.

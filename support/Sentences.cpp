@@ -89,6 +89,13 @@ constexpr Row kRows[] = {
      "%1 mappen kunnen niet worden gelezen en zijn weggelaten, als eerste \"%2\"."},
     {Sentence::RowsGone, "%1 rows were taken out, because their files are no longer there.",
      "%1 rijen zijn verwijderd, omdat hun bestanden er niet meer zijn."},
+    {Sentence::FilesMoved, "%1 files were found again in another folder.",
+     "%1 bestanden zijn teruggevonden in een andere map."},
+    {Sentence::FilesMissing,
+     "%1 files of the catalogue are not there, first \"%2\". Connect their disk, or scan the folder they are "
+     "in now.",
+     "%1 bestanden van de catalogus zijn er niet, als eerste \"%2\". Sluit hun schijf aan of scan de map "
+     "waar ze nu staan."},
     {Sentence::NoSongInFile, "%1 is no MIDI song that can be read.", "%1 is geen leesbaar MIDI-nummer."},
 
     {Sentence::PlaylistUnreadable, "The playlist \"%1\" cannot be read.",

@@ -49,6 +49,8 @@ enum class Sentence : int {
   FolderLost,
   FoldersLeftOut,
   RowsGone,
+  FilesMoved,
+  FilesMissing,
   NoSongInFile,
   PlaylistUnreadable = 250,
 

@@ -100,7 +100,23 @@ TEST_F(ApplyTest, FilesThatCannotBePlayedAreCounted) {
   Apply(ApplyMode::ReindexKaraoke);
   Work();
   EXPECT_EQ(outcome_.rows, 1);
-  EXPECT_EQ(outcome_.sentence, "1 files were left out, because they cannot be played.");
+  EXPECT_EQ(outcome_.sentence,
+            "1 rows were taken out, because their files are no longer there. "
+            "1 files were left out, because they cannot be played.");
+}
+
+TEST_F(ApplyTest, AFileThatMovedIsFollowedByThePlaylistsAndKeepsItsMixPoints) {
+  Write("old/a.mp3");
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  station_->Catalogue().SetCell(1, catalogue::track::kEndMixPoint, "170.000");
+  station_->Playlist(1).AppendFrom(station_->Catalogue(), 1);
+  fs::rename(music_ / "old", music_ / "new");
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  EXPECT_EQ(station_->Playlist(1).Cell(1, catalogue::track::kFilename), Path("new/a.mp3"));
+  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kEndMixPoint), "170.000");
+  EXPECT_EQ(outcome_.sentence, "1 files were found again in another folder.");
 }
 
 TEST_F(ApplyTest, ASecondScanTakesThePlaceOfTheFirst) {

@@ -83,12 +83,13 @@ TEST_F(StartUpTest, TheLanguageChoosesTheBaseOfTheTexts) {
   }
 }
 
-TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsName) {
+TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsNameAndMissingFilesAreCounted) {
   WriteIndex("A\tT\t03:45\t/a.mp3\t\t\t\t\t\t\t\t1.5\t\r\n");
   StartUp();
   ASSERT_EQ(station_->Catalogue().Rows(), 1);
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "1.5");
-  EXPECT_EQ(station_->View().notice, "");
+  EXPECT_TRUE(
+      station_->View().notice.starts_with("1 files of the catalogue are not there, first \"/a.mp3\"."));
 }
 
 TEST_F(StartUpTest, WhatTheSettingsStoreHasToSayIsToldOnceInTheLanguageChosen) {

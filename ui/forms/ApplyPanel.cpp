@@ -25,13 +25,18 @@ namespace {
 struct Option {
   app::ApplyMode mode;
   const char* name;
-  Say caption;
-  Say tip;
+  int caption;
+  int tip;
+
+  template <typename Word>
+  constexpr Option(app::ApplyMode what, const char* object, Word captioned, Word tipped)
+      : mode(what), name(object), caption(static_cast<int>(captioned)), tip(static_cast<int>(tipped)) {}
 };
 
 constexpr Option kOptions[] = {
     {app::ApplyMode::ReindexMusic, "ReindexMusic", Say::ReindexMusic, Say::ReindexMusicTip},
     {app::ApplyMode::ReindexKaraoke, "ReindexKaraoke", Say::ReindexKaraoke, Say::ReindexKaraokeTip},
+    {app::ApplyMode::AnalyseAll, "AnalyseAll", ScanWord::AnalyseAll, ScanWord::AnalyseAllTip},
     {app::ApplyMode::ChooseDirectory, "ChooseDirectory", Say::ChooseDirectory, Say::ChooseDirectoryTip},
     {app::ApplyMode::ChannelColours, "KeepColours", Say::KeepColours, Say::KeepColoursTip},
     {app::ApplyMode::Help, "OpenHelp", Say::OpenHelp, Say::OpenHelpTip}};
@@ -66,8 +71,8 @@ ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours
 void ApplyPanel::MakeOptions(QGridLayout& grid) {
   for (std::size_t i = 0; i < options_.size(); ++i) {
     const Option& option = kOptions[i];
-    auto* button = new QRadioButton(look_.say(option.caption));
-    Name(*button, QLatin1String(option.name), look_.say(option.caption), look_.say(option.tip));
+    auto* button = new QRadioButton(look_.say(Say(option.caption)));
+    Name(*button, QLatin1String(option.name), look_.say(Say(option.caption)), look_.say(Say(option.tip)));
     grid.addWidget(button, static_cast<int>(i), 0);
     options_[i] = button;
   }

@@ -52,7 +52,7 @@ class ApplyPanel final : public QWidget {
   app::Workstation& workstation_;
   const ColourPanel& colours_;
   Look look_;
-  std::array<QRadioButton*, 5> options_{};
+  std::array<QRadioButton*, 6> options_{};
   QLineEdit* folder_ = nullptr;
   std::string shown_folder_;  ///< the bytes behind the text, which need not be text
   QPushButton* apply_ = nullptr;

@@ -30,8 +30,8 @@ QString TimeLeftText(std::chrono::seconds left, const Strings& say) {
 
 BatchBar::BatchBar(app::Workstation& workstation, const Look& look, QWidget* parent)
     : QWidget(parent), workstation_(workstation), look_(look) {
-  button_ = MakeButton("Analyse", ScanWord::Analyse, ScanWord::AnalyseTip);
-  connect(button_, &QPushButton::clicked, this, &BatchBar::Pressed);
+  begin_ = MakeButton("Analyse", ScanWord::Analyse, ScanWord::AnalyseTip);
+  connect(begin_, &QPushButton::clicked, this, &BatchBar::Pressed);
   pause_ = MakeButton("AnalysePause", ScanWord::AnalysePause, ScanWord::AnalysePauseTip);
   connect(pause_, &QPushButton::clicked, this, [this] { workstation_.Batch().Pause(); });
   go_on_ = MakeButton("AnalyseGoOn", ScanWord::AnalyseGoOn, ScanWord::AnalyseGoOnTip);
@@ -45,13 +45,14 @@ BatchBar::BatchBar(app::Workstation& workstation, const Look& look, QWidget* par
   auto* row = new QHBoxLayout(line_);
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(text_, 1);
-  for (QPushButton* button : {pause_, go_on_, end_}) row->addWidget(button);
+  for (QPushButton* button : {begin_, pause_, go_on_, end_}) row->addWidget(button);
   report_ = new ReportList(QStringLiteral("AnalyseLeftOut"), look);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.3);
   rows->addWidget(line_);
   rows->addWidget(report_);
-  ShowState(BatchState::Idle);
+  ShowLine(Line::None);
+  ShowLeftOut(true);
 }
 
 QPushButton* BatchBar::MakeButton(const char* name, ScanWord caption, ScanWord tip) {
@@ -61,21 +62,33 @@ QPushButton* BatchBar::MakeButton(const char* name, ScanWord caption, ScanWord t
   return button;
 }
 
-void BatchBar::Show() {
+void BatchBar::Show(int chosen) {
   const app::BatchProgress progress = workstation_.Batch().Progress();
-  if (progress.state != shown_) ShowState(progress.state);
+  const Line line = progress.state == BatchState::Running  ? Line::Running
+                    : progress.state == BatchState::Paused ? Line::Paused
+                    : chosen > 1                           ? Line::Chosen
+                                                           : Line::None;
+  if (line != shown_) ShowLine(line);
+  ShowLeftOut(progress.state == BatchState::Idle);
+  if (line == Line::Chosen) text_->Show(look_.say(ScanWord::TracksChosen).arg(chosen));
   if (progress.state != BatchState::Idle) text_->Show(TextOf(progress));
 }
 
-void BatchBar::ShowState(BatchState state) {
-  shown_ = state;
-  pause_->setVisible(state == BatchState::Running);
-  go_on_->setVisible(state == BatchState::Paused);
-  line_->setVisible(state != BatchState::Idle);
-  const auto& left_out = workstation_.Batch().LeftOut();
-  const bool over = state == BatchState::Idle;
-  report_->Show(look_.say(ScanWord::AnalysisLeftOut).arg(left_out.size()),
-                over ? left_out : std::vector<std::string>());
+void BatchBar::ShowLine(Line line) {
+  shown_ = line;
+  begin_->setVisible(line == Line::Chosen);
+  pause_->setVisible(line == Line::Running);
+  go_on_->setVisible(line == Line::Paused);
+  end_->setVisible(line == Line::Running || line == Line::Paused);
+  line_->setVisible(line != Line::None);
+}
+
+void BatchBar::ShowLeftOut(bool over) {
+  static const std::vector<std::string> kNone;
+  const auto& left_out = over ? workstation_.Batch().LeftOut() : kNone;
+  if (left_out.size() == left_out_) return;
+  left_out_ = left_out.size();
+  report_->Show(look_.say(ScanWord::AnalysisLeftOut).arg(left_out.size()), left_out);
 }
 
 QString BatchBar::TextOf(const app::BatchProgress& progress) const {

@@ -15,36 +15,38 @@ namespace ui {
 class ElidedLabel;
 class ReportList;
 
-/// The analysis of many tracks: the button that starts it, a line that tells how far it is, and what was left
-/// out. Line and list are there only while they have something to say.
+/// The analysis of many tracks: where several are chosen, a line with the button that starts it; then how far
+/// it is, and what was left out. Line and list are there only while they have something to say.
 class BatchBar final : public QWidget {
   Q_OBJECT
 
  public:
   BatchBar(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
 
-  /// Whoever lays out the bar gives it a place.
-  [[nodiscard]] QPushButton& Button() { return *button_; }
-  void Show();
+  /// chosen: so many rows of the list.
+  void Show(int chosen);
 
  Q_SIGNALS:
   void Pressed();
 
  private:
   QPushButton* MakeButton(const char* name, ScanWord caption, ScanWord tip);
-  void ShowState(app::BatchProgress::State state);
+  enum class Line { None, Chosen, Running, Paused };
+  void ShowLine(Line line);
+  void ShowLeftOut(bool over);
   [[nodiscard]] QString TextOf(const app::BatchProgress& progress) const;
 
   app::Workstation& workstation_;
   Look look_;
-  QPushButton* button_;
+  QPushButton* begin_;
   QWidget* line_;
   ElidedLabel* text_;
   QPushButton* pause_;
   QPushButton* go_on_;
   QPushButton* end_;
   ReportList* report_;
-  app::BatchProgress::State shown_ = app::BatchProgress::State::Idle;
+  Line shown_ = Line::None;
+  std::size_t left_out_ = 0;
 };
 
 /// "3 min left".

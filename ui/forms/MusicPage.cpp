@@ -59,7 +59,7 @@ MusicPage::MusicPage(catalogue::track_table& table, app::ListDesk& lists, Listen
   empty_->setAlignment(Qt::AlignCenter);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
-  rows->addLayout(MakeHead(listen, batch));
+  rows->addLayout(MakeHead(listen));
   rows->addWidget(&listen);
   search_ = new SearchLine(QStringLiteral("Search"), lists.Search(), *model_, *grid_, {}, look);
   rows->addWidget(search_);
@@ -76,7 +76,7 @@ MusicPage::MusicPage(catalogue::track_table& table, app::ListDesk& lists, Listen
   ShowCount();
 }
 
-QHBoxLayout* MusicPage::MakeHead(ListenBar& listen, BatchBar& batch) {
+QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
   const auto& say = look_.say;
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.4);
@@ -97,7 +97,6 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen, BatchBar& batch) {
   Name(*add, QStringLiteral("AddFiles"), say(Say::AddFiles), say(Say::AddFilesTip));
   connect(add, &QPushButton::clicked, this, &MusicPage::AskForFiles);
   row->addWidget(add);
-  row->addWidget(&batch.Button());
   delete_ = PlainButton(say(Say::DeleteTracks));
   Name(*delete_, QStringLiteral("DeleteTracks"), say(Say::DeleteTracksName), say(Say::DeleteTracksTip));
   connect(delete_, &QPushButton::clicked, this, &MusicPage::DeleteWanted);
@@ -134,6 +133,12 @@ void MusicPage::Find() {
 
 int MusicPage::ChosenRow() const {
   return grid_->ChosenRow();
+}
+
+int MusicPage::ChosenCount() const {
+  int rows = 0;
+  for (const QItemSelectionRange& range : grid_->selectionModel()->selection()) rows += range.height();
+  return rows;
 }
 
 void MusicPage::SetActive(bool active) {

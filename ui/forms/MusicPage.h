@@ -38,6 +38,7 @@ class MusicPage final : public Surface {
   /// Table row (from 1) under the cursor; 0 is none.
   [[nodiscard]] int ChosenRow() const;
   [[nodiscard]] TrackRows ChosenRows() const;
+  [[nodiscard]] int ChosenCount() const;
   /// Whether the keys that load take its rows.
   void SetActive(bool active);
   void ChooseRow(int row);
@@ -68,7 +69,7 @@ class MusicPage final : public Surface {
   void dropEvent(QDropEvent* event) override;
 
  private:
-  QHBoxLayout* MakeHead(ListenBar& listen, BatchBar& batch);
+  QHBoxLayout* MakeHead(ListenBar& listen);
   void ShowCount();
   void AskForFiles();
   QFileDialog* MakeDialog();

@@ -45,7 +45,7 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   auto* sides = new QHBoxLayout;
   SetSpacingEm(*sides, 0, 2.5);
   auto* first = new QVBoxLayout;
-  SetSpacingEm(*first, 0, 1);
+  SetSpacingEm(*first, 0, 0.3);
   first->addLayout(MakeOutputs());
   first->addWidget(new TagsPanel(workstation, look));
   first->addStretch(1);
@@ -59,7 +59,7 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
 
 QGridLayout* SettingsPage::MakeOutputs() {
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.5);
+  SetSpacingEm(*grid, 0, 0.25);
   grid->addWidget(Heading(look_.say(Say::Outputs)), 0, 0, 1, 3);
   grid->addWidget(Caption(look_.say(Say::Device), look_.skin.dim), 1, 1);
   grid->addWidget(Caption(look_.say(Say::Pair), look_.skin.dim), 1, 2);

@@ -10,6 +10,7 @@
 
 #include "app/NameSettings.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -30,21 +31,23 @@ TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* p
   auto* head = new QLabel(look.say(ScanWord::FileNames));
   SetFontEm(*head, 1.3, Weight::Bold);
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.5);
+  SetSpacingEm(*grid, 0, 0.25);
   MakeOrder(*grid);
   MakeSeparator(*grid);
-  grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(1, 3);
+  grid->setColumnStretch(3, 1);
   use_split_ = MakeFlag("UseSplit", ScanWord::UseSplit, ScanWord::UseSplitTip);
   use_artist_ = MakeFlag("UseArtist", ScanWord::UseArtist, ScanWord::UseArtistTip);
   QCheckBox* write = MakeFlag("Write", ScanWord::WriteTags, ScanWord::WriteTagsTip);
-  example_ = DimCaption({}, look);
+  grid->addWidget(use_split_, 1, 0, 1, 2);
+  grid->addWidget(use_artist_, 1, 2, 1, 2);
+  example_ = new ElidedLabel;
+  SetTextColour(*example_, look.skin.dim);
   Name(*example_, QStringLiteral("NameExample"), {});
-  example_->setWordWrap(true);
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.35);
+  SetSpacingEm(*rows, 0, 0.15);
   rows->addWidget(head);
   rows->addLayout(grid);
-  for (QCheckBox* flag : {use_split_, use_artist_}) rows->addWidget(flag);
   rows->addWidget(example_);
   rows->addWidget(write);
   ShowExample();
@@ -74,8 +77,8 @@ void TagsPanel::MakeSeparator(QGridLayout& grid) {
     workstation_.Settings().SetText(kSection, "SplitCharacter", text.toStdString());
     ShowExample();
   });
-  grid.addWidget(DimCaption(say(ScanWord::SplitAt), look_), 1, 0);
-  grid.addWidget(separator_, 1, 1);
+  grid.addWidget(DimCaption(say(ScanWord::SplitAt), look_), 0, 2);
+  grid.addWidget(separator_, 0, 3);
 }
 
 QCheckBox* TagsPanel::MakeFlag(const char* key, ScanWord caption, ScanWord tip) {
@@ -94,8 +97,8 @@ void TagsPanel::ShowExample() {
   const std::string file = say(ScanWord::ExampleFile).toStdString();
   const catalogue::NamesOfFile names = catalogue::SplitName(file, app::ReadNameRule(workstation_.Settings()));
   const QString title = Decode(names.title), artist = Decode(names.artist);
-  example_->setText(artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
-                                     : say(ScanWord::Example).arg(Decode(file), artist, title));
+  example_->Show(artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
+                                  : say(ScanWord::Example).arg(Decode(file), artist, title));
   const bool splits = use_split_->isChecked();
   for (QWidget* control : {static_cast<QWidget*>(order_), static_cast<QWidget*>(separator_),
                            static_cast<QWidget*>(use_artist_)}) {

@@ -12,7 +12,6 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
-#include <numeric>
 
 #include "support/Text.h"
 #include "ui/forms/BatchBar.h"
@@ -335,7 +334,7 @@ void frmMain::ShowFrame() {
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   ShowSong(now);
   music_->ShowAdding(workstation_.Adding());
-  batch_->Show();
+  batch_->Show(music_->ChosenCount());
   equaliser_->Show(view_);
   settings_page_->Show(view_);
   visual_->Show(view_, now);
@@ -416,15 +415,9 @@ void frmMain::AddChosenTo(int playlist) {
                                       : (*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
 }
 
-/// Several chosen rows are meant; one is chosen always.
 void frmMain::AnalyseChosen() {
-  const catalogue::track_table& table = workstation_.Catalogue();
-  std::vector<int> rows = music_->ChosenRows().rows;
-  if (rows.size() < 2) {
-    rows.resize(static_cast<std::size_t>(table.Rows()));
-    std::iota(rows.begin(), rows.end(), 1);
-  }
-  workstation_.StartBatch(FilesOf(table, rows, catalogue::track::kFilename));
+  workstation_.StartBatch(
+      FilesOf(workstation_.Catalogue(), music_->ChosenRows().rows, catalogue::track::kFilename));
 }
 
 void frmMain::DeleteTracks() {

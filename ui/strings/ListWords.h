@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// Numbers of what is said about searching, scanning and playlists: 2640 to 2729.
+/// Numbers of what is said about searching, scanning and playlists: 2640 to 2689.
 enum class ListWord : int {
   Find = 2640,
   FindTip,

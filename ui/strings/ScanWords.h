@@ -8,9 +8,9 @@
 
 namespace ui {
 
-/// Numbers of what is said about names from files, and about analysing many files: 2330 to 2399.
+/// Numbers of what is said about names from files, and about analysing many files: 2690 to 2729.
 enum class ScanWord : int {
-  FileNames = 2330,
+  FileNames = 2690,
   NameOrder,
   NameOrderTip,
   ArtistFirst,
@@ -26,7 +26,7 @@ enum class ScanWord : int {
   ExampleFile,
   Example,
   ExampleTitleOnly,
-  Analyse = 2350,
+  Analyse,
   AnalyseTip,
   AnalysePause,
   AnalysePauseTip,
@@ -38,7 +38,10 @@ enum class ScanWord : int {
   AnalyseRest,
   AnalysePaused,
   AnalysisLeftOut,
-  ScanRate = 2370,
+  TracksChosen,
+  AnalyseAll,
+  AnalyseAllTip,
+  ScanRate,
   MinutesLeft,
   SecondsLeft,
 };

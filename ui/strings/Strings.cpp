@@ -318,7 +318,7 @@ QString Strings::Text(int number) const {
 }
 
 std::array<std::span<const Strings::Row>, 9> Strings::Tables() {
-  return {kRows,        ScanWords(), BankWords(),    ToolWords(),  ListWords(),
+  return {kRows,        BankWords(), ToolWords(),    ListWords(),  ScanWords(),
           OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
 }
 

@@ -1,8 +1,10 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
+#include <QRadioButton>
 
 #include "ui/forms/BatchBar.h"
 #include "ui/tests/Booth.h"
@@ -19,6 +21,13 @@ class BatchBarTest : public Booth {
       Settle();
     }
   }
+  void AnalyseAll() {
+    Press(Qt::Key_8, Qt::ControlModifier);
+    QTest::mouseClick(&Find<QRadioButton>("AnalyseAll"), Qt::LeftButton, {}, QPoint(8, 8));
+    Click("Apply");
+    Press(Qt::Key_1, Qt::ControlModifier);
+    Settle();
+  }
   [[nodiscard]] bool Seen(const char* name) { return Find<QWidget>(name).isVisible(); }
 };
 
@@ -26,6 +35,9 @@ TEST_F(BatchBarTest, TheLineIsThereWhileTracksAreAnalysedAndCanWait) {
   Open();
   RunWorkers();
   EXPECT_FALSE(Seen("AnalyseProgress"));
+  Find<QAbstractItemView>("Catalogue").selectAll();
+  Settle();
+  EXPECT_EQ(TextOf("AnalyseProgress"), QStringLiteral("4 tracks chosen"));
   Click("Analyse");
   Settle();
   EXPECT_TRUE(Seen("AnalysePause"));
@@ -37,7 +49,7 @@ TEST_F(BatchBarTest, TheLineIsThereWhileTracksAreAnalysedAndCanWait) {
   EXPECT_EQ(TextOf("AnalyseProgress"), QStringLiteral("Paused: 0 of 4 analysed"));
   Click("AnalyseGoOn");
   RunWorkers();
-  EXPECT_FALSE(Seen("AnalyseProgress"));
+  EXPECT_FALSE(Seen("AnalysePause"));
   EXPECT_EQ(station->Batch().Progress().done, 4);
 }
 
@@ -46,7 +58,7 @@ TEST_F(BatchBarTest, WhatWasLeftOutIsListedAtTheEnd) {
   engine.RemoveFile("/gone/x.mp3");
   Open();
   RunWorkers();
-  Click("Analyse");
+  AnalyseAll();
   RunWorkers();
   EXPECT_TRUE(Seen("AnalyseLeftOut"));
 }
