@@ -19,6 +19,8 @@ struct LibraryFixture {
   std::string file;  ///< name without folder
   std::string name;
   dmx::ChannelSlider channels;
+
+  bool operator==(const LibraryFixture&) const = default;
 };
 
 /// A show with its fixtures patched.

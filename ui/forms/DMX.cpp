@@ -78,6 +78,7 @@ QWidget* DMX::MakeBody() {
   row->addLayout(middle, 1);
   row->addWidget(scenes_);
   ReadLibrary();
+  patch_->setFocus();
   return body;
 }
 
@@ -127,6 +128,7 @@ void DMX::ShowFaders() {
     connect(faders, &FixtureFaders::DirectionMoved, this, &DMX::MoveDirection);
     row->insertWidget(position - 1, faders);
     ApplyBaseSize(*faders, font().pointSizeF());
+    faders->Fit();
     faders->ShowLevels(levels_.Now());
     faders_.push_back(faders);
   }

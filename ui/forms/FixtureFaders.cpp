@@ -111,12 +111,8 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   });
   auto* function = new QPushButton;
   SetKind(*function, "tool");
-  const int pixels = Em(*this, kFaderPictureEms);
-  function->setIconSize({pixels, pixels});
   const bool any = description.presets.count() > 0;
   function->setEnabled(any);
-  const QColor ink = any ? look_.skin.text : look_.skin.dim;
-  function->setIcon(PlainIcon(FunctionPicture(description.function, pixels, ink)));
   const QString choose = look_.say(any ? EditorWord::PresetMenuTip : EditorWord::NoPresetMenuTip)
                              .arg(on_the_wire)
                              .arg(Decode(dmx::FunctionText(description.function)));
@@ -135,8 +131,7 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   rows->addWidget(level);
   rows->addWidget(function, 0, Qt::AlignHCenter);
   rows->addWidget(label);
-  column->setFixedWidth(Em(*this, kFaderColumnEms));
-  columns_.push_back({channel, fader, level});
+  columns_.push_back({channel, fader, level, function, column});
   return column;
 }
 
@@ -191,6 +186,17 @@ void FixtureFaders::ShowPads(const LevelMirror::Levels& levels) {
     const QPointF shown = direction_->Place() * dmx::kHighestLevel;
     const bool same = qRound(shown.x()) == qRound(place.x()) && qRound(shown.y()) == qRound(place.y());
     if (!same) direction_->Show(place / dmx::kHighestLevel);
+  }
+}
+
+void FixtureFaders::Fit() {
+  const int pixels = Em(*this, kFaderPictureEms);
+  for (const Column& column : columns_) {
+    const dmx::FixtureChannel& channel = *fixture_.Channels.Item(column.channel);
+    const QColor& ink = column.function->isEnabled() ? look_.skin.text : look_.skin.dim;
+    column.function->setIconSize({pixels, pixels});
+    column.function->setIcon(PlainIcon(FunctionPicture(channel.function, pixels, ink)));
+    column.box->setFixedWidth(Em(*this, kFaderColumnEms));
   }
 }
 

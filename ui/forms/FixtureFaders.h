@@ -13,6 +13,7 @@
 
 class QHBoxLayout;
 class QLabel;
+class QPushButton;
 
 namespace ui {
 
@@ -29,6 +30,8 @@ class FixtureFaders final : public Surface {
 
   void ShowLevels(const LevelMirror::Levels& levels);
   void ShowChosen(bool chosen);
+  /// To the size of the type that it was given.
+  void Fit();
   [[nodiscard]] const dmx::DMXfilename& Fixture() const { return fixture_; }
 
  Q_SIGNALS:
@@ -43,6 +46,8 @@ class FixtureFaders final : public Surface {
     int channel;
     Fader* fader;
     QLabel* level;
+    QPushButton* function;
+    QWidget* box;
   };
 
   QWidget* MakeColumn(int channel);

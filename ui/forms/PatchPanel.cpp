@@ -31,6 +31,7 @@ PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& l
   SetFontEm(*head, 1.1, Weight::Bold);
   MakeLibrary();
   MakeList();
+  setFocusProxy(library_);
   auto* caption = new QLabel(look.say(EditorWord::FromChannel));
   SetTextColour(*caption, look.skin.dim);
   auto* start = new QHBoxLayout;
@@ -101,6 +102,7 @@ QPushButton* PatchPanel::MakeButton(const char* name, EditorWord caption, Editor
 }
 
 void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {
+  if (fixtures == fixtures_ && library_->count() > 0) return;  // a start that was typed stays
   const QListWidgetItem* current = library_->currentItem();
   const QString chosen = current == nullptr ? QString() : current->text();
   fixtures_ = std::move(fixtures);
@@ -179,7 +181,9 @@ void PatchPanel::PatchChosen() {
   if (row < 0 || fixtures_.empty()) return;
   const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
   const auto start = static_cast<std::int16_t>(start_->text().toInt());
-  Finish(edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels}));
+  const auto added = edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels});
+  Finish(added);
+  if (added) Choose(edit_.Now().fixtures.count());
 }
 
 void PatchPanel::MoveChosen() {
