@@ -8,6 +8,8 @@
 #include <QTest>
 #include <filesystem>
 #include <memory>
+#include <random>
+#include <string>
 
 #include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
@@ -66,7 +68,8 @@ class Booth : public ::testing::Test {
   void LoadAndPlay(int deck, int row);
 
   /// A test that needs files there makes it, and takes it away again.
-  const std::filesystem::path folder = std::filesystem::path(::testing::TempDir()) / "booth";
+  const std::filesystem::path folder =
+      std::filesystem::path(::testing::TempDir()) / ("booth-" + std::to_string(std::random_device()()));
   support::testing::FakeClock clock;
   decks::testing::RecordingEngine engine{clock};
   support::testing::ManualExecutor workers;
