@@ -8,11 +8,11 @@
 
 namespace ui {
 
-/// Numbers of what is said about the show editor, 2400 to 2499, and about the fixture editor and what both
+/// Numbers of what is said about the show editor, 2330 to 2399, and about the fixture editor and what both
 /// have, 2900 to 2999.
 enum class EditorWord : int {
   // Show editor
-  ShowEditor = 2400,
+  ShowEditor = 2330,
   Fixtures,
   LibraryList,
   LibraryListTip,
