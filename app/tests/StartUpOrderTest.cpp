@@ -79,8 +79,7 @@ TEST_F(StartUpOrderTest, SettingsAreReadInTheirOrder) {
                         "Player2/",
                         "Eq2/",
                         "Channels/",
-                        "Devices/",
-                        "Setup/UseK8062"};  // again, by the switch that opens the interface
+                        "Devices/"};
   EXPECT_EQ(Order(groups), groups);
 }
 

@@ -120,12 +120,12 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
     });
   }
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.7);
-  grid->addWidget(Heading(say(Say::Window)), 0, 0, 1, 2);
+  SetSpacingEm(*grid, 0, 0.5);
+  grid->addWidget(Heading(say(Say::Window)), 0, 0, 1, 4);
   grid->addWidget(Caption(say(Say::Language), look_.skin.text), 1, 0);
   grid->addWidget(language_, 1, 1);
-  grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 2, 0);
-  grid->addWidget(skin_, 2, 1);
+  grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 1, 2);
+  grid->addWidget(skin_, 1, 3);
   boards_ = new QuietCombo(look_.skin);
   boards_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
   Name(*boards_, QStringLiteral("SetupIoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
@@ -134,9 +134,10 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
       organ.SetIoBoardSize(choice == 1 ? lightorgan::IoBoardSize::Two : lightorgan::IoBoardSize::One);
     });
   });
-  grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 3, 0);
-  grid->addWidget(boards_, 3, 1);
+  grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 2, 0);
+  grid->addWidget(boards_, 2, 1, 1, 3);
   grid->setColumnStretch(1, 1);
+  grid->setColumnStretch(3, 1);
   return grid;
 }
 
