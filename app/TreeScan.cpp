@@ -47,6 +47,7 @@ class TreeScan::Scan final : public RunningScan, public std::enable_shared_from_
 
  private:
   struct Work {
+    explicit Work(FolderGroup of) : group(std::move(of)) {}
     FolderGroup group;
     std::atomic<int> parts{0};  ///< of it that are still being read
   };

@@ -54,7 +54,7 @@ class Batch : public Evening {
   void Kill() {
     station_.reset();
     if (const auto list = files_.Content(folder_ / "tlv.batch"))
-      std::ofstream(folder_ / "tlv.batch") << *list;
+      std::ofstream(folder_ / "tlv.batch", std::ios::binary) << *list;
   }
   [[nodiscard]] int RowsFilled() {
     int filled = 0;

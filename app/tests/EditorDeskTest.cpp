@@ -64,8 +64,8 @@ TEST_F(EditorDeskTest, AFixtureIsBroughtBesideAnotherOneOfItsName) {
 TEST_F(EditorDeskTest, TheLibraryListsWhatCanBeReadByName) {
   Put(folder_ / "DMXlibrary" / "b.DMX", "B");
   Put(folder_ / "DMXlibrary" / "a.dmx", "A");
-  std::ofstream(folder_ / "DMXlibrary" / "bad.dmx") << "Bad\r\n1\r\n0\r\n0\r\n0\r\nx\r\n";
-  std::ofstream(folder_ / "DMXlibrary" / "note.txt") << "A\r\n";
+  std::ofstream(folder_ / "DMXlibrary" / "bad.dmx", std::ios::binary) << "Bad\r\n1\r\n0\r\n0\r\n0\r\nx\r\n";
+  std::ofstream(folder_ / "DMXlibrary" / "note.txt", std::ios::binary) << "A\r\n";
   std::string names;
   station_->Editors().ListFixtures([&](const auto& fixtures) {
     for (const LibraryFixture& fixture : fixtures) names += fixture.file + " " + fixture.name + ";";

@@ -40,7 +40,7 @@ class LightDeskTest : public testing::Evening {
   }
   /// A show of one scene on the first channels: up over two seconds, held for one.
   fs::path ShowFile(const std::string& name, const std::vector<int>& levels, const std::string& head = "0") {
-    std::ofstream file(folder_ / (name + ".SHW"));
+    std::ofstream file(folder_ / (name + ".SHW"), std::ios::binary);
     file << head << "\r\n1\r\n1\r\nFirst\r\n1\r\n1\r\n" << levels.size() << "\r\n00:02.0\r\n00:01.0\r\n";
     for (const int level : levels) file << level << "\r\nFalse\r\n0\r\n0\r\n\r\n";
     return folder_ / (name + ".SHW");
@@ -202,9 +202,9 @@ TEST_F(LightDeskTest, AShowTellsWhichFixturesAreMissingAndThatItEndsEarly) {
   EXPECT_EQ(missing.missing, Lines{"Gone.dmx"});
   EXPECT_EQ(View().patch->At(7).fixture_name, "Gone");
   EXPECT_EQ(View().patch->At(8).fixture, 0);
-  std::ofstream(folder_ / "Short.SHW") << "0\r\n1\r\n1\r\nFirst\r\n";
+  std::ofstream(folder_ / "Short.SHW", std::ios::binary) << "0\r\n1\r\n1\r\nFirst\r\n";
   EXPECT_TRUE(Open(folder_ / "Short.SHW").ended_early);
-  std::ofstream(folder_ / "Bad.SHW") << "many\r\n";
+  std::ofstream(folder_ / "Bad.SHW", std::ios::binary) << "many\r\n";
   EXPECT_NE(Open(folder_ / "Bad.SHW").name, "");
   EXPECT_EQ(View().show.show->name, "Short") << "an unreadable show leaves what was there";
 }
@@ -212,7 +212,7 @@ TEST_F(LightDeskTest, AShowTellsWhichFixturesAreMissingAndThatItEndsEarly) {
 TEST_F(LightDeskTest, WhatIsToldOfAShowIsToldInTheLanguageChosen) {
   Store("Language", "Current", "1");
   StartUp();
-  std::ofstream(folder_ / "Bad.SHW") << "veel\r\n";
+  std::ofstream(folder_ / "Bad.SHW", std::ios::binary) << "veel\r\n";
   EXPECT_EQ(Open(folder_ / "Bad.SHW").name,
             "Regel 1: Het aantal armaturen moet een geheel getal zijn, maar \"veel\" is dat niet.");
   const ShowReport lost = Open(ShowFile("Lost", {300}, "1\r\nGone.dmx\r\n5\r\n3"));

@@ -15,7 +15,6 @@ namespace {
 
 using std::chrono::milliseconds;
 using ::testing::AnyOf;
-using ::testing::ContainsRegex;
 using ::testing::Each;
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
@@ -102,7 +101,10 @@ TEST_F(LightOrganTest, OneBoardNeverHearsOfOutputsBeyondEight) {
     music_.mixed = music_.left = music_.right = Tone(120);
     Play(milliseconds(100));
   }
-  EXPECT_THAT(boards_.Take(), Each(ContainsRegex("^[A-Za-z]+ 0( |$)")));
+  for (const std::string& call : boards_.Take()) {
+    const std::string told = call.substr(call.find(' ')) + " ";  // the board, then what it is told
+    EXPECT_TRUE(told.starts_with(" 0 ")) << call;
+  }
 }
 
 TEST_F(LightOrganTest, AnEmptyBankShowsNothing) {
