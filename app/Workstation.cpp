@@ -323,11 +323,10 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
   scan_began = ports.clock.Now();
-  scan.Start(tree, ReadNameRule(settings),
+  scan.Start(folder.NativeOfText(tree).string(), ReadNameRule(settings),
              [this, &keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);
                for (const auto& file : outcome.moved) FollowInPlaylists(file.from, file.to);
-
                if (done) done(outcome);
              });
 }

@@ -36,6 +36,12 @@ fs::path ProgramFolder::Native(std::string_view name) const {
   return path;
 }
 
+fs::path ProgramFolder::NativeOfText(std::string_view text) const {
+  const std::string own = Text();
+  if (own.empty() || !text.starts_with(own + '\\')) return fs::path(text);
+  return Native(text.substr(own.size()));
+}
+
 std::string AddBackslash(std::string path) {
   if (path.empty() || path.back() != '\\') path += '\\';
   return path;

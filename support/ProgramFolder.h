@@ -25,6 +25,8 @@ class ProgramFolder {
   /// The native path of a name; "/" is taken as "\". Each part that exists under another letter case is taken
   /// as it exists (the first in byte order, should several).
   [[nodiscard]] std::filesystem::path Native(std::string_view name) const;
+  /// Of a text that TextOf gave, as settings hold it; any other path as it stands.
+  [[nodiscard]] std::filesystem::path NativeOfText(std::string_view text) const;
 
  private:
   std::filesystem::path folder_;

@@ -32,8 +32,9 @@ class ApplyTest : public testing::Evening {
     fs::create_directories((music_ / name).parent_path());
     std::ofstream(music_ / name) << "x";
   }
-  void Apply(ApplyMode mode) {
-    station_->Apply({mode, music_.string(), {}}, [this](const Reindex::Outcome& outcome) {
+  void Apply(ApplyMode mode) { Apply(mode, music_.string()); }
+  void Apply(ApplyMode mode, const std::string& folder) {
+    station_->Apply({mode, folder, {}}, [this](const Reindex::Outcome& outcome) {
       outcome_ = outcome;
       ++outcomes_;
     });
@@ -63,6 +64,18 @@ TEST_F(ApplyTest, AMusicScanReplacesTheCatalogueMaskByMaskAndSavesIt) {
   EXPECT_EQ(outcome_.rows, 4);
   EXPECT_TRUE(files_.Content(folder_ / "tlv.ndx").has_value());
   EXPECT_EQ(station_->Karaoke().Rows(), 1);
+}
+
+TEST_F(ApplyTest, TheFolderThatNobodyChoseIsScannedAsTheSettingsWriteIt) {
+  const std::string written = station_->Settings().Text("Settings", "Directory");
+  ASSERT_EQ(written, folder_.string() + "\\MyMusic");
+  fs::create_directories(folder_ / "MyMusic");
+  std::ofstream(folder_ / "MyMusic" / "a.mp3") << "x";
+  Apply(ApplyMode::ReindexMusic, written);
+  Work();
+  fs::remove_all(folder_);
+  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
+            (Lines{(folder_ / "MyMusic" / "a.mp3").make_preferred().string()}));
 }
 
 TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {

@@ -31,6 +31,14 @@ TEST_F(Folder, TurnsANameIntoANativePath) {
   EXPECT_EQ(folder_.TextOf("\\tlv.ndx"), path_.string() + "\\tlv.ndx");
 }
 
+TEST_F(Folder, FindsTheFolderThatASettingNames) {
+  EXPECT_EQ(folder_.NativeOfText(folder_.TextOf("\\MyMusic")), path_ / "MyMusic");
+  for (const fs::path& other : {path_ / "MyMusic", path_.parent_path() / "music"}) {
+    EXPECT_EQ(folder_.NativeOfText(other.string()), other);
+  }
+  EXPECT_EQ(folder_.NativeOfText(""), fs::path());
+}
+
 TEST_F(Folder, FindsAFileUnderAnotherLetterCase) {
   Touch("DMXlibrary/Scanner.TLV");
   EXPECT_TRUE(
