@@ -29,7 +29,7 @@ OrganDesk::OrganDesk(const DeskContext& context, OrganSound sound, lightorgan::I
     : context_(context),
       music_(std::move(sound)),
       files_(context),
-      no_boards_(std::make_unique<NoBoards>()),
+      no_boards_(boards == nullptr ? std::make_unique<NoBoards>() : nullptr),
       organ_({boards != nullptr ? *boards : *no_boards_, music_, music_, files_, context.settings,
               context.clock}) {}
 
@@ -38,7 +38,7 @@ OrganDesk::~OrganDesk() = default;
 void OrganDesk::StartUp() {
   Ask([this](LightOrgan& organ) {
     organ.Start([this] {
-      none_found_ = true;
+      none_found_ = no_boards_ != nullptr;  // an adapter goes on looking and says so itself
       context_.prompt(context_.say(support::Sentence::NoIoBoard));
     });
     started_ = true;

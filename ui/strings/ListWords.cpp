@@ -13,7 +13,8 @@ constexpr Strings::Row kListRows[] = {
      "Woorden in elke volgorde. Ook artist: title: album: genre: year: file: voor een woord, bpm:120-128, "
      "year:1990-1999, -woord om weg te laten, \"woorden samen\". Enter gaat naar de lijst, Esc wist. "
      "(Ctrl+F)"},
-    {ListWord::FindHint, "Find: words, bpm:120-128, genre:…", "Zoeken: woorden, bpm:120-128, genre:…"},
+    {ListWord::FindHint, "Find: words, artist:, genre:, year:1990-1999…",
+     "Zoeken: woorden, artist:, genre:, year:1990-1999…"},
     {ListWord::Found, "%1 found", "%1 gevonden"},
     {ListWord::NothingFound, "Nothing found. Esc shows all again.", "Niets gevonden. Esc toont weer alles."},
     {ListWord::SortedUp, "%1, sorted upwards", "%1, oplopend gesorteerd"},

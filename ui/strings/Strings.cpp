@@ -216,8 +216,6 @@ constexpr Strings::Row kRows[] = {
 
     {Say::Console, "Light console", "Lichttafel"},
     {Say::ConsoleTip, "The light console", "De lichttafel"},
-    {Say::ConsoleLater, "This version does not drive DMX lights yet.",
-     "Deze versie stuurt nog geen DMX-licht aan."},
     {Say::Organ, "Light organ", "Lichtorgel"},
     {Say::OrganTip, "The light organ", "Het lichtorgel"},
     {Say::Effects, "Effects", "Effecten"},

@@ -152,7 +152,6 @@ enum class Say : int {
   // Pages whose place is kept
   Console = 2200,
   ConsoleTip,
-  ConsoleLater,
   Organ,
   OrganTip,
   Effects,
