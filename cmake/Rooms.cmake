@@ -42,11 +42,13 @@ function(add_room name)
   endif()
 endfunction()
 
-# add_test_program(NAME SOURCES files... LIBRARIES libs... [LABELS labels...] [TIMEOUT seconds] [NO_MAIN])
+# add_test_program(NAME SOURCES files... LIBRARIES libs... [LABELS labels...] [TIMEOUT seconds]
+#                  [SHARDS n] [ENVIRONMENT settings...] [NO_MAIN])
 #
-# A GoogleTest program that ctest runs whole; ./test reads the cases out of its XML report.
+# A GoogleTest program that ctest runs whole, or as tests NAME_1 to NAME_n beside each other, each a share of its
+# cases; ./test reads the cases out of the XML reports.
 function(add_test_program name)
-  cmake_parse_arguments(TEST "NO_MAIN" "TIMEOUT" "SOURCES;LIBRARIES;LABELS" ${ARGN})
+  cmake_parse_arguments(TEST "NO_MAIN" "TIMEOUT;SHARDS" "SOURCES;LIBRARIES;LABELS;ENVIRONMENT" ${ARGN})
   if(NOT TARGET GTest::gtest)
     find_package(GTest REQUIRED)
   endif()
@@ -64,6 +66,19 @@ function(add_test_program name)
   if(WIN32 AND CMAKE_CROSSCOMPILING)
     set(reports Z:${reports})  # as wine calls our root
   endif()
-  add_test(NAME ${name} COMMAND ${name} --gtest_output=xml:${reports}/${name}.xml)
-  set_tests_properties(${name} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}")
+  if(NOT TEST_SHARDS)
+    set(TEST_SHARDS 1)
+  endif()
+  foreach(shard RANGE 1 ${TEST_SHARDS})
+    set(test ${name})
+    set(environment ${TEST_ENVIRONMENT})
+    if(TEST_SHARDS GREATER 1)
+      set(test ${name}_${shard})
+      math(EXPR index "${shard} - 1")
+      list(APPEND environment GTEST_TOTAL_SHARDS=${TEST_SHARDS} GTEST_SHARD_INDEX=${index})
+    endif()
+    add_test(NAME ${test} COMMAND ${name} --gtest_output=xml:${reports}/${test}.xml)
+    set_tests_properties(${test} PROPERTIES TIMEOUT ${TEST_TIMEOUT} LABELS "${TEST_LABELS}"
+                                            ENVIRONMENT "${environment}")
+  endforeach()
 endfunction()

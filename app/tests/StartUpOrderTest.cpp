@@ -147,6 +147,7 @@ TEST_F(StartUpOrderTest, BoardsThatAreInUseAreClearedAndClosedBehindTheEngine) {
       if (call == "BASS_Free") before_engine = boards.calls.size();
     });
     station_.reset();
+    engine_.OnCall(nullptr);
     EXPECT_EQ(before_engine, 0U);
     const Lines dark = {"ClearAllDigital 0", "ClearAllAnalog 0", "ClearAllDigital 1", "ClearAllAnalog 1",
                         "CloseDevices"};
