@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
 #include <system_error>
+#include <unordered_set>
 #include <utility>
 
 #include "app/WorkstationParts.h"
@@ -177,11 +178,11 @@ void Workstation::Parts::CheckFiles() {
   struct Check {
     catalogue::track_table table;
     int row = 1;
-    int missing = 0;
     std::string first;
+    std::unordered_set<std::string> missing;
     std::function<void(const std::shared_ptr<Check>&)> go_on;
   };
-  const auto check = std::make_shared<Check>(Check{catalogue, 1, 0, {}, {}});
+  const auto check = std::make_shared<Check>(Check{catalogue, 1, {}, {}, {}});
   check->go_on = [this, gate = gate, tell = Teller(), &workers = Idle()](const std::shared_ptr<Check>& one) {
     workers.Post([this, gate, tell, one] {
       gate->Pass([&] {
@@ -191,12 +192,18 @@ void Workstation::Parts::CheckFiles() {
           const std::string path(one->table.Cell(one->row, catalogue::track::kFilename));
           std::error_code ignored;
           if (std::filesystem::exists(path, ignored)) continue;
-          if (one->missing++ == 0) one->first = path;
+          if (one->missing.empty()) one->first = path;
+          one->missing.insert(path);
         }
         if (one->row <= one->table.Rows()) return one->go_on(one);
         one->go_on = nullptr;
-        if (one->missing > 0)
-          tell(say(support::Sentence::FilesMissing, {std::to_string(one->missing), one->first}));
+        if (!one->missing.empty()) {
+          tell(say(support::Sentence::FilesMissing, {std::to_string(one->missing.size()), one->first}));
+        }
+        window->Post([this, one] {
+          missing = std::move(one->missing);
+          ++missing_checks;
+        });
       });
     });
   };

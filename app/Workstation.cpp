@@ -320,6 +320,14 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
   });
 }
 
+bool Workstation::IsMissing(std::string_view filename) const {
+  return !parts_->missing.empty() && parts_->missing.contains(std::string(filename));
+}
+
+std::size_t Workstation::MissingChecks() const {
+  return parts_->missing_checks;
+}
+
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
   scan_began = ports.clock.Now();
@@ -327,6 +335,7 @@ void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeepe
              [this, &keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);
                for (const auto& file : outcome.moved) FollowInPlaylists(file.from, file.to);
+               if (outcome.replaced) CheckFiles();
                if (done) done(outcome);
              });
 }

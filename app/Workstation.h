@@ -248,6 +248,10 @@ class Workstation {
   /// Requires: 1 to kPlaylists.
   [[nodiscard]] catalogue::track_table& Playlist(int number);
   [[nodiscard]] const LoadReport& Loaded() const;
+  /// The file was not there when the catalogue's files were looked for last: at the start and after a scan.
+  [[nodiscard]] bool IsMissing(std::string_view filename) const;
+  /// Grows each time that they were looked for.
+  [[nodiscard]] std::size_t MissingChecks() const;
   /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row whose
   /// file could not be deleted stays. Called back on the window's thread with the number of rows removed and
   /// a sentence for each file that is still there.

@@ -6,6 +6,7 @@
 #include <map>
 #include <memory>
 #include <string>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -202,7 +203,9 @@ struct Workstation::Parts {
   Prompts* prompts = nullptr;
   Help* help = nullptr;
   std::vector<std::string> unseen_prompts;
-  std::size_t settings_notices = 0;  ///< told so far
+  std::unordered_set<std::string> missing;  ///< files of the catalogue that were not there
+  std::size_t missing_checks = 0;           ///< how often they were looked for
+  std::size_t settings_notices = 0;         ///< told so far
   std::vector<std::string> device_names;
   std::map<std::string, decks::clsMp3Info> gains;  ///< of the files that were asked for
   catalogue::track_table catalogue{catalogue::TrackColumns()};

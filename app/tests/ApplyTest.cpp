@@ -78,6 +78,19 @@ TEST_F(ApplyTest, TheFolderThatNobodyChoseIsScannedAsTheSettingsWriteIt) {
             (Lines{(folder_ / "MyMusic" / "a.mp3").make_preferred().string()}));
 }
 
+TEST_F(ApplyTest, AFileThatIsNotThereIsMarkedAndNoOther) {
+  Write("a.mp3");
+  Write("b.mp3");
+  Apply(ApplyMode::ReindexMusic);
+  while (outcomes_ == 0 && workers_.RunOne()) station_->PumpWindow();
+  const std::size_t checks = station_->MissingChecks();
+  fs::remove(music_ / "b.mp3");
+  Work();
+  EXPECT_GT(station_->MissingChecks(), checks);
+  EXPECT_TRUE(station_->IsMissing(Path("b.mp3")));
+  EXPECT_FALSE(station_->IsMissing(Path("a.mp3")));
+}
+
 TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {
   Write("song.mp3");
   Apply(ApplyMode::ReindexKaraoke);

@@ -38,13 +38,18 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(catalogue::track_table& table, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
-                     const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), table_(table), lists_(lists), look_(look) {
+MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar& batch, const Look& look,
+                     QWidget* parent)
+    : Surface(look.skin.panel, parent),
+      workstation_(workstation),
+      table_(workstation.Catalogue()),
+      lists_(workstation.Lists()),
+      look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
-  model_ = new TrackModel(table, TableId::Catalogue, CatalogueShape(), look, this);
-  model_->MarkPlayed([&lists](std::string_view filename) { return lists.WasPlayed(filename); });
+  model_ = new TrackModel(table_, TableId::Catalogue, CatalogueShape(), look, this);
+  model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
+  model_->MarkMissing([this](std::string_view filename) { return workstation_.IsMissing(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
   connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(TableId::Catalogue); });
@@ -61,7 +66,7 @@ MusicPage::MusicPage(catalogue::track_table& table, app::ListDesk& lists, Listen
   SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead(listen));
   rows->addWidget(&listen);
-  search_ = new SearchLine(QStringLiteral("Search"), lists.Search(), *model_, *grid_, {}, look);
+  search_ = new SearchLine(QStringLiteral("Search"), lists_.Search(), *model_, *grid_, {}, look);
   rows->addWidget(search_);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
@@ -108,6 +113,7 @@ void MusicPage::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
   model_->ShowPlayed(lists_.PlayedFiles());
+  model_->ShowMissing(workstation_.MissingChecks());
   search_->Show();
   ShowCount();
 }

@@ -31,8 +31,8 @@ class MusicPage final : public Surface {
   Q_OBJECT
 
  public:
-  MusicPage(catalogue::track_table& table, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
-            const Look& look, QWidget* parent = nullptr);
+  MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar& batch, const Look& look,
+            QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -74,6 +74,7 @@ class MusicPage final : public Surface {
   void AskForFiles();
   QFileDialog* MakeDialog();
 
+  app::Workstation& workstation_;
   const catalogue::track_table& table_;
   app::ListDesk& lists_;
   Look look_;

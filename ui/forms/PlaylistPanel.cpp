@@ -40,6 +40,7 @@ std::string TotalText(std::int64_t seconds) {
 PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width width, const Look& look,
                              QWidget* parent)
     : Surface(look.skin.panel, parent),
+      workstation_(workstation),
       lists_(workstation.Lists()),
       number_(number),
       id_(PlaylistId(number)),
@@ -50,6 +51,7 @@ PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width wi
   if (number <= 2) SetStripe(look.skin.Deck(number));
   model_ = new TrackModel(table_, id_, PlaylistShape(), look, this);
   model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
+  model_->MarkMissing([this](std::string_view filename) { return workstation_.IsMissing(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   grid_->TakeDrops();
   grid_->SetHint(look.say(Say::EmptyPlaylist));
@@ -192,6 +194,7 @@ void PlaylistPanel::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
   model_->ShowPlayed(lists_.PlayedFiles());
+  model_->ShowMissing(workstation_.MissingChecks());
   ShowCount();
 }
 

@@ -64,6 +64,7 @@ class PlaylistPanel final : public Surface {
   void ShowCount();
   void RemoveChosen();
 
+  app::Workstation& workstation_;
   app::ListDesk& lists_;
   const int number_;
   const TableId id_;

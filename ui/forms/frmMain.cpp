@@ -209,7 +209,7 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
   batch_ = new BatchBar(workstation_, look);
   connect(batch_, &BatchBar::Pressed, this, &frmMain::AnalyseChosen);
-  music_ = new MusicPage(workstation_.Catalogue(), workstation_.Lists(), *listen_, *batch_, look);
+  music_ = new MusicPage(workstation_, *listen_, *batch_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });

@@ -75,6 +75,10 @@ void TrackModel::ShowPlayed(std::size_t count) {
   if (std::exchange(played_, count) != count) Repaint();
 }
 
+void TrackModel::ShowMissing(std::size_t checks) {
+  if (std::exchange(missing_checks_, checks) != checks) Repaint();
+}
+
 void TrackModel::ShowSort(const catalogue::SortWish& sort) {
   if (sort == sort_) return;
   sort_ = sort;
@@ -93,6 +97,10 @@ void TrackModel::Repaint() {
 
 bool TrackModel::Played(int row) const {
   return was_played_ && was_played_(table_.Cell(row, shape_.filename));
+}
+
+bool TrackModel::Missing(int row) const {
+  return is_missing_ && is_missing_(table_.Cell(row, shape_.filename));
 }
 
 int TrackModel::rowCount(const QModelIndex& parent) const {
@@ -154,19 +162,27 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
       return TextAt(row, index.column());
     case Qt::AccessibleTextRole: {
       const QString text = TextAt(row, index.column());
-      return column.record == shape_.title && Played(row) ? look_.say(ListWord::Played).arg(text) : text;
+      if (column.record != shape_.title) return text;
+      if (Missing(row)) return look_.say(ListWord::Missing).arg(text);
+      return Played(row) ? look_.say(ListWord::Played).arg(text) : text;
     }
     case Qt::ForegroundRole:
       if (deck != 0) return look_.skin.Deck(deck);
+      if (Missing(row)) return column.record == 0 ? look_.skin.warning : look_.skin.dim;
       return Played(row) ? QVariant(look_.skin.dim) : QVariant();
     default:
       return {};
   }
 }
 
-/// Of the deck that holds the row's file, else of one that was played.
+/// Of the deck that holds the row's file, else of one that is not there or was played.
 QVariant TrackModel::ChipOf(int row, int role) const {
   const int deck = DeckOf(row);
+  if (deck == 0 && Missing(row)) {
+    if (role == Qt::DisplayRole) return QStringLiteral("!");
+    const bool told = role == Qt::AccessibleTextRole || role == Qt::ToolTipRole;
+    return told ? QVariant(look_.say(ListWord::Missing).arg(TitleOf(row))) : QVariant();
+  }
   const bool played = deck == 0 && Played(row);
   if (deck == 0 && !played) return role == Qt::ToolTipRole ? QVariant() : QVariant(QString());
   if (role == Qt::DisplayRole) return played ? QStringLiteral("✓") : QString::number(deck);

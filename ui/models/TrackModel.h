@@ -40,6 +40,10 @@ class TrackModel final : public QAbstractTableModel {
   using WasPlayed = std::function<bool(std::string_view filename)>;
   void MarkPlayed(WasPlayed was_played) { was_played_ = std::move(was_played); }
   void ShowPlayed(std::size_t count);
+  /// Marks the rows whose files this says are not there; checks grow with each look at them.
+  using IsMissing = std::function<bool(std::string_view filename)>;
+  void MarkMissing(IsMissing is_missing) { is_missing_ = std::move(is_missing); }
+  void ShowMissing(std::size_t checks);
   /// The mark in the head of a column of the table; none where the column is 0.
   void ShowSort(const catalogue::SortWish& sort);
   /// 1 upwards, -1 downwards; of a head.
@@ -74,6 +78,7 @@ class TrackModel final : public QAbstractTableModel {
   /// Rows that were taken out of the table are not there until the next answer of the search.
   void DropMissingRows();
   [[nodiscard]] bool Played(int row) const;
+  [[nodiscard]] bool Missing(int row) const;
   [[nodiscard]] QVariant ChipOf(int row, int role) const;
   void Repaint();
   [[nodiscard]] QString TextAt(int row, int column) const;
@@ -90,6 +95,8 @@ class TrackModel final : public QAbstractTableModel {
   int rows_;        ///< shown
   WasPlayed was_played_;
   std::size_t played_ = 0;
+  IsMissing is_missing_;
+  std::size_t missing_checks_ = 0;
   catalogue::SortWish sort_;
   std::array<std::string, 2> on_decks_;
 };

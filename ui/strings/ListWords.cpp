@@ -20,6 +20,7 @@ constexpr Strings::Row kListRows[] = {
     {ListWord::SortedUp, "%1, sorted upwards", "%1, oplopend gesorteerd"},
     {ListWord::SortedDown, "%1, sorted downwards", "%1, aflopend gesorteerd"},
     {ListWord::Played, "%1, already played tonight", "%1, vanavond al gedraaid"},
+    {ListWord::Missing, "%1, the file is not there now", "%1, het bestand is er nu niet"},
     {ListWord::Total, "%1 tracks, %2", "%1 nummers, %2"},
     {ListWord::TotalOne, "1 track, %1", "1 nummer, %1"},
     {ListWord::Open, "Open", "Openen"},

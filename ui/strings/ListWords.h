@@ -18,6 +18,7 @@ enum class ListWord : int {
   SortedUp,
   SortedDown,
   Played,
+  Missing,
   Total,
   TotalOne,
   Open,
