@@ -2,10 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/PresetDesk.h"
 
-#include <deque>
 #include <utility>
-
-#include "support/Mutex.h"
 
 namespace app {
 namespace {
@@ -14,23 +11,13 @@ using support::Sentence;
 
 }  // namespace
 
-struct PresetDesk::State {
-  State(support::FileSaver& files, const support::ProgramFolder& folder) : file(files, folder) {}
-
-  support::Mutex working;  ///< one change at a time
-  decks::EqPresetFile file DJ_GUARDED_BY(working);
-  support::Mutex mutex;
-  std::deque<std::function<void(decks::EqPresetFile&)>> waiting DJ_GUARDED_BY(mutex);
-};
-
 PresetDesk::PresetDesk(support::FileSaver& files, const support::ProgramFolder& folder,
                        support::Executor& workers, std::shared_ptr<WorkGate> gate,
                        std::shared_ptr<Mailbox> box, const support::Sentences& say)
-    : workers_(workers),
-      gate_(std::move(gate)),
+    : work_(workers, std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      state_(std::make_shared<State>(files, folder)) {}
+      file_(std::make_shared<decks::EqPresetFile>(files, folder)) {}
 
 void PresetDesk::Read(Done done) {
   Post([](decks::EqPresetFile&) { return support::Result<void>{}; }, std::move(done));
@@ -62,19 +49,13 @@ void PresetDesk::Delete(const std::string& name, Done done) {
 }
 
 void PresetDesk::Flush() {
-  for (;;) {
-    {
-      support::MutexLock lock(state_->mutex);
-      if (state_->waiting.empty()) return;
-    }
-    WorkOnOne(*state_);
-  }
+  work_.Flush();
 }
 
 void PresetDesk::Post(Change change, Done done) {
-  auto work = [this, box = box_, change = std::move(change), done = std::move(done)](auto& file) {
-    support::Result<void> result = change(file);
-    support::Result<std::vector<decks::EqPreset>> list = file.Read();
+  work_.Post([this, file = file_, box = box_, change = std::move(change), done = std::move(done)] {
+    support::Result<void> result = change(*file);
+    support::Result<std::vector<decks::EqPreset>> list = file->Read();
     if (result && !list) {
       result = support::Error{list.Failure().code, say_(Sentence::PresetsUnreadable, {say_(list.Failure())})};
     }
@@ -82,24 +63,7 @@ void PresetDesk::Post(Change change, Done done) {
       if (list) list_ = list.Value();
       if (done) done(result);
     });
-  };
-  {
-    support::MutexLock lock(state_->mutex);
-    state_->waiting.emplace_back(std::move(work));
-  }
-  workers_.Post([state = state_, gate = gate_] { gate->Pass([&] { WorkOnOne(*state); }); });
-}
-
-void PresetDesk::WorkOnOne(State& state) {
-  support::MutexLock one_at_a_time(state.working);
-  std::function<void(decks::EqPresetFile&)> work;
-  {
-    support::MutexLock lock(state.mutex);
-    if (state.waiting.empty()) return;
-    work = std::move(state.waiting.front());
-    state.waiting.pop_front();
-  }
-  work(state.file);
+  });
 }
 
 }  // namespace app

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "app/Mailbox.h"
+#include "app/OrderedWork.h"
 #include "app/WorkGate.h"
 #include "decks/EqPresets.h"
 #include "support/Executor.h"
@@ -37,17 +38,14 @@ class PresetDesk {
   [[nodiscard]] const std::vector<decks::EqPreset>& List() const { return list_; }
 
  private:
-  struct State;
   using Change = std::function<support::Result<void>(decks::EqPresetFile&)>;
 
   void Post(Change change, Done done);
-  static void WorkOnOne(State& state);
 
-  support::Executor& workers_;
-  std::shared_ptr<WorkGate> gate_;
+  OrderedWork work_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
-  std::shared_ptr<State> state_;  // shared with jobs that may start after the desk is gone
+  std::shared_ptr<decks::EqPresetFile> file_;  // shared with jobs that may start after the desk is gone
   std::vector<decks::EqPreset> list_;
 };
 

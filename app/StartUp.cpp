@@ -177,12 +177,13 @@ void Workstation::Parts::ReadPresets() {
 void Workstation::Parts::CheckFiles() {
   struct Check {
     catalogue::track_table table;
+    int number;
     int row = 1;
     std::string first;
     std::unordered_set<std::string> missing;
     std::function<void(const std::shared_ptr<Check>&)> go_on;
   };
-  const auto check = std::make_shared<Check>(Check{catalogue, 1, {}, {}, {}});
+  const auto check = std::make_shared<Check>(Check{catalogue, ++newest_check, 1, {}, {}, {}});
   check->go_on = [this, gate = gate, tell = Teller(), &workers = Idle()](const std::shared_ptr<Check>& one) {
     workers.Post([this, gate, tell, one] {
       gate->Pass([&] {
@@ -201,13 +202,16 @@ void Workstation::Parts::CheckFiles() {
           tell(say(support::Sentence::FilesMissing, {std::to_string(one->missing.size()), one->first}));
         }
         window->Post([this, one] {
+          if (one->number != newest_check) return;
           missing = std::move(one->missing);
           ++missing_checks;
         });
       });
     });
   };
-  if (check->table.Rows() > 0) check->go_on(check);
+  if (check->table.Rows() > 0) return check->go_on(check);
+  missing.clear();
+  ++missing_checks;
 }
 
 void Workstation::Parts::ShortenBuffers() {

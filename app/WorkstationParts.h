@@ -204,6 +204,7 @@ struct Workstation::Parts {
   Help* help = nullptr;
   std::vector<std::string> unseen_prompts;
   std::unordered_set<std::string> missing;  ///< files of the catalogue that were not there
+  int newest_check = 0;                     ///< the number of the look at them that counts
   std::size_t missing_checks = 0;           ///< how often they were looked for
   std::size_t settings_notices = 0;         ///< told so far
   std::vector<std::string> device_names;

@@ -23,6 +23,14 @@ DeckView Playing(microseconds length, std::optional<microseconds> end_mix_point 
   return deck;
 }
 
+TEST(MixerHands, TheVolumeIsFaderTimesCrossfader) {
+  MixerHands mixer{.faders = {80, 50}, .crossfader = 50, .curve = decks::CrossfaderCurve::Smooth};
+  EXPECT_EQ(mixer.VolumeOf(1), 40);
+  EXPECT_EQ(mixer.VolumeOf(2), 50);
+  mixer.crossfader = -100;
+  EXPECT_EQ(mixer.VolumeOf(2), 0);
+}
+
 TEST(MixPlanTest, ADeckHandsOverAtItsEndMixPoint) {
   const MixWishes at_points{true, 8s, true}, at_end{true, 8s, false};
   DeckView fast = Playing(100s, 80s);

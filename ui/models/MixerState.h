@@ -14,9 +14,6 @@ struct MixerState {
   std::array<int, 3> listen{80, 80, 80};  ///< in the headphones, of decks 1, 2 and the catalogue's
   int crossfader = 0;                     ///< -100 (deck 1) to 100 (deck 2)
   decks::CrossfaderCurve curve = decks::CrossfaderCurve::Smooth;
-
-  /// Volume of deck 1 or 2, 0 to 100.
-  [[nodiscard]] int VolumeOf(int deck) const;
 };
 
 }  // namespace ui

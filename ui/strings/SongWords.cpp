@@ -6,7 +6,6 @@ namespace ui {
 namespace {
 
 constexpr Strings::Row kSongRows[] = {
-    {SongWord::Singers, "Singers", "Zangers"},
     {SongWord::SingersWords, "Words of the song", "Woorden van het nummer"},
     {SongWord::SingersWordsTip, "What the singers see", "Wat de zangers zien"},
     {SongWord::NoSong, "No song", "Geen nummer"},
@@ -55,7 +54,6 @@ constexpr Strings::Row kSongRows[] = {
     {SongWord::LyricFontTip, "Font of the words", "Lettertype van de woorden"},
     {SongWord::FontBold, "Bold", "Vet"},
     {SongWord::FontItalic, "Italic", "Cursief"},
-    {SongWord::FontChoose, "Choose", "Kiezen"},
     {SongWord::SungStyle, "Sung words", "Gezongen"},
     {SongWord::SungStyleTip, "Whether words are swept over as they are sung, or change one by one",
      "Of woorden meelopend van kleur veranderen of een voor een"},

@@ -10,8 +10,7 @@ namespace ui {
 
 /// Numbers of what is said about karaoke: 2790 to 2849.
 enum class SongWord : int {
-  Singers = 2790,
-  SingersWords,
+  SingersWords = 2790,
   SingersWordsTip,
   NoSong,
   NoSongHint,
@@ -52,7 +51,6 @@ enum class SongWord : int {
   LyricFontTip,
   FontBold,
   FontItalic,
-  FontChoose,
   SungStyle,
   SungStyleTip,
   SungSweep,

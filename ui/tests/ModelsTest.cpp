@@ -6,7 +6,6 @@
 #include <limits>
 
 #include "ui/models/DeckChoice.h"
-#include "ui/models/MixerState.h"
 #include "ui/models/OutputText.h"
 #include "ui/models/SentEcho.h"
 #include "ui/models/TrackModel.h"
@@ -32,14 +31,6 @@ TEST(DeckChoice, TakesTheFirstFreeDeckAndNeverOneThatPlays) {
     view.decks[1].state = each.second;
     EXPECT_EQ(DeckForLoading(view).value_or(0), each.deck);
   }
-}
-
-TEST(MixerState, TheVolumeIsFaderTimesCrossfader) {
-  MixerState mixer{.faders = {80, 50}, .crossfader = 50, .curve = decks::CrossfaderCurve::Smooth};
-  EXPECT_EQ(mixer.VolumeOf(1), 40);
-  EXPECT_EQ(mixer.VolumeOf(2), 50);
-  mixer.crossfader = -100;
-  EXPECT_EQ(mixer.VolumeOf(2), 0);
 }
 
 TEST(SentEcho, AnEchoOfAnOlderStepDoesNotMoveTheSlider) {
