@@ -6,8 +6,8 @@
 #include <memory>
 #include <string>
 
-#include "app/Mailbox.h"
-#include "app/WorkGate.h"
+#include "app/work/Mailbox.h"
+#include "app/work/WorkGate.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
 #include "support/ProgramFolder.h"

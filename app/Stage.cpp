@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/Conductor.h"
-#include "app/MasterVolume.h"
+#include "app/sound/MasterVolume.h"
+#include "app/work/Conductor.h"
 
 namespace app {
 namespace {

@@ -9,14 +9,14 @@
 #include <string>
 #include <vector>
 
-#include "app/AnalysisDesk.h"
-#include "app/BeatMatch.h"
-#include "app/DeckStation.h"
-#include "app/LoudestDeck.h"
-#include "app/Mailbox.h"
-#include "app/OutputSettings.h"
-#include "app/WorkGate.h"
 #include "app/WorkstationView.h"
+#include "app/settings/OutputSettings.h"
+#include "app/sound/AnalysisDesk.h"
+#include "app/sound/BeatMatch.h"
+#include "app/sound/DeckStation.h"
+#include "app/sound/LoudestDeck.h"
+#include "app/work/Mailbox.h"
+#include "app/work/WorkGate.h"
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
 #include "support/Executor.h"

@@ -7,11 +7,11 @@
 #include <cmath>
 #include <utility>
 
-#include "app/AnalysisRows.h"
-#include "app/MasterVolume.h"
-#include "app/NameSettings.h"
-#include "app/TrackToLoad.h"
 #include "app/WorkstationParts.h"
+#include "app/settings/NameSettings.h"
+#include "app/sound/AnalysisRows.h"
+#include "app/sound/MasterVolume.h"
+#include "app/sound/TrackToLoad.h"
 #include "decks/GainAnalysis.h"
 #include "support/Text.h"
 

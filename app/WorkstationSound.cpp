@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "app/AnalysisRows.h"
 #include "app/WorkstationParts.h"
+#include "app/sound/AnalysisRows.h"
 
 namespace app {
 namespace {

@@ -8,7 +8,7 @@
 #include <optional>
 #include <string>
 
-#include "app/HeardSound.h"
+#include "app/sound/HeardSound.h"
 #include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
 #include "music/BeatGrid.h"

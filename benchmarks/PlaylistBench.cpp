@@ -4,7 +4,7 @@
 #include <cstdlib>
 #include <string>
 
-#include "app/PlaylistIntake.h"
+#include "app/lists/PlaylistIntake.h"
 #include "benchmarks/Bench.h"
 #include "catalogue/IndexFile.h"
 #include "platform/files/testing/TestFolder.h"

@@ -10,8 +10,8 @@
 #include <string>
 #include <thread>
 
-#include "app/KaraokeSongReader.h"
-#include "app/TreeScan.h"
+#include "app/files/KaraokeSongReader.h"
+#include "app/files/TreeScan.h"
 #include "benchmarks/Bench.h"
 #include "benchmarks/MpdServer.h"
 #include "benchmarks/ScanTree.h"

@@ -1,18 +1,22 @@
 # SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 # SPDX-License-Identifier: GPL-3.0-or-later
 
-# add_room(NAME [FOLDER dir] [DEPENDS rooms...] [LIBRARIES libs...] [TEST_LIBRARIES libs...])
+# add_room(NAME [FOLDER dir] [PARTS folders...] [DEPENDS rooms...] [LIBRARIES libs...] [TEST_LIBRARIES libs...])
 #
 # One folder is one target: NAME from the folder's *.cpp, NAME_testing from testing/*.cpp (fakes that other
-# rooms' tests may link), and the test program NAME_tests from tests/*.cpp. A room without sources yet, or with
-# headers alone, is an interface target, so that its arrows stand from the first day. Sources are found by
-# pattern, so a new file needs no line here.
+# rooms' tests may link), and the test program NAME_tests from tests/*.cpp. A large room keeps its sources in
+# PARTS, folders of one namespace. A room without sources yet, or with headers alone, is an interface target, so
+# that its arrows stand from the first day. Sources are found by pattern, so a new file needs no line here.
 function(add_room name)
-  cmake_parse_arguments(ROOM "" "FOLDER" "DEPENDS;LIBRARIES;TEST_LIBRARIES" ${ARGN})
+  cmake_parse_arguments(ROOM "" "FOLDER" "PARTS;DEPENDS;LIBRARIES;TEST_LIBRARIES" ${ARGN})
   if(NOT ROOM_FOLDER)
     set(ROOM_FOLDER ${CMAKE_SOURCE_DIR}/${name})
   endif()
-  file(GLOB sources CONFIGURE_DEPENDS ${ROOM_FOLDER}/*.cpp ${ROOM_FOLDER}/ports/*.cpp)
+  set(patterns ${ROOM_FOLDER}/*.cpp ${ROOM_FOLDER}/ports/*.cpp)
+  foreach(part IN LISTS ROOM_PARTS)
+    list(APPEND patterns ${ROOM_FOLDER}/${part}/*.cpp)
+  endforeach()
+  file(GLOB sources CONFIGURE_DEPENDS ${patterns})
   if(sources)
     add_library(${name} STATIC ${sources})
     target_link_libraries(${name} PUBLIC dj_options ${ROOM_DEPENDS} PRIVATE ${ROOM_LIBRARIES})

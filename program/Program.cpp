@@ -6,8 +6,8 @@
 #include <atomic>
 #include <thread>
 
-#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
+#include "app/sound/BuiltInVisualisation.h"
 #include "engine/SoundEngine.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"

@@ -11,7 +11,7 @@
 #include <string>
 #include <vector>
 
-#include "app/TreeScan.h"
+#include "app/files/TreeScan.h"
 #include "catalogue/IndexFile.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/files/DiskFolders.h"

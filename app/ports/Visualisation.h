@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/HeardSound.h"
+#include "app/sound/HeardSound.h"
 
 namespace app {
 

@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "app/AnalysisRows.h"
+#include "app/sound/AnalysisRows.h"
 #include "app/tests/Evening.h"
 #include "catalogue/testing/FakeTagWriter.h"
 #include "catalogue/testing/MemorySideStore.h"

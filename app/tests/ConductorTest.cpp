@@ -1,14 +1,14 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/Conductor.h"
+#include "app/work/Conductor.h"
 
 #include <gtest/gtest.h>
 
 #include <future>
 #include <thread>
 
-#include "app/WorkGate.h"
 #include "app/Workstation.h"
+#include "app/work/WorkGate.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/testing/MemoryFiles.h"

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/DocumentFlow.h"
+#include "app/lights/DocumentFlow.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/EditorDesk.h"
+#include "app/lights/EditorDesk.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/ListDesk.h"
+#include "app/lists/ListDesk.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
-#include "app/MasterVolume.h"
+#include "app/sound/MasterVolume.h"
 #include "app/tests/Evening.h"
 
 namespace app {

@@ -1,13 +1,13 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/Reindex.h"
+#include "app/files/Reindex.h"
 
 #include <gtest/gtest.h>
 
 #include <filesystem>
 #include <fstream>
 
-#include "app/TreeScan.h"
+#include "app/files/TreeScan.h"
 #include "app/testing/FakeScan.h"
 #include "catalogue/PlainFolders.h"
 #include "catalogue/testing/FakeTagReader.h"

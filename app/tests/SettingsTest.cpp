@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/Settings.h"
+#include "app/settings/Settings.h"
 
 #include <gtest/gtest.h>
 
@@ -8,7 +8,7 @@
 #include <set>
 #include <string>
 
-#include "app/SettingsVocabulary.h"
+#include "app/settings/SettingsVocabulary.h"
 #include "support/testing/MemorySettings.h"
 
 namespace app {

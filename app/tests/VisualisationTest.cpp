@@ -4,7 +4,7 @@
 #include <cmath>
 #include <numbers>
 
-#include "app/BuiltInVisualisation.h"
+#include "app/sound/BuiltInVisualisation.h"
 #include "app/tests/Evening.h"
 
 namespace app {

@@ -23,6 +23,18 @@ ARROWS = {
 EVERYTHING = set(ARROWS) | {"program"}
 ARROWS |= {joiner: EVERYTHING for joiner in ("main.cpp", "program", "tools", "tests", "benchmarks", "fuzz")}
 ARROWS["benchmarks"] = EVERYTHING | {"tools"}  # songs for the beat tracker come from the composer's studio
+# Parts of app -> other parts that they may include; what joins them lies in app itself, and they leave that alone
+# but for what a desk is given and what it sees.
+PARTS_OF_APP = {
+    "work": set(),
+    "settings": set(),
+    "sound": {"work"},
+    "files": {"sound", "work"},
+    "lists": {"settings", "sound", "work"},
+    "lights": {"work"},
+    "songs": {"settings", "sound", "work"},
+}
+GIVEN_TO_PARTS = {"app/DeskContext.h", "app/Stage.h", "app/WorkstationView.h"}
 STANDARD_ONLY = SUBSYSTEMS | {"support", "music", "engine", "app"}
 STANDARD_HEADER = re.compile(r"^[a-z_0-9]+$")
 INCLUDE = re.compile(r'^\s*#\s*include\s*([<"])([^>"]+)[>"]')
@@ -37,6 +49,8 @@ def place(path):
 def allowed(source, target):
     room, folder = place(source)
     other, other_folder = place(target)
+    if other == room == "app" and folder in PARTS_OF_APP:
+        return other_folder in PARTS_OF_APP[folder] | {folder, "ports"} or target in GIVEN_TO_PARTS
     if other == room and room != "platform":
         # A room's product code does not lean on its tests.
         return other_folder not in ("tests", "testing") or folder in ("tests", "testing") or room in ("tests", "tools")

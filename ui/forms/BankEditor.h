@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/OrganDesk.h"
+#include "app/lights/OrganDesk.h"
 #include "ui/models/BankModel.h"
 #include "ui/strings/BankWords.h"
 #include "ui/widgets/Look.h"

@@ -10,7 +10,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "app/Preferences.h"
+#include "app/settings/Preferences.h"
 #include "ui/forms/FaderBank.h"
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"

@@ -10,8 +10,8 @@
 #include <optional>
 #include <string>
 
-#include "app/DocumentFlow.h"
 #include "app/Workstation.h"
+#include "app/lights/DocumentFlow.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"
 

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "app/LightDesk.h"
+#include "app/lights/LightDesk.h"
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/Look.h"
 

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/OrganDesk.h"
+#include "app/lights/OrganDesk.h"
 #include "ui/models/SentEcho.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/widgets/Look.h"

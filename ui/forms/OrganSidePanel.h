@@ -6,7 +6,7 @@
 #include <array>
 #include <functional>
 
-#include "app/OrganDesk.h"
+#include "app/lights/OrganDesk.h"
 #include "ui/models/SentEcho.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/widgets/Look.h"

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <cstdint>
 
-#include "app/LightDesk.h"
+#include "app/lights/LightDesk.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 

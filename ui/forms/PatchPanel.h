@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "app/EditorDesk.h"
+#include "app/lights/EditorDesk.h"
 #include "dmx/ShowEdit.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"

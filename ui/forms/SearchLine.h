@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <cstdint>
 
-#include "app/TableSearch.h"
+#include "app/lists/TableSearch.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/LightDesk.h"
+#include "app/lights/LightDesk.h"
 #include "ui/widgets/Look.h"
 
 class QFileDialog;

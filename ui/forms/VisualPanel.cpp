@@ -5,7 +5,7 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
-#include "app/BuiltInVisualisation.h"
+#include "app/sound/BuiltInVisualisation.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/VisualSurface.h"

@@ -7,8 +7,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/Settings.h"
-#include "app/SongView.h"
+#include "app/settings/Settings.h"
+#include "app/songs/SongView.h"
 #include "ui/widgets/LyricScene.h"
 
 class QScreen;

@@ -6,8 +6,8 @@
 #include <QString>
 #include <vector>
 
-#include "app/Preferences.h"
-#include "app/StagedShow.h"
+#include "app/lights/StagedShow.h"
+#include "app/settings/Preferences.h"
 #include "ui/strings/Strings.h"
 
 namespace ui {

@@ -8,8 +8,8 @@
 #include <optional>
 #include <string>
 
-#include "app/TableSearch.h"
 #include "app/WorkstationView.h"
+#include "app/lists/TableSearch.h"
 #include "catalogue/track_table.h"
 #include "ui/models/GridShape.h"
 #include "ui/models/TrackRows.h"

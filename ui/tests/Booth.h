@@ -11,8 +11,8 @@
 #include <random>
 #include <string>
 
-#include "app/BuiltInVisualisation.h"
 #include "app/Workstation.h"
+#include "app/sound/BuiltInVisualisation.h"
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"

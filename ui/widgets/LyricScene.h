@@ -10,7 +10,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/SongView.h"
+#include "app/songs/SongView.h"
 #include "karaoke/LyricPainter.h"
 #include "ui/widgets/LyricLine.h"
 

@@ -5,7 +5,7 @@
 #include <QThreadPool>
 #include <QWidget>
 
-#include "app/SongView.h"
+#include "app/songs/SongView.h"
 #include "ui/widgets/LyricScene.h"
 
 namespace ui {

@@ -5,8 +5,8 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
-#include "app/KaraokeSongReader.h"
-#include "app/TreeScan.h"
+#include "app/files/KaraokeSongReader.h"
+#include "app/files/TreeScan.h"
 #include "platform/files/DiskFolders.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Executor.h"

@@ -1,0 +1,76 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/files/FileRemoval.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "catalogue/DeleteFile.h"
+#include "catalogue/RowMoves.h"
+
+namespace app {
+
+struct FileRemoval::Batch {
+  struct File {
+    int row = 0;
+    std::string name;
+    bool gone = false;
+  };
+
+  void Work(const support::Sentences& say) {
+    for (File& file : files) {
+      file.gone = Delete(file.name, say);
+      if (file.gone && companion == Companion::Mp3) Delete(catalogue::Mp3BesideOf(file.name), say);
+    }
+  }
+  bool Delete(const std::string& name, const support::Sentences& say) {
+    if (catalogue::DeleteFile(name)) return true;
+    kept.push_back(say(support::Sentence::FileNotDeleted, {name}));
+    return false;
+  }
+
+  Companion companion;
+  Done done;
+  std::vector<File> files;
+  std::vector<std::string> kept;
+};
+
+FileRemoval::FileRemoval(catalogue::track_table& table, int filename_column, Companion companion,
+                         support::Executor& workers, std::shared_ptr<WorkGate> gate,
+                         std::shared_ptr<Mailbox> box, const support::Sentences& say)
+    : table_(table),
+      filename_column_(filename_column),
+      companion_(companion),
+      workers_(workers),
+      gate_(std::move(gate)),
+      box_(std::move(box)),
+      say_(say) {}
+
+void FileRemoval::Remove(const std::vector<int>& rows, Done done) {
+  // With the job, which may be dropped with its executor.
+  auto batch = std::make_shared<Batch>(Batch{companion_, std::move(done), {}, {}});
+  for (const int row : rows) {
+    if (row < 1 || row > table_.Rows()) continue;
+    batch->files.push_back({row, std::string(table_.Cell(row, filename_column_)), false});
+  }
+  workers_.Post([this, gate = gate_, box = box_, batch] {
+    gate->Pass([&] {
+      batch->Work(say_);
+      box->Post([this, batch] { Finish(*batch); });
+    });
+  });
+}
+
+void FileRemoval::Finish(const Batch& batch) {
+  std::vector<int> rows;
+  for (const Batch::File& file : batch.files) {
+    if (!file.gone) continue;
+    // Rows may have moved meanwhile; the file's name is what they are known by.
+    const bool same = table_.Cell(file.row, filename_column_) == file.name;
+    rows.push_back(same ? file.row : table_.FindRow(filename_column_, file.name));
+  }
+  const int removed = catalogue::RemoveRows(table_, std::move(rows));
+  if (batch.done) batch.done(removed, batch.kept);
+}
+
+}  // namespace app

@@ -1,0 +1,244 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/lights/LightDesk.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace app {
+namespace {
+
+using Player = dmx::ShowPlayer;
+
+constexpr const char* kLastShow = "LastShow";
+
+/// Where there is no interface, nothing is lit.
+class NoInterface final : public dmx::DmxInterface {
+ public:
+  void StartDevice() override {}
+  void SetChannelCount(int /*count*/) override {}
+  void SetData(int /*channel*/, dmx::DmxLevel /*level*/) override {}
+  void StopDevice() override {}
+};
+
+}  // namespace
+
+LightDesk::LightDesk(const DeskContext& context, dmx::DmxInterface* wire)
+    : context_(context),
+      library_(context.folder, context.say),
+      nothing_(wire == nullptr ? std::make_unique<NoInterface>() : nullptr),
+      output_(wire == nullptr ? *nothing_ : *wire),
+      universe_(output_),
+      switch_(output_, context.settings),
+      player_(universe_) {}
+
+LightDesk::~LightDesk() = default;
+
+void LightDesk::StartUp() {
+  Post([this] {
+    switch_.Restore();
+    universe_.Resend();
+  });
+  const std::string last = context_.settings.Get(support::kApplication, "Setup", kLastShow, "");
+  if (!last.empty()) OpenShow(last, nullptr);
+}
+
+void LightDesk::ShutDown() {
+  switch_.MainWindowClosed();
+}
+
+const LightView& LightDesk::View() {
+  const LightView& view = views_.Read();
+  DropUnused();
+  return view;
+}
+
+void LightDesk::Keep(std::shared_ptr<const void> given) {
+  if (given == nullptr || std::find(given_.begin(), given_.end(), given) != given_.end()) return;
+  given_.push_back(std::move(given));
+}
+
+void LightDesk::DropUnused() {
+  std::erase_if(given_, [](const auto& given) { return given.use_count() == 1; });
+}
+
+void LightDesk::TurnOutput(Output output) {
+  Post([this, output] {
+    if (output == Output::Off) return switch_.TurnOff();
+    switch_.TurnOn();
+    universe_.Resend();
+  });
+}
+
+void LightDesk::SetGrandMaster(int master) {
+  Post([this, master] { output_.SetGrandMaster(master); });
+}
+
+void LightDesk::SetBlackout(dmx::OutputStage::Blackout blackout) {
+  Post([this, blackout] { output_.SetBlackout(blackout); });
+}
+
+void LightDesk::SetFlashGuard(dmx::OutputStage::FlashGuard guard) {
+  Post([this, guard] { output_.SetFlashGuard(guard); });
+}
+
+void LightDesk::ShowEditorLoaded() {
+  Post([this] {
+    switch_.ShowEditorLoaded();
+    universe_.Resend();
+  });
+}
+
+void LightDesk::FixtureEditorLoaded() {
+  Post([this] { switch_.FixtureEditorLoaded(); });
+}
+
+void LightDesk::MoveFader(int channel, dmx::DmxLevel level) {
+  Post([this, channel, level] { universe_.MoveFader(channel, level); });
+}
+
+void LightDesk::MoveFaders(std::vector<FaderMove> moves) {
+  Post([this, moves = std::move(moves)] {
+    for (const FaderMove& move : moves) universe_.MoveFader(move.channel, move.level);
+  });
+}
+
+void LightDesk::ListShows(ShowsListed done) {
+  context_.workers.Post(
+      [gate = context_.gate, window = context_.window, folder = ShowFolder(), done = std::move(done)] {
+        gate->Pass([&] { window->Post([done, shows = ShowFilesIn(folder)] { done(shows); }); });
+      });
+}
+
+void LightDesk::OpenShow(const std::filesystem::path& path, ShowOpened done) {
+  const int number = ++newest_opening_;
+  context_.workers.Post(
+      [this, gate = context_.gate, window = context_.window, path, number, done = std::move(done)] {
+        gate->Pass([&] {
+          window->Post([this, number, path, done, opening = OpenStagedShow(path, library_)] {
+            if (opening && number == newest_opening_) {
+              context_.settings.Set(support::kApplication, "Setup", kLastShow, path.string());
+              TakeShow(opening.Value().show);
+            }
+            if (!done) return;
+            if (opening) return done(opening.Value().report);
+            done(support::Error{opening.Failure().code, context_.say(opening.Failure())});
+          });
+        });
+      });
+}
+
+void LightDesk::TakePlan(std::shared_ptr<const dmx::ShowPlan> plan, const dmx::DMXname& fixtures,
+                         std::string name, std::vector<std::string> scenes) {
+  auto show = std::make_shared<StagedShow>();
+  show->name = std::move(name);
+  show->scenes = std::move(scenes);
+  show->patch = StagePatch::Make(fixtures);
+  show->plan = std::move(plan);
+  TakeShow(std::move(show));
+}
+
+void LightDesk::TakeShow(std::shared_ptr<const StagedShow> show) {
+  DropUnused();
+  Keep(show);
+  Keep(show->patch);
+  Keep(show->plan);
+  Post([this, show = std::move(show)] {
+    next_ = show;
+    TakeWhatWaits();
+  });
+}
+
+void LightDesk::TakePatch(const dmx::DMXname& fixtures) {
+  auto patch = StagePatch::Make(fixtures);
+  DropUnused();
+  Keep(patch);
+  Post([this, patch = std::move(patch)] {
+    next_patch_ = patch;
+    TakeWhatWaits();
+  });
+}
+
+void LightDesk::PlayShow() {
+  Post([this] {
+    if (next_ != nullptr) StageShow(std::move(next_));
+    if (show_ == nullptr || show_->plan == nullptr) return;
+    StagePatchNow(show_->patch);
+    player_.Play(show_->plan, repeat_, context_.clock.Now());
+  });
+}
+
+void LightDesk::PauseShow() {
+  Post([this] { player_.Pause(context_.clock.Now()); });
+}
+
+void LightDesk::ResumeShow() {
+  Post([this] { player_.Resume(context_.clock.Now()); });
+}
+
+void LightDesk::StopShow() {
+  Post([this] {
+    player_.Stop();
+    TakeWhatWaits();
+  });
+}
+
+void LightDesk::SeekShow(dmx::ShowTime position) {
+  Post([this, position] { player_.Seek(position, context_.clock.Now()); });
+}
+
+void LightDesk::RepeatShow(Player::Repeat repeat) {
+  Post([this, repeat] {
+    repeat_ = repeat;
+    player_.SetRepeat(repeat);
+  });
+}
+
+void LightDesk::StageShow(std::shared_ptr<const StagedShow> show) {
+  player_.Stop();  // it lets go of the plan before the show is
+  show_ = std::move(show);
+  next_.reset();
+  StagePatchNow(show_->patch);
+}
+
+void LightDesk::StagePatchNow(std::shared_ptr<const StagePatch> patch) {
+  if (patch == nullptr || patch == patch_) return;
+  patch_ = std::move(patch);
+  output_.SetRules(patch_->rules);
+}
+
+void LightDesk::TakeWhatWaits() {
+  if (player_.Now() != Player::State::Stopped) return;
+  if (next_ != nullptr) StageShow(std::move(next_));
+  if (next_patch_ != nullptr) StagePatchNow(std::move(next_patch_));
+}
+
+void LightDesk::FillShow(ShowView& view) const {
+  const support::TimePoint now = context_.clock.Now();
+  view.show = show_;
+  view.next = next_;
+  view.state = player_.Now();
+  view.position = player_.Position(now);
+  view.place = player_.PlaceAt(now);
+  view.repeat = repeat_;
+}
+
+void LightDesk::Tick(const WorkstationView& /*decks*/) {
+  player_.Tick(context_.clock.Now());
+  TakeWhatWaits();
+  LightView& view = views_.Draft();
+  view.levels = universe_.Levels();
+  view.on_the_wire = output_.OnTheWire();
+  view.patch = patch_;
+  view.status = output_.Status();
+  view.trouble = context_.say({support::ErrorCode::Unavailable, view.status.text, view.status.saying});
+  view.has_interface = nothing_ == nullptr;
+  view.output_on = switch_.IsOn();
+  view.grand_master = output_.GrandMaster();
+  view.blackout = output_.IsBlackout() == dmx::OutputStage::Blackout::On;
+  view.flash_guard = output_.Guard() == dmx::OutputStage::FlashGuard::On;
+  FillShow(view.show);
+  views_.Publish();
+}
+
+}  // namespace app

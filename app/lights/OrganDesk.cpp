@@ -1,0 +1,146 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/lights/OrganDesk.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "support/Text.h"
+
+namespace app {
+
+using lightorgan::IoBoardSize;
+using lightorgan::LightOrgan;
+
+/// Where no adapter is: none can be opened.
+class OrganDesk::NoBoards final : public lightorgan::IoBoards {
+ public:
+  void OpenDevice(std::function<void(std::int32_t)> done) override { done(lightorgan::kNoBoard); }
+  void CloseDevices() override {}
+  void SetDigitalChannel(int, int) override {}
+  void ClearDigitalChannel(int, int) override {}
+  void OutputAllDigital(int, std::uint8_t) override {}
+  void OutputAnalogChannel(int, int, std::int32_t) override {}
+  void ClearAllDigital(int) override {}
+  void ClearAllAnalog(int) override {}
+};
+
+OrganDesk::OrganDesk(const DeskContext& context, OrganSound sound, lightorgan::IoBoards* boards)
+    : context_(context),
+      music_(std::move(sound)),
+      files_(context),
+      no_boards_(boards == nullptr ? std::make_unique<NoBoards>() : nullptr),
+      organ_({boards != nullptr ? *boards : *no_boards_, music_, music_, files_, context.settings,
+              context.clock}) {}
+
+OrganDesk::~OrganDesk() = default;
+
+void OrganDesk::StartUp() {
+  Ask([this](LightOrgan& organ) {
+    organ.Start([this] {
+      none_found_ = no_boards_ != nullptr;  // an adapter goes on looking and says so itself
+      context_.prompt(context_.say(support::Sentence::NoIoBoard));
+    });
+    started_ = true;
+  });
+  files_.ReadMemories([this, alive = std::weak_ptr<int>(alive_)](std::vector<OrganMemory> memories) {
+    if (!alive.expired() && memories_.empty()) memories_ = std::move(memories);
+  });
+}
+
+void OrganDesk::Tick(const WorkstationView& decks) {
+  if (started_) {
+    music_.Look(&decks);
+    organ_.Tick();
+    music_.Look(nullptr);
+  }
+  OrganView& view = views_.Draft();
+  view.lamps = organ_.View();
+  view.lamps.trouble = context_.say({support::ErrorCode::Unavailable, view.lamps.trouble, view.lamps.saying});
+  if (none_found_ && view.lamps.boards_in_use && view.lamps.trouble.empty()) {
+    view.lamps.trouble = context_.say(support::Sentence::NoIoBoard);
+  }
+  view.deck = decks.sound.deck;
+  view.bpm = view.deck == 0 ? 0 : decks.decks[static_cast<std::size_t>(view.deck - 1)].playing_bpm;
+  views_.Publish();
+}
+
+void OrganDesk::ShutDown() {
+  organ_.ShutDown();
+  files_.Flush();
+}
+
+void OrganDesk::Ask(Command command) {
+  context_.conductor->Post([this, command = std::move(command)] { command(organ_); });
+}
+
+void OrganDesk::SwitchBoards(bool on) {
+  Ask([this, on](LightOrgan& organ) {
+    none_found_ = false;
+    organ.SwitchBoards(on);
+  });
+}
+
+void OrganDesk::ReadBanks(lightorgan::Side side, IoBoardSize size,
+                          std::function<void(support::Result<OrganFiles::Banks>)> done) {
+  files_.ReadBanks(side, size, std::move(done));
+}
+
+void OrganDesk::SaveBanks(lightorgan::Side side, IoBoardSize size, OrganFiles::Banks banks,
+                          OrganFiles::Done done) {
+  files_.SaveBanks(side, size, std::move(banks),
+                   [this, alive = std::weak_ptr<int>(alive_), done = std::move(done)](auto saved) {
+                     if (alive.expired()) return;
+                     Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
+                     done(saved);
+                   });
+}
+
+std::string OrganDesk::MemoryName(const std::string& name) {
+  std::string kept;
+  std::copy_if(name.begin(), name.end(), std::back_inserter(kept),
+               [](char c) { return c != ']' && c != '[' && c != '\r' && c != '\n' && c != '\0'; });
+  kept = support::Trim(kept);
+  if (kept.starts_with(kMemoryPrefix)) return kept;
+  return std::string(kMemoryPrefix) + (kept.empty() ? "" : " ") + kept;
+}
+
+void OrganDesk::Remember(const std::string& name) {
+  Ask([this, name = MemoryName(name)](LightOrgan& organ) {
+    const std::string text = lightorgan::SnapshotText(organ.Remember(), organ.View().size);
+    context_.window->Post([this, alive = std::weak_ptr<int>(alive_), name, text] {
+      if (!alive.expired()) Keep(name, text);
+    });
+  });
+}
+
+void OrganDesk::Keep(const std::string& name, const std::string& text) {
+  const auto there = std::find_if(memories_.begin(), memories_.end(),
+                                  [&](const OrganMemory& memory) { return memory.name == name; });
+  if (there != memories_.end()) {
+    there->text = text;
+  } else {
+    memories_.push_back({name, text});
+  }
+  files_.SaveMemories(memories_);
+}
+
+void OrganDesk::Recall(std::size_t memory) {
+  if (memory >= memories_.size()) return;
+  files_.PassSnapshot(memories_[memory].text, [this, alive = std::weak_ptr<int>(alive_)](std::string text) {
+    if (alive.expired()) return;
+    // A memory of one board has as many lines as such a snapshot.
+    const auto lines = support::SplitLines(text).size();
+    const bool two = lines > 2 * (2 + static_cast<std::size_t>(lightorgan::kBoardChannels));
+    const auto snapshot = lightorgan::ParseSnapshot(text, two ? IoBoardSize::Two : IoBoardSize::One);
+    if (snapshot) Ask([snapshot](LightOrgan& organ) { organ.Recall(*snapshot); });
+  });
+}
+
+void OrganDesk::Forget(std::size_t memory) {
+  if (memory >= memories_.size()) return;
+  memories_.erase(memories_.begin() + static_cast<std::ptrdiff_t>(memory));
+  files_.SaveMemories(memories_);
+}
+
+}  // namespace app

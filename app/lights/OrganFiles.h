@@ -1,0 +1,73 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "app/DeskContext.h"
+#include "app/work/OrderedWork.h"
+#include "lightorgan/PatternBank.h"
+#include "lightorgan/ports/BankSource.h"
+
+namespace app {
+
+/// A state of the light organ that can be called up again: an entry of the list "Memories".
+struct OrganMemory {
+  std::string name;  ///< begins with kMemoryPrefix
+  std::string text;  ///< of the snapshot file
+  bool operator==(const OrganMemory&) const = default;
+};
+inline constexpr std::string_view kMemoryPrefix = "K80";
+inline constexpr std::string_view kSnapshotFile = "\\K8000.tlv";
+inline constexpr std::string_view kMemoryFile = "\\Memories.tlv";
+
+/// The file of the memories: behind a line "[name]" the lines of its snapshot.
+[[nodiscard]] std::string MemoryText(const std::vector<OrganMemory>& memories);
+/// Names without the prefix, and lines before the first name, are left out.
+[[nodiscard]] std::vector<OrganMemory> ParseMemories(std::string_view text);
+
+/// The light organ's files in the program folder, read and written by workers.
+///
+/// Law: work on the files is done in the order in which it was asked for; of banks to be played the newest
+/// wish of a side wins, and one that is overtaken before it was read is never answered. Threads: Load on the
+/// conductor; the rest on the window's, which gets the answers.
+class OrganFiles final : public lightorgan::BankSource {
+ public:
+  explicit OrganFiles(const DeskContext& context);
+
+  void Load(lightorgan::Side side, lightorgan::IoBoardSize size, int number,
+            std::function<void(lightorgan::StepTable)> done) override;
+
+  using Banks = std::vector<lightorgan::Bank>;
+  /// A file that is not there has no bank.
+  void ReadBanks(lightorgan::Side side, lightorgan::IoBoardSize size,
+                 std::function<void(support::Result<Banks>)> done);
+  using Done = std::function<void(support::Result<void>)>;
+  void SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, Banks banks, Done done);
+
+  void ReadMemories(std::function<void(std::vector<OrganMemory>)> done);
+  void SaveMemories(const std::vector<OrganMemory>& memories);
+  /// Puts the text into the snapshot file and gives what is read back from it. Where it cannot be written
+  /// this is told, and the text itself is given.
+  void PassSnapshot(const std::string& text, std::function<void(std::string)> done);
+
+  /// Brings what waits to the files. Requires: the gate is closed.
+  void Flush() { work_.Flush(); }
+
+ private:
+  /// What jobs need, which may run after this is gone.
+  struct Outside;
+
+  std::shared_ptr<Outside> outside_;
+  OrderedWork work_;
+  std::array<std::shared_ptr<std::atomic<int>>, 2> newest_;  // shared with the jobs
+};
+
+}  // namespace app

@@ -1,0 +1,237 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/lists/ListDesk.h"
+
+#include <algorithm>
+#include <cassert>
+#include <optional>
+#include <system_error>
+#include <utility>
+
+#include "app/Stage.h"
+#include "app/settings/Preferences.h"
+#include "app/settings/Settings.h"
+#include "app/sound/TrackToLoad.h"
+#include "catalogue/IndexFile.h"
+
+namespace app {
+namespace {
+
+constexpr std::string_view kHistoryFolder = "\\History";
+constexpr int kShortestMix = 0, kLongestMix = 60;
+
+bool IsDate(const std::string& name) {
+  constexpr std::string_view kShape = "0000-00-00";
+  return name.size() == kShape.size() &&
+         std::equal(name.begin(), name.end(), kShape.begin(), [](char letter, char shape) {
+           return shape == '0' ? letter >= '0' && letter <= '9' : letter == shape;
+         });
+}
+
+std::vector<std::string> EveningsIn(const std::filesystem::path& folder) {
+  std::vector<std::string> evenings;
+  std::error_code error;
+  for (std::filesystem::directory_iterator file(folder, error), end; !error && file != end;
+       file.increment(error)) {
+    const std::string name = file->path().stem().string();
+    if (file->path().extension() == ".tpl" && IsDate(name)) evenings.push_back(name);
+  }
+  std::sort(evenings.rbegin(), evenings.rend());
+  return evenings;
+}
+
+}  // namespace
+
+/// The decks of the stage, as the automatic mixer moves them.
+class ListDesk::Decks final : public MixingDecks {
+ public:
+  explicit Decks(Stage& stage) : stage_(stage) {}
+  void Load(int deck, const catalogue::track_table& playlist, int row) override {
+    if (auto track = TrackToLoad(playlist, row)) stage_.Deck(deck).Load(std::move(*track));
+  }
+  void Seek(int deck, std::chrono::microseconds place) override { stage_.Deck(deck).Seek(place); }
+  void Play(int deck) override { stage_.Deck(deck).Play(); }
+  void Stop(int deck) override { stage_.Deck(deck).Stop(); }
+  void SetVolume(int deck, int volume) override { stage_.Deck(deck).SetVolume(volume); }
+  void SetMixing(int deck, bool mixing) override { stage_.Deck(deck).SetMixing(mixing); }
+  bool StartWith(int deck, int other, std::chrono::microseconds place) override {
+    return stage_.Deck(deck).StartWith(stage_.Deck(other), place);
+  }
+  bool Started(int deck) override { return stage_.Deck(deck).Started(); }
+  void CancelStart(int deck) override { stage_.Deck(deck).CancelStart(); }
+
+ private:
+  Stage& stage_;
+};
+
+ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stage, Settings& settings,
+                   catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time)
+    : context_(context),
+      tables_(tables),
+      settings_(settings),
+      local_time_(local_time ? std::move(local_time) : LocalTime(&LocalTimeNow)),
+      search_(tables.catalogue, catalogue::kTrackSearch, context.workers, context.window),
+      karaoke_search_(tables.karaoke, catalogue::kKaraokeSearch, context.workers, context.window),
+      intake_(tags, context.workers, context.gate, context.window, context.say, scratch),
+      sent_(4, catalogue::track_table(catalogue::TrackColumns())),
+      decks_(std::make_unique<Decks>(stage)),
+      automix_(*decks_, context.clock,
+               [this](const std::string& name) {
+                 context_.tell(context_.say(support::Sentence::NotPlayedNext, {name}));
+               }),
+      heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
+      log_(context.files, context.folder, context.workers, context.gate,
+           [this](const support::Error& failure) {
+             context_.tell(context_.say(support::Sentence::HistoryNotSaved, {context_.say(failure)}));
+           }) {
+  seen_.catalogue = std::make_shared<const catalogue::track_table>(catalogue::TrackColumns());
+  for (auto& playlist : seen_.playlists) playlist = seen_.catalogue;
+}
+
+ListDesk::~ListDesk() = default;
+
+void ListDesk::StartUp(const Preferences& preferred) {
+  wishes_.on = preferred.automix.on;
+  wishes_.at_mix_points = preferred.automix.at_mix_points;
+  wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
+  SendWishes();
+  ReadTonight();
+}
+
+/// An evening goes on where the program was closed, or worse.
+void ListDesk::ReadTonight() {
+  const std::string evening = EveningOf(local_time_());
+  context_.workers.Post(
+      [this, gate = context_.gate, window = context_.window, conductor = context_.conductor, evening] {
+        gate->Pass([&] {
+          catalogue::track_table history(catalogue::TrackColumns());
+          if (!catalogue::LoadIndex(context_.folder.Native(HistoryFile(evening)), history)) return;
+          Files played;
+          history.VisitColumn(catalogue::track::kFilename, [&played](int, std::string_view file) {
+            played.emplace(file);
+            return true;
+          });
+          window->Post([this, evening, played] {
+            if (evening_.empty()) evening_ = evening;
+            if (evening_ == evening) played_.insert(played.begin(), played.end());
+          });
+          conductor->Post([this, evening, played] {
+            if (heard_evening_.empty()) heard_evening_ = evening;
+            if (heard_evening_ == evening) heard_tonight_.insert(played.begin(), played.end());
+          });
+        });
+      });
+}
+
+void ListDesk::Tick(const WorkstationView& view) {
+  heard_.Tick(view);
+  automix_.Tick(view, seen_, heard_tonight_);
+  ListView& draft = views_.Draft();
+  draft.automix = automix_.Wishes();
+  draft.crossfader = automix_.Crossfader();
+  draft.moves = automix_.Moves();
+  draft.next = automix_.Next();
+  draft.at_the_end = automix_.AtTheEnd();
+  views_.Publish();
+}
+
+void ListDesk::ShutDown() {
+  log_.Flush();
+}
+
+void ListDesk::Heard(const DeckView& track) {
+  const std::string evening = EveningOf(local_time_());
+  if (evening != heard_evening_) heard_tonight_.clear();
+  heard_evening_ = evening;
+  heard_tonight_.insert(track.filename);
+  log_.Add(evening, track, seen_.catalogue);
+  context_.window->Post([this, file = track.filename, evening] { NotePlayed(file, evening); });
+}
+
+void ListDesk::NotePlayed(const std::string& filename, const std::string& evening) {
+  if (evening != evening_) played_.clear();
+  evening_ = evening;
+  played_.insert(filename);
+}
+
+bool ListDesk::WasPlayed(std::string_view filename) const {
+  return !played_.empty() && played_.contains(std::string(filename));
+}
+
+void ListDesk::Follow() {
+  search_.Follow();
+  karaoke_search_.Follow();
+  SendTables();
+}
+
+void ListDesk::SendTables() {
+  for (std::size_t i = 0; i < sent_.size(); ++i) {
+    const catalogue::track_table& table = i == 0 ? tables_.catalogue : tables_.playlists[i - 1];
+    if (table.IsCopyOf(sent_[i])) continue;
+    sent_[i] = table;
+    context_.conductor->Post([this, i, copy = std::make_shared<const catalogue::track_table>(table)] {
+      (i == 0 ? seen_.catalogue : seen_.playlists[i - 1]) = copy;
+    });
+  }
+}
+
+void ListDesk::OpenPlaylist(int number, const std::string& path, Opened done) {
+  assert(number >= 1 && number <= 3 && "there are three playlists");
+  intake_.Open(path, tables_.catalogue, tables_.playlists[static_cast<std::size_t>(number - 1)],
+               std::move(done));
+}
+
+void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved done) {
+  const catalogue::track_table& table = tables_.playlists[static_cast<std::size_t>(number - 1)];
+  context_.workers.Post([&files = context_.files, &say = context_.say, gate = context_.gate,
+                         window = context_.window, table, path, done = std::move(done)] {
+    gate->Pass([&] {
+      const auto saved = catalogue::SaveIndex(files, path, table);
+      window->Post([done, failure = saved
+                                        ? std::string()
+                                        : say(support::Sentence::PlaylistNotSaved, {say(saved.Failure())})] {
+        if (done) done(failure);
+      });
+    });
+  });
+}
+
+void ListDesk::ListHistory(Evenings done) {
+  context_.workers.Post([folder = context_.folder.Native(kHistoryFolder), gate = context_.gate,
+                         window = context_.window, done = std::move(done)] {
+    gate->Pass([&] { window->Post([done, evenings = EveningsIn(folder)] { done(evenings); }); });
+  });
+}
+
+std::string ListDesk::HistoryPath(const std::string& evening) const {
+  return context_.folder.Native(HistoryFile(evening)).string();
+}
+
+void ListDesk::SetAutomix(bool on) {
+  wishes_.on = on;
+  settings_.SetFlag("Settings", "Automix", on);
+  SendWishes();
+}
+
+void ListDesk::SetMixTime(int seconds) {
+  seconds = std::clamp(seconds, kShortestMix, kLongestMix);
+  wishes_.mix_time = std::chrono::seconds(seconds);
+  settings_.SetNumber("Mixer", "MixTime", seconds);
+  SendWishes();
+}
+
+void ListDesk::SetAtMixPoints(bool at_mix_points) {
+  wishes_.at_mix_points = at_mix_points;
+  settings_.SetFlag("Settings", "MixPoints", at_mix_points);
+  SendWishes();
+}
+
+void ListDesk::SendWishes() {
+  context_.conductor->Post([this, wishes = wishes_] { automix_.Choose(wishes); });
+}
+
+void ListDesk::MoveMixer(const MixerHands& hands, MovedByHand moved) {
+  context_.conductor->Post([this, hands, moved] { automix_.Follow(hands, moved); });
+}
+
+}  // namespace app

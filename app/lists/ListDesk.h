@@ -1,0 +1,115 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <filesystem>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "app/DeskContext.h"
+#include "app/WorkstationView.h"
+#include "app/lists/AutoMix.h"
+#include "app/lists/EveningLog.h"
+#include "app/lists/PlaylistIntake.h"
+#include "app/lists/TableSearch.h"
+#include "catalogue/track_table.h"
+#include "support/TripleBuffer.h"
+
+namespace app {
+
+class Settings;
+class Stage;
+struct Preferences;
+
+/// What the window draws of the lists; a snapshot of one tick.
+struct ListView {
+  MixWishes automix;
+  int crossfader = 0;       ///< where the automatic mixer has put it
+  std::uint64_t moves = 0;  ///< grows with each time that it did so
+  int next = 0;             ///< deck that it has made ready or loads; 0 is none
+  bool at_the_end = false;  ///< nothing is left to play next
+};
+
+/// The lists of the evening: searches, playlists, what was played, and the automatic mixer.
+///
+/// Threads: StartUp, View and commands on the window's, who owns the tables; Tick on the conductor, which
+/// gets copies of them; ShutDown once the conductor has stopped.
+class ListDesk {
+ public:
+  struct Tables {
+    catalogue::track_table& catalogue;
+    catalogue::track_table& karaoke;
+    std::array<catalogue::track_table, 3>& playlists;
+  };
+  ListDesk(const DeskContext& context, const Tables& tables, Stage& stage, Settings& settings,
+           catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time);
+  ~ListDesk();
+
+  void StartUp(const Preferences& preferred);
+  /// view: of the same tick.
+  void Tick(const WorkstationView& view);
+  void ShutDown();
+  [[nodiscard]] const ListView& View() { return views_.Read(); }
+
+  /// Once a frame: what the tables have become goes to the conductor and to the searches.
+  void Follow();
+  [[nodiscard]] TableSearch& Search() { return search_; }
+  [[nodiscard]] TableSearch& KaraokeSearch() { return karaoke_search_; }
+
+  using Opened = PlaylistIntake::Done;
+  /// Appends what a chosen file holds to playlist 1 to 3.
+  void OpenPlaylist(int number, const std::string& path, Opened done);
+  /// The whole table; a sentence where it could not be saved, empty where it was.
+  using Saved = std::function<void(std::string failure)>;
+  void SavePlaylist(int number, const std::filesystem::path& path, Saved done);
+  /// Evenings with a history, the newest first; looked for by a worker.
+  using Evenings = std::function<void(std::vector<std::string> evenings)>;
+  void ListHistory(Evenings done);
+  [[nodiscard]] std::string HistoryPath(const std::string& evening) const;
+
+  /// Tonight, up to six in the morning.
+  [[nodiscard]] bool WasPlayed(std::string_view filename) const;
+  /// Grows with each file that WasPlayed knows more.
+  [[nodiscard]] std::size_t PlayedFiles() const { return played_.size(); }
+
+  /// Stored.
+  void SetAutomix(bool on);
+  void SetMixTime(int seconds);
+  void SetAtMixPoints(bool at_mix_points);
+  /// The hands' mixer: gives decks 1 and 2 their volumes.
+  void MoveMixer(const MixerHands& hands, MovedByHand moved);
+
+ private:
+  class Decks;
+  void ReadTonight();
+  void NotePlayed(const std::string& filename, const std::string& evening);
+  void SendTables();
+  void SendWishes();
+  void Heard(const DeckView& track);
+
+  DeskContext context_;
+  Tables tables_;
+  Settings& settings_;
+  LocalTime local_time_;
+  TableSearch search_;
+  TableSearch karaoke_search_;
+  PlaylistIntake intake_;
+  MixWishes wishes_;                          ///< the window's
+  Files played_;                              ///< the window's
+  std::string evening_;                       ///< that they belong to
+  std::vector<catalogue::track_table> sent_;  ///< the tables as the conductor has them
+  // The conductor's.
+  std::unique_ptr<Decks> decks_;
+  AutoMix automix_;
+  HeardTracks heard_;
+  EveningLog log_;
+  ListTables seen_;
+  Files heard_tonight_;
+  std::string heard_evening_;
+  support::TripleBuffer<ListView> views_;
+};
+
+}  // namespace app

@@ -1,0 +1,48 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "app/WorkstationView.h"
+#include "app/settings/Settings.h"
+#include "support/Sentences.h"
+
+namespace app {
+
+inline constexpr int kOutputs = 3;  ///< deck 1, deck 2, pre-listen
+inline constexpr int kPrelistenOutput = 3;
+
+/// An output as start-up and the settings page ask for it.
+struct OutputWish {
+  OutputView place;
+  std::uint32_t flags = 0;  ///< for opening the device
+  std::string name;         ///< of the device, for sentences; empty when it is not known
+};
+
+struct OutputsAtStart {
+  std::array<OutputWish, kOutputs> wishes;
+  std::string notice;  ///< a sentence when a stored device is not there, else empty
+};
+
+/// Otherwise deck 2 plays where deck 1 does.
+[[nodiscard]] bool HasSecondOutput(const Settings& settings);
+
+/// Where the outputs play according to the settings.
+///
+/// A stored device name that is found wins over the number, because numbers may change between two runs. A
+/// device that is gone is replaced by the first one for a deck, and by none for the head-phones.
+[[nodiscard]] OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
+                                         const support::Sentences& say);
+
+/// Stores a choice of output 1 to 3 with the name of its device.
+void StoreOutput(Settings& settings, int output, OutputView place, std::span<const std::string> device_names);
+
+/// A wish for a place; the flags ask for speaker assignment where a pair is chosen.
+[[nodiscard]] OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
+                                 const support::Sentences& say);
+
+}  // namespace app

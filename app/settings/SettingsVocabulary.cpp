@@ -1,0 +1,243 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/settings/SettingsVocabulary.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+#include "support/ports/SettingsStore.h"
+
+namespace app {
+namespace {
+
+using Rows = std::vector<SettingKey>;
+
+struct Words {
+  std::string_view key;
+  std::string_view fallback;
+  std::string_view meaning;
+};
+
+void Add(Rows& rows, std::string_view section, std::span<const Words> keys) {
+  for (const Words& words : keys) {
+    rows.push_back({support::kApplication, section, words.key, words.fallback, words.meaning});
+  }
+}
+
+constexpr std::array<std::string_view, 16> kOutputNumbers{"1", "2",  "3",  "4",  "5",  "6",  "7",  "8",
+                                                          "9", "10", "11", "12", "13", "14", "15", "16"};
+
+void AddOutputs(Rows& rows, std::string_view section, std::string_view fallback, std::string_view meaning) {
+  for (const std::string_view number : kOutputNumbers) {
+    rows.push_back({support::kApplication, section, number, fallback, meaning});
+  }
+}
+
+constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"},
+                               {"AutoBPM", "False", "the automatic mixer matches tempos"},
+                               {"AutoGain", "False", "tracks are levelled to the same loudness"},
+                               {"MixPoints", "True", "the automatic mixer mixes at the mix points"},
+                               {"BPMPercent", "8", "the furthest that tempos are matched, in percent"},
+                               {"GainPercent", "3", "threshold of the mix points, 0 to 100"},
+                               {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
+                               {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
+
+constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"},
+                            {"MixLeftD", "0", "slider of deck 1 that a mix moves down to"},
+                            {"MixRightD", "0", "slider of deck 2 that a mix moves down to"},
+                            {"MixLeftU", "100", "slider of deck 1 that a mix moves up to"},
+                            {"MixRightU", "100", "slider of deck 2 that a mix moves up to"},
+                            {"MixTime", "8", "length of an automatic mix in seconds"},
+                            {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"}};
+
+constexpr Words kPreferences[] = {{"Outputs", "1", "outputs that the decks use: 1 or 2"}};
+
+constexpr Words kDevices[] = {
+    {"Device1", "1", "device number of deck 1"},
+    {"Device2", "1", "device number of deck 2"},
+    {"Device3", "0", "device number of the headphones, 0 for none"},
+    {"DeviceName1", "", "name of deck 1's device; found again, it wins over the number"},
+    {"DeviceName2", "", "name of deck 2's device"},
+    {"DeviceName3", "", "name of the headphones' device"}};
+
+constexpr Words kSpeakers[] = {{"Speaker1", "1", "speaker pair of deck 1, 1 to 4"},
+                               {"Speaker2", "1", "speaker pair of deck 2, 1 to 4"},
+                               {"Speaker3", "1", "speaker pair of the headphones, 1 to 4"}};
+
+constexpr Words kSpeakerChoice[] = {{"Speaker1", "False", "deck 1 plays on its speaker pair alone"},
+                                    {"Speaker2", "False", "deck 2 plays on its speaker pair alone"},
+                                    {"Speaker3", "False", "the headphones are its speaker pair alone"}};
+
+constexpr Words kSetup[] = {{"UseK8000", "False", "the IO boards are opened at the start"},
+                            {"UseK8062", "False", "the USB-DMX interface is opened at the start"},
+                            {"IoBoardSize", "16", "outputs of the IO boards: 16 (one board) or 32 (two)"},
+                            {"ConsoleSize", "32", "channels of the light console: 16 or 32"},
+                            {"LastShow", "", "the show that is opened at the start"}};
+
+constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in file names"},
+                           {"SplitCharacter", "-", "what stands between artist and title in file names"},
+                           {"UseArtist", "True", "file names give the artist where the tag does not"},
+                           {"UseSplit", "True", "file names are split where the tag does not give a title"},
+                           {"Write", "False", "mixing values are written to the files' tags"}};
+
+constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch"}};
+constexpr Words kSkin[] = {{"Name", "0", "number of the skin"}};
+constexpr Words kVisualisation[] = {{"Name", "Spectrum", "visualiser that is shown; None for none"},
+                                    {"Resolution", "25", "frames a second of the visualisation"}};
+
+constexpr Words kChannels[] = {{"Color1", "255", "colour of console channel 1"},
+                               {"Color2", "25855", "colour of console channel 2"},
+                               {"Color3", "51455", "colour of console channel 3"},
+                               {"Color4", "65535", "colour of console channel 4"},
+                               {"Color5", "65480", "colour of console channel 5"},
+                               {"Color6", "65380", "colour of console channel 6"},
+                               {"Color7", "46848", "colour of console channel 7"},
+                               {"Color8", "9895680", "colour of console channel 8"},
+                               {"Color9", "14483200", "colour of console channel 9"},
+                               {"Color10", "16776960", "colour of console channel 10"},
+                               {"Color11", "16762880", "colour of console channel 11"},
+                               {"Color12", "16737280", "colour of console channel 12"},
+                               {"Color13", "16711680", "colour of console channel 13"},
+                               {"Color14", "16711880", "colour of console channel 14"},
+                               {"Color15", "16714495", "colour of console channel 15"},
+                               {"Color16", "10748068", "colour of console channel 16"},
+                               {"Color17", "255", "colour of console channel 17"},
+                               {"Color18", "51455", "colour of console channel 18"},
+                               {"Color19", "65480", "colour of console channel 19"},
+                               {"Color20", "46848", "colour of console channel 20"},
+                               {"Color21", "14483200", "colour of console channel 21"},
+                               {"Color22", "16762880", "colour of console channel 22"},
+                               {"Color23", "16711680", "colour of console channel 23"},
+                               {"Color24", "16714495", "colour of console channel 24"},
+                               {"Color25", "16714495", "colour of console channel 25"},
+                               {"Color26", "16714495", "colour of console channel 26"},
+                               {"Color27", "65380", "colour of console channel 27"},
+                               {"Color28", "65480", "colour of console channel 28"},
+                               {"Color29", "65535", "colour of console channel 29"},
+                               {"Color30", "51455", "colour of console channel 30"},
+                               {"Color31", "25855", "colour of console channel 31"},
+                               {"Color32", "255", "colour of console channel 32"}};
+
+constexpr Words kPlayer[] = {{"Echo", "False", "echo is on"},
+                             {"Flanger", "False", "flanger is on"},
+                             {"Reverb", "False", "reverb is on"},
+                             {"LowPass", "False", "low-pass filter is on"},
+                             {"Echo3", "False", "third echo is on"},
+                             {"Swap", "False", "left and right are exchanged"},
+                             {"Rotate", "False", "the sound turns between left and right"},
+                             {"Gain", "0", "gain in dB"},
+                             {"Equalizer", "True", "equaliser is on"},
+                             {"PitchTempo", "0", "tempo in percent from the original"},
+                             {"PitchSample", "0", "sample rate in percent from the original"},
+                             {"PitchScaling", "0", "pitch in semitones from the original"},
+                             {"KeyLock", "True", "the key stays when the tempo changes"},
+                             {"TempoRange", "8", "how far the tempo slider goes, in percent"},
+                             {"ReverbLevel", "0", "level of the reverb"},
+                             {"ReverbDelay", "0", "delay of the reverb"},
+                             {"LowPassCut", "0", "edge of the low-pass filter"},
+                             {"LowPassResonance", "0", "resonance of the low-pass filter"},
+                             {"Echo3DryMix", "0", "dry share of the third echo"},
+                             {"Echo3WetMix", "0", "wet share of the third echo"},
+                             {"Echo3Delay", "0", "delay of the third echo"},
+                             {"EchoLevel", "0", "level of the echo"},
+                             {"EchoDelay", "0", "delay of the echo"},
+                             {"FlangerSpeed", "0", "speed of the flanger"},
+                             {"FlangerWetdry", "0", "wet share of the flanger"}};
+
+constexpr Words kEqualiser[] = {{"High", "0", "high band in dB"},     {"Mid", "0", "middle band in dB"},
+                                {"Bass", "0", "bass band in dB"},     {"0", "0", "slider 1 of ten, in dB"},
+                                {"1", "0", "slider 2 of ten, in dB"}, {"2", "0", "slider 3 of ten, in dB"},
+                                {"3", "0", "slider 4 of ten, in dB"}, {"4", "0", "slider 5 of ten, in dB"},
+                                {"5", "0", "slider 6 of ten, in dB"}, {"6", "0", "slider 7 of ten, in dB"},
+                                {"7", "0", "slider 8 of ten, in dB"}, {"8", "0", "slider 9 of ten, in dB"},
+                                {"9", "0", "slider 10 of ten, in dB"}};
+
+constexpr Words kKaraoke[] = {{"BackGround", "0", "colour behind the words"},
+                              {"CurrentText", "16711680", "colour of the line that is sung"},
+                              {"CurrentWord", "255", "colour of the word that is sung"},
+                              {"NextText", "65280", "colour of the next line"},
+                              {"Outline", "16777215", "colour of the outline"},
+                              {"FontName", "Verdana", "font of the words"},
+                              {"FontBold", "True", "words are bold"},
+                              {"FontItalic", "False", "words are italic"},
+                              {"Style", "0", "words are sung over: 0 from side to side, 1 word by word"},
+                              {"Picture", "", "picture behind the words; empty for none"},
+                              {"Screen", "", "screen of the singers; empty for none"},
+                              {"Volume", "100", "level of the songs, 0 to 100"},
+                              {"MelodyLevel", "100", "level of the melody in MIDI songs, 0 to 100"},
+                              {"Soundfont", "", "soundfont of MIDI songs; empty for the first installed"}};
+
+constexpr Words kEffects[] = {{"IO", "CONSTANT", "mode of the switched outputs"},
+                              {"DAC", "CONSTANT", "mode of the analogue outputs"}};
+
+constexpr Words kBanks[] = {{"CurrentBank", "1", "number of the pattern bank"},
+                            {"CurrentProgram", "1", "number of the pattern bank, as the selector wrote it"},
+                            {"Timer", "60", "speed while patterns play, 0 to 100"}};
+
+constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode, 0 to 100"}};
+
+void AddProgram(Rows& rows) {
+  using enum SettingKey::Fallback;
+  Add(rows, "Language", kLanguage);
+  rows.push_back({support::kApplication, "Rip", "Directory", "\\my Music", "folder for tracks taken from CDs",
+                  BelowProgramFolder});
+  rows.push_back({support::kApplication, "Settings", "Directory", "\\MyMusic",
+                  "folder of the music collection", BelowProgramFolder});
+  Add(rows, "Settings", kSettings);
+  Add(rows, "Mixer", kMixer);
+  Add(rows, "Preferences", kPreferences);
+  Add(rows, "Devices", kDevices);
+  Add(rows, "Speakers", kSpeakers);
+  Add(rows, "Speakerchoice", kSpeakerChoice);
+  Add(rows, "Setup", kSetup);
+  Add(rows, "Tags", kTags);
+  Add(rows, "Skin", kSkin);
+  Add(rows, "Visualisation", kVisualisation);
+  Add(rows, "Channels", kChannels);
+}
+
+void AddDecks(Rows& rows) {
+  for (const std::string_view section : {"Player1", "Player2"}) Add(rows, section, kPlayer);
+  for (const std::string_view section : {"Eq1", "Eq2"}) Add(rows, section, kEqualiser);
+  rows.push_back(
+      {support::kPresetApplication, "EQ", "Preset1", "", "equaliser preset chosen last for bank 1"});
+  rows.push_back(
+      {support::kPresetApplication, "EQ", "Preset2", "", "equaliser preset chosen last for bank 2"});
+}
+
+void AddKaraokeAndLights(Rows& rows) {
+  Add(rows, "Karaoke", kKaraoke);
+  rows.push_back({support::kApplication, "Karaoke", "BouncingBall", "\\smile.ICO",
+                  "picture of the bouncing ball", SettingKey::Fallback::BelowProgramFolder});
+  Add(rows, "Effects", kEffects);
+  for (const std::string_view section : {"Banks", "BanksDAC"}) Add(rows, section, kBanks);
+  for (const std::string_view section : {"IOLO", "DACLO", "Mono", "Stereo"}) Add(rows, section, kTimer);
+  AddOutputs(rows, "IOLO", "55", "level at which this output lights, 0 to 100");
+  AddOutputs(rows, "DACLO", "255", "full level of this output in light-organ mode, 0 to 255");
+  AddOutputs(rows, "CONSTANTIO", "0", "this output is lit in constant mode");
+  AddOutputs(rows, "CONSTANTDAC", "0", "value of this output in constant mode");
+}
+
+}  // namespace
+
+std::span<const SettingKey> SettingsVocabulary() {
+  static const Rows rows = [] {
+    Rows all;
+    AddProgram(all);
+    AddDecks(all);
+    AddKaraokeAndLights(all);
+    return all;
+  }();
+  return rows;
+}
+
+const SettingKey* FindSetting(std::string_view application, std::string_view section, std::string_view key) {
+  const auto rows = SettingsVocabulary();
+  const auto found = std::find_if(rows.begin(), rows.end(), [&](const SettingKey& row) {
+    return row.application == application && row.section == section && row.key == key;
+  });
+  return found == rows.end() ? nullptr : &*found;
+}
+
+}  // namespace app

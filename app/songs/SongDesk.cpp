@@ -1,0 +1,103 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/songs/SongDesk.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "app/settings/Settings.h"
+
+namespace app {
+namespace {
+
+constexpr std::string_view kSongSection = "Karaoke";
+
+}  // namespace
+
+SongDesk::SongDesk(const DeskContext& context, const SongSources& sources)
+    : context_(context), sources_(sources), player_(context, sources) {}
+
+void SongDesk::StartUp() {
+  context_.conductor->Post([this, volume = StoredLevel("Volume"), melody = StoredLevel("MelodyLevel")] {
+    player_.SetVolume(volume);
+    player_.SetMelody(melody);
+  });
+  if (sources_.synthesisers == nullptr) return;
+  context_.workers.Post([this, gate = context_.gate, window = context_.window] {
+    gate->Pass(
+        [&] { window->Post([this, found = sources_.synthesisers->Soundfonts()] { soundfonts_ = found; }); });
+  });
+}
+
+void SongDesk::Tick(const WorkstationView& decks) {
+  player_.Tick(decks, views_.Draft());
+  views_.Publish();
+}
+
+void SongDesk::ShutDown() {
+  player_.Release();
+}
+
+void SongDesk::Play(SongRow row) {
+  context_.conductor->Post(
+      [this, row = std::move(row), soundfont = Soundfont()] { player_.Play(row, soundfont); });
+}
+
+void SongDesk::Pause() {
+  context_.conductor->Post([this] { player_.Pause(); });
+}
+
+void SongDesk::Resume() {
+  context_.conductor->Post([this] { player_.Resume(); });
+}
+
+void SongDesk::Stop() {
+  context_.conductor->Post([this] { player_.Stop(); });
+}
+
+void SongDesk::Seek(std::chrono::microseconds position) {
+  context_.conductor->Post([this, position] { player_.Seek(position); });
+}
+
+void SongDesk::SetVolume(int volume) {
+  Settings(context_.settings, context_.folder).SetNumber(kSongSection, "Volume", std::clamp(volume, 0, 100));
+  context_.conductor->Post([this, volume] { player_.SetVolume(volume); });
+}
+
+void SongDesk::SetKey(int semitones) {
+  context_.conductor->Post([this, semitones] { player_.SetKey(semitones); });
+}
+
+void SongDesk::SetTempo(double percent) {
+  context_.conductor->Post([this, percent] { player_.SetTempo(percent); });
+}
+
+void SongDesk::SetMelody(int level) {
+  Settings(context_.settings, context_.folder)
+      .SetNumber(kSongSection, "MelodyLevel", std::clamp(level, 0, 100));
+  context_.conductor->Post([this, level] { player_.SetMelody(level); });
+}
+
+void SongDesk::SetSoundfont(const std::string& path) {
+  Settings(context_.settings, context_.folder).SetText(kSongSection, "Soundfont", path);
+}
+
+std::string SongDesk::Soundfont() const {
+  return Settings(context_.settings, context_.folder).Text(kSongSection, "Soundfont");
+}
+
+karaoke::LyricLook SongDesk::Look(karaoke::LookReader reader) const {
+  return karaoke::ReadLook(context_.settings, context_.folder, reader);
+}
+
+std::filesystem::path SongDesk::Native(const std::string& stored) const {
+  const std::string folder = context_.folder.Text() + '\\';
+  if (!stored.starts_with(folder)) return stored;
+  return context_.folder.Native(std::string_view(stored).substr(folder.size() - 1));
+}
+
+int SongDesk::StoredLevel(std::string_view key) const {
+  return std::clamp(Settings(context_.settings, context_.folder).Number(kSongSection, key), 0, 100);
+}
+
+}  // namespace app

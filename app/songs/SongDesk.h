@@ -1,0 +1,72 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "app/DeskContext.h"
+#include "app/WorkstationView.h"
+#include "app/songs/SongPlayer.h"
+#include "app/songs/SongView.h"
+#include "karaoke/LyricPainter.h"
+#include "support/TripleBuffer.h"
+
+namespace app {
+
+/// Karaoke songs in the running program: what sounds and what the singers see.
+/// Threads: StartUp, View and commands on the window's; Tick on the conductor, also before StartUp; ShutDown
+/// once the conductor has stopped.
+class SongDesk {
+ public:
+  SongDesk(const DeskContext& context, const SongSources& sources);
+
+  void StartUp();
+  /// decks: of the same tick.
+  void Tick(const WorkstationView& decks);
+  void ShutDown();
+
+  [[nodiscard]] const SongView& View() { return views_.Read(); }
+
+  // Commands; what came of them stands in a later View().
+  /// Plays the row's file as soon as it is ready.
+  void Play(SongRow row);
+  void Pause();
+  /// After the end: from the start.
+  void Resume();
+  /// Stands at the start then.
+  void Stop();
+  void Seek(std::chrono::microseconds position);
+  /// 0 to 100, stored.
+  void SetVolume(int volume);
+  /// -12 to 12, for this song alone; drums stay.
+  void SetKey(int semitones);
+  /// From the original, -50 to 100, for this song alone.
+  void SetTempo(double percent);
+  /// How loud the channel is that plays what is sung, 0 to 100, stored.
+  void SetMelody(int level);
+
+  /// What MIDI songs may sound with, the best known first. Filled in by PumpWindow soon after StartUp.
+  [[nodiscard]] const std::vector<karaoke::Soundfont>& Soundfonts() const { return soundfonts_; }
+  /// A path, or empty for the first one installed; stored, from the next song on.
+  void SetSoundfont(const std::string& path);
+  [[nodiscard]] std::string Soundfont() const;
+
+  /// How the words are to look, as it is stored now.
+  [[nodiscard]] karaoke::LyricLook Look(karaoke::LookReader reader) const;
+  /// Of a picture's path as it is stored: data files keep the backslash before their name.
+  [[nodiscard]] std::filesystem::path Native(const std::string& stored) const;
+
+ private:
+  [[nodiscard]] int StoredLevel(std::string_view key) const;
+
+  DeskContext context_;
+  SongSources sources_;
+  SongPlayer player_;
+  std::vector<karaoke::Soundfont> soundfonts_;
+  support::TripleBuffer<SongView> views_;
+};
+
+}  // namespace app

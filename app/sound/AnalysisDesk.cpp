@@ -1,0 +1,263 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/sound/AnalysisDesk.h"
+
+#include <algorithm>
+#include <atomic>
+#include <optional>
+#include <utility>
+
+#include "catalogue/AnalysisParts.h"
+
+namespace app {
+namespace {
+
+/// The wave is shown so often while it grows.
+constexpr double kShare = 0.125;
+
+std::size_t PlaceOf(int deck) {
+  return static_cast<std::size_t>(deck - 1);
+}
+
+}  // namespace
+
+/// What all jobs use. They hold it by shared_ptr, because they may outlive the desk; the ports are used
+/// behind the gate only.
+struct AnalysisDesk::Shared {
+  AnalysisPorts ports;
+  support::Executor& workers;
+  const std::shared_ptr<WorkGate> gate;
+  const std::shared_ptr<Mailbox> box;
+  const Complain complain;
+  const std::shared_ptr<Found> found;
+  std::atomic<bool> complained{false};
+};
+
+/// One file's analysis: looked up, else read piece by piece; then its mix points; then kept. Each step is a
+/// job of its own.
+struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_this<Job> {
+  Job(std::shared_ptr<Shared> common, const decks::MixPointRequest& first)
+      : shared(std::move(common)), wanted(first) {}
+
+  // The conductor's.
+  void Begin();
+  void Learn(const music::TrackAnalysis& analysis, bool complete);
+  void LearnMarks(const catalogue::FileMarks& read);
+  void KeepMarks();
+
+  // The worker's.
+  void Post(void (Job::*step)());
+  void LookUp();
+  void Read();
+  void Scan();
+  void Keep(bool whole);
+  [[nodiscard]] bool StillThere();
+  void ReadMarks();
+  void WriteMarks(const std::string& path, const catalogue::FileMarks& newest);
+  void ComplainOnce(const support::Result<void>& written);
+  void Tell(const music::TrackAnalysis& analysis, bool complete);
+  void Busy(double fraction) override { busy = fraction; }
+  bool Cancelled() override { return dropped || shared->gate->Closed(); }
+
+  const std::shared_ptr<Shared> shared;
+  std::atomic<bool> dropped{false};
+  std::atomic<double> busy{0};
+
+  decks::MixPointRequest wanted;  ///< the conductor's, to known
+  bool working = false;
+  std::shared_ptr<const music::TrackAnalysis> known;
+  catalogue::FileMarks marks;
+  bool marks_changed = false;
+  bool marks_at_work = false;  ///< a worker writes them; when they change meanwhile, it does so once more
+  bool marks_wait = false;
+
+  decks::MixPointRequest request;  ///< the worker's, as the rest
+  std::optional<catalogue::FileStamp> stamp;
+  std::optional<decks::AnalysisPass> pass;
+  music::TrackAnalysis result;
+  bool kept = false;
+  double shown = 0;
+};
+
+AnalysisDesk::AnalysisDesk(const AnalysisPorts& ports, support::Executor& workers,
+                           std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, Complain complain)
+    : shared_(new Shared{ports, workers, std::move(gate), std::move(box), std::move(complain), found_}) {}
+
+void AnalysisDesk::Hold(int deck, const decks::MixPointRequest& request) {
+  std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  if (job == nullptr || job->wanted.filename != request.filename) {
+    Drop(deck);
+    const auto same = std::find_if(jobs_.begin(), jobs_.end(), [&](const std::shared_ptr<Job>& other) {
+      return other != nullptr && other->wanted.filename == request.filename;
+    });
+    job = same != jobs_.end() ? *same : std::make_shared<Job>(shared_, request);
+  }
+  job->wanted = request;
+  job->Begin();
+}
+
+void AnalysisDesk::Drop(int deck) {
+  const std::shared_ptr<Job> job = std::exchange(jobs_[PlaceOf(deck)], nullptr);
+  if (job != nullptr && std::find(jobs_.begin(), jobs_.end(), job) == jobs_.end()) job->dropped = true;
+}
+
+std::shared_ptr<const music::TrackAnalysis> AnalysisDesk::Of(int deck) const {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  return job == nullptr ? nullptr : job->known;
+}
+
+catalogue::FileMarks AnalysisDesk::MarksOf(int deck) const {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  return job == nullptr ? catalogue::FileMarks{} : job->marks;
+}
+
+void AnalysisDesk::ChangeMarks(int deck, const std::function<void(catalogue::FileMarks&)>& change) {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  if (job == nullptr) return;
+  change(job->marks);
+  job->marks_changed = true;
+  job->KeepMarks();
+}
+
+double AnalysisDesk::Busy(int deck) const {
+  const std::shared_ptr<Job>& job = jobs_[PlaceOf(deck)];
+  return job == nullptr ? 0 : job->busy.load();
+}
+
+void AnalysisDesk::Job::Begin() {
+  if (working) return;
+  const bool read = known != nullptr;
+  if (read && (!known->mix_points || known->mix_points->gain_percent == wanted.gain_percent)) return;
+  working = true;
+  request = wanted;
+  Post(read ? &Job::Scan : &Job::LookUp);
+}
+
+void AnalysisDesk::Job::Learn(const music::TrackAnalysis& analysis, bool complete) {
+  known = std::make_shared<const music::TrackAnalysis>(analysis);
+  if (!complete) return;
+  working = false;
+  if (*shared->found) (*shared->found)(wanted.filename, *known, marks);
+  Begin();  // the threshold may have been moved meanwhile
+}
+
+void AnalysisDesk::Job::LearnMarks(const catalogue::FileMarks& read) {
+  using catalogue::PointBy;
+  if (marks.start == PointBy::Unknown) marks.start = read.start;
+  if (marks.end == PointBy::Unknown) marks.end = read.end;
+  if (marks.grid == nullptr) marks.grid = read.grid;
+  if (marks_changed) KeepMarks();  // a hand was faster than the disk
+}
+
+void AnalysisDesk::Job::KeepMarks() {
+  if (shared->ports.store == nullptr) return;
+  marks_wait = marks_at_work;
+  if (std::exchange(marks_at_work, true)) return;
+  shared->workers.Post([job = shared_from_this(), newest = marks, path = wanted.filename] {
+    job->shared->gate->Pass([&] {
+      job->WriteMarks(path, newest);
+      job->shared->box->Post([job] {
+        job->marks_at_work = false;
+        if (job->marks_wait) job->KeepMarks();
+      });
+    });
+  });
+}
+
+void AnalysisDesk::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
+  catalogue::SideStore& store = *shared->ports.store;
+  support::MutexLock held(shared->ports.keeping->Of(path));
+  const auto now = store.StampOf(path);
+  if (now) ComplainOnce(store.Write(path, *now, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
+}
+
+void AnalysisDesk::Job::ReadMarks() {
+  const auto bytes =
+      stamp ? shared->ports.store->Read(request.filename, *stamp, catalogue::SidePart::Marks) : std::nullopt;
+  const auto read = bytes ? catalogue::UnpackMarks(*bytes) : std::nullopt;
+  if (read) shared->box->Post([job = shared_from_this(), read = *read] { job->LearnMarks(read); });
+}
+
+void AnalysisDesk::Job::Post(void (Job::*step)()) {
+  shared->workers.Post([job = shared_from_this(), step] {
+    job->shared->gate->Pass([&] {
+      if (!job->dropped) return (*job.*step)();
+      if (job->pass) job->pass->Close();
+    });
+  });
+}
+
+void AnalysisDesk::Job::Tell(const music::TrackAnalysis& analysis, bool complete) {
+  shared->box->Post([job = shared_from_this(), analysis, complete] { job->Learn(analysis, complete); });
+}
+
+void AnalysisDesk::Job::LookUp() {
+  const AnalysisPorts& ports = shared->ports;
+  if (ports.store != nullptr) stamp = ports.store->StampOf(request.filename);
+  ReadMarks();
+  auto found = stamp ? catalogue::ReadAnalysis(*ports.store, request.filename, *stamp) : std::nullopt;
+  if (!found) {
+    pass.emplace(ports.engine, ports.sound, ports.tools, request.filename);
+    return Post(&Job::Read);
+  }
+  result = std::move(*found);
+  kept = true;
+  const bool same = result.mix_points && result.mix_points->gain_percent == request.gain_percent;
+  if (same) return Tell(result, true);
+  result.mix_points.reset();
+  Tell(result, false);
+  Post(&Job::Scan);
+}
+
+void AnalysisDesk::Job::Read() {
+  if (pass->Step()) {
+    busy = pass->Progress();
+    if (pass->Progress() >= shown + kShare) {
+      shown = pass->Progress();
+      music::TrackAnalysis growing;
+      growing.wave = std::make_shared<const music::Wave>(pass->WaveSoFar());
+      Tell(growing, false);
+    }
+    return Post(&Job::Read);
+  }
+  result = pass->Finish();
+  pass.reset();
+  Tell(result, false);
+  Post(&Job::Scan);
+}
+
+void AnalysisDesk::Job::Scan() {
+  const auto points = decks::MixPointScan(shared->ports.engine, shared->ports.sound).Run(request, *this);
+  busy = 0;
+  if (Cancelled()) return;
+  result.mix_points.reset();
+  if (points) result.mix_points = {*points, request.gain_percent};
+  if (points && stamp) Keep(!kept);
+  Tell(result, true);
+}
+
+/// The file is what it was when its analysis began, or only its tag was written since.
+bool AnalysisDesk::Job::StillThere() {
+  catalogue::SideStore& store = *shared->ports.store;
+  const auto now = store.StampOf(request.filename);
+  if (now == stamp) return true;
+  if (!now || !store.Read(request.filename, *now, catalogue::SidePart::Facts)) return false;
+  stamp = now;
+  return true;
+}
+
+void AnalysisDesk::Job::Keep(bool whole) {
+  catalogue::SideStore& store = *shared->ports.store;
+  support::MutexLock held(shared->ports.keeping->Of(request.filename));
+  if (!StillThere()) return;
+  const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
+                             : catalogue::WriteFacts(store, request.filename, *stamp, result);
+  kept = kept || written.Ok();
+  ComplainOnce(written);
+}
+
+void AnalysisDesk::Job::ComplainOnce(const support::Result<void>& written) {
+  if (!written && !shared->complained.exchange(true)) shared->complain(written.Failure());
+}
+
+}  // namespace app

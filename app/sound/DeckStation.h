@@ -1,0 +1,135 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <chrono>
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "app/WorkstationView.h"
+#include "app/sound/AnalysisDesk.h"
+#include "app/sound/DeckTempo.h"
+#include "app/work/Mailbox.h"
+#include "decks/Equaliser.h"
+#include "decks/clsBassPlayer.h"
+#include "decks/ports/SoundControl.h"
+#include "support/Result.h"
+#include "support/Sentences.h"
+
+namespace app {
+
+/// What a deck is asked to load.
+struct Track {
+  std::string filename;
+  std::string artist;
+  std::string title;
+  double bpm = 0;
+  MixPointPair<std::optional<std::chrono::microseconds>> marks;  ///< set by hand or remembered
+};
+
+/// What all decks share.
+struct DeckTools {
+  AnalysisDesk& analyses;
+  decks::Equaliser& equaliser;
+  const support::Sentences& say;
+};
+
+/// One deck with what its player does not know: files that are being prepared, the end of a track, moves
+/// from one output to another, and what the window shows.
+///
+/// Law: a file is opened only after a worker prepared it, so nothing here waits for a disk. What plays goes
+/// on until the new file is ready; a file that cannot be played never stops one that plays. The newest wish
+/// wins. Threads: the conductor.
+class DeckStation {
+ public:
+  /// Answers of workers come through the box, which the conductor empties.
+  DeckStation(int number, decks::AudioEngine& engine, decks::SoundControl& sound,
+              const decks::MasterControls& controls, const DeckTools& tools, std::shared_ptr<Mailbox> box);
+
+  void Load(Track track);
+  /// While a file is being prepared: as soon as it is ready. After the end: from the start.
+  void Play();
+  void Pause();
+  void Resume();
+  /// Begins to sound, to the sample, when another deck is heard at this place; then Play makes it complete.
+  /// False when it does not stand ready, or it cannot be said when that will be.
+  [[nodiscard]] bool StartWith(const DeckStation& other, std::chrono::microseconds place);
+  /// It was told to start with another deck, and sounds.
+  [[nodiscard]] bool Started() const { return starting_ && heard_.playing; }
+  void CancelStart();
+  /// It is the one that fades out in an automatic mix.
+  void SetMixing(bool mixing) { player_.IsMixing(mixing); }
+  /// Ends the sound and stands at the start of the same file.
+  void Stop();
+  void Seek(std::chrono::microseconds position);
+  void SetVolume(int volume);
+  void SetPreVolume(int volume);
+  /// A mark set by hand goes before what is found; without one the found point holds again.
+  void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
+  /// A slider was moved while the deck was asked to follow.
+  void FollowEqualiser(int slider, int decibels);
+  [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
+  /// The beats are again those that were found.
+  void ForgetGrid();
+  /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
+  void Analyse();
+  [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }
+
+  /// Where the deck plays from now on; what sounds moves at its heard position.
+  void RouteMain(OutputView output);
+  void RoutePrelisten(OutputView output);
+
+  /// Frees both streams; the deck is empty.
+  void Release();
+
+  /// Notices the end of the track and fills in what is heard now.
+  void Tick(DeckView& view);
+
+ private:
+  /// Why a file is being prepared. A newer wish of the same kind overtakes an older one.
+  enum Wish { kLoad, kReopen, kMoveMain, kMovePrelisten, kWishes };
+
+  void Prepare(Wish wish, const std::string& filename);
+  void Prepared(Wish wish, const support::Result<void>& result);
+  void Forget(Wish wish) { ++newest_[wish]; }
+  void OpenTrack(Track track, const support::Result<void>& result);
+  void MoveMain();
+  void MovePrelisten();
+  void ApplySliders();
+  void ShowAnalysis(DeckView& view);
+  void ShowFound(const music::MixPoints& points, DeckView& view);
+  void ShowMixPoint(MixPoint which, DeckView& view);
+  /// Who put the point where it is, kept with the file.
+  void Say(MixPoint which, catalogue::PointBy by);
+  void KeepCorrections();
+  void Reject(const Track& track, const std::string& sentence);
+  void Clear();
+  /// Opens the same file again, because its stream is gone or at its end: what is heard of an ended stream
+  /// lags behind a seek, so a new stream is the clean start.
+  void Reopen(support::BytePosition at);
+  void ShowHeard(DeckView& view);
+  void NoticeTheEnd();
+
+  decks::AudioEngine& engine_;
+  decks::SoundControl& sound_;
+  DeckTools tools_;
+  std::shared_ptr<Mailbox> box_;
+  decks::clsBassPlayer player_;
+  DeckTempo tempo_;
+  DeckView::State state_ = DeckView::State::Empty;
+  Track track_;                  ///< on the deck
+  std::optional<Track> coming_;  ///< being prepared
+  std::string message_;
+  decks::HeardStream heard_;  ///< at the last tick
+  std::array<std::uint64_t, kWishes> newest_{};
+  std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
+  bool play_when_ready_ = false;
+  bool starting_ = false;            ///< its start was scheduled
+  bool cancelled_ = false;           ///< it was, and may have come before it was taken back
+  decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
+};
+
+}  // namespace app
