@@ -56,7 +56,7 @@ constexpr Strings::Row kOrganRows[] = {
     {OrganWord::BeatGrid, "Follows the beats of deck %1: %2 BPM.", "Volgt de tellen van deck %1: %2 BPM."},
     {OrganWord::BeatSound, "Follows the sound of deck %1; its beats are not known.",
      "Volgt het geluid van deck %1; de tellen zijn niet bekend."},
-    {OrganWord::BeatNothing, "Waits for a deck that is heard.", "Wacht op een deck dat te horen is."},
+    {OrganWord::BeatNothing, "Waits for music that is heard.", "Wacht op muziek die te horen is."},
     {OrganWord::Boards, "Boards", "Kaarten"},
     {OrganWord::BoardsTip, "Switches the K8061 boards on or off. The lamps here work without them.",
      "Schakelt de K8061-kaarten aan of uit. De lampen hier werken ook zonder."},
@@ -87,6 +87,10 @@ constexpr Strings::Row kOrganRows[] = {
     {OrganWord::Recall, "Recall", "Haal op"},
     {OrganWord::RecallTip, "Brings back the chosen memory", "Haalt het gekozen geheugen terug"},
     {OrganWord::EditBanks, "Edit banks", "Banken bewerken"},
+    {OrganWord::SongGrid, "Follows the beats of the karaoke song: %1 BPM.",
+     "Volgt de tellen van het karaokenummer: %1 BPM."},
+    {OrganWord::SongSound, "Follows the sound of the karaoke song; its beats are not known.",
+     "Volgt het geluid van het karaokenummer; de tellen zijn niet bekend."},
 };
 
 }  // namespace

@@ -74,6 +74,8 @@ enum class OrganWord : int {
   Recall,
   RecallTip,
   EditBanks,
+  SongGrid,
+  SongSound,
 };
 
 [[nodiscard]] std::span<const Strings::Row> OrganWords();
