@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <iterator>
 #include <span>
 
 namespace app {
@@ -68,7 +69,9 @@ std::optional<lightorgan::HeardBeat> HeardMusic::LastBeat(std::chrono::microseco
   const Followed heard = FollowedIn(*decks_);
   if (heard.grid == nullptr || heard.grid->Empty()) return std::nullopt;
   const music::Seconds place = music::Seconds(heard.position) + music::Seconds(ahead) * heard.speed;
-  const auto number = static_cast<std::int64_t>(std::floor(heard.grid->BeatAt(place)));
+  auto number = static_cast<std::int64_t>(std::floor(heard.grid->BeatAt(place)));
+  // A song's last notes ring on behind its beats.
+  if (From() == HeardFrom::Song) number = std::min(number, std::ssize(heard.grid->Beats()) - 1);
   return lightorgan::HeardBeat{static_cast<int>(From()), number};
 }
 

@@ -139,7 +139,7 @@ void SongPlayer::LookAtCompanion(const DeckView& deck) {
   ApplyCompanionTempo();
   kind_ = Kind::Companion;
   row_ = row;
-  words_ = std::make_shared<const SongWords>(SongWords{row.title, row.artist, {}, {}});
+  words_ = std::make_shared<const SongWords>(SongWords{row.title, row.artist, {}});
 }
 
 /// A song follows deck 1 to another output.

@@ -20,7 +20,7 @@ struct SongWords {
   std::string artist;
   karaoke::LyricShow show;  ///< without lines where the file has no words
   /// What the user is to be told about the file.
-  std::optional<support::Sentence> note;
+  std::optional<support::Sentence> note{};
 };
 
 /// What the window draws of karaoke; a snapshot of one tick.
