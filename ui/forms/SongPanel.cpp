@@ -132,7 +132,6 @@ QWidget* SongPanel::MakeSong() {
   note_ = new ElidedLabel;
   Name(*note_, QStringLiteral("SongNote"), {});
   SetTextColour(*note_, look_.skin.warning);
-  note_->hide();
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.35);
   volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);
@@ -272,7 +271,6 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
                : loaded          ? SongTitle(view)
                                  : look_.say(SongWord::NoSong));
   note_->Show(Decode(view.note));
-  note_->setVisible(!view.note.empty());
   ShowLevels(view, now);
   if (shown_soundfonts_ != workstation_.Songs().Soundfonts().size()) FillSoundfonts();
   if (shown_failures_ == view.failures) return;

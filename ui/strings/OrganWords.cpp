@@ -6,6 +6,10 @@ namespace ui {
 namespace {
 
 constexpr Strings::Row kOrganRows[] = {
+    {OrganWord::SongGrid, "Follows the beats of the karaoke song: %1 BPM.",
+     "Volgt de tellen van het karaokenummer: %1 BPM."},
+    {OrganWord::SongSound, "Follows the sound of the karaoke song; its beats are not known.",
+     "Volgt het geluid van het karaokenummer; de tellen zijn niet bekend."},
     {OrganWord::Mono, "Mono", "Mono"},
     {OrganWord::Stereo, "Stereo", "Stereo"},
     {OrganWord::Lo, "Organ", "Orgel"},
@@ -87,10 +91,6 @@ constexpr Strings::Row kOrganRows[] = {
     {OrganWord::Recall, "Recall", "Haal op"},
     {OrganWord::RecallTip, "Brings back the chosen memory", "Haalt het gekozen geheugen terug"},
     {OrganWord::EditBanks, "Edit banks", "Banken bewerken"},
-    {OrganWord::SongGrid, "Follows the beats of the karaoke song: %1 BPM.",
-     "Volgt de tellen van het karaokenummer: %1 BPM."},
-    {OrganWord::SongSound, "Follows the sound of the karaoke song; its beats are not known.",
-     "Volgt het geluid van het karaokenummer; de tellen zijn niet bekend."},
 };
 
 }  // namespace
