@@ -67,6 +67,8 @@ constexpr Row kRows[] = {
     {Sentence::PlaylistNotSaved, "The playlist was not saved: %1", "De afspeellijst is niet bewaard: %1"},
     {Sentence::NotPlayedNext, "\"%1\" cannot be played; the next track takes its turn.",
      "\"%1\" kan niet worden afgespeeld; het volgende nummer is aan de beurt."},
+    {Sentence::PlaylistDamaged, "%1 damaged rows of playlist %2 were left out.",
+     "%1 beschadigde rijen van afspeellijst %2 zijn weggelaten."},
     {Sentence::HistoryNotSaved, "The history of this evening cannot be saved: %1",
      "De geschiedenis van deze avond kan niet worden bewaard: %1"},
     {Sentence::SongNotPlayed, "\"%1\" cannot be played: %2", "\"%1\" kan niet worden gespeeld: %2"},

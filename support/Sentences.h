@@ -40,6 +40,7 @@ enum class Sentence : int {
   PlaylistNotSaved,
   NotPlayedNext,
   HistoryNotSaved,
+  PlaylistDamaged,
   SongNotPlayed = 160,
 
   KaraokeSongInMusic = 201,

@@ -73,6 +73,7 @@ ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stag
       search_(tables.catalogue, catalogue::kTrackSearch, context.workers, context.window),
       karaoke_search_(tables.karaoke, catalogue::kKaraokeSearch, context.workers, context.window),
       intake_(tags, context.workers, context.gate, context.window, context.say, scratch),
+      kept_(context, tables.playlists),
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
       decks_(std::make_unique<Decks>(stage)),
       automix_(*decks_, context.clock,
@@ -95,6 +96,7 @@ void ListDesk::StartUp(const Preferences& preferred) {
   wishes_.at_mix_points = preferred.automix.at_mix_points;
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
   SendWishes();
+  kept_.Read();
   ReadTonight();
 }
 
@@ -136,6 +138,7 @@ void ListDesk::Tick(const WorkstationView& view) {
 }
 
 void ListDesk::ShutDown() {
+  kept_.Flush();
   log_.Flush();
 }
 
@@ -161,6 +164,7 @@ bool ListDesk::WasPlayed(std::string_view filename) const {
 void ListDesk::Follow() {
   search_.Follow();
   karaoke_search_.Follow();
+  kept_.Follow();
   SendTables();
 }
 

@@ -13,6 +13,7 @@
 #include "app/WorkstationView.h"
 #include "app/lists/AutoMix.h"
 #include "app/lists/EveningLog.h"
+#include "app/lists/KeptPlaylists.h"
 #include "app/lists/PlaylistIntake.h"
 #include "app/lists/TableSearch.h"
 #include "catalogue/track_table.h"
@@ -33,7 +34,8 @@ struct ListView {
   bool at_the_end = false;  ///< nothing is left to play next
 };
 
-/// The lists of the evening: searches, playlists, what was played, and the automatic mixer.
+/// The lists of the evening: searches, playlists, what was played, and the automatic mixer. The playlists are
+/// kept from one run to the next.
 ///
 /// Threads: StartUp, View and commands on the window's, who owns the tables; Tick on the conductor, which
 /// gets copies of them; ShutDown once the conductor has stopped.
@@ -97,6 +99,7 @@ class ListDesk {
   TableSearch search_;
   TableSearch karaoke_search_;
   PlaylistIntake intake_;
+  KeptPlaylists kept_;
   MixWishes wishes_;                          ///< the window's
   Files played_;                              ///< the window's
   std::string evening_;                       ///< that they belong to

@@ -30,7 +30,7 @@ PARTS_OF_APP = {
     "settings": set(),
     "sound": {"work"},
     "files": {"sound", "work"},
-    "lists": {"settings", "sound", "work"},
+    "lists": {"files", "settings", "sound", "work"},
     "lights": {"work"},
     "songs": {"settings", "sound", "work"},
 }
