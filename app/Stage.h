@@ -14,7 +14,7 @@
 #include "app/sound/AnalysisDesk.h"
 #include "app/sound/BeatMatch.h"
 #include "app/sound/DeckStation.h"
-#include "app/sound/LoudestDeck.h"
+#include "app/sound/LoudestSource.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
 #include "decks/ports/AudioEngine.h"
@@ -69,6 +69,14 @@ class Stage {
   /// Called in each tick once the decks have been looked at.
   void OnTick(std::function<void(const WorkstationView&)> tick) { ticked_ = std::move(tick); }
   void Tick();
+  /// The song that plays beside the decks is asked for in each tick.
+  struct SongPlaying {
+    HeardSong heard;
+    decks::StreamHandle stream = 0;
+  };
+  void FollowSong(std::function<SongPlaying()> song) { song_playing_ = std::move(song); }
+  /// Of what is heard in this tick; 0 for nothing.
+  [[nodiscard]] decks::StreamHandle StreamOf(HeardFrom from);
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
@@ -79,6 +87,7 @@ class Stage {
   void Route(int output, OutputView place);
   void TellRoles();
   void TellOfDevice(std::string sentence);
+  void Listen(WorkstationView& view);
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
@@ -91,7 +100,9 @@ class Stage {
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   BeatMatch beats_;
-  LoudestDeck loudest_;
+  std::function<SongPlaying()> song_playing_;
+  LoudestSource loudest_;
+  decks::StreamHandle song_ = 0;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

@@ -99,7 +99,8 @@ struct WorkstationView {
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
-  HeardSound sound;    ///< for the visualisers
+  HeardSong song;
+  HeardSound sound;    ///< for light organ and visualisers
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
 

@@ -155,6 +155,10 @@ constexpr Row kRows[] = {
     {Sentence::SongUnreadable, "\"%1\" cannot be read.", "\"%1\" kan niet worden gelezen."},
     {Sentence::SongEmpty, "\"%1\" is empty.", "\"%1\" is leeg."},
     {Sentence::SongTooLong, "\"%1\" is too long for a song.", "\"%1\" is te lang voor een nummer."},
+    {Sentence::WordsInNoTrack, "The MIDI file has words that belong to no track.",
+     "Het MIDI-bestand heeft woorden die bij geen spoor horen."},
+    {Sentence::NoWords, "This song brings no words for the singers.",
+     "Dit nummer heeft geen woorden voor de zangers."},
 
     {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
      "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},

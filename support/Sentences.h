@@ -65,6 +65,8 @@ enum class Sentence : int {
   SongUnreadable,
   SongEmpty,
   SongTooLong,
+  WordsInNoTrack = 520,
+  NoWords,
 
   FixtureFileEmpty = 301,
   ShowFileEmpty,

@@ -60,8 +60,8 @@ void OrganDesk::Tick(const WorkstationView& decks) {
   if (none_found_ && view.lamps.boards_in_use && view.lamps.trouble.empty()) {
     view.lamps.trouble = context_.say(support::Sentence::NoIoBoard);
   }
-  view.deck = decks.sound.deck;
-  view.bpm = view.deck == 0 ? 0 : decks.decks[static_cast<std::size_t>(view.deck - 1)].playing_bpm;
+  view.from = decks.sound.from;
+  view.bpm = HeardTempo(decks);
   views_.Publish();
 }
 

@@ -20,8 +20,8 @@ namespace app {
 /// What the window draws of it; a snapshot of one tick.
 struct OrganView {
   lightorgan::LightOrganView lamps;
-  int deck = 0;    ///< that is followed; 0 while none is heard
-  double bpm = 0;  ///< as it is heard, 0 when unknown
+  HeardFrom from = HeardFrom::Nothing;  ///< that is followed
+  double bpm = 0;                       ///< as it is heard, 0 when unknown
 };
 
 /// The light organ in the running program.

@@ -5,10 +5,12 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "karaoke/LyricShow.h"
 #include "support/Clock.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -17,6 +19,8 @@ struct SongWords {
   std::string title;
   std::string artist;
   karaoke::LyricShow show;  ///< without lines where the file has no words
+  /// What the user is to be told about the file.
+  std::optional<support::Sentence> note{};
 };
 
 /// What the window draws of karaoke; a snapshot of one tick.
@@ -35,6 +39,7 @@ struct SongView {
   double percent = 0;  ///< tempo from the original
   int melody = 100;    ///< level of the channel that plays what is sung, 0 to 100
   bool has_melody = false;
+  std::string note;            ///< a sentence about the song that is there, else empty
   std::string failure;         ///< a sentence about the newest song that could not be played
   std::uint64_t failures = 0;  ///< counts them
 

@@ -257,16 +257,16 @@ TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   decks::testing::RecordingEngine engine(clock);
   for (const auto& beat : kCases) {
     WorkstationView view;
-    view.sound.deck = 2;
+    view.sound.from = HeardFrom::Deck2;
     view.decks[1].grid = std::make_shared<const music::BeatGrid>(grid);
     view.decks[1].bpm = 120;
     view.decks[1].playing_bpm = beat.playing_bpm;
     view.decks[1].position = beat.position;
-    HeardMusic music({engine, [](int) { return decks::StreamHandle{0}; }});
+    HeardMusic music({engine, [](HeardFrom) { return decks::StreamHandle{0}; }});
     EXPECT_FALSE(music.LastBeat(0us).has_value()) << "nothing was looked at";
     music.Look(&view);
     EXPECT_EQ(music.LastBeat(beat.ahead), (lightorgan::HeardBeat{2, beat.beat})) << beat.what;
-    view.sound.deck = 1;
+    view.sound.from = HeardFrom::Deck1;
     EXPECT_FALSE(music.LastBeat(beat.ahead).has_value()) << "that deck has no grid";
   }
 }
