@@ -68,6 +68,12 @@ void MakeGainSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
 }
 
+void MakeMemorySeeds(const std::filesystem::path& folder) {
+  const std::string numbers = "50\r\n55\r\n255\r\n1\r\n0\r\n";
+  WriteSeed(folder / "two", "[K80 slow]\r\nBEAT\r\n" + numbers + "[K80]\r\nCONSTANT\r\n" + numbers);
+  WriteSeed(folder / "loose", "x\r[K80]\r\r[K8]\ry\n[K80 b]]\n-1\n999");
+}
+
 void MakePresetSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
   WriteSeed(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
@@ -169,10 +175,10 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds}, {"index", &MakeIndexSeeds},
-      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},   {"presets", &MakePresetSeeds},
-      {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds},
-      {"playlists", &MakePlaylistSeeds}};
+      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds},    {"index", &MakeIndexSeeds},
+      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},      {"memories", &MakeMemorySeeds},
+      {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},
+      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

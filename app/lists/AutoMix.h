@@ -43,6 +43,12 @@ class MixingDecks {
   /// It sounds since then.
   virtual bool Started(int deck) = 0;
   virtual void CancelStart(int deck) = 0;
+  /// Takes the other one's tempo for as long as both sound; until CancelStart, where it does not begin. The
+  /// place of the other one at which it is to begin, so that beats meet that are known: the one given, or
+  /// close to it.
+  virtual std::chrono::microseconds MatchTempo(int deck, std::chrono::microseconds place,
+                                               int most_percent) = 0;
+  virtual void SetGain(int deck, support::Decibels gain) = 0;
 };
 
 /// The tables as the window last had them; they never change.
@@ -93,6 +99,7 @@ class AutoMix {
   void PassOver(const DeckView& view);
   void Place(int deck, const DeckView& view);
   void Arm(const DeckView& leader);
+  void MeetBeats(const DeckView& leader);
   void BeginMixing();
   void EndMixing(const WorkstationView& view);
   void MoveCrossfader(int place);

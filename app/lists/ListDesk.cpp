@@ -20,6 +20,11 @@ namespace {
 constexpr std::string_view kHistoryFolder = "\\History";
 constexpr int kShortestMix = 0, kLongestMix = 60;
 
+support::Decibels GainRange(const Settings& settings) {
+  constexpr int kFurthest = 24;
+  return {static_cast<float>(std::clamp(settings.Number("Settings", "GainRange"), 0, kFurthest))};
+}
+
 bool IsDate(const std::string& name) {
   constexpr std::string_view kShape = "0000-00-00";
   return name.size() == kShape.size() &&
@@ -58,7 +63,14 @@ class ListDesk::Decks final : public MixingDecks {
     return stage_.Deck(deck).StartWith(stage_.Deck(other), place);
   }
   bool Started(int deck) override { return stage_.Deck(deck).Started(); }
-  void CancelStart(int deck) override { stage_.Deck(deck).CancelStart(); }
+  void CancelStart(int deck) override {
+    stage_.Deck(deck).CancelStart();
+    stage_.CancelMix(deck);
+  }
+  std::chrono::microseconds MatchTempo(int deck, std::chrono::microseconds place, int most_percent) override {
+    return stage_.MatchForMix(deck, place, most_percent);
+  }
+  void SetGain(int deck, support::Decibels gain) override { stage_.Deck(deck).SetGain(gain); }
 
  private:
   Stage& stage_;
@@ -80,6 +92,7 @@ ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stag
                [this](const std::string& name) {
                  context_.tell(context_.say(support::Sentence::NotPlayedNext, {name}));
                }),
+      levels_(*decks_, context.clock),
       heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
       log_(context.files, context.folder, context.workers, context.gate,
            [this](const support::Error& failure) {
@@ -94,6 +107,10 @@ ListDesk::~ListDesk() = default;
 void ListDesk::StartUp(const Preferences& preferred) {
   wishes_.on = preferred.automix.on;
   wishes_.at_mix_points = preferred.automix.at_mix_points;
+  wishes_.match_tempo = preferred.automix.match_tempo;
+  wishes_.most_percent = std::clamp(preferred.bpm_percent, 0, 50);
+  wishes_.match_gain = preferred.automix.match_gain;
+  wishes_.gain_range = GainRange(settings_);
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
   SendWishes();
   kept_.Read();
@@ -127,6 +144,7 @@ void ListDesk::ReadTonight() {
 
 void ListDesk::Tick(const WorkstationView& view) {
   heard_.Tick(view);
+  levels_.Tick(view);
   automix_.Tick(view, seen_, heard_tonight_);
   ListView& draft = views_.Draft();
   draft.automix = automix_.Wishes();
@@ -230,8 +248,23 @@ void ListDesk::SetAtMixPoints(bool at_mix_points) {
   SendWishes();
 }
 
+void ListDesk::SetMatchTempo(bool match) {
+  wishes_.match_tempo = match;
+  settings_.SetFlag("Settings", "AutoBPM", match);
+  SendWishes();
+}
+
+void ListDesk::SetMatchGain(bool match) {
+  wishes_.match_gain = match;
+  settings_.SetFlag("Settings", "AutoGain", match);
+  SendWishes();
+}
+
 void ListDesk::SendWishes() {
-  context_.conductor->Post([this, wishes = wishes_] { automix_.Choose(wishes); });
+  context_.conductor->Post([this, wishes = wishes_] {
+    automix_.Choose(wishes);
+    levels_.Choose(wishes);
+  });
 }
 
 void ListDesk::MoveMixer(const MixerHands& hands, MovedByHand moved) {

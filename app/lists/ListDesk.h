@@ -11,6 +11,7 @@
 
 #include "app/DeskContext.h"
 #include "app/WorkstationView.h"
+#include "app/lists/AutoLevel.h"
 #include "app/lists/AutoMix.h"
 #include "app/lists/EveningLog.h"
 #include "app/lists/KeptPlaylists.h"
@@ -81,6 +82,8 @@ class ListDesk {
   void SetAutomix(bool on);
   void SetMixTime(int seconds);
   void SetAtMixPoints(bool at_mix_points);
+  void SetMatchTempo(bool match);
+  void SetMatchGain(bool match);
   /// The hands' mixer: gives decks 1 and 2 their volumes.
   void MoveMixer(const MixerHands& hands, MovedByHand moved);
 
@@ -107,6 +110,7 @@ class ListDesk {
   // The conductor's.
   std::unique_ptr<Decks> decks_;
   AutoMix automix_;
+  AutoLevel levels_;
   HeardTracks heard_;
   EveningLog log_;
   ListTables seen_;

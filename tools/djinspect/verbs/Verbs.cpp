@@ -16,6 +16,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"karaoke", "FILE", &InspectKaraoke},
+    {"memories", "FILE --outputs 8|16", &InspectMemories},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mixtags", "FILE", &InspectMixTags},
     {"mp3gain", "FILE", &InspectMp3Gain},

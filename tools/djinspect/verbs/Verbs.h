@@ -37,6 +37,7 @@ ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
