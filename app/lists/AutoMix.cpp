@@ -49,6 +49,7 @@ void AutoMix::Choose(const MixWishes& wishes) {
   const bool was_on = std::exchange(wishes_, wishes).on;
   if (was_on && !wishes.on && phase_ != Phase::Mixing) Forget();  // what sounds already is faded to its end
   if (!was_on) done_with_.clear();
+  opening_ = opening_ && wishes.on;
 }
 
 void AutoMix::Follow(const MixerHands& hands, MovedByHand moved) {
@@ -84,6 +85,8 @@ int AutoMix::LeaderIn(const WorkstationView& view) const {
 
 void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played) {
   const int leader = LeaderIn(view);
+  if (leader == 0 && opening_) return TickOpening(view, tables, played);
+  opening_ = false;
   if (leader == 0 || (next_ != 0 && next_ == leader)) return Forget();
   const DeckView& led = Of(view, leader);
   if (leader_ != leader) done_with_.insert(led.filename);
@@ -107,6 +110,26 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
   due_ = microseconds(std::llround(std::max(0.0, left)));
   const bool matches = wishes_.match_tempo && plan_.fade.count() > 0;
   if (due_ <= (matches ? kMatching : kArming)) Arm(led);
+}
+
+/// Nothing plays: what a hand has made ready begins, else the first track of the lists.
+void AutoMix::TickOpening(const WorkstationView& view, const ListTables& tables, const Files& played) {
+  const auto paused = [&view](int deck) { return Of(view, deck).state == State::Paused; };
+  const auto ready = [&](int deck) {
+    return Of(view, deck).state == State::Stopped && Of(view, deck).filename != Spent(deck);
+  };
+  const int deck = next_ != 0 ? next_ : !ready(1) && ready(2) ? 2 : 1;
+  opening_ = !paused(1) && !paused(2);
+  if (!opening_) return Forget();
+  if (!MakeReady(deck, Of(view, deck), tables, played)) {
+    opening_ = !at_the_end_;
+    return;
+  }
+  Place(deck, Of(view, deck));
+  MoveCrossfader(CrossfaderAt(0, deck, 1));
+  decks_.Play(deck);
+  opening_ = false;
+  Forget();
 }
 
 bool AutoMix::MakeReady(int deck, const DeckView& view, const ListTables& tables, const Files& played) {

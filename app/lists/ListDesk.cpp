@@ -233,6 +233,7 @@ void ListDesk::SetAutomix(bool on) {
   wishes_.on = on;
   settings_.SetFlag("Settings", "Automix", on);
   SendWishes();
+  context_.conductor->Post([this] { automix_.Open(); });
 }
 
 void ListDesk::SetMixTime(int seconds) {

@@ -78,8 +78,9 @@ class ListDesk {
   /// Grows with each file that WasPlayed knows more.
   [[nodiscard]] std::size_t PlayedFiles() const { return played_.size(); }
 
-  /// Stored.
+  /// Stored. Switched on while decks 1 and 2 are silent, the lists begin to play.
   void SetAutomix(bool on);
+  // Stored.
   void SetMixTime(int seconds);
   void SetAtMixPoints(bool at_mix_points);
   void SetMatchTempo(bool match);

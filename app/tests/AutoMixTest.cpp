@@ -221,6 +221,42 @@ TEST_F(AutoMixTest, SwitchedOffNothingComes) {
   EXPECT_EQ(Stored("Settings", "Automix"), "False");
 }
 
+TEST_F(AutoMixTest, AHandThatSwitchesItOnInSilenceBeginsTheMusic) {
+  List(1, {"gone.mp3", "b.mp3"});
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "as it was stored, nothing begins by itself";
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  EXPECT_EQ(Plays(), "b.mp3 ");
+  EXPECT_EQ(Crossfader(), -100);
+  station_->Stop(1);
+  Load(2, "c.flac");
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "who stops a deck has it so";
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  EXPECT_EQ(Plays(), "c.flac ") << "what a hand has made ready goes first";
+  EXPECT_EQ(Crossfader(), 100);
+}
+
+TEST_F(AutoMixTest, SwitchedOnItLeavesAPausedDeckAndEmptyListsAlone) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  station_->Pause(1);
+  Go(1s);
+  station_->Lists().SetAutomix(true);
+  Go(5s);
+  EXPECT_EQ(Plays(), "");
+  station_->Stop(1);
+  while (station_->Playlist(1).Rows() > 0) station_->Playlist(1).RemoveRow(1);
+  List(2, {});
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  List(2, {"c.flac"});
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "it begins when it is switched on";
+}
+
 TEST_F(AutoMixTest, TheSecondDeckHandsBackToTheFirst) {
   List(1, {"c.flac"});
   List(2, {"b.mp3"});
