@@ -257,7 +257,7 @@ class Workstation {
   /// a sentence for each file that is still there.
   using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
   void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
-  /// The same for the karaoke table; with each file goes the mp3 of the same name.
+  /// The same for the karaoke table; with each file but an archive goes the mp3 of the same name.
   void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
