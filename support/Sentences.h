@@ -64,6 +64,8 @@ enum class Sentence : int {
   SongUnreadable,
   SongEmpty,
   SongTooLong,
+  DiscImageMissing,
+  DiscImageTooLong,
 
   FixtureFileEmpty = 301,
   ShowFileEmpty,
