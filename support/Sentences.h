@@ -66,6 +66,7 @@ enum class Sentence : int {
   SongTooLong,
   DiscImageMissing,
   DiscImageTooLong,
+  DiscImageWithoutGraphics,
 
   FixtureFileEmpty = 301,
   ShowFileEmpty,
