@@ -35,6 +35,7 @@
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/CommandRunner.h"
 #include "decks/ports/SoundControl.h"
+#include "karaoke/ports/DiscImages.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
 #include "support/ProgramFolder.h"
@@ -68,6 +69,7 @@ struct Ports {
   dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  karaoke::DiscImages* images = nullptr;                ///< null: songs on disc images show no graphics
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
   LocalTime local_time = nullptr;                       ///< null: the system's

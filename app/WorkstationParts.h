@@ -78,7 +78,8 @@ struct Workstation::Parts {
         lights(Context(), outside.dmx),
         organ(Context(), {outside.engine, [this](int deck) { return stage.Deck(deck).Player().STRM(); }},
               outside.boards),
-        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}),
+        songs(Context(),
+              {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers, outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
               outside.local_time),
         editors(Context()) {

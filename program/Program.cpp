@@ -16,6 +16,7 @@
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/DiskFolders.h"
+#include "platform/files/LooseDiscImages.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/midi/FluidSynthesisers.h"
@@ -79,6 +80,7 @@ struct Program::Parts {
                      .dmx = &lights,
                      .boards = &boards,
                      .synthesisers = &synthesisers,
+                     .images = &images,
                      .folders = &folders,
                      .background = {&background, Cores()}},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
@@ -91,6 +93,7 @@ struct Program::Parts {
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::files::DiskFolders folders;
+  platform::files::LooseDiscImages images;
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;

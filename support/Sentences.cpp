@@ -153,6 +153,10 @@ constexpr Row kRows[] = {
     {Sentence::SongUnreadable, "\"%1\" cannot be read.", "\"%1\" kan niet worden gelezen."},
     {Sentence::SongEmpty, "\"%1\" is empty.", "\"%1\" is leeg."},
     {Sentence::SongTooLong, "\"%1\" is too long for a song.", "\"%1\" is te lang voor een nummer."},
+    {Sentence::DiscImageMissing, "There is no disc image beside %1.", "Er is geen schijfbeeld bij %1."},
+    {Sentence::DiscImageTooLong, "%1 is too long for a disc image.", "%1 is te lang voor een schijfbeeld."},
+    {Sentence::DiscImageWithoutGraphics, "The disc image of %1 holds no graphics.",
+     "Het schijfbeeld van %1 bevat geen beeld."},
 
     {Sentence::UnplayableFormat, "%1 has a sample rate or a number of channels that cannot be played.",
      "%1 heeft een bemonsteringsfrequentie of een aantal kanalen dat niet kan worden afgespeeld."},

@@ -64,6 +64,9 @@ enum class Sentence : int {
   SongUnreadable,
   SongEmpty,
   SongTooLong,
+  DiscImageMissing,
+  DiscImageTooLong,
+  DiscImageWithoutGraphics,
 
   FixtureFileEmpty = 301,
   ShowFileEmpty,
