@@ -9,6 +9,7 @@
 #include <string>
 #include <vector>
 
+#include "karaoke/ports/DiscImages.h"
 #include "platform/archive/SongPairs.h"
 #include "platform/files/PlainFile.h"
 #include "support/Result.h"
@@ -18,7 +19,8 @@ struct zip;
 namespace platform::archive {
 
 /// More is no karaoke song, whatever an archive claims.
-inline constexpr std::int64_t kLargestSound = 256LL << 20, kLargestPicture = 64LL << 20;  ///< bytes
+inline constexpr std::int64_t kLargestSound = 256LL << 20;  ///< bytes
+inline constexpr std::int64_t kLargestPicture{karaoke::kLongestDiscImage};
 
 /// Whether an open file begins as a zip archive does; it stays at its start.
 [[nodiscard]] bool IsArchive(const files::PlainFile& file);

@@ -15,7 +15,7 @@ class ZipVerbTest : public ::testing::Test {
  protected:
   ExitCode Inspect(const std::string& bytes) {
     folder_.Write("song.zip", bytes);
-    return Run(std::vector<std::string>{"zip", (folder_ / "song.zip").string()}, out_, err_);
+    return djinspect::Run(std::vector<std::string>{"zip", (folder_ / "song.zip").string()}, out_, err_);
   }
 
   platform::files::testing::TestFolder folder_;
