@@ -266,7 +266,9 @@ class Workstation {
   /// window's thread with the number of rows and a sentence for each file left out.
   using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
   void AddFiles(std::vector<std::string> paths, AddedFiles done);
-  /// Of all files that wait to be added.
+  /// The same into the karaoke table: MIDI songs, audio files, disc images through their sound, and archives.
+  void AddSongs(std::vector<std::string> paths, AddedFiles done);
+  /// Of all files that wait to be added to the catalogue.
   [[nodiscard]] AddingProgress Adding() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.
