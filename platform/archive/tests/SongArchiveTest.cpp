@@ -3,6 +3,9 @@
 #include "platform/archive/SongArchive.h"
 
 #include <gtest/gtest.h>
+#include <sys/resource.h>
+
+#include <csignal>
 
 #include "platform/archive/SoundFile.h"
 #include "platform/archive/testing/ZipMaker.h"
@@ -104,6 +107,8 @@ TEST_F(SongArchiveTest, WhatIsNoSongIsRefusedBySentencesThatSayWhy) {
        {ErrorCode::Empty, "song.zip cannot be played: a.cdg in it is empty (0 bytes)."}},
       {{{"a.cdg", "x"}, {"a.mp3", "x", Packing::Locked}},
        {ErrorCode::Unsupported, "song.zip cannot be unpacked: it is locked by a password."}},
+      {{{"a.cdg", "x", Packing::Locked}, {"a.mp3", "x"}},
+       {ErrorCode::Unsupported, "song.zip cannot be unpacked: it is locked by a password."}},
       {{{"a.cdg", "x"}, {"../a.mp3", "x"}},
        {ErrorCode::Malformed, "song.zip is no karaoke archive: there is no sound to the picture in it."}},
   };
@@ -130,6 +135,22 @@ TEST_F(SongArchiveTest, ADirectoryThatLiesAboutSizesIsNotBelieved) {
   for (const std::uint32_t size : {0U, 10U}) {
     EXPECT_EQ(Refusal(WithSize(whole, "a.mp3", SizeField::Packed, size)), kDamaged) << size;
   }
+}
+
+TEST_F(SongArchiveTest, NoMoreIsUnpackedThanWasTold) {
+  const std::string whole = ZipBytes({{"a.mp3", std::string(4 << 20, '\0')}, {"a.cdg", picture_}});
+  const std::string path = Put(WithSize(whole, "a.mp3", SizeField::Unpacked, 4096));
+  // There is room for more than was told, and for less than would come.
+  rlimit before{};
+  getrlimit(RLIMIT_FSIZE, &before);
+  const auto handler = std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit little{1 << 20, before.rlim_max};
+  setrlimit(RLIMIT_FSIZE, &little);
+  const auto opened = OpenSoundFile(path);
+  setrlimit(RLIMIT_FSIZE, &before);
+  std::signal(SIGXFSZ, handler);
+  ASSERT_FALSE(opened);
+  EXPECT_EQ(opened.Failure().text, kDamaged.second);
 }
 
 TEST_F(SongArchiveTest, WhatWouldBeTooLargeIsNotUnpacked) {
