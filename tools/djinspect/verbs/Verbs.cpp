@@ -25,6 +25,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},
+    {"zip", "FILE", &InspectZip},
 });
 // clang-format on
 

@@ -46,6 +46,7 @@ ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectZip(const Arguments& arguments, std::ostream& out, std::ostream& err);
 
 /// A whole file of at most 16 MB; nothing, and a sentence, when it cannot be read.
 [[nodiscard]] std::optional<std::string> WholeFile(const std::string& path, std::ostream& err);
