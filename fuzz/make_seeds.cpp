@@ -12,6 +12,7 @@
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
 #include "dmx/ShowFile.h"
+#include "karaoke/testing/DiscBytes.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
@@ -131,6 +132,23 @@ void MakeKaraokeSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "odd", karaoke::testing::FileBytes({head, words, odd}, 0xE728) + "Junk");
 }
 
+/// Every kind of packet; the same with the other bits set; one that ends early.
+void MakeDiscSeeds(const std::filesystem::path& folder) {
+  using karaoke::testing::DiscBytes;
+  using Move = DiscBytes::Move;
+  DiscBytes disc;
+  disc.Colours(0, {0, 0xF00, 0x0F0, 0x00F, 0xFF0, 0xF0F, 0x0FF, 0xFFF}).Colours(8, {1, 2, 3, 4, 5, 6, 7, 8});
+  disc.Clear(1).Clear(1, 1).Border(2).Draw(3, 4, 1, 5, {1, 2, 4, 8}).Xor(3, 4, 1, 5, {63, 2, 4, 8});
+  disc.ScrollFilling(3, {Move::Forward, 2}, {Move::Back, 9}).ScrollRound({Move::Back, 0}, {Move::Forward, 0});
+  disc.Transparent(3).Until(0.1).Draw(18, 50, 1, 5, {1, 2, 4, 8}).Packet(7, {1});
+  const auto text = [](const DiscBytes& bytes) {
+    return std::string(bytes.Content().begin(), bytes.Content().end());
+  };
+  WriteSeed(folder / "kinds", text(disc));
+  WriteSeed(folder / "other-bits", text(DiscBytes(disc).FillOtherBits()));
+  WriteSeed(folder / "cut", text(disc).substr(0, 100));
+}
+
 /// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
 /// file.
 void MakeSettingsSeeds(const std::filesystem::path& folder) {
@@ -198,7 +216,8 @@ int main(int argc, char** argv) {
       {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds},     {"index", &MakeIndexSeeds},
       {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
       {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
-      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds}};
+      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
+      {"discs", &MakeDiscSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

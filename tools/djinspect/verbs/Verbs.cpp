@@ -13,6 +13,7 @@ namespace {
 constexpr auto kVerbs = std::to_array<Verb>({
     {"analyse", "FILE", &InspectAnalysis},
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
+    {"cdg", "FILE", &InspectDisc},
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"karaoke", "FILE", &InspectKaraoke},
