@@ -171,6 +171,16 @@ void Stage::Unsync(int deck) {
   if (BeatMatch::Matches(deck)) beats_.Stop(Deck(deck));
 }
 
+std::chrono::microseconds Stage::MatchForMix(int deck, std::chrono::microseconds place, int most_percent) {
+  if (!BeatMatch::Matches(deck)) return place;
+  const auto met = beats_.StartForMix(Deck(deck), Deck(BeatMatch::LeaderOf(deck)), place, most_percent);
+  return met ? std::chrono::duration_cast<std::chrono::microseconds>(*met) : place;
+}
+
+void Stage::CancelMix(int deck) {
+  if (BeatMatch::Matches(deck)) beats_.CancelMix(Deck(deck));
+}
+
 std::string Stage::CannotSync(int deck, int most_percent) {
   const bool known = Deck(deck).Tempo().Bpm() > 0 && Deck(BeatMatch::LeaderOf(deck)).Tempo().Bpm() > 0;
   return known ? say_(support::Sentence::TemposTooFarApart, {std::to_string(most_percent)})

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <set>
@@ -53,6 +54,12 @@ class Stage {
   /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
   void Sync(int deck, SyncStart start, int most_percent);
   void Unsync(int deck);
+  /// Deck 1 or 2 stands ready to begin when the other one is heard at a place: it takes the other one's tempo
+  /// for the mix, and the place comes back moved to where the beats meet; unmoved when nothing is known of
+  /// them.
+  [[nodiscard]] std::chrono::microseconds MatchForMix(int deck, std::chrono::microseconds place,
+                                                      int most_percent);
+  void CancelMix(int deck);
   /// The system's volume was told.
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.

@@ -51,9 +51,10 @@ struct Workstation::Parts {
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
                       Complainer()),
         scratch(folder.Native(catalogue::kTagScratch)),
-        tags({outside.tags, outside.tag_writer, outside.side_store}, outside.workers, gate, keeping,
-             Complainer()),
+        tags({outside.tags, outside.tag_writer, outside.side_store, outside.files, folder.Native(kTagList)},
+             outside.workers, keeping, Complainer()),
         intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
+        song_intake(karaoke, outside.tags, outside.workers, gate, window, say, scratch, &song_reader),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
@@ -78,7 +79,8 @@ struct Workstation::Parts {
         lights(Context(), outside.dmx),
         organ(Context(), {outside.engine, [this](HeardFrom from) { return stage.StreamOf(from); }},
               outside.boards),
-        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}),
+        songs(Context(),
+              {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers, outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
               outside.local_time),
         editors(Context()) {
@@ -229,11 +231,12 @@ struct Workstation::Parts {
   IndexKeeper karaoke_index;
   catalogue::TagScratch scratch;
   TagDesk tags;
+  KaraokeSongReader song_reader;
   FileIntake intake;
+  FileIntake song_intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;
   catalogue::PlainFolders plain_folders;
-  KaraokeSongReader song_reader;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   TreeScan tree_scan;
   bool batch_filled = false;  ///< rows since the index was saved

@@ -9,6 +9,7 @@
 
 #include "app/DeskContext.h"
 #include "app/WorkstationView.h"
+#include "app/songs/DiscFinder.h"
 #include "app/songs/SongPlayer.h"
 #include "app/songs/SongView.h"
 #include "karaoke/LyricPainter.h"
@@ -67,6 +68,7 @@ class SongDesk {
   DeskContext context_;
   SongSources sources_;
   SongPlayer player_;
+  DiscFinder discs_;
   std::vector<karaoke::Soundfont> soundfonts_;
   support::TripleBuffer<SongView> views_;
 };

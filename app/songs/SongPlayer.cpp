@@ -310,7 +310,7 @@ void SongPlayer::ShowCompanion(const DeckView& deck, SongView& view) const {
   }
   view.position = deck.position;
   view.length = deck.length;
-  view.speed = view.state == State::Playing ? 1 + percent_ / 100 : 0;
+  view.speed = view.state == State::Playing ? deck.speed : 0;
 }
 
 }  // namespace app

@@ -15,6 +15,7 @@
 #include "karaoke/Karaoke.h"
 #include "karaoke/SongSequencer.h"
 #include "karaoke/SongSound.h"
+#include "karaoke/ports/DiscImages.h"
 
 namespace app {
 
@@ -31,6 +32,7 @@ struct SongSources {
   decks::SoundControl& control;
   DeckStation& companion;  ///< the deck that plays the songs which are audio files
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  karaoke::DiscImages* images = nullptr;                ///< null: none are shown
 };
 
 /// A MIDI file that a worker made ready.

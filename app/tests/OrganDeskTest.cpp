@@ -220,25 +220,6 @@ TEST_F(OrganEvening, WithoutABoardABoxSaysSoAndTheLampsOfTheWindowGoOn) {
   EXPECT_EQ(Stored("Setup", "UseK8000"), "False");
 }
 
-TEST(OrganMemories, AFileIsReadWhateverItHolds) {
-  using namespace std::string_view_literals;
-  const struct {
-    std::string_view text;
-    std::size_t memories;
-  } kFiles[] = {{""sv, 0},
-                {"[K80 a\r\nBEAT"sv, 1},
-                {"["sv, 0},
-                {"[]\n[K80]\n[K8]\n"sv, 1},
-                {"x\r[K80]\ry"sv, 1},
-                {"[K80]\0\n\0[K80]\n"sv, 1},
-                {"[K80 b]]\n\n\n"sv, 1}};
-  for (const auto& file : kFiles) {
-    const auto memories = ParseMemories(file.text);
-    EXPECT_EQ(memories.size(), file.memories) << file.text;
-    EXPECT_EQ(ParseMemories(MemoryText(memories)), memories) << file.text;
-  }
-}
-
 TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   const music::BeatGrid grid =
       music::BeatGrid::Even(support::Bpm{120}, 1, music::Seconds(0.1), music::Seconds(60));

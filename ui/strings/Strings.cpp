@@ -204,8 +204,10 @@ constexpr Strings::Row kRows[] = {
     {Say::KaraokePageTip, "The karaoke songs", "De karaokenummers"},
     {Say::KaraokeTip, "The karaoke songs; Delete deletes their files, after a question",
      "De karaokenummers; Delete verwijdert hun bestanden, na een vraag"},
-    {Say::EmptyKaraoke, "There are no karaoke songs. Choose “Scan the folder for karaoke” under Settings.",
-     "Er zijn geen karaokenummers. Kies “De map op karaoke doorzoeken” bij Instellingen."},
+    {Say::EmptyKaraoke,
+     "There are no karaoke songs. Drop some here, or choose “Scan the folder for karaoke” under Settings.",
+     "Er zijn geen karaokenummers. Sleep ze hierheen, of kies “De map op karaoke doorzoeken” bij "
+     "Instellingen."},
     {Say::Songs, "%1 songs", "%1 nummers"},
     {Say::OneSong, "1 song", "1 nummer"},
     {Say::DeleteKaraokeName, "Delete karaoke songs and their files",
