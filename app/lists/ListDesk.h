@@ -16,6 +16,7 @@
 #include "app/lists/EveningLog.h"
 #include "app/lists/PlaylistIntake.h"
 #include "app/lists/TableSearch.h"
+#include "app/work/OrderedWork.h"
 #include "catalogue/track_table.h"
 #include "support/TripleBuffer.h"
 
@@ -100,6 +101,7 @@ class ListDesk {
   TableSearch search_;
   TableSearch karaoke_search_;
   PlaylistIntake intake_;
+  OrderedWork saves_;                         ///< of playlists
   MixWishes wishes_;                          ///< the window's
   Files played_;                              ///< the window's
   std::string evening_;                       ///< that they belong to
