@@ -67,7 +67,9 @@ class OrganDesk {
  private:
   class NoBoards;
 
-  void Keep(const std::string& name, const std::string& text);
+  void TakeMemories(const support::Result<OrganFiles::Memories>& read);
+  void Keep(const lightorgan::Memory& memory);
+  void SaveMemories();
 
   DeskContext context_;
   HeardMusic music_;
@@ -77,6 +79,7 @@ class OrganDesk {
   bool started_ = false;     ///< the conductor's
   bool none_found_ = false;  ///< the conductor's
   std::vector<lightorgan::Memory> memories_;
+  bool memories_read_ = false;  ///< else the file may hold others, and is not written over
   std::shared_ptr<int> alive_ = std::make_shared<int>();  // shared with answers that come too late
   support::TripleBuffer<OrganView> views_;
 };

@@ -18,6 +18,11 @@ support::Result<std::string> TextOf(const std::filesystem::path& path) {
   return text;
 }
 
+support::Error Unreadable(std::string_view name) {
+  return support::Failed(support::ErrorCode::Unreadable, support::Sentence::OrganFileUnreadable,
+                         {std::string(name)});
+}
+
 }  // namespace
 
 struct OrganFiles::Outside {
@@ -64,11 +69,8 @@ void OrganFiles::ReadBanks(lightorgan::Side side, lightorgan::IoBoardSize size,
   work_.Post([outside = outside_, side, size, done = std::move(done)] {
     const auto path = outside->PathOf(side, size);
     const auto text = TextOf(path);
-    support::Result<Banks> banks =
-        text ? support::Result<Banks>(lightorgan::ParseBanks(text.Value()))
-             : support::Result<Banks>(support::Failed(support::ErrorCode::Unreadable,
-                                                      support::Sentence::OrganFileUnreadable,
-                                                      {path.filename().string()}));
+    auto banks = text ? support::Result<Banks>(lightorgan::ParseBanks(text.Value()))
+                      : support::Result<Banks>(Unreadable(path.filename().string()));
     outside->window->Post([done, banks = std::move(banks)] { done(banks); });
   });
 }
@@ -80,10 +82,11 @@ void OrganFiles::SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, 
   });
 }
 
-void OrganFiles::ReadMemories(std::function<void(std::vector<lightorgan::Memory>)> done) {
+void OrganFiles::ReadMemories(std::function<void(support::Result<Memories>)> done) {
   work_.Post([outside = outside_, done = std::move(done)] {
     const auto text = TextOf(outside->folder.Native(kMemoryFile));
-    auto memories = text ? lightorgan::ParseMemories(text.Value()) : std::vector<lightorgan::Memory>();
+    auto memories = text ? support::Result<Memories>(lightorgan::ParseMemories(text.Value()))
+                         : support::Result<Memories>(Unreadable(kMemoryFile.substr(1)));
     outside->window->Post([done, memories = std::move(memories)] { done(memories); });
   });
 }

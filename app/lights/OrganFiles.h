@@ -41,7 +41,9 @@ class OrganFiles final : public lightorgan::BankSource {
   using Done = std::function<void(support::Result<void>)>;
   void SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, Banks banks, Done done);
 
-  void ReadMemories(std::function<void(std::vector<lightorgan::Memory>)> done);
+  /// A file that is not there has none.
+  using Memories = std::vector<lightorgan::Memory>;
+  void ReadMemories(std::function<void(support::Result<Memories>)> done);
   void SaveMemories(const std::vector<lightorgan::Memory>& memories);
   /// Puts the text into the snapshot file and gives what is read back from it. Where it cannot be written
   /// this is told, and the text itself is given.

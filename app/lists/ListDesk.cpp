@@ -86,6 +86,7 @@ ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stag
       karaoke_search_(tables.karaoke, catalogue::kKaraokeSearch, context.workers, context.window),
       intake_(tags, context.workers, context.gate, context.window, context.say, scratch),
       kept_(context, tables.playlists),
+      saves_(context.workers, context.gate),
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
       decks_(std::make_unique<Decks>(stage)),
       automix_(*decks_, context.clock,
@@ -158,6 +159,7 @@ void ListDesk::Tick(const WorkstationView& view) {
 void ListDesk::ShutDown() {
   kept_.Flush();
   log_.Flush();
+  saves_.Flush();
 }
 
 void ListDesk::Heard(const DeckView& track) {
@@ -205,15 +207,12 @@ void ListDesk::OpenPlaylist(int number, const std::string& path, Opened done) {
 
 void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved done) {
   const catalogue::track_table& table = tables_.playlists[static_cast<std::size_t>(number - 1)];
-  context_.workers.Post([&files = context_.files, &say = context_.say, gate = context_.gate,
-                         window = context_.window, table, path, done = std::move(done)] {
-    gate->Pass([&] {
-      const auto saved = catalogue::SaveIndex(files, path, table);
-      window->Post([done, failure = saved
-                                        ? std::string()
+  saves_.Post([&files = context_.files, &say = context_.say, window = context_.window, table, path,
+               done = std::move(done)] {
+    const auto saved = catalogue::SaveIndex(files, path, table);
+    window->Post([done, failure = saved ? std::string()
                                         : say(support::Sentence::PlaylistNotSaved, {say(saved.Failure())})] {
-        if (done) done(failure);
-      });
+      if (done) done(failure);
     });
   });
 }

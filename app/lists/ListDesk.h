@@ -17,6 +17,7 @@
 #include "app/lists/KeptPlaylists.h"
 #include "app/lists/PlaylistIntake.h"
 #include "app/lists/TableSearch.h"
+#include "app/work/OrderedWork.h"
 #include "catalogue/track_table.h"
 #include "support/TripleBuffer.h"
 
@@ -104,6 +105,7 @@ class ListDesk {
   TableSearch karaoke_search_;
   PlaylistIntake intake_;
   KeptPlaylists kept_;
+  OrderedWork saves_;                         ///< of playlists
   MixWishes wishes_;                          ///< the window's
   Files played_;                              ///< the window's
   std::string evening_;                       ///< that they belong to

@@ -118,6 +118,14 @@ TEST_F(ListDeskTest, AListIsSavedWholeOrASentenceSaysWhyNot) {
   EXPECT_THAT(failure, HasSubstr("not saved"));
 }
 
+TEST_F(ListDeskTest, APlaylistThatIsSavedLastIsSavedThoughTheProgramCloses) {
+  Open(Write("a.tpl", Line("x.mp3")));
+  station_->Lists().SavePlaylist(2, "/lists/evening.tpl", nullptr);
+  station_->Lists().SavePlaylist(1, "/lists/evening.tpl", nullptr);
+  station_->ShutDown();
+  EXPECT_EQ(files_.Content("/lists/evening.tpl"), Line("x.mp3")) << "in the order asked for";
+}
+
 TEST(EveningTest, ADayEndsAtSixInTheMorning) {
   const auto evening = [](int year, int month, int day, int hour) {
     std::tm time{};

@@ -191,6 +191,34 @@ TEST_F(OrganEvening, WhatIsRememberedInTheLastMomentIsSavedByTheShutdown) {
   EXPECT_TRUE(files_.Content(folder_ / "Memories.tlv").has_value());
 }
 
+TEST_F(OrganEvening, AMemoryThatIsMadeBeforeTheFileWasReadTakesNoneAway) {
+  Write("Memories.tlv", "[K80 old]\r\nBEAT\r\n[K80 both]\r\nBEAT\r\n");
+  Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
+  ports.boards = boards_;
+  station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+  station_->StartUp();
+  for (const char* name : {"new", "both"}) Organ().Remember(name);
+  Settle();
+  station_->PumpWindow();
+  ASSERT_EQ(Organ().Memories().size(), 2U) << "no worker has come to the file";
+  Work();
+  ASSERT_EQ(Organ().Memories().size(), 3U);
+  EXPECT_EQ(Organ().Memories()[0].name, "K80 old");
+  EXPECT_NE(Organ().Memories()[1].text, "BEAT\r\n") << "the newer one";
+  EXPECT_EQ(lightorgan::ParseMemories(*files_.Content(folder_ / "Memories.tlv")), Organ().Memories());
+}
+
+TEST_F(OrganEvening, AFileOfMemoriesThatCannotBeReadIsToldOfAndNotWrittenOver) {
+  fs::create_directories(folder_ / "Memories.tlv");
+  StartUp();
+  Work();
+  EXPECT_EQ(station_->View().notice, "\"Memories.tlv\" cannot be read.");
+  Organ().Remember("new");
+  Work();
+  EXPECT_EQ(Organ().Memories().size(), 1U);
+  EXPECT_EQ(files_.Content(folder_ / "Memories.tlv"), std::nullopt);
+}
+
 TEST_F(OrganEvening, AMemoryIsRecalledThoughItsFileCannotBeWritten) {
   StartUp();
   Organ().Remember("");

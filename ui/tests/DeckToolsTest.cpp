@@ -165,6 +165,18 @@ TEST_F(DeckToolsTest, TheThresholdIsSentWhenTheHandLetsGo) {
   EXPECT_GT(slider.value(), 3);
 }
 
+TEST_F(DeckToolsTest, TheAutomixMatchesWhatIsChosen) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  for (const char* match : {"AutoBPM", "AutoGain"}) {
+    EXPECT_FALSE(Find<QAbstractButton>(match).isChecked());
+    Find<QAbstractButton>(match).click();
+    EXPECT_EQ(settings.Get("TLVG", "Settings", match, ""), "True");
+  }
+  Settle();
+  EXPECT_TRUE(station->Lists().View().automix.match_tempo);
+  EXPECT_TRUE(station->Lists().View().automix.match_gain);
+}
+
 // Meters
 
 TEST_F(DeckToolsTest, AnOverloadStaysLitUntilItIsClicked) {
