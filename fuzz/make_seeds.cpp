@@ -12,6 +12,7 @@
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
 #include "dmx/ShowFile.h"
+#include "karaoke/testing/DiscBytes.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
@@ -69,6 +70,12 @@ void MakeGainSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
 }
 
+void MakeMemorySeeds(const std::filesystem::path& folder) {
+  const std::string numbers = "50\r\n55\r\n255\r\n1\r\n0\r\n";
+  WriteSeed(folder / "two", "[K80 slow]\r\nBEAT\r\n" + numbers + "[K80]\r\nCONSTANT\r\n" + numbers);
+  WriteSeed(folder / "loose", "x\r[K80]\r\r[K8]\ry\n[K80 b]]\n-1\n999");
+}
+
 void MakePresetSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "two", "[A]\r\n0;1;2;3;4;5;-6;7;8;9;\r\n[B]\r\n12;12;12;12;12;12;12;12;12;12;\r\n");
   WriteSeed(folder / "twice", "[A]\n1;\n[A]\n2;\n[A]");
@@ -123,6 +130,23 @@ void MakeKaraokeSeeds(const std::filesystem::path& folder) {
       .Event(1, {0xF2, 1, 2})
       .Event(0, {0xF0, 2, 0x41, 0xF7});
   WriteSeed(folder / "odd", karaoke::testing::FileBytes({head, words, odd}, 0xE728) + "Junk");
+}
+
+/// Every kind of packet; the same with the other bits set; one that ends early.
+void MakeDiscSeeds(const std::filesystem::path& folder) {
+  using karaoke::testing::DiscBytes;
+  using Move = DiscBytes::Move;
+  DiscBytes disc;
+  disc.Colours(0, {0, 0xF00, 0x0F0, 0x00F, 0xFF0, 0xF0F, 0x0FF, 0xFFF}).Colours(8, {1, 2, 3, 4, 5, 6, 7, 8});
+  disc.Clear(1).Clear(1, 1).Border(2).Draw(3, 4, 1, 5, {1, 2, 4, 8}).Xor(3, 4, 1, 5, {63, 2, 4, 8});
+  disc.ScrollFilling(3, {Move::Forward, 2}, {Move::Back, 9}).ScrollRound({Move::Back, 0}, {Move::Forward, 0});
+  disc.Transparent(3).Until(0.1).Draw(18, 50, 1, 5, {1, 2, 4, 8}).Packet(7, {1});
+  const auto text = [](const DiscBytes& bytes) {
+    return std::string(bytes.Content().begin(), bytes.Content().end());
+  };
+  WriteSeed(folder / "kinds", text(disc));
+  WriteSeed(folder / "other-bits", text(DiscBytes(disc).FillOtherBits()));
+  WriteSeed(folder / "cut", text(disc).substr(0, 100));
 }
 
 /// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
@@ -189,10 +213,11 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},           {"mixtags", &MakeMixTagSeeds}, {"index", &MakeIndexSeeds},
-      {"settings", &MakeSettingsSeeds},  {"mp3gain", &MakeGainSeeds},   {"presets", &MakePresetSeeds},
-      {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds},
-      {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds}};
+      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds},     {"index", &MakeIndexSeeds},
+      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
+      {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
+      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
+      {"discs", &MakeDiscSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -40,6 +40,7 @@ enum class Sentence : int {
   PlaylistNotSaved,
   NotPlayedNext,
   HistoryNotSaved,
+  PlaylistDamaged,
   SongNotPlayed = 160,
 
   KaraokeSongInMusic = 201,
@@ -67,6 +68,8 @@ enum class Sentence : int {
   DiscImageMissing,
   DiscImageTooLong,
   DiscImageWithoutGraphics,
+  WordsInNoTrack = 520,
+  NoWords,
 
   FixtureFileEmpty = 301,
   ShowFileEmpty,

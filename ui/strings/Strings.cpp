@@ -301,8 +301,8 @@ constexpr Strings::Row kRows[] = {
     {Say::VisualSpectrum, "Spectrum", "Spectrum"},
     {Say::VisualWave, "Wave", "Golf"},
     {Say::Visual, "Picture of the music", "Beeld van de muziek"},
-    {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
-     "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
+    {Say::VisualTip, "The loudest deck or song as it is heard now, in the deck's colour",
+     "Het luidste deck of nummer zoals het nu klinkt, in de kleur van het deck"},
 };
 
 }  // namespace
