@@ -135,6 +135,7 @@ QFileDialog* KaraokePage::MakeDialog() {
       MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
   dialog->setObjectName(QStringLiteral("AddSongsDialog"));
   dialog->setWindowTitle(say(SongWord::AddSongs));
+  BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::karaoke::kFilename));
   dialog->setNameFilters(
       {say(SongWord::SongFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
        say(Say::AllFiles) + QStringLiteral(" (*)")});
