@@ -259,14 +259,16 @@ class Workstation {
   /// a sentence for each file that is still there.
   using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
   void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
-  /// The same for the karaoke table; with each file goes the mp3 of the same name.
+  /// The same for the karaoke table; with each file but an archive goes the mp3 of the same name.
   void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
   /// window's thread with the number of rows and a sentence for each file left out.
   using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
   void AddFiles(std::vector<std::string> paths, AddedFiles done);
-  /// Of all files that wait to be added.
+  /// The same into the karaoke table: MIDI songs, audio files, disc images through their sound, and archives.
+  void AddSongs(std::vector<std::string> paths, AddedFiles done);
+  /// Of all files that wait to be added to the catalogue.
   [[nodiscard]] AddingProgress Adding() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.

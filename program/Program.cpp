@@ -11,6 +11,7 @@
 #include "engine/SoundEngine.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
+#include "platform/archive/PackedDiscImages.h"
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
@@ -93,7 +94,8 @@ struct Program::Parts {
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::files::DiskFolders folders;
-  platform::files::LooseDiscImages images;
+  platform::files::LooseDiscImages loose_images;
+  platform::archive::PackedDiscImages images{loose_images};
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;

@@ -43,7 +43,7 @@ void OrganDesk::StartUp() {
     });
     started_ = true;
   });
-  files_.ReadMemories([this, alive = std::weak_ptr<int>(alive_)](std::vector<OrganMemory> memories) {
+  files_.ReadMemories([this, alive = std::weak_ptr<int>(alive_)](std::vector<lightorgan::Memory> memories) {
     if (!alive.expired() && memories_.empty()) memories_ = std::move(memories);
   });
 }
@@ -60,8 +60,8 @@ void OrganDesk::Tick(const WorkstationView& decks) {
   if (none_found_ && view.lamps.boards_in_use && view.lamps.trouble.empty()) {
     view.lamps.trouble = context_.say(support::Sentence::NoIoBoard);
   }
-  view.deck = decks.sound.deck;
-  view.bpm = view.deck == 0 ? 0 : decks.decks[static_cast<std::size_t>(view.deck - 1)].playing_bpm;
+  view.from = decks.sound.from;
+  view.bpm = HeardTempo(decks);
   views_.Publish();
 }
 
@@ -101,8 +101,8 @@ std::string OrganDesk::MemoryName(const std::string& name) {
   std::copy_if(name.begin(), name.end(), std::back_inserter(kept),
                [](char c) { return c != ']' && c != '[' && c != '\r' && c != '\n' && c != '\0'; });
   kept = support::Trim(kept);
-  if (kept.starts_with(kMemoryPrefix)) return kept;
-  return std::string(kMemoryPrefix) + (kept.empty() ? "" : " ") + kept;
+  if (kept.starts_with(lightorgan::kMemoryPrefix)) return kept;
+  return std::string(lightorgan::kMemoryPrefix) + (kept.empty() ? "" : " ") + kept;
 }
 
 void OrganDesk::Remember(const std::string& name) {
@@ -116,7 +116,7 @@ void OrganDesk::Remember(const std::string& name) {
 
 void OrganDesk::Keep(const std::string& name, const std::string& text) {
   const auto there = std::find_if(memories_.begin(), memories_.end(),
-                                  [&](const OrganMemory& memory) { return memory.name == name; });
+                                  [&](const lightorgan::Memory& memory) { return memory.name == name; });
   if (there != memories_.end()) {
     there->text = text;
   } else {

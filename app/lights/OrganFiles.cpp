@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "dmx/DataFile.h"
-#include "support/Text.h"
 
 namespace app {
 namespace {
@@ -20,27 +19,6 @@ support::Result<std::string> TextOf(const std::filesystem::path& path) {
 }
 
 }  // namespace
-
-std::string MemoryText(const std::vector<OrganMemory>& memories) {
-  std::string text;
-  for (const OrganMemory& memory : memories) text.append("[" + memory.name + "]\r\n").append(memory.text);
-  return text;
-}
-
-std::vector<OrganMemory> ParseMemories(std::string_view text) {
-  std::vector<OrganMemory> memories;
-  bool named = false;
-  for (const std::string_view line : support::SplitLines(text)) {
-    if (line.starts_with('[')) {
-      const std::string_view name = line.substr(1, line.find(']') - 1);
-      named = name.starts_with(kMemoryPrefix);
-      if (named) memories.push_back({std::string(name), {}});
-    } else if (named && !line.empty()) {
-      memories.back().text.append(line).append("\r\n");
-    }
-  }
-  return memories;
-}
 
 struct OrganFiles::Outside {
   support::ProgramFolder folder;
@@ -102,16 +80,16 @@ void OrganFiles::SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, 
   });
 }
 
-void OrganFiles::ReadMemories(std::function<void(std::vector<OrganMemory>)> done) {
+void OrganFiles::ReadMemories(std::function<void(std::vector<lightorgan::Memory>)> done) {
   work_.Post([outside = outside_, done = std::move(done)] {
     const auto text = TextOf(outside->folder.Native(kMemoryFile));
-    auto memories = text ? ParseMemories(text.Value()) : std::vector<OrganMemory>();
+    auto memories = text ? lightorgan::ParseMemories(text.Value()) : std::vector<lightorgan::Memory>();
     outside->window->Post([done, memories = std::move(memories)] { done(memories); });
   });
 }
 
-void OrganFiles::SaveMemories(const std::vector<OrganMemory>& memories) {
-  work_.Post([outside = outside_, text = MemoryText(memories)] {
+void OrganFiles::SaveMemories(const std::vector<lightorgan::Memory>& memories) {
+  work_.Post([outside = outside_, text = lightorgan::MemoryText(memories)] {
     const auto saved = outside->Save(outside->folder.Native(kMemoryFile), text);
     if (!saved) outside->tell(outside->say(saved.Failure()));
   });

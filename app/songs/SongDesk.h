@@ -28,6 +28,8 @@ class SongDesk {
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks);
   void ShutDown();
+  /// As SongPlayer; the conductor's.
+  [[nodiscard]] decks::StreamHandle Hear(HeardSong& song) { return player_.Hear(song); }
 
   [[nodiscard]] const SongView& View() { return views_.Read(); }
 

@@ -5,11 +5,13 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "karaoke/DiscImage.h"
 #include "karaoke/LyricShow.h"
 #include "support/Clock.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -18,6 +20,8 @@ struct SongWords {
   std::string title;
   std::string artist;
   karaoke::LyricShow show;  ///< without lines where the file has no words
+  /// What the user is to be told about the file.
+  std::optional<support::Sentence> note{};
 };
 
 /// Where a song is heard, and how it goes on from there.
@@ -53,6 +57,7 @@ struct SongView {
   double percent = 0;  ///< tempo from the original
   int melody = 100;    ///< level of the channel that plays what is sung, 0 to 100
   bool has_melody = false;
+  std::string note;            ///< a sentence about the song that is there, else empty
   std::string failure;         ///< a sentence about the newest song that could not be played
   std::uint64_t failures = 0;  ///< counts them
   DiscView disc;               ///< goes before the words

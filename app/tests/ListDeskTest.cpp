@@ -192,6 +192,24 @@ TEST_F(HistoryTest, WhatNoWorkerHasSavedIsSavedAtTheEnd) {
   EXPECT_THAT(History(), HasSubstr("a.mp3"));
 }
 
+TEST_F(ListDeskTest, ThePlaylistsOfTheLastRunGoOnAndAreWrittenWhenTheyChange) {
+  Write("tlv.list2", Line("x.mp3") + "half a row\r\n" + Line("y.mp3"));
+  const auto kept = [this](const char* name) { return files_.Content(folder_ / name).value_or("none"); };
+  StartUp();
+  EXPECT_THAT(FilesOf(station_->Playlist(2)), ElementsAre("x.mp3", "y.mp3"));
+  EXPECT_THAT(station_->View().notice, HasSubstr("playlist 2"));
+  Work();
+  EXPECT_EQ(kept("tlv.list2"), "none") << "nothing was changed, so the damaged row is still on the disk";
+  Open(Write("a.TPL", Line("z.mp3")));
+  station_->Lists().Follow();
+  Work();
+  EXPECT_EQ(kept("tlv.list1"), Line("z.mp3"));
+  station_->Playlist(2).RemoveRow(1);
+  station_->ShutDown();
+  EXPECT_EQ(kept("tlv.list2"), Line("y.mp3")) << "changed after the last frame";
+  EXPECT_EQ(kept("tlv.list3"), "none");
+}
+
 TEST_F(ListDeskTest, EveningsAreListedTheNewestFirst) {
   for (const char* name : {"History/2026-11-20.tpl", "History/2026-11-21.tpl", "History/notes.tpl"})
     Write(name, "");

@@ -220,25 +220,6 @@ TEST_F(OrganEvening, WithoutABoardABoxSaysSoAndTheLampsOfTheWindowGoOn) {
   EXPECT_EQ(Stored("Setup", "UseK8000"), "False");
 }
 
-TEST(OrganMemories, AFileIsReadWhateverItHolds) {
-  using namespace std::string_view_literals;
-  const struct {
-    std::string_view text;
-    std::size_t memories;
-  } kFiles[] = {{""sv, 0},
-                {"[K80 a\r\nBEAT"sv, 1},
-                {"["sv, 0},
-                {"[]\n[K80]\n[K8]\n"sv, 1},
-                {"x\r[K80]\ry"sv, 1},
-                {"[K80]\0\n\0[K80]\n"sv, 1},
-                {"[K80 b]]\n\n\n"sv, 1}};
-  for (const auto& file : kFiles) {
-    const auto memories = ParseMemories(file.text);
-    EXPECT_EQ(memories.size(), file.memories) << file.text;
-    EXPECT_EQ(ParseMemories(MemoryText(memories)), memories) << file.text;
-  }
-}
-
 TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   const music::BeatGrid grid =
       music::BeatGrid::Even(support::Bpm{120}, 1, music::Seconds(0.1), music::Seconds(60));
@@ -257,16 +238,16 @@ TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   decks::testing::RecordingEngine engine(clock);
   for (const auto& beat : kCases) {
     WorkstationView view;
-    view.sound.deck = 2;
+    view.sound.from = HeardFrom::Deck2;
     view.decks[1].grid = std::make_shared<const music::BeatGrid>(grid);
     view.decks[1].bpm = 120;
     view.decks[1].playing_bpm = beat.playing_bpm;
     view.decks[1].position = beat.position;
-    HeardMusic music({engine, [](int) { return decks::StreamHandle{0}; }});
+    HeardMusic music({engine, [](HeardFrom) { return decks::StreamHandle{0}; }});
     EXPECT_FALSE(music.LastBeat(0us).has_value()) << "nothing was looked at";
     music.Look(&view);
     EXPECT_EQ(music.LastBeat(beat.ahead), (lightorgan::HeardBeat{2, beat.beat})) << beat.what;
-    view.sound.deck = 1;
+    view.sound.from = HeardFrom::Deck1;
     EXPECT_FALSE(music.LastBeat(beat.ahead).has_value()) << "that deck has no grid";
   }
 }

@@ -106,6 +106,16 @@ TEST_F(TablesTest, AKaraokeSongGoesWithItsMp3) {
   EXPECT_EQ(files_.Content(folder_ / "tlvkaraoke.ndx"), "");
 }
 
+TEST_F(TablesTest, AnArchiveHoldsItsOwnSoundAndLeavesTheMp3BesideItAlone) {
+  StartUp();
+  for (const char* name : {"song.ZIP", "song.mp3"}) Write(name);
+  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.ZIP");
+  station_->DeleteKaraoke({1}, Taker());
+  Work();
+  EXPECT_FALSE(Exists("song.ZIP"));
+  EXPECT_TRUE(Exists("song.mp3"));
+}
+
 TEST_F(TablesTest, ATrackOfTheCatalogueLeavesTheMp3BesideItAlone) {
   StartUp();
   for (const char* name : {"song.ogg", "song.mp3"}) Write(name);

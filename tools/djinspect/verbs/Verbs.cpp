@@ -17,6 +17,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"karaoke", "FILE", &InspectKaraoke},
+    {"memories", "FILE --outputs 8|16", &InspectMemories},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mixtags", "FILE", &InspectMixTags},
     {"mp3gain", "FILE", &InspectMp3Gain},
@@ -25,6 +26,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},
+    {"zip", "FILE", &InspectZip},
 });
 // clang-format on
 
