@@ -80,20 +80,20 @@ TEST_F(DiscsTest, ThePictureFollowsWhatIsHeardOfItsSong) {
 }
 
 TEST_F(DiscsTest, TheDeckThatPlaysAndTheThirdDeckGoFirst) {
-  Load(1, "a.mp3");
+  Load(2, "b.mp3");
   Answer();
   EXPECT_EQ(Shown(), "") << "nothing plays yet";
-  Play(1);
-  EXPECT_EQ(Shown(), "a.mp3");
-  PlayOn(2, "b.mp3");
-  EXPECT_EQ(Shown(), "a.mp3") << "the picture does not jump in a mix";
-  station_->Stop(1);
+  Play(2);
   EXPECT_EQ(Shown(), "b.mp3");
+  PlayOn(1, "a.mp3");
+  EXPECT_EQ(Shown(), "b.mp3") << "the picture does not jump in a mix";
+  station_->Stop(2);
+  EXPECT_EQ(Shown(), "a.mp3");
   Sing("d.mp3");
   EXPECT_EQ(Shown(), "d.mp3");
   station_->Songs().Pause();
-  EXPECT_EQ(Shown(), "b.mp3");
-  station_->Stop(2);
+  EXPECT_EQ(Shown(), "a.mp3");
+  station_->Stop(1);
   EXPECT_EQ(Shown(), "d.mp3") << "what stands on the third deck is better than nothing";
   station_->Songs().Stop();
   EXPECT_EQ(Shown(), "") << "its title card tells who is next";

@@ -85,8 +85,10 @@ TEST(DiscPictureTest, EachPacketDrawsWhatItSays) {
       {"offsets beyond a tile", Chequered().ScrollRound({Move::None, 7}, {Move::None, 15}),
        [](int x, int y) { return ChequeredAt(x + 11, y + 23); }},
       {"offsets until the next memory clear",
-       DiscBytes().Draw(1, 1, 2, 2, kFull).ScrollRound({Move::None, 3}, {Move::None, 4}).Clear(5),
-       [](int, int) { return 5; }},
+       DiscBytes().ScrollRound({Move::None, 3}, {Move::None, 4}).Clear(5).Draw(1, 1, 3, 7, kLeftColumn),
+       [](int x, int y) { return x >= 6 || y >= 12 ? 5
+                                 : x == 0          ? 7
+                                                   : 3; }},
       {"all bits set", DiscBytes().Clear(5).Draw(1, 1, 3, 7, kLeftColumn).FillOtherBits(),
        [](int x, int y) { return x >= 6 || y >= 12 ? 5
                                  : x == 0          ? 7
