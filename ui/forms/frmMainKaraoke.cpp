@@ -6,6 +6,7 @@
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/forms/frmMain.h"
+#include "ui/models/TrackModel.h"
 
 namespace ui {
 
@@ -13,6 +14,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
   singers_->setWindowTitle(windowTitle());
   karaoke_ = new KaraokePage(workstation_.Karaoke(), workstation_.Lists(), look);
+  karaoke_->Rows().MarkMissing([this](std::string_view file) { return workstation_.IsMissing(file); });
   song_ = new SongPanel(workstation_, *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
@@ -36,6 +38,7 @@ void frmMain::PlaySong(int row) {
 
 void frmMain::ShowSong(support::TimePoint now) {
   karaoke_->Show();
+  karaoke_->Rows().ShowMissing(workstation_.MissingChecks());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);
   singers_->Show(song, now);
