@@ -50,7 +50,7 @@ void Workstation::StartUp() {
   parts.FindVisualisations();
   parts.ShortenBuffers();
   parts.ReadPresets();
-  parts.CheckFiles();
+  parts.missing.Look();
   parts.tags.StartUp();
   parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
@@ -177,47 +177,6 @@ void Workstation::Parts::ReadPresets() {
   });
 }
 
-/// A piece after the other, behind all other work.
-void Workstation::Parts::CheckFiles() {
-  struct Check {
-    catalogue::track_table table;
-    int number;
-    int row = 1;
-    std::string first;
-    std::unordered_set<std::string> missing;
-    std::function<void(const std::shared_ptr<Check>&)> go_on;
-  };
-  const auto check = std::make_shared<Check>(Check{catalogue, ++newest_check, 1, {}, {}, {}});
-  check->go_on = [this, gate = gate, tell = Teller(), &workers = Idle()](const std::shared_ptr<Check>& one) {
-    workers.Post([this, gate, tell, one] {
-      gate->Pass([&] {
-        constexpr int kRowsAtOnce = 200;
-        for (const int end = one->row + kRowsAtOnce; one->row < end && one->row <= one->table.Rows();
-             ++one->row) {
-          const std::string path(one->table.Cell(one->row, catalogue::track::kFilename));
-          std::error_code ignored;
-          if (std::filesystem::exists(path, ignored)) continue;
-          if (one->missing.empty()) one->first = path;
-          one->missing.insert(path);
-        }
-        if (one->row <= one->table.Rows()) return one->go_on(one);
-        one->go_on = nullptr;
-        if (!one->missing.empty()) {
-          tell(say(support::Sentence::FilesMissing, {std::to_string(one->missing.size()), one->first}));
-        }
-        window->Post([this, one] {
-          if (one->number != newest_check) return;
-          missing = std::move(one->missing);
-          ++missing_checks;
-        });
-      });
-    });
-  };
-  if (check->table.Rows() > 0) return check->go_on(check);
-  missing.clear();
-  ++missing_checks;
-}
-
 void Workstation::Parts::ShortenBuffers() {
   conductor.Post([this] { stage.SetBuffers(); });
 }
@@ -236,7 +195,7 @@ void Workstation::Parts::ReleaseEngine() {
 }
 
 void Workstation::Parts::SaveWhatWaits() {
-  if (batch_filled) index.Save(catalogue);
+  SaveBatch();
   index.Flush();
   karaoke_index.Flush();
   batch.Flush();

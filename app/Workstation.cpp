@@ -82,20 +82,30 @@ BatchDesk& Workstation::Batch() {
 }
 
 void Workstation::Parts::AnalyseAll() {
-  std::vector<std::string> files;
-  files.reserve(static_cast<std::size_t>(catalogue.Rows()));
-  for (int row = 1; row <= catalogue.Rows(); ++row) {
-    files.emplace_back(catalogue.Cell(row, catalogue::track::kFilename));
-  }
-  batch.Start(files, GainPercent());
+  batch.Start(
+      [table = catalogue] {
+        std::vector<std::string> files;
+        table.VisitColumn(catalogue::track::kFilename, [&files](int, std::string_view file) {
+          files.emplace_back(file);
+          return true;
+        });
+        return files;
+      },
+      GainPercent());
 }
 
 int Workstation::Parts::GainPercent() {
   return std::clamp(settings.Number("Settings", "GainPercent"), 0, 100);
 }
 
-void Workstation::StartBatch(const std::vector<std::string>& files) {
-  parts_->batch.Start(files, parts_->GainPercent());
+void Workstation::StartBatch(std::vector<int> rows) {
+  parts_->batch.Start(
+      [table = parts_->catalogue, rows = std::move(rows)] {
+        std::vector<std::string> files;
+        for (const int row : rows) files.emplace_back(table.Cell(row, catalogue::track::kFilename));
+        return files;
+      },
+      parts_->GainPercent());
 }
 
 void Workstation::AttachWindow(Prompts* prompts, Help* help) {
@@ -143,6 +153,7 @@ const WorkstationView& Workstation::View() {
 void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int row) {
   auto wanted = TrackToLoad(table, row);
   if (!wanted) return;
+  parts_->missing.LookAt(wanted->filename);
   OnDeck(parts_->conductor, parts_->stage, deck,
          [wanted = std::move(*wanted)](DeckStation& station) { station.Load(wanted); });
 }
@@ -190,15 +201,33 @@ void Workstation::SetMainVolume(int main_volume) {
 
 void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                                       const catalogue::FileMarks& marks) {
-  if (FillRows(filename, analysis, marks)) index.Save(catalogue);
-  WriteTag(filename);
+  FillRows(filename, analysis, marks, [this] { index.Save(catalogue); });
 }
 
-bool Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
-                                  const catalogue::FileMarks& marks) {
-  const bool filled = FillIn(catalogue, filename, analysis, marks);
-  for (catalogue::track_table& playlist : playlists) FillIn(playlist, filename, analysis, marks);
-  return filled;
+void Workstation::Parts::KeepBatch(const std::string& filename, const music::TrackAnalysis& analysis,
+                                   const catalogue::FileMarks& marks) {
+  FillRows(filename, analysis, marks, [this] {
+    batch_filled = true;
+    // Nothing saves it any more where the row was found after the last file.
+    if (batch.Progress().state == BatchProgress::State::Idle) SaveBatch();
+  });
+}
+
+void Workstation::Parts::SaveBatch() {
+  if (std::exchange(batch_filled, false)) index.Save(catalogue);
+}
+
+void Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                                  const catalogue::FileMarks& marks, const std::function<void()>& filled) {
+  for (std::size_t i = 0; i < playlists.size(); ++i) {
+    playlist_rows[i].All(filename, [this, i, analysis, marks](const std::vector<int>& rows) {
+      for (const int row : rows) FillIn(playlists[i], row, analysis, marks);
+    });
+  }
+  catalogue_rows.One(filename, [this, filename, analysis, marks, filled](int row) {
+    if (FillIn(catalogue, row, analysis, marks)) filled();
+    WriteTag(filename, row);
+  });
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {
@@ -321,11 +350,15 @@ void Workstation::DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done)
 }
 
 bool Workstation::IsMissing(std::string_view filename) const {
-  return !parts_->missing.empty() && parts_->missing.contains(std::string(filename));
+  return parts_->missing.Has(filename);
 }
 
 std::size_t Workstation::MissingChecks() const {
-  return parts_->missing_checks;
+  return parts_->missing.Answers();
+}
+
+void Workstation::LookForFiles() {
+  parts_->missing.LookAgain();
 }
 
 void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
@@ -335,7 +368,7 @@ void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeepe
              [this, &keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
                if (outcome.replaced) keeper.Save(table);
                for (const auto& file : outcome.moved) FollowInPlaylists(file.from, file.to);
-               if (outcome.replaced) CheckFiles();
+               if (outcome.replaced) missing.Look();
                if (done) done(outcome);
              });
 }

@@ -240,7 +240,8 @@ class Workstation {
   [[nodiscard]] SongDesk& Songs();
   /// The analysis of many files.
   [[nodiscard]] BatchDesk& Batch();
-  void StartBatch(const std::vector<std::string>& files);
+  /// Of these rows of the catalogue.
+  void StartBatch(std::vector<int> rows);
   [[nodiscard]] ListDesk& Lists();
   [[nodiscard]] EditorDesk& Editors();
 
@@ -250,10 +251,13 @@ class Workstation {
   /// Requires: 1 to kPlaylists.
   [[nodiscard]] catalogue::track_table& Playlist(int number);
   [[nodiscard]] const LoadReport& Loaded() const;
-  /// The file was not there when the catalogue's files were looked for last: at the start and after a scan.
+  /// The file was not there when the tables' files were looked for last: at the start, after a scan, when it
+  /// was to be loaded, and by LookForFiles.
   [[nodiscard]] bool IsMissing(std::string_view filename) const;
   /// Grows each time that they were looked for.
   [[nodiscard]] std::size_t MissingChecks() const;
+  /// Again, unless they were less than a minute ago.
+  void LookForFiles();
   /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row whose
   /// file could not be deleted stays. Called back on the window's thread with the number of rows removed and
   /// a sentence for each file that is still there.

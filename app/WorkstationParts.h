@@ -6,7 +6,6 @@
 #include <map>
 #include <memory>
 #include <string>
-#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -15,8 +14,10 @@
 #include "app/files/BatchDesk.h"
 #include "app/files/FileIntake.h"
 #include "app/files/FileRemoval.h"
+#include "app/files/FileRows.h"
 #include "app/files/IndexKeeper.h"
 #include "app/files/KaraokeSongReader.h"
+#include "app/files/MissingFiles.h"
 #include "app/files/Reindex.h"
 #include "app/files/TagDesk.h"
 #include "app/files/TreeScan.h"
@@ -53,6 +54,12 @@ struct Workstation::Parts {
         scratch(folder.Native(catalogue::kTagScratch)),
         tags({outside.tags, outside.tag_writer, outside.side_store, outside.files, folder.Native(kTagList)},
              outside.workers, keeping, Complainer()),
+        catalogue_rows(catalogue, catalogue::track::kFilename, outside.workers, gate, window),
+        playlist_rows{RowsOfPlaylist(0), RowsOfPlaylist(1), RowsOfPlaylist(2)},
+        missing({Idle(), outside.workers, outside.clock}, gate, window, FileTables(),
+                [this](std::size_t count, const std::string& first) {
+                  Teller()(say(support::Sentence::FilesMissing, {std::to_string(count), first}));
+                }),
         intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
         song_intake(karaoke, outside.tags, outside.workers, gate, window, say, scratch, &song_reader),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
@@ -66,13 +73,8 @@ struct Workstation::Parts {
             {Idle(), outside.workers, outside.files, outside.clock, say}, gate, window, cores,
             folder.Native(kBatchList),
             [this](const std::string& filename, const music::TrackAnalysis& found,
-                   const catalogue::FileMarks& marks) {
-              batch_filled = FillRows(filename, found, marks) || batch_filled;
-              WriteTag(filename);
-            },
-            [this] {
-              if (std::exchange(batch_filled, false)) index.Save(catalogue);
-            }),
+                   const catalogue::FileMarks& marks) { KeepBatch(filename, found, marks); },
+            [this] { SaveBatch(); }),
         music_scan(catalogue, catalogue::ScanMode::Music, Scanner(), outside.workers, gate, window, say),
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
@@ -114,13 +116,30 @@ struct Workstation::Parts {
             }};
   }
 
+  /// The catalogue first.
+  [[nodiscard]] std::vector<MissingFiles::Table> FileTables() const {
+    namespace track = catalogue::track;
+    return {{catalogue, track::kFilename},
+            {karaoke, catalogue::karaoke::kFilename},
+            {playlists[0], track::kFilename},
+            {playlists[1], track::kFilename},
+            {playlists[2], track::kFilename}};
+  }
+  [[nodiscard]] FileRows RowsOfPlaylist(std::size_t which) {
+    return {playlists[which], catalogue::track::kFilename, ports.workers, gate, window};
+  }
+
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
   void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                     const catalogue::FileMarks& marks);
 
-  /// The same without saving; true when a row of the catalogue says more now.
-  bool FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
-                const catalogue::FileMarks& marks);
+  /// The same of a file of the batch, which saves now and then.
+  void KeepBatch(const std::string& filename, const music::TrackAnalysis& analysis,
+                 const catalogue::FileMarks& marks);
+  void SaveBatch();
+  /// And writes the tag. filled: a row of the catalogue says more now.
+  void FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                const catalogue::FileMarks& marks, const std::function<void()>& filled);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -164,8 +183,9 @@ struct Workstation::Parts {
   void ReadPresets();
   /// In each row of the catalogue and the playlists that holds the file.
   void StoreMixPoint(const std::string& filename, MixPoint which, std::chrono::microseconds place);
-  /// What the file's row says for mixing goes into its tag, where tags are to be written.
-  void WriteTag(const std::string& filename);
+  /// What the file's row in the catalogue (0: none) or a playlist says for mixing goes into its tag, where
+  /// tags are to be written.
+  void WriteTag(const std::string& filename, int row);
   void FindVisualisations();
   void ShortenBuffers();
   void ReleaseDecks();
@@ -182,8 +202,6 @@ struct Workstation::Parts {
 
   /// Rows of a file that was moved name its new place.
   void FollowInPlaylists(const std::string& from, const std::string& to);
-  /// Tells how many of the catalogue's files are not there.
-  void CheckFiles();
   void AnalyseAll();
   /// The threshold of the mix points.
   [[nodiscard]] int GainPercent();
@@ -211,10 +229,7 @@ struct Workstation::Parts {
   Prompts* prompts = nullptr;
   Help* help = nullptr;
   std::vector<std::string> unseen_prompts;
-  std::unordered_set<std::string> missing;  ///< files of the catalogue that were not there
-  int newest_check = 0;                     ///< the number of the look at them that counts
-  std::size_t missing_checks = 0;           ///< how often they were looked for
-  std::size_t settings_notices = 0;         ///< told so far
+  std::size_t settings_notices = 0;  ///< told so far
   std::vector<std::string> device_names;
   std::map<std::string, decks::clsMp3Info> gains;  ///< of the files that were asked for
   catalogue::track_table catalogue{catalogue::TrackColumns()};
@@ -232,6 +247,9 @@ struct Workstation::Parts {
   catalogue::TagScratch scratch;
   TagDesk tags;
   KaraokeSongReader song_reader;
+  FileRows catalogue_rows;
+  std::array<FileRows, kPlaylists> playlist_rows;
+  MissingFiles missing;
   FileIntake intake;
   FileIntake song_intake;
   FileRemoval removal;

@@ -117,27 +117,24 @@ void Workstation::Parts::StoreMixPoint(const std::string& filename, MixPoint whi
   namespace track = catalogue::track;
   const int column = which == MixPoint::Start ? track::kStartMixPoint : track::kEndMixPoint;
   const std::string text = SecondsText(place);
-  const auto store = [&](catalogue::track_table& table) {
-    bool any = false;
-    for (int row = 1; row <= table.Rows(); ++row) {
-      if (table.Cell(row, track::kFilename) != filename) continue;
-      table.SetCell(row, column, text);
-      any = true;
-    }
-    return any;
-  };
-  const bool listed = store(catalogue);
-  for (catalogue::track_table& playlist : playlists) store(playlist);
-  if (listed) index.Save(catalogue);
-  WriteTag(filename);
+  for (std::size_t i = 0; i < playlists.size(); ++i) {
+    playlist_rows[i].All(filename, [this, i, column, text](const std::vector<int>& rows) {
+      for (const int row : rows) playlists[i].SetCell(row, column, text);
+    });
+  }
+  catalogue_rows.All(filename, [this, filename, column, text](const std::vector<int>& rows) {
+    for (const int row : rows) catalogue.SetCell(row, column, text);
+    if (!rows.empty()) index.Save(catalogue);
+    WriteTag(filename, rows.empty() ? 0 : rows.front());
+  });
 }
 
-void Workstation::Parts::WriteTag(const std::string& filename) {
+void Workstation::Parts::WriteTag(const std::string& filename, int row) {
   if (!settings.Flag("Tags", "Write")) return;
-  catalogue::MixingTags values = MixingTagsInRow(catalogue, filename);
+  catalogue::MixingTags values = MixingTagsInRow(catalogue, row);
   for (const catalogue::track_table& playlist : playlists) {
     if (values != catalogue::MixingTags{}) break;
-    values = MixingTagsInRow(playlist, filename);
+    values = MixingTagsInRow(playlist, playlist.FindRow(catalogue::track::kFilename, filename));
   }
   if (values != catalogue::MixingTags{}) tags.Write(filename, values);
 }

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <numeric>
 
 #include "support/Text.h"
@@ -21,6 +22,18 @@ int RankOf(ChannelFunction function) {
 bool DoSame(const FixtureChannel& a, const FixtureChannel& b) {
   return a.function == b.function && support::ToUpper(a.label) == support::ToUpper(b.label);
 }
+
+/// A fine channel that is described as a free one has to name the axis too.
+bool IsFine(const FixtureChannel& channel, ChannelFunction axis) {
+  const std::string label = support::ToUpper(channel.label);
+  const auto says = [&label](std::string_view word) { return label.find(word) != std::string::npos; };
+  if (!says("FINE") && !says("FIJN")) return false;
+  return channel.function == axis ||
+         (channel.function == ChannelFunction::Free && says(axis == ChannelFunction::Pan ? "PAN" : "TILT"));
+}
+
+constexpr int kFineSteps = 256;
+constexpr int kHighestPlace = kFineSteps * kFineSteps - 1;
 
 }  // namespace
 
@@ -45,6 +58,31 @@ int FirstChannel(const ChannelSlider& channels, ChannelFunction function) {
       std::find_if(channels.begin(), channels.end(),
                    [function](const FixtureChannel& channel) { return channel.function == function; });
   return found == channels.end() ? 0 : static_cast<int>(found - channels.begin()) + 1;
+}
+
+AxisChannels AxisChannelsOf(const ChannelSlider& channels, ChannelFunction axis) {
+  AxisChannels found;
+  int number = 0;
+  for (const FixtureChannel& channel : channels) {
+    ++number;
+    const bool fine = IsFine(channel, axis);
+    if (fine && found.fine == 0) found.fine = number;
+    if (!fine && channel.function == axis && found.coarse == 0) found.coarse = number;
+  }
+  if (found.coarse == 0) found = {FirstChannel(channels, axis), 0};
+  return found;
+}
+
+AxisLevels LevelsAt(const AxisChannels& axis, double place) {
+  const double within = std::clamp(place, 0.0, 1.0);
+  if (axis.fine == 0) return {static_cast<DmxLevel>(std::lround(within * kHighestLevel)), 0};
+  const long steps = std::lround(within * kHighestPlace);
+  return {static_cast<DmxLevel>(steps / kFineSteps), static_cast<DmxLevel>(steps % kFineSteps)};
+}
+
+double PlaceOf(const AxisChannels& axis, const AxisLevels& levels) {
+  if (axis.fine == 0) return double(levels.coarse) / kHighestLevel;
+  return double(levels.coarse * kFineSteps + levels.fine) / kHighestPlace;
 }
 
 std::vector<int> FaderOrder(const ChannelSlider& channels) {

@@ -5,6 +5,7 @@
 
 #include <array>
 #include <filesystem>
+#include <numeric>
 #include <random>
 #include <string>
 #include <vector>
@@ -178,11 +179,9 @@ void KilledEvening::Evening(Phase phase, Reaper& reaper, const Death& death) con
   work();
   station.Apply({app::ApplyMode::ReindexMusic, music_.Path().string(), {}});
   work();
-  std::vector<std::string> paths;
-  for (int row = 1; row <= station.Catalogue().Rows(); ++row) {
-    paths.emplace_back(station.Catalogue().Cell(row, track::kFilename));
-  }
-  station.StartBatch(paths);
+  std::vector<int> rows(static_cast<std::size_t>(station.Catalogue().Rows()));
+  std::iota(rows.begin(), rows.end(), 1);
+  station.StartBatch(rows);
   work();
 }
 

@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <fstream>
 #include <iterator>
+#include <string_view>
+#include <unordered_set>
 #include <utility>
 
 #include "support/Mutex.h"
@@ -16,6 +18,8 @@ namespace {
 using BatchState = BatchProgress::State;
 
 constexpr int kFilesASave = 32;
+constexpr int kSavesOfABatch = 1000;  ///< a long one saves less often, because what it saves is long too
+constexpr std::size_t kManyFiles = 10'000;
 constexpr std::size_t kMostSentences = 1000;
 
 /// One that a line cannot hold is analysed, but not gone on with in the next run.
@@ -33,28 +37,55 @@ std::vector<std::string> ReadList(const std::filesystem::path& path) {
   return files;
 }
 
+/// All of the first ones, and those of the others that are not among them, each once.
+std::shared_ptr<const BatchDesk::Files> Join(const BatchDesk::Files& first, BatchDesk::Files others) {
+  auto all = std::make_shared<BatchDesk::Files>();
+  all->reserve(first.size() + others.size());  // what is known points into it
+  std::unordered_set<std::string_view> known;
+  const auto add = [&](std::string file) {
+    all->push_back(std::move(file));
+    if (!known.insert(all->back()).second) all->pop_back();
+  };
+  for (const std::string& file : first) add(file);
+  for (std::string& file : others) add(std::move(file));
+  return all;
+}
+
+std::string TextOf(const BatchDesk::Files& files, std::size_t from) {
+  std::string text;
+  for (; from < files.size(); ++from) {
+    if (FitsALine(files[from])) text += files[from] + "\r\n";
+  }
+  return text;
+}
+
 }  // namespace
 
 /// The newest state of the list wins, whatever order the workers save in.
 struct BatchDesk::List {
   List(support::FileSaver& saver, std::filesystem::path file) : files(saver), path(std::move(file)) {}
 
+  struct Left {
+    std::shared_ptr<const Files> files;
+    std::size_t from;
+  };
+
   void SaveNewest() {
     support::MutexLock one_at_a_time(saving);
-    std::optional<std::string> text;
+    std::optional<Left> left;
     {
       support::MutexLock lock(mutex);
-      text.swap(newest);
+      left.swap(newest);
     }
     // What is not saved is analysed again by the next run, which finds it in the side store.
-    if (text) static_cast<void>(files.Save(path, *text));
+    if (left) static_cast<void>(files.Save(path, TextOf(*left->files, left->from)));
   }
 
   support::FileSaver& files;
   const std::filesystem::path path;
   support::Mutex saving;
   support::Mutex mutex;
-  std::optional<std::string> newest DJ_GUARDED_BY(mutex);
+  std::optional<Left> newest DJ_GUARDED_BY(mutex);
 };
 
 BatchDesk::BatchDesk(const AnalysisPorts& ports, const Outside& outside, std::shared_ptr<WorkGate> gate,
@@ -67,6 +98,7 @@ BatchDesk::BatchDesk(const AnalysisPorts& ports, const Outside& outside, std::sh
       keep_(std::move(keep)),
       save_(std::move(save)),
       analyses_(ports, outside.background, gate_, box_, [](const support::Error&) {}),
+      files_(std::make_shared<const Files>()),
       list_(std::make_shared<List>(outside.files, std::move(list))) {
   analyses_.OnFound([this](const std::string& file, const music::TrackAnalysis& found,
                            const catalogue::FileMarks& marks) { Done(file, found, marks); });
@@ -74,24 +106,38 @@ BatchDesk::BatchDesk(const AnalysisPorts& ports, const Outside& outside, std::sh
 
 void BatchDesk::StartUp(int gain_percent) {
   gain_percent_ = gain_percent;
-  outside_.workers.Post([this, gate = gate_, box = box_, path = list_->path, gain_percent] {
+  Start([path = list_->path] { return ReadList(path); }, gain_percent);
+}
+
+void BatchDesk::Start(std::function<Files()> files, int gain_percent) {
+  wishes_.push_back({std::move(files), gain_percent});
+  if (wishes_.size() == 1) JoinNext();
+}
+
+void BatchDesk::JoinNext() {
+  const Before before = state_ == BatchState::Idle ? Before::Forgotten : Before::Kept;
+  outside_.workers.Post([this, gate = gate_, box = box_, wish = std::move(wishes_.front()), before,
+                         number = forgotten_,
+                         first = before == Before::Kept ? files_ : std::make_shared<const Files>()] {
     gate->Pass([&] {
-      auto files = ReadList(path);
-      if (files.empty()) return;
-      box->Post([this, files = std::move(files), gain_percent] { Start(files, gain_percent); });
+      auto all = Join(*first, wish.files());
+      box->Post([this, before, number, all = std::move(all), gain_percent = wish.gain_percent] {
+        if (number == forgotten_) Joined(before, all, gain_percent);
+      });
     });
   });
 }
 
-void BatchDesk::Start(const std::vector<std::string>& files, int gain_percent) {
+void BatchDesk::Joined(Before before, std::shared_ptr<const Files> all, int gain_percent) {
+  wishes_.pop_front();
+  if (before == Before::Forgotten) Forget();
+  PutAway(std::exchange(files_, std::move(all)));
   gain_percent_ = gain_percent;
-  if (state_ == BatchState::Idle) Forget();
-  for (const std::string& file : files) {
-    if (known_.insert(file).second) files_.push_back(file);
+  if (next_ < files_->size()) {
+    SaveList();
+    Resume();
   }
-  if (next_ == files_.size()) return;
-  SaveList();
-  Resume();
+  if (!wishes_.empty()) JoinNext();
 }
 
 void BatchDesk::Pause() {
@@ -119,6 +165,8 @@ void BatchDesk::Resume() {
 }
 
 void BatchDesk::Cancel() {
+  wishes_.clear();
+  ++forgotten_;
   for (int slot = 1; slot <= kDecks; ++slot) {
     if (std::exchange(slots_[static_cast<std::size_t>(slot - 1)], std::nullopt)) analyses_.Drop(slot);
   }
@@ -129,9 +177,14 @@ void BatchDesk::Cancel() {
   SaveList();
 }
 
+/// A long list is let go of by a worker.
+void BatchDesk::PutAway(std::shared_ptr<const Files> files) {
+  if (files->size() < kManyFiles) return;
+  outside_.workers.Post([files = std::move(files)] {});
+}
+
 void BatchDesk::Forget() {
-  files_.clear();
-  known_.clear();
+  PutAway(std::exchange(files_, std::make_shared<const Files>()));
   left_out_.clear();
   next_ = saved_from_ = 0;
   done_ = since_save_ = 0;
@@ -141,27 +194,27 @@ void BatchDesk::GoOn() {
   const int wanted = std::min(cores_->Now(), kDecks);
   int busy = 0;
   for (const auto& slot : slots_) busy += slot ? 1 : 0;
-  for (int slot = 1; slot <= kDecks && busy < wanted && next_ < files_.size(); ++slot) {
+  for (int slot = 1; slot <= kDecks && busy < wanted && next_ < files_->size(); ++slot) {
     if (slots_[static_cast<std::size_t>(slot - 1)]) continue;
     Begin(slot);
     ++busy;
   }
-  if (busy > 0 || next_ < files_.size()) return;
+  if (busy > 0 || next_ < files_->size()) return;
   state_ = BatchState::Idle;
   if (save_) save_();
-  saved_from_ = files_.size();
+  saved_from_ = files_->size();
   SaveList();
 }
 
 void BatchDesk::Begin(int slot) {
   slots_[static_cast<std::size_t>(slot - 1)] = next_;
-  analyses_.Hold(slot, {files_[next_++], 0, gain_percent_});
+  analyses_.Hold(slot, {(*files_)[next_++], 0, gain_percent_});
 }
 
 void BatchDesk::Done(const std::string& file, const music::TrackAnalysis& found,
                      const catalogue::FileMarks& marks) {
   const auto slot = std::find_if(slots_.begin(), slots_.end(),
-                                 [&](const auto& place) { return place && files_[*place] == file; });
+                                 [&](const auto& place) { return place && (*files_)[*place] == file; });
   if (slot == slots_.end()) return;
   slot->reset();
   analyses_.Drop(static_cast<int>(slot - slots_.begin()) + 1);
@@ -172,7 +225,8 @@ void BatchDesk::Done(const std::string& file, const music::TrackAnalysis& found,
   } else if (left_out_.size() < kMostSentences) {
     left_out_.push_back(outside_.say(support::Sentence::FileNotAnalysed, {file}));
   }
-  if (++since_save_ >= kFilesASave) CheckPoint();
+  const int many = std::max(kFilesASave, static_cast<int>(files_->size()) / kSavesOfABatch);
+  if (++since_save_ >= many) CheckPoint();
   GoOn();
 }
 
@@ -193,17 +247,9 @@ void BatchDesk::CheckPoint() {
 void BatchDesk::SaveList() {
   {
     support::MutexLock lock(list_->mutex);
-    list_->newest = LeftFrom(saved_from_);
+    list_->newest = List::Left{files_, saved_from_};
   }
   outside_.workers.Post([list = list_, gate = gate_] { gate->Pass([&] { list->SaveNewest(); }); });
-}
-
-std::string BatchDesk::LeftFrom(std::size_t place) const {
-  std::string text;
-  for (; place < files_.size(); ++place) {
-    if (FitsALine(files_[place])) text += files_[place] + "\r\n";
-  }
-  return text;
 }
 
 void BatchDesk::Flush() {
@@ -214,10 +260,10 @@ BatchProgress BatchDesk::Progress() const {
   BatchProgress progress;
   progress.state = state_;
   progress.done = done_;
-  progress.total = static_cast<int>(files_.size());
+  progress.total = static_cast<int>(files_->size());
   progress.left_out = static_cast<int>(left_out_.size());
   if (state_ == BatchState::Idle) return progress;
-  if (next_ > 0) progress.file = files_[next_ - 1];
+  if (next_ > 0) progress.file = (*files_)[next_ - 1];
   if (state_ != BatchState::Running || done_since_ == 0) return progress;
   const auto took = std::chrono::duration<double>(outside_.clock.Now() - since_);
   progress.remaining = std::chrono::seconds(

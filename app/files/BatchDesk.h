@@ -5,11 +5,11 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
 #include "app/sound/AnalysisDesk.h"
@@ -56,10 +56,12 @@ class BatchDesk {
             std::shared_ptr<Mailbox> box, std::shared_ptr<const IdleCores> cores, std::filesystem::path list,
             Keep keep, Save save);
 
+  using Files = std::vector<std::string>;
   /// Goes on with what the last run left.
   void StartUp(int gain_percent);
-  /// Adds files to what is left, each once; the threshold is that of the mix points.
-  void Start(const std::vector<std::string>& files, int gain_percent);
+  /// Adds files to what is left, each once, as soon as a worker has asked for them; the threshold is that of
+  /// the mix points.
+  void Start(std::function<Files()> files, int gain_percent);
   void Pause();
   void Resume();
   /// Forgets what is left.
@@ -73,13 +75,20 @@ class BatchDesk {
 
  private:
   struct List;
+  struct Wish {
+    std::function<Files()> files;
+    int gain_percent;
+  };
+  void JoinNext();
+  enum class Before { Forgotten, Kept };
+  void Joined(Before before, std::shared_ptr<const Files> all, int gain_percent);
   void GoOn();
   void Begin(int slot);
   void Done(const std::string& file, const music::TrackAnalysis& found, const catalogue::FileMarks& marks);
   void CheckPoint();
   void SaveList();
   void Forget();
-  [[nodiscard]] std::string LeftFrom(std::size_t place) const;
+  void PutAway(std::shared_ptr<const Files> files);
   [[nodiscard]] std::size_t FirstOpen() const;
 
   const Outside outside_;
@@ -91,9 +100,10 @@ class BatchDesk {
   AnalysisDesk analyses_;
   BatchProgress::State state_ = BatchProgress::State::Idle;
   int gain_percent_ = 3;
-  std::vector<std::string> files_;
-  std::unordered_set<std::string> known_;  ///< all of them
-  std::size_t next_ = 0;                   ///< to be begun
+  std::deque<Wish> wishes_;             ///< the first one is being joined to the files
+  std::uint64_t forgotten_ = 0;         ///< how often all wishes were
+  std::shared_ptr<const Files> files_;  // with the jobs that save them
+  std::size_t next_ = 0;                ///< to be begun
   std::array<std::optional<std::size_t>, kDecks> slots_;
   int done_ = 0;
   int since_save_ = 0;

@@ -13,11 +13,13 @@
 #include "app/settings/Settings.h"
 #include "app/sound/TrackToLoad.h"
 #include "catalogue/IndexFile.h"
+#include "catalogue/SortOrder.h"
 
 namespace app {
 namespace {
 
 constexpr std::string_view kHistoryFolder = "\\History";
+constexpr int kRowsAddedUpAtOnce = 10'000;
 constexpr int kShortestMix = 0, kLongestMix = 60;
 
 support::Decibels GainRange(const Settings& settings) {
@@ -213,6 +215,17 @@ void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved
     window->Post([done, failure = saved ? std::string()
                                         : say(support::Sentence::PlaylistNotSaved, {say(saved.Failure())})] {
       if (done) done(failure);
+    });
+  });
+}
+
+void ListDesk::AddUpTimes(int number, const Seconds& done) {
+  const catalogue::track_table& table = tables_.playlists[static_cast<std::size_t>(number - 1)];
+  if (table.Rows() <= kRowsAddedUpAtOnce)
+    return done(catalogue::TotalSeconds(table, catalogue::track::kTime));
+  context_.workers.Post([gate = context_.gate, window = context_.window, table, done] {
+    gate->Pass([&] {
+      window->Post([done, sum = catalogue::TotalSeconds(table, catalogue::track::kTime)] { done(sum); });
     });
   });
 }

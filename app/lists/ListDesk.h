@@ -69,6 +69,9 @@ class ListDesk {
   /// The whole table; a sentence where it could not be saved, empty where it was.
   using Saved = std::function<void(std::string failure)>;
   void SavePlaylist(int number, const std::filesystem::path& path, Saved done);
+  /// Of all times in playlist 1 to 3; a worker adds up those of a long one.
+  using Seconds = std::function<void(std::int64_t seconds)>;
+  void AddUpTimes(int number, const Seconds& done);
   /// Evenings with a history, the newest first; looked for by a worker.
   using Evenings = std::function<void(std::vector<std::string> evenings)>;
   void ListHistory(Evenings done);

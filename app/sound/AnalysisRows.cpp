@@ -41,9 +41,8 @@ bool WasFound(int column, const catalogue::FileMarks& marks) {
 
 }  // namespace
 
-bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis,
+bool FillIn(catalogue::track_table& table, int row, const music::TrackAnalysis& analysis,
             const catalogue::FileMarks& marks) {
-  const int row = table.FindRow(track::kFilename, filename);
   bool filled = false;
   for (const Found& found : CellsOf(analysis)) {
     if (row == 0 || found.text.empty() || table.Cell(row, found.column) == found.text) continue;
@@ -54,8 +53,7 @@ bool FillIn(catalogue::track_table& table, std::string_view filename, const musi
   return filled;
 }
 
-catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table, std::string_view filename) {
-  const int row = table.FindRow(track::kFilename, filename);
+catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table, int row) {
   const auto cell = [&](int column) -> std::optional<std::string> {
     if (row == 0 || table.Cell(row, column).empty()) return std::nullopt;
     return std::string(table.Cell(row, column));

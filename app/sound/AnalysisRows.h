@@ -2,8 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <string_view>
-
 #include "catalogue/AnalysisParts.h"
 #include "catalogue/MixingTags.h"
 #include "catalogue/track_table.h"
@@ -11,14 +9,13 @@
 
 namespace app {
 
-/// Fills in what an analysis found where the file's row says nothing: gain, mix points and tempo. What a tag
-/// or a hand put there stays; a point that an earlier scan found is replaced. True when a cell was filled in.
-/// Threads: the table's.
-bool FillIn(catalogue::track_table& table, std::string_view filename, const music::TrackAnalysis& analysis,
+/// Fills in what an analysis found where the row of its file says nothing: gain, mix points and tempo. What a
+/// tag or a hand put there stays; a point that an earlier scan found is replaced. True when a cell was filled
+/// in, nothing is for row 0. Threads: the table's.
+bool FillIn(catalogue::track_table& table, int row, const music::TrackAnalysis& analysis,
             const catalogue::FileMarks& marks = {});
 
-/// What the file's row says for mixing; nothing for a file without one.
-[[nodiscard]] catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table,
-                                                    std::string_view filename);
+/// What a row says for mixing; nothing for row 0.
+[[nodiscard]] catalogue::MixingTags MixingTagsInRow(const catalogue::track_table& table, int row);
 
 }  // namespace app

@@ -88,6 +88,8 @@ TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsNameAndMissingF
   StartUp();
   ASSERT_EQ(station_->Catalogue().Rows(), 1);
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "1.5");
+  station_->PumpWindow();
+  station_->Tick();
   EXPECT_TRUE(
       station_->View().notice.starts_with("1 files of the catalogue are not there, first \"/a.mp3\"."));
 }

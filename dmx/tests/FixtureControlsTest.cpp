@@ -53,5 +53,40 @@ TEST(FixtureControlsTest, TheSameChannelIsFoundByFunctionLabelAndRank) {
   EXPECT_EQ(SameChannel(kHead, 8, other), 0);
 }
 
+TEST(FixtureControlsTest, FineChannelsAreKnownByTheirLabels) {
+  const struct {
+    ChannelSlider channels;
+    int coarse;
+    int fine;
+  } cases[] = {{kHead, 3, 0},
+               {Channels({{Function::Pan, "Pan"}, {Function::Free, "Pan fine"}}), 1, 2},
+               {Channels({{Function::Pan, "FINE"}, {Function::Pan, ""}, {Function::Free, "fine"}}), 2, 1},
+               {Channels({{Function::Tilt, ""}, {Function::Pan, ""}, {Function::Tilt, "Tilt fijn"}}), 2, 0},
+               {Channels({{Function::Pan, "left"}, {Function::Pan, "right"}}), 1, 0},
+               {Channels({{Function::Pan, "fine"}}), 1, 0},
+               {Channels({{Function::Free, "Pan fine"}}), 0, 0}};
+  int number = 0;
+  for (const auto& one : cases) {
+    const AxisChannels axis = AxisChannelsOf(one.channels, Function::Pan);
+    EXPECT_EQ(axis.coarse, one.coarse) << "case " << ++number;
+    EXPECT_EQ(axis.fine, one.fine) << "case " << number;
+  }
+}
+
+TEST(FixtureControlsTest, APlaceOfAnAxisIsLevelsAndBack) {
+  const AxisChannels coarse{1, 0};
+  const AxisChannels fine{1, 2};
+  EXPECT_EQ(LevelsAt(coarse, 0.5), (AxisLevels{128, 0}));
+  EXPECT_EQ(LevelsAt(fine, 0.5), (AxisLevels{128, 0}));
+  EXPECT_EQ(LevelsAt(fine, 0.501), (AxisLevels{128, 65}));
+  for (const AxisChannels& axis : {coarse, fine}) {
+    const DmxLevel last = axis.fine == 0 ? 0 : 255;
+    EXPECT_EQ(LevelsAt(axis, -1), (AxisLevels{0, 0}));
+    EXPECT_EQ(LevelsAt(axis, 2), (AxisLevels{255, last}));
+    const AxisLevels levels{77, axis.fine == 0 ? DmxLevel{0} : DmxLevel{201}};
+    EXPECT_EQ(LevelsAt(axis, PlaceOf(axis, levels)), levels);
+  }
+}
+
 }  // namespace
 }  // namespace dmx

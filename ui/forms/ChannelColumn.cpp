@@ -18,7 +18,6 @@
 namespace ui {
 namespace {
 
-constexpr double kWidthEms = 9;
 constexpr double kFunctionEms = 1.5;
 
 QString FunctionName(dmx::ChannelFunction function) {
@@ -27,17 +26,12 @@ QString FunctionName(dmx::ChannelFunction function) {
 
 }  // namespace
 
-ChannelColumn::ChannelColumn(int number, const Look& look, QWidget* parent)
-    : QWidget(parent), number_(number), look_(look) {
-  setObjectName(QStringLiteral("Channel%1").arg(number));
-  head_ = new QPushButton(QString::number(number));
+ChannelColumn::ChannelColumn(const Look& look, QWidget* parent) : QWidget(parent), look_(look) {
+  head_ = new QPushButton;
   SetKind(*head_, "lamp1");
   head_->setCheckable(true);
-  const QString tip = look.say(EditorWord::ChannelTip).arg(number);
-  Name(*head_, QStringLiteral("Choose%1").arg(number), tip, tip);
   connect(head_, &QPushButton::clicked, this, [this] { Q_EMIT Chosen(number_); });
   counter_ = new QLabel;
-  Name(*counter_, QStringLiteral("Counter%1").arg(number), {}, look.say(EditorWord::CounterTip));
   counter_->setAlignment(Qt::AlignCenter);
   SetTextColour(*counter_, look.skin.dim);
   MakeSlider();
@@ -53,11 +47,38 @@ ChannelColumn::ChannelColumn(int number, const Look& look, QWidget* parent)
   rows->addWidget(label_);
 }
 
+void ChannelColumn::SetNumber(int number) {
+  if (number == number_) return;
+  number_ = number;
+  setObjectName(QStringLiteral("Channel%1").arg(number));
+  const struct {
+    QWidget* widget;
+    const char* part;
+    EditorWord tip;
+  } parts[] = {{head_, "Choose%1", EditorWord::ChannelTip},
+               {slider_, "Slider%1", EditorWord::SliderTip},
+               {function_, "Function%1", EditorWord::FunctionTip},
+               {label_, "Label%1", EditorWord::LabelTip}};
+  for (const auto& part : parts) {
+    const QString tip = look_.say(part.tip).arg(number);
+    Name(*part.widget, QString::fromLatin1(part.part).arg(number), tip, tip);
+  }
+  Name(*counter_, QStringLiteral("Counter%1").arg(number), {}, look_.say(EditorWord::CounterTip));
+  Name(*level_, QStringLiteral("Level%1").arg(number), {});
+  head_->setText(QString::number(number));
+  const QSignalBlocker quiet(slider_);
+  slider_->setSliderDown(false);
+  ShowFunctionTip();
+  ShowLabelTip();
+}
+
+std::array<QWidget*, 4> ChannelColumn::Stops() const {
+  return {head_, slider_, function_, label_};
+}
+
 void ChannelColumn::MakeSlider() {
   slider_ = new Fader(Qt::Vertical, look_.skin, look_.skin.decks[0]);
   slider_->setRange(0, dmx::kHighestLevel);
-  const QString tip = look_.say(EditorWord::SliderTip).arg(number_);
-  Name(*slider_, QStringLiteral("Slider%1").arg(number_), tip, tip);
   slider_->installEventFilter(this);
   connect(slider_, &QSlider::valueChanged, this, [this](int level) {
     level_->setText(QString::number(level));
@@ -65,14 +86,11 @@ void ChannelColumn::MakeSlider() {
   });
   level_ = new QLabel(QStringLiteral("0"));
   level_->setAlignment(Qt::AlignCenter);
-  Name(*level_, QStringLiteral("Level%1").arg(number_), {});
 }
 
 void ChannelColumn::MakeFunction() {
   function_ = new QPushButton;
   SetKind(*function_, "tool");
-  const QString tip = look_.say(EditorWord::FunctionTip).arg(number_);
-  Name(*function_, QStringLiteral("Function%1").arg(number_), tip, tip);
   function_->installEventFilter(this);
   SetFontEm(*function_, 0.92);
   connect(function_, &QPushButton::clicked, this, &ChannelColumn::ShowFunctions);
@@ -80,8 +98,6 @@ void ChannelColumn::MakeFunction() {
 
 void ChannelColumn::MakeLabel() {
   label_ = new QLineEdit;
-  const QString tip = look_.say(EditorWord::LabelTip).arg(number_);
-  Name(*label_, QStringLiteral("Label%1").arg(number_), tip, tip);
   label_->installEventFilter(this);
   connect(label_, &QLineEdit::textEdited, this,
           [this](const QString& text) { Q_EMIT Labelled(number_, text); });
@@ -116,14 +132,24 @@ void ChannelColumn::Show(const dmx::FixtureChannel& channel, int dmx_channel) {
     const int pixels = Em(*this, kFunctionEms);
     function_->setIconSize({pixels, pixels});
     function_->setIcon(QIcon(FunctionPicture(channel.function, pixels, look_.skin.text)));
-    const QString tip = look_.say(EditorWord::FunctionTip).arg(number_);
-    function_->setToolTip(FunctionName(channel.function) + QStringLiteral(" – ") + tip);
+    ShowFunctionTip();
   }
   const QString label = Decode(channel.label);
   if (label_->text() == label) return;
   label_->setText(label);
   label_->setCursorPosition(0);  // its beginning is what is seen of a long one
-  label_->setToolTip(label + QStringLiteral(" – ") + look_.say(EditorWord::LabelTip).arg(number_));
+  ShowLabelTip();
+}
+
+void ChannelColumn::ShowFunctionTip() {
+  if (shown_function_ < 0) return;
+  const QString name = FunctionName(static_cast<dmx::ChannelFunction>(shown_function_));
+  function_->setToolTip(name + QStringLiteral(" – ") + look_.say(EditorWord::FunctionTip).arg(number_));
+}
+
+void ChannelColumn::ShowLabelTip() {
+  if (label_->text().isEmpty()) return;
+  label_->setToolTip(label_->text() + QStringLiteral(" – ") + look_.say(EditorWord::LabelTip).arg(number_));
 }
 
 void ChannelColumn::ShowChosen(bool chosen) {
@@ -141,7 +167,6 @@ void ChannelColumn::ShowLevel(int level) {
 void ChannelColumn::ShowSlider(Slider slider) {
   slider_->setVisible(slider == Slider::Shown);
   level_->setVisible(slider == Slider::Shown);
-  setFixedWidth(Em(*this, kWidthEms));
 }
 
 bool ChannelColumn::eventFilter(QObject* watched, QEvent* event) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QWidget>
+#include <array>
 
 #include "dmx/fixture.h"
 #include "ui/widgets/Look.h"
@@ -20,8 +21,15 @@ class ChannelColumn final : public QWidget {
   Q_OBJECT
 
  public:
-  /// number: of the fixture's channel, from 1.
-  ChannelColumn(int number, const Look& look, QWidget* parent = nullptr);
+  static constexpr double kWidthEms = 9;
+
+  explicit ChannelColumn(const Look& look, QWidget* parent = nullptr);
+
+  /// Of the fixture's channel, from 1.
+  void SetNumber(int number);
+  [[nodiscard]] int Number() const { return number_; }
+  /// Where the Tab key stops, in this order.
+  [[nodiscard]] std::array<QWidget*, 4> Stops() const;
 
   enum class Slider { Hidden, Shown };
   void Show(const dmx::FixtureChannel& channel, int dmx_channel);
@@ -45,8 +53,10 @@ class ChannelColumn final : public QWidget {
   void MakeFunction();
   void MakeLabel();
   void ShowFunctions();
+  void ShowFunctionTip();
+  void ShowLabelTip();
 
-  int number_;
+  int number_ = 0;
   const Look& look_;
   QPushButton* head_;
   QLabel* counter_;

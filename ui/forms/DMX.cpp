@@ -191,12 +191,18 @@ void DMX::MoveColour(int position, const QColor& colour) {
   Move(std::move(moves));
 }
 
-void DMX::MoveDirection(int position, int pan, int tilt) {
+void DMX::MoveDirection(int position, const QPointF& place) {
   std::vector<app::FaderMove> moves;
   for (const int other : Together(position)) {
     const dmx::ChannelSlider& channels = edit_.Now().fixtures.Item(other)->Channels;
-    AddMove(moves, other, dmx::FirstChannel(channels, dmx::ChannelFunction::Pan), pan);
-    AddMove(moves, other, dmx::FirstChannel(channels, dmx::ChannelFunction::Tilt), tilt);
+    const auto move = [&](dmx::ChannelFunction function, double to) {
+      const dmx::AxisChannels axis = dmx::AxisChannelsOf(channels, function);
+      const dmx::AxisLevels levels = dmx::LevelsAt(axis, to);
+      AddMove(moves, other, axis.coarse, levels.coarse);
+      AddMove(moves, other, axis.fine, levels.fine);
+    };
+    move(dmx::ChannelFunction::Pan, place.x());
+    move(dmx::ChannelFunction::Tilt, place.y());
   }
   Move(std::move(moves));
 }

@@ -59,7 +59,7 @@ class DMX final : public EditorWindow {
   [[nodiscard]] std::vector<int> Together(int position) const;
   void MoveLevel(int position, int channel, int level);
   void MoveColour(int position, const QColor& colour);
-  void MoveDirection(int position, int pan, int tilt);
+  void MoveDirection(int position, const QPointF& place);
   void Move(std::vector<app::FaderMove> moves);
   void AddMove(std::vector<app::FaderMove>& moves, int position, int channel, int level) const;
 

@@ -46,8 +46,8 @@ FixtureFaders::FixtureFaders(int position, const dmx::DMXfilename& fixture, cons
       position_(position),
       fixture_(fixture),
       mix_(dmx::ColourChannelsOf(fixture.Channels)),
-      pan_(dmx::FirstChannel(fixture.Channels, dmx::ChannelFunction::Pan)),
-      tilt_(dmx::FirstChannel(fixture.Channels, dmx::ChannelFunction::Tilt)),
+      pan_(dmx::AxisChannelsOf(fixture.Channels, dmx::ChannelFunction::Pan)),
+      tilt_(dmx::AxisChannelsOf(fixture.Channels, dmx::ChannelFunction::Tilt)),
       look_(look) {
   setObjectName(QStringLiteral("Fixture%1").arg(position));
   auto* head = new ElidedLabel;
@@ -82,12 +82,9 @@ void FixtureFaders::AddPads(QHBoxLayout& row) {
     colour_ = add(Pad::Kind::Colour, "Colour", EditorWord::ColourPadTip);
     connect(colour_, &Pad::Moved, this, [this] { Q_EMIT ColourMoved(position_, colour_->Colour()); });
   }
-  if (pan_ > 0 && tilt_ > 0) {
+  if (pan_.coarse > 0 && tilt_.coarse > 0) {
     direction_ = add(Pad::Kind::Direction, "Direction", EditorWord::DirectionPadTip);
-    connect(direction_, &Pad::Moved, this, [this] {
-      const QPointF levels = direction_->Place() * dmx::kHighestLevel;
-      Q_EMIT DirectionMoved(position_, qRound(levels.x()), qRound(levels.y()));
-    });
+    connect(direction_, &Pad::Moved, this, [this] { Q_EMIT DirectionMoved(position_, direction_->Place()); });
   }
 }
 
@@ -176,16 +173,23 @@ void FixtureFaders::ShowLevels(const LevelMirror::Levels& levels) {
   ShowPads(levels);
 }
 
+dmx::AxisLevels FixtureFaders::LevelsOf(const LevelMirror::Levels& levels,
+                                        const dmx::AxisChannels& axis) const {
+  return {static_cast<dmx::DmxLevel>(LevelIn(levels, axis.coarse)),
+          static_cast<dmx::DmxLevel>(LevelIn(levels, axis.fine))};
+}
+
 void FixtureFaders::ShowPads(const LevelMirror::Levels& levels) {
   if (colour_ != nullptr) {
     colour_->ShowColour(QColor(LevelIn(levels, mix_.red.front()), LevelIn(levels, mix_.green.front()),
                                LevelIn(levels, mix_.blue.front())));
   }
   if (direction_ != nullptr) {
-    const QPointF place(LevelIn(levels, pan_), LevelIn(levels, tilt_));
-    const QPointF shown = direction_->Place() * dmx::kHighestLevel;
-    const bool same = qRound(shown.x()) == qRound(place.x()) && qRound(shown.y()) == qRound(place.y());
-    if (!same) direction_->Show(place / dmx::kHighestLevel);
+    const dmx::AxisLevels pan = LevelsOf(levels, pan_);
+    const dmx::AxisLevels tilt = LevelsOf(levels, tilt_);
+    const QPointF& shown = direction_->Place();
+    const bool same = dmx::LevelsAt(pan_, shown.x()) == pan && dmx::LevelsAt(tilt_, shown.y()) == tilt;
+    if (!same) direction_->Show({dmx::PlaceOf(pan_, pan), dmx::PlaceOf(tilt_, tilt)});
   }
 }
 

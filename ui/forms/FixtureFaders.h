@@ -38,8 +38,8 @@ class FixtureFaders final : public Surface {
   /// channel: of the fixture, from 1.
   void LevelMoved(int position, int channel, int level);
   void ColourMoved(int position, const QColor& colour);
-  /// 0 to 255 each.
-  void DirectionMoved(int position, int pan, int tilt);
+  /// Pan and tilt from 0 to 1.
+  void DirectionMoved(int position, const QPointF& place);
 
  private:
   struct Column {
@@ -54,13 +54,15 @@ class FixtureFaders final : public Surface {
   void AddPads(QHBoxLayout& row);
   void ShowPresets(int channel, QWidget& under);
   [[nodiscard]] int LevelIn(const LevelMirror::Levels& levels, int channel) const;
+  [[nodiscard]] dmx::AxisLevels LevelsOf(const LevelMirror::Levels& levels,
+                                         const dmx::AxisChannels& axis) const;
   void ShowPads(const LevelMirror::Levels& levels);
 
   int position_;
   dmx::DMXfilename fixture_;
   dmx::ColourChannels mix_;
-  int pan_ = 0;
-  int tilt_ = 0;
+  dmx::AxisChannels pan_;
+  dmx::AxisChannels tilt_;
   const Look& look_;
   std::vector<Column> columns_;
   Pad* colour_ = nullptr;

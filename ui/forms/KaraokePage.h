@@ -35,6 +35,7 @@ class KaraokePage final : public Surface {
   /// The keys go to the search field.
   void Find();
   [[nodiscard]] std::vector<int> ChosenRows() const;
+  [[nodiscard]] TrackModel& Rows() { return *model_; }
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(const std::vector<std::string>& kept);
   /// A sentence about a song that could not be played.

@@ -8,14 +8,13 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QScrollArea>
-#include <QScrollBar>
 #include <QVBoxLayout>
 #include <algorithm>
 
 #include "dmx/FixtureProblems.h"
 #include "support/Text.h"
 #include "ui/forms/ChannelColumn.h"
+#include "ui/forms/ChannelStrip.h"
 #include "ui/forms/PresetPanel.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/QuietCombo.h"
@@ -60,9 +59,9 @@ QWidget* Library::MakeBody() {
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0, 0.5);
   rows->addWidget(MakeHead());
-  rows->addWidget(MakeChannels(), 5);
+  MakeChannels();
+  rows->addWidget(channels_, 5);
   rows->addLayout(below, 5);
-  columns_.clear();
   text1_->setFocus();
   return body;
 }
@@ -152,20 +151,11 @@ QWidget* Library::MakeCounter(Counter counter) {
   return box;
 }
 
-QWidget* Library::MakeChannels() {
-  auto* area = new QScrollArea;
-  area->setWidgetResizable(true);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
-  area->setFocusPolicy(Qt::NoFocus);
-  Name(*area, QStringLiteral("ChannelArea"), Word(EditorWord::Channels));
-  strip_ = new Surface(Dressed().skin.panel);
-  auto* row = new QHBoxLayout(strip_);
-  SetSpacingEm(*row, 0.4, 0.3);
-  row->addStretch(1);
-  area->setWidget(strip_);
-  channels_ = area;
-  return area;
+void Library::MakeChannels() {
+  channels_ = new ChannelStrip(
+      Dressed(), [this](ChannelColumn& column) { ListenTo(column); },
+      [this](ChannelColumn& column) { ShowColumn(column); });
+  Name(*channels_, QStringLiteral("ChannelArea"), Word(EditorWord::Channels));
 }
 
 QWidget* Library::MakeProblems() {
@@ -200,59 +190,44 @@ void Library::ToggleSliders() {
   ShowSliders();
 }
 
-ChannelColumn* Library::MakeColumn(int number) {
-  auto* column = new ChannelColumn(number, Dressed(), strip_);
-  connect(column, &ChannelColumn::Chosen, this, &Library::ChooseChannel);
-  connect(column, &ChannelColumn::LevelMoved, this, &Library::MoveFader);
-  connect(column, &ChannelColumn::FunctionChosen, this, [this](int channel, dmx::ChannelFunction function) {
+void Library::ListenTo(const ChannelColumn& column) {
+  connect(&column, &ChannelColumn::Chosen, this, &Library::ChooseChannel);
+  connect(&column, &ChannelColumn::LevelMoved, this, &Library::MoveFader);
+  connect(&column, &ChannelColumn::FunctionChosen, this, [this](int channel, dmx::ChannelFunction function) {
     edit_.SetFunction(channel, function);
     ShowDocument();
   });
-  connect(column, &ChannelColumn::Labelled, this, [this](int channel, const QString& label) {
+  connect(&column, &ChannelColumn::Labelled, this, [this](int channel, const QString& label) {
     edit_.SetLabel(channel, label.toStdString());
     ShowDocument();
   });
-  connect(column, &ChannelColumn::Settled, this, [this] { edit_.History().Settle(); });
-  return column;
-}
-
-void Library::CreateSliders() {
-  const auto count = static_cast<std::size_t>(edit_.Now().channels.count());
-  auto* row = static_cast<QHBoxLayout*>(strip_->layout());
-  while (columns_.size() > count) {
-    delete columns_.back();
-    columns_.pop_back();
-  }
-  while (columns_.size() < count) {
-    ChannelColumn* column = MakeColumn(static_cast<int>(columns_.size()) + 1);
-    row->insertWidget(static_cast<int>(columns_.size()), column);
-    ApplyBaseSize(*column, font().pointSizeF());
-    column->ShowSlider(sliders_shown_ ? ChannelColumn::Slider::Shown : ChannelColumn::Slider::Hidden);
-    columns_.push_back(column);
-  }
-  ShowSliders();
+  connect(&column, &ChannelColumn::Settled, this, [this] { edit_.History().Settle(); });
 }
 
 void Library::ShowSliders() {
   toggle_->setText(sliders_shown_ ? QStringLiteral("Hide Sliders") : QStringLiteral("Show Sliders"));
   channels_->setMinimumHeight(Em(*this, sliders_shown_ ? kSliderEms * 0.72 : kFlatEms));
   channels_->setMaximumHeight(sliders_shown_ ? QWIDGETSIZE_MAX : Em(*this, kFlatEms));
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const int number = static_cast<int>(i) + 1;
-    const dmx::FixtureChannel* channel = edit_.Now().channels.Item(number);
-    if (channel == nullptr) return;
-    const int on_the_wire = DmxChannel(number);
-    columns_[i]->ShowSlider(sliders_shown_ ? ChannelColumn::Slider::Shown : ChannelColumn::Slider::Hidden);
-    columns_[i]->Show(*channel, on_the_wire);
-    if (on_the_wire <= dmx::kUniverseChannels) columns_[i]->ShowLevel(levels_.At(on_the_wire));
-    columns_[i]->ShowChosen(number == channel_);
-  }
+  channels_->Refresh();
+}
+
+void Library::ShowColumn(ChannelColumn& column) {
+  const dmx::FixtureChannel* channel = edit_.Now().channels.Item(column.Number());
+  if (channel == nullptr) return;
+  column.ShowSlider(sliders_shown_ ? ChannelColumn::Slider::Shown : ChannelColumn::Slider::Hidden);
+  column.Show(*channel, DmxChannel(column.Number()));
+  ShowLevel(column);
+  column.ShowChosen(column.Number() == channel_);
+}
+
+void Library::ShowLevel(ChannelColumn& column) {
+  const int on_the_wire = DmxChannel(column.Number());
+  if (on_the_wire <= dmx::kUniverseChannels) column.ShowLevel(levels_.At(on_the_wire));
 }
 
 void Library::ChooseChannel(int channel) {
   channel_ = channel;
-  for (std::size_t i = 0; i < columns_.size(); ++i)
-    columns_[i]->ShowChosen(static_cast<int>(i) + 1 == channel);
+  for (ChannelColumn* column : channels_->Columns()) column->ShowChosen(column->Number() == channel);
   presets_->ShowChannel(channel);
 }
 
@@ -261,15 +236,13 @@ void Library::MoveFader(int channel, int level) {
   if (on_the_wire > dmx::kUniverseChannels) return;
   levels_.Move(on_the_wire, static_cast<dmx::DmxLevel>(level), clock_.Now());
   workstation_.Lights().MoveFader(on_the_wire, static_cast<dmx::DmxLevel>(level));
-  columns_[static_cast<std::size_t>(channel - 1)]->ShowLevel(level);
+  for (ChannelColumn* column : channels_->Columns())
+    if (column->Number() == channel) column->ShowLevel(level);
 }
 
 void Library::ShowFrame() {
   if (!IsDressed() || !levels_.Take(workstation_.Lights().View().levels, clock_.Now())) return;
-  for (std::size_t i = 0; i < columns_.size(); ++i) {
-    const int on_the_wire = DmxChannel(static_cast<int>(i) + 1);
-    if (on_the_wire <= dmx::kUniverseChannels) columns_[i]->ShowLevel(levels_.At(on_the_wire));
-  }
+  for (ChannelColumn* column : channels_->Columns()) ShowLevel(*column);
 }
 
 void Library::ShowDocument() {
@@ -282,9 +255,10 @@ void Library::ShowDocument() {
     type_->update();
   }
   ShowCounters();
-  CreateSliders();
   const int count = fixture.channels.count();
   channel_ = count == 0 ? 0 : std::clamp(channel_, 1, count);
+  channels_->SetChannels(count);
+  ShowSliders();
   ChooseChannel(channel_);
   ShowProblems();
   ShowTitle(EditorWord::Library);

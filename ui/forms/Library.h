@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <vector>
 
 #include "dmx/FixtureEdit.h"
 #include "ui/forms/EditorWindow.h"
@@ -17,6 +16,7 @@ class QPlainTextEdit;
 namespace ui {
 
 class ChannelColumn;
+class ChannelStrip;
 class PresetPanel;
 
 /// The fixture editor: describes one kind of light, channel by channel, and tries it on the lamp itself.
@@ -49,15 +49,15 @@ class Library final : public EditorWindow {
 
   QWidget* MakeHead();
   QWidget* MakeCounter(Counter counter);
-  QWidget* MakeChannels();
+  void MakeChannels();
   QWidget* MakeProblems();
   void MakeTools();
   void Step(Counter counter, int by);
   void ToggleSliders();
-  /// One column a channel; those that are there stay.
-  void CreateSliders();
-  ChannelColumn* MakeColumn(int number);
+  void ListenTo(const ChannelColumn& column);
+  void ShowColumn(ChannelColumn& column);
   void ShowSliders();
+  void ShowLevel(ChannelColumn& column);
   void ChooseChannel(int channel);
   void MoveFader(int channel, int level);
   [[nodiscard]] int DmxChannel(int channel) const { return start_channel_ + channel - 1; }
@@ -76,9 +76,7 @@ class Library final : public EditorWindow {
   std::array<QLabel*, kCounters> counters_{};
   QPushButton* toggle_ = nullptr;
   QLineEdit* start_ = nullptr;
-  QWidget* strip_ = nullptr;
-  QWidget* channels_ = nullptr;
-  std::vector<ChannelColumn*> columns_;
+  ChannelStrip* channels_ = nullptr;
   PresetPanel* presets_ = nullptr;
   QWidget* problem_box_ = nullptr;
   QLabel* problem_head_ = nullptr;

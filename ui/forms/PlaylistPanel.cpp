@@ -10,7 +10,6 @@
 #include <QVBoxLayout>
 
 #include "catalogue/RowMoves.h"
-#include "catalogue/SortOrder.h"
 #include "support/Text.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/models/TrackModel.h"
@@ -205,8 +204,14 @@ void PlaylistPanel::ShowCount() {
   counted_ = table_;
   const int rows = table_.Rows();
   save_->setEnabled(rows > 0);
-  const auto total = catalogue::TotalSeconds(table_, catalogue::track::kTime);
-  const QString time = Decode(TotalText(total));
+  if (first) count_->setText(look_.say(Say::Tracks).arg(rows));
+  lists_.AddUpTimes(number_, [panel = QPointer<PlaylistPanel>(this), rows](std::int64_t seconds) {
+    if (!panel.isNull()) panel->ShowTotal(rows, seconds);
+  });
+}
+
+void PlaylistPanel::ShowTotal(int rows, std::int64_t seconds) {
+  const QString time = Decode(TotalText(seconds));
   count_->setText(rows == 0   ? look_.say(Say::Tracks).arg(0)
                   : rows == 1 ? look_.say(ListWord::TotalOne).arg(time)
                               : look_.say(ListWord::Total).arg(rows).arg(time));

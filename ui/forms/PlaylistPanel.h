@@ -62,6 +62,7 @@ class PlaylistPanel final : public Surface {
   void Open(const std::string& path);
   void Listen();
   void ShowCount();
+  void ShowTotal(int rows, std::int64_t seconds);
   void RemoveChosen();
 
   app::Workstation& workstation_;

@@ -40,6 +40,9 @@ namespace {
 constexpr auto kFrame = std::chrono::milliseconds(17);
 constexpr double kBasePoints = 10;     ///< at the size below and under it
 constexpr QSize kBaseSize(1600, 900);  ///< larger windows get larger type
+constexpr QSize kFullSize(1366, 720);  ///< smaller windows get smaller type
+constexpr int kFullEm = 13;            ///< pixels of an em there, and what 10 points have above that
+constexpr double kRestOfEm = 1.0 / 3;
 constexpr QSize kSmallest(1200, 640);
 constexpr double kSteps = 10;  ///< of the growth from one size to its double
 
@@ -294,7 +297,11 @@ void frmMain::resizeEvent(QResizeEvent* event) {
 
 void frmMain::ApplySize() {
   const double growth = std::min(double(width()) / kBaseSize.width(), double(height()) / kBaseSize.height());
-  const double scale = std::max(1.0, std::floor(growth * kSteps + 1e-6) / kSteps);
+  const double room =
+      std::min({1.0, double(width()) / kFullSize.width(), double(height()) / kFullSize.height()});
+  // In whole pixels, because the lengths in em are: half a pixel too much of each leaves text without room.
+  const double shrink = (std::floor(room * kFullEm) + kRestOfEm) / (kFullEm + kRestOfEm);
+  const double scale = std::max(shrink, std::floor(growth * kSteps + 1e-6) / kSteps);
   const double points = kBasePoints * scale * 96.0 / logicalDpiY();
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
@@ -340,6 +347,9 @@ void frmMain::ShowFrame() {
   visual_->Show(view_, now);
   console_->Show(now);
   organ_->Show(now);
+  const bool active = isActiveWindow();
+  if (active && !was_active_) workstation_.LookForFiles();  // a disk may have come or gone meanwhile
+  was_active_ = active;
   editors_.ShowFrame();
 }
 
@@ -416,8 +426,7 @@ void frmMain::AddChosenTo(int playlist) {
 }
 
 void frmMain::AnalyseChosen() {
-  workstation_.StartBatch(
-      FilesOf(workstation_.Catalogue(), music_->ChosenRows().rows, catalogue::track::kFilename));
+  workstation_.StartBatch(music_->ChosenRows().rows);
 }
 
 void frmMain::DeleteTracks() {

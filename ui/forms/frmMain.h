@@ -127,6 +127,7 @@ class frmMain final : public QMainWindow {
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
+  bool was_active_ = false;
   std::array<bool, 2> nudging_{};  ///< by a key that is held
   TableId active_ = TableId::Catalogue;
   HelpWindow help_{*this};

@@ -8,6 +8,7 @@
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/forms/frmMain.h"
+#include "ui/models/TrackModel.h"
 
 namespace ui {
 
@@ -15,6 +16,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
   singers_->setWindowTitle(windowTitle());
   karaoke_ = new KaraokePage(workstation_.Karaoke(), workstation_.Lists(), look);
+  karaoke_->Rows().MarkMissing([this](std::string_view file) { return workstation_.IsMissing(file); });
   song_ = new SongPanel(workstation_, *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
@@ -51,6 +53,7 @@ void frmMain::AddSongs(std::vector<std::string> paths) {
 
 void frmMain::ShowSong(support::TimePoint now) {
   karaoke_->Show();
+  karaoke_->Rows().ShowMissing(workstation_.MissingChecks());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);
   singers_->Show(song, now);

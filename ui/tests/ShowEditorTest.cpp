@@ -126,6 +126,25 @@ TEST_F(ShowEditorTest, AShowIsMadeFromNothingAndReadBackAsItWasMade) {
   EXPECT_EQ(In<QLabel>("TotalLength").text(), QStringLiteral("Total length 00:16.0"));
 }
 
+TEST_F(ShowEditorTest, TheDirectionPadMovesFineChannelsWhereAFixtureHasThem) {
+  using Function = dmx::ChannelFunction;
+  AddFixture("Wash.dmx", {{Function::Pan, "Pan"}, {Function::Free, "Pan fine"}, {Function::Tilt, "Tilt"}});
+  QEvent activated(QEvent::ActivationChange);
+  QApplication::sendEvent(editor, &activated);
+  Work();
+  ChooseFixture("Wash");
+  Click("PatchFixture");
+  Point("Direction1", 0.3, 0.3);
+  const double pan = (In<QSlider>("Fader1").value() * 256 + In<QSlider>("Fader2").value()) / 65535.0;
+  const double tilt = In<QSlider>("Fader3").value() / 255.0;
+  EXPECT_NEAR(pan, In<Pad>("Direction1").Place().x(), 1.0 / 65535);
+  EXPECT_NEAR(tilt, In<Pad>("Direction1").Place().y(), 1.0 / 255);
+  EXPECT_NE(In<QSlider>("Fader2").value(), 0);
+  In<QSlider>("Fader2").setValue(0);
+  Settle();
+  EXPECT_EQ(In<Pad>("Direction1").Place().x(), In<QSlider>("Fader1").value() * 256 / 65535.0);
+}
+
 TEST_F(ShowEditorTest, WhatDoesNotFitIsRefusedInWords) {
   PatchAt("Par", "5");
   const struct {

@@ -145,8 +145,12 @@ void LevelMeter::PaintScale(QPainter& painter) const {
   painter.setFont(small);
   painter.setPen(skin_.dim);
   const int left = BarRect(1).right() + Em(*this, 0.3);
+  const int apart = painter.fontMetrics().ascent();
+  int last = -apart;
   for (const float mark : kMarks) {
     const int row = RowOf(mark);
+    if (row - last < apart) continue;  // a low meter has room for some of them
+    last = row;
     const QRect box(left, row - fontMetrics().height() / 2, width() - left, fontMetrics().height());
     painter.drawText(box, Qt::AlignVCenter | Qt::AlignLeft, GainText(static_cast<int>(mark)));
   }

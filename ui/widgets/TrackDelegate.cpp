@@ -5,6 +5,7 @@
 #include <QFontInfo>
 #include <QPainter>
 
+#include "ui/models/TrackModel.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/TrackGrid.h"
 
@@ -12,6 +13,10 @@ namespace ui {
 namespace {
 
 constexpr int kBarLines = 4;
+
+int ChipSide(const QFont& font) {
+  return QFontInfo(font).pixelSize() * 3 / 2;
+}
 
 }  // namespace
 
@@ -37,23 +42,29 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                       skin_.text);
   }
   if (alignment == Qt::AlignCenter) {
-    if (!text.isEmpty()) PaintChip(*painter, option, text, colour.value<QColor>());
+    if (!text.isEmpty()) PaintChip(*painter, option.rect, option.font, text, colour.value<QColor>());
     return;
   }
-  const QRect room = TextRoom(option.rect, alignment, option.font);
+  QRect room = TextRoom(option.rect, alignment, option.font);
+  const QString mark = index.data(TrackModel::kMarkRole).toString();
+  if (!mark.isEmpty()) {
+    QRect place(room.left(), room.top(), ChipSide(option.font), room.height());
+    PaintChip(*painter, place, option.font, mark, skin_.warning);
+    room.setLeft(place.right() + ChipSide(option.font) / 3);
+  }
   painter->setFont(option.font);
   painter->setPen(colour.isValid() ? colour.value<QColor>() : skin_.text);
   painter->drawText(room, alignment | Qt::TextSingleLine,
                     option.fontMetrics.elidedText(text, Qt::ElideRight, room.width()));
 }
 
-void TrackDelegate::PaintChip(QPainter& painter, const QStyleOptionViewItem& option, const QString& text,
+void TrackDelegate::PaintChip(QPainter& painter, const QRect& cell, const QFont& font, const QString& text,
                               const QColor& colour) const {
-  const int side = QFontInfo(option.font).pixelSize() * 3 / 2;
+  const int side = ChipSide(font);
   QRect chip(0, 0, side, side);
-  chip.moveCenter(option.rect.center());
+  chip.moveCenter(cell.center());
   painter.fillRect(chip, colour);
-  QFont bold = option.font;
+  QFont bold = font;
   bold.setBold(true);
   painter.setFont(bold);
   painter.setPen(skin_.on_deck);

@@ -25,7 +25,7 @@ class TrackDelegate final : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:
-  void PaintChip(QPainter& painter, const QStyleOptionViewItem& option, const QString& text,
+  void PaintChip(QPainter& painter, const QRect& cell, const QFont& font, const QString& text,
                  const QColor& colour) const;
 
   const Skin& skin_;

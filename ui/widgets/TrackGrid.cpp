@@ -97,7 +97,10 @@ int TrackGrid::ChosenRow() const {
 
 std::vector<int> TrackGrid::ChosenRows() const {
   std::vector<int> rows;
-  for (const QModelIndex& index : selectionModel()->selectedRows()) rows.push_back(rows_.TableRow(index));
+  for (const QItemSelectionRange& range : selectionModel()->selection()) {
+    for (int place = range.top(); place <= range.bottom(); ++place)
+      rows.push_back(rows_.TableRow(rows_.index(place, 0)));
+  }
   std::sort(rows.begin(), rows.end());
   return rows;
 }
