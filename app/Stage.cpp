@@ -171,6 +171,16 @@ void Stage::Unsync(int deck) {
   if (BeatMatch::Matches(deck)) beats_.Stop(Deck(deck));
 }
 
+std::chrono::microseconds Stage::MatchForMix(int deck, std::chrono::microseconds place, int most_percent) {
+  if (!BeatMatch::Matches(deck)) return place;
+  const auto met = beats_.StartForMix(Deck(deck), Deck(BeatMatch::LeaderOf(deck)), place, most_percent);
+  return met ? std::chrono::duration_cast<std::chrono::microseconds>(*met) : place;
+}
+
+void Stage::CancelMix(int deck) {
+  if (BeatMatch::Matches(deck)) beats_.CancelMix(Deck(deck));
+}
+
 std::string Stage::CannotSync(int deck, int most_percent) {
   const bool known = Deck(deck).Tempo().Bpm() > 0 && Deck(BeatMatch::LeaderOf(deck)).Tempo().Bpm() > 0;
   return known ? say_(support::Sentence::TemposTooFarApart, {std::to_string(most_percent)})
@@ -199,6 +209,26 @@ void Stage::TellOfDevice(std::string sentence) {
   since_device_notice_ = 0;
 }
 
+decks::StreamHandle Stage::StreamOf(HeardFrom from) {
+  if (from == HeardFrom::Nothing) return 0;
+  return from == HeardFrom::Song ? song_ : Deck(DeckOf(from)).Player().STRM();
+}
+
+void Stage::Listen(WorkstationView& view) {
+  const SongPlaying song = song_playing_ ? song_playing_() : SongPlaying{};
+  view.song = song.heard;
+  song_ = song.stream;
+  LoudestSource::Sources sources;
+  for (std::size_t i = 0; i < sources.size(); ++i) {
+    const auto from = static_cast<HeardFrom>(i + 1);
+    const DeckView& deck = view.decks[i];
+    sources[i] = from == HeardFrom::Song
+                     ? Audible{song_, song.heard.playing, song.heard.volume}
+                     : Audible{StreamOf(from), deck.state == DeckView::State::Playing, deck.volume};
+  }
+  view.sound = loudest_.Listen(sources);
+}
+
 void Stage::Tick() {
   bool listed = false;
   ++since_device_notice_;
@@ -217,8 +247,7 @@ void Stage::Tick() {
     }
     beats_.Show(number, view.decks[Index(number)]);
   }
-  view.sound = loudest_.Listen(view.decks,
-                               {Deck(1).Player().STRM(), Deck(2).Player().STRM(), Deck(3).Player().STRM()});
+  Listen(view);
   view.outputs = outputs_;
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     view.can_return[i] = can_return_.contains(outputs_[i].device);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <chrono>
 #include <functional>
 #include <memory>
 #include <set>
@@ -14,7 +15,7 @@
 #include "app/sound/AnalysisDesk.h"
 #include "app/sound/BeatMatch.h"
 #include "app/sound/DeckStation.h"
-#include "app/sound/LoudestDeck.h"
+#include "app/sound/LoudestSource.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
 #include "decks/ports/AudioEngine.h"
@@ -53,6 +54,12 @@ class Stage {
   /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
   void Sync(int deck, SyncStart start, int most_percent);
   void Unsync(int deck);
+  /// Deck 1 or 2 stands ready to begin when the other one is heard at a place: it takes the other one's tempo
+  /// for the mix, and the place comes back moved to where the beats meet; unmoved when nothing is known of
+  /// them.
+  [[nodiscard]] std::chrono::microseconds MatchForMix(int deck, std::chrono::microseconds place,
+                                                      int most_percent);
+  void CancelMix(int deck);
   /// The system's volume was told.
   void FollowMixer(int percent);
   /// Called when the engine knows a device more.
@@ -69,6 +76,14 @@ class Stage {
   /// Called in each tick once the decks have been looked at.
   void OnTick(std::function<void(const WorkstationView&)> tick) { ticked_ = std::move(tick); }
   void Tick();
+  /// The song that plays beside the decks is asked for in each tick.
+  struct SongPlaying {
+    HeardSong heard;
+    decks::StreamHandle stream = 0;
+  };
+  void FollowSong(std::function<SongPlaying()> song) { song_playing_ = std::move(song); }
+  /// Of what is heard in this tick; 0 for nothing.
+  [[nodiscard]] decks::StreamHandle StreamOf(HeardFrom from);
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
@@ -79,6 +94,7 @@ class Stage {
   void Route(int output, OutputView place);
   void TellRoles();
   void TellOfDevice(std::string sentence);
+  void Listen(WorkstationView& view);
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
@@ -91,7 +107,9 @@ class Stage {
   decks::Equaliser equaliser_;
   std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
   BeatMatch beats_;
-  LoudestDeck loudest_;
+  std::function<SongPlaying()> song_playing_;
+  LoudestSource loudest_;
+  decks::StreamHandle song_ = 0;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

@@ -51,6 +51,7 @@ void Workstation::StartUp() {
   parts.ShortenBuffers();
   parts.ReadPresets();
   parts.missing.Look();
+  parts.tags.StartUp();
   parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
 
@@ -59,7 +60,10 @@ bool Workstation::ShutDown() {
   if (parts.life != Parts::Life::Running) return true;
   parts.life = Parts::Life::Over;
   parts.conductor.Stop();
+  const auto begun = std::chrono::steady_clock::now();
   const bool all_out = parts.gate->Close(kPatience);
+  const auto rest = kPatience - (std::chrono::steady_clock::now() - begun);
+  const bool tags_done = parts.tags.ShutDown(std::chrono::duration_cast<std::chrono::milliseconds>(rest));
   parts.songs.ShutDown();
   parts.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
@@ -67,7 +71,7 @@ bool Workstation::ShutDown() {
   parts.lights.ShutDown();
   parts.organ.ShutDown();
   parts.SaveWhatWaits();
-  return all_out;
+  return all_out && tags_done;
 }
 
 void Workstation::Parts::ReadLanguage() {

@@ -390,6 +390,14 @@ void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {
   });
 }
 
+void Workstation::AddSongs(std::vector<std::string> paths, AddedFiles done) {
+  parts_->song_intake.NameBy(ReadNameRule(parts_->settings));
+  parts_->song_intake.Add(std::move(paths), [this, done = std::move(done)](int rows, auto refused) {
+    if (rows > 0) parts_->karaoke_index.Save(parts_->karaoke);
+    if (done) done(rows, std::move(refused));
+  });
+}
+
 AddingProgress Workstation::Adding() const {
   return parts_->intake.Progress();
 }

@@ -35,6 +35,7 @@
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/CommandRunner.h"
 #include "decks/ports/SoundControl.h"
+#include "karaoke/ports/DiscImages.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
 #include "support/ProgramFolder.h"
@@ -68,6 +69,7 @@ struct Ports {
   dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  karaoke::DiscImages* images = nullptr;                ///< null: songs on disc images show no graphics
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
   LocalTime local_time = nullptr;                       ///< null: the system's
@@ -261,14 +263,16 @@ class Workstation {
   /// a sentence for each file that is still there.
   using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
   void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
-  /// The same for the karaoke table; with each file goes the mp3 of the same name.
+  /// The same for the karaoke table; with each file but an archive goes the mp3 of the same name.
   void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
   /// window's thread with the number of rows and a sentence for each file left out.
   using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
   void AddFiles(std::vector<std::string> paths, AddedFiles done);
-  /// Of all files that wait to be added.
+  /// The same into the karaoke table: MIDI songs, audio files, disc images through their sound, and archives.
+  void AddSongs(std::vector<std::string> paths, AddedFiles done);
+  /// Of all files that wait to be added to the catalogue.
   [[nodiscard]] AddingProgress Adding() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.

@@ -52,8 +52,8 @@ struct Workstation::Parts {
         karaoke_index(outside.files, outside.workers, gate, folder.Native(catalogue::kKaraokeIndex),
                       Complainer()),
         scratch(folder.Native(catalogue::kTagScratch)),
-        tags({outside.tags, outside.tag_writer, outside.side_store}, outside.workers, gate, keeping,
-             Complainer()),
+        tags({outside.tags, outside.tag_writer, outside.side_store, outside.files, folder.Native(kTagList)},
+             outside.workers, keeping, Complainer()),
         catalogue_rows(catalogue, catalogue::track::kFilename, outside.workers, gate, window),
         playlist_rows{RowsOfPlaylist(0), RowsOfPlaylist(1), RowsOfPlaylist(2)},
         missing({Idle(), outside.workers, outside.clock}, gate, window, FileTables(),
@@ -61,6 +61,7 @@ struct Workstation::Parts {
                   Teller()(say(support::Sentence::FilesMissing, {std::to_string(count), first}));
                 }),
         intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
+        song_intake(karaoke, outside.tags, outside.workers, gate, window, say, scratch, &song_reader),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
@@ -78,12 +79,18 @@ struct Workstation::Parts {
         presets(outside.files, program_folder, outside.workers, gate, window, say),
         karaoke_scan(karaoke, catalogue::ScanMode::Karaoke, Scanner(), outside.workers, gate, window, say),
         lights(Context(), outside.dmx),
-        organ(Context(), {outside.engine, [this](int deck) { return stage.Deck(deck).Player().STRM(); }},
+        organ(Context(), {outside.engine, [this](HeardFrom from) { return stage.StreamOf(from); }},
               outside.boards),
-        songs(Context(), {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers}),
+        songs(Context(),
+              {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers, outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
               outside.local_time),
         editors(Context()) {
+    stage.FollowSong([this] {
+      Stage::SongPlaying song;
+      song.stream = songs.Hear(song.heard);
+      return song;
+    });
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);
@@ -156,8 +163,9 @@ struct Workstation::Parts {
     return ports.background.workers != nullptr ? *ports.background.workers : ports.workers;
   }
   [[nodiscard]] static bool AnyPlays(const WorkstationView& view) {
-    return std::any_of(view.decks.begin(), view.decks.end(),
-                       [](const DeckView& deck) { return deck.state == DeckView::State::Playing; });
+    return view.song.playing || std::any_of(view.decks.begin(), view.decks.end(), [](const DeckView& deck) {
+             return deck.state == DeckView::State::Playing;
+           });
   }
 
   // The described start-up and shutdown, a step a function.
@@ -238,14 +246,15 @@ struct Workstation::Parts {
   IndexKeeper karaoke_index;
   catalogue::TagScratch scratch;
   TagDesk tags;
+  KaraokeSongReader song_reader;
   FileRows catalogue_rows;
   std::array<FileRows, kPlaylists> playlist_rows;
   MissingFiles missing;
   FileIntake intake;
+  FileIntake song_intake;
   FileRemoval removal;
   FileRemoval karaoke_removal;
   catalogue::PlainFolders plain_folders;
-  KaraokeSongReader song_reader;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   TreeScan tree_scan;
   bool batch_filled = false;  ///< rows since the index was saved

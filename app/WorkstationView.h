@@ -46,7 +46,8 @@ struct DeckView {
   bool waiting = false;                   ///< the place is not decoded yet
   std::chrono::microseconds length{0};
   bool length_exact = false;
-  float left_db = -90;  ///< dB below full scale, -90 is silence
+  support::Decibels gain;  ///< that brings the track to the others' loudness, in the levels too
+  float left_db = -90;     ///< dB below full scale, -90 is silence
   float right_db = -90;
   double bpm = 0;           ///< of the file: of its row, else as it was measured; 0 when unknown
   int volume = 100;         ///< 0 to 100
@@ -99,7 +100,8 @@ struct WorkstationView {
   std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
-  HeardSound sound;    ///< for the visualisers
+  HeardSong song;
+  HeardSound sound;    ///< for light organ and visualisers
   std::string notice;  ///< the newest sentence about a device, for the status line
 };
 

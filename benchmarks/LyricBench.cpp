@@ -15,7 +15,9 @@
 #endif
 
 #include "benchmarks/Bench.h"
+#include "karaoke/testing/DiscBytes.h"
 #include "karaoke/testing/MidiBytes.h"
+#include "ui/widgets/DiscScene.h"
 #include "ui/widgets/LyricScene.h"
 #include "ui/widgets/QtDrawing.h"
 
@@ -66,6 +68,45 @@ double SceneFrame(QSize size) {
   };
   paint(kSungFrom);  // the lines become pictures
   return MedianFrame(paint, milliseconds(17));
+}
+
+/// A disc on which every point changes in every frame, and each frame is painted whole.
+double DiscFrame(QSize size) {
+  karaoke::testing::DiscBytes bytes;
+  bytes.Colours(0, {0x000, 0xF00, 0x0F0, 0x00F, 0xFF0, 0xF0F, 0x0FF, 0xFFF});
+  for (int tile = 0; bytes.Packets() < 9 * 300; ++tile) {
+    bytes.Draw(tile % 18, tile % 50, tile % 7, 7, {0x2A, 0x15, 0x3F});
+    if (tile % 4 == 0) bytes.ScrollRound({karaoke::testing::DiscBytes::Move::Forward, tile % 5}, {});
+  }
+  ui::DiscScene scene;
+  scene.SetSize(size);
+  scene.SetImage(karaoke::DiscImage::Read(bytes.Content(), "bench").Value());
+  QImage image(size, QImage::Format_RGB32);
+  return MedianFrame(
+      [&](milliseconds at) {
+        QPainter painter(&image);
+        static_cast<void>(scene.MoveTo(at));
+        scene.Paint(painter, image.rect());
+      },
+      milliseconds(17));
+}
+
+/// The same picture by the drawing library: as colours, scaled in every frame.
+double ScaledFrame(QSize size) {
+  QImage disc(karaoke::DiscPicture::kSeenWidth, karaoke::DiscPicture::kSeenHeight, QImage::Format_RGB32);
+  for (int y = 0; y < disc.height(); ++y) {
+    for (int x = 0; x < disc.width(); ++x) disc.setPixel(x, y, qRgb(x * 37 % 256, y * 11 % 256, 90));
+  }
+  QImage image(size, QImage::Format_RGB32);
+  const QSize seen = disc.size().scaled(size, Qt::KeepAspectRatio);
+  const QRect place(QPoint((size.width() - seen.width()) / 2, (size.height() - seen.height()) / 2), seen);
+  return MedianFrame(
+      [&](milliseconds) {
+        QPainter painter(&image);
+        painter.fillRect(image.rect(), Qt::black);
+        painter.drawImage(place, disc);
+      },
+      milliseconds(17));
 }
 
 /// The same two lines, drawn as paths in every frame.
@@ -176,6 +217,8 @@ std::vector<Figure> MeasureLyrics() {
     const auto ass = AssFrame(size);
     figures.push_back({what + (ass ? " (libass and blending)" : " (libass: not installed)"), "ms", ours, ass,
                        "not slower"});
+    figures.push_back({"a frame of disc graphics at " + std::string(called) + " (scaled by QPainter)", "ms",
+                       DiscFrame(size), ScaledFrame(size), aim});
   }
   return figures;
 }

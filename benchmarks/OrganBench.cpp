@@ -9,22 +9,15 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
 #include "benchmarks/Bench.h"
-#include "catalogue/testing/FakeTagReader.h"
-#include "engine/SoundEngine.h"
 #include "engine/VirtualOutputs.h"
-#include "engine/testing/SoundStage.h"
 #include "lightorgan/LightOrgan.h"
 #include "lightorgan/testing/FakeMusic.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
-#include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/codec/testing/MediaMaker.h"
-#include "platform/stretch/LibraryStretcherFactory.h"
-#include "support/testing/ManualExecutor.h"
-#include "support/testing/MemoryFiles.h"
 #include "support/testing/MemorySettings.h"
+#include "tests/testing/VirtualEvening.h"
 
 namespace bench {
 namespace {
@@ -110,48 +103,34 @@ Figure LateBank() {
   return {"light organ: bank 5,000 of a file of 10,000", "ms", Median(taken), {}, ""};
 }
 
-/// The whole workstation with the real engine and analysis on a virtual clock.
+/// Lamps and clicks of an evening with analysis.
 class OrganEvening {
  public:
   OrganEvening() {
-    outputs_.SetLatency(kOrganLatency);
-    outputs_.BeforeBlock([this] {
-      workers_.RunAll();
-      engine_.Pump();
+    evening_.Settings().Set(support::kApplication, "Setup", "UseK8000", "True");
+    evening_.Begin([this](app::Ports& ports) {
+      ports.analysis = {&meters_, &trackers_};
+      ports.boards = &boards_;
     });
-    outputs_.Listen("main", [this](std::span<const float> samples) {
-      for (std::size_t i = 0; i < samples.size(); i += 2) Hear(samples[i]);
-    });
-    settings_.Set(support::kApplication, "Setup", "UseK8000", "True");
-    station_.StartUp();
-    Run(100ms);
-    station_.Organ().Ask(
+    Station().Organ().Ask(
         [](LightOrgan& organ) { organ.cmdK8000(static_cast<int>(lightorgan::IoMode::Beat)); });
   }
-  ~OrganEvening() { station_.ShutDown(); }
+  ~OrganEvening() { evening_.End(); }
 
   void Play(const std::string& path) {
-    catalogue::track_table table(catalogue::TrackColumns());
-    table.AddRow(std::vector<std::string_view>{"", "", "", path});
-    station_.LoadDeck(1, table, 1);
-    for (int i = 0; i < 100 && station_.View().decks[0].grid == nullptr; ++i) Run(100ms);
-    if (station_.View().decks[0].grid == nullptr) std::abort();
-    station_.SetKeyLock(1, decks::KeyLock::Off);
-    station_.Play(1);
+    evening_.Load(1, path);
+    for (int i = 0; i < 100 && Station().View().decks[0].grid == nullptr; ++i) evening_.Run(100ms);
+    if (Station().View().decks[0].grid == nullptr) std::abort();
+    Station().SetKeyLock(1, decks::KeyLock::Off);
+    Station().Play(1);
   }
-  void Run(std::chrono::milliseconds time) {
-    for (auto at = 0ms; at < time; at += 10ms) {
-      outputs_.Advance(10ms);
-      workers_.RunAll();
-      station_.Tick();
-    }
-  }
-  void SetTempo(float percent) { station_.SetTempo(1, percent); }
+  void Run(std::chrono::milliseconds time) { evening_.Run(time); }
+  void SetTempo(float percent) { Station().SetTempo(1, percent); }
 
   /// From each click that was heard to the flash nearest to it, in ms.
   [[nodiscard]] std::vector<double> Distances() const {
     std::vector<double> distances;
-    for (const double click : clicks_) {
+    for (const double click : evening_.Onsets()) {
       double nearest = 1e9;
       for (const double flash : boards_.flashes) nearest = std::min(nearest, std::abs(flash - click) * 1000);
       distances.push_back(nearest);
@@ -160,54 +139,12 @@ class OrganEvening {
   }
 
  private:
-  /// A click begins where the sound rises out of a tenth of a second of quiet.
-  void Hear(float sample) {
-    if (opened_ < 0) opened_ = std::chrono::duration<double>(time_.Now().time_since_epoch()).count();
-    if (std::abs(sample) > 0.05F) {
-      if (frame_ - loud_ > 4'410) clicks_.push_back(HeardAt(frame_));
-      loud_ = frame_;
-    }
-    ++frame_;
-  }
-  [[nodiscard]] double HeardAt(std::int64_t frame) const {
-    return opened_ + double(frame) / 44'100 + std::chrono::duration<double>(kOrganLatency).count();
-  }
+  [[nodiscard]] app::Workstation& Station() { return evening_.Station(); }
 
-  engine::VirtualTime time_;
-  engine::VirtualOutputs outputs_{time_, {engine::testing::StereoOutput("main", true)}};
-  platform::codec::FfmpegDecoderFactory decoders_;
-  platform::stretch::LibraryStretcherFactory stretchers_;
-  support::testing::ManualExecutor workers_;
-  double opened_ = -1;  ///< when the output began
-  std::int64_t frame_ = 0;
-  std::int64_t loud_ = -1'000'000;
-  std::vector<double> clicks_;
-  engine::SoundEngine engine_{{.outputs = outputs_,
-                               .decoders = decoders_,
-                               .stretchers = stretchers_,
-                               .workers = workers_,
-                               .clock = time_,
-                               .memory = nullptr,
-                               .make_silent = nullptr,
-                               .thread_started = nullptr},
-                              engine::SoundEngine::Feeding::ByHand};
   platform::analysis::EburLoudnessMeters meters_;
   platform::analysis::QmBeatTrackers trackers_;
-  catalogue::testing::FakeTagReader tags_;
-  support::testing::MemorySettings settings_;
-  support::testing::MemoryFiles files_;
-  FlashedBoards boards_{time_};
-  app::Workstation station_{{.engine = engine_,
-                             .sound = engine_,
-                             .tags = tags_,
-                             .settings = settings_,
-                             .files = files_,
-                             .workers = workers_,
-                             .clock = time_,
-                             .analysis = {&meters_, &trackers_},
-                             .boards = &boards_},
-                            support::ProgramFolder("/no/such/folder"),
-                            app::Workstation::Conducting::ByHand};
+  tests::testing::VirtualEvening evening_{kOrganLatency};
+  FlashedBoards boards_{evening_.Clock()};
 };
 
 void MeasureLightAgainstSound(std::vector<Figure>& figures) {

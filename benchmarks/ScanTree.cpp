@@ -7,6 +7,7 @@
 #include <cstdlib>
 #include <system_error>
 
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -56,6 +57,34 @@ std::vector<std::string> MakeCollection(const fs::path& folder, int files) {
     paths.push_back(path.string());
   }
   return paths;
+}
+
+void MakeSongs(const fs::path& loose, const fs::path& packed, int songs) {
+  using platform::codec::testing::MediaMaker;
+  constexpr int kSongsInFolder = 50;
+  constexpr std::size_t kPictureBytes = 60 * 7200;
+  const MediaMaker media;
+  const auto sound = platform::codec::testing::Noise(std::chrono::seconds(60), 0.1, {44100, 2});
+  const std::string mp3 = media.Write("song.mp3", sound, 128'000);
+  if (!platform::tags::WriteTags(mp3, TagsOf(1))) std::abort();
+  // Two packets of three hold something, as where words come and go.
+  std::string picture(kPictureBytes, '\0');
+  for (std::size_t i = 0; i < picture.size(); ++i)
+    picture[i] = i / 24 % 3 == 0 ? '\0' : static_cast<char>(i * i % 61);
+  const std::string cdg = media.WriteBytes("song.cdg", picture);
+  const std::string zip = media.WriteBytes(
+      "song.zip",
+      platform::archive::testing::ZipBytes({{"song.mp3", MediaMaker::BytesOf(mp3)}, {"song.cdg", picture}}));
+  for (const std::string& original : {mp3, cdg, zip}) {
+    fs::last_write_time(original, fs::file_time_type::clock::now() - std::chrono::hours(24 * 365));
+    const fs::path ending = fs::path(original).extension();
+    for (int number = 0; number < songs; ++number) {
+      const fs::path folder = (ending == ".zip" ? packed : loose) / std::to_string(number / kSongsInFolder);
+      fs::create_directories(folder);
+      fs::path copy = folder / std::to_string(number);
+      fs::create_hard_link(original, copy.replace_extension(ending));
+    }
+  }
 }
 
 }  // namespace bench

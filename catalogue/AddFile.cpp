@@ -24,6 +24,14 @@ std::string NumberOrNothing(int number) {
   return number > 0 ? std::to_string(number) : std::string();
 }
 
+TrackCells Named(const TrackCells& material, const std::string& path, const NameRule& rule) {
+  CellViews views = ViewsOf(material);
+  NameRow(views, path, rule);
+  TrackCells row;
+  std::copy(views.begin(), views.end(), row.begin());
+  return row;
+}
+
 /// "128" and "127.96" become "128.00" and "127.96"; what is no tempo becomes nothing.
 std::string TempoCell(std::string_view text) {
   const double bpm = support::ParseReal(support::Trim(text)).value_or(0);
@@ -89,12 +97,7 @@ void NameRow(CellViews& material, std::string_view path, const NameRule& rule) {
 
 TrackCells TrackRow(const std::string& path, const FileTags& tags, const MixingTags& mixing,
                     const NameRule& rule) {
-  const TrackCells material = MaterialOf(tags, mixing);
-  CellViews views = ViewsOf(material);
-  NameRow(views, path, rule);
-  TrackCells row;
-  std::copy(views.begin(), views.end(), row.begin());
-  return row;
+  return Named(MaterialOf(tags, mixing), path, rule);
 }
 
 TrackCells TrackRow(const std::string& path, const FileTags& tags, const NameRule& rule) {
@@ -119,6 +122,14 @@ support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& pa
   if (!tags) return tags.Failure();
   if (scratch == nullptr) return TrackRow(audio, tags.Value(), rule);
   return TrackRow(audio, tags.Value(), MixingTagsOf(tags.Value(), *scratch), rule);
+}
+
+support::Result<TrackCells> AnalyseSong(SongReader& songs, TagReader& reader, const std::string& path,
+                                        TagScratch* scratch, const NameRule& rule) {
+  if (KindOf(path) != FileKind::MidiSong) return AnalyseFile(reader, path, {}, scratch, rule);
+  const auto song = songs.Read(path);
+  if (!song) return song.Failure();
+  return Named(MaterialOf(song.Value()), path, rule);
 }
 
 }  // namespace catalogue

@@ -57,4 +57,8 @@ support::Result<TrackCells> AnalyseFile(TagReader& reader, const std::string& pa
                                         const support::Sentences& say = {}, TagScratch* scratch = nullptr,
                                         const NameRule& rule = {});
 
+/// The same for a file of the karaoke table: MIDI songs are read by their reader.
+support::Result<TrackCells> AnalyseSong(SongReader& songs, TagReader& reader, const std::string& path,
+                                        TagScratch* scratch = nullptr, const NameRule& rule = {});
+
 }  // namespace catalogue

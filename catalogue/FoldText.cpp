@@ -159,6 +159,24 @@ class WordWriter {
     Join();
     to_ += letter;
   }
+  /// All of it ASCII; most texts are.
+  void Plain(std::string_view text) {
+    const std::size_t before = to_.size();
+    to_.resize(before + text.size() + 1);
+    char* end = to_.data() + before;
+    for (const char sign : text) {
+      const char letter = kAscii[static_cast<unsigned char>(sign)];
+      if (letter == kGone) continue;
+      if (letter == kBlank) {
+        broken_ = true;
+        continue;
+      }
+      if (broken_ && end != to_.data() + start_) *end++ = ' ';
+      broken_ = false;
+      *end++ = letter;
+    }
+    to_.resize(static_cast<std::size_t>(end - to_.data()));
+  }
   void Folded(char letter) {
     if (letter == kGone) return;
     letter == kBlank ? Break() : Ascii(letter);
@@ -217,7 +235,7 @@ void AppendFolded(std::string& folded, std::string_view text) {
   const auto is_ascii = [](char letter) { return static_cast<unsigned char>(letter) < kAscii.size(); };
   const auto other = std::find_if_not(text.begin(), text.end(), is_ascii);
   const auto ascii = static_cast<std::size_t>(other - text.begin());
-  for (const char letter : text.substr(0, ascii)) writer.Folded(kAscii[static_cast<unsigned char>(letter)]);
+  writer.Plain(text.substr(0, ascii));
   text.remove_prefix(ascii);
   const bool utf8 = IsUtf8(text);
   while (!text.empty()) {

@@ -13,8 +13,8 @@ namespace catalogue {
 namespace {
 
 constexpr std::array<std::string_view, 4> kMusicMasks{"*.mp3", "*.ogg", "*.flac", "*.wma"};
-constexpr std::array<std::string_view, 3> kKaraokeMasks{"*.mp3", "*.kar", "*.mid"};
-constexpr std::string_view kDiscImages = "*.cdg";
+constexpr std::string_view kDiscImages = "*.cdg", kArchives = "*.zip";
+constexpr std::array<std::string_view, 4> kKaraokeMasks{"*.mp3", "*.kar", "*.mid", kArchives};
 
 // As exact text, on drive C alone: that is how these folders were always left out.
 constexpr std::string_view kNeverListed = "C:\\System Volume Information";
@@ -49,6 +49,10 @@ std::optional<std::size_t> MaskOf(ScanMode mode, std::string_view name) {
 
 bool IsDiscImage(std::string_view name) {
   return Matches(name, kDiscImages);
+}
+
+bool IsArchive(std::string_view name) {
+  return Matches(name, kArchives);
 }
 
 bool IsListed(std::string_view folder) {

@@ -24,6 +24,8 @@ inline constexpr std::size_t kMostMasks = 4;
 [[nodiscard]] std::optional<std::size_t> MaskOf(ScanMode mode, std::string_view name);
 /// The picture of a karaoke song, which no mask takes.
 [[nodiscard]] bool IsDiscImage(std::string_view name);
+/// A karaoke song whose picture and sound lie in one file.
+[[nodiscard]] bool IsArchive(std::string_view name);
 
 // What a scan leaves out, told by the exact text of a folder's path.
 /// Whether what lies in the folder is listed at all.

@@ -81,6 +81,7 @@ class TextSort {
       return row % 4096 != 0 || !stop.load(std::memory_order_relaxed);
     });
     if (stop.load(std::memory_order_relaxed)) return;
+    texts_.append(kBytesOfKey, '\0');  // so that a key can be taken anywhere
     Sort(rows_, 0);
   }
 
@@ -93,11 +94,17 @@ class TextSort {
   }
 
  private:
+  static constexpr std::size_t kBytesOfKey = sizeof(Ordered::key);
+
   [[nodiscard]] std::uint64_t KeyAt(std::uint32_t row, std::size_t depth) const {
-    std::uint64_t key = 0;
     const std::size_t start = ends_[row - 1] + depth, end = ends_[row];
-    for (std::size_t i = 0; i < 8; ++i) {
-      key = key << 8 | (start + i < end ? static_cast<unsigned char>(texts_[start + i]) : 0U);
+    std::uint64_t key = 0;
+    if (start < end) {
+      for (std::size_t i = 0; i < kBytesOfKey; ++i) {  // one load and one swap of bytes, to a compiler
+        key = key << 8 | static_cast<unsigned char>(texts_[start + i]);
+      }
+      const std::size_t others = kBytesOfKey - std::min(end - start, kBytesOfKey);
+      key = others == 0 ? key : key >> 8 * others << 8 * others;
     }
     return down_ ? ~key : key;
   }
@@ -110,7 +117,7 @@ class TextSort {
       while (end < rows.size() && rows[end].key == rows[first].key) ++end;
       const std::uint64_t plain = down_ ? ~rows[first].key : rows[first].key;
       const bool goes_on = (plain & 0xFF) != 0;
-      if (goes_on && end - first > 1) SortTail(rows.subspan(first, end - first), depth + 8);
+      if (goes_on && end - first > 1) SortTail(rows.subspan(first, end - first), depth + kBytesOfKey);
       first = end;
     }
   }

@@ -108,6 +108,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   support::EngineFrame NextFrame(decks::StreamHandle stream) override;
   bool Schedule(const decks::ScheduledCommand& command) override;
   void CancelScheduled(decks::StreamHandle stream) override;
+  void SetGain(decks::StreamHandle stream, support::Decibels gain) override;
   void SetDeviceRole(int device, decks::DeviceRole role) override;
   void ReturnDevice(int device) override;
   void SetStretch(decks::Stretch choice) override;

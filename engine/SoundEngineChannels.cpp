@@ -90,6 +90,13 @@ void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int freq
   if (pan >= -100 && pan <= 100) stream.SetPan(static_cast<float>(pan) / 100.0F);
 }
 
+void SoundEngine::SetGain(decks::StreamHandle handle, support::Decibels gain) {
+  constexpr float kFurthest = 24;
+  Playing* playing = FindPlaying(handle);
+  if (playing == nullptr || !std::isfinite(gain.value)) return;
+  playing->stream->SetGain(std::pow(10.0F, std::clamp(gain.value, -kFurthest, kFurthest) / 20));
+}
+
 void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
                                    float semitones) {
   Playing* playing = FindPlaying(handle);

@@ -119,6 +119,8 @@ class Stream {
   void Ask(Transport transport) noexcept { Number(transport_, static_cast<std::uint64_t>(transport)); }
   void SetVolume(float volume) noexcept;
   void SetPan(float pan) noexcept { pan_.store(pan, std::memory_order_relaxed); }
+  /// A factor on the volume, which knows no such bounds.
+  void SetGain(float gain) noexcept { gain_.store(gain, std::memory_order_relaxed); }
   void SetEffect(StreamEffect* effect) noexcept { effect_.store(effect, std::memory_order_release); }
   [[nodiscard]] std::uint64_t TransportAsked() const noexcept {
     return transport_.load(std::memory_order_acquire);
@@ -129,6 +131,7 @@ class Stream {
   [[nodiscard]] std::uint64_t VolumeAsked() const noexcept { return volume_.load(std::memory_order_acquire); }
   [[nodiscard]] static float VolumeOf(std::uint64_t asked) noexcept;
   [[nodiscard]] float Pan() const noexcept { return pan_.load(std::memory_order_relaxed); }
+  [[nodiscard]] float Gain() const noexcept { return gain_.load(std::memory_order_relaxed); }
   [[nodiscard]] StreamEffect* Effect() const noexcept { return effect_.load(std::memory_order_acquire); }
 
   // Feeder and callback.
@@ -163,6 +166,7 @@ class Stream {
   std::atomic<std::uint64_t> transport_{0};
   std::atomic<std::uint64_t> volume_{0};
   std::atomic<float> pan_{0};
+  std::atomic<float> gain_{1};
   std::atomic<StreamEffect*> effect_{nullptr};
 };
 

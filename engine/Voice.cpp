@@ -52,6 +52,8 @@ bool Voice::TakeRequests() noexcept {
   }
   const float pan = std::clamp(stream_->Pan(), -1.0F, 1.0F);
   if (pan != pan_.Target()) pan_.Set(pan, sounding_ ? curve_->Frames() : 0);
+  const float gain = stream_->Gain();
+  if (gain != gain_.Target()) gain_.Set(gain, sounding_ ? curve_->Frames() : 0);
   return !freed_ || sounding_;
 }
 
@@ -289,15 +291,16 @@ void Voice::StopSounding() noexcept {
 }
 
 void Voice::ApplyGain(std::span<float> stereo) noexcept {
-  if (volume_.RestsAt(1) && pan_.RestsAt(0)) return;
+  if (volume_.RestsAt(1) && gain_.RestsAt(1) && pan_.RestsAt(0)) return;
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
-    const float volume = volume_.Next();
+    const float volume = volume_.Next() * gain_.Next();
     const float pan = pan_.Next();
     stereo[i] *= volume * std::min(1.0F, 1 - pan);
     stereo[i + 1] *= volume * std::min(1.0F, 1 + pan);
   }
   if (sounding_) return;
   volume_.Arrive();
+  gain_.Arrive();
   pan_.Arrive();
 }
 

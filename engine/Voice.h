@@ -71,7 +71,7 @@ class Voice {
   /// Fills the whole span with the stream's sound before volume; false when that is silence.
   /// frame: engine frame of the first one.
   bool Render(std::span<float> stereo, std::int64_t frame) noexcept;
-  /// Volume and pan over what Render gave.
+  /// Volume, gain and pan over what Render gave.
   void ApplyGain(std::span<float> stereo) noexcept;
   /// Says to the others what it does now.
   void Publish() noexcept;
@@ -119,6 +119,7 @@ class Voice {
   int late_ = 0;
   std::uint64_t bad_ = 0;
   RampedValue volume_{1};
+  RampedValue gain_{1};
   RampedValue pan_{0};
 };
 

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "karaoke/LyricShow.h"
+#include "karaoke/SongBeats.h"
 #include "karaoke/SongSound.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
 
@@ -21,6 +22,13 @@ void CheckShow(const karaoke::LyricShow& show, std::int64_t at) {
   if (frame.ball && frame.ball->to >= line.syllables.size()) abort();
   for (const karaoke::ShownSyllable& syllable : line.syllables) {
     if (syllable.begin > syllable.end || syllable.end > line.text.size()) abort();
+  }
+}
+
+void CheckBeats(const karaoke::Song& song) {
+  const music::BeatGrid beats = karaoke::BeatsOf(song);
+  for (const music::Seconds beat : beats.Beats()) {
+    if (beat < music::Seconds(0) || beat > song.length) abort();
   }
 }
 
@@ -43,6 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (syllable.at < karaoke::Microseconds(0) || syllable.line < 0) abort();
     if (static_cast<std::size_t>(syllable.line) >= song.lines.size()) abort();
   }
+  CheckBeats(song);
   const karaoke::LyricShow show(song);
   const std::int64_t length = song.length.count();
   for (std::int64_t part = 0; part <= 16; ++part) CheckShow(show, length / 16 * part);

@@ -12,7 +12,9 @@
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
 #include "dmx/ShowFile.h"
+#include "karaoke/testing/DiscBytes.h"
 #include "karaoke/testing/MidiBytes.h"
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -66,6 +68,12 @@ void MakeGainSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "track", header + "song.mp3" + values);
   WriteSeed(folder / "album", header + "song.mp3" + values + "\"Album\"" + values);
   WriteSeed(folder / "refusal", header + "song.mp3 is not an mp3 file\r\n");
+}
+
+void MakeMemorySeeds(const std::filesystem::path& folder) {
+  const std::string numbers = "50\r\n55\r\n255\r\n1\r\n0\r\n";
+  WriteSeed(folder / "two", "[K80 slow]\r\nBEAT\r\n" + numbers + "[K80]\r\nCONSTANT\r\n" + numbers);
+  WriteSeed(folder / "loose", "x\r[K80]\r\r[K8]\ry\n[K80 b]]\n-1\n999");
 }
 
 void MakePresetSeeds(const std::filesystem::path& folder) {
@@ -124,6 +132,23 @@ void MakeKaraokeSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "odd", karaoke::testing::FileBytes({head, words, odd}, 0xE728) + "Junk");
 }
 
+/// Every kind of packet; the same with the other bits set; one that ends early.
+void MakeDiscSeeds(const std::filesystem::path& folder) {
+  using karaoke::testing::DiscBytes;
+  using Move = DiscBytes::Move;
+  DiscBytes disc;
+  disc.Colours(0, {0, 0xF00, 0x0F0, 0x00F, 0xFF0, 0xF0F, 0x0FF, 0xFFF}).Colours(8, {1, 2, 3, 4, 5, 6, 7, 8});
+  disc.Clear(1).Clear(1, 1).Border(2).Draw(3, 4, 1, 5, {1, 2, 4, 8}).Xor(3, 4, 1, 5, {63, 2, 4, 8});
+  disc.ScrollFilling(3, {Move::Forward, 2}, {Move::Back, 9}).ScrollRound({Move::Back, 0}, {Move::Forward, 0});
+  disc.Transparent(3).Until(0.1).Draw(18, 50, 1, 5, {1, 2, 4, 8}).Packet(7, {1});
+  const auto text = [](const DiscBytes& bytes) {
+    return std::string(bytes.Content().begin(), bytes.Content().end());
+  };
+  WriteSeed(folder / "kinds", text(disc));
+  WriteSeed(folder / "other-bits", text(DiscBytes(disc).FillOtherBits()));
+  WriteSeed(folder / "cut", text(disc).substr(0, 100));
+}
+
 /// First the names and the value that the fuzzer sets (each ends with a backslash and a blank), then the
 /// file.
 void MakeSettingsSeeds(const std::filesystem::path& folder) {
@@ -148,6 +173,25 @@ void MakeFixtureSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "line-ends", "a\n3\r400\n-1\r\nx\n1\n\n4\r\r1\n\n9\n\n\n300\n+2\n\n\n");
 }
 
+/// Archives of every packing, one with much beside the song, and one whose directory lies.
+void MakeZipSeeds(const std::filesystem::path& folder) {
+  using namespace platform::archive::testing;
+  const std::string sound(3000, 's'), picture(2400, '\x09');
+  for (const Packing packing : {Packing::Deflated, Packing::Stored, Packing::Locked}) {
+    WriteSeed(folder / ("packing-" + std::to_string(static_cast<int>(packing))),
+              ZipBytes({{"a.mp3", sound, packing}, {"a.cdg", picture, packing}}));
+  }
+  const std::string much = ZipBytes({{"Caf\x82/2.CDG", picture},
+                                     {"1.cdg", picture},
+                                     {"1.ogg", sound},
+                                     {"2.wav", sound},
+                                     {"__MACOSX/._1.cdg", "x"},
+                                     {"../1.mp3", sound},
+                                     {"read me.txt", "text"}});
+  WriteSeed(folder / "much", much);
+  WriteSeed(folder / "lie", WithSize(much, "1.ogg", SizeField::Unpacked, 200'000'000));
+}
+
 /// A show with every kind of line, one that is spelt otherwise, and one whose counts promise too much.
 void MakeShowSeeds(const std::filesystem::path& folder) {
   dmx::Show show;
@@ -169,10 +213,11 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds}, {"index", &MakeIndexSeeds},
-      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},   {"presets", &MakePresetSeeds},
-      {"fixtures", &MakeFixtureSeeds},  {"shows", &MakeShowSeeds},     {"karaoke", &MakeKaraokeSeeds},
-      {"playlists", &MakePlaylistSeeds}};
+      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds},     {"index", &MakeIndexSeeds},
+      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
+      {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
+      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
+      {"discs", &MakeDiscSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -159,16 +159,17 @@ Song ReadSong(std::string_view bytes) {
   if (times) {
     song.length = times->tempo.TimeOf(times->end);
     song.tempo_map = times->tempo;
+    song.metres = times->metres;
   }
-  if (!file) song.note = "This is not a MIDI file.";
-  if (file && !times) song.note = "The MIDI file does not say how long its ticks are.";
+  if (!file) song.note = support::Sentence::NotMidi;
+  if (file && !times) song.note = support::Sentence::MidiWithoutTicks;
   if (!ReadSignature(bytes, song) || !ReadTempo(bytes, song)) return song;
   const auto sign = FindLyricSign(bytes);
   song.is_lyric = sign.has_value();
   if (!sign) return song;
   const auto header = FindTrackBefore(bytes, *sign);
   if (!header) {
-    song.note = "The MIDI file has words that belong to no track.";
+    song.note = support::Sentence::WordsInNoTrack;
     return song;
   }
   const LyricsTrack track = TrackAt(bytes, *header);

@@ -10,6 +10,7 @@
 
 #include "karaoke/TempoMap.h"
 #include "support/Result.h"
+#include "support/Sentences.h"
 
 namespace karaoke {
 
@@ -34,7 +35,9 @@ struct Song {
   std::vector<Syllable> syllables;  ///< as they stand in the track
   Microseconds length{0};
   std::optional<TempoMap> tempo_map;  ///< absent when the ticks have no length
-  std::string note;  ///< one sentence for the user when the file is not what it should be, else empty
+  std::vector<Metre> metres;          ///< as they come
+  /// What is to be told to the user when the file is not what it should be.
+  std::optional<support::Sentence> note;
 };
 
 /// The first title tag; empty without one.

@@ -5,6 +5,16 @@
 #include <algorithm>
 
 namespace karaoke {
+namespace {
+
+/// The unit is told as a power of two.
+Metre MetreAt(std::int64_t tick, std::string_view signature) {
+  constexpr int kSmallestUnit = 10;
+  return {tick, static_cast<unsigned char>(signature[0]),
+          1 << std::min<int>(static_cast<unsigned char>(signature[1]), kSmallestUnit)};
+}
+
+}  // namespace
 
 std::optional<TempoMap> TempoMap::Make(int division, std::vector<Change> changes) {
   TempoMap map;
@@ -72,6 +82,9 @@ std::optional<SongTimes> ReadSongTimes(const MidiFile& file) {
     while (const auto event = reader.Next()) {
       end = std::min(start + event->tick, TrackReader::kLastTick);
       if (!event->IsMeta(0x2F)) last_sound = std::max(last_sound, end);
+      if (event->IsMeta(0x58) && event->text.size() >= 2 && times.metres.size() < kMostChanges) {
+        times.metres.push_back(MetreAt(end, event->text));
+      }
       if (event->IsMeta(0x51) && event->text.size() >= 3 && changes.size() < kMostChanges) {
         changes.push_back({end, static_cast<std::int64_t>(*BigEndianAt(event->text, 0, 3))});
       }
@@ -79,6 +92,8 @@ std::optional<SongTimes> ReadSongTimes(const MidiFile& file) {
     times.end = std::max(times.end, end);
     if (file.format == 2) start = end;
   }
+  std::stable_sort(times.metres.begin(), times.metres.end(),
+                   [](const Metre& a, const Metre& b) { return a.tick < b.tick; });
   auto tempo = TempoMap::Make(file.division, std::move(changes));
   if (!tempo) return std::nullopt;
   times.tempo = *std::move(tempo);

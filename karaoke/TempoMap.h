@@ -32,6 +32,8 @@ class TempoMap {
   [[nodiscard]] std::int64_t TickAt(Microseconds time) const;
   /// Length of a quarter note at that time; 500 ms where ticks do not depend on tempo.
   [[nodiscard]] Microseconds QuarterAt(Microseconds time) const;
+  /// 0 where ticks do not depend on tempo.
+  [[nodiscard]] std::int64_t TicksAQuarter() const { return smpte_ ? 0 : division_; }
 
  private:
   struct Segment {
@@ -46,11 +48,19 @@ class TempoMap {
   std::vector<Segment> segments_;
 };
 
+/// A time signature, from its tick on.
+struct Metre {
+  std::int64_t tick = 0;
+  int beats = 4;  ///< in a bar, of the note that the unit names
+  int unit = 4;   ///< 4 is a quarter note
+};
+
 /// The file's tracks on one line of ticks: where each begins, where the song ends, and its tempo map.
 struct SongTimes {
   std::vector<std::int64_t> track_starts;  ///< all 0 but in files of format 2
   std::int64_t end = 0;                    ///< an end event counts at most ten seconds of silence
   TempoMap tempo;
+  std::vector<Metre> metres;  ///< in the order of time
 };
 /// Nothing when the file's division says nothing.
 [[nodiscard]] std::optional<SongTimes> ReadSongTimes(const MidiFile& file);

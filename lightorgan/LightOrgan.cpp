@@ -344,8 +344,8 @@ bool LightOrgan::BeatHeard() {
     if (bins) view_.beat_from = BeatFrom::Sound;
     return bins && onsets_.Onset(*bins, elapsed);
   }
-  // A deck that was moved, or another deck, comes to another number without a beat.
-  const bool next = beat_ && heard->deck == beat_->deck && heard->number == beat_->number + 1;
+  // A place that was moved, or another source, comes to another number without a beat.
+  const bool next = beat_ && heard->source == beat_->source && heard->number == beat_->number + 1;
   beat_ = heard;
   return next;
 }

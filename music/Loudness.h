@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <algorithm>
+
 #include "support/Units.h"
 
 namespace music {
@@ -20,6 +22,13 @@ inline constexpr support::Decibels kReferenceLoudness{-18};
 /// What brings a track to the reference. Requires: valid.
 [[nodiscard]] constexpr support::Decibels GainFor(const Loudness& loudness) {
   return {kReferenceLoudness.value - loudness.integrated.value};
+}
+
+/// The same within a range, and no louder than that the true peak reaches full scale. Requires: valid.
+[[nodiscard]] constexpr support::Decibels LevelFor(const Loudness& loudness, support::Decibels range) {
+  const float gain = std::clamp(GainFor(loudness).value, -range.value, range.value);
+  const float room = std::max(0.0F, -loudness.true_peak.value);
+  return {std::min(gain, room)};
 }
 
 }  // namespace music

@@ -11,11 +11,13 @@
 #include "engine/SoundEngine.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
+#include "platform/archive/PackedDiscImages.h"
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/DiskFolders.h"
+#include "platform/files/LooseDiscImages.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/midi/FluidSynthesisers.h"
@@ -79,6 +81,7 @@ struct Program::Parts {
                      .dmx = &lights,
                      .boards = &boards,
                      .synthesisers = &synthesisers,
+                     .images = &images,
                      .folders = &folders,
                      .background = {&background, Cores()}},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
@@ -91,6 +94,8 @@ struct Program::Parts {
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::files::DiskFolders folders;
+  platform::files::LooseDiscImages loose_images;
+  platform::archive::PackedDiscImages images{loose_images};
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs;

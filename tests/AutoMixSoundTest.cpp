@@ -11,6 +11,7 @@
 
 #include "app/Workstation.h"
 #include "catalogue/testing/FakeTagReader.h"
+#include "decks/testing/FakeFinders.h"
 #include "engine/SoundEngine.h"
 #include "engine/VirtualOutputs.h"
 #include "engine/testing/SoundStage.h"
@@ -49,9 +50,15 @@ class MixedEvening : public ::testing::Test {
     });
     settings_.Set(support::kApplication, "Settings", "Automix", "True");
     settings_.Set(support::kApplication, "Mixer", "MixTime", "2");
+    Open();
+  }
+  /// Again, with settings that were changed.
+  void Open() {
+    if (station_ != nullptr) station_->ShutDown();
+    app::Ports ports{engine_, engine_, tags_, settings_, files_, workers_, time_};
+    ports.analysis = {&meters_, &trackers_};
     station_ = std::make_unique<app::Workstation>(
-        app::Ports{engine_, engine_, tags_, settings_, files_, workers_, time_},
-        support::ProgramFolder(std::filesystem::path(::testing::TempDir()) / "no-mixed-evening"),
+        ports, support::ProgramFolder(std::filesystem::path(::testing::TempDir()) / "no-mixed-evening"),
         app::Workstation::Conducting::ByHand);
     station_->StartUp();
     Go(500ms);
@@ -116,6 +123,8 @@ class MixedEvening : public ::testing::Test {
   catalogue::testing::FakeTagReader tags_;
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;
+  decks::testing::FakeLoudnessMeters meters_;
+  decks::testing::FakeBeatTrackers trackers_;
   std::vector<float> heard_;
   support::TimePoint next_tick_{};
   std::unique_ptr<app::Workstation> station_;
@@ -153,6 +162,77 @@ TEST_F(MixedEvening, AFileThatIsNoneDelaysNothing) {
   PlayFirstAndList(first, second, "");
   Go(9s);
   EXPECT_NEAR(First(kRight) - Last(kLeft), 0, 0.001);
+}
+
+/// A short tone on every beat.
+Sound Clicks(std::chrono::milliseconds length, double bpm, std::chrono::milliseconds first) {
+  Sound sound = Silence(length);
+  const auto frames = static_cast<double>(sound.samples.size() / 2);
+  for (double at = static_cast<double>(first.count()) / 1000; at * kRate < frames - 2000; at += 60 / bpm) {
+    const auto begin = static_cast<std::size_t>(std::lround(at * kRate));
+    for (std::size_t i = 0; i < 1500; ++i) {
+      const double value = 9000 * std::sin(2 * 3.14159265 * 1000 * static_cast<double>(i) / kRate);
+      for (const std::size_t side : {0U, 1U}) {
+        sound.samples[2 * (begin + i) + side] = static_cast<std::int16_t>(value);
+      }
+    }
+  }
+  return sound;
+}
+
+class BeatsMixedEvening : public MixedEvening {
+ protected:
+  /// Seconds at which something begins on a side after a tenth without.
+  [[nodiscard]] std::vector<double> Beats(std::size_t side, double from, double to) const {
+    std::vector<double> beats;
+    double last = -1;
+    const auto end = std::min(static_cast<std::size_t>(to * kRate), heard_.size() / 2);
+    for (auto i = static_cast<std::size_t>(from * kRate); i < end; ++i) {
+      if (std::abs(heard_[2 * i + side]) < 0.01F) continue;
+      const double now = static_cast<double>(i) / kRate;
+      if (now - last > 0.1) beats.push_back(now);
+      last = now;
+    }
+    return beats;
+  }
+};
+
+TEST_F(BeatsMixedEvening, TheBeatsOfBothLieOnEachOtherDuringTheFade) {
+  settings_.Set(support::kApplication, "Settings", "AutoBPM", "True");
+  settings_.Set(support::kApplication, "Mixer", "MixTime", "8");
+  Open();
+  const std::string first = media_.Write("first.wav", On(kLeft, Clicks(40s, 120, 300ms)));
+  const std::string second = media_.Write("second.wav", On(kRight, Clicks(40s, 125, 170ms)));
+  PlayFirstAndList(first, second, "20.100");
+  Go(50s);
+  const double begin = First(kRight), end = Last(kLeft);
+  ASSERT_NEAR(end - begin, 8, 1);
+  const auto left = Beats(kLeft, begin, end - 0.5), right = Beats(kRight, begin + 0.5, end - 0.5);
+  ASSERT_GE(right.size(), 12U);
+  double worst = 0;
+  for (const double beat : right) {
+    double nearest = 1;
+    for (const double other : left) nearest = std::min(nearest, std::abs(beat - other));
+    worst = std::max(worst, nearest);
+  }
+  RecordProperty("worst_in_microseconds", static_cast<int>(worst * 1e6));
+  EXPECT_LT(worst, 0.010);
+  const auto later = Beats(kRight, end + 12, end + 20);
+  ASSERT_GE(later.size(), 10U);
+  EXPECT_NEAR((later.back() - later.front()) / static_cast<double>(later.size() - 1), 60.0 / 125, 0.001)
+      << "it has its own tempo again";
+}
+
+TEST_F(MixedEvening, ALoudTrackAndASoftOneMeetAtOneLevel) {
+  settings_.Set(support::kApplication, "Settings", "AutoGain", "True");
+  Open();
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(12s, {400, 0.5})));
+  const std::string second = media_.Write("second.wav", On(kRight, Tone(8s, {400, 0.5 / 2.818})));
+  PlayFirstAndList(first, second, "8.000");
+  Go(17s);
+  const double begin = First(kRight), end = Last(kLeft);
+  const double before = Peak(kLeft, begin - 1, begin - 0.1), after = Peak(kRight, end + 0.1, end + 1);
+  EXPECT_NEAR(20 * std::log10(after / before), 0, 1) << before << " " << after;
 }
 
 }  // namespace

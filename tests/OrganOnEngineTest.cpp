@@ -1,26 +1,23 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-// The light organ of the whole workstation on the real engine, its boards against the sound of a file.
+// The light organ of the whole workstation on the real engine, its boards against the sound of a file or a
+// song.
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <fstream>
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
-#include "catalogue/testing/FakeTagReader.h"
-#include "engine/SoundEngine.h"
-#include "engine/VirtualOutputs.h"
-#include "engine/testing/SoundStage.h"
+#include "karaoke/testing/MidiBytes.h"
 #include "lightorgan/testing/RecordingBoards.h"
-#include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/codec/testing/MediaMaker.h"
-#include "platform/stretch/LibraryStretcherFactory.h"
-#include "support/testing/ManualExecutor.h"
-#include "support/testing/MemoryFiles.h"
-#include "support/testing/MemorySettings.h"
+#include "platform/midi/FluidSynthesisers.h"
+#include "support/testing/TemporaryFolder.h"
+#include "tests/testing/VirtualEvening.h"
 
 namespace {
 
@@ -32,78 +29,57 @@ using platform::codec::testing::Noise;
 using platform::codec::testing::Silence;
 using platform::codec::testing::Sound;
 using platform::codec::testing::Sweep;
+using tests::testing::VirtualEvening;
 
 class OrganOnEngine : public testing::Test {
  protected:
   OrganOnEngine() {
-    outputs_.BeforeBlock([this] {
-      workers_.RunAll();
-      engine_.Pump();
+    evening_.Settings().Set(support::kApplication, "Setup", "UseK8000", "True");
+    evening_.Begin([this](app::Ports& ports) {
+      ports.boards = &boards_;
+      ports.synthesisers = &synthesisers_;
     });
-    settings_.Set(support::kApplication, "Setup", "UseK8000", "True");
-    station_.StartUp();
-    Run(100ms);
   }
-  ~OrganOnEngine() override { station_.ShutDown(); }
+  ~OrganOnEngine() override { evening_.End(); }
 
-  void Play(const Sound& sound, int mode_button) {
-    catalogue::track_table table(catalogue::TrackColumns());
-    const std::string path = media_.Write("a.wav", sound);
-    table.AddRow(std::vector<std::string_view>{"", "", "", path});
-    station_.LoadDeck(1, table, 1);
-    station_.Organ().Ask([mode_button](LightOrgan& organ) { organ.cmdK8000(mode_button); });
-    Run(200ms);
-    station_.Play(1);
+  void Choose(int mode_button) {
+    evening_.Station().Organ().Ask([mode_button](LightOrgan& organ) { organ.cmdK8000(mode_button); });
   }
-  void Run(std::chrono::milliseconds time) {
-    for (auto at = 0ms; at < time; at += 10ms) {
-      outputs_.Advance(10ms);
-      workers_.RunAll();
-      station_.Tick();
-      Note();
-    }
+  void Play(const Sound& sound, int mode_button) {
+    evening_.Load(1, media_.Write("a.wav", sound));
+    Choose(mode_button);
+    Run(200ms);
+    evening_.Station().Play(1);
+  }
+  void Sing(const std::string& song_bytes, int mode_button) {
+    const auto song = songs_.Path() / "a.kar";
+    std::ofstream(song, std::ios::binary) << song_bytes;
+    Choose(mode_button);
+    evening_.Station().Songs().Play({song.string(), "", ""});
   }
   /// Counts what goes on.
-  void Note() {
-    now_ += 1;
-    for (std::size_t i = 0; i < lit_.size(); ++i) {
-      if (boards_.lit[i] && !lit_[i]) rises_[i].push_back(now_);
-      lit_[i] = boards_.lit[i];
-    }
+  void Run(std::chrono::milliseconds time) {
+    evening_.Run(time, [this] {
+      now_ += 1;
+      for (std::size_t i = 0; i < lit_.size(); ++i) {
+        if (boards_.lit[i] && !lit_[i]) {
+          rises_[i].push_back(now_);
+          if (i == 0) flashes_.push_back(evening_.Now());
+        }
+        lit_[i] = boards_.lit[i];
+      }
+    });
   }
 
   MediaMaker media_;
-  engine::VirtualTime time_;
-  engine::VirtualOutputs outputs_{time_, {engine::testing::StereoOutput("main", true)}};
-  platform::codec::FfmpegDecoderFactory decoders_;
-  platform::stretch::LibraryStretcherFactory stretchers_;
-  support::testing::ManualExecutor workers_;
-  engine::SoundEngine engine_{{.outputs = outputs_,
-                               .decoders = decoders_,
-                               .stretchers = stretchers_,
-                               .workers = workers_,
-                               .clock = time_,
-                               .memory = nullptr,
-                               .make_silent = nullptr,
-                               .thread_started = nullptr},
-                              engine::SoundEngine::Feeding::ByHand};
-  catalogue::testing::FakeTagReader tags_;
-  support::testing::MemorySettings settings_;
-  support::testing::MemoryFiles files_;
+  support::testing::TemporaryFolder songs_;
+  platform::midi::FluidSynthesisers synthesisers_;
   lightorgan::testing::RecordingBoards boards_;
-  app::Workstation station_{{.engine = engine_,
-                             .sound = engine_,
-                             .tags = tags_,
-                             .settings = settings_,
-                             .files = files_,
-                             .workers = workers_,
-                             .clock = time_,
-                             .boards = &boards_},
-                            support::ProgramFolder("/no/such/folder"),
-                            app::Workstation::Conducting::ByHand};
+  VirtualEvening evening_{60ms};
   int now_ = 0;  ///< in ticks
   std::array<bool, 8> lit_{};
   std::array<std::vector<int>, 8> rises_;
+  std::vector<double> flashes_;  ///< of the first output, in seconds on the clock
 };
 
 TEST_F(OrganOnEngine, AClickTrackWithoutAGridGivesExactlyItsBeatsAndSilenceNone) {
@@ -134,9 +110,51 @@ TEST_F(OrganOnEngine, SilenceEndsDarkWithoutFlicker) {
     EXPECT_TRUE(boards_.lit.none()) << button;
     Run(2s);
     for (const auto& rises : rises_) EXPECT_TRUE(rises.empty()) << button;
-    station_.Stop(1);
+    evening_.Station().Stop(1);
     Run(100ms);
   }
+}
+
+/// A stick on every quarter note; the tempo is another one from the ninth on.
+std::string Drums(int beats) {
+  karaoke::testing::TrackBytes track = karaoke::testing::UsualHead();
+  for (int i = 0; i < beats; ++i) {
+    track.Tempo(i == 0 ? 480 : 380, i < 8 ? 500'000 : 400'000);
+    track.Event(0, {0x99, 37, 127}).Event(100, {0x89, 37, 0});
+  }
+  return karaoke::testing::FileBytes({track.End(380)});
+}
+
+TEST_F(OrganOnEngine, AKaraokeSongFlashesTheLampsOnTheBeatsThatAreHeardAndLeavesThemDark) {
+  Sing(Drums(20), 5);
+  Run(4s);
+  evening_.Station().Songs().SetTempo(10);
+  Run(6s);
+  const std::vector<double>& beats = evening_.Onsets();
+  ASSERT_EQ(beats.size(), 20U);
+  for (std::size_t i = 1; i < beats.size(); ++i) {  // the first one makes the song audible
+    double nearest = 1;
+    for (const double flash : flashes_) nearest = std::min(nearest, std::abs(flash - beats[i]));
+    EXPECT_LT(nearest, 0.016) << "beat " << i;
+  }
+  EXPECT_LE(flashes_.size(), beats.size() + 1) << "the song ends on a beat";
+  Run(4s);
+  flashes_.clear();
+  EXPECT_TRUE(boards_.lit.none());
+  Run(5s);
+  EXPECT_TRUE(flashes_.empty());
+}
+
+TEST_F(OrganOnEngine, AKaraokeSongIsInTheSpectrumUntilItIsPaused) {
+  Sing(Drums(40), 0);
+  Run(3s);
+  std::size_t lamps = 0;
+  for (const auto& rises : rises_) lamps = std::max(lamps, rises.size());
+  EXPECT_GE(lamps, 3U);
+  evening_.Station().Songs().Pause();
+  Run(1s);
+  EXPECT_TRUE(boards_.lit.none());
+  EXPECT_EQ(evening_.Station().View().sound.from, app::HeardFrom::Nothing);
 }
 
 }  // namespace

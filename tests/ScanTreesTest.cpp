@@ -13,6 +13,7 @@
 
 #include "app/files/TreeScan.h"
 #include "catalogue/IndexFile.h"
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/files/DiskFolders.h"
 #include "platform/files/testing/TestFolder.h"
@@ -79,15 +80,17 @@ class ScanTrees : public ::testing::Test {
     Age(music_ / name);
     return music_ / name;
   }
-  ScanFound Scan(catalogue::SideStore* store, const fs::path& folder) {
+  ScanFound Scan(catalogue::SideStore* store, const fs::path& folder,
+                 catalogue::ScanMode mode = catalogue::ScanMode::Music) {
     support::ThreadPool workers(2);
     app::TreeScan scan({folders_, tags_, nullptr, nullptr, store}, workers, std::make_shared<app::WorkGate>(),
                        std::make_shared<app::IdleCores>(2));
     std::promise<ScanFound> found;
-    const auto running = scan.Start({catalogue::ScanMode::Music, folder.string()},
-                                    [&found](ScanFound all) { found.set_value(std::move(all)); });
+    const auto running =
+        scan.Start({mode, folder.string()}, [&found](ScanFound all) { found.set_value(std::move(all)); });
     return found.get_future().get();
   }
+  ScanFound ScanSongs() { return Scan(&store_, music_.Path(), catalogue::ScanMode::Karaoke); }
   ScanFound Scan() { return Scan(nullptr, music_.Path()); }
   ScanFound Rescan() { return Scan(&store_, music_.Path()); }
   static Names Titles(const ScanFound& found) {
@@ -133,6 +136,25 @@ TEST_F(ScanTrees, WhatIsNoMusicIsLeftOutAndCountedAndNothingElseIs) {
   EXPECT_EQ(found.end, ScanFound::End::Complete);
   EXPECT_EQ(Titles(found), Names{"good"});
   EXPECT_EQ(found.left_out, 7);
+}
+
+TEST_F(ScanTrees, SongsInArchivesComeBehindAllOthersAndTheUnchangedAreNotOpenedAgain) {
+  using platform::archive::testing::ZipBytes;
+  const std::string tagged = MediaMaker::BytesOf(Add("loose.mp3", "Loose").string());
+  const std::string bare = MediaMaker::BytesOf(media_.PathOf("x.mp3"));
+  const std::string song = ZipBytes({{"Tagged.mp3", tagged}, {"Tagged.cdg", "picture"}});
+  AddBytes("A/Singer - Named.ZIP", ZipBytes({{"a.mp3", bare}, {"a.cdg", "picture"}}));
+  AddBytes("tagged.zip", song);
+  AddBytes("photos.zip", ZipBytes({{"a.jpg", "picture"}}));
+  AddBytes("broken.zip", song.substr(0, song.size() / 2));
+  for (int scan = 0; scan < 2; ++scan) {
+    const ScanFound found = ScanSongs();
+    EXPECT_EQ(Titles(found), (Names{"Loose", "Named", "Loose"}));
+    EXPECT_EQ(found.rows.Cell(2, catalogue::karaoke::kArtist), "Singer");
+    EXPECT_EQ(found.rows.Cell(3, catalogue::karaoke::kFilename), (music_ / "tagged.zip").string());
+    EXPECT_EQ(found.left_out, 2);
+    EXPECT_EQ(tags_.reads, 5);
+  }
 }
 
 TEST_F(ScanTrees, LinksThatLoopAndOddNamesLoseNothing) {

@@ -16,7 +16,7 @@ namespace app {
 struct FileIntake::Batch {
   Batch(std::vector<std::string> files, Done when_done, catalogue::TagReader& reader,
         support::Executor& executor, std::shared_ptr<WorkGate> work_gate, const support::Sentences& sentences,
-        catalogue::TagScratch& tag_scratch, catalogue::NameRule name_rule)
+        catalogue::TagScratch& tag_scratch, catalogue::SongReader* song_reader, catalogue::NameRule name_rule)
       : paths(std::move(files)),
         report(std::move(when_done)),
         tags(reader),
@@ -24,9 +24,11 @@ struct FileIntake::Batch {
         gate(std::move(work_gate)),
         say(sentences),
         scratch(tag_scratch),
+        songs(song_reader),
         names(std::move(name_rule)) {}
 
   void DropKnownFiles();
+  [[nodiscard]] support::Result<catalogue::TrackCells> RowOf(const std::string& path) const;
   void TakeOne(const std::string& path);
 
   std::vector<std::string> paths;
@@ -36,6 +38,7 @@ struct FileIntake::Batch {
   std::shared_ptr<WorkGate> gate;
   const support::Sentences& say;
   catalogue::TagScratch& scratch;
+  catalogue::SongReader* const songs;
   const catalogue::NameRule names;
   std::function<void()> finish;
   catalogue::track_table snapshot{catalogue::TrackColumns()};
@@ -47,15 +50,19 @@ struct FileIntake::Batch {
 
 void FileIntake::Batch::DropKnownFiles() {
   for (const std::string& path : paths) wanted.insert(catalogue::AudioPathOf(path));
-  for (int row = 1; row <= snapshot.Rows(); ++row) {
-    wanted.erase(std::string(snapshot.Cell(row, catalogue::track::kFilename)));
-  }
+  const int filename = songs == nullptr ? catalogue::track::kFilename : catalogue::karaoke::kFilename;
+  for (int row = 1; row <= snapshot.Rows(); ++row) wanted.erase(std::string(snapshot.Cell(row, filename)));
   snapshot.Clear();
+}
+
+support::Result<catalogue::TrackCells> FileIntake::Batch::RowOf(const std::string& path) const {
+  if (songs == nullptr) return catalogue::AnalyseFile(tags, path, say, &scratch, names);
+  return catalogue::AnalyseSong(*songs, tags, path, &scratch, names);
 }
 
 void FileIntake::Batch::TakeOne(const std::string& path) {
   if (wanted.erase(catalogue::AudioPathOf(path)) == 0) return;
-  support::Result<catalogue::TrackCells> row = catalogue::AnalyseFile(tags, path, say, &scratch, names);
+  support::Result<catalogue::TrackCells> row = RowOf(path);
   if (row) {
     rows.push_back(std::move(row).Value());
   } else {
@@ -65,18 +72,20 @@ void FileIntake::Batch::TakeOne(const std::string& path) {
 
 FileIntake::FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
                        std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
-                       const support::Sentences& say, catalogue::TagScratch& scratch)
+                       const support::Sentences& say, catalogue::TagScratch& scratch,
+                       catalogue::SongReader* songs)
     : table_(table),
       tags_(tags),
       workers_(workers),
       gate_(std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      scratch_(scratch) {}
+      scratch_(scratch),
+      songs_(songs) {}
 
 void FileIntake::Add(std::vector<std::string> paths, Done done) {
   batches_.push_back(std::make_shared<Batch>(std::move(paths), std::move(done), tags_, workers_, gate_, say_,
-                                             scratch_, names_));
+                                             scratch_, songs_, names_));
   if (batches_.size() == 1) StartNext();
 }
 
@@ -113,7 +122,12 @@ void FileIntake::Work(const std::shared_ptr<Batch>& batch) {
 void FileIntake::Finish() {
   const std::shared_ptr<Batch> batch = batches_.front();
   for (const catalogue::TrackCells& row : batch->rows) {
-    table_.AddRow(std::vector<std::string_view>(row.begin(), row.end()));
+    const catalogue::CellViews cells = catalogue::ViewsOf(row);
+    if (songs_ == nullptr) {
+      table_.AddRow(cells);
+    } else {
+      table_.AddRow(catalogue::KaraokeRow(cells));
+    }
   }
   batches_.pop_front();
   if (!batches_.empty()) StartNext();

@@ -12,6 +12,7 @@
 #include "app/work/WorkGate.h"
 #include "catalogue/NameRule.h"
 #include "catalogue/TagScratch.h"
+#include "catalogue/ports/SongReader.h"
 #include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
@@ -25,7 +26,8 @@ struct AddingProgress {
   int total = 0;  ///< 0 when nothing is being added
 };
 
-/// Takes files into a table: analysed one after the other on workers, appended together in the given order.
+/// Takes files into the catalogue or, with a reader of MIDI songs, into the karaoke table: analysed one after
+/// the other on workers, appended together in the given order.
 ///
 /// A file that the table holds already keeps its row and gets no second one. Each file is a job of its own,
 /// so that a deck's file does not wait behind a thousand others. Threads: the table's owner, who empties the
@@ -36,7 +38,7 @@ class FileIntake {
 
   FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
              std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say,
-             catalogue::TagScratch& scratch);
+             catalogue::TagScratch& scratch, catalogue::SongReader* songs = nullptr);
 
   /// How names are made for those that are added from now on.
   void NameBy(const catalogue::NameRule& names) { names_ = names; }
@@ -58,6 +60,7 @@ class FileIntake {
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
   catalogue::TagScratch& scratch_;
+  catalogue::SongReader* songs_;
   catalogue::NameRule names_;
   std::deque<std::shared_ptr<Batch>> batches_;  // shared with the job that works on the front one
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "catalogue/DeleteFile.h"
+#include "catalogue/FolderScan.h"
 #include "catalogue/RowMoves.h"
 
 namespace app {
@@ -20,7 +21,9 @@ struct FileRemoval::Batch {
   void Work(const support::Sentences& say) {
     for (File& file : files) {
       file.gone = Delete(file.name, say);
-      if (file.gone && companion == Companion::Mp3) Delete(catalogue::Mp3BesideOf(file.name), say);
+      if (file.gone && companion == Companion::Mp3 && !catalogue::IsArchive(file.name)) {
+        Delete(catalogue::Mp3BesideOf(file.name), say);
+      }
     }
   }
   bool Delete(const std::string& name, const support::Sentences& say) {

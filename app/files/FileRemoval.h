@@ -21,7 +21,7 @@ namespace app {
 /// who empties the box.
 class FileRemoval {
  public:
-  /// With each file of a karaoke table goes the mp3 of the same name.
+  /// With each file of a karaoke table but an archive goes the mp3 of the same name.
   enum class Companion { None, Mp3 };
   using Done = std::function<void(int rows, std::vector<std::string> kept)>;
 

@@ -3,40 +3,122 @@
 #include "app/files/TagDesk.h"
 
 #include <atomic>
+#include <condition_variable>
+#include <fstream>
+#include <iterator>
 #include <map>
+#include <optional>
 #include <utility>
 
+#include "app/work/WorkGate.h"
 #include "catalogue/AnalysisParts.h"
 #include "support/Mutex.h"
+#include "support/Text.h"
 
 namespace app {
+namespace {
+
+constexpr std::size_t kLinesAFile = 5;
+
+bool FitsInALine(std::string_view text) {
+  return text.find_first_of("\r\n") == std::string_view::npos;
+}
+
+std::optional<std::string> ValueIn(std::string_view line) {
+  return line.empty() ? std::nullopt : std::optional<std::string>(line);
+}
+
+}  // namespace
+
+std::string TagListText(const std::vector<TagToWrite>& files) {
+  std::string text;
+  for (const auto& [path, tags] : files) {
+    std::string lines;
+    bool fits = !path.empty() && FitsInALine(path);
+    lines += path + "\r\n";
+    for (const auto* value : {&tags.gain, &tags.start_mix_point, &tags.end_mix_point, &tags.bpm}) {
+      fits = fits && FitsInALine(value->value_or(""));
+      lines += value->value_or("") + "\r\n";
+    }
+    if (fits) text += lines;
+  }
+  return text;
+}
+
+std::vector<TagToWrite> ReadTagList(std::string_view text) {
+  const auto lines = support::SplitLines(text);
+  std::vector<TagToWrite> files;
+  for (std::size_t i = 0; i + kLinesAFile <= lines.size(); i += kLinesAFile) {
+    if (lines[i].empty()) break;
+    files.push_back({std::string(lines[i]),
+                     {.gain = ValueIn(lines[i + 1]),
+                      .start_mix_point = ValueIn(lines[i + 2]),
+                      .end_mix_point = ValueIn(lines[i + 3]),
+                      .bpm = ValueIn(lines[i + 4])}});
+  }
+  return files;
+}
 
 struct TagDesk::Shared {
-  Shared(const TagPorts& outside, support::Executor& executor, std::shared_ptr<WorkGate> open,
-         std::shared_ptr<Keeping> held, Complain teller)
-      : ports(outside),
-        workers(executor),
-        gate(std::move(open)),
-        keeping(std::move(held)),
-        complain(std::move(teller)) {}
+  Shared(const TagPorts& outside, support::Executor& executor, std::shared_ptr<Keeping> held, Complain teller)
+      : ports(outside), workers(executor), keeping(std::move(held)), complain(std::move(teller)) {}
 
   void WriteNext(const std::string& path);
+  /// Paths that nothing waited for yet.
+  std::vector<std::string> TakeUpList();
+  static void PostOne(const std::shared_ptr<Shared>& shared, const std::string& path);
+  void WaitUntilDone(std::chrono::steady_clock::time_point deadline);
+  void SaveList();
   support::Result<void> Put(const std::string& path, const catalogue::MixingTags& tags);
 
   const TagPorts ports;
   support::Executor& workers;
-  const std::shared_ptr<WorkGate> gate;
+  WorkGate gate;  // its own: it closes after all the others, so that the workers are free for the tags
   const std::shared_ptr<Keeping> keeping;
   const Complain complain;
   support::Mutex mutex;
+  std::condition_variable done;
   std::map<std::string, catalogue::MixingTags> waiting DJ_GUARDED_BY(mutex);
+  std::map<std::string, catalogue::MixingTags> in_hand DJ_GUARDED_BY(mutex);
+  bool list_unread DJ_GUARDED_BY(mutex) = false;
+  bool list_stands DJ_GUARDED_BY(mutex) = false;  ///< on the disk, with something in it
   std::atomic<bool> complained{false};
 };
 
-TagDesk::TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-                 std::shared_ptr<Keeping> keeping, Complain complain)
-    : shared_(std::make_shared<Shared>(ports, workers, std::move(gate), std::move(keeping),
-                                       std::move(complain))) {}
+TagDesk::TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<Keeping> keeping,
+                 Complain complain)
+    : shared_(std::make_shared<Shared>(ports, workers, std::move(keeping), std::move(complain))) {}
+
+void TagDesk::StartUp() {
+  if (shared_->ports.writer == nullptr) return;
+  {
+    support::MutexLock lock(shared_->mutex);
+    shared_->list_unread = true;
+  }
+  shared_->workers.Post([shared = shared_] {
+    shared->gate.Pass([&shared] {
+      for (const std::string& path : shared->TakeUpList()) shared->PostOne(shared, path);
+    });
+  });
+}
+
+/// What was asked for in this run is newer.
+std::vector<std::string> TagDesk::Shared::TakeUpList() {
+  std::ifstream file(ports.list, std::ios::binary);
+  const std::string text(std::istreambuf_iterator<char>(file), {});
+  support::MutexLock lock(mutex);
+  std::vector<std::string> taken_up;
+  if (!std::exchange(list_unread, false)) return taken_up;
+  list_stands = !text.empty();
+  for (TagToWrite& left : ReadTagList(text)) {
+    if (waiting.emplace(left.path, std::move(left.tags)).second) taken_up.push_back(left.path);
+  }
+  return taken_up;
+}
+
+void TagDesk::Shared::PostOne(const std::shared_ptr<Shared>& shared, const std::string& path) {
+  shared->workers.Post([shared, path] { shared->gate.Pass([&] { shared->WriteNext(path); }); });
+}
 
 void TagDesk::Write(const std::string& path, const catalogue::MixingTags& tags) {
   if (shared_->ports.writer == nullptr) return;
@@ -44,7 +126,7 @@ void TagDesk::Write(const std::string& path, const catalogue::MixingTags& tags) 
     support::MutexLock lock(shared_->mutex);
     if (!shared_->waiting.insert_or_assign(path, tags).second) return;
   }
-  shared_->workers.Post([shared = shared_, path] { shared->gate->Pass([&] { shared->WriteNext(path); }); });
+  Shared::PostOne(shared_, path);
 }
 
 void TagDesk::Shared::WriteNext(const std::string& path) {
@@ -52,10 +134,50 @@ void TagDesk::Shared::WriteNext(const std::string& path) {
   catalogue::MixingTags tags;
   {
     support::MutexLock lock(mutex);
-    tags = std::move(waiting.extract(path).mapped());
+    auto next = waiting.extract(path);
+    if (next.empty()) return;
+    tags = next.mapped();
+    in_hand.insert(std::move(next));
   }
   const auto written = Put(path, tags);
+  {
+    support::MutexLock lock(mutex);
+    in_hand.erase(path);
+    done.notify_all();
+  }
   if (!written && !complained.exchange(true)) complain(written.Failure());
+}
+
+bool TagDesk::ShutDown(std::chrono::milliseconds patience) {
+  if (shared_->ports.writer == nullptr) return true;
+  const auto deadline = std::chrono::steady_clock::now() + patience;
+  shared_->WaitUntilDone(deadline);
+  const bool all_out = shared_->gate.Close(patience / 8);  // the file that one is just at
+  static_cast<void>(shared_->TakeUpList());                // where no worker came to it
+  shared_->SaveList();
+  return all_out;
+}
+
+void TagDesk::Shared::WaitUntilDone(std::chrono::steady_clock::time_point deadline) {
+  support::MutexLock lock(mutex);
+  while (!(waiting.empty() && in_hand.empty()) && std::chrono::steady_clock::now() < deadline) {
+    lock.WaitUntil(done, deadline);
+  }
+}
+
+void TagDesk::Shared::SaveList() {
+  std::string text;
+  {
+    support::MutexLock lock(mutex);
+    std::map<std::string, catalogue::MixingTags> all = waiting;
+    all.insert(in_hand.begin(), in_hand.end());
+    std::vector<TagToWrite> left;
+    for (auto& [path, tags] : all) left.push_back({path, tags});
+    text = TagListText(left);
+    if (text.empty() && !list_stands) return;
+  }
+  // A list that cannot be saved costs tags alone: rows and side store keep the values.
+  static_cast<void>(ports.files.Save(ports.list, text));
 }
 
 support::Result<void> TagDesk::Shared::Put(const std::string& path, const catalogue::MixingTags& tags) {

@@ -14,10 +14,10 @@ namespace app {
 /// Where the light organ's spectra come from.
 struct OrganSound {
   decks::AudioEngine& engine;
-  std::function<decks::StreamHandle(int deck)> stream;  ///< that deck 1 to 3 plays; on the conductor
+  std::function<decks::StreamHandle(HeardFrom)> stream;  ///< on the conductor
 };
 
-/// The loudest audible deck as the light organ hears it, at the heard clock.
+/// The loudest audible source as the light organ hears it, at the heard clock.
 ///
 /// Law: the sides of a spectrum are taken from the engine at most once a tick, and only when they are asked
 /// for. Threads: the conductor.
@@ -37,12 +37,15 @@ class HeardMusic final : public lightorgan::SpectrumSource, public lightorgan::B
     lightorgan::Bins left;
     lightorgan::Bins right;
   };
-  [[nodiscard]] int Deck() const { return decks_ == nullptr ? 0 : decks_->sound.deck; }
+  [[nodiscard]] HeardFrom From() const { return decks_ == nullptr ? HeardFrom::Nothing : decks_->sound.from; }
   void TakeSides();
 
   OrganSound sound_;
   const WorkstationView* decks_ = nullptr;
   std::optional<Sides> sides_;
 };
+
+/// Of what is heard, in beats a minute; 0 when unknown.
+[[nodiscard]] double HeardTempo(const WorkstationView& decks);
 
 }  // namespace app

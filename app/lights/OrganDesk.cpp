@@ -43,8 +43,8 @@ void OrganDesk::StartUp() {
     });
     started_ = true;
   });
-  files_.ReadMemories([this, alive = std::weak_ptr<int>(alive_)](std::vector<OrganMemory> memories) {
-    if (!alive.expired() && memories_.empty()) memories_ = std::move(memories);
+  files_.ReadMemories([this, alive = std::weak_ptr<int>(alive_)](const auto& read) {
+    if (!alive.expired()) TakeMemories(read);
   });
 }
 
@@ -60,8 +60,8 @@ void OrganDesk::Tick(const WorkstationView& decks) {
   if (none_found_ && view.lamps.boards_in_use && view.lamps.trouble.empty()) {
     view.lamps.trouble = context_.say(support::Sentence::NoIoBoard);
   }
-  view.deck = decks.sound.deck;
-  view.bpm = view.deck == 0 ? 0 : decks.decks[static_cast<std::size_t>(view.deck - 1)].playing_bpm;
+  view.from = decks.sound.from;
+  view.bpm = HeardTempo(decks);
   views_.Publish();
 }
 
@@ -101,28 +101,42 @@ std::string OrganDesk::MemoryName(const std::string& name) {
   std::copy_if(name.begin(), name.end(), std::back_inserter(kept),
                [](char c) { return c != ']' && c != '[' && c != '\r' && c != '\n' && c != '\0'; });
   kept = support::Trim(kept);
-  if (kept.starts_with(kMemoryPrefix)) return kept;
-  return std::string(kMemoryPrefix) + (kept.empty() ? "" : " ") + kept;
+  if (kept.starts_with(lightorgan::kMemoryPrefix)) return kept;
+  return std::string(lightorgan::kMemoryPrefix) + (kept.empty() ? "" : " ") + kept;
 }
 
 void OrganDesk::Remember(const std::string& name) {
   Ask([this, name = MemoryName(name)](LightOrgan& organ) {
     const std::string text = lightorgan::SnapshotText(organ.Remember(), organ.View().size);
     context_.window->Post([this, alive = std::weak_ptr<int>(alive_), name, text] {
-      if (!alive.expired()) Keep(name, text);
+      if (alive.expired()) return;
+      Keep({name, text});
+      SaveMemories();
     });
   });
 }
 
-void OrganDesk::Keep(const std::string& name, const std::string& text) {
+/// Those that were remembered before the file was read are newer.
+void OrganDesk::TakeMemories(const support::Result<OrganFiles::Memories>& read) {
+  if (!read) return context_.tell(context_.say(read.Failure()));
+  memories_read_ = true;
+  const OrganFiles::Memories newer = std::exchange(memories_, read.Value());
+  for (const lightorgan::Memory& memory : newer) Keep(memory);
+  if (!newer.empty()) SaveMemories();
+}
+
+void OrganDesk::Keep(const lightorgan::Memory& memory) {
   const auto there = std::find_if(memories_.begin(), memories_.end(),
-                                  [&](const OrganMemory& memory) { return memory.name == name; });
+                                  [&](const lightorgan::Memory& other) { return other.name == memory.name; });
   if (there != memories_.end()) {
-    there->text = text;
+    there->text = memory.text;
   } else {
-    memories_.push_back({name, text});
+    memories_.push_back(memory);
   }
-  files_.SaveMemories(memories_);
+}
+
+void OrganDesk::SaveMemories() {
+  if (memories_read_) files_.SaveMemories(memories_);
 }
 
 void OrganDesk::Recall(std::size_t memory) {
@@ -140,7 +154,7 @@ void OrganDesk::Recall(std::size_t memory) {
 void OrganDesk::Forget(std::size_t memory) {
   if (memory >= memories_.size()) return;
   memories_.erase(memories_.begin() + static_cast<std::ptrdiff_t>(memory));
-  files_.SaveMemories(memories_);
+  SaveMemories();
 }
 
 }  // namespace app

@@ -20,8 +20,8 @@ namespace app {
 /// What the window draws of it; a snapshot of one tick.
 struct OrganView {
   lightorgan::LightOrganView lamps;
-  int deck = 0;    ///< that is followed; 0 while none is heard
-  double bpm = 0;  ///< as it is heard, 0 when unknown
+  HeardFrom from = HeardFrom::Nothing;  ///< that is followed
+  double bpm = 0;                       ///< as it is heard, 0 when unknown
 };
 
 /// The light organ in the running program.
@@ -54,7 +54,7 @@ class OrganDesk {
                  OrganFiles::Done done);
 
   // The list "Memories". Filled in soon after StartUp.
-  [[nodiscard]] const std::vector<OrganMemory>& Memories() const { return memories_; }
+  [[nodiscard]] const std::vector<lightorgan::Memory>& Memories() const { return memories_; }
   /// The present state under a name, in the place of the memory that has it already. What the name may not
   /// hold is left out; the prefix is put before it.
   void Remember(const std::string& name);
@@ -67,7 +67,9 @@ class OrganDesk {
  private:
   class NoBoards;
 
-  void Keep(const std::string& name, const std::string& text);
+  void TakeMemories(const support::Result<OrganFiles::Memories>& read);
+  void Keep(const lightorgan::Memory& memory);
+  void SaveMemories();
 
   DeskContext context_;
   HeardMusic music_;
@@ -76,7 +78,8 @@ class OrganDesk {
   lightorgan::LightOrgan organ_;
   bool started_ = false;     ///< the conductor's
   bool none_found_ = false;  ///< the conductor's
-  std::vector<OrganMemory> memories_;
+  std::vector<lightorgan::Memory> memories_;
+  bool memories_read_ = false;  ///< else the file may hold others, and is not written over
   std::shared_ptr<int> alive_ = std::make_shared<int>();  // shared with answers that come too late
   support::TripleBuffer<OrganView> views_;
 };

@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "dmx/DataFile.h"
-#include "support/Text.h"
 
 namespace app {
 namespace {
@@ -19,28 +18,12 @@ support::Result<std::string> TextOf(const std::filesystem::path& path) {
   return text;
 }
 
+support::Error Unreadable(std::string_view name) {
+  return support::Failed(support::ErrorCode::Unreadable, support::Sentence::OrganFileUnreadable,
+                         {std::string(name)});
+}
+
 }  // namespace
-
-std::string MemoryText(const std::vector<OrganMemory>& memories) {
-  std::string text;
-  for (const OrganMemory& memory : memories) text.append("[" + memory.name + "]\r\n").append(memory.text);
-  return text;
-}
-
-std::vector<OrganMemory> ParseMemories(std::string_view text) {
-  std::vector<OrganMemory> memories;
-  bool named = false;
-  for (const std::string_view line : support::SplitLines(text)) {
-    if (line.starts_with('[')) {
-      const std::string_view name = line.substr(1, line.find(']') - 1);
-      named = name.starts_with(kMemoryPrefix);
-      if (named) memories.push_back({std::string(name), {}});
-    } else if (named && !line.empty()) {
-      memories.back().text.append(line).append("\r\n");
-    }
-  }
-  return memories;
-}
 
 struct OrganFiles::Outside {
   support::ProgramFolder folder;
@@ -86,11 +69,8 @@ void OrganFiles::ReadBanks(lightorgan::Side side, lightorgan::IoBoardSize size,
   work_.Post([outside = outside_, side, size, done = std::move(done)] {
     const auto path = outside->PathOf(side, size);
     const auto text = TextOf(path);
-    support::Result<Banks> banks =
-        text ? support::Result<Banks>(lightorgan::ParseBanks(text.Value()))
-             : support::Result<Banks>(support::Failed(support::ErrorCode::Unreadable,
-                                                      support::Sentence::OrganFileUnreadable,
-                                                      {path.filename().string()}));
+    auto banks = text ? support::Result<Banks>(lightorgan::ParseBanks(text.Value()))
+                      : support::Result<Banks>(Unreadable(path.filename().string()));
     outside->window->Post([done, banks = std::move(banks)] { done(banks); });
   });
 }
@@ -102,16 +82,17 @@ void OrganFiles::SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, 
   });
 }
 
-void OrganFiles::ReadMemories(std::function<void(std::vector<OrganMemory>)> done) {
+void OrganFiles::ReadMemories(std::function<void(support::Result<Memories>)> done) {
   work_.Post([outside = outside_, done = std::move(done)] {
     const auto text = TextOf(outside->folder.Native(kMemoryFile));
-    auto memories = text ? ParseMemories(text.Value()) : std::vector<OrganMemory>();
+    auto memories = text ? support::Result<Memories>(lightorgan::ParseMemories(text.Value()))
+                         : support::Result<Memories>(Unreadable(kMemoryFile.substr(1)));
     outside->window->Post([done, memories = std::move(memories)] { done(memories); });
   });
 }
 
-void OrganFiles::SaveMemories(const std::vector<OrganMemory>& memories) {
-  work_.Post([outside = outside_, text = MemoryText(memories)] {
+void OrganFiles::SaveMemories(const std::vector<lightorgan::Memory>& memories) {
+  work_.Post([outside = outside_, text = lightorgan::MemoryText(memories)] {
     const auto saved = outside->Save(outside->folder.Native(kMemoryFile), text);
     if (!saved) outside->tell(outside->say(saved.Failure()));
   });

@@ -13,25 +13,14 @@
 
 #include "app/DeskContext.h"
 #include "app/work/OrderedWork.h"
+#include "lightorgan/Memories.h"
 #include "lightorgan/PatternBank.h"
 #include "lightorgan/ports/BankSource.h"
 
 namespace app {
 
-/// A state of the light organ that can be called up again: an entry of the list "Memories".
-struct OrganMemory {
-  std::string name;  ///< begins with kMemoryPrefix
-  std::string text;  ///< of the snapshot file
-  bool operator==(const OrganMemory&) const = default;
-};
-inline constexpr std::string_view kMemoryPrefix = "K80";
 inline constexpr std::string_view kSnapshotFile = "\\K8000.tlv";
 inline constexpr std::string_view kMemoryFile = "\\Memories.tlv";
-
-/// The file of the memories: behind a line "[name]" the lines of its snapshot.
-[[nodiscard]] std::string MemoryText(const std::vector<OrganMemory>& memories);
-/// Names without the prefix, and lines before the first name, are left out.
-[[nodiscard]] std::vector<OrganMemory> ParseMemories(std::string_view text);
 
 /// The light organ's files in the program folder, read and written by workers.
 ///
@@ -52,8 +41,10 @@ class OrganFiles final : public lightorgan::BankSource {
   using Done = std::function<void(support::Result<void>)>;
   void SaveBanks(lightorgan::Side side, lightorgan::IoBoardSize size, Banks banks, Done done);
 
-  void ReadMemories(std::function<void(std::vector<OrganMemory>)> done);
-  void SaveMemories(const std::vector<OrganMemory>& memories);
+  /// A file that is not there has none.
+  using Memories = std::vector<lightorgan::Memory>;
+  void ReadMemories(std::function<void(support::Result<Memories>)> done);
+  void SaveMemories(const std::vector<lightorgan::Memory>& memories);
   /// Puts the text into the snapshot file and gives what is read back from it. Where it cannot be written
   /// this is told, and the text itself is given.
   void PassSnapshot(const std::string& text, std::function<void(std::string)> done);

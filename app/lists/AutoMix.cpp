@@ -15,6 +15,7 @@ using namespace std::chrono_literals;
 
 constexpr auto kAhead = 60s;             ///< the next track is loaded so long before it is due
 constexpr auto kArming = 300ms;          ///< its start is scheduled so long before
+constexpr auto kMatching = 1200ms;       ///< and so long where that may become half a beat earlier
 constexpr auto kPatience = 20s;          ///< with a file that does not come
 constexpr auto kLookingAgain = 1s;       ///< for a track, where the lists held none
 constexpr auto kOnItsWay = 100ms;        ///< to the deck
@@ -48,6 +49,7 @@ void AutoMix::Choose(const MixWishes& wishes) {
   const bool was_on = std::exchange(wishes_, wishes).on;
   if (was_on && !wishes.on && phase_ != Phase::Mixing) Forget();  // what sounds already is faded to its end
   if (!was_on) done_with_.clear();
+  opening_ = opening_ && wishes.on;
 }
 
 void AutoMix::Follow(const MixerHands& hands, MovedByHand moved) {
@@ -83,6 +85,8 @@ int AutoMix::LeaderIn(const WorkstationView& view) const {
 
 void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played) {
   const int leader = LeaderIn(view);
+  if (leader == 0 && opening_) return TickOpening(view, tables, played);
+  opening_ = false;
   if (leader == 0 || (next_ != 0 && next_ == leader)) return Forget();
   const DeckView& led = Of(view, leader);
   if (leader_ != leader) done_with_.insert(led.filename);
@@ -104,7 +108,28 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
     return BeginMixing();
   }
   due_ = microseconds(std::llround(std::max(0.0, left)));
-  if (due_ <= kArming) Arm(led);
+  const bool matches = wishes_.match_tempo && plan_.fade.count() > 0;
+  if (due_ <= (matches ? kMatching : kArming)) Arm(led);
+}
+
+/// Nothing plays: what a hand has made ready begins, else the first track of the lists.
+void AutoMix::TickOpening(const WorkstationView& view, const ListTables& tables, const Files& played) {
+  const auto paused = [&view](int deck) { return Of(view, deck).state == State::Paused; };
+  const auto ready = [&](int deck) {
+    return Of(view, deck).state == State::Stopped && Of(view, deck).filename != Spent(deck);
+  };
+  const int deck = next_ != 0 ? next_ : !ready(1) && ready(2) ? 2 : 1;
+  opening_ = !paused(1) && !paused(2);
+  if (!opening_) return Forget();
+  if (!MakeReady(deck, Of(view, deck), tables, played)) {
+    opening_ = !at_the_end_;
+    return;
+  }
+  Place(deck, Of(view, deck));
+  MoveCrossfader(CrossfaderAt(0, deck, 1));
+  decks_.Play(deck);
+  opening_ = false;
+  Forget();
 }
 
 bool AutoMix::MakeReady(int deck, const DeckView& view, const ListTables& tables, const Files& played) {
@@ -175,10 +200,17 @@ void AutoMix::Arm(const DeckView& leader) {
   phase_ = Phase::Armed;
   since_ = clock_.Now();
   hand_has_crossfader_ = false;
+  if (wishes_.match_tempo && plan_.fade.count() > 0) MeetBeats(leader);
   // Both at once, because nobody has heard the next one yet: the crossfader stands at the leader's end.
   MoveCrossfader(CrossfaderAt(0, leader_, 1));
   if (plan_.fade.count() == 0) decks_.SetVolume(next_, hands_.faders[next_ == 1 ? 0 : 1]);
   scheduled_ = leader.position < plan_.at && decks_.StartWith(next_, leader_, plan_.at);
+}
+
+void AutoMix::MeetBeats(const DeckView& leader) {
+  const microseconds wished = plan_.at;
+  plan_.at = decks_.MatchTempo(next_, wished, wishes_.most_percent);
+  due_ += Lasting(plan_.at - wished, leader.speed);
 }
 
 void AutoMix::TickArmed(const WorkstationView& view) {
@@ -192,8 +224,7 @@ void AutoMix::TickArmed(const WorkstationView& view) {
     return BeginMixing();
   }
   // Paused, stopped, moved to another place or loaded over: the moment is another one, or none.
-  const auto rest = microseconds(
-      std::llround(static_cast<double>((plan_.at - led.position).count()) / std::max(led.speed, 0.01)));
+  const microseconds rest = Lasting(plan_.at - led.position, led.speed);
   const bool moved =
       std::chrono::abs(rest - (due_ - std::chrono::duration_cast<microseconds>(waited))) > 100ms;
   const bool led_goes_on = Plays(led) || led.state == State::Ended;

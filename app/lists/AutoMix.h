@@ -43,6 +43,12 @@ class MixingDecks {
   /// It sounds since then.
   virtual bool Started(int deck) = 0;
   virtual void CancelStart(int deck) = 0;
+  /// Takes the other one's tempo for as long as both sound; until CancelStart, where it does not begin. The
+  /// place of the other one at which it is to begin, so that beats meet that are known: the one given, or
+  /// close to it.
+  virtual std::chrono::microseconds MatchTempo(int deck, std::chrono::microseconds place,
+                                               int most_percent) = 0;
+  virtual void SetGain(int deck, support::Decibels gain) = 0;
 };
 
 /// The tables as the window last had them; they never change.
@@ -64,6 +70,8 @@ class AutoMix {
   AutoMix(MixingDecks& decks, const support::Clock& clock, PassedOver passed_over);
 
   void Choose(const MixWishes& wishes);
+  /// A hand has switched it on: where nothing plays, what is next begins. Without this nothing does.
+  void Open() { opening_ = wishes_.on; }
   /// Gives the decks their volumes. The crossfader's place is taken from the hands only when it was moved.
   void Follow(const MixerHands& hands, MovedByHand moved);
   void Tick(const WorkstationView& view, const ListTables& tables, const Files& played);
@@ -86,6 +94,7 @@ class AutoMix {
   void TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played);
   void TickArmed(const WorkstationView& view);
   void TickMixing(const WorkstationView& view);
+  void TickOpening(const WorkstationView& view, const ListTables& tables, const Files& played);
   [[nodiscard]] int LeaderIn(const WorkstationView& view) const;
   /// Whether the deck stands ready with a track that was not played.
   bool MakeReady(int deck, const DeckView& view, const ListTables& tables, const Files& played);
@@ -93,6 +102,7 @@ class AutoMix {
   void PassOver(const DeckView& view);
   void Place(int deck, const DeckView& view);
   void Arm(const DeckView& leader);
+  void MeetBeats(const DeckView& leader);
   void BeginMixing();
   void EndMixing(const WorkstationView& view);
   void MoveCrossfader(int place);
@@ -105,6 +115,7 @@ class AutoMix {
   MixWishes wishes_;
   MixerHands hands_;
   Phase phase_ = Phase::Waiting;
+  bool opening_ = false;
   int leader_ = 0;          ///< the deck that plays, or played until now
   int next_ = 0;            ///< the deck that is loaded for it
   std::string loading_;     ///< the file that it loads

@@ -22,6 +22,11 @@ constexpr std::string_view kHistoryFolder = "\\History";
 constexpr int kRowsAddedUpAtOnce = 10'000;
 constexpr int kShortestMix = 0, kLongestMix = 60;
 
+support::Decibels GainRange(const Settings& settings) {
+  constexpr int kFurthest = 24;
+  return {static_cast<float>(std::clamp(settings.Number("Settings", "GainRange"), 0, kFurthest))};
+}
+
 bool IsDate(const std::string& name) {
   constexpr std::string_view kShape = "0000-00-00";
   return name.size() == kShape.size() &&
@@ -60,7 +65,14 @@ class ListDesk::Decks final : public MixingDecks {
     return stage_.Deck(deck).StartWith(stage_.Deck(other), place);
   }
   bool Started(int deck) override { return stage_.Deck(deck).Started(); }
-  void CancelStart(int deck) override { stage_.Deck(deck).CancelStart(); }
+  void CancelStart(int deck) override {
+    stage_.Deck(deck).CancelStart();
+    stage_.CancelMix(deck);
+  }
+  std::chrono::microseconds MatchTempo(int deck, std::chrono::microseconds place, int most_percent) override {
+    return stage_.MatchForMix(deck, place, most_percent);
+  }
+  void SetGain(int deck, support::Decibels gain) override { stage_.Deck(deck).SetGain(gain); }
 
  private:
   Stage& stage_;
@@ -75,12 +87,15 @@ ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stag
       search_(tables.catalogue, catalogue::kTrackSearch, context.workers, context.window),
       karaoke_search_(tables.karaoke, catalogue::kKaraokeSearch, context.workers, context.window),
       intake_(tags, context.workers, context.gate, context.window, context.say, scratch),
+      kept_(context, tables.playlists),
+      saves_(context.workers, context.gate),
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
       decks_(std::make_unique<Decks>(stage)),
       automix_(*decks_, context.clock,
                [this](const std::string& name) {
                  context_.tell(context_.say(support::Sentence::NotPlayedNext, {name}));
                }),
+      levels_(*decks_, context.clock),
       heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
       log_(context.files, context.folder, context.workers, context.gate,
            [this](const support::Error& failure) {
@@ -95,8 +110,13 @@ ListDesk::~ListDesk() = default;
 void ListDesk::StartUp(const Preferences& preferred) {
   wishes_.on = preferred.automix.on;
   wishes_.at_mix_points = preferred.automix.at_mix_points;
+  wishes_.match_tempo = preferred.automix.match_tempo;
+  wishes_.most_percent = std::clamp(preferred.bpm_percent, 0, 50);
+  wishes_.match_gain = preferred.automix.match_gain;
+  wishes_.gain_range = GainRange(settings_);
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
   SendWishes();
+  kept_.Read();
   ReadTonight();
 }
 
@@ -127,6 +147,7 @@ void ListDesk::ReadTonight() {
 
 void ListDesk::Tick(const WorkstationView& view) {
   heard_.Tick(view);
+  levels_.Tick(view);
   automix_.Tick(view, seen_, heard_tonight_);
   ListView& draft = views_.Draft();
   draft.automix = automix_.Wishes();
@@ -138,7 +159,9 @@ void ListDesk::Tick(const WorkstationView& view) {
 }
 
 void ListDesk::ShutDown() {
+  kept_.Flush();
   log_.Flush();
+  saves_.Flush();
 }
 
 void ListDesk::Heard(const DeckView& track) {
@@ -163,6 +186,7 @@ bool ListDesk::WasPlayed(std::string_view filename) const {
 void ListDesk::Follow() {
   search_.Follow();
   karaoke_search_.Follow();
+  kept_.Follow();
   SendTables();
 }
 
@@ -185,15 +209,12 @@ void ListDesk::OpenPlaylist(int number, const std::string& path, Opened done) {
 
 void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved done) {
   const catalogue::track_table& table = tables_.playlists[static_cast<std::size_t>(number - 1)];
-  context_.workers.Post([&files = context_.files, &say = context_.say, gate = context_.gate,
-                         window = context_.window, table, path, done = std::move(done)] {
-    gate->Pass([&] {
-      const auto saved = catalogue::SaveIndex(files, path, table);
-      window->Post([done, failure = saved
-                                        ? std::string()
+  saves_.Post([&files = context_.files, &say = context_.say, window = context_.window, table, path,
+               done = std::move(done)] {
+    const auto saved = catalogue::SaveIndex(files, path, table);
+    window->Post([done, failure = saved ? std::string()
                                         : say(support::Sentence::PlaylistNotSaved, {say(saved.Failure())})] {
-        if (done) done(failure);
-      });
+      if (done) done(failure);
     });
   });
 }
@@ -224,6 +245,7 @@ void ListDesk::SetAutomix(bool on) {
   wishes_.on = on;
   settings_.SetFlag("Settings", "Automix", on);
   SendWishes();
+  context_.conductor->Post([this] { automix_.Open(); });
 }
 
 void ListDesk::SetMixTime(int seconds) {
@@ -239,8 +261,23 @@ void ListDesk::SetAtMixPoints(bool at_mix_points) {
   SendWishes();
 }
 
+void ListDesk::SetMatchTempo(bool match) {
+  wishes_.match_tempo = match;
+  settings_.SetFlag("Settings", "AutoBPM", match);
+  SendWishes();
+}
+
+void ListDesk::SetMatchGain(bool match) {
+  wishes_.match_gain = match;
+  settings_.SetFlag("Settings", "AutoGain", match);
+  SendWishes();
+}
+
 void ListDesk::SendWishes() {
-  context_.conductor->Post([this, wishes = wishes_] { automix_.Choose(wishes); });
+  context_.conductor->Post([this, wishes = wishes_] {
+    automix_.Choose(wishes);
+    levels_.Choose(wishes);
+  });
 }
 
 void ListDesk::MoveMixer(const MixerHands& hands, MovedByHand moved) {

@@ -11,10 +11,13 @@
 
 #include "app/DeskContext.h"
 #include "app/WorkstationView.h"
+#include "app/lists/AutoLevel.h"
 #include "app/lists/AutoMix.h"
 #include "app/lists/EveningLog.h"
+#include "app/lists/KeptPlaylists.h"
 #include "app/lists/PlaylistIntake.h"
 #include "app/lists/TableSearch.h"
+#include "app/work/OrderedWork.h"
 #include "catalogue/track_table.h"
 #include "support/TripleBuffer.h"
 
@@ -33,7 +36,8 @@ struct ListView {
   bool at_the_end = false;  ///< nothing is left to play next
 };
 
-/// The lists of the evening: searches, playlists, what was played, and the automatic mixer.
+/// The lists of the evening: searches, playlists, what was played, and the automatic mixer. The playlists are
+/// kept from one run to the next.
 ///
 /// Threads: StartUp, View and commands on the window's, who owns the tables; Tick on the conductor, which
 /// gets copies of them; ShutDown once the conductor has stopped.
@@ -78,10 +82,13 @@ class ListDesk {
   /// Grows with each file that WasPlayed knows more.
   [[nodiscard]] std::size_t PlayedFiles() const { return played_.size(); }
 
-  /// Stored.
+  /// Stored. Switched on while decks 1 and 2 are silent, the lists begin to play.
   void SetAutomix(bool on);
+  // Stored.
   void SetMixTime(int seconds);
   void SetAtMixPoints(bool at_mix_points);
+  void SetMatchTempo(bool match);
+  void SetMatchGain(bool match);
   /// The hands' mixer: gives decks 1 and 2 their volumes.
   void MoveMixer(const MixerHands& hands, MovedByHand moved);
 
@@ -100,6 +107,8 @@ class ListDesk {
   TableSearch search_;
   TableSearch karaoke_search_;
   PlaylistIntake intake_;
+  KeptPlaylists kept_;
+  OrderedWork saves_;                         ///< of playlists
   MixWishes wishes_;                          ///< the window's
   Files played_;                              ///< the window's
   std::string evening_;                       ///< that they belong to
@@ -107,6 +116,7 @@ class ListDesk {
   // The conductor's.
   std::unique_ptr<Decks> decks_;
   AutoMix automix_;
+  AutoLevel levels_;
   HeardTracks heard_;
   EveningLog log_;
   ListTables seen_;

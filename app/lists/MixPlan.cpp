@@ -10,16 +10,15 @@ namespace {
 
 using std::chrono::microseconds;
 
-/// Time that a stretch of the file takes as it plays.
-microseconds Lasting(microseconds stretch, double speed) {
-  return microseconds(std::llround(static_cast<double>(stretch.count()) / std::max(speed, 0.01)));
-}
-
 microseconds Stretch(microseconds time, double speed) {
   return microseconds(std::llround(static_cast<double>(time.count()) * speed));
 }
 
 }  // namespace
+
+microseconds Lasting(microseconds stretch, double speed) {
+  return microseconds(std::llround(static_cast<double>(stretch.count()) / std::max(speed, 0.01)));
+}
 
 MixPlan PlanMix(const DeckView& playing, const MixWishes& wishes) {
   constexpr microseconds kJust{50'000};  // what the crossfader needs no time for

@@ -8,6 +8,7 @@
 
 #include "app/WorkstationView.h"
 #include "catalogue/track_table.h"
+#include "support/Units.h"
 
 namespace app {
 
@@ -16,6 +17,10 @@ struct MixWishes {
   bool on = false;
   std::chrono::milliseconds mix_time{8000};
   bool at_mix_points = true;
+  bool match_tempo = false;
+  int most_percent = 0;  ///< that the tempos may lie apart
+  bool match_gain = false;
+  support::Decibels gain_range{12};  ///< that tracks are levelled by at most
 };
 
 /// When a deck hands over to the other one.
@@ -24,6 +29,9 @@ struct MixPlan {
   std::chrono::microseconds fade{0};  ///< how long the crossfader takes; 0: there is nothing left to fade
   bool operator==(const MixPlan&) const = default;
 };
+
+/// What a stretch of a file lasts as it plays.
+[[nodiscard]] std::chrono::microseconds Lasting(std::chrono::microseconds stretch, double speed);
 
 /// At its end mix point, then the fade takes what sound is left, up to the mix time; without mix points the
 /// fade ends with the file. A deck that is past that place hands over at its end.

@@ -43,11 +43,11 @@ void EngineSongOutput::SetVolume(float volume) {
 }
 
 std::int64_t EngineSongOutput::HeardFrame() {
-  return control_.Heard(stream_).frame.value;
+  return Heard().frame.value;
 }
 
 bool EngineSongOutput::IsPlaying() {
-  const decks::HeardStream heard = control_.Heard(stream_);
+  const decks::HeardStream heard = Heard();
   return heard.playing && !heard.ended;
 }
 

@@ -32,6 +32,10 @@ class EngineSongOutput final : public karaoke::SongOutput {
   [[nodiscard]] std::int64_t HeardFrame() override;
   [[nodiscard]] bool IsPlaying() override;
 
+  [[nodiscard]] decks::HeardStream Heard() { return control_.Heard(stream_); }
+  /// 0 when nothing is loaded.
+  [[nodiscard]] decks::StreamHandle Stream() const { return stream_; }
+
  private:
   decks::AudioEngine& engine_;
   decks::SoundControl& control_;

@@ -15,7 +15,7 @@ constexpr std::string_view kSongSection = "Karaoke";
 }  // namespace
 
 SongDesk::SongDesk(const DeskContext& context, const SongSources& sources)
-    : context_(context), sources_(sources), player_(context, sources) {}
+    : context_(context), sources_(sources), player_(context, sources), discs_(context, sources.images) {}
 
 void SongDesk::StartUp() {
   context_.conductor->Post([this, volume = StoredLevel("Volume"), melody = StoredLevel("MelodyLevel")] {
@@ -30,12 +30,17 @@ void SongDesk::StartUp() {
 }
 
 void SongDesk::Tick(const WorkstationView& decks) {
-  player_.Tick(decks, views_.Draft());
+  SongView& view = views_.Draft();
+  player_.Tick(decks, view);
+  view.disc = discs_.Tick(decks.decks);
+  const bool midi_plays = view.state == SongView::State::Playing && IsMidiSong(view.filename);
+  if (midi_plays) view.disc = {};
   views_.Publish();
 }
 
 void SongDesk::ShutDown() {
   player_.Release();
+  discs_.Release();
 }
 
 void SongDesk::Play(SongRow row) {

@@ -9,6 +9,7 @@
 
 #include "app/DeskContext.h"
 #include "app/WorkstationView.h"
+#include "app/songs/DiscFinder.h"
 #include "app/songs/SongPlayer.h"
 #include "app/songs/SongView.h"
 #include "karaoke/LyricPainter.h"
@@ -27,6 +28,8 @@ class SongDesk {
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks);
   void ShutDown();
+  /// As SongPlayer; the conductor's.
+  [[nodiscard]] decks::StreamHandle Hear(HeardSong& song) { return player_.Hear(song); }
 
   [[nodiscard]] const SongView& View() { return views_.Read(); }
 
@@ -65,6 +68,7 @@ class SongDesk {
   DeskContext context_;
   SongSources sources_;
   SongPlayer player_;
+  DiscFinder discs_;
   std::vector<karaoke::Soundfont> soundfonts_;
   support::TripleBuffer<SongView> views_;
 };

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <utility>
 
+#include "karaoke/SongBeats.h"
 #include "support/Text.h"
 
 namespace app {
@@ -26,7 +27,10 @@ support::Result<ReadySong> MakeReady(const SongRow& row, const std::string& soun
   ready.sound = std::move(sound).Value();
   const std::string title = row.title.empty() ? karaoke::TitleOf(ready.song) : row.title;
   const std::string artist = row.artist.empty() ? karaoke::ArtistOf(ready.song) : row.artist;
-  ready.words = std::make_shared<const SongWords>(SongWords{title, artist, karaoke::LyricShow(ready.song)});
+  SongWords words{title, artist, karaoke::LyricShow(ready.song), ready.song.note};
+  if (!words.note && words.show.Lines().empty()) words.note = support::Sentence::NoWords;
+  ready.words = std::make_shared<const SongWords>(std::move(words));
+  ready.beats = std::make_shared<const music::BeatGrid>(karaoke::BeatsOf(ready.song));
   return ready;
 }
 
@@ -96,6 +100,7 @@ support::Result<void> SongPlayer::Open(const SongRow& row, ReadySong ready) {
   state_ = State::Stopped;
   row_ = row;
   words_ = std::move(ready.words);
+  beats_ = std::move(ready.beats);
   SetVolume(volume_);
   ApplyWishes();
   return {};
@@ -231,6 +236,7 @@ void SongPlayer::CloseMidi() {
   kind_ = Kind::None;
   state_ = State::Empty;
   words_.reset();
+  beats_.reset();
   row_ = {};
 }
 
@@ -251,6 +257,7 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
   view.filename = row_.filename;
   view.coming = coming_ ? coming_->filename : "";
   view.words = words_;
+  if (words_ != nullptr && words_->note) view.note = context_.say(*words_->note);
   view.volume = volume_;
   view.semitones = semitones_;
   view.percent = percent_;
@@ -260,6 +267,19 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
   if (kind_ == Kind::Midi) ShowMidi(view);
   if (kind_ == Kind::Companion) ShowCompanion(companion, view);
   if (kind_ == Kind::None && coming_) view.state = State::Loading;
+}
+
+decks::StreamHandle SongPlayer::Hear(HeardSong& song) {
+  song = {};
+  if (kind_ != Kind::Midi || state_ != State::Playing) return 0;
+  const decks::HeardStream heard = output_.Heard();
+  if (!heard.playing || heard.ended) return 0;
+  song.playing = true;
+  song.volume = volume_;
+  song.position = std::chrono::microseconds(heard.frame.value * 1'000'000 / kSongRate);
+  song.speed = heard.ratio;
+  song.grid = beats_;
+  return output_.Stream();
 }
 
 void SongPlayer::ShowMidi(SongView& view) {
@@ -290,7 +310,7 @@ void SongPlayer::ShowCompanion(const DeckView& deck, SongView& view) const {
   }
   view.position = deck.position;
   view.length = deck.length;
-  view.speed = view.state == State::Playing ? 1 + percent_ / 100 : 0;
+  view.speed = view.state == State::Playing ? deck.speed : 0;
 }
 
 }  // namespace app

@@ -15,6 +15,7 @@
 #include "karaoke/Karaoke.h"
 #include "karaoke/SongSequencer.h"
 #include "karaoke/SongSound.h"
+#include "karaoke/ports/DiscImages.h"
 
 namespace app {
 
@@ -31,13 +32,15 @@ struct SongSources {
   decks::SoundControl& control;
   DeckStation& companion;  ///< the deck that plays the songs which are audio files
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  karaoke::DiscImages* images = nullptr;                ///< null: none are shown
 };
 
 /// A MIDI file that a worker made ready.
 struct ReadySong {
   karaoke::Song song;
-  std::shared_ptr<karaoke::SongSound> sound;  // with the engine
-  std::shared_ptr<const SongWords> words;     // with the window
+  std::shared_ptr<karaoke::SongSound> sound;     // with the engine
+  std::shared_ptr<const SongWords> words;        // with the window
+  std::shared_ptr<const music::BeatGrid> beats;  // with the views
 };
 
 /// Plays one song at a time: a MIDI file on the sequencer, any other on the companion deck.
@@ -63,6 +66,8 @@ class SongPlayer {
 
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks, SongView& view);
+  /// What a synthesiser plays now, and its stream; nothing and 0 while none does.
+  [[nodiscard]] decks::StreamHandle Hear(HeardSong& song);
   void Release();
 
  private:
@@ -98,7 +103,8 @@ class SongPlayer {
   State state_ = State::Empty;
   SongRow row_;  ///< that plays
   std::string soundfont_;
-  std::shared_ptr<const SongWords> words_;  // with the window
+  std::shared_ptr<const SongWords> words_;        // with the window
+  std::shared_ptr<const music::BeatGrid> beats_;  // with the views
   std::optional<SongRow> coming_;
   bool companion_comes_ = false;
   std::uint64_t newest_ = 0;

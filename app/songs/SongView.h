@@ -5,10 +5,13 @@
 #include <chrono>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 
+#include "karaoke/DiscImage.h"
 #include "karaoke/LyricShow.h"
 #include "support/Clock.h"
+#include "support/Sentences.h"
 
 namespace app {
 
@@ -17,6 +20,25 @@ struct SongWords {
   std::string title;
   std::string artist;
   karaoke::LyricShow show;  ///< without lines where the file has no words
+  /// What the user is to be told about the file.
+  std::optional<support::Sentence> note{};
+};
+
+/// Where a song is heard, and how it goes on from there.
+struct HeardPlace {
+  std::chrono::microseconds position{0};  ///< heard at the time `at`
+  support::TimePoint at{};
+  double speed = 0;  ///< seconds of the song a second; 0 while it stands
+  std::chrono::microseconds length{0};
+
+  /// Heard at another moment, as far as that can be told from here.
+  [[nodiscard]] std::chrono::microseconds HeardAt(support::TimePoint now) const;
+};
+
+/// The graphics of a disc that the singers see.
+struct DiscView {
+  std::shared_ptr<const karaoke::DiscImage> image;  ///< null: none. Shared with the window's pictures
+  HeardPlace place;                                 ///< of the song they belong to
 };
 
 /// What the window draws of karaoke; a snapshot of one tick.
@@ -35,8 +57,10 @@ struct SongView {
   double percent = 0;  ///< tempo from the original
   int melody = 100;    ///< level of the channel that plays what is sung, 0 to 100
   bool has_melody = false;
+  std::string note;            ///< a sentence about the song that is there, else empty
   std::string failure;         ///< a sentence about the newest song that could not be played
   std::uint64_t failures = 0;  ///< counts them
+  DiscView disc;               ///< goes before the words
 
   /// Heard at another moment, as far as that can be told from here.
   [[nodiscard]] std::chrono::microseconds HeardAt(support::TimePoint now) const;

@@ -11,6 +11,7 @@ bool BeatMatch::Start(DeckStation& follower, DeckStation& leader, SyncStart star
   decks::BeatSync sync;
   if (!sync.Begin(leader.Tempo().Side(), follower.Tempo().Side(), most_percent)) return false;
   Stop(leader);
+  follower.Tempo().Keep();
   one = Follower{.on = true,
                  .sync = sync,
                  .own_track = follower.Tempo().Track(),
@@ -20,6 +21,65 @@ bool BeatMatch::Start(DeckStation& follower, DeckStation& leader, SyncStart star
   const auto late = sync.Error(leader.Tempo().Side(), follower.Tempo().Side());
   if (late) Jump(follower, *late);
   return true;
+}
+
+/// What stands ready was prepared at another tempo, and would begin at that one.
+void BeatMatch::PrepareAnew(DeckStation& deck) {
+  deck.Seek(std::chrono::duration_cast<std::chrono::microseconds>(deck.Tempo().Place()));
+}
+
+std::optional<music::Seconds> BeatMatch::StartForMix(DeckStation& follower, DeckStation& leader,
+                                                     music::Seconds place, int most_percent) {
+  Follower& one = Of(follower);
+  DeckTempo& tempo = follower.Tempo();
+  decks::BeatSide led = leader.Tempo().Side();
+  led.heard = place;
+  decks::BeatSync sync;
+  if (!sync.Begin(led, tempo.Side(), most_percent)) return std::nullopt;
+  const auto step = sync.Next(led, tempo.Side(), music::Seconds(0));
+  if (!step) return std::nullopt;
+  Stop(leader);
+  tempo.Borrow();
+  tempo.Follow(step->speed, 1);
+  PrepareAnew(follower);
+  one = Follower{.on = true,
+                 .for_mix = true,
+                 .sync = sync,
+                 .own_track = tempo.Track(),
+                 .led_track = leader.Tempo().Track(),
+                 .most_percent = most_percent,
+                 .from = tempo.Place()};
+  decks::BeatSide own = tempo.Side();
+  led.playing = own.playing = true;
+  const auto late = sync.Error(led, own);
+  return late ? place - *late * led.speed : place;
+}
+
+void BeatMatch::CancelMix(DeckStation& follower) {
+  constexpr double kAtOnce = 1000;
+  Follower& one = Of(follower);
+  if (!one.on || !one.for_mix || one.mixed) return;
+  one = {};
+  follower.Tempo().GiveBack(kAtOnce);
+  PrepareAnew(follower);
+}
+
+bool BeatMatch::MixIsOver(Follower& one, const DeckStation& follower, const DeckStation& leader) const {
+  const bool both = follower.Tempo().Playing() && leader.Tempo().Playing();
+  // Its start is heard later than it happens, and until then it seems to fall behind.
+  one.mixed = one.mixed || (both && follower.Tempo().Place() > one.from);
+  return one.led_track != leader.Tempo().Track() || (one.mixed && !both);
+}
+
+/// A quarter of a percent a beat, in steps that nobody hears.
+void BeatMatch::GlideBack(DeckStation& deck) {
+  constexpr int kStep = 10;
+  constexpr double kPercentABeat = 0.25;
+  int& ticks = steps_[static_cast<std::size_t>(deck.Player().Channel() - 1)];
+  if (++ticks < kStep) return;
+  ticks = 0;
+  const double beats = deck.Tempo().Bpm() / 60 * music::Seconds(kStep * Conductor::kPeriod).count();
+  deck.Tempo().GiveBack(kPercentABeat * (beats > 0 ? beats : 0.2));
 }
 
 void BeatMatch::Jump(DeckStation& deck, music::Seconds late) {
@@ -39,13 +99,21 @@ void BeatMatch::Stop(DeckStation& follower) {
 
 int BeatMatch::Tick(DeckStation& follower, DeckStation& leader) {
   Follower& one = Of(follower);
-  if (!one.on) return 0;
+  if (!one.on) {
+    GlideBack(follower);
+    return 0;
+  }
   if (one.own_track != follower.Tempo().Track()) {
     one = {};  // the new file begins without a bend
     return 0;
   }
+  if (one.for_mix && MixIsOver(one, follower, leader)) {
+    Stop(follower);
+    return 0;
+  }
   const decks::BeatSide led = leader.Tempo().Side();
-  const decks::BeatSide own = follower.Tempo().Side();
+  decks::BeatSide own = follower.Tempo().Side();
+  own.playing = own.playing && (one.mixed || !one.for_mix);
   if (one.led_track != leader.Tempo().Track()) {
     one.led_track = leader.Tempo().Track();
     if (led.bpm > 0 && !one.sync.Begin(led, own, one.most_percent)) {

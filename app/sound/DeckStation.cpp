@@ -147,6 +147,11 @@ void DeckStation::SetPreVolume(int volume) {
   player_.PreVolume(Level(volume));
 }
 
+void DeckStation::SetGain(support::Decibels gain) {
+  gain_ = gain;
+  sound_.SetGain(player_.STRM(), gain_);
+}
+
 void DeckStation::RouteMain(OutputView output) {
   if (player_.device() == output.device && player_.Speaker() == output.speaker) return;
   player_.device(static_cast<std::int16_t>(output.device));
@@ -204,8 +209,10 @@ void DeckStation::ShowHeard(DeckView& view) {
   view.length_exact = heard.length_exact;
   view.waiting = heard.waiting;
   view.sample_rate = heard.sample_rate;
-  view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB()) : kSilence;
-  view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB()) : kSilence;
+  const float gain = gain_.value;
+  view.gain = gain_;
+  view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB() + gain) : kSilence;
+  view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB() + gain) : kSilence;
 }
 
 void DeckStation::NoticeTheEnd() {
@@ -231,7 +238,10 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   }
   switch (wish) {
     case kLoad:
-      if (result) tempo_.Begin(coming_->bpm);
+      if (result) {
+        tempo_.Begin(coming_->bpm);
+        gain_ = {};
+      }
       return OpenTrack(*std::exchange(coming_, std::nullopt), result);
     case kReopen:
       return OpenTrack(track_, result);
@@ -279,6 +289,7 @@ void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
   tempo_.Begin(0);
+  gain_ = {};
   tools_.analyses.Drop(player_.Channel());
   track_ = {};
   message_.clear();
@@ -303,6 +314,7 @@ void DeckStation::MoveMain() {
 
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
+  sound_.SetGain(player_.STRM(), gain_);
   tempo_.Apply();
 }
 

@@ -67,11 +67,14 @@ class DeckStation {
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
   void SetPreVolume(int volume);
+  /// On top of the volume, of this file: the next one begins without.
+  void SetGain(support::Decibels gain);
   /// A mark set by hand goes before what is found; without one the found point holds again.
   void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
   /// A slider was moved while the deck was asked to follow.
   void FollowEqualiser(int slider, int decibels);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
+  [[nodiscard]] const DeckTempo& Tempo() const { return tempo_; }
   /// The beats are again those that were found.
   void ForgetGrid();
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
@@ -126,6 +129,7 @@ class DeckStation {
   decks::HeardStream heard_;  ///< at the last tick
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
+  support::Decibels gain_;
   bool play_when_ready_ = false;
   bool starting_ = false;            ///< its start was scheduled
   bool cancelled_ = false;           ///< it was, and may have come before it was taken back

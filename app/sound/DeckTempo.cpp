@@ -31,6 +31,11 @@ Seconds BeatOf(const std::vector<support::TimePoint>& taps) {
 }  // namespace
 
 void DeckTempo::Set(const decks::TempoSliders& sliders) {
+  if (decks::Playable(sliders).percent != sliders_.percent) Keep();
+  Order(sliders);
+}
+
+void DeckTempo::Order(const decks::TempoSliders& sliders) {
   sliders_ = decks::Playable(sliders);
   const int rate = heard_.sample_rate;
   decks::SetTempo(engine_, player_.STRM(), sliders_, bend_ * nudge_, rate);
@@ -54,7 +59,19 @@ void DeckTempo::Follow(double speed, double bend) {
   constexpr double kSame = 1e-5;
   if (std::abs(sliders.percent - sliders_.percent) < kSame * 100 && std::abs(bend - bend_) < kSame) return;
   bend_ = bend;
-  Set(sliders);
+  Order(sliders);
+}
+
+void DeckTempo::Borrow() {
+  if (!own_percent_) own_percent_ = sliders_.percent;
+}
+
+void DeckTempo::GiveBack(double percent) {
+  if (!own_percent_) return;
+  decks::TempoSliders sliders = sliders_;
+  sliders.percent += std::clamp(*own_percent_ - sliders.percent, -percent, percent);
+  if (sliders.percent == *own_percent_) own_percent_.reset();
+  Order(sliders);
 }
 
 decks::BeatSide DeckTempo::Side() const {
@@ -79,6 +96,7 @@ void DeckTempo::Begin(double bpm) {
   ForgetCorrections();
   bend_ = 1;
   nudge_ = 1;
+  if (own_percent_) sliders_.percent = *std::exchange(own_percent_, std::nullopt);
 }
 
 void DeckTempo::ForgetCorrections() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "app/WorkstationView.h"
@@ -33,6 +34,13 @@ class DeckTempo {
   void Bend(double factor);
   /// The slider goes where the whole speed comes out, with a bend on it.
   void Follow(double speed, double bend);
+  /// From now on Follow only borrows the slider: where it stood comes back with the next file, or step by
+  /// step by GiveBack. A hand that moves the slider keeps it.
+  void Borrow();
+  void Keep() { own_percent_.reset(); }
+  /// Towards where it stood, no further than this; nothing when it is not borrowed.
+  void GiveBack(double percent);
+  [[nodiscard]] bool Playing() const { return heard_.playing; }
   [[nodiscard]] bool Nudging() const { return nudge_ != 1; }
   /// Source seconds a second, as it is set now.
   [[nodiscard]] double Speed() const { return decks::SpeedOf(sliders_) * bend_ * nudge_; }
@@ -73,6 +81,7 @@ class DeckTempo {
   void Show(DeckView& view) const;
 
  private:
+  void Order(const decks::TempoSliders& sliders);
   [[nodiscard]] music::Seconds Length() const;
   [[nodiscard]] bool Original() const;
   void Correct(music::BeatGrid grid);
@@ -80,6 +89,7 @@ class DeckTempo {
   decks::AudioEngine& engine_;
   const decks::clsBassPlayer& player_;
   decks::TempoSliders sliders_;
+  std::optional<double> own_percent_;  ///< where a borrowed slider stood
   int range_ = kTempoRange;
   double nudge_ = 1;
   double bend_ = 1;

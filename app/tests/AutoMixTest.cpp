@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/lists/AutoLevel.h"
 #include "app/tests/Evening.h"
 
 namespace app {
@@ -220,6 +221,42 @@ TEST_F(AutoMixTest, SwitchedOffNothingComes) {
   EXPECT_EQ(Stored("Settings", "Automix"), "False");
 }
 
+TEST_F(AutoMixTest, AHandThatSwitchesItOnInSilenceBeginsTheMusic) {
+  List(1, {"gone.mp3", "b.mp3"});
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "as it was stored, nothing begins by itself";
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  EXPECT_EQ(Plays(), "b.mp3 ");
+  EXPECT_EQ(Crossfader(), -100);
+  station_->Stop(1);
+  Load(2, "c.flac");
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "who stops a deck has it so";
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  EXPECT_EQ(Plays(), "c.flac ") << "what a hand has made ready goes first";
+  EXPECT_EQ(Crossfader(), 100);
+}
+
+TEST_F(AutoMixTest, SwitchedOnItLeavesAPausedDeckAndEmptyListsAlone) {
+  List(1, {"b.mp3"});
+  Begin("a.mp3");
+  station_->Pause(1);
+  Go(1s);
+  station_->Lists().SetAutomix(true);
+  Go(5s);
+  EXPECT_EQ(Plays(), "");
+  station_->Stop(1);
+  while (station_->Playlist(1).Rows() > 0) station_->Playlist(1).RemoveRow(1);
+  List(2, {});
+  station_->Lists().SetAutomix(true);
+  Go(1s);
+  List(2, {"c.flac"});
+  Go(5s);
+  EXPECT_EQ(Plays(), "") << "it begins when it is switched on";
+}
+
 TEST_F(AutoMixTest, TheSecondDeckHandsBackToTheFirst) {
   List(1, {"c.flac"});
   List(2, {"b.mp3"});
@@ -229,6 +266,142 @@ TEST_F(AutoMixTest, TheSecondDeckHandsBackToTheFirst) {
   EXPECT_EQ(Plays(), "c.flac a.mp3 ");
   Go(3s);
   EXPECT_EQ(Crossfader(), -100);
+}
+
+/// The same, and the mixer brings the tempos together.
+class MatchedMixTest : public AutoMixTest {
+ protected:
+  MatchedMixTest() {
+    Store("Settings", "AutoBPM", "True");
+    station_.reset();
+    StartUp();
+  }
+  /// The first track has 120.5 beats a minute, and the second one comes in.
+  void Mix(std::string_view second_bpm) {
+    station_->Playlist(1).AddRow(std::vector<std::string_view>{"", "", "01:40", "b.mp3", second_bpm});
+    station_->Lists().Follow();
+    Begin("a.mp3");
+    Go(96500ms);
+  }
+  static constexpr float kMatched = 100 * (120.5F / 125 - 1);
+};
+
+TEST_F(MatchedMixTest, TheNextTrackComesInTheTempoOfTheOther) {
+  const struct {
+    const char* bpm;
+    float percent;
+  } kSeconds[] = {{"125.00", kMatched}, {"62.50", kMatched}, {"140.00", 0}, {"", 0}};
+  for (const auto& second : kSeconds) {
+    station_.reset();
+    StartUp();
+    Mix(second.bpm);
+    EXPECT_EQ(Plays(), "a.mp3 b.mp3 ") << second.bpm;
+    EXPECT_NEAR(Deck(2).tempo_percent, second.percent, 0.01) << second.bpm;
+    EXPECT_EQ(station_->View().notice, "") << second.bpm;
+  }
+}
+
+TEST_F(MatchedMixTest, AfterTheMixItGlidesToItsOwnTempo) {
+  Mix("125.00");
+  Go(4s);
+  EXPECT_FALSE(Deck(2).synced) << "the other one is silent";
+  EXPECT_LT(Deck(2).tempo_percent, -3);
+  for (float before = Deck(2).tempo_percent; Deck(2).tempo_percent != 0; before = Deck(2).tempo_percent) {
+    Go(200ms);
+    ASSERT_NEAR(Deck(2).tempo_percent - before, 0.06, 0.06) << "nothing that is heard";
+  }
+}
+
+TEST_F(MatchedMixTest, AHandOnTheTempoKeepsIt) {
+  Mix("125.00");
+  Go(4s);
+  station_->SetTempo(2, 1);
+  Go(20s);
+  EXPECT_EQ(Deck(2).tempo_percent, 1);
+}
+
+TEST_F(MatchedMixTest, WhatWasBorrowedIsNotKeptForAnotherFile) {
+  station_->SetTempo(2, 2);
+  Mix("125.00");
+  Go(4s);
+  Load(2, "c.flac");
+  EXPECT_EQ(Deck(2).tempo_percent, 2);
+}
+
+TEST_F(MatchedMixTest, AMixThatDoesNotComeLeavesTheTempoAsItWas) {
+  station_->Lists().SetMixTime(3);
+  Mix("125.00");
+  ASSERT_NEAR(Deck(2).tempo_percent, kMatched, 0.01);
+  ASSERT_EQ(Plays(), "a.mp3 ") << "half a second before";
+  station_->Pause(1);
+  Go(1s);
+  EXPECT_EQ(Deck(2).tempo_percent, 0);
+}
+
+/// Two decks that take a gain, and the one who levels them.
+class AutoLevelTest : public ::testing::Test, public MixingDecks {
+ protected:
+  AutoLevelTest() {
+    levels_.Choose({.on = true, .match_gain = true, .gain_range = {12}});
+    deck_.filename = "a.mp3";
+    deck_.state = testing::State::Stopped;
+    deck_.loudness = {true, {-9}, {0}};
+  }
+  void Go(std::chrono::milliseconds time) {
+    for (; time > 0ms; time -= 10ms) {
+      clock_.Advance(10ms);
+      levels_.Tick(view_);
+    }
+  }
+  void Load(int, const catalogue::track_table&, int) override {}
+  void Seek(int, microseconds) override {}
+  void Play(int) override {}
+  void Stop(int) override {}
+  void SetVolume(int, int) override {}
+  void SetMixing(int, bool) override {}
+  bool StartWith(int, int, microseconds) override { return false; }
+  bool Started(int) override { return false; }
+  void CancelStart(int) override {}
+  microseconds MatchTempo(int, microseconds place, int) override { return place; }
+  void SetGain(int deck, support::Decibels gain) override {
+    view_.decks[static_cast<std::size_t>(deck - 1)].gain = gain;
+  }
+
+  support::testing::FakeClock clock_;
+  WorkstationView view_;
+  DeckView& deck_ = view_.decks[0];
+  AutoLevel levels_{*this, clock_};
+};
+
+TEST_F(AutoLevelTest, ATrackThatNobodyHearsTakesItsGainAtOnce) {
+  Go(10ms);
+  EXPECT_EQ(deck_.gain.value, -9);
+  EXPECT_EQ(view_.decks[1].gain.value, 0) << "nothing is known of it";
+}
+
+TEST_F(AutoLevelTest, OneThatHasJustBegunTakesItQuicklyAndOneThatPlaysUnnoticed) {
+  deck_.state = testing::State::Playing;
+  Go(500ms);
+  EXPECT_EQ(deck_.gain.value, -9);
+  Go(5s);
+  deck_.loudness.integrated = {-11};
+  Go(500ms);
+  EXPECT_NEAR(deck_.gain.value, -8.5, 0.02);
+}
+
+TEST_F(AutoLevelTest, NotWishedOrNotMeasuredItStaysAsItIs) {
+  levels_.Choose({.on = false, .match_gain = true, .gain_range = {12}});
+  Go(1s);
+  levels_.Choose({.on = true, .match_gain = false, .gain_range = {12}});
+  Go(1s);
+  EXPECT_EQ(deck_.gain.value, 0);
+  levels_.Choose({.on = true, .match_gain = true, .gain_range = {12}});
+  deck_.loudness.valid = false;
+  Go(1s);
+  deck_.loudness.valid = true;
+  deck_.state = testing::State::Loading;  // the loudness is that of what still sounds
+  Go(1s);
+  EXPECT_EQ(deck_.gain.value, 0);
 }
 
 }  // namespace

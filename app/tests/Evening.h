@@ -39,6 +39,7 @@ class Evening : public ::testing::Test {
     ports.synthesisers = synthesisers;
     ports.dmx = dmx_;
     ports.boards = boards_;
+    ports.images = images_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -86,6 +87,7 @@ class Evening : public ::testing::Test {
   FakeWindow window_;
   dmx::DmxInterface* dmx_ = nullptr;
   lightorgan::IoBoards* boards_ = nullptr;
+  karaoke::DiscImages* images_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

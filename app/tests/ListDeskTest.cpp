@@ -118,6 +118,14 @@ TEST_F(ListDeskTest, AListIsSavedWholeOrASentenceSaysWhyNot) {
   EXPECT_THAT(failure, HasSubstr("not saved"));
 }
 
+TEST_F(ListDeskTest, APlaylistThatIsSavedLastIsSavedThoughTheProgramCloses) {
+  Open(Write("a.tpl", Line("x.mp3")));
+  station_->Lists().SavePlaylist(2, "/lists/evening.tpl", nullptr);
+  station_->Lists().SavePlaylist(1, "/lists/evening.tpl", nullptr);
+  station_->ShutDown();
+  EXPECT_EQ(files_.Content("/lists/evening.tpl"), Line("x.mp3")) << "in the order asked for";
+}
+
 TEST(EveningTest, ADayEndsAtSixInTheMorning) {
   const auto evening = [](int year, int month, int day, int hour) {
     std::tm time{};
@@ -190,6 +198,24 @@ TEST_F(HistoryTest, WhatNoWorkerHasSavedIsSavedAtTheEnd) {
   for (int second = 0; second < 31; ++second) Advance(1s);
   station_->ShutDown();
   EXPECT_THAT(History(), HasSubstr("a.mp3"));
+}
+
+TEST_F(ListDeskTest, ThePlaylistsOfTheLastRunGoOnAndAreWrittenWhenTheyChange) {
+  Write("tlv.list2", Line("x.mp3") + "half a row\r\n" + Line("y.mp3"));
+  const auto kept = [this](const char* name) { return files_.Content(folder_ / name).value_or("none"); };
+  StartUp();
+  EXPECT_THAT(FilesOf(station_->Playlist(2)), ElementsAre("x.mp3", "y.mp3"));
+  EXPECT_THAT(station_->View().notice, HasSubstr("playlist 2"));
+  Work();
+  EXPECT_EQ(kept("tlv.list2"), "none") << "nothing was changed, so the damaged row is still on the disk";
+  Open(Write("a.TPL", Line("z.mp3")));
+  station_->Lists().Follow();
+  Work();
+  EXPECT_EQ(kept("tlv.list1"), Line("z.mp3"));
+  station_->Playlist(2).RemoveRow(1);
+  station_->ShutDown();
+  EXPECT_EQ(kept("tlv.list2"), Line("y.mp3")) << "changed after the last frame";
+  EXPECT_EQ(kept("tlv.list3"), "none");
 }
 
 TEST_F(ListDeskTest, EveningsAreListedTheNewestFirst) {

@@ -191,6 +191,34 @@ TEST_F(OrganEvening, WhatIsRememberedInTheLastMomentIsSavedByTheShutdown) {
   EXPECT_TRUE(files_.Content(folder_ / "Memories.tlv").has_value());
 }
 
+TEST_F(OrganEvening, AMemoryThatIsMadeBeforeTheFileWasReadTakesNoneAway) {
+  Write("Memories.tlv", "[K80 old]\r\nBEAT\r\n[K80 both]\r\nBEAT\r\n");
+  Ports ports{engine_, engine_, tags_, settings_, files_, workers_, clock_, &mixer_, &visualisation_};
+  ports.boards = boards_;
+  station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
+  station_->StartUp();
+  for (const char* name : {"new", "both"}) Organ().Remember(name);
+  Settle();
+  station_->PumpWindow();
+  ASSERT_EQ(Organ().Memories().size(), 2U) << "no worker has come to the file";
+  Work();
+  ASSERT_EQ(Organ().Memories().size(), 3U);
+  EXPECT_EQ(Organ().Memories()[0].name, "K80 old");
+  EXPECT_NE(Organ().Memories()[1].text, "BEAT\r\n") << "the newer one";
+  EXPECT_EQ(lightorgan::ParseMemories(*files_.Content(folder_ / "Memories.tlv")), Organ().Memories());
+}
+
+TEST_F(OrganEvening, AFileOfMemoriesThatCannotBeReadIsToldOfAndNotWrittenOver) {
+  fs::create_directories(folder_ / "Memories.tlv");
+  StartUp();
+  Work();
+  EXPECT_EQ(station_->View().notice, "\"Memories.tlv\" cannot be read.");
+  Organ().Remember("new");
+  Work();
+  EXPECT_EQ(Organ().Memories().size(), 1U);
+  EXPECT_EQ(files_.Content(folder_ / "Memories.tlv"), std::nullopt);
+}
+
 TEST_F(OrganEvening, AMemoryIsRecalledThoughItsFileCannotBeWritten) {
   StartUp();
   Organ().Remember("");
@@ -220,25 +248,6 @@ TEST_F(OrganEvening, WithoutABoardABoxSaysSoAndTheLampsOfTheWindowGoOn) {
   EXPECT_EQ(Stored("Setup", "UseK8000"), "False");
 }
 
-TEST(OrganMemories, AFileIsReadWhateverItHolds) {
-  using namespace std::string_view_literals;
-  const struct {
-    std::string_view text;
-    std::size_t memories;
-  } kFiles[] = {{""sv, 0},
-                {"[K80 a\r\nBEAT"sv, 1},
-                {"["sv, 0},
-                {"[]\n[K80]\n[K8]\n"sv, 1},
-                {"x\r[K80]\ry"sv, 1},
-                {"[K80]\0\n\0[K80]\n"sv, 1},
-                {"[K80 b]]\n\n\n"sv, 1}};
-  for (const auto& file : kFiles) {
-    const auto memories = ParseMemories(file.text);
-    EXPECT_EQ(memories.size(), file.memories) << file.text;
-    EXPECT_EQ(ParseMemories(MemoryText(memories)), memories) << file.text;
-  }
-}
-
 TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   const music::BeatGrid grid =
       music::BeatGrid::Even(support::Bpm{120}, 1, music::Seconds(0.1), music::Seconds(60));
@@ -257,16 +266,16 @@ TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
   decks::testing::RecordingEngine engine(clock);
   for (const auto& beat : kCases) {
     WorkstationView view;
-    view.sound.deck = 2;
+    view.sound.from = HeardFrom::Deck2;
     view.decks[1].grid = std::make_shared<const music::BeatGrid>(grid);
     view.decks[1].bpm = 120;
     view.decks[1].playing_bpm = beat.playing_bpm;
     view.decks[1].position = beat.position;
-    HeardMusic music({engine, [](int) { return decks::StreamHandle{0}; }});
+    HeardMusic music({engine, [](HeardFrom) { return decks::StreamHandle{0}; }});
     EXPECT_FALSE(music.LastBeat(0us).has_value()) << "nothing was looked at";
     music.Look(&view);
     EXPECT_EQ(music.LastBeat(beat.ahead), (lightorgan::HeardBeat{2, beat.beat})) << beat.what;
-    view.sound.deck = 1;
+    view.sound.from = HeardFrom::Deck1;
     EXPECT_FALSE(music.LastBeat(beat.ahead).has_value()) << "that deck has no grid";
   }
 }

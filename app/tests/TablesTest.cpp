@@ -7,6 +7,7 @@
 #include "app/tests/Evening.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/RowMoves.h"
+#include "karaoke/testing/MidiBytes.h"
 
 namespace app {
 namespace {
@@ -104,6 +105,42 @@ TEST_F(TablesTest, AKaraokeSongGoesWithItsMp3) {
   EXPECT_FALSE(Exists("song.kar") || Exists("song.mp3"));
   EXPECT_TRUE(Exists("other.mp3"));
   EXPECT_EQ(files_.Content(folder_ / "tlvkaraoke.ndx"), "");
+}
+
+TEST_F(TablesTest, AnArchiveHoldsItsOwnSoundAndLeavesTheMp3BesideItAlone) {
+  StartUp();
+  for (const char* name : {"song.ZIP", "song.mp3"}) Write(name);
+  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.ZIP");
+  station_->DeleteKaraoke({1}, Taker());
+  Work();
+  EXPECT_FALSE(Exists("song.ZIP"));
+  EXPECT_TRUE(Exists("song.mp3"));
+}
+
+TEST_F(TablesTest, SongsAreTakenIntoTheKaraokeTableByTheirKind) {
+  StartUp();
+  Write("notes.kar", karaoke::testing::FileBytes(
+                         {karaoke::testing::UsualHead().Name("Words").Text(0, "@TCounting").End(960)}));
+  const auto path = [this](const char* name) { return (folder_ / name).string(); };
+  for (const char* name : {"Anna - Packed.zip", "disc.mp3"}) tags_.AddFile(path(name));
+  Write("broken.mid", "nothing");
+  station_->AddSongs({path("notes.kar"), path("Anna - Packed.zip"), path("disc.cdg"), path("broken.mid"),
+                      path("Anna - Packed.zip")},
+                     Taker());
+  Work();
+  namespace column = catalogue::karaoke;
+  const catalogue::track_table& songs = station_->Karaoke();
+  ASSERT_EQ(songs.Rows(), 3);
+  EXPECT_EQ(songs.Cell(1, column::kTitle), "Counting");
+  EXPECT_EQ(songs.Cell(2, column::kArtist), "Anna");
+  EXPECT_EQ(songs.Cell(2, column::kFilename), path("Anna - Packed.zip"));
+  EXPECT_EQ(songs.Cell(3, column::kFilename), path("disc.mp3"));
+  EXPECT_EQ(kept_.size(), 1U);
+  EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx"));
+  EXPECT_EQ(station_->Catalogue().Rows(), 0);
+  station_->AddSongs({path("disc.mp3")}, Taker());
+  Work();
+  EXPECT_EQ(songs.Rows(), 3) << "a second row";
 }
 
 TEST_F(TablesTest, ATrackOfTheCatalogueLeavesTheMp3BesideItAlone) {

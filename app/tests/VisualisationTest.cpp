@@ -12,7 +12,7 @@ namespace {
 
 /// A tone that was heard on deck 1.
 HeardSound ToneOf(double hertz, double level) {
-  HeardSound sound{.deck = 1};
+  HeardSound sound{.from = HeardFrom::Deck1};
   const auto at = [&](std::size_t i) {
     return static_cast<float>(level * std::sin(2 * std::numbers::pi * hertz / 44100 * double(i)));
   };
@@ -82,9 +82,9 @@ TEST(BuiltInVisualisation, AWaveBeginsWhereItRisesThroughZero) {
   }
 }
 
-class LoudestDeckTest : public testing::Evening {
+class LoudestSourceTest : public testing::Evening {
  protected:
-  LoudestDeckTest() {
+  LoudestSourceTest() {
     engine_.AddFile("loud.mp3", {.seconds = 100, .left_peak = 30000});
     engine_.AddFile("soft.mp3", {.seconds = 100, .left_peak = 8000});
     engine_.AddFile("silent.mp3", {.seconds = 100, .left_peak = 0, .right_peak = 0});
@@ -93,50 +93,50 @@ class LoudestDeckTest : public testing::Evening {
     Load(deck, file);
     Play(deck);
   }
-  [[nodiscard]] int Heard(std::chrono::milliseconds after = std::chrono::seconds(5)) {
+  [[nodiscard]] HeardFrom Heard(std::chrono::milliseconds after = std::chrono::seconds(5)) {
     for (auto time = after; time.count() > 0; time -= std::chrono::milliseconds(10)) {
       Advance(std::chrono::milliseconds(10));
     }
-    return station_->View().sound.deck;
+    return station_->View().sound.from;
   }
 };
 
-TEST_F(LoudestDeckTest, IsTheLoudestThatPlaysBehindItsFader) {
+TEST_F(LoudestSourceTest, IsTheLoudestThatPlaysBehindItsFader) {
   StartUp();
-  EXPECT_EQ(Heard(), 0);
+  EXPECT_EQ(Heard(), HeardFrom::Nothing);
   PlayOn(1, "silent.mp3");
-  EXPECT_EQ(Heard(), 0);
+  EXPECT_EQ(Heard(), HeardFrom::Nothing);
   PlayOn(2, "soft.mp3");
-  EXPECT_EQ(Heard(), 2);
+  EXPECT_EQ(Heard(), HeardFrom::Deck2);
   PlayOn(1, "loud.mp3");
-  EXPECT_EQ(Heard(), 1);
+  EXPECT_EQ(Heard(), HeardFrom::Deck1);
   station_->SetVolume(1, 10);
-  EXPECT_EQ(Heard(), 2);
+  EXPECT_EQ(Heard(), HeardFrom::Deck2);
   station_->Pause(2);
-  EXPECT_EQ(Heard(std::chrono::milliseconds(20)), 1);
+  EXPECT_EQ(Heard(std::chrono::milliseconds(20)), HeardFrom::Deck1);
   station_->SetVolume(1, 0);
-  EXPECT_EQ(Heard(std::chrono::milliseconds(20)), 0);
+  EXPECT_EQ(Heard(std::chrono::milliseconds(20)), HeardFrom::Nothing);
   EXPECT_EQ(station_->View().sound.spectrum, music::Spectrum{});
 }
 
-TEST_F(LoudestDeckTest, StaysWithADeckUntilAnotherOneIsClearlyLouder) {
+TEST_F(LoudestSourceTest, StaysWithADeckUntilAnotherOneIsClearlyLouder) {
   StartUp();
   for (const int deck : {1, 2}) PlayOn(deck, "loud.mp3");
   station_->SetVolume(1, 80);
-  EXPECT_EQ(Heard(), 1);
+  EXPECT_EQ(Heard(), HeardFrom::Deck1);
   station_->SetVolume(1, 60);
-  EXPECT_EQ(Heard(), 2);
+  EXPECT_EQ(Heard(), HeardFrom::Deck2);
   station_->SetVolume(1, 100);
-  EXPECT_EQ(Heard(), 2);
+  EXPECT_EQ(Heard(), HeardFrom::Deck2);
 }
 
-TEST_F(LoudestDeckTest, IsNeverTheDeckOfTheHeadPhones) {
+TEST_F(LoudestSourceTest, IsNeverTheDeckOfTheHeadPhones) {
   StartUp();
   PlayOn(4, "loud.mp3");
-  EXPECT_EQ(Heard(), 0);
+  EXPECT_EQ(Heard(), HeardFrom::Nothing);
 }
 
-TEST_F(LoudestDeckTest, ItsThousandHertzReachTheView) {
+TEST_F(LoudestSourceTest, ItsThousandHertzReachTheView) {
   StartUp();
   PlayOn(2, "loud.mp3");
   static_cast<void>(Heard());

@@ -109,7 +109,7 @@ TEST_F(FolderScanTest, TheSystemsFoldersOfDriveCAreLeftOutByTheirExactPath) {
 TEST_F(FolderScanTest, MusicAndKaraokeHaveTheirMasksInOrder) {
   const auto masks = [](ScanMode mode) { return Names(MasksOf(mode).begin(), MasksOf(mode).end()); };
   EXPECT_EQ(masks(ScanMode::Music), (Names{"*.mp3", "*.ogg", "*.flac", "*.wma"}));
-  EXPECT_EQ(masks(ScanMode::Karaoke), (Names{"*.mp3", "*.kar", "*.mid"}));
+  EXPECT_EQ(masks(ScanMode::Karaoke), (Names{"*.mp3", "*.kar", "*.mid", "*.zip"}));
 }
 
 }  // namespace

@@ -113,6 +113,9 @@ class SoundControl {
   /// What was scheduled for the stream so far happens no more.
   virtual void CancelScheduled(StreamHandle /*stream*/) {}
 
+  /// On top of the volume, at most 24 dB up or down; 0 dB until told otherwise. Acts in the next block,
+  /// without a click; what it makes too loud, the device's limiter takes back.
+  virtual void SetGain(StreamHandle /*stream*/, support::Decibels /*gain*/) {}
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
   /// Also of what plays already, without a click. Best until told otherwise; any time.

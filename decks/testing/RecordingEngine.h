@@ -73,6 +73,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] int Streams() const;
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
+  /// What SetGain said.
+  [[nodiscard]] support::Decibels GainOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
   /// In Hz; 0 is the file's own.
   [[nodiscard]] float RateOf(StreamHandle stream) const;
@@ -132,6 +134,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
+  void SetGain(StreamHandle stream, support::Decibels gain) override;
   void SetDeviceRole(int device, DeviceRole role) override;
   void ReturnDevice(int device) override;
   std::vector<DeviceEvent> TakeDeviceEvents() override;
@@ -144,6 +147,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     std::uint32_t speaker = 0;
     std::shared_ptr<support::SoundGenerator> generator = nullptr;  // with the test
     int volume = 100;
+    support::Decibels gain;
     float tempo = 0;
     float rate = 0;
     float semitones = 0;

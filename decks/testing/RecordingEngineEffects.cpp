@@ -97,4 +97,15 @@ std::vector<float> RecordingEngine::GainsOf(StreamHandle stream) const {
   return gains;
 }
 
+void RecordingEngine::SetGain(StreamHandle stream, support::Decibels gain) {
+  MutexLock lock(mutex_);
+  if (Stream* found = At(stream)) found->gain = gain;
+}
+
+support::Decibels RecordingEngine::GainOf(StreamHandle stream) const {
+  MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? support::Decibels{} : found->gain;
+}
+
 }  // namespace decks::testing

@@ -53,6 +53,18 @@ TEST_F(Effect, LiesBeforeTheTapAndTheVolume) {
   EXPECT_EQ(stream->log.Newest()->left_peak, 0.25F);
 }
 
+TEST_F(Effect, LiesBeforeTheGainThatIsRampedWhilePlaying) {
+  Halving halving;
+  stream->SetGain(3);
+  EXPECT_EQ(Render(halving).back(), 0.75F);
+  EXPECT_EQ(stream->log.Newest()->left_peak, 0.25F);
+  stream->SetGain(1);
+  std::vector<float> out(2000);
+  core.Render(out);
+  EXPECT_EQ(out.back(), 0.25F);
+  for (std::size_t i = 2; i < out.size(); ++i) ASSERT_LT(std::abs(out[i] - out[i - 2]), 0.01F);
+}
+
 TEST_F(Effect, ThatMakesNoNumbersIsSilencedCountedAndBegunAnew) {
   struct Stubborn final : StreamEffect {
     void Process(std::span<float> stereo) noexcept override {

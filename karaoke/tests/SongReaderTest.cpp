@@ -60,7 +60,7 @@ TEST(SongReaderTest, ASongTellsItsTagsItsTimesAndItsWords) {
   EXPECT_THAT(song.lines, ElementsAre("    ", "Hello you", "Bye"));
   EXPECT_THAT(Sung(song), ElementsAre("500:1 Hel", "750:1 lo ", "1000:1 you", "1500:2 Bye"));
   EXPECT_EQ(song.length, std::chrono::milliseconds(1500));
-  EXPECT_EQ(song.note, "");
+  EXPECT_FALSE(song.note.has_value());
 }
 
 TEST(SongReaderTest, AMarkAtTheVeryStartGrowsTheTableButNotTheText) {

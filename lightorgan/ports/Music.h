@@ -15,28 +15,28 @@ using Bins = music::Spectrum;
 
 enum class Channels { Mixed, Left, Right };
 
-/// The sound of the deck that is heard loudest, decks 1 to 3. Threads: the conductor.
+/// The sound of what is heard loudest: a deck, 1 to 3, or a song beside the decks. Threads: the conductor.
 class SpectrumSource {
  public:
   virtual ~SpectrumSource() = default;
-  /// Of what is heard now; nothing while no deck plays.
+  /// Of what is heard now; nothing while none plays.
   [[nodiscard]] virtual std::optional<Bins> Spectrum(Channels channels) = 0;
 };
 
-/// A beat of a deck's grid.
+/// A beat of what is heard.
 struct HeardBeat {
-  int deck = 0;
+  int source = 0;           ///< other beats have another number
   std::int64_t number = 0;  ///< of the last beat, counted from the grid's first
   bool operator==(const HeardBeat&) const = default;
 };
 
-/// The beats of the deck that is heard loudest. Threads: the conductor.
+/// The beats of what is heard loudest. Threads: the conductor.
 class BeatSource {
  public:
   virtual ~BeatSource() = default;
-  /// At least one of the four decks plays.
+  /// At least one of the four decks plays, or a song.
   [[nodiscard]] virtual bool AnyPlaying() = 0;
-  /// At what will be heard so far from now; nothing where the track has no grid.
+  /// At what will be heard so far from now; nothing where no beats are known.
   [[nodiscard]] virtual std::optional<HeardBeat> LastBeat(std::chrono::microseconds ahead) = 0;
 };
 

@@ -31,30 +31,36 @@ class RecordingBoards final : public IoBoards {
   void CloseDevices() override { Note("CloseDevices"); }
   void SetDigitalChannel(int board, int channel) override {
     Note("SetDigitalChannel", {board, channel});
-    lit.set(Index(board, channel));
+    if (IsThere(board, channel)) lit.set(Index(board, channel));
   }
   void ClearDigitalChannel(int board, int channel) override {
     Note("ClearDigitalChannel", {board, channel});
-    lit.reset(Index(board, channel));
+    if (IsThere(board, channel)) lit.reset(Index(board, channel));
   }
   void OutputAllDigital(int board, std::uint8_t channels) override {
     Note("OutputAllDigital", {board, channels});
+    if (!IsThere(board)) return;
     for (int c = 1; c <= kBoardChannels; ++c) lit.set(Index(board, c), ((channels >> (c - 1)) & 1) != 0);
   }
   void OutputAnalogChannel(int board, int channel, std::int32_t value) override {
     Note("OutputAnalogChannel", {board, channel, value});
-    values[Index(board, channel)] = value;
+    if (IsThere(board, channel)) values[Index(board, channel)] = std::clamp(value, 0, 255);
   }
   void ClearAllDigital(int board) override {
     Note("ClearAllDigital", {board});
+    if (!IsThere(board)) return;
     for (int c = 1; c <= kBoardChannels; ++c) lit.reset(Index(board, c));
   }
   void ClearAllAnalog(int board) override {
     Note("ClearAllAnalog", {board});
-    std::fill_n(values.begin() + board * kBoardChannels, kBoardChannels, 0);
+    if (IsThere(board)) std::fill_n(values.begin() + board * kBoardChannels, kBoardChannels, 0);
   }
 
  private:
+  static bool IsThere(int board, int channel = 1) {
+    constexpr int kBoards = kMostOutputs / kBoardChannels;
+    return board >= 0 && board < kBoards && channel >= 1 && channel <= kBoardChannels;
+  }
   static std::size_t Index(int board, int channel) {
     return static_cast<std::size_t>(board * kBoardChannels + channel - 1);
   }

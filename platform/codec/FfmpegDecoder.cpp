@@ -110,7 +110,7 @@ support::Result<void> FfmpegDecoder::OpenContainer() {
   context->pb = input_->Context();
   context->format_whitelist = av_strdup(kContainers);
   context->protocol_whitelist = av_strdup("none");  // nothing that a file names is ever opened
-  const std::string hint = RecognitionHint(path_);
+  const std::string hint = RecognitionHint(input_->Name());
   const int opened = avformat_open_input(&context, hint.c_str(), nullptr, nullptr);
   format_.reset(context);  // null again when opening failed
   if (opened < 0 || avformat_find_stream_info(context, nullptr) < 0) {

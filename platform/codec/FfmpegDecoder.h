@@ -25,6 +25,8 @@ class FfmpegDecoder : public engine::PcmDecoder {
 
   /// Which creator this content belongs to, by what the file holds.
   [[nodiscard]] engine::DecoderKind Kind() const;
+  /// It lies in an archive, whose name tells nothing of its kind.
+  [[nodiscard]] bool IsPacked() const { return input_->IsPacked(); }
   /// How the user calls this content ("FLAC", "Windows Media"), and the extension that such files have.
   [[nodiscard]] std::string ContentName() const;
   [[nodiscard]] std::string UsualExtension() const;

@@ -16,7 +16,7 @@ support::Result<std::unique_ptr<engine::PcmDecoder>> FfmpegDecoderFactory::Open(
   auto opened = FfmpegDecoder::Open(path);
   if (!opened) return opened.Failure();
   std::unique_ptr<FfmpegDecoder> decoder = std::move(opened).Value();
-  if (decoder->Kind() != kind) {
+  if (decoder->Kind() != kind && !decoder->IsPacked()) {
     return support::Failed(support::ErrorCode::Malformed, support::Sentence::OtherFormat,
                            {files::LastPart(path), decoder->ContentName(), decoder->UsualExtension()});
   }

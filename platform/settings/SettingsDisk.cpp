@@ -34,6 +34,15 @@ bool ReadAll(int file, std::string& content) {
   return false;
 }
 
+/// Belongs to the opened file, not to the process, so that two stores of one process wait for each other too.
+bool OnFirstByte(int file, short type) {
+  struct flock first {};
+  first.l_type = type;
+  first.l_whence = SEEK_SET;
+  first.l_len = 1;
+  return fcntl(file, F_OFD_SETLK, &first) == 0;
+}
+
 fs::path HomeFolder() {
   const char* home = std::getenv("HOME");
   if (home != nullptr && *home != '\0') return home;
@@ -72,11 +81,21 @@ void MakeFolderOf(const fs::path& file) {
 
 ProgramLock::ProgramLock(const fs::path& path, std::chrono::milliseconds patience)
     : file_(open(path.c_str(), O_RDWR | O_CREAT | O_CLOEXEC, 0600)) {
-  constexpr int kPause = 1;  // a program that saves often leaves short gaps
+  if (file_ < 0) return;
   const auto until = std::chrono::steady_clock::now() + patience;
-  while (file_ >= 0 && flock(file_, LOCK_EX | LOCK_NB) != 0 && std::chrono::steady_clock::now() < until) {
+  // The first byte is the place of the one who is next; it is left for the lock itself.
+  const bool next = Try([this] { return OnFirstByte(file_, F_WRLCK); }, until);
+  held_ = Try([this] { return flock(file_, LOCK_EX | LOCK_NB) == 0; }, until);
+  if (next) OnFirstByte(file_, F_UNLCK);
+}
+
+bool ProgramLock::Try(const std::function<bool()>& lock, std::chrono::steady_clock::time_point until) {
+  constexpr int kPause = 1;
+  while (!lock()) {
+    if (std::chrono::steady_clock::now() >= until) return false;
     poll(nullptr, 0, kPause);
   }
+  return true;
 }
 
 ProgramLock::~ProgramLock() {

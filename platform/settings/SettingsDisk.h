@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <filesystem>
+#include <functional>
 #include <string>
 
 namespace platform::settings {
@@ -28,7 +29,8 @@ struct FileContent {
 void MakeFolderOf(const std::filesystem::path& file);
 
 /// Held by one program at a time. After the patience it goes on without: better a setting of a program that
-/// hangs is lost than all of this one.
+/// hangs is lost than all of this one. Who waits comes next: a program that saves over and over, and takes
+/// the lock again as soon as it has let it go, does not keep the others out.
 class ProgramLock {
  public:
   ProgramLock(const std::filesystem::path& path, std::chrono::milliseconds patience);
@@ -36,8 +38,15 @@ class ProgramLock {
   ProgramLock(const ProgramLock&) = delete;
   ProgramLock& operator=(const ProgramLock&) = delete;
 
+  [[nodiscard]] bool Held() const { return held_; }
+
  private:
+  /// Until it is locked, or patience has ended.
+  [[nodiscard]] static bool Try(const std::function<bool()>& lock,
+                                std::chrono::steady_clock::time_point until);
+
   int file_;
+  bool held_ = false;
 };
 
 }  // namespace platform::settings

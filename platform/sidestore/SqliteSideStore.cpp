@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <cstring>
 #include <string>
 #include <system_error>
 #include <utility>
@@ -23,11 +24,21 @@ bool IsDamage(int code) {
   return kind == SQLITE_CORRUPT || kind == SQLITE_NOTADB;
 }
 
-/// Of the bytes together with what they belong to (FNV-1a), because a damaged page may still be a page.
+/// Of the bytes together with what they belong to, because a damaged page may still be a page. As FNV-1a, but
+/// eight bytes at a time and the upper half folded down, or it would be a tenth of a scan.
 std::int64_t Checksum(std::string_view path, int part, std::string_view bytes) {
   std::uint64_t hash = 14695981039346656037ULL + static_cast<std::uint64_t>(part);
-  for (const std::string_view text : {path, bytes}) {
-    for (const char byte : text) hash = (hash ^ static_cast<unsigned char>(byte)) * 1099511628211ULL;
+  const auto mix = [&hash](std::uint64_t word) {
+    hash = (hash ^ word) * 1099511628211ULL;
+    hash ^= hash >> 32;
+  };
+  for (std::string_view text : {path, bytes}) {
+    mix(text.size());
+    for (std::uint64_t word = 0; text.size() >= sizeof(word); text.remove_prefix(sizeof(word))) {
+      std::memcpy(&word, text.data(), sizeof(word));
+      mix(word);
+    }
+    for (const char byte : text) mix(static_cast<unsigned char>(byte));
   }
   return static_cast<std::int64_t>(hash);
 }

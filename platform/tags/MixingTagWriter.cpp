@@ -24,6 +24,7 @@
 #include <exception>
 #include <string_view>
 
+#include "platform/archive/SongArchive.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/PlainFile.h"
 #include "platform/tags/Content.h"
@@ -189,6 +190,9 @@ support::Result<void> MixingTagWriter::Write(const std::string& path, const std:
   const std::string name = files::LastPart(path);
   const auto opened = files::OpenPlainFile(path);
   if (!opened) return opened.Failure();
+  if (archive::IsArchive(opened.Value())) {
+    return support::Failed(support::ErrorCode::Unsupported, support::Sentence::TagInArchive, {name});
+  }
   const support::Error failed =
       support::Failed(support::ErrorCode::Unreadable, support::Sentence::TagNotWritten, {name});
   if (opened.Value().size > kLargest) return failed;

@@ -9,7 +9,7 @@
 #include <exception>
 #include <limits>
 
-#include "platform/files/PlainFile.h"
+#include "platform/archive/SoundFile.h"
 #include "platform/tags/Content.h"
 #include "platform/tags/FieldReaders.h"
 #include "platform/tags/PagedFile.h"
@@ -22,10 +22,12 @@ support::Error NoAudio(const std::string& name) {
   return support::Failed(support::ErrorCode::Malformed, support::Sentence::NoReadableAudio, {name});
 }
 
-support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const std::string& name) {
+/// hint: what the sound is called; name: what the failure's sentence says.
+support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const std::string& hint,
+                                                 const std::string& name) {
   catalogue::FileTags tags;
   bool read = false;
-  switch (Recognise(stream, name)) {
+  switch (Recognise(stream, hint)) {
     case Content::Mpeg:
       read = ReadMpeg(stream, tags);
       break;
@@ -55,12 +57,13 @@ support::Result<catalogue::FileTags> ReadContent(TagLib::IOStream& stream, const
 }  // namespace
 
 support::Result<catalogue::FileTags> TagLibTagReader::Read(const std::string& path) {
-  auto opened = files::OpenPlainFile(path);
+  auto opened = archive::OpenSoundFile(path);
   if (!opened) return opened.Failure();
   const std::string name = files::LastPart(path);
   try {
-    PagedFile stream(opened.Value().file.release(), static_cast<long>(opened.Value().size), path);
-    return ReadContent(stream, name);
+    archive::SoundFile& sound = opened.Value();
+    PagedFile stream(sound.file.file.release(), static_cast<long>(sound.file.size), sound.name);
+    return ReadContent(stream, sound.name, name);
   } catch (const std::exception&) {
     return NoAudio(name);
   }
@@ -71,7 +74,7 @@ support::Result<catalogue::FileTags> ReadTags(std::string_view bytes, const std:
   try {
     TagLib::ByteVectorStream stream(
         TagLib::ByteVector(bytes.data(), static_cast<unsigned>(std::min(bytes.size(), kMost))));
-    return ReadContent(stream, name);
+    return ReadContent(stream, name, name);
   } catch (const std::exception&) {
     return NoAudio(name);
   }

@@ -4,6 +4,9 @@
 
 #include <QAbstractItemView>
 #include <QComboBox>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
@@ -93,6 +96,13 @@ void ShowDialog(QDialog& dialog, const QWidget& owner) {
   const int top = std::max(0, window.height() - dialog.height() - Em(window, 4));
   dialog.move(window.mapToGlobal(QPoint(left, top)));
   dialog.show();
+}
+
+void BeginBeside(QFileDialog& dialog, std::string_view file) {
+  if (file.empty()) return;
+  const QByteArray path(file.data(), static_cast<qsizetype>(file.size()));
+  const QDir folder = QFileInfo(QFile::decodeName(path)).dir();
+  if (folder.exists()) dialog.setDirectory(folder);
 }
 
 }  // namespace ui

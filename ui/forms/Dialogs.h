@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QFileDialog>
+#include <string_view>
 
 #include "ui/widgets/Look.h"
 
@@ -18,6 +19,10 @@ namespace ui {
                                                  Say title, Say accept) {
   return MakeFileDialog(owner, look, mode, look.say(title), look.say(accept));
 }
+
+/// Has it begin in the folder of a file, as bytes of its path, where that is there: more of the kind lie
+/// beside it.
+void BeginBeside(QFileDialog& dialog, std::string_view file);
 
 /// Gives a dialog the window's type and buttons and shows it over the lists, where it hides no deck as long
 /// as there is room.

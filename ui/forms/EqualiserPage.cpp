@@ -168,11 +168,14 @@ void EqualiserPage::Apply(int preset) {
 }
 
 void EqualiserPage::Save() {
-  const std::string name = name_->text().trimmed().toStdString();
+  const QString typed = name_->text().trimmed();
   const auto& presets = workstation_.EqPresets();
-  const bool there = std::any_of(presets.begin(), presets.end(),
-                                 [&](const decks::EqPreset& preset) { return preset.name == name; });
-  if (!there) return SaveUnder(name);
+  // By what is read on the screen: the bytes of the name may stand in another code page.
+  const auto same = std::find_if(presets.begin(), presets.end(), [&](const decks::EqPreset& preset) {
+    return Decode(preset.name).trimmed() == typed;
+  });
+  if (same == presets.end()) return SaveUnder(typed.toStdString());
+  const std::string name = same->name;
   boxes_.Ask(QStringLiteral("EqOverwriteBox"), look_.say(Say::EqAskOverwrite).arg(Decode(name)),
              look_.say(Say::EqOverwrite), [page = QPointer(this), name] {
                if (!page.isNull()) page->SaveUnder(name);

@@ -2,22 +2,34 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/KaraokePage.h"
 
+#include <QDragEnterEvent>
+#include <QFile>
+#include <QFileDialog>
 #include <QLabel>
+#include <QMimeData>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/forms/Dialogs.h"
 #include "ui/forms/SearchLine.h"
+#include "ui/models/DroppedFiles.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
+namespace {
+
+constexpr const char* kMasks = "*.mp3 *.kar *.mid *.zip *.cdg";
+
+}  // namespace
 
 KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
                          QWidget* parent)
     : Surface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
+  setAcceptDrops(true);
   model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
   grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
@@ -40,14 +52,19 @@ QHBoxLayout* KaraokePage::MakeHead() {
   Name(*count_, QStringLiteral("KaraokeCount"), {});
   SetFontEm(*count_, 1.1, Weight::Bold);
   SetHeightEm(*count_, kListHeadEms);
+  auto* add = new QPushButton(look_.say(Say::AddFiles));
+  SetKind(*add, "plain");
+  Name(*add, QStringLiteral("AddSongs"), look_.say(SongWord::AddSongs), look_.say(SongWord::AddSongsTip));
+  connect(add, &QPushButton::clicked, this, &KaraokePage::AskForFiles);
   delete_ = new QPushButton(look_.say(Say::DeleteTracks));
   SetKind(*delete_, "plain");
   Name(*delete_, QStringLiteral("DeleteKaraoke"), look_.say(Say::DeleteKaraokeName),
        look_.say(Say::DeleteKaraokeTip));
   connect(delete_, &QPushButton::clicked, this, &KaraokePage::DeleteWanted);
   auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.8);
+  SetSpacingEm(*row, 0, 0.4);
   row->addWidget(count_, 1);
+  row->addWidget(add);
   row->addWidget(delete_);
   return row;
 }
@@ -94,6 +111,58 @@ void KaraokePage::ShowDeleted(const std::vector<std::string>& kept) {
 
 void KaraokePage::ShowFailure(const std::string& sentence) {
   report_->Show(look_.say(SongWord::SongNotPlayed), {sentence});
+}
+
+void KaraokePage::ShowAdded(int row, const std::vector<std::string>& refused) {
+  model_->Sync();
+  ShowCount();
+  if (row > 0) grid_->ChooseRow(row);
+  const bool one = refused.size() == 1;
+  report_->Show(one ? look_.say(Say::LeftOutOne) : look_.say(Say::LeftOut).arg(refused.size()), refused);
+}
+
+// Not modal: what plays stays in reach while somebody looks for files.
+void KaraokePage::AskForFiles() {
+  if (dialog_.isNull()) dialog_ = MakeDialog();
+  ShowDialog(*dialog_, *this);
+  dialog_->raise();
+  dialog_->activateWindow();
+}
+
+QFileDialog* KaraokePage::MakeDialog() {
+  const auto& say = look_.say;
+  QFileDialog* dialog =
+      MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
+  dialog->setObjectName(QStringLiteral("AddSongsDialog"));
+  dialog->setWindowTitle(say(SongWord::AddSongs));
+  BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::karaoke::kFilename));
+  dialog->setNameFilters(
+      {say(SongWord::SongFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
+       say(Say::AllFiles) + QStringLiteral(" (*)")});
+  connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
+    std::vector<std::string> paths;
+    for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
+    Q_EMIT FilesWanted(std::move(paths));
+  });
+  return dialog;
+}
+
+void KaraokePage::dragEnterEvent(QDragEnterEvent* event) {
+  if (!event->mimeData()->hasUrls() || DroppedFiles(*event->mimeData()).empty()) return;
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  SetWelcoming(true);
+}
+
+void KaraokePage::dragLeaveEvent(QDragLeaveEvent*) {
+  SetWelcoming(false);
+}
+
+void KaraokePage::dropEvent(QDropEvent* event) {
+  SetWelcoming(false);
+  event->setDropAction(Qt::CopyAction);
+  event->accept();
+  Q_EMIT FilesWanted(DroppedFiles(*event->mimeData()));
 }
 
 }  // namespace ui

@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QPointer>
+
 #include "app/Workstation.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
+class QFileDialog;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
@@ -37,14 +40,25 @@ class KaraokePage final : public Surface {
   void ShowDeleted(const std::vector<std::string>& kept);
   /// A sentence about a song that could not be played.
   void ShowFailure(const std::string& sentence);
+  /// What came of adding: the row that is to be seen, 0 for none, and a sentence for each file left out.
+  void ShowAdded(int row, const std::vector<std::string>& refused);
 
  Q_SIGNALS:
   /// Table row, from 1.
   void SongWanted(int row);
   void DeleteWanted();
+  /// Files to be taken into the table.
+  void FilesWanted(std::vector<std::string> paths);
+
+ protected:
+  void dragEnterEvent(QDragEnterEvent* event) override;
+  void dragLeaveEvent(QDragLeaveEvent* event) override;
+  void dropEvent(QDropEvent* event) override;
 
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();
+  void AskForFiles();
+  [[nodiscard]] QFileDialog* MakeDialog();
   void ShowCount();
 
   const catalogue::track_table& table_;
@@ -55,6 +69,7 @@ class KaraokePage final : public Surface {
   QLabel* count_;
   QPushButton* delete_;
   ReportList* report_;
+  QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;
 };
 

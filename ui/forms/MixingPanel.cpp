@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/MixingPanel.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -68,20 +69,27 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   rows->addWidget(threshold_);
   auto* sides = new QGridLayout;
   SetSpacingEm(*sides, 0, 0.4);
-  for (const int deck : {1, 2}) {
-    sides->addWidget(caption(say(Say::TempoRange).arg(deck)), deck, 0);
-    sides->addWidget(ranges[deck - 1], deck, 1);
-  }
-  sides->addWidget(caption(say(Say::Stretch)), 3, 0);
-  sides->addWidget(stretch_, 3, 1);
+  auto* both_ranges = new QHBoxLayout;
+  SetSpacingEm(*both_ranges, 0, 0.4);
+  for (QuietCombo* range : ranges) both_ranges->addWidget(range, 1);
+  sides->addWidget(caption(say(Say::TempoRange).arg(QStringLiteral("1/2"))), 1, 0);
+  sides->addLayout(both_ranges, 1, 1);
+  sides->addWidget(caption(say(Say::Stretch)), 2, 0);
+  sides->addWidget(stretch_, 2, 1);
   sides->addWidget(caption(say(Say::Curve)), 0, 0);
   sides->addWidget(curve_, 0, 1);
   auto* automix = new QHBoxLayout;
   SetSpacingEm(*automix, 0, 0.4);
   automix->addWidget(MakeMixPlace(look), 1);
   automix->addWidget(MakeMixTime(look));
-  sides->addWidget(caption(say(ListWord::Automix)), 4, 0);
-  sides->addLayout(automix, 4, 1);
+  sides->addWidget(caption(say(ListWord::Automix)), 3, 0);
+  sides->addLayout(automix, 3, 1);
+  auto* matches = new QHBoxLayout;
+  SetSpacingEm(*matches, 0, 0.8);
+  matches->addWidget(MakeMatch("AutoBPM", ListWord::MatchTempo, &app::ListDesk::SetMatchTempo, look));
+  matches->addWidget(MakeMatch("AutoGain", ListWord::MatchGain, &app::ListDesk::SetMatchGain, look));
+  matches->addStretch(1);
+  sides->addLayout(matches, 4, 0, 1, 2);
   sides->setColumnStretch(0, 1);
   rows->addLayout(sides);
   rows->addStretch(1);
@@ -109,6 +117,17 @@ QuietCombo* MixingPanel::MakeMixPlace(const Look& look) {
   connect(place, &QComboBox::activated, this,
           [this](int index) { workstation_.Lists().SetAtMixPoints(index == 0); });
   return place;
+}
+
+QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
+                                  const Look& look) {
+  auto* match = new QCheckBox(look.say(caption));
+  match->setChecked(workstation_.Settings().Flag("Settings", name));
+  const auto tip = static_cast<ListWord>(static_cast<int>(caption) + 1);
+  Name(*match, QLatin1String(name), look.say(caption), look.say(tip));
+  connect(match, &QCheckBox::toggled, this,
+          [this, choose](bool chosen) { (workstation_.Lists().*choose)(chosen); });
+  return match;
 }
 
 QuietCombo* MixingPanel::MakeMixTime(const Look& look) {

@@ -6,8 +6,10 @@
 
 #include "app/Workstation.h"
 #include "decks/Crossfader.h"
+#include "ui/strings/ListWords.h"
 #include "ui/widgets/Look.h"
 
+class QCheckBox;
 class QLabel;
 
 namespace ui {
@@ -31,6 +33,8 @@ class MixingPanel final : public QWidget {
   QuietCombo* MakeRange(int deck, const Look& look);
   QuietCombo* MakeMixPlace(const Look& look);
   QuietCombo* MakeMixTime(const Look& look);
+  QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
+                       const Look& look);
 
   app::Workstation& workstation_;
   QuietCombo* curve_;

@@ -2,11 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/MusicPage.h"
 
-#include <QDir>
 #include <QDragEnterEvent>
 #include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QMimeData>
@@ -209,12 +207,7 @@ QFileDialog* MusicPage::MakeDialog() {
   QFileDialog* dialog =
       MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
   dialog->setObjectName(QStringLiteral("AddFilesDialog"));
-  // Where the chosen track lies there are more.
-  if (const int row = grid_->ChosenRow(); row > 0) {
-    const std::string file(table_.Cell(row, catalogue::track::kFilename));
-    const QDir folder = QFileInfo(QFile::decodeName(QByteArray::fromStdString(file))).dir();
-    if (folder.exists()) dialog->setDirectory(folder);
-  }
+  BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::track::kFilename));
   dialog->setNameFilters(
       {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
        say(Say::AllFiles) + QStringLiteral(" (*)")});

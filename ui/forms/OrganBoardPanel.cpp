@@ -176,7 +176,7 @@ void OrganBoardPanel::ShowMemories() {
   if (same) return;
   listed_.clear();
   memories_->clear();
-  for (const app::OrganMemory& memory : memories) {
+  for (const lightorgan::Memory& memory : memories) {
     listed_.push_back(memory.name);
     memories_->addItem(Decode(memory.name));
   }

@@ -302,10 +302,14 @@ QString OrganSidePanel::StateText(const app::OrganView& view) const {
   const auto& say = look_.say;
   const LightOrganView& lamps = view.lamps;
   if (Io() && lamps.io_mode == IoMode::Beat) {
-    if (view.deck == 0 || lamps.beat_from == lightorgan::BeatFrom::Nothing)
+    if (view.from == app::HeardFrom::Nothing || lamps.beat_from == lightorgan::BeatFrom::Nothing)
       return say(OrganWord::BeatNothing);
-    if (lamps.beat_from == lightorgan::BeatFrom::Sound) return say(OrganWord::BeatSound).arg(view.deck);
-    return say(OrganWord::BeatGrid).arg(view.deck).arg(view.bpm, 0, 'f', 1);
+    const bool sound = lamps.beat_from == lightorgan::BeatFrom::Sound;
+    const QString tempo = QString::number(view.bpm, 'f', 1);
+    if (view.from == app::HeardFrom::Song)
+      return sound ? say(OrganWord::SongSound) : say(OrganWord::SongGrid).arg(tempo);
+    const int deck = app::DeckOf(view.from);
+    return sound ? say(OrganWord::BeatSound).arg(deck) : say(OrganWord::BeatGrid).arg(deck).arg(tempo);
   }
   const lightorgan::SideView& side = Io() ? lamps.io : lamps.dac;
   const bool plays = Io() ? lamps.io_mode == IoMode::Pp : lamps.dac_mode == DacMode::Pp;

@@ -257,6 +257,8 @@ void PresetPanel::ShowPreset() {
 void PresetPanel::ShowFields(const dmx::presets& preset) {
   Choose(*effect_, static_cast<int>(preset.Effect));
   Choose(*picture_, preset.picture);
+  shown_name_ = preset.name;
+  shown_third_ = preset.third;
   name_->setText(Decode(preset.name));
   start_->SetLevel(preset.StartLevel);
   end_->SetLevel(preset.EndLevel);
@@ -279,10 +281,10 @@ dmx::presets PresetPanel::Preset() const {
   dmx::presets preset;
   preset.Effect = static_cast<dmx::PresetEffect>(effect_->currentData().toInt());
   preset.picture = picture_->currentData().toInt();
-  preset.name = name_->text().toStdString();
+  preset.name = Encode(name_->text(), shown_name_);
   preset.StartLevel = start_->Level();
   preset.EndLevel = end_->Level();
-  preset.third = third_->text().toStdString();
+  preset.third = Encode(third_->text(), shown_third_);
   return preset;
 }
 

@@ -59,7 +59,8 @@ class PresetPanel final : public Surface {
   const Look& look_;
   int channel_ = 0;
   QStringList effects_;
-  int pictures_of_ = -1;  ///< the function whose pictures are in the list
+  std::string shown_name_, shown_third_;  ///< the bytes that the fields were filled from
+  int pictures_of_ = -1;                  ///< the function whose pictures are in the list
   QLabel* head_;
   QTableWidget* list_;
   QComboBox* effect_ = nullptr;

@@ -129,6 +129,9 @@ QWidget* SongPanel::MakeSong() {
   title_ = new ElidedLabel;
   Name(*title_, QStringLiteral("SongTitle"), {});
   SetFontEm(*title_, 1.1, Weight::Bold);
+  note_ = new ElidedLabel;
+  Name(*note_, QStringLiteral("SongNote"), {});
+  SetTextColour(*note_, look_.skin.warning);
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.35);
   volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);
@@ -166,6 +169,7 @@ QWidget* SongPanel::MakeSong() {
   auto* rows = new QVBoxLayout(part);
   SetSpacingEm(*rows, 0, 0.3);
   rows->addWidget(title_);
+  rows->addWidget(note_);
   rows->addLayout(grid);
   rows->addStretch(1);
   return part;
@@ -266,6 +270,7 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
   title_->Show(!coming.isEmpty() ? look_.say(SongWord::SongComes).arg(coming)
                : loaded          ? SongTitle(view)
                                  : look_.say(SongWord::NoSong));
+  note_->Show(Decode(view.note));
   ShowLevels(view, now);
   if (shown_soundfonts_ != workstation_.Songs().Soundfonts().size()) FillSoundfonts();
   if (shown_failures_ == view.failures) return;

@@ -72,6 +72,7 @@ class SongPanel final : public Surface {
   WaveOverview* place_;
   QLabel* time_;
   ElidedLabel* title_;
+  ElidedLabel* note_;
   QPushButton* parts_[2]{};
   QStackedWidget* stack_;
   Level volume_{}, key_{}, tempo_{}, melody_{};

@@ -60,9 +60,10 @@ void VisualPanel::Show(const app::WorkstationView& view, support::TimePoint now)
   if (next_ && now < *next_) return;
   const auto frame = std::chrono::microseconds(1'000'000 / std::max(1, workstation_.VisualisationRate()));
   next_ = next_ && now - *next_ < frame ? *next_ + frame : now + frame;
-  if (view.sound.deck != 0) colour_of_ = view.sound.deck;
-  const bool mixes = colour_of_ == 1 || colour_of_ == 2;
-  surface_->Show(workstation_.Visualise(chosen_), mixes ? look_.skin.Deck(colour_of_) : look_.skin.text, now);
+  if (view.sound.from != app::HeardFrom::Nothing) colour_of_ = view.sound.from;
+  const bool mixes = colour_of_ == app::HeardFrom::Deck1 || colour_of_ == app::HeardFrom::Deck2;
+  const QColor colour = mixes ? look_.skin.Deck(app::DeckOf(colour_of_)) : look_.skin.text;
+  surface_->Show(workstation_.Visualise(chosen_), colour, now);
 }
 
 }  // namespace ui

@@ -31,7 +31,7 @@ class VisualPanel final : public QWidget {
   QuietCombo* names_;
   VisualSurface* surface_;
   std::string chosen_;
-  int colour_of_ = 0;  ///< the deck that was heard last
+  app::HeardFrom colour_of_ = app::HeardFrom::Nothing;  ///< what was heard last
   std::optional<support::TimePoint> next_;
 };
 

@@ -73,6 +73,7 @@ class frmMain final : public QMainWindow {
   QWidget* MakeKaraoke(const Look& look);
   /// A row of the karaoke table, from 1.
   void PlaySong(int row);
+  void AddSongs(std::vector<std::string> paths);
   void ShowSong(support::TimePoint now);
   QWidget* MakeEffects(const Look& look);
   void KeepListenLevel(int level);

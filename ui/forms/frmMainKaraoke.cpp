@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QHBoxLayout>
+#include <QPointer>
 
+#include "catalogue/AddFile.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
@@ -18,6 +20,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   song_ = new SongPanel(workstation_, *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
+  connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
   auto* box = new QWidget;
   auto* row = new QHBoxLayout(box);
@@ -34,6 +37,18 @@ void frmMain::PlaySong(int row) {
   const std::string filename = cell(column::kFilename);
   if (filename.empty()) return;
   workstation_.Songs().Play({filename, cell(column::kArtist), cell(column::kTitle)});
+}
+
+void frmMain::AddSongs(std::vector<std::string> paths) {
+  if (paths.empty()) return;
+  const std::string last = catalogue::AudioPathOf(paths.back());
+  // The workstation may outlive the window.
+  workstation_.AddSongs(
+      std::move(paths), [window = QPointer<frmMain>(this), last](int, std::vector<std::string> refused) {
+        if (window.isNull()) return;
+        const int row = window->workstation_.Karaoke().FindRow(catalogue::karaoke::kFilename, last);
+        window->karaoke_->ShowAdded(row, refused);
+      });
 }
 
 void frmMain::ShowSong(support::TimePoint now) {

@@ -31,6 +31,10 @@ QString Decode(std::string_view bytes) {
   return text;
 }
 
+std::string Encode(const QString& text, std::string_view shown_from) {
+  return text == Decode(shown_from) ? std::string(shown_from) : text.toStdString();
+}
+
 std::string PathBytes(const QUrl& url) {
   if (!url.isLocalFile()) return {};
   // Not toLocalFile(): it decodes, and a name in another code page would not be found again.

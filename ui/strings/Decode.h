@@ -13,6 +13,10 @@ namespace ui {
 /// The only way in for text that did not come from the string table.
 [[nodiscard]] QString Decode(std::string_view bytes);
 
+/// The bytes of a text that was shown by Decode and that a hand may have changed: where it did not, those
+/// that it was shown from, else UTF-8.
+[[nodiscard]] std::string Encode(const QString& text, std::string_view shown_from);
+
 /// The path of a local file, byte for byte as the file system has it, valid UTF-8 or not; empty for any other
 /// place.
 [[nodiscard]] std::string PathBytes(const QUrl& url);

@@ -55,6 +55,17 @@ constexpr Strings::Row kListRows[] = {
      "Waar de automatische mixer het volgende nummer begint"},
     {ListWord::AtMixPoints, "At the mix points", "Bij de mengpunten"},
     {ListWord::BeforeTheEnd, "Before the end", "Voor het einde"},
+    {ListWord::MatchTempo, "Match tempos", "Tempo's gelijk"},
+    {ListWord::MatchTempoTip,
+     "The next track comes in at the tempo and on the beat of the other one, and glides back to its own "
+     "after "
+     "the mix",
+     "Het volgende nummer komt binnen in het tempo en op de tel van het andere, en glijdt na de mix terug "
+     "naar "
+     "zijn eigen tempo"},
+    {ListWord::MatchGain, "Match levels", "Volumes gelijk"},
+    {ListWord::MatchGainTip, "While automix is on, all tracks sound equally loud",
+     "Zolang automix aan staat, klinken alle nummers even hard"},
 };
 
 }  // namespace

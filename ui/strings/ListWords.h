@@ -43,6 +43,10 @@ enum class ListWord : int {
   MixPlaceTip,
   AtMixPoints,
   BeforeTheEnd,
+  MatchTempo,
+  MatchTempoTip,
+  MatchGain,
+  MatchGainTip,
 };
 
 [[nodiscard]] std::span<const Strings::Row> ListWords();

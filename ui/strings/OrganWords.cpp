@@ -6,6 +6,10 @@ namespace ui {
 namespace {
 
 constexpr Strings::Row kOrganRows[] = {
+    {OrganWord::SongGrid, "Follows the beats of the karaoke song: %1 BPM.",
+     "Volgt de tellen van het karaokenummer: %1 BPM."},
+    {OrganWord::SongSound, "Follows the sound of the karaoke song; its beats are not known.",
+     "Volgt het geluid van het karaokenummer; de tellen zijn niet bekend."},
     {OrganWord::Mono, "Mono", "Mono"},
     {OrganWord::Stereo, "Stereo", "Stereo"},
     {OrganWord::Lo, "Organ", "Orgel"},
@@ -56,7 +60,7 @@ constexpr Strings::Row kOrganRows[] = {
     {OrganWord::BeatGrid, "Follows the beats of deck %1: %2 BPM.", "Volgt de tellen van deck %1: %2 BPM."},
     {OrganWord::BeatSound, "Follows the sound of deck %1; its beats are not known.",
      "Volgt het geluid van deck %1; de tellen zijn niet bekend."},
-    {OrganWord::BeatNothing, "Waits for a deck that is heard.", "Wacht op een deck dat te horen is."},
+    {OrganWord::BeatNothing, "Waits for music that is heard.", "Wacht op muziek die te horen is."},
     {OrganWord::Boards, "Boards", "Kaarten"},
     {OrganWord::BoardsTip, "Switches the K8061 boards on or off. The lamps here work without them.",
      "Schakelt de K8061-kaarten aan of uit. De lampen hier werken ook zonder."},

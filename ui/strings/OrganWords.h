@@ -8,8 +8,11 @@
 
 namespace ui {
 
-/// Numbers of what is said about the light organ: 2730 to 2789.
+/// Numbers of what is said about the light organ: 2470 to 2479, and 2730 to 2789.
 enum class OrganWord : int {
+  // A song beside the decks that is followed
+  SongGrid = 2470,
+  SongSound,
   // Mode buttons, by their index, and what each does.
   Mono = 2730,
   Stereo,

@@ -71,6 +71,11 @@ constexpr Strings::Row kSongRows[] = {
     {SongWord::SampleLine, "Words that are sung", "Woorden om te zingen"},
     {SongWord::SampleNext, "and words to come", "en wat er nog komt"},
     {SongWord::SongNotPlayed, "1 song could not be played", "1 nummer kon niet worden gespeeld"},
+    {SongWord::AddSongs, "Add karaoke songs", "Karaokenummers toevoegen"},
+    {SongWord::AddSongsTip,
+     "Add MIDI songs, mp3 files with graphics, or both in a zip; they can be dropped here too",
+     "MIDI-nummers toevoegen, mp3-bestanden met beeld, of beide in een zip; slepen mag ook"},
+    {SongWord::SongFiles, "Karaoke files", "Karaokebestanden"},
 };
 
 }  // namespace

@@ -66,6 +66,9 @@ enum class SongWord : int {
   SampleLine,
   SampleNext,
   SongNotPlayed,
+  AddSongs,
+  AddSongsTip,
+  SongFiles,
 };
 
 [[nodiscard]] std::span<const Strings::Row> SongWords();

@@ -204,8 +204,10 @@ constexpr Strings::Row kRows[] = {
     {Say::KaraokePageTip, "The karaoke songs", "De karaokenummers"},
     {Say::KaraokeTip, "The karaoke songs; Delete deletes their files, after a question",
      "De karaokenummers; Delete verwijdert hun bestanden, na een vraag"},
-    {Say::EmptyKaraoke, "There are no karaoke songs. Choose “Scan the folder for karaoke” under Settings.",
-     "Er zijn geen karaokenummers. Kies “De map op karaoke doorzoeken” bij Instellingen."},
+    {Say::EmptyKaraoke,
+     "There are no karaoke songs. Drop some here, or choose “Scan the folder for karaoke” under Settings.",
+     "Er zijn geen karaokenummers. Sleep ze hierheen, of kies “De map op karaoke doorzoeken” bij "
+     "Instellingen."},
     {Say::Songs, "%1 songs", "%1 nummers"},
     {Say::OneSong, "1 song", "1 nummer"},
     {Say::DeleteKaraokeName, "Delete karaoke songs and their files",
@@ -299,8 +301,8 @@ constexpr Strings::Row kRows[] = {
     {Say::VisualSpectrum, "Spectrum", "Spectrum"},
     {Say::VisualWave, "Wave", "Golf"},
     {Say::Visual, "Picture of the music", "Beeld van de muziek"},
-    {Say::VisualTip, "The loudest deck as it is heard now, in the deck's colour",
-     "Het luidste deck zoals het nu klinkt, in de kleur van het deck"},
+    {Say::VisualTip, "The loudest deck or song as it is heard now, in the deck's colour",
+     "Het luidste deck of nummer zoals het nu klinkt, in de kleur van het deck"},
 };
 
 }  // namespace

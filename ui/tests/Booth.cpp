@@ -20,6 +20,7 @@ Booth::Booth() {
   app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
   ports.dmx = &wire;
   ports.synthesisers = &synthesisers;
+  ports.images = &images;
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);
   station->StartUp();

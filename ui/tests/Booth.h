@@ -17,6 +17,7 @@
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
 #include "dmx/testing/RecordingDmxInterface.h"
+#include "karaoke/testing/FakeDiscImages.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
@@ -77,6 +78,7 @@ class Booth : public ::testing::Test {
   app::testing::FakeMixer mixer;
   app::BuiltInVisualisation visualisation;
   karaoke::testing::RecordingSynthesisers synthesisers;
+  karaoke::testing::FakeDiscImages images;
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;

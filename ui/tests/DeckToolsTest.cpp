@@ -91,6 +91,18 @@ TEST_F(DeckToolsTest, AChosenPresetMovesTheBank) {
   EXPECT_EQ(Preset("Preset2"), "Warm");
 }
 
+TEST_F(DeckToolsTest, APresetWhoseNameIsNoUtf8KeepsItsBytesWhenItIsOverwritten) {
+  std::ofstream(folder / "EQ.tlv", std::ios::binary) << "[Caf\xE9]\r\n0;6;4;2;0;0;0;0;0;-2;\r\n";
+  Press(Qt::Key_6, Qt::ControlModifier);
+  station->SaveEqPreset(decks::EqBank::First, "", [](const auto&) {});  // refused; reads the file again
+  Scan();
+  Find<QLineEdit>("Text2").setText(QString::fromUtf8("Café"));
+  Click("EqSave");
+  Scan();
+  AnswerYes("EqOverwriteBox");
+  EXPECT_EQ(files.Content(folder / "EQ.tlv"), "[Caf\xE9]\r\n0;0;0;0;0;0;0;0;0;0;\r\n");
+}
+
 TEST_F(DeckToolsTest, OverwritingAndDeletingAskFirst) {
   Press(Qt::Key_6, Qt::ControlModifier);
   Find<QLineEdit>("Text2").setText(QStringLiteral("Warm"));
@@ -151,6 +163,18 @@ TEST_F(DeckToolsTest, TheThresholdIsSentWhenTheHandLetsGo) {
   QTest::mouseRelease(&slider, Qt::LeftButton, {}, slider.rect().center() + QPoint(40, 0));
   EXPECT_EQ(settings.Get("TLVG", "Settings", "GainPercent", ""), std::to_string(slider.value()));
   EXPECT_GT(slider.value(), 3);
+}
+
+TEST_F(DeckToolsTest, TheAutomixMatchesWhatIsChosen) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  for (const char* match : {"AutoBPM", "AutoGain"}) {
+    EXPECT_FALSE(Find<QAbstractButton>(match).isChecked());
+    Find<QAbstractButton>(match).click();
+    EXPECT_EQ(settings.Get("TLVG", "Settings", match, ""), "True");
+  }
+  Settle();
+  EXPECT_TRUE(station->Lists().View().automix.match_tempo);
+  EXPECT_TRUE(station->Lists().View().automix.match_gain);
 }
 
 // Meters

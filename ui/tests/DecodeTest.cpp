@@ -26,6 +26,11 @@ TEST(Decode, EveryByteGivesOneCharacter) {
   EXPECT_EQ(Decode(bytes).size(), 255);
 }
 
+TEST(Encode, LeavesTheBytesOfWhatNobodyChanged) {
+  for (const char* bytes : {"M\xE5ns", "Måns", "Caf\xC3", ""}) EXPECT_EQ(Encode(Decode(bytes), bytes), bytes);
+  EXPECT_EQ(Encode(QString::fromUtf8("Mån"), "M\xE5ns"), "Mån");
+}
+
 TEST(PathBytes, KeepsTheBytesOfANameInAnotherCodePage) {
   const QUrl url = QUrl::fromEncoded("file:///music/M%E5ns%20%23%25.mp3");
   EXPECT_EQ(PathBytes(url), "/music/M\xE5ns #%.mp3");

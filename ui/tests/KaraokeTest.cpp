@@ -6,6 +6,7 @@
 #include <QFileDialog>
 #include <QListWidget>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QScreen>
 #include <QSlider>
 #include <QTableView>
@@ -100,6 +101,20 @@ TEST_F(KaraokeTest, ADoubleClickPlaysAndTheWordsAreShown) {
   EXPECT_GT(Count(Words(), kRed), 50) << "two words are sung";
   EXPECT_GT(Count(Words(), kBlue), 50) << "two are to come";
   EXPECT_GT(Count(Words(), kGreen), 50) << "the next line waits";
+}
+
+TEST_F(KaraokeTest, DroppedSongsAreAddedChosenAndTheRefusedOnesListed) {
+  OpenBooth();
+  const std::string zip = (songs.Path() / "Ben - Packed.zip").string();
+  tags.AddFile(zip);
+  DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/letter.txt")),
+             QUrl::fromLocalFile(QString::fromStdString(zip))},
+            "KaraokePage");
+  EXPECT_EQ(station->Karaoke().Rows(), 3);
+  EXPECT_EQ(TextOf("KaraokeCount"), QStringLiteral("3 songs"));
+  EXPECT_EQ(Find<QTableView>("KaraokeGrid").currentIndex().row(), 2);
+  EXPECT_TRUE(Find<QWidget>("KaraokeKept").isVisible());
+  EXPECT_TRUE(Find<QPlainTextEdit>("KaraokeKept").toPlainText().contains(QStringLiteral("letter.txt")));
 }
 
 TEST_F(KaraokeTest, ABadFileIsTold) {

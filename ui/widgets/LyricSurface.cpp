@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/widgets/LyricSurface.h"
 
+#include <QPaintEvent>
 #include <QPainter>
 #include <utility>
 
@@ -32,6 +33,27 @@ void LyricSurface::SetSample(std::shared_ptr<const app::SongWords> words, std::c
 }
 
 void LyricSurface::Show(const app::SongView& view, support::TimePoint now) {
+  const bool was_disc = disc_.HasImage();
+  disc_.SetImage(view.disc.image);
+  if (disc_.HasImage()) return ShowDisc(view.disc.place.HeardAt(now));
+  if (was_disc) update();
+  ShowWords(view, now);
+}
+
+void LyricSurface::ShowDisc(std::chrono::microseconds time) {
+  time_ = time;
+  if (!isVisible()) return;
+  FitScene();
+  UpdatePixels(disc_.MoveTo(time));
+}
+
+void LyricSurface::UpdatePixels(const QRect& changed) {
+  if (changed.isEmpty()) return;
+  const double ratio = devicePixelRatioF();
+  update(QRectF(QPointF(changed.topLeft()) / ratio, QSizeF(changed.size()) / ratio).toAlignedRect());
+}
+
+void LyricSurface::ShowWords(const app::SongView& view, support::TimePoint now) {
   const auto& words = view.words != nullptr ? view.words : sample_;
   const auto time = view.words != nullptr ? view.HeardAt(now) : sample_time_;
   if (words != scene_.Words()) {
@@ -39,9 +61,7 @@ void LyricSurface::Show(const app::SongView& view, support::TimePoint now) {
     update();
   } else if (time != time_ && isVisible()) {
     FitScene();
-    const QRect changed = scene_.Difference(time_, time);
-    const double ratio = devicePixelRatioF();
-    update(QRectF(QPointF(changed.topLeft()) / ratio, QSizeF(changed.size()) / ratio).toAlignedRect());
+    UpdatePixels(scene_.Difference(time_, time));
   }
   time_ = time;
   DrawAhead();
@@ -67,6 +87,7 @@ void LyricSurface::DrawAhead() {
 
 void LyricSurface::FitScene() {
   scene_.SetSize(size() * devicePixelRatioF());
+  disc_.SetSize(size() * devicePixelRatioF());
 }
 
 void LyricSurface::resizeEvent(QResizeEvent* event) {
@@ -74,10 +95,15 @@ void LyricSurface::resizeEvent(QResizeEvent* event) {
   FitScene();
 }
 
-void LyricSurface::paintEvent(QPaintEvent*) {
+void LyricSurface::paintEvent(QPaintEvent* event) {
   FitScene();
   QPainter painter(this);
-  painter.scale(1 / devicePixelRatioF(), 1 / devicePixelRatioF());
+  const double ratio = devicePixelRatioF();
+  painter.scale(1 / ratio, 1 / ratio);
+  if (disc_.HasImage()) {
+    const QRectF part(QPointF(event->rect().topLeft()) * ratio, QSizeF(event->rect().size()) * ratio);
+    return disc_.Paint(painter, part.toAlignedRect());
+  }
   scene_.Paint(painter, time_);
   if (scene_.Words() != nullptr || hint_.isEmpty()) return;
   painter.resetTransform();

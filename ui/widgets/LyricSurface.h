@@ -6,11 +6,12 @@
 #include <QWidget>
 
 #include "app/songs/SongView.h"
+#include "ui/widgets/DiscScene.h"
 #include "ui/widgets/LyricScene.h"
 
 namespace ui {
 
-/// Shows the words of the song that is heard.
+/// Shows the words of the song that is heard, or its disc's graphics.
 ///
 /// Lines that come are drawn by a thread of its own; what is shown follows from the time alone, so a window
 /// that stood still is right in its next picture. Owns: that thread, for which the destructor waits.
@@ -30,6 +31,7 @@ class LyricSurface final : public QWidget {
   /// Of the picture that is shown.
   [[nodiscard]] std::chrono::microseconds ShownTime() const { return time_; }
   [[nodiscard]] LyricScene& Scene() { return scene_; }
+  [[nodiscard]] const DiscScene& Disc() const { return disc_; }
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -41,8 +43,12 @@ class LyricSurface final : public QWidget {
  private:
   void FitScene();
   void DrawAhead();
+  void ShowWords(const app::SongView& view, support::TimePoint now);
+  void ShowDisc(std::chrono::microseconds time);
+  void UpdatePixels(const QRect& changed);
 
   LyricScene scene_;
+  DiscScene disc_;
   std::shared_ptr<const app::SongWords> sample_;
   std::chrono::microseconds sample_time_{0};
   std::chrono::microseconds time_{0};

@@ -9,6 +9,7 @@
 #include <cmath>
 #include <limits>
 
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/Measure.h"
 #include "platform/codec/testing/MediaMaker.h"
 
@@ -284,6 +285,26 @@ TEST_F(DecoderTest, EveryCutOfAFileEndsCleanly) {
       }
     }
   }
+}
+
+TEST_F(DecoderTest, TheSoundOfAKaraokeArchiveIsHeardAsTheLooseFileIs) {
+  for (const std::string_view extension : MediaMaker::kExtensions) {
+    const std::string name = "a." + std::string(extension);
+    const std::string loose = media_.Write(name, testing::Noise(2s, 0.3));
+    const std::string zip = media_.WriteBytes(
+        "song.zip", archive::testing::ZipBytes({{name, MediaMaker::BytesOf(loose)}, {"a.cdg", "picture"}}));
+    EXPECT_TRUE(Decoded(zip).samples == Decoded(loose).samples) << extension;
+  }
+}
+
+TEST_F(DecoderTest, WhatIsWrongWithAnArchiveIsSaidOfTheArchive) {
+  const auto zip = [&](const std::vector<archive::testing::ToPack>& members) {
+    return media_.WriteBytes("song.zip", archive::testing::ZipBytes(members));
+  };
+  EXPECT_EQ(Refusal(zip({{"a.mp3", "text"}, {"a.cdg", "x"}})),
+            "song.zip holds no sound that can be read: it is no audio file, or damaged.");
+  EXPECT_EQ(Refusal(zip({{"a.mp3", "text"}})),
+            "song.zip is no karaoke archive: there is no picture (.cdg) in it.");
 }
 
 TEST_F(DecoderTest, APictureBesideTheSoundIsNoObstacle) {

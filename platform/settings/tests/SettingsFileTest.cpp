@@ -2,10 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/settings/SettingsFile.h"
 
+#include <fcntl.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
+#include <atomic>
 #include <condition_variable>
 #include <filesystem>
 #include <functional>
@@ -172,6 +175,37 @@ TEST_F(UserSettings, OfTwoProgramsAreBothKept) {
   }
   EXPECT_EQ(Get(*later, "both"), "49");
   EXPECT_EQ(Get(*one, "other48"), "2") << "what the other wrote is seen after a write of our own";
+}
+
+/// Somebody is next to have the lock.
+bool SomebodyWaits(const fs::path& lock) {
+  struct flock first {};
+  first.l_type = F_WRLCK;
+  first.l_len = 1;
+  const int file = open(lock.c_str(), O_RDWR | O_CLOEXEC);
+  const bool told = fcntl(file, F_OFD_GETLK, &first) == 0;
+  close(file);
+  return told && first.l_type != F_UNLCK;
+}
+
+TEST_F(UserSettings, OfAProgramThatSavesOverAndOverLetTheOthersComeBetween) {
+  const fs::path path = folder_.Path() / "settings.ini.lock";
+  std::atomic<int> order{0};
+  int others = 0;
+  auto lock = std::make_unique<ProgramLock>(path, hours(1));
+  std::thread other([&] {
+    const ProgramLock held(path, hours(1));
+    others = ++order;
+  });
+  const auto until = std::chrono::steady_clock::now() + std::chrono::seconds(5);
+  while (!SomebodyWaits(path) && std::chrono::steady_clock::now() < until) std::this_thread::yield();
+  lock.reset();
+  lock = std::make_unique<ProgramLock>(path, hours(1));
+  EXPECT_TRUE(lock->Held());
+  EXPECT_EQ(++order, 2);
+  lock.reset();
+  other.join();
+  EXPECT_EQ(others, 1);
 }
 
 TEST_F(UserSettings, OfTwoProgramsThatWriteAtOnceAreBothKept) {

@@ -13,6 +13,7 @@
 #include <fstream>
 
 #include "catalogue/testing/TagWriterContract.h"
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "platform/tags/TagWriter.h"
@@ -107,11 +108,21 @@ TEST_F(MixingTagWriterTest, AnInfoListIsNotHiddenAndFurtherCommentsStay) {
 TEST_F(MixingTagWriterTest, WhatCannotBeWrittenIsLeftToTheByte) {
   const std::string text = media_.Text("notes.txt");
   const std::string broken = media_.Random("broken.mp3", 30'000);
-  for (const std::string& path : {text, broken}) {
+  const std::string zip = media_.WriteBytes(
+      "song.zip",
+      archive::testing::ZipBytes({{"a.mp3", MediaMaker::BytesOf(Song("a.mp3"))}, {"a.cdg", "x"}}));
+  for (const std::string& path : {text, broken, zip}) {
     const std::string bytes = MediaMaker::BytesOf(path);
     EXPECT_FALSE(MixingTagWriter().Write(path, "SMP\r\n1", {})) << path;
     EXPECT_EQ(MediaMaker::BytesOf(path), bytes);
   }
+}
+
+TEST_F(MixingTagWriterTest, NothingIsWrittenIntoAnArchiveAndThatIsSaid) {
+  const auto written = MixingTagWriter().Write(
+      media_.WriteBytes("song.zip", archive::testing::ZipBytes({{"a.txt", "x"}})), "SMP\r\n1", {});
+  ASSERT_FALSE(written);
+  EXPECT_EQ(written.Failure().text, "song.zip is a zip archive; nothing is written into it.");
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include <taglib/textidentificationframe.h>
 #include <taglib/wavfile.h>
 
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 
@@ -148,6 +149,18 @@ TEST_P(EveryTaggedFormat, MemoryAndFileTellTheSame) {
   EXPECT_EQ(in_memory.Value().duration, Read(path).duration);
 }
 
+TEST_P(EveryTaggedFormat, AnArchiveAndTheLooseFileTellTheSame) {
+  const std::string name = Name("packed");
+  const std::string loose = Tagged(name, FullTags());
+  const std::string zip = media_.WriteBytes(
+      "song.zip",
+      archive::testing::ZipBytes({{name, MediaMaker::BytesOf(loose)}, {"packed.cdg", "picture"}}));
+  const FileTags packed = Read(zip), tags = Read(loose);
+  EXPECT_EQ(packed.artist + packed.title + packed.genre, tags.artist + tags.title + tags.genre);
+  EXPECT_EQ(packed.duration, tags.duration);
+  EXPECT_EQ(packed.bit_rate, tags.bit_rate);
+}
+
 INSTANTIATE_TEST_SUITE_P(, EveryTaggedFormat, ::testing::ValuesIn(MediaMaker::kExtensions),
                          [](const auto& test) { return std::string(test.param); });
 
@@ -244,6 +257,12 @@ TEST_F(TagReaderTest, AnAsfListThatClaimsMoreEntriesThanItCanHoldIsRefused) {
   ASSERT_NE(list, std::string::npos);
   bytes.replace(list + 24, 2, "\xFF\xFF");
   EXPECT_THAT(Refusal(media_.WriteBytes("long-list.wma", bytes)), StartsWith("long-list.wma"));
+}
+
+TEST_F(TagReaderTest, AnArchiveWithoutReadableSoundIsSaidSo) {
+  const std::string zip = archive::testing::ZipBytes({{"a.ogg", "text"}, {"a.cdg", "picture"}});
+  EXPECT_EQ(Refusal(media_.WriteBytes("song.zip", zip)),
+            "song.zip is no audio file that can be read, or it is damaged.");
 }
 
 TEST_F(TagReaderTest, WhatIsNotThereIsSaidSo) {

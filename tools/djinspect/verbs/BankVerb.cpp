@@ -2,8 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <nlohmann/json.hpp>
 #include <ostream>
+#include <span>
 
+#include "lightorgan/Memories.h"
 #include "lightorgan/PatternBank.h"
+#include "lightorgan/Snapshot.h"
 #include "support/Text.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
@@ -48,7 +51,33 @@ std::vector<std::int32_t> Values(const StepTable& table, int row) {
   return values;
 }
 
+nlohmann::ordered_json SideJson(std::string_view mode, int speed, std::span<const int> levels) {
+  return {{"mode", mode}, {"speed", speed}, {"levels", levels}};
+}
+
 }  // namespace
+
+ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  const auto outputs = Count(arguments, "--outputs");
+  if (!outputs || (*outputs != 8 && *outputs != 16)) return ExitCode::WrongUse;
+  const auto size = *outputs == 16 ? IoBoardSize::Two : IoBoardSize::One;
+  const auto text = WholeFile(arguments.words[0], err);
+  if (!text) return ExitCode::NothingRead;
+  auto memories = nlohmann::ordered_json::array();
+  for (const lightorgan::Memory& memory : lightorgan::ParseMemories(*text)) {
+    nlohmann::ordered_json shown{{"name", ReadableText(memory.name)}};
+    if (const auto state = lightorgan::ParseSnapshot(memory.text, size)) {
+      const auto lamps = static_cast<std::size_t>(*outputs);
+      shown["io"] = SideJson(lightorgan::SnapshotWord(state->io), state->io_speed,
+                             std::span(state->io_levels).first(lamps));
+      shown["dac"] = SideJson(lightorgan::SnapshotWord(state->dac), state->dac_speed,
+                              std::span(state->dac_levels).first(lamps));
+    }
+    memories.push_back(std::move(shown));
+  }
+  out << memories.dump() << '\n';
+  return ExitCode::Read;
+}
 
 ExitCode InspectBank(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   const auto wish = WishOf(arguments);

@@ -45,7 +45,7 @@ ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostr
     return ExitCode::NothingRead;
   }
   const karaoke::Song song = karaoke::ReadSong(bytes.Value());
-  if (!song.note.empty()) err << song.note << '\n';
+  if (song.note) err << support::English()(*song.note) << '\n';
   out << Told(song).dump(1) << '\n';
   return ExitCode::Read;
 }

@@ -7,6 +7,7 @@
 
 #include "app/files/KaraokeSongReader.h"
 #include "app/files/TreeScan.h"
+#include "catalogue/FolderScan.h"
 #include "platform/files/DiskFolders.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "support/Executor.h"
@@ -17,9 +18,24 @@ namespace {
 
 using catalogue::ScanMode;
 
+/// Folders without archives, which are rows of the window's own.
+class LooseFiles final : public catalogue::FolderReader {
+ public:
+  support::Result<catalogue::FolderContent> List(const std::string& folder, const Wanted& wanted) override {
+    return disk_.List(folder,
+                      [&](std::string_view name) { return !catalogue::IsArchive(name) && wanted(name); });
+  }
+  void Look(const std::string& folder, std::vector<catalogue::ListedFile>& files) override {
+    disk_.Look(folder, files);
+  }
+
+ private:
+  platform::files::DiskFolders disk_;
+};
+
 app::ScanFound Scan(const std::string& folder, ScanMode mode) {
   constexpr int kThreads = 2;
-  platform::files::DiskFolders folders;
+  LooseFiles folders;
   platform::tags::TagLibTagReader tags;
   app::KaraokeSongReader songs;
   support::ThreadPool workers(kThreads);

@@ -13,9 +13,11 @@ namespace {
 constexpr auto kVerbs = std::to_array<Verb>({
     {"analyse", "FILE", &InspectAnalysis},
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
+    {"cdg", "FILE", &InspectDisc},
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"karaoke", "FILE", &InspectKaraoke},
+    {"memories", "FILE --outputs 8|16", &InspectMemories},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},
     {"mixtags", "FILE", &InspectMixTags},
     {"mp3gain", "FILE", &InspectMp3Gain},
@@ -24,6 +26,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},
+    {"zip", "FILE", &InspectZip},
 });
 // clang-format on
 

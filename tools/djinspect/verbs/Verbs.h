@@ -33,10 +33,12 @@ ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ost
 
 // One file a verb.
 ExitCode InspectBank(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectDisc(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
@@ -45,6 +47,7 @@ ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectZip(const Arguments& arguments, std::ostream& out, std::ostream& err);
 
 /// A whole file of at most 16 MB; nothing, and a sentence, when it cannot be read.
 [[nodiscard]] std::optional<std::string> WholeFile(const std::string& path, std::ostream& err);

@@ -46,5 +46,17 @@ TEST_F(BankVerbTest, AMissingBankIsEmptyAndWrongUseIsTold) {
   EXPECT_EQ(Inspect({"--number", "1", "--outputs", "8", "--side", "x"}), ExitCode::WrongUse);
 }
 
+TEST_F(BankVerbTest, MemoriesAreShownAsTheyAreRecalled) {
+  std::ofstream(path_) << "[K80 slow]\r\nBEAT\r\n50\r\n1\r\n[no memory]\r\nx\r\n[K80]\r\n";
+  ASSERT_EQ(djinspect::Run(std::vector<std::string>{"memories", path_, "--outputs", "8"}, out_, err_),
+            ExitCode::Read);
+  ASSERT_EQ(Printed().size(), 2U);
+  EXPECT_EQ(Printed()[0]["name"], "K80 slow");
+  EXPECT_EQ(Printed()[0]["io"],
+            nlohmann::json::parse(R"({"mode":"BEAT","speed":50,"levels":[1,0,0,0,0,0,0,0]})"));
+  EXPECT_EQ(Printed()[1], nlohmann::json::parse(R"({"name":"K80"})"));
+  EXPECT_EQ(djinspect::Run(std::vector<std::string>{"memories", path_}, out_, err_), ExitCode::WrongUse);
+}
+
 }  // namespace
 }  // namespace tools::djinspect

@@ -8,6 +8,7 @@
 #include <sstream>
 
 #include "karaoke/testing/MidiBytes.h"
+#include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
 #include "tools/djinspect/verbs/Verbs.h"
@@ -17,6 +18,7 @@ namespace {
 
 namespace fs = std::filesystem;
 using Names = std::vector<std::string>;
+using platform::archive::testing::ZipBytes;
 
 class ScanVerbTest : public ::testing::Test {
  protected:
@@ -75,10 +77,17 @@ TEST_F(ScanVerbTest, AKaraokeScanTakesSongsThroughTheirReader) {
   fs::rename(media_.WriteBytes("s.KAR", song), tree_ / "s.KAR");
   fs::rename(media_.WriteBytes("no.mid", "these are no notes"), tree_ / "no.mid");
   Track("deep/m.mp3", "M");
+  const std::string zip =
+      ZipBytes({{"m.mp3", platform::codec::testing::MediaMaker::BytesOf((tree_ / "deep/m.mp3").string())},
+                {"m.cdg", "picture"}});
+  fs::rename(media_.WriteBytes("z.zip", zip), tree_ / "z.zip");
   ASSERT_EQ(Inspect({"scan", tree_.string(), "--mode", "karaoke"}), ExitCode::Read);
   EXPECT_EQ(Column(2), (Names{"M", "The Song"}));
   EXPECT_EQ(Column(1), (Names{"Singer", "The Singer"}));
   EXPECT_EQ(Column(6).back(), (tree_ / "s.KAR").string());
+  const auto bytes = [&](const char* name) { return fs::file_size(tree_ / name); };
+  EXPECT_EQ(nlohmann::json::parse(out_.str())["bytes"],
+            bytes("s.KAR") + bytes("no.mid") + bytes("deep/m.mp3"));
 }
 
 TEST_F(ScanVerbTest, AMissingFolderEndsWithOneAndAnotherModeWithTwo) {

@@ -1,0 +1,42 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <string>
+
+#include "app/WorkstationView.h"
+#include "app/lists/AutoMix.h"
+#include "app/lists/MixPlan.h"
+#include "support/Clock.h"
+
+namespace app {
+
+/// Brings the tracks of decks 1 and 2 to one loudness while the automatic mixer is on, by a gain of their
+/// own.
+///
+/// Law: a track that nobody hears yet takes its gain at once, one that has just begun quickly, and one that
+/// plays so slowly that nobody notices. Its faders stay where the hands have put them. Threads: the
+/// conductor.
+class AutoLevel {
+ public:
+  AutoLevel(MixingDecks& decks, const support::Clock& clock) : decks_(decks), clock_(clock) {}
+
+  void Choose(const MixWishes& wishes) { wishes_ = wishes; }
+  void Tick(const WorkstationView& view);
+
+ private:
+  struct Heard {
+    std::string file;
+    support::TimePoint since{};
+  };
+  void Level(int deck, const DeckView& view, double seconds);
+
+  MixingDecks& decks_;
+  const support::Clock& clock_;
+  MixWishes wishes_;
+  support::TimePoint ticked_{};
+  std::array<Heard, 2> heard_;
+};
+
+}  // namespace app

@@ -1,0 +1,49 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+#include "app/DeskContext.h"
+#include "app/WorkstationView.h"
+#include "app/songs/SongView.h"
+#include "karaoke/DiscImage.h"
+#include "karaoke/ports/DiscImages.h"
+
+namespace app {
+
+/// Has the disc images of the songs on the decks looked for, and says which of them is shown.
+///
+/// Law: a deck that plays goes before one that stands, deck 3 before the others, and what is shown before
+/// what could be. Only deck 3 shows its picture while it stands, and not before it has begun. The newest
+/// song of a deck wins. Threads: the conductor; files are read by workers.
+class DiscFinder {
+ public:
+  /// images: null when there are none.
+  DiscFinder(const DeskContext& context, karaoke::DiscImages* images) : context_(context), images_(images) {}
+
+  /// decks: of the same tick.
+  [[nodiscard]] DiscView Tick(const std::array<DeckView, kDecks>& decks);
+  void Release();
+
+ private:
+  static constexpr std::size_t kShown = 3;  ///< deck 4 is in the head-phones alone
+  struct OnDeck {
+    std::string song;
+    std::uint64_t newest = 0;
+    std::shared_ptr<const karaoke::DiscImage> image;  // with the window
+  };
+
+  void Find(std::size_t deck, const std::string& song);
+  void Choose(const std::array<DeckView, kDecks>& decks);
+
+  DeskContext context_;
+  karaoke::DiscImages* images_;
+  std::array<OnDeck, kShown> decks_;
+  std::size_t shown_ = kShown;  ///< none
+};
+
+}  // namespace app
