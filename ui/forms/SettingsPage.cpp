@@ -47,8 +47,9 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   auto* first = new QVBoxLayout;
   SetSpacingEm(*first, 0, 0.3);
   first->addLayout(MakeOutputs());
-  first->addWidget(new TagsPanel(workstation, look));
   first->addStretch(1);
+  first->addWidget(new TagsPanel(workstation, look));
+  first->addStretch(2);
   sides->addLayout(first, 4);
   sides->addWidget(apply_, 4);
   sides->addLayout(last, 3);

@@ -10,7 +10,6 @@
 
 #include "app/settings/NameSettings.h"
 #include "ui/strings/Decode.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -41,7 +40,8 @@ TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* p
   QCheckBox* write = MakeFlag("Write", ScanWord::WriteTags, ScanWord::WriteTagsTip);
   grid->addWidget(use_split_, 1, 0, 1, 2);
   grid->addWidget(use_artist_, 1, 2, 1, 2);
-  example_ = new ElidedLabel;
+  example_ = new QLabel;
+  example_->setWordWrap(true);
   SetTextColour(*example_, look.skin.dim);
   Name(*example_, QStringLiteral("NameExample"), {});
   auto* rows = new QVBoxLayout(this);
@@ -97,8 +97,8 @@ void TagsPanel::ShowExample() {
   const std::string file = say(ScanWord::ExampleFile).toStdString();
   const catalogue::NamesOfFile names = catalogue::SplitName(file, app::ReadNameRule(workstation_.Settings()));
   const QString title = Decode(names.title), artist = Decode(names.artist);
-  example_->Show(artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
-                                  : say(ScanWord::Example).arg(Decode(file), artist, title));
+  SetText(*example_, artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
+                                      : say(ScanWord::Example).arg(Decode(file), artist, title));
   const bool splits = use_split_->isChecked();
   for (QWidget* control : {static_cast<QWidget*>(order_), static_cast<QWidget*>(separator_),
                            static_cast<QWidget*>(use_artist_)}) {

@@ -10,11 +10,11 @@
 
 class QCheckBox;
 class QGridLayout;
+class QLabel;
 class QLineEdit;
 
 namespace ui {
 
-class ElidedLabel;
 class QuietCombo;
 
 /// How file names tell artist and title, with an example, and whether tags are written. Each choice is stored
@@ -37,7 +37,7 @@ class TagsPanel final : public QWidget {
   QLineEdit* separator_;
   QCheckBox* use_split_;
   QCheckBox* use_artist_;
-  ElidedLabel* example_;
+  QLabel* example_;
 };
 
 }  // namespace ui

@@ -181,7 +181,7 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
 QVariant TrackModel::ChipOf(int row, int role) const {
   const int deck = DeckOf(row);
   if (deck == 0 && Missing(row)) {
-    if (role == Qt::DisplayRole) return QStringLiteral("!");
+    if (role == Qt::DisplayRole || role == kMarkRole) return QStringLiteral("!");
     const bool told = role == Qt::AccessibleTextRole || role == Qt::ToolTipRole;
     return told ? QVariant(look_.say(ListWord::Missing).arg(TitleOf(row))) : QVariant();
   }

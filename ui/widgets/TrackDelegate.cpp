@@ -41,15 +41,17 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
     painter->fillRect(option.rect.adjusted(0, 0, kBarLines * Line(grid_) - option.rect.width(), 0),
                       skin_.text);
   }
+  const QString mark = index.data(TrackModel::kMarkRole).toString();
   if (alignment == Qt::AlignCenter) {
-    if (!text.isEmpty()) PaintChip(*painter, option.rect, option.font, text, colour.value<QColor>());
+    if (text.isEmpty()) return;
+    const Chip chip = text == mark ? Chip::Outlined : Chip::Filled;
+    PaintChip(*painter, option.rect, option.font, text, colour.value<QColor>(), chip);
     return;
   }
   QRect room = TextRoom(option.rect, alignment, option.font);
-  const QString mark = index.data(TrackModel::kMarkRole).toString();
   if (!mark.isEmpty()) {
     QRect place(room.left(), room.top(), ChipSide(option.font), room.height());
-    PaintChip(*painter, place, option.font, mark, skin_.warning);
+    PaintChip(*painter, place, option.font, mark, skin_.warning, Chip::Outlined);
     room.setLeft(place.right() + ChipSide(option.font) / 3);
   }
   painter->setFont(option.font);
@@ -59,15 +61,21 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
 }
 
 void TrackDelegate::PaintChip(QPainter& painter, const QRect& cell, const QFont& font, const QString& text,
-                              const QColor& colour) const {
+                              const QColor& colour, Chip look) const {
   const int side = ChipSide(font);
   QRect chip(0, 0, side, side);
   chip.moveCenter(cell.center());
-  painter.fillRect(chip, colour);
+  if (look == Chip::Filled) {
+    painter.fillRect(chip, colour);
+  } else {
+    const int line = Line(grid_);
+    painter.setPen(QPen(colour, line, Qt::SolidLine, Qt::SquareCap, Qt::MiterJoin));
+    painter.drawRect(chip.adjusted(line / 2, line / 2, -(line + 1) / 2, -(line + 1) / 2));
+  }
   QFont bold = font;
   bold.setBold(true);
   painter.setFont(bold);
-  painter.setPen(skin_.on_deck);
+  painter.setPen(look == Chip::Filled ? skin_.on_deck : colour);
   painter.drawText(chip, Qt::AlignCenter, text);
 }
 

@@ -25,8 +25,10 @@ class TrackDelegate final : public QStyledItemDelegate {
   void paint(QPainter* painter, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
  private:
+  /// A file that is not there is told apart from the decks by more than its colour.
+  enum class Chip { Filled, Outlined };
   void PaintChip(QPainter& painter, const QRect& cell, const QFont& font, const QString& text,
-                 const QColor& colour) const;
+                 const QColor& colour, Chip look) const;
 
   const Skin& skin_;
   const TrackGrid& grid_;
