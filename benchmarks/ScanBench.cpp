@@ -27,7 +27,7 @@ namespace {
 
 using platform::files::testing::TestFolder;
 
-constexpr int kFiles = 10'000, kSongs = 2'000;
+constexpr int kFiles = 10'000, kPairs = 2'000;
 constexpr int kRuns = 5;
 
 struct Cost {
@@ -105,19 +105,19 @@ void ScanAll(Scanner& scanner, const std::filesystem::path& music) {
 /// Songs in archives beside the same songs loose.
 std::vector<Figure> MeasureSongs() {
   const TestFolder songs;
-  MakeSongs(songs / "loose", songs / "packed", kSongs);
+  MakeSongs(songs / "loose", songs / "packed", kPairs);
   std::vector<double> loose, packed, again;
   for (int run = 0; run < 3; ++run) {
     const TestFolder program;
     Scanner scanner(program);
     const auto scan = [&](const char* folder) {
       return CostOf([&] {
-        if (scanner.Scan(songs / folder, catalogue::ScanMode::Karaoke) != kSongs) std::abort();
+        if (scanner.Scan(songs / folder, catalogue::ScanMode::Karaoke) != kPairs) std::abort();
       });
     };
-    loose.push_back(kSongs / scan("loose").seconds);
+    loose.push_back(kPairs / scan("loose").seconds);
     const Cost first = scan("packed"), second = scan("packed");
-    packed.push_back(kSongs / first.seconds);
+    packed.push_back(kPairs / first.seconds);
     again.push_back(second.seconds / first.seconds * 100);
   }
   return {{"first scan of 2,000 zipped karaoke songs of a minute (the same loose)", "songs/s", Median(packed),

@@ -28,7 +28,8 @@ void CheckShow(const karaoke::LyricShow& show, std::int64_t at) {
 void CheckBeats(const karaoke::Song& song) {
   const music::BeatGrid beats = karaoke::BeatsOf(song);
   for (const music::Seconds beat : beats.Beats()) {
-    if (beat < music::Seconds(0) || beat > song.length) abort();
+    const auto at = std::chrono::round<karaoke::Microseconds>(beat);
+    if (at < karaoke::Microseconds(0) || at > song.length) abort();
   }
 }
 
