@@ -86,8 +86,13 @@ void TrackModel::ShowSort(const catalogue::SortWish& sort) {
 }
 
 void TrackModel::ShowDecks(const app::WorkstationView& view) {
-  if (on_decks_[0] == view.decks[0].filename && on_decks_[1] == view.decks[1].filename) return;
-  on_decks_ = {view.decks[0].filename, view.decks[1].filename};
+  // A deck that could not open a file still names it.
+  const auto on = [](const app::DeckView& deck) {
+    return deck.state == app::DeckView::State::Empty ? std::string_view() : std::string_view(deck.filename);
+  };
+  const std::string_view first = on(view.decks[0]), second = on(view.decks[1]);
+  if (on_decks_[0] == first && on_decks_[1] == second) return;
+  on_decks_ = {std::string(first), std::string(second)};
   Repaint();
 }
 

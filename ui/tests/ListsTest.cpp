@@ -205,6 +205,11 @@ TEST_F(ListsTest, ARowWhoseFileIsGoneIsMarkedInEveryListOnceItIsLoadedAndTheDeck
   EXPECT_EQ(Deck(1).state, State::Playing);
   EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QStringLiteral("!"));
   EXPECT_EQ(shown("Catalogue", Qt::DisplayRole), QStringLiteral("1")) << "the deck that still plays it";
+  Click("deck1Stop");
+  DropRow(1, "deck1");
+  Work();
+  EXPECT_EQ(Deck(1).state, State::Empty);
+  EXPECT_EQ(shown("Catalogue", Qt::DisplayRole), QStringLiteral("!")) << "no deck has it";
   std::ofstream(file) << "x";
   clock.Advance(2min);
   station->LookForFiles();
