@@ -102,6 +102,9 @@ TEST_F(TrackModelTest, MarksTheRowsThatAreOnDecks) {
   app::WorkstationView view;
   view.decks[1].filename = "/m/a.mp3";
   model.ShowDecks(view);
+  EXPECT_EQ(At(0, TrackModel::Deck), QString()) << "it could not be opened";
+  view.decks[1].state = app::DeckView::State::Stopped;
+  model.ShowDecks(view);
   EXPECT_EQ(At(0, TrackModel::Deck), QStringLiteral("2"));
   EXPECT_EQ(At(1, TrackModel::Deck), QString());
 }
