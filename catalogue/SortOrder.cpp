@@ -28,28 +28,32 @@ bool Before(const Ordered& a, const Ordered& b) {
   return a.key != b.key ? a.key < b.key : a.row < b.row;
 }
 
-/// By their keys, byte by byte from the lowest; equal ones stay in their order.
+/// By their keys, a digit of eleven bits after the other from the lowest; equal ones stay in their order.
 void RadixSort(std::span<Ordered> rows, std::vector<Ordered>& space) {
-  std::array<std::array<std::uint32_t, 256>, 8> counts{};
+  constexpr std::size_t kBits = 11, kValues = std::size_t{1} << kBits, kDigits = (64 + kBits - 1) / kBits;
+  const auto digit = [](const Ordered& row, std::size_t number) {
+    return static_cast<std::size_t>(row.key >> kBits * number) & (kValues - 1);
+  };
+  std::array<std::array<std::uint32_t, kValues>, kDigits> counts{};
   for (const Ordered& row : rows) {
-    for (std::size_t byte = 0; byte < 8; ++byte) ++counts[byte][row.key >> 8 * byte & 0xFF];
+    for (std::size_t number = 0; number < kDigits; ++number) ++counts[number][digit(row, number)];
   }
   space.resize(rows.size());
   Ordered* from = rows.data();
   Ordered* to = space.data();
-  for (std::size_t byte = 0; byte < 8; ++byte) {
-    std::array<std::uint32_t, 256>& count = counts[byte];
-    if (count[from->key >> 8 * byte & 0xFF] == rows.size()) continue;
+  for (std::size_t number = 0; number < kDigits; ++number) {
+    std::array<std::uint32_t, kValues>& count = counts[number];
+    if (count[digit(*from, number)] == rows.size()) continue;
     std::uint32_t before = 0;
     for (std::uint32_t& place : count) before += std::exchange(place, before);
-    for (std::size_t i = 0; i < rows.size(); ++i) to[count[from[i].key >> 8 * byte & 0xFF]++] = from[i];
+    for (std::size_t i = 0; i < rows.size(); ++i) to[count[digit(from[i], number)]++] = from[i];
     std::swap(from, to);
   }
   if (from != rows.data()) std::copy_n(from, rows.size(), rows.data());
 }
 
 void SortByKey(std::span<Ordered> rows, std::vector<Ordered>& space) {
-  constexpr std::size_t kFew = 2048;
+  constexpr std::size_t kFew = 8192;
   if (rows.size() < kFew) return std::sort(rows.begin(), rows.end(), Before);
   RadixSort(rows, space);
 }
