@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QPointer>
+#include <array>
 #include <string>
 
 #include "app/Workstation.h"
@@ -64,6 +65,8 @@ class PlaylistPanel final : public Surface {
   void ShowCount();
   void ShowTotal(int rows, std::int64_t seconds);
   void RemoveChosen();
+  /// What comes onto a deck is brought into sight, so that the list goes along with the evening.
+  void FollowDecks(const app::WorkstationView& view);
 
   app::Workstation& workstation_;
   app::ListDesk& lists_;
@@ -79,7 +82,8 @@ class PlaylistPanel final : public Surface {
   QPushButton* remove_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
-  catalogue::track_table counted_;  ///< as its total was shown
+  catalogue::track_table counted_;       ///< as its total was shown
+  std::array<std::string, 2> on_decks_;  ///< files, as they were followed
 };
 
 }  // namespace ui

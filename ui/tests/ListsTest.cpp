@@ -168,6 +168,27 @@ TEST_F(ListsTest, WhatWasPlayedTonightIsMarked) {
   EXPECT_EQ(role(3).find("already played"), std::string::npos);
 }
 
+TEST_F(ListsTest, WhatComesOntoADeckIsBroughtIntoSightUnlessAHandIsAtTheList) {
+  auto& table = station->Playlist(1);
+  for (int row = 1; row <= 90; ++row) {
+    table.AppendFrom(station->Catalogue(), row % 30 == 0 ? row / 30 : 4);
+  }
+  Settle();
+  auto& grid = Find<QTableView>("PlayListView1");
+  const auto in_sight = [&](int row) {
+    const QRect place = grid.visualRect(grid.model()->index(row - 1, TrackModel::Title));
+    return grid.viewport()->rect().contains(place.center());
+  };
+  EXPECT_TRUE(in_sight(1) && !in_sight(60));
+  station->LoadDeck(2, table, 60);
+  Settle();
+  EXPECT_TRUE(in_sight(60));
+  grid.setFocus();
+  station->LoadDeck(1, table, 30);
+  Settle();
+  EXPECT_FALSE(in_sight(30)) << "somebody is busy with it";
+}
+
 TEST_F(ListsTest, TheAutomixButtonAndTheCrossfaderFollowTheMixer) {
   Click("Automix");
   Settle();

@@ -113,6 +113,12 @@ void TrackGrid::ChooseRow(int row) {
   scrollTo(currentIndex());
 }
 
+void TrackGrid::BringIntoSight(int row) {
+  const int place = row < 1 ? -1 : rows_.PlaceOf(row);
+  if (place < 0 || underMouse() || hasFocus()) return;
+  scrollTo(rows_.index(place, 0));
+}
+
 void TrackGrid::ChooseFirst() {
   if (rows_.rowCount() > 0 && !selectionModel()->hasSelection()) selectRow(0);
 }

@@ -33,6 +33,8 @@ class TrackGrid final : public QTableView {
   /// Table rows that are chosen, ascending.
   [[nodiscard]] std::vector<int> ChosenRows() const;
   void ChooseRow(int row);
+  /// Scrolls to the row, unless a hand is at the grid.
+  void BringIntoSight(int row);
   /// Where none is chosen yet.
   void ChooseFirst();
   /// A click on a column's head asks for its order.

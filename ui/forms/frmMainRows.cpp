@@ -1,0 +1,175 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+// Rows on their way: to decks, into playlists, off the disk.
+#include <QPointer>
+
+#include "ui/forms/DeckPanel.h"
+#include "ui/forms/KaraokePage.h"
+#include "ui/forms/ListenBar.h"
+#include "ui/forms/MusicPage.h"
+#include "ui/forms/PlaylistPanel.h"
+#include "ui/forms/StatusLine.h"
+#include "ui/forms/frmMain.h"
+#include "ui/models/DeckChoice.h"
+#include "ui/strings/Decode.h"
+
+namespace ui {
+namespace {
+
+/// Files of rows that are to be deleted: while somebody thinks it over, the rows may get other numbers.
+std::vector<std::string> FilesOf(const catalogue::track_table& table, const std::vector<int>& rows,
+                                 int column) {
+  std::vector<std::string> files;
+  for (const int row : rows) files.emplace_back(table.Cell(row, column));
+  return files;
+}
+
+std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector<std::string>& files,
+                          int column) {
+  std::vector<int> rows;
+  for (const std::string& file : files) {
+    if (const int row = table.FindRow(column, file); row > 0 && !file.empty()) rows.push_back(row);
+  }
+  return rows;
+}
+
+/// A path that may go on in the next line behind each folder.
+QString Breakable(const std::string& path) {
+  constexpr QChar kZeroWidthSpace(0x200B);
+  return Decode(path).replace(QLatin1Char('/'), QString(QLatin1Char('/')) + kZeroWidthSpace);
+}
+
+}  // namespace
+
+void frmMain::LoadOnFreeDeck(const TrackRows& rows) {
+  view_ = workstation_.View();
+  if (const auto deck = DeckForLoading(view_)) return Load(*deck, rows);
+  status_->Tell((*say_)(Say::BothDecksPlay));
+}
+
+void frmMain::Load(int deck, const TrackRows& rows) {
+  view_ = workstation_.View();
+  const catalogue::track_table& table = TableOf(workstation_, rows.table);
+  const int row = rows.rows.empty() ? 0 : rows.rows.front();
+  if (row < 1 || row > table.Rows()) return status_->Tell((*say_)(Say::NoRowChosen));
+  if (!MayLoad(Deck(deck))) return status_->Tell((*say_)(Say::DeckIsPlaying).arg(deck));
+  workstation_.LoadDeck(deck, table, row);
+}
+
+PlaylistPanel& frmMain::PanelOf(TableId playlist) const {
+  return *playlists_[static_cast<std::size_t>(playlist) - 1];
+}
+
+void frmMain::Activate(TableId table) {
+  active_ = table;
+  music_->SetActive(table == TableId::Catalogue);
+  for (std::size_t i = 0; i < playlists_.size(); ++i) {
+    playlists_[i]->SetActive(table == PlaylistId(static_cast<int>(i) + 1));
+  }
+}
+
+TrackRows frmMain::ChosenRows() const {
+  return active_ == TableId::Catalogue ? music_->ChosenRows() : PanelOf(active_).ChosenRows();
+}
+
+std::string frmMain::ChosenFile() const {
+  const TrackRows chosen = ChosenRows();
+  const int row = chosen.rows.empty() ? 0 : chosen.rows.front();
+  return std::string(TableOf(workstation_, chosen.table).Cell(row, catalogue::track::kFilename));
+}
+
+void frmMain::ListenToChosen() {
+  const TrackRows chosen = ChosenRows();
+  if (!listen_->Listening() && chosen.rows.empty()) status_->Tell((*say_)(Say::NoRowChosen));
+  listen_->Toggle(TableOf(workstation_, chosen.table), chosen.rows.empty() ? 0 : chosen.rows.front());
+}
+
+void frmMain::PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving) {
+  const int first = PutRows(workstation_, rows, to, before, leaving);
+  if (first == 0) return;
+  if (rows.table != to && rows.table != TableId::Catalogue && leaving == Leaving::Go) {
+    PanelOf(rows.table).Reload(rows.rows.front());
+  }
+  PanelOf(to).Reload(first);
+}
+
+void frmMain::AddChosenTo(int playlist) {
+  const TrackRows rows = ChosenRows();
+  const TableId to = PlaylistId(playlist);
+  if (rows.rows.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
+  if (rows.table == to) return;
+  PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
+  status_->Tell(rows.rows.size() == 1 ? (*say_)(Say::PutOneIntoPlaylist).arg(playlist)
+                                      : (*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
+}
+
+void frmMain::AnalyseChosen() {
+  workstation_.StartBatch(music_->ChosenRows().rows);
+}
+
+void frmMain::DeleteTracks() {
+  const catalogue::track_table& table = workstation_.Catalogue();
+  const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
+  if (files.empty()) return;
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
+                                             : (*say_)(Say::AskDelete).arg(files.size());
+  const Say act = files.size() == 1 ? Say::DeleteFile : Say::DeleteFiles;
+  boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(act), [this, files] {
+    const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
+    workstation_.DeleteTracks(rows,
+                              [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {
+                                if (!window.isNull()) window->music_->ShowDeleted(gone, kept);
+                              });
+  });
+}
+
+void frmMain::DeleteKaraoke() {
+  const catalogue::track_table& table = workstation_.Karaoke();
+  const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
+  if (files.empty()) return;
+  const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
+                                             : (*say_)(Say::AskDeleteSongs).arg(files.size());
+  boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
+    const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);
+    workstation_.DeleteKaraoke(rows, [window = QPointer<frmMain>(this)](int, std::vector<std::string> kept) {
+      if (!window.isNull()) window->karaoke_->ShowDeleted(kept);
+    });
+  });
+}
+
+void frmMain::AddFiles(std::vector<std::string> paths) {
+  ShowPage(0);
+  Add(std::move(paths), {});
+}
+
+void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
+  if (paths.empty()) return;
+  Add(paths, [this, deck, paths] {
+    if (const TrackRows rows = RowsOf(paths); !rows.rows.empty()) Load(deck, rows);
+  });
+}
+
+void frmMain::AddToPlaylist(TableId to, std::vector<std::string> paths) {
+  Add(paths, [this, to, paths] {
+    const int end = TableOf(workstation_, to).Rows() + 1;
+    PutIntoPlaylist(RowsOf(paths), to, end, Leaving::Stay);
+  });
+}
+
+void frmMain::Add(std::vector<std::string> paths, std::function<void()> then) {
+  if (paths.empty()) return;
+  const int files = static_cast<int>(paths.size());
+  // The workstation may outlive the window.
+  workstation_.AddFiles(std::move(paths), [window = QPointer<frmMain>(this), files, then = std::move(then)](
+                                              int rows, std::vector<std::string> refused) {
+    if (window.isNull()) return;
+    window->music_->ShowAdded(files, rows, refused);
+    if (then) then();
+  });
+}
+
+TrackRows frmMain::RowsOf(const std::vector<std::string>& paths) const {
+  return {TableId::Catalogue, RowsWith(workstation_.Catalogue(), paths, catalogue::track::kFilename)};
+}
+
+}  // namespace ui
