@@ -155,6 +155,9 @@ void ListDesk::Tick(const WorkstationView& view) {
   draft.moves = automix_.Moves();
   draft.next = automix_.Next();
   draft.at_the_end = automix_.AtTheEnd();
+  draft.waits = draft.automix.on &&
+                std::none_of(view.decks.begin(), view.decks.begin() + 2,
+                             [](const auto& deck) { return deck.state == DeckView::State::Playing; });
   views_.Publish();
 }
 

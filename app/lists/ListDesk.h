@@ -34,6 +34,7 @@ struct ListView {
   std::uint64_t moves = 0;  ///< grows with each time that it did so
   int next = 0;             ///< deck that it has made ready or loads; 0 is none
   bool at_the_end = false;  ///< nothing is left to play next
+  bool waits = false;       ///< it is on, and decks 1 and 2 are silent
 };
 
 /// The lists of the evening: searches, playlists, what was played, and the automatic mixer. The playlists are

@@ -34,6 +34,7 @@ class HeardSongTest : public testing::Evening {
     Store("Setup", "UseK8000", "True");
     StartUp(&synthesisers_);
   }
+  ~HeardSongTest() override { station_.reset(); }  // before the boards, which it puts out
   void WriteSong(const char* name, karaoke::testing::TrackBytes track) {
     std::ofstream(songs_.Path() / name, std::ios::binary)
         << karaoke::testing::FileBytes({track.Event(480 * 12, {0x90, 60, 100}).End()});

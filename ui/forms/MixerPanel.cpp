@@ -220,6 +220,7 @@ void MixerPanel::ShowAutomix(const app::ListView& lists) {
   SetText(*automix_state_, !lists.automix.on  ? QString()
                            : lists.next != 0  ? say(ListWord::AutomixNext).arg(lists.next)
                            : lists.at_the_end ? say(ListWord::AutomixEnd)
+                           : lists.waits      ? say(ListWord::AutomixWaits)
                                               : QString());
   if (lists.moves == crossfader_moves_ || crossfader_->isSliderDown()) return;
   crossfader_moves_ = lists.moves;

@@ -40,11 +40,11 @@ constexpr Strings::Row kListRows[] = {
     {ListWord::Automix, "Automix", "Automix"},
     {ListWord::AutomixTip,
      "Play the next track of the playlists by itself: it is loaded on the free deck, begins at its start mix "
-     "point when the other deck is at its end mix point, and the crossfader goes over. Any hand on it wins.",
+     "point when the other deck is at its end mix point, and the crossfader goes over. Any hand on it wins. "
+     "Switched on while no deck plays, it begins.",
      "Het volgende nummer van de afspeellijsten vanzelf draaien: het komt op het vrije deck, begint bij zijn "
      "beginmengpunt wanneer het andere deck bij zijn eindmengpunt is, en de crossfader gaat over. Een hand "
-     "wint "
-     "altijd."},
+     "wint altijd. Ingeschakeld terwijl geen deck speelt, begint hij zelf."},
     {ListWord::AutomixNext, "next: deck %1", "straks: deck %1"},
     {ListWord::AutomixEnd, "end of the list", "einde van de lijst"},
     {ListWord::MixTime, "Length of an automatic mix", "Duur van een automatische mix"},
@@ -58,14 +58,13 @@ constexpr Strings::Row kListRows[] = {
     {ListWord::MatchTempo, "Match tempos", "Tempo's gelijk"},
     {ListWord::MatchTempoTip,
      "The next track comes in at the tempo and on the beat of the other one, and glides back to its own "
-     "after "
-     "the mix",
+     "after the mix",
      "Het volgende nummer komt binnen in het tempo en op de tel van het andere, en glijdt na de mix terug "
-     "naar "
-     "zijn eigen tempo"},
+     "naar zijn eigen tempo"},
     {ListWord::MatchGain, "Match levels", "Volumes gelijk"},
     {ListWord::MatchGainTip, "While automix is on, all tracks sound equally loud",
      "Zolang automix aan staat, klinken alle nummers even hard"},
+    {ListWord::AutomixWaits, "waits for a track", "wacht op een nummer"},
 };
 
 }  // namespace

@@ -47,6 +47,7 @@ enum class ListWord : int {
   MatchTempoTip,
   MatchGain,
   MatchGainTip,
+  AutomixWaits,
 };
 
 [[nodiscard]] std::span<const Strings::Row> ListWords();
