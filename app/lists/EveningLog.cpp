@@ -23,6 +23,17 @@ constexpr support::Duration kLongEnough = seconds(30);
 /// A tick that comes later than that did not hear what was played meanwhile by ear.
 constexpr support::Duration kLongestTick = seconds(60);
 
+/// What cannot be read is not written over.
+void SetAside(const std::filesystem::path& path) {
+  constexpr int kMostTries = 100;
+  std::error_code error;
+  for (int number = 1; number <= kMostTries; ++number) {
+    std::filesystem::path aside = path;
+    aside += ".unreadable-" + std::to_string(number);
+    if (!std::filesystem::exists(aside, error)) return std::filesystem::rename(path, aside, error);
+  }
+}
+
 }  // namespace
 
 std::tm LocalTimeNow() {
@@ -139,7 +150,10 @@ void EveningLog::SaveWaiting(State& state) {
   while (!waiting.empty()) {
     const std::string evening = waiting.front().evening;
     const std::filesystem::path path = state.folder.Native(HistoryFile(evening));
-    if (evening != state.evening) static_cast<void>(catalogue::LoadIndex(path, state.history));
+    if (evening != state.evening) {
+      const auto read = catalogue::LoadIndex(path, state.history);
+      if (!read && read.Failure().code != support::ErrorCode::NotFound) SetAside(path);
+    }
     state.evening = evening;
     while (!waiting.empty() && waiting.front().evening == evening) {
       waiting.front().AppendTo(state.history);

@@ -191,6 +191,17 @@ TEST_F(HistoryTest, AnEveningGoesOnAfterARestart) {
   EXPECT_THAT(History(), ::testing::AllOf(HasSubstr("earlier.mp3"), HasSubstr("a.mp3")));
 }
 
+TEST_F(HistoryTest, WhatCannotBeReadIsSetAsideAndTheEveningGoesOn) {
+  const std::string tonight = "History/" + EveningOf(LocalTimeNow()) + ".tpl";
+  Write(tonight + "/not a file", "of ours");
+  StartUp();
+  Load(1, "a.mp3");
+  Play(1);
+  Go(31s);
+  EXPECT_THAT(History(), HasSubstr("a.mp3"));
+  EXPECT_TRUE(std::filesystem::exists(folder_ / (tonight + ".unreadable-1") / "not a file"));
+}
+
 TEST_F(HistoryTest, WhatNoWorkerHasSavedIsSavedAtTheEnd) {
   StartUp();
   Load(1, "a.mp3");
