@@ -31,6 +31,10 @@ DMX::DMX(app::Workstation& workstation, const support::Clock& clock)
   workstation.Lights().ShowEditorLoaded();
 }
 
+DMX::~DMX() {
+  Undress();
+}
+
 QWidget* DMX::MakeBody() {
   faders_.clear();
   length_ = new QLabel;

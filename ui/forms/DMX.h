@@ -24,6 +24,7 @@ class DMX final : public EditorWindow {
 
  public:
   DMX(app::Workstation& workstation, const support::Clock& clock);
+  ~DMX() override;
 
   void ShowFrame() override;
   [[nodiscard]] bool Changed() const override { return edit_.History().Changed(); }

@@ -97,6 +97,9 @@ void EditorWindow::Dress(const Look& look, double points) {
 void EditorWindow::Undress() {
   for (MessageBox* box : findChildren<MessageBox*>()) delete box;
   delete dialog_;
+  // What is being typed belongs to the document, which takes it while its fields are still there.
+  QWidget* const typing = focusWidget();
+  if (body_ != nullptr && typing != nullptr && body_->isAncestorOf(typing)) typing->clearFocus();
   delete body_;
   body_ = nullptr;
 }

@@ -32,7 +32,8 @@ class EditorWindow : public QWidget {
 
   /// Makes the contents; points: size of the type.
   void Dress(const Look& look, double points);
-  /// Before language or colours go.
+  /// Before language or colours go, and by each editor's destructor: its fields tell the document until they
+  /// are gone.
   void Undress();
   void BringToFront();
   /// With the main window's frame.

@@ -46,6 +46,10 @@ Library::Library(app::Workstation& workstation, const support::Clock& clock)
   workstation.Lights().FixtureEditorLoaded();
 }
 
+Library::~Library() {
+  Undress();
+}
+
 QWidget* Library::MakeBody() {
   MakeTools();
   presets_ = new PresetPanel(edit_, Dressed(), this);

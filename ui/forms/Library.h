@@ -25,6 +25,7 @@ class Library final : public EditorWindow {
 
  public:
   Library(app::Workstation& workstation, const support::Clock& clock);
+  ~Library() override;
 
   void ShowFrame() override;
   [[nodiscard]] bool Changed() const override { return edit_.History().Changed(); }
