@@ -16,6 +16,7 @@
 #include <QToolButton>
 #include <QTreeView>
 #include <algorithm>
+#include <utility>
 
 namespace ui {
 namespace {
@@ -79,6 +80,21 @@ QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileM
   }
   AddArrows(*dialog);
   SetSpacingEm(*dialog->layout(), 0.8, 0.6);
+  return dialog;
+}
+
+QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind, const char* masks,
+                           std::function<void(std::vector<std::string>)> chosen) {
+  QFileDialog* dialog =
+      MakeFileDialog(owner, look, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
+  dialog->setNameFilters({kind + QStringLiteral(" (") + QLatin1String(masks) + QLatin1Char(')'),
+                          look.say(Say::AllFiles) + QStringLiteral(" (*)")});
+  QObject::connect(dialog, &QFileDialog::filesSelected, &owner,
+                   [chosen = std::move(chosen)](const QStringList& names) {
+                     std::vector<std::string> paths;
+                     for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
+                     chosen(std::move(paths));
+                   });
   return dialog;
 }
 

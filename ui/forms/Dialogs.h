@@ -3,7 +3,10 @@
 #pragma once
 
 #include <QFileDialog>
+#include <functional>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "ui/widgets/Look.h"
 
@@ -19,6 +22,11 @@ namespace ui {
                                                  Say title, Say accept) {
   return MakeFileDialog(owner, look, mode, look.say(title), look.say(accept));
 }
+
+/// For files that are to be added: those of a kind by their masks, or all. chosen gets bytes of their paths.
+[[nodiscard]] QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind,
+                                         const char* masks,
+                                         std::function<void(std::vector<std::string>)> chosen);
 
 /// Has it begin in the folder of a file, as bytes of its path, where that is there: more of the kind lie
 /// beside it.

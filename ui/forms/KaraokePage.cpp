@@ -2,17 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/KaraokePage.h"
 
-#include <QDragEnterEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QLabel>
-#include <QMimeData>
 #include <QPushButton>
 #include <QVBoxLayout>
 
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/SearchLine.h"
-#include "ui/models/DroppedFiles.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/ReportList.h"
@@ -27,7 +23,7 @@ constexpr const char* kMasks = "*.mp3 *.kar *.mid *.zip *.cdg";
 
 KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
                          QWidget* parent)
-    : Surface(look.skin.panel, parent), table_(table), look_(look) {
+    : DropSurface(look.skin.panel, parent), table_(table), look_(look) {
   Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
   setAcceptDrops(true);
   model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
@@ -132,37 +128,12 @@ void KaraokePage::AskForFiles() {
 QFileDialog* KaraokePage::MakeDialog() {
   const auto& say = look_.say;
   QFileDialog* dialog =
-      MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
+      MakeAddDialog(*this, look_, say(SongWord::SongFiles), kMasks,
+                    [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
   dialog->setObjectName(QStringLiteral("AddSongsDialog"));
   dialog->setWindowTitle(say(SongWord::AddSongs));
   BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::karaoke::kFilename));
-  dialog->setNameFilters(
-      {say(SongWord::SongFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
-       say(Say::AllFiles) + QStringLiteral(" (*)")});
-  connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
-    std::vector<std::string> paths;
-    for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
-    Q_EMIT FilesWanted(std::move(paths));
-  });
   return dialog;
-}
-
-void KaraokePage::dragEnterEvent(QDragEnterEvent* event) {
-  if (!event->mimeData()->hasUrls() || DroppedFiles(*event->mimeData()).empty()) return;
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  SetWelcoming(true);
-}
-
-void KaraokePage::dragLeaveEvent(QDragLeaveEvent*) {
-  SetWelcoming(false);
-}
-
-void KaraokePage::dropEvent(QDropEvent* event) {
-  SetWelcoming(false);
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  Q_EMIT FilesWanted(DroppedFiles(*event->mimeData()));
 }
 
 }  // namespace ui

@@ -5,8 +5,8 @@
 #include <QPointer>
 
 #include "app/Workstation.h"
+#include "ui/widgets/DropSurface.h"
 #include "ui/widgets/Look.h"
-#include "ui/widgets/Surface.h"
 
 class QFileDialog;
 class QHBoxLayout;
@@ -21,7 +21,7 @@ class TrackGrid;
 class TrackModel;
 
 /// The karaoke songs.
-class KaraokePage final : public Surface {
+class KaraokePage final : public DropSurface {
   Q_OBJECT
 
  public:
@@ -47,13 +47,6 @@ class KaraokePage final : public Surface {
   /// Table row, from 1.
   void SongWanted(int row);
   void DeleteWanted();
-  /// Files to be taken into the table.
-  void FilesWanted(std::vector<std::string> paths);
-
- protected:
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dragLeaveEvent(QDragLeaveEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();

@@ -2,12 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/MusicPage.h"
 
-#include <QDragEnterEvent>
-#include <QFile>
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMimeData>
 #include <QPushButton>
 #include <QVBoxLayout>
 
@@ -15,7 +12,6 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/SearchLine.h"
-#include "ui/models/DroppedFiles.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -38,7 +34,7 @@ QPushButton* PlainButton(const QString& caption) {
 
 MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar& batch, const Look& look,
                      QWidget* parent)
-    : Surface(look.skin.panel, parent),
+    : DropSurface(look.skin.panel, parent),
       workstation_(workstation),
       table_(workstation.Catalogue()),
       lists_(workstation.Lists()),
@@ -203,38 +199,12 @@ void MusicPage::AskForFiles() {
 }
 
 QFileDialog* MusicPage::MakeDialog() {
-  const auto& say = look_.say;
   QFileDialog* dialog =
-      MakeFileDialog(*this, look_, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
+      MakeAddDialog(*this, look_, look_.say(Say::MusicFiles), kMasks,
+                    [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
   dialog->setObjectName(QStringLiteral("AddFilesDialog"));
   BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::track::kFilename));
-  dialog->setNameFilters(
-      {say(Say::MusicFiles) + QStringLiteral(" (") + QLatin1String(kMasks) + QLatin1Char(')'),
-       say(Say::AllFiles) + QStringLiteral(" (*)")});
-  connect(dialog, &QFileDialog::filesSelected, this, [this](const QStringList& names) {
-    std::vector<std::string> paths;
-    for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
-    Q_EMIT FilesWanted(std::move(paths));
-  });
   return dialog;
-}
-
-void MusicPage::dragEnterEvent(QDragEnterEvent* event) {
-  if (!event->mimeData()->hasUrls() || DroppedFiles(*event->mimeData()).empty()) return;
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  SetWelcoming(true);
-}
-
-void MusicPage::dragLeaveEvent(QDragLeaveEvent*) {
-  SetWelcoming(false);
-}
-
-void MusicPage::dropEvent(QDropEvent* event) {
-  SetWelcoming(false);
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  Q_EMIT FilesWanted(DroppedFiles(*event->mimeData()));
 }
 
 }  // namespace ui

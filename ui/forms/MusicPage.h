@@ -8,8 +8,8 @@
 
 #include "app/Workstation.h"
 #include "ui/models/TrackRows.h"
+#include "ui/widgets/DropSurface.h"
 #include "ui/widgets/Look.h"
-#include "ui/widgets/Surface.h"
 
 class QFileDialog;
 class QHBoxLayout;
@@ -27,7 +27,7 @@ class TrackGrid;
 class TrackModel;
 
 /// The catalogue: its grid, what is being added to it, and what could not be added.
-class MusicPage final : public Surface {
+class MusicPage final : public DropSurface {
   Q_OBJECT
 
  public:
@@ -61,12 +61,6 @@ class MusicPage final : public Surface {
   void RowChosen(ui::TrackRows row);
   void RowWanted(int deck);
   void DeleteWanted();
-  void FilesWanted(std::vector<std::string> paths);
-
- protected:
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dragLeaveEvent(QDragLeaveEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   QHBoxLayout* MakeHead(ListenBar& listen);
