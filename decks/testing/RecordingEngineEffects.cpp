@@ -98,12 +98,12 @@ std::vector<float> RecordingEngine::GainsOf(StreamHandle stream) const {
 }
 
 void RecordingEngine::SetGain(StreamHandle stream, support::Decibels gain) {
-  MutexLock lock(mutex_);
+  support::MutexLock lock(mutex_);
   if (Stream* found = At(stream)) found->gain = gain;
 }
 
 support::Decibels RecordingEngine::GainOf(StreamHandle stream) const {
-  MutexLock lock(mutex_);
+  support::MutexLock lock(mutex_);
   const Stream* found = At(stream);
   return found == nullptr ? support::Decibels{} : found->gain;
 }
