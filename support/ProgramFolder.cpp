@@ -12,6 +12,8 @@ namespace {
 
 namespace fs = std::filesystem;
 
+constexpr char kSeparator = static_cast<char>(fs::path::preferred_separator);
+
 fs::path ExistingOrGiven(const fs::path& folder, std::string_view part) {
   const fs::path given = folder / fs::path(std::string(part));
   std::error_code error;
@@ -40,6 +42,24 @@ fs::path ProgramFolder::NativeOfText(std::string_view text) const {
   const std::string own = Text();
   if (own.empty() || !text.starts_with(own + '\\')) return fs::path(text);
   return Native(text.substr(own.size()));
+}
+
+std::string ProgramFolder::StoredPath(std::string_view full) const {
+  const std::string own = Text();
+  const bool below = !own.empty() && full.starts_with(own) && full.size() > own.size() + 1 &&
+                     (full[own.size()] == '/' || full[own.size()] == kSeparator);
+  if (!below) return std::string(full);
+  std::string stored(kBelow);
+  stored += full.substr(own.size() + 1);
+  if constexpr (kSeparator != '/') std::replace(stored.begin(), stored.end(), kSeparator, '/');
+  return stored;
+}
+
+std::string ProgramFolder::FullPath(std::string_view stored) const {
+  if (!stored.starts_with(kBelow)) return std::string(stored);
+  std::string rest(stored.substr(kBelow.size()));
+  if constexpr (kSeparator != '/') std::replace(rest.begin(), rest.end(), '/', kSeparator);
+  return Text() + kSeparator + rest;
 }
 
 std::string AddBackslash(std::string path) {

@@ -28,6 +28,14 @@ class ProgramFolder {
   /// Of a text that TextOf gave, as settings hold it; any other path as it stands.
   [[nodiscard]] std::filesystem::path NativeOfText(std::string_view text) const;
 
+  /// How a file's full path is kept in the folder's own lists, so that the folder can be moved: what lies
+  /// below it as "./" and the rest with "/" between folders, any other path as it stands.
+  [[nodiscard]] std::string StoredPath(std::string_view full) const;
+  /// Of such a text, the full path in this folder.
+  [[nodiscard]] std::string FullPath(std::string_view stored) const;
+  /// What a stored path below the folder begins with; no full path does.
+  static constexpr std::string_view kBelow = "./";
+
  private:
   std::filesystem::path folder_;
 };

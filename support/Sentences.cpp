@@ -31,8 +31,10 @@ constexpr Row kRows[] = {
     {Sentence::NoSound, "no sound", "geen geluid"},
     {Sentence::OutputNumber, "There is no sound output number %1 now. Choose another one under Settings.",
      "Er is nu geen geluidsuitgang nummer %1. Kies een andere bij Instellingen."},
-    {Sentence::CatalogueDamaged, "%1 damaged rows of the catalogue were left out.",
-     "%1 beschadigde rijen van de catalogus zijn weggelaten."},
+    {Sentence::CatalogueDamaged,
+     "%1 damaged rows of the catalogue were left out; its file is kept under a number when it is saved next.",
+     "%1 beschadigde rijen van de catalogus zijn weggelaten; het bestand blijft onder een nummer bewaard als "
+     "de catalogus weer wordt opgeslagen."},
     {Sentence::KaraokeDamaged, "%1 damaged rows of the karaoke catalogue were left out.",
      "%1 beschadigde rijen van de karaokecatalogus zijn weggelaten."},
     {Sentence::FolderReadOnly,
@@ -72,6 +74,35 @@ constexpr Row kRows[] = {
     {Sentence::HistoryNotSaved, "The history of this evening cannot be saved: %1",
      "De geschiedenis van deze avond kan niet worden bewaard: %1"},
     {Sentence::SongNotPlayed, "\"%1\" cannot be played: %2", "\"%1\" kan niet worden gespeeld: %2"},
+
+    {Sentence::NotSetAside,
+     "\"%1\" can be neither read nor set aside, so it is not written over and nothing is saved there.",
+     "\"%1\" kan niet worden gelezen en niet opzij worden gezet; er wordt dus niets overheen geschreven en "
+     "daar niets bewaard."},
+    {Sentence::CatalogueUnreadable,
+     "The catalogue \"%1\" cannot be read; the next one that is saved sets it aside under a number.",
+     "De catalogus \"%1\" kan niet worden gelezen; de volgende die wordt bewaard zet hem onder een nummer "
+     "opzij."},
+    {Sentence::KaraokeUnreadable,
+     "The karaoke catalogue \"%1\" cannot be read; the next one that is saved sets it aside under a number.",
+     "De karaokecatalogus \"%1\" kan niet worden gelezen; de volgende die wordt bewaard zet hem onder een "
+     "nummer opzij."},
+    {Sentence::ListUnreadable,
+     "Playlist %1 cannot be read; the next one that is saved sets its file aside under a number.",
+     "Afspeellijst %1 kan niet worden gelezen; de volgende die wordt bewaard zet haar bestand onder een "
+     "nummer opzij."},
+    {Sentence::RowsToGo,
+     "The list has %1 rows and the scan found %2 files. %3 rows have files that are not there any more, "
+     "first "
+     "\"%4\". Take these rows out? What was found about their files is kept.",
+     "De lijst heeft %1 rijen en de scan vond %2 bestanden. Van %3 rijen zijn de bestanden er niet meer, als "
+     "eerste \"%4\". Deze rijen verwijderen? Wat over hun bestanden gevonden is blijft bewaard."},
+    {Sentence::TakeRowsOut, "Take out %1 rows", "%1 rijen verwijderen"},
+    {Sentence::KeepRows, "Keep them", "Laten staan"},
+    {Sentence::RowsStay, "The folder \"%1\" is not there or holds nothing now; its %2 rows stay.",
+     "De map \"%1\" is er niet of is nu leeg; haar %2 rijen blijven staan."},
+    {Sentence::RowsKept, "%1 rows stay though their files are not there.",
+     "%1 rijen blijven staan hoewel hun bestanden er niet zijn."},
 
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",

@@ -43,6 +43,16 @@ enum class Sentence : int {
   PlaylistDamaged,
   SongNotPlayed = 160,
 
+  NotSetAside = 170,
+  CatalogueUnreadable,
+  KaraokeUnreadable,
+  ListUnreadable,
+  RowsToGo,
+  TakeRowsOut,
+  KeepRows,
+  RowsStay,
+  RowsKept,
+
   KaraokeSongInMusic = 201,
   IndexMissing,
   IndexUnreadable,
