@@ -6,6 +6,7 @@
 #include <array>
 #include <cstdint>
 #include <fstream>
+#include <functional>
 #include <future>
 #include <limits>
 #include <optional>
@@ -184,14 +185,48 @@ bool IndexParser::Unescape(std::string_view& cell, std::string& storage) const {
   return true;
 }
 
+namespace {
+
+/// 0 where the table has none.
+int PathColumnOf(const track_table& table) {
+  const auto columns = table.Columns();
+  const auto path =
+      std::find_if(columns.begin(), columns.end(), [](const Column& one) { return one.key == "Filename"; });
+  return path == columns.end() ? 0 : static_cast<int>(path - columns.begin()) + 1;
+}
+
+/// Rows whose paths are kept from the folder on get full ones.
+void FollowFolder(track_table& table, const std::filesystem::path& folder) {
+  const int column = PathColumnOf(table);
+  bool any = false;
+  table.VisitColumn(column, [&any](int, std::string_view cell) {
+    any = cell.starts_with(support::ProgramFolder::kBelow);
+    return !any;
+  });
+  if (!any) return;
+  const support::ProgramFolder home(folder);
+  track_table full(table.Columns());
+  std::vector<std::string_view> cells(table.Columns().size());
+  for (int row = 1; row <= table.Rows(); ++row) {
+    table.Cells(row, cells);
+    const std::string path = home.FullPath(cells[static_cast<std::size_t>(column - 1)]);
+    cells[static_cast<std::size_t>(column - 1)] = path;
+    full.AddRow(cells);
+  }
+  table = std::move(full);
+}
+
+}  // namespace
+
 support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
                                        const support::Sentences& say) {
   table.Clear();
   std::error_code error;
-  if (!std::filesystem::exists(path, error)) {
+  if (std::filesystem::status(path, error).type() == std::filesystem::file_type::not_found) {
     return support::Error{support::ErrorCode::NotFound,
                           say(support::Sentence::IndexMissing, {path.string()})};
   }
+  error.clear();
   const std::uintmax_t size = std::filesystem::file_size(path, error);
   const std::uint64_t middle = error || size < kLargeFile ? 0 : LineStartBehind(path, size / 2);
   track_table rest(table.Columns());
@@ -202,18 +237,26 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
     report = Sum(report, rest_read.get());
     table.AppendAll(std::move(rest));
   }
-  if (report) return *report;
+  if (report) {
+    FollowFolder(table, std::filesystem::absolute(path, error).lexically_normal().parent_path());
+    return *report;
+  }
   table.Clear();
   return support::Error{support::ErrorCode::Unreadable,
                         say(support::Sentence::IndexUnreadable, {path.string()})};
 }
 
-IndexPrinter::IndexPrinter(const track_table& table) : table_(table), cells_(table.Columns().size()) {}
+IndexPrinter::IndexPrinter(const track_table& table, const std::filesystem::path& folder)
+    : table_(table),
+      folder_(folder),
+      below_(folder.empty() ? "" : (folder / "").string()),
+      path_column_(PathColumnOf(table)),
+      cells_(table.Columns().size()) {}
 
 std::string_view IndexPrinter::Next() {
   const track_table::Lines lines = table_.LinesFrom(row_);
   row_ += lines.rows;
-  if (lines.rows > 0) return lines.text;
+  if (lines.rows > 0) return Stored(lines.text);
   piece_.clear();
   for (; row_ <= table_.Rows() && table_.LinesFrom(row_).rows == 0 && piece_.size() < kPiece; ++row_) {
     AppendRow();
@@ -221,8 +264,34 @@ std::string_view IndexPrinter::Next() {
   return piece_;
 }
 
+std::string_view IndexPrinter::Stored(std::string_view lines) {
+  if (below_.empty()) return lines;
+  const std::boyer_moore_horspool_searcher search(below_.begin(), below_.end());
+  piece_.clear();
+  auto clean = lines.begin();
+  for (auto at = std::search(lines.begin(), lines.end(), search); at != lines.end();
+       at = std::search(at + 1, lines.end(), search)) {
+    // A title may look like a path too, and a path may hold another one.
+    const std::string_view before = lines.substr(0, static_cast<std::size_t>(at - lines.begin()));
+    const std::string_view line = before.substr(before.find_last_of('\n') + 1);
+    if (!line.ends_with('\t') || std::count(line.begin(), line.end(), '\t') != path_column_ - 1) continue;
+    piece_.append(clean, at);
+    piece_ += support::ProgramFolder::kBelow;
+    clean = at + static_cast<std::ptrdiff_t>(below_.size());
+  }
+  if (clean == lines.begin()) return lines;
+  piece_.append(clean, lines.end());
+  return piece_;
+}
+
 void IndexPrinter::AppendRow() {
   table_.Cells(row_, cells_);
+  std::string stored;
+  if (!below_.empty() && path_column_ > 0) {
+    std::string_view& path = cells_[static_cast<std::size_t>(path_column_ - 1)];
+    stored = folder_.StoredPath(path);
+    path = stored;
+  }
   std::string_view separator;
   for (const std::string_view cell : cells_) {
     piece_ += separator;
@@ -240,8 +309,8 @@ std::string IndexText(const track_table& table) {
 }
 
 support::Result<void> SaveIndex(support::FileSaver& files, const std::filesystem::path& path,
-                                const track_table& table) {
-  IndexPrinter printer(table);
+                                const track_table& table, Paths paths) {
+  IndexPrinter printer(table, paths == Paths::FromTheFolder ? path.parent_path() : std::filesystem::path());
   return files.SavePieces(path, [&printer] { return printer.Next(); });
 }
 

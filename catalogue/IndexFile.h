@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "catalogue/track_table.h"
+#include "support/ProgramFolder.h"
 #include "support/Result.h"
 #include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
@@ -51,22 +52,29 @@ class IndexParser {
 };
 
 /// Replaces the table's rows by those of the file; a second thread reads half of a large one. A missing file
-/// (ErrorCode::NotFound) leaves it empty, and so does an unreadable one.
+/// (ErrorCode::NotFound) leaves it empty, and so does an unreadable one. Paths that are kept from the file's
+/// folder on become full ones.
 support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_table& table,
                                        const support::Sentences& say = {});
 
 /// Writes a table as index text piece by piece.
 class IndexPrinter {
  public:
-  /// The table outlives the printer and does not change meanwhile.
-  explicit IndexPrinter(const track_table& table);
+  /// The table outlives the printer and does not change meanwhile. What lies below the folder is written as
+  /// it is kept there; an empty one leaves every path as it stands.
+  explicit IndexPrinter(const track_table& table, const std::filesystem::path& folder = {});
   /// Empty at the end. Valid until the next call.
   std::string_view Next();
 
  private:
   void AppendRow();
+  /// The same lines with their paths as they are kept.
+  std::string_view Stored(std::string_view lines);
 
   const track_table& table_;
+  const support::ProgramFolder folder_;
+  const std::string below_;  ///< what the paths below the folder begin with; empty where all stay
+  const int path_column_;
   int row_ = 1;
   std::string piece_;
   std::vector<std::string_view> cells_;
@@ -75,8 +83,10 @@ class IndexPrinter {
 /// The whole table as index text, CR LF line ends.
 [[nodiscard]] std::string IndexText(const track_table& table);
 
+enum class Paths { AsTheyStand, FromTheFolder };
+/// FromTheFolder: files below the index's own folder are kept so that both can be moved together.
 support::Result<void> SaveIndex(support::FileSaver& files, const std::filesystem::path& path,
-                                const track_table& table);
+                                const track_table& table, Paths paths = Paths::AsTheyStand);
 
 /// The index names below the program folder.
 inline constexpr std::string_view kTrackIndex = "\\tlv.ndx";

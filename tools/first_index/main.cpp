@@ -3,7 +3,7 @@
 
 // first_index FOLDER AS OUT
 // Writes the index OUT of the audio files in FOLDER, in the order of their names, as they will lie in the
-// folder AS.
+// folder AS; "./NAME" is a folder beside the index, wherever that is laid.
 #include <algorithm>
 #include <cstdio>
 #include <filesystem>
