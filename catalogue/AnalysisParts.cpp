@@ -13,7 +13,8 @@ namespace {
 
 constexpr int kVersionBits = 16;
 constexpr int kCountBits = 32;
-constexpr std::uint64_t kMarksVersion = 1;  // their own: what a hand did outlives a better finder
+// Their own: what a hand did outlives a better finder. The first one did not tell where a point was put.
+constexpr std::uint64_t kMarksVersion = 2, kMarksWithoutPlaces = 1;
 constexpr double kNanoseconds = 1e9;
 
 void WriteVersion(BitWriter& out) {
@@ -143,6 +144,10 @@ std::string PackMarks(const FileMarks& marks) {
   BitWriter out;
   out.WriteBits(kMarksVersion, kVersionBits);
   for (const PointBy by : {marks.start, marks.end}) out.WriteBits(static_cast<std::uint64_t>(by), 2);
+  for (const auto& place : {marks.start_at, marks.end_at}) {
+    out.WriteBits(place ? 1 : 0, 1);
+    if (place) out.WriteSigned(place->count());
+  }
   out.WriteBits(marks.grid == nullptr ? 0 : 1, 1);
   if (marks.grid != nullptr) WriteGrid(out, *marks.grid);
   return out.Take();
@@ -150,12 +155,18 @@ std::string PackMarks(const FileMarks& marks) {
 
 std::optional<FileMarks> UnpackMarks(std::string_view bytes) {
   BitReader in(bytes);
-  if (in.ReadBits(kVersionBits) != kMarksVersion) return std::nullopt;
+  const std::uint64_t version = in.ReadBits(kVersionBits);
+  if (version != kMarksVersion && version != kMarksWithoutPlaces) return std::nullopt;
   FileMarks marks;
   for (PointBy* by : {&marks.start, &marks.end}) {
     const std::uint64_t number = in.ReadBits(2);
     if (number > static_cast<std::uint64_t>(PointBy::Hand)) return std::nullopt;
     *by = static_cast<PointBy>(number);
+  }
+  for (auto* place : {&marks.start_at, &marks.end_at}) {
+    if (version == kMarksWithoutPlaces || in.ReadBits(1) == 0) continue;
+    *place = std::chrono::microseconds(in.ReadSigned());
+    if (**place < std::chrono::microseconds(0)) return std::nullopt;
   }
   if (in.ReadBits(1) == 0) return WasAll(in) ? std::optional(marks) : std::nullopt;
   auto grid = ReadGrid(in);
@@ -242,8 +253,8 @@ namespace {
 support::Result<void> Copy(SideStore& store, const std::string& from, const FileStamp& old_stamp,
                            const std::string& to, const FileStamp& new_stamp) {
   std::vector<SideEntry> entries;
-  for (const SidePart part :
-       {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks, SidePart::DiscImage}) {
+  for (const SidePart part : {SidePart::Content, SidePart::Wave, SidePart::Grid, SidePart::Facts,
+                              SidePart::Marks, SidePart::DiscImage}) {
     if (auto bytes = store.Read(from, old_stamp, part)) {
       entries.push_back({to, new_stamp, part, std::move(*bytes)});
     }
@@ -251,7 +262,55 @@ support::Result<void> Copy(SideStore& store, const std::string& from, const File
   return store.WriteAll(entries);
 }
 
+/// What was kept under the path goes under the sound, where nothing is yet.
+void MoveUnder(SideStore& store, const std::string& path, const FileStamp& stamp, const SideKey& key) {
+  for (const SidePart part : {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks}) {
+    if (store.Read(key.path, key.stamp, part)) continue;
+    const auto bytes = store.Read(path, stamp, part);
+    // What cannot be kept is found out again.
+    if (bytes) static_cast<void>(store.Write(key.path, key.stamp, part, *bytes));
+  }
+}
+
+void NoteFile(SideStore& store, const std::string& path, const FileStamp& stamp, const std::string& content) {
+  const SideKey key{PathOfContent(content), {}};
+  MoveUnder(store, path, stamp, key);
+  static_cast<void>(store.Write(path, stamp, SidePart::Content, content));
+  static_cast<void>(store.Write(key.path, key.stamp, SidePart::LastPath, path));
+}
+
 }  // namespace
+
+std::optional<SideKey> KeyOf(SideStore& store, const std::string& path) {
+  const auto stamp = store.StampOf(path);
+  if (!stamp) return std::nullopt;
+  if (const auto known = store.Read(path, *stamp, SidePart::Content)) {
+    return SideKey{PathOfContent(*known), {}};
+  }
+  const auto content = store.ContentOf(path);
+  if (!content || store.StampOf(path) != stamp) return SideKey{path, *stamp};
+  NoteFile(store, path, *stamp, *content);
+  return SideKey{PathOfContent(*content), {}};
+}
+
+std::optional<SideKey> KeptKeyOf(SideStore& store, const std::string& path) {
+  const auto stamp = store.StampOf(path);
+  if (!stamp) return std::nullopt;
+  if (const auto known = store.Read(path, *stamp, SidePart::Content)) {
+    return SideKey{PathOfContent(*known), {}};
+  }
+  const auto content = store.KeptContentOf(path);
+  return content ? std::optional<SideKey>({PathOfContent(*content), {}}) : std::nullopt;
+}
+
+std::string LastPathOf(SideStore& store, const SideKey& key) {
+  return store.Read(key.path, key.stamp, SidePart::LastPath).value_or("");
+}
+
+FileMarks ReadMarks(SideStore& store, const SideKey& key) {
+  const auto bytes = store.Read(key.path, key.stamp, SidePart::Marks);
+  return bytes ? UnpackMarks(*bytes).value_or(FileMarks{}) : FileMarks{};
+}
 
 support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,
                                 const FileStamp& to) {

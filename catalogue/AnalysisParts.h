@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <chrono>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,8 +23,27 @@ enum class PointBy {
 struct FileMarks {
   PointBy start = PointBy::Unknown;
   PointBy end = PointBy::Unknown;
+  // Where a hand put them; nothing where none did, or where that was not kept yet.
+  std::optional<std::chrono::microseconds> start_at;
+  std::optional<std::chrono::microseconds> end_at;
   std::shared_ptr<const music::BeatGrid> grid;  ///< as it was corrected; null where it was not
 };
+
+/// Where the findings about a file are kept: under its sound, so that they stay when the file is moved or
+/// another program writes its tag; under its path and state where its sound cannot be told.
+struct SideKey {
+  std::string path;
+  FileStamp stamp;
+  bool operator==(const SideKey&) const = default;
+};
+
+/// Reads the file when this state of it is met for the first time, and takes along what is kept under its
+/// path alone. Nothing for a file that is not there.
+[[nodiscard]] std::optional<SideKey> KeyOf(SideStore& store, const std::string& path);
+/// The same of a file about whose sound something is kept already; nothing for any other, which is quick.
+[[nodiscard]] std::optional<SideKey> KeptKeyOf(SideStore& store, const std::string& path);
+/// Where the file with this sound was when it was met last; empty where that is not known.
+[[nodiscard]] std::string LastPathOf(SideStore& store, const SideKey& key);
 
 /// What is kept of a file's analysis, or nothing unless its facts, wave and grid are all there and sound.
 [[nodiscard]] std::optional<music::TrackAnalysis> ReadAnalysis(SideStore& store, const std::string& path,
@@ -34,6 +54,9 @@ support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, c
 /// Of an analysis that is kept already: its mix points, loudness and length alone.
 support::Result<void> WriteFacts(SideStore& store, const std::string& path, const FileStamp& stamp,
                                  const music::TrackAnalysis& analysis);
+
+/// What is kept of a hand's marks; none where nothing is.
+[[nodiscard]] FileMarks ReadMarks(SideStore& store, const SideKey& key);
 
 /// All that is kept of a file goes on to be kept of its new state, in which nothing but its tag differs.
 support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,

@@ -92,6 +92,11 @@ class DeadlyStore final : public catalogue::SideStore {
   std::optional<catalogue::FileStamp> StampOf(const std::string& path) override {
     return store_.StampOf(path);
   }
+  std::optional<std::string> ContentOf(const std::string& path) override { return store_.ContentOf(path); }
+  bool KeepsSounds() override { return store_.KeepsSounds(); }
+  std::optional<std::string> KeptContentOf(const std::string& path) override {
+    return store_.KeptContentOf(path);
+  }
   std::optional<std::string> Read(const std::string& path, const catalogue::FileStamp& stamp,
                                   catalogue::SidePart part) override {
     return store_.Read(path, stamp, part);

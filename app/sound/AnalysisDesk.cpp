@@ -72,7 +72,7 @@ struct AnalysisDesk::Job final : decks::ScanProgress, std::enable_shared_from_th
   bool marks_wait = false;
 
   decks::MixPointRequest request;  ///< the worker's, as the rest
-  std::optional<catalogue::FileStamp> stamp;
+  std::optional<catalogue::SideKey> key;
   std::optional<decks::AnalysisPass> pass;
   music::TrackAnalysis result;
   bool kept = false;
@@ -143,8 +143,8 @@ void AnalysisDesk::Job::Learn(const music::TrackAnalysis& analysis, bool complet
 
 void AnalysisDesk::Job::LearnMarks(const catalogue::FileMarks& read) {
   using catalogue::PointBy;
-  if (marks.start == PointBy::Unknown) marks.start = read.start;
-  if (marks.end == PointBy::Unknown) marks.end = read.end;
+  if (marks.start == PointBy::Unknown) marks.start = read.start, marks.start_at = read.start_at;
+  if (marks.end == PointBy::Unknown) marks.end = read.end, marks.end_at = read.end_at;
   if (marks.grid == nullptr) marks.grid = read.grid;
   if (marks_changed) KeepMarks();  // a hand was faster than the disk
 }
@@ -167,15 +167,16 @@ void AnalysisDesk::Job::KeepMarks() {
 void AnalysisDesk::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
   catalogue::SideStore& store = *shared->ports.store;
   support::MutexLock held(shared->ports.keeping->Of(path));
-  const auto now = store.StampOf(path);
-  if (now) ComplainOnce(store.Write(path, *now, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
+  const auto now = catalogue::KeyOf(store, path);
+  if (!now) return;
+  ComplainOnce(store.Write(now->path, now->stamp, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
 }
 
 void AnalysisDesk::Job::ReadMarks() {
-  const auto bytes =
-      stamp ? shared->ports.store->Read(request.filename, *stamp, catalogue::SidePart::Marks) : std::nullopt;
-  const auto read = bytes ? catalogue::UnpackMarks(*bytes) : std::nullopt;
-  if (read) shared->box->Post([job = shared_from_this(), read = *read] { job->LearnMarks(read); });
+  if (!key) return;
+  shared->box->Post([job = shared_from_this(), read = catalogue::ReadMarks(*shared->ports.store, *key)] {
+    job->LearnMarks(read);
+  });
 }
 
 void AnalysisDesk::Job::Post(void (Job::*step)()) {
@@ -193,9 +194,9 @@ void AnalysisDesk::Job::Tell(const music::TrackAnalysis& analysis, bool complete
 
 void AnalysisDesk::Job::LookUp() {
   const AnalysisPorts& ports = shared->ports;
-  if (ports.store != nullptr) stamp = ports.store->StampOf(request.filename);
+  if (ports.store != nullptr) key = catalogue::KeyOf(*ports.store, request.filename);
   ReadMarks();
-  auto found = stamp ? catalogue::ReadAnalysis(*ports.store, request.filename, *stamp) : std::nullopt;
+  auto found = key ? catalogue::ReadAnalysis(*ports.store, key->path, key->stamp) : std::nullopt;
   if (!found) {
     pass.emplace(ports.engine, ports.sound, ports.tools, request.filename);
     return Post(&Job::Read);
@@ -232,26 +233,21 @@ void AnalysisDesk::Job::Scan() {
   if (Cancelled()) return;
   result.mix_points.reset();
   if (points) result.mix_points = {*points, request.gain_percent};
-  if (points && stamp) Keep(!kept);
+  if (points && key) Keep(!kept);
   Tell(result, true);
 }
 
-/// The file is what it was when its analysis began, or only its tag was written since.
+/// The file holds the sound that it held when its analysis began; its tag may have been written since.
 bool AnalysisDesk::Job::StillThere() {
-  catalogue::SideStore& store = *shared->ports.store;
-  const auto now = store.StampOf(request.filename);
-  if (now == stamp) return true;
-  if (!now || !store.Read(request.filename, *now, catalogue::SidePart::Facts)) return false;
-  stamp = now;
-  return true;
+  return catalogue::KeyOf(*shared->ports.store, request.filename) == key;
 }
 
 void AnalysisDesk::Job::Keep(bool whole) {
   catalogue::SideStore& store = *shared->ports.store;
   support::MutexLock held(shared->ports.keeping->Of(request.filename));
   if (!StillThere()) return;
-  const auto written = whole ? catalogue::WriteAnalysis(store, request.filename, *stamp, result)
-                             : catalogue::WriteFacts(store, request.filename, *stamp, result);
+  const auto written = whole ? catalogue::WriteAnalysis(store, key->path, key->stamp, result)
+                             : catalogue::WriteFacts(store, key->path, key->stamp, result);
   kept = kept || written.Ok();
   ComplainOnce(written);
 }

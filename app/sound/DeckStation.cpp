@@ -326,12 +326,13 @@ void DeckStation::Analyse() {
 void DeckStation::SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark) {
   if (state_ == State::Empty) return;
   track_.marks.Of(which) = mark;
-  Say(which, mark ? catalogue::PointBy::Hand : catalogue::PointBy::Scan);
+  Say(which, mark ? catalogue::PointBy::Hand : catalogue::PointBy::Scan, mark);
 }
 
-void DeckStation::Say(MixPoint which, catalogue::PointBy by) {
-  tools_.analyses.ChangeMarks(player_.Channel(), [which, by](catalogue::FileMarks& marks) {
+void DeckStation::Say(MixPoint which, catalogue::PointBy by, std::optional<std::chrono::microseconds> place) {
+  tools_.analyses.ChangeMarks(player_.Channel(), [which, by, place](catalogue::FileMarks& marks) {
     (which == MixPoint::Start ? marks.start : marks.end) = by;
+    (which == MixPoint::Start ? marks.start_at : marks.end_at) = place;
   });
 }
 
@@ -382,6 +383,9 @@ void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {
   auto& shown = start ? view.start_mix_point : view.end_mix_point;
   const catalogue::FileMarks marks = tools_.analyses.MarksOf(player_.Channel());
   const catalogue::PointBy by = start ? marks.start : marks.end;
+  const auto& by_hand = start ? marks.start_at : marks.end_at;
+  if (by == catalogue::PointBy::Hand && by_hand) mark = by_hand;  // whatever the row has lost
+  if (by == catalogue::PointBy::Hand && mark && !by_hand) Say(which, by, mark);
   // What the row remembers may have been found by an older threshold.
   if (mark && by == catalogue::PointBy::Scan) mark.reset();
   if (mark && found && std::chrono::abs(*mark - *found) < kSame) mark.reset();

@@ -106,7 +106,7 @@ class DeckStation {
   void ShowFound(const music::MixPoints& points, DeckView& view);
   void ShowMixPoint(MixPoint which, DeckView& view);
   /// Who put the point where it is, kept with the file.
-  void Say(MixPoint which, catalogue::PointBy by);
+  void Say(MixPoint which, catalogue::PointBy by, std::optional<std::chrono::microseconds> place = {});
   void KeepCorrections();
   void Reject(const Track& track, const std::string& sentence);
   void Clear();

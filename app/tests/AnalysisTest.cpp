@@ -155,6 +155,35 @@ TEST_F(Analysis, TheRowIsFilledInWhereItSaysNothing) {
   EXPECT_EQ(table.Cell(table.Rows(), track::kEndMixPoint).size(), 6U);
 }
 
+TEST_F(Analysis, WhatIsKeptGoesAlongWithTheSoundWhereverTheFileIsAndWhoeverWroteItsTag) {
+  store_.SetContent("t.mp3", "sound");
+  Start();
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(7));
+  station_->ScaleBpm(1, music::BeatScale::Half);
+  Settle();
+  LetWorkersFinish();
+  const int reads = Reads();
+  store_.SetStamp("t.mp3", {2, 2});  // another program wrote its tag
+  engine_.AddFile("elsewhere/u.mp3", {.seconds = 60});
+  store_.SetContent("elsewhere/u.mp3", "sound");
+  for (const char* file : {"t.mp3", "elsewhere/u.mp3"}) {
+    station_.reset();
+    Start();
+    catalogue::track_table& table = station_->Catalogue();
+    table.AddRow(std::vector<std::string_view>{"", "", "", file});
+    LoadPlain(2, file);
+    LetWorkersFinish();
+    EXPECT_EQ(Reads(), reads) << file;
+    EXPECT_EQ(Deck(2).start_mix_point, std::chrono::seconds(7)) << "its row is new: " << file;
+    EXPECT_TRUE(Deck(2).moved.start) << file;
+    EXPECT_NEAR(Deck(2).bpm, 60, 0.05) << file;
+    EXPECT_EQ(table.Cell(table.Rows(), track::kStartMixPoint), "7.000") << file;
+    EXPECT_EQ(table.Cell(table.Rows(), track::kBpm), "60.00") << file;
+  }
+}
+
 class WrittenTags : public Analysis {
  protected:
   WrittenTags() {

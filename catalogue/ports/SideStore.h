@@ -24,7 +24,13 @@ struct FileStamp {
 
 /// What is kept of a file; each part is written and read by itself. Music and Karaoke are kept of a folder:
 /// what a scan in that mode found in it. DiscImage is the path of the image that a karaoke mp3 belongs to.
-enum class SidePart { Facts, Wave, Grid, Marks, Music, Karaoke, DiscImage };
+/// Content is the text of the file's sound, and LastPath, kept of the sound, where it was last.
+enum class SidePart { Facts, Wave, Grid, Marks, Music, Karaoke, DiscImage, Content, LastPath };
+
+/// In the place of a path: what is kept of this sound, whatever file it lies in. No path begins like that.
+[[nodiscard]] inline std::string PathOfContent(const std::string& content) {
+  return std::string(1, '\0') + content;
+}
 
 struct SideEntry {
   std::string path;
@@ -44,6 +50,14 @@ class SideStore {
   [[nodiscard]] virtual std::optional<FileStamp> StampOf(const std::string& path) = 0;
   [[nodiscard]] virtual std::optional<std::string> Read(const std::string& path, const FileStamp& stamp,
                                                         SidePart part) = 0;
+  /// What tells the sound of a file from any other, whatever its tags say: another program may write them,
+  /// and it stays. Reads three places of the file. Nothing for one that cannot be read.
+  [[nodiscard]] virtual std::optional<std::string> ContentOf(const std::string& path) = 0;
+  /// Whether anything is kept of any sound.
+  [[nodiscard]] virtual bool KeepsSounds() = 0;
+  /// The same as ContentOf, but nothing for a sound of which nothing is kept, which mostly is told by its
+  /// size.
+  [[nodiscard]] virtual std::optional<std::string> KeptContentOf(const std::string& path) = 0;
   /// Replaces the part, and drops all parts that were written with another stamp.
   virtual support::Result<void> Write(const std::string& path, const FileStamp& stamp, SidePart part,
                                       std::string_view bytes) = 0;

@@ -19,6 +19,12 @@ class MemorySideStore final : public SideStore {
     support::MutexLock lock(mutex_);
     stamps_[path] = stamp;
   }
+  /// Files with the same text hold the same sound. Without one, each state of each file has a sound of its
+  /// own.
+  void SetContent(const std::string& path, const std::string& content) {
+    support::MutexLock lock(mutex_);
+    contents_[path] = content;
+  }
   /// Writing fails from now on, or works again.
   void SetFull(bool full) { full_ = full; }
   [[nodiscard]] int Writes() const { return writes_; }
@@ -35,6 +41,23 @@ class MemorySideStore final : public SideStore {
     const auto bytes = found->second.parts.find(part);
     if (bytes == found->second.parts.end()) return std::nullopt;
     return bytes->second;
+  }
+  std::optional<std::string> ContentOf(const std::string& path) override {
+    const auto stamp = StampOf(path);
+    support::MutexLock lock(mutex_);
+    const auto found = contents_.find(path);
+    if (found != contents_.end()) return found->second;
+    return path + "|" + std::to_string(stamp->size) + "|" + std::to_string(stamp->modified);
+  }
+  bool KeepsSounds() override {
+    support::MutexLock lock(mutex_);
+    return !entries_.empty() && entries_.begin()->first.starts_with(PathOfContent(""));
+  }
+  std::optional<std::string> KeptContentOf(const std::string& path) override {
+    auto content = ContentOf(path);
+    support::MutexLock lock(mutex_);
+    if (!entries_.contains(PathOfContent(*content))) content.reset();
+    return content;
   }
   support::Result<void> Write(const std::string& path, const FileStamp& stamp, SidePart part,
                               std::string_view bytes) override {
@@ -54,6 +77,7 @@ class MemorySideStore final : public SideStore {
   };
   support::Mutex mutex_;
   std::map<std::string, FileStamp> stamps_ DJ_GUARDED_BY(mutex_);
+  std::map<std::string, std::string> contents_ DJ_GUARDED_BY(mutex_);
   std::map<std::string, Entry> entries_ DJ_GUARDED_BY(mutex_);
   std::atomic<bool> full_{false};
   std::atomic<int> writes_{0};

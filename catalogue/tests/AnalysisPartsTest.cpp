@@ -62,6 +62,33 @@ TEST(AnalysisParts, ComeBackAsTheyWere) {
   EXPECT_EQ(back->length, known.length);
 }
 
+TEST(AnalysisParts, MarksTellWhereAHandPutThePoints) {
+  FileMarks marks;
+  marks.start = PointBy::Hand;
+  marks.start_at = std::chrono::milliseconds(1500);
+  marks.grid = Known().grid;
+  const auto back = UnpackMarks(PackMarks(marks));
+  ASSERT_TRUE(back);
+  EXPECT_EQ(back->start_at, marks.start_at);
+  EXPECT_FALSE(back->end_at);
+  EXPECT_EQ(back->grid->Beats().size(), marks.grid->Beats().size());
+  const auto old = UnpackMarks(std::string("\x01\0\x02", 3));
+  ASSERT_TRUE(old) << "as they were kept before";
+  EXPECT_EQ(old->start, PointBy::Hand);
+  EXPECT_FALSE(old->start_at);
+}
+
+TEST(AnalysisParts, WhatWasKeptUnderThePathGoesUnderTheSound) {
+  MemorySideStore store;
+  ASSERT_TRUE(store.Write("a", {1, 1}, SidePart::Marks, "as it was").Ok());
+  const auto key = KeyOf(store, "a");
+  ASSERT_TRUE(key);
+  EXPECT_EQ(store.Read(key->path, key->stamp, SidePart::Marks), "as it was");
+  store.SetContent("b", "a|1|1");
+  EXPECT_EQ(KeyOf(store, "b"), key);
+  EXPECT_EQ(LastPathOf(store, *key), "b");
+}
+
 TEST(AnalysisParts, AFourMinuteTrackTakesLessThan150Kilobytes) {
   const music::TrackAnalysis known = Known();
   EXPECT_LT(PackWave(*known.wave).size() + PackGrid(*known.grid).size() + PackFacts(known).size(), 150'000U);

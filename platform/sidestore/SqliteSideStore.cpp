@@ -5,9 +5,12 @@
 #include <sqlite3.h>
 
 #include <cstring>
+#include <fstream>
 #include <string>
 #include <system_error>
 #include <utility>
+
+#include "platform/sidestore/SoundContent.h"
 
 namespace platform::sidestore {
 namespace {
@@ -101,7 +104,7 @@ void SqliteSideStore::OpenOnce() {
 }
 
 void SqliteSideStore::SetAside() {
-  for (Statement* kept : {&read_, &drop_, &put_}) kept->reset();
+  for (Statement* kept : {&read_, &drop_, &put_, &keeps_}) kept->reset();
   database_.reset();
   std::error_code ignored;
   std::filesystem::path aside;
@@ -152,6 +155,47 @@ std::optional<std::string> SqliteSideStore::Read(const std::string& path, const 
   sqlite3_reset(statement);  // one that is left standing holds the database's pages
   if (IsDamage(code)) SetAside();
   return read;
+}
+
+std::optional<std::string> SqliteSideStore::ContentOf(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;  // opening a pipe would wait
+  const auto size = std::filesystem::file_size(path, error);
+  std::ifstream file(path, std::ios::binary);
+  if (error || !file) return std::nullopt;
+  return ContentText(file, FindSound(file, size));
+}
+
+bool SqliteSideStore::KeepsSounds() {
+  return Keeps(catalogue::PathOfContent(""));
+}
+
+std::optional<std::string> SqliteSideStore::KeptContentOf(const std::string& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
+  const auto size = std::filesystem::file_size(path, error);
+  std::ifstream file(path, std::ios::binary);
+  if (error || !file) return std::nullopt;
+  const SoundSpan sound = FindSound(file, size);
+  if (!Keeps(catalogue::PathOfContent(SizeText(sound)))) return std::nullopt;
+  auto content = ContentText(file, sound);
+  if (content && !Keeps(catalogue::PathOfContent(*content))) content.reset();
+  return content;
+}
+
+bool SqliteSideStore::Keeps(const std::string& beginning) {
+  support::MutexLock lock(mutex_);
+  OpenOnce();
+  if (database_ == nullptr) return false;
+  sqlite3_stmt* const statement =
+      Prepare(keeps_, "SELECT path FROM side WHERE path >= ? ORDER BY path LIMIT 1");
+  if (statement == nullptr) return false;
+  BindBytes(statement, 1, beginning);
+  const int code = sqlite3_step(statement);
+  const bool keeps = code == SQLITE_ROW && ColumnBytes(statement, 0).starts_with(beginning);
+  sqlite3_reset(statement);
+  if (IsDamage(code)) SetAside();
+  return keeps;
 }
 
 int SqliteSideStore::Replace(const catalogue::SideEntry& entry) {

@@ -26,6 +26,10 @@ class SqliteSideStore final : public catalogue::SideStore {
   [[nodiscard]] std::optional<catalogue::FileStamp> StampOf(const std::string& path) override;
   [[nodiscard]] std::optional<std::string> Read(const std::string& path, const catalogue::FileStamp& stamp,
                                                 catalogue::SidePart part) override DJ_EXCLUDES(mutex_);
+  [[nodiscard]] std::optional<std::string> ContentOf(const std::string& path) override;
+  [[nodiscard]] bool KeepsSounds() override DJ_EXCLUDES(mutex_);
+  [[nodiscard]] std::optional<std::string> KeptContentOf(const std::string& path) override
+      DJ_EXCLUDES(mutex_);
   support::Result<void> Write(const std::string& path, const catalogue::FileStamp& stamp,
                               catalogue::SidePart part, std::string_view bytes) override DJ_EXCLUDES(mutex_);
   support::Result<void> WriteAll(std::span<const catalogue::SideEntry> entries) override DJ_EXCLUDES(mutex_);
@@ -43,6 +47,8 @@ class SqliteSideStore final : public catalogue::SideStore {
   void SetAside() DJ_REQUIRES(mutex_);
   /// The statement, prepared once and ready to be run; null when it cannot be.
   [[nodiscard]] sqlite3_stmt* Prepare(Statement& kept, const char* text) DJ_REQUIRES(mutex_);
+  /// Whether something is kept of a path that begins with the text.
+  [[nodiscard]] bool Keeps(const std::string& beginning) DJ_EXCLUDES(mutex_);
   [[nodiscard]] int Replace(const catalogue::SideEntry& entry) DJ_REQUIRES(mutex_);
   [[nodiscard]] int ReplaceAll(std::span<const catalogue::SideEntry> entries) DJ_REQUIRES(mutex_);
 
@@ -54,6 +60,7 @@ class SqliteSideStore final : public catalogue::SideStore {
   Statement read_ DJ_GUARDED_BY(mutex_);
   Statement drop_ DJ_GUARDED_BY(mutex_);
   Statement put_ DJ_GUARDED_BY(mutex_);
+  Statement keeps_ DJ_GUARDED_BY(mutex_);
 };
 
 }  // namespace platform::sidestore
