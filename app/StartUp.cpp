@@ -98,19 +98,27 @@ void Workstation::Parts::OpenMixer() {
 }
 
 void Workstation::Parts::LoadIndexes() {
-  loaded.tracks = LoadTable(catalogue::kTrackIndex, catalogue, support::Sentence::CatalogueDamaged);
-  loaded.karaoke = LoadTable(catalogue::kKaraokeIndex, karaoke, support::Sentence::KaraokeDamaged);
+  using support::Sentence;
+  loaded.tracks = LoadTable(catalogue::kTrackIndex, catalogue, index,
+                            {Sentence::CatalogueDamaged, Sentence::CatalogueUnreadable});
+  loaded.karaoke = LoadTable(catalogue::kKaraokeIndex, karaoke, karaoke_index,
+                             {Sentence::KaraokeDamaged, Sentence::KaraokeUnreadable});
 }
 
 catalogue::IndexReport Workstation::Parts::LoadTable(std::string_view name, catalogue::track_table& table,
-                                                     support::Sentence damaged) {
-  const auto report = catalogue::LoadIndex(folder.Native(name), table, say);
+                                                     IndexKeeper& keeper, const LoadSentences& sentences) {
+  const std::filesystem::path path = folder.Native(name);
+  const auto report = catalogue::LoadIndex(path, table, say);
   if (!report) {
-    if (report.Failure().code != support::ErrorCode::NotFound) stage.Notice(say(report.Failure()));
+    if (report.Failure().code == support::ErrorCode::NotFound) return {};
+    keeper.SetAsideFirst(kUnreadable);
+    stage.Notice(say(sentences.unreadable, {path.string()}));
     return {};
   }
-  const int skipped = report.Value().Skipped();
-  if (skipped > 0) stage.Notice(say(damaged, {std::to_string(skipped)}));
+  if (const int skipped = report.Value().Skipped(); skipped > 0) {
+    keeper.SetAsideFirst(kDamaged);
+    stage.Notice(say(sentences.damaged, {std::to_string(skipped)}));
+  }
   return report.Value();
 }
 

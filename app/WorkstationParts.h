@@ -173,8 +173,12 @@ struct Workstation::Parts {
   void NameTheWindow();
   void OpenMixer();
   void LoadIndexes();
-  catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table,
-                                   support::Sentence damaged);
+  struct LoadSentences {
+    support::Sentence damaged;
+    support::Sentence unreadable;
+  };
+  catalogue::IndexReport LoadTable(std::string_view name, catalogue::track_table& table, IndexKeeper& keeper,
+                                   const LoadSentences& sentences);
   void ListOutputDevices();
   void FollowOutputDevices();
   void CheckProgramFolder();

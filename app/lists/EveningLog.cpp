@@ -10,6 +10,7 @@
 
 #include "catalogue/IndexFile.h"
 #include "support/Mutex.h"
+#include "support/NumberedFiles.h"
 #include "support/Text.h"
 
 namespace app {
@@ -22,17 +23,6 @@ constexpr int kFirstHour = 6;
 constexpr support::Duration kLongEnough = seconds(30);
 /// A tick that comes later than that did not hear what was played meanwhile by ear.
 constexpr support::Duration kLongestTick = seconds(60);
-
-/// What cannot be read is not written over.
-void SetAside(const std::filesystem::path& path) {
-  constexpr int kMostTries = 100;
-  std::error_code error;
-  for (int number = 1; number <= kMostTries; ++number) {
-    std::filesystem::path aside = path;
-    aside += ".unreadable-" + std::to_string(number);
-    if (!std::filesystem::exists(aside, error)) return std::filesystem::rename(path, aside, error);
-  }
-}
 
 }  // namespace
 
@@ -152,7 +142,12 @@ void EveningLog::SaveWaiting(State& state) {
     const std::filesystem::path path = state.folder.Native(HistoryFile(evening));
     if (evening != state.evening) {
       const auto read = catalogue::LoadIndex(path, state.history);
-      if (!read && read.Failure().code != support::ErrorCode::NotFound) SetAside(path);
+      const bool unreadable = !read && read.Failure().code != support::ErrorCode::NotFound;
+      const bool damaged = read && read.Value().Skipped() > 0;
+      // The save says what is wrong where that fails.
+      if (unreadable || damaged) {
+        static_cast<void>(support::SetAside(path, unreadable ? "unreadable" : "damaged"));
+      }
     }
     state.evening = evening;
     while (!waiting.empty() && waiting.front().evening == evening) {

@@ -30,8 +30,10 @@ void KeptPlaylists::Read() {
     const auto report = catalogue::LoadIndex(context_.folder.Native(KeptFile(i)), tables_[i], context_.say);
     kept_[i] = tables_[i];
     if (!report && report.Failure().code != support::ErrorCode::NotFound) {
-      context_.tell(context_.say(report.Failure()));
+      keepers_[i].SetAsideFirst(kUnreadable);
+      context_.tell(context_.say(support::Sentence::ListUnreadable, {std::to_string(i + 1)}));
     } else if (report && report.Value().Skipped() > 0) {
+      keepers_[i].SetAsideFirst(kDamaged);
       context_.tell(context_.say(support::Sentence::PlaylistDamaged,
                                  {std::to_string(report.Value().Skipped()), std::to_string(i + 1)}));
     }
