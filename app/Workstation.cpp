@@ -5,9 +5,11 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <unordered_map>
 #include <utility>
 
 #include "app/WorkstationParts.h"
+#include "app/settings/FolderSettings.h"
 #include "app/settings/NameSettings.h"
 #include "app/sound/AnalysisRows.h"
 #include "app/sound/MasterVolume.h"
@@ -32,6 +34,13 @@ void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
 
 Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
     : parts_(std::make_unique<Parts>(ports, folder, conducting)) {
+  for (Reindex* scan : {&parts_->music_scan, &parts_->karaoke_scan}) {
+    scan->LookIn(ports.side_store);
+    scan->OnLoss(
+        [parts = parts_.get()](const Reindex::Loss& loss, std::function<void(Reindex::Answer)> answer) {
+          parts->AskBeforeRowsGo(loss, std::move(answer));
+        });
+  }
   if (ports.side_store != nullptr) {
     parts_->music_scan.OnMoved([store = ports.side_store, keeping = parts_->keeping](const std::string& from,
                                                                                      const std::string& to) {
@@ -361,23 +370,46 @@ void Workstation::LookForFiles() {
   parts_->missing.LookAgain();
 }
 
-void Workstation::Parts::Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper,
+std::vector<std::string> Workstation::Parts::FoldersToScan(const std::string& first) {
+  std::vector<std::string> folders{folder.NativeOfText(first).string()};
+  for (const std::string& other : OtherFolders(settings)) folders.push_back(other);
+  return folders;
+}
+
+void Workstation::Parts::Scan(Reindex& scan, const std::string& first, IndexKeeper& keeper,
                               const catalogue::track_table& table, Reindex::Done done) {
   scan_began = ports.clock.Now();
-  scan.Start(folder.NativeOfText(tree).string(), ReadNameRule(settings),
+  scan.Start(FoldersToScan(first), ReadNameRule(settings),
              [this, &keeper, &table, done = std::move(done)](const Reindex::Outcome& outcome) {
-               if (outcome.replaced) keeper.Save(table);
-               for (const auto& file : outcome.moved) FollowInPlaylists(file.from, file.to);
+               if (outcome.replaced) keeper.Replace(table);
+               FollowInPlaylists(outcome.moved);
                if (outcome.replaced) missing.Look();
                if (done) done(outcome);
              });
 }
 
-void Workstation::Parts::FollowInPlaylists(const std::string& from, const std::string& to) {
+void Workstation::Parts::AskBeforeRowsGo(const Reindex::Loss& loss,
+                                         std::function<void(Reindex::Answer)> answer) {
+  using support::Sentence;
+  if (prompts == nullptr) return answer(Reindex::Answer::Keep);
+  const std::string gone = std::to_string(loss.gone);
+  prompts->Ask(
+      {say(Sentence::RowsToGo, {std::to_string(loss.rows), std::to_string(loss.found), gone, loss.first}),
+       say(Sentence::TakeRowsOut, {gone}), say(Sentence::KeepRows)},
+      [answer = std::move(answer)](bool yes) {
+        answer(yes ? Reindex::Answer::TakeOut : Reindex::Answer::Keep);
+      });
+}
+
+void Workstation::Parts::FollowInPlaylists(const std::vector<ScanRows::Moved>& moved) {
   namespace track = catalogue::track;
+  if (moved.empty()) return;
+  std::unordered_map<std::string_view, const std::string*> places;
+  for (const ScanRows::Moved& file : moved) places.emplace(file.from, &file.to);
   for (catalogue::track_table& playlist : playlists) {
     for (int row = 1; row <= playlist.Rows(); ++row) {
-      if (playlist.Cell(row, track::kFilename) == from) playlist.SetCell(row, track::kFilename, to);
+      const auto place = places.find(playlist.Cell(row, track::kFilename));
+      if (place != places.end()) playlist.SetCell(row, track::kFilename, *place->second);
     }
   }
 }

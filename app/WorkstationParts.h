@@ -204,14 +204,18 @@ struct Workstation::Parts {
   /// A command for one deck's tempo, for the conductor; nothing for a deck that is not there.
   void OnTempo(int deck, std::function<void(DeckTempo&)> command);
 
-  /// Rows of a file that was moved name its new place.
-  void FollowInPlaylists(const std::string& from, const std::string& to);
+  /// Rows of files that were moved name their new places.
+  void FollowInPlaylists(const std::vector<ScanRows::Moved>& moved);
+  /// Asks before a scan takes rows out of a table; without a window they stay.
+  void AskBeforeRowsGo(const Reindex::Loss& loss, std::function<void(Reindex::Answer)> answer);
+  /// The folder of the text box first.
+  [[nodiscard]] std::vector<std::string> FoldersToScan(const std::string& first);
   void AnalyseAll();
   /// The threshold of the mix points.
   [[nodiscard]] int GainPercent();
 
   /// Starts a scan and saves the table when it was replaced.
-  void Scan(Reindex& scan, const std::string& tree, IndexKeeper& keeper, const catalogue::track_table& table,
+  void Scan(Reindex& scan, const std::string& first, IndexKeeper& keeper, const catalogue::track_table& table,
             Reindex::Done done);
 
   enum class Life { Made, Running, Over };

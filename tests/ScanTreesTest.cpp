@@ -223,6 +223,32 @@ TEST_F(ScanTrees, ARescanReadsWhatChangedAndGivesTheRowsOfAFullScan) {
   rescan_is_full("and may be written again in that moment", 1);
 }
 
+TEST_F(ScanTrees, TheSoundOfAFileIsKnownWhereverItLiesAndWhateverItsTagSays) {
+  for (const char* name : {"x.mp3", "x.ogg", "x.flac", "x.wma"}) {
+    const fs::path path = Add(name, "T");
+    const auto sound = store_.ContentOf(path.string());
+    ASSERT_TRUE(sound) << name;
+    EXPECT_FALSE(store_.KeptContentOf(path.string())) << name;
+    ASSERT_TRUE(store_.Write(catalogue::PathOfContent(*sound), {}, catalogue::SidePart::Facts, "facts"));
+    catalogue::FileTags tags;
+    tags.title = std::string(500, 'T');
+    tags.text_block = std::string(100'000, 'b');  // more pages than before
+    ASSERT_TRUE(platform::tags::WriteTags(path.string(), tags));
+    const fs::path moved = music_ / ("moved" + path.extension().string());
+    fs::rename(path, moved);
+    EXPECT_EQ(store_.ContentOf(moved.string()), sound) << name;
+    EXPECT_EQ(store_.KeptContentOf(moved.string()), sound) << name;
+  }
+}
+
+TEST_F(ScanTrees, AScanTellsWhichFilesItRead) {
+  Add("a.mp3", "a");
+  Add("b.ogg", "b");
+  EXPECT_EQ(Rescan().fresh, (std::vector<bool>{true, true}));
+  Add("b.ogg", "another");
+  EXPECT_EQ(Rescan().fresh, (std::vector<bool>{false, true}));
+}
+
 TEST_F(ScanTrees, WhatIsKeptOfAFolderMayBeAnyBytes) {
   Add("a.mp3", "a");
   Add("b.mp3", "b");

@@ -114,6 +114,7 @@ void FolderGroup::AddRows(const Folder& folder) {
     const std::string path = catalogue::PathIn(folder.walked.path, name);
     catalogue::CellViews cells = file.cells;
     catalogue::NameRow(cells, path, names_);
+    fresh_[*mask].push_back(file.read != nullptr);
     if (mode_ == ScanMode::Music) {
       rows_[*mask].AddRow(cells);
     } else {
@@ -145,6 +146,7 @@ void FolderGroup::AddEntries(catalogue::SideStore& store, const Folder& folder,
 void FolderGroup::Finish(catalogue::SideStore* store) {
   const auto columns = mode_ == ScanMode::Music ? catalogue::TrackColumns() : catalogue::KaraokeColumns();
   rows_.assign(catalogue::MasksOf(mode_).size(), catalogue::track_table(columns));
+  fresh_.assign(rows_.size(), {});
   std::vector<catalogue::SideEntry> entries;
   for (const Folder& folder : folders_) {
     AddRows(folder);

@@ -42,6 +42,8 @@ class FolderGroup {
 
   // Of a group that is finished.
   [[nodiscard]] std::vector<catalogue::track_table>& Rows() { return rows_; }
+  /// Of each row of each mask: its file was read, because it is new or was written since the scan before.
+  [[nodiscard]] const std::vector<std::vector<bool>>& Fresh() const { return fresh_; }
   [[nodiscard]] int LeftOut() const { return left_out_; }
   struct Known {
     std::string path;
@@ -75,6 +77,7 @@ class FolderGroup {
   std::size_t files_ = 0;
   std::int64_t bytes_ = 0;
   std::vector<catalogue::track_table> rows_;
+  std::vector<std::vector<bool>> fresh_;
   int left_out_ = 0;
   std::vector<Known> to_prove_;
 };

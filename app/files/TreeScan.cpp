@@ -121,7 +121,11 @@ void TreeScan::Scan::Finish(Work& work) {
 
 void TreeScan::Scan::Assemble(ScanFound& found) {
   for (std::size_t mask = 0; mask < catalogue::MasksOf(wish_.mode).size(); ++mask) {
-    for (const auto& work : works_) found.rows.AppendAll(std::move(work->group.Rows()[mask]));
+    for (const auto& work : works_) {
+      found.rows.AppendAll(std::move(work->group.Rows()[mask]));
+      const std::vector<bool>& fresh = work->group.Fresh()[mask];
+      found.fresh.insert(found.fresh.end(), fresh.begin(), fresh.end());
+    }
   }
   for (const auto& work : works_) {
     found.left_out += work->group.LeftOut();

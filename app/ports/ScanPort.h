@@ -45,8 +45,9 @@ struct ScanFound {
     FolderLost,  ///< it went away in the middle, as a stick does that is pulled
   };
   End end = End::Complete;
-  catalogue::track_table rows;  ///< the mode's record, pass by pass, deeper folders first
-  int left_out = 0;             ///< files that could not be analysed
+  catalogue::track_table rows;   ///< the mode's record, pass by pass, deeper folders first
+  std::vector<bool> fresh = {};  ///< of each row: its file is new or was written since; may be short
+  int left_out = 0;              ///< files that could not be analysed
   std::int64_t bytes = 0;
   std::vector<std::string> unreadable = {};  ///< folders that could not be listed
   std::string where = {};                    ///< the folder that is missing or lost

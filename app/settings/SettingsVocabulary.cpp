@@ -43,6 +43,23 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
                                {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
 
+constexpr Words kMoreFolders[] = {
+    {"Directory2", "", "another folder of the music collection; empty for none"},
+    {"Directory3", "", "another folder of the music collection; empty for none"},
+    {"Directory4", "", "another folder of the music collection; empty for none"},
+    {"Directory5", "", "another folder of the music collection; empty for none"},
+    {"Directory6", "", "another folder of the music collection; empty for none"},
+    {"Directory7", "", "another folder of the music collection; empty for none"},
+    {"Directory8", "", "another folder of the music collection; empty for none"},
+    {"Directory9", "", "another folder of the music collection; empty for none"},
+    {"Directory10", "", "another folder of the music collection; empty for none"},
+    {"Directory11", "", "another folder of the music collection; empty for none"},
+    {"Directory12", "", "another folder of the music collection; empty for none"},
+    {"Directory13", "", "another folder of the music collection; empty for none"},
+    {"Directory14", "", "another folder of the music collection; empty for none"},
+    {"Directory15", "", "another folder of the music collection; empty for none"},
+    {"Directory16", "", "another folder of the music collection; empty for none"}};
+
 constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"},
                             {"MixLeftD", "0", "slider of deck 1 that a mix moves down to"},
                             {"MixRightD", "0", "slider of deck 2 that a mix moves down to"},
@@ -184,6 +201,7 @@ void AddProgram(Rows& rows) {
                   BelowProgramFolder});
   rows.push_back({support::kApplication, "Settings", "Directory", "\\MyMusic",
                   "folder of the music collection", BelowProgramFolder});
+  Add(rows, "Settings", kMoreFolders);
   Add(rows, "Settings", kSettings);
   Add(rows, "Mixer", kMixer);
   Add(rows, "Preferences", kPreferences);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "app/ports/Help.h"
@@ -14,6 +15,16 @@ namespace app::testing {
 class FakeWindow final : public Prompts, public Help {
  public:
   void Tell(const std::string& sentence) override { told_.push_back(sentence); }
+  void Ask(const Question& question, std::function<void(bool)> answer) override {
+    asked_ = question;
+    answer_ = std::move(answer);
+  }
+  /// Of the question that is open; none is afterwards.
+  void Answer(bool yes) {
+    if (const auto answer = std::exchange(answer_, nullptr)) answer(yes);
+  }
+  /// The text of the last question.
+  [[nodiscard]] const std::string& Asked() const { return asked_.text; }
   void Open(const std::filesystem::path& file, const std::string& topic) override {
     opened_ = file.string() + " at " + topic;
   }
@@ -23,6 +34,8 @@ class FakeWindow final : public Prompts, public Help {
  private:
   std::vector<std::string> told_;
   std::string opened_;
+  Question asked_;
+  std::function<void(bool)> answer_;
 };
 
 }  // namespace app::testing

@@ -25,6 +25,12 @@ class ApplyTest : public testing::Evening {
     tags_.AcceptAnyFile(tags);
     station_->Catalogue().AddRow(std::vector<std::string_view>{"old"});
     station_->Karaoke().AddRow(std::vector<std::string_view>{"old"});
+    station_->AttachWindow(&window_, &window_);
+  }
+  /// A row whose file is not in the folder any more.
+  void AddLost() {
+    const std::string path = Path("lost.mp3");
+    station_->Catalogue().AddRow(std::vector<std::string_view>{"lost", "", "", path});
   }
   ~ApplyTest() override { fs::remove_all(music_); }
 
@@ -60,8 +66,8 @@ TEST_F(ApplyTest, AMusicScanReplacesTheCatalogueMaskByMaskAndSavesIt) {
   EXPECT_EQ(station_->Catalogue().Rows(), 1) << "the old table stands until the new one is there";
   Work();
   EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
-            (Lines{Path("deep/a.mp3"), Path("z.mp3"), Path("b.ogg"), Path("d.FLAC")}));
-  EXPECT_EQ(outcome_.rows, 4);
+            (Lines{Path("deep/a.mp3"), Path("z.mp3"), Path("b.ogg"), Path("d.FLAC"), ""}));
+  EXPECT_EQ(outcome_.found, 4);
   EXPECT_TRUE(files_.Content(folder_ / "tlv.ndx").has_value());
   EXPECT_EQ(station_->Karaoke().Rows(), 1);
 }
@@ -75,7 +81,49 @@ TEST_F(ApplyTest, TheFolderThatNobodyChoseIsScannedAsTheSettingsWriteIt) {
   Work();
   fs::remove_all(folder_);
   EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
-            (Lines{(folder_ / "MyMusic" / "a.mp3").make_preferred().string()}));
+            (Lines{(folder_ / "MyMusic" / "a.mp3").make_preferred().string(), ""}));
+}
+
+TEST_F(ApplyTest, RowsGoWhenTheQuestionIsAnsweredAndStayWhenItIsClosed) {
+  Write("a.mp3");
+  for (const bool yes : {false, true}) {
+    AddLost();
+    Apply(ApplyMode::ReindexMusic);
+    Work();
+    EXPECT_TRUE(window_.Asked().starts_with("The list has ")) << window_.Asked();
+    EXPECT_NE(window_.Asked().find("the scan found 1 files. "), std::string::npos);
+    EXPECT_NE(window_.Asked().find(Path("lost.mp3")), std::string::npos);
+    window_.Answer(yes);
+    Work();
+    EXPECT_EQ(station_->Catalogue().FindRow(catalogue::track::kFilename, Path("lost.mp3")) > 0, !yes);
+    EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), Path("a.mp3"));
+  }
+}
+
+TEST_F(ApplyTest, TheOtherFoldersOfTheSettingsAreScannedToo) {
+  Write("one/a.mp3");
+  Write("two/b.mp3");
+  Store("Settings", "Directory3", Path("two"));
+  Apply(ApplyMode::ReindexMusic, Path("one"));
+  Work();
+  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
+            (Lines{Path("one/a.mp3"), Path("two/b.mp3"), ""}));
+}
+
+TEST_F(ApplyTest, ARescanKeepsWhatWasFoundAndSet) {
+  Write("a.mp3");
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  namespace track = catalogue::track;
+  const std::pair<int, const char*> cells[] = {{track::kBpm, "128.00"},
+                                               {track::kGain, "-3.21"},
+                                               {track::kStartMixPoint, "1.500"},
+                                               {track::kEndMixPoint, "170.000"}};
+  for (const auto& [column, text] : cells) station_->Catalogue().SetCell(1, column, text);
+  Apply(ApplyMode::ReindexMusic);
+  Work();
+  EXPECT_EQ(outcomes_, 2);
+  for (const auto& [column, text] : cells) EXPECT_EQ(station_->Catalogue().Cell(1, column), text);
 }
 
 TEST_F(ApplyTest, AFileThatIsNotThereIsMarkedAndNoOther) {
@@ -125,10 +173,8 @@ TEST_F(ApplyTest, FilesThatCannotBePlayedAreCounted) {
   for (const char* name : {"a.kar", "b.mp3"}) Write(name);
   Apply(ApplyMode::ReindexKaraoke);
   Work();
-  EXPECT_EQ(outcome_.rows, 1);
-  EXPECT_EQ(outcome_.sentence,
-            "1 rows were taken out, because their files are no longer there. "
-            "1 files were left out, because they cannot be played.");
+  EXPECT_EQ(outcome_.found, 1);
+  EXPECT_EQ(outcome_.sentence, "1 files were left out, because they cannot be played.");
 }
 
 TEST_F(ApplyTest, AFileThatMovedIsFollowedByThePlaylistsAndKeepsItsMixPoints) {
@@ -151,8 +197,8 @@ TEST_F(ApplyTest, ASecondScanTakesThePlaceOfTheFirst) {
   Apply(ApplyMode::ReindexMusic);
   Work();
   EXPECT_EQ(outcomes_, 2);
-  EXPECT_EQ(outcome_.rows, 1);
-  EXPECT_EQ(station_->Catalogue().Rows(), 1);
+  EXPECT_EQ(outcome_.found, 1);
+  EXPECT_EQ(station_->Catalogue().Rows(), 2);
 }
 
 TEST_F(ApplyTest, AScanEndsWithTheProgram) {
@@ -183,6 +229,7 @@ TEST_F(ApplyTest, ColoursAreWrittenForTheChannelsOfTheConsole) {
 }
 
 TEST_F(ApplyTest, HelpOpensAtItsIntroduction) {
+  station_->AttachWindow(nullptr, nullptr);
   station_->Apply({ApplyMode::Help, "", {}});
   station_->AttachWindow(&window_, &window_);
   station_->Apply({ApplyMode::Help, "", {}});

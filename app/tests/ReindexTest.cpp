@@ -22,7 +22,10 @@ using catalogue::ScanMode;
 
 std::string Titles(const catalogue::track_table& table) {
   std::string titles;
-  for (int row = 1; row <= table.Rows(); ++row) titles += table.Cell(row, track::kTitle);
+  for (int row = 1; row <= table.Rows(); ++row) {
+    const std::string_view title = table.Cell(row, track::kTitle);
+    titles += title.substr(title.find_last_of('/') + 1);
+  }
   return titles;
 }
 
@@ -30,13 +33,25 @@ std::string Titles(const catalogue::track_table& table) {
 class ReindexTest : public ::testing::Test {
  protected:
   ReindexTest() {
-    scanner_.AddFolder("music", {"b", "c"});
+    scanner_.AddFolder("music", {"music/b", "music/c"});
     for (const char* name : {"a", "b"}) Add(name);
+    reindex_.OnLoss([this](const Reindex::Loss& loss, const auto& answer) {
+      asked_ = std::to_string(loss.rows) + " " + std::to_string(loss.found) + " " +
+               std::to_string(loss.gone) + " " + loss.first;
+      answer_ = answer;
+      if (answers_at_once_) answer(Reindex::Answer::TakeOut);
+    });
   }
-  void Add(const std::string& name) { table_.AddRow(std::vector<std::string_view>{"", name, "", name}); }
+  void Add(const std::string& name, const std::string& folder = "music") {
+    const std::string path = folder + "/" + name;
+    table_.AddRow(std::vector<std::string_view>{"", name, "", path});
+  }
   void Rename(int row, const char* title) { table_.SetCell(row, track::kTitle, title); }
-  void Start() {
-    reindex_.Start("music", {}, [this](const Reindex::Outcome& outcome) { rows_ = outcome.rows; });
+  void Start(const std::vector<std::string>& folders = {"music"}) {
+    reindex_.Start(folders, {}, [this](const Reindex::Outcome& outcome) {
+      rows_ = outcome.rows;
+      said_ = outcome.sentence;
+    });
   }
   void Pump() {
     for (const Mailbox::Job& job : box_->Take()) job();
@@ -53,6 +68,10 @@ class ReindexTest : public ::testing::Test {
   catalogue::track_table table_{catalogue::TrackColumns()};
   Reindex reindex_{table_, ScanMode::Music, scanner_, workers_, gate_, box_, say_};
   int rows_ = -1;
+  std::string said_;
+  bool answers_at_once_ = true;
+  std::string asked_;
+  std::function<void(Reindex::Answer)> answer_;
 };
 
 TEST_F(ReindexTest, WhatBecomesOfTheTableMeanwhileStays) {
@@ -100,6 +119,61 @@ TEST_F(ReindexTest, ACancelledScanThatWasThroughChangesNothing) {
   Pump();
   EXPECT_EQ(Titles(table_), "ab");
   EXPECT_FALSE(reindex_.Running());
+}
+
+TEST_F(ReindexTest, NoRowGoesBeforeSomebodySaidSo) {
+  answers_at_once_ = false;
+  const catalogue::track_table before = table_;
+  for (const auto& [answer, after] :
+       {std::pair{Reindex::Answer::Keep, "bcax"}, {Reindex::Answer::TakeOut, "bcx"}}) {
+    table_ = before;
+    Start();
+    Work();
+    EXPECT_EQ(asked_, "2 2 1 music/a");
+    EXPECT_EQ(Titles(table_), "ab");
+    EXPECT_TRUE(reindex_.Running());
+    Add("x");  // while somebody thinks it over
+    answer_(answer);
+    Work();
+    EXPECT_EQ(Titles(table_), after);
+    EXPECT_FALSE(reindex_.Running());
+  }
+}
+
+TEST_F(ReindexTest, AScanThatIsCancelledWhileItAsksChangesNothing) {
+  answers_at_once_ = false;
+  Start();
+  Work();
+  reindex_.Cancel();
+  answer_(Reindex::Answer::TakeOut);
+  Work();
+  EXPECT_EQ(Titles(table_), "ab");
+  EXPECT_EQ(rows_, 0);
+}
+
+TEST_F(ReindexTest, FoldersComeOneBehindTheOtherAndOneThatIsNotThereKeepsItsRows) {
+  scanner_.AddFolder("disk", {"disk/d"});
+  scanner_.AddFolder("empty", {});
+  Add("s", "stick");
+  Add("e", "empty");
+  Add("o", "other");
+  Start({"disk", "stick", "music", "music/in it", "empty", "disk"});
+  Work();
+  EXPECT_EQ(Titles(table_), "dbcseo");
+  EXPECT_EQ(asked_, "5 3 1 music/a");
+  EXPECT_EQ(said_,
+            "The folder \"stick\" is not there or holds nothing now; its 1 rows stay. "
+            "The folder \"empty\" is not there or holds nothing now; its 1 rows stay. "
+            "1 rows were taken out, because their files are no longer there.");
+}
+
+TEST_F(ReindexTest, TheEmptyPlaceOfAStickTakesNothingOut) {
+  scanner_.AddFolder("stick", {});
+  Add("s", "stick");
+  Start({"stick"});
+  Work();
+  EXPECT_EQ(Titles(table_), "abs");
+  EXPECT_EQ(asked_, "");
 }
 
 /// Both scanners on a folder with the files 1.mp3 and 2.mp3.

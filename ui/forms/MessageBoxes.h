@@ -21,6 +21,7 @@ class MessageBoxes final : public app::Prompts {
   /// The language of their buttons from now on; outlives them.
   void Speak(const Strings& say) { say_ = &say; }
   void Tell(const std::string& sentence) override;
+  void Ask(const Question& question, std::function<void(bool)> answer) override;
   /// Asks before something is done that cannot be undone; Escape and Enter leave everything as it is.
   void Ask(const QString& object_name, const QString& question, const QString& yes,
            std::function<void()> then);
