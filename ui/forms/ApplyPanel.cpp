@@ -16,6 +16,7 @@
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/FolderList.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 
@@ -63,6 +64,7 @@ ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours
   rows->addWidget(head);
   rows->addLayout(options);
   rows->addLayout(MakeFolder());
+  rows->addWidget(new FolderList(workstation, look));
   rows->addLayout(MakeButtons());
   rows->addStretch(1);
   ShowFolder(workstation.Settings().Text("Settings", "Directory"));
@@ -149,7 +151,7 @@ void ApplyPanel::Apply() {
 
 void ApplyPanel::ShowOutcome(const app::Reindex::Outcome& outcome) {
   const auto& say = look_.say;
-  QString text = outcome.replaced ? say(Say::ScanFound).arg(outcome.rows) : say(Say::ScanChangedNothing);
+  QString text = outcome.replaced ? say(Say::ScanFound).arg(outcome.found) : say(Say::ScanChangedNothing);
   if (!outcome.sentence.empty()) text += QLatin1Char(' ') + Decode(outcome.sentence);
   progress_->Show(text);
   Q_EMIT Scanned();

@@ -50,6 +50,14 @@ constexpr Strings::Row kScanRows[] = {
     {ScanWord::ScanRate, "%1 %2 files a second, %3.", "%1 %2 bestanden per seconde, %3."},
     {ScanWord::MinutesLeft, "%1 min left", "nog %1 min"},
     {ScanWord::SecondsLeft, "%1 s left", "nog %1 s"},
+    {ScanWord::MoreFolders, "More folders, scanned after this one", "Meer mappen, gescand na deze"},
+    {ScanWord::MoreFoldersTip, "Folders of other disks or sticks; one that is not there keeps its rows",
+     "Mappen van andere schijven of sticks; een map die er niet is houdt haar rijen"},
+    {ScanWord::AddFolder, "Add folder…", "Map toevoegen…"},
+    {ScanWord::AddFolderTip, "Choose one more folder to be scanned", "Kies nog een map om te scannen"},
+    {ScanWord::RemoveFolder, "Remove folder", "Map weghalen"},
+    {ScanWord::RemoveFolderTip, "Scan this folder no more; its rows stay",
+     "Deze map niet meer scannen; haar rijen blijven staan"},
 };
 
 }  // namespace

@@ -44,6 +44,12 @@ enum class ScanWord : int {
   ScanRate,
   MinutesLeft,
   SecondsLeft,
+  MoreFolders,
+  MoreFoldersTip,
+  AddFolder,
+  AddFolderTip,
+  RemoveFolder,
+  RemoveFolderTip,
 };
 
 [[nodiscard]] std::span<const Strings::Row> ScanWords();

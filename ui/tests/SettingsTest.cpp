@@ -3,6 +3,8 @@
 #include <QComboBox>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QSlider>
 #include <QTemporaryDir>
@@ -51,8 +53,8 @@ TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
   Apply("ReindexMusic");
   EXPECT_TRUE(Find<QWidget>("CancelScan").isVisible());
   RunWorkers();
-  EXPECT_EQ(station->Catalogue().Rows(), 2);
-  EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("2 tracks"));
+  EXPECT_EQ(station->Catalogue().Rows(), 6) << "those of other folders stay";
+  EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("6 tracks"));
   EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("2 found.")));
   EXPECT_FALSE(Find<QWidget>("CancelScan").isVisible());
 }
@@ -69,6 +71,37 @@ TEST_F(SettingsTest, AScanThatIsCancelledOrHasNoFolderChangesNothing) {
   RunWorkers();
   EXPECT_TRUE(TextOf("ScanProgress").contains(QStringLiteral("/there/is/none")));
   EXPECT_EQ(station->Catalogue().Rows(), 4);
+}
+
+TEST_F(SettingsTest, RowsGoOnlyWhereTheBoxIsAgreedTo) {
+  MakeFile("a.mp3");
+  const std::string lost = folder.filePath(QStringLiteral("lost.mp3")).toStdString();
+  station->Catalogue().AddRow(std::vector<std::string_view>{"", "Lost", "", lost});
+  Find<QLineEdit>("Directory").setText(folder.path());
+  for (const auto& [button, rows] : {std::pair{"QuestionNo", 6}, {"QuestionYes", 5}}) {
+    Apply("ReindexMusic");
+    RunWorkers();
+    EXPECT_TRUE(Find<MessageBox>("QuestionBox").Text().contains(QStringLiteral("lost.mp3")));
+    Click(button);
+    RunWorkers();
+    EXPECT_EQ(station->Catalogue().Rows(), rows) << button;
+  }
+}
+
+TEST_F(SettingsTest, MoreFoldersAreAddedAndRemoved) {
+  Press(Qt::Key_8, Qt::ControlModifier);
+  EXPECT_FALSE(Find<QPushButton>("RemoveFolder").isEnabled());
+  for (int twice = 0; twice < 2; ++twice) {
+    Click("AddFolder");
+    Q_EMIT Find<QFileDialog>("MoreFoldersDialog").fileSelected(folder.path());
+  }
+  auto& list = Find<QListWidget>("MoreFolders");
+  EXPECT_EQ(list.count(), 1) << "each once";
+  EXPECT_EQ(Stored("Settings", "Directory2"), folder.path().toStdString());
+  list.setCurrentRow(0);
+  Click("RemoveFolder");
+  EXPECT_EQ(list.count(), 0);
+  EXPECT_EQ(Stored("Settings", "Directory2"), "");
 }
 
 TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {

@@ -1,0 +1,106 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/FolderList.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QListWidget>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+#include "app/settings/FolderSettings.h"
+#include "ui/forms/Dialogs.h"
+#include "ui/strings/Decode.h"
+#include "ui/strings/ScanWords.h"
+
+namespace ui {
+namespace {
+
+constexpr double kListEms = 5.5;
+
+}  // namespace
+
+FolderList::FolderList(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  const auto& say = look.say;
+  auto* head = new QLabel(say(ScanWord::MoreFolders));
+  SetTextColour(*head, look.skin.dim);
+  list_ = new QListWidget;
+  Name(*list_, QStringLiteral("MoreFolders"), say(ScanWord::MoreFolders), say(ScanWord::MoreFoldersTip));
+  SetHeightEm(*list_, kListEms);
+  list_->setTextElideMode(Qt::ElideMiddle);
+  list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  auto* buttons = new QHBoxLayout;
+  SetSpacingEm(*buttons, 0, 0.6);
+  const auto make = [&](const char* name, ScanWord caption, ScanWord tip) {
+    auto* button = new QPushButton(say(caption));
+    SetKind(*button, "plain");
+    Name(*button, QLatin1String(name), say(caption), say(tip));
+    buttons->addWidget(button);
+    return button;
+  };
+  auto* add = make("AddFolder", ScanWord::AddFolder, ScanWord::AddFolderTip);
+  remove_ = make("RemoveFolder", ScanWord::RemoveFolder, ScanWord::RemoveFolderTip);
+  buttons->addStretch(1);
+  connect(add, &QPushButton::clicked, this, &FolderList::AskForFolder);
+  connect(remove_, &QPushButton::clicked, this, &FolderList::RemoveChosen);
+  connect(list_, &QListWidget::itemSelectionChanged, this,
+          [this] { remove_->setEnabled(!list_->selectedItems().isEmpty()); });
+  auto* rows = new QVBoxLayout(this);
+  SetSpacingEm(*rows, 0, 0.3);
+  rows->addWidget(head);
+  rows->addWidget(list_);
+  rows->addLayout(buttons);
+  Fill(app::OtherFolders(workstation.Settings()));
+}
+
+void FolderList::Fill(const std::vector<std::string>& folders) {
+  list_->clear();
+  for (const std::string& folder : folders) {
+    auto* item = new QListWidgetItem(Decode(folder), list_);
+    item->setData(Qt::UserRole, QByteArray::fromStdString(folder));  // which need not be text
+    item->setToolTip(item->text());
+  }
+  remove_->setEnabled(false);
+}
+
+std::vector<std::string> FolderList::Folders() const {
+  std::vector<std::string> folders;
+  for (int row = 0; row < list_->count(); ++row) {
+    folders.push_back(list_->item(row)->data(Qt::UserRole).toByteArray().toStdString());
+  }
+  return folders;
+}
+
+// Not modal: the decks stay in reach while somebody looks for a folder.
+void FolderList::AskForFolder() {
+  delete dialog_;
+  dialog_ = MakeFileDialog(*this, look_, QFileDialog::Directory, Say::ChooseDirectory, Say::DialogChoose);
+  dialog_->setObjectName(QStringLiteral("MoreFoldersDialog"));
+  connect(dialog_, &QFileDialog::fileSelected, this,
+          [this](const QString& name) { Add(QFile::encodeName(name).toStdString()); });
+  ShowDialog(*dialog_, *this);
+}
+
+void FolderList::Add(const std::string& folder) {
+  if (folder.empty()) return;
+  std::vector<std::string> folders = Folders();
+  folders.push_back(folder);
+  Store(folders);
+}
+
+void FolderList::RemoveChosen() {
+  std::vector<std::string> folders = Folders();
+  if (list_->currentRow() < 0) return;
+  folders.erase(folders.begin() + list_->currentRow());
+  Store(folders);
+}
+
+void FolderList::Store(const std::vector<std::string>& folders) {
+  app::StoreOtherFolders(workstation_.Settings(), folders);
+  Fill(app::OtherFolders(workstation_.Settings()));
+}
+
+}  // namespace ui
