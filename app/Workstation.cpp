@@ -216,7 +216,7 @@ void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::
 void Workstation::Parts::KeepBatch(const std::string& filename, const music::TrackAnalysis& analysis,
                                    const catalogue::FileMarks& marks) {
   FillRows(filename, analysis, marks, [this] {
-    batch_filled = true;
+    batch_filled = batch_unsorted = true;
     // Nothing saves it any more where the row was found after the last file.
     if (batch.Progress().state == BatchProgress::State::Idle) SaveBatch();
   });
@@ -436,7 +436,14 @@ AddingProgress Workstation::Adding() const {
 
 void Workstation::PumpWindow() {
   for (const Mailbox::Job& job : parts_->window->Take()) job();
+  parts_->SortAfterBatch();
   parts_->TellOfSettings();
+}
+
+/// Rows stay where they are while a batch fills them in; then they go where they belong.
+void Workstation::Parts::SortAfterBatch() {
+  if (batch.Progress().state == BatchProgress::State::Running) return;
+  if (std::exchange(batch_unsorted, false)) lists.SortAgain();
 }
 
 void Workstation::Parts::TellOfSettings() {

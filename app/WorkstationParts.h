@@ -152,6 +152,7 @@ struct Workstation::Parts {
   std::function<void(const support::Error&)> Complainer() {
     return [tell = Teller(), this](const support::Error& failure) { tell(say(failure)); };
   }
+  void SortAfterBatch();
   /// Brings what the settings store has to say to the status line.
   void TellOfSettings();
 
@@ -265,7 +266,8 @@ struct Workstation::Parts {
   catalogue::PlainFolders plain_folders;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   TreeScan tree_scan;
-  bool batch_filled = false;  ///< rows since the index was saved
+  bool batch_filled = false;    ///< rows since the index was saved
+  bool batch_unsorted = false;  ///< rows that it filled in stand where they were
   BatchDesk batch;
   Reindex music_scan;
   support::TimePoint scan_began{};

@@ -61,6 +61,8 @@ class ListDesk {
 
   /// Once a frame: what the tables have become goes to the conductor and to the searches.
   void Follow();
+  /// The catalogue in the order of what its cells say now, where it is sorted.
+  void SortAgain() { search_.SortAgain(); }
   [[nodiscard]] TableSearch& Search() { return search_; }
   [[nodiscard]] TableSearch& KaraokeSearch() { return karaoke_search_; }
 

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/lists/TableSearch.h"
 
+#include <algorithm>
 #include <atomic>
 #include <utility>
 
@@ -9,11 +10,13 @@ namespace app {
 
 /// Touched by one job after the other, but for stop.
 struct TableSearch::Work {
-  explicit Work(const catalogue::SearchColumns& columns) : index(columns) {}
+  explicit Work(const catalogue::SearchColumns& columns)
+      : file_column(columns.fields.back()), index(columns) {}
 
   /// Null when all rows are shown as they stand, or it was told to stop.
-  Rows Find(const catalogue::track_table& table, const std::string& text, const catalogue::SortWish& wish) {
-    const bool same = table.IsCopyOf(index.Table());
+  Rows Find(const catalogue::track_table& table, const std::string& text, const catalogue::SortWish& wish,
+            Order wanted) {
+    const bool same = wanted == Order::Kept && AreTheSameFiles(table, index.Table());
     if (!index.Follow(table, stop)) return nullptr;
     if (!same || !(wish == sorted_by)) order.clear();
     sorted_by = wish;
@@ -23,6 +26,17 @@ struct TableSearch::Work {
     return std::make_shared<const std::vector<int>>(index.Find(query, order.empty() ? nullptr : &order));
   }
 
+  /// Row by row.
+  [[nodiscard]] bool AreTheSameFiles(const catalogue::track_table& table,
+                                     const catalogue::track_table& before) const {
+    if (table.Rows() != before.Rows()) return false;
+    const std::vector<int> changed = table.RowsNotSharedWith(before);
+    return std::all_of(changed.begin(), changed.end(), [&](int row) {
+      return table.Cell(row, file_column) == before.Cell(row, file_column);
+    });
+  }
+
+  const int file_column;
   std::atomic<bool> stop{false};
   catalogue::SearchIndex index;
   std::vector<int> order;
@@ -61,13 +75,19 @@ void TableSearch::Follow() {
   Begin();
 }
 
+void TableSearch::SortAgain() {
+  sort_again_ = asked_ = true;
+  Begin();
+}
+
 void TableSearch::Begin() {
   if (working_) return;
   working_ = true;
   asked_ = false;
   seen_ = table_;
-  workers_.Post([this, work = work_, box = box_, table = seen_, query = query_, sort = sort_] {
-    Rows rows = work->Find(table, query, sort);
+  const Order order = std::exchange(sort_again_, false) ? Order::Fresh : Order::Kept;
+  workers_.Post([this, work = work_, box = box_, table = seen_, query = query_, sort = sort_, order] {
+    Rows rows = work->Find(table, query, sort, order);
     // Whoever told it to stop is not there any more.
     if (!work->stop)
       box->Post([this, work, rows = std::move(rows)] {

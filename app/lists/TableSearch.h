@@ -32,8 +32,11 @@ class TableSearch {
   void Sort(const catalogue::SortWish& wish);
   [[nodiscard]] const std::string& Query() const { return query_; }
   [[nodiscard]] const catalogue::SortWish& Sorted() const { return sort_; }
-  /// Notices that the table has changed. Called once a frame; quick.
+  /// Notices that the table has changed. Called once a frame; quick. Rows in which only cells changed stay in
+  /// their order, so that none moves away under a hand while their files are analysed.
   void Follow();
+  /// Rows are sorted again by what their cells say now.
+  void SortAgain();
 
   /// Rows of the table (from 1) as they are shown; null: all of them as they stand. Shared, because the
   /// window draws from it while the next one is made; it never changes. After rows were taken out of the
@@ -46,6 +49,7 @@ class TableSearch {
   [[nodiscard]] bool Busy() const { return working_; }
 
  private:
+  enum class Order { Kept, Fresh };
   struct Work;
   void Begin();
   void Take(Rows rows);
@@ -58,6 +62,7 @@ class TableSearch {
   catalogue::SortWish sort_;
   catalogue::track_table seen_;  ///< as it was when a worker was last given it
   bool asked_ = false;
+  bool sort_again_ = false;
   bool working_ = false;
   Rows shown_;
   std::uint64_t answers_ = 0;

@@ -262,5 +262,32 @@ TEST_F(ListDeskTest, TheNewestWishForASearchWins) {
   EXPECT_EQ(search.Answers(), answers + 1);
 }
 
+TEST_F(ListDeskTest, RowsStayWhereTheyAreWhileTheirCellsAreFilledInUntilTheyAreSortedAgain) {
+  namespace track = catalogue::track;
+  StartUp();
+  catalogue::track_table& table = station_->Catalogue();
+  for (const char* file : {"a", "b", "c"}) table.AddRow(std::vector<std::string_view>{"", "", "", file, ""});
+  TableSearch& search = station_->Lists().Search();
+  search.Sort({track::kBpm, catalogue::SortAs::Number, catalogue::SortDirection::Up});
+  Work();
+  const auto follow = [&] {
+    search.Follow();
+    Work();
+    return *search.Shown();
+  };
+  table.SetCell(3, track::kBpm, "100");
+  EXPECT_THAT(follow(), ElementsAre(1, 2, 3));
+  search.SortAgain();
+  Work();
+  EXPECT_THAT(*search.Shown(), ElementsAre(3, 1, 2));
+  table.SetCell(2, track::kBpm, "90");
+  EXPECT_THAT(follow(), ElementsAre(3, 1, 2));
+  search.Sort({track::kBpm, catalogue::SortAs::Number, catalogue::SortDirection::Down});
+  Work();
+  EXPECT_THAT(*search.Shown(), ElementsAre(3, 2, 1));
+  table.RemoveRow(1);
+  EXPECT_THAT(follow(), ElementsAre(2, 1)) << "rows that go take their numbers with them";
+}
+
 }  // namespace
 }  // namespace app

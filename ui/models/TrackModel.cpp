@@ -21,11 +21,16 @@ TrackModel::TrackModel(const catalogue::track_table& table, std::optional<TableI
       id_(id),
       shape_(shape),
       look_(look),
+      seen_(table),
       table_rows_(table.Rows()),
       rows_(table.Rows()) {}
 
 void TrackModel::Sync() {
   const int rows = table_.Rows();
+  if (!table_.IsCopyOf(seen_)) {
+    seen_ = table_;
+    Repaint();  // of the rows in sight: the grid asks for no others
+  }
   if (rows == table_rows_) return;
   if (rows < table_rows_) return Reload();
   table_rows_ = rows;

@@ -19,8 +19,8 @@ namespace ui {
 
 /// The rows of a table for a grid. Reads cells as they are asked for, so a million rows cost nothing.
 ///
-/// Law: the table tells nobody of its changes. Sync() finds rows that were appended and a table that became
-/// shorter; whoever changes or moves rows calls Reload().
+/// Law: the table tells nobody of its changes. Sync() finds rows that were appended, a table that became
+/// shorter, and cells that were changed; whoever moves rows calls Reload().
 class TrackModel final : public QAbstractTableModel {
   Q_OBJECT
 
@@ -93,8 +93,9 @@ class TrackModel final : public QAbstractTableModel {
   const GridShape& shape_;
   Look look_;
   app::TableSearch::Rows order_;
-  int table_rows_;  ///< when it was looked at last
-  int rows_;        ///< shown
+  catalogue::track_table seen_;  ///< a copy, which shows whether anything was changed since
+  int table_rows_;               ///< when it was looked at last
+  int rows_;                     ///< shown
   WasPlayed was_played_;
   std::size_t played_ = 0;
   IsMissing is_missing_;

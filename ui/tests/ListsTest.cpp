@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
+#include <QSignalSpy>
 #include <QSlider>
 #include <QTableView>
 #include <fstream>
@@ -89,6 +90,16 @@ TEST_F(ListsTest, WhatIsDraggedAndWhatIsLeftOutOfSightStayWhatTheyAre) {
   Type("third");
   DropRows("Catalogue", {1}, "PlayListView1");
   EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kTitle), "Third Time");
+}
+
+TEST_F(ListsTest, AValueThatIsFilledInIsPaintedAtOnceAndNothingElseIs) {
+  Work();
+  QSignalSpy painted(Find<QTableView>("Catalogue").model(), &QAbstractItemModel::dataChanged);
+  Settle();
+  EXPECT_EQ(painted.count(), 0);
+  station->Catalogue().SetCell(2, catalogue::track::kBpm, "99.00");
+  Settle();
+  EXPECT_EQ(painted.count(), 1);
 }
 
 TEST_F(ListsTest, AHeadSortsUpThenDownThenAsTheRowsStand) {
