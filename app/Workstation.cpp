@@ -49,6 +49,9 @@ Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Cond
       static_cast<void>(catalogue::CarryTo(*store, from, to));
     });
   }
+  parts_->lists.OnOpened([parts = parts_.get()](const catalogue::track_table& playlist, int first_row) {
+    parts->missing.LookAt(playlist, catalogue::track::kFilename, first_row);
+  });
   parts_->stage.OnAnalysed([parts = parts_.get()](const std::string& filename,
                                                   const music::TrackAnalysis& found,
                                                   const catalogue::FileMarks& marks) {

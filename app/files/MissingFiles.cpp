@@ -102,15 +102,35 @@ void MissingFiles::LookAgain() {
   Look();
 }
 
+void MissingFiles::LookAt(const catalogue::track_table& table, int column, int first_row) {
+  if (newest_ != nullptr) return Look();  // which began before these rows were there
+  outside_.background.Post([this, gate = gate_, box = box_, table, column, row = first_row]() mutable {
+    gate->Pass([&] {
+      std::vector<Seen> seen;
+      for (; row <= table.Rows(); ++row) {
+        std::string file(table.Cell(row, column));
+        if (file.empty()) continue;
+        const bool there = FileIsThere(file);
+        seen.push_back({std::move(file), there});
+      }
+      box->Post([this, seen = std::move(seen)] { Note(seen); });
+    });
+  });
+}
+
+void MissingFiles::Note(const std::vector<Seen>& files) {
+  bool changed = false;
+  for (const Seen& one : files) {
+    const bool news = one.there ? missing_.erase(one.file) > 0 : missing_.insert(one.file).second;
+    changed = changed || news;
+  }
+  if (changed) ++answers_;
+}
+
 void MissingFiles::LookAt(const std::string& file) {
   if (file.empty()) return;
   outside_.workers.Post([this, gate = gate_, box = box_, file] {
-    gate->Pass([&] {
-      box->Post([this, file, there = FileIsThere(file)] {
-        const bool changed = there ? missing_.erase(file) > 0 : missing_.insert(file).second;
-        if (changed) ++answers_;
-      });
-    });
+    gate->Pass([&] { box->Post([this, file, there = FileIsThere(file)] { Note({{file, there}}); }); });
   });
 }
 

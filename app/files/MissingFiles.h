@@ -41,6 +41,8 @@ class MissingFiles {
   void Look();
   /// Unless they are being looked for, or were less than a minute ago.
   void LookAgain();
+  /// At these rows of a table, soon.
+  void LookAt(const catalogue::track_table& table, int column, int first_row);
   /// At this one, at once.
   void LookAt(const std::string& file);
 
@@ -50,6 +52,11 @@ class MissingFiles {
 
  private:
   struct Round;
+  struct Seen {
+    std::string file;
+    bool there;
+  };
+  void Note(const std::vector<Seen>& files);
   static void LookOn(const std::shared_ptr<Round>& round);
   void Take(Round& round);
 

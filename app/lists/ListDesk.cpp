@@ -206,8 +206,12 @@ void ListDesk::SendTables() {
 
 void ListDesk::OpenPlaylist(int number, const std::string& path, Opened done) {
   assert(number >= 1 && number <= 3 && "there are three playlists");
-  intake_.Open(path, tables_.catalogue, tables_.playlists[static_cast<std::size_t>(number - 1)],
-               std::move(done));
+  catalogue::track_table& playlist = tables_.playlists[static_cast<std::size_t>(number - 1)];
+  intake_.Open(path, tables_.catalogue, playlist,
+               [this, &playlist, done = std::move(done)](int rows, std::vector<std::string> refused) {
+                 if (opened_ && rows > 0) opened_(playlist, playlist.Rows() - rows + 1);
+                 if (done) done(rows, std::move(refused));
+               });
 }
 
 void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved done) {

@@ -66,6 +66,9 @@ class ListDesk {
   [[nodiscard]] TableSearch& Search() { return search_; }
   [[nodiscard]] TableSearch& KaraokeSearch() { return karaoke_search_; }
 
+  /// Called with the rows that were opened into a playlist.
+  using RowsOpened = std::function<void(const catalogue::track_table& playlist, int first_row)>;
+  void OnOpened(RowsOpened opened) { opened_ = std::move(opened); }
   using Opened = PlaylistIntake::Done;
   /// Appends what a chosen file holds to playlist 1 to 3.
   void OpenPlaylist(int number, const std::string& path, Opened done);
@@ -107,6 +110,7 @@ class ListDesk {
   Tables tables_;
   Settings& settings_;
   LocalTime local_time_;
+  RowsOpened opened_;
   TableSearch search_;
   TableSearch karaoke_search_;
   PlaylistIntake intake_;

@@ -289,5 +289,12 @@ TEST_F(ListDeskTest, RowsStayWhereTheyAreWhileTheirCellsAreFilledInUntilTheyAreS
   EXPECT_THAT(follow(), ElementsAre(2, 1)) << "rows that go take their numbers with them";
 }
 
+TEST_F(ListDeskTest, FilesOfAnOpenedPlaylistThatAreNotThereAreMarked) {
+  StartUp();
+  Open(Write("a.TPL", Line("/not/there.mp3")));
+  Work();
+  EXPECT_TRUE(station_->IsMissing("/not/there.mp3"));
+}
+
 }  // namespace
 }  // namespace app

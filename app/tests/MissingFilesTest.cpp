@@ -105,6 +105,20 @@ TEST_F(MissingFilesTest, OneFileIsLookedAtAtOnce) {
   EXPECT_FALSE(files_.Has(Path(7)));
 }
 
+TEST_F(MissingFilesTest, RowsThatCameAreLookedAtAtOnceAlsoWhileAllAre) {
+  for (const int file : {601, 602}) Add(playlist_, file), Lose(file);
+  files_.LookAt(playlist_, catalogue::track::kFilename, 2);
+  Work();
+  EXPECT_TRUE(files_.Has(Path(601)) && files_.Has(Path(602)));
+  files_.Look();
+  workers_.RunOne();
+  Add(playlist_, 603);
+  Lose(603);
+  files_.LookAt(playlist_, catalogue::track::kFilename, 4);
+  Work();
+  EXPECT_TRUE(files_.Has(Path(601)) && files_.Has(Path(603)));
+}
+
 TEST_F(MissingFilesTest, OnlyTheNewestLookCounts) {
   files_.Look();
   workers_.RunOne();
