@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "catalogue/Companion.h"
 #include "catalogue/MixingTags.h"
 #include "catalogue/track_table.h"
 #include "support/Text.h"
@@ -48,7 +49,8 @@ FileKind KindOf(std::string_view path) {
 
 std::string AudioPathOf(const std::string& path) {
   if (KindOf(path) != FileKind::DiscImage) return path;
-  return path.substr(0, path.size() - 3) + "mp3";
+  const std::string found = CompanionOf(path, "mp3");
+  return found.empty() ? path.substr(0, path.size() - 3) + "mp3" : found;
 }
 
 TrackCells MaterialOf(const FileTags& tags, const MixingTags& mixing) {

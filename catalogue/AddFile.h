@@ -25,6 +25,7 @@ enum class FileKind {
 [[nodiscard]] FileKind KindOf(std::string_view path);
 
 /// The file that is analysed and played for this one: a disc image's companion, else the file itself.
+/// Threads: a worker; of a disc image it blocks on the disk.
 [[nodiscard]] std::string AudioPathOf(const std::string& path);
 
 /// The cells of a track record in column order.

@@ -16,6 +16,11 @@ constexpr std::array<std::string_view, 4> kMusicMasks{"*.mp3", "*.ogg", "*.flac"
 constexpr std::string_view kDiscImages = "*.cdg", kArchives = "*.zip";
 constexpr std::array<std::string_view, 4> kKaraokeMasks{"*.mp3", "*.kar", "*.mid", kArchives};
 
+constexpr std::array<std::string_view, 15> kPlayedMusic{"*.mp3", "*.ogg",  "*.flac", "*.wma", "*.wav",
+                                                        "*.m4a", "*.mp4",  "*.aac",  "*.oga", "*.opus",
+                                                        "*.aif", "*.aiff", "*.ape",  "*.wv",  "*.mpc"};
+constexpr std::array<std::string_view, 5> kPlayedSongs{"*.mp3", "*.kar", "*.mid", kArchives, kDiscImages};
+
 // As exact text, on drive C alone: that is how these folders were always left out.
 constexpr std::string_view kNeverListed = "C:\\System Volume Information";
 constexpr std::string_view kNeverEntered = "C:\\Recycler";
@@ -47,6 +52,23 @@ std::optional<std::size_t> MaskOf(ScanMode mode, std::string_view name) {
   return static_cast<std::size_t>(found - masks.begin());
 }
 
+std::span<const std::string_view> PlayableMasks(ScanMode mode) {
+  if (mode == ScanMode::Karaoke) return kPlayedSongs;
+  return kPlayedMusic;
+}
+
+bool IsPlayable(ScanMode mode, std::string_view name) {
+  const auto masks = PlayableMasks(mode);
+  return !IsDebris(name) && std::any_of(masks.begin(), masks.end(),
+                                        [name](std::string_view mask) { return Matches(name, mask); });
+}
+
+bool IsDebris(std::string_view name) {
+  return name.starts_with("._") || name.starts_with(".Trash") ||
+         support::EqualsIgnoringCase(name, "$RECYCLE.BIN") ||
+         support::EqualsIgnoringCase(name, "System Volume Information");
+}
+
 bool IsDiscImage(std::string_view name) {
   return Matches(name, kDiscImages);
 }
@@ -73,7 +95,20 @@ std::string PathIn(std::string_view folder, std::string_view name) {
 }
 
 FolderWalk::FolderWalk(FolderReader& folders, std::string root, ScanMode mode)
-    : folders_(folders), root_(std::move(root)), mode_(mode) {}
+    : folders_(folders),
+      root_(std::move(root)),
+      files_([mode](std::string_view name) {
+        return MaskOf(mode, name).has_value() || (mode == ScanMode::Karaoke && IsDiscImage(name));
+      }),
+      deeper_([](std::string_view) { return true; }),
+      images_apart_(mode == ScanMode::Karaoke) {}
+
+FolderWalk::FolderWalk(FolderReader& folders, std::string root, Wanted files, Wanted deeper)
+    : folders_(folders),
+      root_(std::move(root)),
+      files_(std::move(files)),
+      deeper_(std::move(deeper)),
+      images_apart_(false) {}
 
 std::optional<WalkedFolder> FolderWalk::Step() {
   if (state_ != State::Going) return std::nullopt;
@@ -102,10 +137,7 @@ bool FolderWalk::StillThere(const std::string& path, const std::string& identity
 
 void FolderWalk::Enter(const std::string& path) {
   if (!IsListed(path)) return;
-  const bool karaoke = mode_ == ScanMode::Karaoke;
-  auto read = folders_.List(path, [this, karaoke](std::string_view name) {
-    return MaskOf(mode_, name).has_value() || (karaoke && IsDiscImage(name));
-  });
+  auto read = folders_.List(path, files_);
   if (!read) return Fail(path, read.Failure());
   FolderContent content = std::move(read).Value();
   if (levels_.empty()) root_identity_ = content.identity;
@@ -114,14 +146,16 @@ void FolderWalk::Enter(const std::string& path) {
   std::sort(content.folders.begin(), content.folders.end(), std::greater<>());
   Level level{{path, std::move(content.identity), {}, {}}, {}};
   for (ListedFile& file : content.files) {
-    if (karaoke && IsDiscImage(file.name)) {
+    if (images_apart_ && IsDiscImage(file.name)) {
       level.folder.images.push_back(std::move(file));
     } else {
       level.folder.files.push_back(std::move(file));
     }
   }
   level.deeper.reserve(content.folders.size());
-  for (const std::string& name : content.folders) level.deeper.push_back(PathIn(path, name));
+  for (const std::string& name : content.folders) {
+    if (deeper_(name)) level.deeper.push_back(PathIn(path, name));
+  }
   levels_.push_back(std::move(level));
 }
 

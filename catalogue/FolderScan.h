@@ -22,6 +22,13 @@ inline constexpr std::size_t kMostMasks = 4;
 /// The place of the mask that a file's name matches, from 0 and whatever the letter case; nothing for none.
 /// No name matches two.
 [[nodiscard]] std::optional<std::size_t> MaskOf(ScanMode mode, std::string_view name);
+/// The masks of the files that decks play, and of those that are songs of the karaoke table: what somebody
+/// means who adds a folder by hand.
+[[nodiscard]] std::span<const std::string_view> PlayableMasks(ScanMode mode);
+[[nodiscard]] bool IsPlayable(ScanMode mode, std::string_view name);
+/// What lies on a disk without being anybody's music: waste, and what other systems note beside their files.
+[[nodiscard]] bool IsDebris(std::string_view name);
+
 /// The picture of a karaoke song, which no mask takes.
 [[nodiscard]] bool IsDiscImage(std::string_view name);
 /// A karaoke song whose picture and sound lie in one file.
@@ -55,6 +62,9 @@ class FolderWalk {
   };
 
   FolderWalk(FolderReader& folders, std::string root, ScanMode mode);
+  /// Finds the files whose names are wanted, and enters the folders whose names are.
+  using Wanted = FolderReader::Wanted;
+  FolderWalk(FolderReader& folders, std::string root, Wanted files, Wanted deeper);
 
   /// Lists one folder at most, so it may give none while it is going.
   std::optional<WalkedFolder> Step();
@@ -78,7 +88,9 @@ class FolderWalk {
 
   FolderReader& folders_;
   const std::string root_;
-  const ScanMode mode_;
+  const Wanted files_;
+  const Wanted deeper_;
+  const bool images_apart_;
   State state_ = State::Going;
   bool begun_ = false;
   std::string root_identity_;

@@ -3,6 +3,8 @@
 #include "catalogue/RowMoves.h"
 
 #include <algorithm>
+#include <cstdlib>
+#include <utility>
 
 namespace catalogue {
 namespace {
@@ -29,8 +31,28 @@ int AppendRows(track_table& to, const track_table& from, std::span<const int> ro
 
 int RemoveRows(track_table& table, std::vector<int> rows) {
   rows = InTheirOrder(std::move(rows), table.Rows());
-  std::for_each(rows.rbegin(), rows.rend(), [&table](int row) { table.RemoveRow(row); });
+  if (rows.size() == 1) {
+    table.RemoveRow(rows.front());
+  } else {
+    table.RemoveRows(rows);
+  }
   return static_cast<int>(rows.size());
+}
+
+void InsertRows(track_table& table, int before, track_table&& rows) {
+  if (before < 1 || before > table.Rows()) return table.AppendAll(std::move(rows));
+  constexpr int kFew = 64;
+  if (rows.Rows() > kFew) return table.InsertAll(before, std::move(rows));
+  for (int row = 1; row <= rows.Rows(); ++row) table.InsertFrom(before + row - 1, rows, row);
+}
+
+int RowNearest(const track_table& table, int column, std::string_view text, int place) {
+  int nearest = 0;
+  table.VisitColumn(column, [&](int row, std::string_view cell) {
+    if (cell == text && (nearest == 0 || std::abs(row - place) < std::abs(nearest - place))) nearest = row;
+    return nearest == 0 || row - place < std::abs(nearest - place);
+  });
+  return nearest;
 }
 
 int MoveRows(track_table& table, std::vector<int> rows, int before) {

@@ -6,6 +6,7 @@
 #include <array>
 #include <cassert>
 #include <cstdint>
+#include <iterator>
 #include <string>
 #include <unordered_set>
 #include <utility>
@@ -195,6 +196,61 @@ int track_table::AppendFrom(const track_table& other, int row) {
   return AddRow(cells);
 }
 
+void track_table::InsertFrom(int before, const track_table& other, int row) {
+  if (!Has(before, 1)) {
+    AppendFrom(other, row);
+    return;
+  }
+  std::vector<std::string_view> cells(columns_.size());
+  other.Cells(row, cells);
+  std::string inserted;
+  AppendRow(inserted, cells, columns_.size());
+  Place place = Find(before);
+  if (slots_[place.slot].block->starts.size() >= 2 * kRowsInBlock) {
+    Cut(place.slot, kRowsInBlock);
+    place = Find(before);
+  }
+  Block& block = Writable(place.slot);
+  block.rows.insert(block.starts[place.row], inserted);
+  const auto first = block.starts.begin() + static_cast<std::ptrdiff_t>(place.row);
+  for (auto start = block.starts.insert(first, *first) + 1; start != block.starts.end(); ++start) {
+    *start += static_cast<std::uint32_t>(inserted.size());
+  }
+  for (std::size_t i = place.slot + 1; i < slots_.size(); ++i) ++slots_[i].rows_before;
+}
+
+void track_table::InsertAll(int before, track_table&& other) {
+  if (!Has(before, 1)) return AppendAll(std::move(other));
+  Place place = Find(before);
+  if (place.row > 0) Cut(place.slot++, place.row);
+  slots_.insert(slots_.begin() + static_cast<std::ptrdiff_t>(place.slot),
+                std::make_move_iterator(other.slots_.begin()), std::make_move_iterator(other.slots_.end()));
+  other.slots_.clear();
+  CountRows();
+}
+
+void track_table::Cut(std::size_t slot, std::size_t rows_in_first) {
+  Block& first = Writable(slot);
+  const std::uint32_t cut = first.starts[rows_in_first];
+  auto second = std::make_shared<Block>();
+  second->rows = first.rows.substr(cut);
+  for (std::size_t i = rows_in_first; i < first.starts.size(); ++i) {
+    second->starts.push_back(first.starts[i] - cut);
+  }
+  first.rows.resize(cut);
+  first.starts.resize(rows_in_first);
+  const int before = slots_[slot].rows_before + static_cast<int>(rows_in_first);
+  slots_.insert(slots_.begin() + static_cast<std::ptrdiff_t>(slot) + 1, {std::move(second), before, false});
+}
+
+void track_table::CountRows() {
+  int before = 0;
+  for (Slot& slot : slots_) {
+    slot.rows_before = before;
+    before += static_cast<int>(slot.block->starts.size());
+  }
+}
+
 void track_table::AppendAll(track_table&& other) {
   const int rows = Rows();
   for (Slot& slot : other.slots_) {
@@ -212,6 +268,29 @@ void track_table::RemoveRow(int row) {
   block.starts.erase(block.starts.begin() + static_cast<std::ptrdiff_t>(place.row));
   for (std::size_t i = place.slot + 1; i < slots_.size(); ++i) --slots_[i].rows_before;
   if (block.starts.empty()) slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(place.slot));
+}
+
+void track_table::RemoveRows(std::span<const int> rows) {
+  auto gone = rows.begin();
+  for (Slot& slot : slots_) {
+    const Block& old = *slot.block;
+    const int first = slot.rows_before + 1;
+    const int last = slot.rows_before + static_cast<int>(old.starts.size());
+    if (gone == rows.end() || *gone > last) continue;
+    auto rest = std::make_shared<Block>();
+    for (int row = first; row <= last; ++row) {
+      if (gone != rows.end() && *gone == row) {
+        ++gone;
+        continue;
+      }
+      rest->starts.push_back(static_cast<std::uint32_t>(rest->rows.size()));
+      rest->rows += old.Row(static_cast<std::size_t>(row - first));
+    }
+    slot.block = std::move(rest);
+    slot.shared = false;
+  }
+  std::erase_if(slots_, [](const Slot& slot) { return slot.block->starts.empty(); });
+  CountRows();
 }
 
 void track_table::Clear() {

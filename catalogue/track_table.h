@@ -82,11 +82,18 @@ class track_table {
   [[nodiscard]] Lines LinesFrom(int row) const;
   /// Copies a row's cells in column order to a new row of this table.
   int AppendFrom(const track_table& other, int row);
+  /// Copies a row of another table to a new one before this row; one past the last: at the end.
+  void InsertFrom(int before, const track_table& other, int row);
   /// Puts another table's row in the place of this one.
   void ReplaceRow(int row, const track_table& other, int other_row);
+  /// Moves all rows of another table of the same columns before this row of our own. For many rows: they stay
+  /// in their blocks.
+  void InsertAll(int before, track_table&& other);
   /// Moves all rows of another table of the same columns behind our own.
   void AppendAll(track_table&& other);
   void RemoveRow(int row);
+  /// Requires: ascending, none twice.
+  void RemoveRows(std::span<const int> rows);
   void Clear();
   /// The rows that may differ since one table was copied from the other: all that lie in blocks which only
   /// this one has.
@@ -121,6 +128,9 @@ class track_table {
   /// Requires: the row is there.
   void PutRow(int row, std::span<const std::string_view> cells);
   Block& Writable(std::size_t slot);
+  /// Makes two blocks of one. Requires: neither is empty.
+  void Cut(std::size_t slot, std::size_t rows_in_first);
+  void CountRows();
   /// The last block, or a new one where it does not hold so many more rows.
   Block& BlockFor(std::size_t rows, std::size_t bytes);
 

@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
+#include "catalogue/Companion.h"
 #include "catalogue/MixingTags.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "catalogue/track_table.h"
@@ -128,6 +132,25 @@ TEST(MixingTagsTest, ATempoOfTheBlockWinsOverTheTagsOwn) {
   FileTags tags = WithBlock("BPM\r\n121.5");
   tags.bpm = "120";
   EXPECT_EQ(CellOf(TrackRow("a.mp3", tags), track::kBpm), "121.5");
+}
+
+TEST(CompanionTest, ItIsFoundWhateverTheLetterCaseAndTheSameSpellingFirst) {
+  namespace fs = std::filesystem;
+  const fs::path folder = fs::path(::testing::TempDir()) / "companions";
+  fs::remove_all(folder);
+  fs::create_directories(folder / "dir.mp3");
+  for (const char* name : {"S.MP3", "x.Mp3", "X.mP3", "dir.cdg"}) std::ofstream(folder / name) << "x";
+  const auto beside = [&](const char* name) {
+    return fs::path(CompanionOf((folder / name).string(), "mp3")).filename().string();
+  };
+  EXPECT_EQ(beside("S.CDG"), "S.MP3");
+  EXPECT_EQ(beside("s.cdg"), "S.MP3");
+  EXPECT_EQ(beside("x.cdg"), "x.Mp3");
+  EXPECT_EQ(beside("none.cdg"), "");
+  EXPECT_EQ(beside("dir.cdg"), "") << "a folder";
+  EXPECT_EQ(AudioPathOf((folder / "S.CDG").string()), (folder / "S.MP3").string());
+  EXPECT_EQ(AudioPathOf("/nowhere/T.CDG"), "/nowhere/T.mp3");
+  fs::remove_all(folder);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include "catalogue/FolderScan.h"
 
 #include <gtest/gtest.h>
+#include <filesystem>
 
 #include <filesystem>
 #include <fstream>

@@ -141,5 +141,45 @@ TEST(TrackTableTest, ManyChangesLeaveWhatAPlainTableWouldHold) {
   plain_snapshot.ExpectSame(snapshot);
 }
 
+/// The same things done to a table and to a plain list of its first cells.
+TEST(TrackTableEditTest, RowsGoInAndOutAtAnyPlaceOfLargeTables) {
+  track_table table(KaraokeColumns());
+  std::vector<std::string> plain;
+  for (int i = 0; i < 2000; ++i) {
+    plain.push_back(std::to_string(i));
+    table.AddRow(std::vector<std::string_view>{plain.back()});
+  }
+  const track_table copy = table;
+  unsigned seed = 1;
+  const auto pick = [&seed](std::size_t below) { return (seed = seed * 1103515245 + 12345) / 65536 % below; };
+  for (int step = 0; step < 1500; ++step) {
+    const std::size_t place = pick(plain.size());
+    const std::size_t from = pick(2000);
+    table.InsertFrom(static_cast<int>(place) + 1, copy, static_cast<int>(from) + 1);
+    plain.insert(plain.begin() + static_cast<std::ptrdiff_t>(place), std::to_string(from));
+  }
+  for (int step = 0; step < 20; ++step) {
+    std::vector<int> gone;
+    for (std::size_t row = pick(50) + 1; row <= plain.size() && gone.size() < 300; row += 1 + pick(3)) {
+      gone.push_back(static_cast<int>(row));
+    }
+    for (auto row = gone.rbegin(); row != gone.rend(); ++row) plain.erase(plain.begin() + *row - 1);
+    table.RemoveRows(gone);
+    track_table more(KaraokeColumns());
+    for (int row = 1; row <= 300; ++row) more.AppendFrom(copy, row);
+    const std::size_t place = pick(plain.size());
+    table.InsertAll(static_cast<int>(place) + 1, std::move(more));
+    for (int row = 300; row >= 1; --row) {
+      plain.insert(plain.begin() + static_cast<std::ptrdiff_t>(place), std::to_string(row - 1));
+    }
+  }
+  ASSERT_EQ(table.Rows(), static_cast<int>(plain.size()));
+  for (int row = 1; row <= table.Rows(); ++row) {
+    ASSERT_EQ(table.Cell(row, 1), plain[static_cast<std::size_t>(row) - 1]) << row;
+  }
+  EXPECT_EQ(copy.Rows(), 2000);
+  for (int row = 1; row <= 2000; ++row) ASSERT_EQ(copy.Cell(row, 1), std::to_string(row - 1));
+}
+
 }  // namespace
 }  // namespace catalogue
