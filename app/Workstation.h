@@ -258,12 +258,12 @@ class Workstation {
   [[nodiscard]] std::size_t MissingChecks() const;
   /// Again, unless they were less than a minute ago.
   void LookForFiles();
-  /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row whose
-  /// file could not be deleted stays. Called back on the window's thread with the number of rows removed and
-  /// a sentence for each file that is still there.
+  /// Deletes the rows' files from the disk, then their rows, and saves the index. Asks nobody. A row stays
+  /// whose file could not be deleted, or is not there. Called back on the window's thread with the number of
+  /// rows removed and a sentence for each file that was not deleted.
   using DeletedFiles = std::function<void(int rows, std::vector<std::string> kept)>;
   void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
-  /// The same for the karaoke table; with each file but an archive goes the mp3 of the same name.
+  /// The same for the karaoke table; with each file but an archive go the mp3 and the disc image of its name.
   void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
   /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
   /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the

@@ -64,7 +64,7 @@ struct Workstation::Parts {
         song_intake(karaoke, outside.tags, outside.workers, gate, window, say, scratch, &song_reader),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
-        karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Mp3, outside.workers,
+        karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Song, outside.workers,
                         gate, window, say),
         cores(std::make_shared<IdleCores>(outside.background.threads)),
         tree_scan({Folders(), outside.tags, &scratch, &song_reader, outside.side_store}, Idle(), gate, cores),

@@ -7,15 +7,12 @@
 
 namespace catalogue {
 
-bool DeleteFile(const std::string& path) {
+Deletion DeleteFile(const std::string& path) {
   std::error_code error;
-  if (path.empty() || std::filesystem::is_directory(path, error)) return false;
-  std::filesystem::remove(path, error);
-  return !error;
-}
-
-std::string Mp3BesideOf(const std::string& path) {
-  return std::filesystem::path(path).replace_extension(".mp3").string();
+  if (path.empty() || std::filesystem::is_directory(path, error)) return Deletion::Failed;
+  const bool removed = std::filesystem::remove(path, error);
+  if (error) return Deletion::Failed;
+  return removed ? Deletion::Done : Deletion::WasNotThere;
 }
 
 }  // namespace catalogue

@@ -6,11 +6,12 @@
 
 namespace catalogue {
 
-/// False when the file is still there; one that was not there before is gone too. Never touches a folder.
-/// Threads: a worker; blocks on the disk.
-[[nodiscard]] bool DeleteFile(const std::string& path);
-
-/// The file of the same name with the extension ".mp3".
-[[nodiscard]] std::string Mp3BesideOf(const std::string& path);
+enum class Deletion {
+  Done,
+  WasNotThere,  ///< its disk may be unplugged
+  Failed,       ///< it is still there
+};
+/// Never touches a folder. Threads: a worker; blocks on the disk.
+[[nodiscard]] Deletion DeleteFile(const std::string& path);
 
 }  // namespace catalogue

@@ -59,6 +59,10 @@ constexpr Row kRows[] = {
      "Een voorinstelling heeft een naam van één regel nodig."},
     {Sentence::FileNotAnalysed, "%1 was left out: it is not there, or holds no sound that can be read.",
      "%1 is overgeslagen: het is er niet, of bevat geen leesbaar geluid."},
+    {Sentence::FileNotThere,
+     "\"%1\" is not there now, so nothing was deleted and its row stays. \"Remove from list\" takes it out.",
+     "\"%1\" is er nu niet, dus er is niets verwijderd en de rij blijft. \"Van de lijst halen\" haalt haar "
+     "weg."},
     {Sentence::PlaylistIsPathList,
      "\"%1\" is no playlist of this program but a list of paths: give it the ending .m3u, then it opens.",
      "\"%1\" is geen afspeellijst van dit programma maar een lijst met paden: geef haar de extensie .m3u, "

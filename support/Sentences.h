@@ -34,6 +34,7 @@ enum class Sentence : int {
   PresetNotDeleted,
   PresetNeedsName,
   FileNotAnalysed,
+  FileNotThere,
 
   PlaylistIsPathList = 150,
   PlaylistLinesLeftOut,

@@ -3,8 +3,10 @@
 #include "app/files/FileRemoval.h"
 
 #include <algorithm>
+#include <string_view>
 #include <utility>
 
+#include "catalogue/Companion.h"
 #include "catalogue/DeleteFile.h"
 #include "catalogue/FolderScan.h"
 #include "catalogue/RowMoves.h"
@@ -20,18 +22,30 @@ struct FileRemoval::Batch {
 
   void Work(const support::Sentences& say) {
     for (File& file : files) {
+      // Before the file: what belongs to it is known by its name.
+      const std::vector<std::string> others = companion == Companion::Song ? PartsBeside(file.name) : Names();
       file.gone = Delete(file.name, say);
-      if (file.gone && companion == Companion::Mp3 && !catalogue::IsArchive(file.name)) {
-        Delete(catalogue::Mp3BesideOf(file.name), say);
-      }
+      for (const std::string& other : file.gone ? others : Names()) Delete(other, say);
     }
   }
   bool Delete(const std::string& name, const support::Sentences& say) {
-    if (catalogue::DeleteFile(name)) return true;
-    kept.push_back(say(support::Sentence::FileNotDeleted, {name}));
+    const catalogue::Deletion deletion = catalogue::DeleteFile(name);
+    if (deletion == catalogue::Deletion::Done) return true;
+    const bool there = deletion == catalogue::Deletion::Failed;
+    kept.push_back(say(there ? support::Sentence::FileNotDeleted : support::Sentence::FileNotThere, {name}));
     return false;
   }
+  static std::vector<std::string> PartsBeside(const std::string& song) {
+    std::vector<std::string> parts;
+    if (catalogue::IsArchive(song)) return parts;
+    for (const std::string_view extension : {"mp3", "cdg"}) {
+      std::string part = catalogue::CompanionOf(song, extension);
+      if (!part.empty() && part != song) parts.push_back(std::move(part));
+    }
+    return parts;
+  }
 
+  using Names = std::vector<std::string>;
   Companion companion;
   Done done;
   std::vector<File> files;

@@ -17,12 +17,12 @@ namespace app {
 
 /// Deletes the files of a table's rows from the disk, on a worker, and then their rows.
 ///
-/// A row whose file could not be deleted stays. Nobody is asked: the window did. Threads: the table's owner,
-/// who empties the box.
+/// A row whose file could not be deleted stays, and one whose file was not there: its disk may come back.
+/// Nobody is asked: the window did. Threads: the table's owner, who empties the box.
 class FileRemoval {
  public:
-  /// With each file of a karaoke table but an archive goes the mp3 of the same name.
-  enum class Companion { None, Mp3 };
+  /// Song: with each file but an archive go the mp3 and the disc image of the same name.
+  enum class Companion { None, Song };
   using Done = std::function<void(int rows, std::vector<std::string> kept)>;
 
   FileRemoval(catalogue::track_table& table, int filename_column, Companion companion,

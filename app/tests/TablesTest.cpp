@@ -77,17 +77,20 @@ TEST_F(TablesTest, AFileThatCannotBeDeletedKeepsItsRowAndIsNamed) {
   EXPECT_TRUE(Exists("1.mp3"));
 }
 
-TEST_F(TablesTest, ARowWhoseFileIsGoneAlreadyIsRemoved) {
+TEST_F(TablesTest, ARowWhoseFileIsNotThereStaysAndIsNotCalledDeleted) {
   StartUp();
   AddTracks({"1.mp3"});
   Delete({1, 5});
   Work();
-  EXPECT_EQ(removed_, 1);
-  EXPECT_EQ(kept_, Lines{});
+  EXPECT_EQ(removed_, 0);
+  ASSERT_EQ(kept_.size(), 1U);
+  EXPECT_NE(kept_.front().find("not there now"), std::string::npos);
+  EXPECT_EQ(station_->Catalogue().Rows(), 1);
 }
 
 TEST_F(TablesTest, RowsThatMovedMeanwhileAreFoundByTheirFile) {
   StartUp();
+  Write("2.mp3");
   AddTracks({"1.mp3", "2.mp3", "3.mp3"});
   Delete({2});
   station_->Catalogue().RemoveRow(1);
@@ -96,13 +99,15 @@ TEST_F(TablesTest, RowsThatMovedMeanwhileAreFoundByTheirFile) {
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), (folder_ / "3.mp3").string());
 }
 
-TEST_F(TablesTest, AKaraokeSongGoesWithItsMp3) {
+TEST_F(TablesTest, AKaraokeSongGoesWithItsSoundAndItsDiscImage) {
   StartUp();
-  for (const char* name : {"song.kar", "song.mp3", "other.mp3"}) Write(name);
+  for (const char* name : {"song.kar", "song.mp3", "Disc.MP3", "DISC.Cdg", "other.mp3"}) Write(name);
   AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.kar");
-  station_->DeleteKaraoke({1}, Taker());
+  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "Disc.MP3");
+  station_->DeleteKaraoke({1, 2}, Taker());
   Work();
   EXPECT_FALSE(Exists("song.kar") || Exists("song.mp3"));
+  EXPECT_FALSE(Exists("Disc.MP3") || Exists("DISC.Cdg"));
   EXPECT_TRUE(Exists("other.mp3"));
   EXPECT_EQ(files_.Content(folder_ / "tlvkaraoke.ndx"), "");
 }
