@@ -96,7 +96,7 @@ struct Workstation::Parts {
       organ.Tick(view);
       songs.Tick(view);
       cores->SetPlaying(AnyPlays(view));
-      lists.Tick(view);
+      lists.Tick(view, songs.Sung());
     });
   }
 

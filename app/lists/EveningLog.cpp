@@ -51,23 +51,24 @@ std::string HistoryFile(const std::string& evening) {
 
 HeardTracks::HeardTracks(const support::Clock& clock, Heard heard) : clock_(clock), told_(std::move(heard)) {}
 
-void HeardTracks::Tick(const WorkstationView& view) {
+void HeardTracks::Tick(const WorkstationView& view, const DeckView& song) {
   const support::TimePoint now = clock_.Now();
   const support::Duration passed = last_ == support::TimePoint{} ? support::Duration{} : now - last_;
   last_ = now;
-  for (std::size_t i = 0; i < decks_.size(); ++i) {
-    const DeckView& deck = view.decks[i];
-    Listening& listening = decks_[i];
-    const bool sounds = deck.state == DeckView::State::Playing;
-    const bool over = !sounds && deck.state != DeckView::State::Paused;
-    if (over || deck.filename != listening.file) listening = {deck.filename, {}, false};
-    if (!sounds || deck.waiting || passed > kLongestTick) continue;
-    listening.heard += passed;
-    const support::Duration half = deck.length / 2;
-    const bool enough =
-        listening.heard >= kLongEnough || (half > support::Duration{} && listening.heard >= half);
-    if (enough && !std::exchange(listening.told, true)) told_(deck);
-  }
+  for (std::size_t i = 0; i < kHeardDecks; ++i) Listen(heard_[i], view.decks[i], passed);
+  Listen(heard_[kHeardDecks], song, passed);
+}
+
+void HeardTracks::Listen(Listening& listening, const DeckView& deck, support::Duration passed) {
+  const bool sounds = deck.state == DeckView::State::Playing;
+  const bool over = !sounds && deck.state != DeckView::State::Paused;
+  if (over || deck.filename != listening.file) listening = {deck.filename, {}, false};
+  if (!sounds || deck.waiting || passed > kLongestTick) return;
+  listening.heard += passed;
+  const support::Duration half = deck.length / 2;
+  const bool enough =
+      listening.heard >= kLongEnough || (half > support::Duration{} && listening.heard >= half);
+  if (enough && !std::exchange(listening.told, true)) told_(deck);
 }
 
 struct EveningLog::HeardTrack {

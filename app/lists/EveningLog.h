@@ -32,8 +32,9 @@ class HeardTracks {
  public:
   using Heard = std::function<void(const DeckView& deck)>;
   HeardTracks(const support::Clock& clock, Heard heard);
-  /// Of decks 1 to 3; what is listened to beforehand does not count.
-  void Tick(const WorkstationView& view);
+  /// Of decks 1 to 3 and the song of the synthesiser, as a deck's view would show it; what is listened to
+  /// beforehand does not count.
+  void Tick(const WorkstationView& view, const DeckView& song);
 
  private:
   struct Listening {
@@ -44,7 +45,10 @@ class HeardTracks {
   const support::Clock& clock_;
   Heard told_;
   support::TimePoint last_{};
-  std::array<Listening, 3> decks_;
+  void Listen(Listening& listening, const DeckView& deck, support::Duration passed);
+
+  static constexpr std::size_t kHeardDecks = 3;
+  std::array<Listening, kHeardDecks + 1> heard_;  ///< the song last
 };
 
 /// Keeps the tracks of an evening in a playlist of its date, written by a worker after each one.

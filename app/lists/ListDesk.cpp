@@ -145,8 +145,8 @@ void ListDesk::ReadTonight() {
       });
 }
 
-void ListDesk::Tick(const WorkstationView& view) {
-  heard_.Tick(view);
+void ListDesk::Tick(const WorkstationView& view, const DeckView& song) {
+  heard_.Tick(view, song);
   levels_.Tick(view);
   automix_.Tick(view, seen_, heard_tonight_);
   ListView& draft = views_.Draft();

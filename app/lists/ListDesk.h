@@ -54,8 +54,8 @@ class ListDesk {
   ~ListDesk();
 
   void StartUp(const Preferences& preferred);
-  /// view: of the same tick.
-  void Tick(const WorkstationView& view);
+  /// view and song (that a synthesiser plays, as a deck's view would show it): of the same tick.
+  void Tick(const WorkstationView& view, const DeckView& song);
   void ShutDown();
   [[nodiscard]] const ListView& View() { return views_.Read(); }
 

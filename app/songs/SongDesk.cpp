@@ -35,7 +35,23 @@ void SongDesk::Tick(const WorkstationView& decks) {
   view.disc = discs_.Tick(decks.decks);
   const bool midi_plays = view.state == SongView::State::Playing && IsMidiSong(view.filename);
   if (midi_plays) view.disc = {};
+  NoteSung(view);
   views_.Publish();
+}
+
+void SongDesk::NoteSung(const SongView& view) {
+  const bool midi = IsMidiSong(view.filename);
+  if (!midi || view.filename != sung_.filename) sung_ = {};
+  if (!midi) return;
+  using State = DeckView::State;
+  sung_.state = view.state == SongView::State::Playing  ? State::Playing
+                : view.state == SongView::State::Paused ? State::Paused
+                                                        : State::Stopped;
+  sung_.filename = view.filename;
+  sung_.length = view.length;
+  if (view.words == nullptr) return;
+  sung_.artist = view.words->artist;
+  sung_.title = view.words->title;
 }
 
 void SongDesk::ShutDown() {

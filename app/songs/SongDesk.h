@@ -31,6 +31,9 @@ class SongDesk {
   /// As SongPlayer; the conductor's.
   [[nodiscard]] decks::StreamHandle Hear(HeardSong& song) { return player_.Hear(song); }
 
+  /// The song of the synthesiser in the last tick, as a deck's view would show it; the conductor's.
+  [[nodiscard]] const DeckView& Sung() const { return sung_; }
+
   [[nodiscard]] const SongView& View() { return views_.Read(); }
 
   // Commands; what came of them stands in a later View().
@@ -63,12 +66,14 @@ class SongDesk {
   [[nodiscard]] std::filesystem::path Native(const std::string& stored) const;
 
  private:
+  void NoteSung(const SongView& view);
   [[nodiscard]] int StoredLevel(std::string_view key) const;
 
   DeskContext context_;
   SongSources sources_;
   SongPlayer player_;
   DiscFinder discs_;
+  DeckView sung_;
   std::vector<karaoke::Soundfont> soundfonts_;
   support::TripleBuffer<SongView> views_;
 };

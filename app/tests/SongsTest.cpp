@@ -227,5 +227,19 @@ TEST_F(SongsTest, SoundfontsAreListedAndTheChoiceHoldsForTheNextSong) {
   EXPECT_NE(Singing().failure.find("/mine.sf2"), std::string::npos) << Singing().failure;
 }
 
+TEST_F(SongsTest, WhatWasSungStandsInTheHistoryOfTheEvening) {
+  PlaySong("a.kar");
+  for (int second = 0; second < 4; ++second) Advance(1s);
+  const std::string file = (songs_.Path() / "a.kar").string();
+  EXPECT_FALSE(station_->Lists().WasPlayed(file));
+  for (int second = 0; second < 3; ++second) Advance(1s);
+  workers_.RunAll();
+  station_->PumpWindow();
+  EXPECT_TRUE(station_->Lists().WasPlayed(file)) << "half of its ten seconds";
+  const auto history = files_.Content(folder_ / "History" / (EveningOf(LocalTimeNow()) + ".tpl"));
+  ASSERT_TRUE(history);
+  EXPECT_TRUE(history->starts_with("Anna\tLittle song\t00:")) << *history;
+}
+
 }  // namespace
 }  // namespace app
