@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/WorkstationParts.h"
+#include "app/settings/NameSettings.h"
 #include "support/Text.h"
 
 namespace app {
@@ -52,6 +53,8 @@ void Workstation::StartUp() {
   parts.ReadPresets();
   parts.missing.Look();
   parts.tags.StartUp();
+  parts.intake.NameBy(ReadNameRule(parts.settings));
+  parts.intake.StartUp();
   parts.batch.StartUp(std::clamp(parts.preferences.gain_percent, 0, 100));
 }
 
@@ -208,6 +211,7 @@ void Workstation::Parts::SaveWhatWaits() {
   karaoke_index.Flush();
   batch.Flush();
   presets.Flush();
+  intake.Flush();
   lists.ShutDown();
   settings.Store().Flush();
 }

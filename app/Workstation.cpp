@@ -49,9 +49,6 @@ Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Cond
       static_cast<void>(catalogue::CarryTo(*store, from, to));
     });
   }
-  parts_->lists.OnOpened([parts = parts_.get()](const catalogue::track_table& playlist, int first_row) {
-    parts->missing.LookAt(playlist, catalogue::track::kFilename, first_row);
-  });
   parts_->stage.OnAnalysed([parts = parts_.get()](const std::string& filename,
                                                   const music::TrackAnalysis& found,
                                                   const catalogue::FileMarks& marks) {
@@ -417,24 +414,36 @@ void Workstation::Parts::FollowInPlaylists(const std::vector<ScanRows::Moved>& m
   }
 }
 
-void Workstation::AddFiles(std::vector<std::string> paths, AddedFiles done) {
+void Workstation::Add(IntakeOrder order, FileIntake::Done done) {
   parts_->intake.NameBy(ReadNameRule(parts_->settings));
-  parts_->intake.Add(std::move(paths), [this, done = std::move(done)](int rows, auto refused) {
-    if (rows > 0) parts_->index.Save(parts_->catalogue);
-    if (done) done(rows, std::move(refused));
-  });
+  parts_->intake.Add(std::move(order), std::move(done));
 }
 
-void Workstation::AddSongs(std::vector<std::string> paths, AddedFiles done) {
-  parts_->song_intake.NameBy(ReadNameRule(parts_->settings));
-  parts_->song_intake.Add(std::move(paths), [this, done = std::move(done)](int rows, auto refused) {
-    if (rows > 0) parts_->karaoke_index.Save(parts_->karaoke);
-    if (done) done(rows, std::move(refused));
-  });
+AddingProgress Workstation::Adding(ListId list) const {
+  return parts_->intake.Progress(list);
 }
 
-AddingProgress Workstation::Adding() const {
-  return parts_->intake.Progress();
+void Workstation::StopAdding(ListId list) {
+  parts_->intake.Stop(list);
+}
+
+int Workstation::RemoveRows(ListId list, const std::vector<int>& rows) {
+  return parts_->removed.Remove(list, rows);
+}
+
+std::optional<RemovedRows::Back> Workstation::BringRowsBack() {
+  return parts_->removed.Undo();
+}
+
+void Workstation::Parts::SaveList(ListId list) {
+  if (list == ListId::Catalogue) index.Save(catalogue);
+  if (list == ListId::Karaoke) karaoke_index.Save(karaoke);
+}
+
+void Workstation::Parts::TellOfOldOrder(const IntakeOutcome& outcome) {
+  const int rows = outcome.rows + outcome.songs;
+  if (!outcome.refused.empty()) return Teller()(outcome.refused.front());
+  if (rows > 0) Teller()(say(support::Sentence::AddingWentOn, {std::to_string(rows)}));
 }
 
 void Workstation::PumpWindow() {

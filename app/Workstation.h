@@ -6,6 +6,7 @@
 #include <chrono>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -17,6 +18,7 @@
 #include "app/lights/LightDesk.h"
 #include "app/lights/OrganDesk.h"
 #include "app/lists/ListDesk.h"
+#include "app/lists/RemovedRows.h"
 #include "app/ports/Help.h"
 #include "app/ports/Prompts.h"
 #include "app/ports/ScanPort.h"
@@ -265,15 +267,18 @@ class Workstation {
   void DeleteTracks(const std::vector<int>& rows, DeletedFiles done);
   /// The same for the karaoke table; with each file but an archive go the mp3 and the disc image of its name.
   void DeleteKaraoke(const std::vector<int>& rows, DeletedFiles done);
-  /// Analyses files on workers and appends a row for each that can be played, in the order given, then saves
-  /// the index. A file that is in the catalogue keeps its row and gets no second one. Called back on the
-  /// window's thread with the number of rows and a sentence for each file left out.
-  using AddedFiles = std::function<void(int rows, std::vector<std::string> refused)>;
-  void AddFiles(std::vector<std::string> paths, AddedFiles done);
-  /// The same into the karaoke table: MIDI songs, audio files, disc images through their sound, and archives.
-  void AddSongs(std::vector<std::string> paths, AddedFiles done);
-  /// Of all files that wait to be added to the catalogue.
-  [[nodiscard]] AddingProgress Adding() const;
+  /// Takes rows out of a list and brings them back; their files stay. Both save the index.
+  int RemoveRows(ListId list, const std::vector<int>& rows);
+  std::optional<RemovedRows::Back> BringRowsBack();
+
+  /// Takes files and folders into a list on workers, in the order given, then saves the index. A file that is
+  /// in the catalogue or the karaoke table keeps its row and gets no second one; MIDI songs come to the
+  /// karaoke table whatever list is meant. Called back on the window's thread.
+  void Add(IntakeOrder order, FileIntake::Done done);
+  /// Of all orders of a list.
+  [[nodiscard]] AddingProgress Adding(ListId list) const;
+  /// What is added until then stays.
+  void StopAdding(ListId list);
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.
   void PumpWindow();

@@ -25,6 +25,7 @@
 #include "app/lights/LightDesk.h"
 #include "app/lights/OrganDesk.h"
 #include "app/lists/ListDesk.h"
+#include "app/lists/RemovedRows.h"
 #include "app/settings/Preferences.h"
 #include "app/settings/Settings.h"
 #include "app/songs/SongDesk.h"
@@ -60,8 +61,17 @@ struct Workstation::Parts {
                 [this](std::size_t count, const std::string& first) {
                   Teller()(say(support::Sentence::FilesMissing, {std::to_string(count), first}));
                 }),
-        intake(catalogue, outside.tags, outside.workers, gate, window, say, scratch),
-        song_intake(karaoke, outside.tags, outside.workers, gate, window, say, scratch, &song_reader),
+        intake({{outside.tags, song_reader, scratch, Folders(), say},
+                outside.workers,
+                outside.files,
+                folder.Native(kOrdersFile),
+                [this](ListId list) { SaveList(list); },
+                [this](const IntakeOutcome& outcome) { TellOfOldOrder(outcome); },
+                [this](const catalogue::track_table& playlist, int first_row) {
+                  missing.LookAt(playlist, catalogue::track::kFilename, first_row);
+                }},
+               Lists(), gate, window),
+        removed(Lists(), [this](ListId list) { SaveList(list); }),
         removal(catalogue, catalogue::track::kFilename, FileRemoval::Companion::None, outside.workers, gate,
                 window, say),
         karaoke_removal(karaoke, catalogue::karaoke::kFilename, FileRemoval::Companion::Song, outside.workers,
@@ -84,7 +94,7 @@ struct Workstation::Parts {
         songs(Context(),
               {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers, outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
-              outside.local_time),
+              outside.local_time, [this] { SaveList(ListId::Catalogue); }),
         editors(Context()) {
     stage.FollowSong([this] {
       Stage::SongPlaying song;
@@ -125,6 +135,10 @@ struct Workstation::Parts {
             {playlists[1], track::kFilename},
             {playlists[2], track::kFilename}};
   }
+  [[nodiscard]] FileIntake::Tables Lists() { return {catalogue, karaoke, playlists}; }
+  /// The index of the list, where it has one.
+  void SaveList(ListId list);
+  void TellOfOldOrder(const IntakeOutcome& outcome);
   [[nodiscard]] FileRows RowsOfPlaylist(std::size_t which) {
     return {playlists[which], catalogue::track::kFilename, ports.workers, gate, window};
   }
@@ -259,11 +273,11 @@ struct Workstation::Parts {
   FileRows catalogue_rows;
   std::array<FileRows, kPlaylists> playlist_rows;
   MissingFiles missing;
+  catalogue::PlainFolders plain_folders;
   FileIntake intake;
-  FileIntake song_intake;
+  RemovedRows removed;
   FileRemoval removal;
   FileRemoval karaoke_removal;
-  catalogue::PlainFolders plain_folders;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   TreeScan tree_scan;
   bool batch_filled = false;    ///< rows since the index was saved

@@ -63,6 +63,10 @@ constexpr Row kRows[] = {
      "\"%1\" is not there now, so nothing was deleted and its row stays. \"Remove from list\" takes it out.",
      "\"%1\" is er nu niet, dus er is niets verwijderd en de rij blijft. \"Van de lijst halen\" haalt haar "
      "weg."},
+    {Sentence::FolderWentAway, "The folder \"%1\" went away; what was found until then is added.",
+     "De map \"%1\" verdween; wat tot dan gevonden was, is toegevoegd."},
+    {Sentence::AddingWentOn, "%1 rows were added of what was left to add when the program closed.",
+     "%1 rijen zijn toegevoegd van wat nog moest toen het programma werd gesloten."},
     {Sentence::PlaylistIsPathList,
      "\"%1\" is no playlist of this program but a list of paths: give it the ending .m3u, then it opens.",
      "\"%1\" is geen afspeellijst van dit programma maar een lijst met paden: geef haar de extensie .m3u, "

@@ -35,6 +35,8 @@ enum class Sentence : int {
   PresetNeedsName,
   FileNotAnalysed,
   FileNotThere,
+  FolderWentAway,
+  AddingWentOn,
 
   PlaylistIsPathList = 150,
   PlaylistLinesLeftOut,

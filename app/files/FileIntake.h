@@ -2,67 +2,90 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <memory>
 #include <string>
 #include <vector>
 
+#include "app/files/IntakeBatch.h"
+#include "app/files/IntakeOrder.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
-#include "catalogue/NameRule.h"
-#include "catalogue/TagScratch.h"
-#include "catalogue/ports/SongReader.h"
-#include "catalogue/ports/TagReader.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
-#include "support/Sentences.h"
+#include "support/ports/FileSaver.h"
 
 namespace app {
 
-/// Files on their way into the catalogue.
-struct AddingProgress {
-  int done = 0;
-  int total = 0;  ///< 0 when nothing is being added
-};
-
-/// Takes files into the catalogue or, with a reader of MIDI songs, into the karaoke table: analysed one after
-/// the other on workers, appended together in the given order.
+/// Takes files, folders and playlists into the lists: analysed one after the other on workers, put into their
+/// list together and in the given order.
 ///
-/// A file that the table holds already keeps its row and gets no second one. Each file is a job of its own,
-/// so that a deck's file does not wait behind a thousand others. Threads: the table's owner, who empties the
-/// box.
+/// A file that the catalogue or the karaoke table holds already gets no second row there, also where it came
+/// in by another way meanwhile. Each file is a job of its own, so that a deck's file does not wait behind a
+/// thousand others; the orders of one list wait for each other, those of different lists do not. Law: what
+/// was handed over and is not in its list when the program closes is gone on with by the next run. Threads:
+/// the tables' owner, who empties the box.
 class FileIntake {
  public:
-  using Done = std::function<void(int rows, std::vector<std::string> refused)>;
+  using Done = std::function<void(const IntakeOutcome& outcome)>;
+  struct Tables {
+    catalogue::track_table& catalogue;
+    catalogue::track_table& karaoke;
+    std::array<catalogue::track_table, 3>& playlists;
+    [[nodiscard]] catalogue::track_table& Of(ListId list) const;
+  };
+  struct Outside {
+    IntakeBatch::Ports ports;
+    support::Executor& workers;
+    support::FileSaver& files;
+    std::filesystem::path orders;         ///< see kOrdersFile
+    std::function<void(ListId)> changed;  ///< the catalogue or the karaoke table got rows
+    Done went_on;                         ///< with an order of the last run
+    /// A playlist got rows, the first one there.
+    std::function<void(const catalogue::track_table& playlist, int first_row)> listed = nullptr;
+  };
 
-  FileIntake(catalogue::track_table& table, catalogue::TagReader& tags, support::Executor& workers,
-             std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box, const support::Sentences& say,
-             catalogue::TagScratch& scratch, catalogue::SongReader* songs = nullptr);
+  FileIntake(Outside outside, const Tables& tables, std::shared_ptr<WorkGate> gate,
+             std::shared_ptr<Mailbox> box);
 
-  /// How names are made for those that are added from now on.
+  /// How names are made for what is begun from now on.
   void NameBy(const catalogue::NameRule& names) { names_ = names; }
-  /// Batches are taken one after the other.
-  void Add(std::vector<std::string> paths, Done done);
-  [[nodiscard]] AddingProgress Progress() const;
+  /// Goes on with what the last run left.
+  void StartUp();
+  void Add(IntakeOrder order, Done done);
+  /// Of all orders of a list.
+  [[nodiscard]] AddingProgress Progress(ListId list) const;
+  /// Of a list: what is done stays, the rest is dropped.
+  void Stop(ListId list);
+  /// Keeps what is left. Requires: the gate is closed.
+  void Flush();
 
  private:
-  struct Batch;
+  struct Waiting {
+    std::shared_ptr<const IntakeOrder> order;  // with its batch
+    Done done;
+  };
+  struct Line {
+    std::deque<Waiting> orders;          ///< the first one is under way
+    std::shared_ptr<IntakeBatch> batch;  // with its job
+    int looks = 0;                       ///< at what came into the tables meanwhile
+  };
+  [[nodiscard]] Line& Of(ListId list) { return lines_[static_cast<std::size_t>(list)]; }
+  void StartNext(ListId list);
+  void Finish(ListId list);
+  void PutIn(IntakeBatch& batch);
+  [[nodiscard]] int PlaceIn(const catalogue::track_table& playlist, const IntakeOrder& order) const;
+  struct Job;
+  static void Work(const std::shared_ptr<Job>& job);
 
-  void StartNext();
-  void Finish();
-  static void Work(const std::shared_ptr<Batch>& batch);
-
-  catalogue::track_table& table_;
-  catalogue::TagReader& tags_;
-  support::Executor& workers_;
+  Outside outside_;
+  Tables tables_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
-  const support::Sentences& say_;
-  catalogue::TagScratch& scratch_;
-  catalogue::SongReader* songs_;
   catalogue::NameRule names_;
-  std::deque<std::shared_ptr<Batch>> batches_;  // shared with the job that works on the front one
+  std::array<Line, kLists> lines_;
 };
 
 }  // namespace app

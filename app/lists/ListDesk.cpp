@@ -3,7 +3,6 @@
 #include "app/lists/ListDesk.h"
 
 #include <algorithm>
-#include <cassert>
 #include <optional>
 #include <system_error>
 #include <utility>
@@ -79,14 +78,16 @@ class ListDesk::Decks final : public MixingDecks {
 };
 
 ListDesk::ListDesk(const DeskContext& context, const Tables& tables, Stage& stage, Settings& settings,
-                   catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time)
+                   catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time,
+                   std::function<void()> filled)
     : context_(context),
       tables_(tables),
       settings_(settings),
       local_time_(local_time ? std::move(local_time) : LocalTime(&LocalTimeNow)),
       search_(tables.catalogue, catalogue::kTrackSearch, context.workers, context.window),
       karaoke_search_(tables.karaoke, catalogue::kKaraokeSearch, context.workers, context.window),
-      intake_(tags, context.workers, context.gate, context.window, context.say, scratch),
+      seen_tags_(tables.catalogue, tags, scratch, context.workers, context.gate, context.window,
+                 std::move(filled)),
       kept_(context, tables.playlists),
       saves_(context.workers, context.gate),
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
@@ -202,16 +203,6 @@ void ListDesk::SendTables() {
       (i == 0 ? seen_.catalogue : seen_.playlists[i - 1]) = copy;
     });
   }
-}
-
-void ListDesk::OpenPlaylist(int number, const std::string& path, Opened done) {
-  assert(number >= 1 && number <= 3 && "there are three playlists");
-  catalogue::track_table& playlist = tables_.playlists[static_cast<std::size_t>(number - 1)];
-  intake_.Open(path, tables_.catalogue, playlist,
-               [this, &playlist, done = std::move(done)](int rows, std::vector<std::string> refused) {
-                 if (opened_ && rows > 0) opened_(playlist, playlist.Rows() - rows + 1);
-                 if (done) done(rows, std::move(refused));
-               });
 }
 
 void ListDesk::SavePlaylist(int number, const std::filesystem::path& path, Saved done) {

@@ -15,7 +15,7 @@
 #include "app/lists/AutoMix.h"
 #include "app/lists/EveningLog.h"
 #include "app/lists/KeptPlaylists.h"
-#include "app/lists/PlaylistIntake.h"
+#include "app/lists/SeenTags.h"
 #include "app/lists/TableSearch.h"
 #include "app/work/OrderedWork.h"
 #include "catalogue/track_table.h"
@@ -49,8 +49,10 @@ class ListDesk {
     catalogue::track_table& karaoke;
     std::array<catalogue::track_table, 3>& playlists;
   };
+  /// filled: a row of the catalogue says more now.
   ListDesk(const DeskContext& context, const Tables& tables, Stage& stage, Settings& settings,
-           catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time);
+           catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time,
+           std::function<void()> filled);
   ~ListDesk();
 
   void StartUp(const Preferences& preferred);
@@ -66,12 +68,11 @@ class ListDesk {
   [[nodiscard]] TableSearch& Search() { return search_; }
   [[nodiscard]] TableSearch& KaraokeSearch() { return karaoke_search_; }
 
-  /// Called with the rows that were opened into a playlist.
-  using RowsOpened = std::function<void(const catalogue::track_table& playlist, int first_row)>;
-  void OnOpened(RowsOpened opened) { opened_ = std::move(opened); }
-  using Opened = PlaylistIntake::Done;
-  /// Appends what a chosen file holds to playlist 1 to 3.
-  void OpenPlaylist(int number, const std::string& path, Opened done);
+  /// Rows of the catalogue that a search shows and that are in sight; once a frame.
+  void ShowRows(const std::vector<int>& rows) { seen_tags_.Look(rows); }
+  /// Grows with each cell that their tags filled in.
+  [[nodiscard]] std::size_t FilledCells() const { return seen_tags_.Filled(); }
+
   /// The whole table; a sentence where it could not be saved, empty where it was.
   using Saved = std::function<void(std::string failure)>;
   void SavePlaylist(int number, const std::filesystem::path& path, Saved done);
@@ -110,10 +111,9 @@ class ListDesk {
   Tables tables_;
   Settings& settings_;
   LocalTime local_time_;
-  RowsOpened opened_;
   TableSearch search_;
   TableSearch karaoke_search_;
-  PlaylistIntake intake_;
+  SeenTags seen_tags_;
   KeptPlaylists kept_;
   OrderedWork saves_;                         ///< of playlists
   MixWishes wishes_;                          ///< the window's

@@ -2,6 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <filesystem>
+#include <fstream>
+
 #include "app/tests/Evening.h"
 
 namespace app {
@@ -15,10 +18,12 @@ class AddFilesTest : public testing::Evening {
     for (const char* file : {"a.mp3", "b.mp3", "c.flac"}) tags_.AddFile(file);
     StartUp();
   }
-  void Add(Names files) {
-    station_->AddFiles(std::move(files), [this](int rows, Names refused) {
-      rows_ = rows;
-      refused_ = std::move(refused);
+  void Add(Names files) { Give({.list = ListId::Catalogue, .paths = std::move(files)}); }
+  void Give(IntakeOrder order) {
+    station_->Add(std::move(order), [this](const IntakeOutcome& outcome) {
+      rows_ = outcome.rows;
+      refused_ = outcome.refused;
+      outcome_ = outcome;
       ++reports_;
     });
   }
@@ -37,6 +42,7 @@ class AddFilesTest : public testing::Evening {
   int rows_ = -1;
   int reports_ = 0;
   Names refused_;
+  IntakeOutcome outcome_;
 };
 
 TEST_F(AddFilesTest, RowsAreAppendedInTheOrderGivenAndTheIndexIsSaved) {
@@ -71,11 +77,11 @@ TEST_F(AddFilesTest, AFileThatIsThereGetsNoSecondRow) {
 TEST_F(AddFilesTest, BatchesFollowEachOther) {
   Add({"a.mp3"});
   Add({"a.mp3", "b.mp3"});
-  EXPECT_EQ(station_->Adding().total, 3);
+  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 3);
   Work();
   EXPECT_EQ(Files(), (Names{"a.mp3", "b.mp3"}));
   EXPECT_EQ(reports_, 2);
-  EXPECT_EQ(station_->Adding().total, 0);
+  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 0);
 }
 
 TEST_F(AddFilesTest, EachFileIsAJobSoThatOtherWorkGetsItsTurn) {
@@ -85,7 +91,7 @@ TEST_F(AddFilesTest, EachFileIsAJobSoThatOtherWorkGetsItsTurn) {
   workers_.RunOne();
   workers_.RunOne();
   EXPECT_TRUE(ran);
-  EXPECT_LT(station_->Adding().done, 3);
+  EXPECT_LT(station_->Adding(ListId::Catalogue).done, 3);
 }
 
 TEST_F(AddFilesTest, AnIndexThatCannotBeWrittenIsTold) {
@@ -116,6 +122,139 @@ TEST_F(AddFilesTest, AWorkerThatComesAfterTheEndTouchesNothing) {
   workers_.RunAll();
   EXPECT_EQ(tags_.Reads(), reads);
   EXPECT_EQ(reports_, 0);
+}
+
+/// A stick with folders on it.
+class AddFoldersTest : public AddFilesTest {
+ protected:
+  AddFoldersTest() {
+    std::filesystem::remove_all(stick_);
+    std::filesystem::remove_all(home_);
+    std::filesystem::create_directories(home_);
+    folder_ = home_;
+    Restart();
+  }
+  ~AddFoldersTest() override {
+    std::filesystem::permissions(stick_ / "locked", std::filesystem::perms::owner_all, error_);
+    std::filesystem::remove_all(stick_);
+    std::filesystem::remove_all(home_);
+  }
+  void Restart() {
+    station_.reset();
+    StartUp();
+  }
+  std::string Write(const std::string& name) {
+    const std::filesystem::path path = stick_ / name;
+    std::filesystem::create_directories(path.parent_path());
+    std::ofstream(path) << "x";
+    tags_.AddFile(path.string());
+    return path.string();
+  }
+  /// Names of the list's files below the stick.
+  Names NamesOf(const catalogue::track_table& table, int column = catalogue::track::kFilename) {
+    Names names;
+    for (int row = 1; row <= table.Rows(); ++row) {
+      names.push_back(std::filesystem::path(table.Cell(row, column)).lexically_relative(stick_).string());
+    }
+    return names;
+  }
+  std::filesystem::path stick_ = std::filesystem::path(::testing::TempDir()) / "a-stick";
+  std::filesystem::path home_ = std::filesystem::path(::testing::TempDir()) / "a-home-of-lists";
+  std::error_code error_;
+};
+
+TEST_F(AddFoldersTest, AFolderGivesAllThatDecksPlayAndNothingElse) {
+  for (const char* name : {"b.mp3", "a.WAV", "notes.txt", "song.kar", "cd/1.m4a", "cd/.hidden/2.ogg",
+                           ".Trash-1000/gone.mp3", "._b.mp3"}) {
+    Write(name);
+  }
+  std::filesystem::create_directory_symlink(stick_, stick_ / "cd" / "loop");
+  Add({stick_.string()});
+  Work();
+  EXPECT_EQ(NamesOf(station_->Catalogue()), (Names{"cd/.hidden/2.ogg", "cd/1.m4a", "a.WAV", "b.mp3"}));
+  EXPECT_EQ(outcome_.left_out, 0);
+  EXPECT_TRUE(SavedIndex());
+}
+
+TEST_F(AddFoldersTest, AFolderOfSongsComesToTheKaraokeTableAndOneOfMusicIntoAPlaylistAtItsPlace) {
+  for (const char* name : {"A.CDG", "A.MP3", "packed.zip", "music.flac"}) Write(name);
+  Give({.list = ListId::Karaoke, .paths = {stick_.string()}});
+  Work();
+  EXPECT_EQ(NamesOf(station_->Karaoke(), catalogue::karaoke::kFilename), (Names{"A.MP3", "packed.zip"}));
+  for (const char* file : {"first.mp3", "last.mp3"}) {
+    station_->Playlist(2).SetCell(station_->Playlist(2).AddRow(), catalogue::track::kFilename, file);
+  }
+  Give({.list = ListId::Playlist2, .before = 2, .paths = {stick_.string()}});
+  station_->Playlist(2).InsertFrom(1, station_->Playlist(2), 2);  // rows move while files are analysed
+  Work();
+  ASSERT_EQ(station_->Playlist(2).Rows(), 5);
+  EXPECT_EQ(station_->Playlist(2).Cell(2, catalogue::track::kFilename), "first.mp3");
+  EXPECT_EQ(station_->Playlist(2).Cell(4, catalogue::track::kFilename), (stick_ / "music.flac").string());
+  EXPECT_EQ(station_->Catalogue().Rows(), 2) << "what is dropped on a list is new to the catalogue too";
+}
+
+TEST_F(AddFoldersTest, AFolderThatIsGoneIsNamed) {
+  std::filesystem::create_directories(stick_ / "empty");
+  Add({(stick_ / "empty").string(), (stick_ / "none").string()});
+  std::filesystem::remove_all(stick_ / "empty");
+  Work();
+  EXPECT_EQ(outcome_.left_out, 2);
+}
+
+TEST_F(AddFoldersTest, WhatIsStoppedKeepsWhatWasDone) {
+  for (const char* name : {"1.mp3", "2.mp3", "3.mp3"}) Write(name);
+  Add({stick_.string()});
+  Add({"a.mp3"});
+  while (station_->Adding(ListId::Catalogue).looking || station_->Adding(ListId::Catalogue).done < 2) {
+    ASSERT_TRUE(workers_.RunOne());
+  }
+  station_->StopAdding(ListId::Catalogue);
+  Work();
+  EXPECT_EQ(NamesOf(station_->Catalogue()), (Names{"1.mp3", "2.mp3"}));
+  EXPECT_TRUE(outcome_.stopped);
+  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 0);
+}
+
+TEST_F(AddFoldersTest, AFileThatComesInByTwoWaysAtOnceGetsOneRow) {
+  const std::string file = Write("1.mp3");
+  Add({stick_.string()});
+  Give({.list = ListId::Playlist1, .paths = {file}});
+  Work();
+  EXPECT_EQ(NamesOf(station_->Catalogue()), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(station_->Playlist(1)), Names{"1.mp3"});
+}
+
+TEST_F(AddFoldersTest, WhatIsHandedOverJustBeforeQuitIsGoneOnWithNextTime) {
+  Write("1.mp3");
+  const std::string list = Write("l.m3u");
+  std::ofstream(list) << (stick_ / "1.mp3").string() << "\n";
+  Add({stick_.string()});
+  Give({.list = ListId::Playlist3, .before = 1, .paths = {list}});
+  workers_.RunOne();
+  station_->ShutDown();
+  const auto kept = files_.Content(home_ / "tlv.adding");
+  ASSERT_TRUE(kept);
+  std::ofstream(home_ / "tlv.adding", std::ios::binary) << *kept;
+  Restart();
+  Work();
+  EXPECT_EQ(NamesOf(station_->Catalogue()), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(station_->Playlist(3)), Names{"1.mp3"});
+  EXPECT_FALSE(std::filesystem::exists(home_ / "tlv.adding")) << "and once only";
+}
+
+TEST(IntakeOrderTest, OrdersGoThereAndBackAndWhatIsNoneIsPassedOver) {
+  const IntakeOrder music{.list = ListId::Catalogue, .paths = {"/a b/c.mp3", "/d"}};
+  const IntakeOrder opened{ListId::Playlist2, IntakeOrder::Source::Opened, 7, {}, {"/l.m3u", "/bad\nname"}};
+  std::string text =
+      OrdersText({std::make_shared<const IntakeOrder>(music), std::make_shared<const IntakeOrder>(opened)});
+  EXPECT_EQ(
+      ReadOrders(text),
+      (std::vector<IntakeOrder>{music, {ListId::Playlist2, IntakeOrder::Source::Opened, 7, {}, {"/l.m3u"}}}));
+  for (const char* bad :
+       {"9 0 dropped\r\n\tx\r\n", "0 -1 dropped\r\n\tx\r\n", "0 99999999999 opened\r\n\tx\r\n", "\tx\r\n",
+        "0 0 thrown\r\n\tx\r\n", "0 0 dropped\r\n\tx", "0 0 dropped\r\n\r\n"}) {
+    EXPECT_TRUE(ReadOrders(bad).empty()) << bad;
+  }
 }
 
 }  // namespace

@@ -118,14 +118,15 @@ TEST_F(OwnThreadTest, AnEveningOfManyCommandsEndsCleanly) {
                       support::ProgramFolder("no-such-folder"), Workstation::Conducting::OwnThread);
   station.StartUp();
   int added = 0;
-  station.AddFiles({"a.mp3", "b.mp3", "c.mp3"}, [&added](int rows, auto) { added = rows; });
+  station.Add({.list = ListId::Catalogue, .paths = {"a.mp3", "b.mp3", "c.mp3"}},
+              [&added](const IntakeOutcome& outcome) { added = outcome.rows; });
   WaitFor(station, [&added](const auto&) { return added == 3; });
   for (int round = 0; round < 20; ++round) {
     const int deck = round % kDecks + 1;
     station.LoadDeck(deck, station.Catalogue(), round % 3 + 1);
     station.Play(deck);
     station.SetOutput(round % 3 + 1, {round % 3, round % 5});
-    station.AddFiles({"new" + std::to_string(round) + ".mp3"}, {});
+    station.Add({.list = ListId::Catalogue, .paths = {"new" + std::to_string(round) + ".mp3"}}, {});
     station.Seek(deck, std::chrono::milliseconds(10));
     station.PumpWindow();
   }

@@ -8,6 +8,7 @@
 #include <fstream>
 
 #include "app/tests/Evening.h"
+#include "catalogue/IndexFile.h"
 
 namespace app {
 namespace {
@@ -36,9 +37,12 @@ class ListDeskTest : public testing::Evening {
   /// What stands in playlist 1 afterwards.
   Names Open(const std::string& path) {
     if (!station_) StartUp();
-    station_->Lists().OpenPlaylist(1, path, [this](int, Names refused) { refused_ = std::move(refused); });
-    Work();
+    Give({.list = ListId::Playlist1, .source = IntakeOrder::Source::Opened, .paths = {path}});
     return FilesOf(station_->Playlist(1));
+  }
+  void Give(IntakeOrder order) {
+    station_->Add(std::move(order), [this](const IntakeOutcome& outcome) { refused_ = outcome.refused; });
+    Work();
   }
   void Work() {
     for (int i = 0; i < 3; ++i) {
@@ -91,6 +95,54 @@ TEST_F(ListDeskTest, ATableThatIsNoneIsToldApartFromADamagedOne) {
   EXPECT_THAT(refused_, ElementsAre(HasSubstr(".m3u")));
   EXPECT_THAT(Open(Write("damaged.tpl", Line("x.mp3") + "nonsense\r\n")), ElementsAre("x.mp3"));
   EXPECT_THAT(refused_, ElementsAre(HasSubstr("1 lines")));
+}
+
+TEST_F(ListDeskTest, NamesAreMadeAsTheSettingsSay) {
+  Store("Tags", "FileFormat", "1");
+  Store("Tags", "SplitCharacter", "_");
+  tags_.AddFile("Title_Artist.mp3");
+  Open("Title_Artist.mp3");
+  Open(Write("l.m3u", "Title_Artist.mp3\n"));
+  for (const int row : {1, 2}) {
+    EXPECT_EQ(station_->Playlist(1).Cell(row, catalogue::track::kArtist), "Artist") << row;
+    EXPECT_EQ(station_->Playlist(1).Cell(row, catalogue::track::kTitle), "Title") << row;
+  }
+}
+
+TEST_F(ListDeskTest, PlaylistsAndFilesDroppedOnAListComeTogetherInTheirOrder) {
+  StartUp();
+  Open(Write("old.tpl", Line("x.mp3") + Line("y.mp3")));
+  tags_.AddFile("w.wav");
+  Give({.list = ListId::Playlist1,
+        .before = 2,
+        .paths = {"a.mp3", Write("b.tpl", Line("t.mp3")), Write("c.M3U8", "c.flac\n"), "w.wav"}});
+  EXPECT_THAT(FilesOf(station_->Playlist(1)),
+              ElementsAre("x.mp3", "a.mp3", "t.mp3", "c.flac", "w.wav", "y.mp3"));
+  EXPECT_THAT(FilesOf(station_->Catalogue()), ElementsAre("a.mp3", "w.wav"))
+      << "only what was dropped itself";
+}
+
+TEST_F(ListDeskTest, MixingTagsAreReadForTheRowsThatASearchShows) {
+  catalogue::FileTags tags;
+  tags.user_items = {{"SMP", "1.500"}, {"PEA", "-3.00"}};
+  tags_.AddFile("seen.mp3", tags);
+  tags_.AddFile("other.mp3", tags);
+  StartUp();
+  catalogue::track_table& table = station_->Catalogue();
+  for (const char* file : {"seen.mp3", "other.mp3"}) {
+    table.AddRow(std::vector<std::string_view>{"", "", "", file, "120.00", "", "", "", "", "", "-5.00"});
+  }
+  for (int frame = 0; frame < 3; ++frame) station_->Lists().ShowRows({1});
+  Work();
+  EXPECT_EQ(table.Cell(1, catalogue::track::kStartMixPoint), "1.500");
+  EXPECT_EQ(table.Cell(1, catalogue::track::kGain), "-5.00") << "found or set later than the tag was written";
+  EXPECT_EQ(table.Cell(2, catalogue::track::kStartMixPoint), "") << "nobody saw it";
+  EXPECT_EQ(tags_.Reads(), 1);
+  EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), catalogue::IndexText(table));
+  station_->Lists().ShowRows({});
+  station_->Lists().ShowRows({1});
+  Work();
+  EXPECT_EQ(tags_.Reads(), 1) << "once a run";
 }
 
 TEST_F(ListDeskTest, AFileOfTheCatalogueKeepsWhatItsRowSays) {

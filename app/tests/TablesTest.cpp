@@ -43,6 +43,10 @@ class TablesTest : public testing::Evening {
       kept_ = std::move(kept);
     };
   }
+  void AddSongs(Lines paths) {
+    station_->Add({.list = ListId::Karaoke, .paths = std::move(paths)},
+                  [this](const IntakeOutcome& outcome) { kept_ = outcome.refused; });
+  }
   void Work() {
     while (workers_.RunOne()) station_->PumpWindow();
   }
@@ -129,9 +133,8 @@ TEST_F(TablesTest, SongsAreTakenIntoTheKaraokeTableByTheirKind) {
   const auto path = [this](const char* name) { return (folder_ / name).string(); };
   for (const char* name : {"Anna - Packed.zip", "disc.mp3"}) tags_.AddFile(path(name));
   Write("broken.mid", "nothing");
-  station_->AddSongs({path("notes.kar"), path("Anna - Packed.zip"), path("disc.cdg"), path("broken.mid"),
-                      path("Anna - Packed.zip")},
-                     Taker());
+  AddSongs({path("notes.kar"), path("Anna - Packed.zip"), path("disc.cdg"), path("broken.mid"),
+            path("Anna - Packed.zip")});
   Work();
   namespace column = catalogue::karaoke;
   const catalogue::track_table& songs = station_->Karaoke();
@@ -143,9 +146,84 @@ TEST_F(TablesTest, SongsAreTakenIntoTheKaraokeTableByTheirKind) {
   EXPECT_EQ(kept_.size(), 1U);
   EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx"));
   EXPECT_EQ(station_->Catalogue().Rows(), 0);
-  station_->AddSongs({path("disc.mp3")}, Taker());
+  AddSongs({path("disc.mp3")});
   Work();
   EXPECT_EQ(songs.Rows(), 3) << "a second row";
+}
+
+TEST_F(TablesTest, AMidiSongComesToTheKaraokeTableWhateverListIsMeant) {
+  StartUp();
+  Write("notes.kar", karaoke::testing::FileBytes(
+                         {karaoke::testing::UsualHead().Name("Words").Text(0, "@TCounting").End(960)}));
+  const std::string song = (folder_ / "notes.kar").string();
+  Write("l.m3u", song + "\n");
+  station_->Add({.list = ListId::Catalogue, .paths = {song}}, nullptr);
+  Work();
+  ASSERT_EQ(station_->Karaoke().Rows(), 1);
+  EXPECT_EQ(station_->Karaoke().Cell(1, catalogue::karaoke::kTitle), "Counting");
+  EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx"));
+  station_->Karaoke().Clear();
+  station_->Add({.list = ListId::Playlist1,
+                 .source = IntakeOrder::Source::Opened,
+                 .paths = {(folder_ / "l.m3u").string()}},
+                nullptr);
+  Work();
+  EXPECT_EQ(station_->Karaoke().Rows(), 1);
+  EXPECT_EQ(station_->Catalogue().Rows() + station_->Playlist(1).Rows(), 0);
+}
+
+TEST_F(TablesTest, RowsComeBackAtTheirPlacesTheNewestFirst) {
+  StartUp();
+  AddTracks({"1", "2", "3", "4", "5", "6"});
+  const auto names = [this](const catalogue::track_table& table) {
+    std::string all;
+    for (int row = 1; row <= table.Rows(); ++row) {
+      all += fs::path(table.Cell(row, catalogue::track::kFilename)).filename().string();
+    }
+    return all;
+  };
+  EXPECT_EQ(station_->RemoveRows(ListId::Catalogue, {5, 1, 2, 2, 9}), 3);
+  EXPECT_EQ(names(station_->Catalogue()), "346");
+  const int rows[] = {1, 2, 3};
+  catalogue::AppendRows(station_->Playlist(1), station_->Catalogue(), rows);
+  station_->RemoveRows(ListId::Playlist1, {2});
+  Work();
+  EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), catalogue::IndexText(station_->Catalogue()));
+  EXPECT_EQ(station_->BringRowsBack()->list, ListId::Playlist1);
+  EXPECT_EQ(names(station_->Playlist(1)), "346");
+  EXPECT_EQ(station_->BringRowsBack()->rows, 3);
+  EXPECT_EQ(names(station_->Catalogue()), "123456");
+  EXPECT_FALSE(station_->BringRowsBack());
+  Work();
+  EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), catalogue::IndexText(station_->Catalogue()));
+}
+
+TEST_F(TablesTest, RowsComeBackWhereTheirNeighboursWentAndNoFileTwice) {
+  StartUp();
+  AddTracks({"1", "2", "3", "4", "5"});
+  catalogue::track_table& table = station_->Catalogue();
+  station_->RemoveRows(ListId::Catalogue, {3, 5});
+  const catalogue::track_table shorter = table;  // 1 2 4
+  table.InsertFrom(1, shorter, 3);               // 4 1 2 4
+  table.RemoveRow(4);
+  AddTracks({"5"});  // it was added again: 4 1 2 5
+  const auto back = station_->BringRowsBack();
+  EXPECT_EQ(back->rows, 1);
+  EXPECT_EQ(back->known, 1);
+  EXPECT_EQ(back->first_row, 4);
+  EXPECT_EQ(table.Cell(4, catalogue::track::kFilename), (folder_ / "3").string());
+  EXPECT_EQ(table.Rows(), 5);
+}
+
+TEST_F(TablesTest, WhatWasTakenOutLongAgoIsForgotten) {
+  StartUp();
+  for (int step = 0; step <= 60; ++step) {
+    AddTracks({"1"});
+    station_->RemoveRows(ListId::Catalogue, {1});
+  }
+  int steps = 0;
+  while (station_->BringRowsBack()) ++steps;
+  EXPECT_EQ(steps, 50);
 }
 
 TEST_F(TablesTest, ATrackOfTheCatalogueLeavesTheMp3BesideItAlone) {

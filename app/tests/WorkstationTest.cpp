@@ -287,7 +287,7 @@ TEST_F(PreparingTest, NoCommandWaitsForTheConductor) {
     station_->Stop(deck);
   }
   station_->SetOutput(3, {2, 0});
-  station_->AddFiles({"a.mp3"}, {});
+  station_->Add({.list = ListId::Catalogue, .paths = {"a.mp3"}}, {});
   station_->PumpWindow();
   EXPECT_EQ(station_->View().decks[0].state, State::Empty);
   EXPECT_EQ(engine_.Calls(), calls);

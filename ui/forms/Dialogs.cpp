@@ -18,6 +18,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "ui/strings/FileWords.h"
+
 namespace ui {
 namespace {
 
@@ -83,11 +85,11 @@ QFileDialog* MakeFileDialog(QWidget& owner, const Look& look, QFileDialog::FileM
   return dialog;
 }
 
-QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind, const char* masks,
+QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind, const QString& masks,
                            std::function<void(std::vector<std::string>)> chosen) {
   QFileDialog* dialog =
       MakeFileDialog(owner, look, QFileDialog::ExistingFiles, Say::AddFilesTitle, Say::DialogAdd);
-  dialog->setNameFilters({kind + QStringLiteral(" (") + QLatin1String(masks) + QLatin1Char(')'),
+  dialog->setNameFilters({kind + QStringLiteral(" (") + masks + QLatin1Char(')'),
                           look.say(Say::AllFiles) + QStringLiteral(" (*)")});
   QObject::connect(dialog, &QFileDialog::filesSelected, &owner,
                    [chosen = std::move(chosen)](const QStringList& names) {
@@ -95,6 +97,28 @@ QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind
                      for (const QString& name : names) paths.push_back(QFile::encodeName(name).toStdString());
                      chosen(std::move(paths));
                    });
+  return dialog;
+}
+
+QString MasksText(catalogue::ScanMode mode) {
+  QStringList masks;
+  for (const std::string_view mask : catalogue::PlayableMasks(mode)) {
+    masks += QLatin1String(mask.data(), static_cast<qsizetype>(mask.size()));
+  }
+  return masks.join(QLatin1Char(' '));
+}
+
+QString LeftOutText(const app::IntakeOutcome& outcome, const Strings& say) {
+  return outcome.left_out == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(outcome.left_out);
+}
+
+QFileDialog* MakeAddFolderDialog(QWidget& owner, const Look& look,
+                                 std::function<void(std::vector<std::string>)> chosen) {
+  QFileDialog* dialog = MakeFileDialog(owner, look, QFileDialog::Directory,
+                                       look.say(FileWord::AddFolderTitle), look.say(Say::DialogAdd));
+  QObject::connect(
+      dialog, &QFileDialog::fileSelected, &owner,
+      [chosen = std::move(chosen)](const QString& name) { chosen({QFile::encodeName(name).toStdString()}); });
   return dialog;
 }
 

@@ -8,6 +8,8 @@
 #include <string_view>
 #include <vector>
 
+#include "app/files/IntakeBatch.h"
+#include "catalogue/FolderScan.h"
 #include "ui/widgets/Look.h"
 
 class QDialog;
@@ -25,8 +27,17 @@ namespace ui {
 
 /// For files that are to be added: those of a kind by their masks, or all. chosen gets bytes of their paths.
 [[nodiscard]] QFileDialog* MakeAddDialog(QWidget& owner, const Look& look, const QString& kind,
-                                         const char* masks,
+                                         const QString& masks,
                                          std::function<void(std::vector<std::string>)> chosen);
+
+/// "*.mp3 *.ogg": what is added by hand.
+[[nodiscard]] QString MasksText(catalogue::ScanMode mode);
+/// The head of a report about what was left out.
+[[nodiscard]] QString LeftOutText(const app::IntakeOutcome& outcome, const Strings& say);
+
+/// For a folder whose files are to be added.
+[[nodiscard]] QFileDialog* MakeAddFolderDialog(QWidget& owner, const Look& look,
+                                               std::function<void(std::vector<std::string>)> chosen);
 
 /// Has it begin in the folder of a file, as bytes of its path, where that is there: more of the kind lie
 /// beside it.

@@ -4,10 +4,11 @@
 
 #include <QFileDialog>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/ListButtons.h"
 #include "ui/forms/SearchLine.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SongWords.h"
@@ -15,21 +16,16 @@
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
-namespace {
-
-constexpr const char* kMasks = "*.mp3 *.kar *.mid *.zip *.cdg";
-
-}  // namespace
-
 KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
                          QWidget* parent)
-    : DropSurface(look.skin.panel, parent), table_(table), look_(look) {
+    : DropSurface(look.skin.panel, parent), table_(table), lists_(lists), look_(look) {
   Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
   setAcceptDrops(true);
   model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
+  model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
-  connect(grid_, &TrackGrid::DeleteWanted, this, &KaraokePage::DeleteWanted);
+  connect(grid_, &TrackGrid::RemoveWanted, this, &KaraokePage::RemoveWanted);
   connect(grid_, &TrackGrid::Chosen, this, &KaraokePage::SongWanted);
   report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
   auto* rows = new QVBoxLayout(this);
@@ -39,6 +35,9 @@ KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lis
   rows->addLayout(MakeHead());
   rows->addWidget(search_);
   rows->addWidget(grid_, 1);
+  adding_ = new AddingBar(QStringLiteral("AddSongs"), AddingBar::Width::Narrow, look);
+  connect(adding_, &AddingBar::StopWanted, this, &KaraokePage::StopWanted);
+  rows->addWidget(adding_);
   rows->addWidget(report_);
   ShowCount();
 }
@@ -48,25 +47,26 @@ QHBoxLayout* KaraokePage::MakeHead() {
   Name(*count_, QStringLiteral("KaraokeCount"), {});
   SetFontEm(*count_, 1.1, Weight::Bold);
   SetHeightEm(*count_, kListHeadEms);
-  auto* add = new QPushButton(look_.say(Say::AddFiles));
-  SetKind(*add, "plain");
-  Name(*add, QStringLiteral("AddSongs"), look_.say(SongWord::AddSongs), look_.say(SongWord::AddSongsTip));
-  connect(add, &QPushButton::clicked, this, &KaraokePage::AskForFiles);
-  delete_ = new QPushButton(look_.say(Say::DeleteTracks));
-  SetKind(*delete_, "plain");
-  Name(*delete_, QStringLiteral("DeleteKaraoke"), look_.say(Say::DeleteKaraokeName),
-       look_.say(Say::DeleteKaraokeTip));
-  connect(delete_, &QPushButton::clicked, this, &KaraokePage::DeleteWanted);
+  const auto& say = look_.say;
+  buttons_ = new ListButtons(
+      QStringLiteral("Songs"),
+      {say(SongWord::AddSongs), say(SongWord::AddSongsTip), say(Say::DeleteKaraokeName)}, *grid_, look_);
+  connect(buttons_, &ListButtons::FilesWanted, this, &KaraokePage::AskForFiles);
+  connect(buttons_, &ListButtons::FolderWanted, this, &KaraokePage::AskForFolder);
+  connect(buttons_, &ListButtons::RemoveWanted, this, &KaraokePage::RemoveWanted);
+  connect(buttons_, &ListButtons::DeleteWanted, this, &KaraokePage::DeleteWanted);
+  connect(buttons_, &ListButtons::BringBackWanted, this, &KaraokePage::BringBackWanted);
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(count_, 1);
-  row->addWidget(add);
-  row->addWidget(delete_);
+  buttons_->PutInto(*row);
   return row;
 }
 
-void KaraokePage::Show() {
+void KaraokePage::Show(const app::AddingProgress& adding) {
   model_->Sync();
+  model_->ShowPlayed(lists_.PlayedFiles());
+  adding_->Show(adding);
   search_->Show();
   ShowCount();
 }
@@ -87,7 +87,6 @@ void KaraokePage::TakeFocus() {
 }
 
 void KaraokePage::ShowCount() {
-  delete_->setEnabled(grid_->selectionModel()->hasSelection());
   const int rows = table_.Rows();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
@@ -109,17 +108,27 @@ void KaraokePage::ShowFailure(const std::string& sentence) {
   report_->Show(look_.say(SongWord::SongNotPlayed), {sentence});
 }
 
-void KaraokePage::ShowAdded(int row, const std::vector<std::string>& refused) {
+void KaraokePage::ShowAdded(const app::IntakeOutcome& outcome, int row) {
   model_->Sync();
   ShowCount();
   if (row > 0) grid_->ChooseRow(row);
-  const bool one = refused.size() == 1;
-  report_->Show(one ? look_.say(Say::LeftOutOne) : look_.say(Say::LeftOut).arg(refused.size()), refused);
+  adding_->Tell(adding_->TextOf(outcome));
+  report_->Show(LeftOutText(outcome, look_.say), outcome.refused);
+}
+
+void KaraokePage::AskForFolder() {
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeAddFolderDialog(
+      *this, look_, [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
+  dialog_->setObjectName(QStringLiteral("AddSongFolderDialog"));
+  BeginBeside(*dialog_, table_.Cell(grid_->ChosenRow(), catalogue::karaoke::kFilename));
+  ShowDialog(*dialog_, *this);
 }
 
 // Not modal: what plays stays in reach while somebody looks for files.
 void KaraokePage::AskForFiles() {
-  if (dialog_.isNull()) dialog_ = MakeDialog();
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeDialog();
   ShowDialog(*dialog_, *this);
   dialog_->raise();
   dialog_->activateWindow();
@@ -128,7 +137,7 @@ void KaraokePage::AskForFiles() {
 QFileDialog* KaraokePage::MakeDialog() {
   const auto& say = look_.say;
   QFileDialog* dialog =
-      MakeAddDialog(*this, look_, say(SongWord::SongFiles), kMasks,
+      MakeAddDialog(*this, look_, say(SongWord::SongFiles), MasksText(catalogue::ScanMode::Karaoke),
                     [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
   dialog->setObjectName(QStringLiteral("AddSongsDialog"));
   dialog->setWindowTitle(say(SongWord::AddSongs));

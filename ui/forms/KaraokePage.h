@@ -11,10 +11,11 @@
 class QFileDialog;
 class QHBoxLayout;
 class QLabel;
-class QPushButton;
 
 namespace ui {
 
+class AddingBar;
+class ListButtons;
 class ReportList;
 class SearchLine;
 class TrackGrid;
@@ -28,7 +29,7 @@ class KaraokePage final : public DropSurface {
   KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
               QWidget* parent = nullptr);
 
-  void Show();
+  void Show(const app::AddingProgress& adding);
   /// The table is another one.
   void Reload();
   void TakeFocus();
@@ -40,27 +41,33 @@ class KaraokePage final : public DropSurface {
   void ShowDeleted(const std::vector<std::string>& kept);
   /// A sentence about a song that could not be played.
   void ShowFailure(const std::string& sentence);
-  /// What came of adding: the row that is to be seen, 0 for none, and a sentence for each file left out.
-  void ShowAdded(int row, const std::vector<std::string>& refused);
+  /// What came of adding, and the row that is to be seen, 0 for none.
+  void ShowAdded(const app::IntakeOutcome& outcome, int row);
 
  Q_SIGNALS:
   /// Table row, from 1.
   void SongWanted(int row);
+  void RemoveWanted();
   void DeleteWanted();
+  void BringBackWanted();
+  void StopWanted();
 
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();
   void AskForFiles();
+  void AskForFolder();
   [[nodiscard]] QFileDialog* MakeDialog();
   void ShowCount();
 
   const catalogue::track_table& table_;
+  app::ListDesk& lists_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;
   SearchLine* search_;
   QLabel* count_;
-  QPushButton* delete_;
+  AddingBar* adding_;
+  ListButtons* buttons_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;

@@ -7,22 +7,22 @@
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
+#include <utility>
 
+#include "ui/forms/AddingBar.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/ListButtons.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/SearchLine.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ListenButton.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
 namespace {
-
-constexpr const char* kMasks = "*.mp3 *.ogg *.flac *.wma *.wav *.m4a";
 
 QPushButton* PlainButton(const QString& caption) {
   auto* button = new QPushButton(caption);
@@ -50,7 +50,7 @@ MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar&
   connect(grid_, &TrackGrid::Chosen, this, [this](int row) {
     Q_EMIT RowChosen({TableId::Catalogue, {row}});
   });
-  connect(grid_, &TrackGrid::DeleteWanted, this, &MusicPage::DeleteWanted);
+  connect(grid_, &TrackGrid::RemoveWanted, this, &MusicPage::RemoveWanted);
   empty_ = new QLabel(look.say(Say::EmptyCatalogue));
   Name(*empty_, QStringLiteral("EmptyCatalogue"), {});
   SetFontEm(*empty_, 1.4);
@@ -64,11 +64,9 @@ MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar&
   rows->addWidget(search_);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
-  progress_ = new ElidedLabel;
-  Name(*progress_, QStringLiteral("AddProgress"), {});
-  SetTextColour(*progress_, look.skin.dim);
-  progress_->hide();
-  rows->addWidget(progress_);
+  adding_ = new AddingBar(QStringLiteral("Add"), AddingBar::Width::Wide, look);
+  connect(adding_, &AddingBar::StopWanted, this, [this] { workstation_.StopAdding(app::ListId::Catalogue); });
+  rows->addWidget(adding_);
   rows->addWidget(&batch);
   report_ = new ReportList(QStringLiteral("Refused"), look);
   rows->addWidget(report_);
@@ -92,14 +90,15 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
     connect(load, &QPushButton::clicked, this, [this, deck] { Q_EMIT RowWanted(deck); });
     row->addWidget(load);
   }
-  QPushButton* add = PlainButton(say(Say::AddFiles));
-  Name(*add, QStringLiteral("AddFiles"), say(Say::AddFiles), say(Say::AddFilesTip));
-  connect(add, &QPushButton::clicked, this, &MusicPage::AskForFiles);
-  row->addWidget(add);
-  delete_ = PlainButton(say(Say::DeleteTracks));
-  Name(*delete_, QStringLiteral("DeleteTracks"), say(Say::DeleteTracksName), say(Say::DeleteTracksTip));
-  connect(delete_, &QPushButton::clicked, this, &MusicPage::DeleteWanted);
-  row->addWidget(delete_);
+  buttons_ = new ListButtons(QStringLiteral("Music"),
+                             {say(Say::AddFilesTitle), say(Say::AddFilesTip), say(Say::DeleteTracksName)},
+                             *grid_, look_);
+  connect(buttons_, &ListButtons::FilesWanted, this, &MusicPage::AskForFiles);
+  connect(buttons_, &ListButtons::FolderWanted, this, &MusicPage::AskForFolder);
+  connect(buttons_, &ListButtons::RemoveWanted, this, &MusicPage::RemoveWanted);
+  connect(buttons_, &ListButtons::DeleteWanted, this, &MusicPage::DeleteWanted);
+  connect(buttons_, &ListButtons::BringBackWanted, this, &MusicPage::BringBackWanted);
+  buttons_->PutInto(*row);
   return row;
 }
 
@@ -110,10 +109,17 @@ void MusicPage::Show(const app::WorkstationView& view) {
   model_->ShowMissing(workstation_.MissingChecks());
   search_->Show();
   ShowCount();
+  ReadRowsInSight();
+}
+
+void MusicPage::ReadRowsInSight() {
+  const app::TableSearch& search = lists_.Search();
+  const bool searching = isVisible() && !search.Query().empty() && !search.Busy();
+  lists_.ShowRows(searching ? grid_->RowsInSight() : std::vector<int>());
+  if (std::exchange(filled_, lists_.FilledCells()) != filled_) grid_->viewport()->update();
 }
 
 void MusicPage::ShowCount() {
-  delete_->setEnabled(grid_->selectionModel()->hasSelection());
   const int rows = table_.Rows();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
@@ -163,36 +169,40 @@ void MusicPage::Reload() {
 }
 
 void MusicPage::ShowAdding(const app::AddingProgress& progress) {
-  if (progress.total == 0) return;
-  progress_->show();
-  progress_->Show(look_.say(Say::AddingFiles).arg(progress.done).arg(progress.total));
+  adding_->Show(progress);
 }
 
-void MusicPage::ShowAdded(int files, int rows, const std::vector<std::string>& refused) {
+void MusicPage::ShowAdded(const app::IntakeOutcome& outcome) {
   const auto& say = look_.say;
-  QString text = rows == 0 ? say(Say::AddedNone) : rows == 1 ? say(Say::AddedOne) : say(Say::Added).arg(rows);
-  const int known = files - rows - static_cast<int>(refused.size());
-  if (known > 0) {
-    text += QLatin1Char(' ') + (known == 1 ? say(Say::AlreadyThereOne) : say(Say::AlreadyThere).arg(known));
-  }
-  progress_->show();
-  progress_->Show(text);
-  const bool one = refused.size() == 1;
-  report_->Show(one ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size()), refused);
+  const int rows = outcome.rows;
+  const QString text = rows == 0   ? say(Say::AddedNone)
+                       : rows == 1 ? say(Say::AddedOne)
+                                   : say(Say::Added).arg(rows);
+  adding_->Tell(QStringList{text, adding_->TextOf(outcome)}.join(QLatin1Char(' ')).trimmed());
+  report_->Show(LeftOutText(outcome, say), outcome.refused);
 }
 
 void MusicPage::ShowDeleted(int rows, const std::vector<std::string>& kept) {
   const auto& say = look_.say;
   Reload();
-  progress_->show();
-  progress_->Show(rows == 1 ? say(Say::DeletedOne) : say(Say::Deleted).arg(rows));
+  adding_->Tell(rows == 1 ? say(Say::DeletedOne) : rows > 0 ? say(Say::Deleted).arg(rows) : QString());
   const bool one = kept.size() == 1;
   report_->Show(one ? say(Say::NotDeletedOne) : say(Say::NotDeleted).arg(kept.size()), kept);
 }
 
+void MusicPage::AskForFolder() {
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeAddFolderDialog(
+      *this, look_, [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
+  dialog_->setObjectName(QStringLiteral("AddFolderDialog"));
+  BeginBeside(*dialog_, table_.Cell(grid_->ChosenRow(), catalogue::track::kFilename));
+  ShowDialog(*dialog_, *this);
+}
+
 // Not modal: the decks stay in reach while somebody looks for files.
 void MusicPage::AskForFiles() {
-  if (dialog_.isNull()) dialog_ = MakeDialog();
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeDialog();
   ShowDialog(*dialog_, *this);
   dialog_->raise();
   dialog_->activateWindow();
@@ -200,7 +210,7 @@ void MusicPage::AskForFiles() {
 
 QFileDialog* MusicPage::MakeDialog() {
   QFileDialog* dialog =
-      MakeAddDialog(*this, look_, look_.say(Say::MusicFiles), kMasks,
+      MakeAddDialog(*this, look_, look_.say(Say::MusicFiles), MasksText(catalogue::ScanMode::Music),
                     [this](std::vector<std::string> paths) { Q_EMIT FilesWanted(std::move(paths)); });
   dialog->setObjectName(QStringLiteral("AddFilesDialog"));
   BeginBeside(*dialog, table_.Cell(grid_->ChosenRow(), catalogue::track::kFilename));

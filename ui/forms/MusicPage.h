@@ -14,12 +14,12 @@
 class QFileDialog;
 class QHBoxLayout;
 class QLabel;
-class QPushButton;
 
 namespace ui {
 
+class AddingBar;
 class BatchBar;
-class ElidedLabel;
+class ListButtons;
 class ListenBar;
 class ReportList;
 class SearchLine;
@@ -49,8 +49,7 @@ class MusicPage final : public DropSurface {
 
   /// How far the analysis of new files is; nothing when none is under way.
   void ShowAdding(const app::AddingProgress& progress);
-  /// What came of so many files, with a sentence for each one left out.
-  void ShowAdded(int files, int rows, const std::vector<std::string>& refused);
+  void ShowAdded(const app::IntakeOutcome& outcome);
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(int rows, const std::vector<std::string>& kept);
   /// The table is another one: what was scanned took its place.
@@ -60,12 +59,16 @@ class MusicPage final : public DropSurface {
   void Entered(ui::TableId table);
   void RowChosen(ui::TrackRows row);
   void RowWanted(int deck);
+  void RemoveWanted();
   void DeleteWanted();
+  void BringBackWanted();
 
  private:
   QHBoxLayout* MakeHead(ListenBar& listen);
   void ShowCount();
   void AskForFiles();
+  void AskForFolder();
+  void ReadRowsInSight();
   QFileDialog* MakeDialog();
 
   app::Workstation& workstation_;
@@ -77,11 +80,12 @@ class MusicPage final : public DropSurface {
   SearchLine* search_;
   QLabel* empty_;
   QLabel* count_;
-  ElidedLabel* progress_;
-  QPushButton* delete_;
+  AddingBar* adding_;
+  ListButtons* buttons_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;
+  std::size_t filled_ = 0;
 };
 
 }  // namespace ui

@@ -9,11 +9,12 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "catalogue/RowMoves.h"
 #include "support/Text.h"
+#include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/FileWords.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
@@ -43,6 +44,7 @@ PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width wi
       lists_(workstation.Lists()),
       number_(number),
       id_(PlaylistId(number)),
+      list_(app::PlaylistNumber(number)),
       table_(workstation.Playlist(number)),
       look_(look),
       counted_(table_.Columns()) {
@@ -60,6 +62,9 @@ PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width wi
   SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead());
   rows->addWidget(grid_, 1);
+  adding_ = new AddingBar(QStringLiteral("Playlist%1Add").arg(number), AddingBar::Width::Narrow, look);
+  connect(adding_, &AddingBar::StopWanted, this, [this] { workstation_.StopAdding(list_); });
+  rows->addWidget(adding_);
   report_ = new ReportList(QStringLiteral("Playlist%1LeftOut").arg(number), look);
   rows->addWidget(report_);
   rows->addLayout(MakeButtons());
@@ -117,6 +122,8 @@ void PlaylistPanel::ShowMenu() {
   menu->setAttribute(Qt::WA_DeleteOnClose);
   menu->setFont(font());
   menu->addAction(look_.say(ListWord::OpenFile), this, &PlaylistPanel::AskForFile);
+  menu->addAction(look_.say(FileWord::AddFolder), this, &PlaylistPanel::AskForFolder)
+      ->setObjectName(QStringLiteral("Playlist%1AddFolder").arg(number_));
   QMenu* history = menu->addMenu(look_.say(ListWord::History));
   history->setFont(font());
   QAction* none = history->addAction(look_.say(ListWord::NoHistory));
@@ -169,24 +176,42 @@ void PlaylistPanel::AskWhereToSave() {
 }
 
 void PlaylistPanel::Open(const std::string& path) {
-  lists_.OpenPlaylist(
-      number_, path, [panel = QPointer<PlaylistPanel>(this)](int, const std::vector<std::string>& refused) {
-        if (panel.isNull()) return;
-        const auto& say = panel->look_.say;
-        panel->report_->Show(
-            refused.size() == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(refused.size()), refused);
-      });
+  Give({.list = list_, .source = app::IntakeOrder::Source::Opened, .paths = {path}});
+}
+
+void PlaylistPanel::Give(app::IntakeOrder order) {
+  workstation_.Add(std::move(order),
+                   [panel = QPointer<PlaylistPanel>(this)](const app::IntakeOutcome& outcome) {
+                     if (!panel.isNull()) panel->ShowAdded(outcome);
+                   });
+}
+
+void PlaylistPanel::ShowAdded(const app::IntakeOutcome& outcome) {
+  const int row = table_.FindRow(catalogue::track::kFilename, outcome.first);
+  Reload(outcome.rows > 0 ? row : 0);
+  adding_->Tell(adding_->TextOf(outcome));
+  report_->Show(LeftOutText(outcome, look_.say), outcome.refused);
+}
+
+void PlaylistPanel::AskForFolder() {
+  if (!dialog_.isNull()) dialog_->close();
+  dialog_ = MakeAddFolderDialog(*this, look_, [this](std::vector<std::string> paths) {
+    Give({.list = list_, .paths = std::move(paths)});
+  });
+  dialog_->setObjectName(QStringLiteral("Playlist%1FolderDialog").arg(number_));
+  ShowDialog(*dialog_, *this);
 }
 
 void PlaylistPanel::Listen() {
   connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(id_); });
   connect(grid_, &TrackGrid::Chosen, this, [this](int row) { Q_EMIT RowChosen({id_, {row}}); });
-  connect(grid_, &TrackGrid::DeleteWanted, this, &PlaylistPanel::RemoveChosen);
+  connect(grid_, &TrackGrid::RemoveWanted, this, &PlaylistPanel::RemoveChosen);
   connect(grid_, &TrackGrid::RowsDropped, this, [this](const TrackRows& rows, int before, Leaving leaving) {
     Q_EMIT RowsDropped(rows, id_, before, leaving);
   });
-  connect(grid_, &TrackGrid::FilesDropped, this,
-          [this](const std::vector<std::string>& paths) { Q_EMIT FilesDropped(id_, paths); });
+  connect(grid_, &TrackGrid::FilesDropped, this, [this](const std::vector<std::string>& paths, int before) {
+    Give({.list = list_, .before = before > table_.Rows() ? 0 : before, .paths = paths});
+  });
 }
 
 void PlaylistPanel::Show(const app::WorkstationView& view) {
@@ -194,6 +219,7 @@ void PlaylistPanel::Show(const app::WorkstationView& view) {
   model_->ShowDecks(view);
   model_->ShowPlayed(lists_.PlayedFiles());
   model_->ShowMissing(workstation_.MissingChecks());
+  adding_->Show(workstation_.Adding(list_));
   ShowCount();
   FollowDecks(view);
 }
@@ -250,8 +276,9 @@ TrackRows PlaylistPanel::ChosenRows() const {
 void PlaylistPanel::RemoveChosen() {
   const std::vector<int> rows = grid_->ChosenRows();
   if (rows.empty()) return;
-  catalogue::RemoveRows(table_, rows);
+  const int removed = workstation_.RemoveRows(list_, rows);
   Reload(rows.front());
+  Q_EMIT Told(removed == 1 ? look_.say(FileWord::RemovedOne) : look_.say(FileWord::Removed).arg(removed));
 }
 
 // After its children have their sizes of type: the grid's width hangs on them.

@@ -18,6 +18,7 @@ class QPushButton;
 
 namespace ui {
 
+class AddingBar;
 class ReportList;
 class TrackGrid;
 class TrackModel;
@@ -52,7 +53,6 @@ class PlaylistPanel final : public Surface {
   void Entered(ui::TableId table);
   void RowChosen(ui::TrackRows row);
   void RowsDropped(ui::TrackRows rows, ui::TableId to, int before, ui::Leaving leaving);
-  void FilesDropped(ui::TableId to, std::vector<std::string> paths);
 
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();
@@ -61,6 +61,9 @@ class PlaylistPanel final : public Surface {
                           const QString& tip);
   void ShowMenu();
   void Open(const std::string& path);
+  void AskForFolder();
+  void Give(app::IntakeOrder order);
+  void ShowAdded(const app::IntakeOutcome& outcome);
   void Listen();
   void ShowCount();
   void ShowTotal(int rows, std::int64_t seconds);
@@ -72,6 +75,7 @@ class PlaylistPanel final : public Surface {
   app::ListDesk& lists_;
   const int number_;
   const TableId id_;
+  const app::ListId list_;
   catalogue::track_table& table_;
   Look look_;
   TrackModel* model_;
@@ -80,6 +84,7 @@ class PlaylistPanel final : public Surface {
   QPushButton* open_;
   QPushButton* save_;
   QPushButton* remove_;
+  AddingBar* adding_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
   catalogue::track_table counted_;       ///< as its total was shown

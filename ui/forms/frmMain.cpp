@@ -192,6 +192,8 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
   connect(music_, &MusicPage::FilesWanted, this, &frmMain::AddFiles);
   connect(music_, &MusicPage::DeleteWanted, this, &frmMain::DeleteTracks);
+  connect(music_, &MusicPage::RemoveWanted, this, &frmMain::RemoveTracks);
+  connect(music_, &MusicPage::BringBackWanted, this, &frmMain::BringRowsBack);
   auto* box = new QWidget;
   auto* row = new QHBoxLayout(box);
   SetSpacingEm(*row, 0, 0.4);
@@ -222,7 +224,6 @@ PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
   connect(panel, &PlaylistPanel::Entered, this, &frmMain::Activate);
   connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(panel, &PlaylistPanel::RowsDropped, this, &frmMain::PutIntoPlaylist);
-  connect(panel, &PlaylistPanel::FilesDropped, this, &frmMain::AddToPlaylist);
   connect(panel, &PlaylistPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
   return panel;
 }
@@ -314,7 +315,7 @@ void frmMain::ShowFrame() {
   listen_->Show(view_);
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   ShowSong(now);
-  music_->ShowAdding(workstation_.Adding());
+  music_->ShowAdding(workstation_.Adding(app::ListId::Catalogue));
   batch_->Show(music_->ChosenCount());
   equaliser_->Show(view_);
   settings_page_->Show(view_);

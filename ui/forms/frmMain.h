@@ -109,10 +109,12 @@ class frmMain final : public QMainWindow {
   void DeleteKaraoke();
   void AddFiles(std::vector<std::string> paths);
   void AddAndLoad(int deck, std::vector<std::string> paths);
-  void AddToPlaylist(TableId to, std::vector<std::string> paths);
-  void Add(std::vector<std::string> paths, std::function<void()> then);
-  /// Rows of the catalogue that hold these files.
-  [[nodiscard]] TrackRows RowsOf(const std::vector<std::string>& paths) const;
+  void Add(std::vector<std::string> paths, std::function<void(const app::IntakeOutcome&)> then);
+  /// The chosen ones; their files stay.
+  void RemoveTracks();
+  void RemoveSongs();
+  void TellRemoved(int rows);
+  void BringRowsBack();
   [[nodiscard]] const app::DeckView& Deck(int deck) const;
 
   app::Workstation& workstation_;

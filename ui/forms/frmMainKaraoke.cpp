@@ -3,7 +3,6 @@
 #include <QHBoxLayout>
 #include <QPointer>
 
-#include "catalogue/AddFile.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
@@ -19,6 +18,10 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   karaoke_->Rows().MarkMissing([this](std::string_view file) { return workstation_.IsMissing(file); });
   song_ = new SongPanel(workstation_, *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
+  connect(karaoke_, &KaraokePage::RemoveWanted, this, &frmMain::RemoveSongs);
+  connect(karaoke_, &KaraokePage::BringBackWanted, this, &frmMain::BringRowsBack);
+  connect(karaoke_, &KaraokePage::StopWanted, this,
+          [this] { workstation_.StopAdding(app::ListId::Karaoke); });
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
@@ -41,18 +44,18 @@ void frmMain::PlaySong(int row) {
 
 void frmMain::AddSongs(std::vector<std::string> paths) {
   if (paths.empty()) return;
-  const std::string last = catalogue::AudioPathOf(paths.back());
   // The workstation may outlive the window.
-  workstation_.AddSongs(
-      std::move(paths), [window = QPointer<frmMain>(this), last](int, std::vector<std::string> refused) {
-        if (window.isNull()) return;
-        const int row = window->workstation_.Karaoke().FindRow(catalogue::karaoke::kFilename, last);
-        window->karaoke_->ShowAdded(row, refused);
-      });
+  workstation_.Add({.list = app::ListId::Karaoke, .paths = std::move(paths)},
+                   [window = QPointer<frmMain>(this)](const app::IntakeOutcome& outcome) {
+                     if (window.isNull()) return;
+                     const catalogue::track_table& songs = window->workstation_.Karaoke();
+                     window->karaoke_->ShowAdded(outcome,
+                                                 songs.FindRow(catalogue::karaoke::kFilename, outcome.last));
+                   });
 }
 
 void frmMain::ShowSong(support::TimePoint now) {
-  karaoke_->Show();
+  karaoke_->Show(workstation_.Adding(app::ListId::Karaoke));
   karaoke_->Rows().ShowMissing(workstation_.MissingChecks());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);

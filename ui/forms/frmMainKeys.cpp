@@ -52,6 +52,7 @@ void frmMain::MakeKeys() {
   }
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
   Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
+  Key(KeyOfUndo(), Reach::Window, [this] { BringRowsBack(); });
   Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Left), Reach::Window,
       [this] { listen_->SeekBy(-kListenStep); });

@@ -12,6 +12,7 @@
 #include "ui/forms/frmMain.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/FileWords.h"
 
 namespace ui {
 namespace {
@@ -143,33 +144,63 @@ void frmMain::AddFiles(std::vector<std::string> paths) {
 }
 
 void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
-  if (paths.empty()) return;
-  Add(paths, [this, deck, paths] {
-    if (const TrackRows rows = RowsOf(paths); !rows.rows.empty()) Load(deck, rows);
+  Add(std::move(paths), [this, deck](const app::IntakeOutcome& outcome) {
+    const auto rows = RowsWith(workstation_.Catalogue(), {outcome.first}, catalogue::track::kFilename);
+    if (!rows.empty()) Load(deck, {TableId::Catalogue, rows});
   });
 }
 
-void frmMain::AddToPlaylist(TableId to, std::vector<std::string> paths) {
-  Add(paths, [this, to, paths] {
-    const int end = TableOf(workstation_, to).Rows() + 1;
-    PutIntoPlaylist(RowsOf(paths), to, end, Leaving::Stay);
-  });
-}
-
-void frmMain::Add(std::vector<std::string> paths, std::function<void()> then) {
+void frmMain::Add(std::vector<std::string> paths, std::function<void(const app::IntakeOutcome&)> then) {
   if (paths.empty()) return;
-  const int files = static_cast<int>(paths.size());
   // The workstation may outlive the window.
-  workstation_.AddFiles(std::move(paths), [window = QPointer<frmMain>(this), files, then = std::move(then)](
-                                              int rows, std::vector<std::string> refused) {
-    if (window.isNull()) return;
-    window->music_->ShowAdded(files, rows, refused);
-    if (then) then();
-  });
+  workstation_.Add(
+      {.list = app::ListId::Catalogue, .paths = std::move(paths)},
+      [window = QPointer<frmMain>(this), then = std::move(then)](const app::IntakeOutcome& outcome) {
+        if (window.isNull()) return;
+        window->music_->ShowAdded(outcome);
+        if (then) then(outcome);
+      });
 }
 
-TrackRows frmMain::RowsOf(const std::vector<std::string>& paths) const {
-  return {TableId::Catalogue, RowsWith(workstation_.Catalogue(), paths, catalogue::track::kFilename)};
+void frmMain::RemoveTracks() {
+  const std::vector<int> rows = music_->ChosenRows().rows;
+  const int removed = workstation_.RemoveRows(app::ListId::Catalogue, rows);
+  music_->Reload();
+  TellRemoved(removed);
+}
+
+void frmMain::RemoveSongs() {
+  const int removed = workstation_.RemoveRows(app::ListId::Karaoke, karaoke_->ChosenRows());
+  karaoke_->Reload();
+  TellRemoved(removed);
+}
+
+void frmMain::TellRemoved(int rows) {
+  if (rows == 0) return;
+  status_->Tell(rows == 1 ? (*say_)(FileWord::RemovedOne) : (*say_)(FileWord::Removed).arg(rows));
+}
+
+void frmMain::BringRowsBack() {
+  const auto& say = *say_;
+  const auto back = workstation_.BringRowsBack();
+  if (!back) return status_->Tell(say(FileWord::NothingToBringBack));
+  QString list;
+  if (back->list == app::ListId::Catalogue) {
+    music_->Reload();
+    if (back->first_row > 0) music_->ChooseRow(back->first_row);
+    list = say(Say::Catalogue);
+  } else if (back->list == app::ListId::Karaoke) {
+    karaoke_->Reload();
+    list = say(Say::Karaoke);
+  } else {
+    const int number = static_cast<int>(back->list) - static_cast<int>(app::ListId::Karaoke);
+    PanelOf(PlaylistId(number)).Reload(back->first_row);
+    list = say(Say::Playlist).arg(number);
+  }
+  QString told =
+      back->rows == 1 ? say(FileWord::IsBackOne).arg(list) : say(FileWord::IsBack).arg(back->rows).arg(list);
+  if (back->known > 0) told += QLatin1Char(' ') + say(FileWord::IsBackAlready).arg(back->known);
+  status_->Tell(told);
 }
 
 }  // namespace ui

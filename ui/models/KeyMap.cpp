@@ -34,6 +34,10 @@ QKeySequence KeyOfFinding() {
   return QKeySequence(Qt::CTRL | Qt::Key_F);
 }
 
+QKeySequence KeyOfUndo() {
+  return QKeySequence(Qt::CTRL | Qt::Key_Z);
+}
+
 QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }

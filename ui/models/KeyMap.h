@@ -36,6 +36,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfBlackout();
 /// Looking for rows.
 [[nodiscard]] QKeySequence KeyOfFinding();
+/// Rows that were taken out of a list come back.
+[[nodiscard]] QKeySequence KeyOfUndo();
 [[nodiscard]] QKeySequence KeyOfHelp();
 /// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...
 [[nodiscard]] QKeySequence KeyOfPage(int page);

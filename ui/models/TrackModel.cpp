@@ -168,7 +168,8 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
   const int deck = DeckOf(row);
   switch (role) {
     case kMarkRole:
-      return index.column() == 0 && Missing(row) ? QStringLiteral("!") : QString();
+      if (index.column() != 0) return QString();
+      return Missing(row) ? QStringLiteral("!") : deck == 0 && Played(row) ? QStringLiteral("✓") : QString();
     case Qt::DisplayRole:
     case Qt::ToolTipRole:
       return TextAt(row, index.column());

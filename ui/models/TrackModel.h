@@ -48,7 +48,8 @@ class TrackModel final : public QAbstractTableModel {
   void ShowSort(const catalogue::SortWish& sort);
   /// 1 upwards, -1 downwards; of a head.
   static constexpr int kSortRole = Qt::UserRole;
-  /// "!" of a row whose file is not there: its chip, or in a grid without chips in front of its first text.
+  /// "!" of a row whose file is not there, its chip; in a grid without chips that or "✓" of one that was
+  /// played in front of its first text.
   static constexpr int kMarkRole = Qt::UserRole + 1;
   /// Marks the rows whose files are on the mixing decks.
   void ShowDecks(const app::WorkstationView& view);

@@ -73,8 +73,9 @@ constexpr Strings::Row kSongRows[] = {
     {SongWord::SongNotPlayed, "1 song could not be played", "1 nummer kon niet worden gespeeld"},
     {SongWord::AddSongs, "Add karaoke songs", "Karaokenummers toevoegen"},
     {SongWord::AddSongsTip,
-     "Add MIDI songs, mp3 files with graphics, or both in a zip; they can be dropped here too",
-     "MIDI-nummers toevoegen, mp3-bestanden met beeld, of beide in een zip; slepen mag ook"},
+     "Add MIDI songs, mp3 files with graphics, both in a zip, or folders of them; they can be dropped here "
+     "too",
+     "MIDI-nummers toevoegen, mp3-bestanden met beeld, beide in een zip, of mappen ervan; slepen mag ook"},
     {SongWord::SongFiles, "Karaoke files", "Karaokebestanden"},
 };
 

@@ -7,6 +7,7 @@
 #include "ui/strings/BankWords.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/EditorWords.h"
+#include "ui/strings/FileWords.h"
 #include "ui/strings/ListWords.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/strings/ScanWords.h"
@@ -106,9 +107,9 @@ constexpr Strings::Row kRows[] = {
     {Say::Catalogue, "Catalogue", "Catalogus"},
     {Say::CatalogueTip, "Double-click or Enter: load on the free deck",
      "Dubbelklik of Enter: op het vrije deck laden"},
-    {Say::AddFiles, "Add files…", "Toevoegen…"},
-    {Say::AddFilesTip, "Add music files to the catalogue; they can be dropped on it too",
-     "Muziekbestanden aan de catalogus toevoegen; erop slepen kan ook"},
+    {Say::AddFiles, "Files…", "Bestanden…"},
+    {Say::AddFilesTip, "Add music files or folders to the catalogue; they can be dropped on it too",
+     "Muziekbestanden of mappen aan de catalogus toevoegen; erop slepen kan ook"},
     {Say::AddFilesTitle, "Add music files", "Muziekbestanden toevoegen"},
     {Say::DialogAdd, "Add", "Toevoegen"},
     {Say::DialogCancel, "Cancel", "Annuleren"},
@@ -127,16 +128,12 @@ constexpr Strings::Row kRows[] = {
     {Say::LeftOutOne, "1 file was left out:", "1 bestand is overgeslagen:"},
     {Say::Close, "Close", "Sluiten"},
     {Say::CloseTip, "Close this list", "Deze lijst sluiten"},
-    {Say::EmptyCatalogue, "The catalogue is empty.\nDrop music files here, or choose “Add files…”.",
-     "De catalogus is leeg.\nSleep muziekbestanden hierheen of kies “Toevoegen…”."},
+    {Say::EmptyCatalogue, "The catalogue is empty.\nDrop music files or folders here, or choose “Add”.",
+     "De catalogus is leeg.\nSleep muziekbestanden of mappen hierheen of kies “Toevoegen”."},
     {Say::OnDeck, "On deck %1", "Op deck %1"},
     {Say::LoadOn, "To deck %1", "Op deck %1"},
     {Say::LoadOnTip, "Load the chosen track on deck %1", "Het gekozen nummer op deck %1 laden"},
-    {Say::DeleteTracks, "Delete…", "Verwijderen…"},
     {Say::DeleteTracksName, "Delete tracks and their files", "Nummers en hun bestanden verwijderen"},
-    {Say::DeleteTracksTip,
-     "Delete the chosen tracks and their files from the disk, after a question (Delete)",
-     "De gekozen nummers en hun bestanden van de schijf verwijderen, na een vraag (Delete)"},
 
     {Say::ColumnDeck, "Deck", "Deck"},
     {Say::ColumnArtist, "Artist", "Artiest"},
@@ -165,32 +162,29 @@ constexpr Strings::Row kRows[] = {
      "worden "
      "gemaakt."},
     {Say::AskDeleteSongs,
-     "Delete %1 karaoke songs?\n\nTheir files and the mp3 files beside them are deleted from the disk. This "
-     "cannot be "
-     "undone.",
-     "%1 karaokenummers verwijderen?\n\nHun bestanden en de mp3-bestanden ernaast worden van de schijf "
-     "verwijderd. Dit "
-     "kan niet ongedaan worden gemaakt."},
+     "Delete %1 karaoke songs?\n\nTheir files are deleted from the disk, with the sound and the disc image "
+     "that belong to them. This cannot be undone.",
+     "%1 karaokenummers verwijderen?\n\nHun bestanden worden van de schijf verwijderd, met het geluid en het "
+     "beeld dat erbij hoort. Dit kan niet ongedaan worden gemaakt."},
     {Say::AskDeleteSong,
-     "Delete this karaoke song?\n\n%1\n\nThe file and the mp3 file beside it are deleted from the disk. This "
-     "cannot be "
-     "undone.",
-     "Dit karaokenummer verwijderen?\n\n%1\n\nHet bestand en het mp3-bestand ernaast worden van de schijf "
-     "verwijderd. "
-     "Dit kan niet ongedaan worden gemaakt."},
+     "Delete this karaoke song?\n\n%1\n\nThe file is deleted from the disk, with the sound and the disc "
+     "image that belong to it. This cannot be undone.",
+     "Dit karaokenummer verwijderen?\n\n%1\n\nHet bestand wordt van de schijf verwijderd, met het geluid en "
+     "het beeld dat erbij hoort. Dit kan niet ongedaan worden gemaakt."},
     {Say::DeleteFiles, "Delete files", "Bestanden verwijderen"},
     {Say::DeleteFile, "Delete file", "Bestand verwijderen"},
     {Say::Deleted, "%1 tracks deleted.", "%1 nummers verwijderd."},
     {Say::DeletedOne, "1 track deleted.", "1 nummer verwijderd."},
-    {Say::NotDeleted, "%1 files could not be deleted:", "%1 bestanden konden niet worden verwijderd:"},
-    {Say::NotDeletedOne, "1 file could not be deleted:", "1 bestand kon niet worden verwijderd:"},
+    {Say::NotDeleted, "%1 files were not deleted:", "%1 bestanden zijn niet verwijderd:"},
+    {Say::NotDeletedOne, "1 file was not deleted:", "1 bestand is niet verwijderd:"},
 
     {Say::Playlist, "Playlist %1", "Afspeellijst %1"},
     {Say::PlaylistTip,
      "Drag tracks in, out and about; Delete removes them from the list; Enter loads on the free deck",
      "Sleep nummers erin, eruit en heen en weer; Delete haalt ze van de lijst; Enter laadt op het vrije "
      "deck"},
-    {Say::EmptyPlaylist, "Drag tracks or files here.", "Sleep nummers of bestanden hierheen."},
+    {Say::EmptyPlaylist, "Drag tracks, files, folders or playlists here.",
+     "Sleep nummers, bestanden, mappen of afspeellijsten hierheen."},
     {Say::RemoveRows, "Remove", "Weghalen"},
     {Say::RemoveRowsName, "Remove the chosen tracks from playlist %1",
      "De gekozen nummers van afspeellijst %1 halen"},
@@ -202,8 +196,8 @@ constexpr Strings::Row kRows[] = {
 
     {Say::Karaoke, "Karaoke", "Karaoke"},
     {Say::KaraokePageTip, "The karaoke songs", "De karaokenummers"},
-    {Say::KaraokeTip, "The karaoke songs; Delete deletes their files, after a question",
-     "De karaokenummers; Delete verwijdert hun bestanden, na een vraag"},
+    {Say::KaraokeTip, "The karaoke songs; Delete takes them off the list, their files stay",
+     "De karaokenummers; Delete haalt ze van de lijst, hun bestanden blijven"},
     {Say::EmptyKaraoke,
      "There are no karaoke songs. Drop some here, or choose “Scan the folder for karaoke” under Settings.",
      "Er zijn geen karaokenummers. Sleep ze hierheen, of kies “De map op karaoke doorzoeken” bij "
@@ -212,9 +206,6 @@ constexpr Strings::Row kRows[] = {
     {Say::OneSong, "1 song", "1 nummer"},
     {Say::DeleteKaraokeName, "Delete karaoke songs and their files",
      "Karaokenummers en hun bestanden verwijderen"},
-    {Say::DeleteKaraokeTip,
-     "Delete the chosen songs, their files and the mp3 files beside them, after a question (Delete)",
-     "De gekozen nummers, hun bestanden en de mp3-bestanden ernaast verwijderen, na een vraag (Delete)"},
 
     {Say::Console, "Light console", "Lichttafel"},
     {Say::ConsoleTip, "The light console", "De lichttafel"},
@@ -317,9 +308,9 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 9> Strings::Tables() {
-  return {kRows,        BankWords(), ToolWords(),    ListWords(),  ScanWords(),
-          OrganWords(), SongWords(), ConsoleWords(), EditorWords()};
+std::array<std::span<const Strings::Row>, 10> Strings::Tables() {
+  return {kRows,        BankWords(), ToolWords(),    ListWords(),   ScanWords(),
+          OrganWords(), SongWords(), ConsoleWords(), EditorWords(), FileWords()};
 }
 
 }  // namespace ui

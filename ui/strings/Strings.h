@@ -101,9 +101,7 @@ enum class Say : int {
   OnDeck,
   LoadOn,
   LoadOnTip,
-  DeleteTracks,
   DeleteTracksName,
-  DeleteTracksTip,
   // Columns of a track table
   ColumnDeck = 2140,
   ColumnArtist,
@@ -148,7 +146,6 @@ enum class Say : int {
   Songs,
   OneSong,
   DeleteKaraokeName,
-  DeleteKaraokeTip,
   // Pages whose place is kept
   Console = 2200,
   ConsoleTip,
@@ -364,7 +361,7 @@ class Strings {
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
   /// Every table, in the order of the numbers.
-  [[nodiscard]] static std::array<std::span<const Row>, 9> Tables();
+  [[nodiscard]] static std::array<std::span<const Row>, 10> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;

@@ -8,6 +8,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QTableView>
@@ -97,8 +98,20 @@ QWidget& Booth::Target(const char* name) {
   return area == nullptr ? widget : *area->viewport();
 }
 
-void Booth::Drop(const QMimeData& data, const char* target) {
-  DropAt(data, Target(target), Target(target).rect().center(), Qt::CopyAction);
+void Booth::Drop(const QMimeData& data, const char* target, int before, Qt::DropAction action) {
+  const auto* grid = window->findChild<QTableView*>(QLatin1String(target));
+  const QPoint place = grid == nullptr || before == 0 ? Target(target).rect().center()
+                                                      : QPoint(20, grid->rowViewportPosition(before - 1) + 2);
+  DropAt(data, Target(target), place, action);
+}
+
+void Booth::ChooseInMenu(const char* button, const char* entry) {
+  QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton);
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  auto* action = menu == nullptr ? nullptr : menu->findChild<QAction*>(QLatin1String(entry));
+  if (action == nullptr) throw std::runtime_error(std::string("no entry named ") + entry);
+  QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
+  Settle();
 }
 
 void Booth::DropAt(const QMimeData& data, QWidget& widget, const QPoint& place, Qt::DropAction action) {
@@ -120,20 +133,17 @@ void Booth::DropRows(const char* source, const std::vector<int>& rows, const cha
   QModelIndexList indexes;
   for (const int row : rows) indexes += model.index(row - 1, 0);
   const std::unique_ptr<QMimeData> data(model.mimeData(indexes));
-  const auto* grid = window->findChild<QTableView*>(QLatin1String(target));
-  const QPoint place = grid == nullptr || before == 0 ? Target(target).rect().center()
-                                                      : QPoint(20, grid->rowViewportPosition(before - 1) + 2);
-  DropAt(*data, Target(target), place, action);
+  Drop(*data, target, before, action);
 }
 
-void Booth::BeginDroppingFiles(const QList<QUrl>& urls, const char* target) {
+void Booth::BeginDroppingFiles(const QList<QUrl>& urls, const char* target, int before) {
   QMimeData data;
   data.setUrls(urls);
-  Drop(data, target);
+  Drop(data, target, before, Qt::CopyAction);
 }
 
-void Booth::DropFiles(const QList<QUrl>& urls, const char* target) {
-  BeginDroppingFiles(urls, target);
+void Booth::DropFiles(const QList<QUrl>& urls, const char* target, int before) {
+  BeginDroppingFiles(urls, target, before);
   for (int i = 0; i < 2; ++i) {
     workers.RunAll();
     Settle();

@@ -63,8 +63,10 @@ class Booth : public ::testing::Test {
   void DropRows(const char* source, const std::vector<int>& rows, const char* target, int before = 0,
                 Qt::DropAction action = Qt::CopyAction);
   /// Their analysis waits for the workers to run.
-  void BeginDroppingFiles(const QList<QUrl>& urls, const char* target);
-  void DropFiles(const QList<QUrl>& urls, const char* target);
+  void BeginDroppingFiles(const QList<QUrl>& urls, const char* target, int before = 0);
+  void DropFiles(const QList<QUrl>& urls, const char* target, int before = 0);
+  /// Presses a button and clicks an entry of the menu that it opens.
+  void ChooseInMenu(const char* button, const char* entry);
   [[nodiscard]] const app::DeckView& Deck(int deck);
   void LoadAndPlay(int deck, int row);
 
@@ -88,7 +90,7 @@ class Booth : public ::testing::Test {
  private:
   /// Where events for a widget go.
   QWidget& Target(const char* name);
-  void Drop(const QMimeData& data, const char* target);
+  void Drop(const QMimeData& data, const char* target, int before, Qt::DropAction action);
   void DropAt(const QMimeData& data, QWidget& widget, const QPoint& place, Qt::DropAction action);
 };
 

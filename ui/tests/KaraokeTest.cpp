@@ -15,6 +15,7 @@
 #include "karaoke/testing/MidiBytes.h"
 #include "support/testing/TemporaryFolder.h"
 #include "ui/forms/frmKaraoke.h"
+#include "ui/models/TrackModel.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/ColourButton.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -115,6 +116,37 @@ TEST_F(KaraokeTest, DroppedSongsAreAddedChosenAndTheRefusedOnesListed) {
   EXPECT_EQ(Find<QTableView>("KaraokeGrid").currentIndex().row(), 2);
   EXPECT_TRUE(Find<QWidget>("KaraokeKept").isVisible());
   EXPECT_TRUE(Find<QPlainTextEdit>("KaraokeKept").toPlainText().contains(QStringLiteral("letter.txt")));
+}
+
+TEST_F(KaraokeTest, AFolderOfSongsIsTakenWholeAndASongLeavesTheListWithoutItsFile) {
+  OpenBooth();
+  std::filesystem::create_directories(songs.Path() / "box");
+  for (const char* name : {"box/Ben.zip", "box/Disc.CDG", "box/Disc.MP3", "box/list.txt"}) {
+    std::ofstream(songs.Path() / name) << "x";
+    tags.AddFile((songs.Path() / name).string());
+  }
+  DropFiles({QUrl::fromLocalFile(QString::fromStdString((songs.Path() / "box").string()))}, "KaraokePage");
+  EXPECT_EQ(station->Karaoke().Rows(), 4);
+  auto& grid = Find<QTableView>("KaraokeGrid");
+  grid.setFocus();
+  grid.selectRow(0);
+  QTest::keyClick(&grid, Qt::Key_Delete);
+  Settle();
+  EXPECT_EQ(station->Karaoke().Rows(), 3);
+  EXPECT_TRUE(std::filesystem::exists(songs.Path() / "good.kar"));
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(station->Karaoke().Cell(1, catalogue::karaoke::kTitle), "good.kar");
+}
+
+TEST_F(KaraokeTest, WhatWasSungIsMarked) {
+  OpenBooth();
+  const auto mark = [this] {
+    return Find<QTableView>("KaraokeGrid").model()->index(0, 0).data(TrackModel::kMarkRole).toString();
+  };
+  EXPECT_EQ(mark(), QString());
+  PlayRow(1);
+  Advance(6s);
+  EXPECT_EQ(mark(), QStringLiteral("✓"));
 }
 
 TEST_F(KaraokeTest, ABadFileIsTold) {

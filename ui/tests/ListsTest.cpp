@@ -5,6 +5,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSignalSpy>
 #include <QSlider>
@@ -248,6 +249,74 @@ TEST_F(ListsTest, ARowWhoseFileIsGoneIsMarkedInEveryListOnceItIsLoadedAndTheDeck
   station->LookForFiles();
   Work();
   EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QString()) << "it came back";
+}
+
+TEST_F(ListsTest, AFolderIsAddedWithABarAndCanBeStopped) {
+  for (const char* name : {"a.mp3", "b.mp3", "deep/c.wav"}) {
+    std::filesystem::create_directories((folder / name).parent_path());
+    std::ofstream(folder / name) << "x";
+  }
+  tags.AcceptAnyFile();
+  const auto url = QUrl::fromLocalFile(QString::fromStdString(folder.string()));
+  BeginDroppingFiles({url}, "MusicPage");
+  EXPECT_TRUE(Find<QProgressBar>("AddBar").isVisible());
+  workers.RunOne();
+  Settle();
+  Click("AddStop");
+  Work();
+  const int stopped = station->Catalogue().Rows();
+  EXPECT_LT(stopped, 7);
+  EXPECT_TRUE(TextOf("AddProgress").contains(QStringLiteral("Stopped")));
+  EXPECT_FALSE(Find<QProgressBar>("AddBar").isVisible());
+  DropFiles({url}, "MusicPage");
+  EXPECT_EQ(station->Catalogue().Rows(), 7);
+}
+
+TEST_F(ListsTest, AFolderIsChosenInItsDialog) {
+  std::filesystem::create_directories(folder / "album");
+  std::ofstream(folder / "album" / "a.m4a") << "x";
+  tags.AcceptAnyFile();
+  ChooseInMenu("MusicAdd", "MusicAddFolder");
+  auto& dialog = Find<QFileDialog>("AddFolderDialog");
+  EXPECT_EQ(dialog.fileMode(), QFileDialog::Directory);
+  dialog.setDirectory(QString::fromStdString(folder.string()));
+  dialog.selectFile(QStringLiteral("album"));
+  QMetaObject::invokeMethod(&dialog, "accept");
+  Work();
+  EXPECT_EQ(station->Catalogue().Rows(), 5);
+}
+
+TEST_F(ListsTest, FilesAndPlaylistsComeWhereTheyAreDropped) {
+  std::filesystem::create_directories(folder / "album");
+  std::ofstream(folder / "album" / "1.mp3") << "x";
+  std::ofstream(folder / "l.m3u") << "m.mp3\n";
+  std::ofstream(folder / "t.tpl") << "A\tT\t01:00\tt.mp3\t\t\t\t\t\t\t\t\t\r\n";
+  tags.AcceptAnyFile();
+  DropRows("Catalogue", {1, 2}, "PlayListView1");
+  const auto url = [this](const char* name) {
+    return QUrl::fromLocalFile(QString::fromStdString((folder / name).string()));
+  };
+  DropFiles({url("l.m3u"), url("album"), url("t.tpl")}, "PlayListView1", 2);
+  std::string all;
+  for (int row = 1; row <= station->Playlist(1).Rows(); ++row) {
+    all += std::filesystem::path(station->Playlist(1).Cell(row, catalogue::track::kFilename))
+               .filename()
+               .string() +
+           " ";
+  }
+  EXPECT_EQ(all, "one.mp3 m.mp3 1.mp3 t.mp3 two.ogg ");
+}
+
+TEST_F(ListsTest, ASearchReadsTheMixingTagsOfTheRowsItShows) {
+  catalogue::FileTags found;
+  found.user_items = {{"EMP", "170.000"}};
+  tags.AcceptAnyFile(found);
+  Work();
+  EXPECT_EQ(tags.Reads(), 0) << "nobody searches";
+  Type("second");
+  Work();
+  EXPECT_EQ(station->Catalogue().Cell(2, catalogue::track::kEndMixPoint), "170.000");
+  EXPECT_EQ(tags.Reads(), 1);
 }
 
 }  // namespace

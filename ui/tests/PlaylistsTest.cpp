@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QItemSelectionModel>
 #include <QLabel>
+#include <QLineEdit>
 #include <QTableView>
 
 #include "ui/forms/MessageBox.h"
@@ -121,7 +122,7 @@ TEST_F(PlaylistsTest, FilesDroppedOnAListAreAddedToBoth) {
 
 TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
   Select("Catalogue", {1, 2});
-  PressIn("Catalogue", Qt::Key_Delete);
+  ChooseInMenu("MusicRemove", "MusicDeleteFiles");
   ASSERT_NE(window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox")), nullptr);
   Click("DeleteTracksBoxNo");
   workers.RunAll();
@@ -131,7 +132,7 @@ TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
 
 TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
   Select("Catalogue", {1});
-  Click("DeleteTracks");
+  ChooseInMenu("MusicRemove", "MusicDeleteFiles");
   auto* box = window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox"));
   QTest::keyClick(box, Qt::Key_Return);
   workers.RunAll();
@@ -142,10 +143,55 @@ TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
 TEST_F(PlaylistsTest, TheDecksStayInReachWhileTheQuestionIsOpen) {
   LoadAndPlay(1, 1);
   Select("Catalogue", {2});
-  Click("DeleteTracks");
+  ChooseInMenu("MusicRemove", "MusicDeleteFiles");
   EXPECT_FALSE(window->findChild<MessageBox*>(QStringLiteral("DeleteTracksBox"))->isModal());
   Click("deck1Stop");
   EXPECT_EQ(Deck(1).state, State::Stopped);
+}
+
+TEST_F(PlaylistsTest, WhatIsTakenOutOfAListComesBackAtItsPlaceTheNewestFirst) {
+  DropRows("Catalogue", {1, 2, 3}, "PlayListView1");
+  Select("PlayListView1", {2});
+  PressIn("PlayListView1", Qt::Key_Delete);
+  Select("Catalogue", {1, 3});
+  PressIn("Catalogue", Qt::Key_Delete);
+  EXPECT_EQ(station->Catalogue().Rows(), 2);
+  EXPECT_TRUE(window->findChildren<MessageBox*>().isEmpty());
+  ChooseInMenu("MusicRemove", "MusicBringBack");
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(station->Catalogue().Cell(3, catalogue::track::kTitle), "Third Time");
+  EXPECT_EQ(List(1), "First Light, Third Time");
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(List(1), "First Light, Second Wind, Third Time");
+  Press(Qt::Key_Z, Qt::ControlModifier);
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+}
+
+TEST_F(PlaylistsTest, InTheSearchFieldTheKeyBringsBackLetters) {
+  Select("Catalogue", {1});
+  PressIn("Catalogue", Qt::Key_Delete);
+  Press(Qt::Key_F, Qt::ControlModifier);
+  auto& field = Find<QLineEdit>("Search");
+  QTest::keyClicks(&field, QStringLiteral("wind"));
+  QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
+  Settle();
+  EXPECT_EQ(field.text(), QString());
+  EXPECT_EQ(station->Catalogue().Rows(), 3);
+}
+
+TEST_F(PlaylistsTest, ARowOfAnUnpluggedDiskIsNotCalledDeleted) {
+  Select("Catalogue", {1, 2});
+  ChooseInMenu("MusicRemove", "MusicDeleteFiles");
+  const auto texts = Find<MessageBox>("DeleteTracksBox").findChildren<QLabel*>();
+  EXPECT_TRUE(std::any_of(texts.begin(), texts.end(), [](const QLabel* text) {
+    return text->text().startsWith(QLatin1String("Delete 2"));
+  }));
+  Click("DeleteTracksBoxYes");
+  workers.RunAll();
+  Settle();
+  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_TRUE(Find<QWidget>("Refused").isVisible());
+  EXPECT_FALSE(Find<QWidget>("AddProgress").isVisible()) << "nothing was deleted";
 }
 
 }  // namespace

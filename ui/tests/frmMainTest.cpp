@@ -137,7 +137,7 @@ TEST_F(frmMainTest, AKeyThatIsHeldDownActsOnce) {
 
 TEST_F(frmMainTest, TheDecksStayInReachWhileFilesAreLookedFor) {
   DoubleClickRow(1);
-  Click("AddFiles");
+  ChooseInMenu("MusicAdd", "MusicAddFiles");
   auto& dialog = Find<QFileDialog>("AddFilesDialog");
   EXPECT_FALSE(dialog.isModal());
   QTest::keyClick(&dialog, Qt::Key_F1);

@@ -51,7 +51,8 @@ void TrackDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
   QRect room = TextRoom(option.rect, alignment, option.font);
   if (!mark.isEmpty()) {
     QRect place(room.left(), room.top(), ChipSide(option.font), room.height());
-    PaintChip(*painter, place, option.font, mark, skin_.warning, Chip::Outlined);
+    const bool missing = mark == QLatin1String("!");
+    PaintChip(*painter, place, option.font, mark, missing ? skin_.warning : skin_.dim, Chip::Outlined);
     room.setLeft(place.right() + ChipSide(option.font) / 3);
   }
   painter->setFont(option.font);

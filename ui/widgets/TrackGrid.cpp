@@ -105,6 +105,16 @@ std::vector<int> TrackGrid::ChosenRows() const {
   return rows;
 }
 
+std::vector<int> TrackGrid::RowsInSight() const {
+  std::vector<int> rows;
+  const int first = rowAt(0), below = rowAt(viewport()->height() - 1);
+  const int last = below < 0 ? rows_.rowCount() - 1 : below;
+  for (int place = first; first >= 0 && place <= last; ++place) {
+    rows.push_back(rows_.TableRow(rows_.index(place, 0)));
+  }
+  return rows;
+}
+
 void TrackGrid::ChooseRow(int row) {
   if (rows_.ShowsAll()) row = std::min(row, rows_.rowCount());
   const int place = row < 1 ? -1 : rows_.PlaceOf(row);
@@ -143,7 +153,7 @@ void TrackGrid::keyPressEvent(QKeyEvent* event) {
   if (enter && currentIndex().isValid()) {
     Q_EMIT Chosen(ChosenRow());
   } else if (event->key() == Qt::Key_Delete && selectionModel()->hasSelection()) {
-    Q_EMIT DeleteWanted();
+    Q_EMIT RemoveWanted();
   } else {
     QTableView::keyPressEvent(event);
   }
@@ -292,7 +302,7 @@ void TrackGrid::dropEvent(QDropEvent* event) {
   if (rows) {
     Q_EMIT RowsDropped(*rows, before, move ? Leaving::Go : Leaving::Stay);
   } else {
-    Q_EMIT FilesDropped(DroppedFiles(*event->mimeData()));
+    Q_EMIT FilesDropped(DroppedFiles(*event->mimeData()), before);
   }
 }
 

@@ -33,6 +33,8 @@ class TrackGrid final : public QTableView {
   /// Table rows that are chosen, ascending.
   [[nodiscard]] std::vector<int> ChosenRows() const;
   void ChooseRow(int row);
+  /// Table rows that are in sight, as they are shown.
+  [[nodiscard]] std::vector<int> RowsInSight() const;
   /// Scrolls to the row, unless a hand is at the grid.
   void BringIntoSight(int row);
   /// Where none is chosen yet.
@@ -50,10 +52,10 @@ class TrackGrid final : public QTableView {
   /// Table row, from 1.
   void Chosen(int row);
   /// The Delete key, with rows chosen.
-  void DeleteWanted();
+  void RemoveWanted();
   /// Dropped before this row, from 1; one past the last is the end.
   void RowsDropped(ui::TrackRows rows, int before, ui::Leaving leaving);
-  void FilesDropped(std::vector<std::string> paths);
+  void FilesDropped(std::vector<std::string> paths, int before);
 
  protected:
   void focusInEvent(QFocusEvent* event) override;

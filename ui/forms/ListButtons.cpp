@@ -1,0 +1,79 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/ListButtons.h"
+
+#include <QHBoxLayout>
+#include <QMenu>
+#include <QPushButton>
+
+#include "ui/models/KeyMap.h"
+#include "ui/strings/FileWords.h"
+#include "ui/widgets/TrackGrid.h"
+
+namespace ui {
+
+ListButtons::ListButtons(const QString& name, const Texts& texts, TrackGrid& grid, const Look& look)
+    : QObject(&grid), name_(name), texts_(texts), grid_(grid), look_(look) {
+  const auto& say = look.say;
+  const QString arrow = QStringLiteral(" ▾");
+  add_ = MakeButton(QStringLiteral("Add"), say(FileWord::Add) + arrow, texts.add_name, texts.add_tip);
+  connect(add_, &QPushButton::clicked, this, &ListButtons::PopUpAdd);
+  remove_ = MakeButton(QStringLiteral("Remove"), say(Say::RemoveRows) + arrow, say(FileWord::RemoveFromList),
+                       say(FileWord::RemoveTip));
+  connect(remove_, &QPushButton::clicked, this,
+          [this] { PopUpRemove(remove_->mapToGlobal(QPoint(0, remove_->height()))); });
+  grid.setContextMenuPolicy(Qt::CustomContextMenu);
+  connect(&grid, &QWidget::customContextMenuRequested, this,
+          [this](const QPoint& place) { PopUpRemove(grid_.viewport()->mapToGlobal(place)); });
+}
+
+QPushButton* ListButtons::MakeButton(const QString& name, const QString& caption, const QString& long_name,
+                                     const QString& tip) {
+  auto* button = new QPushButton(caption);
+  SetKind(*button, "plain");
+  Name(*button, name_ + name, long_name, tip);
+  return button;
+}
+
+void ListButtons::PutInto(QHBoxLayout& row) {
+  row.addWidget(add_);
+  row.addWidget(remove_);
+}
+
+QMenu* ListButtons::MakeMenu(const char* name) {
+  auto* menu = new QMenu(add_->window());
+  menu->setObjectName(name_ + QLatin1String(name));
+  menu->setAttribute(Qt::WA_DeleteOnClose);
+  menu->setFont(add_->font());
+  return menu;
+}
+
+void ListButtons::PopUpAdd() {
+  QMenu* menu = MakeMenu("AddMenu");
+  menu->addAction(look_.say(Say::AddFiles), this, &ListButtons::FilesWanted)
+      ->setObjectName(name_ + QStringLiteral("AddFiles"));
+  menu->addAction(look_.say(FileWord::AddFolder), this, &ListButtons::FolderWanted)
+      ->setObjectName(name_ + QStringLiteral("AddFolder"));
+  menu->popup(add_->mapToGlobal(QPoint(0, add_->height())));
+}
+
+void ListButtons::PopUpRemove(const QPoint& place) {
+  const auto& say = look_.say;
+  const bool chosen = grid_.selectionModel()->hasSelection();
+  QMenu* menu = MakeMenu("RemoveMenu");
+  const auto add = [&](const char* name, const QString& text, const QString& key, auto wanted) {
+    QAction* action = menu->addAction(key.isEmpty() ? text : text + QLatin1Char('\t') + key, this, wanted);
+    action->setObjectName(name_ + QLatin1String(name));
+    return action;
+  };
+  add("RemoveRows", say(FileWord::RemoveFromList), KeyText(Qt::Key_Delete), &ListButtons::RemoveWanted)
+      ->setEnabled(chosen);
+  add("BringBack", say(FileWord::BringBack), KeyText(KeyOfUndo()), &ListButtons::BringBackWanted);
+  menu->addSeparator();
+  QAction* gone = add("DeleteFiles", say(FileWord::DeleteFromDisk), {}, &ListButtons::DeleteWanted);
+  gone->setEnabled(chosen);
+  gone->setToolTip(texts_.delete_name);
+  menu->popup(place);
+}
+
+}  // namespace ui

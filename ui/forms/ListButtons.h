@@ -1,0 +1,54 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <QObject>
+
+#include "ui/widgets/Look.h"
+
+class QHBoxLayout;
+class QMenu;
+class QPoint;
+class QPushButton;
+
+namespace ui {
+
+class TrackGrid;
+
+/// The two buttons of a list of files, each with a menu: files and folders come in, rows go out and come
+/// back, files are deleted. What rows can be done with stands in a menu on the rows too.
+class ListButtons final : public QObject {
+  Q_OBJECT
+
+ public:
+  struct Texts {
+    QString add_name, add_tip, delete_name;
+  };
+  /// Object names begin with this one. The grid outlives them.
+  ListButtons(const QString& name, const Texts& texts, TrackGrid& grid, const Look& look);
+
+  void PutInto(QHBoxLayout& row);
+
+ Q_SIGNALS:
+  void FilesWanted();
+  void FolderWanted();
+  void RemoveWanted();
+  void DeleteWanted();
+  void BringBackWanted();
+
+ private:
+  [[nodiscard]] QPushButton* MakeButton(const QString& name, const QString& caption, const QString& long_name,
+                                        const QString& tip);
+  void PopUpAdd();
+  void PopUpRemove(const QPoint& place);
+  [[nodiscard]] QMenu* MakeMenu(const char* name);
+
+  const QString name_;
+  const Texts texts_;
+  TrackGrid& grid_;
+  Look look_;
+  QPushButton* add_;
+  QPushButton* remove_;
+};
+
+}  // namespace ui
