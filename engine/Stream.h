@@ -53,6 +53,7 @@ class Stream {
   enum class HandOver : std::uint32_t {
     Free,   ///< the idle lane is the feeder's
     Ready,  ///< the idle lane may be taken
+    Held,   ///< the callback is looking at it, for less than a block: the feeder must leave it alone
     Taken,  ///< the callback fades from one lane to the other
   };
   /// Commands of one stream that may wait for their frames; more are refused.

@@ -46,7 +46,9 @@ void StreamFeed::Pump(std::int64_t device_frame) {
 
 void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
   if (!offered_) return;
-  if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Ready) {
+  const Stream::HandOver now = stream_->hand_over.load(std::memory_order_acquire);
+  if (now == Stream::HandOver::Held) return;
+  if (now != Stream::HandOver::Ready) {
     live_ = static_cast<int>(Idle());
     live_place_ = prepared_place_;
     offered_ = false;
@@ -57,7 +59,7 @@ void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
   if (stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Free, std::memory_order_acq_rel)) {
     offered_ = false;
   } else {
-    FollowHandOver(orders);  // it was taken at this very moment
+    FollowHandOver(orders);  // it was taken, or is looked at, at this very moment
   }
 }
 

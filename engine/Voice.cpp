@@ -74,20 +74,28 @@ bool Voice::Enough(int frames) noexcept {
 }
 
 void Voice::LookForLane(std::int64_t frame) noexcept {
-  if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Ready) return;
-  const int next = Other();
-  if (LaneOf(next).Aligned()) {
-    if (!sounding_ || FramesToAlignedSwitch(1) > 0) return;
-  } else if (sounding_ && !wanted_) {
-    return;  // it stops first
-  }
+  to_switch_ = kRunFrames;
+  // Held while it is looked at: what is only ready may be cleared for another place at any moment.
   Stream::HandOver ready = Stream::HandOver::Ready;
-  if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Taken, std::memory_order_acq_rel))
+  if (stream_->hand_over.load(std::memory_order_relaxed) != ready) return;
+  if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Held, std::memory_order_acq_rel)) {
     return;
-  offset_[static_cast<std::size_t>(next)] = 0;
+  }
+  const bool taken = TakesOffered();
+  stream_->hand_over.store(taken ? Stream::HandOver::Taken : Stream::HandOver::Ready,
+                           std::memory_order_release);
+  if (!taken) return;
+  offset_[static_cast<std::size_t>(Other())] = 0;
   const double reached = active_ >= 0 ? Source(active_) : 0;
   Flip(frame);
   if (LaneOf(active_).Aligned()) SkipTo(active_, reached);
+}
+
+bool Voice::TakesOffered() noexcept {
+  if (!LaneOf(Other()).Aligned()) return !sounding_ || wanted_;  // else it stops first
+  if (active_ < 0) return false;
+  to_switch_ = FramesToAlignedSwitch(kRunFrames);
+  return sounding_ && to_switch_ == 0;
 }
 
 void Voice::Flip(std::int64_t frame) noexcept {
@@ -150,10 +158,7 @@ int Voice::RunLength(int frames) noexcept {
   }
   const bool closing = !wanted_ || dry_;
   if (closing) frames = std::min(frames, std::max(fade_, 1));
-  const bool may_switch = crossfade_left_ == 0 &&
-                          stream_->hand_over.load(std::memory_order_acquire) == Stream::HandOver::Ready &&
-                          LaneOf(Other()).Aligned();
-  return may_switch ? std::clamp(FramesToAlignedSwitch(frames), 1, frames) : frames;
+  return std::clamp(to_switch_, 1, frames);
 }
 
 int Voice::FramesToAlignedSwitch(int frames) noexcept {

@@ -87,6 +87,7 @@ class Voice {
   [[nodiscard]] int Other() const noexcept { return active_ == 0 ? 1 : 0; }
   [[nodiscard]] bool Enough(int frames) noexcept;
   void LookForLane(std::int64_t frame) noexcept;
+  [[nodiscard]] bool TakesOffered() noexcept;
   void Flip(std::int64_t frame) noexcept;
   void LookForStart() noexcept;
   [[nodiscard]] int RunLength(int frames) noexcept;
@@ -116,6 +117,7 @@ class Voice {
   std::array<double, 2> source_{};  ///< behind the last frame taken
   int fade_ = 0;                    ///< step of the curve, Frames() is open
   int crossfade_left_ = 0;
+  int to_switch_ = kRunFrames;  ///< frames until the lane that waits goes on, when it does so within a run
   int late_ = 0;
   std::uint64_t bad_ = 0;
   RampedValue volume_{1};

@@ -2,7 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include <atomic>
+#include <thread>
+
 #include "engine/RenderCore.h"
+#include "engine/StreamFeed.h"
 #include "engine/testing/SoundStage.h"
 
 namespace engine::testing {
@@ -64,6 +68,41 @@ TEST_F(HandFedLanes, AnAlignedSegmentThatComesEarlyWaitsForItsFrame) {
   Render(400);
   EXPECT_EQ(stream->log.Newest()->lane, 1U);
   EXPECT_NEAR(heard.back(), 1349 - core.LookAhead(), 0.01);
+}
+
+/// A file whose feeder and callback run against each other as fast as they can.
+TEST(FeederAndCallback, AgreeOnASegmentThatIsTakenBackWhileItIsLookedAt) {
+  SoundStage stage;
+  stage.files.Add("any.mp3", ToneFile(60 * kRate, 200));
+  const auto pool = std::make_shared<PcmStorePool>(stage.files, nullptr, stage.workers, stage.time);
+  const auto stream = std::make_shared<Stream>(1, pool->Get("any.mp3", DecoderKind::General).Value(), 1, 0);
+  stage.workers.RunAll();
+  RenderCore core{kRate, SpeakerMap(StereoOutput("any").speakers), stage.time};
+  core.Attach(*stream);
+  stream->Ask(Stream::Transport::Play);
+  StreamFeed feed(stream, stage.stretchers, *pool, kRate);
+  std::atomic<bool> over = false;
+  std::thread callback([&] {
+    std::vector<float> out(2 * 32);
+    while (!over) core.Render(out);
+  });
+  constexpr int kOrders = 4000;
+  for (int i = 1; i <= kOrders; ++i) {
+    // Plain and stretched sound in turn go on from each other; now and then another place is asked for.
+    stream->SetTempo({.speed = i % 2 == 0 ? 1 : 1.04});
+    if (i % 7 == 0) stream->Seek(i % 50 * kRate);
+    feed.Pump(core.Frames());
+  }
+  stream->SetTempo({});
+  stream->Seek(10 * kRate);
+  const auto reached = [&] {
+    const auto newest = stream->log.Newest();
+    return newest && newest->source >= 10 * kRate && newest->source < 12 * kRate;
+  };
+  for (int i = 0; i < 100'000 && !reached(); ++i) feed.Pump(core.Frames());
+  EXPECT_TRUE(reached());
+  over = true;
+  callback.join();
 }
 
 }  // namespace
