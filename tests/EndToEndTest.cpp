@@ -6,18 +6,12 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
-#include <QComboBox>
-#include <QMimeData>
-#include <QTableView>
 #include <QTest>
-#include <QUrl>
 #include <array>
 #include <chrono>
 #include <cmath>
 #include <cstdlib>
 #include <filesystem>
-#include <functional>
-#include <memory>
 #include <string>
 
 #include "catalogue/IndexFile.h"
@@ -26,8 +20,7 @@
 #include "platform/codec/testing/Measure.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/files/DiskFileSaver.h"
-#include "program/Program.h"
-#include "ui/forms/frmMain.h"
+#include "tests/testing/ProgramUser.h"
 #include "ui/widgets/LevelMeter.h"
 
 namespace {
@@ -47,73 +40,21 @@ using platform::codec::testing::Voice;
 
 constexpr double kLeftHz = 997, kRightHz = 1511;
 constexpr double kLeftLevel = 0.2, kRightLevel = 0.4;
-constexpr std::chrono::seconds kPatience(20);
 
-/// A user at the program, with a folder and settings of their own.
-class EndToEnd : public ::testing::Test {
+/// With a tone to play.
+class EndToEnd : public tests::testing::ProgramUser {
  protected:
   void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "evening-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    home_ = pattern;
-    setenv("XDG_CONFIG_HOME", home_.c_str(), 1);
+    ProgramUser::SetUp();
     const Voice voices[] = {{kLeftHz, kLeftLevel}, {kRightHz, kRightLevel}};
     track_ = media_.Write("tone.flac", Tones(Seconds(30), voices));
   }
-  void TearDown() override {
-    program_.reset();
-    fs::remove_all(home_);
-  }
 
-  void Start(const std::string& server) {
-    setenv("PULSE_SERVER", server.c_str(), 1);
-    program_ = std::make_unique<program::Program>(home_);
-    Window().show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&Window()));
-  }
-  void StartWithoutServer() { Start("unix:" + (home_ / "no-server").string()); }
-
-  ui::frmMain& Window() { return program_->Window(); }
-  template <typename Widget = QWidget>
-  Widget& Find(const char* name) {
-    auto* widget = Window().findChild<Widget*>(QLatin1String(name));
-    if (widget == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-    return *widget;
-  }
-  void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
-  void Choose(const char* list, const char* text) {
-    auto& box = Find<QComboBox>(list);
-    const int index = box.findText(QLatin1String(text), Qt::MatchContains);
-    ASSERT_GE(index, 0) << list << " offers no " << text;
-    ASSERT_TRUE(Eventually([&] { return box.isEnabled(); })) << list;
-    box.setFocus();
-    QTest::keyClick(&box, Qt::Key_Home);
-    for (int i = 0; i < index; ++i) QTest::keyClick(&box, Qt::Key_Down);
-    ASSERT_EQ(box.currentIndex(), index);
-  }
-  static bool Eventually(const std::function<bool()>& holds, std::chrono::milliseconds patience = kPatience) {
-    return QTest::qWaitFor(holds, static_cast<int>(patience.count()));
-  }
-
-  /// As from a file manager.
-  void DropOnCatalogue(const std::string& path) {
-    auto& grid = Find<QTableView>("Catalogue");
-    QMimeData files;
-    files.setUrls({QUrl::fromLocalFile(QString::fromStdString(path))});
-    const QPoint middle = grid.viewport()->rect().center();
-    QDragEnterEvent enter(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(grid.viewport(), &enter);
-    QDropEvent drop(middle, Qt::CopyAction, &files, Qt::LeftButton, Qt::NoModifier);
-    QApplication::sendEvent(grid.viewport(), &drop);
-  }
   /// Drops the tone on the catalogue and loads it on deck 1 by a double click.
   void LoadTheTone() {
-    DropOnCatalogue(track_);
-    auto& grid = Find<QTableView>("Catalogue");
-    ASSERT_TRUE(Eventually([&] { return grid.model()->rowCount() == 1; }));
-    const QPoint row = grid.visualRect(grid.model()->index(0, 0)).center();
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {}, row);
-    QTest::mouseDClick(grid.viewport(), Qt::LeftButton, {}, row);
+    DropFiles({track_}, "Catalogue");
+    ASSERT_TRUE(Eventually([&] { return Rows("Catalogue") == 1; }));
+    DoubleClickRow("Catalogue", 0);
     ASSERT_TRUE(Eventually([&] { return Elapsed() == "00:00 / 00:30"; })) << Elapsed();
   }
   void WriteIndex(const std::vector<std::string>& paths) {
@@ -126,16 +67,12 @@ class EndToEnd : public ::testing::Test {
   }
   /// Row from 0.
   void Load(int row, int deck) {
-    auto& grid = Find<QTableView>("Catalogue");
-    QTest::mouseClick(grid.viewport(), Qt::LeftButton, {},
-                      grid.visualRect(grid.model()->index(row, 0)).center());
+    ClickRow("Catalogue", row);
     Click(deck == 1 ? "LoadOnDeck1" : "LoadOnDeck2");
   }
   /// The line below the title, where the deck says why it is empty.
-  std::string Sentence(const char* deck) {
-    return Find((std::string(deck) + "Artist").c_str()).property("text").toString().toStdString();
-  }
-  std::string Elapsed() { return Find("deck1Elapsed").property("text").toString().toStdString(); }
+  std::string Sentence(const char* deck) { return TextOf((std::string(deck) + "Artist").c_str()); }
+  std::string Elapsed() { return TextOf("deck1Elapsed"); }
   /// Whole seconds that deck 1 shows as heard.
   int Second() { return std::atoi(Elapsed().substr(3, 2).c_str()); }
   /// How far the deck is from real time after so many seconds of play, in seconds.
@@ -186,10 +123,8 @@ class EndToEnd : public ::testing::Test {
     EXPECT_TRUE(heard(false, true));
   }
 
-  fs::path home_;
   MediaMaker media_;
   std::string track_;
-  std::unique_ptr<program::Program> program_;
 };
 
 TEST_F(EndToEnd, ALoadedTrackIsHeardOnTheChosenPairOfTheChosenDeviceOnly) {

@@ -23,8 +23,7 @@
 #include "dmx/ShowPlan.h"
 #include "dmx/testing/ShowMaker.h"
 #include "platform/usb/testing/EmulatedK8062.h"
-#include "program/Program.h"
-#include "ui/forms/frmMain.h"
+#include "tests/testing/ProgramUser.h"
 
 namespace {
 
@@ -62,14 +61,10 @@ struct Seen {
   K8062Decoder::Frame levels;
 };
 
-class LightEvening : public ::testing::Test {
+class LightEvening : public tests::testing::ProgramUser {
  protected:
   void SetUp() override {
-    std::string pattern = (fs::temp_directory_path() / "lights-XXXXXX").string();
-    ASSERT_NE(mkdtemp(pattern.data()), nullptr);
-    home_ = pattern;
-    setenv("XDG_CONFIG_HOME", home_.c_str(), 1);
-    setenv("PULSE_SERVER", ("unix:" + (home_ / "no-server").string()).c_str(), 1);
+    ProgramUser::SetUp();
     fs::create_directories(home_ / "DMXShows");
     dmx::Show show;
     show.scenes = TwoLooks();
@@ -80,25 +75,11 @@ class LightEvening : public ::testing::Test {
     plan_ = std::make_unique<dmx::ShowPlan>(std::move(plan).Value());
     bus_.SetPace(2ms);
   }
-  void TearDown() override {
-    program_.reset();
-    fs::remove_all(home_);
-  }
 
   void Start() {
-    program_ = std::make_unique<program::Program>(home_);
-    program_->Window().show();
-    ASSERT_TRUE(QTest::qWaitForWindowExposed(&program_->Window()));
+    StartWithoutServer();
     Click("Page4");
   }
-  template <typename Widget = QWidget>
-  Widget& Find(const char* name) {
-    auto* widget = program_->Window().findChild<Widget*>(QLatin1String(name));
-    if (widget == nullptr) throw std::runtime_error(std::string("no widget ") + name);
-    return *widget;
-  }
-  void Click(const char* name) { QTest::mouseClick(&Find(name), Qt::LeftButton); }
-  static bool Eventually(const std::function<bool()>& holds) { return QTest::qWaitFor(holds, 20'000); }
   bool LampStandsAt(int channel, int level) {
     return Eventually([&] { return bus_.Box().Shown()[static_cast<std::size_t>(channel - 1)] == level; });
   }
@@ -153,13 +134,11 @@ class LightEvening : public ::testing::Test {
     return levels.size();
   }
 
-  fs::path home_;
   EmulatedK8062 bus_;
   std::vector<int> channels_;
   std::unique_ptr<dmx::ShowPlan> plan_;
   K8062Decoder::Frame before_{};  ///< where the faders stood when the show began
   SteadyClock::time_point played_;
-  std::unique_ptr<program::Program> program_;
 };
 
 TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
@@ -170,7 +149,7 @@ TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
   QTest::keyClicks(&Find("Fader3"), QStringLiteral("123"));
   EXPECT_TRUE(LampStandsAt(3, 123));
   EXPECT_TRUE(Eventually([&] {
-    return Find("OutputStatus").property("text").toString().contains(QStringLiteral("frames a second"));
+    return TextOf("OutputStatus").find("frames a second") != std::string::npos;
   }));
 
   before_[2] = 123;
@@ -181,7 +160,7 @@ TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
   QTest::qWait(300);
   bus_.Unplug();
   EXPECT_TRUE(Eventually([&] {
-    return Find("OutputStatus").property("text").toString() == QStringLiteral("No K8062 is plugged in.");
+    return TextOf("OutputStatus") == "No K8062 is plugged in.";
   }));
   bus_.Plug();
   ASSERT_TRUE(Eventually([&] { return bus_.Box().FramesShown() > 3; }));
