@@ -21,6 +21,48 @@ std::string_view Unwrapped(std::string_view bytes) {
   return header == std::string_view::npos ? bytes : bytes.substr(header);
 }
 
+constexpr std::string_view kTrack = "MTrk";
+
+/// Whether a track's header stands there and not four bytes of an event: an event follows it.
+bool BeginsTrack(std::string_view bytes, std::size_t at) {
+  if (bytes.substr(at, kTrack.size()) != kTrack) return false;
+  std::size_t status = at + kChunkHeader;
+  while (status < bytes.size() && status < at + kChunkHeader + 3 && (bytes[status] & 0x80) != 0) ++status;
+  return ++status >= bytes.size() || (bytes[status] & 0x80) != 0;
+}
+
+/// Where the next track's header stands at or behind a place; the end when there is none.
+std::size_t NextTrack(std::string_view bytes, std::size_t at) {
+  at = bytes.find(kTrack, at);
+  while (at != std::string_view::npos && !BeginsTrack(bytes, at)) at = bytes.find(kTrack, at + 1);
+  return std::min(at, bytes.size());
+}
+
+/// Whether a chunk's header stands there, or the file is through.
+bool ChunkOrEnd(std::string_view bytes, std::size_t at) {
+  return at >= bytes.size() || (IsChunkName(bytes.substr(at, 4)) && BigEndianAt(bytes, at + 4, 4));
+}
+
+/// A track's events: as many bytes as its header says where that can be, else up to the next track.
+std::string_view TrackContent(std::string_view bytes, std::size_t at, std::size_t length) {
+  const std::size_t told = at + std::min(length, bytes.size() - at);
+  const std::string_view whole = bytes.substr(0, told);
+  const bool fits = ChunkOrEnd(bytes, told);
+  if (fits && NextTrack(whole, at) >= told) return whole.substr(at);
+  // The events themselves tell how far it goes, so that four letters of a text are not taken for a header.
+  TrackReader reader((fits ? whole : bytes).substr(at));
+  std::size_t through = at;
+  while (!BeginsTrack(bytes, through)) {
+    const auto event = reader.Next();
+    if (event) through = at + reader.At();
+    if (!event || event->IsMeta(0x2F)) break;
+  }
+  if (!fits && through > told) return bytes.substr(at, through - at);
+  // The next header may lie across the end that was told.
+  const std::size_t next = NextTrack(bytes.substr(0, told + 2 * kChunkHeader), std::min(through, told));
+  return bytes.substr(at, std::min(next, told) - at);
+}
+
 /// Data bytes of system messages, which have no place in a file.
 int SystemDataBytes(std::uint8_t status) {
   return status == 0xF2 ? 2 : status == 0xF1 || status == 0xF3 ? 1 : 0;
@@ -45,16 +87,25 @@ std::optional<MidiFile> ReadMidiFile(std::string_view bytes) {
   MidiFile file;
   file.format = static_cast<int>(*format);
   file.division = static_cast<int>(*division);
-  std::size_t at = std::min(kChunkHeader + std::max<std::size_t>(*length, kShortestHeader), bytes.size());
+  std::size_t at = kChunkHeader + std::max<std::size_t>(*length, kShortestHeader);
+  if (at >= bytes.size() || !ChunkOrEnd(bytes, at)) at = NextTrack(bytes, kChunkHeader + kShortestHeader);
   while (at < bytes.size()) {
     const std::string_view name = bytes.substr(at, 4);
     const auto size = BigEndianAt(bytes, at + 4, 4);
     if (!IsChunkName(name) || !size) {
-      at = bytes.find("MTrk", at + 1);  // a length was wrong: the next track shows where things go on
+      at = bytes.find(kTrack, at + 1);  // a length was wrong: the next track shows where things go on
       continue;
     }
-    const std::string_view content = bytes.substr(at + kChunkHeader, *size);
-    if (name == "MTrk") file.tracks.push_back(content);
+    std::string_view content = bytes.substr(at + kChunkHeader, *size);
+    if (name == kTrack) {
+      content = TrackContent(bytes, at + kChunkHeader, *size);
+      file.tracks.push_back(content);
+    } else if (name == "XFKM") {
+      file.xf_words.push_back(content);
+    } else if (content.size() < *size) {
+      at = NextTrack(bytes, at);  // it cannot be so long
+      continue;
+    }
     at += kChunkHeader + content.size();
   }
   return file;
@@ -103,7 +154,7 @@ std::optional<TrackEvent> TrackReader::Next() {
     if (event.status == 0xFF && !AtEnd()) {
       event.data1 = Byte();
       event.text = Text();
-      if (event.data1 == 0x2F) at_ = track_.size();
+      ended_ = event.data1 == 0x2F;
       return event;
     }
     if (event.status == 0xF0 || event.status == 0xF7) {

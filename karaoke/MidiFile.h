@@ -16,10 +16,12 @@ struct MidiFile {
   int format = 1;    ///< 0 one track, 1 tracks side by side, 2 one after the other
   int division = 0;  ///< as it stands: ticks a quarter note, or with bit 15 frames and ticks a frame
   std::vector<std::string_view> tracks;
+  std::vector<std::string_view> xf_words;  ///< XFKM chunks: words in a track of their own, behind the others
 };
 
 /// Takes what is there: a track that is cut short counts, other chunks are passed over, the number of tracks
-/// in the header is not believed. Also inside a RIFF file. Nothing when there is no header.
+/// in the header is not believed, and neither is a length that would swallow the next track or leave some of
+/// its own out. Also inside a RIFF file. Nothing when there is no header.
 [[nodiscard]] std::optional<MidiFile> ReadMidiFile(std::string_view bytes);
 
 /// Big-endian number of up to four bytes at a place; bytes behind the end are nothing.
@@ -51,9 +53,11 @@ class TrackReader {
   explicit TrackReader(std::string_view track) : track_(track) {}
 
   [[nodiscard]] std::optional<TrackEvent> Next();
+  /// Behind the event that was read last; the whole track once there is none left.
+  [[nodiscard]] std::size_t At() const { return at_; }
 
  private:
-  [[nodiscard]] bool AtEnd() const { return at_ >= track_.size(); }
+  [[nodiscard]] bool AtEnd() const { return ended_ || at_ >= track_.size(); }
   [[nodiscard]] std::uint8_t Byte() { return static_cast<std::uint8_t>(track_[at_++]); }
   /// At most four bytes, as the format has it; less where the track ends.
   [[nodiscard]] std::uint32_t VariableLength();
@@ -64,6 +68,7 @@ class TrackReader {
   std::size_t at_ = 0;
   std::int64_t tick_ = 0;
   std::uint8_t running_ = 0;
+  bool ended_ = false;
 };
 
 }  // namespace karaoke
