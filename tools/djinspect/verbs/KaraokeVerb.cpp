@@ -46,6 +46,7 @@ ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostr
   }
   const karaoke::Song song = karaoke::ReadSong(bytes.Value());
   if (song.note) err << support::English()(*song.note) << '\n';
+  if (song.note == support::Sentence::NotMidi) return ExitCode::NothingRead;
   out << Told(song).dump(1) << '\n';
   return ExitCode::Read;
 }

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <sstream>
 
@@ -22,10 +23,12 @@ class KaraokeVerbTest : public ::testing::Test {
   nlohmann::json Inspect(const std::string& bytes) {
     std::ostringstream out, err;
     exit_ = djinspect::Run(std::vector<std::string>{"karaoke", media_.WriteBytes("a.kar", bytes)}, out, err);
+    told_ = err.str();
     return out.str().empty() ? nlohmann::json() : nlohmann::json::parse(out.str());
   }
 
   platform::codec::testing::MediaMaker media_;
+  std::string told_;  ///< of what went wrong
   ExitCode exit_ = ExitCode::Read;
 };
 
@@ -47,10 +50,17 @@ TEST_F(KaraokeVerbTest, ASongIsToldWhole) {
 TEST_F(KaraokeVerbTest, WhatIsUnsetIsAbsent) {
   EXPECT_EQ(Inspect(FileBytes({TrackBytes().Signature(3, 0).End()})),
             nlohmann::json::parse(R"({"isLyric": false, "timeSignature": "3/0"})"));
-  EXPECT_EQ(Inspect("no song"), nlohmann::json::parse(R"({"isLyric": false})"));
+  EXPECT_EQ(Inspect(FileBytes({})), nlohmann::json::parse(R"({"isLyric": false})"));
   EXPECT_EQ(exit_, ExitCode::Read);
-  EXPECT_TRUE(Inspect("").empty());
-  EXPECT_EQ(exit_, ExitCode::NothingRead);
+}
+
+TEST_F(KaraokeVerbTest, WhatIsNoMidiFileIsSaidToBeNone) {
+  const std::string picture = "\xFF\xD8\xFF\xE0 JFIF \xFF\x58 12 \xFF\x51 123 @T";
+  for (const std::string& bytes : {std::string(), std::string("no song"), picture}) {
+    EXPECT_TRUE(Inspect(bytes).empty()) << bytes;
+    EXPECT_EQ(exit_, ExitCode::NothingRead) << bytes;
+    EXPECT_EQ(std::count(told_.begin(), told_.end(), '\n'), 1) << told_;
+  }
 }
 
 }  // namespace
