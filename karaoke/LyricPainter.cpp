@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "karaoke/LyricPainter.h"
 
+#include <algorithm>
 #include <charconv>
+#include <cmath>
 
 #include "support/Text.h"
 
@@ -23,6 +25,17 @@ Colour ParseColour(std::string_view text, Colour fallback) {
       std::from_chars(text.data(), text.data() + text.size(), value, hexadecimal ? 16 : 10);
   if (failed != std::errc() || end != text.data() + text.size()) return fallback;
   return static_cast<Colour>(value);  // a system colour is stored as a negative number
+}
+
+LyricLook StageLook() {
+  LyricLook look;
+  look.font_name = "DejaVu Sans";
+  look.font_bold = true;
+  look.fill = {0xDCF3FF, 0x245AEE, 0x87A0B8};
+  look.outline = 0x0A0716;
+  look.background = 0x100812;
+  look.stage = true;
+  return look;
 }
 
 LyricLook ReadLook(const support::SettingsStore& settings, const support::ProgramFolder& folder,
@@ -51,6 +64,15 @@ int PenWidthFor(float font_size) {
   return font_size >= kLarge ? 2 : 1;
 }
 
+namespace {
+
+/// Half of it lies behind the letter.
+int StagePenWidth(float font_size) {
+  return std::max(2, static_cast<int>(std::lround(font_size * 0.18F)));
+}
+
+}  // namespace
+
 LyricPainter::LyricPainter(DrawingSystem& system)
     : renderers_{Pair{CTextOutlineEx(system), CTextOutlineEx(system)},
                  Pair{CTextOutlineEx(system), CTextOutlineEx(system)},
@@ -62,10 +84,10 @@ void LyricPainter::Draw(LyricRole role, LyricDisplay display, DrawingSurface& su
   CTextOutlineEx& renderer = renderers_[number][static_cast<std::size_t>(display)];
   renderer.Filled(true);
   renderer.Outlined(true);
-  renderer.OutlineBehind(false);
+  renderer.OutlineBehind(look_.stage);
   renderer.FillColor(look_.fill[number]);
   renderer.OutlineColor(look_.outline);
-  renderer.PenWidth(PenWidthFor(font.size));
+  renderer.PenWidth(look_.stage ? StagePenWidth(font.size) : PenWidthFor(font.size));
   renderer.Font(font);
   renderer.UseExistingObjects(false);
   renderer.hdc(&surface);

@@ -25,12 +25,19 @@ struct LyricLook {
   std::array<Colour, 3> fill{0xFF0000, 0x0000FF, 0x00FF00};  ///< by role
   Colour outline = 0xFFFFFF;
   Colour background = 0;
-  std::string bouncing_ball;  ///< a picture's path
+  std::string bouncing_ball;  ///< a picture's path; empty: our own
+  /// Ours: a broad outline behind the letters, and a background that is more than one colour.
+  bool stage = false;
   bool operator==(const LyricLook&) const = default;
 };
 
+/// What words look like while nobody wishes anything: warm on dark. Sung and unsung words differ in how
+/// bright they are, not in their hue alone.
+[[nodiscard]] LyricLook StageLook();
+
 /// Who reads the look: without a stored background a display is black, the settings page white.
 enum class LookReader { Display, SettingsPage };
+/// A look of the user's own.
 [[nodiscard]] LyricLook ReadLook(const support::SettingsStore& settings, const support::ProgramFolder& folder,
                                  LookReader reader);
 

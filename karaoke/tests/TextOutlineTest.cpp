@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cmath>
+
 #include "karaoke/LyricPainter.h"
 #include "karaoke/testing/RecordingSurface.h"
 #include "support/testing/MemorySettings.h"
@@ -122,6 +124,31 @@ TEST_F(TextOutlineTest, TheLookIsTheUsersAndHasTwoBackgroundsWithout) {
   EXPECT_THAT(look.fill, ElementsAre(0xFF0000U, 255U, 255U));
   EXPECT_EQ(look.outline, 0x8000000FU);
   EXPECT_TRUE(look.font_bold && !look.font_italic && look.font_name == "Verdana");
+}
+
+/// Of a colour, as contrast between two of them is reckoned.
+double Luminance(Colour colour) {
+  const auto part = [&](int shift) {
+    const double value = static_cast<double>(colour >> shift & 0xFF) / 255;
+    return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * part(0) + 0.7152 * part(8) + 0.0722 * part(16);
+}
+
+double Contrast(Colour one, Colour other) {
+  const double a = Luminance(one) + 0.05, b = Luminance(other) + 0.05;
+  return std::max(a, b) / std::min(a, b);
+}
+
+TEST(StageLookTest, IsReadableForTheColourBlindToo) {
+  const LyricLook look = StageLook();
+  const auto [line, word, next] = look.fill;
+  EXPECT_GT(Contrast(line, word), 3) << "sung from unsung";
+  for (const Colour letters : look.fill) {
+    EXPECT_GT(Contrast(letters, look.outline), 4.5);
+    EXPECT_GT(Contrast(letters, look.background), 4.5);
+  }
+  EXPECT_GT(Luminance(line), Luminance(next)) << "what waits stands back";
 }
 
 }  // namespace
