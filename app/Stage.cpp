@@ -224,7 +224,7 @@ void Stage::Listen(WorkstationView& view) {
     const DeckView& deck = view.decks[i];
     sources[i] = from == HeardFrom::Song
                      ? Audible{song_, song.heard.playing, song.heard.volume}
-                     : Audible{StreamOf(from), deck.state == DeckView::State::Playing, deck.volume};
+                     : Audible{StreamOf(from), deck.loaded_state == DeckView::State::Playing, deck.volume};
   }
   view.sound = loudest_.Listen(sources);
 }

@@ -37,6 +37,7 @@
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/CommandRunner.h"
 #include "decks/ports/SoundControl.h"
+#include "karaoke/ports/CodePages.h"
 #include "karaoke/ports/DiscImages.h"
 #include "support/Clock.h"
 #include "support/Executor.h"
@@ -72,6 +73,7 @@ struct Ports {
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
   karaoke::DiscImages* images = nullptr;                ///< null: songs on disc images show no graphics
+  karaoke::CodePages* code_pages = nullptr;             ///< null: those of songs are not guessed
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
   LocalTime local_time = nullptr;                       ///< null: the system's

@@ -91,8 +91,11 @@ struct Workstation::Parts {
         lights(Context(), outside.dmx),
         organ(Context(), {outside.engine, [this](HeardFrom from) { return stage.StreamOf(from); }},
               outside.boards),
-        songs(Context(),
-              {outside.engine, outside.sound, stage.Deck(3), outside.synthesisers, outside.images}),
+        songs(Context(), {outside.engine,
+                          outside.sound,
+                          stage.Deck(3),
+                          {outside.synthesisers, outside.code_pages, outside.side_store},
+                          outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
               outside.local_time, [this] { SaveList(ListId::Catalogue); }),
         editors(Context()) {

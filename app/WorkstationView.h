@@ -38,9 +38,13 @@ struct MixPointPair {
 struct DeckView {
   enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
   State state = State::Empty;
-  std::string filename;
+  std::string filename;  ///< of the track that is shown: of the one that comes while it is made ready
   std::string artist;
   std::string title;
+  /// What stands on the deck, and how, also while another file is made ready beside it; position, length and
+  /// levels are its.
+  std::string loaded;
+  State loaded_state = State::Empty;
   std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
   std::chrono::microseconds position{0};  ///< heard now
   bool waiting = false;                   ///< the place is not decoded yet

@@ -39,7 +39,7 @@ std::shared_ptr<const app::SongWords> LyricWords() {
   }
   track.Text(480, std::string("/") + kNextLine);
   return std::make_shared<const app::SongWords>(app::SongWords{
-      "", "", karaoke::LyricShow(karaoke::ReadSong(karaoke::testing::FileBytes({track.End(480)})))});
+      "", "", karaoke::LyricShow(karaoke::ReadLyric(karaoke::testing::FileBytes({track.End(480)})))});
 }
 
 /// Milliseconds a frame over the time in which the first line is sung.

@@ -254,7 +254,7 @@ support::Result<void> Copy(SideStore& store, const std::string& from, const File
                            const std::string& to, const FileStamp& new_stamp) {
   std::vector<SideEntry> entries;
   for (const SidePart part : {SidePart::Content, SidePart::Wave, SidePart::Grid, SidePart::Facts,
-                              SidePart::Marks, SidePart::DiscImage}) {
+                              SidePart::Marks, SidePart::DiscImage, SidePart::LyricCoding}) {
     if (auto bytes = store.Read(from, old_stamp, part)) {
       entries.push_back({to, new_stamp, part, std::move(*bytes)});
     }

@@ -53,12 +53,12 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (static_cast<std::size_t>(syllable.line) >= song.lines.size()) abort();
   }
   CheckBeats(song);
-  const karaoke::LyricShow show(song);
+  const karaoke::LyricShow show(karaoke::ReadLyric(bytes));
   const std::int64_t length = song.length.count();
   for (std::int64_t part = 0; part <= 16; ++part) CheckShow(show, length / 16 * part);
   for (const karaoke::ShownLine& line : show.Lines()) CheckShow(show, line.Begin().count());
   Deaf synthesisers;
-  auto sound = karaoke::SongSound::Open(bytes, song, synthesisers, "", 8000);
+  auto sound = karaoke::SongSound::Open(bytes, song.syllables, synthesisers, "", 8000);
   if (!sound) return 0;
   std::array<float, 640> left, right;
   sound.Value()->Wishes().semitones = 7;

@@ -132,6 +132,38 @@ void MakeKaraokeSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "odd", karaoke::testing::FileBytes({head, words, odd}, 0xE728) + "Junk");
 }
 
+/// Words in every convention, and every fault that lost some.
+void MakeLyricSeeds(const std::filesystem::path& folder) {
+  using karaoke::testing::FileBytes;
+  using karaoke::testing::TrackBytes;
+  using karaoke::testing::Word32;
+  const TrackBytes head = karaoke::testing::UsualHead().End();
+  TrackBytes texts = TrackBytes().Name("Words").Text(0, "@TTitle").Text(480, "\\Hel").Text(99, "lo ");
+  texts.Text(99, "you").Text(480, "/Bye").End();
+  TrackBytes lyrics =
+      TrackBytes().Meta(480, 5, "Hel").Meta(99, 5, "lo\r").Meta(99, 5, "\r\nyou").Meta(9, 5, "\n");
+  lyrics.End();
+  TrackBytes reserved =
+      TrackBytes().Meta(0, 5, "{#Title=Star}").Meta(0, 5, "{@JP}").Meta(9, 5, "\x83\x5b[\x83\x5d]\\r");
+  const TrackBytes cued = TrackBytes().Meta(0, 7, "$Lyrc:1:312:JP").Meta(480, 5, "/\x82\xa0").End();
+  WriteSeed(folder / "texts", FileBytes({head, texts}));
+  WriteSeed(folder / "lyric-events", FileBytes({head, lyrics}));
+  WriteSeed(folder / "no-signature-or-tempo", FileBytes({texts}));
+  WriteSeed(folder / "reserved-letters", FileBytes({head, reserved.End()}));
+  WriteSeed(folder / "xf-chunk", FileBytes({head}) + "XFKM" +
+                                     Word32(static_cast<std::uint32_t>(cued.Content().size())) +
+                                     cued.Content());
+  std::string swallows = FileBytes({head, texts, lyrics});
+  swallows[FileBytes({}).size() + 6] = 0x10;
+  WriteSeed(folder / "first-track-swallows-the-others", swallows);
+  std::string cut = FileBytes({head, texts, lyrics});
+  cut[FileBytes({head}).size() + 7] = 5;
+  WriteSeed(folder / "length-too-short", cut);
+  std::string endless;
+  for (int i = 0; i < 40; ++i) endless += Word32(0x40FF0503).substr(0, 4) + "la ";
+  WriteSeed(folder / "no-line-marks", FileBytes({head, TrackBytes().Raw(endless).End()}));
+}
+
 /// Every kind of packet; the same with the other bits set; one that ends early.
 void MakeDiscSeeds(const std::filesystem::path& folder) {
   using karaoke::testing::DiscBytes;
@@ -217,7 +249,7 @@ int main(int argc, char** argv) {
       {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
       {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
       {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
-      {"discs", &MakeDiscSeeds}};
+      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -28,20 +28,13 @@ std::size_t EndWithoutBlanks(std::string_view text) {
   return end;
 }
 
-/// Puts the syllables of one line where they stand in its text.
-ShownLine MakeLine(const std::string& text, const std::vector<const Syllable*>& sung) {
+ShownLine MakeLine(const std::vector<const Syllable*>& sung) {
   ShownLine line;
-  line.text = text;
-  std::size_t cursor = 0;
   for (const Syllable* syllable : sung) {
-    std::size_t at = line.text.find(syllable->text, cursor);
-    if (at == std::string::npos) {  // the text does not know it
-      at = line.text.size();
-      line.text += syllable->text;
-    }
-    cursor = at + syllable->text.size();
-    const std::size_t blanks = syllable->text.find_first_not_of(' ');
+    const std::size_t at = line.text.size();
+    line.text += syllable->text;
     const std::size_t end = at + EndWithoutBlanks(syllable->text);
+    const std::size_t blanks = std::min(syllable->text.find_first_not_of(' '), syllable->text.size());
     line.syllables.push_back({syllable->at, syllable->at, std::min(at + blanks, end), end});
   }
   return line;
@@ -96,18 +89,16 @@ void FindWord(const ShownLine& line, const ShownSyllable& syllable, LyricFrame& 
 
 }  // namespace
 
-LyricShow::LyricShow(const Song& song) {
+LyricShow::LyricShow(const Lyric& lyric) {
   std::map<int, std::vector<const Syllable*>> by_line;
-  for (const Syllable& syllable : song.syllables) by_line[syllable.line].push_back(&syllable);
-  for (const auto& [number, sung] : by_line) {
-    const std::size_t index = static_cast<std::size_t>(number);
-    lines_.push_back(MakeLine(index < song.lines.size() ? song.lines[index] : "", sung));
-  }
+  for (const Syllable& syllable : lyric.syllables) by_line[syllable.line].push_back(&syllable);
+  for (const auto& [number, sung] : by_line) lines_.push_back(MakeLine(sung));
   if (LacksBlanks(lines_)) std::for_each(lines_.begin(), lines_.end(), AddBlanks);
   constexpr Microseconds kShortestBeat = milliseconds(250);
   constexpr Microseconds kLongestBeat = milliseconds(1000);
   for (const ShownLine& line : lines_) {
-    const Microseconds quarter = song.tempo_map ? song.tempo_map->QuarterAt(line.Begin()) : milliseconds(500);
+    const Microseconds quarter =
+        lyric.tempo_map ? lyric.tempo_map->QuarterAt(line.Begin()) : milliseconds(500);
     beats_.push_back(std::clamp(quarter, kShortestBeat, kLongestBeat));
   }
   PlaceLines();

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "karaoke/SongReader.h"
+#include "karaoke/Lyric.h"
 
 namespace karaoke {
 
@@ -59,7 +59,7 @@ struct LyricFrame {
 class LyricShow {
  public:
   LyricShow() = default;
-  explicit LyricShow(const Song& song);
+  explicit LyricShow(const Lyric& lyric);
 
   [[nodiscard]] const std::vector<ShownLine>& Lines() const { return lines_; }
   /// Requires nothing: before the song and behind it is shown what stands at its ends.

@@ -6,13 +6,14 @@
 
 namespace karaoke {
 
-support::Result<std::shared_ptr<SongSound>> SongSound::Open(std::string_view bytes, const Song& song,
+support::Result<std::shared_ptr<SongSound>> SongSound::Open(std::string_view bytes,
+                                                            const std::vector<Syllable>& sung,
                                                             SynthesiserFactory& synthesisers,
                                                             const std::string& soundfont, int sample_rate) {
   auto events = ReadSongEvents(bytes);
   if (!events) return events.Failure();
   const auto shared = std::make_shared<const SongEvents>(std::move(events).Value());
-  const auto melody = FindMelodyChannel(*shared, song.syllables);
+  const auto melody = FindMelodyChannel(*shared, sung);
   const std::shared_ptr<SongSound> sound(new SongSound(shared, sample_rate));
   sound->has_melody_ = melody.has_value();
   for (auto& voice : sound->voices_) {

@@ -14,9 +14,9 @@ namespace karaoke {
 /// A song ready to sound, with a synthesiser for each of its two voices.
 class SongSound final : public support::SoundGenerator {
  public:
-  /// bytes: of the MIDI file; song: what was read of them. Blocks on the soundfont's file: workers only.
+  /// bytes: of the MIDI file; sung: its words. Blocks on the soundfont's file: workers only.
   [[nodiscard]] static support::Result<std::shared_ptr<SongSound>> Open(std::string_view bytes,
-                                                                        const Song& song,
+                                                                        const std::vector<Syllable>& sung,
                                                                         SynthesiserFactory& synthesisers,
                                                                         const std::string& soundfont,
                                                                         int sample_rate);

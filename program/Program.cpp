@@ -15,6 +15,7 @@
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
+#include "platform/codepages/UchardetCodePages.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/DiskFolders.h"
 #include "platform/files/LooseDiscImages.h"
@@ -82,6 +83,7 @@ struct Program::Parts {
                      .boards = &boards,
                      .synthesisers = &synthesisers,
                      .images = &images,
+                     .code_pages = &code_pages,
                      .folders = &folders,
                      .background = {&background, Cores()}},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
@@ -115,6 +117,7 @@ struct Program::Parts {
   platform::usb::K8062Interface lights;
   platform::usb::K8061Boards boards;
   platform::midi::FluidSynthesisers synthesisers;
+  platform::codepages::UchardetCodePages code_pages;
   support::ThreadPool workers;
   support::ThreadPool background;  // scans and batches, behind all others
   app::Workstation workstation;

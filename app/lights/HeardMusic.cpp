@@ -59,7 +59,7 @@ void HeardMusic::TakeSides() {
 }
 
 bool HeardMusic::AnyPlaying() {
-  const auto plays = [](const DeckView& deck) { return deck.state == DeckView::State::Playing; };
+  const auto plays = [](const DeckView& deck) { return deck.loaded_state == DeckView::State::Playing; };
   if (decks_ == nullptr) return false;
   return decks_->song.playing || std::any_of(decks_->decks.begin(), decks_->decks.end(), plays);
 }

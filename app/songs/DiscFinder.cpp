@@ -21,38 +21,52 @@ FoundDisc FindDisc(karaoke::DiscImages& images, const std::string& song) {
 
 bool HasBegun(const DeckView& deck) {
   using State = DeckView::State;
-  if (deck.state == State::Empty || deck.state == State::Loading) return false;
-  return deck.state != State::Stopped || deck.position.count() > 0;
+  if (deck.loaded_state == State::Empty) return false;
+  return deck.loaded_state != State::Stopped || deck.position.count() > 0;
 }
 
 }  // namespace
 
-void DiscFinder::Find(std::size_t deck, const std::string& song) {
-  OnDeck& on = decks_[deck];
-  on.song = song;
-  on.image.reset();
-  ++on.newest;
+void DiscFinder::Follow(OnDeck& on, const DeckView& deck) {
+  if (deck.loaded != on.loaded.song) {
+    if (deck.loaded == on.coming.song) {
+      on.loaded = std::exchange(on.coming, {});
+    } else {
+      Find(on.loaded, deck.loaded);
+    }
+  }
+  const bool comes = deck.state == DeckView::State::Loading && deck.filename != deck.loaded;
+  const std::string coming = comes ? deck.filename : "";
+  if (coming != on.coming.song) Find(on.coming, coming);
+}
+
+void DiscFinder::Find(Disc& disc, const std::string& song) {
+  disc = {song, ++searches_, nullptr};
   if (images_ == nullptr || song.empty()) return;
-  context_.workers.Post(
-      [this, deck, song, number = on.newest, gate = context_.gate, box = context_.conductor] {
-        gate->Pass([&] {
-          FoundDisc found = FindDisc(*images_, song);
-          box->Post([this, deck, number, found = std::move(found)] {
-            if (number != decks_[deck].newest) return;
-            if (found) {
-              decks_[deck].image = found.Value();
-            } else if (found.Failure().code != support::ErrorCode::NotFound) {
-              context_.tell(context_.say(found.Failure()));
-            }
-          });
-        });
-      });
+  context_.workers.Post([this, song, number = disc.number, gate = context_.gate, box = context_.conductor] {
+    gate->Pass(
+        [&] { box->Post([this, number, found = FindDisc(*images_, song)] { Found(number, found); }); });
+  });
+}
+
+void DiscFinder::Found(std::uint64_t number, const FoundDisc& found) {
+  for (OnDeck& on : decks_) {
+    for (Disc* disc : {&on.loaded, &on.coming}) {
+      if (disc->number != number) continue;
+      if (found) {
+        disc->image = found.Value();
+      } else if (found.Failure().code != support::ErrorCode::NotFound) {
+        context_.tell(context_.say(found.Failure()));
+      }
+    }
+  }
 }
 
 void DiscFinder::Choose(const std::array<DeckView, kDecks>& decks) {
   constexpr std::size_t kOrder[] = {kCompanionDeck, 0, 1};
   const auto plays = [&](std::size_t deck) {
-    return deck < kShown && decks_[deck].image != nullptr && decks[deck].state == DeckView::State::Playing;
+    return deck < kShown && decks_[deck].loaded.image != nullptr &&
+           decks[deck].loaded_state == DeckView::State::Playing;
   };
   if (plays(shown_) && !plays(kCompanionDeck)) return;
   for (const std::size_t deck : kOrder) {
@@ -61,27 +75,22 @@ void DiscFinder::Choose(const std::array<DeckView, kDecks>& decks) {
       return;
     }
   }
-  const bool stands = decks_[kCompanionDeck].image != nullptr && HasBegun(decks[kCompanionDeck]);
+  const bool stands = decks_[kCompanionDeck].loaded.image != nullptr && HasBegun(decks[kCompanionDeck]);
   shown_ = stands ? kCompanionDeck : kShown;
 }
 
 DiscView DiscFinder::Tick(const std::array<DeckView, kDecks>& decks) {
-  for (std::size_t deck = 0; deck < kShown; ++deck) {
-    if (decks[deck].filename != decks_[deck].song) Find(deck, decks[deck].filename);
-  }
+  for (std::size_t deck = 0; deck < kShown; ++deck) Follow(decks_[deck], decks[deck]);
   Choose(decks);
   if (shown_ == kShown) return {};
   const DeckView& deck = decks[shown_];
-  return {decks_[shown_].image,
-          {deck.position, context_.clock.Now(), deck.state == DeckView::State::Playing ? deck.speed : 0,
-           deck.length}};
+  return {decks_[shown_].loaded.image,
+          {deck.position, context_.clock.Now(),
+           deck.loaded_state == DeckView::State::Playing ? deck.speed : 0, deck.length}};
 }
 
 void DiscFinder::Release() {
-  for (OnDeck& deck : decks_) {
-    ++deck.newest;
-    deck.image.reset();
-  }
+  decks_ = {};
   shown_ = kShown;
 }
 

@@ -17,9 +17,10 @@ namespace app {
 
 /// Has the disc images of the songs on the decks looked for, and says which of them is shown.
 ///
-/// Law: a deck that plays goes before one that stands, deck 3 before the others, and what is shown before
-/// what could be. Only deck 3 shows its picture while it stands, and not before it has begun. The newest
-/// song of a deck wins. Threads: the conductor; files are read by workers.
+/// Law: a picture stays as long as its song stands on the deck, also while another one is made ready beside
+/// it, whose picture is looked for meanwhile. A deck that plays goes before one that stands, deck 3 before
+/// the others, and what is shown before what could be. Only deck 3 shows its picture while it stands, and not
+/// before it has begun. The newest song of a deck wins. Threads: the conductor; files are read by workers.
 class DiscFinder {
  public:
   /// images: null when there are none.
@@ -31,18 +32,25 @@ class DiscFinder {
 
  private:
   static constexpr std::size_t kShown = 3;  ///< deck 4 is in the head-phones alone
-  struct OnDeck {
+  struct Disc {
     std::string song;
-    std::uint64_t newest = 0;
+    std::uint64_t number = 0;                         ///< of the search
     std::shared_ptr<const karaoke::DiscImage> image;  // with the window
   };
+  struct OnDeck {
+    Disc loaded;
+    Disc coming;
+  };
 
-  void Find(std::size_t deck, const std::string& song);
+  void Follow(OnDeck& on, const DeckView& deck);
+  void Find(Disc& disc, const std::string& song);
+  void Found(std::uint64_t number, const support::Result<std::shared_ptr<const karaoke::DiscImage>>& found);
   void Choose(const std::array<DeckView, kDecks>& decks);
 
   DeskContext context_;
   karaoke::DiscImages* images_;
   std::array<OnDeck, kShown> decks_;
+  std::uint64_t searches_ = 0;
   std::size_t shown_ = kShown;  ///< none
 };
 

@@ -22,10 +22,11 @@ void SongDesk::StartUp() {
     player_.SetVolume(volume);
     player_.SetMelody(melody);
   });
-  if (sources_.synthesisers == nullptr) return;
+  if (sources_.tools.synthesisers == nullptr) return;
   context_.workers.Post([this, gate = context_.gate, window = context_.window] {
-    gate->Pass(
-        [&] { window->Post([this, found = sources_.synthesisers->Soundfonts()] { soundfonts_ = found; }); });
+    gate->Pass([&] {
+      window->Post([this, found = sources_.tools.synthesisers->Soundfonts()] { soundfonts_ = found; });
+    });
   });
 }
 
@@ -93,6 +94,18 @@ void SongDesk::SetTempo(double percent) {
   context_.conductor->Post([this, percent] { player_.SetTempo(percent); });
 }
 
+void SongDesk::SetCoding(const std::string& filename, const std::string& coding) {
+  context_.conductor->Post([this, filename, coding] { player_.SetCoding(filename, coding); });
+  catalogue::SideStore* store = sources_.tools.side_store;
+  if (store == nullptr) return;
+  context_.workers.Post(
+      [store, filename, coding, gate = context_.gate, tell = context_.tell, say = &context_.say] {
+        gate->Pass([&] {
+          if (const auto kept = KeepCoding(*store, filename, coding); !kept) tell((*say)(kept.Failure()));
+        });
+      });
+}
+
 void SongDesk::SetMelody(int level) {
   Settings(context_.settings, context_.folder)
       .SetNumber(kSongSection, "MelodyLevel", std::clamp(level, 0, 100));
@@ -108,6 +121,8 @@ std::string SongDesk::Soundfont() const {
 }
 
 karaoke::LyricLook SongDesk::Look(karaoke::LookReader reader) const {
+  const std::string chosen = Settings(context_.settings, context_.folder).Text(kSongSection, "Look");
+  if (reader == karaoke::LookReader::Display && chosen != "described") return karaoke::StageLook();
   return karaoke::ReadLook(context_.settings, context_.folder, reader);
 }
 

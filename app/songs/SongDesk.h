@@ -47,10 +47,12 @@ class SongDesk {
   void Seek(std::chrono::microseconds position);
   /// 0 to 100, stored.
   void SetVolume(int volume);
-  /// -12 to 12, for this song alone; drums stay.
+  /// -12 to 12, for this song alone, or for the one that comes; drums stay.
   void SetKey(int semitones);
-  /// From the original, -50 to 100, for this song alone.
+  /// From the original, -50 to 100, in the same way.
   void SetTempo(double percent);
+  /// The code page of a song's words, as iconv calls it; empty for what is guessed. Kept with the file.
+  void SetCoding(const std::string& filename, const std::string& coding);
   /// How loud the channel is that plays what is sung, 0 to 100, stored.
   void SetMelody(int level);
 
@@ -60,7 +62,8 @@ class SongDesk {
   void SetSoundfont(const std::string& path);
   [[nodiscard]] std::string Soundfont() const;
 
-  /// How the words are to look, as it is stored now.
+  /// How the words are to look, as it is stored now: a display shows what was chosen, which is the stage's
+  /// look until then; the settings page is about the user's own.
   [[nodiscard]] karaoke::LyricLook Look(karaoke::LookReader reader) const;
   /// Of a picture's path as it is stored: data files keep the backslash before their name.
   [[nodiscard]] std::filesystem::path Native(const std::string& stored) const;

@@ -6,37 +6,23 @@
 #include <cmath>
 #include <utility>
 
-#include "karaoke/SongBeats.h"
 #include "support/Text.h"
 
 namespace app {
 namespace {
 
-constexpr int kSongRate = 44100;  ///< what every output is opened at
 constexpr std::chrono::milliseconds kJustBeforeTheEnd{1};
-
-/// Blocks on the disk: workers only.
-support::Result<ReadySong> MakeReady(const SongRow& row, const std::string& soundfont,
-                                     karaoke::SynthesiserFactory& synthesisers) {
-  const auto bytes = karaoke::ReadSongBytes(row.filename);
-  if (!bytes) return bytes.Failure();
-  ReadySong ready;
-  ready.song = karaoke::ReadSong(bytes.Value());
-  auto sound = karaoke::SongSound::Open(bytes.Value(), ready.song, synthesisers, soundfont, kSongRate);
-  if (!sound) return sound.Failure();
-  ready.sound = std::move(sound).Value();
-  const std::string title = row.title.empty() ? karaoke::TitleOf(ready.song) : row.title;
-  const std::string artist = row.artist.empty() ? karaoke::ArtistOf(ready.song) : row.artist;
-  SongWords words{title, artist, karaoke::LyricShow(ready.song), ready.song.note};
-  if (!words.note && words.show.Lines().empty()) words.note = support::Sentence::NoWords;
-  ready.words = std::make_shared<const SongWords>(std::move(words));
-  ready.beats = std::make_shared<const music::BeatGrid>(karaoke::BeatsOf(ready.song));
-  return ready;
-}
 
 std::uint32_t SongMilliseconds(std::chrono::microseconds time) {
   const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
   return static_cast<std::uint32_t>(std::clamp<std::int64_t>(count, 0, UINT32_MAX));
+}
+
+decks::TempoSliders SlidersOf(const SongWishes& wishes) {
+  decks::TempoSliders sliders;
+  sliders.percent = wishes.percent;
+  sliders.semitones = wishes.semitones;
+  return sliders;
 }
 
 }  // namespace
@@ -49,107 +35,114 @@ bool IsMidiSong(std::string_view filename) {
 }
 
 SongPlayer::SongPlayer(const DeskContext& context, const SongSources& sources)
-    : context_(context), sources_(sources), output_(sources.engine, sources.control) {}
+    : context_(context), sources_(sources) {}
 
-void SongPlayer::Play(SongRow row, std::string soundfont) {
-  ++newest_;
-  if (companion_comes_) sources_.companion.Release();
-  companion_comes_ = false;
-  soundfont_ = std::move(soundfont);
-  coming_ = row;
-  if (!IsMidiSong(row.filename)) return StartCompanion(std::move(row));
-  if (sources_.synthesisers == nullptr) {
-    coming_.reset();
-    return Fail(row, context_.say(support::Sentence::SynthesiserNotStarted));
-  }
-  Prepare({std::move(row), soundfont_, false});
+/// The song that comes is overtaken; on the companion deck it may have begun since the last tick.
+void SongPlayer::DropComing() {
+  if (!coming_ || !coming_->on_companion || sources_.companion.CancelLoad()) return;
+  if (sources_.companion.Player().Filename() == coming_->row.filename) TakeCompanion(*coming_);
 }
 
-void SongPlayer::Prepare(const Wish& wish) {
-  context_.workers.Post([this, wish, number = newest_, gate = context_.gate, box = context_.conductor] {
+void SongPlayer::Play(SongRow row, std::string soundfont) {
+  DropComing();
+  ++newest_;
+  soundfont_ = std::move(soundfont);
+  coming_ = Coming{std::move(row), {}, false};
+  if (!IsMidiSong(coming_->row.filename)) return StartCompanion();
+  if (sources_.tools.synthesisers == nullptr) {
+    const Coming refused = *std::exchange(coming_, std::nullopt);
+    return Fail(refused.row, context_.say(support::Sentence::SynthesiserNotStarted));
+  }
+  Prepare(coming_->row, &SongPlayer::newest_, &SongPlayer::Begin);
+}
+
+/// newest: counts the wishes of the same kind; only the last one's answer is taken.
+void SongPlayer::Prepare(const SongRow& row, std::uint64_t SongPlayer::*newest,
+                         void (SongPlayer::*then)(const Ready&)) {
+  context_.workers.Post([this, row, newest, then, number = this->*newest, soundfont = soundfont_,
+                         gate = context_.gate, box = context_.conductor] {
     gate->Pass([&] {
-      auto ready = MakeReady(wish.row, wish.soundfont, *sources_.synthesisers);
-      box->Post([this, wish, number, ready = std::move(ready)] {
-        if (number == newest_) Prepared(wish, ready);
+      box->Post([this, newest, then, number, ready = MakeReady(row, soundfont, sources_.tools)] {
+        if (number == this->*newest) (this->*then)(ready);
       });
     });
   });
 }
 
-void SongPlayer::Prepared(const Wish& wish, support::Result<ReadySong> ready) {
-  if (!wish.moves) coming_.reset();
-  if (!ready) return Fail(wish.row, context_.say(ready.Failure()));
-  if (wish.moves) return Move(std::move(ready).Value());
-  if (kind_ == Kind::Companion) sources_.companion.Release();
-  semitones_ = 0;
-  percent_ = 0;
-  output_.Place(moving_to_);
-  if (const auto opened = Open(wish.row, std::move(ready).Value()); !opened) {
-    CloseMidi();
-    return Fail(wish.row, context_.say(opened.Failure()));
-  }
-  Resume();
+support::Result<std::unique_ptr<MidiSong>> SongPlayer::OpenBeside(const SongRow& row, ReadySong ready,
+                                                                  const SongWishes& wishes) {
+  auto song =
+      MidiSong::Open(sources_.engine, sources_.control, place_, row, std::move(ready), wishes, volume_);
+  if (song) song.Value()->SetMelody(melody_);
+  return song;
 }
 
-support::Result<void> SongPlayer::Open(const SongRow& row, ReadySong ready) {
-  karaoke_.TakeSong(row.filename, std::move(ready.song));
-  sequencer_.Offer(row.filename, std::move(ready.sound));
-  static_cast<void>(karaoke_.Velocity(1 + percent_ / 100));
-  if (auto opened = karaoke_.KarOpenDevice(); !opened) return opened;
+/// The song that was chosen is ready, or cannot be played.
+void SongPlayer::Begin(const Ready& ready) {
+  const Coming coming = *std::exchange(coming_, std::nullopt);
+  if (!ready) return Fail(coming.row, context_.say(ready.Failure()));
+  auto song = OpenBeside(coming.row, ready.Value(), coming.wishes);
+  if (!song) return Fail(coming.row, context_.say(song.Failure()));
+  if (const auto played = song.Value()->Device().Play(); !played) {
+    return Fail(coming.row, context_.say(played.Failure()));
+  }
+  if (kind_ == Kind::Companion) sources_.companion.Release();
+  ++newest_move_;
+  midi_ = std::move(song).Value();
   kind_ = Kind::Midi;
-  state_ = State::Stopped;
-  row_ = row;
-  words_ = std::move(ready.words);
-  beats_ = std::move(ready.beats);
-  SetVolume(volume_);
-  ApplyWishes();
-  return {};
+  state_ = State::Playing;
+  wishes_ = coming.wishes;
 }
 
 /// The same song on another output, where it is heard now.
-void SongPlayer::Move(ReadySong ready) {
-  const std::uint32_t place = karaoke_.Position();
-  const State before = state_;
-  output_.Place(moving_to_);
-  if (const auto opened = Open(row_, std::move(ready)); !opened) {
-    CloseMidi();
-    return Fail(row_, context_.say(opened.Failure()));
-  }
-  static_cast<void>(karaoke_.SetPosition(place));
-  if (before == State::Playing) return Resume();
-  state_ = before;
+void SongPlayer::Move(const Ready& ready) {
+  if (midi_ == nullptr) return;
+  if (!ready) return Fail(midi_->Row(), context_.say(ready.Failure()));
+  auto song = OpenBeside(midi_->Row(), ready.Value(), wishes_);
+  if (!song) return Fail(midi_->Row(), context_.say(song.Failure()));
+  song.Value()->Show(midi_->Words());
+  static_cast<void>(song.Value()->Device().SetPosition(midi_->Device().Position()));
+  if (state_ == State::Playing) static_cast<void>(song.Value()->Device().Play());
+  midi_ = std::move(song).Value();
 }
 
-void SongPlayer::StartCompanion(SongRow row) {
-  companion_comes_ = true;
+void SongPlayer::StartCompanion() {
+  coming_->on_companion = true;
+  const SongRow& row = coming_->row;
   sources_.companion.SetVolume(volume_);
-  sources_.companion.Load({row.filename, row.artist, row.title, 0, {}});
+  sources_.companion.Load({.filename = row.filename,
+                           .artist = row.artist,
+                           .title = row.title,
+                           .marks = {},
+                           .tempo = decks::TempoSliders(),
+                           .beside = kind_ == Kind::Companion});
   sources_.companion.Play();
 }
 
 /// A companion that is ready, or could not be read.
 void SongPlayer::LookAtCompanion(const DeckView& deck) {
-  if (!companion_comes_ || deck.state == DeckView::State::Loading) return;
-  companion_comes_ = false;
-  const SongRow row = *std::exchange(coming_, std::nullopt);
-  if (!deck.message.empty() || deck.filename != row.filename) return Fail(row, deck.message);
+  if (!coming_ || !coming_->on_companion || deck.state == DeckView::State::Loading) return;
+  const Coming coming = *std::exchange(coming_, std::nullopt);
+  const SongRow& row = coming.row;
+  if (!deck.message.empty() || deck.loaded != row.filename) return Fail(row, deck.message);
+  TakeCompanion(coming);
+}
+
+/// Its song is the one that is there.
+void SongPlayer::TakeCompanion(const Coming& coming) {
   CloseMidi();
-  semitones_ = 0;
-  percent_ = 0;
-  ApplyCompanionTempo();
+  wishes_ = coming.wishes;
   kind_ = Kind::Companion;
-  row_ = row;
-  words_ = std::make_shared<const SongWords>(SongWords{row.title, row.artist, {}});
+  companion_row_ = coming.row;
+  companion_words_ = std::make_shared<const SongWords>(SongWords{coming.row.title, coming.row.artist, {}});
 }
 
 /// A song follows deck 1 to another output.
 void SongPlayer::FollowOutput(OutputView place) {
-  if (place == moving_to_) return;
-  moving_to_ = place;
-  if (kind_ != Kind::Midi) return;
-  if (coming_ && !companion_comes_) return;  // it will play there
-  if (!coming_) ++newest_;
-  Prepare({row_, soundfont_, true});
+  if (place == place_) return;
+  place_ = place;
+  ++newest_move_;
+  if (midi_ != nullptr) Prepare(midi_->Row(), &SongPlayer::newest_move_, &SongPlayer::Move);
 }
 
 void SongPlayer::Fail(const SongRow& row, const std::string& why) {
@@ -161,89 +154,86 @@ void SongPlayer::Fail(const SongRow& row, const std::string& why) {
 void SongPlayer::Pause() {
   if (kind_ == Kind::Companion) return sources_.companion.Pause();
   if (state_ != State::Playing) return;
-  static_cast<void>(karaoke_.Pause());
+  static_cast<void>(midi_->Device().Pause());
   state_ = State::Paused;
 }
 
 void SongPlayer::Resume() {
   if (kind_ == Kind::Companion) return sources_.companion.Play();
   if (kind_ != Kind::Midi) return;
-  if (state_ == State::Ended) static_cast<void>(karaoke_.SeekIni());
-  if (const auto played = karaoke_.Play(); !played) return Fail(row_, context_.say(played.Failure()));
+  if (state_ == State::Ended) static_cast<void>(midi_->Device().SeekIni());
+  if (const auto played = midi_->Device().Play(); !played) {
+    return Fail(midi_->Row(), context_.say(played.Failure()));
+  }
   state_ = State::Playing;
 }
 
 void SongPlayer::Stop() {
   if (kind_ == Kind::Companion) return sources_.companion.Stop();
   if (kind_ != Kind::Midi) return;
-  static_cast<void>(karaoke_.StopPlay());
-  static_cast<void>(karaoke_.SeekIni());
+  static_cast<void>(midi_->Device().StopPlay());
+  static_cast<void>(midi_->Device().SeekIni());
   state_ = State::Stopped;
 }
 
 void SongPlayer::Seek(std::chrono::microseconds position) {
   if (kind_ == Kind::Companion) return sources_.companion.Seek(position);
   if (kind_ != Kind::Midi) return;
-  const std::chrono::milliseconds last(karaoke_.MusicTimeLength());
+  const std::chrono::milliseconds last(midi_->Device().MusicTimeLength());
   const auto place = std::clamp<std::chrono::microseconds>(position, std::chrono::microseconds(0),
                                                            std::max(last - kJustBeforeTheEnd, last * 0));
-  static_cast<void>(karaoke_.SetPosition(SongMilliseconds(place)));
+  static_cast<void>(midi_->Device().SetPosition(SongMilliseconds(place)));
   if (state_ == State::Ended) state_ = State::Stopped;
 }
 
 void SongPlayer::SetVolume(int volume) {
   volume_ = std::clamp(volume, 0, 100);
   if (kind_ == Kind::Companion) sources_.companion.SetVolume(volume_);
-  const auto level = static_cast<std::uint32_t>(volume_ * 0xFFFF / 100);
-  static_cast<void>(karaoke_.SetMusicVolume(level << 16 | level));
+  if (midi_ != nullptr) midi_->SetVolume(volume_);
 }
 
 void SongPlayer::SetKey(int semitones) {
-  semitones_ = std::clamp(semitones, -12, 12);
+  Wishes().semitones = std::clamp(semitones, -12, 12);
   ApplyWishes();
-  ApplyCompanionTempo();
 }
 
 void SongPlayer::SetTempo(double percent) {
   if (!std::isfinite(percent)) return;
-  percent_ = std::clamp(percent, -50.0, 100.0);
-  static_cast<void>(karaoke_.Velocity(1 + percent_ / 100));
-  ApplyCompanionTempo();
+  Wishes().percent = std::clamp(percent, -50.0, 100.0);
+  ApplyWishes();
 }
 
 void SongPlayer::SetMelody(int level) {
   melody_ = std::clamp(level, 0, 100);
-  ApplyWishes();
+  if (midi_ != nullptr) midi_->SetMelody(melody_);
 }
 
 void SongPlayer::ApplyWishes() {
-  karaoke::SongSound* sound = sequencer_.Open();
-  if (sound == nullptr) return;
-  sound->Wishes().semitones = semitones_;
-  sound->Wishes().melody_level = static_cast<float>(melody_) / 100;
+  if (coming_) {
+    if (coming_->on_companion) sources_.companion.BeginNextWith(SlidersOf(coming_->wishes));
+  } else if (midi_ != nullptr) {
+    midi_->SetKey(wishes_.semitones);
+    midi_->SetTempo(wishes_.percent);
+  } else if (kind_ == Kind::Companion) {
+    sources_.companion.Tempo().Set(SlidersOf(wishes_));
+  }
 }
 
-void SongPlayer::ApplyCompanionTempo() {
-  decks::TempoSliders sliders;
-  sliders.percent = percent_;
-  sliders.semitones = semitones_;
-  sources_.companion.Tempo().Set(sliders);
+void SongPlayer::SetCoding(const std::string& filename, const std::string& coding) {
+  if (midi_ != nullptr && midi_->Row().filename == filename) midi_->Show(WithCoding(*midi_->Words(), coding));
 }
 
 void SongPlayer::CloseMidi() {
-  static_cast<void>(karaoke_.CloseDevice());
   if (kind_ != Kind::Midi) return;
+  ++newest_move_;
+  midi_.reset();
   kind_ = Kind::None;
   state_ = State::Empty;
-  words_.reset();
-  beats_.reset();
-  row_ = {};
 }
 
 void SongPlayer::Release() {
   ++newest_;
   coming_.reset();
-  companion_comes_ = false;
   CloseMidi();
 }
 
@@ -254,13 +244,10 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
   LookAtCompanion(companion);
   view = SongView{};
   view.at = context_.clock.Now();
-  view.filename = row_.filename;
-  view.coming = coming_ ? coming_->filename : "";
-  view.words = words_;
-  if (words_ != nullptr && words_->note) view.note = context_.say(*words_->note);
+  view.coming = coming_ ? coming_->row.filename : "";
   view.volume = volume_;
-  view.semitones = semitones_;
-  view.percent = percent_;
+  view.semitones = Wishes().semitones;
+  view.percent = Wishes().percent;
   view.melody = melody_;
   view.failure = failure_;
   view.failures = failures_;
@@ -272,27 +259,33 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
 decks::StreamHandle SongPlayer::Hear(HeardSong& song) {
   song = {};
   if (kind_ != Kind::Midi || state_ != State::Playing) return 0;
-  const decks::HeardStream heard = output_.Heard();
+  const decks::HeardStream heard = midi_->Heard();
   if (!heard.playing || heard.ended) return 0;
   song.playing = true;
   song.volume = volume_;
   song.position = std::chrono::microseconds(heard.frame.value * 1'000'000 / kSongRate);
   song.speed = heard.ratio;
-  song.grid = beats_;
-  return output_.Stream();
+  song.grid = midi_->Beats();
+  return midi_->Stream();
 }
 
 void SongPlayer::ShowMidi(SongView& view) {
-  if (state_ == State::Playing && !karaoke_.IsPlaying()) state_ = State::Ended;
+  karaoke::Karaoke& device = midi_->Device();
+  if (state_ == State::Playing && !device.IsPlaying()) state_ = State::Ended;
   view.state = state_;
-  view.position = std::chrono::milliseconds(karaoke_.Position());
-  view.length = std::chrono::milliseconds(karaoke_.MusicTimeLength());
-  view.speed = state_ == State::Playing ? karaoke_.Velocity() : 0;
-  view.has_melody = sequencer_.Open() != nullptr && sequencer_.Open()->HasMelody();
+  view.filename = midi_->Row().filename;
+  view.words = midi_->Words();
+  if (view.words->note) view.note = context_.say(*view.words->note);
+  view.position = std::chrono::milliseconds(device.Position());
+  view.length = std::chrono::milliseconds(device.MusicTimeLength());
+  view.speed = state_ == State::Playing ? device.Velocity() : 0;
+  view.has_melody = midi_->HasMelody();
 }
 
 void SongPlayer::ShowCompanion(const DeckView& deck, SongView& view) const {
-  switch (deck.state) {
+  view.filename = companion_row_.filename;
+  view.words = companion_words_;
+  switch (deck.loaded_state) {
     case DeckView::State::Playing:
       view.state = State::Playing;
       break;

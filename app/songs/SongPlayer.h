@@ -9,44 +9,28 @@
 #include <string>
 
 #include "app/DeskContext.h"
-#include "app/songs/EngineSongOutput.h"
+#include "app/songs/MidiSong.h"
+#include "app/songs/ReadySong.h"
 #include "app/songs/SongView.h"
 #include "app/sound/DeckStation.h"
-#include "karaoke/Karaoke.h"
-#include "karaoke/SongSequencer.h"
-#include "karaoke/SongSound.h"
 #include "karaoke/ports/DiscImages.h"
 
 namespace app {
-
-/// A row of the karaoke table.
-struct SongRow {
-  std::string filename;
-  std::string artist;
-  std::string title;
-};
 
 /// What songs sound on.
 struct SongSources {
   decks::AudioEngine& engine;
   decks::SoundControl& control;
   DeckStation& companion;  ///< the deck that plays the songs which are audio files
-  karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
-  karaoke::DiscImages* images = nullptr;                ///< null: none are shown
-};
-
-/// A MIDI file that a worker made ready.
-struct ReadySong {
-  karaoke::Song song;
-  std::shared_ptr<karaoke::SongSound> sound;     // with the engine
-  std::shared_ptr<const SongWords> words;        // with the window
-  std::shared_ptr<const music::BeatGrid> beats;  // with the views
+  SongTools tools{};
+  karaoke::DiscImages* images = nullptr;  ///< null: none are shown
 };
 
 /// Plays one song at a time: a MIDI file on the sequencer, any other on the companion deck.
 ///
-/// Law: what plays goes on until the new song is ready; a file that cannot be played stops nothing. The
-/// newest wish wins. Key and tempo are the singer's: each song begins as it is written. Threads: the
+/// Law: the next song is made ready beside the one that is there, which goes on, or stands, until the next
+/// one sounds; a file that cannot be played changes nothing. The newest wish wins. Key and tempo are the
+/// singer's: each song begins as it is written, or as was wished after it was chosen. Threads: the
 /// conductor.
 class SongPlayer {
  public:
@@ -60,9 +44,12 @@ class SongPlayer {
   void Stop();
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
+  /// Of the song that comes, where one does.
   void SetKey(int semitones);
   void SetTempo(double percent);
   void SetMelody(int level);
+  /// Of the song that is there, if it is still this file; empty for what was guessed.
+  void SetCoding(const std::string& filename, const std::string& coding);
 
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks, SongView& view);
@@ -73,45 +60,45 @@ class SongPlayer {
  private:
   enum class Kind { None, Midi, Companion };
   using State = SongView::State;
-  /// A song that is made ready, for the place that it plays on.
-  struct Wish {
+  /// A song that is made ready.
+  struct Coming {
     SongRow row;
-    std::string soundfont;
-    bool moves = false;  ///< the song that plays, for another output
+    SongWishes wishes;
+    bool on_companion = false;
   };
+  using Ready = support::Result<ReadySong>;
 
-  void Prepare(const Wish& wish);
-  void Prepared(const Wish& wish, support::Result<ReadySong> ready);
-  support::Result<void> Open(const SongRow& row, ReadySong ready);
-  void Move(ReadySong ready);
-  void StartCompanion(SongRow row);
+  void Prepare(const SongRow& row, std::uint64_t SongPlayer::*newest, void (SongPlayer::*then)(const Ready&));
+  void Begin(const Ready& ready);
+  void Move(const Ready& ready);
+  [[nodiscard]] support::Result<std::unique_ptr<MidiSong>> OpenBeside(const SongRow& row, ReadySong ready,
+                                                                      const SongWishes& wishes);
+  void StartCompanion();
   void LookAtCompanion(const DeckView& deck);
+  void TakeCompanion(const Coming& coming);
+  void DropComing();
   void FollowOutput(OutputView place);
-  void ApplyCompanionTempo();
   void ApplyWishes();
   void Fail(const SongRow& row, const std::string& why);
   void CloseMidi();
+  [[nodiscard]] SongWishes& Wishes() { return coming_ ? coming_->wishes : wishes_; }
   void ShowMidi(SongView& view);
   void ShowCompanion(const DeckView& deck, SongView& view) const;
 
   DeskContext context_;
   SongSources sources_;
-  EngineSongOutput output_;
-  karaoke::SongSequencer sequencer_{output_};
-  karaoke::Karaoke karaoke_{sequencer_};
   Kind kind_ = Kind::None;
-  State state_ = State::Empty;
-  SongRow row_;  ///< that plays
+  std::unique_ptr<MidiSong> midi_;                    ///< while a MIDI song is there
+  State state_ = State::Empty;                        ///< of that
+  SongRow companion_row_;                             ///< on the companion deck
+  std::shared_ptr<const SongWords> companion_words_;  // with the window
+  SongWishes wishes_;                                 ///< of the song that is there
+  std::optional<Coming> coming_;
   std::string soundfont_;
-  std::shared_ptr<const SongWords> words_;        // with the window
-  std::shared_ptr<const music::BeatGrid> beats_;  // with the views
-  std::optional<SongRow> coming_;
-  bool companion_comes_ = false;
-  std::uint64_t newest_ = 0;
-  OutputView moving_to_;  ///< where the newest wish will play
+  std::uint64_t newest_ = 0;       ///< song that was chosen
+  std::uint64_t newest_move_ = 0;  ///< of the song that is there
+  OutputView place_;               ///< where songs play
   int volume_ = 100;
-  int semitones_ = 0;
-  double percent_ = 0;
   int melody_ = 100;
   std::string failure_;
   std::uint64_t failures_ = 0;

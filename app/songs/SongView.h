@@ -20,6 +20,10 @@ struct SongWords {
   std::string title;
   std::string artist;
   karaoke::LyricShow show;  ///< without lines where the file has no words
+  /// The code page of all these bytes that are no UTF-8, as iconv calls it; empty: Windows-1252.
+  std::string coding{};
+  std::string guessed_coding{};  ///< what it is without a choice by hand
+  bool chosen_coding = false;    ///< by hand
   /// What the user is to be told about the file.
   std::optional<support::Sentence> note{};
 };
@@ -53,8 +57,8 @@ struct SongView {
   double speed = 0;  ///< seconds of the song a second; 0 while it stands
   std::chrono::microseconds length{0};
   int volume = 100;    ///< 0 to 100
-  int semitones = 0;   ///< -12 to 12
-  double percent = 0;  ///< tempo from the original
+  int semitones = 0;   ///< -12 to 12; while a song comes, what it will begin with
+  double percent = 0;  ///< tempo from the original, in the same way
   int melody = 100;    ///< level of the channel that plays what is sung, 0 to 100
   bool has_melody = false;
   std::string note;            ///< a sentence about the song that is there, else empty

@@ -58,12 +58,23 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
 }
 
 void DeckStation::Load(Track track) {
-  reopen_at_.reset();
-  Forget(kReopen);
+  if (!track.beside) ForgetReopening();
   play_when_ready_ = false;
   message_.clear();
   coming_ = std::move(track);
   Prepare(kLoad, coming_->filename);
+}
+
+bool DeckStation::CancelLoad() {
+  if (!coming_) return false;
+  coming_.reset();
+  play_when_ready_ = false;
+  Forget(kLoad);
+  return true;
+}
+
+void DeckStation::BeginNextWith(const decks::TempoSliders& sliders) {
+  if (coming_) coming_->tempo = sliders;
 }
 
 void DeckStation::Play() {
@@ -178,6 +189,8 @@ void DeckStation::Tick(DeckView& view) {
   const Track& shown = coming_ ? *coming_ : track_;
   view.state = coming_ ? State::Loading : state_;
   view.filename = shown.filename;
+  view.loaded = state_ == State::Empty ? "" : track_.filename;
+  view.loaded_state = state_;
   view.artist = shown.artist;
   view.title = shown.title;
   view.message = message_;
@@ -238,11 +251,7 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
   }
   switch (wish) {
     case kLoad:
-      if (result) {
-        tempo_.Begin(coming_->bpm);
-        gain_ = {};
-      }
-      return OpenTrack(*std::exchange(coming_, std::nullopt), result);
+      return Loaded(*std::exchange(coming_, std::nullopt), result);
     case kReopen:
       return OpenTrack(track_, result);
     case kMoveMain:
@@ -252,6 +261,25 @@ void DeckStation::Prepared(Wish wish, const support::Result<void>& result) {
     case kWishes:
       break;
   }
+}
+
+void DeckStation::Loaded(Track track, const support::Result<void>& result) {
+  if (!result && track.beside && (player_.STRM() != 0 || reopen_at_)) {
+    play_when_ready_ = false;
+    message_ = tools_.say(result.Failure());
+    return;
+  }
+  ForgetReopening();
+  if (result) {
+    tempo_.Begin(track.bpm);
+    gain_ = {};
+  }
+  OpenTrack(std::move(track), result);
+}
+
+void DeckStation::ForgetReopening() {
+  reopen_at_.reset();
+  Forget(kReopen);
 }
 
 void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
@@ -267,6 +295,7 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (player_.STRM() == 0) return Reject(track_, tools_.say(sound_.LastError()));
   tools_.equaliser.SetUp(player_.STRM());
   tempo_.Heard(sound_.Heard(player_.STRM()));
+  if (const auto tempo = std::exchange(track_.tempo, std::nullopt)) tempo_.Set(*tempo);
   gains_ = {};
   ApplySliders();
   Analyse();

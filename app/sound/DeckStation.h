@@ -28,6 +28,9 @@ struct Track {
   std::string title;
   double bpm = 0;
   MixPointPair<std::optional<std::chrono::microseconds>> marks;  ///< set by hand or remembered
+  std::optional<decks::TempoSliders> tempo{};  ///< it begins with; without, with the deck's own
+  /// What stands on the deck stays there, sounding or not, when this one cannot be read.
+  bool beside = false;
 };
 
 /// What all decks share.
@@ -50,6 +53,11 @@ class DeckStation {
               const decks::MasterControls& controls, const DeckTools& tools, std::shared_ptr<Mailbox> box);
 
   void Load(Track track);
+  /// The file that is being prepared is not wanted any more; what stands on the deck stays as it is. False
+  /// when none was: what came of the last one stands on the deck, or was refused.
+  bool CancelLoad();
+  /// Tempo and key of the file that is being prepared.
+  void BeginNextWith(const decks::TempoSliders& sliders);
   /// While a file is being prepared: as soon as it is ready. After the end: from the start.
   void Play();
   void Pause();
@@ -98,7 +106,9 @@ class DeckStation {
   void Prepare(Wish wish, const std::string& filename);
   void Prepared(Wish wish, const support::Result<void>& result);
   void Forget(Wish wish) { ++newest_[wish]; }
+  void Loaded(Track track, const support::Result<void>& result);
   void OpenTrack(Track track, const support::Result<void>& result);
+  void ForgetReopening();
   void MoveMain();
   void MovePrelisten();
   void ApplySliders();

@@ -121,6 +121,25 @@ TEST_F(DiscsTest, ThePictureOfASongThatWentIsNotShown) {
   EXPECT_EQ(beside_.asked, 2);
 }
 
+TEST_F(DiscsTest, ThePictureStaysWhileTheNextSongIsMadeReady) {
+  Sing("a.mp3");
+  Advance(2s);
+  engine_.HoldPreparing();
+  for (const char* next : {"b.mp3", "missing.mp3", "d.mp3"}) {
+    Sing(next);
+    EXPECT_EQ(Shown(), "a.mp3") << next;
+    EXPECT_EQ(Singing().disc.place.speed, 1) << next;
+    if (std::string(next) == "d.mp3") break;
+    engine_.RemoveFile(next);
+    while (engine_.FinishPreparing()) Settle();
+    EXPECT_EQ(Shown(), "a.mp3") << "it cannot be played";
+  }
+  const int asked = beside_.asked;
+  while (engine_.FinishPreparing()) Settle();
+  EXPECT_EQ(Shown(), "d.mp3") << "its picture was ready";
+  EXPECT_EQ(beside_.asked, asked);
+}
+
 TEST_F(DiscsTest, AnImageThatCannotBeShownIsToldAndTheSongPlays) {
   beside_.beside["a.mp3"] = std::vector<std::uint8_t>(48);
   beside_.beside["b.mp3"] = std::vector<std::uint8_t>(karaoke::kLongestDiscImage + 1);

@@ -40,6 +40,8 @@ class Evening : public ::testing::Test {
     ports.dmx = dmx_;
     ports.boards = boards_;
     ports.images = images_;
+    ports.code_pages = code_pages_;
+    ports.side_store = side_store_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -88,6 +90,8 @@ class Evening : public ::testing::Test {
   dmx::DmxInterface* dmx_ = nullptr;
   lightorgan::IoBoards* boards_ = nullptr;
   karaoke::DiscImages* images_ = nullptr;
+  karaoke::CodePages* code_pages_ = nullptr;
+  catalogue::SideStore* side_store_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

@@ -5,6 +5,9 @@
 #include <fstream>
 
 #include "app/tests/Evening.h"
+#include "catalogue/testing/MemorySideStore.h"
+#include "karaoke/testing/CodePagesContract.h"
+#include "karaoke/testing/FakeCodePages.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
 #include "support/testing/TemporaryFolder.h"
@@ -30,6 +33,8 @@ class SongsTest : public testing::Evening {
     for (const char* name : {"a.kar", "b.MID"})
       std::ofstream(songs_.Path() / name, std::ios::binary) << bytes;
     std::ofstream(songs_.Path() / "bad.kar") << "this is a shopping list";
+    code_pages_ = &pages_;
+    side_store_ = &store_;
     StartUp(&synthesisers_);
     engine_.ClearLog();
   }
@@ -51,6 +56,8 @@ class SongsTest : public testing::Evening {
 
   support::testing::TemporaryFolder songs_;
   karaoke::testing::RecordingSynthesisers synthesisers_;
+  karaoke::testing::FakeCodePages pages_;
+  catalogue::testing::MemorySideStore store_;
 };
 
 TEST_F(SongsTest, ASongPlaysAndItsWordsFollowWhatIsHeard) {
@@ -183,6 +190,175 @@ TEST_F(SongsTest, AnAudioFileThatCannotBePlayedLeavesTheSongAlone) {
   EXPECT_EQ(Name(), "a.kar");
   EXPECT_EQ(Singing().state, Song::Playing);
   EXPECT_NE(Singing().failure.find("missing.mp3"), std::string::npos) << Singing().failure;
+}
+
+TEST_F(SongsTest, WhateverStandsThereStaysUntilTheNextOneSounds) {
+  const struct {
+    const char* there;
+    void (SongDesk::*then)();
+    Song state;
+  } rows[] = {{"a.kar", nullptr, Song::Playing},         {"a.mp3", nullptr, Song::Playing},
+              {"a.kar", &SongDesk::Pause, Song::Paused}, {"a.mp3", &SongDesk::Pause, Song::Paused},
+              {"a.kar", &SongDesk::Stop, Song::Stopped}, {"a.mp3", &SongDesk::Stop, Song::Stopped}};
+  for (const auto& row : rows) {
+    PlaySong(row.there);
+    Advance(3s);
+    if (row.then != nullptr) (station_->Songs().*row.then)();
+    Settle();
+    workers_.RunAll();
+    Settle();
+    const auto place = Singing().position;
+    for (const char* bad : {"bad.kar", "missing.mp3", "not-there.kar"}) {
+      const std::uint64_t failures = Singing().failures;
+      PlaySong(bad);
+      EXPECT_EQ(Singing().failures, failures + 1) << row.there << bad;
+      EXPECT_EQ(Singing().state, row.state) << row.there << bad;
+      EXPECT_EQ(Singing().position, place) << row.there << bad;
+      EXPECT_EQ(Name(), row.there) << bad;
+      EXPECT_NE(Singing().words, nullptr);
+    }
+    station_->Songs().Resume();
+    Settle();
+    EXPECT_EQ(Singing().state, Song::Playing) << row.there;
+  }
+}
+
+TEST_F(SongsTest, ASongOnTheDeckIsSungOnWhileWishesCome) {
+  PlaySong("a.mp3");
+  Advance(5s);
+  engine_.HoldPreparing();
+  for (const char* wish : {"b.mp3", "b.MID", "b.mp3"}) {
+    Wish(wish);
+    Advance(100ms);
+    EXPECT_EQ(Name(), "a.mp3") << wish;
+    EXPECT_EQ(Singing().state, Song::Playing) << "while it waits for " << wish;
+    EXPECT_EQ(Singing().speed, 1);
+    EXPECT_NE(Singing().coming, "");
+  }
+  EXPECT_EQ(Singing().position, 5300ms);
+  Wish("bad.kar");
+  workers_.RunAll();
+  Settle();
+  EXPECT_EQ(Singing().failures, 1U);
+  EXPECT_EQ(Name(), "a.mp3");
+  EXPECT_EQ(Deck(3).state, testing::State::Playing) << "the wish before is not loaded either";
+}
+
+TEST_F(SongsTest, AWishThatComesAsTheOneBeforeBeginsLeavesOneSongSounding) {
+  PlaySong("a.kar");
+  engine_.HoldPreparing();
+  Wish("b.mp3");
+  ASSERT_TRUE(engine_.FinishPreparing());
+  Wish("b.MID");
+  EXPECT_EQ(Name(), "b.mp3") << "it began before it was overtaken";
+  workers_.RunAll();
+  Settle();
+  EXPECT_EQ(Name(), "b.MID");
+  EXPECT_EQ(Deck(3).state, testing::State::Empty);
+  EXPECT_EQ(engine_.Streams(), 1);
+}
+
+TEST_F(SongsTest, TheEngineRefusingTheNextSongStopsNothing) {
+  for (const char* there : {"a.kar", "a.mp3"}) {
+    PlaySong(there);
+    Advance(1s);
+    Wish("b.MID");
+    workers_.RunAll();
+    engine_.FailCall(1);
+    Settle();
+    engine_.FailCall(0);
+    EXPECT_EQ(Name(), there);
+    EXPECT_EQ(Singing().state, Song::Playing) << there;
+  }
+  EXPECT_EQ(Singing().failures, 2U);
+}
+
+TEST_F(SongsTest, ASongBeginsInItsOwnKeyOrInTheOneWishedForIt) {
+  const char* const songs[] = {"a.kar", "a.mp3", "b.mp3", "b.MID", "a.kar", "b.mp3"};
+  const auto heard = [this] { return std::pair(Singing().semitones, Singing().percent); };
+  for (const char* song : songs) {
+    PlaySong(song);
+    EXPECT_EQ(heard(), std::pair(0, 0.0)) << song;
+    if (Deck(3).state == testing::State::Playing) {
+      EXPECT_EQ(std::pair(Deck(3).pitch, Deck(3).tempo_percent), std::pair(0.0F, 0.0F)) << song;
+    }
+    station_->Songs().SetKey(-4);
+    station_->Songs().SetTempo(20);
+    Settle();
+  }
+  engine_.HoldPreparing();
+  for (const char* song : {"a.mp3", "b.MID"}) {
+    Wish(song);
+    station_->Songs().SetKey(3);
+    station_->Songs().SetTempo(-5);
+    Settle();
+    EXPECT_EQ(heard(), std::pair(3, -5.0)) << "what it will begin with";
+    EXPECT_EQ(Deck(3).pitch, Name().ends_with("mp3") ? -4 : 0) << "not the singer who sings";
+    while (engine_.FinishPreparing()) Settle();
+    workers_.RunAll();
+    Settle();
+    EXPECT_EQ(Name(), song);
+    EXPECT_EQ(heard(), std::pair(3, -5.0)) << song;
+    station_->Songs().SetKey(-4);
+    Settle();
+  }
+}
+
+TEST_F(SongsTest, ANewSongIsNotHeardInTheOldKeyForAMoment) {
+  PlaySong("a.mp3");
+  station_->Songs().SetKey(-4);
+  Settle();
+  engine_.ClearLog();
+  PlaySong("b.mp3");
+  const auto log = engine_.Log();
+  EXPECT_TRUE(std::none_of(log.begin(), log.end(),
+                           [](const std::string& line) { return line.find("-4") != std::string::npos; }));
+}
+
+TEST_F(SongsTest, WordsAreShownOfFilesWithoutATempoOrASignature) {
+  const TrackBytes words = TrackBytes().Name("Words").Event(0, {0x90, 60, 100}).Text(480, "/la").End(960);
+  const TrackBytes lyrics = TrackBytes().Event(0, {0x90, 60, 100}).Meta(480, 5, "la").End(960);
+  for (const TrackBytes& track : {words, lyrics}) {
+    std::ofstream(songs_.Path() / "c.kar", std::ios::binary) << karaoke::testing::FileBytes({track});
+    PlaySong("c.kar");
+    EXPECT_EQ(Singing().words->show.Lines().size(), 1U);
+    EXPECT_EQ(Singing().note, "");
+    EXPECT_TRUE(Singing().has_melody || track.Content() == words.Content());
+  }
+}
+
+TEST_F(SongsTest, LettersAreGuessedAndWhatAHandChoseStaysWithTheFile) {
+  const TrackBytes track =
+      TrackBytes().Name("Words").Event(0, {0x90, 60, 100}).Text(480, karaoke::testing::kRussianWords).End();
+  for (const char* name : {"c.kar", "d.kar"}) {
+    std::ofstream(songs_.Path() / name, std::ios::binary) << karaoke::testing::FileBytes({track});
+  }
+  const std::string path = (songs_.Path() / "c.kar").string();
+  PlaySong("c.kar");
+  EXPECT_EQ(Singing().words->coding, "WINDOWS-1251");
+  const auto before = Singing().words;
+  station_->Songs().SetCoding(path, "KOI8-R");
+  Settle();
+  EXPECT_EQ(Singing().words->coding, "KOI8-R");
+  EXPECT_NE(Singing().words, before) << "what the window draws from never changes";
+  EXPECT_EQ(Singing().state, Song::Playing);
+  workers_.RunAll();
+  PlaySong("d.kar");
+  station_->Songs().SetCoding(path, "Big5");  // the window was late: another song is there
+  Settle();
+  EXPECT_EQ(Singing().words->coding, "WINDOWS-1251");
+  station_->Songs().SetCoding(path, "KOI8-R");
+  Settle();
+  workers_.RunAll();
+  PlaySong("c.kar");
+  EXPECT_EQ(Singing().words->coding, "KOI8-R");
+  EXPECT_TRUE(Singing().words->chosen_coding);
+  station_->Songs().SetCoding(path, "");
+  Settle();
+  workers_.RunAll();
+  PlaySong("c.kar");
+  EXPECT_EQ(Singing().words->coding, "WINDOWS-1251");
+  EXPECT_FALSE(Singing().words->chosen_coding);
 }
 
 TEST_F(SongsTest, ASongFollowsDeckOneToAnotherOutputWhereItIsHeard) {

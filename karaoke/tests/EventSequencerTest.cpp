@@ -30,7 +30,7 @@ class EventSequencerTest : public ::testing::Test {
   void Load(const std::vector<TrackBytes>& tracks, int division = 480) {
     const std::string bytes = FileBytes(tracks, division);
     song_ = ReadSong(bytes);
-    auto sound = SongSound::Open(bytes, song_, synthesisers_, "", kRate);
+    auto sound = SongSound::Open(bytes, song_.syllables, synthesisers_, "", kRate);
     ASSERT_TRUE(sound);
     sound_ = std::move(sound).Value();
     sound_->Voice(0).Begin(0);

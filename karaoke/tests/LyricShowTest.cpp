@@ -30,16 +30,16 @@ class LyricShowTest : public ::testing::Test {
     return show_.Lines()[*frame.current].text.substr(frame.word_begin, frame.word_end - frame.word_begin);
   }
 
-  LyricShow show_{ReadSong(FileBytes({UsualHead().End(), TrackBytes()
-                                                             .Name("Words")
-                                                             .Text(0, "@TSong")
-                                                             .Text(9600, "\\Hel")
-                                                             .Text(480, "lo ")
-                                                             .Text(480, "you")
-                                                             .Text(960, "/Bye")
-                                                             .Text(480, " now")
-                                                             .Text(16'800, "/End")
-                                                             .End()}))};
+  LyricShow show_{ReadLyric(FileBytes({UsualHead().End(), TrackBytes()
+                                                              .Name("Words")
+                                                              .Text(0, "@TSong")
+                                                              .Text(9600, "\\Hel")
+                                                              .Text(480, "lo ")
+                                                              .Text(480, "you")
+                                                              .Text(960, "/Bye")
+                                                              .Text(480, " now")
+                                                              .Text(16'800, "/End")
+                                                              .End()}))};
 };
 
 TEST_F(LyricShowTest, LinesComeAheadAndGoInLongGaps) {
@@ -69,12 +69,12 @@ TEST_F(LyricShowTest, AWordIsSweptSyllableBySyllable) {
 TEST_F(LyricShowTest, WordsWrittenWithoutBlanksAreParted) {
   TrackBytes words = TrackBytes().Name("Words");
   for (int i = 0; i < 3; ++i) words.Text(480, "/Twin-").Text(480, "kle").Text(480, "lit-").Text(480, "tle");
-  const LyricShow parted(ReadSong(FileBytes({UsualHead().End(), words})));
+  const LyricShow parted(ReadLyric(FileBytes({UsualHead().End(), words})));
   EXPECT_EQ(parted.Lines()[2].text, "Twinkle little ");
   EXPECT_EQ(parted.Lines()[2].syllables[3].begin, 11U);
   EXPECT_EQ(parted.At(parted.Lines()[2].syllables[3].at).word_begin, 8U);
   for (int i = 0; i < 12; ++i) words.Text(480, "\xE3\x81\x82\xE3\x82\x8A\xE3\x81\x8C");
-  const LyricShow japanese(ReadSong(FileBytes({UsualHead().End(), words})));
+  const LyricShow japanese(ReadLyric(FileBytes({UsualHead().End(), words})));
   EXPECT_EQ(japanese.Lines()[0].text, "Twin-klelit-tle");
 }
 

@@ -3,6 +3,7 @@
 #include "ui/forms/LyricLookPanel.h"
 
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -11,6 +12,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FontChooser.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/LyricWords.h"
 #include "ui/widgets/ColourButton.h"
 #include "ui/widgets/QtDrawing.h"
 #include "ui/widgets/QuietCombo.h"
@@ -22,10 +24,16 @@ LyricLookPanel::LyricLookPanel(app::Workstation& workstation, const Look& look, 
   Name(*this, QStringLiteral("LyricLook"), look.say(SongWord::LookPart));
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.5);
-  rows->addLayout(MakeColours());
   rows->addLayout(MakeRest());
+  own_ = MakeOwn();
+  rows->addWidget(own_);
   rows->addStretch(1);
+  UseOwn(workstation_.Settings().Text("Karaoke", "Look") == "described");
   ShowNames();
+}
+
+void LyricLookPanel::UseOwn(bool own) {
+  own_->setVisible(own);
 }
 
 QGridLayout* LyricLookPanel::MakeColours() {
@@ -49,9 +57,7 @@ QGridLayout* LyricLookPanel::MakeColours() {
     Name(*button, QLatin1String(field.key), look_.say(field.caption), look_.say(SongWord::LyricColourTip));
     connect(button, &QAbstractButton::clicked, this,
             [this, button, key = std::string(field.key)] { AskForColour(*button, key); });
-    auto* caption = new QLabel(look_.say(field.caption));
-    SetTextColour(*caption, look_.skin.dim);
-    grid->addWidget(caption, place / 2, place % 2 * 2);
+    grid->addWidget(MakeCaption(look_.say(field.caption)), place / 2, place % 2 * 2);
     grid->addWidget(button, place / 2, place % 2 * 2 + 1);
     ++place;
   }
@@ -67,13 +73,21 @@ QPushButton* LyricLookPanel::MakeButton(const char* name, SongWord caption, Song
   return button;
 }
 
-QGridLayout* LyricLookPanel::MakeRest() {
-  const auto& say = look_.say;
-  auto* style = new QuietCombo(look_.skin);
-  style->addItems({say(SongWord::SungSweep), say(SongWord::SungWord)});
-  style->setCurrentIndex(workstation_.Settings().Number("Karaoke", "Style") == 1 ? 1 : 0);
-  Name(*style, QStringLiteral("SungStyle"), say(SongWord::SungStyle), say(SongWord::SungStyleTip));
-  connect(style, &QComboBox::activated, this, [this](int index) { Store("Style", std::to_string(index)); });
+QLabel* LyricLookPanel::MakeCaption(const QString& text) {
+  auto* label = new QLabel(text);
+  SetTextColour(*label, look_.skin.dim);
+  return label;
+}
+
+QuietCombo* LyricLookPanel::MakeChoice(const char* name, const QString& caption, const QString& tip,
+                                       const QStringList& choices) {
+  auto* list = new QuietCombo(look_.skin);
+  list->addItems(choices);
+  Name(*list, QLatin1String(name), caption, tip);
+  return list;
+}
+
+QWidget* LyricLookPanel::MakeOwn() {
   font_ = MakeButton("LyricFont", SongWord::LyricFont, SongWord::LyricFontTip);
   connect(font_, &QPushButton::clicked, this, &LyricLookPanel::AskForFont);
   auto* ball = MakeButton("BouncingBall", SongWord::BouncingBall, SongWord::BouncingBallTip);
@@ -81,6 +95,32 @@ QGridLayout* LyricLookPanel::MakeRest() {
     AskForPicture("BouncingBall", SongWord::BouncingBall, SongWord::BallFiles, QStringLiteral("*.ico *.gif"),
                   QStringLiteral("ico"));
   });
+  auto* line = new QHBoxLayout;
+  SetSpacingEm(*line, 0, 0.35);
+  line->addWidget(MakeCaption(look_.say(SongWord::LyricFont)));
+  line->addWidget(font_, 1);
+  line->addWidget(ball);
+  auto* own = new QWidget;
+  auto* rows = new QVBoxLayout(own);
+  SetSpacingEm(*rows, 0, 0.5);
+  rows->addLayout(MakeColours());
+  rows->addLayout(line);
+  return own;
+}
+
+QGridLayout* LyricLookPanel::MakeRest() {
+  const auto& say = look_.say;
+  QuietCombo* chosen = MakeChoice("LyricLookChoice", say(LyricWord::Look), say(LyricWord::LookTip),
+                                  {say(LyricWord::LookStage), say(LyricWord::LookOwn)});
+  chosen->setCurrentIndex(workstation_.Settings().Text("Karaoke", "Look") == "described" ? 1 : 0);
+  connect(chosen, &QComboBox::activated, this, [this](int index) {
+    UseOwn(index == 1);
+    Store("Look", index == 1 ? "described" : "stage");
+  });
+  QuietCombo* style = MakeChoice("SungStyle", say(SongWord::SungStyle), say(SongWord::SungStyleTip),
+                                 {say(SongWord::SungSweep), say(SongWord::SungWord)});
+  style->setCurrentIndex(workstation_.Settings().Number("Karaoke", "Style") == 1 ? 1 : 0);
+  connect(style, &QComboBox::activated, this, [this](int index) { Store("Style", std::to_string(index)); });
   auto* picture = MakeButton("BackPicture", SongWord::BackPicture, SongWord::BackPictureTip);
   connect(picture, &QPushButton::clicked, this, [this] {
     AskForPicture("Picture", SongWord::BackPicture, SongWord::PictureFiles,
@@ -88,18 +128,13 @@ QGridLayout* LyricLookPanel::MakeRest() {
   });
   no_picture_ = MakeButton("NoPicture", SongWord::PictureNone, SongWord::PictureNoneTip);
   connect(no_picture_, &QPushButton::clicked, this, [this] { Store("Picture", ""); });
-  const auto caption = [this](SongWord word) {
-    auto* label = new QLabel(look_.say(word));
-    SetTextColour(*label, look_.skin.dim);
-    return label;
-  };
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.35);
-  grid->addWidget(caption(SongWord::SungStyle), 0, 0);
-  grid->addWidget(style, 0, 1, 1, 2);
-  grid->addWidget(caption(SongWord::LyricFont), 1, 0);
-  grid->addWidget(font_, 1, 1, 1, 2);
-  grid->addWidget(ball, 2, 0);
+  grid->addWidget(MakeCaption(say(LyricWord::Look)), 0, 0);
+  grid->addWidget(chosen, 0, 1, 1, 2);
+  grid->addWidget(MakeCaption(say(SongWord::SungStyle)), 1, 0);
+  grid->addWidget(style, 1, 1, 1, 2);
+  grid->addWidget(MakeCaption(say(SongWord::BackGround)), 2, 0);
   grid->addWidget(picture, 2, 1);
   grid->addWidget(no_picture_, 2, 2);
   grid->setColumnStretch(1, 1);
@@ -132,7 +167,7 @@ void LyricLookPanel::AskForColour(ColourButton& button, const std::string& key) 
 
 void LyricLookPanel::AskForFont() {
   delete dialog_;
-  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::Display);
+  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::SettingsPage);
   auto* chooser =
       new FontChooser({Decode(present.font_name), present.font_bold, present.font_italic}, look_, this);
   connect(chooser, &FontChooser::Chosen, this, [this](const FontChooser::Choice& choice) {

@@ -13,13 +13,16 @@
 
 class QDialog;
 class QGridLayout;
+class QLabel;
 class QPushButton;
 
 namespace ui {
 
 class ColourButton;
+class QuietCombo;
 
-/// How the words look: colours, font, ball, background. Each choice is stored at once.
+/// How the words look: ready for the stage, or with colours, font and ball of one's own; how they are sung,
+/// and what is behind them. Each choice is stored at once.
 class LyricLookPanel final : public QWidget {
   Q_OBJECT
 
@@ -31,7 +34,12 @@ class LyricLookPanel final : public QWidget {
 
  private:
   [[nodiscard]] QGridLayout* MakeColours();
+  [[nodiscard]] QWidget* MakeOwn();
   [[nodiscard]] QGridLayout* MakeRest();
+  QuietCombo* MakeChoice(const char* name, const QString& caption, const QString& tip,
+                         const QStringList& choices);
+  QLabel* MakeCaption(const QString& text);
+  void UseOwn(bool own);
   QPushButton* MakeButton(const char* name, SongWord caption, SongWord tip);
   void AskForColour(ColourButton& button, const std::string& key);
   void AskForFont();
@@ -42,6 +50,7 @@ class LyricLookPanel final : public QWidget {
 
   app::Workstation& workstation_;
   Look look_;
+  QWidget* own_ = nullptr;  ///< what acts on a look of one's own alone
   QPushButton* font_ = nullptr;
   QPushButton* no_picture_ = nullptr;
   QPointer<QDialog> dialog_;

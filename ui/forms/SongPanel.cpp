@@ -13,6 +13,8 @@
 #include "ui/models/SceneLooks.h"
 #include "ui/models/TimeText.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/LyricCoding.h"
+#include "ui/strings/LyricWords.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
@@ -37,7 +39,8 @@ QString SignedText(int value) {
 
 QString SongTitle(const app::SongView& view) {
   if (view.words == nullptr) return {};
-  const QString title = Decode(view.words->title), artist = Decode(view.words->artist);
+  const QString title = DecodeLyric(view.words->title, view.words->coding);
+  const QString artist = DecodeLyric(view.words->artist, view.words->coding);
   if (title.isEmpty()) return Decode(std::filesystem::path(view.filename).filename().string());
   return artist.isEmpty() ? title : QStringLiteral("%1 – %2").arg(artist, title);
 }
@@ -157,12 +160,17 @@ QWidget* SongPanel::MakeSong() {
   moved(key_, [&songs](int value) { songs.SetKey(value); });
   moved(tempo_, [&songs](int value) { songs.SetTempo(value); });
   moved(melody_, [&songs](int value) { songs.SetMelody(value); });
-  screen_ = MakeList(*grid, "SingersScreen", SongWord::Screen, SongWord::ScreenTip);
+  screen_ = MakeList(*grid, "SingersScreen", look_.say(SongWord::Screen), look_.say(SongWord::ScreenTip));
   connect(screen_, &QComboBox::activated, this,
           [this] { singers_.ShowOn(screen_->currentData().toString()); });
-  soundfont_ = MakeList(*grid, "Soundfont", SongWord::Soundfont, SongWord::SoundfontTip);
+  soundfont_ =
+      MakeList(*grid, "Soundfont", look_.say(SongWord::Soundfont), look_.say(SongWord::SoundfontTip));
   connect(soundfont_, &QComboBox::activated, this, [this] {
     workstation_.Songs().SetSoundfont(soundfont_->currentData().toByteArray().toStdString());
+  });
+  coding_ = MakeList(*grid, "SongCoding", look_.say(LyricWord::Coding), look_.say(LyricWord::CodingTip));
+  connect(coding_, &QComboBox::activated, this, [this] {
+    workstation_.Songs().SetCoding(file_, coding_->currentData().toByteArray().toStdString());
   });
   grid->setColumnStretch(1, 1);
   auto* part = new QWidget;
@@ -190,12 +198,13 @@ SongPanel::Level SongPanel::MakeLevel(QGridLayout& grid, const char* name, SongW
   return level;
 }
 
-QuietCombo* SongPanel::MakeList(QGridLayout& grid, const char* name, SongWord caption, SongWord tip) {
+QuietCombo* SongPanel::MakeList(QGridLayout& grid, const char* name, const QString& caption,
+                                const QString& tip) {
   const int row = grid.rowCount();
-  auto* label = new QLabel(look_.say(caption));
+  auto* label = new QLabel(caption);
   SetTextColour(*label, look_.skin.dim);
   auto* list = new QuietCombo(look_.skin);
-  Name(*list, QLatin1String(name), look_.say(caption), look_.say(tip));
+  Name(*list, QLatin1String(name), caption, tip);
   grid.addWidget(label, row, 0);
   grid.addWidget(list, row, 1, 1, 2);
   return list;
@@ -240,6 +249,30 @@ void SongPanel::FillSoundfonts() {
   soundfont_->setCurrentIndex(std::max(0, soundfont_->findData(chosen)));
 }
 
+/// The code pages that the song's words can be read in; the first line is what was guessed.
+void SongPanel::ShowCoding(const app::SongView& view) {
+  if (view.words == coded_) return;
+  coded_ = view.words;
+  coding_->clear();
+  const bool has_words = coded_ != nullptr && !coded_->show.Lines().empty();
+  coding_->setEnabled(has_words);
+  if (!has_words) return;
+  const auto& say = look_.say;
+  const std::string& guessed = coded_->guessed_coding;
+  QString found = guessed.empty() ? say(LyricWord::Western) : QString::fromStdString(guessed);
+  for (const CodingChoice& choice : CodingChoices()) {
+    if (guessed == choice.coding) found = say(choice.letters);
+  }
+  coding_->addItem(say(LyricWord::CodingGuessed).arg(found), QByteArray());
+  for (const CodingChoice& choice : CodingChoices()) {
+    const QString name = QString::fromLatin1(choice.coding);
+    coding_->addItem(say(LyricWord::CodingOf).arg(say(choice.letters), name), name.toLatin1());
+  }
+  if (!coded_->chosen_coding) return;
+  const std::string chosen = coded_->coding.empty() ? app::kWesternCoding : coded_->coding;
+  coding_->setCurrentIndex(std::max(0, coding_->findData(QByteArray::fromStdString(chosen))));
+}
+
 void SongPanel::UseLook() {
   const SceneLook look = ReadSceneLook(workstation_);
   words_->SetLook(look);
@@ -254,6 +287,8 @@ void SongPanel::PlayOrPause() {
 void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
   now_ = now;
   state_ = view.state;
+  file_ = view.filename;
+  ShowCoding(view);
   words_->Show(view, now);
   const bool loaded = view.words != nullptr;
   const bool plays = view.state == SongState::Playing;
@@ -284,8 +319,9 @@ void SongPanel::ShowLevels(const app::SongView& view, support::TimePoint now) {
   ShowLevel(tempo_, static_cast<int>(std::lround(view.percent)), now);
   ShowLevel(melody_, view.melody, now);
   const bool loaded = view.words != nullptr;
-  key_.fader->setEnabled(loaded);
-  tempo_.fader->setEnabled(loaded);
+  const bool wished_for = loaded || !view.coming.empty();
+  key_.fader->setEnabled(wished_for);
+  tempo_.fader->setEnabled(wished_for);
   melody_.fader->setEnabled(!loaded || view.has_melody);
   ShowValues();
 }

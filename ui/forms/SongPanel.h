@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <memory>
 #include <string>
 
 #include "app/Workstation.h"
@@ -53,10 +54,11 @@ class SongPanel final : public Surface {
   [[nodiscard]] QWidget* MakeSong();
   [[nodiscard]] QHBoxLayout* MakeHead();
   Level MakeLevel(QGridLayout& grid, const char* name, SongWord caption, SongWord tip);
-  QuietCombo* MakeList(QGridLayout& grid, const char* name, SongWord caption, SongWord tip);
+  QuietCombo* MakeList(QGridLayout& grid, const char* name, const QString& caption, const QString& tip);
   void ShowPart(int part);
   void FillScreens();
   void FillSoundfonts();
+  void ShowCoding(const app::SongView& view);
   void ShowLevels(const app::SongView& view, support::TimePoint now);
   void ShowLevel(Level& level, int value, support::TimePoint now);
   void ShowValues();
@@ -78,9 +80,12 @@ class SongPanel final : public Surface {
   Level volume_{}, key_{}, tempo_{}, melody_{};
   QuietCombo* screen_ = nullptr;
   QuietCombo* soundfont_ = nullptr;
+  QuietCombo* coding_ = nullptr;
+  std::shared_ptr<const app::SongWords> coded_;  ///< that the list of codings is about
   LyricLookPanel* appearance_ = nullptr;
   std::size_t shown_soundfonts_ = 0;
   std::uint64_t shown_failures_ = 0;
+  std::string file_;  ///< of the song that is there
   app::SongView::State state_ = app::SongView::State::Empty;
   support::TimePoint now_{};
 };

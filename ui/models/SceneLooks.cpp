@@ -36,17 +36,17 @@ SceneLook ReadSceneLook(app::Workstation& workstation) {
 }
 
 std::shared_ptr<const app::SongWords> SampleWords(const QString& line, const QString& next) {
-  karaoke::Song song;
+  karaoke::Lyric lyric;
   std::chrono::milliseconds at(5000);
+  int number = 0;
   for (const QString& text : {line, next}) {
-    const int number = static_cast<int>(song.lines.size());
-    song.lines.push_back(text.toStdString());
     for (const QString& word : text.split(QLatin1Char(' '))) {
-      song.syllables.push_back({at, number, (word + QLatin1Char(' ')).toStdString()});
+      lyric.syllables.push_back({at, number, (word + QLatin1Char(' ')).toStdString()});
       at += std::chrono::milliseconds(500);
     }
+    ++number;
   }
-  return std::make_shared<const app::SongWords>(app::SongWords{"", "", karaoke::LyricShow(song)});
+  return std::make_shared<const app::SongWords>(app::SongWords{"", "", karaoke::LyricShow(lyric)});
 }
 
 }  // namespace ui

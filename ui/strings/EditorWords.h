@@ -9,7 +9,7 @@
 namespace ui {
 
 /// Numbers of what is said about the show editor, 2330 to 2399, and about the fixture editor and what both
-/// have, 2900 to 2999.
+/// have, 2900 to 2978.
 enum class EditorWord : int {
   // Show editor
   ShowEditor = 2330,

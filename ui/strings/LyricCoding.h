@@ -3,20 +3,24 @@
 #pragma once
 
 #include <QString>
-#include <span>
+#include <string>
 #include <string_view>
+#include <vector>
+
+#include "ui/strings/LyricWords.h"
 
 namespace ui {
 
-/// How a song's words are written down; its file does not say.
-enum class LyricCoding {
-  Western,  ///< UTF-8, else Windows-1252
-  ShiftJis  ///< UTF-8, else Shift-JIS
+/// A song's bytes as text: valid UTF-8 as such, anything else in the song's code page. coding: as iconv calls
+/// it; empty, or one that is not known here: Windows-1252.
+[[nodiscard]] QString DecodeLyric(std::string_view bytes, const std::string& coding);
+
+/// A code page that can be chosen.
+struct CodingChoice {
+  const char* coding;
+  LyricWord letters;  ///< what is written in it
 };
-
-/// Told from all texts of a song together: Shift-JIS where what is no UTF-8 has kana in it.
-[[nodiscard]] LyricCoding CodingOf(std::span<const std::string_view> texts);
-
-[[nodiscard]] QString DecodeLyric(std::string_view bytes, LyricCoding coding);
+/// Those that this system can read.
+[[nodiscard]] const std::vector<CodingChoice>& CodingChoices();
 
 }  // namespace ui

@@ -9,6 +9,7 @@
 #include "ui/strings/EditorWords.h"
 #include "ui/strings/FileWords.h"
 #include "ui/strings/ListWords.h"
+#include "ui/strings/LyricWords.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/strings/ScanWords.h"
 #include "ui/strings/SongWords.h"
@@ -308,8 +309,8 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 10> Strings::Tables() {
-  return {kRows,        BankWords(), ToolWords(),    ListWords(),   ScanWords(),
+std::array<std::span<const Strings::Row>, 11> Strings::Tables() {
+  return {kRows,        BankWords(), LyricWords(),   ToolWords(),   ListWords(), ScanWords(),
           OrganWords(), SongWords(), ConsoleWords(), EditorWords(), FileWords()};
 }
 

@@ -43,6 +43,7 @@ int CountIn(const QImage& image, const QColor& colour) {
 class KaraokeTest : public Booth {
  protected:
   void OpenBooth(QSize size = {1366, 768}) {
+    settings.Set("TLVG", "Karaoke", "Look", look);
     TrackBytes track = karaoke::testing::UsualHead().Name("Words").Text(0, "@TCounting").Text(0, "@TAnna");
     const char* words[] = {"/one ", "two ", "three ", "four", "/five ", "six ", "seven ", "eight"};
     for (int i = 0; i < 8; ++i) track.Text(i == 0 ? 4800 : 480, words[i]);
@@ -89,6 +90,7 @@ class KaraokeTest : public Booth {
   }
 
   support::testing::TemporaryFolder songs;
+  std::string look = "described";
 };
 
 const QColor kBlue(0, 0, 255), kRed(255, 0, 0), kGreen(0, 255, 0);
@@ -301,6 +303,52 @@ TEST_F(KaraokeTest, TheTwoReadersOfTheBackgroundKeepTheirOwnDefaults) {
   OpenBooth();
   EXPECT_EQ(Find<ColourButton>("BackGround").Colour(), QColor(Qt::white));
   EXPECT_EQ(Words().grab().toImage().pixelColor(2, 2), QColor(Qt::black));
+}
+
+TEST_F(KaraokeTest, TheStagesLookIsThereUntilOneOfTheUsersOwnIsChosen) {
+  look = "";
+  OpenBooth();
+  PlayRow(1);
+  SeekTo(5600ms);
+  const karaoke::LyricLook stage = karaoke::StageLook();
+  const auto seen = [&](karaoke::Colour colour) { return Count(Words(), ColourOf(colour)); };
+  for (const karaoke::Colour colour : stage.fill) EXPECT_GT(seen(colour), 50);
+  EXPECT_EQ(seen(0xFF0000) + seen(0x0000FF) + seen(0x00FF00), 0);
+  Click("SongPart2");
+  EXPECT_FALSE(Find<QWidget>("CurrentText").isVisible()) << "it acts on the other look";
+  Choose("LyricLookChoice", 1);
+  EXPECT_EQ(Stored("Look"), "described");
+  EXPECT_TRUE(Find<QWidget>("CurrentText").isVisible());
+  EXPECT_GT(Count(Words(), kBlue), 50);
+  EXPECT_EQ(seen(stage.fill[0]), 0);
+  Choose("LyricLookChoice", 0);
+  EXPECT_EQ(Stored("Look"), "stage");
+  EXPECT_GT(seen(stage.fill[0]), 50);
+}
+
+TEST_F(KaraokeTest, TheLettersOfASongAreChosenAndItsTitleIsReadInThemToo) {
+  OpenBooth();
+  const std::string path = (songs.Path() / "c.kar").string();
+  const std::string title = "\xcf\xee\xe4";  // three letters of Cyrillic
+  std::ofstream(path, std::ios::binary) << karaoke::testing::FileBytes(
+      {karaoke::testing::UsualHead().Name("Words").Text(480, title).End(9600)});
+  const std::string_view cells[] = {"", title, "", "", "00:10", path};
+  station->Karaoke().AddRow(cells);
+  Settle();
+  PlayRow(3);
+  EXPECT_EQ(Find<ElidedLabel>("SongTitle").text(), QStringLiteral("Ïîä"));
+  auto& list = Find<QComboBox>("SongCoding");
+  EXPECT_EQ(list.currentIndex(), 0);
+  Choose("SongCoding", list.findData(QByteArray("windows-1251")));
+  EXPECT_EQ(Find<ElidedLabel>("SongTitle").text(), QStringLiteral("Под"));
+  EXPECT_EQ(list.currentData().toByteArray(), QByteArray("windows-1251"));
+  Choose("SongCoding", 0);
+  EXPECT_EQ(Find<ElidedLabel>("SongTitle").text(), QStringLiteral("Ïîä"));
+  EXPECT_EQ(Singing().state, Song::Playing);
+  std::ofstream(path, std::ios::binary)
+      << karaoke::testing::FileBytes({karaoke::testing::UsualHead().Event(480, {0x90, 60, 1}).End()});
+  PlayRow(3);
+  EXPECT_FALSE(list.isEnabled()) << "there is nothing to read";
 }
 
 TEST_F(KaraokeTest, ALookIsShownOnSampleWordsWhileNothingPlays) {

@@ -6,6 +6,7 @@
 
 #include <vector>
 
+#include "ui/strings/LyricCoding.h"
 #include "ui/widgets/LyricScene.h"
 
 namespace ui {
@@ -26,7 +27,7 @@ karaoke::ShownLine LineOf(const std::string& text) {
 }
 
 LyricLine Placed(const std::string& text) {
-  return {LineOf(text), LyricCoding::Western, {"DejaVu Sans", 30, true, false}, kCanvas, 0.33};
+  return {LineOf(text), "", {"DejaVu Sans", 30, true, false}, kCanvas, 0.33};
 }
 
 std::string Repeated(const std::string& text, int times) {
@@ -104,21 +105,30 @@ TEST(LyricLineTest, AWordIsFoundByItsBytes) {
   EXPECT_GT(spans[0].first, line.Rows()[0].width * 0.3);
 }
 
-TEST(LyricCodingTest, ShiftJisIsToldByItsKana) {
+TEST(LyricLineTest, AWordIsFoundByItsBytesInEveryCodePage) {
+  const karaoke::ShownLine words = LineOf("\x82\xa0\x82\xe8 \x82\xaa\x82\xc6\x82\xa4");
+  const LyricLine line(words, "Shift_JIS", {"DejaVu Sans", 30, true, false}, kCanvas, 0.33);
+  EXPECT_EQ(line.Rows().front().text, QString::fromUtf8("あり がとう"));
+  EXPECT_LT(line.MiddleOf(0).x, line.MiddleOf(1).x);
+  EXPECT_NEAR(line.WordOf(0, 5, 11)[0].second, line.Rows()[0].width, 1);
+}
+
+TEST(LyricCodingTest, BytesAreReadInTheSongsLetters) {
   const struct {
-    std::vector<std::string_view> texts;
-    LyricCoding coding;
-  } kSongs[] = {{{"plain", "words"}, LyricCoding::Western},
-                {{"\x82\xa0\x82\xe8\x82\xaa\x82\xc6\x82\xa4"}, LyricCoding::ShiftJis},
-                {{"love", "\x90\xa2\x8a\x45\x82\xcc"}, LyricCoding::ShiftJis},
-                {{"Caf\xe9 au lait", "\xc0 la carte"}, LyricCoding::Western},
-                {{"Stra\xdf"
-                  "e"},
-                 LyricCoding::Western},
-                {{"ありがとう"}, LyricCoding::Western},
-                {{"\x82"}, LyricCoding::Western}};
-  for (const auto& song : kSongs) EXPECT_EQ(CodingOf(song.texts), song.coding) << song.texts.front();
-  EXPECT_EQ(DecodeLyric("\x82\xa0\x82\xe8", LyricCoding::ShiftJis), QString::fromUtf8("あり"));
+    const char* bytes;
+    const char* coding;
+    const char* text;
+  } rows[] = {{"\x82\xa0\x82\xe8", "Shift_JIS", "あり"},
+              {"\xcf\xee\xe4", "windows-1251", "Под"},
+              {"\xcf\xee\xe4", "WINDOWS-1251", "Под"},
+              {"\xf9\xec", "windows-1255", "של"},
+              {"caf\xe9", "", "café"},
+              {"caf\xe9", "windows-1252", "café"},
+              {"caf\xe9", "no such thing", "café"},
+              {"ありがとう", "Shift_JIS", "ありがとう"}};
+  for (const auto& row : rows) {
+    EXPECT_EQ(DecodeLyric(row.bytes, row.coding), QString::fromUtf8(row.text)) << row.coding;
+  }
 }
 
 }  // namespace

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "ui/strings/LyricCoding.h"
 #include "ui/widgets/QtDrawing.h"
 #include "ui/widgets/TextShape.h"
 
@@ -56,9 +57,12 @@ LyricCanvas::LyricCanvas(QSize size) : pixels(size) {
   height = size.height() / scale;
 }
 
-LyricLine::LyricLine(const karaoke::ShownLine& line, LyricCoding coding, karaoke::FontObject font,
+LyricLine::LyricLine(const karaoke::ShownLine& line, std::string coding, karaoke::FontObject font,
                      const LyricCanvas& canvas, double share)
-    : bytes_(line.text), coding_(coding), text_(DecodeLyric(line.text, coding)), font_(std::move(font)) {
+    : bytes_(line.text),
+      coding_(std::move(coding)),
+      text_(DecodeLyric(line.text, coding_)),
+      font_(std::move(font)) {
   for (const karaoke::ShownSyllable& syllable : line.syllables) {
     const int begin = LetterAt(syllable.begin);
     syllables_.push_back({begin, std::max(LetterAt(syllable.end), begin)});

@@ -10,7 +10,6 @@
 
 #include "karaoke/LyricPainter.h"
 #include "karaoke/LyricShow.h"
-#include "ui/strings/LyricCoding.h"
 
 namespace ui {
 
@@ -45,8 +44,9 @@ struct LyricRow {
 class LyricLine {
  public:
   LyricLine() = default;
-  /// points: of the letters. share: how much of the canvas's height its rows may take.
-  LyricLine(const karaoke::ShownLine& line, LyricCoding coding, karaoke::FontObject font,
+  /// coding: of the line's bytes, as DecodeLyric takes it. points: of the letters. share: how much of the
+  /// canvas's height its rows may take.
+  LyricLine(const karaoke::ShownLine& line, std::string coding, karaoke::FontObject font,
             const LyricCanvas& canvas, double share);
 
   [[nodiscard]] const std::vector<LyricRow>& Rows() const { return rows_; }
@@ -79,7 +79,7 @@ class LyricLine {
   [[nodiscard]] std::pair<double, double> Edges(const LyricRow& row, Letters letters) const;
 
   std::string bytes_;
-  LyricCoding coding_ = LyricCoding::Western;
+  std::string coding_;
   QString text_;
   std::vector<Letters> syllables_;
   karaoke::FontObject font_;

@@ -29,6 +29,9 @@ constexpr double kJump = 0.75;  ///< of a row's height
 
 constexpr int kLinesAhead = 3;
 
+constexpr QColor kCurtainTop(0x3A, 0x1A, 0x26);
+constexpr QColor kVeil(0x0B, 0x05, 0x08, 150);
+
 karaoke::ShownLine CardLine(const std::string& text) {
   karaoke::ShownLine line;
   line.text = text;
@@ -62,10 +65,6 @@ void LyricScene::SetWords(std::shared_ptr<const app::SongWords> words) {
   if (words == words_) return;
   words_ = std::move(words);
   Forget();
-  if (words_ == nullptr) return;
-  std::vector<std::string_view> texts{words_->title, words_->artist};
-  for (const karaoke::ShownLine& line : words_->show.Lines()) texts.push_back(line.text);
-  coding_ = CodingOf(texts);
 }
 
 std::function<LyricScene::Drawn()> LyricScene::Maker(const Key& key) const {
@@ -80,7 +79,7 @@ std::function<LyricScene::Drawn()> LyricScene::Maker(const Key& key) const {
   const karaoke::FontObject font{look_.lyric.font_name,
                                  static_cast<float>(canvas_.height * share * kPointsAUnit),
                                  look_.lyric.font_bold, look_.lyric.font_italic};
-  return [line = std::move(line), coding = coding_, font, role = key.role, look = look_.lyric,
+  return [line = std::move(line), coding = words_->coding, font, role = key.role, look = look_.lyric,
           canvas = canvas_, display = display_, palette = QGuiApplication::palette()] {
     Drawn drawn{std::make_shared<const LyricLine>(line, coding, font, canvas, kMostOfHeight), {}};
     drawn.rows = DrawRows(*drawn.line, role, display, look, canvas, palette);
@@ -181,19 +180,31 @@ QColor LyricScene::Ground() const {
 }
 
 void LyricScene::PaintBackground(QPainter& painter) {
-  if (look_.picture.isNull()) {
+  if (look_.picture.isNull() && !look_.lyric.stage) {
     return painter.fillRect(QRect(QPoint(0, 0), canvas_.pixels), Ground());
   }
-  if (background_.isNull()) {
-    background_ = QImage(canvas_.pixels, QImage::Format_RGB32);
-    background_.fill(Ground());
-    const QImage scaled =
-        look_.picture.scaled(canvas_.pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
-    QPainter filler(&background_);
-    filler.drawImage((canvas_.pixels.width() - scaled.width()) / 2,
-                     (canvas_.pixels.height() - scaled.height()) / 2, scaled);
-  }
+  if (background_.isNull()) background_ = MakeBackground();
   painter.drawImage(0, 0, background_);
+}
+
+QImage LyricScene::MakeBackground() const {
+  QImage made(canvas_.pixels, QImage::Format_RGB32);
+  made.fill(Ground());
+  QPainter filler(&made);
+  const QRect whole(QPoint(0, 0), canvas_.pixels);
+  if (look_.lyric.stage && look_.picture.isNull()) {
+    QLinearGradient curtain(0, 0, 0, whole.height());
+    curtain.setColorAt(0, kCurtainTop);
+    curtain.setColorAt(1, Ground());
+    filler.fillRect(whole, curtain);
+  }
+  if (look_.picture.isNull()) return made;
+  const QImage scaled =
+      look_.picture.scaled(canvas_.pixels, Qt::KeepAspectRatioByExpanding, Qt::SmoothTransformation);
+  filler.drawImage((whole.width() - scaled.width()) / 2, (whole.height() - scaled.height()) / 2, scaled);
+  // A bright picture must not take the words away.
+  if (look_.lyric.stage) filler.fillRect(whole, kVeil);
+  return made;
 }
 
 void LyricScene::PaintTitle(QPainter& painter) {

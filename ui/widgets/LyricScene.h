@@ -80,6 +80,7 @@ class LyricScene {
   [[nodiscard]] const Drawn& Get(const Key& key);
   [[nodiscard]] std::vector<Key> Wanted(std::chrono::microseconds time) const;
   void PaintBackground(QPainter& painter);
+  [[nodiscard]] QImage MakeBackground() const;
   void PaintTitle(QPainter& painter);
   void PaintPlain(QPainter& painter, const Key& key);
   void PaintSung(QPainter& painter, const karaoke::LyricFrame& frame);
@@ -95,11 +96,10 @@ class LyricScene {
   SceneLook look_;
   LyricCanvas canvas_{QSize(0, 0)};
   std::shared_ptr<const app::SongWords> words_;  // with the desk
-  LyricCoding coding_ = LyricCoding::Western;
   std::uint64_t generation_ = 0;
   std::map<Key, Drawn> drawn_;
   int drawn_late_ = 0;
-  QImage background_;  ///< the picture in the display's size
+  QImage background_;  ///< what is behind the words, in the display's size; null where it is one colour
   QImage ball_;        ///< the same of the ball
 };
 
