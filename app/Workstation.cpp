@@ -210,33 +210,28 @@ void Workstation::SetMainVolume(int main_volume) {
 
 void Workstation::Parts::KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
                                       const catalogue::FileMarks& marks) {
-  FillRows(filename, analysis, marks, [this] { index.Save(catalogue); });
+  if (FillRows(filename, analysis, marks)) index.Save(catalogue);
 }
 
 void Workstation::Parts::KeepBatch(const std::string& filename, const music::TrackAnalysis& analysis,
                                    const catalogue::FileMarks& marks) {
-  FillRows(filename, analysis, marks, [this] {
-    batch_filled = batch_unsorted = true;
-    // Nothing saves it any more where the row was found after the last file.
-    if (batch.Progress().state == BatchProgress::State::Idle) SaveBatch();
-  });
+  if (FillRows(filename, analysis, marks)) batch_filled = batch_unsorted = true;
 }
 
 void Workstation::Parts::SaveBatch() {
   if (std::exchange(batch_filled, false)) index.Save(catalogue);
 }
 
-void Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
-                                  const catalogue::FileMarks& marks, const std::function<void()>& filled) {
-  for (std::size_t i = 0; i < playlists.size(); ++i) {
-    playlist_rows[i].All(filename, [this, i, analysis, marks](const std::vector<int>& rows) {
-      for (const int row : rows) FillIn(playlists[i], row, analysis, marks);
-    });
+bool Workstation::Parts::FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                                  const catalogue::FileMarks& marks) {
+  for (catalogue::track_table& playlist : playlists) {
+    for (const int row : playlist.RowsOf(filename)) FillIn(playlist, row, analysis, marks);
   }
-  catalogue_rows.One(filename, [this, filename, analysis, marks, filled](int row) {
-    if (FillIn(catalogue, row, analysis, marks)) filled();
-    WriteTag(filename, row);
-  });
+  const std::vector<int> rows = catalogue.RowsOf(filename);
+  bool filled = false;
+  for (const int row : rows) filled = FillIn(catalogue, row, analysis, marks) || filled;
+  WriteTag(filename, rows.empty() ? 0 : rows.front());
+  return filled;
 }
 
 void Workstation::QueryGain(int deck, GainShown done) {

@@ -14,7 +14,6 @@
 #include "app/files/BatchDesk.h"
 #include "app/files/FileIntake.h"
 #include "app/files/FileRemoval.h"
-#include "app/files/FileRows.h"
 #include "app/files/IndexKeeper.h"
 #include "app/files/KaraokeSongReader.h"
 #include "app/files/MissingFiles.h"
@@ -55,8 +54,6 @@ struct Workstation::Parts {
         scratch(folder.Native(catalogue::kTagScratch)),
         tags({outside.tags, outside.tag_writer, outside.side_store, outside.files, folder.Native(kTagList)},
              outside.workers, keeping, Complainer()),
-        catalogue_rows(catalogue, catalogue::track::kFilename, outside.workers, gate, window),
-        playlist_rows{RowsOfPlaylist(0), RowsOfPlaylist(1), RowsOfPlaylist(2)},
         missing({Idle(), outside.workers, outside.clock}, gate, window, FileTables(),
                 [this](std::size_t count, const std::string& first) {
                   Teller()(say(support::Sentence::FilesMissing, {std::to_string(count), first}));
@@ -142,9 +139,6 @@ struct Workstation::Parts {
   /// The index of the list, where it has one.
   void SaveList(ListId list);
   void TellOfOldOrder(const IntakeOutcome& outcome);
-  [[nodiscard]] FileRows RowsOfPlaylist(std::size_t which) {
-    return {playlists[which], catalogue::track::kFilename, ports.workers, gate, window};
-  }
 
   /// What a worker found out about a deck's file goes into its rows, on the window's thread.
   void KeepAnalysis(const std::string& filename, const music::TrackAnalysis& analysis,
@@ -154,9 +148,9 @@ struct Workstation::Parts {
   void KeepBatch(const std::string& filename, const music::TrackAnalysis& analysis,
                  const catalogue::FileMarks& marks);
   void SaveBatch();
-  /// And writes the tag. filled: a row of the catalogue says more now.
-  void FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
-                const catalogue::FileMarks& marks, const std::function<void()>& filled);
+  /// And writes the tag. True when a row of the catalogue says more now.
+  [[nodiscard]] bool FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
+                              const catalogue::FileMarks& marks);
 
   /// Brings a sentence to the status line, from any thread.
   std::function<void(std::string)> Teller() {
@@ -273,8 +267,6 @@ struct Workstation::Parts {
   catalogue::TagScratch scratch;
   TagDesk tags;
   KaraokeSongReader song_reader;
-  FileRows catalogue_rows;
-  std::array<FileRows, kPlaylists> playlist_rows;
   MissingFiles missing;
   catalogue::PlainFolders plain_folders;
   FileIntake intake;

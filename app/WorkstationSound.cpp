@@ -117,16 +117,13 @@ void Workstation::Parts::StoreMixPoint(const std::string& filename, MixPoint whi
   namespace track = catalogue::track;
   const int column = which == MixPoint::Start ? track::kStartMixPoint : track::kEndMixPoint;
   const std::string text = SecondsText(place);
-  for (std::size_t i = 0; i < playlists.size(); ++i) {
-    playlist_rows[i].All(filename, [this, i, column, text](const std::vector<int>& rows) {
-      for (const int row : rows) playlists[i].SetCell(row, column, text);
-    });
+  for (catalogue::track_table& playlist : playlists) {
+    for (const int row : playlist.RowsOf(filename)) playlist.SetCell(row, column, text);
   }
-  catalogue_rows.All(filename, [this, filename, column, text](const std::vector<int>& rows) {
-    for (const int row : rows) catalogue.SetCell(row, column, text);
-    if (!rows.empty()) index.Save(catalogue);
-    WriteTag(filename, rows.empty() ? 0 : rows.front());
-  });
+  const std::vector<int> rows = catalogue.RowsOf(filename);
+  for (const int row : rows) catalogue.SetCell(row, column, text);
+  if (!rows.empty()) index.Save(catalogue);
+  WriteTag(filename, rows.empty() ? 0 : rows.front());
 }
 
 void Workstation::Parts::WriteTag(const std::string& filename, int row) {

@@ -21,21 +21,22 @@ std::vector<int> InTheirOrder(std::vector<int> rows, int last) {
 int AppendRows(track_table& to, const track_table& from, std::span<const int> rows) {
   int appended = 0;
   const int last = from.Rows();
-  for (const int row : rows) {
-    if (row < 1 || row > last) continue;
-    to.AppendFrom(from, row);
-    ++appended;
+  for (std::size_t first = 0; first < rows.size();) {
+    std::size_t end = first + 1;
+    while (end < rows.size() && rows[end] == rows[end - 1] + 1) ++end;
+    const int begin = std::max(rows[first], 1), behind = std::min(rows[end - 1], last) + 1;
+    if (begin < behind) {
+      to.AppendRows(from, begin, behind - begin);
+      appended += behind - begin;
+    }
+    first = end;
   }
   return appended;
 }
 
 int RemoveRows(track_table& table, std::vector<int> rows) {
   rows = InTheirOrder(std::move(rows), table.Rows());
-  if (rows.size() == 1) {
-    table.RemoveRow(rows.front());
-  } else {
-    table.RemoveRows(rows);
-  }
+  table.RemoveRows(rows);
   return static_cast<int>(rows.size());
 }
 
@@ -59,17 +60,15 @@ int MoveRows(track_table& table, std::vector<int> rows, int before) {
   rows = InTheirOrder(std::move(rows), table.Rows());
   if (rows.empty()) return 0;
   before = std::clamp(before, 1, table.Rows() + 1);
-  const track_table old = table;
+  track_table moved(table.Columns()), rest = table;
+  AppendRows(moved, table, rows);
+  rest.RemoveRows(rows);
+  const auto ahead = static_cast<int>(std::lower_bound(rows.begin(), rows.end(), before) - rows.begin());
+  const int first = before - ahead;
   table.Clear();
-  const auto append = [&](int first, int end) {
-    for (int row = first; row < end; ++row) {
-      if (!std::binary_search(rows.begin(), rows.end(), row)) table.AppendFrom(old, row);
-    }
-  };
-  append(1, before);
-  const int first = table.Rows() + 1;
-  AppendRows(table, old, rows);
-  append(before, old.Rows() + 1);
+  table.AppendRows(rest, 1, first - 1);
+  table.AppendRows(moved, 1, moved.Rows());
+  table.AppendRows(rest, first, rest.Rows());
   return first;
 }
 

@@ -3,6 +3,7 @@
 #include "catalogue/SearchIndex.h"
 
 #include <algorithm>
+#include <bit>
 #include <utility>
 
 #include "catalogue/FoldText.h"
@@ -18,6 +19,30 @@ constexpr std::size_t kFileField = 5;
 std::string_view NameOfFile(std::string_view path) {
   const std::size_t separator = path.find_last_of("/\\");
   return separator == std::string_view::npos ? path : path.substr(separator + 1);
+}
+
+std::size_t BitsFor(std::size_t rows) {
+  return (rows + 63) / 64;
+}
+
+void Put(RowBits& rows, std::size_t row) {
+  rows[row / 64] |= std::uint64_t{1} << row % 64;
+}
+
+bool Has(const RowBits& rows, std::size_t row) {
+  return (rows[row / 64] >> row % 64 & 1) != 0;
+}
+
+/// Of the rows between two places those whose bits are set; note may clear them.
+template <typename Note>
+void ForEachRow(const RowBits& rows, std::size_t first, std::size_t end, const Note& note) {
+  while (first < end) {
+    const std::size_t here = std::min(64 - first % 64, end - first);
+    std::uint64_t bits = rows[first / 64] >> first % 64;
+    if (here < 64) bits &= (std::uint64_t{1} << here) - 1;
+    for (; bits != 0; bits &= bits - 1) note(first + static_cast<std::size_t>(std::countr_zero(bits)));
+    first += here;
+  }
 }
 
 bool InRanges(const std::vector<NumberRange>& ranges, const auto& lies) {
@@ -110,62 +135,67 @@ void SearchIndex::PlaceAll(const std::vector<Stretch>& stretches, const std::vec
 }
 
 std::vector<int> SearchIndex::Find(const SearchQuery& query, const std::vector<int>* order) const {
-  const std::array<Bits, 2>& matched = matched_;
-  for (const int part : {0, 1}) MatchPart(query, part, matched_[static_cast<std::size_t>(part)]);
   std::vector<int> rows;
-  rows.reserve(static_cast<std::size_t>(std::count(matched[0].begin(), matched[0].end(), 1)) +
-               matched[1].size());
-  if (order == nullptr) {
-    for (const Placed& placed : placed_) {
-      const std::uint8_t* bits =
-          matched[static_cast<std::size_t>(placed.place.part)].data() + placed.place.row;
-      for (int i = 0; i < placed.stretch.rows; ++i) {
-        if (bits[i] != 0) rows.push_back(placed.stretch.first_row + i);
-      }
-    }
-    return rows;
-  }
-  Bits wanted(static_cast<std::size_t>(table_.Rows()) + 1);
+  rows.reserve(MatchPart(query, 0, matched_[0]) + MatchPart(query, 1, matched_[1]));
+  RowBits wanted(order == nullptr ? 0 : BitsFor(static_cast<std::size_t>(table_.Rows()) + 1));
   for (const Placed& placed : placed_) {
-    const std::uint8_t* bits = matched[static_cast<std::size_t>(placed.place.part)].data() + placed.place.row;
-    std::copy_n(bits, placed.stretch.rows, wanted.begin() + placed.stretch.first_row);
+    const RowBits& matched = matched_[static_cast<std::size_t>(placed.place.part)];
+    const std::size_t first = placed.place.row, end = first + static_cast<std::size_t>(placed.stretch.rows);
+    ForEachRow(matched, first, end, [&](std::size_t row) {
+      const int found = placed.stretch.first_row + static_cast<int>(row - first);
+      if (order == nullptr) {
+        rows.push_back(found);
+      } else {
+        Put(wanted, static_cast<std::size_t>(found));
+      }
+    });
   }
+  if (order == nullptr) return rows;
   for (const int row : *order) {
-    if (static_cast<std::size_t>(row) < wanted.size() && wanted[static_cast<std::size_t>(row)] != 0)
-      rows.push_back(row);
+    if (row <= table_.Rows() && Has(wanted, static_cast<std::size_t>(row))) rows.push_back(row);
   }
   return rows;
 }
 
-void SearchIndex::MatchPart(const SearchQuery& query, int part, Bits& matched) const {
+std::size_t SearchIndex::MatchPart(const SearchQuery& query, int part, RowBits& matched) const {
   const WordIndex& index = parts_[static_cast<std::size_t>(part)];
-  matched.assign(index.Rows(), 1);
-  Bits& fields = fields_;
-  for (const SearchTerm& term : query.terms) {
-    fields.assign(index.Rows(), 0);
-    index.Match(term, fields);
-    if (term.words.size() > 1) KeepNeighbours(term, part, fields);
-    for (std::size_t row = 0; row < matched.size(); ++row) {
-      matched[row] &= static_cast<std::uint8_t>((fields[row] != 0) != term.excluded);
-    }
+  matched.assign(BitsFor(index.Rows()), ~std::uint64_t{0});
+  if (index.Rows() % 64 != 0) matched.back() = (std::uint64_t{1} << index.Rows() % 64) - 1;
+  for (const SearchTerm& term : query.terms) MatchTerm(term, part, matched);
+  if (!query.tempos.empty() || !query.years.empty()) {
+    ForEachRow(matched, 0, index.Rows(), [&](std::size_t row) {
+      const bool lies =
+          InRanges(query.tempos, [&](const NumberRange& range) { return index.TempoIn(row, range); }) &&
+          InRanges(query.years, [&](const NumberRange& range) { return index.YearIn(row, range); });
+      if (!lies) matched[row / 64] &= ~(std::uint64_t{1} << row % 64);
+    });
   }
-  if (query.tempos.empty() && query.years.empty()) return;
-  for (std::size_t row = 0; row < matched.size(); ++row) {
-    if (matched[row] == 0) continue;
-    const bool lies =
-        InRanges(query.tempos, [&](const NumberRange& range) { return index.TempoIn(row, range); }) &&
-        InRanges(query.years, [&](const NumberRange& range) { return index.YearIn(row, range); });
-    matched[row] = lies ? 1 : 0;
-  }
+  std::size_t count = 0;
+  for (const std::uint64_t bits : matched) count += static_cast<std::size_t>(std::popcount(bits));
+  return count;
 }
 
-void SearchIndex::KeepNeighbours(const SearchTerm& term, int part, Bits& fields) const {
+void SearchIndex::MatchTerm(const SearchTerm& term, int part, RowBits& matched) const {
+  of_term_.assign(matched.size(), 0);
+  if (term.words.size() > 1) {
+    MatchNeighbours(term, part, of_term_);
+  } else {
+    parts_[static_cast<std::size_t>(part)].MatchOne(term, of_term_);
+  }
+  for (std::size_t i = 0; i < matched.size(); ++i) matched[i] &= term.excluded ? ~of_term_[i] : of_term_[i];
+}
+
+void SearchIndex::MatchNeighbours(const SearchTerm& term, int part, RowBits& matched) const {
+  const WordIndex& index = parts_[static_cast<std::size_t>(part)];
+  std::vector<std::uint8_t> fields(index.Rows());
+  index.MatchAll(term, fields);
   std::string text;
   for (const Placed& placed : placed_) {
     if (placed.place.part != part) continue;
     for (int i = 0; i < placed.stretch.rows; ++i) {
-      std::uint8_t& held = fields[placed.place.row + static_cast<std::size_t>(i)];
-      if (held != 0 && !Holds(placed.stretch.first_row + i, held, term, text)) held = 0;
+      const std::size_t row = placed.place.row + static_cast<std::size_t>(i);
+      const bool holds = fields[row] != 0 && Holds(placed.stretch.first_row + i, fields[row], term, text);
+      if (holds) Put(matched, row);
     }
   }
 }
@@ -184,8 +214,9 @@ bool SearchIndex::Holds(int row, std::uint8_t fields, const SearchTerm& term, st
 }
 
 std::size_t SearchIndex::Bytes() const {
-  return parts_[0].Bytes() + parts_[1].Bytes() + matched_[0].capacity() + matched_[1].capacity() +
-         fields_.capacity() + placed_.capacity() * sizeof(Placed) +
+  return parts_[0].Bytes() + parts_[1].Bytes() +
+         (matched_[0].capacity() + matched_[1].capacity() + of_term_.capacity()) * sizeof(std::uint64_t) +
+         placed_.capacity() * sizeof(Placed) +
          large_.size() * (sizeof(std::pair<const void*, std::size_t>) + 2 * sizeof(void*));
 }
 

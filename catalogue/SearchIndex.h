@@ -56,21 +56,23 @@ class SearchIndex {
     Stretch stretch;
     Place place;
   };
-  using Bits = std::vector<std::uint8_t>;
 
+  /// How many of a part's rows, and which.
+  [[nodiscard]] std::size_t MatchPart(const SearchQuery& query, int part, RowBits& matched) const;
   [[nodiscard]] bool Read(const track_table& table, const std::vector<Stretch>& stretches,
                           const std::atomic<bool>& stop, WordIndex& read) const;
   void PlaceAll(const std::vector<Stretch>& stretches, const std::vector<Stretch>& fresh, int part);
-  void MatchPart(const SearchQuery& query, int part, Bits& matched) const;
-  void KeepNeighbours(const SearchTerm& term, int part, Bits& fields) const;
+  void MatchTerm(const SearchTerm& term, int part, RowBits& matched) const;
+  /// The rows that hold the words of a term beside each other.
+  void MatchNeighbours(const SearchTerm& term, int part, RowBits& matched) const;
   [[nodiscard]] bool Holds(int row, std::uint8_t fields, const SearchTerm& term, std::string& text) const;
 
   const SearchColumns columns_;
   track_table table_{TrackColumns()};
-  std::array<WordIndex, 2> parts_;       ///< the large one, and what changed since it was made
-  std::vector<Placed> placed_;           ///< in the order of the table
-  mutable std::array<Bits, 2> matched_;  ///< kept, because fresh memory costs more than looking
-  mutable Bits fields_;
+  std::array<WordIndex, 2> parts_;          ///< the large one, and what changed since
+  std::vector<Placed> placed_;              ///< in the order of the table
+  mutable std::array<RowBits, 2> matched_;  ///< kept, because fresh memory costs more than looking
+  mutable RowBits of_term_;
   std::unordered_map<const void*, std::size_t> large_;  ///< where a stretch lies in the large part
 };
 

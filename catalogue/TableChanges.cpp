@@ -51,15 +51,17 @@ void Apply(const TableChanges& changes, track_table& table, int column) {
   Named kept;
   for (int row = 1; row <= changes.kept.Rows(); ++row) kept[changes.kept.Cell(row, column)] = row;
   std::unordered_set<int> placed;
-  for (int row = table.Rows(); row >= 1; --row) {
+  std::vector<int> removed;
+  for (int row = 1; row <= table.Rows(); ++row) {
     const std::string name(table.Cell(row, column));
     if (changes.removed.contains(name)) {
-      table.RemoveRow(row);
+      removed.push_back(row);
     } else if (const auto found = kept.find(name); found != kept.end()) {
       table.ReplaceRow(row, changes.kept, found->second);
       placed.insert(found->second);
     }
   }
+  table.RemoveRows(removed);
   for (int row = 1; row <= changes.kept.Rows(); ++row) {
     if (!placed.contains(row)) table.AppendFrom(changes.kept, row);
   }

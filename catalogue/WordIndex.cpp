@@ -8,6 +8,7 @@
 #include <cmath>
 #include <functional>
 #include <iterator>
+#include <utility>
 
 namespace catalogue {
 namespace {
@@ -16,6 +17,7 @@ constexpr int kFieldBits = 6;
 constexpr std::uint32_t kFieldMask = (1U << kFieldBits) - 1;
 constexpr std::size_t kLetters = 36, kNone = SIZE_MAX;
 constexpr std::size_t kLookedThrough = 64;
+constexpr std::size_t kMostWaiting = std::size_t{1} << 20;
 
 std::size_t SingleOf(char letter) {
   if (letter >= 'a' && letter <= 'z') return static_cast<std::size_t>(letter - 'a');
@@ -69,45 +71,59 @@ std::string_view WordIndex::Word(std::size_t number) const {
                                          word_starts_[number + 1] - word_starts_[number]);
 }
 
-void WordIndex::Match(const SearchTerm& term, std::span<std::uint8_t> fields) const {
+void WordIndex::MatchOne(const SearchTerm& term, RowBits& rows) const {
+  const Pattern pattern{term.words.front(), term.whole_at_start, term.whole_at_end, term.fields};
+  if (const RowBits* known = ShortRows(pattern)) {
+    for (std::size_t i = 0; i < rows.size(); ++i) rows[i] |= (*known)[i];
+    return;
+  }
+  MatchWord(pattern,
+            [&](std::uint32_t row, std::uint8_t) { rows[row / 64] |= std::uint64_t{1} << row % 64; });
+}
+
+void WordIndex::MatchAll(const SearchTerm& term, std::span<std::uint8_t> fields) const {
   const std::size_t last = term.words.size() - 1;
   std::vector<std::uint8_t> of_word;
   for (std::size_t i = 0; i <= last; ++i) {
     const Pattern pattern{term.words[i], i > 0 || term.whole_at_start, i < last || term.whole_at_end,
                           term.fields};
-    if (i == 0) {
-      MatchWord(pattern, fields);
-      continue;
-    }
     of_word.assign(fields.size(), 0);
-    MatchWord(pattern, of_word);
-    for (std::size_t row = 0; row < fields.size(); ++row) fields[row] &= of_word[row];
+    MatchWord(pattern, [&](std::uint32_t row, std::uint8_t held) { of_word[row] |= held; });
+    for (std::size_t row = 0; row < fields.size(); ++row) {
+      fields[row] = i == 0 ? of_word[row] : fields[row] & of_word[row];
+    }
   }
 }
 
-void WordIndex::MatchWord(const Pattern& pattern, std::span<std::uint8_t> fields) const {
-  if (MatchShort(pattern, fields)) return;
+template <typename Note>
+void WordIndex::ForEachRow(std::size_t word, const Note& note) const {
+  const std::uint8_t* at = entries_.data() + first_[word];
+  const std::uint8_t* const end = entries_.data() + first_[word + 1];
+  for (std::uint32_t row = 0; at < end;) {
+    std::uint32_t entry = *at & 0x7FU;
+    for (int shift = 7; (*at++ & 0x80) != 0; shift += 7) entry |= (*at & 0x7FU) << shift;
+    row += entry >> kFieldBits;
+    note(row, static_cast<std::uint8_t>(entry & kFieldMask));
+  }
+}
+
+template <typename Note>
+void WordIndex::MatchWord(const Pattern& pattern, const Note& note) const {
   const std::uint64_t wanted = LettersOf(pattern.word);
   const std::size_t count = letters_.size();
   for (std::size_t number = 0; number < count; ++number) {
     if ((letters_[number] & wanted) != wanted || !pattern.Fits(Word(number))) continue;
-    for (std::uint32_t i = first_[number]; i < first_[number + 1]; ++i) {
-      const std::uint32_t entry = entries_[i];
-      fields[entry >> kFieldBits] |= static_cast<std::uint8_t>(entry & pattern.fields);
-    }
+    ForEachRow(number, [&](std::uint32_t row, std::uint8_t fields) {
+      const auto held = static_cast<std::uint8_t>(fields & pattern.fields);
+      if (held != 0) note(row, held);
+    });
   }
 }
 
-bool WordIndex::MatchShort(const Pattern& pattern, std::span<std::uint8_t> fields) const {
-  if (pattern.at_start || pattern.at_end || pattern.fields != kInAnyField) return false;
+const RowBits* WordIndex::ShortRows(const Pattern& pattern) const {
+  if (pattern.at_start || pattern.at_end || pattern.fields != kInAnyField) return nullptr;
   const std::size_t text = ShortOf(pattern.word);
-  if (text == kNone || short_.empty() || short_[text].empty()) return false;
-  const RowBits& rows = short_[text];
-  for (std::size_t row = 0; row < fields.size(); ++row) {
-    const std::uint64_t held = rows[row / 64] >> (row % 64) & 1;
-    fields[row] |= static_cast<std::uint8_t>(held * kInAnyField);
-  }
-  return true;
+  return text == kNone || short_.empty() || short_[text].empty() ? nullptr : &short_[text];
 }
 
 bool WordIndex::TempoIn(std::size_t row, const NumberRange& range) const {
@@ -122,7 +138,7 @@ bool WordIndex::YearIn(std::size_t row, const NumberRange& range) const {
 
 std::size_t WordIndex::Bytes() const {
   std::size_t bytes = words_.capacity() + letters_.capacity() * sizeof(std::uint64_t) +
-                      (word_starts_.capacity() + first_.capacity() + entries_.capacity()) * 4 +
+                      (word_starts_.capacity() + first_.capacity()) * 4 + entries_.capacity() +
                       (tempos_.capacity() + years_.capacity()) * 2;
   for (const RowBits& rows : short_) bytes += sizeof rows + rows.capacity() * sizeof(std::uint64_t);
   return bytes;
@@ -140,7 +156,8 @@ void WordIndex::ForEachShort(std::string_view word, const Note& note) const {
 std::vector<std::size_t> WordIndex::CountShortTexts() const {
   std::vector<std::size_t> counts(kShort);
   for (std::size_t number = 0; number < letters_.size(); ++number) {
-    const std::size_t held = first_[number + 1] - first_[number];
+    std::size_t held = 0;  // each entry has one last byte
+    for (std::size_t i = first_[number]; i < first_[number + 1]; ++i) held += entries_[i] < 0x80 ? 1 : 0;
     ForEachShort(Word(number), [&](std::size_t text) { counts[text] += held; });
   }
   return counts;
@@ -159,10 +176,9 @@ void WordIndex::NoteShortTexts() {
     ForEachShort(Word(number), [&](std::size_t text) {
       RowBits& rows = short_[text];
       if (rows.empty()) return;
-      for (std::uint32_t i = first_[number]; i < first_[number + 1]; ++i) {
-        const std::uint32_t row = entries_[i] >> kFieldBits;
-        rows[row / 64] |= std::uint64_t{1} << (row % 64);
-      }
+      ForEachRow(number, [&rows](std::uint32_t row, std::uint8_t) {
+        rows[row / 64] |= std::uint64_t{1} << row % 64;
+      });
     });
   }
 }
@@ -175,13 +191,11 @@ void WordIndex::Builder::Add(const SearchedRow& row) {
   for (std::size_t i = 0; i < row.fields.size(); ++i) {
     AddField(row.fields[i], static_cast<std::uint8_t>(1U << i));
   }
+  const auto number = static_cast<std::uint32_t>(index_.Rows());
   for (const Held& held : row_) {
-    words_.push_back(held.word);
-    fields_.push_back(held.fields);
+    waiting_.push_back({held.word, number << kFieldBits | (held.fields & kFieldMask)});
   }
-  std::size_t count = row_.size();
-  for (; count >= 255; count -= 255) counts_.push_back(255);
-  counts_.push_back(static_cast<std::uint8_t>(count));
+  if (waiting_.size() >= kMostWaiting) Pack();
   const double hundredths = std::clamp(row.tempo * 100.0, 0.0, 65535.0);
   index_.tempos_.push_back(static_cast<std::uint16_t>(std::lround(hundredths)));
   index_.years_.push_back(static_cast<std::uint16_t>(std::clamp(row.year, 0, 9999)));
@@ -236,22 +250,62 @@ void WordIndex::Builder::Grow() {
   }
 }
 
-WordIndex WordIndex::Builder::Finish() {
-  index_.word_starts_.push_back(static_cast<std::uint32_t>(index_.words_.size()));
+void WordIndex::Builder::Pack() {
+  std::vector<std::uint32_t> next(hashes_.size() + 1), sorted(waiting_.size());
+  for (const Entry& entry : waiting_) ++next[entry.word + 1];
+  for (std::size_t i = 1; i < next.size(); ++i) next[i] += next[i - 1];
+  for (const Entry& entry : waiting_) sorted[next[entry.word]++] = entry.row_and_fields;
+  waiting_.clear();
+  last_rows_.resize(hashes_.size());
+  Packed& packed = packed_.emplace_back();
+  packed.bytes.reserve(sorted.size() * 3);
+  std::size_t i = 0;
+  for (std::uint32_t word = 0; i < sorted.size(); ++word) {
+    if (next[word] == i) continue;
+    for (; i < next[word]; ++i) {
+      const std::uint32_t row = sorted[i] >> kFieldBits;
+      const std::uint32_t rows = row - std::exchange(last_rows_[word], row);
+      std::uint32_t rest = rows << kFieldBits | (sorted[i] & kFieldMask);
+      for (; rest >= 0x80; rest >>= 7) packed.bytes.push_back(static_cast<std::uint8_t>(rest | 0x80));
+      packed.bytes.push_back(static_cast<std::uint8_t>(rest));
+    }
+    packed.words.push_back(word);
+    packed.ends.push_back(static_cast<std::uint32_t>(packed.bytes.size()));
+  }
+  packed.bytes.shrink_to_fit();
+}
+
+void WordIndex::Builder::Join() {
   std::vector<std::uint32_t>& first = index_.first_;
   first.assign(hashes_.size() + 1, 0);
-  for (const std::uint32_t word : words_) ++first[word + 1];
-  for (std::size_t i = 1; i < first.size(); ++i) first[i] += first[i - 1];
-  index_.entries_.resize(words_.size());
-  std::vector<std::uint32_t> next(first.begin(), first.end());
-  std::size_t at = 0;
-  std::uint32_t row = 0;
-  for (const std::uint8_t count : counts_) {
-    for (const std::size_t end = at + count; at < end; ++at) {
-      index_.entries_[next[words_[at]]++] = row << kFieldBits | (fields_[at] & kFieldMask);
+  for (const Packed& packed : packed_) {
+    for (std::size_t i = 0; i < packed.words.size(); ++i) {
+      first[packed.words[i] + 1] += packed.ends[i] - (i == 0 ? 0 : packed.ends[i - 1]);
     }
-    if (count < 255) ++row;
   }
+  for (std::size_t i = 1; i < first.size(); ++i) first[i] += first[i - 1];
+  index_.entries_.resize(first.back());
+  std::vector<std::uint32_t> next(first.begin(), first.end() - 1);
+  for (Packed& packed : packed_) {
+    std::size_t begin = 0;
+    for (std::size_t i = 0; i < packed.words.size(); ++i) {
+      const std::size_t size = packed.ends[i] - begin;
+      std::uint32_t& place = next[packed.words[i]];
+      std::copy_n(packed.bytes.begin() + static_cast<std::ptrdiff_t>(begin), size,
+                  index_.entries_.begin() + place);
+      place += static_cast<std::uint32_t>(size);
+      begin = packed.ends[i];
+    }
+    packed = {};
+  }
+}
+
+WordIndex WordIndex::Builder::Finish() {
+  index_.word_starts_.push_back(static_cast<std::uint32_t>(index_.words_.size()));
+  Pack();
+  slots_ = {};
+  waiting_ = {};
+  Join();
   index_.words_.shrink_to_fit();
   index_.word_starts_.shrink_to_fit();
   index_.letters_.shrink_to_fit();

@@ -20,6 +20,9 @@ struct SearchedRow {
   int year = 0;
 };
 
+/// Rows, from 0, a bit each.
+using RowBits = std::vector<std::uint64_t>;
+
 /// Which rows hold which words: each different word once, with the rows that hold it.
 ///
 /// Collections say the same words again and again, so a part of a word is looked for in few texts and not in
@@ -29,9 +32,11 @@ class WordIndex {
   class Builder;
 
   [[nodiscard]] std::size_t Rows() const { return tempos_.size(); }
-  /// Adds to each row's bits the fields in which it may hold the term: exactly where the term is one word,
-  /// else where all of its words are. Requires: as many bits as rows.
-  void Match(const SearchTerm& term, std::span<std::uint8_t> fields) const;
+  /// Adds the rows that hold a term of one word. Requires: bits for all rows.
+  void MatchOne(const SearchTerm& term, RowBits& rows) const;
+  /// Gives each row the fields in which it holds all words of a term, beside each other or not. Requires: as
+  /// many as rows, all 0.
+  void MatchAll(const SearchTerm& term, std::span<std::uint8_t> fields) const;
   [[nodiscard]] bool TempoIn(std::size_t row, const NumberRange& range) const;
   [[nodiscard]] bool YearIn(std::size_t row, const NumberRange& range) const;
   [[nodiscard]] std::size_t Bytes() const;
@@ -40,12 +45,15 @@ class WordIndex {
   struct Pattern;
   static constexpr std::size_t kShort =
       36 + 36 * 36 + 36 * 36 * 36;  ///< texts of up to three letters or digits
-  /// Rows that hold up to three certain letters beside each other, a bit each; none where they are few.
-  using RowBits = std::vector<std::uint64_t>;
 
   [[nodiscard]] std::string_view Word(std::size_t number) const;
-  void MatchWord(const Pattern& pattern, std::span<std::uint8_t> fields) const;
-  [[nodiscard]] bool MatchShort(const Pattern& pattern, std::span<std::uint8_t> fields) const;
+  /// Each row that holds a word, and in which fields.
+  template <typename Note>
+  void ForEachRow(std::size_t word, const Note& note) const;
+  template <typename Note>
+  void MatchWord(const Pattern& pattern, const Note& note) const;
+  /// The rows that hold the pattern, where they are known; else null.
+  [[nodiscard]] const RowBits* ShortRows(const Pattern& pattern) const;
   /// Each place of a word that a short text may be found by.
   template <typename Note>
   void ForEachShort(std::string_view word, const Note& note) const;
@@ -55,9 +63,9 @@ class WordIndex {
   std::string words_;                       ///< one behind the other
   std::vector<std::uint32_t> word_starts_;  ///< and the end of the last one
   std::vector<std::uint64_t> letters_;      ///< of each word, a bit a letter
-  std::vector<std::uint32_t> first_;        ///< of each word's entries, and the end of the last one's
-  std::vector<std::uint32_t> entries_;      ///< a row and, in the low bits, the fields that hold the word
-  std::vector<RowBits> short_;              ///< of each short text that many rows hold
+  std::vector<std::uint32_t> first_;        ///< where each word's entries begin, and the last one's end
+  std::vector<std::uint8_t> entries_;       ///< see Builder::Pack
+  std::vector<RowBits> short_;              ///< rows with a text of up to three letters; none where few are
   std::vector<std::uint16_t> tempos_;       ///< in hundredths
   std::vector<std::uint16_t> years_;
 };
@@ -77,18 +85,32 @@ class WordIndex::Builder {
     std::uint32_t word;
     std::uint8_t fields;
   };
+  struct Entry {
+    std::uint32_t word;
+    std::uint32_t row_and_fields;
+  };
+  /// The entries of some thousand rows, in the order of the words.
+  struct Packed {
+    std::vector<std::uint32_t> words;
+    std::vector<std::uint32_t> ends;  ///< of each word's bytes
+    std::vector<std::uint8_t> bytes;
+  };
 
   void AddField(std::string_view text, std::uint8_t field);
   std::uint32_t NumberOf(std::string_view word);
   void Grow();
+  /// Packs the entries that wait: how many rows lie between one that holds a word and the one before, with
+  /// the fields in the low bits, seven bits a byte, the lowest first; the top bit stands for "more follows".
+  void Pack();
+  void Join();
 
   WordIndex index_;
   std::vector<std::uint32_t> slots_;   ///< by the word's hash: its number plus one, 0 is free
   std::vector<std::uint32_t> hashes_;  ///< of each word
   std::vector<Held> row_;              ///< of the row that is being added
-  std::vector<std::uint32_t> words_;   ///< of all rows, and
-  std::vector<std::uint8_t> fields_;   ///< where they are held
-  std::vector<std::uint8_t> counts_;   ///< how many of them a row has; 255: more follow in the next entry
+  std::vector<Entry> waiting_;
+  std::vector<std::uint32_t> last_rows_;  ///< of each word, packed so far
+  std::vector<Packed> packed_;
 };
 
 }  // namespace catalogue

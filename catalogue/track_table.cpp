@@ -4,13 +4,16 @@
 
 #include <algorithm>
 #include <array>
+#include <bit>
 #include <cassert>
 #include <cstdint>
+#include <functional>
 #include <iterator>
 #include <string>
 #include <unordered_set>
 #include <utility>
 
+#include "catalogue/RowBlock.h"
 #include "catalogue/RowText.h"
 
 namespace catalogue {
@@ -37,26 +40,59 @@ constexpr std::array<Column, 6> kKaraokeColumns{{{"Artist", 120, true},
                                                  {"Time", 50, true},
                                                  {"Filename", 0, false}}};
 
-constexpr std::size_t kRowsInBlock = 256;
+constexpr std::size_t kRowsInBlock = RowBlock::kMostRows;
+
+int FileColumnOf(std::span<const Column> columns) {
+  for (std::size_t i = 0; i < columns.size(); ++i) {
+    if (columns[i].key == "Filename") return static_cast<int>(i) + 1;
+  }
+  return 0;
+}
+
+/// Two names may have the same number.
+std::uint32_t NumberOf(std::string_view name) {
+  const std::size_t hash = std::hash<std::string_view>{}(name);
+  return static_cast<std::uint32_t>(hash ^ hash >> 16 >> 16);
+}
+
+std::string_view CellOf(std::string_view row, int column) {
+  RowReader cells(row);
+  for (int before = 1; before < column; ++before) cells.Next();
+  return cells.Next();
+}
+
+/// Names that are looked for, by their numbers.
+class WantedNames {
+ public:
+  explicit WantedNames(std::span<const std::string> names)
+      : mask_(std::bit_ceil(std::max(kFewest, names.size() * kPlacesAName)) - 1), noted_(mask_ / 64 + 1) {
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      const std::uint32_t number = NumberOf(names[i]);
+      names_.push_back({number, i});
+      noted_[(number & mask_) / 64] |= std::uint64_t{1} << number % 64;
+    }
+    std::sort(names_.begin(), names_.end());
+  }
+  /// Quick, and seldom wrong.
+  [[nodiscard]] bool MayBe(std::uint32_t number) const {
+    return (noted_[(number & mask_) / 64] >> number % 64 & 1) != 0;
+  }
+  [[nodiscard]] auto With(std::uint32_t number) const {
+    const auto less = [](const Name& a, const Name& b) { return a.first < b.first; };
+    const auto [first, end] = std::equal_range(names_.begin(), names_.end(), Name{number, 0}, less);
+    return std::span<const Name>(first, end);
+  }
+
+ private:
+  using Name = std::pair<std::uint32_t, std::size_t>;
+  static constexpr std::size_t kFewest = 1 << 16, kPlacesAName = 32;
+
+  std::vector<Name> names_;
+  std::size_t mask_;
+  std::vector<std::uint64_t> noted_;
+};
 
 }  // namespace
-
-struct track_table::Block {
-  std::string rows;
-  std::vector<std::uint32_t> starts;  ///< of each row in them
-
-  [[nodiscard]] std::string_view Row(std::size_t row) const {
-    const std::size_t end = row + 1 < starts.size() ? starts[row + 1] : rows.size();
-    return std::string_view(rows).substr(starts[row], end - starts[row]);
-  }
-  void Replace(std::size_t row, std::string_view changed) {
-    const std::size_t old_size = Row(row).size();
-    rows.replace(starts[row], old_size, changed);
-    for (std::size_t i = row + 1; i < starts.size(); ++i) {
-      starts[i] = static_cast<std::uint32_t>(starts[i] - old_size + changed.size());
-    }
-  }
-};
 
 std::span<const Column> TrackColumns() {
   return kTrackColumns;
@@ -66,14 +102,16 @@ std::span<const Column> KaraokeColumns() {
   return kKaraokeColumns;
 }
 
-track_table::track_table(std::span<const Column> columns) : columns_(columns) {
+track_table::track_table(std::span<const Column> columns)
+    : columns_(columns), file_column_(FileColumnOf(columns)) {
   assert(!columns.empty() && columns.size() <= kMostColumns && "a table has one to sixteen columns");
 }
 track_table::~track_table() = default;
 track_table::track_table(track_table&& other) noexcept = default;
 track_table& track_table::operator=(track_table&& other) noexcept = default;
 
-track_table::track_table(const track_table& other) : columns_(other.columns_) {
+track_table::track_table(const track_table& other)
+    : columns_(other.columns_), file_column_(other.file_column_) {
   for (const Slot& slot : other.slots_) slot.shared = true;
   slots_ = other.slots_;
 }
@@ -85,14 +123,12 @@ track_table& track_table::operator=(const track_table& other) {
 
 int track_table::Rows() const {
   if (slots_.empty()) return 0;
-  return slots_.back().rows_before + static_cast<int>(slots_.back().block->starts.size());
+  return slots_.back().rows_before + static_cast<int>(slots_.back().block->Rows());
 }
 
 std::string_view track_table::Cell(int row, int column) const {
   if (!Has(row, column)) return {};
-  RowReader cells(Row(row));
-  for (int before = 1; before < column; ++before) cells.Next();
-  return cells.Next();
+  return CellOf(Row(row), column);
 }
 
 void track_table::Cells(int row, std::span<std::string_view> cells) const {
@@ -104,21 +140,68 @@ void track_table::VisitColumn(int column,
                               const std::function<bool(int row, std::string_view cell)>& visit) const {
   if (!Has(1, column)) return;
   for (const Slot& slot : slots_) {
-    for (std::size_t i = 0; i < slot.block->starts.size(); ++i) {
-      RowReader cells(slot.block->Row(i));
-      for (int before = 1; before < column; ++before) cells.Next();
-      if (!visit(slot.rows_before + 1 + static_cast<int>(i), cells.Next())) return;
+    for (std::size_t i = 0; i < slot.block->Rows(); ++i) {
+      const std::string_view cell = CellOf(slot.block->Row(i), column);
+      if (!visit(slot.rows_before + 1 + static_cast<int>(i), cell)) return;
     }
   }
 }
 
 int track_table::FindRow(int column, std::string_view text) const {
   int found = 0;
+  if (column == file_column_) {
+    VisitRowsOf(text, [&found](int row) {
+      found = row;
+      return false;
+    });
+    return found;
+  }
   VisitColumn(column, [&](int row, std::string_view cell) {
     if (cell == text) found = row;
     return found == 0;
   });
   return found;
+}
+
+template <typename Visit>
+void track_table::VisitRowsOf(std::string_view file, const Visit& visit) const {
+  const std::uint32_t number = NumberOf(file);
+  for (const Slot& slot : slots_) {
+    if (!slot.block->MayHold(number)) continue;
+    const std::span<const std::uint32_t> names = slot.block->Names();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (names[i] != number || CellOf(slot.block->Row(i), file_column_) != file) continue;
+      if (!visit(slot.rows_before + 1 + static_cast<int>(i))) return;
+    }
+  }
+}
+
+std::vector<int> track_table::RowsOf(std::string_view file) const {
+  std::vector<int> rows;
+  VisitRowsOf(file, [&rows](int row) {
+    rows.push_back(row);
+    return true;
+  });
+  return rows;
+}
+
+std::vector<int> track_table::FirstRowsOf(std::span<const std::string> files) const {
+  const WantedNames wanted(files);
+  std::vector<int> rows(files.size());
+  for (const Slot& slot : slots_) {
+    const std::span<const std::uint32_t> names = slot.block->Names();
+    for (std::size_t i = 0; i < names.size(); ++i) {
+      if (!wanted.MayBe(names[i])) continue;
+      const auto alike = wanted.With(names[i]);
+      if (alike.empty()) continue;
+      const std::string_view file = CellOf(slot.block->Row(i), file_column_);
+      for (const auto& [number, which] : alike) {
+        if (rows[which] == 0 && files[which] == file)
+          rows[which] = slot.rows_before + 1 + static_cast<int>(i);
+      }
+    }
+  }
+  return rows;
 }
 
 void track_table::SetCell(int row, int column, std::string_view text) {
@@ -140,7 +223,7 @@ void track_table::PutRow(int row, std::span<const std::string_view> cells) {
   std::string changed;
   AppendRow(changed, cells, columns_.size());
   const Place place = Find(row);
-  Writable(place.slot).Replace(place.row, changed);
+  Writable(place.slot).Replace(place.row, changed, NameOf(changed));
 }
 
 int track_table::AddRow() {
@@ -150,15 +233,13 @@ int track_table::AddRow() {
 int track_table::AddRow(std::span<const std::string_view> cells) {
   std::string row;
   AppendRow(row, cells, columns_.size());
-  Block& block = BlockFor(1, row.size());
-  block.starts.push_back(static_cast<std::uint32_t>(block.rows.size()));
-  block.rows += row;
+  BlockFor(1, row.size()).Add(row, NameOf(row));
   return Rows();
 }
 
 std::size_t track_table::AddLines(std::string_view text) {
   std::size_t taken = 0;
-  std::array<std::uint32_t, kRowsInBlock> starts;
+  std::array<std::uint32_t, kRowsInBlock> starts, names;
   for (std::size_t count = kRowsInBlock; count == kRowsInBlock;) {
     const std::string_view rest = text.substr(taken);
     std::size_t size = 0;
@@ -166,14 +247,13 @@ std::size_t track_table::AddLines(std::string_view text) {
     while (count < kRowsInBlock) {
       const std::size_t line = LineSize(rest.substr(size), columns_.size());
       if (line == 0) break;
-      starts[count++] = static_cast<std::uint32_t>(size);
+      starts[count] = static_cast<std::uint32_t>(size);
+      names[count++] = NameOf(rest.substr(size, line));
       size += line;
     }
     if (count == 0) break;
-    Block& block = BlockFor(count, size);
-    const auto before = static_cast<std::uint32_t>(block.rows.size());
-    for (std::size_t i = 0; i < count; ++i) block.starts.push_back(before + starts[i]);
-    block.rows += rest.substr(0, size);
+    const std::span<const std::uint32_t> begins(starts.data(), count), numbers(names.data(), count);
+    BlockFor(count, size).AddAll(rest.substr(0, size), begins, numbers);
     taken += size;
   }
   return taken;
@@ -182,12 +262,8 @@ std::size_t track_table::AddLines(std::string_view text) {
 track_table::Lines track_table::LinesFrom(int row) const {
   if (!Has(row, 1)) return {};
   const Place place = Find(row);
-  const Block& block = *slots_[place.slot].block;
-  std::size_t end = place.row;
-  std::size_t size = 0;
-  for (; end < block.starts.size() && IsLine(block.Row(end)); ++end) size += block.Row(end).size();
-  return {std::string_view(block.rows).substr(block.starts[place.row], size),
-          static_cast<int>(end - place.row)};
+  const RowBlock::Lines lines = slots_[place.slot].block->LinesFrom(place.row);
+  return {lines.text, static_cast<int>(lines.rows)};
 }
 
 int track_table::AppendFrom(const track_table& other, int row) {
@@ -206,16 +282,11 @@ void track_table::InsertFrom(int before, const track_table& other, int row) {
   std::string inserted;
   AppendRow(inserted, cells, columns_.size());
   Place place = Find(before);
-  if (slots_[place.slot].block->starts.size() >= 2 * kRowsInBlock) {
-    Cut(place.slot, kRowsInBlock);
+  if (slots_[place.slot].block->Rows() == kRowsInBlock) {
+    Cut(place.slot, kRowsInBlock / 2);
     place = Find(before);
   }
-  Block& block = Writable(place.slot);
-  block.rows.insert(block.starts[place.row], inserted);
-  const auto first = block.starts.begin() + static_cast<std::ptrdiff_t>(place.row);
-  for (auto start = block.starts.insert(first, *first) + 1; start != block.starts.end(); ++start) {
-    *start += static_cast<std::uint32_t>(inserted.size());
-  }
+  Writable(place.slot).Insert(place.row, inserted, NameOf(inserted));
   for (std::size_t i = place.slot + 1; i < slots_.size(); ++i) ++slots_[i].rows_before;
 }
 
@@ -223,32 +294,23 @@ void track_table::InsertAll(int before, track_table&& other) {
   if (!Has(before, 1)) return AppendAll(std::move(other));
   Place place = Find(before);
   if (place.row > 0) Cut(place.slot++, place.row);
+  const int rows = other.Rows();
+  for (Slot& slot : other.slots_) slot.rows_before += before - 1;
+  for (std::size_t i = place.slot; i < slots_.size(); ++i) slots_[i].rows_before += rows;
   slots_.insert(slots_.begin() + static_cast<std::ptrdiff_t>(place.slot),
                 std::make_move_iterator(other.slots_.begin()), std::make_move_iterator(other.slots_.end()));
   other.slots_.clear();
-  CountRows();
 }
 
 void track_table::Cut(std::size_t slot, std::size_t rows_in_first) {
-  Block& first = Writable(slot);
-  const std::uint32_t cut = first.starts[rows_in_first];
-  auto second = std::make_shared<Block>();
-  second->rows = first.rows.substr(cut);
-  for (std::size_t i = rows_in_first; i < first.starts.size(); ++i) {
-    second->starts.push_back(first.starts[i] - cut);
-  }
-  first.rows.resize(cut);
-  first.starts.resize(rows_in_first);
-  const int before = slots_[slot].rows_before + static_cast<int>(rows_in_first);
-  slots_.insert(slots_.begin() + static_cast<std::ptrdiff_t>(slot) + 1, {std::move(second), before, false});
-}
-
-void track_table::CountRows() {
-  int before = 0;
-  for (Slot& slot : slots_) {
-    slot.rows_before = before;
-    before += static_cast<int>(slot.block->starts.size());
-  }
+  const std::shared_ptr<const RowBlock> whole = slots_[slot].block;
+  const auto first = std::make_shared<RowBlock>(whole), second = std::make_shared<RowBlock>(whole);
+  first->Remove(rows_in_first, whole->Rows() - rows_in_first);
+  second->Remove(0, rows_in_first);
+  const int before = slots_[slot].rows_before;
+  slots_[slot] = {first, before, false};
+  slots_.insert(slots_.begin() + static_cast<std::ptrdiff_t>(slot) + 1,
+                {second, before + static_cast<int>(rows_in_first), false});
 }
 
 void track_table::AppendAll(track_table&& other) {
@@ -260,37 +322,55 @@ void track_table::AppendAll(track_table&& other) {
   other.slots_.clear();
 }
 
+void track_table::AppendRows(const track_table& other, int first, int count) {
+  const int end = std::min(first + count, other.Rows() + 1);
+  while (first >= 1 && first < end) {
+    const Place place = other.Find(first);
+    const Slot& from = other.slots_[place.slot];
+    const std::size_t there = from.block->Rows() - place.row;
+    const std::size_t wanted = std::min(there, static_cast<std::size_t>(end - first));
+    first += static_cast<int>(wanted);
+    // Small ones are joined, so that rows that are moved about do not end up in a block each.
+    if (wanted == from.block->Rows() && wanted >= kRowsInBlock / 2) {
+      from.shared = true;
+      slots_.push_back({from.block, Rows(), true});
+      continue;
+    }
+    const std::shared_ptr<RowBlock> held = from.block;  // the other table may be this one
+    BlockFor(wanted, 0).AddFrom(*held, place.row, wanted);
+  }
+}
+
 void track_table::RemoveRow(int row) {
-  if (!Has(row, 1)) return;
-  const Place place = Find(row);
-  Block& block = Writable(place.slot);
-  block.Replace(place.row, {});
-  block.starts.erase(block.starts.begin() + static_cast<std::ptrdiff_t>(place.row));
-  for (std::size_t i = place.slot + 1; i < slots_.size(); ++i) --slots_[i].rows_before;
-  if (block.starts.empty()) slots_.erase(slots_.begin() + static_cast<std::ptrdiff_t>(place.slot));
+  RemoveRows(std::span(&row, 1));
 }
 
 void track_table::RemoveRows(std::span<const int> rows) {
-  auto gone = rows.begin();
-  for (Slot& slot : slots_) {
-    const Block& old = *slot.block;
-    const int first = slot.rows_before + 1;
-    const int last = slot.rows_before + static_cast<int>(old.starts.size());
-    if (gone == rows.end() || *gone > last) continue;
-    auto rest = std::make_shared<Block>();
-    for (int row = first; row <= last; ++row) {
-      if (gone != rows.end() && *gone == row) {
-        ++gone;
-        continue;
-      }
-      rest->starts.push_back(static_cast<std::uint32_t>(rest->rows.size()));
-      rest->rows += old.Row(static_cast<std::size_t>(row - first));
-    }
-    slot.block = std::move(rest);
-    slot.shared = false;
+  while (!rows.empty() && rows.front() < 1) rows = rows.subspan(1);
+  if (rows.empty() || !Has(rows.front(), 1)) return;
+  int removed = 0;
+  for (std::size_t i = Find(rows.front()).slot; i < slots_.size(); ++i) {
+    const int before = std::exchange(slots_[i].rows_before, slots_[i].rows_before - removed);
+    if (rows.empty()) continue;
+    const int last = before + static_cast<int>(slots_[i].block->Rows());
+    const auto here =
+        static_cast<std::size_t>(std::upper_bound(rows.begin(), rows.end(), last) - rows.begin());
+    if (here > 0) TakeFrom(i, before, rows.first(here));
+    removed += static_cast<int>(here);
+    rows = rows.subspan(here);
   }
-  std::erase_if(slots_, [](const Slot& slot) { return slot.block->starts.empty(); });
-  CountRows();
+  std::erase_if(slots_, [](const Slot& slot) { return slot.block == nullptr; });
+}
+
+void track_table::TakeFrom(std::size_t slot, int before, std::span<const int> rows) {
+  if (rows.size() == slots_[slot].block->Rows()) return slots_[slot].block.reset();
+  RowBlock& block = Writable(slot);
+  for (std::size_t end = rows.size(); end > 0;) {
+    std::size_t first = end - 1;
+    while (first > 0 && rows[first - 1] + 1 == rows[first]) --first;
+    block.Remove(static_cast<std::size_t>(rows[first] - before - 1), end - first);
+    end = first;
+  }
 }
 
 void track_table::Clear() {
@@ -298,12 +378,12 @@ void track_table::Clear() {
 }
 
 std::vector<int> track_table::RowsNotSharedWith(const track_table& other) const {
-  std::unordered_set<const Block*> shared;
+  std::unordered_set<const RowBlock*> shared;
   for (const Slot& slot : other.slots_) shared.insert(slot.block.get());
   std::vector<int> rows;
   for (const Slot& slot : slots_) {
     if (shared.contains(slot.block.get())) continue;
-    const int count = static_cast<int>(slot.block->starts.size());
+    const int count = static_cast<int>(slot.block->Rows());
     for (int row = 1; row <= count; ++row) rows.push_back(slot.rows_before + row);
   }
   return rows;
@@ -313,8 +393,7 @@ std::vector<track_table::Stretch> track_table::Stretches() const {
   std::vector<Stretch> stretches;
   stretches.reserve(slots_.size());
   for (const Slot& slot : slots_) {
-    stretches.push_back(
-        {slot.block.get(), slot.rows_before + 1, static_cast<int>(slot.block->starts.size())});
+    stretches.push_back({slot.block.get(), slot.rows_before + 1, static_cast<int>(slot.block->Rows())});
   }
   return stretches;
 }
@@ -342,28 +421,31 @@ track_table::Place track_table::Find(int row) const {
           static_cast<std::size_t>(row - 1 - slot->rows_before)};
 }
 
-track_table::Block& track_table::Writable(std::size_t slot) {
+std::uint32_t track_table::NameOf(std::string_view row) const {
+  return NumberOf(file_column_ == 0 ? std::string_view() : CellOf(row, file_column_));
+}
+
+RowBlock& track_table::Writable(std::size_t slot) {
   Slot& wanted = slots_[slot];
   if (wanted.shared) {
-    wanted.block = std::make_shared<Block>(*wanted.block);
+    wanted.block = std::make_shared<RowBlock>(std::shared_ptr<const RowBlock>(wanted.block));
     wanted.shared = false;
   }
   return *wanted.block;
 }
 
-track_table::Block& track_table::BlockFor(std::size_t rows, std::size_t bytes) {
-  if (!slots_.empty() && slots_.back().block->starts.size() + rows <= kRowsInBlock)
+RowBlock& track_table::BlockFor(std::size_t rows, std::size_t bytes) {
+  if (!slots_.empty() && slots_.back().block->Rows() + rows <= kRowsInBlock)
     return Writable(slots_.size() - 1);
   const int before = Rows();
   std::size_t expected = bytes;
   if (!slots_.empty()) {
-    std::string& full = slots_.back().block->rows;
-    if (rows == 1) expected = full.size() + full.size() / 32;
-    if (!slots_.back().shared && full.capacity() - full.size() > full.size() / 16) full.shrink_to_fit();
+    RowBlock& full = *slots_.back().block;
+    if (rows == 1) expected = full.OwnBytes() + full.OwnBytes() / 32;
+    if (!slots_.back().shared) full.Settle();
   }
-  slots_.push_back({std::make_shared<Block>(), before, false});
-  slots_.back().block->rows.reserve(expected);
-  slots_.back().block->starts.reserve(kRowsInBlock);
+  slots_.push_back({std::make_shared<RowBlock>(), before, false});
+  slots_.back().block->Reserve(expected);
   return *slots_.back().block;
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <span>
@@ -11,6 +12,8 @@
 #include <vector>
 
 namespace catalogue {
+
+class RowBlock;
 
 /// One column of a table: the key is its name in files and in the program.
 struct Column {
@@ -37,8 +40,9 @@ inline constexpr int kArtist = 1, kTitle = 2, kOrigin = 3, kGenre = 4, kTime = 5
 ///
 /// Rows move between tables cell by cell; hidden columns travel with them. Made for a million rows: they lie
 /// in blocks as the lines of their index, and a copy of the table shares the blocks until one side changes
-/// them, so that a worker is given a snapshot without a wait. Threads: one at a time; different copies are
-/// independent.
+/// them, so that a worker is given a snapshot without a wait. Each block knows the names of its rows' files
+/// by a number, so that the rows of a file are found without a look at their text, in every copy and whatever
+/// was changed before. Threads: one at a time; different copies are independent.
 class track_table {
  public:
   /// A longer text is cut to this many bytes.
@@ -60,8 +64,13 @@ class track_table {
   void Cells(int row, std::span<std::string_view> cells) const;
   /// Shows one column's cell of each row, quicker than asking for them; stops when visit gives false.
   void VisitColumn(int column, const std::function<bool(int row, std::string_view cell)>& visit) const;
-  /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row.
+  /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row, but for
+  /// the column of the files' names.
   [[nodiscard]] int FindRow(int column, std::string_view text) const;
+  /// The rows of a file. In microseconds, also among a million.
+  [[nodiscard]] std::vector<int> RowsOf(std::string_view file) const;
+  /// The first row of each file, 0 where it has none. Takes hardly longer for thousands than for one.
+  [[nodiscard]] std::vector<int> FirstRowsOf(std::span<const std::string> files) const;
   /// Does nothing for a row or column that is not there.
   void SetCell(int row, int column, std::string_view text);
   /// Appends an empty row and returns its number.
@@ -91,8 +100,10 @@ class track_table {
   void InsertAll(int before, track_table&& other);
   /// Moves all rows of another table of the same columns behind our own.
   void AppendAll(track_table&& other);
+  /// Copies rows that follow each other in a table of the same columns; most of them stay shared with it.
+  void AppendRows(const track_table& other, int first, int count);
   void RemoveRow(int row);
-  /// Requires: ascending, none twice.
+  /// Requires: ascending, each once. Copies no text.
   void RemoveRows(std::span<const int> rows);
   void Clear();
   /// The rows that may differ since one table was copied from the other: all that lie in blocks which only
@@ -109,14 +120,13 @@ class track_table {
   [[nodiscard]] bool IsCopyOf(const track_table& other) const;
 
  private:
-  struct Block;
   struct Place {
     std::size_t slot;
     std::size_t row;  ///< within the block, from 0
   };
   /// A block and the number of rows before it. A shared block is copied before it is changed.
   struct Slot {
-    std::shared_ptr<Block> block;
+    std::shared_ptr<RowBlock> block;
     int rows_before = 0;
     mutable bool shared = false;
   };
@@ -127,14 +137,21 @@ class track_table {
   [[nodiscard]] Place Find(int row) const;
   /// Requires: the row is there.
   void PutRow(int row, std::span<const std::string_view> cells);
-  Block& Writable(std::size_t slot);
+  /// Stops when visit gives false.
+  template <typename Visit>
+  void VisitRowsOf(std::string_view file, const Visit& visit) const;
+  /// The number of a row's file.
+  [[nodiscard]] std::uint32_t NameOf(std::string_view row) const;
+  RowBlock& Writable(std::size_t slot);
   /// Makes two blocks of one. Requires: neither is empty.
   void Cut(std::size_t slot, std::size_t rows_in_first);
-  void CountRows();
   /// The last block, or a new one where it does not hold so many more rows.
-  Block& BlockFor(std::size_t rows, std::size_t bytes);
+  RowBlock& BlockFor(std::size_t rows, std::size_t bytes);
+  /// Leaves no block where no row is left.
+  void TakeFrom(std::size_t slot, int before, std::span<const int> rows);
 
   std::span<const Column> columns_;
+  int file_column_;  ///< 0: none
   std::vector<Slot> slots_;
 };
 

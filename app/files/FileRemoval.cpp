@@ -80,12 +80,18 @@ void FileRemoval::Remove(const std::vector<int>& rows, Done done) {
 
 void FileRemoval::Finish(const Batch& batch) {
   std::vector<int> rows;
+  std::vector<std::string> moved;
   for (const Batch::File& file : batch.files) {
     if (!file.gone) continue;
     // Rows may have moved meanwhile; the file's name is what they are known by.
-    const bool same = table_.Cell(file.row, filename_column_) == file.name;
-    rows.push_back(same ? file.row : table_.FindRow(filename_column_, file.name));
+    if (table_.Cell(file.row, filename_column_) == file.name) {
+      rows.push_back(file.row);
+    } else {
+      moved.push_back(file.name);
+    }
   }
+  const std::vector<int> found = table_.FirstRowsOf(moved);
+  rows.insert(rows.end(), found.begin(), found.end());
   const int removed = catalogue::RemoveRows(table_, std::move(rows));
   if (batch.done) batch.done(removed, batch.kept);
 }

@@ -25,12 +25,10 @@ std::vector<std::string> FilesOf(const catalogue::track_table& table, const std:
   return files;
 }
 
-std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector<std::string>& files,
-                          int column) {
-  std::vector<int> rows;
-  for (const std::string& file : files) {
-    if (const int row = table.FindRow(column, file); row > 0 && !file.empty()) rows.push_back(row);
-  }
+std::vector<int> RowsWith(const catalogue::track_table& table, const std::vector<std::string>& files) {
+  std::vector<int> rows = table.FirstRowsOf(files);
+  for (std::size_t i = 0; i < rows.size(); ++i) rows[i] = files[i].empty() ? 0 : rows[i];
+  std::erase(rows, 0);
   return rows;
 }
 
@@ -116,7 +114,7 @@ void frmMain::DeleteTracks() {
                                              : (*say_)(Say::AskDelete).arg(files.size());
   const Say act = files.size() == 1 ? Say::DeleteFile : Say::DeleteFiles;
   boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(act), [this, files] {
-    const auto rows = RowsWith(workstation_.Catalogue(), files, catalogue::track::kFilename);
+    const auto rows = RowsWith(workstation_.Catalogue(), files);
     workstation_.DeleteTracks(rows,
                               [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {
                                 if (!window.isNull()) window->music_->ShowDeleted(gone, kept);
@@ -131,7 +129,7 @@ void frmMain::DeleteKaraoke() {
   const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDeleteSongs).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
-    const auto rows = RowsWith(workstation_.Karaoke(), files, catalogue::karaoke::kFilename);
+    const auto rows = RowsWith(workstation_.Karaoke(), files);
     workstation_.DeleteKaraoke(rows, [window = QPointer<frmMain>(this)](int, std::vector<std::string> kept) {
       if (!window.isNull()) window->karaoke_->ShowDeleted(kept);
     });
@@ -145,7 +143,7 @@ void frmMain::AddFiles(std::vector<std::string> paths) {
 
 void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
   Add(std::move(paths), [this, deck](const app::IntakeOutcome& outcome) {
-    const auto rows = RowsWith(workstation_.Catalogue(), {outcome.first}, catalogue::track::kFilename);
+    const auto rows = RowsWith(workstation_.Catalogue(), {outcome.first});
     if (!rows.empty()) Load(deck, {TableId::Catalogue, rows});
   });
 }

@@ -227,10 +227,14 @@ QStringList TrackModel::mimeTypes() const {
 }
 
 QMimeData* TrackModel::mimeData(const QModelIndexList& indexes) const {
-  auto* data = new QMimeData;
   std::set<int> rows;
   for (const QModelIndex& index : indexes) rows.insert(TableRow(index));
-  if (id_ && !rows.empty()) PutInto(*data, {*id_, {rows.begin(), rows.end()}});
+  return DataOf({rows.begin(), rows.end()});
+}
+
+QMimeData* TrackModel::DataOf(std::vector<int> rows) const {
+  auto* data = new QMimeData;
+  if (id_ && !rows.empty()) PutInto(*data, {*id_, std::move(rows)});
   return data;
 }
 

@@ -60,6 +60,12 @@ class TrackModel final : public QAbstractTableModel {
   [[nodiscard]] QString TitleOf(int row) const;
   /// Table row (from 1) of an index.
   [[nodiscard]] int TableRow(const QModelIndex& index) const { return TableRowAt(index.row()); }
+  /// And of a place, from 0. Requires: it is shown.
+  [[nodiscard]] int TableRowAt(int place) const {
+    return order_ == nullptr ? place + 1 : (*order_)[static_cast<std::size_t>(place)];
+  }
+  /// These table rows (ascending) as they are dragged.
+  [[nodiscard]] QMimeData* DataOf(std::vector<int> rows) const;
   /// Where a table row is shown, from 0; -1 where it is not.
   [[nodiscard]] int PlaceOf(int table_row) const;
   [[nodiscard]] bool ShowsAll() const { return order_ == nullptr; }
@@ -74,9 +80,6 @@ class TrackModel final : public QAbstractTableModel {
 
  private:
   [[nodiscard]] const GridColumn& ColumnAt(int column) const;
-  [[nodiscard]] int TableRowAt(int place) const {
-    return order_ == nullptr ? place + 1 : (*order_)[static_cast<std::size_t>(place)];
-  }
   [[nodiscard]] int PlacesNow() const;
   /// Rows that were taken out of the table are not there until the next answer of the search.
   void DropMissingRows();

@@ -14,11 +14,28 @@ namespace {
 
 constexpr const char* kType = "application/x-djtolven-rows";
 
+/// More than any table has; rows come from other programs, too.
+constexpr std::size_t kMostRows = std::size_t{1} << 24;
+
 /// One number of the text that rows are dragged as.
 std::optional<int> NumberIn(std::string_view text, int least, int most) {
   const auto number = support::ParseInteger(text);
   if (!number || *number < least || *number > most) return std::nullopt;
   return static_cast<int>(*number);
+}
+
+/// Adds a row, or rows that follow each other: "7" or "7-12".
+bool AddRows(std::string_view text, std::vector<int>& rows) {
+  const std::size_t dash = text.find('-');
+  const auto first = NumberIn(text.substr(0, dash), 1, INT32_MAX);
+  if (!first) return false;
+  const auto last =
+      dash == std::string_view::npos ? first : NumberIn(text.substr(dash + 1), *first, INT32_MAX);
+  if (!last || rows.size() + static_cast<std::size_t>(*last - *first) >= kMostRows) return false;
+  const std::size_t before = rows.size();
+  rows.resize(before + static_cast<std::size_t>(*last - *first) + 1);
+  std::iota(rows.begin() + static_cast<std::ptrdiff_t>(before), rows.end(), *first);
+  return true;
 }
 
 }  // namespace
@@ -29,7 +46,13 @@ QString TrackRowsType() {
 
 void PutInto(QMimeData& data, const TrackRows& rows) {
   QByteArray text = QByteArray::number(static_cast<int>(rows.table));
-  for (const int row : rows.rows) text += ' ' + QByteArray::number(row);
+  for (std::size_t first = 0; first < rows.rows.size();) {
+    std::size_t last = first;
+    while (last + 1 < rows.rows.size() && rows.rows[last + 1] == rows.rows[last] + 1) ++last;
+    text += ' ' + QByteArray::number(rows.rows[first]);
+    if (last > first) text += '-' + QByteArray::number(rows.rows[last]);
+    first = last + 1;
+  }
   data.setData(TrackRowsType(), text);
 }
 
@@ -40,9 +63,7 @@ std::optional<TrackRows> TrackRowsIn(const QMimeData& data) {
   if (!table || parts.size() < 2) return std::nullopt;
   TrackRows rows{static_cast<TableId>(*table), {}};
   for (std::size_t i = 1; i < parts.size(); ++i) {
-    const auto row = NumberIn(parts[i], 1, INT32_MAX);
-    if (!row) return std::nullopt;
-    rows.rows.push_back(*row);
+    if (!AddRows(parts[i], rows.rows)) return std::nullopt;
   }
   return rows;
 }

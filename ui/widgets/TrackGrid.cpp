@@ -21,6 +21,19 @@
 namespace ui {
 namespace {
 
+/// Ascending. Many of a sorted grid are noted by their numbers, because comparing a million takes too long.
+void SortRows(std::vector<int>& rows) {
+  if (std::is_sorted(rows.begin(), rows.end())) return;
+  constexpr std::size_t kFew = 4096;
+  if (rows.size() < kFew) return std::sort(rows.begin(), rows.end());
+  std::vector<bool> chosen(static_cast<std::size_t>(*std::max_element(rows.begin(), rows.end())) + 1);
+  for (const int row : rows) chosen[static_cast<std::size_t>(row)] = true;
+  rows.clear();
+  for (std::size_t row = 0; row < chosen.size(); ++row) {
+    if (chosen[row]) rows.push_back(static_cast<int>(row));
+  }
+}
+
 /// Heads that stand exactly over their cells.
 class GridHead final : public QHeaderView {
  public:
@@ -98,10 +111,9 @@ int TrackGrid::ChosenRow() const {
 std::vector<int> TrackGrid::ChosenRows() const {
   std::vector<int> rows;
   for (const QItemSelectionRange& range : selectionModel()->selection()) {
-    for (int place = range.top(); place <= range.bottom(); ++place)
-      rows.push_back(rows_.TableRow(rows_.index(place, 0)));
+    for (int place = range.top(); place <= range.bottom(); ++place) rows.push_back(rows_.TableRowAt(place));
   }
-  std::sort(rows.begin(), rows.end());
+  SortRows(rows);
   return rows;
 }
 
@@ -227,7 +239,7 @@ QPixmap TrackGrid::DragPicture() const {
 void TrackGrid::startDrag(Qt::DropActions) {
   if (!currentIndex().isValid() || !rows_.Id()) return;
   auto* drag = new QDrag(this);
-  drag->setMimeData(rows_.mimeData(selectionModel()->selectedRows()));
+  drag->setMimeData(rows_.DataOf(ChosenRows()));
   drag->setPixmap(DragPicture());
   drag->exec(Qt::CopyAction | Qt::MoveAction, takes_drops_ ? Qt::MoveAction : Qt::CopyAction);
 }
