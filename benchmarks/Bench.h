@@ -30,9 +30,11 @@ namespace bench {
 /// From a command to the ear, on a real sound server of its own.
 [[nodiscard]] std::vector<Figure> MeasureEar();
 [[nodiscard]] std::vector<Figure> MeasureWindow();
+/// A start with a million rows, and what the window's thread pays for acts among them.
+[[nodiscard]] std::vector<Figure> MeasureRows();
 
-/// The part of MeasureWindow that runs in a process of its own; main calls it for the arguments that
-/// MeasureWindow gives.
+/// The part of MeasureWindow and MeasureRows that runs in a process of its own; main calls it for the
+/// arguments that they give.
 int RunWindowChild(int argc, char* argv[]);
 
 }  // namespace bench

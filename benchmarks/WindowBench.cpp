@@ -1,9 +1,11 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Starts the real program in processes of its own, on Qt's offscreen platform and without a sound server.
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QTest>
+#include <algorithm>
 #include <array>
 #include <chrono>
 #include <cstdio>
@@ -12,6 +14,7 @@
 #include <string>
 
 #include "benchmarks/Bench.h"
+#include "benchmarks/RowsBench.h"
 #include "catalogue/IndexFile.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/files/DiskFileSaver.h"
@@ -24,8 +27,9 @@ namespace {
 namespace fs = std::filesystem;
 using platform::codec::testing::MediaMaker;
 
-constexpr int kStarts = 7;
+constexpr int kStarts = 7, kLongStarts = 3;
 constexpr int kPlaySeconds = 10;
+constexpr int kSettleSeconds = 15;
 
 std::int64_t MonotonicNow() {
   return std::chrono::steady_clock::now().time_since_epoch().count();
@@ -94,6 +98,27 @@ int ShowStart(const char* folder, const char* began) {
   return 0;
 }
 
+/// Until what is derived from the rows is made, too: the first paint, and the memory then and at its most.
+int ShowLongStart(const char* folder, const char* began) {
+  program::Program program{fs::path(folder)};
+  FirstPaint paint;
+  auto* rows = program.Window().findChild<QAbstractItemView*>(QStringLiteral("Catalogue"));
+  rows->viewport()->installEventFilter(&paint);
+  program.Window().show();
+  while (!paint.Painted()) QApplication::processEvents();
+  const double seconds = static_cast<double>(MonotonicNow() - std::atoll(began)) * 1e-9;
+  double most = ResidentMegabytes();
+  QElapsedTimer wall;
+  wall.start();
+  while (wall.elapsed() < kSettleSeconds * 1000) {
+    QTest::qWait(10);
+    most = std::max(most, ResidentMegabytes());
+  }
+  std::printf("%f %f %f\n", seconds, ResidentMegabytes(), most);
+  std::fflush(stdout);
+  return 0;
+}
+
 /// CPU of the window's thread in percent of a core while two decks play.
 int ShowRepaint(const char* folder) {
   program::Program program{fs::path(folder)};
@@ -123,8 +148,38 @@ int RunWindowChild(int argc, char* argv[]) {
   setenv("QT_QPA_PLATFORM", "offscreen", 1);
   setenv("PULSE_SERVER", "unix:/nonexistent", 1);
   QApplication application(argc, argv);
-  return std::string_view(argv[1]) == "--start" && argc == 4 ? ShowStart(argv[2], argv[3])
-                                                             : ShowRepaint(argv[2]);
+  const std::string_view part(argv[1]);
+  if (part == "--acts") return ShowActs(argv[2]);
+  if (part == "--start" && argc == 4) return ShowStart(argv[2], argv[3]);
+  if (part == "--long-start" && argc == 4) return ShowLongStart(argv[2], argv[3]);
+  return ShowRepaint(argv[2]);
+}
+
+std::vector<Figure> MeasureRows() {
+  const MediaMaker media;
+  const fs::path home = media.PathOf("home");
+  setenv("XDG_CONFIG_HOME", home.c_str(), 1);
+  fs::create_directories(home);
+  WriteRows(home / "tlv.ndx", 1'000'000);
+  std::vector<double> seconds, settled, most;
+  for (int run = 0; run < kLongStarts; ++run) {
+    const auto start = RunChild("--long-start '" + home.string() + "' " + std::to_string(MonotonicNow()));
+    if (start.size() != 3) return {};
+    seconds.push_back(start[0]);
+    settled.push_back(start[1]);
+    most.push_back(start[2]);
+  }
+  std::vector<Figure> figures{
+      {"start until the first of 1,000,000 rows are painted", "s", Median(seconds), {}, "under 1"},
+      {"resident memory once the search index is made", "MB", Median(settled), {}, "under 400"},
+      {"and at its most", "MB", Median(most), {}, "under 400"}};
+  const std::vector<double> acts = RunChild("--acts '" + home.string() + "'");
+  for (std::size_t i = 0; i < std::size(kActs) && 2 * i + 1 < acts.size(); ++i) {
+    const std::string name = std::string("among 1,000,000 rows ") + kActs[i];
+    figures.push_back({name + ": CPU of the window's thread, p99", "ms", acts[2 * i], {}, "under 16"});
+    figures.push_back({"and wall", "ms", acts[2 * i + 1], {}, ""});
+  }
+  return figures;
 }
 
 std::vector<Figure> MeasureWindow() {

@@ -30,6 +30,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"ear", bench::MeasureEar},
     {"karaoke", bench::MeasureKaraoke},
     {"window", bench::MeasureWindow},
+    {"rows", bench::MeasureRows},
 });
 
 }  // namespace

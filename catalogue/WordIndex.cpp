@@ -17,7 +17,7 @@ constexpr int kFieldBits = 6;
 constexpr std::uint32_t kFieldMask = (1U << kFieldBits) - 1;
 constexpr std::size_t kLetters = 36, kNone = SIZE_MAX;
 constexpr std::size_t kLookedThrough = 64;
-constexpr std::size_t kMostWaiting = std::size_t{1} << 20;
+constexpr std::size_t kMostWaiting = std::size_t{1} << 19;
 
 std::size_t SingleOf(char letter) {
   if (letter >= 'a' && letter <= 'z') return static_cast<std::size_t>(letter - 'a');

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <random>
 #include <string>
 
 namespace catalogue {
@@ -61,6 +62,42 @@ TEST(RowMovesTest, MovedRowsStayTogetherInTheirOrder) {
     EXPECT_EQ(Letters(list), one.after);
     EXPECT_EQ(list.Cell(5, track::kEndMixPoint), "180.000");
   }
+}
+
+track_table Long(int rows) {
+  track_table table(TrackColumns());
+  for (int row = 1; row <= rows; ++row) {
+    table.AddRow(std::vector<std::string_view>{"", std::to_string(row)});
+  }
+  return table;
+}
+
+std::size_t RowsOfItsOwn(const track_table& table, const track_table& other) {
+  return table.RowsNotSharedWith(other).size();
+}
+
+TEST(RowMovesTest, OfALongTableOnlyWhatLiesAroundAMoveIsCopied) {
+  const track_table table = Long(100'000);
+  track_table playlist(TrackColumns());
+  std::vector<int> all(100'000);
+  for (int row = 1; row <= 100'000; ++row) all[static_cast<std::size_t>(row - 1)] = row;
+  EXPECT_EQ(AppendRows(playlist, table, all), 100'000);
+  EXPECT_LT(RowsOfItsOwn(playlist, table), 300U);
+  EXPECT_EQ(MoveRows(playlist, {70'000}, 20), 20);
+  EXPECT_EQ(playlist.Cell(20, track::kTitle), "70000");
+  EXPECT_EQ(playlist.Cell(70'001, track::kTitle), "70001");
+  EXPECT_LT(RowsOfItsOwn(playlist, table), 2000U);
+}
+
+TEST(RowMovesTest, RowsThatAreMovedAboutDoNotEndUpInABlockEach) {
+  track_table table = Long(20'000);
+  std::mt19937 dice(3);
+  for (int i = 0; i < 2000; ++i) {
+    const auto place = [&] { return 1 + static_cast<int>(dice() % 20'000); };
+    MoveRows(table, {place()}, place());
+  }
+  EXPECT_EQ(table.Rows(), 20'000);
+  EXPECT_LT(table.Stretches().size(), 20'000U / 60);
 }
 
 }  // namespace

@@ -216,11 +216,13 @@ TEST_F(RandomSearchTest, WhatIsFoundIsWhatLookingThroughAllRowsFinds) {
 }
 
 TEST(SearchIndexTest, ManyRowsAreReadInPartsAndASearchThatIsStoppedLeavesTheOldOne) {
+  constexpr std::string_view kManyWords =
+      "b c d e f g h i j k l m n o p q r s t u v w x y z ab cd ef gh ij kl mn op qr st uv wx yz";
   track_table table(TrackColumns());
   const auto add = [&table](int count, std::string_view artist) {
     for (int i = 0; i < count; ++i) {
-      table.AddRow(
-          std::vector<std::string_view>{artist, "same beginning of a long title " + std::to_string(i % 7)});
+      table.AddRow(std::vector<std::string_view>{
+          artist, "same beginning of a long title " + std::to_string(i % 7), "", "", "", "", kManyWords});
     }
   };
   add(20'000, "first");
@@ -232,6 +234,10 @@ TEST(SearchIndexTest, ManyRowsAreReadInPartsAndASearchThatIsStoppedLeavesTheOldO
   EXPECT_EQ(index.Find(ParseQuery("middle")), std::vector<int>{9'000});
   EXPECT_EQ(index.Find(ParseQuery("last")).size(), 1'000u);
   EXPECT_EQ(index.Find(ParseQuery("\"beginning of a\"")).size(), 21'000u);
+  EXPECT_EQ(index.Find(ParseQuery("album:yz")).size(), 21'000u);
+  const std::vector<int> sevenths = index.Find(ParseQuery("title:3"));
+  ASSERT_EQ(sevenths.size(), 3'000u);
+  for (std::size_t i = 0; i < sevenths.size(); ++i) EXPECT_EQ(sevenths[i] % 7, sevenths[i] <= 20'000 ? 4 : 5);
   const auto by_title = OrderBy(table, {track::kTitle, SortAs::Text, SortDirection::Down}, kGoOn);
   EXPECT_EQ(by_title.front(), 7);
   EXPECT_EQ(by_title.back(), 21'000 - 999 + 994);

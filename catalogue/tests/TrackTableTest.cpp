@@ -97,6 +97,7 @@ class PlainTable {
     const int row = static_cast<int>(random() % (rows_.size() + 2));
     const int column = 1 + static_cast<int>(random() % 6);
     const std::string text(random() % 200, static_cast<char>('a' + random() % 26));
+    if (random() % 100 == 0) return RemoveEach(table, 2 + random() % 30);
     switch (random() % 8) {
       case 0:
         table.RemoveRow(row);
@@ -108,8 +109,8 @@ class PlainTable {
         if (Has(row)) rows_[static_cast<std::size_t>(row - 1)][static_cast<std::size_t>(column - 1)] = text;
         return;
       default:
-        Add(table, {text, "b"});
-        rows_.push_back({text, "b", "", "", "", ""});
+        Add(table, {text, "b", "", "", "", text.substr(0, 2)});
+        rows_.push_back({text, "b", "", "", "", text.substr(0, 2)});
     }
   }
   void ExpectSame(const track_table& table) const {
@@ -117,9 +118,37 @@ class PlainTable {
     for (int row = 1; row <= table.Rows(); ++row) {
       ASSERT_EQ(CellsOf(table, row), rows_[static_cast<std::size_t>(row - 1)]) << "row " << row;
     }
+    const std::string files[] = {"aa", "", "none", "qq", "aa", rows_.empty() ? "" : rows_.back()[5]};
+    const std::vector<int> first = table.FirstRowsOf(files);
+    for (std::size_t i = 0; i < std::size(files); ++i) {
+      const std::vector<int> rows = RowsOf(files[i]);
+      EXPECT_EQ(table.RowsOf(files[i]), rows) << files[i];
+      EXPECT_EQ(first[i], rows.empty() ? 0 : rows.front()) << files[i];
+      EXPECT_EQ(table.FindRow(karaoke::kFilename, files[i]), first[i]) << files[i];
+    }
   }
 
  private:
+  [[nodiscard]] std::vector<int> RowsOf(const std::string& file) const {
+    std::vector<int> rows;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      if (rows_[i][5] == file) rows.push_back(static_cast<int>(i) + 1);
+    }
+    return rows;
+  }
+  void RemoveEach(track_table& table, std::size_t step) {
+    std::vector<int> removed;
+    std::vector<Row> left;
+    for (std::size_t i = 0; i < rows_.size(); ++i) {
+      if (i % step < step / 4) {
+        removed.push_back(static_cast<int>(i) + 1);
+      } else {
+        left.push_back(rows_[i]);
+      }
+    }
+    table.RemoveRows(removed);
+    rows_ = std::move(left);
+  }
   [[nodiscard]] bool Has(int row) const { return row >= 1 && row <= static_cast<int>(rows_.size()); }
   std::vector<Row> rows_;
 };
@@ -130,9 +159,10 @@ TEST(TrackTableTest, ManyChangesLeaveWhatAPlainTableWouldHold) {
   PlainTable plain;
   track_table snapshot = table;
   PlainTable plain_snapshot;
-  for (int i = 0; i < 4000; ++i) {
+  for (int i = 0; i < 8000; ++i) {
     plain.Apply(table, random);
-    if (i % 1000 != 500) continue;
+    if (i % 500 != 250) continue;
+    plain.ExpectSame(table);
     plain_snapshot.ExpectSame(snapshot);
     snapshot = table;
     plain_snapshot = plain;

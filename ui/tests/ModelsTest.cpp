@@ -133,9 +133,20 @@ TEST_F(TrackModelTest, ATempoIsShownWithOneDecimalAndOtherTextAsItStands) {
   }
 }
 
+TEST(TrackRows, AMillionRowsThatFollowEachOtherAreAFewLetters) {
+  TrackRows rows{TableId::Playlist1, {2, 4, 5, 6}};
+  for (int row = 10; row <= 1'000'000; ++row) rows.rows.push_back(row);
+  QMimeData data;
+  PutInto(data, rows);
+  EXPECT_EQ(data.data(TrackRowsType()), "1 2 4-6 10-1000000");
+  const auto read = TrackRowsIn(data);
+  ASSERT_TRUE(read);
+  EXPECT_EQ(read->rows, rows.rows);
+}
+
 TEST(TrackRows, GarbageIsNoRows) {
-  for (const char* text :
-       {"", "0", "0 ", "0 0", "0 -3", "0 1x", "4 1", "-1 1", "x 1", "0 1 99999999999999"}) {
+  for (const char* text : {"", "0", "0 ", "0 0", "0 -3", "0 1x", "4 1", "-1 1", "x 1", "0 1 99999999999999",
+                           "0 3-2", "0 1-", "0 -", "0 1-2147483647", "0 1-9000000 1-9000000"}) {
     QMimeData data;
     data.setData(TrackRowsType(), text);
     EXPECT_FALSE(TrackRowsIn(data)) << text;
