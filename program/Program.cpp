@@ -124,7 +124,10 @@ struct Program::Parts {
   std::unique_ptr<ui::frmMain> window;
 };
 
-Program::Program(const std::filesystem::path& folder) : parts_(std::make_unique<Parts>(folder)) {}
+Program::Program(const std::filesystem::path& folder) {
+  platform::files::ReturnFreedMemory();
+  parts_ = std::make_unique<Parts>(folder);
+}
 
 Program::~Program() {
   constexpr std::chrono::milliseconds kPatience{500};

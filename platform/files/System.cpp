@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "platform/files/System.h"
 
+#include <malloc.h>
 #include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
@@ -40,6 +41,15 @@ void LowerThreadPriority() noexcept {
   constexpr int kThread = 1, kLowestOfNormal = (2 << 13) | 7;  // as the system's call counts them
   setpriority(PRIO_PROCESS, 0, kNice);
   syscall(SYS_ioprio_set, kThread, 0, kLowestOfNormal);
+}
+
+void ReturnFreedMemory() noexcept {
+#ifdef __GLIBC__
+  // Left to itself it raises both limits with each large block that is freed, up to 32 and 64 MB a thread.
+  constexpr int kLimit = 4 << 20;
+  mallopt(M_MMAP_THRESHOLD, kLimit);
+  mallopt(M_TRIM_THRESHOLD, kLimit);
+#endif
 }
 
 }  // namespace platform::files

@@ -22,4 +22,9 @@ ThreadPriority RaiseThreadPriority() noexcept;
 /// Lets all other threads run before the calling one, on processor and disk, for work that may wait.
 void LowerThreadPriority() noexcept;
 
+/// From now on memory that the program lets go of goes back to the system, but for a few megabytes: what the
+/// search index of a large collection needs while it is made is not kept for good. Called before there are
+/// other threads.
+void ReturnFreedMemory() noexcept;
+
 }  // namespace platform::files

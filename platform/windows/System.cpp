@@ -35,4 +35,7 @@ ThreadPriority RaiseThreadPriority() noexcept {
   return ThreadPriority::Normal;
 }
 
+// This system's heap does so by itself.
+void ReturnFreedMemory() noexcept {}
+
 }  // namespace platform::files

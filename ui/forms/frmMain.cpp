@@ -265,6 +265,11 @@ void frmMain::FocusPage() {
   music_->TakeFocus();
 }
 
+void frmMain::paintEvent(QPaintEvent* event) {
+  QMainWindow::paintEvent(event);
+  painted_ = true;
+}
+
 void frmMain::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
   ApplySize();
@@ -303,7 +308,8 @@ void frmMain::closeEvent(QCloseEvent* event) {
 
 void frmMain::ShowFrame() {
   workstation_.PumpWindow();
-  workstation_.Lists().Follow();
+  // The first rows are painted before anything is made of all of them.
+  if (frames_.isActive() && (painted_ || !isVisible())) workstation_.Lists().Follow();
   view_ = workstation_.View();
   const support::TimePoint now = clock_.Now();
   for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);

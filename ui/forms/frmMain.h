@@ -59,6 +59,7 @@ class frmMain final : public QMainWindow {
   [[nodiscard]] const Editors& OpenEditors() const { return editors_; }
 
  protected:
+  void paintEvent(QPaintEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
   void closeEvent(QCloseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
@@ -129,6 +130,7 @@ class frmMain final : public QMainWindow {
   QTimer frames_;
   double points_ = 0;
   int page_ = 0;
+  bool painted_ = false;
   bool was_active_ = false;
   std::array<bool, 2> nudging_{};  ///< by a key that is held
   TableId active_ = TableId::Catalogue;
