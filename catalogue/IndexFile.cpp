@@ -19,6 +19,8 @@ namespace {
 /// Thirteen of the longest cells, every byte of them escaped, still fit.
 constexpr std::size_t kLongestLine = 1 << 21;
 constexpr std::size_t kPiece = 1 << 18;
+/// Lines that are not copied into a piece with others.
+constexpr std::size_t kManyLines = 1 << 14;
 constexpr std::uintmax_t kLargeFile = 1 << 22;
 constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 
@@ -254,38 +256,42 @@ IndexPrinter::IndexPrinter(const track_table& table, const std::filesystem::path
       cells_(table.Columns().size()) {}
 
 std::string_view IndexPrinter::Next() {
-  const track_table::Lines lines = table_.LinesFrom(row_);
-  row_ += lines.rows;
-  if (lines.rows > 0) return Stored(lines.text);
   piece_.clear();
-  for (; row_ <= table_.Rows() && table_.LinesFrom(row_).rows == 0 && piece_.size() < kPiece; ++row_) {
-    AppendRow();
+  while (row_ <= table_.Rows() && piece_.size() < kPiece) {
+    const track_table::Lines lines = table_.LinesFrom(row_);
+    const bool as_they_stand = below_.empty() && lines.text.size() >= kManyLines;
+    if (as_they_stand && !piece_.empty()) return piece_;
+    row_ += std::max(lines.rows, 1);
+    if (as_they_stand) return lines.text;
+    if (lines.rows > 0) {
+      AppendLines(lines.text);
+    } else {
+      AppendRow(row_ - 1);
+    }
   }
   return piece_;
 }
 
-std::string_view IndexPrinter::Stored(std::string_view lines) {
-  if (below_.empty()) return lines;
-  const std::boyer_moore_horspool_searcher search(below_.begin(), below_.end());
-  piece_.clear();
+void IndexPrinter::AppendLines(std::string_view lines) {
   auto clean = lines.begin();
-  for (auto at = std::search(lines.begin(), lines.end(), search); at != lines.end();
-       at = std::search(at + 1, lines.end(), search)) {
-    // A title may look like a path too, and a path may hold another one.
-    const std::string_view before = lines.substr(0, static_cast<std::size_t>(at - lines.begin()));
-    const std::string_view line = before.substr(before.find_last_of('\n') + 1);
-    if (!line.ends_with('\t') || std::count(line.begin(), line.end(), '\t') != path_column_ - 1) continue;
-    piece_.append(clean, at);
-    piece_ += support::ProgramFolder::kBelow;
-    clean = at + static_cast<std::ptrdiff_t>(below_.size());
+  if (!below_.empty()) {
+    const std::boyer_moore_horspool_searcher search(below_.begin(), below_.end());
+    for (auto at = std::search(lines.begin(), lines.end(), search); at != lines.end();
+         at = std::search(at + 1, lines.end(), search)) {
+      // A title may look like a path too, and a path may hold another one.
+      const std::string_view before = lines.substr(0, static_cast<std::size_t>(at - lines.begin()));
+      const std::string_view line = before.substr(before.find_last_of('\n') + 1);
+      if (!line.ends_with('\t') || std::count(line.begin(), line.end(), '\t') != path_column_ - 1) continue;
+      piece_.append(clean, at);
+      piece_ += support::ProgramFolder::kBelow;
+      clean = at + static_cast<std::ptrdiff_t>(below_.size());
+    }
   }
-  if (clean == lines.begin()) return lines;
   piece_.append(clean, lines.end());
-  return piece_;
 }
 
-void IndexPrinter::AppendRow() {
-  table_.Cells(row_, cells_);
+void IndexPrinter::AppendRow(int row) {
+  table_.Cells(row, cells_);
   std::string stored;
   if (!below_.empty() && path_column_ > 0) {
     std::string_view& path = cells_[static_cast<std::size_t>(path_column_ - 1)];

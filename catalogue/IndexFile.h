@@ -67,9 +67,9 @@ class IndexPrinter {
   std::string_view Next();
 
  private:
-  void AppendRow();
-  /// The same lines with their paths as they are kept.
-  std::string_view Stored(std::string_view lines);
+  void AppendRow(int row);
+  /// With their paths as they are kept.
+  void AppendLines(std::string_view lines);
 
   const track_table& table_;
   const support::ProgramFolder folder_;

@@ -90,6 +90,19 @@ TEST_F(Batch, FillsTheRowsAndSavesTheIndex) {
   EXPECT_EQ(tag_writer_.Writes(), 0) << "nobody asked for tags";
 }
 
+TEST_F(Batch, EveryRowOfAFileIsFilledHoweverManyOthersThereAre) {
+  Begin();
+  catalogue::track_table& table = station_->Catalogue();
+  for (int i = 0; i < 30'000; ++i) {
+    table.AddRow(std::vector<std::string_view>{"", "", "", "other " + std::to_string(i)});
+  }
+  const int second = table.AddRow(std::vector<std::string_view>{"", "", "", "3.mp3"});
+  Start({4});
+  Work();
+  EXPECT_FALSE(table.Cell(4, track::kEndMixPoint).empty());
+  EXPECT_EQ(table.Cell(second, track::kEndMixPoint), table.Cell(4, track::kEndMixPoint));
+}
+
 TEST_F(Batch, WritesTheTagsWhereTheSettingSaysSo) {
   Store("Tags", "Write", "True");
   Begin();
