@@ -49,8 +49,15 @@ void InsertRows(track_table& table, int before, track_table&& rows) {
 
 int RowNearest(const track_table& table, int column, std::string_view text, int place) {
   int nearest = 0;
+  const auto look = [&](int row) {
+    if (nearest == 0 || std::abs(row - place) < std::abs(nearest - place)) nearest = row;
+  };
+  if (column == table.FileColumn()) {
+    for (const int row : table.RowsOf(text)) look(row);
+    return nearest;
+  }
   table.VisitColumn(column, [&](int row, std::string_view cell) {
-    if (cell == text && (nearest == 0 || std::abs(row - place) < std::abs(nearest - place))) nearest = row;
+    if (cell == text) look(row);
     return nearest == 0 || row - place < std::abs(nearest - place);
   });
   return nearest;

@@ -19,7 +19,7 @@ int RemoveRows(track_table& table, std::vector<int> rows);
 /// Puts all rows of another table before a row; one past the last, and what lies beyond: at the end.
 void InsertRows(track_table& table, int before, track_table&& rows);
 /// Of the rows that have this text in the column the one nearest to the place where it was; 0 for none. Looks
-/// at every row.
+/// at every row, but for the column of the files' names.
 [[nodiscard]] int RowNearest(const track_table& table, int column, std::string_view text, int place);
 /// Puts these rows, in their present order, before a row (one past the last: to the end). Gives the number of
 /// the first one at its new place, 0 when there was none.

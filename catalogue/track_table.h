@@ -67,6 +67,8 @@ class track_table {
   /// The first row whose cell in this column is the text, 0 when there is none. Looks at every row, but for
   /// the column of the files' names.
   [[nodiscard]] int FindRow(int column, std::string_view text) const;
+  /// The column of the files' names; 0 where there is none.
+  [[nodiscard]] int FileColumn() const { return file_column_; }
   /// The rows of a file. In microseconds, also among a million.
   [[nodiscard]] std::vector<int> RowsOf(std::string_view file) const;
   /// The first row of each file, 0 where it has none. Takes hardly longer for thousands than for one.

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 #include <string_view>
-#include <unordered_set>
 #include <utility>
+#include <vector>
 
 #include "catalogue/RowMoves.h"
 
@@ -14,45 +14,16 @@ namespace {
 
 using catalogue::track_table;
 
-/// Which of these rows hold files that the table has a row for.
-std::unordered_set<std::string> FilesInBoth(const track_table& rows, const track_table& table, int column) {
-  std::unordered_set<std::string> ours, both;
-  if (table.Rows() == 0) return both;
-  rows.VisitColumn(column, [&ours](int, std::string_view file) { return ours.emplace(file), true; });
-  std::string name;
-  table.VisitColumn(column, [&](int, std::string_view file) {
-    name = file;
-    if (ours.contains(name)) both.insert(name);
-    return true;
-  });
-  return both;
-}
-
-int LeaveOut(track_table& rows, const std::unordered_set<std::string>& files, int column) {
-  std::vector<int> known;
-  rows.VisitColumn(column, [&](int row, std::string_view file) {
-    if (files.contains(std::string(file))) known.push_back(row);
-    return true;
-  });
-  rows.RemoveRows(known);
-  return static_cast<int>(known.size());
-}
-
-/// Some rows that follow each other; many of them stay in their blocks.
-track_table Part(const track_table& rows, int first, int end) {
-  constexpr int kMany = 1000;
-  if (end - first < kMany) {
-    track_table part(rows.Columns());
-    for (int row = first; row < end; ++row) part.AppendFrom(rows, row);
-    return part;
-  }
-  std::vector<int> others;
-  for (int row = 1; row <= rows.Rows(); ++row) {
-    if (row < first || row >= end) others.push_back(row);
-  }
-  track_table part = rows;
-  part.RemoveRows(others);
-  return part;
+/// Which of these rows (from 1) hold files that the table has a row for.
+std::vector<bool> KnownIn(const track_table& table, const track_table& rows, int column) {
+  if (table.Rows() == 0) return std::vector<bool>(static_cast<std::size_t>(rows.Rows()) + 1);
+  std::vector<std::string> files;
+  files.reserve(static_cast<std::size_t>(rows.Rows()));
+  rows.VisitColumn(column, [&files](int, std::string_view file) { return files.emplace_back(file), true; });
+  const std::vector<int> found = table.FirstRowsOf(files);
+  std::vector<bool> known(found.size() + 1);
+  for (std::size_t i = 0; i < found.size(); ++i) known[i + 1] = found[i] > 0;
+  return known;
 }
 
 /// Finds the places of runs in a table that may have changed, in ascending order.
@@ -103,18 +74,13 @@ int RemovedRows::Remove(ListId list, std::vector<int> rows) {
 
 void RemovedRows::Remember(ListId list, const std::vector<int>& rows) {
   const track_table& table = tables_.Of(list);
-  Step step{list, {}, table};
-  std::vector<int> others;
-  int next = 1;
+  Step step{list, {}, track_table(table.Columns())};
   for (const int row : rows) {
-    while (next < row) others.push_back(next++);
-    ++next;
     const bool goes_on = !step.runs.empty() && step.runs.back().place + step.runs.back().rows == row;
     if (!goes_on) step.runs.push_back({row, 0, std::string(table.Cell(row - 1, FileColumn(list)))});
     ++step.runs.back().rows;
   }
-  while (next <= table.Rows()) others.push_back(next++);
-  step.rows.RemoveRows(others);
+  catalogue::AppendRows(step.rows, table, rows);
   steps_.push_back(std::move(step));
   Forget();
 }
@@ -135,14 +101,18 @@ std::optional<RemovedRows::Back> RemovedRows::Undo() {
   track_table& table = tables_.Of(step.list);
   const int column = FileColumn(step.list);
   Back back{step.list};
-  std::unordered_set<std::string> there;
-  if (!IsPlaylist(step.list)) there = FilesInBoth(step.rows, table, column);
+  std::vector<bool> there(static_cast<std::size_t>(step.rows.Rows()) + 1);
+  if (!IsPlaylist(step.list)) there = KnownIn(table, step.rows, column);
   Places places(table, column);
   int next = 1;
   for (const Run& run : step.runs) {
-    track_table rows = Part(step.rows, next, next + run.rows);
+    track_table rows(table.Columns());
+    std::vector<int> wanted;
+    for (int row = next; row < next + run.rows; ++row) {
+      there[static_cast<std::size_t>(row)] ? void(++back.known) : wanted.push_back(row);
+    }
+    catalogue::AppendRows(rows, step.rows, wanted);
     next += run.rows;
-    if (!there.empty()) back.known += LeaveOut(rows, there, column);
     if (rows.Rows() == 0) continue;
     const int place = places.Of(run.place, run.below);
     if (back.rows == 0) back.first_row = place;

@@ -28,6 +28,7 @@
 #include "ui/forms/StatusLine.h"
 #include "ui/forms/VisualPanel.h"
 #include "ui/forms/frmKaraoke.h"
+#include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/PageButton.h"
 
