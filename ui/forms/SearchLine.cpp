@@ -80,12 +80,11 @@ void SearchLine::ShowRows() {
   model_.ShowRows(search_.Shown());
   if (chosen.empty() || chosen.size() > kMostKept) return;
   grid_.ChooseRow(current);
-  for (const int row : chosen) {
-    const int place = model_.PlaceOf(row);
-    if (place < 0) continue;
-    grid_.selectionModel()->select(model_.index(place, 0),
-                                   QItemSelectionModel::Select | QItemSelectionModel::Rows);
+  QItemSelection places;
+  for (const int place : model_.PlacesOf(chosen)) {
+    places.select(model_.index(place, 0), model_.index(place, model_.columnCount() - 1));
   }
+  grid_.selectionModel()->select(places, QItemSelectionModel::Select);
 }
 
 void SearchLine::ShowCount() {

@@ -76,6 +76,19 @@ int TrackModel::PlaceOf(int table_row) const {
   return found == order_->end() ? -1 : static_cast<int>(found - order_->begin());
 }
 
+std::vector<int> TrackModel::PlacesOf(const std::vector<int>& table_rows) const {
+  std::vector<bool> wanted(static_cast<std::size_t>(table_.Rows()) + 1);
+  for (const int row : table_rows) {
+    if (row >= 1 && row <= table_.Rows()) wanted[static_cast<std::size_t>(row)] = true;
+  }
+  std::vector<int> places;
+  for (int place = 0; place < rows_; ++place) {
+    const auto row = static_cast<std::size_t>(TableRowAt(place));
+    if (row < wanted.size() && wanted[row]) places.push_back(place);
+  }
+  return places;
+}
+
 void TrackModel::ShowPlayed(std::size_t count) {
   if (std::exchange(played_, count) != count) Repaint();
 }

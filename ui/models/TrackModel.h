@@ -68,6 +68,8 @@ class TrackModel final : public QAbstractTableModel {
   [[nodiscard]] QMimeData* DataOf(std::vector<int> rows) const;
   /// Where a table row is shown, from 0; -1 where it is not.
   [[nodiscard]] int PlaceOf(int table_row) const;
+  /// Of these table rows those that are shown, in the order of the grid: one look at it for all of them.
+  [[nodiscard]] std::vector<int> PlacesOf(const std::vector<int>& table_rows) const;
   [[nodiscard]] bool ShowsAll() const { return order_ == nullptr; }
 
   [[nodiscard]] int rowCount(const QModelIndex& parent = {}) const override;
