@@ -29,12 +29,14 @@ struct MissingFiles::Round {
   void LookAtSome() {
     Part& part = parts[next];
     for (const int end = row + kFilesALook; row < end && row <= part.table.Rows(); ++row) {
-      std::string file(part.table.Cell(row, part.column));
-      if (file.empty() || missing.contains(file) || FileIsThere(file)) continue;
-      if (next == 0 && of_the_first++ == 0) first = file;
-      missing.insert(std::move(file));
+      const std::string file(part.table.Cell(row, part.column));
+      if (file.empty() || FileIsThere(file)) continue;
+      if (first.empty() && next == 0) first = file;
+      missing.Collect(file);
     }
     if (row <= part.table.Rows()) return;
+    missing.Settle();
+    if (next == 0) of_the_first = missing.Size();
     part.table.Clear();
     row = 1;
     ++next;
@@ -46,7 +48,7 @@ struct MissingFiles::Round {
   int row = 1;
   std::string first;
   std::size_t of_the_first = 0;
-  std::unordered_set<std::string> missing;
+  FileSet missing;
   support::Executor* workers = nullptr;
   std::shared_ptr<WorkGate> gate;
   std::function<void()> report;
@@ -89,8 +91,7 @@ void MissingFiles::LookOn(const std::shared_ptr<Round>& round) {
 void MissingFiles::Take(Round& round) {
   newest_.reset();
   looked_ = outside_.clock.Now();
-  bool news = false;
-  for (const std::string& file : round.missing) news = news || !missing_.contains(file);
+  const bool news = !missing_.HasAllOf(round.missing);
   missing_ = std::move(round.missing);
   ++answers_;
   if (news && round.of_the_first > 0) tell_(round.of_the_first, round.first);
@@ -121,7 +122,7 @@ void MissingFiles::LookAt(const catalogue::track_table& table, int column, int f
 void MissingFiles::Note(const std::vector<Seen>& files) {
   bool changed = false;
   for (const Seen& one : files) {
-    const bool news = one.there ? missing_.erase(one.file) > 0 : missing_.insert(one.file).second;
+    const bool news = one.there ? missing_.Erase(one.file) : missing_.Insert(one.file);
     changed = changed || news;
   }
   if (changed) ++answers_;
@@ -135,7 +136,7 @@ void MissingFiles::LookAt(const std::string& file) {
 }
 
 bool MissingFiles::Has(std::string_view file) const {
-  return !missing_.empty() && missing_.contains(std::string(file));
+  return missing_.Has(file);
 }
 
 }  // namespace app

@@ -6,9 +6,9 @@
 #include <memory>
 #include <optional>
 #include <string>
-#include <unordered_set>
 #include <vector>
 
+#include "app/files/FileSet.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
 #include "catalogue/track_table.h"
@@ -67,7 +67,7 @@ class MissingFiles {
   const Tell tell_;
   std::shared_ptr<Round> newest_;  // with its job; null when none is under way
   std::optional<support::TimePoint> looked_;
-  std::unordered_set<std::string> missing_;
+  FileSet missing_;
   std::size_t answers_ = 0;
 };
 
