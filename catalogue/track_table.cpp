@@ -315,6 +315,10 @@ void track_table::Cut(std::size_t slot, std::size_t rows_in_first) {
 
 void track_table::AppendAll(track_table&& other) {
   const int rows = Rows();
+  if (other.Rows() < static_cast<int>(kRowsInBlock) / 2) {  // not a block for each file that is added
+    AppendRows(other, 1, other.Rows());
+    return other.Clear();
+  }
   for (Slot& slot : other.slots_) {
     slot.rows_before += rows;
     slots_.push_back(std::move(slot));
