@@ -50,6 +50,7 @@ void Workstation::StartUp() {
   parts.lists.StartUp(parts.preferences);
   parts.FindVisualisations();
   parts.ShortenBuffers();
+  parts.resume.StartUp();  // behind the outputs and all that it brings back
   parts.ReadPresets();
   parts.missing.Look();
   parts.tags.StartUp();
@@ -74,6 +75,7 @@ bool Workstation::ShutDown() {
   parts.lights.ShutDown();
   parts.organ.ShutDown();
   parts.SaveWhatWaits();
+  parts.resume.ShutDown();
   return all_out && tags_done;
 }
 

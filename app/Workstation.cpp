@@ -30,6 +30,15 @@ void OnDeck(Conductor& conductor, Stage& stage, int deck, Command command) {
   conductor.Post([&stage, deck, command = std::move(command)] { command(stage.Deck(deck)); });
 }
 
+/// The same by a hand that decides what plays there.
+template <typename Command>
+void ByHand(Conductor& conductor, Stage& stage, ResumeDesk& resume, int deck, Command command) {
+  OnDeck(conductor, stage, deck, [&resume, deck, command = std::move(command)](DeckStation& station) {
+    resume.HandOn(deck);
+    command(station);
+  });
+}
+
 }  // namespace
 
 Workstation::Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting)
@@ -163,28 +172,32 @@ void Workstation::LoadDeck(int deck, const catalogue::track_table& table, int ro
   auto wanted = TrackToLoad(table, row);
   if (!wanted) return;
   parts_->missing.LookAt(wanted->filename);
-  OnDeck(parts_->conductor, parts_->stage, deck,
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
          [wanted = std::move(*wanted)](DeckStation& station) { station.Load(wanted); });
 }
 
 void Workstation::Play(int deck) {
-  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Play(); });
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
+         [](DeckStation& station) { station.Play(); });
 }
 
 void Workstation::Pause(int deck) {
-  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Pause(); });
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
+         [](DeckStation& station) { station.Pause(); });
 }
 
 void Workstation::Resume(int deck) {
-  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Resume(); });
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
+         [](DeckStation& station) { station.Resume(); });
 }
 
 void Workstation::Stop(int deck) {
-  OnDeck(parts_->conductor, parts_->stage, deck, [](DeckStation& station) { station.Stop(); });
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
+         [](DeckStation& station) { station.Stop(); });
 }
 
 void Workstation::Seek(int deck, std::chrono::microseconds position) {
-  OnDeck(parts_->conductor, parts_->stage, deck,
+  ByHand(parts_->conductor, parts_->stage, parts_->resume, deck,
          [position](DeckStation& station) { station.Seek(position); });
 }
 
@@ -439,6 +452,11 @@ void Workstation::Parts::TellOfOldOrder(const IntakeOutcome& outcome) {
   const int rows = outcome.rows + outcome.songs;
   if (!outcome.refused.empty()) return Teller()(outcome.refused.front());
   if (rows > 0) Teller()(say(support::Sentence::AddingWentOn, {std::to_string(rows)}));
+}
+
+const MixerHands* Workstation::ResumedMixer() const {
+  const Journal* journal = parts_->resume.Resumed();
+  return journal == nullptr ? nullptr : &journal->mixer.hands;
 }
 
 void Workstation::PumpWindow() {

@@ -76,6 +76,7 @@ struct Ports {
   karaoke::CodePages* code_pages = nullptr;             ///< null: those of songs are not guessed
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
+  support::Executor* journal = nullptr;                 ///< null: what plays is not kept for after a fall
   LocalTime local_time = nullptr;                       ///< null: the system's
 };
 
@@ -281,6 +282,9 @@ class Workstation {
   [[nodiscard]] AddingProgress Adding(ListId list) const;
   /// What is added until then stays.
   void StopAdding(ListId list);
+
+  /// How the hands had left the mixer when the program fell; null when nothing goes on in this run.
+  [[nodiscard]] const MixerHands* ResumedMixer() const;
 
   /// Runs what workers left for the window's thread. Called by the window's frame timer.
   void PumpWindow();

@@ -25,6 +25,7 @@
 #include "app/lights/OrganDesk.h"
 #include "app/lists/ListDesk.h"
 #include "app/lists/RemovedRows.h"
+#include "app/resume/ResumeDesk.h"
 #include "app/settings/Preferences.h"
 #include "app/settings/Settings.h"
 #include "app/songs/SongDesk.h"
@@ -95,7 +96,8 @@ struct Workstation::Parts {
                           outside.images}),
         lists(Context(), {catalogue, karaoke, playlists}, stage, settings, outside.tags, scratch,
               outside.local_time, [this] { SaveList(ListId::Catalogue); }),
-        editors(Context()) {
+        editors(Context()),
+        resume(Context(), {stage, lights, songs, lists, settings}, outside.journal) {
     stage.FollowSong([this] {
       Stage::SongPlaying song;
       song.stream = songs.Hear(song.heard);
@@ -107,6 +109,7 @@ struct Workstation::Parts {
       songs.Tick(view);
       cores->SetPlaying(AnyPlays(view));
       lists.Tick(view, songs.Sung());
+      resume.Tick(view);
     });
   }
 
@@ -288,6 +291,7 @@ struct Workstation::Parts {
   SongDesk songs;
   ListDesk lists;
   EditorDesk editors;
+  ResumeDesk resume;
 };
 
 }  // namespace app

@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/resume/Journal.h"
 #include "catalogue/FolderRecord.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/track_table.h"
@@ -240,6 +241,32 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "promises", "0\r\n99999\r\n1\r\n\r\n-1\r\n99999999999\r\n3\r\n00:01.0\r\n");
 }
 
+/// An evening in full swing, one that has just begun, and one that says everything wrongly.
+void MakeJournalSeeds(const std::filesystem::path& folder) {
+  app::Journal journal;
+  journal.number = 7;
+  for (app::DeckInHand& deck : journal.decks) {
+    deck.state = app::DeckInHand::State::Playing;
+    deck.filename = "/music/100%\n.mp3";
+    deck.position = 83'500ms;
+    deck.marks.end = 90s;
+    deck.equaliser = {-12, 0, 3.5F};
+  }
+  journal.mixer.mix.spent = {"a.mp3", "b.mp3"};
+  journal.mixer.mix.leader = 1;
+  journal.mixer.mix.next = 2;
+  journal.song = {{"a.kar", "Anna", "Song"}, app::SongView::State::Paused, 10s, -3, 2.5, ""};
+  journal.lights.levels = {255, 0, 7};
+  journal.lights.show = "walk-in.shw";
+  journal.suspects["a.mp3"] = {1, true};
+  WriteSeed(folder / "full", app::JournalText(journal));
+  WriteSeed(folder / "empty", app::JournalText({}));
+  WriteSeed(
+      folder / "wrong",
+      "[deck1]\nstate=gone\nfile=%4\ntempo=1e99\nband9=nan\nposition=-1\n[lights]\nlevels=fg\nmaster=999\n"
+      "[mixer]\nleader=2\nnext=2\n[suspect]\nfalls=5\nfile=\nfile=x\nfalls=-1\n");
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
@@ -249,7 +276,7 @@ int main(int argc, char** argv) {
       {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
       {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
       {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
-      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds}};
+      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds},       {"journals", &MakeJournalSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -38,6 +38,8 @@
 namespace program {
 namespace {
 
+constexpr int kJournalFiles = 2;  ///< written beside each other
+
 int Cores() {
   return std::max(1, static_cast<int>(std::thread::hardware_concurrency()));
 }
@@ -66,6 +68,7 @@ struct Program::Parts {
         workers(Cores()),
         background(Cores(), support::ThreadPool::StuckJobs::Wait, clock,
                    [] { platform::files::LowerThreadPriority(); }),
+        journal(kJournalFiles),
         workstation({.engine = engine,
                      .sound = engine,
                      .tags = tags,
@@ -85,7 +88,8 @@ struct Program::Parts {
                      .images = &images,
                      .code_pages = &code_pages,
                      .folders = &folders,
-                     .background = {&background, Cores()}},
+                     .background = {&background, Cores()},
+                     .journal = &journal},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
@@ -120,6 +124,7 @@ struct Program::Parts {
   platform::codepages::UchardetCodePages code_pages;
   support::ThreadPool workers;
   support::ThreadPool background;  // scans and batches, behind all others
+  support::ThreadPool journal;     // what plays, a moment old, waits for nothing else
   app::Workstation workstation;
   std::unique_ptr<ui::frmMain> window;
 };
@@ -134,7 +139,7 @@ Program::~Program() {
   parts_->window.reset();
   bool ended = parts_->workstation.ShutDown();
   for (support::ThreadPool* pool :
-       {&parts_->background, &parts_->workers, &parts_->decoding, &parts_->looking}) {
+       {&parts_->background, &parts_->journal, &parts_->workers, &parts_->decoding, &parts_->looking}) {
     ended = pool->Finish(kPatience) && ended;
   }
   if (ended) return;

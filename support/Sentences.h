@@ -38,6 +38,17 @@ enum class Sentence : int {
   FolderWentAway,
   AddingWentOn,
 
+  EveningGoesOn = 130,
+  JournalDamaged,
+  JournalNotKept,
+  FileFellTwice,
+  NothingGoesOn,
+  FileDoesNotGoOn,
+  RunsElsewhere,
+  RunsElsewhereSince,
+  RunsAndIsSilent,
+  AnotherUser,
+
   PlaylistIsPathList = 150,
   PlaylistLinesLeftOut,
   PlaylistNotSaved,

@@ -160,6 +160,7 @@ void LightDesk::TakePatch(const dmx::DMXname& fixtures) {
 }
 
 void LightDesk::PlayShow() {
+  ++show_commands_;
   Post([this] {
     if (next_ != nullptr) StageShow(std::move(next_));
     if (show_ == nullptr || show_->plan == nullptr) return;
@@ -169,14 +170,17 @@ void LightDesk::PlayShow() {
 }
 
 void LightDesk::PauseShow() {
+  ++show_commands_;
   Post([this] { player_.Pause(context_.clock.Now()); });
 }
 
 void LightDesk::ResumeShow() {
+  ++show_commands_;
   Post([this] { player_.Resume(context_.clock.Now()); });
 }
 
 void LightDesk::StopShow() {
+  ++show_commands_;
   Post([this] {
     player_.Stop();
     TakeWhatWaits();
@@ -184,6 +188,7 @@ void LightDesk::StopShow() {
 }
 
 void LightDesk::SeekShow(dmx::ShowTime position) {
+  ++show_commands_;
   Post([this, position] { player_.Seek(position, context_.clock.Now()); });
 }
 
@@ -191,6 +196,40 @@ void LightDesk::RepeatShow(Player::Repeat repeat) {
   Post([this, repeat] {
     repeat_ = repeat;
     player_.SetRepeat(repeat);
+  });
+}
+
+LightsInHand LightDesk::InHand() const {
+  LightsInHand lights;
+  lights.grand_master = output_.GrandMaster();
+  lights.blackout = output_.IsBlackout() == dmx::OutputStage::Blackout::On;
+  lights.levels = universe_.Levels();
+  if (show_ != nullptr) lights.show = show_->file;
+  lights.state = player_.Now();
+  lights.position = player_.Position(context_.clock.Now());
+  lights.repeat = repeat_;
+  return lights;
+}
+
+void LightDesk::GoOn(const LightsInHand& lights) {
+  SetGrandMaster(lights.grand_master);
+  SetBlackout(lights.blackout ? dmx::OutputStage::Blackout::On : dmx::OutputStage::Blackout::Off);
+  std::vector<FaderMove> moves;
+  for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) {
+    const dmx::DmxLevel level = lights.levels[static_cast<std::size_t>(channel - 1)];
+    if (level != 0) moves.push_back({channel, level});
+  }
+  MoveFaders(std::move(moves));
+  RepeatShow(lights.repeat);
+  if (lights.show.empty()) return;
+  const int opening = newest_opening_ + 1;
+  OpenShow(lights.show, [this, lights, opening, commands = show_commands_](const auto& opened) {
+    if (!opened) return context_.tell(opened.Failure().text);
+    if (opening != newest_opening_ || commands != show_commands_) return;
+    if (lights.state == Player::State::Stopped) return;
+    PlayShow();
+    SeekShow(lights.position);
+    if (lights.state == Player::State::Paused) PauseShow();
   });
 }
 

@@ -45,6 +45,18 @@ struct LightView {
   ShowView show;
 };
 
+/// How the lamps stand and what moves them, to go on with it in another run of the program.
+struct LightsInHand {
+  int grand_master = dmx::OutputStage::kFullMaster;
+  bool blackout = false;
+  std::array<dmx::DmxLevel, dmx::kUniverseChannels> levels{};
+  std::filesystem::path show;  ///< empty: none, or one that was never in a file
+  dmx::ShowPlayer::State state = dmx::ShowPlayer::State::Stopped;
+  dmx::ShowTime position{0};
+  dmx::ShowPlayer::Repeat repeat = dmx::ShowPlayer::Repeat::Once;
+  bool operator==(const LightsInHand&) const = default;
+};
+
 /// A fader and where it goes.
 struct FaderMove {
   int channel = 0;
@@ -66,6 +78,8 @@ class LightDesk {
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks);
   void ShutDown();
+  /// The conductor's.
+  [[nodiscard]] LightsInHand InHand() const;
 
   [[nodiscard]] const LightView& View();
 
@@ -110,6 +124,8 @@ class LightDesk {
   void StopShow();
   void SeekShow(dmx::ShowTime position);
   void RepeatShow(dmx::ShowPlayer::Repeat repeat);
+  /// As it was in another run of the program. Whoever opens, plays or stops a show before it is read has it.
+  void GoOn(const LightsInHand& lights);
 
  private:
   using Job = std::function<void()>;
@@ -129,6 +145,7 @@ class LightDesk {
   dmx::FixtureLibrary library_;
   std::vector<std::shared_ptr<const void>> given_;  // the window's
   int newest_opening_ = 0;                          // the window's
+  int show_commands_ = 0;                           // the window's
 
   std::unique_ptr<dmx::DmxInterface> nothing_;  ///< in place of an interface
   dmx::OutputStage output_;

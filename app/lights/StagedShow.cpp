@@ -85,6 +85,7 @@ support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,
 
   auto staged = std::make_shared<StagedShow>();
   staged->name = path.stem().string();
+  staged->file = path;
   for (const dmx::Scene& scene : show.scenes) staged->scenes.push_back(scene.SceneName);
   staged->patch = StagePatch::Make(show.fixtures);
   staged->plan = std::make_shared<const dmx::ShowPlan>(std::move(plan).Value());

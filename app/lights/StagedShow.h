@@ -42,6 +42,7 @@ struct StagePatch {
 /// A show, read, patched and laid out. Threads: any; immutable.
 struct StagedShow {
   std::string name;
+  std::filesystem::path file;       ///< empty for one that was never in a file
   std::vector<std::string> scenes;  ///< their names
   std::shared_ptr<const StagePatch> patch;
   std::shared_ptr<const dmx::ShowPlan> plan;

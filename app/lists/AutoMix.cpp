@@ -276,6 +276,54 @@ void AutoMix::EndMixing(const WorkstationView& view) {
   Forget();
 }
 
+MixInHand AutoMix::InHand() const {
+  MixInHand mix;
+  mix.spent = spent_;
+  mix.leader = leader_;
+  mix.next = next_;
+  mix.placed = placed_;
+  mix.mixing = phase_ == Phase::Mixing;
+  mix.plan = plan_;
+  mix.fade_from = fade_from_;
+  if (mix.mixing) mix.mixed = std::chrono::duration_cast<microseconds>(clock_.Now() - since_);
+  mix.hand_has_crossfader = hand_has_crossfader_;
+  return mix;
+}
+
+void AutoMix::Restore(const MixerHands& hands) {
+  hands_ = hands;
+  ++moves_;
+  SendVolumes();
+}
+
+void AutoMix::GoOn(const MixInHand& mix, const WorkstationView& view) {
+  spent_ = mix.spent;
+  if (mix.next == 0) return;
+  if (mix.mixing) return GoOnMixing(mix, view);
+  const DeckView& next = Of(view, mix.next);
+  if (!wishes_.on || next.state != State::Stopped) return;
+  next_ = mix.next;
+  loaded_ = next.filename;
+  placed_ = mix.placed;
+}
+
+/// Both sound: so does the rest of the fade. Else whoever does is heard alone.
+void AutoMix::GoOnMixing(const MixInHand& mix, const WorkstationView& view) {
+  if (mix.leader == 0) return;
+  hand_has_crossfader_ = hand_has_crossfader_ || mix.hand_has_crossfader;
+  const bool leader = Plays(Of(view, mix.leader)), next = Plays(Of(view, mix.next));
+  if (leader != next && !hand_has_crossfader_)
+    MoveCrossfader(CrossfaderAt(0, leader ? mix.leader : mix.next, 1));
+  if (!leader || !next) return;
+  leader_ = mix.leader;
+  next_ = mix.next;
+  plan_ = mix.plan;
+  fade_from_ = mix.fade_from;
+  phase_ = Phase::Mixing;
+  since_ = clock_.Now() - mix.mixed;
+  decks_.SetMixing(leader_, true);
+}
+
 void AutoMix::MoveCrossfader(int place) {
   if (place == hands_.crossfader) return;
   hands_.crossfader = place;

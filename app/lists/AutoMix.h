@@ -28,6 +28,20 @@ struct MixerHands {
 
 enum class MovedByHand { Crossfader, Other };
 
+/// What the automatic mixer has under way, to go on with it in another run of the program.
+struct MixInHand {
+  std::array<std::string, 2> spent;  ///< the file that each deck played last
+  int leader = 0;                    ///< deck that plays; 0 is none
+  int next = 0;                      ///< deck that is made ready, or mixed to
+  bool placed = false;               ///< it stands at its start mix point
+  bool mixing = false;
+  MixPlan plan;
+  int fade_from = 0;
+  std::chrono::microseconds mixed{0};  ///< since the mix began
+  bool hand_has_crossfader = false;
+  bool operator==(const MixInHand&) const = default;
+};
+
 /// What the automatic mixer does to the decks. Threads: the conductor.
 class MixingDecks {
  public:
@@ -76,6 +90,15 @@ class AutoMix {
   void Follow(const MixerHands& hands, MovedByHand moved);
   void Tick(const WorkstationView& view, const ListTables& tables, const Files& played);
 
+  [[nodiscard]] const MixerHands& Hands() const { return hands_; }
+  [[nodiscard]] MixInHand InHand() const;
+  /// The mixer stands as it did in another run of the program.
+  void Restore(const MixerHands& hands);
+  /// Goes on with what was under way there, once the decks do.
+  void GoOn(const MixInHand& mix, const WorkstationView& view);
+  /// Until it is switched on anew.
+  void LeaveOut(const std::string& file) { done_with_.insert(file); }
+
   [[nodiscard]] const MixWishes& Wishes() const { return wishes_; }
   /// While it moves, or as it was left.
   [[nodiscard]] int Crossfader() const { return hands_.crossfader; }
@@ -104,6 +127,7 @@ class AutoMix {
   void Arm(const DeckView& leader);
   void MeetBeats(const DeckView& leader);
   void BeginMixing();
+  void GoOnMixing(const MixInHand& mix, const WorkstationView& view);
   void EndMixing(const WorkstationView& view);
   void MoveCrossfader(int place);
   void SendVolumes();

@@ -71,6 +71,10 @@ void HeardTracks::Listen(Listening& listening, const DeckView& deck, support::Du
   if (enough && !std::exchange(listening.told, true)) told_(deck);
 }
 
+void HeardTracks::GoOn(int deck, const std::string& file) {
+  heard_[static_cast<std::size_t>(deck - 1)] = {file, {}, true};
+}
+
 struct EveningLog::HeardTrack {
   void AppendTo(catalogue::track_table& history) const;
   std::string evening;

@@ -35,6 +35,8 @@ class HeardTracks {
   /// Of decks 1 to 3 and the song of the synthesiser, as a deck's view would show it; what is listened to
   /// beforehand does not count.
   void Tick(const WorkstationView& view, const DeckView& song);
+  /// A deck goes on with a file that was told of in another run of the program.
+  void GoOn(int deck, const std::string& file);
 
  private:
   struct Listening {

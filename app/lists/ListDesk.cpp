@@ -149,7 +149,7 @@ void ListDesk::ReadTonight() {
 void ListDesk::Tick(const WorkstationView& view, const DeckView& song) {
   heard_.Tick(view, song);
   levels_.Tick(view);
-  automix_.Tick(view, seen_, heard_tonight_);
+  if (!held_) automix_.Tick(view, seen_, heard_tonight_);
   ListView& draft = views_.Draft();
   draft.automix = automix_.Wishes();
   draft.crossfader = automix_.Crossfader();
@@ -160,6 +160,26 @@ void ListDesk::Tick(const WorkstationView& view, const DeckView& song) {
                 std::none_of(view.decks.begin(), view.decks.begin() + 2,
                              [](const auto& deck) { return deck.state == DeckView::State::Playing; });
   views_.Publish();
+}
+
+void ListDesk::Restore(const MixerHands& hands) {
+  held_ = true;
+  automix_.Restore(hands);
+}
+
+void ListDesk::GoOn(const MixInHand& mix, const WorkstationView& view, bool lost) {
+  constexpr auto kTold = std::chrono::seconds(30);
+  held_ = false;
+  automix_.GoOn(mix, view);
+  const auto plays = [&view](int deck) {
+    return view.decks[static_cast<std::size_t>(deck - 1)].state == DeckView::State::Playing;
+  };
+  for (const int deck : {1, 2}) {
+    const DeckView& shown = view.decks[static_cast<std::size_t>(deck - 1)];
+    if (plays(deck) && shown.position > kTold && heard_tonight_.contains(shown.filename))
+      heard_.GoOn(deck, shown.filename);
+  }
+  if (lost && !plays(1) && !plays(2)) automix_.Open();
 }
 
 void ListDesk::ShutDown() {

@@ -59,6 +59,22 @@ class ListDesk {
   /// view and song (that a synthesiser plays, as a deck's view would show it): of the same tick.
   void Tick(const WorkstationView& view, const DeckView& song);
   void ShutDown();
+
+  // For another run of the program; all of it the conductor's.
+  struct InHand {
+    MixerHands hands;
+    MixInHand mix;
+    bool operator==(const InHand&) const = default;
+  };
+  [[nodiscard]] InHand MixerInHand() const { return {automix_.Hands(), automix_.InHand()}; }
+  /// The mixer stands so; the automatic mixer keeps its hands off the decks until GoOn.
+  void Restore(const MixerHands& hands);
+  /// Not to be played by itself.
+  void LeaveOut(const std::string& file) { automix_.LeaveOut(file); }
+  /// The decks are as far as they come. lost: one of them played and does not any more; where nothing plays
+  /// then, the automatic mixer begins anew if it is on.
+  void GoOn(const MixInHand& mix, const WorkstationView& view, bool lost);
+
   [[nodiscard]] const ListView& View() { return views_.Read(); }
 
   /// Once a frame: what the tables have become goes to the conductor and to the searches.
@@ -123,6 +139,7 @@ class ListDesk {
   // The conductor's.
   std::unique_ptr<Decks> decks_;
   AutoMix automix_;
+  bool held_ = false;  ///< until the decks go on
   AutoLevel levels_;
   HeardTracks heard_;
   EveningLog log_;

@@ -41,7 +41,8 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"BPMPercent", "8", "the furthest that tempos are matched, in percent"},
                                {"GainPercent", "3", "threshold of the mix points, 0 to 100"},
                                {"LowPowerStretch", "False", "tempo changes cost less and sound less good"},
-                               {"GainRange", "12", "the furthest that tracks are levelled, in dB"}};
+                               {"GainRange", "12", "the furthest that tracks are levelled, in dB"},
+                               {"Resume", "True", "after a fall the evening goes on where it was"}};
 
 constexpr Words kMoreFolders[] = {
     {"Directory2", "", "another folder of the music collection; empty for none"},

@@ -33,6 +33,7 @@ void SongDesk::StartUp() {
 void SongDesk::Tick(const WorkstationView& decks) {
   SongView& view = views_.Draft();
   player_.Tick(decks, view);
+  in_hand_ = {player_.Row(), view.state, view.position, view.semitones, view.percent, view.coming};
   view.disc = discs_.Tick(decks.decks);
   const bool midi_plays = view.state == SongView::State::Playing && IsMidiSong(view.filename);
   if (midi_plays) view.disc = {};
@@ -63,6 +64,10 @@ void SongDesk::ShutDown() {
 void SongDesk::Play(SongRow row) {
   context_.conductor->Post(
       [this, row = std::move(row), soundfont = Soundfont()] { player_.Play(row, soundfont); });
+}
+
+void SongDesk::GoOn(const SongInHand& song) {
+  context_.conductor->Post([this, song, soundfont = Soundfont()] { player_.GoOn(song, soundfont); });
 }
 
 void SongDesk::Pause() {

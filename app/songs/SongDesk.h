@@ -33,12 +33,16 @@ class SongDesk {
 
   /// The song of the synthesiser in the last tick, as a deck's view would show it; the conductor's.
   [[nodiscard]] const DeckView& Sung() const { return sung_; }
+  /// What there is to go on with, of this tick; the conductor's.
+  [[nodiscard]] const SongInHand& InHand() const { return in_hand_; }
 
   [[nodiscard]] const SongView& View() { return views_.Read(); }
 
   // Commands; what came of them stands in a later View().
   /// Plays the row's file as soon as it is ready.
   void Play(SongRow row);
+  /// As it was in another run of the program.
+  void GoOn(const SongInHand& song);
   void Pause();
   /// After the end: from the start.
   void Resume();
@@ -77,6 +81,7 @@ class SongDesk {
   SongPlayer player_;
   DiscFinder discs_;
   DeckView sung_;
+  SongInHand in_hand_;
   std::vector<karaoke::Soundfont> soundfonts_;
   support::TripleBuffer<SongView> views_;
 };

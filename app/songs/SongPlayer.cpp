@@ -56,6 +56,25 @@ void SongPlayer::Play(SongRow row, std::string soundfont) {
   Prepare(coming_->row, &SongPlayer::newest_, &SongPlayer::Begin);
 }
 
+void SongPlayer::GoOn(const SongInHand& song, std::string soundfont) {
+  Play(song.row, std::move(soundfont));
+  if (!coming_) return;
+  coming_->from = song;
+  coming_->wishes.semitones = song.semitones;
+  coming_->wishes.percent = song.percent;
+  if (!coming_->on_companion) return;
+  sources_.companion.BeginNextWith(SlidersOf(coming_->wishes));
+  sources_.companion.Pause();  // it begins where it was
+}
+
+/// A hand wants no song that would come by itself.
+void SongPlayer::DropGoingOn() {
+  if (!coming_ || !coming_->from) return;
+  if (coming_->on_companion) static_cast<void>(sources_.companion.CancelLoad());
+  coming_.reset();
+  ++newest_;
+}
+
 /// newest: counts the wishes of the same kind; only the last one's answer is taken.
 void SongPlayer::Prepare(const SongRow& row, std::uint64_t SongPlayer::*newest,
                          void (SongPlayer::*then)(const Ready&)) {
@@ -83,14 +102,17 @@ void SongPlayer::Begin(const Ready& ready) {
   if (!ready) return Fail(coming.row, context_.say(ready.Failure()));
   auto song = OpenBeside(coming.row, ready.Value(), coming.wishes);
   if (!song) return Fail(coming.row, context_.say(song.Failure()));
-  if (const auto played = song.Value()->Device().Play(); !played) {
+  if (coming.from)
+    static_cast<void>(song.Value()->Device().SetPosition(SongMilliseconds(coming.from->position)));
+  const bool plays = !coming.from || coming.from->state == State::Playing;
+  if (const auto played = plays ? song.Value()->Device().Play() : support::Result<void>(); !played) {
     return Fail(coming.row, context_.say(played.Failure()));
   }
   if (kind_ == Kind::Companion) sources_.companion.Release();
   ++newest_move_;
   midi_ = std::move(song).Value();
   kind_ = Kind::Midi;
-  state_ = State::Playing;
+  state_ = plays ? State::Playing : State::Stopped;
   wishes_ = coming.wishes;
 }
 
@@ -126,6 +148,9 @@ void SongPlayer::LookAtCompanion(const DeckView& deck) {
   const SongRow& row = coming.row;
   if (!deck.message.empty() || deck.loaded != row.filename) return Fail(row, deck.message);
   TakeCompanion(coming);
+  if (!coming.from) return;
+  Seek(coming.from->position);
+  if (coming.from->state == State::Playing) Resume();
 }
 
 /// Its song is the one that is there.
@@ -152,6 +177,7 @@ void SongPlayer::Fail(const SongRow& row, const std::string& why) {
 }
 
 void SongPlayer::Pause() {
+  DropGoingOn();
   if (kind_ == Kind::Companion) return sources_.companion.Pause();
   if (state_ != State::Playing) return;
   static_cast<void>(midi_->Device().Pause());
@@ -169,6 +195,7 @@ void SongPlayer::Resume() {
 }
 
 void SongPlayer::Stop() {
+  DropGoingOn();
   if (kind_ == Kind::Companion) return sources_.companion.Stop();
   if (kind_ != Kind::Midi) return;
   static_cast<void>(midi_->Device().StopPlay());
@@ -254,6 +281,11 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
   if (kind_ == Kind::Midi) ShowMidi(view);
   if (kind_ == Kind::Companion) ShowCompanion(companion, view);
   if (kind_ == Kind::None && coming_) view.state = State::Loading;
+}
+
+SongRow SongPlayer::Row() const {
+  if (kind_ == Kind::Companion) return companion_row_;
+  return midi_ == nullptr ? SongRow{} : midi_->Row();
 }
 
 decks::StreamHandle SongPlayer::Hear(HeardSong& song) {

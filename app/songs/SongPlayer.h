@@ -17,6 +17,16 @@
 
 namespace app {
 
+/// A song and where it is, to go on with it in another run of the program.
+struct SongInHand {
+  SongRow row;  ///< without a name where there is none
+  SongView::State state = SongView::State::Empty;
+  std::chrono::microseconds position{0};
+  int semitones = 0;
+  double percent = 0;
+  std::string coming;  ///< the file that is being made ready, else empty
+};
+
 /// What songs sound on.
 struct SongSources {
   decks::AudioEngine& engine;
@@ -38,6 +48,8 @@ class SongPlayer {
 
   /// soundfont: a path, or empty for the first one installed.
   void Play(SongRow row, std::string soundfont);
+  /// Makes the song ready and goes on with it where it was; until then a hand that pauses or stops it wins.
+  void GoOn(const SongInHand& song, std::string soundfont);
   void Pause();
   /// After the end: from the start.
   void Resume();
@@ -53,6 +65,8 @@ class SongPlayer {
 
   /// decks: of the same tick.
   void Tick(const WorkstationView& decks, SongView& view);
+  /// Of the song that is there.
+  [[nodiscard]] SongRow Row() const;
   /// What a synthesiser plays now, and its stream; nothing and 0 while none does.
   [[nodiscard]] decks::StreamHandle Hear(HeardSong& song);
   void Release();
@@ -65,6 +79,7 @@ class SongPlayer {
     SongRow row;
     SongWishes wishes;
     bool on_companion = false;
+    std::optional<SongInHand> from = {};  ///< it goes on
   };
   using Ready = support::Result<ReadySong>;
 
@@ -77,6 +92,7 @@ class SongPlayer {
   void LookAtCompanion(const DeckView& deck);
   void TakeCompanion(const Coming& coming);
   void DropComing();
+  void DropGoingOn();
   void FollowOutput(OutputView place);
   void ApplyWishes();
   void Fail(const SongRow& row, const std::string& why);

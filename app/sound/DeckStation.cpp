@@ -384,6 +384,12 @@ void DeckStation::FollowEqualiser(int slider, int decibels) {
   gains_[static_cast<std::size_t>(band)] = static_cast<float>(decibels);
 }
 
+void DeckStation::SetEqualiser(const decks::Equaliser::Gains& gains) {
+  if (player_.STRM() == 0) return;
+  tools_.equaliser.SetGains(player_.STRM(), gains);
+  gains_ = gains;
+}
+
 void DeckStation::ShowAnalysis(DeckView& view) {
   view.scan_busy = tools_.analyses.Busy(player_.Channel());
   if (state_ == State::Empty) return;

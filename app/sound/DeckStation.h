@@ -81,6 +81,8 @@ class DeckStation {
   void SetMixPoint(MixPoint which, std::optional<std::chrono::microseconds> mark);
   /// A slider was moved while the deck was asked to follow.
   void FollowEqualiser(int slider, int decibels);
+  /// Of the bands as they sound, for the file that is on the deck.
+  void SetEqualiser(const decks::Equaliser::Gains& gains);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   [[nodiscard]] const DeckTempo& Tempo() const { return tempo_; }
   /// The beats are again those that were found.

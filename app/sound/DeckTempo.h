@@ -38,6 +38,8 @@ class DeckTempo {
   /// step by GiveBack. A hand that moves the slider keeps it.
   void Borrow();
   void Keep() { own_percent_.reset(); }
+  /// Where the hand left the slider, whoever has borrowed it.
+  [[nodiscard]] double OwnPercent() const { return own_percent_.value_or(sliders_.percent); }
   /// Towards where it stood, no further than this; nothing when it is not borrowed.
   void GiveBack(double percent);
   [[nodiscard]] bool Playing() const { return heard_.playing; }

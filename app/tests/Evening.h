@@ -42,6 +42,7 @@ class Evening : public ::testing::Test {
     ports.images = images_;
     ports.code_pages = code_pages_;
     ports.side_store = side_store_;
+    ports.journal = journal_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -92,6 +93,7 @@ class Evening : public ::testing::Test {
   karaoke::DiscImages* images_ = nullptr;
   karaoke::CodePages* code_pages_ = nullptr;
   catalogue::SideStore* side_store_ = nullptr;
+  support::Executor* journal_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

@@ -34,12 +34,12 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
   std::map<std::string, int> sizes;
   for (const SettingKey& key : SettingsVocabulary()) ++sizes[std::string(key.section)];
   const std::map<std::string, int> expected{
-      {"Banks", 3},    {"BanksDAC", 3}, {"CONSTANTDAC", 16}, {"CONSTANTIO", 16},   {"Channels", 32},
-      {"DACLO", 17},   {"Devices", 6},  {"EQ", 2},           {"Effects", 2},       {"Eq1", 13},
-      {"Eq2", 13},     {"IOLO", 17},    {"Karaoke", 15},     {"Language", 1},      {"Mixer", 7},
-      {"Mono", 1},     {"Player1", 25}, {"Player2", 25},     {"Preferences", 1},   {"Rip", 1},
-      {"Settings", 9}, {"Setup", 5},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
-      {"Stereo", 1},   {"Tags", 5},     {"Visualisation", 2}};
+      {"Banks", 3},     {"BanksDAC", 3}, {"CONSTANTDAC", 16}, {"CONSTANTIO", 16},   {"Channels", 32},
+      {"DACLO", 17},    {"Devices", 6},  {"EQ", 2},           {"Effects", 2},       {"Eq1", 13},
+      {"Eq2", 13},      {"IOLO", 17},    {"Karaoke", 15},     {"Language", 1},      {"Mixer", 7},
+      {"Mono", 1},      {"Player1", 25}, {"Player2", 25},     {"Preferences", 1},   {"Rip", 1},
+      {"Settings", 10}, {"Setup", 5},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
+      {"Stereo", 1},    {"Tags", 5},     {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }
 

@@ -166,7 +166,16 @@ Result<void> DiskFileSaver::Save(const fs::path& path, std::string_view content)
   return SavePieces(path, [&content] { return std::exchange(content, {}); });
 }
 
+Result<void> DiskFileSaver::SaveSwiftly(const fs::path& path, std::string_view content) {
+  return Put(
+      path, [&content] { return std::exchange(content, {}); }, Flush::Later);
+}
+
 Result<void> DiskFileSaver::SavePieces(const fs::path& path, const Pieces& next) {
+  return Put(path, next, Flush::ToDisk);
+}
+
+Result<void> DiskFileSaver::Put(const fs::path& path, const Pieces& next, Flush flush) {
   const fs::path target = LinkTarget(path);
   struct stat old {};
   const bool replaces = stat(target.c_str(), &old) == 0;
@@ -180,9 +189,10 @@ Result<void> DiskFileSaver::SavePieces(const fs::path& path, const Pieces& next)
     if (!draft->WriteAll(piece)) return SaveError(path, errno);
   }
   if (replaces && !draft->TakeRightsOf(old)) return SaveError(path, errno);
-  if (!draft->Sync() || !draft->SwapIn(target)) return SaveError(path, errno);
+  if (flush == Flush::ToDisk && !draft->Sync()) return SaveError(path, errno);
+  if (!draft->SwapIn(target)) return SaveError(path, errno);
   // The new file is in its place whole; a folder that cannot be flushed makes it late, not wrong.
-  calls_.SyncFolder(FolderOf(target));
+  if (flush == Flush::ToDisk) calls_.SyncFolder(FolderOf(target));
   return {};
 }
 

@@ -22,9 +22,13 @@ class DiskFileSaver final : public support::FileSaver {
   explicit DiskFileSaver(DiskCalls& calls = SystemDisk()) : calls_(calls) {}
 
   support::Result<void> Save(const std::filesystem::path& path, std::string_view content) override;
+  support::Result<void> SaveSwiftly(const std::filesystem::path& path, std::string_view content) override;
   support::Result<void> SavePieces(const std::filesystem::path& path, const Pieces& next) override;
 
  private:
+  enum class Flush { ToDisk, Later };
+  support::Result<void> Put(const std::filesystem::path& path, const Pieces& next, Flush flush);
+
   DiskCalls& calls_;
 };
 

@@ -79,8 +79,10 @@ void RemoveLitter(const fs::path& target) {
   }
 }
 
+enum class Flush { ToDisk, Later };
+
 /// 0, or why the file could not be written and flushed.
-DWORD WriteNewFile(const fs::path& path, std::string_view content) {
+DWORD WriteNewFile(const fs::path& path, std::string_view content, Flush flush) {
   constexpr std::size_t kMost = std::size_t{1} << 30;
   const HANDLE file =
       CreateFileW(path.c_str(), GENERIC_WRITE, 0, nullptr, CREATE_NEW, FILE_ATTRIBUTE_NORMAL, nullptr);
@@ -93,19 +95,19 @@ DWORD WriteNewFile(const fs::path& path, std::string_view content) {
     if (reason == 0 && written == 0) reason = ERROR_HANDLE_DISK_FULL;
     content.remove_prefix(written);
   }
-  if (reason == 0 && !FlushFileBuffers(file)) reason = GetLastError();
+  if (reason == 0 && flush == Flush::ToDisk && !FlushFileBuffers(file)) reason = GetLastError();
   CloseHandle(file);
   return reason;
 }
 
 /// 0, or why the draft could not take the target's place.
-DWORD SwapIn(const fs::path& draft, const fs::path& target) {
+DWORD SwapIn(const fs::path& draft, const fs::path& target, Flush flush) {
+  const DWORD through = flush == Flush::ToDisk ? MOVEFILE_WRITE_THROUGH : 0;
   constexpr int kTries = 25;
   constexpr DWORD kPauseMs = 20;
   DWORD reason = 0;
   for (int i = 0; i < kTries; ++i) {
-    if (MoveFileExW(draft.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH))
-      return 0;
+    if (MoveFileExW(draft.c_str(), target.c_str(), MOVEFILE_REPLACE_EXISTING | through)) return 0;
     reason = GetLastError();
     if (reason != ERROR_SHARING_VIOLATION && reason != ERROR_ACCESS_DENIED) break;
     Sleep(kPauseMs);
@@ -113,20 +115,28 @@ DWORD SwapIn(const fs::path& draft, const fs::path& target) {
   return reason;
 }
 
-}  // namespace
-
-Result<void> WindowsFileSaver::Save(const fs::path& path, std::string_view content) {
+Result<void> Put(const fs::path& path, std::string_view content, Flush flush) {
   const DWORD old = GetFileAttributesW(path.c_str());
   const bool replaces = old != INVALID_FILE_ATTRIBUTES;
   if (replaces && (old & FILE_ATTRIBUTE_DIRECTORY) != 0) return SaveError(path, ERROR_DIRECTORY);
   if (replaces && (old & FILE_ATTRIBUTE_READONLY) != 0) return SaveError(path, ERROR_ACCESS_DENIED);
   RemoveLitter(path);
   const fs::path draft = DraftName(path);
-  DWORD reason = WriteNewFile(draft, content);
-  if (reason == 0) reason = SwapIn(draft, path);
+  DWORD reason = WriteNewFile(draft, content, flush);
+  if (reason == 0) reason = SwapIn(draft, path, flush);
   if (reason == 0) return {};
   DeleteFileW(draft.c_str());
   return SaveError(path, reason);
+}
+
+}  // namespace
+
+Result<void> WindowsFileSaver::Save(const fs::path& path, std::string_view content) {
+  return Put(path, content, Flush::ToDisk);
+}
+
+Result<void> WindowsFileSaver::SaveSwiftly(const fs::path& path, std::string_view content) {
+  return Put(path, content, Flush::Later);
 }
 
 }  // namespace platform::windows

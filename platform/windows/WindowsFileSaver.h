@@ -17,6 +17,7 @@ namespace platform::windows {
 class WindowsFileSaver final : public support::FileSaver {
  public:
   support::Result<void> Save(const std::filesystem::path& path, std::string_view content) override;
+  support::Result<void> SaveSwiftly(const std::filesystem::path& path, std::string_view content) override;
 };
 
 }  // namespace platform::windows

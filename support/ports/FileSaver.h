@@ -20,6 +20,12 @@ class FileSaver {
   /// On failure the old file stands as it was and nothing is left beside it.
   virtual Result<void> Save(const std::filesystem::path& path, std::string_view content) = 0;
 
+  /// As Save, but waits for no disk: the file is whole whatever becomes of the program, and after a power cut
+  /// the old one, the new one or an incomplete one may be there. For what is written every moment.
+  virtual Result<void> SaveSwiftly(const std::filesystem::path& path, std::string_view content) {
+    return Save(path, content);
+  }
+
   /// Gives the content piece by piece, an empty one at its end. A piece is taken before the next is asked
   /// for.
   using Pieces = std::function<std::string_view()>;

@@ -34,6 +34,7 @@ PARTS_OF_APP = {
     "lists": {"files", "settings", "sound", "work"},
     "lights": {"work"},
     "songs": {"settings", "sound", "work"},
+    "resume": {"lights", "lists", "settings", "songs", "sound", "work"},
 }
 GIVEN_TO_PARTS = {"app/DeskContext.h", "app/Stage.h", "app/WorkstationView.h"}
 STANDARD_ONLY = SUBSYSTEMS | {"support", "music", "engine", "app"}

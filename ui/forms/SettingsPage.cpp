@@ -3,6 +3,7 @@
 #include "ui/forms/SettingsPage.h"
 
 #include <QAbstractItemView>
+#include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QVBoxLayout>
@@ -12,6 +13,7 @@
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/TagsPanel.h"
 #include "ui/models/OutputText.h"
+#include "ui/strings/EveningWords.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -137,6 +139,12 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   });
   grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 2, 0);
   grid->addWidget(boards_, 2, 1, 1, 3);
+  auto* resume = new QCheckBox(say(EveningWord::Resume));
+  resume->setChecked(workstation_.Settings().Flag("Settings", "Resume"));
+  Name(*resume, QStringLiteral("Resume"), say(EveningWord::Resume), say(EveningWord::ResumeTip));
+  connect(resume, &QCheckBox::toggled, this,
+          [this](bool on) { workstation_.Settings().SetFlag("Settings", "Resume", on); });
+  grid->addWidget(resume, 3, 0, 1, 4);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   return grid;

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 #include "support/Text.h"
 #include "ui/forms/BatchBar.h"
@@ -77,6 +78,10 @@ void frmMain::ReadChoices() {
     return support::LeadingInteger(settings_.Get(support::kApplication, section, key, "0"));
   };
   choices_.language = workstation_.StringBase() == 0 ? Strings::Language::English : Strings::Language::Dutch;
+  if (const app::MixerHands* hands = workstation_.ResumedMixer()) {
+    mixer_state_.faders = hands->faders;
+    mixer_state_.crossfader = hands->crossfader;
+  }
   const auto curve = std::clamp<std::int64_t>(number("Mixer", "CrossfaderCurve"), 0, 2);
   mixer_state_.curve = static_cast<decks::CrossfaderCurve>(curve);
   // A level of 0 was never set by hand: nobody would hear that he listens.
@@ -295,16 +300,47 @@ void frmMain::ApplySize() {
 
 // Nobody is asked while the music would wait for it: the decks play on until the window is really closed.
 void frmMain::closeEvent(QCloseEvent* event) {
-  if (leaving_ || !editors_.Changed()) {
+  const bool asks = !leaving_ && !qApp->isSavingSession();
+  const auto question = asks && !std::exchange(agreed_, false) ? AskBeforeLeaving() : std::nullopt;
+  if (question) {
+    event->ignore();
+    return boxes_.Ask(QStringLiteral("LeaveBox"), (*say_)(*question), (*say_)(Say::Close), [this] {
+      agreed_ = true;
+      CloseSoon();
+    });
+  }
+  if (!asks || !editors_.Changed()) {
     editors_.Close();
     return QMainWindow::closeEvent(event);
   }
   event->ignore();
   editors_.LeaveThen([this] {
     leaving_ = true;
-    // Later: an editor is still busy with its question.
-    QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+    CloseSoon();
   });
+}
+
+// Later: the box, or an editor, is still busy with its question.
+void frmMain::CloseSoon() {
+  QMetaObject::invokeMethod(this, &QWidget::close, Qt::QueuedConnection);
+}
+
+std::optional<EveningWord> frmMain::AskBeforeLeaving() {
+  constexpr auto kHeard = 3;  // decks; the fourth is for the headphones alone
+  const auto plays = [](const app::DeckView& deck) { return deck.state == app::DeckView::State::Playing; };
+  if (view_.song.playing || std::any_of(view_.decks.begin(), view_.decks.begin() + kHeard, plays))
+    return EveningWord::MusicPlays;
+  if (workstation_.Lights().View().show.state == dmx::ShowPlayer::State::Playing)
+    return EveningWord::ShowPlays;
+  return std::nullopt;
+}
+
+void frmMain::ComeToFront() {
+  setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowActive);
+  show();
+  raise();
+  activateWindow();
+  QApplication::alert(this);
 }
 
 void frmMain::ShowFrame() {

@@ -7,6 +7,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,7 @@
 #include "ui/models/BankModel.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
+#include "ui/strings/EveningWords.h"
 #include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
@@ -56,6 +58,8 @@ class frmMain final : public QMainWindow {
 
   /// What the frame timer does; a test may do it by hand.
   void ShowFrame();
+  /// Over all other windows, with the keyboard, as far as the system lets it.
+  void ComeToFront();
   [[nodiscard]] const Editors& OpenEditors() const { return editors_; }
 
  protected:
@@ -65,6 +69,9 @@ class frmMain final : public QMainWindow {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  /// The question before what plays is ended; nothing where nothing plays.
+  [[nodiscard]] std::optional<EveningWord> AskBeforeLeaving();
+  void CloseSoon();
   void ReadChoices();
   void Change(SettingsPage::Choices choices);
   void Build();
@@ -137,7 +144,8 @@ class frmMain final : public QMainWindow {
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};
   Editors editors_;
-  bool leaving_ = false;  ///< the editors were asked for
+  bool agreed_ = false;   ///< to end what plays
+  bool leaving_ = false;  ///< nothing is left to ask for
 
   StatusLine* status_ = nullptr;
   std::array<DeckPanel*, 2> decks_{};

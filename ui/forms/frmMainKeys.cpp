@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <QApplication>
 #include <QKeyEvent>
 #include <QShortcut>
 
@@ -70,6 +71,8 @@ void frmMain::MakeKeys() {
 // Shortcuts know no release, so what lasts as long as a key is held is listened for here.
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
   if (event->type() == QEvent::ApplicationDeactivate) ReleaseNudges();
+  // It is the system, or a signal, that ends the program: nobody may be there to answer.
+  if (watched == qApp && event->type() == QEvent::Quit) leaving_ = true;
   const bool pressed = event->type() == QEvent::KeyPress;
   if (!pressed && event->type() != QEvent::KeyRelease) return QMainWindow::eventFilter(watched, event);
   const auto& key = static_cast<const QKeyEvent&>(*event);

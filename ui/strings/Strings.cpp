@@ -7,6 +7,7 @@
 #include "ui/strings/BankWords.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/EditorWords.h"
+#include "ui/strings/EveningWords.h"
 #include "ui/strings/FileWords.h"
 #include "ui/strings/ListWords.h"
 #include "ui/strings/LyricWords.h"
@@ -309,9 +310,9 @@ QString Strings::Text(int number) const {
   return {};
 }
 
-std::array<std::span<const Strings::Row>, 11> Strings::Tables() {
-  return {kRows,        BankWords(), LyricWords(),   ToolWords(),   ListWords(), ScanWords(),
-          OrganWords(), SongWords(), ConsoleWords(), EditorWords(), FileWords()};
+std::array<std::span<const Strings::Row>, 12> Strings::Tables() {
+  return {kRows,       BankWords(),  EveningWords(), LyricWords(),   ToolWords(),   ListWords(),
+          ScanWords(), OrganWords(), SongWords(),    ConsoleWords(), EditorWords(), FileWords()};
 }
 
 }  // namespace ui

@@ -361,7 +361,7 @@ class Strings {
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
   /// Every table, in the order of the numbers.
-  [[nodiscard]] static std::array<std::span<const Row>, 11> Tables();
+  [[nodiscard]] static std::array<std::span<const Row>, 12> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;

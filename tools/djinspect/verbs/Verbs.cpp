@@ -16,6 +16,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"cdg", "FILE", &InspectDisc},
     {"fixture", "FILE", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
+    {"journal", "FILE", &InspectJournal},
     {"karaoke", "FILE", &InspectKaraoke},
     {"memories", "FILE --outputs 8|16", &InspectMemories},
     {"mixpoints", "FILE [--gain-percent V]", &InspectMixPoints},

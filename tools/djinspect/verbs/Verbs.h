@@ -37,6 +37,7 @@ ExitCode InspectDisc(const Arguments& arguments, std::ostream& out, std::ostream
 ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectJournal(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);

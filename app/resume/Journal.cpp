@@ -1,0 +1,387 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/resume/Journal.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fstream>
+#include <iterator>
+#include <system_error>
+#include <utility>
+
+#include "support/Text.h"
+
+namespace app {
+namespace {
+
+using std::chrono::microseconds;
+
+constexpr std::string_view kHead = "dj TOLVEN night journal 1";
+constexpr std::string_view kSum = "sum=";
+constexpr std::size_t kMostBytes = std::size_t{1} << 20;  // bytes of a file that is taken for a journal
+constexpr std::size_t kMostSuspects = 64;
+constexpr int kMostFalls = 99;
+constexpr microseconds kMostTime = std::chrono::hours(1000);
+constexpr char kHex[] = "0123456789abcdef";
+
+// What a value may be, word by number.
+constexpr std::array<std::string_view, 4> kDeckStates{"empty", "standing", "playing", "paused"};
+constexpr std::array<std::string_view, 6> kSongStates{"empty",  "loading", "playing",
+                                                      "paused", "stopped", "ended"};
+constexpr std::array<std::string_view, 3> kShowStates{"stopped", "playing", "paused"};
+constexpr std::array<std::string_view, 2> kNoYes{"no", "yes"};
+
+/// FNV-1a: it finds a file that was written in part, which is all that it is for.
+std::string SumOf(std::string_view text) {
+  std::uint64_t sum = 14695981039346656037U;
+  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211U;
+  std::string hex;
+  for (int shift = 60; shift >= 0; shift -= 4) hex += kHex[sum >> shift & 15];
+  return hex;
+}
+
+int Digit(char c) {
+  const auto* const place = std::find(std::begin(kHex), std::end(kHex) - 1, c);
+  return place == std::end(kHex) - 1 ? -1 : static_cast<int>(place - std::begin(kHex));
+}
+
+void AppendHex(std::string& text, unsigned char byte) {
+  text += kHex[byte >> 4];
+  text += kHex[byte & 15];
+}
+
+/// A byte of two digits; nothing where there is none.
+std::optional<unsigned char> HexAt(std::string_view text, std::size_t place) {
+  if (place + 2 > text.size()) return std::nullopt;
+  const int high = Digit(text[place]), low = Digit(text[place + 1]);
+  if (high < 0 || low < 0) return std::nullopt;
+  return static_cast<unsigned char>(high << 4 | low);
+}
+
+/// In one line, whatever the name of a file holds.
+std::string Escaped(std::string_view text) {
+  std::string line;
+  for (const char c : text) {
+    if (c != '\r' && c != '\n' && c != '%') {
+      line += c;
+    } else {
+      line += '%';
+      AppendHex(line, static_cast<unsigned char>(c));
+    }
+  }
+  return line;
+}
+
+std::string Plain(std::string_view line) {
+  std::string text;
+  for (std::size_t i = 0; i < line.size(); ++i) {
+    const auto byte = line[i] == '%' ? HexAt(line, i + 1) : std::nullopt;
+    text += byte ? static_cast<char>(*byte) : line[i];
+    if (byte) i += 2;
+  }
+  return text;
+}
+
+/// Writes a value a line.
+class JournalLines {
+ public:
+  void Part(std::string_view name) { text_.append("[").append(name).append("]\r\n"); }
+  void Text(std::string_view key, std::string_view value) {
+    if (value.empty()) return;
+    text_.append(key).append("=").append(Escaped(value)).append("\r\n");
+  }
+  void Number(std::string_view key, std::int64_t value) { Text(key, std::to_string(value)); }
+  void Real(std::string_view key, double value) { Text(key, support::FormatReal(value, 4)); }
+  void Flag(std::string_view key, bool value) { Text(key, kNoYes[value ? 1 : 0]); }
+  void Time(std::string_view key, microseconds time) { Number(key, time.count()); }
+  [[nodiscard]] std::string Take() { return std::move(text_); }
+
+ private:
+  std::string text_;
+};
+
+/// A value as it stands in a line, read with the bounds of what it is for.
+class JournalValue {
+ public:
+  explicit JournalValue(std::string_view text) : text_(text) {}
+  [[nodiscard]] std::string Text() const { return Plain(text_); }
+  template <typename T>
+  void Number(T& into, std::int64_t least, std::int64_t most) const {
+    if (const auto number = support::ParseInteger(text_))
+      into = static_cast<T>(std::clamp(*number, least, most));
+  }
+  template <typename T>
+  void Real(T& into, double least, double most) const {
+    const auto real = support::ParseReal(text_);
+    if (real && std::isfinite(*real)) into = static_cast<T>(std::clamp(*real, least, most));
+  }
+  template <typename T, std::size_t kCount>
+  void Word(T& into, const std::array<std::string_view, kCount>& words) const {
+    const auto* const word = std::find(words.begin(), words.end(), text_);
+    if (word != words.end()) into = static_cast<T>(word - words.begin());
+  }
+  void Time(microseconds& into) const {
+    std::int64_t count = into.count();
+    Number(count, 0, kMostTime.count());
+    into = microseconds(count);
+  }
+  void Time(std::optional<microseconds>& into) const {
+    microseconds time{0};
+    Time(time);
+    into = time;
+  }
+
+ private:
+  std::string_view text_;
+};
+
+void WriteDeck(const DeckInHand& deck, JournalLines& lines) {
+  lines.Text("state", kDeckStates[static_cast<std::size_t>(deck.state)]);
+  lines.Text("file", deck.filename);
+  lines.Text("artist", deck.artist);
+  lines.Text("title", deck.title);
+  lines.Real("bpm", deck.bpm);
+  lines.Time("position", deck.position);
+  if (deck.marks.start) lines.Time("start", *deck.marks.start);
+  if (deck.marks.end) lines.Time("end", *deck.marks.end);
+  lines.Flag("keylock", deck.sliders.key_lock == decks::KeyLock::On);
+  lines.Real("tempo", deck.sliders.percent);
+  lines.Real("pitch", deck.sliders.semitones);
+  lines.Real("rate", deck.sliders.sample_percent);
+  lines.Flag("synced", deck.synced);
+  lines.Real("gain", static_cast<double>(deck.gain.value));
+  for (std::size_t band = 0; band < deck.equaliser.size(); ++band) {
+    if (std::abs(deck.equaliser[band]) >= 0.01F)
+      lines.Real("band" + std::to_string(band), static_cast<double>(deck.equaliser[band]));
+  }
+  lines.Number("volume", deck.volume);
+  lines.Number("cue", deck.pre_volume);
+}
+
+void ReadDeck(std::string_view key, const JournalValue& value, DeckInHand& deck) {
+  constexpr double kMostGain = 60;
+  if (key == "state") return value.Word(deck.state, kDeckStates);
+  if (key == "file") deck.filename = value.Text();
+  if (key == "artist") deck.artist = value.Text();
+  if (key == "title") deck.title = value.Text();
+  if (key == "bpm") return value.Real(deck.bpm, 0, 1000);
+  if (key == "position") return value.Time(deck.position);
+  if (key == "start") return value.Time(deck.marks.start);
+  if (key == "end") return value.Time(deck.marks.end);
+  if (key == "keylock") return value.Word(deck.sliders.key_lock, kNoYes);
+  if (key == "tempo") return value.Real(deck.sliders.percent, -50, 100);
+  if (key == "pitch") return value.Real(deck.sliders.semitones, -12, 12);
+  if (key == "rate") return value.Real(deck.sliders.sample_percent, -50, 100);
+  if (key == "synced") return value.Word(deck.synced, kNoYes);
+  if (key == "gain") return value.Real(deck.gain.value, -kMostGain, kMostGain);
+  if (key == "volume") return value.Number(deck.volume, 0, 100);
+  if (key == "cue") return value.Number(deck.pre_volume, 0, 100);
+  if (key.size() == 5 && key.starts_with("band") && key[4] >= '0' && key[4] <= '9')
+    value.Real(deck.equaliser[static_cast<std::size_t>(key[4] - '0')], -kMostEqGain, kMostEqGain);
+}
+
+void WriteMixer(const ListDesk::InHand& mixer, JournalLines& lines) {
+  lines.Number("fader1", mixer.hands.faders[0]);
+  lines.Number("fader2", mixer.hands.faders[1]);
+  lines.Number("crossfader", mixer.hands.crossfader);
+  lines.Number("curve", static_cast<int>(mixer.hands.curve));
+  const MixInHand& mix = mixer.mix;
+  lines.Text("spent1", mix.spent[0]);
+  lines.Text("spent2", mix.spent[1]);
+  lines.Number("leader", mix.leader);
+  lines.Number("next", mix.next);
+  lines.Flag("placed", mix.placed);
+  lines.Flag("mixing", mix.mixing);
+  lines.Time("at", mix.plan.at);
+  lines.Time("fade", mix.plan.fade);
+  lines.Number("from", mix.fade_from);
+  lines.Time("mixed", mix.mixed);
+  lines.Flag("byhand", mix.hand_has_crossfader);
+}
+
+void ReadMixer(std::string_view key, const JournalValue& value, ListDesk::InHand& mixer) {
+  MixInHand& mix = mixer.mix;
+  if (key == "fader1") return value.Number(mixer.hands.faders[0], 0, 100);
+  if (key == "fader2") return value.Number(mixer.hands.faders[1], 0, 100);
+  if (key == "crossfader") return value.Number(mixer.hands.crossfader, -100, 100);
+  if (key == "curve") return value.Number(mixer.hands.curve, 0, 2);
+  if (key == "spent1") mix.spent[0] = value.Text();
+  if (key == "spent2") mix.spent[1] = value.Text();
+  if (key == "leader") return value.Number(mix.leader, 0, 2);
+  if (key == "next") return value.Number(mix.next, 0, 2);
+  if (key == "placed") return value.Word(mix.placed, kNoYes);
+  if (key == "mixing") return value.Word(mix.mixing, kNoYes);
+  if (key == "at") return value.Time(mix.plan.at);
+  if (key == "fade") return value.Time(mix.plan.fade);
+  if (key == "from") return value.Number(mix.fade_from, -100, 100);
+  if (key == "mixed") return value.Time(mix.mixed);
+  if (key == "byhand") return value.Word(mix.hand_has_crossfader, kNoYes);
+}
+
+void WriteSong(const SongInHand& song, JournalLines& lines) {
+  lines.Text("state", kSongStates[static_cast<std::size_t>(song.state)]);
+  lines.Text("file", song.row.filename);
+  lines.Text("artist", song.row.artist);
+  lines.Text("title", song.row.title);
+  lines.Time("position", song.position);
+  lines.Number("key", song.semitones);
+  lines.Real("tempo", song.percent);
+}
+
+void ReadSong(std::string_view key, const JournalValue& value, SongInHand& song) {
+  if (key == "state") return value.Word(song.state, kSongStates);
+  if (key == "file") song.row.filename = value.Text();
+  if (key == "artist") song.row.artist = value.Text();
+  if (key == "title") song.row.title = value.Text();
+  if (key == "position") return value.Time(song.position);
+  if (key == "key") return value.Number(song.semitones, -12, 12);
+  if (key == "tempo") return value.Real(song.percent, -50, 100);
+}
+
+void WriteLights(const LightsInHand& lights, JournalLines& lines) {
+  lines.Number("master", lights.grand_master);
+  lines.Flag("blackout", lights.blackout);
+  const auto last =
+      std::find_if(lights.levels.rbegin(), lights.levels.rend(), [](auto level) { return level; });
+  std::string levels;
+  for (auto level = lights.levels.begin(); level != last.base(); ++level) AppendHex(levels, *level);
+  lines.Text("levels", levels);
+  lines.Text("show", lights.show.string());
+  lines.Text("state", kShowStates[static_cast<std::size_t>(lights.state)]);
+  lines.Time("position", lights.position);
+  lines.Flag("repeat", lights.repeat == dmx::ShowPlayer::Repeat::ForEver);
+}
+
+void ReadLights(std::string_view key, const JournalValue& value, LightsInHand& lights) {
+  if (key == "master") return value.Number(lights.grand_master, 0, dmx::OutputStage::kFullMaster);
+  if (key == "blackout") return value.Word(lights.blackout, kNoYes);
+  if (key == "show") lights.show = value.Text();
+  if (key == "state") return value.Word(lights.state, kShowStates);
+  if (key == "position") return value.Time(lights.position);
+  if (key == "repeat") return value.Word(lights.repeat, kNoYes);
+  if (key != "levels") return;
+  const std::string levels = value.Text();
+  for (std::size_t place = 0; place < lights.levels.size(); ++place)
+    lights.levels[place] = HexAt(levels, 2 * place).value_or(0);
+}
+
+void ReadSuspect(std::string_view key, const JournalValue& value, Suspect& suspect) {
+  if (key == "falls") return value.Number(suspect.falls, 0, kMostFalls);
+  if (key == "fresh") return value.Word(suspect.fresh, kNoYes);
+}
+
+void WriteSuspect(const Suspect& suspect, JournalLines& lines) {
+  lines.Number("falls", suspect.falls);
+  lines.Flag("fresh", suspect.fresh);
+}
+
+/// The parts of a journal, one line at a time.
+class JournalReader {
+ public:
+  void Take(std::string_view line) {
+    if (line.starts_with('[') && line.ends_with(']')) {
+      part_ = line.substr(1, line.size() - 2);
+      file_.clear();
+      return;
+    }
+    const std::size_t sign = line.find('=');
+    if (sign == std::string_view::npos) return;
+    const std::string_view key = line.substr(0, sign);
+    const JournalValue value(line.substr(sign + 1));
+    if (part_ == "journal" && key == "number") value.Number(read_.number, 0, INT64_MAX);
+    if (part_ == "start") ReadSuspect(key, value, read_.start);
+    if (part_ == "deck1") ReadDeck(key, value, read_.decks[0]);
+    if (part_ == "deck2") ReadDeck(key, value, read_.decks[1]);
+    if (part_ == "mixer") ReadMixer(key, value, read_.mixer);
+    if (part_ == "song") ReadSong(key, value, read_.song);
+    if (part_ == "lights") ReadLights(key, value, read_.lights);
+    if (part_ == "suspect") TakeSuspect(key, value);
+  }
+  [[nodiscard]] Journal Done() {
+    for (DeckInHand& deck : read_.decks) {
+      if (deck.filename.empty()) deck.state = DeckInHand::State::Empty;
+    }
+    // Two decks that hand over to each other are two.
+    MixInHand& mix = read_.mixer.mix;
+    if (mix.leader == mix.next) mix.leader = mix.next = 0;
+    return std::move(read_);
+  }
+
+ private:
+  void TakeSuspect(std::string_view key, const JournalValue& value) {
+    if (key == "file") file_ = value.Text();
+    const bool room = read_.suspects.size() < kMostSuspects || read_.suspects.contains(file_);
+    if (!file_.empty() && room) ReadSuspect(key, value, read_.suspects[file_]);
+  }
+
+  Journal read_;
+  std::string_view part_;
+  std::string file_;  ///< of the suspect
+};
+
+std::optional<std::string> JournalContent(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
+  std::ifstream file(path, std::ios::binary);
+  std::string text(kMostBytes + 1, '\0');
+  file.read(text.data(), static_cast<std::streamsize>(text.size()));
+  text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
+  return text;
+}
+
+}  // namespace
+
+std::string JournalText(const Journal& journal) {
+  JournalLines lines;
+  lines.Part("journal");
+  lines.Number("number", static_cast<std::int64_t>(journal.number));
+  lines.Part("start");
+  WriteSuspect(journal.start, lines);
+  for (std::size_t i = 0; i < journal.decks.size(); ++i) {
+    lines.Part("deck" + std::to_string(i + 1));
+    WriteDeck(journal.decks[i], lines);
+  }
+  lines.Part("mixer");
+  WriteMixer(journal.mixer, lines);
+  lines.Part("song");
+  WriteSong(journal.song, lines);
+  lines.Part("lights");
+  WriteLights(journal.lights, lines);
+  for (const auto& [file, suspect] : journal.suspects) {
+    lines.Part("suspect");
+    lines.Text("file", file);
+    WriteSuspect(suspect, lines);
+  }
+  std::string text = std::string(kHead) + "\r\n" + lines.Take();
+  return text + std::string(kSum) + SumOf(text) + "\r\n";
+}
+
+Journal ParseJournalLines(std::string_view lines) {
+  JournalReader reader;
+  for (const std::string_view line : support::SplitLines(lines)) reader.Take(line);
+  return reader.Done();
+}
+
+std::optional<Journal> ParseJournal(std::string_view text) {
+  if (text.size() > kMostBytes || !text.starts_with(kHead)) return std::nullopt;
+  const std::size_t end = text.rfind(kSum);
+  if (end == std::string_view::npos) return std::nullopt;
+  const std::string_view above = text.substr(0, end);
+  if (support::Trim(text.substr(end + kSum.size())) != SumOf(above)) return std::nullopt;
+  return ParseJournalLines(above);
+}
+
+StoredJournal ReadJournal(const support::ProgramFolder& folder) {
+  StoredJournal stored;
+  for (const std::string_view name : kJournalFiles) {
+    const auto text = JournalContent(folder.Native(name));
+    if (!text) continue;
+    auto journal = ParseJournal(*text);
+    stored.damaged = stored.damaged || !journal;
+    const bool newer = journal && (!stored.newest || journal->number > stored.newest->number);
+    if (newer) stored.newest = std::move(journal);
+  }
+  return stored;
+}
+
+}  // namespace app
