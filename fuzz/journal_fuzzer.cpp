@@ -7,8 +7,8 @@
 
 #include "app/resume/Journal.h"
 
-/// Any bytes are lines of a journal, whatever their check sum would say; what is written of them is whole, and
-/// says the same when it is read.
+/// Any bytes are lines of a journal, whatever their check sum would say; what is written of them is whole,
+/// and says the same when it is read.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string_view bytes(reinterpret_cast<const char*>(data), size);
   static_cast<void>(app::ParseJournal(bytes));

@@ -148,13 +148,15 @@ TEST_F(ResumeTest, AutomixGoesOnWheneverTheProgramFalls) {
     BeginToPlay(1, "a.mp3");
     Go(moment.time);
     ASSERT_EQ(Plays(), moment.plays);
-    const double first = PlaceOf(1), second = PlaceOf(2);
+    const double places[] = {PlaceOf(1), PlaceOf(2)};
     const int crossfader = station_->Lists().View().crossfader;
     FallAndStart();
     EXPECT_EQ(Plays(), moment.plays);
     EXPECT_NEAR(station_->Lists().View().crossfader, crossfader, 30);
-    if (Deck(1).state == State::Playing) EXPECT_NEAR(PlaceOf(1), first, 1);
-    if (Deck(2).state == State::Playing) EXPECT_NEAR(PlaceOf(2), second, 1);
+    for (const int deck : {1, 2}) {
+      const bool plays = Deck(deck).state == State::Playing;
+      EXPECT_NEAR(PlaceOf(deck), plays ? places[deck - 1] : PlaceOf(deck), 1) << "deck " << deck;
+    }
     EXPECT_EQ(station_->Playlist(1).Rows(), 3);
     Go(105s - std::min<std::chrono::milliseconds>(moment.time, 100s));
     EXPECT_EQ(Plays(), "b.mp3 ") << "it mixes at the next mix point";

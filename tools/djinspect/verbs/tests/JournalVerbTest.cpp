@@ -1,0 +1,53 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <nlohmann/json.hpp>
+#include <sstream>
+
+#include "app/resume/Journal.h"
+#include "platform/files/testing/TestFolder.h"
+#include "tools/djinspect/verbs/Verbs.h"
+
+namespace tools::djinspect {
+namespace {
+
+class JournalVerbTest : public ::testing::Test {
+ protected:
+  ExitCode Inspect(const std::string& text) {
+    folder_.Write("tlv.night", text);
+    out_.str("");
+    return djinspect::Run(std::vector<std::string>{"journal", (folder_ / "tlv.night").string()}, out_, err_);
+  }
+  platform::files::testing::TestFolder folder_;
+  std::ostringstream out_, err_;
+};
+
+TEST_F(JournalVerbTest, PrintsWhatAnEveningWouldGoOnWith) {
+  app::Journal journal;
+  journal.decks[1].state = app::DeckInHand::State::Playing;
+  journal.decks[1].filename = "/caf\xE9.mp3";
+  journal.decks[1].position = std::chrono::milliseconds(83'512);
+  journal.mixer.mix.leader = 2;
+  journal.mixer.mix.next = 1;
+  journal.lights.levels[1] = 200;
+  journal.suspects["/bad.mp3"] = {1, true};
+  ASSERT_EQ(Inspect(app::JournalText(journal)), ExitCode::Read);
+  const auto printed = nlohmann::json::parse(out_.str());
+  EXPECT_EQ(printed["decks"][0]["state"], "empty");
+  EXPECT_EQ(printed["decks"][1]["file"], "/caf\xC3\xA9.mp3");
+  EXPECT_EQ(printed["decks"][1]["ms"], 83'512);
+  EXPECT_EQ(printed["mixer"]["mix"]["next"], 1);
+  EXPECT_EQ(printed["lights"]["levels"][1], 200);
+  EXPECT_EQ(printed["suspects"]["/bad.mp3"]["falls"], 1);
+}
+
+TEST_F(JournalVerbTest, OneThatIsNotWholeIsNone) {
+  const std::string whole = app::JournalText({});
+  EXPECT_EQ(Inspect(whole.substr(0, whole.size() / 2)), ExitCode::NothingRead);
+  EXPECT_EQ(out_.str(), "");
+  EXPECT_NE(err_.str(), "");
+}
+
+}  // namespace
+}  // namespace tools::djinspect
