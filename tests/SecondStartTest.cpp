@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QTest>
+#include <QTimer>
 #include <cstdlib>
 #include <future>
 

@@ -42,6 +42,20 @@ TYPED_TEST_P(EveryFileSaver, LeavesTheOldFileWhenItFails) {
   EXPECT_EQ(this->given_.Content(), "new");
 }
 
-REGISTER_TYPED_TEST_SUITE_P(EveryFileSaver, PutsTheContentInPlaceOfTheOld, LeavesTheOldFileWhenItFails);
+TYPED_TEST_P(EveryFileSaver, DoesTheSameSwiftly) {
+  const auto save = [this](std::string_view content) {
+    return this->given_.Saver().SaveSwiftly(this->given_.Path(), content);
+  };
+  EXPECT_TRUE(save("a longer text than the next").Ok());
+  EXPECT_TRUE(save("new").Ok());
+  EXPECT_EQ(this->given_.Content(), "new");
+  this->given_.FailNextSave();
+  EXPECT_FALSE(save("newer").Ok());
+  this->given_.Repair();
+  EXPECT_EQ(this->given_.Content(), "new");
+}
+
+REGISTER_TYPED_TEST_SUITE_P(EveryFileSaver, PutsTheContentInPlaceOfTheOld, LeavesTheOldFileWhenItFails,
+                            DoesTheSameSwiftly);
 
 }  // namespace support::testing

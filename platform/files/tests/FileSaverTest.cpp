@@ -80,6 +80,16 @@ TEST_F(SavedFiles, LeaveNothingBesideThem) {
   EXPECT_THAT(folder_.Names(), ElementsAre("a"));
 }
 
+TEST_F(SavedFiles, WaitForNoDiskWhereTheyAreSavedSwiftly) {
+  FaultyDisk disk;
+  DiskFileSaver saver(disk);
+  ASSERT_TRUE(saver.SaveSwiftly(folder_ / "a", "1").Ok());
+  ASSERT_TRUE(saver.SaveSwiftly(folder_ / "a", "2").Ok());
+  EXPECT_THAT(disk.Log(),
+              ElementsAre("Create", "Write", "Rename", "Create", "Write", "CopyRights", "Rename"));
+  EXPECT_EQ(folder_.Read("a"), "2");
+}
+
 TEST_F(SavedFiles, KeepTheRightsOfTheOldFile) {
   folder_.Write("secret", "old");
   chmod((folder_ / "secret").c_str(), 0640);
