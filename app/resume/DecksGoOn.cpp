@@ -9,6 +9,9 @@ namespace {
 
 using Wanted = DeckInHand::State;
 
+constexpr std::chrono::seconds kNear{1};
+constexpr std::chrono::seconds kReaches{3};  ///< its place, or never does
+
 std::size_t At(int deck) {
   return static_cast<std::size_t>(deck - 1);
 }
@@ -51,7 +54,9 @@ void DecksGoOn::Look(int deck, const DeckView& view) {
   const DeckInHand& wanted = wanted_[At(deck)];
   Step& step = steps_[At(deck)];
   if (step == Step::Beginning) {
-    step = Step::Done;
+    // What is heard follows a seek a moment later: until then the place is the one that is wanted.
+    const bool there = !view.waiting && view.position + kNear >= wanted.position;
+    if (there || clock_.Now() - taken_up_[At(deck)] > kReaches) step = Step::Done;
     return;
   }
   if (view.state == DeckView::State::Loading) {
@@ -59,7 +64,8 @@ void DecksGoOn::Look(int deck, const DeckView& view) {
     return;
   }
   if (view.state != DeckView::State::Stopped || view.filename != wanted.filename) return Lose(deck, view);
-  step = Step::Beginning;  // the view shows it with the next tick
+  step = Step::Beginning;
+  taken_up_[At(deck)] = clock_.Now();
   TakeUp(deck, wanted);
 }
 

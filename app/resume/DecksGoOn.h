@@ -36,6 +36,8 @@ class DecksGoOn {
   [[nodiscard]] bool Done() const { return !Pending(1) && !Pending(2); }
   /// One of them played and does not any more, by no hand.
   [[nodiscard]] bool LostOne() const { return lost_one_; }
+  /// A hand has commanded one of them.
+  [[nodiscard]] bool HandCame() const { return hands_[0] || hands_[1]; }
 
  private:
   enum class Step { Done, Loading, Beginning };
@@ -51,6 +53,7 @@ class DecksGoOn {
   Decks wanted_;
   std::array<Step, Journal::kJournalDecks> steps_{};
   std::array<bool, Journal::kJournalDecks> hands_{};  ///< have been there
+  std::array<support::TimePoint, Journal::kJournalDecks> taken_up_{};
   support::TimePoint begun_{};
   bool lost_one_ = false;
 };

@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/resume/JournalKeeper.h"
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
 #include <system_error>
@@ -51,8 +50,7 @@ JournalKeeper::JournalKeeper(support::FileSaver& files, support::Executor& write
 }
 
 void JournalKeeper::Offer(Journal journal) {
-  number_ = std::max(number_, journal.number) + 1;
-  journal.number = number_;
+  journal.number = ++number_;
   support::MutexLock lock(state_->mutex);
   state_->newest = std::make_shared<const Journal>(std::move(journal));
 }

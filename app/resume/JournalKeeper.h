@@ -30,6 +30,8 @@ class JournalKeeper {
   JournalKeeper(support::FileSaver& files, support::Executor& writer, const support::Clock& clock,
                 std::shared_ptr<WorkGate> gate, const support::ProgramFolder& folder, Complain complain);
 
+  /// All that come get higher numbers than this one, which is on the disk.
+  void Follow(std::uint64_t number) { number_ = number; }
   /// It gets its number here.
   void Keep(Journal journal);
   /// Now and then while nothing changes: what was kept last is flushed too.

@@ -72,6 +72,7 @@ void ResumeDesk::StartUp() {
   const bool wanted = around_.settings.Flag("Settings", "Resume");
   if (wanted && stored.damaged && !stored.newest) context_.tell(context_.say(Sentence::JournalDamaged));
   suspects_.Begin();
+  if (stored.newest) keeper_->Follow(stored.newest->number);
   if (wanted && stored.newest && Take(*std::move(stored.newest))) return;
   context_.conductor->Post([this] { phase_ = Phase::Keeping; });
 }
@@ -138,7 +139,10 @@ void ResumeDesk::Tick(const WorkstationView& view) {
 
 void ResumeDesk::GoOn(const WorkstationView& view) {
   phase_ = Phase::Keeping;
-  around_.lists.GoOn(resumed_->mixer.mix, view, lost_ || decks_.LostOne());
+  // One that had ended led until the next one was there.
+  const bool led = resumed_->mixer.mix.leader != 0;
+  const bool lost = !decks_.HandCame() && (led || lost_ || decks_.LostOne());
+  around_.lists.GoOn(resumed_->mixer.mix, view, lost);
   const int most = std::clamp(around_.settings.Number("Settings", "BPMPercent"), 0, 50);
   for (const int deck : {1, 2}) {
     const DeckInHand& wanted = resumed_->decks[static_cast<std::size_t>(deck - 1)];
@@ -195,7 +199,8 @@ DeckInHand ResumeDesk::DeckNow(int deck, const DeckView& view) const {
   now.artist = view.artist;
   now.title = view.title;
   now.bpm = view.bpm;
-  now.position = view.state == DeckView::State::Loading ? std::chrono::microseconds(0) : view.position;
+  const bool at_start = view.state == DeckView::State::Loading || view.state == DeckView::State::Ended;
+  if (!at_start) now.position = view.position;
   if (view.moved.start) now.marks.start = view.start_mix_point;
   if (view.moved.end) now.marks.end = view.end_mix_point;
   now.synced = view.synced;
