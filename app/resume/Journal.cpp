@@ -21,6 +21,7 @@ constexpr std::string_view kSum = "sum=";
 constexpr std::size_t kMostBytes = std::size_t{1} << 20;  // bytes of a file that is taken for a journal
 constexpr std::size_t kMostSuspects = 64;
 constexpr int kMostFalls = 99;
+constexpr std::int64_t kMostNumber = 1'000'000'000'000'000;
 constexpr microseconds kMostTime = std::chrono::hours(1000);
 constexpr char kHex[] = "0123456789abcdef";
 
@@ -288,7 +289,7 @@ class JournalReader {
     if (sign == std::string_view::npos) return;
     const std::string_view key = line.substr(0, sign);
     const JournalValue value(line.substr(sign + 1));
-    if (part_ == "journal" && key == "number") value.Number(read_.number, 0, INT64_MAX);
+    if (part_ == "journal" && key == "number") value.Number(read_.number, 0, kMostNumber);
     if (part_ == "start") ReadSuspect(key, value, read_.start);
     if (part_ == "deck1") ReadDeck(key, value, read_.decks[0]);
     if (part_ == "deck2") ReadDeck(key, value, read_.decks[1]);
