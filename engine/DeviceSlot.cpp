@@ -62,6 +62,11 @@ bool DeviceSlot::Lost() const {
   return plug_ != nullptr && plug_->Lost();
 }
 
+std::string DeviceSlot::MovedTo() const {
+  support::MutexLock lock(mutex_);
+  return plug_ == nullptr ? std::string() : plug_->MovedTo();
+}
+
 std::int64_t DeviceSlot::HeardFrame() {
   support::MutexLock lock(mutex_);
   if (plug_ != nullptr) last_heard_ = std::max(last_heard_, plug_->HeardFrame(clock_.Now(), core_));

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <string>
 
 #include "engine/RenderCore.h"
 #include "engine/ports/OutputDevice.h"
@@ -30,6 +31,9 @@ class OutputPlug final : public RenderSource {
   void Connect(RenderCore* core) noexcept { core_.store(core, std::memory_order_release); }
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept { return info_; }
   [[nodiscard]] bool Lost() const noexcept { return device_ != nullptr && device_->Lost(); }
+  [[nodiscard]] std::string MovedTo() const {
+    return device_ == nullptr ? std::string() : device_->MovedTo();
+  }
   /// The core's frame that is heard at that time; kNothingHeard when nothing of the core was given yet.
   [[nodiscard]] std::int64_t HeardFrame(support::TimePoint now, const RenderCore& core) const noexcept;
 
@@ -67,6 +71,8 @@ class DeviceSlot {
   void Close() DJ_EXCLUDES(mutex_) { Unplug().reset(); }
 
   [[nodiscard]] bool Lost() const DJ_EXCLUDES(mutex_);
+  /// See OutputDevice.
+  [[nodiscard]] std::string MovedTo() const DJ_EXCLUDES(mutex_);
   /// The core's frame at the loudspeaker now; never goes back.
   [[nodiscard]] std::int64_t HeardFrame() DJ_EXCLUDES(mutex_);
 

@@ -11,14 +11,20 @@ namespace engine {
 namespace {
 
 constexpr auto kSearchEvery = std::chrono::seconds(1);
+constexpr auto kStreamsGo = std::chrono::seconds(2);  ///< and are gone from a device that was moved by hand
 
 OutputDeviceInfo NoSound() {
   return {"", "No sound", {Speaker::FrontLeft, Speaker::FrontRight}, false};
 }
 
+const OutputDeviceInfo* Look(const std::vector<OutputDeviceInfo>& listed, const std::string& id) {
+  const auto found =
+      std::find_if(listed.begin(), listed.end(), [&](const OutputDeviceInfo& info) { return info.id == id; });
+  return found == listed.end() ? nullptr : &*found;
+}
+
 bool Holds(const std::vector<OutputDeviceInfo>& listed, const std::string& id) {
-  return std::any_of(listed.begin(), listed.end(),
-                     [&](const OutputDeviceInfo& info) { return info.id == id; });
+  return Look(listed, id) != nullptr;
 }
 
 decks::DeviceEvent Event(decks::DeviceEvent::Kind kind, int device, support::Sentence sentence,
@@ -74,7 +80,7 @@ bool DeviceTable::Open(int number, OutputRequest request) {
   }
   request.id = info.id;
   auto slot = std::make_shared<DeviceSlot>(number, info, request, clock_);
-  auto plug = number == 0 ? SilentPlug(*slot) : OpenPlug(info, request);
+  auto plug = number == 0 ? SilentPlug(*slot) : OpenPlug(number, info, request);
   if (plug == nullptr) return false;
   slot->Plug(std::move(plug));
   support::MutexLock lock(mutex_);
@@ -82,10 +88,15 @@ bool DeviceTable::Open(int number, OutputRequest request) {
   return true;
 }
 
-std::unique_ptr<OutputPlug> DeviceTable::OpenPlug(const OutputDeviceInfo& info, OutputRequest request) {
+std::unique_ptr<OutputPlug> DeviceTable::OpenPlug(int number, const OutputDeviceInfo& info,
+                                                  OutputRequest request) {
   if (info.speakers.empty() || info.speakers.size() > kMaxDeviceChannels) return nullptr;
   auto plug = std::make_unique<OutputPlug>(info);
   request.id = info.id;
+  {
+    support::MutexLock lock(mutex_);
+    request.stays = RoleOf(number) == decks::DeviceRole::Headphones;
+  }
   auto device = outputs_.Open(request, *plug);
   if (!device) return nullptr;
   plug->Insert(std::move(device).Value());
@@ -141,9 +152,17 @@ StretchQuality DeviceTable::Quality(int number) {
 void DeviceTable::Watch() {
   support::MutexLock lock(mutex_);
   for (const auto& [number, slot] : slots_) {
-    if (slot->Lost()) Silence(slot);
+    if (slot->Lost()) {
+      Silence(slot);
+    } else {
+      FollowHand(slot);
+    }
   }
-  const bool due = !homeless_.empty() && clock_.Now() >= next_search_;
+  // An output that wakes again tells nobody.
+  const bool sleeps = std::any_of(moved_.begin(), moved_.end(), [](const auto& one) {
+    return one.second.own_stayed && !one.second.can_return;
+  });
+  const bool due = (!homeless_.empty() || sleeps) && clock_.Now() >= next_search_;
   if (searching_ || (!due && !changed_->load())) return;
   changed_->store(false);
   searching_ = true;
@@ -166,6 +185,44 @@ void DeviceTable::Silence(const std::shared_ptr<DeviceSlot>& slot) {
     events_.push_back(
         Event(decks::DeviceEvent::Kind::Lost, slot->Number(), support::Sentence::OutputGone, name));
   }
+}
+
+void DeviceTable::FollowHand(const std::shared_ptr<DeviceSlot>& slot) {
+  const int number = slot->Number();
+  if (const auto strayed = strayed_.find(number); strayed != strayed_.end()) {
+    if (clock_.Now() < strayed->second) return;
+    strayed_.erase(strayed);
+    workers_.Post([weak = weak_from_this(), number] {
+      if (const auto self = weak.lock()) self->Settle(number);
+    });
+    return;
+  }
+  const std::string id = slot->MovedTo();
+  const auto known =
+      std::find_if(known_.begin(), known_.end(), [&](const OutputDeviceInfo& info) { return info.id == id; });
+  if (id.empty() || known == known_.end()) return;
+  strayed_[number] = clock_.Now() + kStreamsGo;
+  moved_.erase(number);  // where a stand-in goes by hand is a choice, too
+  auto event =
+      Event(decks::DeviceEvent::Kind::Moved, number, support::Sentence::OutputMovedByHand, known->name);
+  event.moved_to = static_cast<int>(known - known_.begin()) + 1;
+  events_.push_back(std::move(event));
+}
+
+void DeviceTable::Settle(int number) {
+  support::MutexLock opening(opening_);
+  const auto slot = Find(number);
+  if (slot == nullptr || slot->MovedTo().empty()) return;
+  auto plug = OpenPlug(number, slot->Wanted(), slot->Request());
+  if (plug == nullptr) {
+    // What is moved there next shall not be heard elsewhere.
+    plug = SilentPlug(*slot);
+    support::MutexLock lock(mutex_);
+    homeless_.insert(number);
+  }
+  slot->Close();
+  support::MutexLock lock(mutex_);
+  slot->Plug(std::move(plug));
 }
 
 void DeviceTable::FindHomes() {
@@ -203,7 +260,7 @@ std::vector<DeviceTable::Homeless> DeviceTable::ListHomeless(const std::vector<O
 
 void DeviceTable::FindHome(const Homeless& homeless) {
   for (const OutputDeviceInfo& info : homeless.candidates) {
-    auto plug = OpenPlug(info, homeless.slot->Request());
+    auto plug = OpenPlug(homeless.slot->Number(), info, homeless.slot->Request());
     if (plug == nullptr) continue;
     homeless.slot->Close();
     // In one step: an output that is lost again at once is found homeless again by Watch, which waits here.
@@ -214,7 +271,7 @@ void DeviceTable::FindHome(const Homeless& homeless) {
     if (info.id == homeless.slot->Wanted().id) {
       moved_.erase(number);
     } else {
-      moved_[number] = false;
+      moved_[number] = {.own_stayed = homeless.candidates.front().id == homeless.slot->Wanted().id};
     }
     if (RoleOf(number) == decks::DeviceRole::Headphones) {
       events_.push_back(
@@ -229,11 +286,15 @@ void DeviceTable::FindHome(const Homeless& homeless) {
 
 void DeviceTable::TellReturns(const std::vector<OutputDeviceInfo>& listed) {
   support::MutexLock lock(mutex_);
-  for (auto& [number, can_return] : moved_) {
+  for (auto& [number, stand_in] : moved_) {
     const OutputDeviceInfo& own = slots_.at(number)->Wanted();
-    const bool there = Holds(listed, own.id) && !homeless_.contains(number);
-    if (there == can_return) continue;
-    can_return = there;
+    const OutputDeviceInfo* const now = Look(listed, own.id);
+    // One that never went has to be seen awake once; later it may sleep because nothing plays on it.
+    const bool awake = !stand_in.own_stayed || stand_in.can_return || (now != nullptr && !now->suspended);
+    const bool there = now != nullptr && awake && !homeless_.contains(number);
+    if (now == nullptr) stand_in.own_stayed = false;
+    if (there == stand_in.can_return) continue;
+    stand_in.can_return = there;
     if (there) {
       events_.push_back(
           Event(decks::DeviceEvent::Kind::CanReturn, number, support::Sentence::OutputCanReturn, own.name));
@@ -257,7 +318,7 @@ void DeviceTable::MoveBack(int number) {
     if (!moved_.contains(number) || homeless_.contains(number)) return;
     slot = slots_.at(number);
   }
-  auto plug = OpenPlug(slot->Wanted(), slot->Request());
+  auto plug = OpenPlug(number, slot->Wanted(), slot->Request());
   if (plug == nullptr) return;
   slot->Close();
   support::MutexLock lock(mutex_);
@@ -281,6 +342,7 @@ void DeviceTable::CloseAll() {
     closing = std::exchange(slots_, {});
     homeless_.clear();
     moved_.clear();
+    strayed_.clear();
   }
   for (const auto& [number, slot] : closing) {
     slot->Close();

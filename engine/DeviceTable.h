@@ -27,8 +27,10 @@ using SilentOutputMaker = std::function<std::unique_ptr<OutputDevice>(const Outp
 /// A lost output is replaced by a silent one at the next Watch. A worker then looks for a working one: for a
 /// main device whatever the system has, except what serves as head-phones; for head-phones the same one only.
 /// A main device stays with its stand-in until Return, because a move while music plays is the user's to
-/// make. Threads: any but a callback. Open and the worker wait for the sound system, the rest does not. Owned
-/// by shared_ptr, because the worker's job may outlive its owner.
+/// make. What the user moves with means of the system's is told as Moved; a moment later, when its streams
+/// have gone there, the device is put back to its own output. Threads: any but a callback. Open and the
+/// worker wait for the sound system, the rest does not. Owned by shared_ptr, because the worker's job may
+/// outlive its owner.
 class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
  public:
   DeviceTable(OutputDevices& outputs, SilentOutputMaker make_silent, support::Executor& workers,
@@ -59,6 +61,12 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
     std::vector<OutputDeviceInfo> candidates;
   };
 
+  /// What plays elsewhere because its own output went away.
+  struct StandIn {
+    bool can_return = false;
+    bool own_stayed = false;  ///< in the list, but it took no sound
+  };
+
   [[nodiscard]] decks::DeviceRole RoleOf(int number) const DJ_REQUIRES(mutex_);
   void TakeIn(const std::vector<OutputDeviceInfo>& listed) DJ_REQUIRES(mutex_);
   void Silence(const std::shared_ptr<DeviceSlot>& slot) DJ_REQUIRES(mutex_);
@@ -67,9 +75,13 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
       DJ_EXCLUDES(mutex_);
   void TellReturns(const std::vector<OutputDeviceInfo>& listed) DJ_EXCLUDES(mutex_);
   void MoveBack(int number) DJ_EXCLUDES(opening_, mutex_);
+  /// The user put a device's sound onto another output.
+  void FollowHand(const std::shared_ptr<DeviceSlot>& slot) DJ_REQUIRES(mutex_);
+  void Settle(int number) DJ_EXCLUDES(opening_, mutex_);
   void FindHome(const Homeless& homeless) DJ_REQUIRES(opening_) DJ_EXCLUDES(mutex_);
-  [[nodiscard]] std::unique_ptr<OutputPlug> OpenPlug(const OutputDeviceInfo& info, OutputRequest request)
-      DJ_REQUIRES(opening_);
+  [[nodiscard]] std::unique_ptr<OutputPlug> OpenPlug(int number, const OutputDeviceInfo& info,
+                                                     OutputRequest request) DJ_REQUIRES(opening_)
+      DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::unique_ptr<OutputPlug> SilentPlug(const DeviceSlot& slot) const;
 
   OutputDevices& outputs_;
@@ -82,8 +94,8 @@ class DeviceTable final : public std::enable_shared_from_this<DeviceTable> {
   std::vector<OutputDeviceInfo> known_ DJ_GUARDED_BY(mutex_);               ///< number n is known_[n - 1]
   std::map<int, std::shared_ptr<DeviceSlot>> slots_ DJ_GUARDED_BY(mutex_);  // with the feeder's pass
   std::set<int> homeless_ DJ_GUARDED_BY(mutex_);
-  std::map<int, bool> moved_
-      DJ_GUARDED_BY(mutex_);  ///< with a stand-in; true once its own can be returned to
+  std::map<int, StandIn> moved_ DJ_GUARDED_BY(mutex_);
+  std::map<int, support::TimePoint> strayed_ DJ_GUARDED_BY(mutex_);  ///< by hand, and when they are put back
   std::map<int, decks::DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
   StretchQuality main_quality_ DJ_GUARDED_BY(mutex_) = StretchQuality::Best;
   std::vector<decks::DeviceEvent> events_ DJ_GUARDED_BY(mutex_);

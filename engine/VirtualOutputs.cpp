@@ -20,7 +20,7 @@ class VirtualOutputs::Device final : public OutputDevice {
       : outputs_(outputs),
         info_(std::move(info)),
         sample_rate_(request.sample_rate),
-        latency_(outputs.latency_.value_or(std::chrono::milliseconds(request.buffer_ms))),
+        latency_(outputs.LatencyOf(info_.id, std::chrono::milliseconds(request.buffer_ms))),
         blocks_(outputs.blocks_),
         source_(source),
         due_(outputs.time_.Now()) {
@@ -33,7 +33,10 @@ class VirtualOutputs::Device final : public OutputDevice {
   [[nodiscard]] PlayedMark Played() const noexcept override { return mark_; }
   [[nodiscard]] bool Lost() const noexcept override { return lost_; }
 
+  [[nodiscard]] std::string MovedTo() const override { return moved_to_; }
+
   void Lose() { lost_ = true; }
+  void MoveTo(const std::string& id) { moved_to_ = id; }
   [[nodiscard]] support::TimePoint Due() const { return due_; }
 
   void RenderBlock() {
@@ -47,7 +50,7 @@ class VirtualOutputs::Device final : public OutputDevice {
     source_.Render(block_);
     rendered_ += frames;
     due_ = start_ + FramesTime(rendered_);
-    const auto listener = outputs_.listeners_.find(info_.id);
+    const auto listener = outputs_.listeners_.find(moved_to_.empty() ? info_.id : moved_to_);
     if (listener != outputs_.listeners_.end()) listener->second(block_);
   }
 
@@ -70,6 +73,7 @@ class VirtualOutputs::Device final : public OutputDevice {
   std::vector<float> block_;
   PlayedMark mark_{0, support::TimePoint::max()};
   bool lost_ = false;
+  std::string moved_to_;
 };
 
 VirtualOutputs::VirtualOutputs(VirtualTime& time, std::vector<OutputDeviceInfo> devices)
@@ -84,6 +88,11 @@ support::Result<std::unique_ptr<OutputDevice>> VirtualOutputs::Open(const Output
     return support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputBusy);
   }
   return std::unique_ptr<OutputDevice>(std::make_unique<Device>(*this, *found, request, source));
+}
+
+support::Duration VirtualOutputs::LatencyOf(const std::string& id, support::Duration wanted) const {
+  const auto own = latencies_.find(id);
+  return own != latencies_.end() ? own->second : latency_.value_or(wanted);
 }
 
 std::unique_ptr<OutputDevice> VirtualOutputs::OpenSilent(OutputDeviceInfo info, const OutputRequest& request,
@@ -129,6 +138,30 @@ void VirtualOutputs::Remove(const std::string& id) {
 void VirtualOutputs::Add(const OutputDeviceInfo& info) {
   devices_.push_back(info);
   if (changed_) changed_();
+}
+
+void VirtualOutputs::MarkSuspended(const std::string& id, bool suspended) {
+  for (OutputDeviceInfo& info : devices_) {
+    if (info.id == id) info.suspended = suspended;
+  }
+  SetBroken(id, suspended);
+}
+
+void VirtualOutputs::Suspend(const std::string& id) {
+  MarkSuspended(id, true);
+  for (Device* device : open_) {
+    if (device->Info().id == id) device->Lose();
+  }
+}
+
+void VirtualOutputs::Wake(const std::string& id) {
+  MarkSuspended(id, false);
+}
+
+void VirtualOutputs::MoveByHand(const std::string& from, const std::string& to) {
+  for (Device* device : open_) {
+    if (device->Info().id == from) device->MoveTo(to);
+  }
 }
 
 void VirtualOutputs::SetBroken(const std::string& id, bool broken) {

@@ -60,10 +60,18 @@ class VirtualOutputs final : public OutputDevices {
   void SetBlocks(std::vector<int> frames) { blocks_ = std::move(frames); }
   /// From Render to ear, for outputs opened from now on; none is what the request asks for.
   void SetLatency(support::Duration latency) { latency_ = latency; }
+  /// Of one output, before the one of all.
+  void SetLatency(const std::string& id, support::Duration latency) { latencies_[id] = latency; }
 
   /// As if a cable was pulled, or plugged.
   void Remove(const std::string& id);
   void Add(const OutputDeviceInfo& info);
+  /// As if the system put an output to sleep: it stays in the list and takes no sound until it wakes, which
+  /// nobody is told.
+  void Suspend(const std::string& id);
+  void Wake(const std::string& id);
+  /// As if the user put the sound of one output onto another one, with means of the system's.
+  void MoveByHand(const std::string& from, const std::string& to);
   /// An output that is listed but cannot be opened, or can again.
   void SetBroken(const std::string& id, bool broken);
 
@@ -71,7 +79,9 @@ class VirtualOutputs final : public OutputDevices {
   class Device;
   friend class Device;
 
+  void MarkSuspended(const std::string& id, bool suspended);
   [[nodiscard]] Device* Next(support::TimePoint until) const;
+  [[nodiscard]] support::Duration LatencyOf(const std::string& id, support::Duration wanted) const;
 
   VirtualTime& time_;
   std::vector<OutputDeviceInfo> devices_;
@@ -83,6 +93,7 @@ class VirtualOutputs final : public OutputDevices {
   support::TimePoint next_work_{};
   std::vector<int> blocks_;
   std::optional<support::Duration> latency_;
+  std::map<std::string, support::Duration> latencies_;
 };
 
 }  // namespace engine

@@ -244,6 +244,8 @@ constexpr Row kRows[] = {
     {Sentence::PlayingGoesOn, "Playing goes on through %1.", "Het afspelen gaat verder via %1."},
     {Sentence::OutputCanReturn, "The sound output %1 is back; playing can be moved back to it.",
      "De geluidsuitgang %1 is er weer; het spelen kan ernaar terug."},
+    {Sentence::OutputMovedByHand, "The sound was moved by the system's mixer; playing goes on through %1.",
+     "Het geluid is in de mixer van het systeem verplaatst; het spelen gaat verder via %1."},
     {Sentence::PlayingIsBack, "Playing is back on %1.", "Het spelen is terug op %1."},
 
     {Sentence::DiskFull, "There is no room left on the disk for %1.",

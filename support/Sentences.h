@@ -140,6 +140,7 @@ enum class Sentence : int {
   HeadphonesBack,
   PlayingGoesOn,
   OutputCanReturn,
+  OutputMovedByHand,
   PlayingIsBack,
 
   DiskFull = 901,

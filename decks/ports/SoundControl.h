@@ -50,11 +50,14 @@ struct EngineHealth {
 /// A place that a deck can play on, as the user sees it.
 struct DeviceEvent {
   /// Listed: there is a new device, which has the next number; its text is empty. CanReturn: what was
-  /// replaced works again, see ReturnDevice; CannotReturn: not any more, its text is empty.
-  enum class Kind { Lost, Replaced, Muted, Returned, Listed, CanReturn, CannotReturn } kind;
+  /// replaced works again, see ReturnDevice; CannotReturn: not any more, its text is empty. Moved: the user
+  /// put it onto another device with means of the system's; its streams belong there now, and it is its own
+  /// output again a moment later.
+  enum class Kind { Lost, Replaced, Muted, Returned, Listed, CanReturn, CannotReturn, Moved } kind;
   int device;        ///< the number that the streams were opened on
   std::string text;  ///< one sentence for the user in English, or empty
   support::Saying saying{};
+  int moved_to = 0;  ///< Moved: the number of that device
 };
 
 /// What a device is for. Head-phones that go away fall silent until they come back; they are never moved to

@@ -32,6 +32,7 @@ struct OutputDeviceInfo {
   std::string name;               ///< for the user
   std::vector<Speaker> speakers;  ///< one entry a channel, in the order of the samples
   bool is_default = false;
+  bool suspended = false;  ///< it takes no sound now; opening it may wake it
 };
 
 /// How many frames of a device have been heard, and when that was so. Frames count from the device's first
@@ -60,6 +61,9 @@ class OutputDevice {
   [[nodiscard]] virtual PlayedMark Played() const noexcept = 0;
   /// True for good once the device is gone; it then pulls no more. Threads: any, never blocks.
   [[nodiscard]] virtual bool Lost() const noexcept = 0;
+  /// The id of the output on which the sound comes out instead, since the user moved it there with means of
+  /// the system's; empty while it is where it was opened. Threads: any, never blocks for long.
+  [[nodiscard]] virtual std::string MovedTo() const { return {}; }
 };
 
 struct OutputRequest {
@@ -67,6 +71,7 @@ struct OutputRequest {
   int sample_rate = 44100;
   int buffer_ms = 60;  ///< wanted from Render to ear
   int period_ms = 20;  ///< wanted between two Renders
+  bool stays = false;  ///< nobody moves it to another output, not even the user: head-phones
 };
 
 /// A system's sound outputs.

@@ -125,6 +125,56 @@ TEST_F(Devices, AMainOutputThatCameBackIsReturnedToOnRequestOnly) {
   EXPECT_TRUE(Events().empty()) << "it is there";
 }
 
+TEST_F(Devices, ASuspendedOutputIsLeftAtOnceUnderItsTrueNameAndReturnedToWhenItWakes) {
+  Play(1);
+  stage.Advance(1s);
+  stage.outputs.Suspend("main");
+  stage.Advance(100ms);
+  const auto events = stage.engine->TakeDeviceEvents();
+  ASSERT_EQ(events.size(), 2U);
+  EXPECT_EQ(events[0].text, "The sound output Output main is gone; another one is being looked for.");
+  EXPECT_EQ(events[1].text, "Playing goes on through Output phones.");
+  EXPECT_EQ(stage.Last("phones", 0), 0.5F);
+  stage.Advance(5s);
+  EXPECT_TRUE(Events().empty()) << "it is in the list, but sleeps";
+  stage.outputs.Wake("main");
+  stage.Advance(2s);
+  EXPECT_EQ(Events(), std::vector{Kind::CanReturn});
+  stage.engine->ReturnDevice(1);
+  stage.Advance(1s);
+  EXPECT_EQ(Events(), std::vector{Kind::Returned});
+  EXPECT_EQ(stage.Last("main", 0), 0.5F);
+}
+
+TEST_F(Devices, SuspendedHeadphonesAreSilentUntilTheyWake) {
+  stage.engine->SetDeviceRole(2, decks::DeviceRole::Headphones);
+  Play(2);
+  Play(1);
+  stage.Advance(1s);
+  stage.outputs.Suspend("phones");
+  stage.Advance(3s);
+  EXPECT_EQ(Events(), std::vector{Kind::Muted});
+  stage.outputs.Wake("phones");
+  stage.Advance(2s);
+  EXPECT_EQ(Events(), std::vector{Kind::Returned});
+}
+
+TEST_F(Devices, WhatTheUserMovesIsToldOnceAndTheDeviceIsItsOwnAgainWhenItsStreamsHaveGone) {
+  Play(1);
+  stage.Advance(1s);
+  stage.outputs.MoveByHand("main", "other");
+  stage.Advance(500ms);
+  const auto events = stage.engine->TakeDeviceEvents();
+  ASSERT_EQ(events.size(), 1U);
+  EXPECT_EQ(events[0].kind, Kind::Moved);
+  EXPECT_EQ(events[0].device, 1);
+  EXPECT_EQ(events[0].moved_to, 3);
+  EXPECT_EQ(stage.Last("other", 0), 0.5F) << "nothing is torn back";
+  stage.Advance(3s);
+  EXPECT_TRUE(Events().empty());
+  EXPECT_EQ(stage.Last("main", 0), 0.5F);
+}
+
 TEST_F(Devices, AnOutputThatGoesAgainCannotBeReturnedTo) {
   Play(1);
   for (const bool there : {false, true, false}) {
