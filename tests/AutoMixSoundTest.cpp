@@ -84,7 +84,7 @@ class MixedEvening : public ::testing::Test {
     station_->Play(1);
     Go(100ms);
   }
-  /// Whether a side of the output is silent there, and the loudest of a stretch in seconds.
+  /// The loudest of a stretch in seconds.
   [[nodiscard]] double Peak(std::size_t side, double from, double to) const {
     float peak = 0;
     const auto end = std::min(static_cast<std::size_t>(to * kRate), heard_.size() / 2);
@@ -114,7 +114,7 @@ class MixedEvening : public ::testing::Test {
   static constexpr float kAudible = 0.002F;
   MediaMaker media_;
   engine::VirtualTime time_;
-  engine::VirtualOutputs outputs_{time_, {StereoOutput("hall", true)}};
+  engine::VirtualOutputs outputs_{time_, {StereoOutput("hall", true), StereoOutput("garden")}};
   platform::codec::FfmpegDecoderFactory decoders_;
   platform::stretch::LibraryStretcherFactory stretchers_;
   support::testing::ManualExecutor workers_;
@@ -179,6 +179,57 @@ Sound Clicks(std::chrono::milliseconds length, double bpm, std::chrono::millisec
   }
   return sound;
 }
+
+struct Latencies {
+  support::Duration hall, garden;
+};
+
+/// Deck 1 plays in the hall, deck 2 in the garden, each as late as its output is.
+class MixedEveningOnTwoOutputs : public MixedEvening, public ::testing::WithParamInterface<Latencies> {
+ protected:
+  MixedEveningOnTwoOutputs() {
+    outputs_.SetLatency("hall", GetParam().hall);
+    outputs_.SetLatency("garden", GetParam().garden);
+    outputs_.Listen("garden", [this](std::span<const float> block) {
+      garden_.insert(garden_.end(), block.begin(), block.end());
+    });
+    settings_.Set(support::kApplication, "Preferences", "Outputs", "2");
+    settings_.Set(support::kApplication, "Devices", "Device1", "1");
+    settings_.Set(support::kApplication, "Devices", "Device2", "2");
+    station_->ShutDown();
+    heard_.clear();
+    Open();
+  }
+  /// When the last of the hall's track and the first of the garden's are at the ear, in seconds.
+  [[nodiscard]] double EndInTheHall() const { return Last(kLeft) + Seconds(GetParam().hall); }
+  [[nodiscard]] double BeginningInTheGarden() {
+    heard_.swap(garden_);
+    const double first = First(kRight);
+    heard_.swap(garden_);
+    return first + Seconds(GetParam().garden);
+  }
+  static double Seconds(support::Duration time) { return std::chrono::duration<double>(time).count(); }
+
+  std::vector<float> garden_;
+};
+
+TEST_P(MixedEveningOnTwoOutputs, OneTrackBeginsWhereTheOtherOnesSoundIsHeardToEnd) {
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(6s, {400, 0.4})) + Silence(3s));
+  const std::string second = media_.Write("second.wav", On(kRight, Tone(4s, {2000, 0.4})));
+  PlayFirstAndList(first, second, "");
+  Go(12s);
+  EXPECT_NEAR(BeginningInTheGarden() - EndInTheHall(), 0, 0.001);
+}
+
+INSTANTIATE_TEST_SUITE_P(Latencies, MixedEveningOnTwoOutputs,
+                         ::testing::Values(Latencies{20ms, 60ms}, Latencies{60ms, 20ms},
+                                           Latencies{20ms, 180ms}, Latencies{180ms, 20ms},
+                                           Latencies{60ms, 300ms}, Latencies{300ms, 60ms},
+                                           Latencies{20ms, 500ms}),
+                         [](const auto& outputs) {
+                           return std::to_string(outputs.param.hall / 1ms) + "To" +
+                                  std::to_string(outputs.param.garden / 1ms);
+                         });
 
 class BeatsMixedEvening : public MixedEvening {
  protected:

@@ -14,7 +14,7 @@ using std::chrono::microseconds;
 using namespace std::chrono_literals;
 
 constexpr auto kAhead = 60s;             ///< the next track is loaded so long before it is due
-constexpr auto kArming = 300ms;          ///< its start is scheduled so long before
+constexpr auto kArming = 800ms;          ///< its start is scheduled so long before, for late outputs
 constexpr auto kMatching = 1200ms;       ///< and so long where that may become half a beat earlier
 constexpr auto kPatience = 20s;          ///< with a file that does not come
 constexpr auto kLookingAgain = 1s;       ///< for a track, where the lists held none

@@ -98,7 +98,8 @@ bool DeckStation::StartWith(const DeckStation& other, std::chrono::microseconds 
   const decks::HeardStream led = sound_.Heard(other.player_.STRM());
   if (!led.playing || led.waiting || led.sample_rate <= 0 || led.ratio <= 0) return false;
   const std::chrono::duration<double> rest = place - TimeOf(led.frame, led.sample_rate);
-  const double seconds = rest.count() / led.ratio - led.lag;
+  // What is mixed now on this deck's own device is heard that much later, whatever the other one's does.
+  const double seconds = rest.count() / led.ratio - sound_.Heard(player_.STRM()).lag;
   const support::EngineFrame next = sound_.NextFrame(player_.STRM());
   const support::EngineFrame at{next.value + std::llround(std::max(0.0, seconds) * kDeviceRate)};
   starting_ = sound_.Schedule({decks::ScheduledCommand::Kind::Start, player_.STRM(), at});
