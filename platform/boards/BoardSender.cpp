@@ -20,6 +20,10 @@ BoardSender::~BoardSender() {
   }
 }
 
+void BoardSender::Darken() {
+  if (sender_.joinable()) static_cast<void>(work_->End());
+}
+
 void BoardSender::OpenDevice(std::function<void(std::int32_t)> done) {
   try {
     if (!sender_.joinable()) sender_ = std::thread([work = work_] { work->Run(); });

@@ -37,6 +37,9 @@ class BoardSender : public lightorgan::IoBoards {
   void ClearAllDigital(int board) override;
   void ClearAllAnalog(int board) override;
   [[nodiscard]] support::Error Trouble() override;
+  /// The boards that are open go dark and are let go; returns when they are, or when a driver does not come
+  /// back. For a program that ends in haste: no call does anything after it. Threads: any.
+  void Darken();
 
  private:
   std::shared_ptr<BoardWork> work_;  // shared with the thread, which may have to be left behind

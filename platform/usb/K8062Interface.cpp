@@ -61,6 +61,13 @@ void K8062Interface::StopDevice() {
   wake_.notify_all();
 }
 
+void K8062Interface::Darken(support::Duration patience) {
+  StopDevice();
+  const support::TimePoint until = clock_.Now() + patience;
+  MutexLock lock(mutex_);
+  while (serving_ && clock_.Now() < until) lock.WaitUntil(wake_, until);
+}
+
 dmx::DmxInterfaceStatus K8062Interface::Status() const {
   MutexLock lock(mutex_);
   return status_;
@@ -85,7 +92,10 @@ void K8062Interface::Say(State state, const support::Error& trouble) {
 
 bool K8062Interface::WaitForWork() {
   MutexLock lock(mutex_);
+  serving_ = false;
+  wake_.notify_all();
   while (!wanted_ && !ending_) lock.Wait(wake_);
+  serving_ = wanted_;
   return wanted_;
 }
 

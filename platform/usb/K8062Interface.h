@@ -35,6 +35,8 @@ class K8062Interface final : public dmx::DmxInterface {
   void SetData(int channel, dmx::DmxLevel level) override DJ_EXCLUDES(mutex_);
   void StopDevice() override DJ_EXCLUDES(mutex_);
   [[nodiscard]] dmx::DmxInterfaceStatus Status() const override DJ_EXCLUDES(mutex_);
+  /// Stops, and returns when the dark frame is out; after the patience at the latest. Threads: any.
+  void Darken(support::Duration patience) DJ_EXCLUDES(mutex_);
 
  private:
   using Levels = std::array<dmx::DmxLevel, dmx::kUniverseChannels>;
@@ -65,6 +67,7 @@ class K8062Interface final : public dmx::DmxInterface {
   int count_ DJ_GUARDED_BY(mutex_) = dmx::kUniverseChannels;
   int highest_lit_ DJ_GUARDED_BY(mutex_) = 0;  ///< ever; channels above it need not be sent again
   bool wanted_ DJ_GUARDED_BY(mutex_) = false;
+  bool serving_ DJ_GUARDED_BY(mutex_) = false;  ///< until the dark frame is out
   bool ending_ DJ_GUARDED_BY(mutex_) = false;
   dmx::DmxInterfaceStatus status_ DJ_GUARDED_BY(mutex_);
   support::TimePoint last_frame_ DJ_GUARDED_BY(mutex_);
