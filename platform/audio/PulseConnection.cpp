@@ -40,7 +40,8 @@ class TimeLimit {
 
 }  // namespace
 
-PulseConnection::PulseConnection(std::string server) : server_(std::move(server)) {}
+PulseConnection::PulseConnection(std::string server, std::function<void()> started)
+    : server_(std::move(server)), loop_(std::move(started)) {}
 
 PulseConnection::~PulseConnection() {
   if (!loop_.Runs()) return;

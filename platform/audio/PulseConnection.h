@@ -21,7 +21,8 @@ class PulseConnection {
   static constexpr std::chrono::seconds kPatience{2};
 
   /// An empty address is the server that the user's desktop uses, started if the desktop is set up so.
-  explicit PulseConnection(std::string server);
+  /// started runs first on the loop's thread.
+  explicit PulseConnection(std::string server, std::function<void()> started = {});
   ~PulseConnection();
   PulseConnection(const PulseConnection&) = delete;
   PulseConnection& operator=(const PulseConnection&) = delete;

@@ -37,23 +37,24 @@ pa_stream* NewStream(pa_context* context, const std::string& name, std::int64_t 
 }  // namespace
 
 support::Result<std::unique_ptr<engine::OutputDevice>> PulseDevice::Open(
-    std::shared_ptr<PulseConnection> connection, const PulseSink& sink, const engine::OutputRequest& request,
+    std::shared_ptr<PulseConnection> connection, const Place& place, const engine::OutputRequest& request,
     engine::RenderSource& source) {
   const Error refused =
-      support::Failed(ErrorCode::Unavailable, support::Sentence::OutputRefused, {sink.info.name});
+      support::Failed(ErrorCode::Unavailable, support::Sentence::OutputRefused, {place.sink.info.name});
   if (request.sample_rate <= 0 || request.buffer_ms <= 0 || request.period_ms <= 0) return refused;
-  std::unique_ptr<PulseDevice> device(new PulseDevice(std::move(connection), sink, request, source));
-  if (!device->Connect(sink.map, request)) return refused;
+  std::unique_ptr<PulseDevice> device(new PulseDevice(std::move(connection), place, request, source));
+  if (!device->Connect(place.sink.map, request)) return refused;
   return std::unique_ptr<engine::OutputDevice>(std::move(device));
 }
 
-PulseDevice::PulseDevice(std::shared_ptr<PulseConnection> connection, const PulseSink& sink,
+PulseDevice::PulseDevice(std::shared_ptr<PulseConnection> connection, const Place& place,
                          const engine::OutputRequest& request, engine::RenderSource& source)
     : connection_(std::move(connection)),
-      info_(sink.info),
+      info_(place.sink.info),
       source_(source),
       rate_(request.sample_rate),
-      frame_bytes_(sink.info.speakers.size() * sizeof(float)) {
+      frame_bytes_(place.sink.info.speakers.size() * sizeof(float)),
+      default_id_(place.default_id) {
   played_.Write({0, support::SteadyClock().Now()});
 }
 
@@ -84,7 +85,7 @@ bool PulseDevice::Connect(const pa_channel_map& map, const engine::OutputRequest
   buffer.fragsize = static_cast<std::uint32_t>(-1);
   unsigned flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
                    PA_STREAM_NO_REMAP_CHANNELS | PA_STREAM_NO_REMIX_CHANNELS;
-  if (!request.id.empty()) flags |= PA_STREAM_DONT_MOVE;
+  if (request.stays) flags |= PA_STREAM_DONT_MOVE;
   if (pa_stream_connect_playback(stream_, info_.id.c_str(), &buffer, static_cast<pa_stream_flags_t>(flags),
                                  nullptr, nullptr) < 0) {
     return false;
@@ -93,6 +94,8 @@ bool PulseDevice::Connect(const pa_channel_map& map, const engine::OutputRequest
   connection_->WaitUntil(
       [this] { return stream_ == nullptr || pa_stream_get_state(stream_) != PA_STREAM_CREATING; });
   if (stream_ == nullptr || pa_stream_get_state(stream_) != PA_STREAM_READY) return false;
+  // One that only slept for want of sound has been woken by the stream.
+  if (pa_stream_is_suspended(stream_) > 0) return false;
   WatchForStall();
   return true;
 }
@@ -107,11 +110,72 @@ void PulseDevice::SetCallbacks() {
   pa_stream_set_latency_update_callback(
       stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->MarkPlayed(); }, this);
   pa_stream_set_moved_callback(
-      stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->Lose(); }, this);
+      stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->Moved(); }, this);
+}
+
+std::string PulseDevice::MovedTo() const {
+  support::MutexLock lock(moved_mutex_);
+  return moved_to_;
+}
+
+void PulseDevice::Moved() {
+  const char* name = pa_stream_get_device_name(stream_);
+  const std::string now = name == nullptr ? "" : name;
+  if (now == info_.id || now == MovedTo()) return Stay(now);
+  // Silence until it is known why: nothing of the head-phones' in the hall, nor the other way round.
+  const auto answer = [](pa_context*, const pa_sink_info* sink, int end, void* self) {
+    if (sink != nullptr || end != 0) static_cast<PulseDevice*>(self)->OwnSinkIsThere(sink != nullptr);
+  };
+  Ask(pa_context_get_sink_info_by_name(pa_stream_get_context(stream_), info_.id.c_str(), answer, this));
+}
+
+void PulseDevice::OwnSinkIsThere(bool there) {
+  if (question_ == nullptr) return;  // the list's end, after its one entry
+  if (!there) return Lose();
+  const auto answer = [](pa_context*, const pa_server_info* server, void* self) {
+    const char* id = server == nullptr ? nullptr : server->default_sink_name;
+    static_cast<PulseDevice*>(self)->DefaultIs(id == nullptr ? "" : id);
+  };
+  Ask(pa_context_get_server_info(pa_stream_get_context(stream_), answer, this));
+}
+
+void PulseDevice::DefaultIs(const std::string& id) {
+  const std::string before = std::exchange(default_id_, id);
+  const char* now = pa_stream_get_device_name(stream_);
+  if (now == nullptr) return Lose();
+  if (id != now || id == before) return Stay(now);
+  // It went along with a default that was changed; the move back is told as a move, too.
+  DropQuestion();
+  const auto done = [](pa_context*, int success, void* self) {
+    if (success == 0) static_cast<PulseDevice*>(self)->Lose();
+  };
+  Ask(pa_context_move_sink_input_by_name(pa_stream_get_context(stream_), pa_stream_get_index(stream_),
+                                         info_.id.c_str(), done, this));
+}
+
+void PulseDevice::Stay(const std::string& id) {
+  DropQuestion();
+  {
+    support::MutexLock lock(moved_mutex_);
+    moved_to_ = id == info_.id ? "" : id;
+  }
+  Write(pa_stream_writable_size(stream_));
+}
+
+void PulseDevice::Ask(pa_operation* question) {
+  DropQuestion();
+  question_ = question;
+  if (question == nullptr) Lose();
+}
+
+void PulseDevice::DropQuestion() {
+  if (question_ == nullptr) return;
+  pa_operation_cancel(question_);
+  pa_operation_unref(std::exchange(question_, nullptr));
 }
 
 void PulseDevice::WatchForStall() {
-  last_asked_ = support::SteadyClock().Now();
+  last_asked_ = suspended_since_ = support::SteadyClock().Now();
   const auto look = [](pa_mainloop_api*, pa_time_event* event, const timeval*, void* self) {
     static_cast<PulseDevice*>(self)->LookForStall(event);
   };
@@ -119,7 +183,9 @@ void PulseDevice::WatchForStall() {
 }
 
 void PulseDevice::LookForStall(pa_time_event* watch) {
-  if (support::SteadyClock().Now() - last_asked_ > kStall) return Lose();
+  const support::TimePoint now = support::SteadyClock().Now();
+  if (pa_stream_is_suspended(stream_) <= 0) suspended_since_ = now;
+  if (now - last_asked_ > kStall || now - suspended_since_ > kSuspended) return Lose();
   pa_context_rttime_restart(pa_stream_get_context(stream_), watch, pa_rtclock_now() + kLookEvery);
 }
 
@@ -131,6 +197,7 @@ void PulseDevice::StateChanged() {
 void PulseDevice::Write(std::size_t bytes) {
   last_asked_ = support::SteadyClock().Now();
   MarkPlayed();
+  if (question_ != nullptr) return;
   // Everything that is asked for, not whole periods: less makes regular gaps.
   while (bytes >= frame_bytes_ && WriteChunk(bytes)) {
   }
@@ -169,6 +236,7 @@ void PulseDevice::Lose() {
 
 void PulseDevice::EndPulling() {
   if (watch_ != nullptr) connection_->Loop().Api()->time_free(std::exchange(watch_, nullptr));
+  DropQuestion();
   if (stream_ == nullptr) return;
   pa_stream* stream = std::exchange(stream_, nullptr);
   pa_stream_set_state_callback(stream, nullptr, nullptr);

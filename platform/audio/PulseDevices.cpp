@@ -16,8 +16,8 @@ using support::ErrorCode;
 using support::Failed;
 using support::Sentence;
 
-PulseDevices::PulseDevices(std::string server)
-    : connection_(std::make_shared<PulseConnection>(std::move(server))) {}
+PulseDevices::PulseDevices(std::string server, std::function<void()> sound_thread_started)
+    : connection_(std::make_shared<PulseConnection>(std::move(server), std::move(sound_thread_started))) {}
 
 PulseDevices::~PulseDevices() {
   OnChange(nullptr);
@@ -43,7 +43,9 @@ support::Result<std::unique_ptr<engine::OutputDevice>> PulseDevices::Open(
   if (wanted == sinks.end()) {
     return Failed(ErrorCode::NotFound, Sentence::OutputMissing, {request.id});
   }
-  return PulseDevice::Open(connection_, *wanted, request, source);
+  const engine::OutputDeviceInfo& first = sinks.front().info;
+  return PulseDevice::Open(connection_, {*wanted, first.is_default ? first.id : std::string()}, request,
+                           source);
 }
 
 void PulseDevices::OnChange(std::function<void()> changed) {

@@ -20,7 +20,8 @@ class PulseConnection;
 class PulseDevices final : public engine::OutputDevices {
  public:
   /// An empty address is the server of the user's desktop.
-  explicit PulseDevices(std::string server = {});
+  /// sound_thread_started runs first on the thread that renders.
+  explicit PulseDevices(std::string server = {}, std::function<void()> sound_thread_started = {});
   ~PulseDevices() override;
 
   [[nodiscard]] std::vector<engine::OutputDeviceInfo> List() override;

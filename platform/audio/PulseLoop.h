@@ -4,6 +4,8 @@
 
 #include <pulse/pulseaudio.h>
 
+#include <functional>
+
 namespace platform::audio {
 
 /// The thread on which libpulse calls back, and the lock that holds it still.
@@ -11,7 +13,8 @@ namespace platform::audio {
 /// Owns: the thread; it ends with this object. Threads: any but the loop's own.
 class PulseLoop {
  public:
-  PulseLoop();
+  /// started runs first on the thread, and may be empty.
+  explicit PulseLoop(std::function<void()> started);
   ~PulseLoop();
   PulseLoop(const PulseLoop&) = delete;
   PulseLoop& operator=(const PulseLoop&) = delete;
@@ -26,6 +29,7 @@ class PulseLoop {
 
  private:
   friend class PulseLock;
+  const std::function<void()> started_;
   pa_threaded_mainloop* loop_;
 };
 

@@ -29,6 +29,7 @@ void TakeSink(pa_context*, const pa_sink_info* sink, int end, void* to) {
   taken.info.id = sink->name;
   taken.info.name = sink->description != nullptr ? sink->description : sink->name;
   taken.map = sink->channel_map;
+  taken.info.suspended = sink->state == PA_SINK_SUSPENDED;
   for (int i = 0; i < sink->channel_map.channels; ++i) {
     taken.info.speakers.push_back(SpeakerOf(sink->channel_map.map[i]));
   }

@@ -177,9 +177,26 @@ bool SoundServer::MakeDefault(const std::string& name) {
   });
 }
 
-bool SoundServer::SuspendSink(const std::string& name) {
+bool SoundServer::MoveStream(const std::string& from, const std::string& to) {
+  return Command(Address(), [&](pa_context* context, PulseConnection& connection, bool* done) {
+    std::uint32_t sink = PA_INVALID_INDEX;
+    const auto take_sink = [](pa_context*, const pa_sink_info* info, int end, void* index) {
+      if (end == 0) *static_cast<std::uint32_t*>(index) = info->index;
+    };
+    connection.Finish(pa_context_get_sink_info_by_name(context, from.c_str(), take_sink, &sink));
+    std::pair<std::uint32_t, std::uint32_t> stream{sink, PA_INVALID_INDEX};
+    const auto take_stream = [](pa_context*, const pa_sink_input_info* info, int end, void* found) {
+      auto& [on, index] = *static_cast<std::pair<std::uint32_t, std::uint32_t>*>(found);
+      if (end == 0 && info->sink == on) index = info->index;
+    };
+    connection.Finish(pa_context_get_sink_input_info_list(context, take_stream, &stream));
+    return pa_context_move_sink_input_by_name(context, stream.second, to.c_str(), &TakeSuccess, done);
+  });
+}
+
+bool SoundServer::Suspend(const std::string& name, bool suspend) {
   return Command(Address(), [&](pa_context* context, PulseConnection&, bool* done) {
-    return pa_context_suspend_sink_by_name(context, name.c_str(), 1, &TakeSuccess, done);
+    return pa_context_suspend_sink_by_name(context, name.c_str(), suspend ? 1 : 0, &TakeSuccess, done);
   });
 }
 

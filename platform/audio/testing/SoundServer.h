@@ -50,7 +50,10 @@ class SoundServer {
   bool AddSink(const SinkSpec& sink);
   bool RemoveSink(const std::string& name);
   bool MakeDefault(const std::string& name);
-  bool SuspendSink(const std::string& name);
+  bool SuspendSink(const std::string& name) { return Suspend(name, true); }
+  bool ResumeSink(const std::string& name) { return Suspend(name, false); }
+  /// The first stream that plays on a sink, as a user would with the desktop's mixer; false when it may not.
+  bool MoveStream(const std::string& from, const std::string& to);
   /// As another program would: left and right in percent of the full volume.
   bool SetVolume(const std::string& name, int left, int right);
   /// Of each channel, in percent; empty when the sink is not there.
@@ -60,6 +63,7 @@ class SoundServer {
   [[nodiscard]] std::filesystem::path Socket() const { return folder_ / "native"; }
   [[nodiscard]] std::vector<std::string> Arguments() const;
   bool AwaitAnswer();
+  bool Suspend(const std::string& name, bool suspend);
   void End(bool by_force);
 
   std::vector<SinkSpec> sinks_;

@@ -215,12 +215,57 @@ TEST_F(PulseOutputs, AServerThatHangsLosesTheDeviceAndHoldsNobodyUp) {
   EXPECT_EQ(devices_.List().size(), 3U);
 }
 
-TEST_F(PulseOutputs, ASuspendedSinkLosesItsDevice) {
+TEST_F(PulseOutputs, ASuspendedSinkLosesItsDeviceSoonAndTakesNoneUntilItResumes) {
   RampSource ramp(2);
   const auto device = Open("main", ramp);
   ASSERT_TRUE(ramp.AwaitFrames(4410));
   ASSERT_TRUE(server_.SuspendSink("main"));
+  const auto begin = steady_clock::now();
   EXPECT_TRUE(changes_.Await([&] { return device->Lost(); }));
+  EXPECT_LT(steady_clock::now() - begin, milliseconds(1500));
+  EXPECT_TRUE(devices_.List().front().suspended);
+  EXPECT_FALSE(devices_.Open({.id = "main"}, ramp).Ok());
+  ASSERT_TRUE(server_.ResumeSink("main"));
+  EXPECT_FALSE(devices_.List().front().suspended);
+  EXPECT_NE(Open("main", ramp), nullptr);
+}
+
+TEST_F(PulseOutputs, AStreamThatTheUserMovesIsFollowed) {
+  RampSource ramp(2);
+  const auto device = Open("main", ramp);
+  ASSERT_TRUE(ramp.AwaitFrames(4410));
+  EXPECT_EQ(device->MovedTo(), "");
+  ASSERT_TRUE(server_.MoveStream("main", "phones"));
+  MonitorRecorder phones(server_.Address(), "phones", 2);
+  EXPECT_TRUE(phones.AwaitSound(22050));
+  EXPECT_EQ(device->MovedTo(), "phones");
+  EXPECT_FALSE(device->Lost());
+  ASSERT_TRUE(server_.MoveStream("phones", "main"));
+  MonitorRecorder main(server_.Address(), "main", 2);
+  EXPECT_TRUE(main.AwaitSound(22050));
+  EXPECT_EQ(device->MovedTo(), "");
+}
+
+TEST_F(PulseOutputs, ANewDefaultTakesNoStreamAlong) {
+  RampSource ramp(2);
+  const auto device = Open("main", ramp);
+  ASSERT_TRUE(ramp.AwaitFrames(4410));
+  ASSERT_TRUE(server_.MakeDefault("phones"));
+  MonitorRecorder main(server_.Address(), "main", 2);
+  EXPECT_TRUE(main.AwaitSound(44100));
+  EXPECT_EQ(device->MovedTo(), "");
+  EXPECT_FALSE(device->Lost());
+}
+
+TEST_F(PulseOutputs, HeadphonesAreMovedByNobody) {
+  RampSource ramp(2);
+  auto opened = devices_.Open({.id = "phones", .stays = true}, ramp);
+  ASSERT_TRUE(opened.Ok() && ramp.AwaitFrames(4410));
+  MonitorRecorder main(server_.Address(), "main", 2);
+  EXPECT_FALSE(server_.MoveStream("phones", "main"));
+  ASSERT_TRUE(server_.RemoveSink("phones"));
+  EXPECT_TRUE(changes_.Await([&] { return opened.Value()->Lost(); }));
+  EXPECT_FALSE(main.AwaitSound(1, seconds(1))) << "not even for a moment";
 }
 
 TEST_F(PulseOutputs, PlayedGrowsAndStaysBehindWhatWasRendered) {
