@@ -44,6 +44,8 @@ std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutput
   ReleaseEngine();
   std::array<OutputView, kOutputs> places{};
   std::vector<std::string> failures;
+  moves_ = wishes;
+  TellIfForHeadphones(kPrelistenOutput);
   for (std::size_t i = 0; i < wishes.size(); ++i) {
     if (wishes[i].place.device == kNoSound) continue;
     if (Open(wishes[i])) {
@@ -84,6 +86,7 @@ void Stage::MoveOutput(int output, const OutputWish& wish) {
   const int device = wish.place.device;
   moves_[Index(output)] = wish;
   if (open_.contains(device)) return Route(output, wish.place);
+  TellIfForHeadphones(output);
   if (!opening_.insert(device).second) return;
   workers_.Post([this, &engine = engine_, gate = gate_, box = box_, wish] {
     gate->Pass([&] {
@@ -125,6 +128,14 @@ void Stage::Route(int output, OutputView place) {
     for (const int number : {1, 2, 3}) Deck(number).RoutePrelisten(place);
     Deck(4).RouteMain(place);
   }
+}
+
+/// Before it is opened, because then it is fixed whether anybody may move it elsewhere.
+void Stage::TellIfForHeadphones(int output) {
+  const int device = moves_[Index(kPrelistenOutput)].place.device;
+  if (output != kPrelistenOutput || device == kNoSound) return;
+  if (device == moves_[0].place.device || device == moves_[1].place.device) return;
+  sound_.SetDeviceRole(device, decks::DeviceRole::Headphones);
 }
 
 /// A device for head-phones alone is left silent when it goes away; one that a deck plays on too is replaced.
@@ -229,12 +240,31 @@ void Stage::Listen(WorkstationView& view) {
   view.sound = loudest_.Listen(sources);
 }
 
+/// Of the system's own mixer: what played on the device plays where it was put, until it is chosen here
+/// again.
+void Stage::FollowHand(const decks::DeviceEvent& event) {
+  for (int output = 1; output <= kOutputs; ++output) {
+    const OutputView place = outputs_[Index(output)];
+    if (place.device != event.device) continue;
+    OutputWish wish = WishFor({event.moved_to, place.speaker}, {}, say_);
+    if (!event.saying.parts.empty()) wish.name = event.saying.parts.front();
+    MoveOutput(output, wish);
+  }
+}
+
+std::string Stage::Unsaved() {
+  if (saves_ == nullptr) return {};
+  const SaveWatch::Unsaved unsaved = saves_->Now();
+  return unsaved.files == 0 ? std::string() : say_(unsaved.why);
+}
+
 void Stage::Tick() {
   bool listed = false;
   ++since_device_notice_;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
     if (!event.text.empty()) TellOfDevice(say_({support::ErrorCode::Unavailable, event.text, event.saying}));
     can_return_.erase(event.device);
+    if (event.kind == decks::DeviceEvent::Kind::Moved) FollowHand(event);
     if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
     listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
   }
@@ -258,6 +288,7 @@ void Stage::Tick() {
   view.main_volume = controls_.MainVolume;
   view.has_mixer = has_mixer_;
   view.health = sound_.Health();
+  view.unsaved = Unsaved();
   if (ticked_) ticked_(view);
   view.notice = notice_;
   views_.Publish();

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/SaveWatch.h"
 #include "app/WorkstationView.h"
 #include "app/settings/OutputSettings.h"
 #include "app/sound/AnalysisDesk.h"
@@ -81,6 +82,8 @@ class Stage {
     HeardSong heard;
     decks::StreamHandle stream = 0;
   };
+  /// What could not be saved goes into the view; null: nothing is known of it.
+  void FollowSaves(const SaveWatch* saves) { saves_ = saves; }
   void FollowSong(std::function<SongPlaying()> song) { song_playing_ = std::move(song); }
   /// Of what is heard in this tick; 0 for nothing.
   [[nodiscard]] decks::StreamHandle StreamOf(HeardFrom from);
@@ -93,8 +96,11 @@ class Stage {
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
   void TellRoles();
+  void TellIfForHeadphones(int output);
   void TellOfDevice(std::string sentence);
   void Listen(WorkstationView& view);
+  void FollowHand(const decks::DeviceEvent& event);
+  [[nodiscard]] std::string Unsaved();
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
@@ -110,6 +116,7 @@ class Stage {
   std::function<SongPlaying()> song_playing_;
   LoudestSource loudest_;
   decks::StreamHandle song_ = 0;
+  const SaveWatch* saves_ = nullptr;
   std::array<OutputView, kOutputs> outputs_{};
   std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
   std::set<int> opening_;                     ///< devices that a worker is at

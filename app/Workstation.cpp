@@ -335,6 +335,11 @@ const std::vector<std::string>& Workstation::DeviceNames() const {
   return parts_->device_names;
 }
 
+SoundPriority::Level Workstation::Priority() const {
+  const SoundPriority* priority = parts_->ports.priority;
+  return priority == nullptr ? SoundPriority::Level::Asked : priority->Now();
+}
+
 catalogue::track_table& Workstation::Catalogue() {
   return parts_->catalogue;
 }

@@ -22,6 +22,7 @@
 #include "app/ports/Help.h"
 #include "app/ports/Prompts.h"
 #include "app/ports/ScanPort.h"
+#include "app/ports/SoundPriority.h"
 #include "app/ports/SystemMixer.h"
 #include "app/ports/Visualisation.h"
 #include "app/settings/Preferences.h"
@@ -46,6 +47,8 @@
 #include "support/ports/SettingsStore.h"
 
 namespace app {
+
+class SaveWatch;
 
 /// Workers for what takes long and may wait, and how many they are.
 struct Background {
@@ -78,6 +81,9 @@ struct Ports {
   Background background = {};                           ///< for scans and batches
   support::Executor* journal = nullptr;                 ///< null: what plays is not kept for after a fall
   LocalTime local_time = nullptr;                       ///< null: the system's
+  const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only
+  const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
+  std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
 };
 
 /// What the button of the settings page does.
@@ -238,6 +244,8 @@ class Workstation {
   /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
   /// one that is pulled keeps its number.
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const;
+  /// How far the sound goes before other programs.
+  [[nodiscard]] SoundPriority::Level Priority() const;
 
   // Desks, each with commands and a view of its own.
   [[nodiscard]] LightDesk& Lights();

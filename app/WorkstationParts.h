@@ -46,7 +46,7 @@ struct Workstation::Parts {
         folder(program_folder),
         conducting(how),
         settings(outside.settings, program_folder),
-        conductor([this] { stage.Tick(); }),
+        conductor([this] { stage.Tick(); }, outside.conductor_started),
         stage({outside.engine, outside.sound, outside.analysis, outside.side_store, keeping}, outside.workers,
               gate, conductor.Box(), say),
         index(outside.files, outside.workers, gate, folder.Native(catalogue::kTrackIndex), Complainer()),
@@ -103,6 +103,7 @@ struct Workstation::Parts {
       song.stream = songs.Hear(song.heard);
       return song;
     });
+    stage.FollowSaves(outside.saves);
     stage.OnTick([this](const WorkstationView& view) {
       lights.Tick(view);
       organ.Tick(view);

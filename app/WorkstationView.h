@@ -105,8 +105,9 @@ struct WorkstationView {
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   HeardSong song;
-  HeardSound sound;    ///< for light organ and visualisers
-  std::string notice;  ///< the newest sentence about a device, for the status line
+  HeardSound sound;     ///< for light organ and visualisers
+  std::string notice;   ///< the newest sentence about a device, for the status line
+  std::string unsaved;  ///< why something that the program keeps is not on the disk now; else empty
 };
 
 }  // namespace app

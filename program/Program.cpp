@@ -6,6 +6,7 @@
 #include <atomic>
 #include <thread>
 
+#include "app/SaveWatch.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
 #include "engine/SoundEngine.h"
@@ -23,6 +24,7 @@
 #include "platform/files/System.h"
 #include "platform/midi/FluidSynthesisers.h"
 #include "platform/process/basCommandOutput.h"
+#include "platform/rights/SoundThreads.h"
 #include "platform/settings/SettingsDisk.h"
 #include "platform/settings/SettingsFile.h"
 #include "platform/sidestore/SqliteSideStore.h"
@@ -38,6 +40,8 @@
 namespace program {
 namespace {
 
+using platform::rights::SoundThreads;
+
 constexpr int kJournalFiles = 2;  ///< written beside each other
 
 int Cores() {
@@ -48,10 +52,47 @@ std::atomic<void*> left_behind{nullptr};  // what a stuck worker may come back t
 
 }  // namespace
 
+/// Which thread ends the program, where several may want to: the window's, or whoever finds it gone.
+class Program::Ending {
+ public:
+  void Begin(Parts& parts) {
+    support::MutexLock lock(mutex_);
+    parts_ = &parts;
+    ender_ = {};
+  }
+  /// True for the first thread that asks, as often as it does.
+  bool Take() {
+    support::MutexLock lock(mutex_);
+    if (parts_ == nullptr) return false;
+    if (ender_ == std::thread::id()) ender_ = std::this_thread::get_id();
+    return ender_ == std::this_thread::get_id();
+  }
+  /// The parts may go; nobody is at their lamps.
+  void Over() {
+    support::MutexLock lock(mutex_);
+    parts_ = nullptr;
+  }
+  void Darken();
+  [[nodiscard]] Parts* Of() {
+    support::MutexLock lock(mutex_);
+    return parts_;
+  }
+
+ private:
+  support::Mutex mutex_;
+  Parts* parts_ DJ_GUARDED_BY(mutex_) = nullptr;
+  std::thread::id ender_ DJ_GUARDED_BY(mutex_);
+};
+
+Program::Ending& Program::TheEnding() {
+  static Ending* const ending = new Ending;  // for as long as the process: the end of the process asks for it
+  return *ending;
+}
+
 struct Program::Parts {
   explicit Parts(const std::filesystem::path& folder)
       : memory(platform::files::ScratchFolder()),
-        settings(platform::settings::UserSettingsPath(), files),
+        settings(platform::settings::UserSettingsPath(), saves),
         decoding(std::max(2, Cores()), support::ThreadPool::StuckJobs::Replace),
         looking(1),
         engine({.outputs = outputs,
@@ -61,7 +102,7 @@ struct Program::Parts {
                 .clock = clock,
                 .memory = &memory,
                 .make_silent = nullptr,
-                .thread_started = [] { platform::files::RaiseThreadPriority(); },
+                .thread_started = [this] { rights.Join(SoundThreads::Duty::Feeding); },
                 .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
@@ -73,7 +114,7 @@ struct Program::Parts {
                      .sound = engine,
                      .tags = tags,
                      .settings = settings,
-                     .files = files,
+                     .files = saves,
                      .workers = workers,
                      .clock = clock,
                      .mixer = &mixer,
@@ -89,14 +130,23 @@ struct Program::Parts {
                      .code_pages = &code_pages,
                      .folders = &folders,
                      .background = {&background, Cores()},
-                     .journal = &journal},
+                     .journal = &journal,
+                     .local_time = nullptr,
+                     .saves = &saves,
+                     .priority = &rights,
+                     .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
+    saves.Keep(folder);
+    saves.Keep(folder / "History");
+    saves.Keep(platform::settings::UserSettingsPath().parent_path());
     workstation.StartUp();
     window = std::make_unique<ui::frmMain>(workstation, settings, clock);
   }
 
   support::SteadyClock clock;
+  SoundThreads rights;
   platform::files::DiskFileSaver files;
+  app::SaveWatch saves{files};
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::files::DiskFolders folders;
@@ -104,7 +154,7 @@ struct Program::Parts {
   platform::archive::PackedDiscImages images{loose_images};
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
-  platform::audio::PulseDevices outputs;
+  platform::audio::PulseDevices outputs{{}, [this] { rights.Join(SoundThreads::Duty::Callback); }};
   platform::audio::PulseMixer mixer;
   app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
@@ -129,21 +179,46 @@ struct Program::Parts {
   std::unique_ptr<ui::frmMain> window;
 };
 
+/// Whatever holds the rest of the end up: these calls are the ones that every thread may make.
+void Program::Ending::Darken() {
+  constexpr auto kPatience = std::chrono::milliseconds(1500);
+  support::MutexLock lock(mutex_);
+  if (parts_ == nullptr) return;
+  parts_->lights.Darken(kPatience);
+  parts_->boards.Darken();
+}
+
 Program::Program(const std::filesystem::path& folder) {
   platform::files::ReturnFreedMemory();
   parts_ = std::make_unique<Parts>(folder);
+  TheEnding().Begin(*parts_);
 }
 
 Program::~Program() {
   constexpr std::chrono::milliseconds kPatience{500};
+  // Another thread found the window standing still and ends the process: there is nothing to come back to.
+  while (!TheEnding().Take()) std::this_thread::sleep_for(kPatience);
   parts_->window.reset();
   bool ended = parts_->workstation.ShutDown();
   for (support::ThreadPool* pool :
        {&parts_->background, &parts_->journal, &parts_->workers, &parts_->decoding, &parts_->looking}) {
     ended = pool->Finish(kPatience) && ended;
   }
+  TheEnding().Over();
   if (ended) return;
   left_behind = parts_.release();
+}
+
+void Program::EndWithoutWindow() {
+  Ending& ending = TheEnding();
+  Parts* const parts = ending.Of();
+  if (parts == nullptr) return;
+  if (ending.Take()) parts->workstation.ShutDown();
+  ending.Darken();
+}
+
+bool Program::Runs() {
+  return TheEnding().Of() != nullptr;
 }
 
 bool Program::LeftBehind() {

@@ -26,11 +26,20 @@ class Program {
   Program& operator=(const Program&) = delete;
 
   [[nodiscard]] ui::frmMain& Window();
+  /// The described end without the window, which may be gone or stand still: decks and engine are released,
+  /// lamps and boards go dark, settings and lists are kept. Nothing where no Program runs. Any thread, also
+  /// one that the program's own end is held up by. The process must end after it (see LeftBehind).
+  static void EndWithoutWindow();
+  [[nodiscard]] static bool Runs();
   /// True once the last Program left a worker behind.
   [[nodiscard]] static bool LeftBehind();
 
  private:
   struct Parts;
+  class Ending;
+
+  static Ending& TheEnding();
+
   std::unique_ptr<Parts> parts_;
 };
 

@@ -186,6 +186,21 @@ TEST_F(OutputsTest, ADeviceThatCameBackIsReturnedToOnRequest) {
   EXPECT_FALSE(station_->View().can_return[0]);
 }
 
+TEST_F(OutputsTest, WhatTheUserMovesInTheSystemsMixerPlaysThereForTheRunAndIsShownThere) {
+  Store("Devices", "Device1", "1");
+  StartUp();
+  Load(1, "a.mp3");
+  decks::DeviceEvent moved{decks::DeviceEvent::Kind::Moved, 1, "Moved."};
+  moved.moved_to = 2;
+  engine_.PostDeviceEvent(moved);
+  Settle();
+  EXPECT_EQ(station_->View().outputs[0].device, 2);
+  EXPECT_EQ(station_->View().outputs[1].device, 2) << "it shares the device";
+  EXPECT_EQ(station_->View().notice, "Moved.");
+  EXPECT_EQ(Devices().back(), 2);
+  EXPECT_EQ(Stored("Devices", "Device1"), "1");
+}
+
 TEST_F(OutputsTest, TheFourthDeckPlaysInTheHeadPhones) {
   Store("Devices", "Device3", "2");
   StartUp();

@@ -7,7 +7,8 @@
 
 namespace app {
 
-Conductor::Conductor(std::function<void()> tick) : tick_(std::move(tick)) {}
+Conductor::Conductor(std::function<void()> tick, std::function<void()> started)
+    : tick_(std::move(tick)), started_(std::move(started)) {}
 
 Conductor::~Conductor() {
   Stop();
@@ -34,6 +35,7 @@ void Conductor::ConductOnce() {
 }
 
 void Conductor::Run() {
+  if (started_) started_();
   auto next = std::chrono::steady_clock::now();
   while (!stopping_) {
     box_->WaitUntil(next);

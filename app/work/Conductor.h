@@ -21,7 +21,8 @@ class Conductor {
  public:
   static constexpr std::chrono::milliseconds kPeriod{10};
 
-  explicit Conductor(std::function<void()> tick);
+  /// started runs first on the thread, and may be empty.
+  explicit Conductor(std::function<void()> tick, std::function<void()> started = {});
   ~Conductor();
   Conductor(const Conductor&) = delete;
   Conductor& operator=(const Conductor&) = delete;
@@ -41,6 +42,7 @@ class Conductor {
   void RunCommands();
 
   std::function<void()> tick_;
+  const std::function<void()> started_;
   std::shared_ptr<Mailbox> box_ = std::make_shared<Mailbox>();
   std::atomic<bool> stopping_{false};
   std::thread thread_;

@@ -3,7 +3,6 @@
 #include "platform/files/System.h"
 
 #include <malloc.h>
-#include <sched.h>
 #include <sys/resource.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -22,18 +21,6 @@ std::filesystem::path ScratchFolder() {
   std::error_code error;
   const std::filesystem::path scratch = std::filesystem::temp_directory_path(error);
   return error ? ExecutableFolder() : scratch;
-}
-
-ThreadPriority RaiseThreadPriority() noexcept {
-  // Above desktop programs, below the sound server and the kernel's own threads.
-  constexpr int kPriority = 5;
-  constexpr int kNice = -11;
-  sched_param wanted{};
-  wanted.sched_priority = kPriority;
-  if (sched_setscheduler(0, SCHED_FIFO | SCHED_RESET_ON_FORK, &wanted) == 0) return ThreadPriority::RealTime;
-  // On Linux this is the calling thread alone.
-  if (setpriority(PRIO_PROCESS, 0, kNice) == 0) return ThreadPriority::Raised;
-  return ThreadPriority::Normal;
 }
 
 void LowerThreadPriority() noexcept {

@@ -13,12 +13,6 @@ namespace platform::files {
 /// there.
 [[nodiscard]] std::filesystem::path ScratchFolder();
 
-enum class ThreadPriority { Normal, Raised, RealTime };
-
-/// Asks that the calling thread runs before all others, for threads that carry sound. Gives what the system
-/// allowed; without rights it stays Normal, and that works too.
-ThreadPriority RaiseThreadPriority() noexcept;
-
 /// Lets all other threads run before the calling one, on processor and disk, for work that may wait.
 void LowerThreadPriority() noexcept;
 

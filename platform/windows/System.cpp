@@ -6,8 +6,6 @@
 
 #include <windows.h>
 
-#include <avrt.h>
-
 #include <string>
 #include <system_error>
 
@@ -26,13 +24,6 @@ std::filesystem::path ScratchFolder() {
   std::error_code error;
   const std::filesystem::path scratch = std::filesystem::temp_directory_path(error);
   return error ? ExecutableFolder() : scratch;
-}
-
-ThreadPriority RaiseThreadPriority() noexcept {
-  DWORD task = 0;
-  if (AvSetMmThreadCharacteristicsA("Pro Audio", &task) != nullptr) return ThreadPriority::RealTime;
-  if (SetThreadPriority(GetCurrentThread(), THREAD_PRIORITY_TIME_CRITICAL)) return ThreadPriority::Raised;
-  return ThreadPriority::Normal;
 }
 
 // This system's heap does so by itself.

@@ -70,7 +70,11 @@ QGridLayout* SettingsPage::MakeOutputs() {
   QLabel* hint = Caption(look_.say(Say::OutputsHint), look_.skin.dim);
   hint->setWordWrap(true);
   grid->addWidget(hint, 5, 0, 1, 3);
-  grid->setRowStretch(6, 1);
+  priority_ = Caption({}, look_.skin.dim);
+  priority_->setWordWrap(true);
+  Name(*priority_, QStringLiteral("SoundPriority"), {});
+  grid->addWidget(priority_, 6, 0, 1, 3);
+  grid->setRowStretch(7, 1);
   grid->setColumnStretch(1, 2);
   grid->setColumnStretch(2, 1);
   return grid;
@@ -158,10 +162,23 @@ void SettingsPage::Send(int output) {
 
 void SettingsPage::Show(const app::WorkstationView& view) {
   for (std::size_t i = 0; i < outputs_.size(); ++i) ShowOutput(outputs_[i], view.outputs[i]);
+  ShowPriority(workstation_.Priority());
   apply_->Show();
   const auto size = workstation_.Organ().View().lamps.size;
   const int boards = size == lightorgan::IoBoardSize::Two ? 1 : 0;
   if (boards_->currentIndex() != boards && !boards_->view()->isVisible()) boards_->setCurrentIndex(boards);
+}
+
+void SettingsPage::ShowPriority(app::SoundPriority::Level level) {
+  using Level = app::SoundPriority::Level;
+  const bool known = level != Level::Asked;
+  if (priority_->isVisibleTo(this) != known) priority_->setVisible(known);
+  if (!known) return;
+  const bool best = level == Level::RealTime;
+  SetText(*priority_, look_.say(best                     ? Say::PriorityRealTime
+                                : level == Level::Raised ? Say::PriorityRaised
+                                                         : Say::PriorityNormal));
+  SetTextColour(*priority_, best ? look_.skin.dim : look_.skin.warning);
 }
 
 void SettingsPage::ShowOutput(Output& output, const app::OutputView& view) {

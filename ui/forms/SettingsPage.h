@@ -10,6 +10,7 @@
 #include "ui/widgets/Surface.h"
 
 class QGridLayout;
+class QLabel;
 class QVBoxLayout;
 
 namespace ui {
@@ -50,10 +51,12 @@ class SettingsPage final : public Surface {
   void FillDevices(QuietCombo& list, int present);
   void Send(int output);
   void ShowOutput(Output& output, const app::OutputView& view);
+  void ShowPriority(app::SoundPriority::Level level);
 
   app::Workstation& workstation_;
   Look look_;
   std::array<Output, 3> outputs_{};
+  QLabel* priority_ = nullptr;
   ApplyPanel* apply_ = nullptr;
   QuietCombo* language_ = nullptr;
   QuietCombo* boards_ = nullptr;  ///< how many

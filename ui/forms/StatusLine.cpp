@@ -49,6 +49,11 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
   Name(*late_, QStringLiteral("LateBlocks"), {}, say(Say::LateBlocksTip));
   SetTextColour(*load_, look.skin.dim);
   SetTextColour(*late_, look.skin.dim);
+  unsaved_ = new QLabel(say(Say::Unsaved));
+  Name(*unsaved_, QStringLiteral("Unsaved"), {});
+  SetTextColour(*unsaved_, look.skin.warning);
+  unsaved_->hide();
+  row->addWidget(unsaved_);
   lights_ = new QLabel;
   Name(*lights_, QStringLiteral("DmxState"), {}, say(Say::DmxTip));
   lights_->hide();
@@ -75,6 +80,9 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
     notice_ = view.notice;
     Tell(Decode(notice_));
   }
+  if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
+  const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
+  if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
   if (fresh_) told_at_ = now;
   fresh_ = false;
   const bool bright = now - told_at_ < kMessageTime;

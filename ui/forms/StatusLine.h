@@ -44,6 +44,7 @@ class StatusLine final : public Surface {
   std::array<ElidedLabel*, 3> outputs_;
   std::array<QPushButton*, 3> returns_;  ///< there only while they can do something
   ElidedLabel* message_;
+  QLabel* unsaved_;  ///< there only while something is not on the disk
   QLabel* lights_;
   QLabel* load_;
   QLabel* late_;

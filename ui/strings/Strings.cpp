@@ -229,6 +229,22 @@ constexpr Strings::Row kRows[] = {
     {Say::Outputs, "Sound outputs", "Geluidsuitgangen"},
     {Say::OutputsHint, "A choice acts at once and is kept, also while music plays.",
      "Een keuze werkt meteen en blijft bewaard, ook terwijl er muziek speelt."},
+    {Say::PriorityRealTime, "The system runs the sound before all other programs.",
+     "Het systeem laat het geluid voor alle andere programma's gaan."},
+    {Say::PriorityRaised,
+     "The system runs the sound before most programs, but not in real time: it may drop out while the "
+     "computer is "
+     "busy. Install the package rtkit, then start dj TOLVEN again.",
+     "Het systeem laat het geluid voor de meeste programma's gaan, maar niet in real time: het kan haperen "
+     "als de "
+     "computer het druk heeft. Installeer het pakket rtkit en start dj TOLVEN opnieuw."},
+    {Say::PriorityNormal,
+     "The system does not run the sound before other programs: it may drop out while the computer is busy. "
+     "Install "
+     "the package rtkit, then start dj TOLVEN again.",
+     "Het systeem laat het geluid niet voor andere programma's gaan: het kan haperen als de computer het "
+     "druk "
+     "heeft. Installeer het pakket rtkit en start dj TOLVEN opnieuw."},
     {Say::OutputDeck, "Deck %1", "Deck %1"},
     {Say::OutputHeadphones, "Headphones", "Hoofdtelefoon"},
     {Say::Device, "Device", "Apparaat"},

@@ -166,6 +166,9 @@ enum class Say : int {
   SettingsTip,
   Outputs,
   OutputsHint,
+  PriorityRealTime,
+  PriorityRaised,
+  PriorityNormal,
   OutputDeck,
   OutputHeadphones,
   Device,
@@ -339,6 +342,8 @@ enum class Say : int {
   Gain,
   GainName,
   GainTip,
+  Unsaved,
+  UnsavedTip,
 };
 
 /// The table of all captions and messages, in one language.

@@ -66,14 +66,5 @@ TEST(System, KnowsTheFolderOfTheProgram) {
   EXPECT_TRUE(std::filesystem::exists(ExecutableFolder() / "platform_files_tests"));
 }
 
-TEST(System, RaisesAThreadAsFarAsItSays) {
-  std::thread([] {
-    const ThreadPriority priority = RaiseThreadPriority();
-    const bool real_time = (sched_getscheduler(0) & ~SCHED_RESET_ON_FORK) == SCHED_FIFO;
-    EXPECT_EQ(priority == ThreadPriority::RealTime, real_time);
-  }).join();
-  EXPECT_EQ(sched_getscheduler(0), SCHED_OTHER) << "other threads stay as they are";
-}
-
 }  // namespace
 }  // namespace platform::files
