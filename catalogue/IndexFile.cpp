@@ -189,17 +189,9 @@ bool IndexParser::Unescape(std::string_view& cell, std::string& storage) const {
 
 namespace {
 
-/// 0 where the table has none.
-int PathColumnOf(const track_table& table) {
-  const auto columns = table.Columns();
-  const auto path =
-      std::find_if(columns.begin(), columns.end(), [](const Column& one) { return one.key == "Filename"; });
-  return path == columns.end() ? 0 : static_cast<int>(path - columns.begin()) + 1;
-}
-
 /// Rows whose paths are kept from the folder on get full ones.
 void FollowFolder(track_table& table, const std::filesystem::path& folder) {
-  const int column = PathColumnOf(table);
+  const int column = table.FileColumn();
   bool any = false;
   table.VisitColumn(column, [&any](int, std::string_view cell) {
     any = cell.starts_with(support::ProgramFolder::kBelow);
@@ -233,16 +225,19 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
   const std::uint64_t middle = error || size < kLargeFile ? 0 : LineStartBehind(path, size / 2);
   track_table rest(table.Columns());
   std::future<std::optional<IndexReport>> rest_read;
-  if (middle != 0) rest_read = std::async([&] { return LoadPart(path, middle, kToTheEnd, rest); });
-  std::optional<IndexReport> report = LoadPart(path, 0, middle != 0 ? middle : kToTheEnd, table);
+  const auto folder = std::filesystem::absolute(path, error).lexically_normal().parent_path();
+  const auto load = [&](std::uint64_t begin, std::uint64_t end, track_table& part) {
+    const auto read = LoadPart(path, begin, end, part);
+    FollowFolder(part, folder);
+    return read;
+  };
+  if (middle != 0) rest_read = std::async([&] { return load(middle, kToTheEnd, rest); });
+  std::optional<IndexReport> report = load(0, middle != 0 ? middle : kToTheEnd, table);
   if (rest_read.valid()) {
     report = Sum(report, rest_read.get());
     table.AppendAll(std::move(rest));
   }
-  if (report) {
-    FollowFolder(table, std::filesystem::absolute(path, error).lexically_normal().parent_path());
-    return *report;
-  }
+  if (report) return *report;
   table.Clear();
   return support::Error{support::ErrorCode::Unreadable,
                         say(support::Sentence::IndexUnreadable, {path.string()})};
@@ -252,7 +247,7 @@ IndexPrinter::IndexPrinter(const track_table& table, const std::filesystem::path
     : table_(table),
       folder_(folder),
       below_(folder.empty() ? "" : (folder / "").string()),
-      path_column_(PathColumnOf(table)),
+      path_column_(table.FileColumn()),
       cells_(table.Columns().size()) {}
 
 std::string_view IndexPrinter::Next() {

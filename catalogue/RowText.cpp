@@ -3,6 +3,7 @@
 #include "catalogue/RowText.h"
 
 #include <algorithm>
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -34,15 +35,42 @@ bool IsPlain(char letter) {
   return static_cast<unsigned char>(letter) >= ' ' && letter != '\\';
 }
 
-/// The plain characters and tabs that a text begins with, up to seven of the last ones left out, and how many
-/// of them are tabs.
-std::size_t SkipPlain(std::string_view text, std::size_t& tabs) {
+/// The tabs of a line as they are met, and the ends of one of its cells.
+struct Tabs {
+  std::size_t column;  ///< from 1; 0: none
+  std::size_t count = 0;
+  std::size_t begin = 0;  ///< of the cell
+  std::size_t end = 0;
+
+  void Meet(std::size_t at) {
+    ++count;
+    if (count + 1 == column) begin = at + 1;
+    if (count == column) end = at;
+  }
+  /// Those of eight characters.
+  void MeetAll(std::uint64_t tops, std::size_t at) {
+    const std::size_t more = Count(tops);
+    if (count + more + 1 < column || count >= column) {
+      count += more;
+      return;
+    }
+    for (; tops != 0; tops &= tops - 1) Meet(at + PlaceOf(tops));
+  }
+  /// Of the first character that is meant.
+  static std::size_t PlaceOf(std::uint64_t tops) {
+    const int zeros = std::endian::native == std::endian::little ? std::countr_zero(tops) : 0;
+    return static_cast<std::size_t>(zeros) / 8;
+  }
+};
+
+/// The plain characters and tabs that a text begins with, up to seven of the last ones left out.
+std::size_t SkipPlain(std::string_view text, Tabs& tabs) {
   std::size_t at = 0;
   for (std::uint64_t word = 0; at + sizeof word <= text.size(); at += sizeof word) {
     std::memcpy(&word, text.data() + at, sizeof word);
     const std::uint64_t tab = Equal(word, '\t');
     if ((Control(word) | Equal(word, '\\')) != tab) break;
-    tabs += Count(tab);
+    if (tab != 0) tabs.MeetAll(tab, at);
   }
   return at;
 }
@@ -95,24 +123,26 @@ void AppendRow(std::string& rows, std::span<const std::string_view> cells, std::
     if (i < cells.size()) rows += cells[i].substr(0, track_table::kLongestCell);
   }
   rows += kLineEnd;
-  if (LineSize(std::string_view(rows).substr(start), columns) == rows.size() - start) return;
+  if (LineOf(std::string_view(rows).substr(start), columns).size == rows.size() - start) return;
   rows.resize(start);
   rows += kPacked;
   for (const std::string_view cell : cells) AppendPacked(rows, cell.substr(0, track_table::kLongestCell));
 }
 
-std::size_t LineSize(std::string_view text, std::size_t columns) {
+Line LineOf(std::string_view text, std::size_t columns, std::size_t column) {
   text = text.substr(0, track_table::kLongestCell);
-  std::size_t tabs = 0;
+  Tabs tabs{column};
   for (std::size_t at = SkipPlain(text, tabs); at < text.size(); ++at) {
     if (text[at] == '\t') {
-      ++tabs;
+      tabs.Meet(at);
     } else if (!IsPlain(text[at])) {
       const bool ends = text.substr(at, kLineEnd.size()) == kLineEnd;
-      return ends && tabs + 1 == columns ? at + kLineEnd.size() : 0;
+      if (!ends || tabs.count + 1 != columns) return {};
+      const std::size_t end = column == columns ? at : tabs.end;
+      return {at + kLineEnd.size(), text.substr(tabs.begin, end - tabs.begin)};
     }
   }
-  return 0;
+  return {};
 }
 
 }  // namespace catalogue

@@ -30,8 +30,13 @@ void AppendRow(std::string& rows, std::span<const std::string_view> cells, std::
   return row.front() != '\0';
 }
 
-/// The size of the plain line that a text begins with: one cell a column and a tab between them, CR LF behind
-/// them, no other character below the blank and no backslash. 0 where it begins with anything else.
-[[nodiscard]] std::size_t LineSize(std::string_view text, std::size_t columns);
+/// A plain line that a text begins with: one cell a column and a tab between them, CR LF behind them, no
+/// other character below the blank and no backslash.
+struct Line {
+  std::size_t size = 0;   ///< 0 where the text begins with anything else
+  std::string_view cell;  ///< of the column asked for
+};
+/// column from 1; 0 asks for none.
+[[nodiscard]] Line LineOf(std::string_view text, std::size_t columns, std::size_t column = 0);
 
 }  // namespace catalogue

@@ -7,6 +7,7 @@
 #include <bit>
 #include <cassert>
 #include <cstdint>
+#include <cstring>
 #include <functional>
 #include <iterator>
 #include <string>
@@ -51,8 +52,17 @@ int FileColumnOf(std::span<const Column> columns) {
 
 /// Two names may have the same number.
 std::uint32_t NumberOf(std::string_view name) {
-  const std::size_t hash = std::hash<std::string_view>{}(name);
-  return static_cast<std::uint32_t>(hash ^ hash >> 16 >> 16);
+  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
+  std::uint64_t number = name.size() * kMix, word = 0;
+  const auto take = [&number](std::uint64_t part) { number = std::rotl((number ^ part) * kMix, 29); };
+  for (; name.size() >= sizeof word; name.remove_prefix(sizeof word)) {
+    std::memcpy(&word, name.data(), sizeof word);
+    take(word);
+  }
+  word = 0;
+  std::memcpy(&word, name.data(), name.size());
+  take(word);
+  return static_cast<std::uint32_t>(number * kMix >> 32);
 }
 
 std::string_view CellOf(std::string_view row, int column) {
@@ -245,11 +255,11 @@ std::size_t track_table::AddLines(std::string_view text) {
     std::size_t size = 0;
     count = 0;
     while (count < kRowsInBlock) {
-      const std::size_t line = LineSize(rest.substr(size), columns_.size());
-      if (line == 0) break;
+      const Line line = LineOf(rest.substr(size), columns_.size(), static_cast<std::size_t>(file_column_));
+      if (line.size == 0) break;
       starts[count] = static_cast<std::uint32_t>(size);
-      names[count++] = NameOf(rest.substr(size, line));
-      size += line;
+      names[count++] = NumberOf(line.cell);
+      size += line.size;
     }
     if (count == 0) break;
     const std::span<const std::uint32_t> begins(starts.data(), count), numbers(names.data(), count);
