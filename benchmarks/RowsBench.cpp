@@ -252,7 +252,7 @@ Samples TimeSwaps(const fs::path& index) {
     static_cast<void>(catalogue::LoadIndex(index, found));
     scans.Give(std::move(found));
     bool over = false;
-    samples.Add(TimeOf([&] { reindex.Start("/", {}, [&](const auto&) { over = true; }); }));
+    samples.Add(TimeOf([&] { reindex.Start({"/"}, {}, [&](const auto&) { over = true; }); }));
     for (int row = 1; row < table.Rows(); row += 1000) table.SetCell(row, track::kGain, std::to_string(run));
     while (!over) {
       for (const auto& job : box->Take()) samples.Add(TimeOf(job));
