@@ -3,7 +3,8 @@
 #include "dmx/Patch.h"
 
 #include <algorithm>
-#include <numeric>
+
+#include "dmx/ShowRecords.h"
 
 namespace dmx {
 namespace {
@@ -22,10 +23,23 @@ void TakeFixture(DMXfilename& fixture, FixtureReading reading, const FixtureLibr
                  PatchReport& report) {
   fixture.Channels = std::move(reading.fixture.channels);
   fixture.Filename = library.FilenameOf(fixture.Filename);
-  fixture.NumberOf = static_cast<std::int16_t>(fixture.Channels.count());
   for (const std::string& note : reading.notes) report.notes.push_back("\"" + Named(fixture) + "\": " + note);
   if (reading.ended_early)
     report.notes.push_back(library.Say()(Sentence::FixtureEndsEarly, {Named(fixture)}));
+}
+
+/// Where the stored spans tell whose records are whose, a file that has grown or shrunk moves nobody's
+/// levels; what of its own has no place is told.
+void NoteDifferences(const Show& show, const FixtureLibrary& library, PatchReport& report) {
+  const RecordOrder order = OrderOf(show, report.patch);
+  if (order != RecordOrder::Spans && order != RecordOrder::ShownSpans) return;
+  for (const DMXfilename& fixture : show.fixtures) {
+    if (!DiffersFromItsFile(fixture)) continue;
+    const int now = fixture.Channels.count();
+    const auto sentence = now > fixture.NumberOf ? Sentence::FixtureHasGrown : Sentence::FixtureHasShrunk;
+    report.notes.push_back(
+        library.Say()(sentence, {Named(fixture), std::to_string(fixture.NumberOf), std::to_string(now)}));
+  }
 }
 
 }  // namespace
@@ -86,13 +100,14 @@ std::string FixtureLibrary::FilenameOf(std::string_view filename) const {
   return folder_.TextOf("\\DMXlibrary\\" + std::string(NameWithoutFolder(filename)));
 }
 
-PatchReport PatchShow(DMXname& fixtures, const FixtureLibrary& library) {
+PatchReport PatchShow(Show& show, const FixtureLibrary& library) {
   PatchReport report;
+  const support::Sentences& say = library.Say();
+  DMXname& fixtures = show.fixtures;
   for (int position = 1; position <= fixtures.count();) {
     DMXfilename& fixture = *fixtures.Item(position);
     auto reading = library.Open(fixture.Filename);
     if (!reading) {
-      const support::Sentences& say = library.Say();
       report.notes.push_back(say(Sentence::FixtureLeftDark, {Named(fixture), say(reading.Failure())}));
       report.missing.push_back(position);
       ++position;
@@ -104,6 +119,8 @@ PatchReport PatchShow(DMXname& fixtures, const FixtureLibrary& library) {
       ++position;
     } else {
       report.refused.push_back(patched.Failure().text);
+      report.notes.push_back(say(Sentence::FixtureSetAside, {Named(fixture)}));
+      show.aside.push_back({std::move(fixture), position - 1});
       fixtures.Remove(position);
     }
   }
@@ -111,36 +128,8 @@ PatchReport PatchShow(DMXname& fixtures, const FixtureLibrary& library) {
     const DMXfilename& fixture = *fixtures.Item(position);
     report.patch.Hold(position, fixture.StartChannel, fixture.NumberOf);
   }
+  NoteDifferences(show, library, report);
   return report;
-}
-
-std::vector<int> RecordChannels(const Patch& patch, const Scenes& scenes) {
-  int records = 0;
-  for (const Scene& scene : scenes) {
-    for (const SceneStep& step : scene.Steps) records = std::max(records, step.SceneChannel.count());
-  }
-  std::vector<int> channels = patch.Channels();
-  if (records <= static_cast<int>(channels.size())) return channels;
-  channels.resize(static_cast<std::size_t>(std::min(records, kUniverseChannels)));
-  std::iota(channels.begin(), channels.end(), 1);
-  return channels;
-}
-
-void MoveRecords(Scenes& scenes, std::span<const int> from, std::span<const int> to) {
-  std::array<int, kUniverseChannels + 1> position{};  // of a channel's record so far; 0: it has none
-  for (std::size_t i = 0; i < from.size(); ++i)
-    position[static_cast<std::size_t>(from[i])] = static_cast<int>(i) + 1;
-  for (Scene& scene : scenes) {
-    for (SceneStep& step : scene.Steps) {
-      SceneChannel moved;
-      moved.Reserve(to.size());
-      for (const int channel : to) {
-        const Sliders* record = step.SceneChannel.Item(position[static_cast<std::size_t>(channel)]);
-        moved.Add(record != nullptr ? *record : Sliders{});
-      }
-      step.SceneChannel = std::move(moved);
-    }
-  }
 }
 
 }  // namespace dmx

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <array>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -73,21 +72,14 @@ class FixtureLibrary {
 /// What became of a show's fixtures.
 struct PatchReport {
   Patch patch;
-  std::vector<std::string> refused;  ///< why, one sentence for each fixture that was removed
+  std::vector<std::string> refused;  ///< why, one sentence for each fixture that was set aside
   std::vector<int> missing;          ///< positions of those whose file cannot be read; they stay
-  std::vector<std::string> notes;    ///< which these are, and what their files had out of bounds
+  /// Which these are, what their files had out of bounds, and whose file has other channels than the show.
+  std::vector<std::string> notes;
 };
 
-/// Reads each fixture's file and patches it. One that does not fit is removed from the list; one that cannot
-/// be read stays, and NumberOf holds its place.
-[[nodiscard]] PatchReport PatchShow(DMXname& fixtures, const FixtureLibrary& library);
-
-/// The channels of the universe that a step's records stand for, in the order of the records: those that are
-/// patched; from channel 1 on where a step has records for more.
-[[nodiscard]] std::vector<int> RecordChannels(const Patch& patch, const Scenes& scenes);
-
-/// Gives every step a record for each channel of the second list. Records keep their levels where their
-/// channel stands in the first list, which is the one they were made for; others are dark.
-void MoveRecords(Scenes& scenes, std::span<const int> from, std::span<const int> to);
+/// Reads each fixture's file and patches the channels that it describes. One that does not fit is set aside;
+/// one that cannot be read stays, and NumberOf holds its place. No NumberOf and no record is changed.
+[[nodiscard]] PatchReport PatchShow(Show& show, const FixtureLibrary& library);
 
 }  // namespace dmx

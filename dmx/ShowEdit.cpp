@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <array>
 #include <limits>
-#include <numeric>
+#include <map>
 #include <utility>
 
 #include "dmx/Looks.h"
@@ -41,16 +41,36 @@ support::Result<void> CheckAmongOthers(DMXname fixtures, int position, int start
   return others.Value().Check(start, count);
 }
 
-/// The channels of the records once the patch is another one: where records stand for every channel from 1
-/// on, they go on doing so, as otherwise levels of channels without a fixture would be lost.
-std::vector<int> ChannelsAfter(const Patch& patch, const std::vector<int>& before, bool from_one_on) {
-  std::vector<int> channels = patch.Channels();
-  if (!from_one_on) return channels;
-  const int last = std::max(channels.empty() ? 0 : channels.back(), before.empty() ? 0 : before.back());
-  channels.resize(static_cast<std::size_t>(last));
-  std::iota(channels.begin(), channels.end(), 1);
-  return channels;
+int Same(int fixture) {
+  return fixture;
 }
+
+/// Finds where the record of a place stands, from 1; 0: nowhere. A fixture finds its own, also where it was
+/// moved to; else records of nobody are found by their channel.
+class Sources {
+ public:
+  explicit Sources(const std::vector<RecordPlace>& places) {
+    int record = 0;
+    for (const RecordPlace& place : places) {
+      ++record;
+      if (place.fixture != 0) {
+        own_.try_emplace({place.fixture, place.channel}, record);
+      } else {
+        nobodys_[static_cast<std::size_t>(place.on_the_wire)] = record;
+      }
+    }
+    nobodys_[0] = 0;
+  }
+
+  [[nodiscard]] int Of(const RecordPlace& place) const {
+    const auto own = own_.find({place.fixture, place.channel});
+    return own != own_.end() ? own->second : nobodys_[static_cast<std::size_t>(place.on_the_wire)];
+  }
+
+ private:
+  std::map<std::pair<int, int>, int> own_;
+  std::array<int, kUniverseChannels + 1> nobodys_{};
+};
 
 void TellDifferences(Scene& scene) {
   const SceneChannel* before = nullptr;
@@ -76,6 +96,9 @@ std::size_t Weight(const Show& show) {
     for (const FixtureChannel& channel : fixture.Channels)
       weight += sizeof channel + static_cast<std::size_t>(channel.presets.count()) * sizeof(presets);
   }
+  for (const SetAside& aside : show.aside)
+    weight +=
+        sizeof aside + static_cast<std::size_t>(aside.fixture.Channels.count()) * sizeof(FixtureChannel);
   for (const Scene& scene : show.scenes) {
     weight += sizeof scene;
     for (const SceneStep& step : scene.Steps)
@@ -110,24 +133,31 @@ support::Result<void> ShowEdit::AddFixture(DMXfilename fixture) {
   Show next = Now();
   fixture.NumberOf = static_cast<std::int16_t>(fixture.Channels.count());
   next.fixtures.Add(std::move(fixture));
-  return TakeFixtures(std::move(next));
+  return TakeFixtures(std::move(next), Same);
 }
 
 support::Result<void> ShowEdit::MoveFixture(int position, int start) {
   Show next = Now();
   DMXfilename* fixture = next.fixtures.Item(position);
   if (fixture == nullptr || fixture->StartChannel == start) return {};
-  const auto fits = CheckAmongOthers(Now().fixtures, position, start, fixture->NumberOf);
+  const auto fits = CheckAmongOthers(Now().fixtures, position, start, ChannelCount(*fixture));
   if (!fits) return fits;
   fixture->StartChannel = static_cast<std::int16_t>(start);
-  return TakeFixtures(std::move(next));
+  return TakeFixtures(std::move(next), Same);
 }
 
 void ShowEdit::RemoveFixture(int position) {
   Show next = Now();
   if (next.fixtures.Item(position) == nullptr) return;
   next.fixtures.Remove(position);
-  static_cast<void>(TakeFixtures(std::move(next)));  // fewer fixtures always fit
+  for (SetAside& aside : next.aside) {
+    if (aside.behind >= position) --aside.behind;
+  }
+  // Fewer fixtures always fit.
+  static_cast<void>(TakeFixtures(std::move(next), [position](int fixture) {
+    if (fixture == position) return 0;
+    return fixture > position ? fixture - 1 : fixture;
+  }));
 }
 
 support::Result<void> ShowEdit::ReplaceFixture(int position, std::string filename, ChannelSlider channels) {
@@ -136,10 +166,48 @@ support::Result<void> ShowEdit::ReplaceFixture(int position, std::string filenam
   if (fixture == nullptr) return {};
   const auto fits = CheckAmongOthers(Now().fixtures, position, fixture->StartChannel, channels.count());
   if (!fits) return fits;
+  const bool told = order_ == RecordOrder::Spans || order_ == RecordOrder::ShownSpans;
   fixture->Filename = std::move(filename);
-  fixture->NumberOf = static_cast<std::int16_t>(channels.count());
+  if (!told) fixture->NumberOf = static_cast<std::int16_t>(channels.count());
   fixture->Channels = std::move(channels);
-  return TakeFixtures(std::move(next));
+  return TakeFixtures(std::move(next), Same);
+}
+
+void ShowEdit::RepairFixture(int position) {
+  Show next = Now();
+  DMXfilename* fixture = next.fixtures.Item(position);
+  if (fixture == nullptr || !DiffersFromItsFile(*fixture)) return;
+  fixture->NumberOf = static_cast<std::int16_t>(fixture->Channels.count());
+  static_cast<void>(TakeFixtures(std::move(next), Same));  // it is patched that way already
+}
+
+support::Result<void> ShowEdit::BringBack(int aside, int start) {
+  if (aside < 1 || aside > static_cast<int>(Now().aside.size())) return {};
+  Show next = Now();
+  const auto returning = next.aside.begin() + (aside - 1);
+  const auto fits = patch_.Check(start, returning->fixture.Channels.count());
+  if (!fits) return fits;
+  const int position = returning->behind + 1;
+  DMXfilename fixture = std::move(returning->fixture);
+  fixture.StartChannel = static_cast<std::int16_t>(start);
+  next.fixtures.Insert(position, std::move(fixture));
+  const auto behind = next.aside.erase(returning);
+  for (auto later = behind; later != next.aside.end(); ++later) ++later->behind;
+  return TakeFixtures(std::move(next), [position, aside](int number) {
+    if (number == -aside) return position;
+    if (number < -aside) return number + 1;
+    return number >= position ? number + 1 : number;
+  });
+}
+
+void ShowEdit::DropAside(int aside) {
+  if (aside < 1 || aside > static_cast<int>(Now().aside.size())) return;
+  Show next = Now();
+  next.aside.erase(next.aside.begin() + (aside - 1));
+  static_cast<void>(TakeFixtures(std::move(next), [aside](int fixture) {
+    if (fixture == -aside) return 0;
+    return fixture < -aside ? fixture + 1 : fixture;
+  }));
 }
 
 int ShowEdit::AddScene(int behind, std::string name, ConstUniverseLevels levels) {
@@ -192,7 +260,8 @@ SceneStep ShowEdit::NewStep(const Scene& scene, int behind, ConstUniverseLevels 
   // The times of the step before are what a row of steps mostly has in common.
   step.FadeTime = before == nullptr ? StepTimeText(Tenths(10)) : before->FadeTime;
   step.WaitTime = before == nullptr ? StepTimeText(Tenths(30)) : before->WaitTime;
-  step.SceneChannel = RecordLook(levels, channels_, before == nullptr ? nullptr : &before->SceneChannel);
+  const SceneChannel* look = before == nullptr ? nullptr : &before->SceneChannel;
+  step.SceneChannel = RecordLook(levels, channels_, look, look);
   return step;
 }
 
@@ -210,7 +279,8 @@ int ShowEdit::AddStep(int scene, int behind, ConstUniverseLevels levels) {
 void ShowEdit::RecordStep(int scene, int step, ConstUniverseLevels levels) {
   if (Step(scene, step) == nullptr) return;
   ChangeScene(scene, {}, [&](Scene& changed) {
-    changed.Steps.Item(step)->SceneChannel = RecordLook(levels, channels_, nullptr);
+    SceneChannel& look = changed.Steps.Item(step)->SceneChannel;
+    look = RecordLook(levels, channels_, nullptr, &look);
     TellDifferences(changed);
   });
 }
@@ -278,35 +348,23 @@ void ShowEdit::Take(Show next, std::string_view thing) {
   Lay();
 }
 
-support::Result<void> ShowEdit::TakeFixtures(Show next) {
+support::Result<void> ShowEdit::TakeFixtures(Show next, const Renumber& renumber) {
   auto patch = PatchOf(next.fixtures);
   if (!patch) return patch.Failure();
-  const bool from_one_on = channels_ != patch_.Channels();
-  const std::vector<int> channels = ChannelsAfter(patch.Value(), channels_, from_one_on);
-  const std::vector<int> from = RecordsFrom(next.fixtures);
-  MoveRecords(next.scenes, from, channels);
+  std::vector<RecordPlace> from = places_;
+  for (RecordPlace& place : from) place.fixture = place.fixture == 0 ? 0 : renumber(place.fixture);
+  // Where records stand for every channel from 1 on, they go on doing so, as otherwise levels of channels
+  // without a fixture would be lost.
+  const std::vector<int> taken = patch.Value().Channels();
+  const int last = std::max<int>(taken.empty() ? 0 : taken.back(), static_cast<int>(places_.size()));
+  const Sources sources(from);
+  std::vector<int> arranged;
+  for (const RecordPlace& place : RecordPlaces(next, patch.Value(), order_, last))
+    arranged.push_back(sources.Of(place));
+  ArrangeRecords(next.scenes, arranged);
   for (Scene& scene : next.scenes) TellDifferences(scene);
   Take(std::move(next));
   return {};
-}
-
-// A fixture that was moved takes its levels along.
-std::vector<int> ShowEdit::RecordsFrom(const DMXname& fixtures) const {
-  std::vector<int> from = channels_;
-  if (fixtures.count() != Now().fixtures.count()) return from;
-  std::array<bool, kUniverseChannels + 1> taken{};
-  for (int& channel : from) {
-    const PatchedChannel& held = patch_.At(channel);
-    if (held.fixture == 0) continue;
-    const int moved = fixtures.Item(held.fixture)->StartChannel + held.channel - 1;
-    channel = moved > kUniverseChannels ? 0 : moved;
-    taken[static_cast<std::size_t>(channel)] = true;
-  }
-  for (std::size_t i = 0; i < from.size(); ++i) {
-    const bool free = patch_.At(channels_[i]).fixture == 0;
-    if (free && taken[static_cast<std::size_t>(from[i])]) from[i] = 0;
-  }
-  return from;
 }
 
 void ShowEdit::ChangeScene(int scene, std::string_view thing, const std::function<void(Scene&)>& change) {
@@ -320,7 +378,9 @@ void ShowEdit::ChangeScene(int scene, std::string_view thing, const std::functio
 void ShowEdit::Lay() {
   auto patch = PatchOf(Now().fixtures);
   patch_ = patch ? std::move(patch).Value() : Patch{};
-  channels_ = RecordChannels(patch_, Now().scenes);
+  order_ = OrderOf(Now(), patch_);
+  places_ = RecordPlaces(Now(), patch_, order_);
+  channels_ = RecordChannels(places_);
 }
 
 }  // namespace dmx

@@ -3,7 +3,6 @@
 #pragma once
 
 #include <functional>
-#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -11,6 +10,7 @@
 #include "dmx/EditHistory.h"
 #include "dmx/Patch.h"
 #include "dmx/ShowPlan.h"
+#include "dmx/ShowRecords.h"
 #include "dmx/ShowTime.h"
 #include "dmx/show.h"
 #include "support/Result.h"
@@ -30,12 +30,12 @@ class ShowEdit {
   [[nodiscard]] const EditHistory<Show>& History() const { return history_; }
   /// Who holds which channel, fixtures without a file included.
   [[nodiscard]] const Patch& Patched() const { return patch_; }
-  /// What the records of the steps stand for.
+  /// What the records of the steps stand for; 0: their level is kept, and sent nowhere.
   [[nodiscard]] const std::vector<int>& Channels() const { return channels_; }
   /// Null where there is no such step.
   [[nodiscard]] const SceneStep* Step(int scene, int step) const;
 
-  /// A show that is saved as it stands; what was refused while it was patched is a change.
+  /// A show that is saved as it stands.
   void Begin(Show show);
   void Undo();
   void Redo();
@@ -49,8 +49,17 @@ class ShowEdit {
   support::Result<void> MoveFixture(int position, int start);
   /// Its channels' levels go with it.
   void RemoveFixture(int position);
-  /// Another file for a fixture, whose own is missing.
+  /// Another file for a fixture, whose own is missing. Records that tell how many channels it had go on doing
+  /// so until it is repaired.
   support::Result<void> ReplaceFixture(int position, std::string filename, ChannelSlider channels);
+  /// From now on the show has as many channels of it as its file: further ones are dark in every step, and
+  /// the levels of those that the file has no longer are gone.
+  void RepairFixture(int position);
+  // Those that were set aside are numbered from 1.
+  /// Back into the show, with its levels.
+  support::Result<void> BringBack(int aside, int start);
+  /// Its levels are gone.
+  void DropAside(int aside);
 
   // Scenes. Those that make one return where it stands.
   /// Behind another one, with the levels as its first step.
@@ -76,10 +85,10 @@ class ShowEdit {
 
  private:
   void Take(Show next, std::string_view thing = {});
+  /// How a fixture of now is numbered after a change; 0: it is gone.
+  using Renumber = std::function<int(int)>;
   /// The show with other fixtures, its records moved along.
-  support::Result<void> TakeFixtures(Show next);
-  /// The channels that the present records belong to once the fixtures stand there; 0 for those of none.
-  [[nodiscard]] std::vector<int> RecordsFrom(const DMXname& fixtures) const;
+  support::Result<void> TakeFixtures(Show next, const Renumber& renumber);
   void ChangeScene(int scene, std::string_view thing, const std::function<void(Scene&)>& change);
   void SetTime(int scene, const std::vector<int>& steps, Tenths time, std::string SceneStep::*which);
   [[nodiscard]] SceneStep NewStep(const Scene& scene, int behind, ConstUniverseLevels levels) const;
@@ -87,6 +96,8 @@ class ShowEdit {
 
   EditHistory<Show> history_;
   Patch patch_;
+  RecordOrder order_ = RecordOrder::Patched;
+  std::vector<RecordPlace> places_;
   std::vector<int> channels_;
 };
 

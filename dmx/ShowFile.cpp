@@ -165,13 +165,24 @@ void AppendScene(std::string& text, const Scene& scene, int scenes) {
   }
 }
 
+void AppendPatched(std::string& text, const DMXfilename& fixture) {
+  AppendLine(text, NameWithoutFolder(fixture.Filename));
+  AppendLine(text, fixture.StartChannel);
+  AppendLine(text, fixture.NumberOf);
+}
+
+/// Those that were set aside stand where they stood.
 void AppendHead(std::string& text, const Show& show) {
-  AppendLine(text, show.fixtures.count());
+  AppendLine(text, show.fixtures.count() + static_cast<int>(show.aside.size()));
+  auto aside = show.aside.begin();
+  int position = 0;
   for (const DMXfilename& fixture : show.fixtures) {
-    AppendLine(text, NameWithoutFolder(fixture.Filename));
-    AppendLine(text, fixture.StartChannel);
-    AppendLine(text, fixture.NumberOf);
+    for (; aside != show.aside.end() && aside->behind <= position; ++aside)
+      AppendPatched(text, aside->fixture);
+    AppendPatched(text, fixture);
+    ++position;
   }
+  for (; aside != show.aside.end(); ++aside) AppendPatched(text, aside->fixture);
   AppendLine(text, show.scenes.count());
 }
 

@@ -29,7 +29,13 @@ support::Result<ShowPlan> ShowPlan::Make(const Scenes& scenes, std::span<const i
     return support::Failed(support::ErrorCode::Unsupported, support::Sentence::ShowTooLong);
   }
   ShowPlan plan;
-  plan.channels_.assign(channels.begin(), channels.end());
+  int record = 0;
+  for (const int channel : channels) {
+    ++record;
+    if (channel == 0) continue;
+    plan.channels_.push_back(channel);
+    plan.records_.push_back(record);
+  }
   int number = 0;
   for (const Scene& scene : scenes) {
     ++number;
@@ -47,7 +53,7 @@ void ShowPlan::AddPass(const Scene& scene, int number, int first_loop, int round
     const ShowTime fade = ParseShowTime(step.FadeTime);
     const ShowTime wait = ParseShowTime(step.WaitTime);
     for (std::size_t i = 0; i < channels_.size(); ++i) {
-      const Sliders* record = step.SceneChannel.Item(static_cast<int>(i) + 1);
+      const Sliders* record = step.SceneChannel.Item(records_[i]);
       const std::uint16_t before = steps_.empty() ? kNotSet : levels_[levels_.size() - channels_.size()];
       levels_.push_back(record != nullptr
                             ? static_cast<std::uint16_t>(std::clamp<int>(record->ChannelValue, 0, 255))

@@ -25,8 +25,8 @@ using ConstUniverseLevels = std::span<const DmxLevel, kUniverseChannels>;
 /// Threads: any; immutable.
 class ShowPlan {
  public:
-  /// channels: what each record stands for; records beyond them are left out. Fails when the show is too
-  /// large to be laid out.
+  /// channels: what each record stands for, 0 for nothing; records beyond them are left out. Fails when the
+  /// show is too large to be laid out.
   [[nodiscard]] static support::Result<ShowPlan> Make(const Scenes& scenes, std::span<const int> channels);
 
   [[nodiscard]] ShowTime Length() const { return length_; }
@@ -76,6 +76,7 @@ class ShowPlan {
   }
 
   std::vector<int> channels_;
+  std::vector<int> records_;  ///< of a step, from 1: that of each channel
   std::vector<Pass> passes_;
   std::vector<Step> steps_;
   std::vector<std::uint16_t> levels_;  ///< a row of channels for each step

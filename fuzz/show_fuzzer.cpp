@@ -5,9 +5,9 @@
 #include <cstdlib>
 #include <string_view>
 
-#include "dmx/Patch.h"
 #include "dmx/ShowFile.h"
 #include "dmx/ShowPlan.h"
+#include "dmx/ShowRecords.h"
 #include "dmx/ShowTime.h"
 
 /// What can be read of any bytes is the same after it was written and read again, and can be played.
@@ -22,7 +22,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   if (dmx::ShowText(again.Value().show) != text || !(again.Value().show.scenes == show.scenes)) abort();
   dmx::Patch patch;
   for (const dmx::DMXfilename& fixture : show.fixtures) patch.Hold(1, fixture.StartChannel, fixture.NumberOf);
-  const auto plan = dmx::ShowPlan::Make(show.scenes, dmx::RecordChannels(patch, show.scenes));
+  const auto plan = dmx::ShowPlan::Make(show.scenes, dmx::RecordChannels(show, patch));
   if (!plan) return 0;
   if (plan.Value().Length() != dmx::PlayingTime(show.scenes)) abort();
   std::array<dmx::DmxLevel, dmx::kUniverseChannels> levels{};

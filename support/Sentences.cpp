@@ -200,6 +200,25 @@ constexpr Row kRows[] = {
     {Sentence::TheFixtureNumber, "The fixture's number", "Het nummer van de armatuur"},
     {Sentence::TheFixtureCount, "The number of fixtures", "Het aantal armaturen"},
     {Sentence::TheSceneCount, "The number of scenes", "Het aantal scènes"},
+    {Sentence::FixtureSetAside,
+     "\"%1\" is out of the show and gets no light. Its place and its levels are kept and saved with the "
+     "show.",
+     "\"%1\" staat buiten de show en krijgt geen licht. Plaats en niveaus blijven bewaard en worden met de "
+     "show "
+     "opgeslagen."},
+    {Sentence::FixtureHasGrown,
+     "The show has levels for %2 channels of \"%1\", whose file now describes %3. The further ones get no "
+     "light "
+     "until the show is repaired in the show editor.",
+     "De show heeft niveaus voor %2 kanalen van \"%1\", waarvan het bestand er nu %3 beschrijft. De overige "
+     "krijgen geen licht tot de show in de showeditor hersteld is."},
+    {Sentence::FixtureHasShrunk,
+     "The show has levels for %2 channels of \"%1\", whose file now describes only %3. Those of the last "
+     "ones are "
+     "kept, and sent nowhere until the show is repaired in the show editor.",
+     "De show heeft niveaus voor %2 kanalen van \"%1\", waarvan het bestand er nu nog maar %3 beschrijft. "
+     "Die van "
+     "de laatste blijven bewaard en gaan nergens heen tot de show in de showeditor hersteld is."},
 
     {Sentence::NoIoBoard,
      "No IO board could be opened. Connect it and its power supply, then switch the boards off and on again. "

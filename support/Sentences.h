@@ -128,6 +128,10 @@ enum class Sentence : int {
   TheFixtureNumber,
   TheFixtureCount,
   TheSceneCount,
+  // What became of a show's fixtures.
+  FixtureSetAside,
+  FixtureHasGrown,
+  FixtureHasShrunk,
 
   UnplayableFormat = 801,
   NoMemoryForFile,

@@ -8,9 +8,9 @@
 
 #include "dmx/FixtureFile.h"
 #include "dmx/FixtureProblems.h"
-#include "dmx/Patch.h"
 #include "dmx/ShowFile.h"
 #include "dmx/ShowPlan.h"
+#include "dmx/ShowRecords.h"
 
 namespace tests {
 namespace {
@@ -44,9 +44,9 @@ TEST(GivenLightsTest, EveryShowOfOursIsPatchedWithoutQuestionsAndPlays) {
     ASSERT_TRUE(reading.Ok()) << entry.path();
     dmx::Show& show = reading.Value().show;
     EXPECT_EQ(dmx::ShowText(show), Bytes(entry.path())) << entry.path();
-    const dmx::PatchReport report = dmx::PatchShow(show.fixtures, library);
+    const dmx::PatchReport report = dmx::PatchShow(show, library);
     EXPECT_TRUE(report.refused.empty() && report.missing.empty() && report.notes.empty()) << entry.path();
-    const auto channels = dmx::RecordChannels(report.patch, show.scenes);
+    const auto channels = dmx::RecordChannels(show, report.patch);
     EXPECT_EQ(show.scenes.Item(1)->Steps.Item(1)->SceneChannel.count(), static_cast<int>(channels.size()));
     const auto plan = dmx::ShowPlan::Make(show.scenes, channels);
     ASSERT_TRUE(plan.Ok());

@@ -134,7 +134,7 @@ void EditorDesk::OpenShow(const fs::path& path, Done<support::Result<OpenedShow>
         auto reading = dmx::OpenShow(path, say);
         if (!reading) return reading.Failure();
         OpenedShow opened{std::move(reading).Value(), {}};
-        opened.patch = dmx::PatchShow(opened.reading.show.fixtures, dmx::FixtureLibrary(folder, say));
+        opened.patch = dmx::PatchShow(opened.reading.show, dmx::FixtureLibrary(folder, say));
         return opened;
       },
       std::move(done));

@@ -40,7 +40,15 @@ void LightDesk::StartUp() {
     universe_.Resend();
   });
   const std::string last = context_.settings.Get(support::kApplication, "Setup", kLastShow, "");
-  if (!last.empty()) OpenShow(last, nullptr);
+  if (last.empty()) return;
+  OpenShow(last, [tell = context_.tell](const support::Result<ShowReport>& report) {
+    if (!report) return;
+    std::string told;
+    for (const auto* sentences : {&report.Value().refused, &report.Value().notes}) {
+      for (const std::string& sentence : *sentences) told += (told.empty() ? "" : " ") + sentence;
+    }
+    if (!told.empty()) tell(told);
+  });
 }
 
 void LightDesk::ShutDown() {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "dmx/ShowFile.h"
+#include "dmx/ShowRecords.h"
 #include "support/Text.h"
 
 namespace app {
@@ -37,13 +38,13 @@ std::vector<std::string> FixtureNames(const dmx::DMXname& fixtures) {
 
 std::shared_ptr<const StagePatch> StagePatch::Make(const dmx::DMXname& fixtures) {
   auto patch = std::make_shared<StagePatch>();
+  patch->fixtures = fixtures;
   patch->rules = dmx::RulesFor(fixtures);
   const std::vector<std::string> names = FixtureNames(fixtures);
   int position = 0;
   for (const dmx::DMXfilename& fixture : fixtures) {
     ++position;
-    const int described = fixture.Channels.count();
-    const int count = described > 0 ? described : fixture.NumberOf;  // its file may be missing
+    const int count = dmx::ChannelCount(fixture);
     for (int channel = 1; channel <= count; ++channel) {
       const int place = fixture.StartChannel + channel - 1;
       if (place < 1 || place > dmx::kUniverseChannels) continue;
@@ -79,8 +80,8 @@ support::Result<ShowOpening> OpenStagedShow(const std::filesystem::path& path,
   auto reading = dmx::OpenShow(path, library.Say());
   if (!reading) return reading.Failure();
   dmx::Show& show = reading.Value().show;
-  dmx::PatchReport patched = dmx::PatchShow(show.fixtures, library);
-  auto plan = dmx::ShowPlan::Make(show.scenes, dmx::RecordChannels(patched.patch, show.scenes));
+  dmx::PatchReport patched = dmx::PatchShow(show, library);
+  auto plan = dmx::ShowPlan::Make(show.scenes, dmx::RecordChannels(show, patched.patch));
   if (!plan) return plan.Failure();
 
   auto staged = std::make_shared<StagedShow>();

@@ -29,6 +29,7 @@ struct ChannelLabel {
 
 /// Which channel belongs to which fixture, and what that means for the output. Threads: any; immutable.
 struct StagePatch {
+  dmx::DMXname fixtures;
   std::array<ChannelLabel, dmx::kUniverseChannels> labels;
   dmx::OutputRules rules;
 

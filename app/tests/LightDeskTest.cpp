@@ -130,6 +130,25 @@ TEST_F(LightDeskTest, AShowFadesHoldsAndEnds) {
   EXPECT_EQ(wire_.Level(1), 200) << "the lamps stay as the show left them";
 }
 
+TEST_F(LightDeskTest, AFixtureThatHasGrownOrIsRefusedMovesNoLevelOfTheOthers) {
+  StartWithOutput();
+  std::ofstream(folder_ / "DMXlibrary" / "grown.dmx") << "Grown\r\n3\r\n0\r\n0\r\n0\r\n3\r\n";
+  std::ofstream(folder_ / "DMXlibrary" / "par.dmx") << "Par\r\n3\r\n0\r\n0\r\n0\r\n1\r\n";
+  const ShowReport told = Open(
+      ShowFile("Dance", {10, 20, 90}, "3\r\ngrown.dmx\r\n1\r\n1\r\npar.dmx\r\n2\r\n1\r\npar.dmx\r\n9\r\n1"));
+  EXPECT_EQ(told.refused, Lines{"Channel 2 is already taken. Please choose another Start Channel"});
+  EXPECT_EQ(told.notes.size(), 2U);
+  PlayTo(2500ms);
+  EXPECT_EQ(wire_.Level(1), 10);
+  EXPECT_EQ(wire_.Level(2), 0);
+  EXPECT_EQ(wire_.Level(9), 90);
+  station_.reset();
+  StartUp();
+  station_->PumpWindow();
+  Settle();
+  EXPECT_NE(station_->View().notice.find(told.refused.front()), std::string::npos) << "at the start too";
+}
+
 TEST_F(LightDeskTest, TheShowThatWasOpenLastIsOpenAgainAfterAStart) {
   StartUp();
   Open(ShowFile("Dance", {200}));

@@ -68,23 +68,22 @@ class PatchShowTest : public ::testing::Test {
         << "Par\r\n3\r\n0\r\n0\r\n0\r\n3\r\nChannel1\r\n3\r\n";
   }
   void Add(const std::string& filename, int start, int number_of = 0) {
-    fixtures_.Add({filename, static_cast<std::int16_t>(start), static_cast<std::int16_t>(number_of), {}});
+    show_.fixtures.Add(
+        {filename, static_cast<std::int16_t>(start), static_cast<std::int16_t>(number_of), {}});
   }
-  PatchReport PatchAll() {
-    return PatchShow(fixtures_, FixtureLibrary(support::ProgramFolder(folder_.Path())));
-  }
+  PatchReport PatchAll() { return PatchShow(show_, FixtureLibrary(support::ProgramFolder(folder_.Path()))); }
 
   support::testing::TemporaryFolder folder_;
-  DMXname fixtures_;
+  Show show_;
 };
 
 TEST_F(PatchShowTest, FixturesAreFoundByTheirNameAloneAndKeepTheirFullName) {
-  Add("C:\\elsewhere\\par.DMX", 10);
+  Add("C:\\elsewhere\\par.DMX", 10, 7);
   const PatchReport report = PatchAll();
   EXPECT_EQ(report.patch.Channels(), std::vector({10, 11, 12}));
-  EXPECT_EQ(fixtures_.Item(1)->Filename, folder_.Path().string() + "\\DMXlibrary\\par.DMX");
-  EXPECT_EQ(fixtures_.Item(1)->Channels.Item(1)->function, ChannelFunction::Dimmer);
-  EXPECT_EQ(fixtures_.Item(1)->NumberOf, 3);
+  EXPECT_EQ(show_.fixtures.Item(1)->Filename, folder_.Path().string() + "\\DMXlibrary\\par.DMX");
+  EXPECT_EQ(show_.fixtures.Item(1)->Channels.Item(1)->function, ChannelFunction::Dimmer);
+  EXPECT_EQ(show_.fixtures.Item(1)->NumberOf, 7) << "as the show has it";
 }
 
 TEST_F(PatchShowTest, NoNameLeadsOutOfTheLibrary) {
@@ -101,8 +100,8 @@ TEST_F(PatchShowTest, WhatDoesNotFitIsReportedAndRemoved) {
   Add("par.dmx", 4);
   const PatchReport report = PatchAll();
   EXPECT_EQ(report.refused, (std::vector{kOver, Taken(2)}));
-  ASSERT_EQ(fixtures_.count(), 2);
-  EXPECT_EQ(fixtures_.Item(2)->StartChannel, 4);
+  ASSERT_EQ(show_.fixtures.count(), 2);
+  EXPECT_EQ(show_.fixtures.Item(2)->StartChannel, 4);
   EXPECT_EQ(report.patch.At(6).fixture, 2);
 }
 
@@ -111,36 +110,12 @@ TEST_F(PatchShowTest, AFixtureWithoutAFileStaysAndHoldsItsPlace) {
   Add("par.dmx", 5);
   const PatchReport report = PatchAll();
   EXPECT_EQ(report.missing, std::vector{1});
-  EXPECT_EQ(fixtures_.count(), 2);
+  EXPECT_EQ(show_.fixtures.count(), 2);
   EXPECT_EQ(report.patch.Channels(), std::vector({2, 3, 4, 5, 6, 7}));
   EXPECT_EQ(report.patch.At(5).fixture, 2);
   EXPECT_TRUE(report.notes.front().starts_with("The fixture \"gone.dmx\" is left dark"));
 }
 
 /// One scene of one step with a record for each level.
-Scenes StepOf(const std::vector<int>& levels) {
-  Scenes scenes;
-  SceneStep& step = scenes.Add().Steps.Add();
-  for (const int level : levels) step.SceneChannel.Add().ChannelValue = static_cast<std::int16_t>(level);
-  return scenes;
-}
-
-TEST(RecordChannelsTest, RecordsStandForThePatchedChannelsInOrder) {
-  Patch patch;
-  ASSERT_TRUE(patch.Add(1, 7, Channels(2)));
-  ASSERT_TRUE(patch.Add(2, 3, Channels(1)));
-  EXPECT_EQ(RecordChannels(patch, StepOf({1, 2, 3})), std::vector({3, 7, 8}));
-  EXPECT_EQ(RecordChannels(patch, StepOf({1})), std::vector({3, 7, 8}));
-  EXPECT_EQ(RecordChannels(patch, StepOf({1, 2, 3, 4})), std::vector({1, 2, 3, 4}));
-  EXPECT_EQ(RecordChannels(patch, StepOf(std::vector(600, 1))).size(), 512u);
-}
-
-TEST(RecordChannelsTest, RecordsFollowTheirChannelsWhenThePatchChanges) {
-  Scenes scenes = StepOf({10, 20, 30});
-  MoveRecords(scenes, std::vector{3, 7, 8}, std::vector{1, 3, 8});
-  const Scenes wanted = StepOf({0, 10, 30});
-  EXPECT_EQ(scenes, wanted);
-}
-
 }  // namespace
 }  // namespace dmx

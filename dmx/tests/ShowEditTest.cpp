@@ -97,6 +97,80 @@ TEST_F(ShowEditTest, AFixtureWithoutAFileKeepsItsPlaceAndGetsAnotherFileWhereTha
   EXPECT_EQ(edit.Channels(), (V{1, 2, 3, 5, 6, 7}));
 }
 
+TEST_F(ShowEditTest, AFixtureThatDiffersFromItsFileIsRepairedByHandAndNoneElseIsTouched) {
+  const struct {
+    int had, has;
+    V repaired;
+  } cases[] = {{2, 4, {1, 2, 0, 0, 10}}, {4, 2, {1, 2, 10}}};
+  for (const auto& one : cases) {
+    Show show;
+    show.fixtures.Add(Par(1, one.has)).NumberOf = static_cast<std::int16_t>(one.had);
+    show.fixtures.Add(Par(10, 1)).NumberOf = 1;
+    SceneStep& step = show.scenes.Add().Steps.Add();
+    for (int level = 1; level <= one.had; ++level)
+      step.SceneChannel.Add().ChannelValue = static_cast<std::int16_t>(level);
+    step.SceneChannel.Add().ChannelValue = 10;
+    edit.Begin(show);
+    levels.fill(99);
+    edit.RecordStep(1, 1, levels);
+    EXPECT_EQ(Values(1, 1), one.had == 2 ? (V{99, 99, 99}) : (V{99, 99, 3, 4, 99}))
+        << "what is not sent is kept";
+    edit.Undo();
+    ASSERT_TRUE(edit.MoveFixture(1, 20));
+    EXPECT_EQ(Values(1, 1).front(), 10) << "its levels went along";
+    EXPECT_EQ(edit.Now().fixtures.Item(1)->NumberOf, one.had);
+    edit.Undo();
+    edit.RepairFixture(1);
+    EXPECT_EQ(Values(1, 1), one.repaired);
+    EXPECT_EQ(edit.Now().fixtures.Item(1)->NumberOf, one.has);
+    EXPECT_EQ(edit.Channels().size(), one.repaired.size());
+    edit.Undo();
+    EXPECT_EQ(ShowText(edit.Now()), ShowText(show));
+  }
+}
+
+TEST_F(ShowEditTest, WhatWasSetAsideComesBackWithItsLevelsOrIsDropped) {
+  Show show;
+  show.fixtures.Add(Par(1)).NumberOf = 3;
+  show.fixtures.Add(Par(20, 1)).NumberOf = 1;
+  for (const int start : {2, 3}) {
+    show.aside.push_back({Par(start, 1), 1});
+    show.aside.back().fixture.NumberOf = 1;
+  }
+  SceneStep& step = show.scenes.Add().Steps.Add();
+  for (const int level : {1, 2, 3, 200, 201, 20})
+    step.SceneChannel.Add().ChannelValue = static_cast<std::int16_t>(level);
+  edit.Begin(show);
+  EXPECT_EQ(edit.Channels(), (V{1, 2, 3, 0, 0, 20}));
+  EXPECT_EQ(Refusal(edit.BringBack(1, 3)), "Channel 3 is already taken. Please choose another Start Channel");
+  EXPECT_EQ(Refusal(edit.BringBack(1, 30)), "");
+  EXPECT_EQ(edit.Now().fixtures.Item(2)->StartChannel, 30) << "where it stood";
+  EXPECT_EQ(Values(1, 1), (V{1, 2, 3, 201, 20, 200}));
+  EXPECT_EQ(edit.Channels(), (V{1, 2, 3, 0, 20, 30}));
+  edit.RemoveFixture(1);
+  EXPECT_EQ(Values(1, 1), (V{201, 20, 200}));
+  edit.AddStep(1, 1, levels);
+  EXPECT_EQ(Values(1, 2), (V{201, 0, 0}));
+  edit.DropAside(1);
+  EXPECT_EQ(Values(1, 1), (V{20, 200}));
+  EXPECT_TRUE(edit.Now().aside.empty());
+}
+
+TEST_F(ShowEditTest, AnotherFileWithOtherChannelsMovesNoLevelOfTheRest) {
+  Show show;
+  show.fixtures.Add({"gone.dmx", 1, 3, {}});
+  show.fixtures.Add(Par(5, 1)).NumberOf = 1;
+  SceneStep& step = show.scenes.Add().Steps.Add();
+  for (const int level : {1, 2, 3, 50})
+    step.SceneChannel.Add().ChannelValue = static_cast<std::int16_t>(level);
+  edit.Begin(show);
+  ASSERT_TRUE(edit.ReplaceFixture(1, "dim.dmx", Par(0, 1).Channels));
+  EXPECT_EQ(Values(1, 1), (V{1, 2, 3, 50})) << "until it is repaired";
+  EXPECT_EQ(edit.Channels(), (V{1, 0, 0, 5}));
+  edit.RepairFixture(1);
+  EXPECT_EQ(Values(1, 1), (V{1, 50}));
+}
+
 TEST_F(ShowEditTest, ScenesAndStepsAreAddedCopiedMovedAndRemoved) {
   ASSERT_TRUE(edit.AddFixture(Par(1)));
   EXPECT_EQ(edit.AddScene(0, "A", levels), 1);
