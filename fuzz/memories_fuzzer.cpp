@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <cstdint>
 #include <cstdlib>
+#include <string>
 #include <string_view>
 
 #include "lightorgan/Memories.h"
@@ -13,9 +14,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const auto memories = ParseMemories({reinterpret_cast<const char*>(data), size});
   if (ParseMemories(MemoryText(memories)) != memories) abort();
   for (const Memory& memory : memories) {
+    const auto recalled = ParseSnapshot(memory.text);
     for (const auto boards : {IoBoardSize::One, IoBoardSize::Two}) {
-      const auto recalled = ParseSnapshot(memory.text, boards);
-      if (recalled && ParseSnapshot(SnapshotText(*recalled, boards), boards) != recalled) abort();
+      if (!recalled) continue;
+      const std::string text = SnapshotText(*recalled, boards);
+      if (SnapshotText(*ParseSnapshot(text), boards) != text) abort();
     }
   }
   return 0;

@@ -379,8 +379,8 @@ Snapshot LightOrgan::Remember() const {
 
 void LightOrgan::Recall(const Snapshot& snapshot) {
   cmdK8000(static_cast<int>(snapshot.io));
-  ScrollerIO(snapshot.io_speed);
-  for (int output = 1; output <= Outputs(); ++output) {
+  if (snapshot.io_speed) ScrollerIO(*snapshot.io_speed);
+  for (int output = 1; output <= std::min(Outputs(), snapshot.io_held); ++output) {
     const int level = snapshot.io_levels[At(output)];
     if (snapshot.io != IoMode::Constant) {
       IOScroller(output, level);
@@ -388,9 +388,10 @@ void LightOrgan::Recall(const Snapshot& snapshot) {
       btnOn(output);
     }
   }
-  cmdK8000(static_cast<int>(snapshot.dac));
-  ScrollerDAC(snapshot.dac_speed);
-  for (int output = 1; output <= Outputs(); ++output) DacScroller(output, snapshot.dac_levels[At(output)]);
+  if (snapshot.dac) cmdK8000(static_cast<int>(*snapshot.dac));
+  if (snapshot.dac_speed) ScrollerDAC(*snapshot.dac_speed);
+  for (int output = 1; output <= std::min(Outputs(), snapshot.dac_held); ++output)
+    DacScroller(output, snapshot.dac_levels[At(output)]);
 }
 
 const LightOrganView& LightOrgan::View() {

@@ -18,14 +18,23 @@ void AddSide(std::string& text, std::string_view word, int speed, std::span<cons
   for (const int level : levels) text.append(std::to_string(level)).append("\r\n");
 }
 
-/// Gives the lines one after the other, empty ones behind the last.
+/// Gives the lines one after the other.
 class Lines {
  public:
   explicit Lines(std::string_view text) : lines_(support::SplitLines(text)) {}
-  [[nodiscard]] bool None() const { return lines_.empty(); }
-  std::string_view Next() { return at_ < lines_.size() ? lines_[at_++] : std::string_view(); }
-  int Number() {
+  [[nodiscard]] bool AtEnd() const { return at_ == lines_.size(); }
+  [[nodiscard]] std::size_t Count() const { return lines_.size(); }
+  std::string_view Next() { return AtEnd() ? std::string_view() : lines_[at_++]; }
+  std::optional<int> Number() {
+    if (AtEnd()) return std::nullopt;
     return static_cast<int>(std::clamp<std::int64_t>(support::LeadingInteger(Next()), 0, kHighest));
+  }
+  /// How many of the levels are there.
+  int Levels(std::span<int> levels) {
+    int held = 0;
+    for (; held < static_cast<int>(levels.size()) && !AtEnd(); ++held)
+      levels[static_cast<std::size_t>(held)] = Number().value_or(0);
+    return held;
   }
 
  private:
@@ -38,23 +47,25 @@ class Lines {
 std::string SnapshotText(const Snapshot& snapshot, IoBoardSize size) {
   const auto outputs = static_cast<std::size_t>(OutputsOf(size));
   std::string text;
-  AddSide(text, SnapshotWord(snapshot.io), snapshot.io_speed, std::span(snapshot.io_levels).first(outputs));
-  AddSide(text, SnapshotWord(snapshot.dac), snapshot.dac_speed,
+  AddSide(text, SnapshotWord(snapshot.io), snapshot.io_speed.value_or(0),
+          std::span(snapshot.io_levels).first(outputs));
+  AddSide(text, SnapshotWord(snapshot.dac.value_or(DacMode::Constant)), snapshot.dac_speed.value_or(0),
           std::span(snapshot.dac_levels).first(outputs));
   return text;
 }
 
-std::optional<Snapshot> ParseSnapshot(std::string_view text, IoBoardSize size) {
+std::optional<Snapshot> ParseSnapshot(std::string_view text) {
   Lines lines(text);
-  if (lines.None()) return std::nullopt;
-  const auto outputs = static_cast<std::size_t>(OutputsOf(size));
+  if (lines.AtEnd()) return std::nullopt;
+  const bool two = lines.Count() > 2 * (2 + static_cast<std::size_t>(kBoardChannels));
+  const auto outputs = static_cast<std::size_t>(OutputsOf(two ? IoBoardSize::Two : IoBoardSize::One));
   Snapshot snapshot;
   snapshot.io = IoModeOfSnapshot(lines.Next());
   snapshot.io_speed = lines.Number();
-  for (int& level : std::span(snapshot.io_levels).first(outputs)) level = lines.Number();
-  snapshot.dac = DacModeOfSnapshot(lines.Next());
+  snapshot.io_held = lines.Levels(std::span(snapshot.io_levels).first(outputs));
+  if (!lines.AtEnd()) snapshot.dac = DacModeOfSnapshot(lines.Next());
   snapshot.dac_speed = lines.Number();
-  for (int& level : std::span(snapshot.dac_levels).first(outputs)) level = lines.Number();
+  snapshot.dac_held = lines.Levels(std::span(snapshot.dac_levels).first(outputs));
   return snapshot;
 }
 

@@ -16,18 +16,22 @@ namespace lightorgan {
 ///
 /// The file: the mode's word of the switched side, its speed, a line for each output with its level (in
 /// constant mode 1 or 0); then the same for the analogue side.
+///
+/// Law: what it does not hold is left as it is when it is called up.
 struct Snapshot {
   IoMode io = IoMode::Constant;
-  int io_speed = 0;
+  std::optional<int> io_speed;
   std::array<int, kMostOutputs> io_levels{};
-  DacMode dac = DacMode::Constant;
-  int dac_speed = 0;
+  std::optional<DacMode> dac;
+  std::optional<int> dac_speed;
   std::array<int, kMostOutputs> dac_levels{};
+  int io_held = kMostOutputs;  ///< how many outputs it has levels for, from the first on
+  int dac_held = kMostOutputs;
   bool operator==(const Snapshot&) const = default;
 };
 
 [[nodiscard]] std::string SnapshotText(const Snapshot& snapshot, IoBoardSize size);
-/// Missing lines are 0; nothing where the text is empty.
-[[nodiscard]] std::optional<Snapshot> ParseSnapshot(std::string_view text, IoBoardSize size);
+/// Of one board or two, as the lines tell; nothing where the text is empty.
+[[nodiscard]] std::optional<Snapshot> ParseSnapshot(std::string_view text);
 
 }  // namespace lightorgan

@@ -143,10 +143,7 @@ void OrganDesk::Recall(std::size_t memory) {
   if (memory >= memories_.size()) return;
   files_.PassSnapshot(memories_[memory].text, [this, alive = std::weak_ptr<int>(alive_)](std::string text) {
     if (alive.expired()) return;
-    // A memory of one board has as many lines as such a snapshot.
-    const auto lines = support::SplitLines(text).size();
-    const bool two = lines > 2 * (2 + static_cast<std::size_t>(lightorgan::kBoardChannels));
-    const auto snapshot = lightorgan::ParseSnapshot(text, two ? IoBoardSize::Two : IoBoardSize::One);
+    const auto snapshot = lightorgan::ParseSnapshot(text);
     if (snapshot) Ask([snapshot](LightOrgan& organ) { organ.Recall(*snapshot); });
   });
 }

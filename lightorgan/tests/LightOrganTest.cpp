@@ -336,19 +336,43 @@ TEST_F(LightOrganTest, WhatIsRememberedComesBack) {
   organ_.btnOn(2);
   organ_.DacScroller(5, 0);
   organ_.cmdK8000(3);
-  organ_.Recall(*ParseSnapshot(text, IoBoardSize::One));
+  organ_.Recall(*ParseSnapshot(text));
   EXPECT_EQ(organ_.View().io_mode, IoMode::Constant);
   EXPECT_EQ(boards_.lit.to_ulong(), 2U);
   EXPECT_EQ(boards_.values[4], 123);
+}
+
+TEST_F(LightOrganTest, AMemoryTouchesOnlyWhatItHolds) {
+  Start();
+  organ_.cmdK8000(2);
+  organ_.cmdK8000(6);
+  organ_.IOScroller(8, 80);
+  organ_.DacScroller(8, 81);
+  const std::string one_board = SnapshotText(organ_.Remember(), IoBoardSize::One);
+  organ_.SetIoBoardSize(IoBoardSize::Two);
+  organ_.IOScroller(8, 8);
+  organ_.DacScroller(8, 8);
+  organ_.IOScroller(12, 40);
+  organ_.DacScroller(12, 41);
+  organ_.Recall(*ParseSnapshot(one_board));
+  EXPECT_EQ(organ_.View().io.sliders[7], 80);
+  EXPECT_EQ(organ_.View().dac.sliders[7], 81);
+  EXPECT_EQ(organ_.View().io.sliders[11], 40);
+  EXPECT_EQ(organ_.View().dac.sliders[11], 41);
+  organ_.ScrollerIO(33);
+  organ_.Recall(*ParseSnapshot("USESPECTRUMIO\r\n"));
+  EXPECT_EQ(organ_.View().io.speed, 33);
+  EXPECT_EQ(organ_.View().io.sliders[11], 40);
+  EXPECT_EQ(organ_.View().dac_mode, DacMode::Lo);
 }
 
 TEST(Snapshot, ReadsWhatItWritesAndWhateverElse) {
   Snapshot snapshot{IoMode::Pp, 30, {}, DacMode::Lo, 70, {}};
   snapshot.io_levels[15] = 5;
   snapshot.dac_levels[0] = 255;
-  EXPECT_EQ(ParseSnapshot(SnapshotText(snapshot, IoBoardSize::Two), IoBoardSize::Two), snapshot);
-  EXPECT_EQ(ParseSnapshot("BEAT\nfast", IoBoardSize::One)->io, IoMode::Beat);
-  EXPECT_EQ(ParseSnapshot("", IoBoardSize::One), std::nullopt);
+  EXPECT_EQ(ParseSnapshot(SnapshotText(snapshot, IoBoardSize::Two)), snapshot);
+  EXPECT_EQ(ParseSnapshot("BEAT\nfast")->io, IoMode::Beat);
+  EXPECT_EQ(ParseSnapshot(""), std::nullopt);
 }
 
 }  // namespace
