@@ -41,9 +41,13 @@ K8062Box::Endpoint K8062Box::EndpointOf(libusb_device* device) {
     const libusb_interface_descriptor& description = config->interface[0].altsetting[0];
     for (const auto& endpoint : std::span(description.endpoint, description.bNumEndpoints)) {
       const bool out = (endpoint.bEndpointAddress & LIBUSB_ENDPOINT_DIR_MASK) == LIBUSB_ENDPOINT_OUT;
-      if (!out || endpoint.wMaxPacketSize != std::tuple_size_v<K8062Packet>) continue;
+      const bool hid = description.bInterfaceClass == LIBUSB_CLASS_HID;
+      const bool plain = endpoint.wMaxPacketSize == static_cast<int>(K8062Size::Maker);
+      const bool upgraded = hid && endpoint.wMaxPacketSize == static_cast<int>(K8062Size::Upgraded);
+      if (!out || !(plain || upgraded)) continue;
       const int type = endpoint.bmAttributes & LIBUSB_TRANSFER_TYPE_MASK;
-      found = {endpoint.bEndpointAddress, type == LIBUSB_TRANSFER_TYPE_INTERRUPT};
+      found = {endpoint.bEndpointAddress, type == LIBUSB_TRANSFER_TYPE_INTERRUPT,
+               upgraded ? K8062Size::Upgraded : K8062Size::Maker};
       break;
     }
   }

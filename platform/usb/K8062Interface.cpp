@@ -132,7 +132,8 @@ void K8062Interface::Serve(const UsbContext& usb) {
     Say(State::Sending, kNoTrouble);
     bool there = true;
     // The first frame tells every lamp where it stands, whatever it was shown before.
-    for (bool first = true; there && Sending(); first = false) there = SendFrame(*box, NextFrame(first));
+    for (bool first = true; there && Sending(); first = false)
+      there = SendFrame(*box, NextFrame(first, box->Size()));
     if (there) {
       SendDarkness(*box);
     } else {
@@ -141,15 +142,15 @@ void K8062Interface::Serve(const UsbContext& usb) {
   }
 }
 
-K8062Interface::Frame K8062Interface::NextFrame(bool whole) const {
+K8062Interface::Frame K8062Interface::NextFrame(bool whole, K8062Size size) const {
   MutexLock lock(mutex_);
-  Frame frame{levels_, CarriedChannels(whole ? count_ : std::min(count_, highest_lit_))};
+  Frame frame{levels_, CarriedChannels(whole ? count_ : std::min(count_, highest_lit_), size)};
   std::fill(frame.levels.begin() + count_, frame.levels.end(), dmx::DmxLevel{0});
   return frame;
 }
 
 bool K8062Interface::SendFrame(K8062Box& box, const Frame& frame) {
-  const auto packets = EncodeK8062Frame(frame.levels, frame.count);
+  const auto packets = EncodeK8062Frame(frame.levels, frame.count, box.Size());
   for (const K8062Packet& packet : packets) {
     if (!Sending()) return true;  // the dark frame takes its place
     const auto sent = box.Send(packet);
@@ -161,7 +162,7 @@ bool K8062Interface::SendFrame(K8062Box& box, const Frame& frame) {
 
 void K8062Interface::SendDarkness(K8062Box& box) {
   const Levels dark{};
-  auto packets = EncodeK8062Frame(dark, dmx::kUniverseChannels);
+  auto packets = EncodeK8062Frame(dark, dmx::kUniverseChannels, box.Size());
   packets.push_back(packets.front());  // it makes the box show the frame before it
   for (const K8062Packet& packet : packets) {
     if (!box.Send(packet)) return;

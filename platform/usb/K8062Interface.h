@@ -53,7 +53,7 @@ class K8062Interface final : public dmx::DmxInterface {
   void Serve(const UsbContext& usb) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::unique_ptr<K8062Box> Search(const UsbContext& usb) DJ_EXCLUDES(mutex_);
   [[nodiscard]] bool Sending() const DJ_EXCLUDES(mutex_);
-  [[nodiscard]] Frame NextFrame(bool whole) const DJ_EXCLUDES(mutex_);
+  [[nodiscard]] Frame NextFrame(bool whole, K8062Size size) const DJ_EXCLUDES(mutex_);
   /// False when the box is gone.
   bool SendFrame(K8062Box& box, const Frame& frame) DJ_EXCLUDES(mutex_);
   void SendDarkness(K8062Box& box);

@@ -22,8 +22,8 @@ namespace {
 using Bytes = std::initializer_list<std::uint8_t>;
 
 /// Device, configuration, interface and its two endpoints, as the standard lays them out.
-std::string Descriptors(int product, bool hid) {
-  const std::uint8_t size = hid ? 8 : 64;
+std::string Descriptors(int product, bool hid, int packet_size) {
+  const auto size = static_cast<std::uint8_t>(packet_size);
   const std::uint8_t type = hid ? 3 : 2;  // interrupt or bulk
   const std::uint8_t interface_class = hid ? 3 : 0xFF;
   const std::uint8_t total = hid ? 41 : 32;
@@ -77,12 +77,12 @@ EmulatedDevice::~EmulatedDevice() {
 }
 
 std::string EmulatedDevice::Description(Kind kind) const {
-  const std::string descriptors = Descriptors(kind.product, kind.hid);
+  const std::string descriptors = Descriptors(kind.product, kind.hid, kind.packet_size);
   const std::string number = std::to_string(number_);
   return "P: " + path_.substr(4) + "\nN: bus/usb/001/00" + number + "=" + descriptors +
          "\nE: SUBSYSTEM=usb\nE: DEVTYPE=usb_device\nE: DEVNAME=" + node_ + "\nE: BUSNUM=001\nE: DEVNUM=00" +
          number + "\nE: MAJOR=189\nE: MINOR=" + std::to_string(number_ - 1) +
-         "\nA: busnum=1\\n\nA: devnum=" + number + "\\n\nA: speed=" + (kind.hid ? "1.5" : "12") +
+         "\nA: busnum=1\\n\nA: devnum=" + number + "\\n\nA: speed=" + (kind.packet_size == 8 ? "1.5" : "12") +
          "\\n\nA: bConfigurationValue=1\\n\nA: bNumConfigurations=1\\n\nA: idVendor=10cf\\n\nA: "
          "idProduct=806" +
          std::to_string(kind.product & 15) + "\\n\nH: descriptors=" + descriptors + "\n";

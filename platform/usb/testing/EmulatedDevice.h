@@ -60,7 +60,8 @@ class EmulatedDevice {
  protected:
   struct Kind {
     int product;
-    bool hid;  ///< takes eight bytes, else 64
+    bool hid;  ///< an input device, else one of its maker's own kind
+    int packet_size;
   };
   void PlugIn(Kind kind);
   /// Comes true within five seconds. condition() is called with the device at rest.

@@ -42,7 +42,7 @@ class EmulatedK8061 final : public EmulatedDevice {
   ~EmulatedK8061() override { Unplug(); }
 
   /// Some boards bear their address in their number.
-  void Plug(int product = 0x8061) { PlugIn({product, false}); }
+  void Plug(int product = 0x8061) { PlugIn({product, false, 64}); }
   /// Below 0: it does not tell.
   void SetAddress(int address);
   /// Its own supply; without it the lamps are dark and stay so.

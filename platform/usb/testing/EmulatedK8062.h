@@ -14,14 +14,17 @@ class EmulatedK8062 final : private EmulatedBus, public EmulatedDevice {
  public:
   /// What is at the plug.
   enum class Board {
-    K8062,  ///< HID, takes eight bytes
-    K8061,  ///< bears the same number when it is set to the second address; takes 64
+    K8062,          ///< HID, takes eight bytes
+    UpgradedK8062,  ///< HID, takes 64
+    K8061,          ///< bears the same number when it is set to the second address; takes 64, is no HID
   };
 
   EmulatedK8062() : EmulatedDevice(static_cast<EmulatedBus&>(*this), 2) {}
   ~EmulatedK8062() override { Unplug(); }
 
-  void Plug(Board board = Board::K8062) { PlugIn({0x8062, board == Board::K8062}); }
+  void Plug(Board board = Board::K8062) {
+    PlugIn({0x8062, board != Board::K8061, board == Board::K8062 ? 8 : 64});
+  }
 
   /// What the box says, at any moment; false when it does not say so within five seconds.
   bool WaitUntil(const std::function<bool(const K8062Decoder&)>& condition) {

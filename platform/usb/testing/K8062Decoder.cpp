@@ -8,31 +8,43 @@ namespace platform::usb::testing {
 
 void K8062Decoder::Take(std::span<const std::uint8_t> packet) {
   ++packets_;
-  if (packet.size() != 8) return faults_.push_back("length");
+  const bool upgraded = packet.size() == 64;
+  if (packet.size() != 8 && !upgraded) return faults_.push_back("length");
   const int kind = packet[0];
-  if (kind != 4 && at_ == 0) return faults_.push_back("no start");
+  const bool counted = kind == 6 || kind == 7;
+  if (counted && (!upgraded || packet[1] == 0 || packet[1] > 62)) return faults_.push_back("kind");
+  if (kind != 4 && kind != 7 && at_ == 0) return faults_.push_back("no start");
   switch (kind) {
     case 4:
       if (packet[1] == 0) faults_.push_back("start without start code");
-      if (at_ > 0) {
-        shown_ = frame_;
-        shown_channels_ = at_;
-        widest_shown_ = std::max(widest_shown_, at_);
-        ++frames_shown_;
-      }
-      frame_ = {};
-      at_ = 0;
-      return Put(packet[1] - 1, packet.subspan(2, 6));
+      Start();
+      return Put(packet[1] - 1, packet.subspan(2));
+    case 7:
+      Start();
+      return Put(0, packet.subspan(2, packet[1]));
+    case 6:
+      return Put(0, packet.subspan(2, packet[1]));
     case 5:
       if (packet[1] > 100) faults_.push_back("zeros");
-      return Put(packet[1], packet.subspan(2, 6));
+      return Put(packet[1], packet.subspan(2));
     case 2:
-      return Put(0, packet.subspan(1, 7));
+      return Put(0, packet.subspan(1));
     case 3:
       return Put(0, packet.subspan(1, 1));
     default:
       faults_.push_back("kind");
   }
+}
+
+void K8062Decoder::Start() {
+  if (at_ > 0) {
+    shown_ = frame_;
+    shown_channels_ = at_;
+    widest_shown_ = std::max(widest_shown_, at_);
+    ++frames_shown_;
+  }
+  frame_ = {};
+  at_ = 0;
 }
 
 void K8062Decoder::Put(int zeros, std::span<const std::uint8_t> levels) {

@@ -16,6 +16,7 @@ class K8062Decoder {
  public:
   using Frame = std::array<std::uint8_t, dmx::kUniverseChannels>;
 
+  /// Of eight bytes or, upgraded, of 64.
   void Take(std::span<const std::uint8_t> packet);
 
   /// The frame that is at the lamps: the last one behind which another began.
@@ -34,6 +35,7 @@ class K8062Decoder {
   void Reset();
 
  private:
+  void Start();
   void Put(int zeros, std::span<const std::uint8_t> levels);
 
   Frame frame_{};

@@ -21,15 +21,22 @@ using Frame = K8062Decoder::Frame;
 Frame Decoded(const std::vector<K8062Packet>& packets, int count) {
   K8062Decoder box;
   for (const K8062Packet& packet : packets) box.Take(packet);
-  box.Take(K8062Packet{4, 1});
+  K8062Packet next(packets.front().size());
+  next[0] = 4;
+  next[1] = 1;
+  box.Take(next);
   EXPECT_EQ(box.Faults(), std::vector<std::string>());
   EXPECT_EQ(box.ShownChannels(), count);
   return box.Shown();
 }
 
 /// The fewest packets that can carry a frame, found by trying every packet that the box knows at every place.
-int FewestPackets(const Frame& levels, int count) {
+int FewestPackets(const Frame& levels, int count, K8062Size size = K8062Size::Maker) {
   constexpr int kNever = 1 << 20;
+  const int bytes = static_cast<int>(size);
+  const int behind_zeros = bytes - 2;
+  const bool upgraded = size == K8062Size::Upgraded;
+  if (upgraded && count <= behind_zeros) return 1;
   std::vector<int> fewest(static_cast<std::size_t>(count) + 1, kNever);
   const auto reach = [&](int channel, int packets) {
     if (channel <= count)
@@ -40,13 +47,14 @@ int FewestPackets(const Frame& levels, int count) {
     return std::all_of(levels.begin() + from, levels.begin() + from + zeros,
                        [](int level) { return level == 0; });
   };
-  for (int zeros = 0; zeros <= 100 && zeros + 6 <= count && dark(0, zeros); ++zeros) reach(zeros + 6, 1);
-  for (int at = 6; at < count; ++at) {
+  for (int zeros = 0; zeros <= 100 && zeros + behind_zeros <= count && dark(0, zeros); ++zeros)
+    reach(zeros + behind_zeros, 1);
+  for (int at = behind_zeros; at < count; ++at) {
     const int next = fewest[static_cast<std::size_t>(at)] + 1;
-    reach(at + 1, next);
-    reach(at + 7, next);
-    for (int zeros = 1; zeros <= 100 && at + zeros + 6 <= count && dark(at, zeros); ++zeros)
-      reach(at + zeros + 6, next);
+    reach(upgraded && count - at <= behind_zeros ? count : at + (upgraded ? count : 1), next);
+    reach(at + bytes - 1, next);
+    for (int zeros = 1; zeros <= 100 && at + zeros + behind_zeros <= count && dark(at, zeros); ++zeros)
+      reach(at + zeros + behind_zeros, next);
   }
   return fewest.back();
 }
@@ -109,10 +117,31 @@ TEST(K8062FrameTest, RandomFramesNeverTakeMoreThanTheGreedyEncodingAndOftenFewer
   EXPECT_GT(better, kFrames / 4);
 }
 
+TEST(K8062FrameTest, WithTheUpgradeFramesOfEveryLengthAreShownAsTheyAreInAsFewPacketsAsCanBe) {
+  std::mt19937 random(2);
+  for (const int count : {6, 24, 61, 62, 63, 64, 124, 125, 126, 162, 187, 188, 511, 512}) {
+    for (const unsigned dark_of_ten : {0U, 7U, 10U}) {
+      Frame levels{};
+      for (int i = 0; i < count; ++i)
+        levels[static_cast<std::size_t>(i)] =
+            static_cast<std::uint8_t>(random() % 10 < dark_of_ten ? 0 : 1 + random() % 255);
+      if (count > 300) std::fill(levels.begin() + 70, levels.begin() + 250, std::uint8_t{0});
+      const auto packets = EncodeK8062Frame(levels, count, K8062Size::Upgraded);
+      for (const K8062Packet& packet : packets) ASSERT_EQ(packet.size(), 64U);
+      ASSERT_EQ(Decoded(packets, count), levels) << count;
+      ASSERT_EQ(static_cast<int>(packets.size()), FewestPackets(levels, count, K8062Size::Upgraded)) << count;
+    }
+  }
+}
+
 TEST(K8062FrameTest, CarriesAsManyChannelsAsCostNothing) {
   const std::vector<std::pair<int, int>> cases{{0, 27},    {24, 27},   {27, 27},   {28, 34},   {96, 97},
                                                {128, 132}, {510, 510}, {511, 512}, {512, 512}, {9999, 512}};
   for (const auto& [needed, carried] : cases) EXPECT_EQ(CarriedChannels(needed), carried) << needed;
+  const std::vector<std::pair<int, int>> upgraded{{0, 62},    {62, 62},   {63, 125},
+                                                  {125, 125}, {500, 503}, {504, 512}};
+  for (const auto& [needed, carried] : upgraded)
+    EXPECT_EQ(CarriedChannels(needed, K8062Size::Upgraded), carried) << needed;
 }
 
 }  // namespace

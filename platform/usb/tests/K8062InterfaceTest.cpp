@@ -124,6 +124,23 @@ TEST_F(K8062InterfaceTest, ADriverOfTheSystemsIsPutAsideAndComesBack) {
   EXPECT_EQ(bus_.DriversAttached(), 1);
 }
 
+TEST_F(K8062InterfaceTest, ABoxWithTheUpgradedFirmwareIsFoundAndSpokenToInItsOwnPackets) {
+  bus_.Plug(EmulatedK8062::Board::UpgradedK8062);
+  Start();
+  for (const int channel : {1, 30, 62}) Move(channel, channel);
+  ASSERT_TRUE(BoxShowsFaders());
+  ASSERT_TRUE(bus_.WaitUntil([](const K8062Decoder& box) { return box.ShownChannels() == 62; }));
+  EXPECT_EQ(bus_.Box().WidestShown(), 512);
+  Move(200, 20);
+  Move(512, 255);
+  EXPECT_TRUE(BoxShowsFaders());
+  ASSERT_TRUE(MorePackets());
+  EXPECT_LE(wire_->Status().packets_per_frame, 7);
+  Quit();
+  EXPECT_EQ(bus_.Box().Shown(), K8062Decoder::Frame());
+  EXPECT_EQ(bus_.Box().Faults(), std::vector<std::string>());
+}
+
 TEST_F(K8062InterfaceTest, AnIoBoardWithTheSameNumberIsLeftAlone) {
   bus_.Plug(EmulatedK8062::Board::K8061);
   Start();
