@@ -5,6 +5,7 @@
 #include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QPushButton>
 #include <QScrollArea>
 #include <QScrollBar>
 #include <algorithm>
@@ -39,7 +40,12 @@ QWidget* DMX::MakeBody() {
   faders_.clear();
   length_ = new QLabel;
   Name(*length_, QStringLiteral("TotalLength"), {}, Word(EditorWord::TotalLengthTip));
+  blind_button_ = MakeButton("Blind", EditorWord::Blind, EditorWord::BlindTip, "lamp1");
+  blind_button_->setCheckable(true);
+  blind_button_->setChecked(blind_);
+  connect(blind_button_, &QPushButton::clicked, this, &DMX::SwitchBlind);
   Bar().addStretch(1);
+  Bar().addWidget(blind_button_);
   Bar().addWidget(length_);
   patch_ = new PatchPanel(edit_, workstation_.Editors(), Dressed(), this);
   patch_->setFixedWidth(Em(*this, kPatchEms));
@@ -47,6 +53,8 @@ QWidget* DMX::MakeBody() {
   connect(patch_, &PatchPanel::Refused, this, &DMX::Tell);
   connect(patch_, &PatchPanel::ChoiceChanged, this, &DMX::ShowChoice);
   connect(patch_, &PatchPanel::LocateWanted, this, &DMX::Locate);
+  connect(patch_, &PatchPanel::RepairWanted, this, &DMX::AskToRepair);
+  connect(patch_, &PatchPanel::DropWanted, this, &DMX::AskToDrop);
   scenes_ = new ScenePanel(edit_, levels_, Dressed(), this);
   scenes_->setFixedWidth(Em(*this, kScenesEms));
   connect(scenes_, &ScenePanel::Changed, this, &DMX::ShowDocument);
@@ -214,16 +222,14 @@ void DMX::MoveDirection(int position, const QPointF& place) {
 void DMX::Move(std::vector<app::FaderMove> moves) {
   for (const app::FaderMove& move : moves) levels_.Move(move.channel, move.level, clock_.Now());
   workstation_.Lights().MoveFaders(std::move(moves));
-  for (FixtureFaders* faders : faders_) faders->ShowLevels(levels_.Now());
-  preview_->Show(edit_.Now().fixtures, levels_.Now());
+  ShowLevels();
 }
 
 void DMX::ShowFrame() {
   if (!IsDressed()) return;
+  GuardLamps();
   const app::LightView& view = workstation_.Lights().View();
-  if (levels_.Take(view.levels, clock_.Now())) {
-    for (FixtureFaders* faders : faders_) faders->ShowLevels(levels_.Now());
-  }
+  if (levels_.Take(view.levels, clock_.Now())) ShowLevels();
   preview_->Show(edit_.Now().fixtures, levels_.Now());
   ShowPlayer();
 }
@@ -238,18 +244,42 @@ void DMX::ShowPlayer() {
                            .arg(Decode(dmx::ShowTimeText(tenths))));
 }
 
+void DMX::GuardLamps() {
+  const app::LightView& view = workstation_.Lights().View();
+  const bool live = view.output_on || view.status.state == dmx::DmxInterfaceStatus::State::Sending;
+  if (blind_ || blind_chosen_ || !live) return;
+  blind_ = true;
+  blind_button_->setChecked(true);
+}
+
+void DMX::SwitchBlind(bool blind) {
+  blind_ = blind;
+  blind_chosen_ = true;
+  if (!blind) levels_.LetGo();  // the lamps stay as they are, and the faders show them
+}
+
 void DMX::ShowStep() {
-  if (workstation_.Lights().View().show.state == dmx::ShowPlayer::State::Playing) return;
+  GuardLamps();
+  const bool plays = workstation_.Lights().View().show.state == dmx::ShowPlayer::State::Playing;
+  if (plays && !blind_) return;
   const dmx::SceneStep* step = edit_.Step(scenes_->ChosenScene(), scenes_->ChosenStep());
   if (step == nullptr) return;
   std::vector<app::FaderMove> moves;
   auto channel = edit_.Channels().begin();
   for (const dmx::Sliders& record : step->SceneChannel) {
     if (channel == edit_.Channels().end()) break;
+    const int place = *channel++;
     const int level = std::clamp<int>(record.ChannelValue, 0, dmx::kHighestLevel);
-    moves.push_back({*channel++, static_cast<dmx::DmxLevel>(level)});
+    if (place > 0) moves.push_back({place, static_cast<dmx::DmxLevel>(level)});
   }
-  Move(std::move(moves));
+  if (!blind_) return Move(std::move(moves));
+  for (const app::FaderMove& move : moves) levels_.Hold(move.channel, move.level);
+  ShowLevels();
+}
+
+void DMX::ShowLevels() {
+  for (FixtureFaders* faders : faders_) faders->ShowLevels(levels_.Now());
+  preview_->Show(edit_.Now().fixtures, levels_.Now());
 }
 
 void DMX::Play() {
@@ -257,6 +287,7 @@ void DMX::Play() {
   if (!plan) return Tell(Decode(workstation_.Editors().Say(plan.Failure())));
   std::vector<std::string> names;
   for (const dmx::Scene& scene : edit_.Now().scenes) names.push_back(scene.SceneName);
+  levels_.LetGo();
   app::LightDesk& lights = workstation_.Lights();
   lights.TakePlan(std::make_shared<const dmx::ShowPlan>(std::move(plan).Value()), edit_.Now().fixtures,
                   path_.stem().string(), std::move(names));
@@ -286,6 +317,32 @@ void DMX::Replace(int position, const app::LibraryFixture& fixture) {
   if (!replaced) Tell(Decode(workstation_.Editors().Say(replaced.Failure())));
   ShowDocument();
   ReadLibrary();
+}
+
+void DMX::AskToRepair(int position) {
+  const dmx::DMXfilename* fixture = edit_.Now().fixtures.Item(position);
+  if (fixture == nullptr) return;
+  const int now = fixture->Channels.count();
+  const EditorWord question = now > fixture->NumberOf ? EditorWord::RepairMore : EditorWord::RepairFewer;
+  Ask(QStringLiteral("Repair"), Word(question).arg(FixtureTitle(*fixture)).arg(fixture->NumberOf).arg(now),
+      Word(EditorWord::Repair).remove(QStringLiteral(" …")), Dressed().say(Say::DialogCancel),
+      [this, position](bool repair) {
+        if (!repair) return;
+        edit_.RepairFixture(position);
+        ShowDocument();
+      });
+}
+
+void DMX::AskToDrop(int aside) {
+  const auto& all = edit_.Now().aside;
+  if (aside < 1 || aside > static_cast<int>(all.size())) return;
+  const QString title = FixtureTitle(all[static_cast<std::size_t>(aside - 1)].fixture);
+  Ask(QStringLiteral("Drop"), Word(EditorWord::DropAsk).arg(title), Word(EditorWord::Remove),
+      Dressed().say(Say::DialogCancel), [this, aside](bool drop) {
+        if (!drop) return;
+        edit_.DropAside(aside);
+        ShowDocument();
+      });
 }
 
 EditorWindow::Files DMX::FilesOf() const {
@@ -327,8 +384,9 @@ void DMX::Read(const Path& path) {
 void DMX::Opened(const app::OpenedShow& opened, const Path& path) {
   edit_.Begin(opened.reading.show);
   path_ = opened.reading.ended_early ? Path() : path;
-  // What was not read, or had no place, is not in the file that is there.
-  if (opened.reading.ended_early || !opened.patch.refused.empty()) edit_.MarkUnsaved();
+  // What was not read, or was brought into bounds, stands otherwise in the file that is there.
+  if (opened.reading.ended_early || !opened.reading.notes.empty()) edit_.MarkUnsaved();
+  levels_.LetGo();
   ShowDocument();
   QStringList lines;
   if (opened.reading.ended_early) lines += Word(EditorWord::ShowEndedEarly);

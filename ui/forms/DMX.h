@@ -9,6 +9,7 @@
 #include "ui/models/LevelMirror.h"
 
 class QLabel;
+class QPushButton;
 class QScrollArea;
 
 namespace ui {
@@ -49,11 +50,18 @@ class DMX final : public EditorWindow {
   void ReadLibrary();
   void ShowFaders();
   void ShowChoice();
+  void ShowLevels();
   void BringIntoView(const QWidget& faders);
   void Opened(const app::OpenedShow& opened, const Path& path);
   void Locate(int position);
   void Replace(int position, const app::LibraryFixture& fixture);
+  void AskToRepair(int position);
+  void AskToDrop(int aside);
   void ShowStep();
+  /// By hand from then on.
+  void SwitchBlind(bool blind);
+  /// Lamps that are live are not moved by what is only looked at, until somebody wants it so.
+  void GuardLamps();
   void Play();
   void ShowPlayer();
   /// Those that move together with a fixture, itself included.
@@ -66,9 +74,12 @@ class DMX final : public EditorWindow {
 
   dmx::ShowEdit edit_;
   LevelMirror levels_;
-  dmx::DMXname staged_;  ///< fixtures as the console names them
+  bool blind_ = false;         ///< looks of the show are shown here and not sent
+  bool blind_chosen_ = false;  ///< by hand
+  dmx::DMXname staged_;        ///< fixtures as the console names them
 
   QLabel* length_ = nullptr;
+  QPushButton* blind_button_ = nullptr;
   PatchPanel* patch_ = nullptr;
   ScenePanel* scenes_ = nullptr;
   LightPreview* preview_ = nullptr;

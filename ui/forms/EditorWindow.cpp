@@ -205,7 +205,7 @@ void EditorWindow::ChooseToSave(const std::function<void(Path)>& answer) {
   dialog->setFileMode(QFileDialog::AnyFile);
   dialog->setLabelText(QFileDialog::Accept, Word(EditorWord::Save));
   dialog->setOption(QFileDialog::DontConfirmOverwrite);  // asked below, without standing in the way
-  dialog->setDirectory(TextOf(path_.empty() ? files.folder : path_.parent_path()));
+  dialog->setDirectory(TextOf(files.folder));
   dialog->setNameFilter(files.filter);
   dialog->setDefaultSuffix(files.suffix);
   dialog->selectFile(path_.empty() ? files.suggested : TextOf(path_.filename()));

@@ -51,6 +51,7 @@ PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& l
   rows->addWidget(list_, 4);
   rows->addLayout(change);
   rows->addWidget(locate_);
+  rows->addWidget(repair_);
 }
 
 void PatchPanel::MakeLibrary() {
@@ -90,6 +91,7 @@ void PatchPanel::MakeList() {
   remove_ = MakeButton("RemoveFixture", EditorWord::Remove, EditorWord::RemoveFixtureTip,
                        &PatchPanel::RemoveChosen);
   locate_ = MakeButton("LocateFixture", EditorWord::Locate, EditorWord::LocateTip, &PatchPanel::Locate);
+  repair_ = MakeButton("RepairFixture", EditorWord::Repair, EditorWord::RepairTip, &PatchPanel::Repair);
 }
 
 QPushButton* PatchPanel::MakeButton(const char* name, EditorWord caption, EditorWord tip,
@@ -128,33 +130,67 @@ void PatchPanel::SuggestStart() {
   start_->setText(QString::number(std::max(start, 1)));
 }
 
+QString PatchPanel::TroubleOf(const dmx::DMXfilename& fixture) const {
+  if (fixture.Channels.count() == 0) return look_.say(EditorWord::MissingFile);
+  if (!dmx::DiffersFromItsFile(fixture)) return {};
+  return look_.say(EditorWord::DiffersTip).arg(fixture.NumberOf).arg(fixture.Channels.count());
+}
+
 void PatchPanel::ShowDocument() {
-  const std::vector<int> chosen = Chosen();
+  const dmx::Show& show = edit_.Now();
+  const std::vector<int> chosen = ChosenRows();
   const QSignalBlocker quiet(list_);
   list_->clearSelection();
-  list_->setRowCount(edit_.Now().fixtures.count());
+  list_->setRowCount(show.fixtures.count() + static_cast<int>(show.aside.size()));
   int row = 0;
-  for (const dmx::DMXfilename& fixture : edit_.Now().fixtures) {
-    const bool missing = fixture.Channels.count() == 0;
-    const QString title = FixtureTitle(fixture) + (missing ? QStringLiteral("  ⚠") : QString());
-    const QString texts[] = {QString::number(row + 1), FixtureChannels(fixture), title};
-    for (int column = 0; column < 3; ++column) {
-      auto* cell = new QTableWidgetItem(texts[column]);
-      if (missing) cell->setForeground(look_.skin.warning);
-      cell->setToolTip(missing ? look_.say(EditorWord::MissingFile) : title);
-      list_->setItem(row, column, cell);
-      cell->setSelected(std::find(chosen.begin(), chosen.end(), row + 1) != chosen.end());
-    }
-    list_->setRowHeight(row++, Em(*this, kPatchRowEms));
+  for (const dmx::DMXfilename& fixture : show.fixtures) ShowRow(row++, fixture, TroubleOf(fixture));
+  for (const dmx::SetAside& aside : show.aside)
+    ShowRow(row++, aside.fixture, look_.say(EditorWord::AsideTip));
+  for (const int still : chosen) {
+    for (int column = 0; column < list_->columnCount() && still < row; ++column)
+      list_->item(still, column)->setSelected(true);
   }
   SuggestStart();
   ShowButtons();
 }
 
-std::vector<int> PatchPanel::Chosen() const {
+// One that is out of the show has no number.
+void PatchPanel::ShowRow(int row, const dmx::DMXfilename& fixture, const QString& trouble) {
+  const QString title = FixtureTitle(fixture) + (trouble.isEmpty() ? QString() : QStringLiteral("  ⚠"));
+  const bool shown = row < edit_.Now().fixtures.count();
+  const QString texts[] = {shown ? QString::number(row + 1) : QStringLiteral("–"), FixtureChannels(fixture),
+                           title};
+  for (int column = 0; column < 3; ++column) {
+    auto* cell = new QTableWidgetItem(texts[column]);
+    if (!trouble.isEmpty()) cell->setForeground(look_.skin.warning);
+    cell->setToolTip(trouble.isEmpty() ? title : trouble);
+    list_->setItem(row, column, cell);
+  }
+  list_->setRowHeight(row, Em(*this, kPatchRowEms));
+}
+
+std::vector<int> PatchPanel::ChosenRows() const {
   std::set<int> rows;
-  for (const QTableWidgetItem* item : list_->selectedItems()) rows.insert(item->row() + 1);
+  for (const QTableWidgetItem* item : list_->selectedItems()) rows.insert(item->row());
   return {rows.begin(), rows.end()};
+}
+
+std::vector<int> PatchPanel::Chosen() const {
+  std::vector<int> positions;
+  for (const int row : ChosenRows()) {
+    if (row < edit_.Now().fixtures.count()) positions.push_back(row + 1);
+  }
+  return positions;
+}
+
+std::vector<int> PatchPanel::ChosenAside() const {
+  const dmx::Show& show = edit_.Now();
+  std::vector<int> numbers;
+  for (const int row : ChosenRows()) {
+    const int number = row - show.fixtures.count() + 1;
+    if (number >= 1 && number <= static_cast<int>(show.aside.size())) numbers.push_back(number);
+  }
+  return numbers;
 }
 
 void PatchPanel::Choose(int position) {
@@ -164,11 +200,12 @@ void PatchPanel::Choose(int position) {
 
 void PatchPanel::ShowButtons() {
   const std::vector<int> chosen = Chosen();
-  move_->setEnabled(chosen.size() == 1);
-  remove_->setEnabled(!chosen.empty());
+  const std::size_t aside = ChosenAside().size();
+  move_->setEnabled(chosen.size() + aside == 1);
+  remove_->setEnabled(!chosen.empty() || aside == 1);
   const dmx::DMXfilename* one = chosen.size() == 1 ? edit_.Now().fixtures.Item(chosen.front()) : nullptr;
-  const bool missing = one != nullptr && one->Channels.count() == 0;
-  locate_->setVisible(missing);
+  locate_->setVisible(one != nullptr && one->Channels.count() == 0);
+  repair_->setVisible(one != nullptr && dmx::DiffersFromItsFile(*one));
 }
 
 void PatchPanel::Finish(const support::Result<void>& result) {
@@ -188,11 +225,16 @@ void PatchPanel::PatchChosen() {
 
 void PatchPanel::MoveChosen() {
   const std::vector<int> chosen = Chosen();
-  if (chosen.size() == 1) Finish(edit_.MoveFixture(chosen.front(), start_->text().toInt()));
+  const std::vector<int> aside = ChosenAside();
+  const int start = start_->text().toInt();
+  if (chosen.size() == 1) Finish(edit_.MoveFixture(chosen.front(), start));
+  if (chosen.empty() && aside.size() == 1) Finish(edit_.BringBack(aside.front(), start));
 }
 
 void PatchPanel::RemoveChosen() {
   const std::vector<int> chosen = Chosen();
+  const std::vector<int> aside = ChosenAside();
+  if (chosen.empty() && aside.size() == 1) return Q_EMIT DropWanted(aside.front());
   list_->clearSelection();
   for (auto position = chosen.rbegin(); position != chosen.rend(); ++position) edit_.RemoveFixture(*position);
   Q_EMIT Changed();
@@ -201,6 +243,11 @@ void PatchPanel::RemoveChosen() {
 void PatchPanel::Locate() {
   const std::vector<int> chosen = Chosen();
   if (chosen.size() == 1) Q_EMIT LocateWanted(chosen.front());
+}
+
+void PatchPanel::Repair() {
+  const std::vector<int> chosen = Chosen();
+  if (chosen.size() == 1) Q_EMIT RepairWanted(chosen.front());
 }
 
 }  // namespace ui

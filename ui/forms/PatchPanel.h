@@ -28,6 +28,8 @@ class PatchPanel final : public Surface {
   void ShowDocument();
   /// Positions in the show, from 1, in order.
   [[nodiscard]] std::vector<int> Chosen() const;
+  /// Of the fixtures that were set aside, which stand below the others; from 1, in order.
+  [[nodiscard]] std::vector<int> ChosenAside() const;
   void Choose(int position);
 
  Q_SIGNALS:
@@ -36,6 +38,8 @@ class PatchPanel final : public Surface {
   void Refused(const QString& why);
   void ChoiceChanged();
   void LocateWanted(int position);
+  void RepairWanted(int position);
+  void DropWanted(int aside);
 
  private:
   QPushButton* MakeButton(const char* name, EditorWord caption, EditorWord tip, void (PatchPanel::*act)());
@@ -47,6 +51,10 @@ class PatchPanel final : public Surface {
   void MoveChosen();
   void RemoveChosen();
   void Locate();
+  void Repair();
+  void ShowRow(int row, const dmx::DMXfilename& fixture, const QString& trouble);
+  [[nodiscard]] QString TroubleOf(const dmx::DMXfilename& fixture) const;
+  [[nodiscard]] std::vector<int> ChosenRows() const;
   void Finish(const support::Result<void>& result);
 
   dmx::ShowEdit& edit_;
@@ -60,6 +68,7 @@ class PatchPanel final : public Surface {
   QPushButton* move_ = nullptr;
   QPushButton* remove_ = nullptr;
   QPushButton* locate_ = nullptr;
+  QPushButton* repair_ = nullptr;
 };
 
 }  // namespace ui

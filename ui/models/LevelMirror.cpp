@@ -14,11 +14,20 @@ void LevelMirror::Move(int channel, dmx::DmxLevel level, support::TimePoint now)
   levels_[place] = level;
   sent_at_[place] = now;
   sent_[place] = true;
+  held_[place] = false;
+}
+
+void LevelMirror::Hold(int channel, dmx::DmxLevel level) {
+  const auto place = static_cast<std::size_t>(channel - 1);
+  levels_[place] = level;
+  sent_[place] = false;
+  held_[place] = true;
 }
 
 bool LevelMirror::Take(const Levels& reported, support::TimePoint now) {
   bool moved = false;
   for (std::size_t place = 0; place < levels_.size(); ++place) {
+    if (held_[place]) continue;
     if (reported[place] == levels_[place]) {
       sent_[place] = false;
       continue;

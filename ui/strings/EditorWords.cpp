@@ -185,6 +185,47 @@ constexpr Strings::Row kEditorRows[] = {
     {EditorWord::ProblemsTip, "What stands in the way of a correct show",
      "Wat een goede show in de weg staat"},
     {EditorWord::ProblemCount, "Problems: %1", "Gebreken: %1"},
+    {EditorWord::FixtureListTip, "The fixtures of the library. A click opens one.",
+     "De armaturen van de bibliotheek. Een klik opent er een."},
+    // Looks that are not sent, and fixtures that are not what they were
+    {EditorWord::Blind, "Blind", "Blind"},
+    {EditorWord::BlindTip,
+     "While it is lit, opening a show or choosing a step moves no lamp: its look stands on these faders "
+     "alone. "
+     "A fader that you move is sent.",
+     "Zolang hij brandt, beweegt het openen van een show of het kiezen van een stap geen lamp: het beeld "
+     "staat "
+     "alleen op deze schuiven. Een schuif die u beweegt, wordt gezonden."},
+    {EditorWord::Repair, "Repair …", "Herstellen …"},
+    {EditorWord::RepairTip, "Give the show as many channels of this fixture as its file describes",
+     "De show evenveel kanalen van dit armatuur geven als het bestand beschrijft"},
+    {EditorWord::RepairMore,
+     "Repair “%1”? The show has levels for %2 of its channels, its file describes %3. The further ones are "
+     "added to every step, at 0. All other levels stay where they are.",
+     "“%1” herstellen? De show heeft niveaus voor %2 kanalen, het bestand beschrijft er %3. De overige komen "
+     "er "
+     "in elke stap bij, op 0. Alle andere niveaus blijven waar ze zijn."},
+    {EditorWord::RepairFewer,
+     "Repair “%1”? The show has levels for %2 of its channels, its file describes only %3. The levels of the "
+     "last ones are taken out of every step. All other levels stay where they are.",
+     "“%1” herstellen? De show heeft niveaus voor %2 kanalen, het bestand beschrijft er nog maar %3. De "
+     "niveaus "
+     "van de laatste gaan uit elke stap weg. Alle andere niveaus blijven waar ze zijn."},
+    {EditorWord::DiffersTip,
+     "The show has levels for %1 channels of this fixture, its file describes %2. “Repair” brings them "
+     "together.",
+     "De show heeft niveaus voor %1 kanalen van dit armatuur, het bestand beschrijft er %2. “Herstellen” "
+     "brengt "
+     "ze bij elkaar."},
+    {EditorWord::AsideTip,
+     "Out of the show, as its channels are not free. Its levels are kept. “Move” brings it back from the "
+     "channel "
+     "above on, “Remove” drops it.",
+     "Buiten de show, want de kanalen zijn niet vrij. De niveaus blijven bewaard. “Verplaatsen” haalt het "
+     "terug "
+     "vanaf het kanaal hierboven, “Verwijderen” laat het vallen."},
+    {EditorWord::DropAsk, "Drop “%1”? Its place in the show and its levels in every step are removed.",
+     "“%1” laten vallen? De plaats in de show en de niveaus in elke stap verdwijnen."},
 };
 
 }  // namespace

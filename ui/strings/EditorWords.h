@@ -8,8 +8,8 @@
 
 namespace ui {
 
-/// Numbers of what is said about the show editor, 2330 to 2399, and about the fixture editor and what both
-/// have, 2900 to 2978.
+/// Numbers of what is said about the show editor, 2330 to 2399, and about the fixture editor, what both have
+/// and what a show does with changed fixtures, 2900 to 2978.
 enum class EditorWord : int {
   // Show editor
   ShowEditor = 2330,
@@ -140,6 +140,17 @@ enum class EditorWord : int {
   Problems,
   ProblemsTip,
   ProblemCount,
+  FixtureListTip,
+  // Looks that are not sent, and fixtures that are not what they were
+  Blind,
+  BlindTip,
+  Repair,
+  RepairTip,
+  RepairMore,
+  RepairFewer,
+  DiffersTip,
+  AsideTip,
+  DropAsk,
 };
 
 [[nodiscard]] std::span<const Strings::Row> EditorWords();

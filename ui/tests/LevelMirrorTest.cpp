@@ -28,5 +28,21 @@ TEST(LevelMirror, AHandIsBelievedBeforeAnOlderEchoAndThenTheUniverse) {
   EXPECT_TRUE(mirror.Take(reported, start + 2s)) << "once it has arrived, the next one counts at once";
 }
 
+TEST(LevelMirror, WhatIsOnlyShownStaysUntilAHandTakesItOrItIsLetGo) {
+  LevelMirror mirror;
+  LevelMirror::Levels reported{};
+  const support::TimePoint start{1s};
+  mirror.Hold(1, 100);
+  mirror.Hold(2, 200);
+  mirror.Move(2, 20, start);
+  EXPECT_FALSE(mirror.Take(reported, start));
+  EXPECT_TRUE(mirror.Take(reported, start + 1s)) << "the hand's never arrived";
+  EXPECT_EQ(mirror.At(1), 100);
+  EXPECT_EQ(mirror.At(2), 0);
+  mirror.LetGo();
+  EXPECT_TRUE(mirror.Take(reported, start + 1s));
+  EXPECT_EQ(mirror.At(1), 0);
+}
+
 }  // namespace
 }  // namespace ui

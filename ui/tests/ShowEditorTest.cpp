@@ -4,11 +4,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
+#include <QPushButton>
 #include <QSlider>
 #include <QTableWidget>
 #include <fstream>
 
 #include "dmx/ShowFile.h"
+#include "dmx/testing/ShowMaker.h"
 #include "ui/forms/DMX.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/tests/EditorBooth.h"
@@ -79,6 +81,14 @@ class ShowEditorTest : public EditorBooth {
     ChooseFile(name);
   }
   using V = std::vector<int>;
+  /// Every channel that the fixtures of the show hold.
+  V PatchedChannels() {
+    V channels;
+    for (const dmx::DMXfilename& fixture : Show().fixtures) {
+      for (int i = 0; i < fixture.Channels.count(); ++i) channels.push_back(fixture.StartChannel + i);
+    }
+    return channels;
+  }
 };
 
 TEST_F(ShowEditorTest, OpeningItStartsTheInterfaceWhateverTheSwitchSays) {
@@ -278,16 +288,103 @@ TEST_F(ShowEditorTest, AFixtureFromElsewhereIsBroughtIntoTheLibrary) {
   EXPECT_TRUE(Show().fixtures.Item(1)->Filename.ends_with("\\DMXlibrary\\Fine.dmx"));
 }
 
-TEST_F(ShowEditorTest, AFixtureThatHasNoPlaceIsReportedAndTakenOut) {
+TEST_F(ShowEditorTest, AFixtureThatHasNoPlaceIsReportedTakenOutAndKeptForTheFile) {
   dmx::Show show;
   show.fixtures.Add({"Par.dmx", 1, 3, {}});
-  show.fixtures.Add({"Par.dmx", 2, 3, {}});
-  show.scenes.Add();
+  show.fixtures.Add({"Spot.dmx", 2, 1, {}});
+  show.scenes.Add().Steps.Add() = dmx::testing::StepWith("00:00.0", "00:01.0", {1, 2, 3, 200});
   Put("Clash.SHW", show);
   OpenShow("Clash.SHW");
-  EXPECT_EQ(Asked(), QStringLiteral("Channel 2 is already taken. Please choose another Start Channel"));
+  EXPECT_TRUE(
+      Asked().startsWith(QStringLiteral("Channel 2 is already taken. Please choose another Start Channel")));
+  EXPECT_TRUE(Asked().contains(QStringLiteral("Spot.dmx")));
   EXPECT_EQ(Show().fixtures.count(), 1);
+  EXPECT_FALSE(editor->Changed()) << "the file is what it was";
+  Click("MessageClose");
+  ChooseRow("PatchList", 2);
+  In<QLineEdit>("PatchStart").setText(QStringLiteral("9"));
+  Click("MoveFixture");
+  EXPECT_EQ(Show().fixtures.count(), 2);
+  EXPECT_EQ(PatchedChannels(), (V{1, 2, 3, 9}));
+  QTest::keyClick(editor, Qt::Key_Z, Qt::ControlModifier);
+  ChooseRow("PatchList", 2);
+  Click("RemoveFixture");
+  EXPECT_TRUE(Asked().contains(QStringLiteral("Spot")));
+  EXPECT_EQ(Show().aside.size(), 1U) << "until it was agreed to";
+  Click("DropYes");
+  EXPECT_EQ(Levels(1, 1), (V{1, 2, 3}));
+}
+
+TEST_F(ShowEditorTest, AFixtureWhoseFileHasGrownIsRepairedAfterAQuestion) {
+  dmx::Show show;
+  show.fixtures.Add({"Par.dmx", 1, 2, {}});
+  show.fixtures.Add({"Spot.dmx", 9, 1, {}});
+  show.scenes.Add().Steps.Add() = dmx::testing::StepWith("00:00.0", "00:01.0", {1, 2, 90});
+  Put("Old.SHW", show);
+  OpenShow("Old.SHW");
+  EXPECT_TRUE(
+      Asked().contains(QStringLiteral("levels for 2 channels of \"Par.dmx\", whose file now describes 3")));
+  Click("MessageClose");
+  EXPECT_EQ(wire.Level(9), 90) << "no level has moved to another lamp";
+  EXPECT_FALSE(editor->Changed());
+  ChooseRow("PatchList", 2);
+  EXPECT_FALSE(In<QWidget>("RepairFixture").isVisible());
+  ChooseRow("PatchList", 1);
+  Click("RepairFixture");
+  EXPECT_EQ(Show().fixtures.Item(1)->NumberOf, 2);
+  Click("RepairYes");
+  EXPECT_EQ(Show().fixtures.Item(1)->NumberOf, 3);
+  EXPECT_EQ(Levels(1, 1), (V{1, 2, 0, 90}));
   EXPECT_TRUE(editor->Changed());
+}
+
+TEST_F(ShowEditorTest, WhileLampsAreLiveAShowIsLookedAtBlindAndAHandIsSent) {
+  dmx::Show show;
+  show.fixtures.Add({"Spot.dmx", 1, 1, {}});
+  show.fixtures.Add({"Spot.dmx", 2, 1, {}});
+  dmx::Steps& steps = show.scenes.Add().Steps;
+  steps.Add() = dmx::testing::StepWith("00:00.0", "00:01.0", {10, 100});
+  steps.Add() = dmx::testing::StepWith("00:00.0", "00:01.0", {20, 200});
+  Put("Live.SHW", show);
+  wire.status.state = dmx::DmxInterfaceStatus::State::Sending;
+  Settle();
+  EXPECT_TRUE(In<QPushButton>("Blind").isChecked());
+  wire.TakeCalls();
+  OpenShow("Live.SHW");
+  ChooseRow("Steps", 2);
+  Advance(1s);
+  EXPECT_EQ(In<QSlider>("Fader2").value(), 200);
+  EXPECT_EQ(wire.TakeCalls(), std::vector<std::string>());
+  Pull(2, Qt::Key_End);
+  EXPECT_EQ(wire.TakeCalls(), std::vector<std::string>{"SetData 2 255"});
+  Click("RecordStep");
+  EXPECT_EQ(Levels(1, 2), (V{20, 255}));
+  Click("Blind");
+  Advance(1s);
+  EXPECT_EQ(In<QSlider>("Fader1").value(), 0) << "faders show the lamps again";
+  EXPECT_EQ(wire.TakeCalls(), std::vector<std::string>()) << "and none has moved";
+  ChooseRow("Steps", 1);
+  EXPECT_EQ(wire.Level(2), 100);
+}
+
+TEST_F(ShowEditorTest, AValueThatWasBroughtIntoBoundsIsAChange) {
+  std::ofstream(folder / "DMXShows" / "loud.SHW", std::ios::binary)
+      << "0\r\n1\r\n1\r\nLoud\r\n1\r\n1\r\n1\r\n00:00.0\r\n00:00.0\r\n300\r\nFalse\r\n0\r\n0\r\n\r\n";
+  OpenShow("loud.SHW");
+  EXPECT_FALSE(Asked().isEmpty());
+  EXPECT_TRUE(editor->Changed());
+}
+
+TEST_F(ShowEditorTest, AShowFromElsewhereIsSavedAmongTheShows) {
+  dmx::Show show;
+  show.scenes.Add();
+  std::filesystem::create_directories(folder / "stick");
+  std::ofstream(folder / "stick" / "Guest.SHW", std::ios::binary) << dmx::ShowText(show);
+  OpenShow((folder / "stick" / "Guest.SHW").string().c_str());
+  Click("Save");
+  EXPECT_EQ(In<QFileDialog>("SaveDialog").directory().dirName(), QStringLiteral("DMXShows"));
+  ChooseFile("");
+  EXPECT_NE(Saved("DMXShows/Guest.SHW"), "");
 }
 
 TEST_F(ShowEditorTest, ADamagedShowOpensAsANewOneAndAnUnreadableOneNotAtAll) {
