@@ -2,10 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/Library.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QIntValidator>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QVBoxLayout>
@@ -25,6 +27,7 @@ namespace {
 
 constexpr double kSliderEms = 26;  ///< of a column with its slider
 constexpr double kFlatEms = 12;    ///< and without
+constexpr double kListEms = 13;
 
 QString FixtureLabel(int counter, int number) {
   switch (counter) {
@@ -60,14 +63,68 @@ QWidget* Library::MakeBody() {
   below->addWidget(presets_, 3);
   below->addWidget(MakeProblems(), 1);
   auto* body = new QWidget;
-  auto* rows = new QVBoxLayout(body);
+  auto* columns = new QHBoxLayout(body);
+  SetSpacingEm(*columns, 0, 0.5);
+  MakeList();
+  columns->addWidget(list_);
+  auto* rows = new QVBoxLayout;
   SetSpacingEm(*rows, 0, 0.5);
   rows->addWidget(MakeHead());
   MakeChannels();
   rows->addWidget(channels_, 5);
   rows->addLayout(below, 5);
-  text1_->setFocus();
+  columns->addLayout(rows, 1);
+  ReadLibrary();
+  list_->setFocus();
   return body;
+}
+
+void Library::MakeList() {
+  list_ = new QListWidget;
+  list_->setFixedWidth(Em(*this, kListEms));
+  Name(*list_, QStringLiteral("FixtureList"), Word(EditorWord::LibraryList),
+       Word(EditorWord::FixtureListTip));
+  // Both: a click, and the keyboard's Enter.
+  const auto open = [this](const QListWidgetItem* item) {
+    const QString file = item->data(Qt::UserRole).toString();
+    if (!file.isEmpty()) Flow().Open(workstation_.Editors().LibraryFolder() / PathOf(file));
+  };
+  connect(list_, &QListWidget::itemClicked, this, open);
+  connect(list_, &QListWidget::itemActivated, this, open);
+}
+
+void Library::ReadLibrary() {
+  workstation_.Editors().ListFixtures(
+      [window = QPointer<Library>(this)](std::vector<app::LibraryFixture> fixtures) {
+        if (!window.isNull() && window->IsDressed()) window->ShowList(std::move(fixtures));
+      });
+}
+
+void Library::ShowList(std::vector<app::LibraryFixture> fixtures) {
+  const QSignalBlocker quiet(list_);
+  list_->clear();
+  for (const app::LibraryFixture& fixture : fixtures) {
+    auto* item = new QListWidgetItem(Decode(std::filesystem::path(fixture.file).stem().string()), list_);
+    item->setData(Qt::UserRole, TextOf(fixture.file));
+  }
+  MarkInList();
+  if (!fixtures.empty()) return;
+  auto* none = new QListWidgetItem(Word(EditorWord::LibraryEmpty), list_);
+  none->setFlags(Qt::NoItemFlags);
+}
+
+void Library::MarkInList() {
+  const QSignalBlocker quiet(list_);
+  const QString file = TextOf(path_.filename());
+  int row = list_->count() - 1;
+  while (row >= 0 && (file.isEmpty() || list_->item(row)->data(Qt::UserRole).toString() != file)) --row;
+  list_->setCurrentRow(row);
+}
+
+// What was saved or brought meanwhile is listed.
+void Library::changeEvent(QEvent* event) {
+  if (event->type() == QEvent::ActivationChange && isActiveWindow() && IsDressed()) ReadLibrary();
+  EditorWindow::changeEvent(event);
 }
 
 void Library::MakeTools() {
@@ -265,6 +322,7 @@ void Library::ShowDocument() {
   ShowSliders();
   ChooseChannel(channel_);
   ShowProblems();
+  MarkInList();
   ShowTitle(EditorWord::Library);
   ShowState();
 }
@@ -277,7 +335,9 @@ void Library::ShowCounters() {
 }
 
 void Library::ShowProblems() {
-  const auto problems = dmx::FixtureProblems(edit_.Now());
+  // Nothing was described yet that could have any.
+  const bool empty = edit_.Now() == dmx::Fixture{};
+  const auto problems = empty ? std::vector<std::string>() : dmx::FixtureProblems(edit_.Now());
   SetText(*problem_head_, Word(EditorWord::ProblemCount).arg(problems.size()));
   QStringList lines;
   for (const std::string& problem : problems) lines += Decode(problem);
@@ -309,6 +369,7 @@ void Library::Write(const Path& path, std::function<void(bool)> done) {
         if (saved) {
           window->edit_.History().MarkSaved(stamp);
           window->path_ = path;
+          window->ReadLibrary();
         } else {
           window->Tell(Decode(window->workstation_.Editors().Say(saved.Failure())));
         }
@@ -328,7 +389,9 @@ void Library::Read(const Path& path) {
 
 void Library::Opened(const dmx::FixtureReading& reading, const Path& path) {
   edit_.History().Begin(reading.fixture);
-  path_ = path;
+  // What was not read, or was brought into bounds, stands otherwise in the file that is there.
+  path_ = reading.ended_early ? Path() : path;
+  if (reading.ended_early || !reading.notes.empty()) edit_.History().MarkSaved(0);
   channel_ = 1;
   ShowDocument();
   QStringList lines;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <array>
+#include <vector>
 
 #include "dmx/FixtureEdit.h"
 #include "ui/forms/EditorWindow.h"
@@ -11,6 +12,7 @@
 class QComboBox;
 class QLabel;
 class QLineEdit;
+class QListWidget;
 class QPlainTextEdit;
 
 namespace ui {
@@ -43,6 +45,7 @@ class Library final : public EditorWindow {
   void Write(const Path& path, std::function<void(bool)> done) override;
   void Read(const Path& path) override;
   void Clear() override;
+  void changeEvent(QEvent* event) override;
 
  private:
   enum class Counter { Tilt, Pan, Beam, Channels };
@@ -53,6 +56,11 @@ class Library final : public EditorWindow {
   void MakeChannels();
   QWidget* MakeProblems();
   void MakeTools();
+  void MakeList();
+  void ReadLibrary();
+  /// The fixture that is open.
+  void MarkInList();
+  void ShowList(std::vector<app::LibraryFixture> fixtures);
   void Step(Counter counter, int by);
   void ToggleSliders();
   void ListenTo(const ChannelColumn& column);
@@ -72,6 +80,7 @@ class Library final : public EditorWindow {
   int channel_ = 1;        ///< whose presets are shown
   bool sliders_shown_ = true;
 
+  QListWidget* list_ = nullptr;
   QLineEdit* text1_ = nullptr;
   QComboBox* type_ = nullptr;
   std::array<QLabel*, kCounters> counters_{};

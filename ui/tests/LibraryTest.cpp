@@ -3,6 +3,7 @@
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMenu>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -257,6 +258,36 @@ TEST_F(LibraryTest, AFileThatEndsEarlyShowsWhatWasReadAndSaysSo) {
   EXPECT_TRUE(Asked().startsWith(QStringLiteral("The file ends early.")));
   EXPECT_EQ(In<QLineEdit>("Text1").text(), QStringLiteral("Short"));
   EXPECT_EQ(In<QLabel>("PanText").text(), QStringLiteral("Pan Angle: 360°"));
+  EXPECT_TRUE(editor->Changed());
+  Click("MessageClose");
+  Click("Save");
+  Click("LibraryMendNo");
+  ChooseFile("short.dmx");
+  EXPECT_TRUE(Asked().contains(QStringLiteral("short.dmx")))
+      << "the damaged file is not written over unasked";
+  EXPECT_EQ(Saved("DMXlibrary/short.dmx"), "");
+}
+
+TEST_F(LibraryTest, AValueThatWasBroughtIntoBoundsIsAChange) {
+  std::ofstream(folder / "DMXlibrary" / "wide.dmx") << "Wide\r\n2\r\n30\r\n400\r\n0\r\n0\r\n";
+  Click("Open");
+  ChooseFile("wide.dmx");
+  EXPECT_TRUE(editor->Changed());
+}
+
+TEST_F(LibraryTest, ItOpensOnTheLibraryAndHasNothingToSayOfAnEmptyFixture) {
+  Work();
+  auto& list = In<QListWidget>("FixtureList");
+  ASSERT_EQ(list.count(), 3);
+  EXPECT_TRUE(list.hasFocus());
+  EXPECT_FALSE(In<QPlainTextEdit>("Problems").isVisible());
+  ClickAt(*list.viewport(),
+          list.visualItemRect(list.findItems(QStringLiteral("Par"), Qt::MatchExactly).at(0)).center());
+  Work();
+  EXPECT_EQ(In<QLineEdit>("Text1").text(), QStringLiteral("Par.dmx"));
+  Type("Text1", "Mine");
+  ClickAt(*list.viewport(), list.visualItemRect(list.item(0)).center());
+  EXPECT_EQ(Asked(), QStringLiteral("Save the changes?"));
 }
 
 TEST_F(LibraryTest, ClosingTheMainWindowAsksForWhatIsNotSavedWhileTheMusicGoesOn) {
