@@ -35,14 +35,6 @@ constexpr std::array<NamedColour, 14> kNamed{{{"RED", {255, 0, 0}},
                                               {"VIOLET", {140, 0, 255}},
                                               {"PURPLE", {140, 0, 255}}}};
 
-std::optional<LightColour> ColourNamed(std::string_view text) {
-  const std::string upper = support::ToUpper(text);
-  for (const NamedColour& named : kNamed) {
-    if (upper.starts_with(named.name)) return named.colour;
-  }
-  return std::nullopt;
-}
-
 std::uint8_t Share(int of, int level) {
   return static_cast<std::uint8_t>(std::clamp(of, 0, kHighestLevel) * level / kHighestLevel);
 }
@@ -111,6 +103,14 @@ double Standing(const DMXfilename& fixture, ChannelFunction function, LevelView 
 }
 
 }  // namespace
+
+std::optional<LightColour> ColourNamed(std::string_view text) {
+  const std::string upper = support::ToUpper(text);
+  for (const NamedColour& named : kNamed) {
+    if (upper.starts_with(named.name)) return named.colour;
+  }
+  return std::nullopt;
+}
 
 void cLight::DrawLight(Surface& surface) const {
   const int discs = std::max(Steps, 1);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <optional>
 #include <span>
+#include <string_view>
 
 #include "dmx/Collection.h"
 #include "dmx/ports/DmxInterface.h"
@@ -26,6 +28,9 @@ struct cLight {
 };
 
 class cLights : public Collection<cLight> {};
+
+/// The colour that a label or a name begins with, in any letters; nothing for none.
+[[nodiscard]] std::optional<LightColour> ColourNamed(std::string_view text);
 
 /// The colour that a fixture throws at these levels: dimmers and shutters times mixed colours, or else the
 /// colour that a preset is named after; white without any.

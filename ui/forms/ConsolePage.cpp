@@ -16,6 +16,7 @@
 #include "ui/forms/ShowLine.h"
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/LightPreview.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/WireStrip.h"
 
@@ -33,6 +34,8 @@ ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, con
   rows->addLayout(MakeHead(boxes));
   rows->addLayout(MakeShowRow(boxes));
   rows->addLayout(MakeWire());
+  MakeStage();
+  rows->addWidget(stage_);
   bank_ = new FaderBank(look);
   auto* faders = new QHBoxLayout;
   SetSpacingEm(*faders, 0, 0.5);
@@ -118,6 +121,24 @@ QHBoxLayout* ConsolePage::MakeWire() {
   return row;
 }
 
+void ConsolePage::MakeStage() {
+  stage_ = new LightPreview(look_.skin, LightPreview::Height::Strip);
+  stage_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
+  stage_->setToolTip(look_.say(ConsoleWord::StageTip));
+  Name(*stage_, QStringLiteral("Stage"), look_.say(ConsoleWord::Stage));
+  stage_->hide();
+  connect(stage_, &LightPreview::Chosen, this, [this](int fixture) {
+    const dmx::DMXfilename* chosen = patch_ == nullptr ? nullptr : patch_->fixtures.Item(fixture);
+    if (chosen != nullptr) bank_->ShowFrom(chosen->StartChannel);
+  });
+}
+
+void ConsolePage::ShowStage(const app::LightView& view) {
+  const bool any = view.patch != nullptr && view.patch->fixtures.count() > 0;
+  if (stage_->isVisibleTo(this) != any) stage_->setVisible(any);
+  if (any) stage_->Show(view.patch->fixtures, view.on_the_wire);
+}
+
 QVBoxLayout* ConsolePage::MakeMaster() {
   const auto& say = look_.say;
   auto* head = new QLabel(say(ConsoleWord::Master));
@@ -197,6 +218,7 @@ void ConsolePage::Show(support::TimePoint now) {
   output_->Show(view, now);
   bank_->Show(view, now);
   wire_->Show(view.on_the_wire);
+  ShowStage(view);
   show_->Show(view);
   if (view.patch != patch_ || fixtures_->placeholderText().isEmpty()) {
     patch_ = view.patch;

@@ -18,6 +18,7 @@ namespace ui {
 
 class Fader;
 class FaderBank;
+class LightPreview;
 class MessageBoxes;
 class OutputLine;
 class QuietCombo;
@@ -53,6 +54,8 @@ class ConsolePage final : public Surface {
   void AllDown();
   void ReadColours();
   void ShowRange();
+  void MakeStage();
+  void ShowStage(const app::LightView& view);
   void ListFixtures(const app::StagePatch* patch);
 
   app::LightDesk& lights_;
@@ -64,6 +67,7 @@ class ConsolePage final : public Surface {
   QPushButton* on_;
   QuietCombo* fixtures_;
   WireStrip* wire_;
+  LightPreview* stage_;
   FaderBank* bank_;
   Fader* master_;
   QLabel* master_text_;

@@ -47,8 +47,8 @@ void FaderBank::SetColours(const std::vector<QColor>& colours) {
   size_ = std::clamp(static_cast<int>(colours.size()), 1, kMostFaders);
   for (std::size_t place = 0; place < faders_.size(); ++place) {
     faders_[place]->setVisible(place < colours.size());
-    if (place < colours.size()) faders_[place]->SetColour(colours[place]);
   }
+  colours_ = colours;
   ShowFrom(first_);
 }
 
@@ -64,6 +64,11 @@ void FaderBank::Label() {
     const int channel = first_ + place;
     const app::ChannelLabel& label = patch_ != nullptr ? patch_->At(channel) : kNobody;
     fader.SetChannel(channel, PurposeText(label, look_.say));
+    if (label.fixture != 0) {
+      fader.SetColour(FunctionColour(label.function, label.label));
+    } else if (static_cast<std::size_t>(place) < colours_.size()) {
+      fader.SetColour(colours_[static_cast<std::size_t>(place)]);
+    }
     const QString name = ChannelText(channel, label, look_.say);
     fader.setAccessibleName(name);
     fader.setToolTip(look_.say(ConsoleWord::ChannelTip).arg(name));

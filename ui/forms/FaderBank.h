@@ -51,6 +51,7 @@ class FaderBank final : public QWidget {
   FixtureLine* names_;
   std::array<ChannelFader*, kMostFaders> faders_{};
   std::shared_ptr<const app::StagePatch> patch_;
+  std::vector<QColor> colours_;  ///< of channels that nobody has, by place
   std::vector<FixtureSpan> spans_;
   QRect placed_;  ///< of the last fader, when the names were placed
   int first_ = 1;

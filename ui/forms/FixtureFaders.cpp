@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "ui/models/ChannelText.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -36,7 +37,7 @@ QString FixtureTitle(const dmx::DMXfilename& fixture) {
 }
 
 QString FixtureChannels(const dmx::DMXfilename& fixture) {
-  const int count = std::max<int>(fixture.NumberOf, 1);
+  const int count = std::max(dmx::ChannelCount(fixture), 1);
   const QString first = QString::number(fixture.StartChannel);
   return count == 1 ? first : first + QStringLiteral("–%1").arg(fixture.StartChannel + count - 1);
 }
@@ -95,7 +96,7 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   auto* counter = new QLabel(QString::number(on_the_wire));
   counter->setAlignment(Qt::AlignCenter);
   SetTextColour(*counter, look_.skin.dim);
-  auto* fader = new Fader(Qt::Vertical, look_.skin, look_.skin.decks[0]);
+  auto* fader = new Fader(Qt::Vertical, look_.skin, FunctionColour(description.function, description.label));
   fader->setRange(0, dmx::kHighestLevel);
   const QString tip = look_.say(EditorWord::FaderTip).arg(on_the_wire).arg(name);
   Name(*fader, QStringLiteral("Fader%1").arg(on_the_wire), tip, tip);

@@ -3,6 +3,7 @@
 #include "ui/forms/OutputLine.h"
 
 #include <QHBoxLayout>
+#include <QLabel>
 #include <QPointer>
 #include <QPushButton>
 #include <cmath>
@@ -26,9 +27,13 @@ void Check(QPushButton& button, bool checked) {
 OutputLine::OutputLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
     : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
   output_ = MakeLamp("K8062", "lamp1", ConsoleWord::Output, ConsoleWord::OutputTip);
+  output_->setText(look.say(ConsoleWord::SwitchedOff));
   connect(output_, &QPushButton::clicked, this, [this](bool on) {
     lights_.TurnOutput(on ? app::LightDesk::Output::On : app::LightDesk::Output::Off);
   });
+  box_ = new QLabel;
+  box_->setToolTip(look.say(ConsoleWord::BoxTip));
+  Name(*box_, QStringLiteral("BoxState"), look.say(ConsoleWord::BoxTip));
   status_ = new ElidedLabel;
   status_->UseTwoLines();
   Name(*status_, QStringLiteral("OutputStatus"), {});
@@ -46,6 +51,7 @@ OutputLine::OutputLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& 
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0, 0.6);
   row->addWidget(output_);
+  row->addWidget(box_);
   row->addWidget(status_, 1);
   row->addWidget(blackout_);
   row->addWidget(guard_);
@@ -86,6 +92,7 @@ QString OutputLine::StatusText(const app::LightView& view) const {
   if (!view.trouble.empty()) return Decode(view.trouble);
   switch (view.status.state) {
     case InterfaceState::Sending:
+      if (!view.output_on) return say(ConsoleWord::OffButSent);
       return rate_ == 0 ? QString()
                         : say(ConsoleWord::OutputRate).arg(rate_).arg(view.status.packets_per_frame);
     case InterfaceState::Searching:
@@ -97,11 +104,25 @@ QString OutputLine::StatusText(const app::LightView& view) const {
   return say(view.has_interface ? ConsoleWord::OutputStarting : ConsoleWord::OutputNone);
 }
 
+/// A box that takes no frames is found, and no more.
+void OutputLine::ShowBox(const app::LightView& view) {
+  const auto& say = look_.say;
+  const bool there = view.status.state == InterfaceState::Sending;
+  const bool missing = view.status.state == InterfaceState::Searching || (view.output_on && !there);
+  box_->setVisible(there || missing);
+  if (there) SetText(*box_, say(rate_ > 0 ? ConsoleWord::BoxSends : ConsoleWord::BoxFound));
+  if (missing) SetText(*box_, say(ConsoleWord::BoxMissing));
+  SetTextColour(*box_, missing ? look_.skin.warning : look_.skin.text);
+}
+
 void OutputLine::Show(const app::LightView& view, support::TimePoint now) {
   Check(*output_, view.output_on);
+  const QString caption = look_.say(view.output_on ? ConsoleWord::SwitchedOn : ConsoleWord::SwitchedOff);
+  if (output_->text() != caption) output_->setText(caption);
   Check(*blackout_, view.blackout);
   Check(*guard_, view.flash_guard);
   Measure(view.status, now);
+  ShowBox(view);
   status_->Show(StatusText(view));
   const bool trouble = !view.trouble.empty() || (view.output_on && !view.has_interface);
   SetTextColour(*status_, trouble ? look_.skin.warning : look_.skin.dim);

@@ -9,6 +9,7 @@
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 
+class QLabel;
 class QPushButton;
 
 namespace ui {
@@ -30,11 +31,13 @@ class OutputLine final : public QWidget {
   void AskToLiftGuard();
   void Measure(const dmx::DmxInterfaceStatus& status, support::TimePoint now);
   [[nodiscard]] QString StatusText(const app::LightView& view) const;
+  void ShowBox(const app::LightView& view);
 
   app::LightDesk& lights_;
   MessageBoxes& boxes_;
   Look look_;
   QPushButton* output_;
+  QLabel* box_;
   ElidedLabel* status_;
   QPushButton* blackout_;
   QPushButton* guard_;

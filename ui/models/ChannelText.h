@@ -4,6 +4,7 @@
 
 #include <QColor>
 #include <QString>
+#include <string_view>
 #include <vector>
 
 #include "app/lights/StagedShow.h"
@@ -31,5 +32,7 @@ struct FixtureSpan {
 [[nodiscard]] std::vector<FixtureSpan> SpansOf(const app::StagePatch* patch);
 
 [[nodiscard]] QColor ShownColour(app::StoredColour stored);
+/// What a channel does in a colour: that which its label names, where it mixes light, else its function's.
+[[nodiscard]] QColor FunctionColour(dmx::ChannelFunction function, std::string_view label);
 
 }  // namespace ui

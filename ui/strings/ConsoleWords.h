@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// Numbers of what is said about the light console: 2850 to 2899.
+/// Numbers of what is said about the light console: 2450 to 2469, and 2850 to 2899.
 enum class ConsoleWord : int {
   Master = 2850,
   MasterTip,
@@ -60,6 +60,16 @@ enum class ConsoleWord : int {
   ShowNotes,
   ShowFailed,
   ShowEndsEarly,
+  // The switch, and what there is behind it
+  SwitchedOn = 2450,
+  SwitchedOff,
+  BoxSends,
+  BoxFound,
+  BoxMissing,
+  BoxTip,
+  OffButSent,
+  Stage,
+  StageTip,
 };
 
 [[nodiscard]] std::span<const Strings::Row> ConsoleWords();

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <fstream>
@@ -13,6 +14,7 @@
 #include "ui/tests/Booth.h"
 #include "ui/widgets/ChannelFader.h"
 #include "ui/widgets/FixtureLine.h"
+#include "ui/widgets/LightPreview.h"
 #include "ui/widgets/WireStrip.h"
 
 namespace ui::testing {
@@ -192,23 +194,65 @@ TEST_F(ConsoleTest, ColoursAreThoseOfTheSettingsAsSoonAsThePageIsSeen) {
   EXPECT_EQ(Fader(2).Colour(), QColor(255, 0, 0));
 }
 
+TEST_F(ConsoleTest, APatchedChannelHasTheColourOfWhatItDoes) {
+  OpenConsole();
+  Lights().TakePatch(TwoPars());
+  Settle();
+  EXPECT_EQ(Fader(2).Colour(), QColor(255, 0, 0)) << "red";
+  EXPECT_EQ(Fader(4).Colour(), QColor(0, 0, 255)) << "blue";
+  EXPECT_NE(Fader(1).Colour(), QColor(255, 0, 0)) << "a dimmer is no colour of the settings";
+  EXPECT_EQ(Fader(5).Colour(), QColor(200, 255, 0)) << "nobody has it";
+  Press(Qt::Key_PageDown, Qt::ControlModifier);
+  EXPECT_EQ(Fader(10).Channel(), 42);
+  EXPECT_EQ(Fader(10).Colour(), QColor(255, 0, 0));
+  Lights().TakePatch({});
+  Settle();
+  EXPECT_EQ(Fader(10).Colour(), QColor(0, 255, 255));
+}
+
+TEST_F(ConsoleTest, TheStageStandsAboveTheFadersAndBringsTheOnesOfALight) {
+  OpenConsole();
+  auto& stage = Find<LightPreview>("Stage");
+  EXPECT_FALSE(stage.isVisible());
+  Lights().TakePatch(TwoPars());
+  Settle();
+  ASSERT_TRUE(stage.isVisible());
+  for (const int channel : {41, 42}) Lights().MoveFader(channel, 255);
+  Settle();
+  const QPoint second(stage.width() * 3 / 4, stage.height() / 3);
+  EXPECT_GT(stage.grab().toImage().pixelColor(second).red(), 100) << "a red light";
+  QTest::mouseClick(&stage, Qt::LeftButton, {}, second);
+  EXPECT_EQ(Fader(1).Channel(), 41);
+}
+
 TEST_F(ConsoleTest, TheSwitchOpensAndClosesTheInterface) {
   OpenConsole();
   Click("K8062");
   EXPECT_EQ(wire.TakeCalls(), std::vector<std::string>{"StopDevice"});
   EXPECT_TRUE(TextOf("OutputStatus").startsWith(QStringLiteral("Output off")));
+  EXPECT_EQ(Find<QPushButton>("K8062").text(), QStringLiteral("K8062 off"));
+  EXPECT_FALSE(Find<QLabel>("BoxState").isVisible());
   Click("K8062");
+  EXPECT_EQ(Find<QPushButton>("K8062").text(), QStringLiteral("K8062 on"));
   EXPECT_EQ(wire.TakeCalls(), (std::vector<std::string>{"StartDevice", "SetChannelCount 512"}));
   wire.status = {
       dmx::DmxInterfaceStatus::State::Searching, 0, {}, 0, "None.", {support::Sentence::NoBox, {}}};
   Settle();
   EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("No K8062 is plugged in."));
+  EXPECT_EQ(TextOf("BoxState"), QStringLiteral("not found"));
   wire.status = {dmx::DmxInterfaceStatus::State::Sending, 14, {}, 0, "", {}};
+  Settle();
+  EXPECT_EQ(TextOf("BoxState"), QStringLiteral("found"));
   for (int i = 0; i < 30; ++i) {
     wire.status.frames += 2;
     Advance(100ms);
   }
   EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("20 frames a second, 14 packets each"));
+  EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending"));
+  Lights().TurnOutput(app::LightDesk::Output::Off);
+  Settle();
+  EXPECT_EQ(Find<QPushButton>("K8062").text(), QStringLiteral("K8062 off"));
+  EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending")) << "as when an editor has started it";
 }
 
 TEST_F(ConsoleTest, EveryPageTellsWhetherTheLampsAreReached) {

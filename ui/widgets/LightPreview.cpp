@@ -11,6 +11,7 @@ namespace ui {
 namespace {
 
 constexpr double kFloorEms = 1.6;
+constexpr double kStripEms = 5;
 constexpr QRgb kNight = 0xff05070a;  ///< a stage is dark in every skin
 
 /// Lights that fall over each other add up to the brighter of both.
@@ -42,16 +43,17 @@ bool LookSame(const dmx::cLights& a, const dmx::cLights& b) {
 
 }  // namespace
 
-LightPreview::LightPreview(const Skin& skin, QWidget* parent) : QWidget(parent), skin_(skin) {
+LightPreview::LightPreview(const Skin& skin, Height height, QWidget* parent)
+    : QWidget(parent), skin_(skin), height_(height) {
   setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 QSize LightPreview::sizeHint() const {
-  return {Em(*this, 40), Em(*this, 11)};
+  return {Em(*this, 40), Em(*this, height_ == Height::Stage ? 11 : kStripEms)};
 }
 
 QSize LightPreview::minimumSizeHint() const {
-  return {Em(*this, 20), Em(*this, 8)};
+  return {Em(*this, 20), Em(*this, height_ == Height::Stage ? 8 : kStripEms)};
 }
 
 double LightPreview::FloorHeight() const {

@@ -14,7 +14,8 @@ class LightPreview final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit LightPreview(const Skin& skin, QWidget* parent = nullptr);
+  enum class Height { Stage, Strip };
+  explicit LightPreview(const Skin& skin, Height height = Height::Stage, QWidget* parent = nullptr);
 
   /// Repaints when something looks different.
   void Show(const dmx::DMXname& fixtures, std::span<const dmx::DmxLevel, dmx::kUniverseChannels> levels);
@@ -34,6 +35,7 @@ class LightPreview final : public QWidget {
   [[nodiscard]] double FloorHeight() const;
 
   const Skin& skin_;
+  const Height height_;
   dmx::cLights lights_;
 };
 
