@@ -8,7 +8,7 @@
 
 namespace ui {
 
-/// Numbers of what is said about the light console: 2450 to 2469, and 2850 to 2899.
+/// Numbers of what is said about the light console: 2602 to 2619, and 2850 to 2899.
 enum class ConsoleWord : int {
   Master = 2850,
   MasterTip,
@@ -61,7 +61,7 @@ enum class ConsoleWord : int {
   ShowFailed,
   ShowEndsEarly,
   // The switch, and what there is behind it
-  SwitchedOn = 2450,
+  SwitchedOn = 2602,
   SwitchedOff,
   BoxSends,
   BoxFound,
