@@ -416,13 +416,21 @@ void Workstation::Parts::AskBeforeRowsGo(const Reindex::Loss& loss,
 
 void Workstation::Parts::FollowInPlaylists(const std::vector<ScanRows::Moved>& moved) {
   namespace track = catalogue::track;
-  if (moved.empty()) return;
-  std::unordered_map<std::string_view, const std::string*> places;
-  for (const ScanRows::Moved& file : moved) places.emplace(file.from, &file.to);
   for (catalogue::track_table& playlist : playlists) {
+    std::unordered_map<std::string, const std::string*> places;  // of its files, which are few
+    if (!moved.empty()) {
+      playlist.VisitColumn(track::kFilename, [&places](int, std::string_view file) {
+        places.emplace(file, nullptr);
+        return true;
+      });
+    }
+    if (places.empty()) continue;
+    for (const ScanRows::Moved& file : moved) {
+      if (const auto place = places.find(file.from); place != places.end()) place->second = &file.to;
+    }
     for (int row = 1; row <= playlist.Rows(); ++row) {
-      const auto place = places.find(playlist.Cell(row, track::kFilename));
-      if (place != places.end()) playlist.SetCell(row, track::kFilename, *place->second);
+      const std::string* to = places[std::string(playlist.Cell(row, track::kFilename))];
+      if (to != nullptr) playlist.SetCell(row, track::kFilename, *to);
     }
   }
 }

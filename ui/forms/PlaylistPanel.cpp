@@ -225,12 +225,11 @@ void PlaylistPanel::Show(const app::WorkstationView& view) {
 }
 
 void PlaylistPanel::FollowDecks(const app::WorkstationView& view) {
-  constexpr int kLookedThrough = 20'000;  // rows in which one is found at once
   for (std::size_t deck = 0; deck < on_decks_.size(); ++deck) {
     const std::string& file = view.decks[deck].filename;
     if (file == on_decks_[deck]) continue;
     on_decks_[deck] = file;
-    if (file.empty() || table_.Rows() > kLookedThrough) continue;
+    if (file.empty()) continue;
     grid_->BringIntoSight(table_.FindRow(catalogue::track::kFilename, file));
   }
 }
