@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <functional>
 #include <iterator>
 #include <utility>
 
@@ -32,18 +33,19 @@ constexpr Row kRows[] = {
     {Sentence::OutputNumber, "There is no sound output number %1 now. Choose another one under Settings.",
      "Er is nu geen geluidsuitgang nummer %1. Kies een andere bij Instellingen."},
     {Sentence::CatalogueDamaged,
-     "%1 damaged rows of the catalogue were left out; its file is kept under a number when it is saved next.",
-     "%1 beschadigde rijen van de catalogus zijn weggelaten; het bestand blijft onder een nummer bewaard als "
-     "de catalogus weer wordt opgeslagen."},
-    {Sentence::KaraokeDamaged, "%1 damaged rows of the karaoke catalogue were left out.",
-     "%1 beschadigde rijen van de karaokecatalogus zijn weggelaten."},
+     "%1 damaged {row|rows} of the catalogue {was|were} left out; its file is kept under a number when it is "
+     "saved next.",
+     "%1 beschadigde {rij|rijen} van de catalogus {is|zijn} weggelaten; het bestand blijft onder een nummer "
+     "bewaard als de catalogus weer wordt opgeslagen."},
+    {Sentence::KaraokeDamaged, "%1 damaged {row|rows} of the karaoke catalogue {was|were} left out.",
+     "%1 beschadigde {rij|rijen} van de karaokecatalogus {is|zijn} weggelaten."},
     {Sentence::FolderReadOnly,
      "The program folder cannot be written to; changes last until the end of this run.",
      "In de programmamap kan niet worden geschreven; wijzigingen gelden tot het einde van deze sessie."},
     {Sentence::FileNotDeleted, "\"%1\" could not be deleted.", "\"%1\" kon niet worden verwijderd."},
     {Sentence::FolderMissing, "There is no folder \"%1\".", "Er is geen map \"%1\"."},
-    {Sentence::FilesLeftOut, "%1 files were left out, because they cannot be played.",
-     "%1 bestanden zijn weggelaten, omdat ze niet kunnen worden afgespeeld."},
+    {Sentence::FilesLeftOut, "%1 {file was|files were} left out, because {it|they} cannot be played.",
+     "%1 {bestand is|bestanden zijn} weggelaten, omdat {het|ze} niet {kan|kunnen} worden afgespeeld."},
     {Sentence::TemposTooFarApart, "The tempos lie more than %1 percent apart; the deck plays on by itself.",
      "De tempo's liggen meer dan %1 procent uit elkaar; het deck speelt zelfstandig verder."},
     {Sentence::TempoUnknown, "Both decks need a file whose tempo is known.",
@@ -65,8 +67,8 @@ constexpr Row kRows[] = {
      "weg."},
     {Sentence::FolderWentAway, "The folder \"%1\" went away; what was found until then is added.",
      "De map \"%1\" verdween; wat tot dan gevonden was, is toegevoegd."},
-    {Sentence::AddingWentOn, "%1 rows were added of what was left to add when the program closed.",
-     "%1 rijen zijn toegevoegd van wat nog moest toen het programma werd gesloten."},
+    {Sentence::AddingWentOn, "%1 {row was|rows were} added of what was left to add when the program closed.",
+     "%1 {rij is|rijen zijn} toegevoegd van wat nog moest toen het programma werd gesloten."},
     {Sentence::EveningGoesOn, "The program had ended unexpectedly; the evening goes on where it was.",
      "Het programma was onverwacht gestopt; de avond gaat verder waar hij was."},
     {Sentence::JournalDamaged,
@@ -95,13 +97,14 @@ constexpr Row kRows[] = {
      "\"%1\" is geen afspeellijst van dit programma maar een lijst met paden: geef haar de extensie .m3u, "
      "dan "
      "gaat ze open."},
-    {Sentence::PlaylistLinesLeftOut, "%2 lines of \"%1\" were left out, because they are no tracks.",
-     "%2 regels van \"%1\" zijn weggelaten, omdat het geen nummers zijn."},
+    {Sentence::PlaylistLinesLeftOut,
+     "%2 {2:line|lines} of \"%1\" {2:was|were} left out, because {2:it is no track|they are no tracks}.",
+     "%2 {2:regel|regels} van \"%1\" {2:is|zijn} weggelaten, omdat het geen {2:nummer is|nummers zijn}."},
     {Sentence::PlaylistNotSaved, "The playlist was not saved: %1", "De afspeellijst is niet bewaard: %1"},
     {Sentence::NotPlayedNext, "\"%1\" cannot be played; the next track takes its turn.",
      "\"%1\" kan niet worden afgespeeld; het volgende nummer is aan de beurt."},
-    {Sentence::PlaylistDamaged, "%1 damaged rows of playlist %2 were left out.",
-     "%1 beschadigde rijen van afspeellijst %2 zijn weggelaten."},
+    {Sentence::PlaylistDamaged, "%1 damaged {row|rows} of playlist %2 {was|were} left out.",
+     "%1 beschadigde {rij|rijen} van afspeellijst %2 {is|zijn} weggelaten."},
     {Sentence::HistoryNotSaved, "The history of this evening cannot be saved: %1",
      "De geschiedenis van deze avond kan niet worden bewaard: %1"},
     {Sentence::SongNotPlayed, "\"%1\" cannot be played: %2", "\"%1\" kan niet worden gespeeld: %2"},
@@ -123,17 +126,23 @@ constexpr Row kRows[] = {
      "Afspeellijst %1 kan niet worden gelezen; de volgende die wordt bewaard zet haar bestand onder een "
      "nummer opzij."},
     {Sentence::RowsToGo,
-     "The list has %1 rows and the scan found %2 files. %3 rows have files that are not there any more, "
-     "first "
-     "\"%4\". Take these rows out? What was found about their files is kept.",
-     "De lijst heeft %1 rijen en de scan vond %2 bestanden. Van %3 rijen zijn de bestanden er niet meer, als "
-     "eerste \"%4\". Deze rijen verwijderen? Wat over hun bestanden gevonden is blijft bewaard."},
-    {Sentence::TakeRowsOut, "Take out %1 rows", "%1 rijen verwijderen"},
+     "The list has %1 {row|rows} and the scan found %2 {2:file|files}. %3 {3:row has a file that is|rows "
+     "have "
+     "files that are} not there any more, first \"%4\". Take {3:this row|these rows} out? What was found "
+     "about "
+     "{3:its file|their files} is kept.",
+     "De lijst heeft %1 {rij|rijen} en de scan vond %2 {2:bestand|bestanden}. Van %3 {3:rij is het "
+     "bestand|rijen "
+     "zijn de bestanden} er niet meer, als eerste \"%4\". {3:Deze rij|Deze rijen} verwijderen? Wat over "
+     "{3:haar bestand|hun bestanden} gevonden is blijft bewaard."},
+    {Sentence::TakeRowsOut, "Take out %1 {row|rows}", "%1 {rij|rijen} verwijderen"},
     {Sentence::KeepRows, "Keep them", "Laten staan"},
-    {Sentence::RowsStay, "The folder \"%1\" is not there or holds nothing now; its %2 rows stay.",
-     "De map \"%1\" is er niet of is nu leeg; haar %2 rijen blijven staan."},
-    {Sentence::RowsKept, "%1 rows stay though their files are not there.",
-     "%1 rijen blijven staan hoewel hun bestanden er niet zijn."},
+    {Sentence::RowsStay,
+     "The folder \"%1\" is not there or holds nothing now; its %2 {2:row stays|rows stay}.",
+     "De map \"%1\" is er niet of is nu leeg; haar %2 {2:rij blijft|rijen blijven} staan."},
+    {Sentence::RowsKept, "%1 {row stays though its file is|rows stay though their files are} not there.",
+     "%1 {rij blijft staan hoewel haar bestand er niet is|rijen blijven staan hoewel hun bestanden er niet "
+     "zijn}."},
 
     {Sentence::KaraokeSongInMusic,
      "\"%1\" is a MIDI karaoke song, which has no place in the music catalogue.",
@@ -149,17 +158,21 @@ constexpr Row kRows[] = {
      "De map \"%1\" verdween tijdens het scannen. De catalogus blijft zoals hij was; scan opnieuw als ze "
      "terug "
      "is."},
-    {Sentence::FoldersLeftOut, "%1 folders cannot be read and were left out, first \"%2\".",
-     "%1 mappen kunnen niet worden gelezen en zijn weggelaten, als eerste \"%2\"."},
-    {Sentence::RowsGone, "%1 rows were taken out, because their files are no longer there.",
-     "%1 rijen zijn verwijderd, omdat hun bestanden er niet meer zijn."},
-    {Sentence::FilesMoved, "%1 files were found again in another folder.",
-     "%1 bestanden zijn teruggevonden in een andere map."},
+    {Sentence::FoldersLeftOut,
+     "%1 {folder|folders} cannot be read and {was left out: |were left out, first }\"%2\".",
+     "%1 {map kan|mappen kunnen} niet worden gelezen en {is weggelaten: |zijn weggelaten, als eerste "
+     "}\"%2\"."},
+    {Sentence::RowsGone,
+     "%1 {row was|rows were} taken out, because {its file is|their files are} no longer there.",
+     "%1 {rij is|rijen zijn} verwijderd, omdat {haar bestand er niet meer is|hun bestanden er niet meer "
+     "zijn}."},
+    {Sentence::FilesMoved, "%1 {file was|files were} found again in another folder.",
+     "%1 {bestand is|bestanden zijn} teruggevonden in een andere map."},
     {Sentence::FilesMissing,
-     "%1 files of the catalogue are not there, first \"%2\". Connect their disk, or scan the folder they are "
-     "in now.",
-     "%1 bestanden van de catalogus zijn er niet, als eerste \"%2\". Sluit hun schijf aan of scan de map "
-     "waar ze nu staan."},
+     "%1 {file of the catalogue is not there: |files of the catalogue are not there, first }\"%2\". Connect "
+     "{its|their} disk, or scan the folder {it is|they are} in now.",
+     "%1 {bestand van de catalogus is er niet: |bestanden van de catalogus zijn er niet, als eerste }\"%2\". "
+     "Sluit {zijn|hun} schijf aan of scan de map waar {het nu staat|ze nu staan}."},
     {Sentence::NoSongInFile, "%1 is no MIDI song that can be read.", "%1 is geen leesbaar MIDI-nummer."},
 
     {Sentence::PlaylistUnreadable, "The playlist \"%1\" cannot be read.",
@@ -390,20 +403,46 @@ constexpr Row kRows[] = {
 
 template <typename Parts>
 std::string Fill(std::string_view rest, const Parts& parts) {
+  const auto part = [&parts](std::size_t place) {
+    return place < parts.size() ? std::string_view(*(parts.begin() + static_cast<std::ptrdiff_t>(place)))
+                                : std::string_view();
+  };
+  const std::string chosen = ChooseForms(rest, part);
+  rest = chosen;
   std::string text;
   while (!rest.empty()) {
     const std::size_t mark = rest.find('%');
     text += rest.substr(0, mark);
     if (mark == std::string_view::npos) break;
     rest.remove_prefix(mark + 1);
-    const std::size_t part = rest.empty() ? 0 : static_cast<std::size_t>(rest.front() - '1');
-    if (part < parts.size()) text += *(parts.begin() + static_cast<std::ptrdiff_t>(part));
+    if (!rest.empty()) text += part(static_cast<std::size_t>(rest.front() - '1'));
     rest.remove_prefix(std::min<std::size_t>(1, rest.size()));
   }
   return text;
 }
 
 }  // namespace
+
+std::string ChooseForms(std::string_view text,
+                        const std::function<std::string_view(std::size_t place)>& part) {
+  std::string chosen;
+  for (;;) {
+    const std::size_t open = text.find('{');
+    chosen += text.substr(0, open);
+    if (open == std::string_view::npos) return chosen;
+    text.remove_prefix(open + 1);
+    const std::size_t close = text.find('}');
+    std::string_view forms = text.substr(0, close);
+    text.remove_prefix(close == std::string_view::npos ? text.size() : close + 1);
+    std::size_t place = 0;
+    if (forms.size() > 1 && forms[1] == ':') {
+      place = static_cast<std::size_t>(forms.front() - '1');
+      forms.remove_prefix(2);
+    }
+    const std::size_t bar = std::min(forms.find('|'), forms.size());
+    chosen += part(place) == "1" ? forms.substr(0, bar) : forms.substr(std::min(bar + 1, forms.size()));
+  }
+}
 
 std::string_view SentenceText(int number) {
   const bool dutch = number > Sentences::kDutchBase;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <atomic>
+#include <functional>
 #include <initializer_list>
 #include <string>
 #include <string_view>
@@ -224,7 +225,7 @@ class Sentences {
 
   /// What is added to every number: 0 is English, 1000 Dutch.
   void Choose(int base) { base_ = base; }
-  /// The sentence with its places %1, %2 ... filled in.
+  /// The sentence with its forms chosen and its places %1, %2 ... filled in.
   [[nodiscard]] std::string operator()(Sentence sentence,
                                        std::initializer_list<std::string_view> parts = {}) const;
   [[nodiscard]] std::string operator()(const Saying& saying) const;
@@ -240,6 +241,12 @@ class Sentences {
 
 /// A failure with a sentence of the table.
 [[nodiscard]] Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts = {});
+
+/// What stands between braces agrees with a number: "{file|files}" is the first form where the part of place
+/// %1 is "1", else the second; "{2:line|lines}" goes by that of place %2. Gives the text with its forms
+/// chosen; the places themselves stay. part: by place, from 0.
+[[nodiscard]] std::string ChooseForms(std::string_view text,
+                                      const std::function<std::string_view(std::size_t place)>& part);
 
 /// By number with base; empty for one that is not there.
 [[nodiscard]] std::string_view SentenceText(int number);

@@ -91,7 +91,7 @@ TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsNameAndMissingF
   station_->PumpWindow();
   station_->Tick();
   EXPECT_TRUE(
-      station_->View().notice.starts_with("1 files of the catalogue are not there, first \"/a.mp3\"."));
+      station_->View().notice.starts_with("1 file of the catalogue is not there: \"/a.mp3\". Connect its disk"));
 }
 
 TEST_F(StartUpTest, WhatTheSettingsStoreHasToSayIsToldOnceInTheLanguageChosen) {

@@ -50,7 +50,7 @@ void AddingBar::Show(const app::AddingProgress& progress) {
   show();
   bar_->setMaximum(progress.looking ? 0 : progress.total);
   bar_->setValue(progress.looking ? 0 : progress.done);
-  text_->Show(progress.looking ? look_.say(FileWord::LookingThrough).arg(progress.done)
+  text_->Show(progress.looking ? look_.say.Count(FileWord::LookingThrough, progress.done)
                                : look_.say(Say::AddingFiles).arg(progress.done).arg(progress.total));
 }
 
@@ -65,12 +65,8 @@ void AddingBar::Tell(const QString& sentence) {
 QString AddingBar::TextOf(const app::IntakeOutcome& outcome) const {
   const auto& say = look_.say;
   QStringList parts;
-  if (outcome.known > 0) {
-    parts += outcome.known == 1 ? say(Say::AlreadyThereOne) : say(Say::AlreadyThere).arg(outcome.known);
-  }
-  if (outcome.songs > 0) {
-    parts += outcome.songs == 1 ? say(FileWord::SongAside) : say(FileWord::SongsAside).arg(outcome.songs);
-  }
+  if (outcome.known > 0) parts += say.Count(Say::AlreadyThere, outcome.known);
+  if (outcome.songs > 0) parts += say.Count(FileWord::SongsAside, outcome.songs);
   if (outcome.stopped) parts += say(FileWord::AddingStopped);
   return parts.join(QLatin1Char(' '));
 }

@@ -165,9 +165,9 @@ void ApplyPanel::Show() {
   if (progress.total == 0) return progress_->Show(look_.say(Say::ScanListing));
   const QString files = look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total);
   if (progress.Rate() < 1) return progress_->Show(files);
-  progress_->Show(look_.say(ScanWord::ScanRate)
-                      .arg(files, QString::number(std::lround(progress.Rate())),
-                           TimeLeftText(progress.Remaining(), look_.say)));
+  progress_->Show(files + QLatin1Char(' ') +
+                  look_.say.Count(ScanWord::ScanRate, std::lround(progress.Rate()))
+                      .arg(TimeLeftText(progress.Remaining(), look_.say)));
 }
 
 // Not modal: the decks stay in reach while somebody looks for a folder.

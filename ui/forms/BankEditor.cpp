@@ -321,8 +321,7 @@ void BankEditor::ShowBanks(std::size_t chosen) {
   const QSignalBlocker quiet(banks_);
   banks_->clear();
   for (const lightorgan::Bank& bank : draft_.book.Banks()) {
-    const BankWord words = bank.steps.size() == 1 ? BankWord::BankItemOne : BankWord::BankItem;
-    banks_->addItem(look_.say(words).arg(bank.number).arg(bank.steps.size()));
+    banks_->addItem(look_.say.Count(BankWord::BankItem, bank.number, bank.steps.size()));
   }
   banks_->setCurrentRow(chosen < draft_.book.Banks().size() ? static_cast<int>(chosen) : -1);
   ShowSteps();
@@ -344,8 +343,8 @@ void BankEditor::Changed() {
   const std::size_t bank = ChosenBank();
   if (bank < draft_.book.Banks().size()) {
     const lightorgan::Bank& edited = draft_.book.Banks()[bank];
-    const BankWord words = edited.steps.size() == 1 ? BankWord::BankItemOne : BankWord::BankItem;
-    banks_->currentItem()->setText(look_.say(words).arg(edited.number).arg(edited.steps.size()));
+    banks_->currentItem()->setText(
+        look_.say.Count(BankWord::BankItem, edited.number, edited.steps.size()));
   }
   ShowActs();
   if (play_->isChecked()) Try();

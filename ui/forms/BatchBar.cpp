@@ -70,7 +70,7 @@ void BatchBar::Show(int chosen) {
                                                            : Line::None;
   if (line != shown_) ShowLine(line);
   ShowLeftOut(progress.state == BatchState::Idle);
-  if (line == Line::Chosen) text_->Show(look_.say(ScanWord::TracksChosen).arg(chosen));
+  if (line == Line::Chosen) text_->Show(look_.say.Count(ScanWord::TracksChosen, chosen));
   if (progress.state != BatchState::Idle) text_->Show(TextOf(progress));
 }
 
@@ -88,7 +88,7 @@ void BatchBar::ShowLeftOut(bool over) {
   const auto& left_out = over ? workstation_.Batch().LeftOut() : kNone;
   if (left_out.size() == left_out_) return;
   left_out_ = left_out.size();
-  report_->Show(look_.say(ScanWord::AnalysisLeftOut).arg(left_out.size()), left_out);
+  report_->Show(look_.say.Count(ScanWord::AnalysisLeftOut, left_out.size()), left_out);
 }
 
 QString BatchBar::TextOf(const app::BatchProgress& progress) const {

@@ -109,7 +109,7 @@ QString MasksText(catalogue::ScanMode mode) {
 }
 
 QString LeftOutText(const app::IntakeOutcome& outcome, const Strings& say) {
-  return outcome.left_out == 1 ? say(Say::LeftOutOne) : say(Say::LeftOut).arg(outcome.left_out);
+  return say.Count(Say::LeftOut, outcome.left_out);
 }
 
 QFileDialog* MakeAddFolderDialog(QWidget& owner, const Look& look,

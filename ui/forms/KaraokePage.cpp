@@ -91,7 +91,7 @@ void KaraokePage::ShowCount() {
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
   search_->setVisible(rows > 0);
-  count_->setText(rows == 1 ? look_.say(Say::OneSong) : look_.say(Say::Songs).arg(rows));
+  count_->setText(look_.say.Count(Say::Songs, rows));
 }
 
 std::vector<int> KaraokePage::ChosenRows() const {
@@ -100,8 +100,7 @@ std::vector<int> KaraokePage::ChosenRows() const {
 
 void KaraokePage::ShowDeleted(const std::vector<std::string>& kept) {
   Reload();
-  const bool one = kept.size() == 1;
-  report_->Show(one ? look_.say(Say::NotDeletedOne) : look_.say(Say::NotDeleted).arg(kept.size()), kept);
+  report_->Show(look_.say.Count(Say::NotDeleted, kept.size()), kept);
 }
 
 void KaraokePage::ShowFailure(const std::string& sentence) {

@@ -123,7 +123,7 @@ void MusicPage::ShowCount() {
   const int rows = table_.Rows();
   if (rows == shown_rows_) return;
   shown_rows_ = rows;
-  count_->setText(rows == 1 ? look_.say(Say::OneTrack) : look_.say(Say::Tracks).arg(rows));
+  count_->setText(look_.say.Count(Say::Tracks, rows));
   grid_->setVisible(rows > 0);
   search_->setVisible(rows > 0);
   empty_->setVisible(rows == 0);
@@ -175,9 +175,7 @@ void MusicPage::ShowAdding(const app::AddingProgress& progress) {
 void MusicPage::ShowAdded(const app::IntakeOutcome& outcome) {
   const auto& say = look_.say;
   const int rows = outcome.rows;
-  const QString text = rows == 0   ? say(Say::AddedNone)
-                       : rows == 1 ? say(Say::AddedOne)
-                                   : say(Say::Added).arg(rows);
+  const QString text = rows == 0 ? say(Say::AddedNone) : say.Count(Say::Added, rows);
   adding_->Tell(QStringList{text, adding_->TextOf(outcome)}.join(QLatin1Char(' ')).trimmed());
   report_->Show(LeftOutText(outcome, say), outcome.refused);
 }
@@ -185,9 +183,8 @@ void MusicPage::ShowAdded(const app::IntakeOutcome& outcome) {
 void MusicPage::ShowDeleted(int rows, const std::vector<std::string>& kept) {
   const auto& say = look_.say;
   Reload();
-  adding_->Tell(rows == 1 ? say(Say::DeletedOne) : rows > 0 ? say(Say::Deleted).arg(rows) : QString());
-  const bool one = kept.size() == 1;
-  report_->Show(one ? say(Say::NotDeletedOne) : say(Say::NotDeleted).arg(kept.size()), kept);
+  adding_->Tell(rows > 0 ? say.Count(Say::Deleted, rows) : QString());
+  report_->Show(say.Count(Say::NotDeleted, kept.size()), kept);
 }
 
 void MusicPage::AskForFolder() {

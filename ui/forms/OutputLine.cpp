@@ -94,7 +94,7 @@ QString OutputLine::StatusText(const app::LightView& view) const {
     case InterfaceState::Sending:
       if (!view.output_on) return say(ConsoleWord::OffButSent);
       return rate_ == 0 ? QString()
-                        : say(ConsoleWord::OutputRate).arg(rate_).arg(view.status.packets_per_frame);
+                        : say.Count(ConsoleWord::OutputRate, rate_, view.status.packets_per_frame);
     case InterfaceState::Searching:
       return say(ConsoleWord::OutputStarting);
     case InterfaceState::Stopped:

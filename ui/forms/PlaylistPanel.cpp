@@ -241,7 +241,7 @@ void PlaylistPanel::ShowCount() {
   counted_ = table_;
   const int rows = table_.Rows();
   save_->setEnabled(rows > 0);
-  if (first) count_->setText(look_.say(Say::Tracks).arg(rows));
+  if (first) count_->setText(look_.say.Count(Say::Tracks, rows));
   lists_.AddUpTimes(number_, [panel = QPointer<PlaylistPanel>(this), rows](std::int64_t seconds) {
     if (!panel.isNull()) panel->ShowTotal(rows, seconds);
   });
@@ -249,9 +249,8 @@ void PlaylistPanel::ShowCount() {
 
 void PlaylistPanel::ShowTotal(int rows, std::int64_t seconds) {
   const QString time = Decode(TotalText(seconds));
-  count_->setText(rows == 0   ? look_.say(Say::Tracks).arg(0)
-                  : rows == 1 ? look_.say(ListWord::TotalOne).arg(time)
-                              : look_.say(ListWord::Total).arg(rows).arg(time));
+  count_->setText(rows == 0 ? look_.say.Count(Say::Tracks, 0)
+                            : look_.say.Count(ListWord::Total, rows).arg(time));
 }
 
 void PlaylistPanel::Reload(int row_to_choose) {
@@ -277,7 +276,7 @@ void PlaylistPanel::RemoveChosen() {
   if (rows.empty()) return;
   const int removed = workstation_.RemoveRows(list_, rows);
   Reload(rows.front());
-  Q_EMIT Told(removed == 1 ? look_.say(FileWord::RemovedOne) : look_.say(FileWord::Removed).arg(removed));
+  Q_EMIT Told(look_.say.Count(FileWord::Removed, removed));
 }
 
 // After its children have their sizes of type: the grid's width hangs on them.

@@ -98,8 +98,7 @@ void frmMain::AddChosenTo(int playlist) {
   if (rows.rows.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (rows.table == to) return;
   PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
-  status_->Tell(rows.rows.size() == 1 ? (*say_)(Say::PutOneIntoPlaylist).arg(playlist)
-                                      : (*say_)(Say::PutIntoPlaylist).arg(rows.rows.size()).arg(playlist));
+  status_->Tell(say_->Count(Say::PutIntoPlaylist, rows.rows.size(), playlist));
 }
 
 void frmMain::AnalyseChosen() {
@@ -175,7 +174,7 @@ void frmMain::RemoveSongs() {
 
 void frmMain::TellRemoved(int rows) {
   if (rows == 0) return;
-  status_->Tell(rows == 1 ? (*say_)(FileWord::RemovedOne) : (*say_)(FileWord::Removed).arg(rows));
+  status_->Tell(say_->Count(FileWord::Removed, rows));
 }
 
 void frmMain::BringRowsBack() {
@@ -195,9 +194,8 @@ void frmMain::BringRowsBack() {
     PanelOf(PlaylistId(number)).Reload(back->first_row);
     list = say(Say::Playlist).arg(number);
   }
-  QString told =
-      back->rows == 1 ? say(FileWord::IsBackOne).arg(list) : say(FileWord::IsBack).arg(back->rows).arg(list);
-  if (back->known > 0) told += QLatin1Char(' ') + say(FileWord::IsBackAlready).arg(back->known);
+  QString told = say.Count(FileWord::IsBack, back->rows).arg(list);
+  if (back->known > 0) told += QLatin1Char(' ') + say.Count(FileWord::IsBackAlready, back->known);
   status_->Tell(told);
 }
 

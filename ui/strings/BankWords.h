@@ -20,7 +20,6 @@ enum class BankWord : int {
   Banks,
   BanksTip,
   BankItem,
-  BankItemOne,
   BankNew,
   BankNewTip,
   BankCopy,

@@ -20,7 +20,6 @@ enum class ListWord : int {
   Played,
   Missing,
   Total,
-  TotalOne,
   Open,
   OpenName,
   OpenTip,

@@ -3,7 +3,11 @@
 #include "ui/strings/Strings.h"
 
 #include <algorithm>
+#include <cassert>
+#include <string>
+#include <vector>
 
+#include "support/Sentences.h"
 #include "ui/strings/BankWords.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/EditorWords.h"
@@ -104,8 +108,7 @@ constexpr Strings::Row kRows[] = {
     {Say::Music, "Music", "Muziek"},
     {Say::MusicTip, "The catalogue and the playlists of the decks",
      "De catalogus en de afspeellijsten van de decks"},
-    {Say::Tracks, "%1 tracks", "%1 nummers"},
-    {Say::OneTrack, "1 track", "1 nummer"},
+    {Say::Tracks, "%1 {track|tracks}", "%1 {nummer|nummers}"},
     {Say::Catalogue, "Catalogue", "Catalogus"},
     {Say::CatalogueTip, "Double-click or Enter: load on the free deck",
      "Dubbelklik of Enter: op het vrije deck laden"},
@@ -121,13 +124,10 @@ constexpr Strings::Row kRows[] = {
     {Say::MusicFiles, "Music files", "Muziekbestanden"},
     {Say::AllFiles, "All files", "Alle bestanden"},
     {Say::AddingFiles, "Adding files: %1 of %2…", "Bestanden toevoegen: %1 van %2…"},
-    {Say::Added, "%1 tracks added.", "%1 nummers toegevoegd."},
-    {Say::AddedOne, "1 track added.", "1 nummer toegevoegd."},
+    {Say::Added, "%1 {track|tracks} added.", "%1 {nummer|nummers} toegevoegd."},
     {Say::AddedNone, "No track added.", "Geen nummer toegevoegd."},
-    {Say::AlreadyThere, "%1 were in the catalogue already.", "%1 stonden al in de catalogus."},
-    {Say::AlreadyThereOne, "1 was in the catalogue already.", "1 stond al in de catalogus."},
-    {Say::LeftOut, "%1 files were left out:", "%1 bestanden zijn overgeslagen:"},
-    {Say::LeftOutOne, "1 file was left out:", "1 bestand is overgeslagen:"},
+    {Say::AlreadyThere, "%1 {was|were} in the catalogue already.", "%1 {stond|stonden} al in de catalogus."},
+    {Say::LeftOut, "%1 {file was|files were} left out:", "%1 {bestand is|bestanden zijn} overgeslagen:"},
     {Say::Close, "Close", "Sluiten"},
     {Say::CloseTip, "Close this list", "Deze lijst sluiten"},
     {Say::EmptyCatalogue, "The catalogue is empty.\nDrop music files or folders here, or choose “Add”.",
@@ -152,8 +152,8 @@ constexpr Strings::Row kRows[] = {
     {Say::BothDecksPlay, "Both decks are playing. Pause or stop one before you load another track.",
      "Beide decks spelen. Pauzeer of stop er een voordat u een ander nummer laadt."},
     {Say::NoRowChosen, "No track is chosen.", "Er is geen nummer gekozen."},
-    {Say::PutIntoPlaylist, "%1 tracks put into playlist %2.", "%1 nummers in afspeellijst %2 gezet."},
-    {Say::PutOneIntoPlaylist, "1 track put into playlist %1.", "1 nummer in afspeellijst %1 gezet."},
+    {Say::PutIntoPlaylist, "%1 {track|tracks} put into playlist %2.",
+     "%1 {nummer|nummers} in afspeellijst %2 gezet."},
 
     {Say::AskDelete, "Delete %1 tracks?\n\nTheir files are deleted from the disk. This cannot be undone.",
      "%1 nummers verwijderen?\n\nHun bestanden worden van de schijf verwijderd. Dit kan niet ongedaan worden "
@@ -175,10 +175,9 @@ constexpr Strings::Row kRows[] = {
      "het beeld dat erbij hoort. Dit kan niet ongedaan worden gemaakt."},
     {Say::DeleteFiles, "Delete files", "Bestanden verwijderen"},
     {Say::DeleteFile, "Delete file", "Bestand verwijderen"},
-    {Say::Deleted, "%1 tracks deleted.", "%1 nummers verwijderd."},
-    {Say::DeletedOne, "1 track deleted.", "1 nummer verwijderd."},
-    {Say::NotDeleted, "%1 files were not deleted:", "%1 bestanden zijn niet verwijderd:"},
-    {Say::NotDeletedOne, "1 file was not deleted:", "1 bestand is niet verwijderd:"},
+    {Say::Deleted, "%1 {track|tracks} deleted.", "%1 {nummer|nummers} verwijderd."},
+    {Say::NotDeleted,
+     "%1 {file was|files were} not deleted:", "%1 {bestand is|bestanden zijn} niet verwijderd:"},
 
     {Say::Playlist, "Playlist %1", "Afspeellijst %1"},
     {Say::PlaylistTip,
@@ -204,8 +203,7 @@ constexpr Strings::Row kRows[] = {
      "There are no karaoke songs. Drop some here, or choose “Scan the folder for karaoke” under Settings.",
      "Er zijn geen karaokenummers. Sleep ze hierheen, of kies “De map op karaoke doorzoeken” bij "
      "Instellingen."},
-    {Say::Songs, "%1 songs", "%1 nummers"},
-    {Say::OneSong, "1 song", "1 nummer"},
+    {Say::Songs, "%1 {song|songs}", "%1 {nummer|nummers}"},
     {Say::DeleteKaraokeName, "Delete karaoke songs and their files",
      "Karaokenummers en hun bestanden verwijderen"},
 
@@ -316,14 +314,31 @@ constexpr Strings::Row kRows[] = {
 
 }  // namespace
 
-QString Strings::Text(int number) const {
+const char* Strings::Find(int number) const {
   for (const auto table : Tables()) {
     const auto row = std::lower_bound(table.begin(), table.end(), number,
                                       [](const Row& a, int b) { return a.number < b; });
     if (row == table.end() || row->number != number) continue;
-    return QString::fromUtf8(language_ == Language::Dutch ? row->dutch : row->english);
+    return language_ == Language::Dutch ? row->dutch : row->english;
   }
-  return {};
+  return "";
+}
+
+QString Strings::Text(int number) const {
+  const char* const text = Find(number);
+  assert(std::string_view(text).find('{') == std::string_view::npos && "this text takes a number");
+  return QString::fromUtf8(text);
+}
+
+QString Strings::Counted(int number, std::initializer_list<qint64> counts) const {
+  std::vector<std::string> parts;
+  for (const qint64 count : counts) parts.push_back(std::to_string(count));
+  const std::string chosen = support::ChooseForms(Find(number), [&parts](std::size_t place) {
+    return place < parts.size() ? std::string_view(parts[place]) : std::string_view();
+  });
+  QString text = QString::fromUtf8(chosen.data(), static_cast<qsizetype>(chosen.size()));
+  for (const std::string& part : parts) text = text.arg(QString::fromStdString(part));
+  return text;
 }
 
 std::array<std::span<const Strings::Row>, 12> Strings::Tables() {

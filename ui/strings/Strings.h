@@ -4,6 +4,7 @@
 
 #include <QString>
 #include <array>
+#include <initializer_list>
 #include <span>
 #include <type_traits>
 
@@ -74,7 +75,6 @@ enum class Say : int {
   Music = 2100,
   MusicTip,
   Tracks,
-  OneTrack,
   Catalogue,
   CatalogueTip,
   AddFiles,
@@ -89,12 +89,9 @@ enum class Say : int {
   AllFiles,
   AddingFiles,
   Added,
-  AddedOne,
   AddedNone,
   AlreadyThere,
-  AlreadyThereOne,
   LeftOut,
-  LeftOutOne,
   Close,
   CloseTip,
   EmptyCatalogue,
@@ -117,7 +114,6 @@ enum class Say : int {
   BothDecksPlay,
   NoRowChosen,
   PutIntoPlaylist,
-  PutOneIntoPlaylist,
   // Deleting
   AskDelete = 2170,
   AskDeleteOne,
@@ -126,9 +122,7 @@ enum class Say : int {
   DeleteFiles,
   DeleteFile,
   Deleted,
-  DeletedOne,
   NotDeleted,
-  NotDeletedOne,
   // Playlists
   Playlist = 2180,
   PlaylistTip,
@@ -144,7 +138,6 @@ enum class Say : int {
   KaraokeTip,
   EmptyKaraoke,
   Songs,
-  OneSong,
   DeleteKaraokeName,
   // Pages whose place is kept
   Console = 2200,
@@ -365,11 +358,19 @@ class Strings {
   template <typename Number>
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
+  /// With its first places filled by numbers, and its forms chosen after them: see support::ChooseForms.
+  template <typename Number, typename... Counts>
+  requires std::is_enum_v<Number>
+  [[nodiscard]] QString Count(Number number, Counts... counts) const {
+    return Counted(static_cast<int>(number), {static_cast<qint64>(counts)...});
+  }
   /// Every table, in the order of the numbers.
   [[nodiscard]] static std::array<std::span<const Row>, 12> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;
+  [[nodiscard]] QString Counted(int number, std::initializer_list<qint64> counts) const;
+  [[nodiscard]] const char* Find(int number) const;
 
   Language language_;
 };
