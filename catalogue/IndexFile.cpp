@@ -22,6 +22,8 @@ constexpr std::size_t kPiece = 1 << 18;
 /// Lines that are not copied into a piece with others.
 constexpr std::size_t kManyLines = 1 << 14;
 constexpr std::uintmax_t kLargeFile = 1 << 22;
+/// More rows than a table is good for, and the end of what has none, as a device.
+constexpr std::uint64_t kLongestIndex = 1ULL << 30;
 constexpr std::uint64_t kToTheEnd = std::numeric_limits<std::uint64_t>::max();
 
 /// The character behind the backslash for one that a cell cannot hold as it is, 0 for all others.
@@ -80,21 +82,25 @@ std::uint64_t LineStartBehind(const std::filesystem::path& path, std::uint64_t p
   return feed == std::string_view::npos ? 0 : place + feed + 1;
 }
 
-/// Adds the rows between two places of the file to the table; nothing when it cannot be read.
+/// Adds the rows between two places of the file to the table; nothing when it cannot be read, or does not
+/// end.
 std::optional<IndexReport> LoadPart(const std::filesystem::path& path, std::uint64_t begin, std::uint64_t end,
-                                    track_table& table) {
+                                    track_table& table, bool& too_long) {
   std::ifstream file(path, std::ios::binary);
   file.seekg(static_cast<std::streamoff>(begin));
   IndexParser parser(table);
   std::vector<char> piece(kPiece);
-  while (file && begin < end) {
+  while (file && begin < std::min(end, kLongestIndex)) {
     const std::uint64_t wanted = std::min<std::uint64_t>(piece.size(), end - begin);
     file.read(piece.data(), static_cast<std::streamsize>(wanted));
     const auto got = static_cast<std::size_t>(file.gcount());
     parser.Feed({piece.data(), got});
     begin += got;
   }
-  if (begin < end && !file.eof()) return std::nullopt;
+  if (begin < end && !file.eof()) {
+    too_long = begin >= kLongestIndex;
+    return std::nullopt;
+  }
   return parser.Finish();
 }
 
@@ -224,21 +230,27 @@ support::Result<IndexReport> LoadIndex(const std::filesystem::path& path, track_
   const std::uintmax_t size = std::filesystem::file_size(path, error);
   const std::uint64_t middle = error || size < kLargeFile ? 0 : LineStartBehind(path, size / 2);
   track_table rest(table.Columns());
+  bool too_long = false, rest_too_long = false;
   std::future<std::optional<IndexReport>> rest_read;
   const auto folder = std::filesystem::absolute(path, error).lexically_normal().parent_path();
-  const auto load = [&](std::uint64_t begin, std::uint64_t end, track_table& part) {
-    const auto read = LoadPart(path, begin, end, part);
+  const auto load = [&](std::uint64_t begin, std::uint64_t end, track_table& part, bool& part_too_long) {
+    const auto read = LoadPart(path, begin, end, part, part_too_long);
     FollowFolder(part, folder);
     return read;
   };
-  if (middle != 0) rest_read = std::async([&] { return load(middle, kToTheEnd, rest); });
-  std::optional<IndexReport> report = load(0, middle != 0 ? middle : kToTheEnd, table);
+  if (middle != 0) rest_read = std::async([&] { return load(middle, kToTheEnd, rest, rest_too_long); });
+  std::optional<IndexReport> report = load(0, middle != 0 ? middle : kToTheEnd, table, too_long);
   if (rest_read.valid()) {
     report = Sum(report, rest_read.get());
     table.AppendAll(std::move(rest));
   }
   if (report) return *report;
   table.Clear();
+  if (too_long || rest_too_long) {
+    return support::Error{
+        support::ErrorCode::Unreadable,
+        say(support::Sentence::IndexTooLong, {path.string(), std::to_string(kLongestIndex >> 20)})};
+  }
   return support::Error{support::ErrorCode::Unreadable,
                         say(support::Sentence::IndexUnreadable, {path.string()})};
 }

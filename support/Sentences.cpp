@@ -175,6 +175,8 @@ constexpr Row kRows[] = {
      "Sluit {zijn|hun} schijf aan of scan de map waar {het nu staat|ze nu staan}."},
     {Sentence::NoSongInFile, "%1 is no MIDI song that can be read.", "%1 is geen leesbaar MIDI-nummer."},
 
+    {Sentence::IndexTooLong, "\"%1\" is too long for an index: more than %2 MB.",
+     "\"%1\" is te lang voor een index: meer dan %2 MB."},
     {Sentence::PlaylistUnreadable, "The playlist \"%1\" cannot be read.",
      "De afspeellijst \"%1\" kan niet worden gelezen."},
 

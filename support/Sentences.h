@@ -78,6 +78,7 @@ enum class Sentence : int {
   FilesMoved,
   FilesMissing,
   NoSongInFile,
+  IndexTooLong = 240,
   PlaylistUnreadable = 250,
 
   NoIoBoard = 401,

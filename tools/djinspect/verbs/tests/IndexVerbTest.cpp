@@ -54,6 +54,14 @@ TEST_F(IndexVerbTest, TakesTheKaraokeColumnsWhenAsked) {
   EXPECT_EQ(Printed()["rows"], (Json{{"A", "T\t", "O", "G", "03:45", "r\xC3\xA9.kar"}}));
 }
 
+#ifndef _WIN32
+TEST_F(IndexVerbTest, WhatNeverEndsIsGivenUp) {
+  EXPECT_EQ(Inspect({"/dev/zero"}), ExitCode::NothingRead);
+  EXPECT_THAT(err_.str(), HasSubstr("\"/dev/zero\" is too long for an index"));
+  EXPECT_THAT(out_.str(), IsEmpty());
+}
+#endif
+
 TEST_F(IndexVerbTest, CountsTheLinesThatAreNoRow) {
   ASSERT_EQ(Inspect({"--karaoke", Index("1\t2\t3\t4\t5\t6\r\nshort\r\n1\t2\t3\t4\t5\t6\\x")}),
             ExitCode::Read);
