@@ -39,6 +39,10 @@ ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ost
   platform::analysis::EburLoudnessMeters meters;
   platform::analysis::QmBeatTrackers trackers;
   const std::string& file = arguments.words[0];
+  if (const auto prepared = decoding.Prepare(file); !prepared) {
+    err << prepared.Failure().text << '\n';
+    return ExitCode::NothingRead;
+  }
   decks::AnalysisPass pass(decoding.engine, decoding.engine, {&meters, &trackers}, file);
   // While the engine holds the decoded file for this stream, the scan need not decode it again.
   const auto stream = decoding.engine.BASS_StreamCreateFile(false, file, 0, 0, decks::kStreamDecode);

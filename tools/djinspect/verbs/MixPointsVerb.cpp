@@ -18,6 +18,10 @@ ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::os
     return ExitCode::WrongUse;
   }
   DecodingEngine decoding;
+  if (const auto prepared = decoding.Prepare(arguments.words[0]); !prepared) {
+    err << prepared.Failure().text << '\n';
+    return ExitCode::NothingRead;
+  }
   NoIndicator nobody;
   decks::MixPointScan scan(decoding.engine, decoding.engine);
   const auto found = scan.Run({arguments.words[0], 0, static_cast<int>(*percent)}, nobody);

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "platform/codec/testing/MediaMaker.h"
+#include "tools/djinspect/verbs/DecodingEngine.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
 namespace tools::djinspect {
@@ -73,6 +74,21 @@ TEST_F(DeckVerbsTest, AnAnalysisTellsBeatsLoudnessAndMixPoints) {
   EXPECT_EQ(Inspect({"analyse", media_.Text("notes.mp3")}), ExitCode::NothingRead);
   EXPECT_NE(err_.str(), "");
   EXPECT_EQ(Inspect({"analyse"}), ExitCode::WrongUse);
+}
+
+TEST_F(DeckVerbsTest, WhatADeckRefusesIsRefusedWithItsSentence) {
+  const std::string whole = media_.Write("whole.mp3", Tone(1s));
+  for (const std::string& path :
+       {media_.Text("notes.mp3"), media_.Empty("empty.ogg"), media_.Write("nothing.wav", Silence(0s)),
+        media_.FirstBytes(whole, "head.mp3", 40), media_.PathOf("gone.flac"), media_.PathOf("")}) {
+    DecodingEngine deck;
+    const auto prepared = deck.Prepare(path);
+    ASSERT_FALSE(prepared) << path;
+    for (const char* verb : {"analyse", "mixpoints"}) {
+      EXPECT_EQ(Inspect({verb, path}), ExitCode::NothingRead) << verb << ' ' << path;
+      EXPECT_EQ(err_.str(), prepared.Failure().text + "\n") << verb;
+    }
+  }
 }
 
 TEST_F(DeckVerbsTest, GainIsReadWhateverTheLineEnds) {
