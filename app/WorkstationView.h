@@ -4,9 +4,11 @@
 
 #include <array>
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include "app/sound/HeardSound.h"
 #include "decks/TempoSliders.h"
@@ -95,6 +97,17 @@ struct OutputView {
   bool operator==(const OutputView&) const = default;
 };
 
+/// A sentence for the status line.
+struct Notice {
+  enum class Kind {
+    Passing,  ///< news, of which nobody need speak for long
+    Warning   ///< to be shown until it was seen
+  };
+  std::uint64_t number = 0;  ///< the newer, the higher
+  Kind kind = Kind::Passing;
+  std::string text;
+};
+
 /// Everything that the window draws from, published by the conductor.
 struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
@@ -105,9 +118,10 @@ struct WorkstationView {
   bool has_mixer = false;              ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   HeardSong song;
-  HeardSound sound;     ///< for light organ and visualisers
-  std::string notice;   ///< the newest sentence about a device, for the status line
-  std::string unsaved;  ///< why something that the program keeps is not on the disk now; else empty
+  HeardSound sound;             ///< for light organ and visualisers
+  std::vector<Notice> notices;  ///< those that are true now, the newest last
+  std::string notice;           ///< text of the newest; empty when there is none
+  std::string unsaved;          ///< why something that the program keeps is not on the disk now; else empty
 };
 
 }  // namespace app
