@@ -64,7 +64,13 @@ void ElidedLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void ElidedLabel::UpdateTip() {
-  setToolTip(fontMetrics().horizontalAdvance(text()) > width() ? text() : QString());
+  const bool cut = fontMetrics().horizontalAdvance(text()) > width();
+  setToolTip(!tip_.isEmpty() ? tip_ : cut ? text() : QString());
+}
+
+void ElidedLabel::SetTip(const QString& tip) {
+  tip_ = tip;
+  UpdateTip();
 }
 
 }  // namespace ui

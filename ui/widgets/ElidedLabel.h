@@ -21,6 +21,8 @@ class ElidedLabel final : public QLabel {
   void UseTwoLines();
   /// Repaints only when the text is another one.
   void Show(const QString& text);
+  /// The tooltip, instead of the whole text; empty for that.
+  void SetTip(const QString& tip);
 
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
@@ -32,6 +34,7 @@ class ElidedLabel final : public QLabel {
  private:
   void UpdateTip();
   bool two_lines_ = false;
+  QString tip_;
 };
 
 }  // namespace ui

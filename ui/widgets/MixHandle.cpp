@@ -29,7 +29,16 @@ MixHandle::MixHandle(app::MixPoint which, const Skin& skin, QWidget* parent)
 }
 
 QSize MixHandle::sizeHint() const {
-  return {std::max(24, Em(*this, 1.8)), std::max(24, Em(*this, 1.8))};
+  return {std::max(44, Em(*this, 3.2)), std::max(36, Em(*this, 2.6))};
+}
+
+void MixHandle::PlaceAt(int column) {
+  const QSize room = parentWidget()->size();
+  resize(sizeHint().boundedTo(room));
+  const int left = std::clamp(column - width() / 2, 0, std::max(0, room.width() - width()));
+  stem_ = std::clamp(column - left, 0, width() - 1);
+  move(left, 0);
+  update();
 }
 
 void MixHandle::Show(microseconds place, bool moved) {
@@ -46,7 +55,7 @@ void MixHandle::paintEvent(QPaintEvent*) {
   const bool start = which_ == app::MixPoint::Start;
   const double tall = std::max(12, Em(*this, 1.0));
   const double wide = tall * 0.9;
-  const double stem = start ? 1 : width() - 1;
+  const double stem = std::clamp(stem_, 1, width() - 1);
   QPainterPath flag(QPointF(stem, 1));
   flag.lineTo(start ? stem + wide : stem - wide, 1 + tall / 2);
   flag.lineTo(stem, 1 + tall);

@@ -11,7 +11,8 @@
 namespace ui {
 
 /// The flag of a mix point on the overview of a track: dragged, moved by the arrow keys, sent back by a
-/// double click or the Delete key. Filled once it was moved by hand.
+/// double click or the Delete key. Filled once it was moved by hand. The hand takes hold of it on both sides
+/// of the point and well below the flag, so that a finger or a quick hand does not seek instead.
 class MixHandle final : public QWidget {
   Q_OBJECT
 
@@ -21,7 +22,9 @@ class MixHandle final : public QWidget {
   void Show(std::chrono::microseconds place, bool moved);
   [[nodiscard]] app::MixPoint Which() const { return which_; }
   /// Where the point itself lies, in the handle's own columns.
-  [[nodiscard]] int Stem() const { return which_ == app::MixPoint::Start ? 0 : width() - 1; }
+  [[nodiscard]] int Stem() const { return stem_; }
+  /// Lies over its parent with the point at this column of it.
+  void PlaceAt(int column);
   [[nodiscard]] bool Held() const { return held_; }
 
   [[nodiscard]] QSize sizeHint() const override;
@@ -49,6 +52,7 @@ class MixHandle final : public QWidget {
   bool moved_ = false;
   bool held_ = false;
   bool dragged_ = false;
+  int stem_ = 0;
   int grip_ = 0;  ///< columns from the point to where the hand took hold
 };
 

@@ -151,13 +151,31 @@ void RunningWave::changeEvent(QEvent* event) {
 
 void RunningWave::mousePressEvent(QMouseEvent* event) {
   if (event->button() != Qt::LeftButton || length_.count() <= 0) return event->ignore();
+  if (guard_.Holds(event->modifiers())) {
+    guarded_at_ = event->position().toPoint();
+    return;
+  }
+  TakeHold(event->position().toPoint().x());
+}
+
+void RunningWave::mouseDoubleClickEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || length_.count() <= 0) return event->ignore();
+  TakeHold(event->position().toPoint().x());
+}
+
+void RunningWave::TakeHold(int column) {
   held_ = true;
-  held_at_ = event->position().toPoint().x();
+  guarded_at_.reset();
+  held_at_ = column;
   held_place_ = position_;
   dragged_ = 0;
 }
 
 void RunningWave::mouseMoveEvent(QMouseEvent* event) {
+  if (guarded_at_ && event->position().toPoint() != *guarded_at_) {
+    guarded_at_.reset();
+    Q_EMIT Guarded();
+  }
   if (!held_) return event->ignore();
   dragged_ = event->position().toPoint().x() - held_at_;
   shown_scroll_ = Scroll();
@@ -165,6 +183,7 @@ void RunningWave::mouseMoveEvent(QMouseEvent* event) {
 }
 
 void RunningWave::mouseReleaseEvent(QMouseEvent* event) {
+  guarded_at_.reset();
   if (event->button() != Qt::LeftButton || !held_) return event->ignore();
   const microseconds place = DraggedTo();
   held_ = false;

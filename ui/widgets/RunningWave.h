@@ -7,15 +7,18 @@
 #include <chrono>
 #include <map>
 #include <memory>
+#include <optional>
 
 #include "music/BeatGrid.h"
 #include "music/Wave.h"
 #include "ui/skins/Skin.h"
+#include "ui/widgets/SeekGuard.h"
 
 namespace ui {
 
 /// The seconds around the place that is heard, moving past a mark that stands still. Dragging it looks for
-/// another place, which is taken when the hand lets go.
+/// another place, which is taken when the hand lets go. While it is guarded, the hand has to take hold with a
+/// double click, or with Shift.
 ///
 /// Painted from tiles that are drawn once and then only moved.
 class RunningWave final : public QWidget {
@@ -29,6 +32,7 @@ class RunningWave final : public QWidget {
             const std::shared_ptr<const music::Wave>& wave);
   /// Null: no beats are known.
   void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid);
+  void Guard(SeekGuard guard) { guard_ = std::move(guard); }
   /// Tiles drawn since the beginning.
   [[nodiscard]] int TilesDrawn() const { return tiles_drawn_; }
 
@@ -38,6 +42,8 @@ class RunningWave final : public QWidget {
  Q_SIGNALS:
   /// The user let go at this place.
   void SeekWanted(std::chrono::microseconds position);
+  /// The user would have gone to another place.
+  void Guarded();
 
  protected:
   void paintEvent(QPaintEvent* event) override;
@@ -46,6 +52,7 @@ class RunningWave final : public QWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void mouseReleaseEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
 
  private:
   [[nodiscard]] double PixelsASecond() const;
@@ -57,6 +64,7 @@ class RunningWave final : public QWidget {
   [[nodiscard]] QPixmap DrawTile(int number) const;
   void DrawBeats(QPainter& painter, int first) const;
   void DropTiles();
+  void TakeHold(int column);
 
   const Skin& skin_;
   QColor accent_;
@@ -67,8 +75,10 @@ class RunningWave final : public QWidget {
   std::map<int, QPixmap> tiles_;
   int shown_scroll_ = 0;
   int tiles_drawn_ = 0;
+  SeekGuard guard_;
   bool held_ = false;
   int held_at_ = 0;
+  std::optional<QPoint> guarded_at_;         ///< where the hand pressed in vain
   int dragged_ = 0;                          ///< pixels to the right since the hand took hold
   std::chrono::microseconds held_place_{0};  ///< under the mark at that moment
 };

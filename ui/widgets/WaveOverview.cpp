@@ -78,9 +78,7 @@ void WaveOverview::PlaceHandles() {
   for (const app::MixPoint which : {app::MixPoint::Start, app::MixPoint::End}) {
     MixHandle& handle = *handles_.Of(which);
     handle.setVisible(has_points_ && length_.count() > 0);
-    handle.resize(handle.sizeHint().boundedTo(size()));
-    const int left = ColumnOf(points_.Of(which)) - handle.Stem();
-    handle.move(std::clamp(left, 0, std::max(0, width() - handle.width())), 0);
+    handle.PlaceAt(ColumnOf(points_.Of(which)));
   }
   update();
 }
@@ -236,7 +234,9 @@ void WaveOverview::AimAt(int column) {
 }
 
 void WaveOverview::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton && length_.count() > 0) AimAt(event->position().toPoint().x());
+  if (event->button() != Qt::LeftButton || length_.count() <= 0) return;
+  if (guard_.Holds(event->modifiers())) return Q_EMIT Guarded();
+  AimAt(event->position().toPoint().x());
 }
 
 void WaveOverview::mouseMoveEvent(QMouseEvent* event) {
@@ -252,12 +252,13 @@ void WaveOverview::mouseReleaseEvent(QMouseEvent* event) {
 }
 
 void WaveOverview::mouseDoubleClickEvent(QMouseEvent* event) {
-  mousePressEvent(event);
+  if (event->button() == Qt::LeftButton && length_.count() > 0) AimAt(event->position().toPoint().x());
 }
 
 void WaveOverview::keyPressEvent(QKeyEvent* event) {
   const bool back = event->key() == Qt::Key_Left;
   if ((!back && event->key() != Qt::Key_Right) || length_.count() <= 0) return event->ignore();
+  if (guard_.Holds(event->modifiers())) return Q_EMIT Guarded();
   const microseconds there = position_ + (back ? -kKeyStep : kKeyStep);
   Q_EMIT SeekWanted(std::clamp(there, microseconds(0), length_));
 }

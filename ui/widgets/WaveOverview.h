@@ -10,11 +10,13 @@
 #include "app/WorkstationView.h"
 #include "music/Wave.h"
 #include "ui/widgets/MixHandle.h"
+#include "ui/widgets/SeekGuard.h"
 #include "ui/widgets/WavePaint.h"
 
 namespace ui {
 
-/// The whole track from left to right, with the place that is heard; a click or a drag goes to another one.
+/// The whole track from left to right, with the place that is heard; a click or a drag goes to another one,
+/// unless it is guarded.
 ///
 /// The track is prepared in two pictures, heard and still to come; moving on repaints only the pixels between
 /// the old place and the new one. The times stand on a strip of their own below, where no mark runs over
@@ -34,12 +36,16 @@ class WaveOverview final : public QSlider {
   void ShowMixPoints(const app::DeckView& view);
   [[nodiscard]] MixHandle& Handle(app::MixPoint which) { return *handles_.Of(which); }
 
+  void Guard(SeekGuard guard) { guard_ = std::move(guard); }
+
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   /// The user let go at this place.
   void SeekWanted(std::chrono::microseconds position);
+  /// The user would have gone to another place.
+  void Guarded();
   void MixPointMoved(app::MixPoint which, std::chrono::microseconds place);
   void MixPointReset(app::MixPoint which);
 
@@ -75,6 +81,7 @@ class WaveOverview final : public QSlider {
   std::shared_ptr<const music::Wave> wave_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
+  SeekGuard guard_;
   int shown_column_ = 0;
   int aim_ = -1;  ///< column under the pointer while it is held down
   bool has_points_ = false;
