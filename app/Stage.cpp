@@ -6,10 +6,11 @@
 #include <utility>
 
 #include "app/sound/MasterVolume.h"
-#include "app/work/Conductor.h"
 
 namespace app {
 namespace {
+
+using Subject = NoticeBoard::Subject::Kind;
 
 constexpr int kEngineRate = 44100;
 constexpr int kNoSound = 0;
@@ -50,8 +51,12 @@ std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutput
     if (wishes[i].place.device == kNoSound) continue;
     if (Open(wishes[i])) {
       places[i] = wishes[i].place;
-    } else if (std::find(failures.begin(), failures.end(), notice_) == failures.end()) {
-      failures.push_back(notice_);
+      continue;
+    }
+    CannotOpen(static_cast<int>(i) + 1, wishes[i]);
+    std::string failure = SentenceOn(wishes[i]);
+    if (std::find(failures.begin(), failures.end(), failure) == failures.end()) {
+      failures.push_back(std::move(failure));
     }
   }
   // A second deck without its device is better heard on the first one's; head-phones never are.
@@ -66,7 +71,11 @@ std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutput
   return failures;
 }
 
-std::string Stage::CannotOpen(const OutputWish& wish) const {
+void Stage::CannotOpen(int output, const OutputWish& wish) {
+  notices_.Warn({Subject::Output, output}, SentenceOn(wish));
+}
+
+std::string Stage::SentenceOn(const OutputWish& wish) const {
   if (wish.name.empty()) return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
   return say_(support::Sentence::OutputCannotOpen, {wish.name});
 }
@@ -74,18 +83,15 @@ std::string Stage::CannotOpen(const OutputWish& wish) const {
 bool Stage::Open(const OutputWish& wish) {
   const int device = wish.place.device;
   if (open_.contains(device)) return true;
-  if (engine_.BASS_Init(device, kEngineRate, wish.flags)) {
-    open_.insert(device);
-    return true;
-  }
-  notice_ = CannotOpen(wish);
-  return false;
+  if (!engine_.BASS_Init(device, kEngineRate, wish.flags)) return false;
+  open_.insert(device);
+  return true;
 }
 
 void Stage::MoveOutput(int output, const OutputWish& wish) {
   const int device = wish.place.device;
   moves_[Index(output)] = wish;
-  if (open_.contains(device)) return Route(output, wish.place);
+  if (open_.contains(device)) return RouteAsWished(output);
   TellIfForHeadphones(output);
   if (!opening_.insert(device).second) return;
   workers_.Post([this, &engine = engine_, gate = gate_, box = box_, wish] {
@@ -104,9 +110,9 @@ void Stage::Opened(int device, bool success) {
     const OutputWish& wish = moves_[Index(output)];
     if (wish.place.device != device || outputs_[Index(output)] == wish.place) continue;
     if (success) {
-      Route(output, wish.place);
+      RouteAsWished(output);
     } else {
-      notice_ = CannotOpen(wish);
+      CannotOpen(output, wish);
     }
   }
 }
@@ -136,6 +142,16 @@ void Stage::TellIfForHeadphones(int output) {
   if (output != kPrelistenOutput || device == kNoSound) return;
   if (device == moves_[0].place.device || device == moves_[1].place.device) return;
   sound_.SetDeviceRole(device, decks::DeviceRole::Headphones);
+}
+
+void Stage::RouteAsWished(int output) {
+  Route(output, moves_[Index(output)].place);
+  notices_.Settle({Subject::Output, output});
+  notices_.Settle({Subject::StoredOutput, 0});
+  for (const int device : open_) {
+    const auto plays = [device](const OutputView& one) { return one.device == device; };
+    if (std::none_of(outputs_.begin(), outputs_.end(), plays)) notices_.Settle({Subject::Device, device});
+  }
 }
 
 /// A device for head-phones alone is left silent when it goes away; one that a deck plays on too is replaced.
@@ -174,8 +190,9 @@ void Stage::SetEqualiser(int slider, int decibels) {
 void Stage::Sync(int deck, SyncStart start, int most_percent) {
   if (!BeatMatch::Matches(deck)) return;
   if (!beats_.Start(Deck(deck), Deck(BeatMatch::LeaderOf(deck)), start, most_percent)) {
-    notice_ = CannotSync(deck, most_percent);
+    return notices_.Tell({Subject::Sync, deck}, CannotSync(deck, most_percent));
   }
+  notices_.Settle({Subject::Sync, deck});
 }
 
 void Stage::Unsync(int deck) {
@@ -211,13 +228,18 @@ void Stage::ReturnOutput(int output) {
   if (output >= 1 && output <= kOutputs) sound_.ReturnDevice(outputs_[Index(output)].device);
 }
 
-void Stage::TellOfDevice(std::string sentence) {
-  // Devices on one cable go and come together: what is told of them within two seconds stands together.
-  constexpr int kTogether = std::chrono::seconds(2) / Conductor::kPeriod;
-  const bool goes_on = told_of_device_ == notice_ && since_device_notice_ < kTogether;
-  notice_ = goes_on && !notice_.empty() ? notice_ + " " + sentence : std::move(sentence);
-  told_of_device_ = notice_;
-  since_device_notice_ = 0;
+void Stage::TellOf(const decks::DeviceEvent& event) {
+  using Kind = decks::DeviceEvent::Kind;
+  const NoticeBoard::Subject subject{Subject::Device, event.device};
+  if (event.kind == Kind::Returned || event.kind == Kind::CanReturn || event.kind == Kind::CannotReturn) {
+    notices_.Settle(subject);
+  }
+  if (event.text.empty()) return;
+  const std::string text = say_({support::ErrorCode::Unavailable, event.text, event.saying});
+  if (event.kind == Kind::Replaced) return notices_.WarnFurther(subject, text);
+  if (event.kind == Kind::Lost || event.kind == Kind::Muted) return notices_.Warn(subject, text);
+  // One that was moved is left behind, and what is told of that stays true.
+  notices_.Tell(event.kind == Kind::Moved ? NoticeBoard::Subject{} : subject, text);
 }
 
 decks::StreamHandle Stage::StreamOf(HeardFrom from) {
@@ -260,9 +282,8 @@ std::string Stage::Unsaved() {
 
 void Stage::Tick() {
   bool listed = false;
-  ++since_device_notice_;
   for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
-    if (!event.text.empty()) TellOfDevice(say_({support::ErrorCode::Unavailable, event.text, event.saying}));
+    TellOf(event);
     can_return_.erase(event.device);
     if (event.kind == decks::DeviceEvent::Kind::Moved) FollowHand(event);
     if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
@@ -273,7 +294,7 @@ void Stage::Tick() {
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   for (int number = 1; number <= BeatMatch::kMatched; ++number) {
     if (const int most = beats_.Tick(Deck(number), Deck(BeatMatch::LeaderOf(number)))) {
-      notice_ = CannotSync(number, most);
+      notices_.Tell({Subject::Sync, number}, CannotSync(number, most));
     }
     beats_.Show(number, view.decks[Index(number)]);
   }
@@ -290,7 +311,8 @@ void Stage::Tick() {
   view.health = sound_.Health();
   view.unsaved = Unsaved();
   if (ticked_) ticked_(view);
-  view.notice = notice_;
+  view.notices = notices_.Standing();
+  view.notice = view.notices.empty() ? std::string() : view.notices.back().text;
   views_.Publish();
 }
 

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/NoticeBoard.h"
 #include "app/SaveWatch.h"
 #include "app/WorkstationView.h"
 #include "app/settings/OutputSettings.h"
@@ -44,6 +45,8 @@ class Stage {
   /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
   /// wins.
   void MoveOutput(int output, const OutputWish& wish);
+  /// Output 2 goes where output 1 was wished to.
+  void ShareOutput() { MoveOutput(2, moves_[0]); }
   /// The master slider, 0 to 99, as the levels read it.
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
   /// The threshold of the mix points, 0 to 100; those of the files on the decks are looked for again.
@@ -67,7 +70,9 @@ class Stage {
   void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   /// Called with each analysis of a deck's file that is complete.
   void OnAnalysed(AnalysisDesk::Found found) { analyses_.OnFound(std::move(found)); }
-  void Notice(std::string sentence) { notice_ = std::move(sentence); }
+  /// A warning about nothing that is known to get better.
+  void Notice(std::string sentence) { notices_.Warn({}, std::move(sentence)); }
+  [[nodiscard]] NoticeBoard& Notices() { return notices_; }
 
   /// Requires: 1 to kDecks.
   [[nodiscard]] DeckStation& Deck(int number) { return *decks_[static_cast<std::size_t>(number - 1)]; }
@@ -90,14 +95,17 @@ class Stage {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
-  [[nodiscard]] std::string CannotOpen(const OutputWish& wish) const;
+  void CannotOpen(int output, const OutputWish& wish);
+  [[nodiscard]] std::string SentenceOn(const OutputWish& wish) const;
   [[nodiscard]] std::string CannotSync(int deck, int most_percent);
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);
+  /// What was told of the output before is settled.
+  void RouteAsWished(int output);
   void TellRoles();
   void TellIfForHeadphones(int output);
-  void TellOfDevice(std::string sentence);
+  void TellOf(const decks::DeviceEvent& event);
   void Listen(WorkstationView& view);
   void FollowHand(const decks::DeviceEvent& event);
   [[nodiscard]] std::string Unsaved();
@@ -125,9 +133,7 @@ class Stage {
   bool has_mixer_ = false;
   std::function<void()> listed_;
   std::function<void(const WorkstationView&)> ticked_;
-  std::string notice_;
-  std::string told_of_device_;   ///< the newest notice that is about devices
-  int since_device_notice_ = 0;  ///< ticks since the newest sentence about a device
+  NoticeBoard notices_;
   support::TripleBuffer<WorkstationView> views_;
 };
 

@@ -166,7 +166,9 @@ void Workstation::Parts::InitialiseEngine() {
     for (std::string& failure : failures) {
       window->Post([this, failure = std::move(failure)] { Prompt(failure); });
     }
-    if (!outputs.notice.empty()) stage.Notice(outputs.notice);
+    if (!outputs.notice.empty()) {
+      stage.Notices().Warn({NoticeBoard::Subject::Kind::StoredOutput, 0}, outputs.notice);
+    }
   });
 }
 

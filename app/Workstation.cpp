@@ -14,7 +14,6 @@
 #include "app/sound/AnalysisRows.h"
 #include "app/sound/MasterVolume.h"
 #include "app/sound/TrackToLoad.h"
-#include "decks/GainAnalysis.h"
 #include "support/Text.h"
 
 namespace app {
@@ -151,6 +150,11 @@ int Workstation::VisualisationRate() const {
   return parts_->visualisation_rate;
 }
 
+void Workstation::SetVisualisationRate(int frames_a_second) {
+  parts_->visualisation_rate = std::clamp(frames_a_second, 1, 60);
+  parts_->settings.SetNumber("Visualisation", "Resolution", parts_->visualisation_rate);
+}
+
 Picture Workstation::Visualise(std::string_view name) {
   Visualisation* visualisation = parts_->ports.visualisation;
   return visualisation == nullptr ? Picture{} : visualisation->Show(name, View().sound);
@@ -245,42 +249,6 @@ bool Workstation::Parts::FillRows(const std::string& filename, const music::Trac
   for (const int row : rows) filled = FillIn(catalogue, row, analysis, marks) || filled;
   WriteTag(filename, rows.empty() ? 0 : rows.front());
   return filled;
-}
-
-void Workstation::QueryGain(int deck, GainShown done) {
-  if (deck < 1 || deck > kDecks) return;
-  Parts& parts = *parts_;
-  const std::string filename = View().decks[static_cast<std::size_t>(deck - 1)].filename;
-  if (filename.empty()) return;
-  const decks::clsMp3Info known = parts.gains[filename];
-  if (known.Analysed() || parts.ports.commands == nullptr) return done(decks::GainText(known));
-  parts.ports.workers.Post([&parts, gate = parts.gate, window = parts.window, filename,
-                            done = std::move(done)] {
-    gate->Pass([&] {
-      decks::clsMp3Info info;
-      const std::string text = decks::GainAnalysis(*parts.ports.commands, parts.folder).Query(filename, info);
-      window->Post([&parts, filename, info, text, done] {
-        parts.gains[filename] = info;
-        done(text);
-      });
-    });
-  });
-}
-
-void Workstation::SetOutput(int output, OutputView choice) {
-  Parts& parts = *parts_;
-  if (output < 1 || output > kOutputs || choice.device < 0) return;
-  StoreOutput(parts.settings, output, choice, parts.device_names);
-  const OutputWish wish = WishFor(choice, parts.device_names, parts.say);
-  const bool shared = output == 1 && !HasSecondOutput(parts.settings);
-  parts.conductor.Post([&parts, output, wish, shared] {
-    parts.stage.MoveOutput(output, wish);
-    if (shared) parts.stage.MoveOutput(2, wish);
-  });
-}
-
-void Workstation::ReturnOutput(int output) {
-  parts_->conductor.Post([&stage = parts_->stage, output] { stage.ReturnOutput(output); });
 }
 
 void Workstation::Apply(const ApplyWish& wish, Reindex::Done scanned) {
@@ -489,6 +457,17 @@ void Workstation::Parts::TellOfSettings() {
     ++settings_notices;
     Complainer()(notice);
   }
+}
+
+void Workstation::Parts::TellOfMissing(MissingFiles::News news, std::size_t count, const std::string& first) {
+  conductor.Post(
+      [this, news, count, text = say(support::Sentence::FilesMissing, {std::to_string(count), first})] {
+        const NoticeBoard::Subject subject{NoticeBoard::Subject::Kind::MissingFiles, 0};
+        NoticeBoard& notices = stage.Notices();
+        if (count == 0) return notices.Settle(subject);
+        if (news == MissingFiles::News::Worse) return notices.Warn(subject, text);
+        notices.Correct(subject, text);
+      });
 }
 
 void Workstation::Tick() {

@@ -140,6 +140,8 @@ class Workstation {
   [[nodiscard]] const std::vector<std::string>& Visualisers() const;
   /// Frames a second of the visualisation.
   [[nodiscard]] int VisualisationRate() const;
+  /// 1 to 60; stored.
+  void SetVisualisationRate(int frames_a_second);
   /// What a visualiser makes of the sound of the newest View.
   [[nodiscard]] Picture Visualise(std::string_view name);
   /// As read at start-up.
@@ -227,14 +229,21 @@ class Workstation {
   void ResetMixPoint(int deck, MixPoint which);
   /// The threshold of the mix points, 0 to 100, stored; those of the files on the decks are looked for again.
   void SetGainPercent(int percent);
-  /// The gain of the file on a deck by the program mp3gain, as it is shown: "89.0" where it is not known.
-  /// Called back on the window's thread; the file is analysed by a worker, once a run. Nothing for an empty
-  /// deck.
-  using GainShown = std::function<void(std::string gain)>;
+  struct GainAnswer {
+    std::string shown;                       ///< the gain query: "89.0" where it is not known
+    std::optional<support::Decibels> lacks;  ///< up to the reference, as mp3gain found; empty: no answer
+  };
+  /// The gain of the file on a deck by the program mp3gain. Called back on the window's thread; the file is
+  /// analysed by a worker, once a run. Nothing for an empty deck.
+  using GainShown = std::function<void(const GainAnswer& answer)>;
   void QueryGain(int deck, GainShown done);
   /// Routes deck 1, deck 2 or (3) the pre-listen output, while music plays, and stores the choice. Deck 2
   /// goes with deck 1 until it is given an output of its own.
   void SetOutput(int output, OutputView choice);
+  /// Deck 2 goes with deck 1 again; stored.
+  void ShareOutput();
+  /// Deck 2 has an output of its own.
+  [[nodiscard]] bool HasOwnOutput() const;
   /// Moves output 1 to 3 from its stand-in back to its own device, when the View says that it can.
   void ReturnOutput(int output);
   /// Added to the number of every text of the window, by the language chosen: 0 or 1000.

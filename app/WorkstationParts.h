@@ -56,8 +56,8 @@ struct Workstation::Parts {
         tags({outside.tags, outside.tag_writer, outside.side_store, outside.files, folder.Native(kTagList)},
              outside.workers, keeping, Complainer()),
         missing({Idle(), outside.workers, outside.clock}, gate, window, FileTables(),
-                [this](std::size_t count, const std::string& first) {
-                  Teller()(say(support::Sentence::FilesMissing, {std::to_string(count), first}));
+                [this](MissingFiles::News news, std::size_t count, const std::string& first) {
+                  TellOfMissing(news, count, first);
                 }),
         intake({{outside.tags, song_reader, scratch, Folders(), say},
                 outside.workers,
@@ -156,7 +156,9 @@ struct Workstation::Parts {
   [[nodiscard]] bool FillRows(const std::string& filename, const music::TrackAnalysis& analysis,
                               const catalogue::FileMarks& marks);
 
-  /// Brings a sentence to the status line, from any thread.
+  void TellOfMissing(MissingFiles::News news, std::size_t count, const std::string& first);
+
+  /// Brings a warning to the status line, from any thread.
   std::function<void(std::string)> Teller() {
     return [box = conductor.Box(), this](std::string sentence) {
       box->Post([this, sentence = std::move(sentence)] { stage.Notice(sentence); });

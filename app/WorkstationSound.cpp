@@ -5,6 +5,7 @@
 
 #include "app/WorkstationParts.h"
 #include "app/sound/AnalysisRows.h"
+#include "decks/GainAnalysis.h"
 
 namespace app {
 namespace {
@@ -30,6 +31,12 @@ std::size_t FirstSlider(decks::EqBank bank) {
 
 const char* ChoiceKey(decks::EqBank bank) {
   return bank == decks::EqBank::First ? "Preset1" : "Preset2";
+}
+
+Workstation::GainAnswer AnswerOf(const decks::clsMp3Info& info) {
+  Workstation::GainAnswer answer{decks::GainText(info), std::nullopt};
+  if (info.Analysed()) answer.lacks = support::Decibels{static_cast<float>(info.AlbumdBGain)};
+  return answer;
 }
 
 }  // namespace
@@ -134,6 +141,52 @@ void Workstation::Parts::WriteTag(const std::string& filename, int row) {
     values = MixingTagsInRow(playlist, playlist.FindRow(catalogue::track::kFilename, filename));
   }
   if (values != catalogue::MixingTags{}) tags.Write(filename, values);
+}
+
+void Workstation::QueryGain(int deck, GainShown done) {
+  if (deck < 1 || deck > kDecks) return;
+  Parts& parts = *parts_;
+  const std::string filename = View().decks[static_cast<std::size_t>(deck - 1)].filename;
+  if (filename.empty()) return;
+  const decks::clsMp3Info known = parts.gains[filename];
+  if (known.Analysed() || parts.ports.commands == nullptr) return done(AnswerOf(known));
+  parts.ports.workers.Post(
+      [&parts, gate = parts.gate, window = parts.window, filename, done = std::move(done)] {
+        gate->Pass([&] {
+          decks::clsMp3Info info;
+          static_cast<void>(decks::GainAnalysis(*parts.ports.commands, parts.folder).Query(filename, info));
+          window->Post([&parts, filename, info, done] {
+            parts.gains[filename] = info;
+            done(AnswerOf(info));
+          });
+        });
+      });
+}
+
+void Workstation::SetOutput(int output, OutputView choice) {
+  Parts& parts = *parts_;
+  if (output < 1 || output > kOutputs || choice.device < 0) return;
+  StoreOutput(parts.settings, output, choice, parts.device_names);
+  const OutputWish wish = WishFor(choice, parts.device_names, parts.say);
+  const bool shared = output == 1 && !HasSecondOutput(parts.settings);
+  parts.conductor.Post([&parts, output, wish, shared] {
+    parts.stage.MoveOutput(output, wish);
+    if (shared) parts.stage.MoveOutput(2, wish);
+  });
+}
+
+void Workstation::ShareOutput() {
+  Parts& parts = *parts_;
+  ShareFirstOutput(parts.settings);
+  parts.conductor.Post([&stage = parts.stage] { stage.ShareOutput(); });
+}
+
+bool Workstation::HasOwnOutput() const {
+  return HasSecondOutput(parts_->settings);
+}
+
+void Workstation::ReturnOutput(int output) {
+  parts_->conductor.Post([&stage = parts_->stage, output] { stage.ReturnOutput(output); });
 }
 
 }  // namespace app

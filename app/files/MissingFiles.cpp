@@ -94,7 +94,12 @@ void MissingFiles::Take(Round& round) {
   const bool news = !missing_.HasAllOf(round.missing);
   missing_ = std::move(round.missing);
   ++answers_;
-  if (news && round.of_the_first > 0) tell_(round.of_the_first, round.first);
+  const std::size_t before = std::exchange(told_, round.of_the_first);
+  if (news && round.of_the_first > 0) {
+    tell_(News::Worse, round.of_the_first, round.first);
+  } else if (round.of_the_first != before) {
+    tell_(News::Better, round.of_the_first, round.first);
+  }
 }
 
 void MissingFiles::LookAgain() {

@@ -31,8 +31,10 @@ class MissingFiles {
     const catalogue::track_table& table;
     int filename_column;
   };
-  /// How many files of the first table are not there, and one of them; told when it is news.
-  using Tell = std::function<void(std::size_t count, const std::string& first)>;
+  /// How many files of the first table are not there, and one of them. Worse: others than before;
+  /// Better: fewer, and none that is new.
+  enum class News { Worse, Better };
+  using Tell = std::function<void(News news, std::size_t count, const std::string& first)>;
 
   MissingFiles(const Outside& outside, std::shared_ptr<WorkGate> gate, std::shared_ptr<Mailbox> box,
                std::vector<Table> tables, Tell tell);
@@ -68,6 +70,7 @@ class MissingFiles {
   std::shared_ptr<Round> newest_;  // with its job; null when none is under way
   std::optional<support::TimePoint> looked_;
   FileSet missing_;
+  std::size_t told_ = 0;
   std::size_t answers_ = 0;
 };
 

@@ -20,10 +20,11 @@ namespace {
 constexpr std::string_view kHistoryFolder = "\\History";
 constexpr int kRowsAddedUpAtOnce = 10'000;
 constexpr int kShortestMix = 0, kLongestMix = 60;
+constexpr int kFurthestTempo = 50;  // percent
 
-support::Decibels GainRange(const Settings& settings) {
+support::Decibels AsGainRange(int decibels) {
   constexpr int kFurthest = 24;
-  return {static_cast<float>(std::clamp(settings.Number("Settings", "GainRange"), 0, kFurthest))};
+  return {static_cast<float>(std::clamp(decibels, 0, kFurthest))};
 }
 
 bool IsDate(const std::string& name) {
@@ -112,9 +113,9 @@ void ListDesk::StartUp(const Preferences& preferred) {
   wishes_.on = preferred.automix.on;
   wishes_.at_mix_points = preferred.automix.at_mix_points;
   wishes_.match_tempo = preferred.automix.match_tempo;
-  wishes_.most_percent = std::clamp(preferred.bpm_percent, 0, 50);
+  wishes_.most_percent = std::clamp(preferred.bpm_percent, 0, kFurthestTempo);
   wishes_.match_gain = preferred.automix.match_gain;
-  wishes_.gain_range = GainRange(settings_);
+  wishes_.gain_range = AsGainRange(settings_.Number("Settings", "GainRange"));
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
   SendWishes();
   kept_.Read();
@@ -288,6 +289,18 @@ void ListDesk::SetMatchTempo(bool match) {
 void ListDesk::SetMatchGain(bool match) {
   wishes_.match_gain = match;
   settings_.SetFlag("Settings", "AutoGain", match);
+  SendWishes();
+}
+
+void ListDesk::SetTempoReach(int percent) {
+  wishes_.most_percent = std::clamp(percent, 0, kFurthestTempo);
+  settings_.SetNumber("Settings", "BPMPercent", wishes_.most_percent);
+  SendWishes();
+}
+
+void ListDesk::SetGainRange(int decibels) {
+  wishes_.gain_range = AsGainRange(decibels);
+  settings_.SetNumber("Settings", "GainRange", static_cast<int>(wishes_.gain_range.value));
   SendWishes();
 }
 

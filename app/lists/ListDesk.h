@@ -112,6 +112,10 @@ class ListDesk {
   void SetAtMixPoints(bool at_mix_points);
   void SetMatchTempo(bool match);
   void SetMatchGain(bool match);
+  /// The furthest that tempos are matched, 0 to 50 percent.
+  void SetTempoReach(int percent);
+  /// The furthest that tracks are levelled, 0 to 24 dB.
+  void SetGainRange(int decibels);
   /// The hands' mixer: gives decks 1 and 2 their volumes.
   void MoveMixer(const MixerHands& hands, MovedByHand moved);
 

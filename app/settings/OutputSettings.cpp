@@ -60,6 +60,21 @@ bool HasSecondOutput(const Settings& settings) {
   return settings.Number("Preferences", "Outputs") == 2;
 }
 
+void ShareFirstOutput(Settings& settings) {
+  settings.SetNumber("Preferences", "Outputs", 1);
+}
+
+int DeckOnHeadphones(const std::array<OutputView, kOutputs>& outputs) {
+  const OutputView& phones = outputs[kPrelistenOutput - 1];
+  if (phones.device == 0) return 0;
+  for (int deck = 1; deck < kPrelistenOutput; ++deck) {
+    const OutputView& main = outputs[static_cast<std::size_t>(deck - 1)];
+    const bool all = !IsPair(phones.speaker) || !IsPair(main.speaker);
+    if (main.device == phones.device && (all || main.speaker == phones.speaker)) return deck;
+  }
+  return 0;
+}
+
 OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
                            const support::Sentences& say) {
   OutputsAtStart outputs;

@@ -41,6 +41,12 @@ struct OutputsAtStart {
 /// Stores a choice of output 1 to 3 with the name of its device.
 void StoreOutput(Settings& settings, int output, OutputView place, std::span<const std::string> device_names);
 
+/// Deck 2 plays where deck 1 does; what it played on is kept.
+void ShareFirstOutput(Settings& settings);
+
+/// The deck, 1 or 2, that plays on the loudspeakers of the head-phones; 0 when they are their own.
+[[nodiscard]] int DeckOnHeadphones(const std::array<OutputView, kOutputs>& outputs);
+
 /// A wish for a place; the flags ask for speaker assignment where a pair is chosen.
 [[nodiscard]] OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
                                  const support::Sentences& say);

@@ -67,7 +67,8 @@ constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"
                             {"MixLeftU", "100", "slider of deck 1 that a mix moves up to"},
                             {"MixRightU", "100", "slider of deck 2 that a mix moves up to"},
                             {"MixTime", "8", "length of an automatic mix in seconds"},
-                            {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"}};
+                            {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"},
+                            {"SeekGuard", "True", "a deck that plays is not sought in by a single click"}};
 
 constexpr Words kPreferences[] = {{"Outputs", "1", "outputs that the decks use: 1 or 2"}};
 

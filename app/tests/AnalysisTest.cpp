@@ -311,14 +311,15 @@ TEST_F(WhatAHandDid, IsNotWhatAnOlderThresholdFound) {
 TEST_F(Analysis, TheGainQueryRunsTheProgramOnce) {
   Start();
   LoadPlain(1, "t.mp3");
-  std::vector<std::string> shown;
+  std::vector<Workstation::GainAnswer> answers;
   for (int i = 0; i < 2; ++i) {
-    station_->QueryGain(1, [&](std::string gain) { shown.push_back(std::move(gain)); });
+    station_->QueryGain(1, [&](const auto& answer) { answers.push_back(answer); });
     LetWorkersFinish();
   }
-  station_->QueryGain(2, [&](std::string) { shown.push_back("an empty deck"); });
-  ASSERT_EQ(shown.size(), 2U);
-  EXPECT_EQ(shown[0], "89.0");
+  station_->QueryGain(2, [&](const auto&) { ADD_FAILURE() << "an empty deck"; });
+  ASSERT_EQ(answers.size(), 2U);
+  EXPECT_EQ(answers[0].shown, "89.0");
+  EXPECT_FALSE(answers[0].lacks);
 }
 
 }  // namespace

@@ -91,7 +91,7 @@ TEST_F(ApplyTest, RowsGoWhenTheQuestionIsAnsweredAndStayWhenItIsClosed) {
     Apply(ApplyMode::ReindexMusic);
     Work();
     EXPECT_TRUE(window_.Asked().starts_with("The list has ")) << window_.Asked();
-    EXPECT_NE(window_.Asked().find("the scan found 1 files. "), std::string::npos);
+    EXPECT_NE(window_.Asked().find("the scan found 1 file. "), std::string::npos);
     EXPECT_NE(window_.Asked().find(Path("lost.mp3")), std::string::npos);
     window_.Answer(yes);
     Work();
@@ -174,7 +174,7 @@ TEST_F(ApplyTest, FilesThatCannotBePlayedAreCounted) {
   Apply(ApplyMode::ReindexKaraoke);
   Work();
   EXPECT_EQ(outcome_.found, 1);
-  EXPECT_EQ(outcome_.sentence, "1 files were left out, because they cannot be played.");
+  EXPECT_EQ(outcome_.sentence, "1 file was left out, because it cannot be played.");
 }
 
 TEST_F(ApplyTest, AFileThatMovedIsFollowedByThePlaylistsAndKeepsItsMixPoints) {
@@ -188,7 +188,7 @@ TEST_F(ApplyTest, AFileThatMovedIsFollowedByThePlaylistsAndKeepsItsMixPoints) {
   Work();
   EXPECT_EQ(station_->Playlist(1).Cell(1, catalogue::track::kFilename), Path("new/a.mp3"));
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kEndMixPoint), "170.000");
-  EXPECT_EQ(outcome_.sentence, "1 files were found again in another folder.");
+  EXPECT_EQ(outcome_.sentence, "1 file was found again in another folder.");
 }
 
 TEST_F(ApplyTest, ASecondScanTakesThePlaceOfTheFirst) {

@@ -50,8 +50,9 @@ class MissingFilesTest : public ::testing::Test {
                       std::make_shared<WorkGate>(),
                       box_,
                       {{catalogue_, catalogue::track::kFilename}, {playlist_, catalogue::track::kFilename}},
-                      [this](std::size_t count, const std::string& first) {
-                        told_.push_back(std::to_string(count) + " " + first);
+                      [this](MissingFiles::News news, std::size_t count, const std::string& first) {
+                        const bool better = news == MissingFiles::News::Better;
+                        told_.push_back((better ? "only " : "") + std::to_string(count) + " " + first);
                       }};
 };
 
@@ -66,7 +67,7 @@ TEST_F(MissingFilesTest, EveryTableIsLookedAtAndTheFirstOneToldOf) {
   EXPECT_EQ(told_, std::vector<std::string>{"2 " + Path(3)});
 }
 
-TEST_F(MissingFilesTest, TheyAreLookedForAgainAfterAMinuteAndOnlyWhatIsNewIsTold) {
+TEST_F(MissingFilesTest, TheyAreLookedForAgainAfterAMinuteAndOnlyNewsIsTold) {
   Lose(3);
   files_.Look();
   Work();
@@ -79,16 +80,21 @@ TEST_F(MissingFilesTest, TheyAreLookedForAgainAfterAMinuteAndOnlyWhatIsNewIsTold
   files_.LookAgain();
   Work();
   EXPECT_FALSE(files_.Has(Path(3))) << "it came back";
-  EXPECT_EQ(told_.size(), 1U);
-  Lose(4);
+  EXPECT_EQ(told_, (std::vector<std::string>{"1 " + Path(3), "only 0 "}));
+  for (const int file : {4, 5}) Lose(file);
   clock_.Advance(60s);
   files_.LookAgain();
   Work();
-  EXPECT_EQ(told_.size(), 2U);
+  EXPECT_EQ(told_.back(), "2 " + Path(4));
   clock_.Advance(60s);
   files_.LookAgain();
   Work();
-  EXPECT_EQ(told_.size(), 2U);
+  EXPECT_EQ(told_.size(), 3U);
+  Make(4);
+  clock_.Advance(60s);
+  files_.LookAgain();
+  Work();
+  EXPECT_EQ(told_.back(), "only 1 " + Path(5));
 }
 
 TEST_F(MissingFilesTest, OneFileIsLookedAtAtOnce) {

@@ -19,6 +19,13 @@ class OutputsTest : public testing::Evening {
     workers_.RunAll();
     Settle();
   }
+  [[nodiscard]] std::vector<std::string> Warnings() {
+    std::vector<std::string> texts;
+    for (const Notice& notice : station_->View().notices) {
+      if (notice.kind == Notice::Kind::Warning) texts.push_back(notice.text);
+    }
+    return texts;
+  }
   /// Devices of the streams that exist, lowest handle first.
   [[nodiscard]] std::vector<int> Devices() const {
     std::vector<int> devices;
@@ -159,16 +166,63 @@ TEST_F(OutputsTest, WhatHappensToADeviceIsTold) {
   EXPECT_EQ(station_->View().notice, "Main is gone.");
 }
 
-TEST_F(OutputsTest, WhatHappensToDevicesTogetherIsToldTogether) {
+TEST_F(OutputsTest, WhatIsToldOfADeviceStandsAsLongAsItIsTrue) {
+  Store("Devices", "Device3", "2");
   StartUp();
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "Main is gone."});
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Muted, 2, "Phones are gone."});
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Replaced, 1, "The other one plays."});
   Settle();
-  EXPECT_EQ(station_->View().notice, "Main is gone. Phones are gone.");
-  for (int tick = 0; tick < 200; ++tick) station_->Tick();
+  EXPECT_EQ(Warnings(), (std::vector<std::string>{"Phones are gone.", "Main is gone. The other one plays."}));
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Returned, 2, "Phones are back."});
   Settle();
+  EXPECT_EQ(Warnings(), std::vector<std::string>{"Main is gone. The other one plays."});
   EXPECT_EQ(station_->View().notice, "Phones are back.");
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::CanReturn, 1, "Main is back."});
+  Settle();
+  EXPECT_EQ(Warnings(), std::vector<std::string>{});
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::CannotReturn, 1, ""});
+  Settle();
+  EXPECT_EQ(station_->View().notice, "");
+}
+
+TEST_F(OutputsTest, NobodyIsWarnedOfADeviceThatNothingPlaysOnAnyMore) {
+  StartUp();
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "Main is gone."});
+  engine_.BreakDevice(2);
+  Choose(1, {2, 0});
+  EXPECT_EQ(Warnings().size(), 2U) << "and the other one does not open";
+  Choose(1, {0, 0});
+  EXPECT_EQ(Warnings(), std::vector<std::string>{});
+}
+
+TEST_F(OutputsTest, TheSecondDeckGoesWithTheFirstAgain) {
+  StartUp();
+  Load(2, "a.mp3");
+  Play(2);
+  Choose(2, {2, 3});
+  station_->ShareOutput();
+  Settle();
+  EXPECT_EQ(station_->View().outputs[1], (OutputView{1, 0}));
+  EXPECT_EQ(Stored("Preferences", "Outputs"), "1");
+  EXPECT_EQ(Stored("Devices", "DeviceName2"), "Phones") << "for when it has its own again";
+  EXPECT_EQ(Deck(2).state, State::Playing);
+  Choose(1, {2, 1});
+  EXPECT_EQ(station_->View().outputs[1], (OutputView{2, 1}));
+}
+
+TEST(HeadPhonesTest, AreHeardByAllWhereTheyShareADecksLoudspeakers) {
+  struct Case {
+    OutputView deck1, deck2, phones;
+    int heard_with;
+  };
+  for (const Case& c :
+       {Case{{1, 0}, {1, 0}, {0, 0}, 0}, Case{{1, 0}, {1, 0}, {2, 0}, 0}, Case{{1, 1}, {1, 1}, {1, 2}, 0},
+        Case{{1, 1}, {1, 2}, {1, 2}, 2}, Case{{1, 0}, {1, 0}, {1, 2}, 1}, Case{{1, 1}, {2, 1}, {1, 0}, 1},
+        Case{{0, 0}, {0, 0}, {0, 0}, 0}}) {
+    EXPECT_EQ(DeckOnHeadphones({c.deck1, c.deck2, c.phones}), c.heard_with)
+        << c.phones.device << ' ' << c.phones.speaker;
+  }
 }
 
 TEST_F(OutputsTest, ADeviceThatCameBackIsReturnedToOnRequest) {

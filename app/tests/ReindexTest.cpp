@@ -162,9 +162,9 @@ TEST_F(ReindexTest, FoldersComeOneBehindTheOtherAndOneThatIsNotThereKeepsItsRows
   EXPECT_EQ(Titles(table_), "dbcseo");
   EXPECT_EQ(asked_, "5 3 1 music/a");
   EXPECT_EQ(said_,
-            "The folder \"stick\" is not there or holds nothing now; its 1 rows stay. "
-            "The folder \"empty\" is not there or holds nothing now; its 1 rows stay. "
-            "1 rows were taken out, because their files are no longer there.");
+            "The folder \"stick\" is not there or holds nothing now; its 1 row stays. "
+            "The folder \"empty\" is not there or holds nothing now; its 1 row stays. "
+            "1 row was taken out, because its file is no longer there.");
 }
 
 TEST_F(ReindexTest, TheEmptyPlaceOfAStickTakesNothingOut) {

@@ -89,14 +89,30 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
   NameParts();
-  const auto seek = [this](std::chrono::microseconds place) { workstation_.Seek(deck_, place); };
+  const auto seek = [this](std::chrono::microseconds place) {
+    if (view_.state == DeckState::Playing) Q_EMIT Told({});  // the first of two clicks was answered
+    workstation_.Seek(deck_, place);
+  };
   connect(overview_, &WaveOverview::SeekWanted, this, seek);
   connect(running_, &RunningWave::SeekWanted, this, seek);
+  GuardWaves();
+  connect(tools_, &TempoTools::Told, this, &DeckPanel::Told);
   connect(overview_, &WaveOverview::MixPointMoved, this,
           [this](app::MixPoint which, auto place) { workstation_.SetMixPoint(deck_, which, place); });
   connect(overview_, &WaveOverview::MixPointReset, this,
           [this](app::MixPoint which) { workstation_.ResetMixPoint(deck_, which); });
   Show({}, {});
+}
+
+void DeckPanel::GuardWaves() {
+  const SeekGuard guard([this] {
+    return view_.state == DeckState::Playing && workstation_.Settings().Flag("Mixer", "SeekGuard");
+  });
+  const auto tell = [this] { Q_EMIT Told(look_.say(Say::SeekGuarded).arg(deck_)); };
+  overview_->Guard(guard);
+  running_->Guard(guard);
+  connect(overview_, &WaveOverview::Guarded, this, tell);
+  connect(running_, &RunningWave::Guarded, this, tell);
 }
 
 QHBoxLayout* DeckPanel::MakeTitleRow() {

@@ -44,6 +44,8 @@ class DeckPanel final : public Surface {
   void RowsDropped(int deck, ui::TrackRows rows);
   /// Files were dropped on the deck.
   void FilesDropped(int deck, std::vector<std::string> paths);
+  /// A sentence for the status line.
+  void Told(const QString& sentence);
 
  protected:
   void dragEnterEvent(QDragEnterEvent* event) override;
@@ -56,6 +58,7 @@ class DeckPanel final : public Surface {
   QWidget* MakeTempo();
   QWidget* MakeTimes();
   void NameParts();
+  void GuardWaves();
   void ShowTrack(const app::DeckView& view);
   void ShowState(const app::DeckView& view);
   void ShowTimes(const app::DeckView& view);

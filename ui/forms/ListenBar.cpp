@@ -29,8 +29,7 @@ ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Loo
   Name(*this, QStringLiteral("ListenBar"), say(Say::ListenRow));
   button_ = new ListenButton(say(Say::Listen), look.skin, look.skin.text);
   button_->SetLevel(state.listen[kListenPlace]);
-  Name(*button_, QStringLiteral("ListenRow"), say(Say::ListenRow),
-       say(Say::KeyHint).arg(say(Say::ListenRowTip), KeyText(KeyOfListening())));
+  Name(*button_, QStringLiteral("ListenRow"), say(Say::ListenRow), ButtonTip());
   connect(button_, &ListenButton::clicked, this, &ListenBar::Pressed);
   connect(button_, &ListenButton::LevelMoved, this, [this](int level) {
     state_.listen[kListenPlace] = level;
@@ -59,12 +58,15 @@ ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Loo
 void ListenBar::Toggle(const catalogue::track_table& table, int row) {
   const std::string file(table.Cell(row, catalogue::track::kFilename));
   if (file.empty() || file == file_) return End();
+  if (!has_output_) {
+    End();
+    return Q_EMIT Unheard(look_.say(Say::CueNoDevice));
+  }
   file_ = file;
   begun_ = false;
   workstation_.LoadDeck(kListenDeck, table, row);
   workstation_.SetVolume(kListenDeck, state_.listen[kListenPlace]);
   workstation_.Play(kListenDeck);
-  if (!has_output_) Q_EMIT Unheard(look_.say(Say::CueNoDevice));
 }
 
 void ListenBar::End() {
@@ -81,6 +83,16 @@ void ListenBar::SeekBy(std::chrono::microseconds step) {
   workstation_.Seek(kListenDeck, place);
 }
 
+QString ListenBar::ButtonTip() const {
+  return look_.say(Say::KeyHint).arg(look_.say(Say::ListenRowTip), KeyText(KeyOfListening()));
+}
+
+void ListenBar::ShowButton() {
+  if (button_->isEnabled() != has_output_) button_->setEnabled(has_output_);
+  const QString tip = has_output_ ? ButtonTip() : look_.say(Say::CueNoDevice);
+  if (button_->toolTip() != tip) button_->setToolTip(tip);
+}
+
 void ListenBar::Show(const app::WorkstationView& view) {
   deck_ = view.decks[kListenDeck - 1];
   has_output_ = view.outputs[2].device != 0;
@@ -88,7 +100,8 @@ void ListenBar::Show(const app::WorkstationView& view) {
   const bool broken = Listening() && deck_.state == DeckState::Empty && !deck_.message.empty();
   if (broken) Q_EMIT Unheard(Decode(deck_.message));
   const bool over = deck_.state == DeckState::Ended || deck_.state == DeckState::Stopped;
-  if (broken || (begun_ && over)) End();
+  if (broken || !has_output_ || (begun_ && over)) End();
+  ShowButton();
   if (button_->isChecked() != Listening()) button_->setChecked(Listening());
   if (isVisibleTo(parentWidget()) != Listening()) setVisible(Listening());
   if (!Listening()) return;

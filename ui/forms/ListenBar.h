@@ -46,6 +46,9 @@ class ListenBar final : public QWidget {
   void LevelMoved(int level);
 
  private:
+  [[nodiscard]] QString ButtonTip() const;
+  void ShowButton();
+
   app::Workstation& workstation_;
   MixerState& state_;
   Look look_;

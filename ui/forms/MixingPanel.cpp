@@ -15,6 +15,19 @@
 
 namespace ui {
 
+namespace {
+
+/// A list of numbers to choose from, and the chosen one whether it is among them or not.
+QuietCombo* MakeNumbers(const QString& text, std::set<int> numbers, int chosen, const Look& look) {
+  auto* list = new QuietCombo(look.skin);
+  numbers.insert(chosen);
+  for (const int each : numbers) list->addItem(text.arg(each), each);
+  list->setCurrentIndex(list->findData(chosen));
+  return list;
+}
+
+}  // namespace
+
 MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve curve, const Look& look,
                          QWidget* parent)
     : QWidget(parent), workstation_(workstation) {
@@ -87,9 +100,12 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   auto* matches = new QHBoxLayout;
   SetSpacingEm(*matches, 0, 0.8);
   matches->addWidget(MakeMatch("AutoBPM", ListWord::MatchTempo, &app::ListDesk::SetMatchTempo, look));
-  matches->addWidget(MakeMatch("AutoGain", ListWord::MatchGain, &app::ListDesk::SetMatchGain, look));
+  matches->addWidget(MakeTempoReach(look));
   matches->addStretch(1);
+  matches->addWidget(MakeMatch("AutoGain", ListWord::MatchGain, &app::ListDesk::SetMatchGain, look));
+  matches->addWidget(MakeGainRange(look));
   sides->addLayout(matches, 4, 0, 1, 2);
+  sides->addWidget(MakeSeekGuard(look), 5, 0, 1, 2);
   sides->setColumnStretch(0, 1);
   rows->addLayout(sides);
   rows->addStretch(1);
@@ -131,16 +147,40 @@ QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app:
 }
 
 QuietCombo* MixingPanel::MakeMixTime(const Look& look) {
-  auto* time = new QuietCombo(look.skin);
   const int chosen = std::clamp(workstation_.Settings().Number("Mixer", "MixTime"), 0, 60);
-  std::set<int> seconds{0, 2, 4, 6, 8, 10, 12, 15, 20, 30};
-  seconds.insert(chosen);
-  for (const int each : seconds) time->addItem(QStringLiteral("%1 s").arg(each), each);
-  time->setCurrentIndex(time->findData(chosen));
+  auto* time = MakeNumbers(QStringLiteral("%1 s"), {0, 2, 4, 6, 8, 10, 12, 15, 20, 30}, chosen, look);
   Name(*time, QStringLiteral("MixTime"), look.say(ListWord::MixTime), look.say(ListWord::MixTimeTip));
   connect(time, &QComboBox::activated, this,
           [this, time] { workstation_.Lists().SetMixTime(time->currentData().toInt()); });
   return time;
+}
+
+QuietCombo* MixingPanel::MakeTempoReach(const Look& look) {
+  const int chosen = std::clamp(workstation_.Settings().Number("Settings", "BPMPercent"), 0, 50);
+  auto* reach = MakeNumbers(QStringLiteral("± %1 %"), {2, 4, 6, 8, 10, 12, 16, 25, 50}, chosen, look);
+  Name(*reach, QStringLiteral("BPMPercent"), look.say(ListWord::TempoReach),
+       look.say(ListWord::TempoReachTip));
+  connect(reach, &QComboBox::activated, this,
+          [this, reach] { workstation_.Lists().SetTempoReach(reach->currentData().toInt()); });
+  return reach;
+}
+
+QuietCombo* MixingPanel::MakeGainRange(const Look& look) {
+  const int chosen = std::clamp(workstation_.Settings().Number("Settings", "GainRange"), 0, 24);
+  auto* range = MakeNumbers(QStringLiteral("± %1 dB"), {3, 6, 9, 12, 18, 24}, chosen, look);
+  Name(*range, QStringLiteral("GainRange"), look.say(ListWord::GainRange), look.say(ListWord::GainRangeTip));
+  connect(range, &QComboBox::activated, this,
+          [this, range] { workstation_.Lists().SetGainRange(range->currentData().toInt()); });
+  return range;
+}
+
+QCheckBox* MixingPanel::MakeSeekGuard(const Look& look) {
+  auto* guard = new QCheckBox(look.say(Say::SeekGuard));
+  guard->setChecked(workstation_.Settings().Flag("Mixer", "SeekGuard"));
+  Name(*guard, QStringLiteral("SeekGuard"), look.say(Say::SeekGuard), look.say(Say::SeekGuardTip));
+  connect(guard, &QCheckBox::toggled, this,
+          [this](bool guarded) { workstation_.Settings().SetFlag("Mixer", "SeekGuard", guarded); });
+  return guard;
 }
 
 void MixingPanel::Send() {

@@ -33,6 +33,9 @@ class MixingPanel final : public QWidget {
   QuietCombo* MakeRange(int deck, const Look& look);
   QuietCombo* MakeMixPlace(const Look& look);
   QuietCombo* MakeMixTime(const Look& look);
+  QuietCombo* MakeTempoReach(const Look& look);
+  QuietCombo* MakeGainRange(const Look& look);
+  QCheckBox* MakeSeekGuard(const Look& look);
   QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
                        const Look& look);
 

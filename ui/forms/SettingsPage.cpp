@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/settings/OutputSettings.h"
 #include "ui/forms/ApplyPanel.h"
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/TagsPanel.h"
@@ -74,7 +75,12 @@ QGridLayout* SettingsPage::MakeOutputs() {
   priority_->setWordWrap(true);
   Name(*priority_, QStringLiteral("SoundPriority"), {});
   grid->addWidget(priority_, 6, 0, 1, 3);
-  grid->setRowStretch(7, 1);
+  shared_ = Caption({}, look_.skin.warning);
+  shared_->setWordWrap(true);
+  Name(*shared_, QStringLiteral("HeadphonesHeard"), {});
+  shared_->hide();
+  grid->addWidget(shared_, 7, 0, 1, 3);
+  grid->setRowStretch(8, 1);
   grid->setColumnStretch(1, 2);
   grid->setColumnStretch(2, 1);
   return grid;
@@ -87,7 +93,7 @@ void SettingsPage::MakeOutput(int output, QGridLayout& grid) {
   controls.device = new QuietCombo(look_.skin);
   controls.pair = new QuietCombo(look_.skin);
   for (int pair = 0; pair <= 4; ++pair) controls.pair->addItem(PairText(pair, say), pair);
-  FillDevices(*controls.device, 0);
+  FillDevices(output, 0);
   Name(*controls.device, QStringLiteral("Device%1").arg(output),
        name + QStringLiteral(": ") + say(Say::Device), say(Say::DeviceTip));
   Name(*controls.pair, QStringLiteral("Speaker%1").arg(output), name + QStringLiteral(": ") + say(Say::Pair),
@@ -100,7 +106,8 @@ void SettingsPage::MakeOutput(int output, QGridLayout& grid) {
   grid.addWidget(controls.pair, output + 1, 2);
 }
 
-void SettingsPage::FillDevices(QuietCombo& list, int present) {
+void SettingsPage::FillDevices(int output, int present) {
+  QuietCombo& list = *outputs_[static_cast<std::size_t>(output - 1)].device;
   const auto& names = workstation_.DeviceNames();
   const int devices = static_cast<int>(names.size());
   list.clear();
@@ -108,6 +115,7 @@ void SettingsPage::FillDevices(QuietCombo& list, int present) {
     list.addItem(DeviceText(device, names, look_.say), device);
   }
   if (present > devices) list.addItem(DeviceText(present, names, look_.say), present);
+  if (output == 2) list.addItem(look_.say(Say::OutputAsDeck1), kAsDeck1);
 }
 
 QGridLayout* SettingsPage::MakeWindow(Choices choices) {
@@ -156,12 +164,18 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
 
 void SettingsPage::Send(int output) {
   const Output& controls = outputs_[static_cast<std::size_t>(output - 1)];
-  workstation_.SetOutput(output,
-                         {controls.device->currentData().toInt(), controls.pair->currentData().toInt()});
+  const int device = controls.device->currentData().toInt();
+  if (device == kAsDeck1) return workstation_.ShareOutput();
+  workstation_.SetOutput(output, {device, controls.pair->currentData().toInt()});
 }
 
 void SettingsPage::Show(const app::WorkstationView& view) {
-  for (std::size_t i = 0; i < outputs_.size(); ++i) ShowOutput(outputs_[i], view.outputs[i]);
+  for (int output = 1; output <= 3; ++output) {
+    ShowOutput(output, view.outputs[static_cast<std::size_t>(output - 1)]);
+  }
+  const int deck = app::DeckOnHeadphones(view.outputs);
+  if (deck != 0) SetText(*shared_, look_.say(Say::HeadphonesHeard).arg(deck));
+  if (shared_->isHidden() != (deck == 0)) shared_->setVisible(deck != 0);
   ShowPriority(workstation_.Priority());
   apply_->Show();
   const auto size = workstation_.Organ().View().lamps.size;
@@ -181,14 +195,18 @@ void SettingsPage::ShowPriority(app::SoundPriority::Level level) {
   SetTextColour(*priority_, best ? look_.skin.dim : look_.skin.warning);
 }
 
-void SettingsPage::ShowOutput(Output& output, const app::OutputView& view) {
-  const bool devices_known = output.device->count() > static_cast<int>(workstation_.DeviceNames().size());
-  if (devices_known && output.shown.device == view.device && output.shown.speaker == view.speaker) return;
+void SettingsPage::ShowOutput(int number, const app::OutputView& view) {
+  Output& output = outputs_[static_cast<std::size_t>(number - 1)];
+  const bool as_deck1 = number == 2 && !workstation_.HasOwnOutput();
+  const int fewest = static_cast<int>(workstation_.DeviceNames().size()) + (number == 2 ? 1 : 0);
+  if (output.device->count() > fewest && output.shown == view && output.as_deck1 == as_deck1) return;
   output.shown = view;
-  FillDevices(*output.device, view.device);
-  output.device->setCurrentIndex(std::max(0, output.device->findData(view.device)));
+  output.as_deck1 = as_deck1;
+  FillDevices(number, view.device);
+  const int shown = output.device->findData(as_deck1 ? kAsDeck1 : view.device);
+  output.device->setCurrentIndex(std::max(0, shown));
   output.pair->setCurrentIndex(view.speaker >= 1 && view.speaker <= 4 ? view.speaker : 0);
-  output.pair->setEnabled(view.device != 0);
+  output.pair->setEnabled(view.device != 0 && !as_deck1);
 }
 
 }  // namespace ui

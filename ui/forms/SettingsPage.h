@@ -43,20 +43,24 @@ class SettingsPage final : public Surface {
     QuietCombo* device;
     QuietCombo* pair;
     app::OutputView shown{-1, -1};
+    bool as_deck1 = false;
   };
 
   QGridLayout* MakeOutputs();
   QGridLayout* MakeWindow(Choices choices);
   void MakeOutput(int output, QGridLayout& grid);
-  void FillDevices(QuietCombo& list, int present);
+  void FillDevices(int output, int present);
   void Send(int output);
-  void ShowOutput(Output& output, const app::OutputView& view);
+  void ShowOutput(int output, const app::OutputView& view);
   void ShowPriority(app::SoundPriority::Level level);
+  /// What output 2 shows while it goes with deck 1: no device's number.
+  static constexpr int kAsDeck1 = -1;
 
   app::Workstation& workstation_;
   Look look_;
   std::array<Output, 3> outputs_{};
   QLabel* priority_ = nullptr;
+  QLabel* shared_ = nullptr;  ///< there only while the headphones are heard by all
   ApplyPanel* apply_ = nullptr;
   QuietCombo* language_ = nullptr;
   QuietCombo* boards_ = nullptr;  ///< how many

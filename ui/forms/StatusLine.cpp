@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/StatusLine.h"
 
+#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
@@ -9,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/settings/OutputSettings.h"
 #include "ui/models/OutputText.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -16,14 +18,17 @@
 namespace ui {
 namespace {
 
-constexpr auto kMessageTime = std::chrono::seconds(10);  ///< bright; then dim until the next one
-constexpr double kForNew = 0.45;                         ///< most of the line for a new message
+constexpr auto kBright = std::chrono::seconds(10);
+constexpr auto kGone = std::chrono::seconds(30);
+constexpr auto kBeforeWarnings = std::chrono::seconds(5);  ///< that news is shown while a warning waits
+constexpr double kForNew = 0.45;                           ///< most of the line for a new message
 constexpr double kForOld = 0.2;
 constexpr auto kLateTime = std::chrono::seconds(15);  ///< that a late block is pointed out
 
 }  // namespace
 
-StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.panel, parent), look_(look) {
+StatusLine::StatusLine(NoticesRead& read, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), read_(read), look_(look) {
   setObjectName(QStringLiteral("StatusLine"));
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0.3, 1.2);
@@ -42,7 +47,14 @@ StatusLine::StatusLine(const Look& look, QWidget* parent) : Surface(look.skin.pa
   message_ = new ElidedLabel;
   message_->UseTwoLines();
   Name(*message_, QStringLiteral("Message"), {});
+  message_->installEventFilter(this);
   row->addWidget(message_, 1);
+  seen_ = new QPushButton(say(Say::NoticeSeen));
+  SetKind(*seen_, "tool");
+  Name(*seen_, QStringLiteral("MessageSeen"), say(Say::NoticeSeen), say(Say::NoticeSeenTip));
+  connect(seen_, &QPushButton::clicked, this, &StatusLine::MarkSeen);
+  seen_->hide();
+  row->addWidget(seen_);
   load_ = new QLabel;
   Name(*load_, QStringLiteral("SoundLoad"), {}, say(Say::SoundLoadTip));
   late_ = new QLabel;
@@ -76,21 +88,71 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
     const bool mute = view.outputs[i].device == 0;
     SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
   }
-  if (view.notice != notice_) {
-    notice_ = view.notice;
-    Tell(Decode(notice_));
+  WarnOfHeadphones(view);
+  TakeNews(view.notices, now);
+  ShowMessage(view.notices, now);
+  ShowHealth(view.health, now);
+}
+
+void StatusLine::WarnOfHeadphones(const app::WorkstationView& view) {
+  const int deck = app::DeckOnHeadphones(view.outputs);
+  if (deck != 0) SetTextColour(*outputs_[2], look_.skin.warning);
+  const QString tip = deck == 0 ? QString()
+                                : look_.say(Say::HeadphonesHeard).arg(deck) + QLatin1Char('\n') +
+                                      look_.say(Say::HeadphonesHeardTip);
+  if (outputs_[2]->accessibleDescription() == tip) return;
+  outputs_[2]->setAccessibleDescription(tip);
+  outputs_[2]->SetTip(tip);
+}
+
+void StatusLine::TakeNews(const std::vector<app::Notice>& notices, support::TimePoint now) {
+  bool stands = news_from_ == 0;
+  for (const app::Notice& notice : notices) {
+    if (notice.kind != app::Notice::Kind::Passing) continue;
+    stands = stands || notice.number == news_from_;
+    if (notice.number <= read_.passed) continue;
+    read_.passed = notice.number;
+    news_ = Decode(notice.text);
+    news_from_ = notice.number;
+    stands = fresh_ = true;
   }
   if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
   const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
   if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
   if (fresh_) told_at_ = now;
   fresh_ = false;
-  const bool bright = now - told_at_ < kMessageTime;
+  if (!stands || now - told_at_ >= kGone) Untell();
+}
+
+void StatusLine::ShowMessage(const std::vector<app::Notice>& notices, support::TimePoint now) {
+  QString warnings;
+  std::uint64_t newest = 0;
+  for (const app::Notice& notice : notices) {
+    if (notice.kind != app::Notice::Kind::Warning || notice.number <= read_.seen) continue;
+    warnings = Decode(notice.text) + (warnings.isEmpty() ? QString() : QLatin1Char(' ') + warnings);
+    newest = notice.number;
+  }
+  // A warning that is newer than the news is not kept waiting.
+  const bool waits = !warnings.isEmpty();
+  if (waits && (newest > newest_shown_ || now - told_at_ >= kBeforeWarnings)) Untell();
+  newest_shown_ = newest;
+  const bool warns = waits && news_.isEmpty();
+  message_->Show(warns ? warnings : news_);
+  if (seen_->isVisibleTo(this) != warns) seen_->setVisible(warns);
+  const bool bright = warns || now - told_at_ < kBright;
   SetTextColour(*message_, bright ? look_.skin.warning : look_.skin.dim);
   // The names of the outputs give way to what is new.
   const int wanted = message_->sizeHint().width();
   message_->setMinimumWidth(std::min(wanted, static_cast<int>(width() * (bright ? kForNew : kForOld))));
-  ShowHealth(view.health, now);
+}
+
+void StatusLine::MarkSeen() {
+  read_.seen = std::max(read_.seen, newest_shown_);
+}
+
+bool StatusLine::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonRelease && seen_->isVisible()) MarkSeen();
+  return Surface::eventFilter(watched, event);
 }
 
 QPushButton* StatusLine::MakeReturn(int output) {
@@ -129,12 +191,14 @@ void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoin
 }
 
 void StatusLine::Tell(const QString& message) {
-  message_->Show(message);
+  news_ = message;
+  news_from_ = 0;
   fresh_ = true;
 }
 
-QString StatusLine::Message() const {
-  return message_->text();
+void StatusLine::Untell() {
+  news_.clear();
+  news_from_ = 0;
 }
 
 }  // namespace ui

@@ -26,6 +26,15 @@ QString PitchText(float semitones) {
                      : QStringLiteral("−%1").arg(-whole);
 }
 
+/// "+2.3 dB"
+QString GainText(float gain) {
+  const double tenths = std::round(double(gain) * 10) / 10;
+  const QString sign = tenths < 0   ? QStringLiteral("−")
+                       : tenths > 0 ? QStringLiteral("+")
+                                    : QStringLiteral("±");
+  return sign + QString::number(std::abs(tenths), 'f', 1) + QStringLiteral(" dB");
+}
+
 }  // namespace
 
 TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent)
@@ -53,9 +62,7 @@ TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look
     });
   }
   for (QPushButton* button : {sync_, tap_, beats_, earlier_, later_}) row->addWidget(button);
-  gain_ = MakeButton({"Gain", Say::Gain, Say::GainName, Say::GainTip});
-  connect(gain_, &QPushButton::clicked, this, &TempoTools::QueryGain);
-  row->addWidget(gain_);
+  row->addWidget(MakeGain());
   row->addStretch(1);
 
   key_lock_ = MakeButton({"KeyLock", Say::KeyLock, Say::KeyLockName, Say::KeyLockTip}, Kind::Lamp);
@@ -134,15 +141,64 @@ void TempoTools::Nudge(int direction) {
   workstation_.Nudge(deck_, Loaded() ? kNudge * static_cast<float>(direction) : 0);
 }
 
+QWidget* TempoTools::MakeGain() {
+  gain_ = new QLabel;
+  gain_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  Name(*gain_, DeckName(deck_, "GainValue"), look_.say(Say::GainName).arg(deck_), look_.say(Say::GainTip));
+  SetTextColour(*gain_, look_.skin.dim);
+  SetWidest(*gain_, GainText(-18.8F));
+  ask_gain_ = MakeButton({"Gain", Say::GainAsk, Say::GainAskName, Say::GainAskTip});
+  connect(ask_gain_, &QPushButton::clicked, this, &TempoTools::QueryGain);
+  auto* box = new QWidget;
+  auto* row = new QHBoxLayout(box);
+  SetSpacingEm(*row, 0, 0.3);
+  row->addWidget(gain_);
+  row->addWidget(ask_gain_);
+  return box;
+}
+
 void TempoTools::QueryGain() {
-  if (!Loaded()) return;
+  if (!Loaded() || !gain_of_.empty()) return;
   gain_of_ = view_.filename;
-  gain_->setText(QStringLiteral("…"));
-  workstation_.QueryGain(deck_, [tools = QPointer(this), file = gain_of_](const std::string& gain) {
-    if (tools.isNull() || tools->gain_of_ != file) return;
-    tools->gain_->setText(QString::fromStdString(gain));
-    tools->gain_->setAccessibleDescription(QString::fromStdString(gain));
+  answer_.reset();
+  ShowGain();
+  workstation_.QueryGain(deck_, [tools = QPointer(this), file = gain_of_](const auto& answer) {
+    if (!tools.isNull() && tools->gain_of_ == file) tools->TakeGain(answer);
   });
+}
+
+void TempoTools::TakeGain(const app::Workstation::GainAnswer& answer) {
+  gain_of_.clear();
+  if (answer.lacks) {
+    answer_ = answer;
+    answered_ = view_.filename;
+  } else {
+    Q_EMIT Told(look_.say(Say::GainUnknown).arg(deck_));
+  }
+  ShowGain();
+}
+
+void TempoTools::ShowGain() {
+  const bool asked = answer_ && answered_ == view_.filename;
+  const bool busy = !gain_of_.empty();
+  QString text, by;
+  if (asked) {
+    text = GainText(answer_->lacks->value);
+    by = QStringLiteral("mp3gain");
+  } else if (view_.loudness.valid && Loaded()) {
+    text = GainText(music::GainFor(view_.loudness).value);
+    by = QStringLiteral("R128");
+  }
+  SetText(*gain_, text.isEmpty() ? QStringLiteral("– dB") : text);
+  const QString full = text.isEmpty() ? QString() : by + QLatin1Char(' ') + text;
+  if (gain_->accessibleDescription() != full) {
+    gain_->setAccessibleDescription(full);
+    gain_->setToolTip(full.isEmpty() ? look_.say(Say::GainTip)
+                                     : full + QLatin1Char('\n') + look_.say(Say::GainTip));
+  }
+  const QString caption = look_.say(busy ? Say::GainBusy : Say::GainAsk);
+  if (ask_gain_->text() != caption) ask_gain_->setText(caption);
+  ask_gain_->setEnabled(Loaded() && !busy);
 }
 
 void TempoTools::MovePitch(float semitones) {
@@ -155,13 +211,10 @@ void TempoTools::Show(const app::DeckView& view) {
   sync_->setChecked(view.synced);
   key_lock_->setChecked(view.key_lock == decks::KeyLock::On);
   SetText(*pitch_, PitchText(view.pitch));
-  if (!gain_of_.empty() && gain_of_ != view.filename) {
-    gain_of_.clear();
-    gain_->setText(look_.say(Say::Gain));
-    gain_->setAccessibleDescription({});
-  }
+  if (gain_of_ != view.filename) gain_of_.clear();  // what was asked about is no longer here
+  ShowGain();
   if (!Loaded() && (back_->isDown() || on_->isDown())) Nudge(0);  // a button says nothing when it goes out
-  for (QPushButton* button : {back_, on_, sync_, tap_, gain_}) button->setEnabled(Loaded());
+  for (QPushButton* button : {back_, on_, sync_, tap_}) button->setEnabled(Loaded());
   for (QPushButton* button : {beats_, earlier_, later_}) button->setEnabled(Loaded() && view.grid != nullptr);
 }
 

@@ -3,6 +3,8 @@
 #pragma once
 
 #include <QWidget>
+#include <optional>
+#include <string>
 
 #include "app/Workstation.h"
 #include "ui/models/KeyMap.h"
@@ -30,6 +32,10 @@ class TempoTools final : public QWidget {
   /// While a key or a button is held: −1 slower, 1 faster; 0 lets go.
   void Nudge(int direction);
 
+ Q_SIGNALS:
+  /// A sentence for the status line.
+  void Told(const QString& sentence);
+
  private:
   enum class Kind { Plain, Lamp };
   struct Words {
@@ -43,7 +49,10 @@ class TempoTools final : public QWidget {
   QPushButton* MakeNudge(const Words& words, Command key, int direction);
   void AddKey(QPushButton& button, Command command);
   QMenu* MakeBeats();
+  QWidget* MakeGain();
   void QueryGain();
+  void TakeGain(const app::Workstation::GainAnswer& answer);
+  void ShowGain();
   void MovePitch(float semitones);
   [[nodiscard]] bool Loaded() const;
 
@@ -59,8 +68,11 @@ class TempoTools final : public QWidget {
   QPushButton* beats_;
   QPushButton* earlier_;
   QPushButton* later_;
-  QPushButton* gain_;
-  std::string gain_of_;  ///< file that the shown gain belongs to
+  QLabel* gain_;
+  QPushButton* ask_gain_;
+  std::string gain_of_;  ///< file that mp3gain was asked about; empty: none
+  std::optional<app::Workstation::GainAnswer> answer_;
+  std::string answered_;  ///< file that the answer is about
   QLabel* pitch_;
 };
 

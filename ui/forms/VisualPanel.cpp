@@ -4,6 +4,7 @@
 
 #include <QHBoxLayout>
 #include <algorithm>
+#include <set>
 
 #include "app/sound/BuiltInVisualisation.h"
 #include "ui/strings/Decode.h"
@@ -35,6 +36,13 @@ VisualPanel::VisualPanel(app::Workstation& workstation, const Look& look, QWidge
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(surface_, 1);
   row->addWidget(names_);
+  rates_ = new QuietCombo(look.skin);
+  Name(*rates_, QStringLiteral("Resolution"), look.say(Say::VisualRate), look.say(Say::VisualRateTip));
+  connect(rates_, &QComboBox::activated, this, [this] {
+    workstation_.SetVisualisationRate(rates_->currentData().toInt());
+    next_.reset();
+  });
+  row->addWidget(rates_);
   chosen_ = workstation.Settings().Text("Visualisation", "Name");
   Fill();
 }
@@ -46,6 +54,16 @@ void VisualPanel::Fill() {
     names_->addItem(VisualiserName(name, look_.say), QByteArray::fromStdString(name));
   }
   names_->setCurrentIndex(std::max(0, names_->findData(QByteArray::fromStdString(chosen_))));
+  FillRates();
+}
+
+void VisualPanel::FillRates() {
+  const int chosen = workstation_.VisualisationRate();
+  std::set<int> rates{5, 10, 15, 20, 25, 30, 50, 60};
+  if (chosen > 0) rates.insert(chosen);
+  rates_->clear();
+  for (const int rate : rates) rates_->addItem(QStringLiteral("%1 /s").arg(rate), rate);
+  rates_->setCurrentIndex(rates_->findData(chosen));
 }
 
 void VisualPanel::Choose() {

@@ -25,10 +25,12 @@ class VisualPanel final : public QWidget {
  private:
   void Fill();
   void Choose();
+  void FillRates();
 
   app::Workstation& workstation_;
   const Look look_;
   QuietCombo* names_;
+  QuietCombo* rates_;  ///< frames a second
   VisualSurface* surface_;
   std::string chosen_;
   app::HeardFrom colour_of_ = app::HeardFrom::Nothing;  ///< what was heard last

@@ -91,10 +91,11 @@ void frmMain::ReadChoices() {
 }
 
 void frmMain::Change(SettingsPage::Choices choices) {
-  choices_ = choices;
-  const auto text = [](auto value) { return std::to_string(static_cast<int>(value)); };
-  workstation_.SetLanguage(static_cast<int>(choices.language));
-  settings_.Set(support::kApplication, "Skin", "Name", text(choices.skin));
+  const SettingsPage::Choices before = std::exchange(choices_, choices);
+  if (choices.language != before.language) workstation_.SetLanguage(static_cast<int>(choices.language));
+  if (choices.skin != before.skin) {
+    settings_.Set(support::kApplication, "Skin", "Name", std::to_string(static_cast<int>(choices.skin)));
+  }
   // Later: the list that sends this is one of the parts that are made anew.
   QMetaObject::invokeMethod(
       this, [this] { Build(); }, Qt::QueuedConnection);
@@ -115,7 +116,7 @@ void frmMain::Build() {
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0.4, 0.4);
-  status_ = new StatusLine(look);
+  status_ = new StatusLine(notices_read_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.ReturnOutput(output); });
   rows->addWidget(status_);
@@ -138,6 +139,7 @@ QWidget* frmMain::MakeDecks() {
     decks_[deck == 1 ? 0 : 1] = panel;
     connect(panel, &DeckPanel::RowsDropped, this, &frmMain::Load);
     connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
+    connect(panel, &DeckPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
   }
   mixer_ = new MixerPanel(workstation_, mixer_state_, look);
   connect(mixer_, &MixerPanel::ListenLevelMoved, this, &frmMain::KeepListenLevel);

@@ -17,6 +17,7 @@
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/forms/SettingsPage.h"
+#include "ui/forms/StatusLine.h"
 #include "ui/models/BankModel.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/TrackRows.h"
@@ -40,7 +41,6 @@ class OrganPage;
 class PageButton;
 class PlaylistPanel;
 class SongPanel;
-class StatusLine;
 class VisualPanel;
 class frmKaraoke;
 
@@ -132,6 +132,7 @@ class frmMain final : public QMainWindow {
   std::unique_ptr<Strings> say_;
   QtWords words_;
   MixerState mixer_state_;
+  NoticesRead notices_read_;
   BankDraft bank_draft_;
   app::WorkstationView view_;
   QTimer frames_;

@@ -52,6 +52,7 @@ void frmMain::Load(int deck, const TrackRows& rows) {
   const int row = rows.rows.empty() ? 0 : rows.rows.front();
   if (row < 1 || row > table.Rows()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (!MayLoad(Deck(deck))) return status_->Tell((*say_)(Say::DeckIsPlaying).arg(deck));
+  status_->Untell();
   workstation_.LoadDeck(deck, table, row);
 }
 

@@ -64,6 +64,16 @@ constexpr Strings::Row kListRows[] = {
     {ListWord::MatchGainTip, "While automix is on, all tracks sound equally loud",
      "Zolang automix aan staat, klinken alle nummers even hard"},
     {ListWord::AutomixWaits, "waits for a track", "wacht op een nummer"},
+    {ListWord::TempoReach, "How far tempos are matched", "Hoe ver tempo's worden aangepast"},
+    {ListWord::TempoReachTip,
+     "The furthest that a tempo is moved to match the other one, in percent: in an automatic mix and by "
+     "Sync; "
+     "tracks further apart keep their own tempo",
+     "Hoe ver een tempo hoogstens wordt aangepast aan het andere, in procent: in een automatische mix en bij "
+     "Sync; nummers die verder uit elkaar liggen houden hun eigen tempo"},
+    {ListWord::GainRange, "How far levels are matched", "Hoe ver volumes worden aangepast"},
+    {ListWord::GainRangeTip, "The furthest that a track is made louder or softer, in dB",
+     "Hoeveel een nummer hoogstens harder of zachter wordt gemaakt, in dB"},
 };
 
 }  // namespace

@@ -47,6 +47,10 @@ enum class ListWord : int {
   MatchGain,
   MatchGainTip,
   AutomixWaits,
+  TempoReach,
+  TempoReachTip,
+  GainRange,
+  GainRangeTip,
 };
 
 [[nodiscard]] std::span<const Strings::Row> ListWords();

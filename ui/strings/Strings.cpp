@@ -64,13 +64,19 @@ constexpr Strings::Row kRows[] = {
     {Say::Remaining, "Remaining time", "Resterende tijd"},
     {Say::Elapsed, "Elapsed and total time", "Verstreken en totale tijd"},
     {Say::Overview, "Position on deck %1", "Positie op deck %1"},
-    {Say::OverviewTip, "The whole track: click or drag to go to a place; Left and Right move by five seconds",
-     "Het hele nummer: klik of sleep naar een plek; Links en Rechts verplaatsen vijf seconden"},
+    {Say::OverviewTip,
+     "The whole track: click or drag to go to a place; Left and Right move by five seconds. While the deck "
+     "plays, a double click or Shift is needed for it (see Effects)",
+     "Het hele nummer: klik of sleep naar een plek; Links en Rechts verplaatsen vijf seconden. Terwijl het "
+     "deck speelt, is daarvoor een dubbelklik of Shift nodig (zie Effecten)"},
     {Say::UnknownArtist, "Unknown artist", "Onbekende artiest"},
     {Say::KeyHint, "%1 (%2)", "%1 (%2)"},
     {Say::Wave, "Running wave of deck %1", "Lopende golfvorm van deck %1"},
-    {Say::WaveTip, "What is heard now and next: drag it to go to another place",
-     "Wat nu en straks klinkt: sleep om naar een andere plek te gaan"},
+    {Say::WaveTip,
+     "What is heard now and next: drag it to go to another place; while the deck plays, with a double click "
+     "or Shift",
+     "Wat nu en straks klinkt: sleep om naar een andere plek te gaan; terwijl het deck speelt, met een "
+     "dubbelklik of Shift"},
 
     {Say::Volume, "Volume of deck %1", "Volume van deck %1"},
     {Say::VolumeTip, "Volume of the deck; drag anywhere on the fader",
@@ -310,6 +316,9 @@ constexpr Strings::Row kRows[] = {
     {Say::Visual, "Picture of the music", "Beeld van de muziek"},
     {Say::VisualTip, "The loudest deck or song as it is heard now, in the deck's colour",
      "Het luidste deck of nummer zoals het nu klinkt, in de kleur van het deck"},
+    {Say::VisualRate, "Pictures a second", "Beelden per seconde"},
+    {Say::VisualRateTip, "How often the picture is drawn: fewer spare an old computer",
+     "Hoe vaak het beeld wordt getekend: minder spaart een oude computer"},
 };
 
 }  // namespace

@@ -220,6 +220,8 @@ enum class Say : int {
   VisualWave,
   Visual,
   VisualTip,
+  VisualRate,
+  VisualRateTip,
   // Lights
   FunctionFree = 2480,
   FunctionPan,
@@ -281,6 +283,9 @@ enum class Say : int {
   StartMixPoint,
   EndMixPoint,
   MixPointTip,
+  SeekGuard,
+  SeekGuardTip,
+  SeekGuarded,
   // Tempo and beats
   NudgeBackSign = 2560,
   NudgeBack,
@@ -337,6 +342,17 @@ enum class Say : int {
   GainTip,
   Unsaved,
   UnsavedTip,
+  GainAsk,
+  GainAskName,
+  GainAskTip,
+  GainBusy,
+  GainUnknown,
+  // Outputs
+  OutputAsDeck1,
+  HeadphonesHeard,
+  HeadphonesHeardTip,
+  NoticeSeen,
+  NoticeSeenTip,
 };
 
 /// The table of all captions and messages, in one language.

@@ -93,6 +93,14 @@ constexpr Strings::Row kToolRows[] = {
      "where it was found; the key sets it to what is heard",
      "Mengpunt: sleep het, of verplaats het met Links en Rechts (met Shift een seconde); dubbelklik of "
      "Delete: waar het is gevonden; de toets zet het op wat er klinkt"},
+    {Say::SeekGuard, "Guard what plays", "Bewaak wat speelt"},
+    {Say::SeekGuardTip,
+     "A click in the wave of a deck that plays does nothing: to go to another place, double-click it or hold "
+     "Shift",
+     "Een klik in de golf van een deck dat speelt doet niets: om naar een andere plek te gaan, dubbelklik of "
+     "houd Shift vast"},
+    {Say::SeekGuarded, "Deck %1 is playing: double-click, or hold Shift, to go to another place.",
+     "Deck %1 speelt: dubbelklik, of houd Shift vast, om naar een andere plek te gaan."},
 
     {Say::NudgeBackSign, "−", "−"},
     {Say::NudgeBack, "Hold deck %1 back", "Deck %1 afremmen"},
@@ -155,13 +163,32 @@ constexpr Strings::Row kToolRows[] = {
     {Say::ReturnOutputName, "Move %1 back", "%1 terugzetten"},
     {Say::ReturnOutputTip, "Its own device is there again: play on that one",
      "Het eigen apparaat is er weer: daarop verder spelen"},
+    {Say::Gain, "Gain", "Gain"},
+    {Say::GainName, "Gain of deck %1", "Gain van deck %1"},
+    {Say::GainTip,
+     "What brings the track to the loudness of all others: by R128 as soon as it is analysed, or "
+     "as mp3gain found it",
+     "Wat het nummer even luid maakt als alle andere: volgens R128 zodra het is geanalyseerd, of zoals "
+     "mp3gain vond"},
     {Say::Unsaved, "Not saved", "Niet bewaard"},
     {Say::UnsavedTip, "%1 This stands here until saving works again.",
      "%1 Dit blijft staan tot het bewaren weer lukt."},
-    {Say::Gain, "Gain", "Gain"},
-    {Say::GainName, "Gain of deck %1", "Gain van deck %1"},
-    {Say::GainTip, "Loudness of the track in dB by mp3gain, 89.0 where nothing is known; a click asks for it",
-     "Luidheid van het nummer in dB volgens mp3gain, 89,0 als niets bekend is; een klik vraagt ernaar"},
+    {Say::GainAsk, "Gain", "Gain"},
+    {Say::GainAskName, "Ask mp3gain for the gain of deck %1", "mp3gain om de gain van deck %1 vragen"},
+    {Say::GainAskTip, "Let the program mp3gain measure the track on this deck",
+     "Het programma mp3gain het nummer op dit deck laten meten"},
+    {Say::GainBusy, "…", "…"},
+    {Say::GainUnknown, "mp3gain gave no gain for deck %1: it is not installed, or the track is no MP3 file.",
+     "mp3gain gaf geen gain voor deck %1: het is niet geïnstalleerd, of het nummer is geen MP3-bestand."},
+    {Say::OutputAsDeck1, "As deck 1", "Zoals deck 1"},
+    {Say::HeadphonesHeard,
+     "Headphones and deck %1 share their loudspeakers: everybody hears what you listen to.",
+     "Hoofdtelefoon en deck %1 delen hun luidsprekers: iedereen hoort wat u beluistert."},
+    {Say::HeadphonesHeardTip, "Choose another device or another pair for the headphones under Settings",
+     "Kies bij Instellingen een ander apparaat of een ander paar voor de hoofdtelefoon"},
+    {Say::NoticeSeen, "Seen", "Gezien"},
+    {Say::NoticeSeenTip, "Take the warning away; the whole of it is the tool tip of the text",
+     "De waarschuwing weghalen; haar hele tekst staat in de tooltip"},
 };
 
 }  // namespace

@@ -22,6 +22,7 @@ Booth::Booth() {
   ports.dmx = &wire;
   ports.synthesisers = &synthesisers;
   ports.images = &images;
+  ports.commands = &commands;
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);
   station->StartUp();

@@ -15,6 +15,7 @@
 #include "app/sound/BuiltInVisualisation.h"
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
+#include "decks/testing/FakeCommandRunner.h"
 #include "decks/testing/RecordingEngine.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "karaoke/testing/FakeDiscImages.h"
@@ -84,6 +85,7 @@ class Booth : public ::testing::Test {
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;
+  decks::testing::FakeCommandRunner commands;
   std::unique_ptr<app::Workstation> station;
   std::unique_ptr<frmMain> window;
 

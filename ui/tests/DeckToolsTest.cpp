@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QAbstractButton>
 #include <QComboBox>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMenu>
+#include <QPushButton>
 #include <QSlider>
 #include <QTableView>
 #include <fstream>
@@ -177,6 +179,76 @@ TEST_F(DeckToolsTest, TheAutomixMatchesWhatIsChosen) {
   EXPECT_TRUE(station->Lists().View().automix.match_gain);
 }
 
+// Seeking
+
+TEST_F(DeckToolsTest, AStrayClickOrDragDoesNotSeekInWhatPlays) {
+  LoadAndPlay(1, 1);
+  Advance(5s);
+  auto& overview = Find<QSlider>("deck1Overview");
+  const QPoint middle(overview.width() / 2, overview.height() / 3);
+  const auto stays = [&] { return Deck(1).position < 15s; };
+  QTest::mouseClick(&overview, Qt::LeftButton, {}, middle);
+  Settle();
+  EXPECT_TRUE(stays());
+  EXPECT_TRUE(TextOf("Message").startsWith(QStringLiteral("Deck 1 is playing: double-click")));
+  Drag(overview, middle, {30, 0});
+  Drag(Find<QWidget>("deck1Wave"), {150, 20}, {-80, 0});
+  QTest::keyClick(&overview, Qt::Key_Right);
+  Settle();
+  EXPECT_TRUE(stays());
+  Find<QAbstractButton>("SeekGuard").click();
+  EXPECT_EQ(settings.Get("TLVG", "Mixer", "SeekGuard", ""), "False");
+  QTest::mouseClick(&overview, Qt::LeftButton, {}, middle);
+  Settle();
+  EXPECT_FALSE(stays());
+}
+
+TEST_F(DeckToolsTest, ADoubleClickOrShiftSeeksInWhatPlaysAndAnyClickInWhatDoesNot) {
+  LoadAndPlay(1, 1);
+  auto& overview = Find<QSlider>("deck1Overview");
+  const auto at = [&](int part) { return QPoint(overview.width() * part / 10, overview.height() / 3); };
+  const auto place = [&] {
+    Settle();
+    return std::chrono::duration<double>(Deck(1).position).count();
+  };
+  QTest::mouseDClick(&overview, Qt::LeftButton, {}, at(5));
+  EXPECT_NEAR(place(), 90, 2);
+  EXPECT_EQ(TextOf("Message"), QString()) << "what the first click was told";
+  QTest::mouseClick(&overview, Qt::LeftButton, Qt::ShiftModifier, at(3));
+  EXPECT_NEAR(place(), 54, 2);
+  auto& wave = Find<QWidget>("deck1Wave");
+  QTest::mousePress(&wave, Qt::LeftButton, Qt::ShiftModifier, {150, 20});
+  QTest::mouseMove(&wave, {70, 20});
+  QTest::mouseRelease(&wave, Qt::LeftButton, Qt::ShiftModifier, {70, 20});
+  const double dragged = place();
+  EXPECT_GT(dragged, 54.5);
+  QTest::keyClick(&overview, Qt::Key_Right, Qt::ShiftModifier);
+  EXPECT_NEAR(place(), dragged + 5, 1);
+  Click("deck1Play");
+  QTest::mouseClick(&overview, Qt::LeftButton, {}, at(7));
+  EXPECT_NEAR(place(), 126, 2);
+}
+
+TEST_F(DeckToolsTest, AHandThatMissesTheFlagOfAMixPointStillHoldsIt) {
+  LoadAndPlay(1, 1);
+  Scan();
+  auto& overview = Find<QSlider>("deck1Overview");
+  auto& handle = Find<MixHandle>("deck1StartMixPoint");
+  Drag(handle, handle.rect().center(), {overview.width() / 2, 0});
+  Settle();
+  const auto set = Deck(1).start_mix_point;
+  const QPoint point = handle.mapTo(&overview, QPoint(handle.Stem(), 0));
+  for (const QPoint beside : {QPoint(-8, 4), QPoint(12, 4), QPoint(-12, 30)}) {
+    EXPECT_EQ(overview.childAt(point + beside), &handle) << beside.x();
+  }
+  EXPECT_GE(std::min(handle.width(), handle.height()), 36) << "for a finger";
+  const auto heard = Deck(1).position;
+  Drag(handle, QPoint(handle.Stem() - 8, 4), {20, 0});
+  Settle();
+  EXPECT_GT(Deck(1).start_mix_point, set);
+  EXPECT_LT(Deck(1).position - heard, 1s);
+}
+
 // Meters
 
 TEST_F(DeckToolsTest, AnOverloadStaysLitUntilItIsClicked) {
@@ -208,12 +280,21 @@ TEST_F(DeckToolsTest, AListenedRowEndsWhenAnotherIsChosen) {
   EXPECT_EQ(Deck(1).state, State::Empty);
 }
 
-TEST_F(DeckToolsTest, ListeningWithoutADeviceSaysWhyNothingIsHeard) {
+TEST_F(DeckToolsTest, WithoutHeadphonesNothingIsListenedToAndTheButtonSaysWhy) {
   ChooseRow(1);
-  Click("ListenRow");
+  auto& listen = Find<ListenButton>("ListenRow");
+  EXPECT_FALSE(listen.isEnabled());
+  EXPECT_TRUE(listen.toolTip().startsWith(QStringLiteral("Choose a device")));
+  Press(Qt::Key_Space, Qt::ControlModifier);
   EXPECT_TRUE(TextOf("Message").startsWith(QStringLiteral("Choose a device")));
-  Click("ListenRow");
+  EXPECT_EQ(Deck(4).state, State::Empty);
+  Choose("Device3", 2);
+  EXPECT_TRUE(listen.isEnabled());
+  Press(Qt::Key_Space, Qt::ControlModifier);
+  EXPECT_EQ(Deck(4).state, State::Playing);
+  Choose("Device3", 0);
   EXPECT_NE(Deck(4).state, State::Playing);
+  EXPECT_FALSE(Find<QWidget>("ListenBar").isVisible());
 }
 
 TEST_F(DeckToolsTest, ADragOnAListenButtonSetsItsLevelOnly) {
@@ -231,12 +312,38 @@ TEST_F(DeckToolsTest, ADragOnAListenButtonSetsItsLevelOnly) {
 // Gain and outputs
 
 TEST_F(DeckToolsTest, TheGainIsAskedForAndForgottenWithTheTrack) {
+  commands.Add("mp3gain",
+               "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain\n"
+               "one.mp3\t2\t-3.7\t3899.187\t152\t127\n");
+  DropRow(1, "deck1");
+  auto& ask = Find<QPushButton>("deck1Gain");
+  EXPECT_EQ(TextOf("deck1GainValue"), QStringLiteral("– dB"));
+  Click("deck1Gain");
+  EXPECT_FALSE(ask.isEnabled()) << "while it runs";
+  EXPECT_EQ(ask.text(), QStringLiteral("…"));
+  Scan();
+  EXPECT_TRUE(ask.isEnabled());
+  EXPECT_EQ(ask.text(), QStringLiteral("Gain"));
+  EXPECT_EQ(TextOf("deck1GainValue"), QStringLiteral("−3.7 dB"));
+  EXPECT_TRUE(Find<QLabel>("deck1GainValue").toolTip().startsWith(QStringLiteral("mp3gain −3.7 dB")));
+  DropRow(2, "deck1");
+  EXPECT_EQ(TextOf("deck1GainValue"), QStringLiteral("– dB"));
+}
+
+TEST_F(DeckToolsTest, AGainThatNobodyGaveIsSaidAndAnAnswerThatComesTooLateIsNotShown) {
   DropRow(1, "deck1");
   Click("deck1Gain");
   Scan();
-  EXPECT_EQ(Find<QPushButton>("deck1Gain").text(), QStringLiteral("89.0")) << "there is no mp3gain here";
+  EXPECT_TRUE(TextOf("Message").startsWith(QStringLiteral("mp3gain gave no gain for deck 1")));
+  EXPECT_TRUE(Find<QWidget>("deck1Gain").isEnabled());
+  commands.Add("mp3gain",
+               "File\tMP3 gain\tdB gain\tMax Amplitude\tMax global_gain\tMin global_gain\n"
+               "one.mp3\t2\t3.7\t3899.187\t152\t127\n");
+  Click("deck1Gain");
   DropRow(2, "deck1");
-  EXPECT_EQ(Find<QPushButton>("deck1Gain").text(), QStringLiteral("Gain"));
+  EXPECT_TRUE(Find<QWidget>("deck1Gain").isEnabled()) << "nobody asked about this one";
+  Scan();
+  EXPECT_EQ(TextOf("deck1GainValue"), QStringLiteral("– dB"));
 }
 
 TEST_F(DeckToolsTest, AnOutputThatCameBackIsReturnedToByItsButton) {

@@ -35,6 +35,9 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
              "A title that is far too long for any deck of the world, and then some more of it");
     Open(GetParam().size);
     if (!GetParam().playing) return;
+    station->SetOutput(3, {2, 0});
+    workers.RunAll();
+    Settle();
     LoadAndPlay(1, 5);
     LoadAndPlay(2, 1);
     workers.RunAll();

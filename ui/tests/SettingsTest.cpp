@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
 #include <QFileDialog>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
@@ -134,6 +135,49 @@ TEST_F(SettingsTest, OneTouchChoosesAColour) {
   }
   Apply("KeepColours");
   EXPECT_EQ(Stored("Channels", "Color2"), "65280");
+}
+
+TEST_F(SettingsTest, TheSecondDeckIsSentWithTheFirstAgain) {
+  auto& device = Find<QComboBox>("Device2");
+  EXPECT_EQ(device.currentText(), QStringLiteral("As deck 1"));
+  EXPECT_FALSE(Find<QWidget>("Speaker2").isEnabled());
+  Choose("Device2", 2);
+  EXPECT_EQ(Stored("Preferences", "Outputs"), "2");
+  EXPECT_EQ(station->View().outputs[1].device, 2);
+  EXPECT_TRUE(Find<QWidget>("Speaker2").isEnabled());
+  Choose("Device2", device.count() - 1);
+  EXPECT_EQ(Stored("Preferences", "Outputs"), "1");
+  EXPECT_EQ(station->View().outputs[1], station->View().outputs[0]);
+  EXPECT_EQ(device.currentText(), QStringLiteral("As deck 1"));
+}
+
+TEST_F(SettingsTest, HeadphonesThatEverybodyHearsAreWarnedOfForAsLong) {
+  Press(Qt::Key_8, Qt::ControlModifier);
+  auto& warning = Find<QLabel>("HeadphonesHeard");
+  EXPECT_FALSE(warning.isVisible());
+  Choose("Device3", 1);
+  EXPECT_TRUE(warning.isVisible());
+  EXPECT_TRUE(warning.text().startsWith(QStringLiteral("Headphones and deck 1 share their loudspeakers")));
+  EXPECT_TRUE(Find<QLabel>("Output3").toolTip().startsWith(warning.text()));
+  Choose("Speaker1", 1);
+  EXPECT_TRUE(warning.isVisible()) << "the headphones are all speakers";
+  Choose("Speaker3", 2);
+  EXPECT_FALSE(warning.isVisible());
+  EXPECT_EQ(Find<QLabel>("Output3").toolTip(), QString());
+}
+
+TEST_F(SettingsTest, RangesAndRatesAreChosenAndActAtOnce) {
+  Press(Qt::Key_6, Qt::ControlModifier);
+  Choose("BPMPercent", 0);
+  EXPECT_EQ(Stored("Settings", "BPMPercent"), "2");
+  EXPECT_EQ(station->Lists().View().automix.most_percent, 2);
+  Choose("GainRange", 0);
+  EXPECT_EQ(Stored("Settings", "GainRange"), "3");
+  EXPECT_FLOAT_EQ(station->Lists().View().automix.gain_range.value, 3);
+  EXPECT_EQ(Find<QComboBox>("Resolution").currentText(), QStringLiteral("25 /s"));
+  Choose("Resolution", 7);
+  EXPECT_EQ(Stored("Visualisation", "Resolution"), "60");
+  EXPECT_EQ(station->VisualisationRate(), 60);
 }
 
 TEST_F(SettingsTest, AVisualiserIsChosenKeptAndShowsTheDeckThatIsHeard) {

@@ -156,7 +156,7 @@ TEST_F(frmMainTest, TimesCountAsHeard) {
 }
 
 TEST_F(frmMainTest, AClickInTheOverviewSeeks) {
-  LoadAndPlay(2, 1);
+  DropRow(1, "deck2");
   auto& overview = Find<QSlider>("deck2Overview");
   QTest::mouseClick(&overview, Qt::LeftButton, {}, QPoint(overview.width() / 2, 10));
   Settle();
@@ -324,6 +324,57 @@ TEST_F(frmMainTest, ALostDeviceIsToldOnTheStatusLine) {
   EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
 }
 
+TEST_F(frmMainTest, NewsPassesAndAWarningStandsUntilItWasSeen) {
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "The card is gone."});
+  Advance(40s);
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
+  station->Catalogue().Clear();
+  Press(Qt::Key_F4);
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("No track is chosen."));
+  EXPECT_FALSE(Find<QWidget>("MessageSeen").isVisible()) << "it is about the warning";
+  Advance(6s);
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
+  Choose("Language", 1);
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone.")) << "made anew, not seen yet";
+  Click("MessageSeen");
+  EXPECT_EQ(TextOf("Message"), QString());
+  EXPECT_FALSE(Find<QWidget>("MessageSeen").isVisible());
+  Choose("Language", 0);
+  EXPECT_EQ(TextOf("Message"), QString());
+  Press(Qt::Key_F4);
+  Advance(29s);
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("No track is chosen."));
+  Advance(2s);
+  EXPECT_EQ(TextOf("Message"), QString());
+}
+
+TEST_F(frmMainTest, AMessageGoesAsSoonAsItIsNoLongerTrue) {
+  LoadAndPlay(1, 1);
+  Press(Qt::Key_F4);
+  EXPECT_TRUE(TextOf("Message").startsWith(QStringLiteral("Deck 1 is playing")));
+  Click("deck1Stop");
+  Press(Qt::Key_F4);
+  EXPECT_EQ(TextOf("Message"), QString());
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "The card is gone."});
+  Settle();
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Returned, 1, "Playing is back."});
+  Settle();
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("Playing is back."));
+  Advance(31s);
+  EXPECT_EQ(TextOf("Message"), QString());
+}
+
+TEST_F(frmMainTest, AClickOnAWarningHasSeenIt) {
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "The card is gone."});
+  Settle();
+  QTest::mouseClick(&Find<QLabel>("Message"), Qt::LeftButton);
+  Settle();
+  EXPECT_EQ(TextOf("Message"), QString());
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "The card is gone."});
+  Settle();
+  EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone.")) << "again";
+}
+
 TEST_F(frmMainTest, AnotherLanguageSendsTheDecksNothing) {
   LoadAndPlay(1, 1);
   station->SetVolume(1, 33);
@@ -348,9 +399,14 @@ TEST_F(frmMainTest, TheLanguageChangesAtOnceAndIsKept) {
   EXPECT_TRUE(Find<QWidget>("SettingsPage").isVisible());
 }
 
-TEST_F(frmMainTest, TheChosenColoursAreKept) {
+TEST_F(frmMainTest, AChoiceOfColoursOrLanguageIsKeptAndNothingElse) {
+  const std::size_t before = settings.Sets().size();
   Choose("Skin", 1);
-  EXPECT_EQ(settings.Get("TLVG", "Skin", "Name", ""), "1");
+  Choose("Language", 1);
+  Choose("Skin", 0);
+  const auto sets = settings.Sets();
+  EXPECT_EQ(std::vector(sets.begin() + static_cast<std::ptrdiff_t>(before), sets.end()),
+            (std::vector<std::string>{"TLVG/Skin/Name=1", "TLVG/Language/Current=1", "TLVG/Skin/Name=0"}));
 }
 
 TEST_F(frmMainTest, AnotherPageGivesTheKeyboardToItsListOrItsButton) {
