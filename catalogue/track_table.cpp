@@ -50,19 +50,34 @@ int FileColumnOf(std::span<const Column> columns) {
   return 0;
 }
 
-/// Two names may have the same number.
+std::uint64_t WordAt(const char* text) {
+  std::uint64_t word = 0;
+  std::memcpy(&word, text, sizeof word);
+  return word;
+}
+
+/// Two names may have the same number. Two sums, so that neither waits for the other.
 std::uint32_t NumberOf(std::string_view name) {
-  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15;
-  std::uint64_t number = name.size() * kMix, word = 0;
-  const auto take = [&number](std::uint64_t part) { number = std::rotl((number ^ part) * kMix, 29); };
-  for (; name.size() >= sizeof word; name.remove_prefix(sizeof word)) {
-    std::memcpy(&word, name.data(), sizeof word);
-    take(word);
+  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15, kOther = 0xC2B2AE3D27D4EB4F;
+  constexpr std::size_t kWord = sizeof(std::uint64_t);
+  std::uint64_t one = name.size() * kMix, other = kOther;
+  const char* at = name.data();
+  const char* const end = at + name.size();
+  const auto take = [](std::uint64_t& sum, std::uint64_t word) { sum = std::rotl((sum ^ word) * kMix, 29); };
+  for (; end - at >= std::ptrdiff_t{2 * kWord}; at += 2 * kWord) {
+    take(one, WordAt(at));
+    take(other, WordAt(at + kWord));
   }
-  word = 0;
-  std::memcpy(&word, name.data(), name.size());
-  take(word);
-  return static_cast<std::uint32_t>(number * kMix >> 32);
+  if (end - at >= std::ptrdiff_t{kWord}) {
+    take(one, WordAt(at));
+    at += kWord;
+  }
+  if (name.size() >= kWord) {
+    take(other, WordAt(end - kWord));
+  } else {
+    for (; at < end; ++at) take(other, static_cast<unsigned char>(*at));
+  }
+  return static_cast<std::uint32_t>((one ^ std::rotl(other, 32)) * kOther >> 32);
 }
 
 std::string_view CellOf(std::string_view row, int column) {
