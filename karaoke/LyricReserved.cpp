@@ -26,7 +26,7 @@ std::string ReservedLetters::Sung(std::string_view text) {
     const char letter = text[i];
     const bool last = i + 1 == text.size();
     if (letter == '{' || letter == '[') {
-      const std::size_t end = std::min(text.find(letter == '{' ? '}' : ']', i), text.size());
+      const std::size_t end = Find(letter == '{' ? '}' : ']', text, i);
       if (letter == '{') Take(text.substr(i + 1, end - i - 1));
       i = end;
     } else if (letter == '\\' && !last) {
@@ -34,10 +34,18 @@ std::string ReservedLetters::Sung(std::string_view text) {
       sung += escaped == 'r' ? '\r' : escaped == 'n' ? '\n' : escaped == 't' ? ' ' : escaped;
     } else {
       sung += letter;
-      if (japanese_ && !last && LeadsInShiftJis(letter)) sung += text[++i];  // which may look like a bracket
+      if (japanese_ && !last && LeadsInShiftJis(letter)) sung += text[++i];
     }
   }
   return sung;
+}
+
+/// The end without one. The second byte of a Japanese letter may look like a bracket.
+std::size_t ReservedLetters::Find(char bracket, std::string_view text, std::size_t from) const {
+  while (from < text.size() && text[from] != bracket) {
+    from += japanese_ && LeadsInShiftJis(text[from]) ? 2 : 1;
+  }
+  return std::min(from, text.size());
 }
 
 void ReservedLetters::Take(std::string_view mark) {

@@ -26,6 +26,7 @@ class ReservedLetters {
 
  private:
   void Take(std::string_view mark);
+  [[nodiscard]] std::size_t Find(char bracket, std::string_view text, std::size_t from) const;
 
   std::string title_, artist_, coding_;
   bool japanese_ = false;

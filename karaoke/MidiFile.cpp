@@ -38,9 +38,13 @@ std::size_t NextTrack(std::string_view bytes, std::size_t at) {
   return std::min(at, bytes.size());
 }
 
-/// Whether a chunk's header stands there, or the file is through.
+/// Whether a chunk's header stands there, or the file is through. Letters of a text are none: what follows
+/// them is no length.
 bool ChunkOrEnd(std::string_view bytes, std::size_t at) {
-  return at >= bytes.size() || (IsChunkName(bytes.substr(at, 4)) && BigEndianAt(bytes, at + 4, 4));
+  if (at >= bytes.size()) return true;
+  const std::string_view name = bytes.substr(at, 4);
+  const auto size = BigEndianAt(bytes, at + 4, 4);
+  return IsChunkName(name) && size && (name == kTrack || *size <= bytes.size() - at - kChunkHeader);
 }
 
 /// A track's events: as many bytes as its header says where that can be, else up to the next track.

@@ -6,7 +6,6 @@
 
 #include "app/tests/Evening.h"
 #include "catalogue/testing/MemorySideStore.h"
-#include "karaoke/testing/CodePagesContract.h"
 #include "karaoke/testing/FakeCodePages.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "karaoke/testing/RecordingSynthesiser.h"

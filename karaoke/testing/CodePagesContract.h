@@ -4,14 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "karaoke/ports/CodePages.h"
+#include "karaoke/testing/FakeCodePages.h"
 
 namespace karaoke::testing {
-
-/// Words long enough to be told by, in Windows-1251.
-inline constexpr const char* kRussianWords =
-    "\xcf\xee\xe4\xec\xee\xf1\xea\xee\xe2\xed\xfb\xe5 \xe2\xe5\xf7\xe5\xf0\xe0 \xed\xe5 "
-    "\xf1\xeb\xfb\xf8\xed\xfb \xe2 \xf1\xe0\xe4\xf3 \xe4\xe0\xe6\xe5 \xf8\xee\xf0\xee\xf5\xe8";
 
 /// What everybody who guesses code pages promises.
 template <typename T>

@@ -8,7 +8,6 @@
 #include <utility>
 
 #include "karaoke/LyricCoding.h"
-#include "karaoke/testing/CodePagesContract.h"
 #include "karaoke/testing/FakeCodePages.h"
 #include "karaoke/testing/MidiBytes.h"
 

@@ -6,7 +6,6 @@
 
 #include "karaoke/LyricCoding.h"
 #include "karaoke/testing/CodePagesContract.h"
-#include "karaoke/testing/FakeCodePages.h"
 
 namespace karaoke::testing {
 namespace {
