@@ -12,7 +12,8 @@ namespace decks {
 ///
 /// A track of one tempo gets even beats, as exact as its length allows; one that breathes keeps the beats as
 /// they were tracked. The level of the metre is checked against the bands of the wave: trackers take half of
-/// a fast tempo, or two thirds of one that swings. Empty where there are no beats.
+/// a fast tempo, or two thirds of one that swings. Empty where there are no beats:
+/// in tones, noise, speech and silence.
 [[nodiscard]] music::BeatGrid FitGrid(const TrackedBeats& heard, const music::Wave& wave,
                                       music::Seconds length);
 

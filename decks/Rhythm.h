@@ -4,6 +4,7 @@
 
 #include <array>
 #include <complex>
+#include <span>
 #include <vector>
 
 #include "music/BeatGrid.h"
@@ -32,6 +33,14 @@ class Rhythm {
   [[nodiscard]] double Share(Band band, double frequency, const Stretch& stretch) const {
     return std::abs(At(band, frequency, stretch));
   }
+  /// How much of a pulse comes together beyond chance: about 1 where there is none, and up to the number of
+  /// its strokes.
+  [[nodiscard]] double Evidence(Band band, double frequency, const Stretch& stretch) const;
+  /// The same of a pulse that follows beats wherever they lie, in strokes a second.
+  [[nodiscard]] double EvidenceAlong(Band band, std::span<const music::Seconds> beats) const;
+  /// How much louder all bands get in a second, in units of how loud they are: 0 for silence, next to nothing
+  /// for a tone that is held.
+  [[nodiscard]] double Liveliness() const { return liveliness_; }
   /// Of a pulse with its halves and quarters, over all bands.
   [[nodiscard]] double PulseAt(double frequency, const Stretch& stretch) const;
   /// The rises of one period, all periods laid over each other, in kPlaces places from time 0 on.
@@ -39,6 +48,7 @@ class Rhythm {
   [[nodiscard]] std::array<double, kPlaces> Folded(Band band, double frequency) const;
 
  private:
+  double liveliness_ = 0;
   std::array<std::vector<float>, kBands> rises_;  // less their mean, in units of it
 };
 
