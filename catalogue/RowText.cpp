@@ -115,6 +115,27 @@ std::string_view RowReader::Next() {
   return cell;
 }
 
+std::string_view CellOf(std::string_view row, int column) {
+  if (row.empty()) return {};
+  if (!IsLine(row)) {
+    RowReader cells(row);
+    for (int before = 1; before < column; ++before) cells.Next();
+    return cells.Next();
+  }
+  const char* at = row.data();
+  const char* const end = at + row.size() - kLineEnd.size();
+  const auto tab = [&] {
+    return static_cast<const char*>(std::memchr(at, '\t', static_cast<std::size_t>(end - at)));
+  };
+  for (; column > 1; --column) {
+    const char* const found = tab();
+    if (found == nullptr) return {};
+    at = found + 1;
+  }
+  const char* const found = tab();
+  return {at, static_cast<std::size_t>((found == nullptr ? end : found) - at)};
+}
+
 void AppendRow(std::string& rows, std::span<const std::string_view> cells, std::size_t columns) {
   cells = cells.first(std::min(cells.size(), columns));
   const std::size_t start = rows.size();

@@ -22,6 +22,9 @@ class RowReader {
   bool packed_;
 };
 
+/// One of them, column from 1; empty where there is none, or no row.
+[[nodiscard]] std::string_view CellOf(std::string_view row, int column);
+
 /// Appends a row of that many columns; missing cells are empty, and no cell is longer than a table takes.
 void AppendRow(std::string& rows, std::span<const std::string_view> cells, std::size_t columns);
 

@@ -4,16 +4,14 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
 #include <cassert>
 #include <cstdint>
-#include <cstring>
-#include <functional>
 #include <iterator>
 #include <string>
 #include <unordered_set>
 #include <utility>
 
+#include "catalogue/FileNumber.h"
 #include "catalogue/RowBlock.h"
 #include "catalogue/RowText.h"
 
@@ -49,73 +47,6 @@ int FileColumnOf(std::span<const Column> columns) {
   }
   return 0;
 }
-
-std::uint64_t WordAt(const char* text) {
-  std::uint64_t word = 0;
-  std::memcpy(&word, text, sizeof word);
-  return word;
-}
-
-/// Two names may have the same number. Two sums, so that neither waits for the other.
-std::uint32_t NumberOf(std::string_view name) {
-  constexpr std::uint64_t kMix = 0x9E3779B97F4A7C15, kOther = 0xC2B2AE3D27D4EB4F;
-  constexpr std::size_t kWord = sizeof(std::uint64_t);
-  std::uint64_t one = name.size() * kMix, other = kOther;
-  const char* at = name.data();
-  const char* const end = at + name.size();
-  const auto take = [](std::uint64_t& sum, std::uint64_t word) { sum = std::rotl((sum ^ word) * kMix, 29); };
-  for (; end - at >= std::ptrdiff_t{2 * kWord}; at += 2 * kWord) {
-    take(one, WordAt(at));
-    take(other, WordAt(at + kWord));
-  }
-  if (end - at >= std::ptrdiff_t{kWord}) {
-    take(one, WordAt(at));
-    at += kWord;
-  }
-  if (name.size() >= kWord) {
-    take(other, WordAt(end - kWord));
-  } else {
-    for (; at < end; ++at) take(other, static_cast<unsigned char>(*at));
-  }
-  return static_cast<std::uint32_t>((one ^ std::rotl(other, 32)) * kOther >> 32);
-}
-
-std::string_view CellOf(std::string_view row, int column) {
-  RowReader cells(row);
-  for (int before = 1; before < column; ++before) cells.Next();
-  return cells.Next();
-}
-
-/// Names that are looked for, by their numbers.
-class WantedNames {
- public:
-  explicit WantedNames(std::span<const std::string> names)
-      : mask_(std::bit_ceil(std::max(kFewest, names.size() * kPlacesAName)) - 1), noted_(mask_ / 64 + 1) {
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      const std::uint32_t number = NumberOf(names[i]);
-      names_.push_back({number, i});
-      noted_[(number & mask_) / 64] |= std::uint64_t{1} << number % 64;
-    }
-    std::sort(names_.begin(), names_.end());
-  }
-  /// Quick, and seldom wrong.
-  [[nodiscard]] bool MayBe(std::uint32_t number) const {
-    return (noted_[(number & mask_) / 64] >> number % 64 & 1) != 0;
-  }
-  [[nodiscard]] auto With(std::uint32_t number) const {
-    const auto less = [](const Name& a, const Name& b) { return a.first < b.first; };
-    const auto [first, end] = std::equal_range(names_.begin(), names_.end(), Name{number, 0}, less);
-    return std::span<const Name>(first, end);
-  }
-
- private:
-  using Name = std::pair<std::uint32_t, std::size_t>;
-  static constexpr std::size_t kFewest = 1 << 16, kPlacesAName = 32;
-
-  std::vector<Name> names_;
-  std::size_t mask_;
-  std::vector<std::uint64_t> noted_;
-};
 
 }  // namespace
 
@@ -190,7 +121,7 @@ int track_table::FindRow(int column, std::string_view text) const {
 
 template <typename Visit>
 void track_table::VisitRowsOf(std::string_view file, const Visit& visit) const {
-  const std::uint32_t number = NumberOf(file);
+  const std::uint32_t number = FileNumber(file);
   for (const Slot& slot : slots_) {
     if (!slot.block->MayHold(number)) continue;
     const std::span<const std::uint32_t> names = slot.block->Names();
@@ -211,7 +142,7 @@ std::vector<int> track_table::RowsOf(std::string_view file) const {
 }
 
 std::vector<int> track_table::FirstRowsOf(std::span<const std::string> files) const {
-  const WantedNames wanted(files);
+  const WantedFiles wanted(files);
   std::vector<int> rows(files.size());
   for (const Slot& slot : slots_) {
     const std::span<const std::uint32_t> names = slot.block->Names();
@@ -273,7 +204,7 @@ std::size_t track_table::AddLines(std::string_view text) {
       const Line line = LineOf(rest.substr(size), columns_.size(), static_cast<std::size_t>(file_column_));
       if (line.size == 0) break;
       starts[count] = static_cast<std::uint32_t>(size);
-      names[count++] = NumberOf(line.cell);
+      names[count++] = FileNumber(line.cell);
       size += line.size;
     }
     if (count == 0) break;
@@ -451,7 +382,7 @@ track_table::Place track_table::Find(int row) const {
 }
 
 std::uint32_t track_table::NameOf(std::string_view row) const {
-  return NumberOf(file_column_ == 0 ? std::string_view() : CellOf(row, file_column_));
+  return FileNumber(file_column_ == 0 ? std::string_view() : CellOf(row, file_column_));
 }
 
 RowBlock& track_table::Writable(std::size_t slot) {
