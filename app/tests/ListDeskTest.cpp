@@ -94,7 +94,7 @@ TEST_F(ListDeskTest, ATableThatIsNoneIsToldApartFromADamagedOne) {
   EXPECT_TRUE(Open(Write("really.tpl", "#EXTM3U\n/music/a.mp3\n")).empty());
   EXPECT_THAT(refused_, ElementsAre(HasSubstr(".m3u")));
   EXPECT_THAT(Open(Write("damaged.tpl", Line("x.mp3") + "nonsense\r\n")), ElementsAre("x.mp3"));
-  EXPECT_THAT(refused_, ElementsAre(HasSubstr("1 lines")));
+  EXPECT_THAT(refused_, ElementsAre(HasSubstr("1 line of")));
 }
 
 TEST_F(ListDeskTest, NamesAreMadeAsTheSettingsSay) {

@@ -36,9 +36,9 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
   const std::map<std::string, int> expected{
       {"Banks", 3},     {"BanksDAC", 3}, {"CONSTANTDAC", 16}, {"CONSTANTIO", 16},   {"Channels", 32},
       {"DACLO", 17},    {"Devices", 6},  {"EQ", 2},           {"Effects", 2},       {"Eq1", 13},
-      {"Eq2", 13},      {"IOLO", 17},    {"Karaoke", 15},     {"Language", 1},      {"Mixer", 7},
+      {"Eq2", 13},      {"IOLO", 17},    {"Karaoke", 16},     {"Language", 1},      {"Mixer", 8},
       {"Mono", 1},      {"Player1", 25}, {"Player2", 25},     {"Preferences", 1},   {"Rip", 1},
-      {"Settings", 10}, {"Setup", 5},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
+      {"Settings", 25}, {"Setup", 5},    {"Skin", 1},         {"Speakerchoice", 3}, {"Speakers", 3},
       {"Stereo", 1},    {"Tags", 5},     {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }
