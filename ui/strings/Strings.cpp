@@ -132,7 +132,7 @@ constexpr Strings::Row kRows[] = {
     {Say::AddingFiles, "Adding files: %1 of %2…", "Bestanden toevoegen: %1 van %2…"},
     {Say::Added, "%1 {track|tracks} added.", "%1 {nummer|nummers} toegevoegd."},
     {Say::AddedNone, "No track added.", "Geen nummer toegevoegd."},
-    {Say::AlreadyThere, "%1 {was|were} in the catalogue already.", "%1 {stond|stonden} al in de catalogus."},
+    {Say::AlreadyThere, "%1 {was|were} in the list already.", "%1 {stond|stonden} al in de lijst."},
     {Say::LeftOut, "%1 {file was|files were} left out:", "%1 {bestand is|bestanden zijn} overgeslagen:"},
     {Say::Close, "Close", "Sluiten"},
     {Say::CloseTip, "Close this list", "Deze lijst sluiten"},

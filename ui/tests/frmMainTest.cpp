@@ -263,7 +263,7 @@ TEST_F(frmMainTest, AFileThatIsThereAlreadyIsNoSecondRowAndLoadsAllTheSame) {
   DropFiles({File("/m/new.mp3")}, "MusicPage");
   DropFiles({File("/m/new.mp3")}, "deck1");
   EXPECT_EQ(station->Catalogue().Rows(), 5);
-  EXPECT_EQ(TextOf("AddProgress"), QStringLiteral("No track added. 1 was in the catalogue already."));
+  EXPECT_EQ(TextOf("AddProgress"), QStringLiteral("No track added. 1 was in the list already."));
   EXPECT_EQ(Deck(1).filename, "/m/new.mp3");
 }
 
