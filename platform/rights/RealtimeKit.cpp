@@ -92,8 +92,13 @@ std::optional<std::int64_t> Property(DBusConnection* connection, const char* nam
 
 }  // namespace
 
+/// Holds the connection by itself: a member of a type of this file alone is refused in a unity build.
 struct RealtimeKit::Wire {
-  Connection connection;
+  explicit Wire(Connection made) : connection(made.release()) {}
+  ~Wire() { Unref()(connection); }
+  Wire(const Wire&) = delete;
+  Wire& operator=(const Wire&) = delete;
+  DBusConnection* const connection;
 };
 
 std::unique_ptr<RealtimeKit> RealtimeKit::Find(const std::string& bus) {
@@ -106,11 +111,9 @@ std::unique_ptr<RealtimeKit> RealtimeKit::Find(const std::string& bus) {
   if (!SayHello(connection.get())) return nullptr;
   const auto priority = Property(connection.get(), "MaxRealtimePriority");
   if (!priority) return nullptr;
-  auto wire = std::make_unique<Wire>();
-  wire->connection = std::move(connection);
-  std::unique_ptr<RealtimeKit> kit(new RealtimeKit(std::move(wire)));
+  std::unique_ptr<RealtimeKit> kit(new RealtimeKit(std::make_unique<Wire>(std::move(connection))));
   kit->limits_.priority = static_cast<int>(*priority);
-  DBusConnection* const line = kit->wire_->connection.get();
+  DBusConnection* const line = kit->wire_->connection;
   kit->limits_.time_us = Property(line, "RTTimeUSecMax").value_or(0);
   kit->limits_.nice = static_cast<int>(Property(line, "MinNiceLevel").value_or(0));
   return kit;
@@ -127,7 +130,7 @@ bool RealtimeKit::MakeRealtime(int thread, int priority) {
   return question != nullptr &&
          dbus_message_append_args(question.get(), DBUS_TYPE_UINT64, &id, DBUS_TYPE_UINT32, &level,
                                   DBUS_TYPE_INVALID) &&
-         Ask(wire_->connection.get(), question) != nullptr;
+         Ask(wire_->connection, question) != nullptr;
 }
 
 bool RealtimeKit::MakeHighPriority(int thread, int nice) {
@@ -137,7 +140,7 @@ bool RealtimeKit::MakeHighPriority(int thread, int nice) {
   return question != nullptr &&
          dbus_message_append_args(question.get(), DBUS_TYPE_UINT64, &id, DBUS_TYPE_INT32, &level,
                                   DBUS_TYPE_INVALID) &&
-         Ask(wire_->connection.get(), question) != nullptr;
+         Ask(wire_->connection, question) != nullptr;
 }
 
 }  // namespace platform::rights
