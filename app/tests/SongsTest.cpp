@@ -315,14 +315,14 @@ TEST_F(SongsTest, ANewSongIsNotHeardInTheOldKeyForAMoment) {
 }
 
 TEST_F(SongsTest, WordsAreShownOfFilesWithoutATempoOrASignature) {
-  const TrackBytes words = TrackBytes().Name("Words").Event(0, {0x90, 60, 100}).Text(480, "/la").End(960);
-  const TrackBytes lyrics = TrackBytes().Event(0, {0x90, 60, 100}).Meta(480, 5, "la").End(960);
+  const TrackBytes words = TrackBytes().Name("Words").Event(480, {0x90, 60, 100}).Text(0, "/la").End(960);
+  const TrackBytes lyrics = TrackBytes().Event(480, {0x90, 60, 100}).Meta(0, 5, "la").End(960);
   for (const TrackBytes& track : {words, lyrics}) {
     std::ofstream(songs_.Path() / "c.kar", std::ios::binary) << karaoke::testing::FileBytes({track});
     PlaySong("c.kar");
     EXPECT_EQ(Singing().words->show.Lines().size(), 1U);
     EXPECT_EQ(Singing().note, "");
-    EXPECT_TRUE(Singing().has_melody || track.Content() == words.Content());
+    EXPECT_TRUE(Singing().has_melody) << "the notes under the words";
   }
 }
 
