@@ -88,6 +88,9 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
     const bool mute = view.outputs[i].device == 0;
     SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
   }
+  if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
+  const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
+  if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
   WarnOfHeadphones(view);
   TakeNews(view.notices, now);
   ShowMessage(view.notices, now);
@@ -116,9 +119,6 @@ void StatusLine::TakeNews(const std::vector<app::Notice>& notices, support::Time
     news_from_ = notice.number;
     stands = fresh_ = true;
   }
-  if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
-  const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
-  if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
   if (fresh_) told_at_ = now;
   fresh_ = false;
   if (!stands || now - told_at_ >= kGone) Untell();
