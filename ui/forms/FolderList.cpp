@@ -18,7 +18,7 @@
 namespace ui {
 namespace {
 
-constexpr double kListEms = 5.5;
+constexpr double kFolderListEms = 5.5;
 
 }  // namespace
 
@@ -29,7 +29,7 @@ FolderList::FolderList(app::Workstation& workstation, const Look& look, QWidget*
   SetTextColour(*head, look.skin.dim);
   list_ = new QListWidget;
   Name(*list_, QStringLiteral("MoreFolders"), say(ScanWord::MoreFolders), say(ScanWord::MoreFoldersTip));
-  SetHeightEm(*list_, kListEms);
+  SetHeightEm(*list_, kFolderListEms);
   list_->setTextElideMode(Qt::ElideMiddle);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* buttons = new QHBoxLayout;
