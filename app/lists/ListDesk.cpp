@@ -119,6 +119,7 @@ void ListDesk::StartUp(const Preferences& preferred) {
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
   SendWishes();
   kept_.Read();
+  SendTables();  // an evening that goes on may need them before the window shows its first frame
   ReadTonight();
 }
 

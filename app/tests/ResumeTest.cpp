@@ -33,6 +33,7 @@ class ResumeTest : public testing::Evening {
     Store("Mixer", "MixTime", "4");
     Begin();
   }
+  ~ResumeTest() override { station_.reset(); }  // it still uses what stands below
   void Begin() {
     StartUp(&synthesisers_);
     station_->AttachWindow(&window_, &window_);
@@ -49,11 +50,14 @@ class ResumeTest : public testing::Evening {
   /// As by kill -9: what is on the disk by then is all that is left.
   void Fall() {
     std::vector<std::pair<std::string, std::string>> left;
-    for (const char* name : {"tlv.night", "tlv.night-safe", "tlv.list1", "tlv.list2"}) {
+    const std::string history = "History/" + EveningOf(LocalTimeNow()) + ".tpl";
+    for (const std::string& name : {std::string("tlv.night"), std::string("tlv.night-safe"),
+                                    std::string("tlv.list1"), std::string("tlv.list2"), history}) {
       if (const auto content = files_.Content(folder_ / name)) left.emplace_back(name, *content);
     }
     station_->AttachWindow(nullptr, nullptr);
     station_.reset();
+    std::filesystem::create_directories(folder_ / "History");
     for (const auto& [name, content] : left) std::ofstream(folder_ / name, std::ios::binary) << content;
   }
   void FallAndStart() {
