@@ -84,6 +84,7 @@ void PlayTheEvening(const fs::path& folder, const std::vector<std::string>& trac
   platform::files::DiskFileSaver files;
   support::testing::MemorySettings settings;
   settings.Set(support::kApplication, "Settings", "Automix", "True");
+  settings.Set(support::kApplication, "Settings", "MixPoints", "False");
   settings.Set(support::kApplication, "Mixer", "MixTime", "2");
   catalogue::testing::FakeTagReader tags;
   TimedOutputs outputs;
@@ -202,7 +203,7 @@ class KilledPlaying : public ::testing::Test {
 
 TEST_F(KilledPlaying, GoesOnWithinThreeSecondsAndASecondOfItsPlaceWheneverItIsKilled) {
   std::mt19937 seed(std::random_device{}());
-  std::uniform_real_distribution<double> later(0.2, 3);
+  std::uniform_real_distribution<double> later(0.2, 2);
   std::vector<double> until_sound, off;
   int mixes = 0;
   Report last;
