@@ -88,10 +88,10 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
     const bool mute = view.outputs[i].device == 0;
     SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
   }
+  WarnOfHeadphones(view);
   if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
   const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
   if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
-  WarnOfHeadphones(view);
   TakeNews(view.notices, now);
   ShowMessage(view.notices, now);
   ShowHealth(view.health, now);
