@@ -90,8 +90,8 @@ TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsNameAndMissingF
   EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "1.5");
   station_->PumpWindow();
   station_->Tick();
-  EXPECT_TRUE(
-      station_->View().notice.starts_with("1 file of the catalogue is not there: \"/a.mp3\". Connect its disk"));
+  EXPECT_TRUE(station_->View().notice.starts_with(
+      "1 file of the catalogue is not there: \"/a.mp3\". Connect its disk"));
 }
 
 TEST_F(StartUpTest, WhatTheSettingsStoreHasToSayIsToldOnceInTheLanguageChosen) {

@@ -38,7 +38,8 @@ TEST(SentencesTest, WhatIsCountedAgreesWithItsNumber) {
             "1 line of \"{a|b}\" was left out, because it is no track.");
   say.Choose(1000);
   EXPECT_EQ(say(Sentence::RowsGone, {"1"}), "1 rij is verwijderd, omdat haar bestand er niet meer is.");
-  EXPECT_EQ(say(Sentence::RowsGone, {"2"}), "2 rijen zijn verwijderd, omdat hun bestanden er niet meer zijn.");
+  EXPECT_EQ(say(Sentence::RowsGone, {"2"}),
+            "2 rijen zijn verwijderd, omdat hun bestanden er niet meer zijn.");
 }
 
 TEST(SentencesTest, NothingIsCountedInOneFormAlone) {

@@ -343,8 +343,7 @@ void BankEditor::Changed() {
   const std::size_t bank = ChosenBank();
   if (bank < draft_.book.Banks().size()) {
     const lightorgan::Bank& edited = draft_.book.Banks()[bank];
-    banks_->currentItem()->setText(
-        look_.say.Count(BankWord::BankItem, edited.number, edited.steps.size()));
+    banks_->currentItem()->setText(look_.say.Count(BankWord::BankItem, edited.number, edited.steps.size()));
   }
   ShowActs();
   if (play_->isChecked()) Try();
