@@ -16,6 +16,10 @@ support::Result<void> SaveWatch::Save(const std::filesystem::path& path, std::st
   return Note(path, saver_.Save(path, content));
 }
 
+support::Result<void> SaveWatch::SaveSwiftly(const std::filesystem::path& path, std::string_view content) {
+  return Note(path, saver_.SaveSwiftly(path, content));
+}
+
 support::Result<void> SaveWatch::SavePieces(const std::filesystem::path& path, const Pieces& next) {
   return Note(path, saver_.SavePieces(path, next));
 }
@@ -31,7 +35,8 @@ support::Result<void> SaveWatch::Note(const std::filesystem::path& path, support
   const std::filesystem::path file = path.lexically_normal();
   if (saved) {
     unsaved_.erase(file);
-  } else if (std::find(folders_.begin(), folders_.end(), file.parent_path()) != folders_.end()) {
+  } else if (file.extension() != ".tmp" &&
+             std::find(folders_.begin(), folders_.end(), file.parent_path()) != folders_.end()) {
     unsaved_.insert_or_assign(file, saved.Failure());
   }
   return saved;

@@ -20,9 +20,10 @@ class SaveWatch final : public support::FileSaver {
  public:
   explicit SaveWatch(support::FileSaver& saver) : saver_(saver) {}
 
-  /// Files straight in this folder count from now on.
+  /// Files straight in this folder count from now on, but for *.tmp, which nobody keeps.
   void Keep(const std::filesystem::path& folder) DJ_EXCLUDES(mutex_);
   support::Result<void> Save(const std::filesystem::path& path, std::string_view content) override;
+  support::Result<void> SaveSwiftly(const std::filesystem::path& path, std::string_view content) override;
   support::Result<void> SavePieces(const std::filesystem::path& path, const Pieces& next) override;
 
   struct Unsaved {
