@@ -40,8 +40,10 @@ struct TestTrack {
   const char* path;
   double hertz;
 };
-constexpr TestTrack kTracks[] = {{"Music/Anna - One.flac", 500},       {"Music/Ben - Two.flac", 700},
-                                 {"Music/Live/Cora - Three.mp3", 900}, {"Stick/Dora - Four.ogg", 1100},
+constexpr TestTrack kTracks[] = {{"Music/Anna - One.flac", 500},
+                                 {"Music/Ben - Two.flac", 700},
+                                 {"Music/Live/Cora - Three.mp3", 900},
+                                 {"Stick/Dora - Four.ogg", 1100},
                                  {"Stick/Emil - Five.wav", 1300}};
 constexpr double kLevel = 0.3;
 
@@ -52,8 +54,8 @@ class Evening : public tests::testing::ProgramUser {
     ASSERT_TRUE(server_.Running());
     for (const TestTrack& track : kTracks) {
       fs::create_directories((disk_ / track.path).parent_path());
-      const fs::path made = media_.Write(fs::path(track.path).filename().string(),
-                                         Tone(Seconds(20), {track.hertz, kLevel}));
+      const fs::path made =
+          media_.Write(fs::path(track.path).filename().string(), Tone(Seconds(20), {track.hertz, kLevel}));
       fs::rename(made, disk_ / track.path);
     }
     WriteTheSong();
@@ -69,8 +71,9 @@ class Evening : public tests::testing::ProgramUser {
   }
   void WriteTheShow() {
     dmx::Show show;
-    dmx::testing::AddScene(show.scenes, 100, {dmx::testing::StepWith("00:01.0", "00:00.5", {10, 200}),
-                                              dmx::testing::StepWith("00:01.0", "00:00.5", {200, 10})});
+    dmx::testing::AddScene(show.scenes, 100,
+                           {dmx::testing::StepWith("00:01.0", "00:00.5", {10, 200}),
+                            dmx::testing::StepWith("00:01.0", "00:00.5", {200, 10})});
     fs::create_directories(home_ / "DMXShows");
     std::ofstream(home_ / "DMXShows" / "Evening.SHW", std::ios::binary) << dmx::ShowText(show);
   }
