@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <span>
@@ -51,8 +52,17 @@ std::vector<std::int32_t> Values(const StepTable& table, int row) {
   return values;
 }
 
-nlohmann::ordered_json SideJson(std::string_view mode, int speed, std::span<const int> levels) {
-  return {{"mode", mode}, {"speed", speed}, {"levels", levels}};
+/// A speed that the memory does not hold is null.
+nlohmann::ordered_json SideJson(std::string_view mode, const std::optional<int>& speed,
+                                std::span<const int> levels) {
+  nlohmann::ordered_json side{{"mode", mode}, {"speed", nullptr}, {"levels", levels}};
+  if (speed) side["speed"] = *speed;
+  return side;
+}
+
+/// How many outputs of a side are shown: no more than are asked for, or than the memory holds.
+std::size_t Shown(int held, int outputs) {
+  return static_cast<std::size_t>(std::clamp(held, 0, outputs));
 }
 
 }  // namespace
@@ -60,18 +70,18 @@ nlohmann::ordered_json SideJson(std::string_view mode, int speed, std::span<cons
 ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err) {
   const auto outputs = Count(arguments, "--outputs");
   if (!outputs || (*outputs != 8 && *outputs != 16)) return ExitCode::WrongUse;
-  const auto size = *outputs == 16 ? IoBoardSize::Two : IoBoardSize::One;
   const auto text = WholeFile(arguments.words[0], err);
   if (!text) return ExitCode::NothingRead;
   auto memories = nlohmann::ordered_json::array();
   for (const lightorgan::Memory& memory : lightorgan::ParseMemories(*text)) {
     nlohmann::ordered_json shown{{"name", ReadableText(memory.name)}};
-    if (const auto state = lightorgan::ParseSnapshot(memory.text, size)) {
-      const auto lamps = static_cast<std::size_t>(*outputs);
+    if (const auto state = lightorgan::ParseSnapshot(memory.text)) {
       shown["io"] = SideJson(lightorgan::SnapshotWord(state->io), state->io_speed,
-                             std::span(state->io_levels).first(lamps));
-      shown["dac"] = SideJson(lightorgan::SnapshotWord(state->dac), state->dac_speed,
-                              std::span(state->dac_levels).first(lamps));
+                             std::span(state->io_levels).first(Shown(state->io_held, *outputs)));
+      if (state->dac) {
+        shown["dac"] = SideJson(lightorgan::SnapshotWord(*state->dac), state->dac_speed,
+                                std::span(state->dac_levels).first(Shown(state->dac_held, *outputs)));
+      }
     }
     memories.push_back(std::move(shown));
   }
