@@ -244,13 +244,18 @@ TEST_F(OutputsTest, WhatTheUserMovesInTheSystemsMixerPlaysThereForTheRunAndIsSho
   Store("Devices", "Device1", "1");
   StartUp();
   Load(1, "a.mp3");
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "Main is gone."});
+  engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Replaced, 1, "The other one plays."});
   decks::DeviceEvent moved{decks::DeviceEvent::Kind::Moved, 1, "Moved."};
   moved.moved_to = 2;
   engine_.PostDeviceEvent(moved);
   Settle();
+  workers_.RunAll();
+  Settle();
   EXPECT_EQ(station_->View().outputs[0].device, 2);
   EXPECT_EQ(station_->View().outputs[1].device, 2) << "it shares the device";
   EXPECT_EQ(station_->View().notice, "Moved.");
+  EXPECT_EQ(Warnings(), std::vector<std::string>{}) << "of the device that was left";
   EXPECT_EQ(Devices().back(), 2);
   EXPECT_EQ(Stored("Devices", "Device1"), "1");
 }
