@@ -6,6 +6,20 @@ namespace ui {
 namespace {
 
 constexpr Strings::Row kConsoleRows[] = {
+    // The switch, and what there is behind it
+    {ConsoleWord::SwitchedOn, "K8062 on", "K8062 aan"},
+    {ConsoleWord::SwitchedOff, "K8062 off", "K8062 uit"},
+    {ConsoleWord::BoxSends, "sending", "zendt"},
+    {ConsoleWord::BoxFound, "found", "gevonden"},
+    {ConsoleWord::BoxMissing, "not found", "niet gevonden"},
+    {ConsoleWord::BoxTip, "The box itself, whatever the switch says",
+     "Het kastje zelf, wat de schakelaar ook zegt"},
+    {ConsoleWord::OffButSent, "Switched off here, but an editor is sending",
+     "Hier uitgeschakeld, maar een editor zendt"},
+    {ConsoleWord::Stage, "Stage", "Podium"},
+    {ConsoleWord::StageTip, "The stage as it is lit now. A click brings the faders of the fixture.",
+     "Het podium zoals het nu verlicht is. Een klik brengt de schuiven van het armatuur."},
+    // The console
     {ConsoleWord::Master, "Master", "Master"},
     {ConsoleWord::MasterTip, "All lamps together: what faders and shows say, times this",
      "Alle lampen samen: wat schuiven en shows zeggen, maal dit"},
@@ -77,19 +91,7 @@ constexpr Strings::Row kConsoleRows[] = {
     {ConsoleWord::ShowFailed, "%1 cannot be opened:", "%1 kan niet worden geopend:"},
     {ConsoleWord::ShowEndsEarly, "The file ends early; what could be read is there.",
      "Het bestand houdt te vroeg op; wat gelezen kon worden is er."},
-    // The switch, and what there is behind it
-    {ConsoleWord::SwitchedOn, "K8062 on", "K8062 aan"},
-    {ConsoleWord::SwitchedOff, "K8062 off", "K8062 uit"},
-    {ConsoleWord::BoxSends, "sending", "zendt"},
-    {ConsoleWord::BoxFound, "found", "gevonden"},
-    {ConsoleWord::BoxMissing, "not found", "niet gevonden"},
-    {ConsoleWord::BoxTip, "The box itself, whatever the switch says",
-     "Het kastje zelf, wat de schakelaar ook zegt"},
-    {ConsoleWord::OffButSent, "Switched off here, but an editor is sending",
-     "Hier uitgeschakeld, maar een editor zendt"},
-    {ConsoleWord::Stage, "Stage", "Podium"},
-    {ConsoleWord::StageTip, "The stage as it is lit now. A click brings the faders of the fixture.",
-     "Het podium zoals het nu verlicht is. Een klik brengt de schuiven van het armatuur."},
+    // The console
 };
 
 }  // namespace

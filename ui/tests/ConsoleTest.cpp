@@ -202,7 +202,7 @@ TEST_F(ConsoleTest, APatchedChannelHasTheColourOfWhatItDoes) {
   EXPECT_EQ(Fader(4).Colour(), QColor(0, 0, 255)) << "blue";
   EXPECT_NE(Fader(1).Colour(), QColor(255, 0, 0)) << "a dimmer is no colour of the settings";
   EXPECT_EQ(Fader(5).Colour(), QColor(200, 255, 0)) << "nobody has it";
-  Press(Qt::Key_PageDown, Qt::ControlModifier);
+  Click("FadersOn");
   EXPECT_EQ(Fader(10).Channel(), 42);
   EXPECT_EQ(Fader(10).Colour(), QColor(255, 0, 0));
   Lights().TakePatch({});
