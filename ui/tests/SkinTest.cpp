@@ -4,28 +4,40 @@
 
 #include <gtest/gtest.h>
 
-#include <cmath>
+#include <QImage>
+#include <QPainter>
+#include <algorithm>
+
+#include "ui/models/ChannelText.h"
+#include "ui/widgets/Rim.h"
 
 namespace ui {
 namespace {
-
-double Luminance(const QColor& colour) {
-  const auto part = [](float value) {
-    return value <= 0.03928F ? double(value) / 12.92 : std::pow((double(value) + 0.055) / 1.055, 2.4);
-  };
-  return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) + 0.0722 * part(colour.blueF());
-}
-
-double Contrast(const QColor& a, const QColor& b) {
-  const double light = std::max(Luminance(a), Luminance(b));
-  const double dark = std::min(Luminance(a), Luminance(b));
-  return (light + 0.05) / (dark + 0.05);
-}
 
 class SkinTest : public ::testing::TestWithParam<Skin::Name> {
  protected:
   const Skin& skin = SkinOf(GetParam());
 };
+
+TEST_P(SkinTest, EveryColourOfAFaderIsSeenInItsGroove) {
+  using Function = dmx::ChannelFunction;
+  EXPECT_NEAR(Contrast(Qt::black, Qt::white), 21, 0.01);
+  const std::pair<Function, const char*> channels[] = {
+      {Function::Dimmer, "White"}, {Function::Dimmer, "Blue"}, {Function::Dimmer, "UV"},
+      {Function::Dimmer, "Green"}, {Function::Dimmer, ""},     {Function::Pan, ""},
+      {Function::Tilt, ""},        {Function::Shutter, ""},    {Function::Free, ""}};
+  for (const auto& [function, label] : channels) {
+    QImage image(12, 12, QImage::Format_RGB32);
+    image.fill(skin.well);
+    QPainter painter(&image);
+    FillRimmed(painter, {4, 4, 4, 4}, FunctionColour(function, label), skin.well, skin.dim, 1);
+    EXPECT_EQ(image.pixelColor(4, 4), FunctionColour(function, label)) << label;
+    EXPECT_GE(
+        std::max(Contrast(image.pixelColor(3, 4), skin.well), Contrast(image.pixelColor(4, 4), skin.well)),
+        3.0)
+        << label;
+  }
+}
 
 TEST_P(SkinTest, WhatMustBeReadStandsOutOnEveryGround) {
   for (const QColor& ground : {skin.ground, skin.panel, skin.raised, skin.well, skin.stripe, skin.chosen}) {

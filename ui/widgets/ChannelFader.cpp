@@ -10,6 +10,7 @@
 #include <cmath>
 
 #include "ui/widgets/Look.h"
+#include "ui/widgets/Rim.h"
 
 namespace ui {
 namespace {
@@ -137,7 +138,9 @@ void ChannelFader::paintEvent(QPaintEvent* event) {
   if (event->rect().intersects(Foot())) {
     const int stripe = Em(*this, 0.3);
     QRect foot = Foot();
-    painter.fillRect(foot.adjusted(Line(*this), foot.height() - stripe, -Line(*this), 0), colour_);
+    const int line = Line(*this);
+    FillRimmed(painter, foot.adjusted(2 * line, foot.height() - stripe, -2 * line, -line), colour_,
+               skin_.panel, skin_.dim, line);
     foot.adjust(0, 0, 0, -stripe);
     painter.setPen(skin_.text);
     painter.drawText(OverGroove(foot), Qt::AlignCenter, QString::number(channel_));
@@ -172,7 +175,8 @@ void ChannelFader::PaintGroove(QPainter& painter) const {
   }
   painter.fillRect(left - line, RowOf(kFullLevel), wide + 2 * line, RowOf(0) - RowOf(kFullLevel), skin_.line);
   painter.fillRect(left, RowOf(kFullLevel), wide, RowOf(0) - RowOf(kFullLevel), skin_.well);
-  painter.fillRect(left, RowOf(value()), wide, RowOf(0) - RowOf(value()), colour_);
+  FillRimmed(painter, {left, RowOf(value()), wide, RowOf(0) - RowOf(value())}, colour_, skin_.well, skin_.dim,
+             line);
   const int high = HandleHeight();
   const QRectF handle(area.left() + line, RowOf(value()) - high / 2.0, area.width() - 2 * line, high);
   painter.setRenderHint(QPainter::Antialiasing);
@@ -180,9 +184,10 @@ void ChannelFader::PaintGroove(QPainter& painter) const {
   painter.setBrush(skin_.raised.lighter(isSliderDown() ? 150 : 125));
   painter.drawRoundedRect(handle, 2 * line, 2 * line);
   painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.fillRect(
+  FillRimmed(
+      painter,
       QRect(int(handle.left()) + 2 * line, RowOf(value()) - line, int(handle.width()) - 4 * line, 2 * line),
-      colour_);
+      colour_, skin_.raised.lighter(125), skin_.dim, line);
 }
 
 void ChannelFader::PaintWire(QPainter& painter) const {

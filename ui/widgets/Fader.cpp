@@ -8,6 +8,7 @@
 #include <cmath>
 
 #include "ui/widgets/Look.h"
+#include "ui/widgets/Rim.h"
 
 namespace ui {
 
@@ -74,9 +75,10 @@ void Fader::paintEvent(QPaintEvent*) {
   }
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove + 2 * line), skin_.line);
   painter.fillRect(Along(PlaceOf(minimum()), PlaceOf(maximum()), groove), skin_.well);
-  if (isEnabled())
-    painter.fillRect(
-        Along(PlaceOf(rest_.value_or(Turned() ? maximum() : minimum())), PlaceOf(value()), groove), accent_);
+  if (isEnabled()) {
+    const int from = PlaceOf(rest_.value_or(Turned() ? maximum() : minimum()));
+    FillRimmed(painter, Along(from, PlaceOf(value()), groove), accent_, skin_.well, skin_.dim, line);
+  }
   if (rest_) {
     const int place = PlaceOf(*rest_);
     painter.fillRect(Along(place - line, place + line, across * 9 / 10), skin_.dim);
@@ -95,7 +97,9 @@ void Fader::PaintHandle(QPainter& painter) const {
   painter.setBrush(isEnabled() ? skin_.raised.lighter(isSliderDown() ? 150 : 125) : skin_.panel);
   painter.drawRoundedRect(QRectF(handle).adjusted(1, 1, -1, -1), 3 * line, 3 * line);
   painter.setRenderHint(QPainter::Antialiasing, false);
-  painter.fillRect(Along(place - line, place + line, across - 6 * line), isEnabled() ? accent_ : skin_.faint);
+  const QRect middle = Along(place - line, place + line, across - 6 * line);
+  if (!isEnabled()) return painter.fillRect(middle, skin_.faint);
+  FillRimmed(painter, middle, accent_, skin_.raised.lighter(125), skin_.dim, line);
 }
 
 void Fader::mousePressEvent(QMouseEvent* event) {
