@@ -22,6 +22,7 @@ std::string Named(const DMXfilename& fixture) {
 void TakeFixture(DMXfilename& fixture, FixtureReading reading, const FixtureLibrary& library,
                  PatchReport& report) {
   fixture.Channels = std::move(reading.fixture.channels);
+  fixture.cut_short = reading.ended_early;
   fixture.Filename = library.FilenameOf(fixture.Filename);
   for (const std::string& note : reading.notes) report.notes.push_back("\"" + Named(fixture) + "\": " + note);
   if (reading.ended_early)
@@ -31,8 +32,7 @@ void TakeFixture(DMXfilename& fixture, FixtureReading reading, const FixtureLibr
 /// Where the stored spans tell whose records are whose, a file that has grown or shrunk moves nobody's
 /// levels; what of its own has no place is told.
 void NoteDifferences(const Show& show, const FixtureLibrary& library, PatchReport& report) {
-  const RecordOrder order = OrderOf(show, report.patch);
-  if (order != RecordOrder::Spans && order != RecordOrder::ShownSpans) return;
+  if (!SpansTell(OrderOf(show, report.patch))) return;
   for (const DMXfilename& fixture : show.fixtures) {
     if (!DiffersFromItsFile(fixture)) continue;
     const int now = fixture.Channels.count();
@@ -107,8 +107,13 @@ PatchReport PatchShow(Show& show, const FixtureLibrary& library) {
   for (int position = 1; position <= fixtures.count();) {
     DMXfilename& fixture = *fixtures.Item(position);
     auto reading = library.Open(fixture.Filename);
-    if (!reading) {
-      report.notes.push_back(say(Sentence::FixtureLeftDark, {Named(fixture), say(reading.Failure())}));
+    // One that ends before its channels tells no more of them than none.
+    const bool cut_off =
+        reading && reading.Value().ended_early && reading.Value().fixture.channels.count() == 0;
+    if (!reading || cut_off) {
+      const std::string why =
+          cut_off ? say(Sentence::FixtureEndsEarly, {Named(fixture)}) : say(reading.Failure());
+      report.notes.push_back(say(Sentence::FixtureLeftDark, {Named(fixture), why}));
       report.missing.push_back(position);
       ++position;
       continue;

@@ -160,23 +160,28 @@ void ShowEdit::RemoveFixture(int position) {
   }));
 }
 
-support::Result<void> ShowEdit::ReplaceFixture(int position, std::string filename, ChannelSlider channels) {
+support::Result<void> ShowEdit::ReplaceFixture(int position, DMXfilename file) {
   Show next = Now();
   DMXfilename* fixture = next.fixtures.Item(position);
   if (fixture == nullptr) return {};
-  const auto fits = CheckAmongOthers(Now().fixtures, position, fixture->StartChannel, channels.count());
+  const auto fits = CheckAmongOthers(Now().fixtures, position, fixture->StartChannel, file.Channels.count());
   if (!fits) return fits;
-  const bool told = order_ == RecordOrder::Spans || order_ == RecordOrder::ShownSpans;
-  fixture->Filename = std::move(filename);
-  if (!told) fixture->NumberOf = static_cast<std::int16_t>(channels.count());
-  fixture->Channels = std::move(channels);
+  fixture->Filename = std::move(file.Filename);
+  fixture->Channels = std::move(file.Channels);
+  fixture->cut_short = file.cut_short;
+  if (!SpansTell(order_)) fixture->NumberOf = static_cast<std::int16_t>(fixture->Channels.count());
   return TakeFixtures(std::move(next), Same);
 }
 
+bool ShowEdit::NeedsRepair(int position) const {
+  const DMXfilename* fixture = Now().fixtures.Item(position);
+  return fixture != nullptr && SpansTell(order_) && DiffersFromItsFile(*fixture);
+}
+
 void ShowEdit::RepairFixture(int position) {
+  if (!NeedsRepair(position)) return;
   Show next = Now();
   DMXfilename* fixture = next.fixtures.Item(position);
-  if (fixture == nullptr || !DiffersFromItsFile(*fixture)) return;
   fixture->NumberOf = static_cast<std::int16_t>(fixture->Channels.count());
   static_cast<void>(TakeFixtures(std::move(next), Same));  // it is patched that way already
 }

@@ -49,9 +49,11 @@ class ShowEdit {
   support::Result<void> MoveFixture(int position, int start);
   /// Its channels' levels go with it.
   void RemoveFixture(int position);
-  /// Another file for a fixture, whose own is missing. Records that tell how many channels it had go on doing
-  /// so until it is repaired.
-  support::Result<void> ReplaceFixture(int position, std::string filename, ChannelSlider channels);
+  /// Another file for a fixture, whose own is missing; of it, Filename and what was read count. Records that
+  /// tell how many channels it had go on doing so until it is repaired.
+  support::Result<void> ReplaceFixture(int position, DMXfilename file);
+  /// The show has levels for another number of its channels than its file describes.
+  [[nodiscard]] bool NeedsRepair(int position) const;
   /// From now on the show has as many channels of it as its file: further ones are dark in every step, and
   /// the levels of those that the file has no longer are gone.
   void RepairFixture(int position);

@@ -85,8 +85,7 @@ RecordOrder OrderOf(const Show& show, const Patch& patch) {
 }
 
 std::vector<RecordPlace> RecordPlaces(const Show& show, const Patch& patch, RecordOrder order, int last) {
-  if (order == RecordOrder::Spans || order == RecordOrder::ShownSpans)
-    return PlacesOfSpans(show, patch, order);
+  if (SpansTell(order)) return PlacesOfSpans(show, patch, order);
   std::vector<RecordPlace> places;
   if (order == RecordOrder::Patched) {
     for (const int channel : patch.Channels()) places.push_back(PlaceAt(patch, channel));

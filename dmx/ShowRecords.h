@@ -27,6 +27,11 @@ struct RecordPlace {
   bool operator==(const RecordPlace&) const = default;
 };
 
+/// Whether the stored spans tell whose records are whose.
+[[nodiscard]] constexpr bool SpansTell(RecordOrder order) {
+  return order == RecordOrder::Spans || order == RecordOrder::ShownSpans;
+}
+
 /// The stored spans where they add up to the records of a step; else what is patched, or, where there are
 /// more records than that, every channel.
 [[nodiscard]] RecordOrder OrderOf(const Show& show, const Patch& patch);

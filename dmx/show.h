@@ -22,6 +22,7 @@ struct DMXfilename {
   /// their place while the file is missing.
   std::int16_t NumberOf = 0;
   ChannelSlider Channels;  ///< empty until the fixture file was read
+  bool cut_short = false;  ///< its file ended early; what of Channels was not reached does nothing
 
   bool operator==(const DMXfilename&) const = default;
 };

@@ -190,8 +190,11 @@ constexpr Row kRows[] = {
      "Regel %1: %2 moet een geheel getal zijn, maar \"%3\" is dat niet."},
     {Sentence::MoreNotes, "And %1 more of this kind.", "En nog %1 van deze soort."},
     {Sentence::LevelBounded, "A level of %1 was changed to %2.", "Een niveau van %1 is veranderd in %2."},
-    {Sentence::FixtureLeftDark, "The fixture \"%1\" is left dark, as its file cannot be read: %2",
-     "De armatuur \"%1\" blijft donker, want haar bestand kan niet worden gelezen: %2"},
+    {Sentence::FixtureLeftDark,
+     "The file of \"%1\" cannot be read; its channels get the levels that the show has for them: %2",
+     "Het bestand van \"%1\" kan niet worden gelezen; de kanalen krijgen de niveaus die de show ervoor "
+     "heeft: "
+     "%2"},
     {Sentence::FixtureEndsEarly, "\"%1\" ends early.", "\"%1\" houdt te vroeg op."},
     {Sentence::ShowTooLong, "The show has too many steps to be played.",
      "De show heeft te veel stappen om te worden afgespeeld."},

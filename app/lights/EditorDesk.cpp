@@ -45,13 +45,17 @@ std::vector<fs::path> FixtureFilesIn(const fs::path& folder) {
   return files;
 }
 
+LibraryFixture Listed(const fs::path& path, dmx::FixtureReading reading) {
+  dmx::Fixture& fixture = reading.fixture;
+  return {path.filename().string(), std::move(fixture.name), std::move(fixture.channels),
+          reading.ended_early};
+}
+
 std::vector<LibraryFixture> ReadLibrary(const fs::path& folder) {
   std::vector<LibraryFixture> fixtures;
   for (const fs::path& path : FixtureFilesIn(folder)) {
     auto reading = dmx::OpenFixture(path);
-    if (!reading) continue;
-    dmx::Fixture fixture = std::move(reading).Value().fixture;
-    fixtures.push_back({path.filename().string(), std::move(fixture.name), std::move(fixture.channels)});
+    if (reading) fixtures.push_back(Listed(path, std::move(reading).Value()));
   }
   return fixtures;
 }
@@ -76,7 +80,6 @@ support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& libr
   if (!text) return text.Failure();
   auto reading = dmx::ReadFixture(text.Value());
   if (!reading) return reading.Failure();
-  dmx::Fixture fixture = std::move(reading).Value().fixture;
   std::error_code failed;
   fs::path place = path;
   if (!fs::equivalent(path.parent_path(), library, failed)) {
@@ -84,7 +87,7 @@ support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& libr
     const auto copied = files.Save(place, text.Value());
     if (!copied) return copied.Failure();
   }
-  return LibraryFixture{place.filename().string(), std::move(fixture.name), std::move(fixture.channels)};
+  return Listed(place, std::move(reading).Value());
 }
 
 }  // namespace

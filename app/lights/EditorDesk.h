@@ -19,6 +19,7 @@ struct LibraryFixture {
   std::string file;  ///< name without folder
   std::string name;
   dmx::ChannelSlider channels;
+  bool cut_short = false;  ///< the file ends early
 
   bool operator==(const LibraryFixture&) const = default;
 };

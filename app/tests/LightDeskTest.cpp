@@ -132,8 +132,10 @@ TEST_F(LightDeskTest, AShowFadesHoldsAndEnds) {
 
 TEST_F(LightDeskTest, AFixtureThatHasGrownOrIsRefusedMovesNoLevelOfTheOthers) {
   StartWithOutput();
-  std::ofstream(folder_ / "DMXlibrary" / "grown.dmx") << "Grown\r\n3\r\n0\r\n0\r\n0\r\n3\r\n";
-  std::ofstream(folder_ / "DMXlibrary" / "par.dmx") << "Par\r\n3\r\n0\r\n0\r\n0\r\n1\r\n";
+  const std::string channel = "Channel\r\n3\r\n\r\n0\r\n";
+  std::ofstream(folder_ / "DMXlibrary" / "grown.dmx")
+      << "Grown\r\n3\r\n0\r\n0\r\n0\r\n3\r\n" + channel + channel + channel;
+  std::ofstream(folder_ / "DMXlibrary" / "par.dmx") << "Par\r\n3\r\n0\r\n0\r\n0\r\n1\r\n" + channel;
   const ShowReport told = Open(
       ShowFile("Dance", {10, 20, 90}, "3\r\ngrown.dmx\r\n1\r\n1\r\npar.dmx\r\n2\r\n1\r\npar.dmx\r\n9\r\n1"));
   EXPECT_EQ(told.refused, Lines{"Channel 2 is already taken. Please choose another Start Channel"});
@@ -237,7 +239,7 @@ TEST_F(LightDeskTest, WhatIsToldOfAShowIsToldInTheLanguageChosen) {
   const ShowReport lost = Open(ShowFile("Lost", {300}, "1\r\nGone.dmx\r\n5\r\n3"));
   ASSERT_EQ(lost.notes.size(), 2U);
   EXPECT_EQ(lost.notes[0], "Een niveau van 300 is veranderd in 255.");
-  EXPECT_TRUE(lost.notes[1].starts_with("De armatuur \"Gone.dmx\" blijft donker")) << lost.notes[1];
+  EXPECT_TRUE(lost.notes[1].starts_with("Het bestand van \"Gone.dmx\"")) << lost.notes[1];
   EXPECT_TRUE(lost.notes[1].ends_with(" is er niet.")) << lost.notes[1];
 }
 

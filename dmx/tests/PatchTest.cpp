@@ -113,7 +113,7 @@ TEST_F(PatchShowTest, AFixtureWithoutAFileStaysAndHoldsItsPlace) {
   EXPECT_EQ(show_.fixtures.count(), 2);
   EXPECT_EQ(report.patch.Channels(), std::vector({2, 3, 4, 5, 6, 7}));
   EXPECT_EQ(report.patch.At(5).fixture, 2);
-  EXPECT_TRUE(report.notes.front().starts_with("The fixture \"gone.dmx\" is left dark"));
+  EXPECT_TRUE(report.notes.front().starts_with("The file of \"gone.dmx\" cannot be read"));
 }
 
 /// One scene of one step with a record for each level.

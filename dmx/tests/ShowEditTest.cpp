@@ -90,9 +90,9 @@ TEST_F(ShowEditTest, AFixtureWithoutAFileKeepsItsPlaceAndGetsAnotherFileWhereTha
   edit.Begin(show);
   EXPECT_EQ(edit.Channels(), (V{1, 2, 3, 4, 5, 6, 7}));
   EXPECT_EQ(Refusal(edit.MoveFixture(1, 510)), "You are over the available 512 channels!");
-  EXPECT_EQ(Refusal(edit.ReplaceFixture(1, "wide.dmx", Par(0, 5).Channels)),
+  EXPECT_EQ(Refusal(edit.ReplaceFixture(1, Par(0, 5))),
             "Channel 5 is already taken. Please choose another Start Channel");
-  EXPECT_EQ(Refusal(edit.ReplaceFixture(1, "par.dmx", Par(0, 3).Channels)), "");
+  EXPECT_EQ(Refusal(edit.ReplaceFixture(1, Par(0, 3))), "");
   EXPECT_EQ(edit.Now().fixtures.Item(1)->NumberOf, 3);
   EXPECT_EQ(edit.Channels(), (V{1, 2, 3, 5, 6, 7}));
 }
@@ -164,11 +164,25 @@ TEST_F(ShowEditTest, AnotherFileWithOtherChannelsMovesNoLevelOfTheRest) {
   for (const int level : {1, 2, 3, 50})
     step.SceneChannel.Add().ChannelValue = static_cast<std::int16_t>(level);
   edit.Begin(show);
-  ASSERT_TRUE(edit.ReplaceFixture(1, "dim.dmx", Par(0, 1).Channels));
+  ASSERT_TRUE(edit.ReplaceFixture(1, Par(0, 1)));
   EXPECT_EQ(Values(1, 1), (V{1, 2, 3, 50})) << "until it is repaired";
   EXPECT_EQ(edit.Channels(), (V{1, 0, 0, 5}));
   edit.RepairFixture(1);
   EXPECT_EQ(Values(1, 1), (V{1, 50}));
+}
+
+TEST_F(ShowEditTest, WhereTheSpansTellNothingThereIsNothingToRepair) {
+  Show show;
+  show.fixtures.Add(Par(1)).NumberOf = 0;
+  SceneStep& step = show.scenes.Add().Steps.Add();
+  for (int record = 1; record <= 3; ++record) step.SceneChannel.Add();
+  edit.Begin(show);
+  EXPECT_FALSE(edit.NeedsRepair(1));
+  show.fixtures.Item(1)->NumberOf = 2;
+  show.fixtures.Add(Par(5, 1)).NumberOf = 1;
+  edit.Begin(show);
+  EXPECT_TRUE(edit.NeedsRepair(1));
+  EXPECT_FALSE(edit.NeedsRepair(2));
 }
 
 TEST_F(ShowEditTest, ScenesAndStepsAreAddedCopiedMovedAndRemoved) {

@@ -57,7 +57,7 @@ TEST_F(ShowRecordsTest, LevelsStayOnTheirLampsWhateverTheFilesOfTheOthersSay) {
       {"the same", 3, {1, 2, 3, 10, 11}, ""},
       {"grown", 5, {1, 2, 3, 10, 11}, "levels for 3 channels of \"A.dmx\", whose file now describes 5"},
       {"shrunk", 1, {1, 0, 0, 10, 11}, "levels for 3 channels of \"A.dmx\", whose file now describes only 1"},
-      {"missing", -1, {1, 2, 3, 10, 11}, "\"A.dmx\" is left dark"},
+      {"missing", -1, {1, 2, 3, 10, 11}, "\"A.dmx\" cannot be read; its channels get the levels"},
       {"out of the show", 512, {0, 0, 0, 10, 11}, "\"A.dmx\" is out of the show"}};
   for (const auto& one : cases) {
     show = {};
@@ -71,6 +71,24 @@ TEST_F(ShowRecordsTest, LevelsStayOnTheirLampsWhateverTheFilesOfTheOthersSay) {
     EXPECT_EQ(report.notes.size(), *one.told == 0 ? 0U : 1U) << one.name;
     if (*one.told == 0) continue;
     EXPECT_NE(report.notes.front().find(one.told), std::string::npos) << one.name;
+  }
+}
+
+TEST_F(ShowRecordsTest, AFileThatEndsEarlyIsMarkedAndOneWithoutChannelsTakesNoLight) {
+  const struct {
+    const char* text;
+    int missing;
+    bool marked;
+  } cases[] = {{"A\r\n1\r\n0\r\n0\r\n0\r\n2\r\nChannel1\r\n3\r\n", 0, true}, {"A\r\n1\r\n", 1, false}};
+  for (const auto& one : cases) {
+    show = {};
+    std::ofstream(folder_.Path() / "DMXlibrary" / "A.dmx", std::ios::binary) << one.text;
+    Patched("A.dmx", 5, 2);
+    Levels({1, 2});
+    EXPECT_EQ(Open(), (V{5, 6})) << one.text;
+    EXPECT_EQ(static_cast<int>(report.missing.size()), one.missing) << one.text;
+    EXPECT_EQ(show.fixtures.Item(1)->cut_short, one.marked) << one.text;
+    EXPECT_EQ(report.notes.size(), 1U) << one.text;
   }
 }
 

@@ -312,8 +312,8 @@ void DMX::Locate(int position) {
 }
 
 void DMX::Replace(int position, const app::LibraryFixture& fixture) {
-  const auto replaced =
-      edit_.ReplaceFixture(position, workstation_.Editors().FilenameOf(fixture.file), fixture.channels);
+  const auto replaced = edit_.ReplaceFixture(
+      position, {workstation_.Editors().FilenameOf(fixture.file), 0, 0, fixture.channels, fixture.cut_short});
   if (!replaced) Tell(Decode(workstation_.Editors().Say(replaced.Failure())));
   ShowDocument();
   ReadLibrary();
@@ -403,6 +403,7 @@ void DMX::Opened(const app::OpenedShow& opened, const Path& path) {
 
 void DMX::Clear() {
   edit_.Begin({});
+  levels_.LetGo();
 }
 
 }  // namespace ui

@@ -87,7 +87,9 @@ void Library::MakeList() {
   // Both: a click, and the keyboard's Enter.
   const auto open = [this](const QListWidgetItem* item) {
     const QString file = item->data(Qt::UserRole).toString();
-    if (!file.isEmpty()) Flow().Open(workstation_.Editors().LibraryFolder() / PathOf(file));
+    if (file.isEmpty()) return;
+    Flow().Open(workstation_.Editors().LibraryFolder() / PathOf(file));
+    MarkInList();  // until it is open
   };
   connect(list_, &QListWidget::itemClicked, this, open);
   connect(list_, &QListWidget::itemActivated, this, open);
@@ -106,6 +108,9 @@ void Library::ShowList(std::vector<app::LibraryFixture> fixtures) {
   for (const app::LibraryFixture& fixture : fixtures) {
     auto* item = new QListWidgetItem(Decode(std::filesystem::path(fixture.file).stem().string()), list_);
     item->setData(Qt::UserRole, TextOf(fixture.file));
+    if (!fixture.cut_short) continue;
+    item->setForeground(Dressed().skin.warning);
+    item->setToolTip(Word(EditorWord::CutShortTip));
   }
   MarkInList();
   if (!fixtures.empty()) return;

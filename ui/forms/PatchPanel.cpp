@@ -22,6 +22,11 @@ namespace {
 
 constexpr double kPatchRowEms = 2;
 
+void Warn(QListWidgetItem& item, const Look& look) {
+  item.setForeground(look.skin.warning);
+  item.setToolTip(look.say(EditorWord::CutShortTip));
+}
+
 }  // namespace
 
 PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent)
@@ -114,6 +119,7 @@ void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {
     QString name = Decode(fixture.file);
     name.chop(4);
     library_->addItem(name);
+    if (fixture.cut_short) Warn(*library_->item(library_->count() - 1), look_);
   }
   const auto known = library_->findItems(chosen, Qt::MatchExactly);
   library_->setCurrentRow(known.isEmpty() ? 0 : library_->row(known.front()));
@@ -130,10 +136,14 @@ void PatchPanel::SuggestStart() {
   start_->setText(QString::number(std::max(start, 1)));
 }
 
-QString PatchPanel::TroubleOf(const dmx::DMXfilename& fixture) const {
+QString PatchPanel::TroubleOf(int position) const {
+  const dmx::DMXfilename& fixture = *edit_.Now().fixtures.Item(position);
   if (fixture.Channels.count() == 0) return look_.say(EditorWord::MissingFile);
-  if (!dmx::DiffersFromItsFile(fixture)) return {};
-  return look_.say(EditorWord::DiffersTip).arg(fixture.NumberOf).arg(fixture.Channels.count());
+  QStringList troubles;
+  if (fixture.cut_short) troubles += look_.say(EditorWord::CutShortTip);
+  if (edit_.NeedsRepair(position))
+    troubles += look_.say(EditorWord::DiffersTip).arg(fixture.NumberOf).arg(fixture.Channels.count());
+  return troubles.join(QLatin1Char(' '));
 }
 
 void PatchPanel::ShowDocument() {
@@ -143,7 +153,10 @@ void PatchPanel::ShowDocument() {
   list_->clearSelection();
   list_->setRowCount(show.fixtures.count() + static_cast<int>(show.aside.size()));
   int row = 0;
-  for (const dmx::DMXfilename& fixture : show.fixtures) ShowRow(row++, fixture, TroubleOf(fixture));
+  for (const dmx::DMXfilename& fixture : show.fixtures) {
+    const QString trouble = TroubleOf(row + 1);
+    ShowRow(row++, fixture, trouble);
+  }
   for (const dmx::SetAside& aside : show.aside)
     ShowRow(row++, aside.fixture, look_.say(EditorWord::AsideTip));
   for (const int still : chosen) {
@@ -205,7 +218,7 @@ void PatchPanel::ShowButtons() {
   remove_->setEnabled(!chosen.empty() || aside == 1);
   const dmx::DMXfilename* one = chosen.size() == 1 ? edit_.Now().fixtures.Item(chosen.front()) : nullptr;
   locate_->setVisible(one != nullptr && one->Channels.count() == 0);
-  repair_->setVisible(one != nullptr && dmx::DiffersFromItsFile(*one));
+  repair_->setVisible(one != nullptr && edit_.NeedsRepair(chosen.front()));
 }
 
 void PatchPanel::Finish(const support::Result<void>& result) {
@@ -218,7 +231,8 @@ void PatchPanel::PatchChosen() {
   if (row < 0 || fixtures_.empty()) return;
   const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
   const auto start = static_cast<std::int16_t>(start_->text().toInt());
-  const auto added = edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels});
+  const auto added =
+      edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels, fixture.cut_short});
   Finish(added);
   if (added) Choose(edit_.Now().fixtures.count());
 }

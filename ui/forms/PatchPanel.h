@@ -53,7 +53,7 @@ class PatchPanel final : public Surface {
   void Locate();
   void Repair();
   void ShowRow(int row, const dmx::DMXfilename& fixture, const QString& trouble);
-  [[nodiscard]] QString TroubleOf(const dmx::DMXfilename& fixture) const;
+  [[nodiscard]] QString TroubleOf(int position) const;
   [[nodiscard]] std::vector<int> ChosenRows() const;
   void Finish(const support::Result<void>& result);
 

@@ -151,6 +151,7 @@ enum class EditorWord : int {
   DiffersTip,
   AsideTip,
   DropAsk,
+  CutShortTip,
 };
 
 [[nodiscard]] std::span<const Strings::Row> EditorWords();

@@ -367,6 +367,35 @@ TEST_F(ShowEditorTest, WhileLampsAreLiveAShowIsLookedAtBlindAndAHandIsSent) {
   EXPECT_EQ(wire.Level(2), 100);
 }
 
+TEST_F(ShowEditorTest, ANewShowForgetsTheLookThatWasOnlyShown) {
+  dmx::Show show;
+  show.fixtures.Add({"Spot.dmx", 1, 1, {}});
+  show.scenes.Add().Steps.Add() = dmx::testing::StepWith("00:00.0", "00:01.0", {100});
+  Put("Look.SHW", show);
+  wire.status.state = dmx::DmxInterfaceStatus::State::Sending;
+  Settle();
+  OpenShow("Look.SHW");
+  EXPECT_EQ(In<QSlider>("Fader1").value(), 100);
+  Click("New");
+  ChooseFixture("Spot");
+  Click("PatchFixture");
+  Advance(1s);
+  EXPECT_EQ(In<QSlider>("Fader1").value(), 0) << "the lamp is dark";
+}
+
+TEST_F(ShowEditorTest, AFixtureWhoseFileEndsEarlyIsMarkedInBothLists) {
+  std::ofstream(folder / "DMXlibrary" / "Torn.dmx") << "Torn\r\n3\r\n0\r\n0\r\n0\r\n2\r\nChannel1\r\n3\r\n";
+  QEvent activated(QEvent::ActivationChange);
+  QApplication::sendEvent(editor, &activated);
+  Work();
+  ChooseFixture("Torn");
+  EXPECT_TRUE(In<QListWidget>("LibraryList").currentItem()->toolTip().contains(QStringLiteral("ends early")));
+  Click("PatchFixture");
+  const QTableWidgetItem* row = In<QTableWidget>("PatchList").item(0, 2);
+  EXPECT_TRUE(row->text().contains(QStringLiteral("⚠")));
+  EXPECT_TRUE(row->toolTip().contains(QStringLiteral("ends early")));
+}
+
 TEST_F(ShowEditorTest, AValueThatWasBroughtIntoBoundsIsAChange) {
   std::ofstream(folder / "DMXShows" / "loud.SHW", std::ios::binary)
       << "0\r\n1\r\n1\r\nLoud\r\n1\r\n1\r\n1\r\n00:00.0\r\n00:00.0\r\n300\r\nFalse\r\n0\r\n0\r\n\r\n";
