@@ -8,9 +8,9 @@
 
 namespace ui {
 
-/// Numbers of what is said about searching, scanning and playlists: 2640 to 2689.
+/// Numbers of what is said about searching, scanning and playlists: 2648 to 2689.
 enum class ListWord : int {
-  Find = 2640,
+  Find = 2648,
   FindTip,
   FindHint,
   Found,
