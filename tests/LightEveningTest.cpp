@@ -148,9 +148,8 @@ TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
   Find("Fader3").setFocus();
   QTest::keyClicks(&Find("Fader3"), QStringLiteral("123"));
   EXPECT_TRUE(LampStandsAt(3, 123));
-  EXPECT_TRUE(Eventually([&] {
-    return TextOf("OutputStatus").find("frames a second") != std::string::npos;
-  }));
+  EXPECT_TRUE(
+      Eventually([&] { return TextOf("OutputStatus").find("frames a second") != std::string::npos; }));
 
   before_[2] = 123;
   OpenTheShow();
@@ -159,9 +158,7 @@ TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
   bus_.PullAfter(2);  // in the middle of a frame
   QTest::qWait(300);
   bus_.Unplug();
-  EXPECT_TRUE(Eventually([&] {
-    return TextOf("OutputStatus") == "No K8062 is plugged in.";
-  }));
+  EXPECT_TRUE(Eventually([&] { return TextOf("OutputStatus") == "No K8062 is plugged in."; }));
   bus_.Plug();
   ASSERT_TRUE(Eventually([&] { return bus_.Box().FramesShown() > 3; }));
   const auto seen = WatchTheBoxWithTheWindowBlocked(1500ms);
