@@ -84,7 +84,9 @@ void EditorWindow::Dress(const Look& look, double points) {
   SetSpacingEm(*rows, 0.5, 0.5);
   MakeBar();
   rows->addLayout(bar_);
-  rows->addWidget(MakeBody(), 1);
+  QWidget* made = MakeBody();
+  QWidget* first = made->focusWidget();  // forgotten as soon as the body moves into the window
+  rows->addWidget(made, 1);
   if (layout() == nullptr) {
     auto* whole = new QVBoxLayout(this);
     whole->setContentsMargins(0, 0, 0, 0);
@@ -92,6 +94,7 @@ void EditorWindow::Dress(const Look& look, double points) {
   layout()->addWidget(body_);
   ApplyBaseSize(*this, points);
   ShowDocument();
+  if (first != nullptr) first->setFocus();
 }
 
 void EditorWindow::Undress() {
