@@ -80,12 +80,12 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   setAcceptDrops(true);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.7, 0.6);
+  tools_ = new TempoTools(deck, workstation, look);
   rows->addLayout(MakeTitleRow());
   overview_ = new WaveOverview(look.skin, look.skin.Deck(deck));
   running_ = new RunningWave(look.skin, look.skin.Deck(deck));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
-  tools_ = new TempoTools(deck, workstation, look);
   rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
   NameParts();
@@ -134,7 +134,11 @@ QHBoxLayout* DeckPanel::MakeTitleRow() {
   auto* facts = new QVBoxLayout;
   SetSpacingEm(*facts, 0, 0.1);
   facts->addWidget(bpm_);
-  facts->addWidget(state_);
+  auto* below = new QHBoxLayout;
+  SetSpacingEm(*below, 0, 0.8);
+  below->addWidget(&tools_->Gain(), 1);
+  below->addWidget(state_);
+  facts->addLayout(below);
 
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.8);

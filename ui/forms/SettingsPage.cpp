@@ -6,6 +6,7 @@
 #include <QCheckBox>
 #include <QGridLayout>
 #include <QLabel>
+#include <QScrollArea>
 #include <QVBoxLayout>
 #include <algorithm>
 
@@ -56,9 +57,21 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   sides->addLayout(first, 4);
   sides->addWidget(apply_, 4);
   sides->addLayout(last, 3);
+  auto* all = new Surface(look.skin.panel);
+  auto* inside = new QVBoxLayout(all);
+  SetSpacingEm(*inside, 0.8, 0.4);
+  inside->addLayout(sides, 1);
+  // A small window shows a part of it.
+  auto* area = new QScrollArea;
+  Name(*area, QStringLiteral("SettingsArea"), look.say(Say::Settings), look.say(Say::SettingsTip));
+  area->setFrameShape(QFrame::NoFrame);
+  area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  area->setWidgetResizable(true);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setWidget(all);
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.8, 0.4);
-  rows->addLayout(sides, 1);
+  rows->setContentsMargins(0, 0, 0, 0);
+  rows->addWidget(area);
 }
 
 QGridLayout* SettingsPage::MakeOutputs() {

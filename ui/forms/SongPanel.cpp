@@ -136,7 +136,7 @@ QWidget* SongPanel::MakeSong() {
   Name(*note_, QStringLiteral("SongNote"), {});
   SetTextColour(*note_, look_.skin.warning);
   auto* grid = new QGridLayout;
-  SetSpacingEm(*grid, 0, 0.35);
+  SetSpacingEm(*grid, 0, 0.2);
   volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);
   key_ = MakeLevel(*grid, "SongKey", SongWord::SongKey, SongWord::SongKeyTip);
   tempo_ = MakeLevel(*grid, "SongTempo", SongWord::SongTempo, SongWord::SongTempoTip);
@@ -175,7 +175,7 @@ QWidget* SongPanel::MakeSong() {
   grid->setColumnStretch(1, 1);
   auto* part = new QWidget;
   auto* rows = new QVBoxLayout(part);
-  SetSpacingEm(*rows, 0, 0.3);
+  SetSpacingEm(*rows, 0, 0.2);
   rows->addWidget(title_);
   rows->addWidget(note_);
   rows->addLayout(grid);

@@ -141,20 +141,15 @@ void TempoTools::Nudge(int direction) {
   workstation_.Nudge(deck_, Loaded() ? kNudge * static_cast<float>(direction) : 0);
 }
 
-QWidget* TempoTools::MakeGain() {
-  gain_ = new QLabel;
+QPushButton* TempoTools::MakeGain() {
+  gain_ = new QLabel(this);
   gain_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   Name(*gain_, DeckName(deck_, "GainValue"), look_.say(Say::GainName).arg(deck_), look_.say(Say::GainTip));
   SetTextColour(*gain_, look_.skin.dim);
   SetWidest(*gain_, GainText(-18.8F));
   ask_gain_ = MakeButton({"Gain", Say::GainAsk, Say::GainAskName, Say::GainAskTip});
   connect(ask_gain_, &QPushButton::clicked, this, &TempoTools::QueryGain);
-  auto* box = new QWidget;
-  auto* row = new QHBoxLayout(box);
-  SetSpacingEm(*row, 0, 0.3);
-  row->addWidget(gain_);
-  row->addWidget(ask_gain_);
-  return box;
+  return ask_gain_;
 }
 
 void TempoTools::QueryGain() {

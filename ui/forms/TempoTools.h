@@ -24,6 +24,8 @@ class TempoTools final : public QWidget {
   TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::DeckView& view);
+  /// The gain of the track, to be put where it is read; this keeps it up to date.
+  [[nodiscard]] QLabel& Gain() { return *gain_; }
 
   // What the buttons and the keys do.
   void Tap();
@@ -49,7 +51,7 @@ class TempoTools final : public QWidget {
   QPushButton* MakeNudge(const Words& words, Command key, int direction);
   void AddKey(QPushButton& button, Command command);
   QMenu* MakeBeats();
-  QWidget* MakeGain();
+  QPushButton* MakeGain();
   void QueryGain();
   void TakeGain(const app::Workstation::GainAnswer& answer);
   void ShowGain();
