@@ -124,9 +124,10 @@ void ResumeDesk::LeaveOut(Journal& journal) {
 void ResumeDesk::Begin() {
   phase_ = Phase::Returning;
   begun_ = context_.clock.Now();
-  around_.lists.Restore(resumed_->mixer.hands);
   for (const std::string& file : suspects_.LeftOut()) around_.lists.LeaveOut(file);
   decks_.Begin(resumed_->decks);
+  // Last, because the decks are as loud as the mixer stands.
+  around_.lists.Restore(resumed_->mixer.hands);
 }
 
 void ResumeDesk::Tick(const WorkstationView& view) {
