@@ -116,6 +116,8 @@ void Booth::ChooseInMenu(const char* button, const char* entry) {
   if (action == nullptr) throw std::runtime_error(std::string("no entry named ") + entry);
   QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
   Settle();
+  // A desktop gives the keys back to the window when a menu closes; here nobody does.
+  if (QApplication::activeWindow() == nullptr) QApplication::setActiveWindow(window.get());
 }
 
 void Booth::DropAt(const QMimeData& data, QWidget& widget, const QPoint& place, Qt::DropAction action) {
