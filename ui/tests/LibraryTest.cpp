@@ -294,7 +294,7 @@ TEST_F(LibraryTest, ClosingTheMainWindowAsksForWhatIsNotSavedWhileTheMusicGoesOn
   LoadAndPlay(1, 1);
   Type("Text1", "Kept");
   window->close();
-  Click("LeaveBoxYes");
+  Booth::Click("LeaveBoxYes");
   EXPECT_TRUE(window->isVisible());
   EXPECT_EQ(Asked(), QStringLiteral("Save the changes?"));
   Advance(1s);
@@ -302,7 +302,7 @@ TEST_F(LibraryTest, ClosingTheMainWindowAsksForWhatIsNotSavedWhileTheMusicGoesOn
   Click("LibrarySaveFirstCancel");
   EXPECT_TRUE(window->isVisible());
   window->close();
-  Click("LeaveBoxYes");
+  Booth::Click("LeaveBoxYes");
   Click("LibrarySaveFirstNo");
   EXPECT_FALSE(window->isVisible());
   editor = nullptr;
