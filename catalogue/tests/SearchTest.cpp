@@ -216,7 +216,7 @@ TEST_F(RandomSearchTest, WhatIsFoundIsWhatLookingThroughAllRowsFinds) {
 }
 
 TEST(SearchIndexTest, ManyRowsAreReadInPartsAndASearchThatIsStoppedLeavesTheOldOne) {
-  constexpr std::string_view kManyWords =
+  static constexpr std::string_view kManyWords =
       "b c d e f g h i j k l m n o p q r s t u v w x y z ab cd ef gh ij kl mn op qr st uv wx yz";
   track_table table(TrackColumns());
   const auto add = [&table](int count, std::string_view artist) {

@@ -1,6 +1,5 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include <algorithm>
 #include <nlohmann/json.hpp>
 #include <ostream>
 #include <span>
@@ -60,11 +59,6 @@ nlohmann::ordered_json SideJson(std::string_view mode, const std::optional<int>&
   return side;
 }
 
-/// How many outputs of a side are shown: no more than are asked for, or than the memory holds.
-std::size_t Shown(int held, int outputs) {
-  return static_cast<std::size_t>(std::clamp(held, 0, outputs));
-}
-
 }  // namespace
 
 ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err) {
@@ -72,15 +66,16 @@ ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ost
   if (!outputs || (*outputs != 8 && *outputs != 16)) return ExitCode::WrongUse;
   const auto text = WholeFile(arguments.words[0], err);
   if (!text) return ExitCode::NothingRead;
+  const auto lamps = static_cast<std::size_t>(*outputs);
   auto memories = nlohmann::ordered_json::array();
   for (const lightorgan::Memory& memory : lightorgan::ParseMemories(*text)) {
     nlohmann::ordered_json shown{{"name", ReadableText(memory.name)}};
     if (const auto state = lightorgan::ParseSnapshot(memory.text)) {
       shown["io"] = SideJson(lightorgan::SnapshotWord(state->io), state->io_speed,
-                             std::span(state->io_levels).first(Shown(state->io_held, *outputs)));
+                             std::span(state->io_levels).first(lamps));
       if (state->dac) {
         shown["dac"] = SideJson(lightorgan::SnapshotWord(*state->dac), state->dac_speed,
-                                std::span(state->dac_levels).first(Shown(state->dac_held, *outputs)));
+                                std::span(state->dac_levels).first(lamps));
       }
     }
     memories.push_back(std::move(shown));

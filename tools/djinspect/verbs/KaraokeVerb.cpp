@@ -4,6 +4,7 @@
 #include <nlohmann/json.hpp>
 #include <ostream>
 
+#include "karaoke/MidiFile.h"
 #include "karaoke/SongReader.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
@@ -44,9 +45,12 @@ ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostr
     err << bytes.Failure().text << '\n';
     return ExitCode::NothingRead;
   }
+  if (!karaoke::ReadMidiFile(bytes.Value())) {
+    err << support::English()(support::Sentence::NotMidi) << '\n';
+    return ExitCode::NothingRead;
+  }
   const karaoke::Song song = karaoke::ReadSong(bytes.Value());
   if (song.note) err << support::English()(*song.note) << '\n';
-  if (song.note == support::Sentence::NotMidi) return ExitCode::NothingRead;
   out << Told(song).dump(1) << '\n';
   return ExitCode::Read;
 }
