@@ -180,7 +180,7 @@ TEST_F(TablesTest, AMidiSongComesToTheKaraokeTableWhateverListIsMeant) {
 TEST_F(TablesTest, RowsComeBackAtTheirPlacesTheNewestFirst) {
   StartUp();
   AddTracks({"1", "2", "3", "4", "5", "6"});
-  const auto names = [this](const catalogue::track_table& table) {
+  const auto names = [](const catalogue::track_table& table) {
     std::string all;
     for (int row = 1; row <= table.Rows(); ++row) {
       all += fs::path(table.Cell(row, catalogue::track::kFilename)).filename().string();
