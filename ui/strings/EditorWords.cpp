@@ -224,11 +224,11 @@ constexpr Strings::Row kEditorRows[] = {
      "Buiten de show, want de kanalen zijn niet vrij. De niveaus blijven bewaard. “Verplaatsen” haalt het "
      "terug "
      "vanaf het kanaal hierboven, “Verwijderen” laat het vallen."},
+    {EditorWord::DropAsk, "Drop “%1”? Its place in the show and its levels in every step are removed.",
+     "“%1” laten vallen? De plaats in de show en de niveaus in elke stap verdwijnen."},
     {EditorWord::CutShortTip,
      "The file of this fixture ends early. Channels that it does not reach do nothing.",
      "Het bestand van dit armatuur houdt te vroeg op. Kanalen die het niet bereikt, doen niets."},
-    {EditorWord::DropAsk, "Drop “%1”? Its place in the show and its levels in every step are removed.",
-     "“%1” laten vallen? De plaats in de show en de niveaus in elke stap verdwijnen."},
 };
 
 }  // namespace
