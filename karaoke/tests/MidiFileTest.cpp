@@ -76,7 +76,8 @@ INSTANTIATE_TEST_SUITE_P(
 TEST(MidiFileTest, ATextThatSpellsAHeaderIsAText) {
   const TrackBytes words =
       TrackBytes().Text(0, "MTrk").Text(480, "MTrk" + Word32(6) + "\x90").Text(480, "la").End();
-  const auto file = ReadMidiFile(FileBytes({words, kNotes}));
+  const std::string bytes = FileBytes({words, kNotes});  // the tracks look into it
+  const auto file = ReadMidiFile(bytes);
   ASSERT_EQ(file->tracks.size(), 2U);
   EXPECT_EQ(file->tracks[0], words.Content());
 }
