@@ -126,7 +126,7 @@ void frmMain::Build() {
   active_ = TableId::Catalogue;
   ShowPage(page_);
   points_ = 0;
-  ApplySize();
+  if (isVisible()) ApplySize();
   if (chosen > 0) music_->ChooseRow(chosen);
   Activate(active_);
   ShowFrame();
@@ -278,9 +278,16 @@ void frmMain::paintEvent(QPaintEvent* event) {
   painted_ = true;
 }
 
+/// In the size that it is to have, before its parts take on the looks of any: that takes a good part of a
+/// start.
+void frmMain::setVisible(bool visible) {
+  if (visible) ApplySize();
+  QMainWindow::setVisible(visible);
+}
+
 void frmMain::resizeEvent(QResizeEvent* event) {
   QMainWindow::resizeEvent(event);
-  ApplySize();
+  if (isVisible()) ApplySize();
 }
 
 void frmMain::ApplySize() {

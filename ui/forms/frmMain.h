@@ -56,6 +56,7 @@ class frmMain final : public QMainWindow {
   frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock);
   ~frmMain() override;
 
+  void setVisible(bool visible) override;
   /// What the frame timer does; a test may do it by hand.
   void ShowFrame();
   /// Over all other windows, with the keyboard, as far as the system lets it.

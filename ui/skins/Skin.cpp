@@ -124,8 +124,10 @@ void ApplySkin(QApplication& application, const Skin& skin, int em) {
     return true;
   }();
   static_cast<void>(prepared);
+  const QString sheet = StyleSheet(skin, em);
+  if (sheet == application.styleSheet()) return;  // every widget would take on its looks anew
   application.setPalette(skin.Palette());
-  application.setStyleSheet(StyleSheet(skin, em));
+  application.setStyleSheet(sheet);
 }
 
 }  // namespace ui
