@@ -223,7 +223,9 @@ TEST_P(MixedEveningOnTwoOutputs, OneTrackBeginsWhereTheOtherOnesSoundIsHeardToEn
 
 INSTANTIATE_TEST_SUITE_P(Latencies, MixedEveningOnTwoOutputs,
                          ::testing::Values(Latencies{60ms, 20ms}, Latencies{180ms, 20ms},
-                                           Latencies{300ms, 60ms}),
+                                           Latencies{300ms, 60ms}, Latencies{20ms, 60ms},
+                                           Latencies{20ms, 180ms}, Latencies{60ms, 300ms},
+                                           Latencies{20ms, 500ms}),
                          [](const auto& outputs) {
                            return std::to_string(outputs.param.hall / 1ms) + "To" +
                                   std::to_string(outputs.param.garden / 1ms);

@@ -20,6 +20,7 @@ constexpr auto kPatience = 20s;          ///< with a file that does not come
 constexpr auto kLookingAgain = 1s;       ///< for a track, where the lists held none
 constexpr auto kOnItsWay = 100ms;        ///< to the deck
 constexpr auto kGrace = 250ms;           ///< with a start that was scheduled
+constexpr auto kLatest = 1s;             ///< that a leader without a fade sounds on beside the next one
 constexpr microseconds kSwift{300'000};  ///< of the crossfader where there is nothing to fade
 
 const DeckView& Of(const WorkstationView& view, int deck) {
@@ -105,7 +106,7 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
     decks_.Play(next);
     hand_has_crossfader_ = false;
     plan_.fade = {};
-    return BeginMixing();
+    return BeginMixing(led);
   }
   due_ = microseconds(std::llround(std::max(0.0, left)));
   const bool matches = wishes_.match_tempo && plan_.fade.count() > 0;
@@ -221,14 +222,14 @@ void AutoMix::TickArmed(const WorkstationView& view) {
   const bool late = waited >= due_ + (scheduled_ ? microseconds(kGrace) : microseconds(0));
   if (started || late) {
     decks_.Play(next_);
-    return BeginMixing();
+    return BeginMixing(led);
   }
   // Paused, stopped, moved to another place or loaded over: the moment is another one, or none.
   const microseconds rest = Lasting(plan_.at - led.position, led.speed);
   const bool moved =
       std::chrono::abs(rest - (due_ - std::chrono::duration_cast<microseconds>(waited))) > 100ms;
   const bool led_goes_on = Plays(led) || led.state == State::Ended;
-  if (Plays(next)) return BeginMixing();
+  if (Plays(next)) return BeginMixing(led);
   if (!led_goes_on || next.state != State::Stopped || (Plays(led) && moved)) {
     decks_.CancelStart(next_);
     phase_ = Phase::Waiting;
@@ -236,13 +237,19 @@ void AutoMix::TickArmed(const WorkstationView& view) {
   }
 }
 
-void AutoMix::BeginMixing() {
+void AutoMix::BeginMixing(const DeckView& led) {
   phase_ = Phase::Mixing;
   since_ = clock_.Now();
   decks_.SetMixing(leader_, true);
   fade_from_ = hands_.crossfader;
-  // Nothing is left of the leader, and the next one begins at full level.
-  if (plan_.fade.count() == 0 && !hand_has_crossfader_) MoveCrossfader(CrossfaderAt(0, next_, 1));
+  if (plan_.fade.count() == 0 && !SoundsOn(led) && !hand_has_crossfader_)
+    MoveCrossfader(CrossfaderAt(0, next_, 1));
+}
+
+/// Without a fade the next one begins at full level, on a slower device that much before the leader has ended
+/// in the room.
+bool AutoMix::SoundsOn(const DeckView& led) const {
+  return plan_.fade.count() == 0 && Plays(led) && led.position < plan_.at && clock_.Now() - since_ < kLatest;
 }
 
 void AutoMix::TickMixing(const WorkstationView& view) {
@@ -258,6 +265,7 @@ void AutoMix::TickMixing(const WorkstationView& view) {
     return;
   }
   if (!begun) return EndMixing(view);
+  if (SoundsOn(led)) return;
   const double share = plan_.fade.count() == 0 ? 1
                                                : std::chrono::duration<double>(passed) /
                                                      std::chrono::duration<double>(plan_.fade);

@@ -126,7 +126,8 @@ class AutoMix {
   void Place(int deck, const DeckView& view);
   void Arm(const DeckView& leader);
   void MeetBeats(const DeckView& leader);
-  void BeginMixing();
+  void BeginMixing(const DeckView& led);
+  [[nodiscard]] bool SoundsOn(const DeckView& led) const;
   void GoOnMixing(const MixInHand& mix, const WorkstationView& view);
   void EndMixing(const WorkstationView& view);
   void MoveCrossfader(int place);
