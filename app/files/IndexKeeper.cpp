@@ -72,7 +72,7 @@ void IndexKeeper::Post(const catalogue::track_table& table, bool made_anew) {
 }
 
 support::Result<void> IndexKeeper::PutAway(State& state, const catalogue::track_table& table,
-                                           bool made_anew) {
+                                           bool& made_anew) {
   if (!state.aside.empty()) {
     if (const auto aside = support::SetAside(state.path, state.aside); !aside) return aside.Failure();
     state.aside = {};
@@ -80,6 +80,7 @@ support::Result<void> IndexKeeper::PutAway(State& state, const catalogue::track_
   if (made_anew) {
     if (SaysTheSame(state.path, table)) return {};
     if (auto kept = support::KeepCopy(state.path, "before", kCopies); !kept) return kept;
+    made_anew = false;  // also where the rest fails: the next try makes no second copy
   }
   return catalogue::SaveIndex(state.files, state.path, table, catalogue::Paths::FromTheFolder);
 }
@@ -101,6 +102,10 @@ void IndexKeeper::SaveNewest(State& state) {
   const support::Result<void> saved = PutAway(state, *table, made_anew);
   if (!saved && !state.told) state.complain(saved.Failure());
   state.told = !saved;
+  if (saved) return;
+  support::MutexLock lock(state.mutex);  // for the next save, or for the one at the end
+  if (!state.newest) state.newest.swap(table);
+  state.made_anew = state.made_anew || made_anew;
 }
 
 }  // namespace app

@@ -22,9 +22,9 @@ inline constexpr std::string_view kDamaged = "damaged", kUnreadable = "unreadabl
 
 /// Saves a table to its index on a worker, always the newest state of it.
 ///
-/// A run of failing saves is told once. Law: what was given to Save is on the disk after Flush, or a sentence
-/// said why not; what could not be read is never written over. Threads: the owner's; the complaint is made on
-/// whichever thread saves.
+/// A run of failing saves is told once, and what was not saved stays for the next one. Law: what was given to
+/// Save is on the disk after Flush, or a sentence said why not; what could not be read is never written over.
+/// Threads: the owner's; the complaint is made on whichever thread saves.
 class IndexKeeper {
  public:
   IndexKeeper(support::FileSaver& files, support::Executor& workers, std::shared_ptr<WorkGate> gate,
@@ -47,7 +47,7 @@ class IndexKeeper {
   void Post(const catalogue::track_table& table, bool made_anew);
   static void SaveNewest(State& state);
   [[nodiscard]] static support::Result<void> PutAway(State& state, const catalogue::track_table& table,
-                                                     bool made_anew);
+                                                     bool& made_anew);
 
   support::Executor& workers_;
   std::shared_ptr<WorkGate> gate_;

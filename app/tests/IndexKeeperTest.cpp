@@ -21,11 +21,12 @@ namespace fs = std::filesystem;
 class PlainSaver final : public support::FileSaver {
  public:
   support::Result<void> Save(const fs::path& path, std::string_view content) override {
-    std::ofstream file(path, std::ios::binary);
+    std::ofstream file(full ? path / "no such folder" : path, std::ios::binary);
     file << content;
     if (file.good()) return {};
     return support::Failed(support::ErrorCode::Unreadable, support::Sentence::NoWriteRight, {path.string()});
   }
+  bool full = false;
 };
 
 class IndexKeeperTest : public ::testing::Test {
@@ -93,6 +94,22 @@ TEST_F(IndexKeeperTest, ATableMadeAnewKeepsTheLastIndexesUnderNumbers) {
   keeper_.Save(TableOf("/6"));
   workers_.RunAll();
   EXPECT_EQ(Read("tlv.ndx.before-5"), "none");
+}
+
+TEST_F(IndexKeeperTest, WhatAFullDiskDidNotTakeIsSavedOnceItDoes) {
+  keeper_.Save(TableOf("/1"));
+  workers_.RunAll();
+  saver_.full = true;
+  keeper_.Replace(TableOf("/2"));
+  workers_.RunAll();
+  for (int tries = 0; tries < 3; ++tries) keeper_.Flush();
+  EXPECT_EQ(Read("tlv.ndx"), Line("/1"));
+  EXPECT_EQ(complaints_.size(), 1U);
+  saver_.full = false;
+  keeper_.Flush();
+  EXPECT_EQ(Read("tlv.ndx"), Line("/2"));
+  EXPECT_EQ(Read("tlv.ndx.before-1"), Line("/1"));
+  EXPECT_EQ(Read("tlv.ndx.before-2"), "none") << "one copy, however often it was tried";
 }
 
 TEST_F(IndexKeeperTest, FilesBelowTheIndexFollowItsFolder) {
