@@ -63,7 +63,6 @@ function(add_test_program name)
     set(main GTest::gtest_main)
   endif()
   target_link_libraries(${name} PRIVATE dj_options ${TEST_LIBRARIES} ${main} GTest::gmock)
-  target_compile_options(${name} PRIVATE -O0)  # half the time to build; what they test is built as it is used
   if(NOT TEST_TIMEOUT)
     set(TEST_TIMEOUT 300)
   endif()
