@@ -4,7 +4,9 @@
 #include <sys/mman.h>
 #include <sys/time.h>
 
+#include <algorithm>
 #include <atomic>
+#include <chrono>
 #include <new>
 #include <random>
 #include <string>
@@ -93,10 +95,16 @@ TEST_F(KilledIndexSave, LeavesTheOldOrTheNewIndexWholeInEveryPhase) {
 
 TEST_F(KilledIndexSave, LeavesTheOldOrTheNewIndexWholeAtAnyInstant) {
   DiskFileSaver saver;
+  const auto began = std::chrono::steady_clock::now();
   ASSERT_TRUE(catalogue::SaveIndex(saver, Path(), Version(0)));
+  // Some saves long, however long that is on this machine.
+  const std::chrono::microseconds some =
+      std::chrono::duration_cast<std::chrono::microseconds>(4 * (std::chrono::steady_clock::now() - began));
+  std::uniform_int_distribution<suseconds_t> instants(100,
+                                                      std::clamp<suseconds_t>(some.count(), 40'000, 900'000));
   std::mt19937 seed(1);
   for (int kill = 0; kill < 50; ++kill) {
-    const auto instant = std::uniform_int_distribution<suseconds_t>(100, 40'000)(seed);
+    const suseconds_t instant = instants(seed);
     const int signal = RunInChild([&] {
       // Nobody handles the alarm, so it ends the process where it stands, inside a call of the system too.
       const itimerval alarm{{0, 0}, {0, instant}};

@@ -37,7 +37,8 @@ struct DamagedFile {
 class DamagedFileTest : public ::testing::TestWithParam<DamagedFile> {};
 
 TEST_P(DamagedFileTest, LosesNoTrackAndNoEvent) {
-  const auto file = ReadMidiFile(FileBytes({}) + GetParam().chunks);
+  const std::string bytes = FileBytes({}) + GetParam().chunks;
+  const auto file = ReadMidiFile(bytes);
   ASSERT_TRUE(file);
   std::vector<std::string> events;
   for (const std::string_view track : file->tracks) {
