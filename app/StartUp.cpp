@@ -8,6 +8,7 @@
 #include "app/WorkstationParts.h"
 #include "app/settings/NameSettings.h"
 #include "support/Text.h"
+#include "support/WordRow.h"
 
 namespace app {
 namespace {
@@ -80,7 +81,7 @@ bool Workstation::ShutDown() {
 }
 
 void Workstation::Parts::ReadLanguage() {
-  string_base = settings.Number("Language", "Current") == 1 ? support::Sentences::kDutchBase : 0;
+  string_base = support::BaseOf(support::LanguageOf(settings.Number("Language", "Current")));
   say.Choose(string_base);
 }
 

@@ -15,6 +15,7 @@
 #include "app/sound/MasterVolume.h"
 #include "app/sound/TrackToLoad.h"
 #include "support/Text.h"
+#include "support/WordRow.h"
 
 namespace app {
 namespace {
@@ -295,7 +296,7 @@ int Workstation::StringBase() const {
 }
 
 void Workstation::SetLanguage(int language) {
-  parts_->settings.SetNumber("Language", "Current", language == 1 ? 1 : 0);
+  parts_->settings.SetNumber("Language", "Current", static_cast<int>(support::LanguageOf(language)));
   parts_->ReadLanguage();
 }
 

@@ -246,9 +246,9 @@ class Workstation {
   [[nodiscard]] bool HasOwnOutput() const;
   /// Moves output 1 to 3 from its stand-in back to its own device, when the View says that it can.
   void ReturnOutput(int output);
-  /// Added to the number of every text of the window, by the language chosen: 0 or 1000.
+  /// Added to the number of every text of the window, by the language chosen: see support::BaseOf.
   [[nodiscard]] int StringBase() const;
-  /// 0 English, 1 Dutch; stored, and acts on all that is said after it.
+  /// By its place among the languages, 0 is English; stored, and acts on all that is said after it.
   void SetLanguage(int language);
   /// Names of the output devices, the first one is device 1. PumpWindow appends those that were plugged in;
   /// one that is pulled keeps its number.

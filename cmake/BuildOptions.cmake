@@ -17,7 +17,8 @@ enable_testing()
 
 # Every target of ours links this: warnings are errors in our code only.
 add_library(dj_options INTERFACE)
-target_include_directories(dj_options INTERFACE ${CMAKE_SOURCE_DIR})
+# What the build makes is included like what stands in the repository.
+target_include_directories(dj_options INTERFACE ${CMAKE_SOURCE_DIR} ${CMAKE_BINARY_DIR}/generated)
 target_compile_options(dj_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID MATCHES Clang)
   target_compile_options(dj_options INTERFACE -Wthread-safety)

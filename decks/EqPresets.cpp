@@ -9,6 +9,7 @@
 #include <optional>
 #include <system_error>
 
+#include "support/Sentences.h"
 #include "support/Text.h"
 
 namespace decks {
@@ -60,10 +61,10 @@ Edited ReplaceBlocks(std::string_view text, std::string_view name, const std::st
 }
 
 std::optional<support::Error> Refusal(const std::string& name) {
-  if (name.empty()) return support::Error{support::ErrorCode::Empty, "A preset needs a name."};
+  if (name.empty()) return support::Failed(support::ErrorCode::Empty, support::Sentence::PresetNeedsName);
   const bool one_line = name.find_first_of(std::string_view("\r\n\0", 3)) == std::string::npos;
   if (one_line) return std::nullopt;
-  return support::Error{support::ErrorCode::Malformed, "The name of a preset is a single line."};
+  return support::Failed(support::ErrorCode::Malformed, support::Sentence::PresetNeedsName);
 }
 
 }  // namespace
@@ -97,8 +98,8 @@ std::string EqValueLine(const EqValues& values) {
 
 support::Result<std::string> EqPresetFile::Text() const {
   const std::filesystem::path path = Path();
-  const support::Error unreadable{support::ErrorCode::Unreadable,
-                                  "\"" + path.string() + "\" cannot be read."};
+  const support::Error unreadable = support::Failed(
+      support::ErrorCode::Unreadable, support::Sentence::FileUnreadable, {"\"" + path.string() + "\""});
   std::error_code failed;
   const auto type = std::filesystem::status(path, failed).type();
   if (type == std::filesystem::file_type::not_found) return std::string();
@@ -133,7 +134,7 @@ support::Result<void> EqPresetFile::Delete(const std::string& name) {
   if (!text) return text.Failure();
   const Edited edited = ReplaceBlocks(text.Value(), name, "");
   if (edited.found) return Rewrite(text.Value(), edited.text);
-  return support::Error{support::ErrorCode::NotFound, "There is no preset \"" + name + "\"."};
+  return support::Failed(support::ErrorCode::NotFound, support::Sentence::FileMissing, {"\"" + name + "\""});
 }
 
 support::Result<void> EqPresetFile::Rewrite(const std::string& old_text, const std::string& new_text) {

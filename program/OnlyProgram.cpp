@@ -18,6 +18,8 @@
 #include "platform/settings/SettingsFile.h"
 #include "support/ProgramFolder.h"
 #include "support/Sentences.h"
+#include "support/Text.h"
+#include "support/WordRow.h"
 
 namespace program {
 namespace {
@@ -46,8 +48,9 @@ std::string Say(Sentence sentence, std::initializer_list<std::string_view> parts
   platform::files::DiskFileSaver files;
   const platform::settings::SettingsFile settings(platform::settings::UserSettingsPath(), files);
   support::Sentences say;
-  if (settings.Get(support::kApplication, "Language", "Current", "0") == "1")
-    say.Choose(support::Sentences::kDutchBase);
+  const auto choice =
+      support::LeadingInteger(settings.Get(support::kApplication, "Language", "Current", "0"));
+  say.Choose(support::BaseOf(support::LanguageOf(choice)));
   if (parts.size() == 0 || !parts.begin()->empty()) return say(sentence, parts);
   return say(sentence, {say(Sentence::AnotherUser)});
 }

@@ -76,6 +76,13 @@ TEST_F(EqPresetDesk, FailuresAreWholeSentences) {
   station_->DeleteEqPreset("Nobody", Keep());
   Pump();
   EXPECT_TRUE(told_.starts_with("The preset \"Nobody\" could not be deleted: ")) << told_;
+  station_->SetLanguage(1);
+  station_->DeleteEqPreset("Nobody", Keep());
+  Pump();
+  EXPECT_EQ(told_,
+            "De voorinstelling \"Nobody\" kon niet worden verwijderd: \"Nobody\" is niet gevonden; het is "
+            "misschien verplaatst of verwijderd.");
+  station_->SetLanguage(0);
   files_.SetFull(true);
   station_->SaveEqPreset(EqBank::First, "Full", Keep());
   Pump();

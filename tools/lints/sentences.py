@@ -1,16 +1,16 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Finds sentences for the user that stand in a source instead of the table, where they have one language only."""
+"""Finds sentences for the user that stand in a source instead of a table, where they have one language only."""
 import pathlib
 import re
 import subprocess
 import sys
 
-# Words of the recorder's encoder, which only a tool shows so far, and those of the fixture's validation, which
-# are the same in every language.
-ELSEWHERE = {"support/Sentences.cpp", "platform/codec/FfmpegEncoderFactory.cpp", "dmx/FixtureProblems.cpp"}
-ROOMS = ("app/", "catalogue/", "dmx/", "engine/", "platform/")
+# Words of the recorder's encoder, which only a tool shows so far, and those of the fixture's validation and of the
+# sequencer, which are the same in every language.
+ELSEWHERE = {"platform/codec/FfmpegEncoderFactory.cpp", "dmx/FixtureProblems.cpp", "karaoke/MciErrors.cpp"}
+ROOMS = ("app/", "catalogue/", "decks/", "dmx/", "engine/", "karaoke/", "lightorgan/", "platform/", "program/", "ui/")
 TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
 
 
@@ -27,7 +27,7 @@ def main():
         for number, line in enumerate(pathlib.Path(name).read_text().splitlines(), 1):
             code = line.split("//")[0]
             if "assert(" not in code and any(is_sentence(text) for text in TEXT.findall(code)):
-                found.append(f"{name}:{number}: a sentence outside support/Sentences.cpp")
+                found.append(f"{name}:{number}: a sentence outside ui/words and support/words")
     print("\n".join(found))
     sys.exit(bool(found))
 

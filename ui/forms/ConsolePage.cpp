@@ -15,6 +15,7 @@
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"
 #include "ui/models/ChannelText.h"
+#include "ui/models/KeyMap.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/LightPreview.h"
 #include "ui/widgets/QuietCombo.h"
@@ -66,14 +67,14 @@ QHBoxLayout* ConsolePage::MakeHead(MessageBoxes& boxes) {
 
 void ConsolePage::MakeChoices(QHBoxLayout& row) {
   const auto& say = look_.say;
-  const auto page = [&](const char* name, const QString& sign, ConsoleWord word, const char* key, int by) {
-    auto* button = MakeButton(name, sign, say(Say::KeyHint).arg(say(word), QLatin1String(key)));
+  const auto page = [&](const char* name, const QString& sign, ConsoleWord word, Qt::Key key, int by) {
+    auto* button = MakeButton(name, sign, say(Say::KeyHint).arg(say(word), KeyText(Qt::CTRL | key)));
     button->setAccessibleName(say(word));
     connect(button, &QPushButton::clicked, this, [this, by] { bank_->Page(by); });
     return button;
   };
-  back_ = page("FadersBack", QStringLiteral("◂"), ConsoleWord::PageBack, "Ctrl+Page Up", -1);
-  on_ = page("FadersOn", QStringLiteral("▸"), ConsoleWord::PageOn, "Ctrl+Page Down", 1);
+  back_ = page("FadersBack", QStringLiteral("◂"), ConsoleWord::PageBack, Qt::Key_PageUp, -1);
+  on_ = page("FadersOn", QStringLiteral("▸"), ConsoleWord::PageOn, Qt::Key_PageDown, 1);
   range_ = new QLabel;
   range_->setAlignment(Qt::AlignCenter);
   Name(*range_, QStringLiteral("FaderRange"), {});

@@ -139,8 +139,7 @@ QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app:
                                   const Look& look) {
   auto* match = new QCheckBox(look.say(caption));
   match->setChecked(workstation_.Settings().Flag("Settings", name));
-  const auto tip = static_cast<ListWord>(static_cast<int>(caption) + 1);
-  Name(*match, QLatin1String(name), look.say(caption), look.say(tip));
+  Name(*match, QLatin1String(name), look.say(caption), look.say.Tip(caption));
   connect(match, &QCheckBox::toggled, this,
           [this, choose](bool chosen) { (workstation_.Lists().*choose)(chosen); });
   return match;

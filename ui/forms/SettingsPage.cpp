@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "app/settings/OutputSettings.h"
+#include "support/Languages.h"
 #include "ui/forms/ApplyPanel.h"
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/TagsPanel.h"
@@ -134,7 +135,7 @@ void SettingsPage::FillDevices(int output, int present) {
 QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   const auto& say = look_.say;
   language_ = new QuietCombo(look_.skin);
-  language_->addItems({QStringLiteral("English"), QStringLiteral("Nederlands")});
+  for (const auto& language : support::kLanguages) language_->addItem(QString::fromUtf8(language.name));
   language_->setCurrentIndex(static_cast<int>(choices.language));
   Name(*language_, QStringLiteral("Language"), say(Say::Language), say(Say::LanguageTip));
   skin_ = new QuietCombo(look_.skin);

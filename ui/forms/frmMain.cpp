@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "support/Text.h"
+#include "support/WordRow.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckPanel.h"
@@ -77,7 +78,7 @@ void frmMain::ReadChoices() {
   const auto number = [this](std::string_view section, std::string_view key) {
     return support::LeadingInteger(settings_.Get(support::kApplication, section, key, "0"));
   };
-  choices_.language = workstation_.StringBase() == 0 ? Strings::Language::English : Strings::Language::Dutch;
+  choices_.language = support::LanguageOfBase(workstation_.StringBase());
   if (const app::MixerHands* hands = workstation_.ResumedMixer()) {
     mixer_state_.faders = hands->faders;
     mixer_state_.crossfader = hands->crossfader;

@@ -21,7 +21,7 @@ class QtWords final : public QTranslator {
                                   int number) const override;
 
  private:
-  Strings::Language language_ = Strings::Language::English;
+  Strings::Language language_{};
 };
 
 }  // namespace ui

@@ -3,390 +3,43 @@
 #pragma once
 
 #include <QString>
-#include <array>
 #include <initializer_list>
-#include <span>
 #include <type_traits>
+
+#include "ui/strings/Say.h"
+
+namespace support {
+enum class Language : int;
+}
 
 namespace ui {
 
-/// Numbers of the window's captions and messages in English; Dutch is the same number plus 1000.
-enum class Say : int {
-  Caption = 2001,
-  // Status line
-  OutputOf = 2010,
-  NoSound,
-  SoundLoad,
-  LateBlocks,
-  SoundLoadTip,
-  LateBlocksTip,
-  ClockTip,
-  // Decks
-  Deck = 2030,
-  DeckEmpty,
-  DeckEmptyHint,
-  Loading,
-  Stopped,
-  Playing,
-  Paused,
-  Ended,
-  Play,
-  Pause,
-  Stop,
-  ToStart,
-  PlayTip,
-  StopTip,
-  ToStartTip,
-  Tempo,
-  TempoTip,
-  TempoReset,
-  TempoResetTip,
-  BpmCaption,
-  BpmTip,
-  Remaining,
-  Elapsed,
-  Overview,
-  OverviewTip,
-  UnknownArtist,
-  KeyHint,
-  Wave,
-  WaveTip,
-  // Mixer
-  Volume = 2070,
-  VolumeTip,
-  Level,
-  LevelTip,
-  Cue,
-  CueName,
-  CueTip,
-  CueNoDevice,
-  Crossfader,
-  CrossfaderTip,
-  Curve,
-  CurveTip,
-  CurveSmooth,
-  CurveCut,
-  CurvePower,
-  MainVolume,
-  MainVolumeHead,
-  MainVolumeTip,
-  MainVolumeNone,
-  // Catalogue
-  Music = 2100,
-  MusicTip,
-  Tracks,
-  Catalogue,
-  CatalogueTip,
-  AddFiles,
-  AddFilesTip,
-  AddFilesTitle,
-  DialogAdd,
-  DialogCancel,
-  DialogLookIn,
-  DialogName,
-  DialogKind,
-  MusicFiles,
-  AllFiles,
-  AddingFiles,
-  Added,
-  AddedNone,
-  AlreadyThere,
-  LeftOut,
-  Close,
-  CloseTip,
-  EmptyCatalogue,
-  OnDeck,
-  LoadOn,
-  LoadOnTip,
-  DeleteTracksName,
-  // Columns of a track table
-  ColumnDeck = 2140,
-  ColumnArtist,
-  ColumnTitle,
-  ColumnTime,
-  ColumnBpm,
-  ColumnGenre,
-  ColumnAlbum,
-  ColumnYear,
-  ColumnOrigin,
-  // What could not be done
-  DeckIsPlaying = 2160,
-  BothDecksPlay,
-  NoRowChosen,
-  PutIntoPlaylist,
-  // Deleting
-  AskDelete = 2170,
-  AskDeleteOne,
-  AskDeleteSongs,
-  AskDeleteSong,
-  DeleteFiles,
-  DeleteFile,
-  Deleted,
-  NotDeleted,
-  // Playlists
-  Playlist = 2180,
-  PlaylistTip,
-  EmptyPlaylist,
-  RemoveRows,
-  RemoveRowsName,
-  RemoveRowsTip,
-  Playlist3,
-  Playlist3Tip,
-  // Karaoke
-  Karaoke = 2190,
-  KaraokePageTip,
-  KaraokeTip,
-  EmptyKaraoke,
-  Songs,
-  DeleteKaraokeName,
-  // Pages whose place is kept
-  Console = 2200,
-  ConsoleTip,
-  Organ,
-  OrganTip,
-  Effects,
-  EffectsTip,
-  Recording,
-  RecordingTip,
-  RecordingLater,
-  // Manual
-  HelpCaption = 2220,
-  HelpTip,
-  HelpMissing,
-  HelpFolder,
-  // Settings
-  Settings = 2240,
-  SettingsTip,
-  Outputs,
-  OutputsHint,
-  PriorityRealTime,
-  PriorityRaised,
-  PriorityNormal,
-  OutputDeck,
-  OutputHeadphones,
-  Device,
-  DeviceTip,
-  Pair,
-  PairTip,
-  PairAll,
-  PairFront,
-  PairRear,
-  PairCentre,
-  PairRear2,
-  DeviceMissing,
-  Window,
-  Language,
-  LanguageTip,
-  Skin,
-  SkinTip,
-  SkinDark,
-  SkinLight,
-  // What the button of the settings does
-  Collection = 2270,
-  ReindexMusic,
-  ReindexMusicTip,
-  ReindexKaraoke,
-  ReindexKaraokeTip,
-  ChooseDirectory,
-  ChooseDirectoryTip,
-  KeepColours,
-  KeepColoursTip,
-  OpenHelp,
-  OpenHelpTip,
-  Folder,
-  FolderTip,
-  Apply,
-  ApplyTip,
-  CancelScan,
-  CancelScanTip,
-  ScanListing,
-  ScanGoes,
-  ScanFound,
-  ScanChangedNothing,
-  ColoursKept,
-  DialogChoose,
-  // Colours of the light console
-  ChannelColours = 2300,
-  Channels,
-  ConsoleSize,
-  ConsoleSizeTip,
-  ColourOf,
-  ColourTip,
-  // Visualisers
-  Visualiser = 2320,
-  VisualiserTip,
-  VisualNone,
-  VisualSpectrum,
-  VisualWave,
-  Visual,
-  VisualTip,
-  VisualRate,
-  VisualRateTip,
-  // Lights
-  FunctionFree = 2480,
-  FunctionPan,
-  FunctionTilt,
-  FunctionDimmer,
-  FunctionShutter,
-  FunctionColour,
-  FunctionColourRotation,
-  FunctionGobo,
-  FunctionGoboRotation,
-  FunctionSpeed,
-  FixtureEditor,
-  FixtureEditorTip,
-  ShowEditor,
-  ShowEditorTip,
-  DmxSends,
-  DmxNoBox,
-  DmxDark,
-  DmxTip,
-  AndMore,
-  // Equaliser
-  EqCurve = 2500,
-  EqCurveTip,
-  EqInMixer,
-  EqInMixerTip,
-  EqBand,
-  EqBandTip,
-  EqPresets,
-  EqBank,
-  EqBankTip,
-  EqBankFirst,
-  EqBankSecond,
-  EqPreset,
-  EqPresetTip,
-  EqNoPreset,
-  EqValues,
-  EqValuesTip,
-  EqName,
-  EqNameTip,
-  EqSave,
-  EqSaveTip,
-  EqDelete,
-  EqDeleteTip,
-  EqFlat,
-  EqFlatTip,
-  EqResend,
-  EqResendTip,
-  EqAskOverwrite,
-  EqOverwrite,
-  EqAskDelete,
-  EqSaved,
-  EqDeleted,
-  EqNone,
-  EqNameHint,
-  // Mixing
-  Mixing = 2540,
-  MixThreshold,
-  MixThresholdTip,
-  StartMixPoint,
-  EndMixPoint,
-  MixPointTip,
-  SeekGuard,
-  SeekGuardTip,
-  SeekGuarded,
-  // Tempo and beats
-  NudgeBackSign = 2560,
-  NudgeBack,
-  NudgeBackTip,
-  NudgeOnSign,
-  NudgeOn,
-  NudgeOnTip,
-  Sync,
-  SyncName,
-  SyncTip,
-  Tap,
-  TapName,
-  TapTip,
-  Beats,
-  BeatsName,
-  BeatsTip,
-  BpmDouble,
-  BpmHalf,
-  BpmTwoThirds,
-  BpmThreeHalves,
-  GridHere,
-  GridAsFound,
-  GridEarlierSign,
-  GridEarlier,
-  GridEarlierTip,
-  GridLaterSign,
-  GridLater,
-  GridLaterTip,
-  KeyLock,
-  KeyLockName,
-  KeyLockTip,
-  PitchDownSign,
-  PitchDown,
-  PitchUpSign,
-  PitchUp,
-  PitchTip,
-  TempoRange,
-  TempoRangeTip,
-  Stretch,
-  StretchTip,
-  StretchBest,
-  StretchCheap,
-  // Listening to a row
-  Listen = 2620,
-  ListenRow,
-  ListenRowTip,
-  ListenPlace,
-  // What came back, and gain
-  ReturnOutput = 2630,
-  ReturnOutputName,
-  ReturnOutputTip,
-  Gain,
-  GainName,
-  GainTip,
-  Unsaved,
-  UnsavedTip,
-  GainAsk,
-  GainAskName,
-  GainAskTip,
-  GainBusy,
-  GainUnknown,
-  // Outputs
-  OutputAsDeck1,
-  HeadphonesHeard,
-  HeadphonesHeardTip,
-  NoticeSeen,
-  NoticeSeenTip,
-};
-
-/// The table of all captions and messages, in one language.
+/// All captions and messages, by their numbers, in one language.
 class Strings {
  public:
-  enum class Language { English = 0, Dutch = 1 };
-  struct Row {
-    template <typename Number>
-    constexpr Row(Number row_number, const char* in_english, const char* in_dutch)
-        : number(static_cast<int>(row_number)), english(in_english), dutch(in_dutch) {}
-    int number;
-    const char* english;
-    const char* dutch;
-  };
+  using Language = support::Language;
 
   explicit Strings(Language language) : language_(language) {}
 
-  /// number: of any of the tables.
+  /// number: of any of the window's enumerations of words.
   template <typename Number>
   requires std::is_enum_v<Number>
   [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
+  /// The tip of a word. Requires: the word has one.
+  template <typename Number>
+  requires std::is_enum_v<Number>
+  [[nodiscard]] QString Tip(Number number) const { return TipOf(static_cast<int>(number)); }
   /// With its first places filled by numbers, and its forms chosen after them: see support::ChooseForms.
   template <typename Number, typename... Counts>
   requires std::is_enum_v<Number>
   [[nodiscard]] QString Count(Number number, Counts... counts) const {
     return Counted(static_cast<int>(number), {static_cast<qint64>(counts)...});
   }
-  /// Every table, in the order of the numbers.
-  [[nodiscard]] static std::array<std::span<const Row>, 12> Tables();
 
  private:
   [[nodiscard]] QString Text(int number) const;
+  [[nodiscard]] QString TipOf(int number) const;
   [[nodiscard]] QString Counted(int number, std::initializer_list<qint64> counts) const;
-  [[nodiscard]] const char* Find(int number) const;
 
   Language language_;
 };

@@ -6,6 +6,7 @@
 #include <QLineEdit>
 #include <QRadioButton>
 
+#include "support/Languages.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/tests/Booth.h"
 

@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <limits>
 
+#include "support/Languages.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/OutputText.h"
 #include "ui/models/SentEcho.h"

@@ -7,6 +7,7 @@
 #include <QWidget>
 
 #include "app/testing/FakeWindow.h"
+#include "support/Languages.h"
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/forms/MessageBoxes.h"
