@@ -149,7 +149,7 @@ def check_texts(word, what, texts, languages):
 
 def check_forms(word, what, text, language, places):
     for forms in re.findall(r"\{([^{}]*)\}", text):
-        place, _, both = forms.rpartition(":") if re.match(r"\d:", forms) else ("1", "", forms)
+        place, _, both = forms.partition(":") if re.match(r"\d:", forms) else ("1", "", forms)
         if both.count("|") != 1 or place not in places:
             word.fault(f"{what} is counted wrongly in {language.enumerator}: {{{forms}}} has to be two forms and a "
                        "place of the text.")
@@ -169,7 +169,7 @@ def check_numbers(tables):
             if table.enum and not any(first <= word.number <= end for first, end in table.ranges):
                 word.fault(f"{word.number} is none of the numbers of this table.")
             # Enumerations share the numbers of their folder, a list has its own.
-            keys = [("" if table.enum else table.header, word.number)] + [(table.enum, word.name)] * bool(table.enum)
+            keys = [("", word.number), (table.enum, word.name)] if table.enum else [(table.header, word.number)]
             for key in keys:
                 if key in taken:
                     word.fault(f"{key[1]} is given already, {taken[key].file}:{taken[key].line}.")

@@ -100,7 +100,7 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
                            {"UseSplit", "True", "file names are split where the tag does not give a title"},
                            {"Write", "False", "mixing values are written to the files' tags"}};
 
-constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch"}};
+constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch, 2 German"}};
 constexpr Words kSkin[] = {{"Name", "0", "number of the skin"}};
 constexpr Words kVisualisation[] = {{"Name", "Spectrum", "visualiser that is shown; None for none"},
                                     {"Resolution", "25", "frames a second of the visualisation"}};

@@ -75,7 +75,8 @@ TEST_F(StartUpTest, AMachineWithoutSoundRunsWithoutSound) {
 }
 
 TEST_F(StartUpTest, TheLanguageChoosesTheBaseOfTheTexts) {
-  const std::pair<const char*, int> bases[] = {{"0", 0}, {"1", 1000}, {"2", 0}, {"x", 0}};
+  const std::pair<const char*, int> bases[] = {{"0", 0},  {"1", 1000},       {"2", 4000}, {"3", 0},
+                                               {"-1", 0}, {"4294967298", 0}, {"x", 0}};
   for (const auto& [language, base] : bases) {
     Store("Language", "Current", language);
     StartUp();

@@ -272,6 +272,11 @@ TEST_F(TablesTest, AChosenLanguageIsStoredAndSpoken) {
   EXPECT_EQ(Stored("Language", "Current"), "1");
   EXPECT_EQ(station_->StringBase(), 1000);
   EXPECT_TRUE(station_->View().notice.starts_with("De geluidsuitgang \"Phones\" kan niet worden geopend."));
+  station_->SetLanguage(2);
+  EXPECT_EQ(Stored("Language", "Current"), "2");
+  EXPECT_EQ(station_->StringBase(), 4000);
+  station_->SetLanguage(3);
+  EXPECT_EQ(Stored("Language", "Current"), "0") << "there is no such language";
 }
 
 }  // namespace

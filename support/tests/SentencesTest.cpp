@@ -44,6 +44,9 @@ TEST(SentencesTest, AChoiceOfLanguageHoldsForWhatIsSaidNext) {
   Sentences say;
   say.Choose(1000);
   EXPECT_EQ(say(Sentence::NoSound), "geen geluid");
+  say.Choose(4000);
+  EXPECT_EQ(say(Sentence::FilesLeftOut, {"1"}),
+            "1 Datei wurde ausgelassen, weil sie sich nicht abspielen lässt.");
   say.Choose(500);
   EXPECT_EQ(say(Sentence::NoSound), "no sound");
   say.Choose(0);

@@ -1,7 +1,8 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""Every word of the tables is said somewhere; and tools/words.py names the fault of each table that has one."""
+"""Every word of the tables is said somewhere, the manuals call things as the window does, and tools/words.py names the
+fault of each table that has one."""
 import pathlib
 import re
 import subprocess
@@ -100,8 +101,21 @@ def silent_words():
             yield f"{table}: nothing says {enum}::{word}"
 
 
+def misnamed():
+    """What stands in a manual in quotation marks is a word of the window, as the window says it."""
+    languages = pathlib.Path("support/languages.txt").read_text(encoding="utf-8")
+    for code in re.findall(r"^([a-z]{2}) ", languages, re.MULTILINE):
+        folder, words = ("." if code == "en" else code), set()
+        for table in pathlib.Path().glob("ui/words/*.txt"):
+            words.update(re.findall(rf"^(?: tip|    ) {code}  (.*)", table.read_text(encoding="utf-8"), re.MULTILINE))
+        for manual in pathlib.Path("program-folder/help", folder).glob("*.htm"):
+            for name in re.findall("[“„]([^”“]*)[”“]", manual.read_text(encoding="utf-8")):
+                if name not in words and f"{name} …" not in words:
+                    yield f"{manual}: the window does not say “{name}”"
+
+
 def main():
-    faults = [*faults_of_the_tool(), *silent_words()]
+    faults = [*faults_of_the_tool(), *silent_words(), *misnamed()]
     print("\n".join(faults))
     sys.exit(1 if faults else 0)
 

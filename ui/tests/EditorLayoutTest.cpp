@@ -20,7 +20,7 @@ struct EditorCase {
   Qt::Key editor;
 };
 
-/// Both editors with something in them, at every size and in both languages.
+/// Both editors with something in them, at every size and in every language.
 class EditorLayoutTest : public EditorBooth, public ::testing::WithParamInterface<EditorCase> {
  protected:
   EditorLayoutTest() {
@@ -78,11 +78,11 @@ TEST_P(EditorLayoutTest, NoTextIsCut) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(Editors, EditorLayoutTest,
-                         ::testing::Values(EditorCase{{1200, 640}, 1, Qt::Key_L},
-                                           EditorCase{{3840, 2160}, 0, Qt::Key_L},
-                                           EditorCase{{1200, 640}, 1, Qt::Key_D},
-                                           EditorCase{{3840, 2160}, 0, Qt::Key_D}));
+INSTANTIATE_TEST_SUITE_P(
+    Editors, EditorLayoutTest,
+    ::testing::Values(EditorCase{{1200, 640}, 1, Qt::Key_L}, EditorCase{{1200, 640}, 2, Qt::Key_L},
+                      EditorCase{{3840, 2160}, 0, Qt::Key_L}, EditorCase{{1200, 640}, 1, Qt::Key_D},
+                      EditorCase{{1200, 640}, 2, Qt::Key_D}, EditorCase{{3840, 2160}, 0, Qt::Key_D}));
 
 }  // namespace
 }  // namespace ui::testing

@@ -192,7 +192,8 @@ TEST_P(LayoutTest, TabReachesEveryControl) {
 
 INSTANTIATE_TEST_SUITE_P(Sizes, LayoutTest,
                          ::testing::Values(Case{{1200, 640}, 0, true}, Case{{1200, 640}, 1, true},
-                                           Case{{1366, 768}, 0, true}, Case{{1366, 768}, 1, true},
+                                           Case{{1200, 640}, 2, true}, Case{{1366, 768}, 0, true},
+                                           Case{{1366, 768}, 1, true}, Case{{1366, 768}, 2, true},
                                            Case{{1366, 700}, 0, false}, Case{{1920, 1080}, 0, true},
                                            Case{{3840, 2160}, 0, true}, Case{{3840, 2160}, 1, true}));
 

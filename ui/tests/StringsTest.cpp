@@ -26,6 +26,7 @@ TEST(Strings, WhatIsCountedAgreesWithItsNumber) {
   const Strings dutch(Language::Dutch);
   EXPECT_EQ(dutch.Count(BankWord::BankItem, 1, 2), QStringLiteral("Bank 1: 2 stappen"));
   EXPECT_EQ(dutch.Count(BankWord::BankItem, 2, 1), QStringLiteral("Bank 2: 1 stap"));
+  EXPECT_EQ(Strings(Language::German).Count(BankWord::BankItem, 3, 2), QStringLiteral("Bank 3: 2 Schritte"));
 }
 
 TEST(Strings, NothingIsCountedInOneFormAlone) {

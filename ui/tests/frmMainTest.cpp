@@ -397,6 +397,12 @@ TEST_F(frmMainTest, TheLanguageChangesAtOnceAndIsKept) {
   EXPECT_EQ(Find<QSlider>("deck1Volume").value(), 70);
   EXPECT_EQ(Deck(1).volume, 70);
   EXPECT_TRUE(Find<QWidget>("SettingsPage").isVisible());
+  Choose("Language", 2);
+  Settle();
+  EXPECT_EQ(TextOf("deck1State"), QStringLiteral("Läuft"));
+  EXPECT_EQ(settings.Get("TLVG", "Language", "Current", ""), "2");
+  EXPECT_EQ(Find<QComboBox>("Language").currentText(), QStringLiteral("Deutsch"));
+  EXPECT_TRUE(Find<QWidget>("Page1").toolTip().endsWith(QStringLiteral("(Strg+1)"))) << "Qt names the keys";
 }
 
 TEST_F(frmMainTest, AChoiceOfColoursOrLanguageIsKeptAndNothingElse) {
