@@ -105,9 +105,9 @@ void LightDesk::MoveFader(int channel, dmx::DmxLevel level) {
   Post([this, channel, level] { universe_.MoveFader(channel, level); });
 }
 
-void LightDesk::MoveFaders(std::vector<FaderMove> moves) {
+void LightDesk::MoveFaders(std::vector<dmx::FaderMove> moves) {
   Post([this, moves = std::move(moves)] {
-    for (const FaderMove& move : moves) universe_.MoveFader(move.channel, move.level);
+    for (const dmx::FaderMove& move : moves) universe_.MoveFader(move.channel, move.level);
   });
 }
 
@@ -222,7 +222,7 @@ LightsInHand LightDesk::InHand() const {
 void LightDesk::GoOn(const LightsInHand& lights) {
   SetGrandMaster(lights.grand_master);
   SetBlackout(lights.blackout ? dmx::OutputStage::Blackout::On : dmx::OutputStage::Blackout::Off);
-  std::vector<FaderMove> moves;
+  std::vector<dmx::FaderMove> moves;
   for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) {
     const dmx::DmxLevel level = lights.levels[static_cast<std::size_t>(channel - 1)];
     if (level != 0) moves.push_back({channel, level});

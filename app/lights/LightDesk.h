@@ -12,6 +12,7 @@
 #include "app/DeskContext.h"
 #include "app/WorkstationView.h"
 #include "app/lights/StagedShow.h"
+#include "dmx/FaderMoves.h"
 #include "dmx/OutputStage.h"
 #include "dmx/ShowPlayer.h"
 #include "dmx/dmx_output.h"
@@ -57,12 +58,6 @@ struct LightsInHand {
   bool operator==(const LightsInHand&) const = default;
 };
 
-/// A fader and where it goes.
-struct FaderMove {
-  int channel = 0;
-  dmx::DmxLevel level = 0;
-};
-
 /// Stage lighting in the running program: universe, output, show player.
 ///
 /// Law: what the window hands over is kept until nobody else holds it, so that the conductor never frees a
@@ -97,7 +92,7 @@ class LightDesk {
 
   // Faders. Wherever one is moved from, this is its way to the lamp.
   void MoveFader(int channel, dmx::DmxLevel level);
-  void MoveFaders(std::vector<FaderMove> moves);
+  void MoveFaders(std::vector<dmx::FaderMove> moves);
 
   // Shows.
   /// Where they lie.

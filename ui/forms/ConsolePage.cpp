@@ -162,7 +162,7 @@ QVBoxLayout* ConsolePage::MakeMaster() {
 }
 
 void ConsolePage::AllDown() {
-  std::vector<app::FaderMove> moves;
+  std::vector<dmx::FaderMove> moves;
   for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) moves.push_back({channel, 0});
   lights_.MoveFaders(std::move(moves));
 }

@@ -10,7 +10,6 @@
 #include <QScrollBar>
 #include <algorithm>
 
-#include "dmx/FixtureControls.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FixtureFaders.h"
 #include "ui/forms/PatchPanel.h"
@@ -174,53 +173,23 @@ std::vector<int> DMX::Together(int position) const {
   return among ? chosen : std::vector<int>{position};
 }
 
-void DMX::AddMove(std::vector<app::FaderMove>& moves, int position, int channel, int level) const {
-  const int on_the_wire = edit_.Now().fixtures.Item(position)->StartChannel + channel - 1;
-  if (channel < 1 || on_the_wire < 1 || on_the_wire > dmx::kUniverseChannels) return;
-  moves.push_back({on_the_wire, static_cast<dmx::DmxLevel>(level)});
-}
-
 void DMX::MoveLevel(int position, int channel, int level) {
-  const dmx::DMXname& fixtures = edit_.Now().fixtures;
-  std::vector<app::FaderMove> moves;
-  for (const int other : Together(position)) {
-    const int same = other == position ? channel
-                                       : dmx::SameChannel(fixtures.Item(position)->Channels, channel,
-                                                          fixtures.Item(other)->Channels);
-    AddMove(moves, other, same, level);
-  }
-  Move(std::move(moves));
+  Move(dmx::MovesOfLevel(edit_.Now().fixtures, Together(position), position, channel,
+                         static_cast<dmx::DmxLevel>(level)));
 }
 
 void DMX::MoveColour(int position, const QColor& colour) {
-  std::vector<app::FaderMove> moves;
-  for (const int other : Together(position)) {
-    const dmx::ColourChannels mix = dmx::ColourChannelsOf(edit_.Now().fixtures.Item(other)->Channels);
-    for (const int channel : mix.red) AddMove(moves, other, channel, colour.red());
-    for (const int channel : mix.green) AddMove(moves, other, channel, colour.green());
-    for (const int channel : mix.blue) AddMove(moves, other, channel, colour.blue());
-  }
-  Move(std::move(moves));
+  const auto level = [](int value) { return static_cast<dmx::DmxLevel>(value); };
+  Move(dmx::MovesOfColour(edit_.Now().fixtures, Together(position),
+                          {level(colour.red()), level(colour.green()), level(colour.blue())}));
 }
 
 void DMX::MoveDirection(int position, const QPointF& place) {
-  std::vector<app::FaderMove> moves;
-  for (const int other : Together(position)) {
-    const dmx::ChannelSlider& channels = edit_.Now().fixtures.Item(other)->Channels;
-    const auto move = [&](dmx::ChannelFunction function, double to) {
-      const dmx::AxisChannels axis = dmx::AxisChannelsOf(channels, function);
-      const dmx::AxisLevels levels = dmx::LevelsAt(axis, to);
-      AddMove(moves, other, axis.coarse, levels.coarse);
-      AddMove(moves, other, axis.fine, levels.fine);
-    };
-    move(dmx::ChannelFunction::Pan, place.x());
-    move(dmx::ChannelFunction::Tilt, place.y());
-  }
-  Move(std::move(moves));
+  Move(dmx::MovesOfDirection(edit_.Now().fixtures, Together(position), place.x(), place.y()));
 }
 
-void DMX::Move(std::vector<app::FaderMove> moves) {
-  for (const app::FaderMove& move : moves) levels_.Move(move.channel, move.level, clock_.Now());
+void DMX::Move(std::vector<dmx::FaderMove> moves) {
+  for (const dmx::FaderMove& move : moves) levels_.Move(move.channel, move.level, clock_.Now());
   workstation_.Lights().MoveFaders(std::move(moves));
   ShowLevels();
 }
@@ -264,7 +233,7 @@ void DMX::ShowStep() {
   if (plays && !blind_) return;
   const dmx::SceneStep* step = edit_.Step(scenes_->ChosenScene(), scenes_->ChosenStep());
   if (step == nullptr) return;
-  std::vector<app::FaderMove> moves;
+  std::vector<dmx::FaderMove> moves;
   auto channel = edit_.Channels().begin();
   for (const dmx::Sliders& record : step->SceneChannel) {
     if (channel == edit_.Channels().end()) break;
@@ -273,7 +242,7 @@ void DMX::ShowStep() {
     if (place > 0) moves.push_back({place, static_cast<dmx::DmxLevel>(level)});
   }
   if (!blind_) return Move(std::move(moves));
-  for (const app::FaderMove& move : moves) levels_.Hold(move.channel, move.level);
+  for (const dmx::FaderMove& move : moves) levels_.Hold(move.channel, move.level);
   ShowLevels();
 }
 

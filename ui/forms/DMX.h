@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "dmx/FaderMoves.h"
 #include "dmx/ShowEdit.h"
 #include "ui/forms/EditorWindow.h"
 #include "ui/models/LevelMirror.h"
@@ -69,8 +70,7 @@ class DMX final : public EditorWindow {
   void MoveLevel(int position, int channel, int level);
   void MoveColour(int position, const QColor& colour);
   void MoveDirection(int position, const QPointF& place);
-  void Move(std::vector<app::FaderMove> moves);
-  void AddMove(std::vector<app::FaderMove>& moves, int position, int channel, int level) const;
+  void Move(std::vector<dmx::FaderMove> moves);
 
   dmx::ShowEdit edit_;
   LevelMirror levels_;
