@@ -7,6 +7,7 @@
 #include <string>
 #include <string_view>
 
+#include "app/files/IntakeOrder.h"
 #include "app/resume/Journal.h"
 #include "catalogue/FolderRecord.h"
 #include "catalogue/IndexFile.h"
@@ -267,6 +268,18 @@ void MakeJournalSeeds(const std::filesystem::path& folder) {
       "[mixer]\nleader=2\nnext=2\n[suspect]\nfalls=5\nfile=\nfile=x\nfalls=-1\n");
 }
 
+void MakeOrderSeeds(const std::filesystem::path& folder) {
+  using Source = app::IntakeOrder::Source;
+  const auto order = [](app::IntakeOrder one) {
+    return std::make_shared<const app::IntakeOrder>(std::move(one));
+  };
+  WriteSeed(folder / "full",
+            app::OrdersText({order({.list = app::ListId::Catalogue, .paths = {"/music/a b.mp3", "/stick"}}),
+                             order({app::ListId::Playlist3, Source::Opened, 7, {}, {"/lists/friday.m3u"}})}));
+  WriteSeed(folder / "wrong",
+            "\tx\r\n9 0 dropped\r\n\ty\r\n1 -1 opened\r\n0 0 dropped\r\n\tz\nw\r\n\t\r\n\tcut");
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
@@ -276,7 +289,8 @@ int main(int argc, char** argv) {
       {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
       {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
       {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
-      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds},       {"journals", &MakeJournalSeeds}};
+      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds},       {"journals", &MakeJournalSeeds},
+      {"orders", &MakeOrderSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

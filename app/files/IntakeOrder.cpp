@@ -11,6 +11,10 @@ namespace {
 
 constexpr std::string_view kLineEnd = "\r\n";
 
+bool FitsALine(std::string_view path) {
+  return path.find_first_of(kLineEnd) == std::string_view::npos;
+}
+
 std::optional<IntakeOrder> HeadOf(std::string_view line) {
   const auto parts = support::Split(line, ' ');
   if (parts.size() != 3) return std::nullopt;
@@ -34,7 +38,7 @@ std::string OrdersText(const std::vector<std::shared_ptr<const IntakeOrder>>& or
     text += std::to_string(static_cast<int>(order->list)) + ' ' + std::to_string(order->before);
     text.append(opened ? " opened" : " dropped").append(kLineEnd);
     for (const std::string& path : order->paths) {
-      if (path.find_first_of("\r\n") == std::string::npos) text.append("\t").append(path).append(kLineEnd);
+      if (FitsALine(path)) text.append("\t").append(path).append(kLineEnd);
     }
   }
   return text;
@@ -49,7 +53,7 @@ std::vector<IntakeOrder> ReadOrders(std::string_view text) {
     const std::string_view line = text.substr(0, end);
     text.remove_prefix(end + kLineEnd.size());
     if (line.starts_with('\t')) {
-      if (understood && line.size() > 1) orders.back().paths.emplace_back(line.substr(1));
+      if (understood && line.size() > 1 && FitsALine(line)) orders.back().paths.emplace_back(line.substr(1));
       continue;
     }
     auto head = HeadOf(line);

@@ -252,7 +252,7 @@ TEST(IntakeOrderTest, OrdersGoThereAndBackAndWhatIsNoneIsPassedOver) {
       (std::vector<IntakeOrder>{music, {ListId::Playlist2, IntakeOrder::Source::Opened, 7, {}, {"/l.m3u"}}}));
   for (const char* bad :
        {"9 0 dropped\r\n\tx\r\n", "0 -1 dropped\r\n\tx\r\n", "0 99999999999 opened\r\n\tx\r\n", "\tx\r\n",
-        "0 0 thrown\r\n\tx\r\n", "0 0 dropped\r\n\tx", "0 0 dropped\r\n\r\n"}) {
+        "0 0 thrown\r\n\tx\r\n", "0 0 dropped\r\n\tx", "0 0 dropped\r\n\tx\ny\r\n", "0 0 dropped\r\n\r\n"}) {
     EXPECT_TRUE(ReadOrders(bad).empty()) << bad;
   }
 }

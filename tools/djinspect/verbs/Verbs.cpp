@@ -11,6 +11,7 @@ namespace {
 
 // clang-format off: a verb a line
 constexpr auto kVerbs = std::to_array<Verb>({
+    {"adding", "FILE", &InspectAdding},
     {"analyse", "FILE", &InspectAnalysis},
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
     {"cdg", "FILE", &InspectDisc},

@@ -32,6 +32,7 @@ struct Verb {
 ExitCode Run(std::span<const std::string> arguments, std::ostream& out, std::ostream& err);
 
 // One file a verb.
+ExitCode InspectAdding(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectBank(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectDisc(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostream& err);

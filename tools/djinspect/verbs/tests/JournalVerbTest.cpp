@@ -14,10 +14,10 @@ namespace {
 
 class JournalVerbTest : public ::testing::Test {
  protected:
-  ExitCode Inspect(const std::string& text) {
-    folder_.Write("tlv.night", text);
+  ExitCode Inspect(const std::string& text, const char* verb = "journal") {
+    folder_.Write("kept", text);
     out_.str("");
-    return djinspect::Run(std::vector<std::string>{"journal", (folder_ / "tlv.night").string()}, out_, err_);
+    return djinspect::Run(std::vector<std::string>{verb, (folder_ / "kept").string()}, out_, err_);
   }
   platform::files::testing::TestFolder folder_;
   std::ostringstream out_, err_;
@@ -47,6 +47,13 @@ TEST_F(JournalVerbTest, OneThatIsNotWholeIsNone) {
   EXPECT_EQ(Inspect(whole.substr(0, whole.size() / 2)), ExitCode::NothingRead);
   EXPECT_EQ(out_.str(), "");
   EXPECT_NE(err_.str(), "");
+}
+
+TEST_F(JournalVerbTest, PrintsWhatIsStillToBeAdded) {
+  ASSERT_EQ(Inspect("9 0 opened\r\n\tx\r\n4 7 opened\r\n\t/caf\xE9.m3u\r\n", "adding"), ExitCode::Read);
+  EXPECT_EQ(
+      nlohmann::json::parse(out_.str())["orders"],
+      nlohmann::json::parse(R"([{"list":"playlist3","before":7,"opened":true,"paths":["/caf\u00e9.m3u"]}])"));
 }
 
 }  // namespace
