@@ -76,57 +76,58 @@ class ScanRowsTest : public ::testing::Test {
   catalogue::testing::MemorySideStore store_;
 };
 
+const struct {
+  const char* what;
+  std::vector<Row> before, after;
+  const char* still_there;
+  const char* moved_to;
+  int gone, kept;
+} kMoves[] = {
+    {"nothing happened", {{"music/x.mp3", "T"}}, {{"music/x.mp3", "T"}}, "", "", 0, 0},
+    {"a folder moved", {{"music/a/x.mp3", "T"}}, {{"music/b/c/x.mp3", "T"}}, "", "music/b/c/x.mp3", 0, 0},
+    {"another tag", {{"music/a/x.mp3", "T"}}, {{"music/b/x.mp3", "U"}}, "", "", 1, 0},
+    {"another name", {{"music/a/x.mp3", "T"}}, {{"music/b/y.mp3", "T"}}, "", "", 1, 0},
+    {"two copies to choose from",
+     {{"music/a/x.mp3", "T"}},
+     {{"music/b/x.mp3", "T"}, {"music/c/x.mp3", "T"}},
+     "",
+     "",
+     1,
+     0},
+    {"two that are alike went",
+     {{"music/a/x.mp3", "T"}, {"music/b/x.mp3", "T"}},
+     {{"music/c/x.mp3", "T"}},
+     "",
+     "",
+     2,
+     0},
+    {"a copy of a file outside the masks",
+     {{"music/x.wav", "T"}},
+     {{"music/b/x.wav", "T"}},
+     "music/x.wav",
+     "",
+     0,
+     1},
+    {"a copy of a file in another folder",
+     {{"stick/x.mp3", "T"}},
+     {{"music/x.mp3", "T"}},
+     "stick/x.mp3",
+     "",
+     0,
+     1},
+    {"from another folder",
+     {{"stick/x.mp3", "T"}},
+     {{"music/x.mp3", "T"}},
+     "stick/y.mp3",
+     "music/x.mp3",
+     0,
+     0},
+    {"a copy on a stick that is not there", {{"stick/x.mp3", "T"}}, {{"music/x.mp3", "T"}}, "", "", 0, 1},
+    {"a folder that begins alike", {{"music2/x.mp3", "T"}}, {}, "", "", 0, 1},
+};
+
 TEST_F(ScanRowsTest, AFileIsMovedWhereItIsFoundOnceElsewhereAndIsReallyGoneFromWhereItWas) {
-  const struct {
-    const char* what;
-    std::vector<Row> before, after;
-    const char* still_there;
-    const char* moved_to;
-    int gone, kept;
-  } cases[] = {
-      {"nothing happened", {{"music/x.mp3", "T"}}, {{"music/x.mp3", "T"}}, "", "", 0, 0},
-      {"a folder moved", {{"music/a/x.mp3", "T"}}, {{"music/b/c/x.mp3", "T"}}, "", "music/b/c/x.mp3", 0, 0},
-      {"another tag", {{"music/a/x.mp3", "T"}}, {{"music/b/x.mp3", "U"}}, "", "", 1, 0},
-      {"another name", {{"music/a/x.mp3", "T"}}, {{"music/b/y.mp3", "T"}}, "", "", 1, 0},
-      {"two copies to choose from",
-       {{"music/a/x.mp3", "T"}},
-       {{"music/b/x.mp3", "T"}, {"music/c/x.mp3", "T"}},
-       "",
-       "",
-       1,
-       0},
-      {"two that are alike went",
-       {{"music/a/x.mp3", "T"}, {"music/b/x.mp3", "T"}},
-       {{"music/c/x.mp3", "T"}},
-       "",
-       "",
-       2,
-       0},
-      {"a copy of a file outside the masks",
-       {{"music/x.wav", "T"}},
-       {{"music/b/x.wav", "T"}},
-       "music/x.wav",
-       "",
-       0,
-       1},
-      {"a copy of a file in another folder",
-       {{"stick/x.mp3", "T"}},
-       {{"music/x.mp3", "T"}},
-       "stick/x.mp3",
-       "",
-       0,
-       1},
-      {"from another folder",
-       {{"stick/x.mp3", "T"}},
-       {{"music/x.mp3", "T"}},
-       "stick/y.mp3",
-       "music/x.mp3",
-       0,
-       0},
-      {"a copy on a stick that is not there", {{"stick/x.mp3", "T"}}, {{"music/x.mp3", "T"}}, "", "", 0, 1},
-      {"a folder that begins alike", {{"music2/x.mp3", "T"}}, {}, "", "", 0, 1},
-  };
-  for (const auto& one : cases) {
+  for (const auto& one : kMoves) {
     for (const char* folder : {"music", "stick"}) {
       fs::remove_all(root_ / folder);
       fs::create_directories(root_ / folder);

@@ -26,6 +26,12 @@ QuietCombo* MakeNumbers(const QString& text, std::set<int> numbers, int chosen, 
   return list;
 }
 
+QLabel* Caption(const QString& text, const Look& look) {
+  auto* label = new QLabel(text);
+  SetTextColour(*label, look.skin.dim);
+  return label;
+}
+
 }  // namespace
 
 MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve curve, const Look& look,
@@ -57,7 +63,6 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   // Not at every step of the hand: each looks through the files on the decks again.
   connect(threshold_, &QSlider::sliderReleased, this, &MixingPanel::Send);
 
-  QuietCombo* ranges[] = {MakeRange(1, look), MakeRange(2, look)};
   stretch_ = new QuietCombo(look.skin);
   stretch_->addItems({say(Say::StretchBest), say(Say::StretchCheap)});
   stretch_->setCurrentIndex(workstation.Settings().Flag("Settings", "LowPowerStretch") ? 1 : 0);
@@ -68,34 +73,35 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
 
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.5);
-  const auto caption = [&](const QString& text) {
-    auto* label = new QLabel(text);
-    SetTextColour(*label, look.skin.dim);
-    return label;
-  };
   auto* line = new QHBoxLayout;
   SetSpacingEm(*line, 0, 0.5);
-  line->addWidget(caption(say(Say::MixThreshold)), 1);
+  line->addWidget(Caption(say(Say::MixThreshold), look), 1);
   line->addWidget(threshold_value_);
   rows->addWidget(head);
   rows->addLayout(line);
   rows->addWidget(threshold_);
+  rows->addLayout(LayOutChoices(look));
+  rows->addStretch(1);
+}
+
+QGridLayout* MixingPanel::LayOutChoices(const Look& look) {
+  const auto& say = look.say;
   auto* sides = new QGridLayout;
   SetSpacingEm(*sides, 0, 0.4);
   auto* both_ranges = new QHBoxLayout;
   SetSpacingEm(*both_ranges, 0, 0.4);
-  for (QuietCombo* range : ranges) both_ranges->addWidget(range, 1);
-  sides->addWidget(caption(say(Say::TempoRange).arg(QStringLiteral("1/2"))), 1, 0);
+  for (const int deck : {1, 2}) both_ranges->addWidget(MakeRange(deck, look), 1);
+  sides->addWidget(Caption(say(Say::TempoRange).arg(QStringLiteral("1/2")), look), 1, 0);
   sides->addLayout(both_ranges, 1, 1);
-  sides->addWidget(caption(say(Say::Stretch)), 2, 0);
+  sides->addWidget(Caption(say(Say::Stretch), look), 2, 0);
   sides->addWidget(stretch_, 2, 1);
-  sides->addWidget(caption(say(Say::Curve)), 0, 0);
+  sides->addWidget(Caption(say(Say::Curve), look), 0, 0);
   sides->addWidget(curve_, 0, 1);
   auto* automix = new QHBoxLayout;
   SetSpacingEm(*automix, 0, 0.4);
   automix->addWidget(MakeMixPlace(look), 1);
   automix->addWidget(MakeMixTime(look));
-  sides->addWidget(caption(say(ListWord::Automix)), 3, 0);
+  sides->addWidget(Caption(say(ListWord::Automix), look), 3, 0);
   sides->addLayout(automix, 3, 1);
   auto* matches = new QHBoxLayout;
   SetSpacingEm(*matches, 0, 0.8);
@@ -107,8 +113,7 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   sides->addLayout(matches, 4, 0, 1, 2);
   sides->addWidget(MakeSeekGuard(look), 5, 0, 1, 2);
   sides->setColumnStretch(0, 1);
-  rows->addLayout(sides);
-  rows->addStretch(1);
+  return sides;
 }
 
 QuietCombo* MixingPanel::MakeRange(int deck, const Look& look) {

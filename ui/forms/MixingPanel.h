@@ -10,6 +10,7 @@
 #include "ui/widgets/Look.h"
 
 class QCheckBox;
+class QGridLayout;
 class QLabel;
 
 namespace ui {
@@ -30,6 +31,7 @@ class MixingPanel final : public QWidget {
 
  private:
   void Send();
+  QGridLayout* LayOutChoices(const Look& look);
   QuietCombo* MakeRange(int deck, const Look& look);
   QuietCombo* MakeMixPlace(const Look& look);
   QuietCombo* MakeMixTime(const Look& look);
