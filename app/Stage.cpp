@@ -12,154 +12,24 @@ namespace {
 
 using Subject = NoticeBoard::Subject::Kind;
 
-constexpr int kEngineRate = 44100;
-constexpr int kNoSound = 0;
-
-std::size_t Index(int output) {
-  return static_cast<std::size_t>(output - 1);
-}
-
 }  // namespace
 
 Stage::Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
              std::shared_ptr<Mailbox> box, const support::Sentences& say)
     : engine_(ports.engine),
       sound_(ports.sound),
-      workers_(workers),
-      gate_(std::move(gate)),
       box_(std::move(box)),
       say_(say),
-      analyses_(ports, workers, gate_, box_,
+      analyses_(ports, workers, gate, box_,
                 [this, answers = box_](const support::Error& failure) {
                   answers->Post([this, failure] { Notice(say_(failure)); });
                 }),
       equaliser_(ports.engine),
-      loudest_(ports.engine) {
+      loudest_(ports.engine),
+      outputs_(ports.engine, ports.sound, workers, std::move(gate), box_, say, decks_, notices_) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
         number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_}, box_);
-  }
-}
-
-std::vector<std::string> Stage::OpenOutputs(const std::array<OutputWish, kOutputs>& wishes) {
-  ReleaseEngine();
-  std::array<OutputView, kOutputs> places{};
-  std::vector<std::string> failures;
-  moves_ = wishes;
-  TellIfForHeadphones(kPrelistenOutput);
-  for (std::size_t i = 0; i < wishes.size(); ++i) {
-    if (wishes[i].place.device == kNoSound) continue;
-    if (Open(wishes[i])) {
-      places[i] = wishes[i].place;
-      continue;
-    }
-    CannotOpen(static_cast<int>(i) + 1, wishes[i]);
-    std::string failure = SentenceOn(wishes[i]);
-    if (std::find(failures.begin(), failures.end(), failure) == failures.end()) {
-      failures.push_back(std::move(failure));
-    }
-  }
-  // A second deck without its device is better heard on the first one's; head-phones never are.
-  if (places[1].device == kNoSound && wishes[1].place.device != kNoSound) places[1] = places[0];
-  for (const OutputView& place : places) {
-    if (place.device == kNoSound) Open(WishFor({}, {}, say_));
-  }
-  for (int output = 1; output <= kOutputs; ++output) {
-    moves_[Index(output)].place = places[Index(output)];
-    Route(output, places[Index(output)]);
-  }
-  return failures;
-}
-
-void Stage::CannotOpen(int output, const OutputWish& wish) {
-  notices_.Warn({Subject::Output, output}, SentenceOn(wish));
-}
-
-std::string Stage::SentenceOn(const OutputWish& wish) const {
-  if (wish.name.empty()) return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
-  return say_(support::Sentence::OutputCannotOpen, {wish.name});
-}
-
-bool Stage::Open(const OutputWish& wish) {
-  const int device = wish.place.device;
-  if (open_.contains(device)) return true;
-  if (!engine_.BASS_Init(device, kEngineRate, wish.flags)) return false;
-  open_.insert(device);
-  return true;
-}
-
-void Stage::MoveOutput(int output, const OutputWish& wish) {
-  const int device = wish.place.device;
-  moves_[Index(output)] = wish;
-  if (open_.contains(device)) return RouteAsWished(output);
-  TellIfForHeadphones(output);
-  if (!opening_.insert(device).second) return;
-  workers_.Post([this, &engine = engine_, gate = gate_, box = box_, wish] {
-    gate->Pass([&] {
-      const int number = wish.place.device;
-      const bool success = engine.BASS_Init(number, kEngineRate, wish.flags);
-      box->Post([this, number, success] { Opened(number, success); });
-    });
-  });
-}
-
-void Stage::Opened(int device, bool success) {
-  opening_.erase(device);
-  if (success) open_.insert(device);
-  for (int output = 1; output <= kOutputs; ++output) {
-    const OutputWish& wish = moves_[Index(output)];
-    if (wish.place.device != device || outputs_[Index(output)] == wish.place) continue;
-    if (success) {
-      RouteAsWished(output);
-    } else {
-      CannotOpen(output, wish);
-    }
-  }
-}
-
-void Stage::SetBuffers() {
-  engine_.BASS_SetConfig(decks::kConfigUpdatePeriod, 20);
-  engine_.BASS_SetConfig(decks::kConfigBuffer, 60);
-}
-
-void Stage::Route(int output, OutputView place) {
-  outputs_[Index(output)] = place;
-  TellRoles();
-  if (output == 1) {
-    Deck(1).RouteMain(place);
-    Deck(3).RouteMain(place);
-  } else if (output == 2) {
-    Deck(2).RouteMain(place);
-  } else {
-    for (const int number : {1, 2, 3}) Deck(number).RoutePrelisten(place);
-    Deck(4).RouteMain(place);
-  }
-}
-
-/// Before it is opened, because then it is fixed whether anybody may move it elsewhere.
-void Stage::TellIfForHeadphones(int output) {
-  const int device = moves_[Index(kPrelistenOutput)].place.device;
-  if (output != kPrelistenOutput || device == kNoSound) return;
-  if (device == moves_[0].place.device || device == moves_[1].place.device) return;
-  sound_.SetDeviceRole(device, decks::DeviceRole::Headphones);
-}
-
-void Stage::RouteAsWished(int output) {
-  Route(output, moves_[Index(output)].place);
-  notices_.Settle({Subject::Output, output});
-  notices_.Settle({Subject::StoredOutput, 0});
-  for (const int device : open_) {
-    const auto plays = [device](const OutputView& one) { return one.device == device; };
-    if (std::none_of(outputs_.begin(), outputs_.end(), plays)) notices_.Settle({Subject::Device, device});
-  }
-}
-
-/// A device for head-phones alone is left silent when it goes away; one that a deck plays on too is replaced.
-void Stage::TellRoles() {
-  for (const int device : open_) {
-    const bool phones = outputs_[Index(kPrelistenOutput)].device == device && outputs_[0].device != device &&
-                        outputs_[1].device != device;
-    sound_.SetDeviceRole(device, phones ? decks::DeviceRole::Headphones : decks::DeviceRole::Main);
   }
 }
 
@@ -219,29 +89,6 @@ void Stage::ReleaseDecks() {
   for (const auto& deck : decks_) deck->Release();
 }
 
-void Stage::ReleaseEngine() {
-  engine_.BASS_Free();
-  open_.clear();
-}
-
-void Stage::ReturnOutput(int output) {
-  if (output >= 1 && output <= kOutputs) sound_.ReturnDevice(outputs_[Index(output)].device);
-}
-
-void Stage::TellOf(const decks::DeviceEvent& event) {
-  using Kind = decks::DeviceEvent::Kind;
-  const NoticeBoard::Subject subject{Subject::Device, event.device};
-  if (event.kind == Kind::Returned || event.kind == Kind::CanReturn || event.kind == Kind::CannotReturn) {
-    notices_.Settle(subject);
-  }
-  if (event.text.empty()) return;
-  const std::string text = say_({support::ErrorCode::Unavailable, event.text, event.saying});
-  if (event.kind == Kind::Replaced) return notices_.WarnFurther(subject, text);
-  if (event.kind == Kind::Lost || event.kind == Kind::Muted) return notices_.Warn(subject, text);
-  // One that was moved is left behind, and what is told of that stays true.
-  notices_.Tell(event.kind == Kind::Moved ? NoticeBoard::Subject{} : subject, text);
-}
-
 decks::StreamHandle Stage::StreamOf(HeardFrom from) {
   if (from == HeardFrom::Nothing) return 0;
   return from == HeardFrom::Song ? song_ : Deck(DeckOf(from)).Player().STRM();
@@ -262,18 +109,6 @@ void Stage::Listen(WorkstationView& view) {
   view.sound = loudest_.Listen(sources);
 }
 
-/// Of the system's own mixer: what played on the device plays where it was put, until it is chosen here
-/// again.
-void Stage::FollowHand(const decks::DeviceEvent& event) {
-  for (int output = 1; output <= kOutputs; ++output) {
-    const OutputView place = outputs_[Index(output)];
-    if (place.device != event.device) continue;
-    OutputWish wish = WishFor({event.moved_to, place.speaker}, {}, say_);
-    if (!event.saying.parts.empty()) wish.name = event.saying.parts.front();
-    MoveOutput(output, wish);
-  }
-}
-
 std::string Stage::Unsaved() {
   if (saves_ == nullptr) return {};
   const SaveWatch::Unsaved unsaved = saves_->Now();
@@ -281,28 +116,17 @@ std::string Stage::Unsaved() {
 }
 
 void Stage::Tick() {
-  bool listed = false;
-  for (const decks::DeviceEvent& event : sound_.TakeDeviceEvents()) {
-    TellOf(event);
-    can_return_.erase(event.device);
-    if (event.kind == decks::DeviceEvent::Kind::Moved) FollowHand(event);
-    if (event.kind == decks::DeviceEvent::Kind::CanReturn) can_return_.insert(event.device);
-    listed = listed || event.kind == decks::DeviceEvent::Kind::Listed;
-  }
-  if (listed && listed_) listed_();
+  outputs_.Tick();
   WorkstationView& view = views_.Draft();
   for (std::size_t i = 0; i < decks_.size(); ++i) decks_[i]->Tick(view.decks[i]);
   for (int number = 1; number <= BeatMatch::kMatched; ++number) {
     if (const int most = beats_.Tick(Deck(number), Deck(BeatMatch::LeaderOf(number)))) {
       notices_.Tell({Subject::Sync, number}, CannotSync(number, most));
     }
-    beats_.Show(number, view.decks[Index(number)]);
+    beats_.Show(number, view.decks[static_cast<std::size_t>(number - 1)]);
   }
   Listen(view);
-  view.outputs = outputs_;
-  for (std::size_t i = 0; i < outputs_.size(); ++i) {
-    view.can_return[i] = can_return_.contains(outputs_[i].device);
-  }
+  outputs_.Show(view);
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
   }

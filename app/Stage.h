@@ -6,14 +6,13 @@
 #include <chrono>
 #include <functional>
 #include <memory>
-#include <set>
 #include <string>
 #include <vector>
 
 #include "app/NoticeBoard.h"
+#include "app/OutputRouting.h"
 #include "app/SaveWatch.h"
 #include "app/WorkstationView.h"
-#include "app/settings/OutputSettings.h"
 #include "app/sound/AnalysisDesk.h"
 #include "app/sound/BeatMatch.h"
 #include "app/sound/DeckStation.h"
@@ -34,19 +33,6 @@ class Stage {
   Stage(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
         std::shared_ptr<Mailbox> box, const support::Sentences& say);
 
-  /// Releases the engine in case it was running and opens the outputs; each that fails is skipped with a
-  /// sentence, which is given back. Blocks while devices open, so nothing plays yet.
-  [[nodiscard]] std::vector<std::string> OpenOutputs(const std::array<OutputWish, kOutputs>& wishes);
-  /// Update period and playback buffer, short ones, so that decks answer at once.
-  void SetBuffers();
-  /// Moves an output's device back to where it was before it was lost, see WorkstationView::can_return.
-  void ReturnOutput(int output);
-  /// Moves an output (1 to 3) while music plays. A device that is not open yet is opened by a worker; the
-  /// decks go on where they are until it is, and stay there when it cannot be. The newest wish for an output
-  /// wins.
-  void MoveOutput(int output, const OutputWish& wish);
-  /// Output 2 goes where output 1 was wished to.
-  void ShareOutput() { MoveOutput(2, moves_[0]); }
   /// The master slider, 0 to 99, as the levels read it.
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
   /// The threshold of the mix points, 0 to 100; those of the files on the decks are looked for again.
@@ -66,18 +52,16 @@ class Stage {
   void CancelMix(int deck);
   /// The system's volume was told.
   void FollowMixer(int percent);
-  /// Called when the engine knows a device more.
-  void OnDevicesListed(std::function<void()> listed) { listed_ = std::move(listed); }
   /// Called with each analysis of a deck's file that is complete.
   void OnAnalysed(AnalysisDesk::Found found) { analyses_.OnFound(std::move(found)); }
   /// A warning about nothing that is known to get better.
   void Notice(std::string sentence) { notices_.Warn({}, std::move(sentence)); }
   [[nodiscard]] NoticeBoard& Notices() { return notices_; }
 
+  [[nodiscard]] OutputRouting& Outputs() { return outputs_; }
   /// Requires: 1 to kDecks.
   [[nodiscard]] DeckStation& Deck(int number) { return *decks_[static_cast<std::size_t>(number - 1)]; }
   void ReleaseDecks();
-  void ReleaseEngine();
 
   /// Called in each tick once the decks have been looked at.
   void OnTick(std::function<void(const WorkstationView&)> tick) { ticked_ = std::move(tick); }
@@ -95,45 +79,27 @@ class Stage {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
-  void CannotOpen(int output, const OutputWish& wish);
-  [[nodiscard]] std::string SentenceOn(const OutputWish& wish) const;
   [[nodiscard]] std::string CannotSync(int deck, int most_percent);
-  bool Open(const OutputWish& wish);
-  void Opened(int device, bool success);
-  void Route(int output, OutputView place);
-  /// What was told of the output before is settled.
-  void RouteAsWished(int output);
-  void TellRoles();
-  void TellIfForHeadphones(int output);
-  void TellOf(const decks::DeviceEvent& event);
   void Listen(WorkstationView& view);
-  void FollowHand(const decks::DeviceEvent& event);
   [[nodiscard]] std::string Unsaved();
 
   decks::AudioEngine& engine_;
   decks::SoundControl& sound_;
-  support::Executor& workers_;
-  std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
   const support::Sentences& say_;
   decks::MasterControls controls_;
   AnalysisDesk analyses_;
   decks::Equaliser equaliser_;
-  std::array<std::unique_ptr<DeckStation>, kDecks> decks_;
+  DeckStations decks_;
   BeatMatch beats_;
   std::function<SongPlaying()> song_playing_;
   LoudestSource loudest_;
   decks::StreamHandle song_ = 0;
   const SaveWatch* saves_ = nullptr;
-  std::array<OutputView, kOutputs> outputs_{};
-  std::array<OutputWish, kOutputs> moves_{};  ///< the newest wish for each output
-  std::set<int> opening_;                     ///< devices that a worker is at
-  std::set<int> open_;
-  std::set<int> can_return_;  ///< devices
   bool has_mixer_ = false;
-  std::function<void()> listed_;
   std::function<void(const WorkstationView&)> ticked_;
   NoticeBoard notices_;
+  OutputRouting outputs_;
   support::TripleBuffer<WorkstationView> views_;
 };
 

@@ -121,11 +121,11 @@ class OrganEvening {
     evening_.Load(1, path);
     for (int i = 0; i < 100 && Station().View().decks[0].grid == nullptr; ++i) evening_.Run(100ms);
     if (Station().View().decks[0].grid == nullptr) std::abort();
-    Station().SetKeyLock(1, decks::KeyLock::Off);
-    Station().Play(1);
+    Station().Decks()[1].SetKeyLock(decks::KeyLock::Off);
+    Station().Decks()[1].Do(&app::DeckStation::Play);
   }
   void Run(std::chrono::milliseconds time) { evening_.Run(time); }
-  void SetTempo(float percent) { Station().SetTempo(1, percent); }
+  void SetTempo(float percent) { Station().Decks()[1].SetTempo(percent); }
 
   /// From each click that was heard to the flash nearest to it, in ms.
   [[nodiscard]] std::vector<double> Distances() const {

@@ -6,6 +6,7 @@
 #include <atomic>
 #include <thread>
 
+#include "app/Ports.h"
 #include "app/SaveWatch.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"

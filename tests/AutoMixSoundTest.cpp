@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/FakeFinders.h"
 #include "engine/SoundEngine.h"
@@ -77,11 +77,11 @@ class MixedEvening : public ::testing::Test {
     catalogue::track_table table(catalogue::TrackColumns());
     table.AddRow(
         std::vector<std::string_view>{"", "first", "", first, "", "", "", "", "", "", "", "", end_mix_point});
-    station_->Playlist(2).AddRow(std::vector<std::string_view>{"", "second", "", second});
+    station_->Collections().Playlist(2).AddRow(std::vector<std::string_view>{"", "second", "", second});
     station_->Lists().Follow();
-    station_->LoadDeck(1, table, 1);
+    station_->Decks()[1].Load(table, 1);
     Go(300ms);
-    station_->Play(1);
+    station_->Decks()[1].Do(&app::DeckStation::Play);
     Go(100ms);
   }
   /// The loudest of a stretch in seconds.
@@ -158,7 +158,8 @@ TEST_F(MixedEvening, AnEarlierMixPointMakesThemOverlapWhileTheCrossfaderGoesOver
 TEST_F(MixedEvening, AFileThatIsNoneDelaysNothing) {
   const std::string first = media_.Write("first.wav", On(kLeft, Tone(6s, {400, 0.4})));
   const std::string second = media_.Write("second.wav", On(kRight, Tone(4s, {2000, 0.4})));
-  station_->Playlist(2).AddRow(std::vector<std::string_view>{"", "gone", "", "/no/such/file.mp3"});
+  station_->Collections().Playlist(2).AddRow(
+      std::vector<std::string_view>{"", "gone", "", "/no/such/file.mp3"});
   PlayFirstAndList(first, second, "");
   Go(9s);
   EXPECT_NEAR(First(kRight) - Last(kLeft), 0, 0.001);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "catalogue/AnalysisParts.h"
 #include "catalogue/IndexFile.h"
 #include "decks/testing/RecordingEngine.h"
@@ -182,11 +182,11 @@ void KilledEvening::Evening(Phase phase, Reaper& reaper, const Death& death) con
   };
   station.StartUp();
   work();
-  station.Apply({app::ApplyMode::ReindexMusic, music_.Path().string(), {}});
+  station.ApplyButton().Press({app::ApplyMode::ReindexMusic, music_.Path().string(), {}});
   work();
-  std::vector<int> rows(static_cast<std::size_t>(station.Catalogue().Rows()));
+  std::vector<int> rows(static_cast<std::size_t>(station.Collections().Music().Table().Rows()));
   std::iota(rows.begin(), rows.end(), 1);
-  station.StartBatch(rows);
+  station.Collections().Analyse(rows);
   work();
 }
 

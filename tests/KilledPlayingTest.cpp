@@ -21,8 +21,8 @@
 #include <thread>
 #include <vector>
 
-#include "app/Workstation.h"
 #include "app/resume/Journal.h"
+#include "app/testing/AllParts.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "engine/NullDevice.h"
@@ -99,9 +99,9 @@ void PlayTheEvening(const fs::path& folder, const std::vector<std::string>& trac
   ports.journal = &journal;
   app::Workstation station(ports, support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread);
   station.StartUp();
-  if (station.Playlist(1).Rows() == 0) {
+  if (station.Collections().Playlist(1).Rows() == 0) {
     for (const std::string& track : tracks)
-      station.Playlist(1).AddRow(std::vector<std::string_view>{"", track, "", track});
+      station.Collections().Playlist(1).AddRow(std::vector<std::string_view>{"", track, "", track});
     station.Lists().Follow();
     station.Lists().SetAutomix(true);
   }

@@ -49,7 +49,7 @@ class OrganOnEngine : public testing::Test {
     evening_.Load(1, media_.Write("a.wav", sound));
     Choose(mode_button);
     Run(200ms);
-    evening_.Station().Play(1);
+    evening_.Station().Decks()[1].Do(&app::DeckStation::Play);
   }
   void Sing(const std::string& song_bytes, int mode_button) {
     const auto song = songs_.Path() / "a.kar";
@@ -110,7 +110,7 @@ TEST_F(OrganOnEngine, SilenceEndsDarkWithoutFlicker) {
     EXPECT_TRUE(boards_.lit.none()) << button;
     Run(2s);
     for (const auto& rises : rises_) EXPECT_TRUE(rises.empty()) << button;
-    evening_.Station().Stop(1);
+    evening_.Station().Decks()[1].Do(&app::DeckStation::Stop);
     Run(100ms);
   }
 }

@@ -11,7 +11,7 @@
 #include <cmath>
 #include <fstream>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "engine/testing/SoundStage.h"
 #include "karaoke/testing/MidiBytes.h"

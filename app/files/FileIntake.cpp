@@ -88,8 +88,9 @@ void FileIntake::Stop(ListId list) {
 void FileIntake::StartNext(ListId list) {
   Line& line = Of(list);
   line.looks = 0;
-  line.batch = std::make_shared<IntakeBatch>(line.orders.front().order, names_, outside_.ports,
-                                             tables_.catalogue, tables_.karaoke);
+  line.batch = std::make_shared<IntakeBatch>(line.orders.front().order,
+                                             outside_.names ? outside_.names() : catalogue::NameRule(),
+                                             outside_.ports, tables_.catalogue, tables_.karaoke);
   auto finish = [this, list, box = box_] { box->Post([this, list] { Finish(list); }); };
   auto job = std::make_shared<Job>(Job{line.batch, outside_.workers, gate_, std::move(finish)});
   outside_.workers.Post([job] { Work(job); });

@@ -45,13 +45,13 @@ class FileIntake {
     Done went_on;                         ///< with an order of the last run
     /// A playlist got rows, the first one there.
     std::function<void(const catalogue::track_table& playlist, int first_row)> listed = nullptr;
+    /// How names are made for what is begun now; null: as where nothing is set.
+    std::function<catalogue::NameRule()> names = nullptr;
   };
 
   FileIntake(Outside outside, const Tables& tables, std::shared_ptr<WorkGate> gate,
              std::shared_ptr<Mailbox> box);
 
-  /// How names are made for what is begun from now on.
-  void NameBy(const catalogue::NameRule& names) { names_ = names; }
   /// Goes on with what the last run left.
   void StartUp();
   void Add(IntakeOrder order, Done done);
@@ -84,7 +84,6 @@ class FileIntake {
   Tables tables_;
   std::shared_ptr<WorkGate> gate_;
   std::shared_ptr<Mailbox> box_;
-  catalogue::NameRule names_;
   std::array<Line, kLists> lines_;
 };
 

@@ -18,7 +18,7 @@ namespace fs = std::filesystem;
 using catalogue::PlaylistFile;
 using support::Sentence;
 
-constexpr int kMostSentences = 500;
+constexpr int kMostToldFiles = 500;
 constexpr int kQuickOnesAtOnce = 256;
 
 bool IsThere(const std::string& path) {
@@ -264,7 +264,7 @@ void IntakeBatch::Note(const Entry& entry) {
 }
 
 void IntakeBatch::Refuse(std::string sentence) {
-  if (outcome_.left_out++ < kMostSentences) outcome_.refused.push_back(std::move(sentence));
+  if (outcome_.left_out++ < kMostToldFiles) outcome_.refused.push_back(std::move(sentence));
 }
 
 bool IntakeBatch::IsUpToDate(const catalogue::track_table& catalogue,

@@ -12,6 +12,7 @@ namespace app {
 /// The lists that files and rows go into and come out of.
 enum class ListId { Catalogue, Karaoke, Playlist1, Playlist2, Playlist3 };
 inline constexpr std::size_t kLists = 5;
+inline constexpr int kPlaylists = 3;
 [[nodiscard]] constexpr bool IsPlaylist(ListId list) {
   return list >= ListId::Playlist1;
 }

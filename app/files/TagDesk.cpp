@@ -60,8 +60,9 @@ std::vector<TagToWrite> ReadTagList(std::string_view text) {
 }
 
 struct TagDesk::Shared {
-  Shared(const TagPorts& outside, support::Executor& executor, std::shared_ptr<Keeping> held, Complain teller)
-      : ports(outside), workers(executor), keeping(std::move(held)), complain(std::move(teller)) {}
+  Shared(const TagPorts& outside, support::Executor& executor, std::shared_ptr<FileLocks> held,
+         Complain teller)
+      : ports(outside), workers(executor), locks(std::move(held)), complain(std::move(teller)) {}
 
   void WriteNext(const std::string& path);
   /// Paths that nothing waited for yet.
@@ -74,7 +75,7 @@ struct TagDesk::Shared {
   const TagPorts ports;
   support::Executor& workers;
   WorkGate gate;  // its own: it closes after all the others, so that the workers are free for the tags
-  const std::shared_ptr<Keeping> keeping;
+  const std::shared_ptr<FileLocks> locks;
   const Complain complain;
   support::Mutex mutex;
   std::condition_variable done;
@@ -85,9 +86,9 @@ struct TagDesk::Shared {
   std::atomic<bool> complained{false};
 };
 
-TagDesk::TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<Keeping> keeping,
+TagDesk::TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<FileLocks> locks,
                  Complain complain)
-    : shared_(std::make_shared<Shared>(ports, workers, std::move(keeping), std::move(complain))) {}
+    : shared_(std::make_shared<Shared>(ports, workers, std::move(locks), std::move(complain))) {}
 
 void TagDesk::StartUp() {
   if (shared_->ports.writer == nullptr) return;
@@ -130,7 +131,7 @@ void TagDesk::Write(const std::string& path, const catalogue::MixingTags& tags) 
 }
 
 void TagDesk::Shared::WriteNext(const std::string& path) {
-  support::MutexLock held(keeping->Of(path));
+  support::MutexLock held(locks->Of(path));
   catalogue::MixingTags tags;
   {
     support::MutexLock lock(mutex);

@@ -10,7 +10,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/work/Keeping.h"
+#include "app/work/FileLocks.h"
 #include "catalogue/MixingTags.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/ports/TagWriter.h"
@@ -53,7 +53,7 @@ class TagDesk {
   using Complain = std::function<void(const support::Error&)>;
 
   /// complain is called by a worker, at the first file that cannot be written.
-  TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<Keeping> keeping,
+  TagDesk(const TagPorts& ports, support::Executor& workers, std::shared_ptr<FileLocks> locks,
           Complain complain);
 
   /// Goes on with what the last run left.

@@ -166,7 +166,7 @@ void AnalysisDesk::Job::KeepMarks() {
 
 void AnalysisDesk::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
   catalogue::SideStore& store = *shared->ports.store;
-  support::MutexLock held(shared->ports.keeping->Of(path));
+  support::MutexLock held(shared->ports.locks->Of(path));
   const auto now = catalogue::KeyOf(store, path);
   if (!now) return;
   ComplainOnce(store.Write(now->path, now->stamp, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
@@ -244,7 +244,7 @@ bool AnalysisDesk::Job::StillThere() {
 
 void AnalysisDesk::Job::Keep(bool whole) {
   catalogue::SideStore& store = *shared->ports.store;
-  support::MutexLock held(shared->ports.keeping->Of(request.filename));
+  support::MutexLock held(shared->ports.locks->Of(request.filename));
   if (!StillThere()) return;
   const auto written = whole ? catalogue::WriteAnalysis(store, key->path, key->stamp, result)
                              : catalogue::WriteFacts(store, key->path, key->stamp, result);

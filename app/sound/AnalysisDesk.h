@@ -8,7 +8,7 @@
 #include <string>
 
 #include "app/WorkstationView.h"
-#include "app/work/Keeping.h"
+#include "app/work/FileLocks.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
 #include "catalogue/AnalysisParts.h"
@@ -26,7 +26,7 @@ struct AnalysisPorts {
   decks::SoundControl& sound;
   decks::AnalysisTools tools;
   catalogue::SideStore* store = nullptr;  ///< null: nothing is kept
-  std::shared_ptr<Keeping> keeping = std::make_shared<Keeping>();
+  std::shared_ptr<FileLocks> locks = std::make_shared<FileLocks>();
 };
 
 /// Has the decks' files analysed by workers, and keeps what they found.

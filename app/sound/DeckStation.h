@@ -148,4 +148,7 @@ class DeckStation {
   decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set
 };
 
+/// Deck n is the one before n.
+using DeckStations = std::array<std::unique_ptr<DeckStation>, kDecks>;
+
 }  // namespace app

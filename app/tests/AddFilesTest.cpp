@@ -20,7 +20,7 @@ class AddFilesTest : public testing::Evening {
   }
   void Add(Names files) { Give({.list = ListId::Catalogue, .paths = std::move(files)}); }
   void Give(IntakeOrder order) {
-    station_->Add(std::move(order), [this](const IntakeOutcome& outcome) {
+    station_->Collections().Intake().Add(std::move(order), [this](const IntakeOutcome& outcome) {
       rows_ = outcome.rows;
       refused_ = outcome.refused;
       outcome_ = outcome;
@@ -32,8 +32,8 @@ class AddFilesTest : public testing::Evening {
   }
   [[nodiscard]] Names Files() {
     Names files;
-    for (int row = 1; row <= station_->Catalogue().Rows(); ++row) {
-      files.emplace_back(station_->Catalogue().Cell(row, catalogue::track::kFilename));
+    for (int row = 1; row <= Music().Rows(); ++row) {
+      files.emplace_back(Music().Cell(row, catalogue::track::kFilename));
     }
     return files;
   }
@@ -77,11 +77,11 @@ TEST_F(AddFilesTest, AFileThatIsThereGetsNoSecondRow) {
 TEST_F(AddFilesTest, BatchesFollowEachOther) {
   Add({"a.mp3"});
   Add({"a.mp3", "b.mp3"});
-  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 3);
+  EXPECT_EQ(station_->Collections().Intake().Progress(ListId::Catalogue).total, 3);
   Work();
   EXPECT_EQ(Files(), (Names{"a.mp3", "b.mp3"}));
   EXPECT_EQ(reports_, 2);
-  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 0);
+  EXPECT_EQ(station_->Collections().Intake().Progress(ListId::Catalogue).total, 0);
 }
 
 TEST_F(AddFilesTest, EachFileIsAJobSoThatOtherWorkGetsItsTurn) {
@@ -91,7 +91,7 @@ TEST_F(AddFilesTest, EachFileIsAJobSoThatOtherWorkGetsItsTurn) {
   workers_.RunOne();
   workers_.RunOne();
   EXPECT_TRUE(ran);
-  EXPECT_LT(station_->Adding(ListId::Catalogue).done, 3);
+  EXPECT_LT(station_->Collections().Intake().Progress(ListId::Catalogue).done, 3);
 }
 
 TEST_F(AddFilesTest, AnIndexThatCannotBeWrittenIsTold) {
@@ -171,7 +171,7 @@ TEST_F(AddFoldersTest, AFolderGivesAllThatDecksPlayAndNothingElse) {
   std::filesystem::create_directory_symlink(stick_, stick_ / "cd" / "loop");
   Add({stick_.string()});
   Work();
-  EXPECT_EQ(NamesOf(station_->Catalogue()), (Names{"cd/.hidden/2.ogg", "cd/1.m4a", "a.WAV", "b.mp3"}));
+  EXPECT_EQ(NamesOf(Music()), (Names{"cd/.hidden/2.ogg", "cd/1.m4a", "a.WAV", "b.mp3"}));
   EXPECT_EQ(outcome_.left_out, 0);
   EXPECT_TRUE(SavedIndex());
 }
@@ -180,17 +180,17 @@ TEST_F(AddFoldersTest, AFolderOfSongsComesToTheKaraokeTableAndOneOfMusicIntoAPla
   for (const char* name : {"A.CDG", "A.MP3", "packed.zip", "music.flac"}) Write(name);
   Give({.list = ListId::Karaoke, .paths = {stick_.string()}});
   Work();
-  EXPECT_EQ(NamesOf(station_->Karaoke(), catalogue::karaoke::kFilename), (Names{"A.MP3", "packed.zip"}));
+  EXPECT_EQ(NamesOf(Karaoke(), catalogue::karaoke::kFilename), (Names{"A.MP3", "packed.zip"}));
   for (const char* file : {"first.mp3", "last.mp3"}) {
-    station_->Playlist(2).SetCell(station_->Playlist(2).AddRow(), catalogue::track::kFilename, file);
+    Playlist(2).SetCell(Playlist(2).AddRow(), catalogue::track::kFilename, file);
   }
   Give({.list = ListId::Playlist2, .before = 2, .paths = {stick_.string()}});
-  station_->Playlist(2).InsertFrom(1, station_->Playlist(2), 2);  // rows move while files are analysed
+  Playlist(2).InsertFrom(1, Playlist(2), 2);  // rows move while files are analysed
   Work();
-  ASSERT_EQ(station_->Playlist(2).Rows(), 5);
-  EXPECT_EQ(station_->Playlist(2).Cell(2, catalogue::track::kFilename), "first.mp3");
-  EXPECT_EQ(station_->Playlist(2).Cell(4, catalogue::track::kFilename), (stick_ / "music.flac").string());
-  EXPECT_EQ(station_->Catalogue().Rows(), 2) << "what is dropped on a list is new to the catalogue too";
+  ASSERT_EQ(Playlist(2).Rows(), 5);
+  EXPECT_EQ(Playlist(2).Cell(2, catalogue::track::kFilename), "first.mp3");
+  EXPECT_EQ(Playlist(2).Cell(4, catalogue::track::kFilename), (stick_ / "music.flac").string());
+  EXPECT_EQ(Music().Rows(), 2) << "what is dropped on a list is new to the catalogue too";
 }
 
 TEST_F(AddFoldersTest, AFolderThatIsGoneIsNamed) {
@@ -205,14 +205,15 @@ TEST_F(AddFoldersTest, WhatIsStoppedKeepsWhatWasDone) {
   for (const char* name : {"1.mp3", "2.mp3", "3.mp3"}) Write(name);
   Add({stick_.string()});
   Add({"a.mp3"});
-  while (station_->Adding(ListId::Catalogue).looking || station_->Adding(ListId::Catalogue).done < 2) {
+  while (station_->Collections().Intake().Progress(ListId::Catalogue).looking ||
+         station_->Collections().Intake().Progress(ListId::Catalogue).done < 2) {
     ASSERT_TRUE(workers_.RunOne());
   }
-  station_->StopAdding(ListId::Catalogue);
+  station_->Collections().Intake().Stop(ListId::Catalogue);
   Work();
-  EXPECT_EQ(NamesOf(station_->Catalogue()), (Names{"1.mp3", "2.mp3"}));
+  EXPECT_EQ(NamesOf(Music()), (Names{"1.mp3", "2.mp3"}));
   EXPECT_TRUE(outcome_.stopped);
-  EXPECT_EQ(station_->Adding(ListId::Catalogue).total, 0);
+  EXPECT_EQ(station_->Collections().Intake().Progress(ListId::Catalogue).total, 0);
 }
 
 TEST_F(AddFoldersTest, AFileThatComesInByTwoWaysAtOnceGetsOneRow) {
@@ -220,8 +221,8 @@ TEST_F(AddFoldersTest, AFileThatComesInByTwoWaysAtOnceGetsOneRow) {
   Add({stick_.string()});
   Give({.list = ListId::Playlist1, .paths = {file}});
   Work();
-  EXPECT_EQ(NamesOf(station_->Catalogue()), Names{"1.mp3"});
-  EXPECT_EQ(NamesOf(station_->Playlist(1)), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(Music()), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(Playlist(1)), Names{"1.mp3"});
 }
 
 TEST_F(AddFoldersTest, WhatIsHandedOverJustBeforeQuitIsGoneOnWithNextTime) {
@@ -237,8 +238,8 @@ TEST_F(AddFoldersTest, WhatIsHandedOverJustBeforeQuitIsGoneOnWithNextTime) {
   std::ofstream(home_ / "tlv.adding", std::ios::binary) << *kept;
   Restart();
   Work();
-  EXPECT_EQ(NamesOf(station_->Catalogue()), Names{"1.mp3"});
-  EXPECT_EQ(NamesOf(station_->Playlist(3)), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(Music()), Names{"1.mp3"});
+  EXPECT_EQ(NamesOf(Playlist(3)), Names{"1.mp3"});
   EXPECT_FALSE(std::filesystem::exists(home_ / "tlv.adding")) << "and once only";
 }
 

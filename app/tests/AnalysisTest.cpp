@@ -46,7 +46,7 @@ class Analysis : public Evening {
   void LoadPlain(int deck, const std::string& file) {
     catalogue::track_table table(catalogue::TrackColumns());
     table.AddRow(std::vector<std::string_view>{"", "", "", file});
-    station_->LoadDeck(deck, table, 1);
+    station_->Decks()[deck].Load(table, 1);
     Settle();
   }
   int Reads() const {
@@ -112,7 +112,7 @@ TEST_F(Analysis, AnotherThresholdLooksForMixPointsAloneAndKeepsThem) {
   LetWorkersFinish();
   const int reads = Reads();
   const auto wave = Deck(1).wave;
-  station_->SetGainPercent(100);
+  station_->Decks().SetGainPercent(100);
   Settle();
   LetWorkersFinish();
   EXPECT_EQ(Reads(), reads);
@@ -124,10 +124,10 @@ TEST_F(Analysis, AThresholdThatIsMovedInTheMiddleCountsInTheEnd) {
   Start();
   LoadPlain(1, "t.mp3");
   workers_.RunOne();
-  station_->SetGainPercent(100);
+  station_->Decks().SetGainPercent(100);
   Settle();
   LetWorkersFinish();
-  station_->SetGainPercent(3);
+  station_->Decks().SetGainPercent(3);
   Settle();
   LetWorkersFinish();
   EXPECT_EQ(Deck(1).start_mix_point.count(), 0);
@@ -144,9 +144,9 @@ TEST_F(Analysis, AFullDiskIsToldOnceAndNothingElseIsAmiss) {
 
 TEST_F(Analysis, TheRowIsFilledInWhereItSaysNothing) {
   Start();
-  catalogue::track_table& table = station_->Catalogue();
+  catalogue::track_table& table = Music();
   table.AddRow(std::vector<std::string_view>{"", "", "", "t.mp3", "", "", "", "", "", "", "-3.21"});
-  station_->LoadDeck(1, table, table.Rows());
+  station_->Decks()[1].Load(table, table.Rows());
   Settle();
   LetWorkersFinish();
   EXPECT_EQ(table.Cell(table.Rows(), track::kBpm), "120.00");
@@ -160,8 +160,8 @@ TEST_F(Analysis, WhatIsKeptGoesAlongWithTheSoundWhereverTheFileIsAndWhoeverWrote
   Start();
   LoadPlain(1, "t.mp3");
   LetWorkersFinish();
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(7));
-  station_->ScaleBpm(1, music::BeatScale::Half);
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::seconds(7));
+  station_->Decks()[1].Adjust(&DeckTempo::Scale, music::BeatScale::Half);
   Settle();
   LetWorkersFinish();
   const int reads = Reads();
@@ -171,7 +171,7 @@ TEST_F(Analysis, WhatIsKeptGoesAlongWithTheSoundWhereverTheFileIsAndWhoeverWrote
   for (const char* file : {"t.mp3", "elsewhere/u.mp3"}) {
     station_.reset();
     Start();
-    catalogue::track_table& table = station_->Catalogue();
+    catalogue::track_table& table = Music();
     table.AddRow(std::vector<std::string_view>{"", "", "", file});
     LoadPlain(2, file);
     LetWorkersFinish();
@@ -195,9 +195,9 @@ class WrittenTags : public Analysis {
     tag_writer_.OnWritten([this](const std::string& path) { store_.SetStamp(path, {2, ++state_}); });
   }
   void LoadRow(int deck) {
-    catalogue::track_table& table = station_->Catalogue();
+    catalogue::track_table& table = Music();
     if (table.Rows() == 0) table.AddRow(std::vector<std::string_view>{"", "", "", "t.mp3"});
-    station_->LoadDeck(deck, table, 1);
+    station_->Decks()[deck].Load(table, 1);
     Settle();
     LetWorkersFinish();
     LetWorkersFinish();
@@ -211,8 +211,8 @@ TEST_F(WrittenTags, SayWhatWasFoundAndWhereAHandPutAPoint) {
   LoadRow(1);
   EXPECT_EQ(Block().start_mix_point, "0.000");
   EXPECT_EQ(Block().bpm, "120.00");
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::milliseconds(3250));
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::milliseconds(3500));
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::milliseconds(3250));
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::milliseconds(3500));
   LetWorkersFinish();
   const auto tags = tags_.Read("t.mp3").Value();
   EXPECT_EQ(Block().start_mix_point, "3.500");
@@ -237,7 +237,7 @@ TEST_F(WrittenTags, LeaveTheFileAnalysedThoughItsSizeAndTimeAreOthers) {
   Start();
   LoadRow(1);
   const int reads = Reads();
-  station_->SetGainPercent(100);
+  station_->Decks().SetGainPercent(100);
   Settle();
   LetWorkersFinish();
   station_.reset();
@@ -251,16 +251,16 @@ TEST_F(WrittenTags, ThatCannotBeWrittenAreToldOnce) {
   tag_writer_.SetProtected(true);
   LoadRow(1);
   EXPECT_EQ(station_->View().notice, "\"t.mp3\" is protected.");
-  EXPECT_EQ(station_->Catalogue().Cell(1, track::kStartMixPoint), "0.000");
+  EXPECT_EQ(Music().Cell(1, track::kStartMixPoint), "0.000");
 }
 
 class WhatAHandDid : public WrittenTags {
  protected:
   void NextEvening() {
-    const catalogue::track_table index = station_->Catalogue();
+    const catalogue::track_table index = Music();
     station_.reset();
     Start();
-    station_->Catalogue() = index;
+    Music() = index;
     LoadRow(1);
   }
 };
@@ -268,9 +268,9 @@ class WhatAHandDid : public WrittenTags {
 TEST_F(WhatAHandDid, ToTheBeatsComesBackWithTheFile) {
   Start();
   LoadRow(1);
-  station_->ScaleBpm(1, music::BeatScale::Half);
+  station_->Decks()[1].Adjust(&DeckTempo::Scale, music::BeatScale::Half);
   Settle();
-  station_->ShiftGrid(1, std::chrono::milliseconds(20));
+  station_->Decks()[1].Adjust(&DeckTempo::Shift, std::chrono::milliseconds(20));
   Settle();
   LetWorkersFinish();
   const auto corrected = Deck(1).grid;
@@ -279,7 +279,7 @@ TEST_F(WhatAHandDid, ToTheBeatsComesBackWithTheFile) {
   EXPECT_EQ(Deck(1).grid->Beats().size(), corrected->Beats().size());
   EXPECT_NEAR(Deck(1).grid->Beats()[0].count(), corrected->Beats()[0].count(), 1e-6);
   EXPECT_NEAR(Deck(1).bpm, 60, 0.05);
-  station_->ForgetGrid(1);
+  station_->Decks()[1].Adjust(&DeckStation::ForgetGrid);
   Settle();
   EXPECT_NEAR(Deck(1).bpm, 120, 0.05);
   LetWorkersFinish();
@@ -291,7 +291,7 @@ TEST_F(WhatAHandDid, IsNotWhatAnOlderThresholdFound) {
   Start();
   LoadRow(1);
   const auto old_end = Deck(1).end_mix_point;
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(7));
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::seconds(7));
   LetWorkersFinish();
   Store("Settings", "GainPercent", "90");
   NextEvening();
@@ -299,24 +299,24 @@ TEST_F(WhatAHandDid, IsNotWhatAnOlderThresholdFound) {
   EXPECT_TRUE(Deck(1).moved.start);
   EXPECT_NE(Deck(1).end_mix_point, old_end);
   EXPECT_FALSE(Deck(1).moved.end);
-  station_->ResetMixPoint(1, MixPoint::Start);
+  station_->Decks()[1].ResetMixPoint(MixPoint::Start);
   LetWorkersFinish();
   Store("Settings", "GainPercent", "3");
   NextEvening();
   EXPECT_FALSE(Deck(1).moved.start);
   EXPECT_EQ(Deck(1).end_mix_point, old_end);
-  EXPECT_NE(station_->Catalogue().Cell(1, track::kStartMixPoint), "7.000");
+  EXPECT_NE(Music().Cell(1, track::kStartMixPoint), "7.000");
 }
 
 TEST_F(Analysis, TheGainQueryRunsTheProgramOnce) {
   Start();
   LoadPlain(1, "t.mp3");
-  std::vector<Workstation::GainAnswer> answers;
+  std::vector<GainAnswer> answers;
   for (int i = 0; i < 2; ++i) {
-    station_->QueryGain(1, [&](const auto& answer) { answers.push_back(answer); });
+    station_->Decks()[1].QueryGain([&](const auto& answer) { answers.push_back(answer); });
     LetWorkersFinish();
   }
-  station_->QueryGain(2, [&](const auto&) { ADD_FAILURE() << "an empty deck"; });
+  station_->Decks()[2].QueryGain([&](const auto&) { ADD_FAILURE() << "an empty deck"; });
   ASSERT_EQ(answers.size(), 2U);
   EXPECT_EQ(answers[0].shown, "89.0");
   EXPECT_FALSE(answers[0].lacks);

@@ -23,14 +23,14 @@ class ApplyTest : public testing::Evening {
     tags.genre = "Pop";
     tags.duration = std::chrono::seconds(225);
     tags_.AcceptAnyFile(tags);
-    station_->Catalogue().AddRow(std::vector<std::string_view>{"old"});
-    station_->Karaoke().AddRow(std::vector<std::string_view>{"old"});
+    Music().AddRow(std::vector<std::string_view>{"old"});
+    Karaoke().AddRow(std::vector<std::string_view>{"old"});
     station_->AttachWindow(&window_, &window_);
   }
   /// A row whose file is not in the folder any more.
   void AddLost() {
     const std::string path = Path("lost.mp3");
-    station_->Catalogue().AddRow(std::vector<std::string_view>{"lost", "", "", path});
+    Music().AddRow(std::vector<std::string_view>{"lost", "", "", path});
   }
   ~ApplyTest() override { fs::remove_all(music_); }
 
@@ -40,7 +40,7 @@ class ApplyTest : public testing::Evening {
   }
   void Apply(ApplyMode mode) { Apply(mode, music_.string()); }
   void Apply(ApplyMode mode, const std::string& folder) {
-    station_->Apply({mode, folder, {}}, [this](const Reindex::Outcome& outcome) {
+    station_->ApplyButton().Press({mode, folder, {}}, [this](const Reindex::Outcome& outcome) {
       outcome_ = outcome;
       ++outcomes_;
     });
@@ -63,13 +63,13 @@ class ApplyTest : public testing::Evening {
 TEST_F(ApplyTest, AMusicScanReplacesTheCatalogueMaskByMaskAndSavesIt) {
   for (const char* name : {"b.ogg", "deep/a.mp3", "z.mp3", "c.wav", "d.FLAC"}) Write(name);
   Apply(ApplyMode::ReindexMusic);
-  EXPECT_EQ(station_->Catalogue().Rows(), 1) << "the old table stands until the new one is there";
+  EXPECT_EQ(Music().Rows(), 1) << "the old table stands until the new one is there";
   Work();
-  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
+  EXPECT_EQ(Column(Music(), catalogue::track::kFilename),
             (Lines{Path("deep/a.mp3"), Path("z.mp3"), Path("b.ogg"), Path("d.FLAC"), ""}));
   EXPECT_EQ(outcome_.found, 4);
   EXPECT_TRUE(files_.Content(folder_ / "tlv.ndx").has_value());
-  EXPECT_EQ(station_->Karaoke().Rows(), 1);
+  EXPECT_EQ(Karaoke().Rows(), 1);
 }
 
 TEST_F(ApplyTest, TheFolderThatNobodyChoseIsScannedAsTheSettingsWriteIt) {
@@ -80,7 +80,7 @@ TEST_F(ApplyTest, TheFolderThatNobodyChoseIsScannedAsTheSettingsWriteIt) {
   Apply(ApplyMode::ReindexMusic, written);
   Work();
   fs::remove_all(folder_);
-  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
+  EXPECT_EQ(Column(Music(), catalogue::track::kFilename),
             (Lines{(folder_ / "MyMusic" / "a.mp3").make_preferred().string(), ""}));
 }
 
@@ -95,8 +95,8 @@ TEST_F(ApplyTest, RowsGoWhenTheQuestionIsAnsweredAndStayWhenItIsClosed) {
     EXPECT_NE(window_.Asked().find(Path("lost.mp3")), std::string::npos);
     window_.Answer(yes);
     Work();
-    EXPECT_EQ(station_->Catalogue().FindRow(catalogue::track::kFilename, Path("lost.mp3")) > 0, !yes);
-    EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), Path("a.mp3"));
+    EXPECT_EQ(Music().FindRow(catalogue::track::kFilename, Path("lost.mp3")) > 0, !yes);
+    EXPECT_EQ(Music().Cell(1, catalogue::track::kFilename), Path("a.mp3"));
   }
 }
 
@@ -106,8 +106,7 @@ TEST_F(ApplyTest, TheOtherFoldersOfTheSettingsAreScannedToo) {
   Store("Settings", "Directory3", Path("two"));
   Apply(ApplyMode::ReindexMusic, Path("one"));
   Work();
-  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kFilename),
-            (Lines{Path("one/a.mp3"), Path("two/b.mp3"), ""}));
+  EXPECT_EQ(Column(Music(), catalogue::track::kFilename), (Lines{Path("one/a.mp3"), Path("two/b.mp3"), ""}));
 }
 
 TEST_F(ApplyTest, ARescanKeepsWhatWasFoundAndSet) {
@@ -119,11 +118,11 @@ TEST_F(ApplyTest, ARescanKeepsWhatWasFoundAndSet) {
                                                {track::kGain, "-3.21"},
                                                {track::kStartMixPoint, "1.500"},
                                                {track::kEndMixPoint, "170.000"}};
-  for (const auto& [column, text] : cells) station_->Catalogue().SetCell(1, column, text);
+  for (const auto& [column, text] : cells) Music().SetCell(1, column, text);
   Apply(ApplyMode::ReindexMusic);
   Work();
   EXPECT_EQ(outcomes_, 2);
-  for (const auto& [column, text] : cells) EXPECT_EQ(station_->Catalogue().Cell(1, column), text);
+  for (const auto& [column, text] : cells) EXPECT_EQ(Music().Cell(1, column), text);
 }
 
 TEST_F(ApplyTest, AFileThatIsNotThereIsMarkedAndNoOther) {
@@ -131,12 +130,12 @@ TEST_F(ApplyTest, AFileThatIsNotThereIsMarkedAndNoOther) {
   Write("b.mp3");
   Apply(ApplyMode::ReindexMusic);
   while (outcomes_ == 0 && workers_.RunOne()) station_->PumpWindow();
-  const std::size_t checks = station_->MissingChecks();
+  const std::size_t checks = station_->Collections().Missing().Answers();
   fs::remove(music_ / "b.mp3");
   Work();
-  EXPECT_GT(station_->MissingChecks(), checks);
-  EXPECT_TRUE(station_->IsMissing(Path("b.mp3")));
-  EXPECT_FALSE(station_->IsMissing(Path("a.mp3")));
+  EXPECT_GT(station_->Collections().Missing().Answers(), checks);
+  EXPECT_TRUE(station_->Collections().Missing().Has(Path("b.mp3")));
+  EXPECT_FALSE(station_->Collections().Missing().Has(Path("a.mp3")));
 }
 
 TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {
@@ -144,7 +143,7 @@ TEST_F(ApplyTest, AKaraokeScanFillsTheKaraokeRecord) {
   Apply(ApplyMode::ReindexKaraoke);
   Work();
   Lines cells;
-  for (int column = 1; column <= 6; ++column) cells.emplace_back(station_->Karaoke().Cell(1, column));
+  for (int column = 1; column <= 6; ++column) cells.emplace_back(Karaoke().Cell(1, column));
   EXPECT_EQ(cells, (Lines{"A", "T", "", "Pop", "03:45", Path("song.mp3")}));
   EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx").has_value());
 }
@@ -153,19 +152,19 @@ TEST_F(ApplyTest, ACancelledScanLeavesTheTableAsItWas) {
   for (int file = 0; file < 20; ++file) Write(std::to_string(file) + ".mp3");
   Apply(ApplyMode::ReindexMusic);
   for (int i = 0; i < 3; ++i) workers_.RunOne();
-  EXPECT_EQ(station_->Scanning().total, 20);
-  EXPECT_EQ(station_->Scanning().done, 16);
-  station_->CancelScans();
+  EXPECT_EQ(station_->Collections().Scanning().total, 20);
+  EXPECT_EQ(station_->Collections().Scanning().done, 16);
+  station_->Collections().CancelScans();
   Work();
-  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kArtist), Lines{"old"});
+  EXPECT_EQ(Column(Music(), catalogue::track::kArtist), Lines{"old"});
   EXPECT_FALSE(outcome_.replaced);
-  EXPECT_FALSE(station_->IsScanning());
+  EXPECT_FALSE(station_->Collections().IsScanning());
 }
 
 TEST_F(ApplyTest, AFolderThatIsNotThereIsToldAndChangesNothing) {
   Apply(ApplyMode::ReindexMusic);
   Work();
-  EXPECT_EQ(Column(station_->Catalogue(), catalogue::track::kArtist), Lines{"old"});
+  EXPECT_EQ(Column(Music(), catalogue::track::kArtist), Lines{"old"});
   EXPECT_EQ(outcome_.sentence, "There is no folder \"" + music_.string() + "\".");
 }
 
@@ -181,13 +180,13 @@ TEST_F(ApplyTest, AFileThatMovedIsFollowedByThePlaylistsAndKeepsItsMixPoints) {
   Write("old/a.mp3");
   Apply(ApplyMode::ReindexMusic);
   Work();
-  station_->Catalogue().SetCell(1, catalogue::track::kEndMixPoint, "170.000");
-  station_->Playlist(1).AppendFrom(station_->Catalogue(), 1);
+  Music().SetCell(1, catalogue::track::kEndMixPoint, "170.000");
+  Playlist(1).AppendFrom(Music(), 1);
   fs::rename(music_ / "old", music_ / "new");
   Apply(ApplyMode::ReindexMusic);
   Work();
-  EXPECT_EQ(station_->Playlist(1).Cell(1, catalogue::track::kFilename), Path("new/a.mp3"));
-  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kEndMixPoint), "170.000");
+  EXPECT_EQ(Playlist(1).Cell(1, catalogue::track::kFilename), Path("new/a.mp3"));
+  EXPECT_EQ(Music().Cell(1, catalogue::track::kEndMixPoint), "170.000");
   EXPECT_EQ(outcome_.sentence, "1 file was found again in another folder.");
 }
 
@@ -198,7 +197,7 @@ TEST_F(ApplyTest, ASecondScanTakesThePlaceOfTheFirst) {
   Work();
   EXPECT_EQ(outcomes_, 2);
   EXPECT_EQ(outcome_.found, 1);
-  EXPECT_EQ(station_->Catalogue().Rows(), 2);
+  EXPECT_EQ(Music().Rows(), 2);
 }
 
 TEST_F(ApplyTest, AScanEndsWithTheProgram) {
@@ -212,8 +211,8 @@ TEST_F(ApplyTest, AScanEndsWithTheProgram) {
 }
 
 TEST_F(ApplyTest, AnEmptyChoiceOfFolderChangesNothing) {
-  station_->Apply({ApplyMode::ChooseDirectory, "/music", {}});
-  station_->Apply({ApplyMode::ChooseDirectory, "", {}});
+  station_->ApplyButton().Press({ApplyMode::ChooseDirectory, "/music", {}});
+  station_->ApplyButton().Press({ApplyMode::ChooseDirectory, "", {}});
   EXPECT_EQ(Stored("Settings", "Directory"), "/music");
 }
 
@@ -221,7 +220,7 @@ TEST_F(ApplyTest, ColoursAreWrittenForTheChannelsOfTheConsole) {
   const std::vector<StoredColour> colours(32, 0x0000FF);
   for (const auto& [size, written] : {std::pair{"16", "(none)"}, {"32", "255"}}) {
     Store("Setup", "ConsoleSize", size);
-    station_->Apply({ApplyMode::ChannelColours, "", colours});
+    station_->ApplyButton().Press({ApplyMode::ChannelColours, "", colours});
     EXPECT_EQ(Stored("Channels", "Color16"), "255") << size;
     EXPECT_EQ(Stored("Channels", "Color17"), written) << size;
     EXPECT_EQ(ReadColours(station_->Settings()).size(), static_cast<std::size_t>(std::stoi(size)));
@@ -230,9 +229,9 @@ TEST_F(ApplyTest, ColoursAreWrittenForTheChannelsOfTheConsole) {
 
 TEST_F(ApplyTest, HelpOpensAtItsIntroduction) {
   station_->AttachWindow(nullptr, nullptr);
-  station_->Apply({ApplyMode::Help, "", {}});
+  station_->ApplyButton().Press({ApplyMode::Help, "", {}});
   station_->AttachWindow(&window_, &window_);
-  station_->Apply({ApplyMode::Help, "", {}});
+  station_->ApplyButton().Press({ApplyMode::Help, "", {}});
   EXPECT_EQ(window_.Opened(), (folder_ / "help" / "djTOLVENgold.chm").string() + " at introduction.htm");
 }
 

@@ -72,8 +72,7 @@ class AutoMixTest : public testing::Evening {
   }
   void List(int playlist, const std::vector<std::string>& files) {
     for (const std::string& file : files) {
-      station_->Playlist(playlist).AddRow(
-          std::vector<std::string_view>{"Artist", "Title of " + file, "01:40", file});
+      Playlist(playlist).AddRow(std::vector<std::string_view>{"Artist", "Title of " + file, "01:40", file});
     }
     station_->Lists().Follow();
     Settle();
@@ -162,7 +161,7 @@ TEST_F(AutoMixTest, AHandMayRepeatWhatWasPlayed) {
     Load(2, file);
     Play(2);
     Go(40s);
-    station_->Stop(2);
+    station_->Decks()[2].Do(&DeckStation::Stop);
   }
   Begin("a.mp3");
   Load(2, "b.mp3");
@@ -203,10 +202,10 @@ TEST_F(AutoMixTest, AHandThatPausesTheDeckStopsThePlanUntilItPlaysAgain) {
   List(1, {"b.mp3"});
   Begin("a.mp3");
   Go(95s);
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Go(60s);
   EXPECT_EQ(Plays(), "");
-  station_->Resume(1);
+  station_->Decks()[1].Do(&DeckStation::Resume);
   Go(3s);
   EXPECT_EQ(Plays(), "a.mp3 b.mp3 ");
 }
@@ -229,7 +228,7 @@ TEST_F(AutoMixTest, AHandThatSwitchesItOnInSilenceBeginsTheMusic) {
   Go(1s);
   EXPECT_EQ(Plays(), "b.mp3 ");
   EXPECT_EQ(Crossfader(), -100);
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Load(2, "c.flac");
   Go(5s);
   EXPECT_EQ(Plays(), "") << "who stops a deck has it so";
@@ -242,13 +241,13 @@ TEST_F(AutoMixTest, AHandThatSwitchesItOnInSilenceBeginsTheMusic) {
 TEST_F(AutoMixTest, SwitchedOnItLeavesAPausedDeckAndEmptyListsAlone) {
   List(1, {"b.mp3"});
   Begin("a.mp3");
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Go(1s);
   station_->Lists().SetAutomix(true);
   Go(5s);
   EXPECT_EQ(Plays(), "");
-  station_->Stop(1);
-  while (station_->Playlist(1).Rows() > 0) station_->Playlist(1).RemoveRow(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
+  while (Playlist(1).Rows() > 0) Playlist(1).RemoveRow(1);
   List(2, {});
   station_->Lists().SetAutomix(true);
   Go(1s);
@@ -278,7 +277,7 @@ class MatchedMixTest : public AutoMixTest {
   }
   /// The first track has 120.5 beats a minute, and the second one comes in.
   void Mix(std::string_view second_bpm) {
-    station_->Playlist(1).AddRow(std::vector<std::string_view>{"", "", "01:40", "b.mp3", second_bpm});
+    Playlist(1).AddRow(std::vector<std::string_view>{"", "", "01:40", "b.mp3", second_bpm});
     station_->Lists().Follow();
     Begin("a.mp3");
     Go(96500ms);
@@ -315,13 +314,13 @@ TEST_F(MatchedMixTest, AfterTheMixItGlidesToItsOwnTempo) {
 TEST_F(MatchedMixTest, AHandOnTheTempoKeepsIt) {
   Mix("125.00");
   Go(4s);
-  station_->SetTempo(2, 1);
+  station_->Decks()[2].SetTempo(1);
   Go(20s);
   EXPECT_EQ(Deck(2).tempo_percent, 1);
 }
 
 TEST_F(MatchedMixTest, WhatWasBorrowedIsNotKeptForAnotherFile) {
-  station_->SetTempo(2, 2);
+  station_->Decks()[2].SetTempo(2);
   Mix("125.00");
   Go(4s);
   Load(2, "c.flac");
@@ -333,7 +332,7 @@ TEST_F(MatchedMixTest, AMixThatDoesNotComeLeavesTheTempoAsItWas) {
   Mix("125.00");
   ASSERT_NEAR(Deck(2).tempo_percent, kMatched, 0.01);
   ASSERT_EQ(Plays(), "a.mp3 ") << "half a second before";
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Go(1s);
   EXPECT_EQ(Deck(2).tempo_percent, 0);
 }

@@ -43,7 +43,7 @@ class Batch : public Evening {
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     for (const std::string& file : files_of_) {
-      station_->Catalogue().AddRow(std::vector<std::string_view>{"", file, "00:02", file});
+      Music().AddRow(std::vector<std::string_view>{"", file, "00:02", file});
     }
   }
   void Work(int jobs = 1'000'000) {
@@ -58,16 +58,15 @@ class Batch : public Evening {
   }
   [[nodiscard]] int RowsFilled() {
     int filled = 0;
-    for (int row = 1; row <= 10; ++row)
-      filled += station_->Catalogue().Cell(row, track::kEndMixPoint).empty() ? 0 : 1;
+    for (int row = 1; row <= 10; ++row) filled += Music().Cell(row, track::kEndMixPoint).empty() ? 0 : 1;
     return filled;
   }
   /// Files of these rows, from 1.
   void Start(std::vector<int> rows = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10}) {
-    station_->StartBatch(std::move(rows));
+    station_->Collections().Analyse(std::move(rows));
     for (int i = 0; i < 1000 && Progress().state == BatchState::Idle; ++i) Work(1);
   }
-  [[nodiscard]] BatchProgress Progress() { return station_->Batch().Progress(); }
+  [[nodiscard]] BatchProgress Progress() { return station_->Collections().Batch().Progress(); }
 
   Names files_of_;
   decks::testing::FakeLoudnessMeters meters_;
@@ -92,7 +91,7 @@ TEST_F(Batch, FillsTheRowsAndSavesTheIndex) {
 
 TEST_F(Batch, EveryRowOfAFileIsFilledHoweverManyOthersThereAre) {
   Begin();
-  catalogue::track_table& table = station_->Catalogue();
+  catalogue::track_table& table = Music();
   for (int i = 0; i < 30'000; ++i) {
     table.AddRow(std::vector<std::string_view>{"", "", "", "other " + std::to_string(i)});
   }
@@ -110,18 +109,17 @@ TEST_F(Batch, WritesTheTagsWhereTheSettingSaysSo) {
   Work();
   EXPECT_EQ(tag_writer_.Writes(), 10);
   const auto block = tags_.Read("3.mp3").Value().text_block;
-  EXPECT_EQ(catalogue::ScanTextBlock(block).end_mix_point,
-            station_->Catalogue().Cell(4, track::kEndMixPoint));
+  EXPECT_EQ(catalogue::ScanTextBlock(block).end_mix_point, Music().Cell(4, track::kEndMixPoint));
 }
 
 TEST_F(Batch, AFileThatCannotBeAnalysedIsLeftOutWithASentenceAndTheRestGoesOn) {
   Begin();
-  station_->Catalogue().AddRow(std::vector<std::string_view>{"", "", "", "gone.mp3"});
+  Music().AddRow(std::vector<std::string_view>{"", "", "", "gone.mp3"});
   Start({1, 11, 2});
   Work();
   EXPECT_EQ(RowsFilled(), 2);
   EXPECT_EQ(Progress().done, 3);
-  EXPECT_EQ(station_->Batch().LeftOut(),
+  EXPECT_EQ(station_->Collections().Batch().LeftOut(),
             Names{"gone.mp3 was left out: it is not there, or holds no sound that can be read."});
 }
 
@@ -129,11 +127,11 @@ TEST_F(Batch, APausedOneStandsStillUntilItGoesOn) {
   Begin();
   Start();
   for (int i = 0; i < 1000 && Progress().done < 3; ++i) Work(1);
-  station_->Batch().Pause();
+  station_->Collections().Batch().Pause();
   Work();
   EXPECT_EQ(Progress().state, BatchState::Paused);
   EXPECT_EQ(RowsFilled(), 3);
-  station_->Batch().Resume();
+  station_->Collections().Batch().Resume();
   Work();
   EXPECT_EQ(RowsFilled(), 10);
   EXPECT_EQ(Progress().done, 10);
@@ -143,7 +141,7 @@ TEST_F(Batch, ACancelledOneIsForgottenByTheNextRunToo) {
   Begin();
   Start();
   for (int i = 0; i < 1000 && Progress().done < 3; ++i) Work(1);
-  station_->Batch().Cancel();
+  station_->Collections().Batch().Cancel();
   Work();
   Kill();
   Begin();
@@ -178,8 +176,8 @@ TEST_F(Batch, FilesThatAreAddedMeanwhileAreAnalysedOnce) {
 
 TEST_F(Batch, OneThatIsCancelledBeforeItsFilesAreKnownNeverBegins) {
   Begin();
-  station_->StartBatch({1, 2});
-  station_->Batch().Cancel();
+  station_->Collections().Analyse({1, 2});
+  station_->Collections().Batch().Cancel();
   Work();
   EXPECT_EQ(Progress().state, BatchState::Idle);
   EXPECT_EQ(RowsFilled(), 0);

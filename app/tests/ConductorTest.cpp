@@ -7,7 +7,7 @@
 #include <future>
 #include <thread>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "app/work/WorkGate.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingEngine.h"
@@ -50,6 +50,23 @@ TEST(ConductorTest, ItsThreadTicksAndTakesCommandsUntilItIsStopped) {
   const int last = ticks;
   conductor.Post([&ticks] { ticks = -1; });
   EXPECT_EQ(ticks, last);
+}
+
+TEST(ConductorTest, AnOrderKeepsWhatItWasGivenUntilItIsCarriedOut) {
+  struct Notes {
+    void Add(const std::string& word, std::string_view mark) { all += word + std::string(mark); }
+    std::string all;
+  } notes;
+  Conductor conductor([] {});
+  {
+    std::string word = "a word that no small buffer holds";
+    conductor.Box()->Order(notes, &Notes::Add, word, "!");
+    conductor.Box()->Order(notes, &Notes::Add, std::move(word), "?");
+    word = "another one";
+  }
+  EXPECT_EQ(notes.all, "");
+  conductor.ConductOnce();
+  EXPECT_EQ(notes.all, "a word that no small buffer holds!a word that no small buffer holds?");
 }
 
 TEST(ConductorTest, AClosedBoxDropsWhatIsPosted) {
@@ -118,16 +135,17 @@ TEST_F(OwnThreadTest, AnEveningOfManyCommandsEndsCleanly) {
                       support::ProgramFolder("no-such-folder"), Workstation::Conducting::OwnThread);
   station.StartUp();
   int added = 0;
-  station.Add({.list = ListId::Catalogue, .paths = {"a.mp3", "b.mp3", "c.mp3"}},
-              [&added](const IntakeOutcome& outcome) { added = outcome.rows; });
+  station.Collections().Intake().Add({.list = ListId::Catalogue, .paths = {"a.mp3", "b.mp3", "c.mp3"}},
+                                     [&added](const IntakeOutcome& outcome) { added = outcome.rows; });
   WaitFor(station, [&added](const auto&) { return added == 3; });
   for (int round = 0; round < 20; ++round) {
     const int deck = round % kDecks + 1;
-    station.LoadDeck(deck, station.Catalogue(), round % 3 + 1);
-    station.Play(deck);
-    station.SetOutput(round % 3 + 1, {round % 3, round % 5});
-    station.Add({.list = ListId::Catalogue, .paths = {"new" + std::to_string(round) + ".mp3"}}, {});
-    station.Seek(deck, std::chrono::milliseconds(10));
+    station.Decks()[deck].Load(station.Collections().Music().Table(), round % 3 + 1);
+    station.Decks()[deck].Do(&DeckStation::Play);
+    station.Outputs().Set(round % 3 + 1, {round % 3, round % 5});
+    station.Collections().Intake().Add(
+        {.list = ListId::Catalogue, .paths = {"new" + std::to_string(round) + ".mp3"}}, {});
+    station.Decks()[deck].Do(&DeckStation::Seek, std::chrono::milliseconds(10));
     station.PumpWindow();
   }
   WaitFor(station, [](const WorkstationView& view) {

@@ -87,13 +87,13 @@ TEST_F(DiscsTest, TheDeckThatPlaysAndTheThirdDeckGoFirst) {
   EXPECT_EQ(Shown(), "b.mp3");
   PlayOn(1, "a.mp3");
   EXPECT_EQ(Shown(), "b.mp3") << "the picture does not jump in a mix";
-  station_->Stop(2);
+  station_->Decks()[2].Do(&DeckStation::Stop);
   EXPECT_EQ(Shown(), "a.mp3");
   Sing("d.mp3");
   EXPECT_EQ(Shown(), "d.mp3");
   station_->Songs().Pause();
   EXPECT_EQ(Shown(), "a.mp3");
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   EXPECT_EQ(Shown(), "d.mp3") << "what stands on the third deck is better than nothing";
   station_->Songs().Stop();
   EXPECT_EQ(Shown(), "") << "its title card tells who is next";

@@ -40,21 +40,21 @@ TEST_F(EqPresetDesk, APresetMovesTheSlidersOfItsBankAndIsRemembered) {
   Write("[Loud]\r\n1;2;3;4;5;6;7;8;9;10;\r\n");
   StartUp();
   Pump();
-  ASSERT_EQ(station_->EqPresets().size(), 1U);
-  station_->ApplyEqPreset(EqBank::Second, "Loud");
-  EXPECT_EQ(station_->Equaliser()[9], 0);
-  EXPECT_EQ(station_->Equaliser()[10], 1);
-  EXPECT_EQ(station_->Equaliser()[19], 10);
-  EXPECT_EQ(station_->ChosenEqPreset(EqBank::Second), "Loud");
-  EXPECT_EQ(station_->ChosenEqPreset(EqBank::First), "");
+  ASSERT_EQ(station_->Equaliser().Presets().size(), 1U);
+  station_->Equaliser().Apply(EqBank::Second, "Loud");
+  EXPECT_EQ(station_->Equaliser().Sliders()[9], 0);
+  EXPECT_EQ(station_->Equaliser().Sliders()[10], 1);
+  EXPECT_EQ(station_->Equaliser().Sliders()[19], 10);
+  EXPECT_EQ(station_->Equaliser().Chosen(EqBank::Second), "Loud");
+  EXPECT_EQ(station_->Equaliser().Chosen(EqBank::First), "");
 }
 
 TEST_F(EqPresetDesk, SavingTakesTheSlidersAsTheyStandWhenItIsAskedFor) {
   StartUp();
-  station_->SetEqualiser(0, -3);
-  station_->SetEqualiser(9, 4);
-  station_->SaveEqPreset(EqBank::First, "Mine", Keep());
-  station_->SetEqualiser(0, 7);
+  station_->Equaliser().Set(0, -3);
+  station_->Equaliser().Set(9, 4);
+  station_->Equaliser().Save(EqBank::First, "Mine", Keep());
+  station_->Equaliser().Set(0, 7);
   EXPECT_EQ(told_, "") << "nobody waits for the disk";
   Pump();
   EXPECT_EQ(Saved("EQ.tlv"), "[Mine]\r\n-3;0;0;0;0;0;0;0;0;4;\r\n");
@@ -63,28 +63,28 @@ TEST_F(EqPresetDesk, SavingTakesTheSlidersAsTheyStandWhenItIsAskedFor) {
 
 TEST_F(EqPresetDesk, WhatWaitsWhenTheProgramEndsIsSaved) {
   StartUp();
-  station_->SaveEqPreset(EqBank::First, "Late", Keep());
+  station_->Equaliser().Save(EqBank::First, "Late", Keep());
   station_->ShutDown();
   EXPECT_EQ(Saved("EQ.tlv"), "[Late]\r\n0;0;0;0;0;0;0;0;0;0;\r\n");
 }
 
 TEST_F(EqPresetDesk, FailuresAreWholeSentences) {
   StartUp();
-  station_->SaveEqPreset(EqBank::First, "", Keep());
+  station_->Equaliser().Save(EqBank::First, "", Keep());
   Pump();
   EXPECT_EQ(told_, "A preset needs a name of one line.");
-  station_->DeleteEqPreset("Nobody", Keep());
+  station_->Equaliser().Delete("Nobody", Keep());
   Pump();
   EXPECT_TRUE(told_.starts_with("The preset \"Nobody\" could not be deleted: ")) << told_;
-  station_->SetLanguage(1);
-  station_->DeleteEqPreset("Nobody", Keep());
+  station_->Language().Choose(1);
+  station_->Equaliser().Delete("Nobody", Keep());
   Pump();
   EXPECT_EQ(told_,
             "De voorinstelling \"Nobody\" kon niet worden verwijderd: \"Nobody\" is niet gevonden; het is "
             "misschien verplaatst of verwijderd.");
-  station_->SetLanguage(0);
+  station_->Language().Choose(0);
   files_.SetFull(true);
-  station_->SaveEqPreset(EqBank::First, "Full", Keep());
+  station_->Equaliser().Save(EqBank::First, "Full", Keep());
   Pump();
   EXPECT_TRUE(told_.starts_with("The preset \"Full\" could not be saved: ")) << told_;
 }
@@ -93,7 +93,7 @@ TEST_F(EqPresetDesk, AFileThatCannotBeReadIsToldOnTheStatusLine) {
   std::filesystem::create_directory(folder_ / "EQ.tlv");
   StartUp();
   Pump();
-  EXPECT_TRUE(station_->EqPresets().empty());
+  EXPECT_TRUE(station_->Equaliser().Presets().empty());
   EXPECT_TRUE(station_->View().notice.starts_with("The equaliser's presets cannot be read: "));
 }
 
@@ -101,9 +101,9 @@ class MovedMixPoints : public Evening {
  protected:
   void Begin() {
     StartUp();
-    station_->Catalogue().AddRow(std::vector<std::string_view>{"A", "T", "01:40", "a.mp3"});
-    station_->Playlist(2).AddRow(std::vector<std::string_view>{"A", "T", "01:40", "b.mp3"});
-    station_->Playlist(2).AddRow(std::vector<std::string_view>{"A", "T", "01:40", "a.mp3"});
+    Music().AddRow(std::vector<std::string_view>{"A", "T", "01:40", "a.mp3"});
+    Playlist(2).AddRow(std::vector<std::string_view>{"A", "T", "01:40", "b.mp3"});
+    Playlist(2).AddRow(std::vector<std::string_view>{"A", "T", "01:40", "a.mp3"});
     Load(1, "a.mp3");
     workers_.RunAll();
     Settle();
@@ -118,14 +118,14 @@ class MovedMixPoints : public Evening {
 
 TEST_F(MovedMixPoints, StandInEveryRowThatHoldsTheFileAndInTheIndex) {
   Begin();
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::microseconds(12'345'678));
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::microseconds(12'345'678));
   Settle();
   EXPECT_EQ(Deck(1).start_mix_point, std::chrono::microseconds(12'345'678));
   EXPECT_TRUE(Deck(1).moved.start);
   EXPECT_FALSE(Deck(1).moved.end);
-  EXPECT_EQ(Cell(station_->Catalogue(), 1, MixPoint::Start), "12.346");
-  EXPECT_EQ(Cell(station_->Playlist(2), 2, MixPoint::Start), "12.346");
-  EXPECT_EQ(Cell(station_->Playlist(2), 1, MixPoint::Start), "");
+  EXPECT_EQ(Cell(Music(), 1, MixPoint::Start), "12.346");
+  EXPECT_EQ(Cell(Playlist(2), 2, MixPoint::Start), "12.346");
+  EXPECT_EQ(Cell(Playlist(2), 1, MixPoint::Start), "");
   workers_.RunAll();
   EXPECT_NE(files_.Content(folder_ / "tlv.ndx").value_or("").find("12.346"), std::string::npos);
 }
@@ -134,9 +134,9 @@ TEST_F(MovedMixPoints, GoBackToWhereTheyWereFound) {
   Begin();
   const auto found = Deck(1).found.start;
   ASSERT_TRUE(found);
-  station_->SetMixPoint(1, MixPoint::Start, std::chrono::seconds(30));
+  station_->Decks()[1].SetMixPoint(MixPoint::Start, std::chrono::seconds(30));
   Settle();
-  station_->ResetMixPoint(1, MixPoint::Start);
+  station_->Decks()[1].ResetMixPoint(MixPoint::Start);
   Settle();
   EXPECT_EQ(Deck(1).start_mix_point, *found);
   EXPECT_FALSE(Deck(1).moved.start);
@@ -144,9 +144,9 @@ TEST_F(MovedMixPoints, GoBackToWhereTheyWereFound) {
 
 TEST_F(MovedMixPoints, AreRememberedByTheRowThatIsLoaded) {
   Begin();
-  station_->SetMixPoint(1, MixPoint::End, std::chrono::seconds(77));
+  station_->Decks()[1].SetMixPoint(MixPoint::End, std::chrono::seconds(77));
   Settle();
-  station_->LoadDeck(2, station_->Catalogue(), 1);
+  station_->Decks()[2].Load(Music(), 1);
   Settle();
   EXPECT_EQ(Deck(2).end_mix_point, std::chrono::seconds(77));
   EXPECT_TRUE(Deck(2).moved.end);
@@ -154,12 +154,11 @@ TEST_F(MovedMixPoints, AreRememberedByTheRowThatIsLoaded) {
 
 TEST_F(MovedMixPoints, StayWithinTheTrack) {
   Begin();
-  station_->SetMixPoint(1, MixPoint::End, std::chrono::hours(5));
+  station_->Decks()[1].SetMixPoint(MixPoint::End, std::chrono::hours(5));
   Settle();
   EXPECT_LE(Deck(1).end_mix_point, Deck(1).length);
   EXPECT_GT(Deck(1).end_mix_point, Deck(1).length - std::chrono::milliseconds(1));
-  station_->SetMixPoint(3, MixPoint::End, std::chrono::seconds(5));
-  station_->SetMixPoint(0, MixPoint::End, std::chrono::seconds(5));
+  station_->Decks()[3].SetMixPoint(MixPoint::End, std::chrono::seconds(5));
   Settle();
   EXPECT_EQ(Deck(3).end_mix_point, std::chrono::seconds(0)) << "nothing is loaded there";
 }

@@ -66,7 +66,7 @@ TEST_F(EqualiserAndMixPoints, AThresholdThatIsMovedFindsOthers) {
   Load(1, "t.mp3");
   Scan();
   EXPECT_NEAR(std::chrono::duration<double>(Deck(1).start_mix_point).count(), 1, 0.001);
-  station_->SetGainPercent(50);
+  station_->Decks().SetGainPercent(50);
   Settle();
   Scan();
   EXPECT_EQ(Stored("Settings", "GainPercent"), "50");
@@ -81,7 +81,7 @@ TEST_F(EqualiserAndMixPoints, AStoppedDeckKeepsItsPointsWithoutAnotherScan) {
   Load(1, "t.mp3");
   Scan();
   Play(1);
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Settle();
   EXPECT_TRUE(Deck(1).has_mix_points);
 }
@@ -97,7 +97,7 @@ TEST_F(EqualiserAndMixPoints, LeaveNoDecoderWhenTheEveningEndsInTheMiddle) {
 
 TEST_F(EqualiserAndMixPoints, AnOpenedFileHasTenFlatBands) {
   StartUp();
-  station_->SetEqualiser(3, 6);
+  station_->Equaliser().Set(3, 6);
   Load(1, "a.mp3");
   Play(1);
   const auto gains = Gains(LastPlayed());
@@ -109,9 +109,9 @@ TEST_F(EqualiserAndMixPoints, ASliderMovesItsBandWhileTheDeckPlaysAndIsStored) {
   StartUp();
   Load(1, "a.mp3");
   Play(1);
-  station_->SetEqualiser(3, 6);
-  station_->SetEqualiser(13, -99);
-  station_->SetEqualiser(20, 5);
+  station_->Equaliser().Set(3, 6);
+  station_->Equaliser().Set(13, -99);
+  station_->Equaliser().Set(20, 5);
   Settle();
   EXPECT_EQ(Gains(LastPlayed())[2], 6);
   EXPECT_EQ(station_->View().equaliser[3], 6);
@@ -137,10 +137,10 @@ TEST_F(EqualiserAndMixPoints, ADeckThatMovesToAnotherOutputKeepsItsSound) {
   StartUp();
   Load(1, "a.mp3");
   Play(1);
-  station_->SetEqualiser(5, 4);
+  station_->Equaliser().Set(5, 4);
   Settle();
   const int before = LastPlayed();
-  station_->SetOutput(1, {2, 0});
+  station_->Outputs().Set(1, {2, 0});
   Settle();
   Scan();
   ASSERT_NE(LastPlayed(), before);

@@ -10,7 +10,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "app/testing/FakeMixer.h"
 #include "app/testing/FakeVisualisation.h"
 #include "app/testing/FakeWindow.h"
@@ -61,15 +61,20 @@ class Evening : public ::testing::Test {
     catalogue::track_table table(catalogue::TrackColumns());
     table.AddRow(
         std::vector<std::string_view>{"Artist of " + file, "Title of " + file, "01:40", file, "120.50"});
-    station_->LoadDeck(deck, table, 1);
+    station_->Decks()[deck].Load(table, 1);
     Settle();
   }
   void Play(int deck) {
-    station_->Play(deck);
+    station_->Decks()[deck].Do(&DeckStation::Play);
     Settle();
   }
   [[nodiscard]] const DeckView& Deck(int number) {
     return station_->View().decks[static_cast<std::size_t>(number - 1)];
+  }
+  [[nodiscard]] catalogue::track_table& Music() { return station_->Collections().Music().Table(); }
+  [[nodiscard]] catalogue::track_table& Karaoke() { return station_->Collections().Karaoke().Table(); }
+  [[nodiscard]] catalogue::track_table& Playlist(int number) {
+    return station_->Collections().Playlist(number);
   }
   void Store(std::string_view section, std::string_view key, std::string_view value) {
     settings_.Set(support::kApplication, section, key, value);

@@ -111,19 +111,19 @@ TEST_F(HeardSongTest, TheLouderOneOfDeckAndSongIsHeardBehindItsFader) {
   PlayDeck(1, "loud.mp3");
   EXPECT_EQ(Heard(100ms), HeardFrom::Deck1) << "twice as loud";
   for (const int volume : {70, 50, 40, 30, 10}) {
-    station_->SetVolume(1, volume);
+    station_->Decks()[1].Adjust(&DeckStation::SetVolume, volume);
     EXPECT_EQ(Heard(1s), volume >= 40 ? HeardFrom::Deck1 : HeardFrom::Song) << volume;
   }
-  station_->SetVolume(1, 60);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 60);
   EXPECT_EQ(Heard(1s), HeardFrom::Song) << "hardly louder";
   station_->Songs().SetVolume(20);
   EXPECT_EQ(Heard(1s), HeardFrom::Deck1);
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   EXPECT_EQ(Heard(), HeardFrom::Song);
 }
 
 TEST_F(HeardSongTest, TheMasterVolumeSilencesNoLamps) {
-  station_->SetMainVolume(95);
+  station_->Outputs().SetMainVolume(95);
   PlayDeck(1, "soft.mp3");
   EXPECT_EQ(Heard(), HeardFrom::Deck1);
   PlaySong();

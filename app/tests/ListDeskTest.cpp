@@ -38,10 +38,11 @@ class ListDeskTest : public testing::Evening {
   Names Open(const std::string& path) {
     if (!station_) StartUp();
     Give({.list = ListId::Playlist1, .source = IntakeOrder::Source::Opened, .paths = {path}});
-    return FilesOf(station_->Playlist(1));
+    return FilesOf(Playlist(1));
   }
   void Give(IntakeOrder order) {
-    station_->Add(std::move(order), [this](const IntakeOutcome& outcome) { refused_ = outcome.refused; });
+    station_->Collections().Intake().Add(
+        std::move(order), [this](const IntakeOutcome& outcome) { refused_ = outcome.refused; });
     Work();
   }
   void Work() {
@@ -69,9 +70,9 @@ TEST_F(ListDeskTest, ATableIsAppendedWholeEachTimeItIsOpened) {
   const std::string path = Write("a.TPL", Line("x.mp3") + Line("y.mp3"));
   EXPECT_THAT(Open(path), ElementsAre("x.mp3", "y.mp3"));
   EXPECT_THAT(Open(path), ElementsAre("x.mp3", "y.mp3", "x.mp3", "y.mp3"));
-  EXPECT_EQ(station_->Playlist(1).Cell(4, catalogue::track::kEndMixPoint), "61.5");
+  EXPECT_EQ(Playlist(1).Cell(4, catalogue::track::kEndMixPoint), "61.5");
   EXPECT_EQ(tags_.Reads(), 0);
-  EXPECT_EQ(station_->Catalogue().Rows(), 0) << "a playlist never changes the catalogue";
+  EXPECT_EQ(Music().Rows(), 0) << "a playlist never changes the catalogue";
 }
 
 TEST_F(ListDeskTest, AListOfPathsGoesThroughTheAddOneFileStep) {
@@ -104,8 +105,8 @@ TEST_F(ListDeskTest, NamesAreMadeAsTheSettingsSay) {
   Open("Title_Artist.mp3");
   Open(Write("l.m3u", "Title_Artist.mp3\n"));
   for (const int row : {1, 2}) {
-    EXPECT_EQ(station_->Playlist(1).Cell(row, catalogue::track::kArtist), "Artist") << row;
-    EXPECT_EQ(station_->Playlist(1).Cell(row, catalogue::track::kTitle), "Title") << row;
+    EXPECT_EQ(Playlist(1).Cell(row, catalogue::track::kArtist), "Artist") << row;
+    EXPECT_EQ(Playlist(1).Cell(row, catalogue::track::kTitle), "Title") << row;
   }
 }
 
@@ -116,10 +117,8 @@ TEST_F(ListDeskTest, PlaylistsAndFilesDroppedOnAListComeTogetherInTheirOrder) {
   Give({.list = ListId::Playlist1,
         .before = 2,
         .paths = {"a.mp3", Write("b.tpl", Line("t.mp3")), Write("c.M3U8", "c.flac\n"), "w.wav"}});
-  EXPECT_THAT(FilesOf(station_->Playlist(1)),
-              ElementsAre("x.mp3", "a.mp3", "t.mp3", "c.flac", "w.wav", "y.mp3"));
-  EXPECT_THAT(FilesOf(station_->Catalogue()), ElementsAre("a.mp3", "w.wav"))
-      << "only what was dropped itself";
+  EXPECT_THAT(FilesOf(Playlist(1)), ElementsAre("x.mp3", "a.mp3", "t.mp3", "c.flac", "w.wav", "y.mp3"));
+  EXPECT_THAT(FilesOf(Music()), ElementsAre("a.mp3", "w.wav")) << "only what was dropped itself";
 }
 
 TEST_F(ListDeskTest, MixingTagsAreReadForTheRowsThatASearchShows) {
@@ -128,7 +127,7 @@ TEST_F(ListDeskTest, MixingTagsAreReadForTheRowsThatASearchShows) {
   tags_.AddFile("seen.mp3", tags);
   tags_.AddFile("other.mp3", tags);
   StartUp();
-  catalogue::track_table& table = station_->Catalogue();
+  catalogue::track_table& table = Music();
   for (const char* file : {"seen.mp3", "other.mp3"}) {
     table.AddRow(std::vector<std::string_view>{"", "", "", file, "120.00", "", "", "", "", "", "-5.00"});
   }
@@ -148,9 +147,9 @@ TEST_F(ListDeskTest, MixingTagsAreReadForTheRowsThatASearchShows) {
 TEST_F(ListDeskTest, AFileOfTheCatalogueKeepsWhatItsRowSays) {
   StartUp();
   const std::string music = Write("known.mp3", "sound");
-  station_->Catalogue().AddRow(std::vector<std::string_view>{"By hand", "", "", music});
+  Music().AddRow(std::vector<std::string_view>{"By hand", "", "", music});
   Open(Write("l.m3u", music + "\n"));
-  EXPECT_EQ(station_->Playlist(1).Cell(1, catalogue::track::kArtist), "By hand");
+  EXPECT_EQ(Playlist(1).Cell(1, catalogue::track::kArtist), "By hand");
   EXPECT_EQ(tags_.Reads(), 0);
 }
 
@@ -267,7 +266,7 @@ TEST_F(ListDeskTest, ThePlaylistsOfTheLastRunGoOnAndAreWrittenWhenTheyChange) {
   Write("tlv.list2", Line("x.mp3") + "half a row\r\n" + Line("y.mp3"));
   const auto kept = [this](const char* name) { return files_.Content(folder_ / name).value_or("none"); };
   StartUp();
-  EXPECT_THAT(FilesOf(station_->Playlist(2)), ElementsAre("x.mp3", "y.mp3"));
+  EXPECT_THAT(FilesOf(Playlist(2)), ElementsAre("x.mp3", "y.mp3"));
   EXPECT_THAT(station_->View().notice, HasSubstr("playlist 2"));
   Work();
   EXPECT_EQ(kept("tlv.list2"), "none") << "nothing was changed, so the damaged row is still on the disk";
@@ -275,7 +274,7 @@ TEST_F(ListDeskTest, ThePlaylistsOfTheLastRunGoOnAndAreWrittenWhenTheyChange) {
   station_->Lists().Follow();
   Work();
   EXPECT_EQ(kept("tlv.list1"), Line("z.mp3"));
-  station_->Playlist(2).RemoveRow(1);
+  Playlist(2).RemoveRow(1);
   station_->ShutDown();
   EXPECT_EQ(kept("tlv.list2"), Line("y.mp3")) << "changed after the last frame";
   EXPECT_EQ(kept("tlv.list3"), "none");
@@ -294,7 +293,7 @@ TEST_F(ListDeskTest, EveningsAreListedTheNewestFirst) {
 TEST_F(ListDeskTest, TheNewestWishForASearchWins) {
   StartUp();
   for (const char* title : {"one", "two", "three"}) {
-    station_->Catalogue().AddRow(std::vector<std::string_view>{"", title});
+    Music().AddRow(std::vector<std::string_view>{"", title});
   }
   TableSearch& search = station_->Lists().Search();
   for (const char* typed : {"t", "th", "thr"}) search.Look(typed);
@@ -307,7 +306,7 @@ TEST_F(ListDeskTest, TheNewestWishForASearchWins) {
   Work();
   EXPECT_THAT(*search.Shown(), ElementsAre(2, 3, 1));
   const auto answers = search.Answers();
-  station_->Catalogue().AddRow(std::vector<std::string_view>{"", "zero"});
+  Music().AddRow(std::vector<std::string_view>{"", "zero"});
   search.Follow();
   Work();
   EXPECT_THAT(*search.Shown(), ElementsAre(4, 2, 3, 1));
@@ -317,7 +316,7 @@ TEST_F(ListDeskTest, TheNewestWishForASearchWins) {
 TEST_F(ListDeskTest, RowsStayWhereTheyAreWhileTheirCellsAreFilledInUntilTheyAreSortedAgain) {
   namespace track = catalogue::track;
   StartUp();
-  catalogue::track_table& table = station_->Catalogue();
+  catalogue::track_table& table = Music();
   for (const char* file : {"a", "b", "c"}) table.AddRow(std::vector<std::string_view>{"", "", "", file, ""});
   TableSearch& search = station_->Lists().Search();
   search.Sort({track::kBpm, catalogue::SortAs::Number, catalogue::SortDirection::Up});
@@ -345,7 +344,7 @@ TEST_F(ListDeskTest, FilesOfAnOpenedPlaylistThatAreNotThereAreMarked) {
   StartUp();
   Open(Write("a.TPL", Line("/not/there.mp3")));
   Work();
-  EXPECT_TRUE(station_->IsMissing("/not/there.mp3"));
+  EXPECT_TRUE(station_->Collections().Missing().Has("/not/there.mp3"));
 }
 
 }  // namespace

@@ -35,7 +35,7 @@ TEST_F(MainVolumeTest, StartsAtTheSystemsVolumeAndFollowsIt) {
 TEST_F(MainVolumeTest, MovesTheSystemsVolume) {
   mixer_.Move(50);
   StartUp();
-  station_->SetMainVolume(99);
+  station_->Outputs().SetMainVolume(99);
   Settle();
   EXPECT_EQ(mixer_.Volume(), 0);
   EXPECT_EQ(Slider(), 99);
@@ -44,7 +44,7 @@ TEST_F(MainVolumeTest, MovesTheSystemsVolume) {
 TEST_F(MainVolumeTest, WhatWasToldBeforeAMoveOfTheSliderDoesNotTakeItBack) {
   mixer_.Move(50);
   StartUp();
-  station_->SetMainVolume(20);
+  station_->Outputs().SetMainVolume(20);
   mixer_.Move(60);  // an echo that waits behind the move
   Settle();
   EXPECT_EQ(Slider(), 20);
@@ -58,7 +58,7 @@ TEST_F(MainVolumeTest, WithoutASoundSystemItStillScalesTheLevels) {
   Load(1, "a.mp3");
   Play(1);
   const float loud = Deck(1).left_db;
-  station_->SetMainVolume(50);
+  station_->Outputs().SetMainVolume(50);
   Settle();
   EXPECT_FALSE(station_->View().has_mixer);
   EXPECT_NEAR(Deck(1).left_db, loud / 0.5, 0.01);

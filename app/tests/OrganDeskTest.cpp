@@ -77,7 +77,7 @@ TEST_F(OrganEvening, AToneLightsItsBandWhileItsDeckIsHeard) {
   Ask([](LightOrgan& organ) { organ.cmdK8000(0); });
   Run(300ms);
   EXPECT_EQ(Lit(), "3 4") << "1 kHz lies where the third band meets the fourth";
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Run(500ms);
   EXPECT_EQ(Lit(), "");
 }
@@ -96,7 +96,7 @@ TEST_F(OrganEvening, LampsFlashOnTheTappedBeatOfTheDeckThatIsHeard) {
   Load(1, "a.mp3");
   Play(1);
   for (int tap = 0; tap < 5; ++tap) {
-    station_->Tap(1);
+    station_->Decks()[1].Tap();
     Run(500ms);
   }
   Ask([](LightOrgan& organ) { organ.cmdK8000(5); });

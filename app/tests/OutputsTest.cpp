@@ -14,7 +14,7 @@ using testing::State;
 class OutputsTest : public testing::Evening {
  protected:
   void Choose(int output, OutputView place) {
-    station_->SetOutput(output, place);
+    station_->Outputs().Set(output, place);
     Settle();
     workers_.RunAll();
     Settle();
@@ -39,8 +39,8 @@ class OutputsTest : public testing::Evening {
 TEST_F(OutputsTest, APlayingDeckMovesToAnotherDeviceWhereItIsHeard) {
   StartUp();
   Load(1, "a.mp3");
-  station_->SetTempo(1, 10);
-  station_->SetVolume(1, 60);
+  station_->Decks()[1].SetTempo(10);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 60);
   Play(1);
   Advance(seconds(10));
   Choose(1, {2, 0});
@@ -56,7 +56,7 @@ TEST_F(OutputsTest, APausedDeckMovesAndStaysPaused) {
   Load(1, "a.mp3");
   Play(1);
   Advance(seconds(5));
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Choose(1, {2, 3});
   Advance(seconds(5));
   EXPECT_EQ(Deck(1).state, State::Paused);
@@ -93,7 +93,7 @@ TEST_F(OutputsTest, DecksGoOnWhileAWorkerOpensADevice) {
   StartUp();
   Load(1, "a.mp3");
   Play(1);
-  station_->SetOutput(1, {2, 0});
+  station_->Outputs().Set(1, {2, 0});
   Settle();
   Advance(seconds(3));
   EXPECT_EQ(Deck(1).position, seconds(3));
@@ -105,8 +105,8 @@ TEST_F(OutputsTest, DecksGoOnWhileAWorkerOpensADevice) {
 
 TEST_F(OutputsTest, TwoOutputsThatWaitForOneDeviceBothGetIt) {
   StartUp();
-  station_->SetOutput(1, {2, 1});
-  station_->SetOutput(3, {2, 2});
+  station_->Outputs().Set(1, {2, 1});
+  station_->Outputs().Set(3, {2, 2});
   Settle();
   EXPECT_EQ(workers_.Waiting(), 1U);
   workers_.RunAll();
@@ -136,7 +136,7 @@ TEST_F(OutputsTest, WhatIsListenedToStaysLoudOnItsNewPair) {
   StartUp();
   Load(1, "a.mp3");
   Play(1);
-  station_->SetPreVolume(1, 75);
+  station_->Decks()[1].Adjust(&DeckStation::SetPreVolume, 75);
   Choose(3, {2, 2});
   EXPECT_EQ(Deck(1).pre_volume, 75);
 }
@@ -201,7 +201,7 @@ TEST_F(OutputsTest, TheSecondDeckGoesWithTheFirstAgain) {
   Load(2, "a.mp3");
   Play(2);
   Choose(2, {2, 3});
-  station_->ShareOutput();
+  station_->Outputs().Share();
   Settle();
   EXPECT_EQ(station_->View().outputs[1], (OutputView{1, 0}));
   EXPECT_EQ(Stored("Preferences", "Outputs"), "1");
@@ -231,8 +231,8 @@ TEST_F(OutputsTest, ADeviceThatCameBackIsReturnedToOnRequest) {
   Settle();
   EXPECT_TRUE(station_->View().can_return[0]);
   EXPECT_FALSE(station_->View().can_return[2]);
-  station_->ReturnOutput(9);
-  station_->ReturnOutput(1);
+  station_->Outputs().Return(9);
+  station_->Outputs().Return(1);
   Settle();
   EXPECT_EQ(engine_.Returned(), std::vector{1});
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Returned, 1, "Playing is back."});

@@ -66,8 +66,7 @@ class ResumeTest : public testing::Evening {
   }
   void List(const std::vector<std::string>& files) {
     for (const std::string& file : files) {
-      station_->Playlist(1).AddRow(
-          std::vector<std::string_view>{"Artist", "Title of " + file, "01:40", file});
+      Playlist(1).AddRow(std::vector<std::string_view>{"Artist", "Title of " + file, "01:40", file});
     }
     Go(100ms);
   }
@@ -95,17 +94,17 @@ class ResumeTest : public testing::Evening {
 TEST_F(ResumeTest, DecksGoOnWhereTheyWereAsTheyWereSet) {
   BeginToPlay(1, "a.mp3");
   Load(2, "b.mp3");
-  station_->SetTempo(1, 4);
-  station_->SetKeyLock(1, decks::KeyLock::Off);
-  station_->SetPitch(2, -2);
-  station_->SetMixPoint(1, MixPoint::End, 77s);
-  station_->SetEqualiser(3, -6);
-  station_->SetPreVolume(1, 40);
+  station_->Decks()[1].SetTempo(4);
+  station_->Decks()[1].SetKeyLock(decks::KeyLock::Off);
+  station_->Decks()[2].SetPitch(-2);
+  station_->Decks()[1].SetMixPoint(MixPoint::End, 77s);
+  station_->Equaliser().Set(3, -6);
+  station_->Decks()[1].Adjust(&DeckStation::SetPreVolume, 40);
   station_->Lists().MoveMixer({{90, 60}, -50}, MovedByHand::Crossfader);
   Go(30s);
   Play(2);
   Go(1s);
-  station_->Pause(2);
+  station_->Decks()[2].Do(&DeckStation::Pause);
   Go(11'300ms);
   const double place = PlaceOf(1);
   FallAndStart();
@@ -146,8 +145,7 @@ TEST_F(ResumeTest, AutomixGoesOnWheneverTheProgramFalls) {
     for (const char* list : {"tlv.list1", "tlv.list2"}) std::filesystem::remove(folder_ / list);
     std::filesystem::remove_all(folder_ / "History");
     Begin();
-    for (const int list : {1, 2})
-      station_->Playlist(list) = catalogue::track_table(catalogue::TrackColumns());
+    for (const int list : {1, 2}) Playlist(list) = catalogue::track_table(catalogue::TrackColumns());
     List({"a.mp3", "b.mp3", "c.flac"});
     BeginToPlay(1, "a.mp3");
     Go(moment.time);
@@ -161,7 +159,7 @@ TEST_F(ResumeTest, AutomixGoesOnWheneverTheProgramFalls) {
       const bool plays = Deck(deck).state == State::Playing;
       EXPECT_NEAR(PlaceOf(deck), plays ? places[deck - 1] : PlaceOf(deck), 1) << "deck " << deck;
     }
-    EXPECT_EQ(station_->Playlist(1).Rows(), 3);
+    EXPECT_EQ(Playlist(1).Rows(), 3);
     Go(105s - std::min<std::chrono::milliseconds>(moment.time, 100s));
     EXPECT_EQ(Plays(), "b.mp3 ") << "it mixes at the next mix point";
     EXPECT_EQ(Deck(2).volume, 100);
@@ -199,7 +197,7 @@ TEST_F(ResumeTest, WhatAHandDoesFirstWins) {
   FallAndStart();
   ASSERT_EQ(Deck(1).state, State::Loading);
   Load(1, "c.flac");
-  station_->Stop(2);
+  station_->Decks()[2].Do(&DeckStation::Stop);
   while (engine_.FinishPreparing()) Settle();
   Go(1s);
   EXPECT_EQ(Plays(), "");

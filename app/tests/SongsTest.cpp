@@ -363,7 +363,7 @@ TEST_F(SongsTest, LettersAreGuessedAndWhatAHandChoseStaysWithTheFile) {
 TEST_F(SongsTest, ASongFollowsDeckOneToAnotherOutputWhereItIsHeard) {
   PlaySong("a.kar");
   Advance(3s);
-  station_->SetOutput(1, {2, 0});
+  station_->Outputs().Set(1, {2, 0});
   for (int i = 0; i < 2; ++i) {  // the device is opened, then the song made ready
     Settle();
     workers_.RunAll();

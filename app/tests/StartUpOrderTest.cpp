@@ -175,10 +175,10 @@ TEST_F(StartUpOrderTest, TheWindowFindsItsNamesAndItsVisualisers) {
   Store("Visualisation", "Resolution", "500");
   StartUp();
   station_->PumpWindow();
-  EXPECT_EQ(station_->Caption("Library"), "dj TOLVEN Library");
+  EXPECT_EQ(app::Caption("Library"), "dj TOLVEN Library");
   EXPECT_EQ(station_->SkinFolder(), folder_ / "Skins");
-  EXPECT_EQ(station_->Visualisers(), (Lines{"Spectrum", "Wave"}));
-  EXPECT_EQ(station_->VisualisationRate(), 60);
+  EXPECT_EQ(station_->Visuals().Names(), (Lines{"Spectrum", "Wave"}));
+  EXPECT_EQ(station_->Visuals().Rate(), 60);
 }
 
 TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
@@ -187,7 +187,7 @@ TEST_F(StartUpOrderTest, ADeviceThatIsPluggedInLaterGetsTheNextNumber) {
   engine_.PostDeviceEvent({decks::DeviceEvent::Kind::Listed, 3, ""});
   Settle();
   station_->PumpWindow();
-  EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones", "Late"}));
+  EXPECT_EQ(station_->Outputs().DeviceNames(), (Lines{"Main", "Phones", "Late"}));
   EXPECT_EQ(station_->View().notice, "");
 }
 

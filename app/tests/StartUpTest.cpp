@@ -29,7 +29,7 @@ TEST_F(StartUpTest, DevicesAreListedThenOpenedThenTheBuffersAreSet) {
             (Lines{"BASS_GetDeviceDescription 1", "BASS_GetDeviceDescription 2",
                    "BASS_GetDeviceDescription 3", "BASS_Free", "BASS_Init 1 44100 0", "BASS_Init 2 44100 0",
                    "BASS_Init 0 44100 0", "BASS_SetConfig 1 20", "BASS_SetConfig 0 60"}));
-  EXPECT_EQ(station_->DeviceNames(), (Lines{"Main", "Phones"}));
+  EXPECT_EQ(station_->Outputs().DeviceNames(), (Lines{"Main", "Phones"}));
 }
 
 TEST_F(StartUpTest, ReadingSettingsWritesNone) {
@@ -80,15 +80,15 @@ TEST_F(StartUpTest, TheLanguageChoosesTheBaseOfTheTexts) {
   for (const auto& [language, base] : bases) {
     Store("Language", "Current", language);
     StartUp();
-    EXPECT_EQ(station_->StringBase(), base) << language;
+    EXPECT_EQ(station_->Language().StringBase(), base) << language;
   }
 }
 
 TEST_F(StartUpTest, TheIndexFillsTheCatalogueInAnyLetterCaseOfItsNameAndMissingFilesAreCounted) {
   WriteIndex("A\tT\t03:45\t/a.mp3\t\t\t\t\t\t\t\t1.5\t\r\n");
   StartUp();
-  ASSERT_EQ(station_->Catalogue().Rows(), 1);
-  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "1.5");
+  ASSERT_EQ(Music().Rows(), 1);
+  EXPECT_EQ(Music().Cell(1, catalogue::track::kStartMixPoint), "1.5");
   station_->PumpWindow();
   station_->Tick();
   EXPECT_TRUE(station_->View().notice.starts_with(
@@ -124,7 +124,7 @@ TEST_F(StartUpTest, ShutDownFreesTheStreamsThenTheEngineThenWritesTheSettings) {
 
 TEST_F(StartUpTest, AWorkerThatIsLateOpensNoDeviceAfterShutDown) {
   StartUp();
-  station_->SetOutput(1, {2, 0});
+  station_->Outputs().Set(1, {2, 0});
   Settle();
   station_->ShutDown();
   workers_.RunAll();

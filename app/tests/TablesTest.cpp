@@ -33,7 +33,7 @@ class TablesTest : public testing::Evening {
     return path;
   }
   void AddTracks(const Lines& names) {
-    for (const std::string& name : names) AddRow(station_->Catalogue(), catalogue::track::kFilename, name);
+    for (const std::string& name : names) AddRow(Music(), catalogue::track::kFilename, name);
   }
   /// The index of rows that only name files of its own folder.
   static std::string IndexOf(const Lines& names) {
@@ -41,16 +41,16 @@ class TablesTest : public testing::Evening {
     for (const std::string& name : names) text += "\t\t\t./" + name + std::string(9, '\t') + "\r\n";
     return text;
   }
-  void Delete(const std::vector<int>& rows) { station_->DeleteTracks(rows, Taker()); }
-  Workstation::DeletedFiles Taker() {
+  void Delete(const std::vector<int>& rows) { station_->Collections().Music().Delete(rows, Taker()); }
+  FileRemoval::Done Taker() {
     return [this](int rows, Lines kept) {
       removed_ = rows;
       kept_ = std::move(kept);
     };
   }
   void AddSongs(Lines paths) {
-    station_->Add({.list = ListId::Karaoke, .paths = std::move(paths)},
-                  [this](const IntakeOutcome& outcome) { kept_ = outcome.refused; });
+    station_->Collections().Intake().Add({.list = ListId::Karaoke, .paths = std::move(paths)},
+                                         [this](const IntakeOutcome& outcome) { kept_ = outcome.refused; });
   }
   void Work() {
     while (workers_.RunOne()) station_->PumpWindow();
@@ -69,8 +69,8 @@ TEST_F(TablesTest, DeletedTracksAreGoneFromDiskTableAndIndex) {
   Work();
   EXPECT_FALSE(Exists("1.mp3") || Exists("3.mp3"));
   EXPECT_TRUE(Exists("2.mp3"));
-  ASSERT_EQ(station_->Catalogue().Rows(), 1);
-  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), (folder_ / "2.mp3").string());
+  ASSERT_EQ(Music().Rows(), 1);
+  EXPECT_EQ(Music().Cell(1, catalogue::track::kFilename), (folder_ / "2.mp3").string());
   EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), IndexOf({"2.mp3"}));
 }
 
@@ -94,7 +94,7 @@ TEST_F(TablesTest, ARowWhoseFileIsNotThereStaysAndIsNotCalledDeleted) {
   EXPECT_EQ(removed_, 0);
   ASSERT_EQ(kept_.size(), 1U);
   EXPECT_NE(kept_.front().find("not there now"), std::string::npos);
-  EXPECT_EQ(station_->Catalogue().Rows(), 1);
+  EXPECT_EQ(Music().Rows(), 1);
 }
 
 TEST_F(TablesTest, RowsThatMovedMeanwhileAreFoundByTheirFile) {
@@ -102,18 +102,18 @@ TEST_F(TablesTest, RowsThatMovedMeanwhileAreFoundByTheirFile) {
   Write("2.mp3");
   AddTracks({"1.mp3", "2.mp3", "3.mp3"});
   Delete({2});
-  station_->Catalogue().RemoveRow(1);
+  Music().RemoveRow(1);
   Work();
-  ASSERT_EQ(station_->Catalogue().Rows(), 1);
-  EXPECT_EQ(station_->Catalogue().Cell(1, catalogue::track::kFilename), (folder_ / "3.mp3").string());
+  ASSERT_EQ(Music().Rows(), 1);
+  EXPECT_EQ(Music().Cell(1, catalogue::track::kFilename), (folder_ / "3.mp3").string());
 }
 
 TEST_F(TablesTest, AKaraokeSongGoesWithItsSoundAndItsDiscImage) {
   StartUp();
   for (const char* name : {"song.kar", "song.mp3", "Disc.MP3", "DISC.Cdg", "other.mp3"}) Write(name);
-  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.kar");
-  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "Disc.MP3");
-  station_->DeleteKaraoke({1, 2}, Taker());
+  AddRow(Karaoke(), catalogue::karaoke::kFilename, "song.kar");
+  AddRow(Karaoke(), catalogue::karaoke::kFilename, "Disc.MP3");
+  station_->Collections().Karaoke().Delete({1, 2}, Taker());
   Work();
   EXPECT_FALSE(Exists("song.kar") || Exists("song.mp3"));
   EXPECT_FALSE(Exists("Disc.MP3") || Exists("DISC.Cdg"));
@@ -124,8 +124,8 @@ TEST_F(TablesTest, AKaraokeSongGoesWithItsSoundAndItsDiscImage) {
 TEST_F(TablesTest, AnArchiveHoldsItsOwnSoundAndLeavesTheMp3BesideItAlone) {
   StartUp();
   for (const char* name : {"song.ZIP", "song.mp3"}) Write(name);
-  AddRow(station_->Karaoke(), catalogue::karaoke::kFilename, "song.ZIP");
-  station_->DeleteKaraoke({1}, Taker());
+  AddRow(Karaoke(), catalogue::karaoke::kFilename, "song.ZIP");
+  station_->Collections().Karaoke().Delete({1}, Taker());
   Work();
   EXPECT_FALSE(Exists("song.ZIP"));
   EXPECT_TRUE(Exists("song.mp3"));
@@ -142,7 +142,7 @@ TEST_F(TablesTest, SongsAreTakenIntoTheKaraokeTableByTheirKind) {
             path("Anna - Packed.zip")});
   Work();
   namespace column = catalogue::karaoke;
-  const catalogue::track_table& songs = station_->Karaoke();
+  const catalogue::track_table& songs = Karaoke();
   ASSERT_EQ(songs.Rows(), 3);
   EXPECT_EQ(songs.Cell(1, column::kTitle), "Counting");
   EXPECT_EQ(songs.Cell(2, column::kArtist), "Anna");
@@ -150,7 +150,7 @@ TEST_F(TablesTest, SongsAreTakenIntoTheKaraokeTableByTheirKind) {
   EXPECT_EQ(songs.Cell(3, column::kFilename), path("disc.mp3"));
   EXPECT_EQ(kept_.size(), 1U);
   EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx"));
-  EXPECT_EQ(station_->Catalogue().Rows(), 0);
+  EXPECT_EQ(Music().Rows(), 0);
   AddSongs({path("disc.mp3")});
   Work();
   EXPECT_EQ(songs.Rows(), 3) << "a second row";
@@ -162,19 +162,19 @@ TEST_F(TablesTest, AMidiSongComesToTheKaraokeTableWhateverListIsMeant) {
                          {karaoke::testing::UsualHead().Name("Words").Text(0, "@TCounting").End(960)}));
   const std::string song = (folder_ / "notes.kar").string();
   Write("l.m3u", song + "\n");
-  station_->Add({.list = ListId::Catalogue, .paths = {song}}, nullptr);
+  station_->Collections().Intake().Add({.list = ListId::Catalogue, .paths = {song}}, nullptr);
   Work();
-  ASSERT_EQ(station_->Karaoke().Rows(), 1);
-  EXPECT_EQ(station_->Karaoke().Cell(1, catalogue::karaoke::kTitle), "Counting");
+  ASSERT_EQ(Karaoke().Rows(), 1);
+  EXPECT_EQ(Karaoke().Cell(1, catalogue::karaoke::kTitle), "Counting");
   EXPECT_TRUE(files_.Content(folder_ / "tlvkaraoke.ndx"));
-  station_->Karaoke().Clear();
-  station_->Add({.list = ListId::Playlist1,
-                 .source = IntakeOrder::Source::Opened,
-                 .paths = {(folder_ / "l.m3u").string()}},
-                nullptr);
+  Karaoke().Clear();
+  station_->Collections().Intake().Add({.list = ListId::Playlist1,
+                                        .source = IntakeOrder::Source::Opened,
+                                        .paths = {(folder_ / "l.m3u").string()}},
+                                       nullptr);
   Work();
-  EXPECT_EQ(station_->Karaoke().Rows(), 1);
-  EXPECT_EQ(station_->Catalogue().Rows() + station_->Playlist(1).Rows(), 0);
+  EXPECT_EQ(Karaoke().Rows(), 1);
+  EXPECT_EQ(Music().Rows() + Playlist(1).Rows(), 0);
 }
 
 TEST_F(TablesTest, RowsComeBackAtTheirPlacesTheNewestFirst) {
@@ -187,18 +187,18 @@ TEST_F(TablesTest, RowsComeBackAtTheirPlacesTheNewestFirst) {
     }
     return all;
   };
-  EXPECT_EQ(station_->RemoveRows(ListId::Catalogue, {5, 1, 2, 2, 9}), 3);
-  EXPECT_EQ(names(station_->Catalogue()), "346");
+  EXPECT_EQ(station_->Collections().Removed().Remove(ListId::Catalogue, {5, 1, 2, 2, 9}), 3);
+  EXPECT_EQ(names(Music()), "346");
   const int rows[] = {1, 2, 3};
-  catalogue::AppendRows(station_->Playlist(1), station_->Catalogue(), rows);
-  station_->RemoveRows(ListId::Playlist1, {2});
+  catalogue::AppendRows(Playlist(1), Music(), rows);
+  station_->Collections().Removed().Remove(ListId::Playlist1, {2});
   Work();
   EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), IndexOf({"3", "4", "6"}));
-  EXPECT_EQ(station_->BringRowsBack()->list, ListId::Playlist1);
-  EXPECT_EQ(names(station_->Playlist(1)), "346");
-  EXPECT_EQ(station_->BringRowsBack()->rows, 3);
-  EXPECT_EQ(names(station_->Catalogue()), "123456");
-  EXPECT_FALSE(station_->BringRowsBack());
+  EXPECT_EQ(station_->Collections().Removed().Undo()->list, ListId::Playlist1);
+  EXPECT_EQ(names(Playlist(1)), "346");
+  EXPECT_EQ(station_->Collections().Removed().Undo()->rows, 3);
+  EXPECT_EQ(names(Music()), "123456");
+  EXPECT_FALSE(station_->Collections().Removed().Undo());
   Work();
   EXPECT_EQ(files_.Content(folder_ / "tlv.ndx"), IndexOf({"1", "2", "3", "4", "5", "6"}));
 }
@@ -206,13 +206,13 @@ TEST_F(TablesTest, RowsComeBackAtTheirPlacesTheNewestFirst) {
 TEST_F(TablesTest, RowsComeBackWhereTheirNeighboursWentAndNoFileTwice) {
   StartUp();
   AddTracks({"1", "2", "3", "4", "5"});
-  catalogue::track_table& table = station_->Catalogue();
-  station_->RemoveRows(ListId::Catalogue, {3, 5});
+  catalogue::track_table& table = Music();
+  station_->Collections().Removed().Remove(ListId::Catalogue, {3, 5});
   const catalogue::track_table shorter = table;  // 1 2 4
   table.InsertFrom(1, shorter, 3);               // 4 1 2 4
   table.RemoveRow(4);
   AddTracks({"5"});  // it was added again: 4 1 2 5
-  const auto back = station_->BringRowsBack();
+  const auto back = station_->Collections().Removed().Undo();
   EXPECT_EQ(back->rows, 1);
   EXPECT_EQ(back->known, 1);
   EXPECT_EQ(back->first_row, 4);
@@ -224,10 +224,10 @@ TEST_F(TablesTest, WhatWasTakenOutLongAgoIsForgotten) {
   StartUp();
   for (int step = 0; step <= 60; ++step) {
     AddTracks({"1"});
-    station_->RemoveRows(ListId::Catalogue, {1});
+    station_->Collections().Removed().Remove(ListId::Catalogue, {1});
   }
   int steps = 0;
-  while (station_->BringRowsBack()) ++steps;
+  while (station_->Collections().Removed().Undo()) ++steps;
   EXPECT_EQ(steps, 50);
 }
 
@@ -243,39 +243,39 @@ TEST_F(TablesTest, ATrackOfTheCatalogueLeavesTheMp3BesideItAlone) {
 TEST_F(TablesTest, ARowTravelsToAPlaylistWithItsHiddenCells) {
   StartUp();
   AddTracks({"1.mp3"});
-  station_->Catalogue().SetCell(1, catalogue::track::kStartMixPoint, "1.500");
+  Music().SetCell(1, catalogue::track::kStartMixPoint, "1.500");
   const int rows[] = {1};
-  catalogue::AppendRows(station_->Playlist(3), station_->Catalogue(), rows);
-  EXPECT_EQ(station_->Playlist(3).Cell(1, catalogue::track::kStartMixPoint), "1.500");
-  EXPECT_EQ(station_->Playlist(1).Rows() + station_->Playlist(2).Rows(), 0);
+  catalogue::AppendRows(Playlist(3), Music(), rows);
+  EXPECT_EQ(Playlist(3).Cell(1, catalogue::track::kStartMixPoint), "1.500");
+  EXPECT_EQ(Playlist(1).Rows() + Playlist(2).Rows(), 0);
 }
 
 TEST_F(TablesTest, BothIndexesAreReadAndReported) {
   Write("TLV.NDX", "short\r\n");
   Write("tlvkaraoke.ndx", "A\tT\t\tG\t03:45\ta.kar\r\nA\r\nB\r\n");
   StartUp();
-  EXPECT_EQ(station_->Karaoke().Cell(1, catalogue::karaoke::kFilename), "a.kar");
-  EXPECT_EQ(station_->Catalogue().Rows(), 0);
-  EXPECT_EQ(station_->Loaded().tracks.Skipped(), 1);
-  EXPECT_EQ(station_->Loaded().karaoke.Skipped(), 2);
+  EXPECT_EQ(Karaoke().Cell(1, catalogue::karaoke::kFilename), "a.kar");
+  EXPECT_EQ(Music().Rows(), 0);
+  EXPECT_EQ(station_->Collections().Music().Loaded().Skipped(), 1);
+  EXPECT_EQ(station_->Collections().Karaoke().Loaded().Skipped(), 2);
   EXPECT_EQ(station_->View().notice, "2 damaged rows of the karaoke catalogue were left out.");
 }
 
 TEST_F(TablesTest, AChosenLanguageIsStoredAndSpoken) {
   engine_.BreakDevice(2);
   StartUp();
-  station_->SetLanguage(1);
-  station_->SetOutput(3, {2, 0});
+  station_->Language().Choose(1);
+  station_->Outputs().Set(3, {2, 0});
   Settle();
   workers_.RunAll();
   Settle();
   EXPECT_EQ(Stored("Language", "Current"), "1");
-  EXPECT_EQ(station_->StringBase(), 1000);
+  EXPECT_EQ(station_->Language().StringBase(), 1000);
   EXPECT_TRUE(station_->View().notice.starts_with("De geluidsuitgang \"Phones\" kan niet worden geopend."));
-  station_->SetLanguage(2);
+  station_->Language().Choose(2);
   EXPECT_EQ(Stored("Language", "Current"), "2");
-  EXPECT_EQ(station_->StringBase(), 4000);
-  station_->SetLanguage(3);
+  EXPECT_EQ(station_->Language().StringBase(), 4000);
+  station_->Language().Choose(3);
   EXPECT_EQ(Stored("Language", "Current"), "0") << "there is no such language";
 }
 

@@ -45,7 +45,7 @@ class TagDeskTest : public ::testing::Test {
   }
   /// The program starts again.
   void Open() {
-    desk_.emplace(TagPorts{tags_, &writer_, nullptr, files_, list_}, workers_, std::make_shared<Keeping>(),
+    desk_.emplace(TagPorts{tags_, &writer_, nullptr, files_, list_}, workers_, std::make_shared<FileLocks>(),
                   [](const support::Error&) {});
     desk_->StartUp();
   }

@@ -30,7 +30,7 @@ class TempoTools : public Evening {
   }
   void Tap(std::chrono::milliseconds every, int times) {
     for (int i = 0; i < times; ++i) {
-      station_->Tap(1);
+      station_->Decks()[1].Tap();
       Advance(every);
     }
   }
@@ -38,11 +38,11 @@ class TempoTools : public Evening {
 
 TEST_F(TempoTools, WithoutKeyLockTheRateMovesInsteadOfTheTempo) {
   Ready();
-  station_->SetTempo(1, 4);
+  station_->Decks()[1].SetTempo(4);
   Settle();
   EXPECT_FLOAT_EQ(engine_.TempoOf(Stream()), 4);
   EXPECT_EQ(engine_.RateOf(Stream()), 0);
-  station_->SetKeyLock(1, KeyLock::Off);
+  station_->Decks()[1].SetKeyLock(KeyLock::Off);
   Settle();
   EXPECT_EQ(engine_.TempoOf(Stream()), 0);
   EXPECT_FLOAT_EQ(engine_.RateOf(Stream()), 44100 * 1.04F);
@@ -52,9 +52,9 @@ TEST_F(TempoTools, WithoutKeyLockTheRateMovesInsteadOfTheTempo) {
 
 TEST_F(TempoTools, SampleRateAndPitchComeOnTop) {
   Ready();
-  station_->SetTempo(1, 10);
-  station_->SetSampleRate(1, -10);
-  station_->SetPitch(1, 2);
+  station_->Decks()[1].SetTempo(10);
+  station_->Decks()[1].SetSampleRate(-10);
+  station_->Decks()[1].SetPitch(2);
   Settle();
   EXPECT_FLOAT_EQ(engine_.TempoOf(Stream()), 10);
   EXPECT_FLOAT_EQ(engine_.RateOf(Stream()), 39690);
@@ -66,11 +66,11 @@ TEST_F(TempoTools, WhatIsNoTempoBecomesTheOriginal) {
   Ready();
   for (const float wrong :
        {std::numeric_limits<float>::quiet_NaN(), std::numeric_limits<float>::infinity()}) {
-    station_->SetTempo(1, 4);
-    station_->SetTempo(1, wrong);
-    station_->SetPitch(1, wrong);
-    station_->SetSampleRate(1, wrong);
-    station_->Nudge(1, wrong);
+    station_->Decks()[1].SetTempo(4);
+    station_->Decks()[1].SetTempo(wrong);
+    station_->Decks()[1].SetPitch(wrong);
+    station_->Decks()[1].SetSampleRate(wrong);
+    station_->Decks()[1].Nudge(wrong);
     Settle();
     EXPECT_EQ(engine_.TempoOf(Stream()), 0);
     EXPECT_EQ(Deck(1).tempo_percent, 0);
@@ -88,10 +88,10 @@ TEST_F(TempoTools, AreStoredAndComeBackWithTheNextFile) {
   EXPECT_FLOAT_EQ(engine_.RateOf(Stream()), 44100 * 0.98F * 1.035F);
   EXPECT_FLOAT_EQ(engine_.SemitonesOf(Stream()), 1);
   EXPECT_EQ(Deck(2).tempo_range, 16);
-  station_->SetTempo(2, -1.25F);
-  station_->SetTempoRange(2, 50);
-  station_->SetTempoRange(2, 7);
-  station_->SetKeyLock(2, KeyLock::On);
+  station_->Decks()[2].SetTempo(-1.25F);
+  station_->Decks()[2].SetTempoRange(50);
+  station_->Decks()[2].SetTempoRange(7);
+  station_->Decks()[2].SetKeyLock(KeyLock::On);
   EXPECT_EQ(Stored("Player2", "PitchTempo"), "-1.250");
   EXPECT_EQ(Stored("Player2", "TempoRange"), "50");
   EXPECT_EQ(Stored("Player2", "KeyLock"), "True");
@@ -100,12 +100,12 @@ TEST_F(TempoTools, AreStoredAndComeBackWithTheNextFile) {
 TEST_F(TempoTools, MoveTheHeadphonesWithTheDeck) {
   Store("Devices", "Device3", "2");
   Ready();
-  station_->SetTempo(1, 4);
+  station_->Decks()[1].SetTempo(4);
   Settle();
   const decks::StreamHandle prelisten = Stream();  // it is played after the main stream
   EXPECT_EQ(engine_.DeviceOf(prelisten), 2);
   EXPECT_FLOAT_EQ(engine_.TempoOf(prelisten), 4);
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Settle();
   Play(1);
   EXPECT_FLOAT_EQ(engine_.TempoOf(Stream()), 4) << "also those of the next start";
@@ -113,18 +113,18 @@ TEST_F(TempoTools, MoveTheHeadphonesWithTheDeck) {
 
 TEST_F(TempoTools, ANudgeLastsAsLongAsItIsHeld) {
   Ready();
-  station_->Nudge(1, -5);
+  station_->Decks()[1].Nudge(-5);
   Settle();
   EXPECT_FLOAT_EQ(engine_.TempoOf(Stream()), -5);
   EXPECT_EQ(Deck(1).tempo_percent, 0) << "the slider stays";
-  station_->Nudge(1, 0);
+  station_->Decks()[1].Nudge(0);
   Settle();
   EXPECT_EQ(engine_.TempoOf(Stream()), 0);
 }
 
 TEST_F(TempoTools, FourTapsGiveTheTempoOfTheFileAtItsOwnSpeed) {
   Ready();
-  station_->SetTempo(1, 25);
+  station_->Decks()[1].SetTempo(25);
   Tap(400ms, 3);
   EXPECT_NEAR(Deck(1).bpm, 120.5, 1e-6);
   Tap(400ms, 1);
@@ -140,7 +140,7 @@ TEST_F(TempoTools, FourTapsGiveTheTempoOfTheFileAtItsOwnSpeed) {
 TEST_F(TempoTools, AGridIsScaledShiftedAndAligned) {
   Ready();
   Advance(1010ms);
-  station_->AlignGrid(1);
+  station_->Decks()[1].Adjust(&DeckTempo::Align);
   Settle();
   ASSERT_NE(Deck(1).grid, nullptr) << "the row knows the tempo";
   const auto phase = [&](music::Seconds at) {
@@ -148,11 +148,11 @@ TEST_F(TempoTools, AGridIsScaledShiftedAndAligned) {
     return std::min(part, 1 - part);
   };
   EXPECT_NEAR(phase(1010ms), 0, 1e-3);
-  station_->ShiftGrid(1, 20ms);
-  station_->ScaleBpm(1, music::BeatScale::Half);
+  station_->Decks()[1].Adjust(&DeckTempo::Shift, 20ms);
+  station_->Decks()[1].Adjust(&DeckTempo::Scale, music::BeatScale::Half);
   Settle();
   EXPECT_NEAR(Deck(1).bpm, 60.25, 1e-6);
-  station_->ScaleBpm(1, music::BeatScale::Double);
+  station_->Decks()[1].Adjust(&DeckTempo::Scale, music::BeatScale::Double);
   Settle();
   EXPECT_NEAR(phase(1030ms), 0, 1e-3);
   Load(1, "b.mp3");
@@ -167,11 +167,11 @@ class SyncedDecks : public TempoTools {
     for (const int deck : {1, 2}) {
       Load(deck, deck == 1 ? "a.mp3" : "b.mp3");
       Play(deck);
-      station_->AlignGrid(deck);
+      station_->Decks()[deck].Adjust(&DeckTempo::Align);
       Advance(130ms);
     }
-    station_->SetTempo(1, 5);
-    station_->Sync(2, start);
+    station_->Decks()[1].SetTempo(5);
+    station_->Decks()[2].Sync(start);
     Run(1);
   }
   void Run(int seconds) {
@@ -192,7 +192,7 @@ TEST_F(SyncedDecks, BeatTogether) {
   EXPECT_GT(std::abs(Error()), 0.01) << "no jump";
   Run(10);
   EXPECT_LT(std::abs(Error()), 0.001);
-  station_->SetTempo(1, 3);
+  station_->Decks()[1].SetTempo(3);
   Run(2);
   EXPECT_NEAR(Deck(2).tempo_percent, 3, 1e-3) << "it follows the slider";
 }
@@ -207,20 +207,20 @@ TEST_F(SyncedDecks, AtOnceIsACrossfadeIntoTheBeat) {
 TEST_F(SyncedDecks, ANudgeMovesTheBeatsApartForGood) {
   TwoDecks();
   Run(10);
-  station_->Nudge(2, 4);
+  station_->Decks()[2].Nudge(4);
   Run(1);
-  station_->Nudge(2, 0);
+  station_->Decks()[2].Nudge(0);
   Run(5);
   EXPECT_NEAR(Error(), -0.04, 0.005);
 }
 
 TEST_F(SyncedDecks, PartWhenTheTempoIsSetByHandOrAnotherFileComes) {
   TwoDecks();
-  station_->SetTempo(2, 1);
+  station_->Decks()[2].SetTempo(1);
   Run(1);
   EXPECT_FALSE(Deck(2).synced);
   EXPECT_EQ(Deck(2).tempo_percent, 1);
-  station_->Sync(2);
+  station_->Decks()[2].Sync();
   Run(1);
   ASSERT_TRUE(Deck(2).synced);
   Load(2, "c.flac");
@@ -229,7 +229,7 @@ TEST_F(SyncedDecks, PartWhenTheTempoIsSetByHandOrAnotherFileComes) {
 
 TEST_F(SyncedDecks, NeverFollowEachOther) {
   TwoDecks();
-  station_->Sync(1);
+  station_->Decks()[1].Sync();
   Run(1);
   EXPECT_TRUE(Deck(1).synced);
   EXPECT_FALSE(Deck(2).synced);
@@ -242,20 +242,6 @@ TEST_F(SyncedDecks, SayWhenTheTemposAreTooFarApart) {
   EXPECT_EQ(station_->View().notice,
             "The tempos lie more than 3 percent apart; the deck plays on by itself.");
   EXPECT_EQ(Deck(2).tempo_percent, 0);
-}
-
-TEST_F(TempoTools, OfADeckThatIsNotThereDoNothing) {
-  StartUp();
-  for (const int deck : {0, 5, -1}) {
-    station_->SetTempo(deck, 4);
-    station_->SetKeyLock(deck, KeyLock::Off);
-    station_->Tap(deck);
-    station_->Nudge(deck, 3);
-    station_->Sync(deck);
-    station_->AlignGrid(deck);
-  }
-  Settle();
-  EXPECT_EQ(Deck(1).tempo_percent, 0);
 }
 
 }  // namespace

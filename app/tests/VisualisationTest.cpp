@@ -110,11 +110,11 @@ TEST_F(LoudestSourceTest, IsTheLoudestThatPlaysBehindItsFader) {
   EXPECT_EQ(Heard(), HeardFrom::Deck2);
   PlayOn(1, "loud.mp3");
   EXPECT_EQ(Heard(), HeardFrom::Deck1);
-  station_->SetVolume(1, 10);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 10);
   EXPECT_EQ(Heard(), HeardFrom::Deck2);
-  station_->Pause(2);
+  station_->Decks()[2].Do(&DeckStation::Pause);
   EXPECT_EQ(Heard(std::chrono::milliseconds(20)), HeardFrom::Deck1);
-  station_->SetVolume(1, 0);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 0);
   EXPECT_EQ(Heard(std::chrono::milliseconds(20)), HeardFrom::Nothing);
   EXPECT_EQ(station_->View().sound.spectrum, music::Spectrum{});
 }
@@ -122,11 +122,11 @@ TEST_F(LoudestSourceTest, IsTheLoudestThatPlaysBehindItsFader) {
 TEST_F(LoudestSourceTest, StaysWithADeckUntilAnotherOneIsClearlyLouder) {
   StartUp();
   for (const int deck : {1, 2}) PlayOn(deck, "loud.mp3");
-  station_->SetVolume(1, 80);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 80);
   EXPECT_EQ(Heard(), HeardFrom::Deck1);
-  station_->SetVolume(1, 60);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 60);
   EXPECT_EQ(Heard(), HeardFrom::Deck2);
-  station_->SetVolume(1, 100);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 100);
   EXPECT_EQ(Heard(), HeardFrom::Deck2);
 }
 

@@ -39,7 +39,7 @@ TEST_F(WavesTest, AWaveIsMadeOnceAFile) {
   Load(1, "a.mp3");
   LetWorkersFinish();
   const int openings = Openings("a.mp3");
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Settle();
   Load(2, "a.mp3");
   LetWorkersFinish();

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 
 #include <gtest/gtest.h>
 
@@ -40,12 +40,12 @@ TEST_F(DeckTest, PauseStandsStillAndResumeGoesOn) {
   Load(1, "a.mp3");
   Play(1);
   Advance(seconds(3));
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Settle();
   Advance(seconds(5));
   EXPECT_EQ(Deck(1).state, State::Paused);
   EXPECT_EQ(Deck(1).position, seconds(3));
-  station_->Resume(1);
+  station_->Decks()[1].Do(&DeckStation::Resume);
   Settle();
   Advance(seconds(1));
   EXPECT_EQ(Deck(1).position, seconds(4));
@@ -55,7 +55,7 @@ TEST_F(DeckTest, StopGoesToTheStartOfTheSameTrack) {
   Load(1, "a.mp3");
   Play(1);
   Advance(seconds(3));
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Settle();
   EXPECT_EQ(Deck(1).state, State::Stopped);
   EXPECT_EQ(Deck(1).position, seconds(0));
@@ -69,10 +69,10 @@ TEST_F(DeckTest, TheLengthStaysWhileAStoppedTrackIsOpenedAgain) {
   Load(1, "a.mp3");
   Play(1);
   engine_.HoldPreparing();
-  station_->Stop(1);
+  station_->Decks()[1].Do(&DeckStation::Stop);
   Settle();
   EXPECT_EQ(Deck(1).length, seconds(100));
-  station_->Play(1);
+  station_->Decks()[1].Do(&DeckStation::Play);
   Settle();
   engine_.FinishPreparing();
   Settle();
@@ -83,10 +83,10 @@ TEST_F(DeckTest, SeekMovesByTheFilesOwnRate) {
   engine_.AddFile("odd.mp3", {.seconds = 10, .sample_rate = 22050, .channels = 1});
   Load(1, "odd.mp3");
   Play(1);
-  station_->Seek(1, milliseconds(7500));
+  station_->Decks()[1].Do(&DeckStation::Seek, milliseconds(7500));
   Settle();
   EXPECT_EQ(Deck(1).position, milliseconds(7500));
-  station_->Seek(1, -seconds(1));
+  station_->Decks()[1].Do(&DeckStation::Seek, -seconds(1));
   Settle();
   EXPECT_EQ(Deck(1).position, seconds(0));
 }
@@ -109,7 +109,7 @@ TEST_F(DeckTest, AnEndThatIsStillHeardDoesNotEndTheNextPlaying) {
   for (const seconds start : {seconds(0), seconds(90)}) {
     Play(1);
     Advance(seconds(101));
-    if (start > seconds(0)) station_->Seek(1, start);
+    if (start > seconds(0)) station_->Decks()[1].Do(&DeckStation::Seek, start);
     Play(1);
     EXPECT_EQ(Deck(1).state, State::Playing);
     Advance(seconds(1));
@@ -122,7 +122,7 @@ TEST_F(DeckTest, ASeekThatOvertakesTheEndPlaysOn) {
   Load(1, "a.mp3");
   Play(1);
   clock_.Advance(seconds(101));
-  station_->Seek(1, seconds(10));
+  station_->Decks()[1].Do(&DeckStation::Seek, seconds(10));
   Settle();
   Advance(seconds(1));
   Settle();
@@ -134,7 +134,7 @@ TEST_F(DeckTest, ASeekAfterTheEndStandsThere) {
   Load(1, "a.mp3");
   Play(1);
   Advance(seconds(101));
-  station_->Seek(1, seconds(50));
+  station_->Decks()[1].Do(&DeckStation::Seek, seconds(50));
   Settle();
   EXPECT_EQ(Deck(1).state, State::Stopped);
   Play(1);
@@ -143,8 +143,8 @@ TEST_F(DeckTest, ASeekAfterTheEndStandsThere) {
 }
 
 TEST_F(DeckTest, VolumeAndTempoStayOnTheDeckForTheNextTrack) {
-  station_->SetVolume(1, 130);
-  station_->SetTempo(1, 4);
+  station_->Decks()[1].Adjust(&DeckStation::SetVolume, 130);
+  station_->Decks()[1].SetTempo(4);
   Load(1, "a.mp3");
   Play(1);
   Advance(seconds(10));
@@ -173,14 +173,6 @@ TEST_F(DeckTest, DecksDoNotDisturbEachOther) {
   EXPECT_EQ(Deck(3).position, seconds(1));
 }
 
-TEST_F(DeckTest, CommandsForADeckThatIsNotThereDoNothing) {
-  for (const int deck : {0, 5, -1}) {
-    Load(deck, "a.mp3");
-    Play(deck);
-  }
-  EXPECT_EQ(engine_.Streams(), 0);
-}
-
 TEST_F(DeckTest, AFileThatCannotBePlayedLeavesTheDeckEmptyWithASentence) {
   Load(1, "a.mp3");
   Load(1, "none.mp3");
@@ -203,7 +195,7 @@ TEST_F(DeckTest, AFileThatCannotBePlayedDoesNotStopTheOneThatPlays) {
 
 TEST_F(DeckTest, ARowThatIsNotThereLeavesTheDeckAsItIs) {
   Load(1, "a.mp3");
-  station_->LoadDeck(1, station_->Catalogue(), 1);
+  station_->Decks()[1].Load(Music(), 1);
   Settle();
   EXPECT_EQ(Deck(1).state, State::Stopped);
 }
@@ -259,7 +251,7 @@ TEST_F(PreparingTest, PlayWhileLoadingPlaysAsSoonAsTheFileIsReady) {
 TEST_F(PreparingTest, PauseTakesThatBack) {
   Load(1, "a.mp3");
   Play(1);
-  station_->Pause(1);
+  station_->Decks()[1].Do(&DeckStation::Pause);
   Ready();
   EXPECT_EQ(Deck(1).state, State::Stopped);
 }
@@ -276,18 +268,18 @@ TEST_F(PreparingTest, NoCommandWaitsForTheConductor) {
   table.AddRow(std::vector<std::string_view>{"", "", "", "a.mp3"});
   const int calls = engine_.Calls();
   for (int deck = 1; deck <= kDecks; ++deck) {
-    station_->LoadDeck(deck, table, 1);
-    station_->Play(deck);
-    station_->Pause(deck);
-    station_->Resume(deck);
-    station_->Seek(deck, seconds(1));
-    station_->SetVolume(deck, 50);
-    station_->SetPreVolume(deck, 50);
-    station_->SetTempo(deck, 1);
-    station_->Stop(deck);
+    station_->Decks()[deck].Load(table, 1);
+    station_->Decks()[deck].Do(&DeckStation::Play);
+    station_->Decks()[deck].Do(&DeckStation::Pause);
+    station_->Decks()[deck].Do(&DeckStation::Resume);
+    station_->Decks()[deck].Do(&DeckStation::Seek, seconds(1));
+    station_->Decks()[deck].Adjust(&DeckStation::SetVolume, 50);
+    station_->Decks()[deck].Adjust(&DeckStation::SetPreVolume, 50);
+    station_->Decks()[deck].SetTempo(1);
+    station_->Decks()[deck].Do(&DeckStation::Stop);
   }
-  station_->SetOutput(3, {2, 0});
-  station_->Add({.list = ListId::Catalogue, .paths = {"a.mp3"}}, {});
+  station_->Outputs().Set(3, {2, 0});
+  station_->Collections().Intake().Add({.list = ListId::Catalogue, .paths = {"a.mp3"}}, {});
   station_->PumpWindow();
   EXPECT_EQ(station_->View().decks[0].state, State::Empty);
   EXPECT_EQ(engine_.Calls(), calls);
@@ -302,7 +294,7 @@ TEST_F(DeckTest, WhicheverCallOfALoadFailsTheNextLoadPlaysAndTheOtherDeckGoesOn)
     engine_.FailCall(failing);
     Load(1, "a.mp3");
     Play(1);
-    station_->Stop(1);
+    station_->Decks()[1].Do(&DeckStation::Stop);
     Settle();
     Load(1, "c.flac");
     Play(1);

@@ -4,6 +4,8 @@
 
 #include <condition_variable>
 #include <functional>
+#include <type_traits>
+#include <utility>
 #include <vector>
 
 #include "support/Clock.h"
@@ -20,6 +22,14 @@ class Mailbox {
   using Job = std::function<void()>;
 
   void Post(Job job) DJ_EXCLUDES(mutex_);
+  /// Has the box's owner call a member function of what is its own, with copies of these. The target lives
+  /// for as long as the box is emptied.
+  template <class Target, class Class, class Answer, class... Wanted, class... Given>
+  void Order(Target& target, Answer (Class::*command)(Wanted...), Given&&... given) {
+    Post([&target, command, ... copies = std::decay_t<Wanted>(std::forward<Given>(given))]() mutable {
+      static_cast<void>((target.*command)(std::move(copies)...));
+    });
+  }
   /// Everything posted so far, in order.
   [[nodiscard]] std::vector<Job> Take() DJ_EXCLUDES(mutex_);
   /// Waits until something is in the box, or the moment has come.

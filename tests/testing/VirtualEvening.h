@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
+#include "app/testing/AllParts.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "engine/SoundEngine.h"
 #include "engine/VirtualOutputs.h"
@@ -61,7 +61,7 @@ class VirtualEvening {
   void Load(int deck, const std::string& path) {
     catalogue::track_table table(catalogue::TrackColumns());
     table.AddRow(std::vector<std::string_view>{"", "", "", path});
-    station_->LoadDeck(deck, table, 1);
+    station_->Decks()[deck].Load(table, 1);
   }
   /// ticked: after each tick.
   void Run(std::chrono::milliseconds time, const std::function<void()>& ticked = {}) {

@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "app/Collections.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/ColourPanel.h"
 #include "ui/forms/Dialogs.h"
@@ -64,7 +65,7 @@ ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours
   rows->addWidget(head);
   rows->addLayout(options);
   rows->addLayout(MakeFolder());
-  rows->addWidget(new FolderList(workstation, look));
+  rows->addWidget(new FolderList(workstation.Settings(), look));
   rows->addLayout(MakeButtons());
   rows->addStretch(1);
   ShowFolder(workstation.Settings().Text("Settings", "Directory"));
@@ -99,7 +100,7 @@ QHBoxLayout* ApplyPanel::MakeButtons() {
   connect(apply_, &QPushButton::clicked, this, &ApplyPanel::Apply);
   cancel_ = MakePlain(QStringLiteral("CancelScan"), say(Say::CancelScan), say(Say::CancelScanTip));
   cancel_->hide();
-  connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.CancelScans(); });
+  connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.Collections().CancelScans(); });
   progress_ = new ElidedLabel;
   progress_->UseTwoLines();
   Name(*progress_, QStringLiteral("ScanProgress"), {});
@@ -142,10 +143,11 @@ void ApplyPanel::Apply() {
   const app::ApplyMode mode = Mode();
   if (mode == app::ApplyMode::ChooseDirectory) return AskForFolder();
   // The workstation may outlive the panel, which a change of language makes anew.
-  workstation_.Apply({mode, Folder(), colours_.Colours()},
-                     [panel = QPointer<ApplyPanel>(this)](const app::Reindex::Outcome& outcome) {
-                       if (!panel.isNull()) panel->ShowOutcome(outcome);
-                     });
+  workstation_.ApplyButton().Press(
+      {mode, Folder(), colours_.Colours()},
+      [panel = QPointer<ApplyPanel>(this)](const app::Reindex::Outcome& outcome) {
+        if (!panel.isNull()) panel->ShowOutcome(outcome);
+      });
   if (mode == app::ApplyMode::ChannelColours) progress_->Show(look_.say(Say::ColoursKept));
 }
 
@@ -158,10 +160,10 @@ void ApplyPanel::ShowOutcome(const app::Reindex::Outcome& outcome) {
 }
 
 void ApplyPanel::Show() {
-  const bool scanning = workstation_.IsScanning();
+  const bool scanning = workstation_.Collections().IsScanning();
   if (cancel_->isHidden() == scanning) cancel_->setVisible(scanning);
   if (!scanning) return;
-  const app::ScanProgress progress = workstation_.Scanning();
+  const app::ScanProgress progress = workstation_.Collections().Scanning();
   if (progress.total == 0) return progress_->Show(look_.say(Say::ScanListing));
   const QString files = look_.say(Say::ScanGoes).arg(progress.done).arg(progress.total);
   if (progress.Rate() < 1) return progress_->Show(files);
@@ -179,7 +181,7 @@ void ApplyPanel::AskForFolder() {
   connect(dialog_, &QFileDialog::fileSelected, this, [this](const QString& name) {
     const std::string folder = QFile::encodeName(name).toStdString();
     if (folder.empty()) return;
-    workstation_.Apply({app::ApplyMode::ChooseDirectory, folder, {}});
+    workstation_.ApplyButton().Press({app::ApplyMode::ChooseDirectory, folder, {}});
     ShowFolder(folder);
   });
   ShowDialog(*dialog_, *this);

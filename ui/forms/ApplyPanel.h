@@ -6,6 +6,7 @@
 #include <QWidget>
 #include <array>
 
+#include "app/ApplyButton.h"
 #include "app/Workstation.h"
 #include "ui/widgets/Look.h"
 

@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/files/BatchDesk.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ReportList.h"
@@ -28,16 +29,16 @@ QString TimeLeftText(std::chrono::seconds left, const Strings& say) {
   return say(ScanWord::MinutesLeft).arg((left.count() + 30) / 60);
 }
 
-BatchBar::BatchBar(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+BatchBar::BatchBar(app::BatchDesk& analysis, const Look& look, QWidget* parent)
+    : QWidget(parent), analysis_(analysis), look_(look) {
   begin_ = MakeButton("Analyse", ScanWord::Analyse, ScanWord::AnalyseTip);
   connect(begin_, &QPushButton::clicked, this, &BatchBar::Pressed);
   pause_ = MakeButton("AnalysePause", ScanWord::AnalysePause, ScanWord::AnalysePauseTip);
-  connect(pause_, &QPushButton::clicked, this, [this] { workstation_.Batch().Pause(); });
+  connect(pause_, &QPushButton::clicked, this, [this] { analysis_.Pause(); });
   go_on_ = MakeButton("AnalyseGoOn", ScanWord::AnalyseGoOn, ScanWord::AnalyseGoOnTip);
-  connect(go_on_, &QPushButton::clicked, this, [this] { workstation_.Batch().Resume(); });
+  connect(go_on_, &QPushButton::clicked, this, [this] { analysis_.Resume(); });
   end_ = MakeButton("AnalyseEnd", ScanWord::AnalyseEnd, ScanWord::AnalyseEndTip);
-  connect(end_, &QPushButton::clicked, this, [this] { workstation_.Batch().Cancel(); });
+  connect(end_, &QPushButton::clicked, this, [this] { analysis_.Cancel(); });
   text_ = new ElidedLabel;
   Name(*text_, QStringLiteral("AnalyseProgress"), {});
   SetTextColour(*text_, look.skin.dim);
@@ -63,7 +64,7 @@ QPushButton* BatchBar::MakeButton(const char* name, ScanWord caption, ScanWord t
 }
 
 void BatchBar::Show(int chosen) {
-  const app::BatchProgress progress = workstation_.Batch().Progress();
+  const app::BatchProgress progress = analysis_.Progress();
   const Line line = progress.state == BatchState::Running  ? Line::Running
                     : progress.state == BatchState::Paused ? Line::Paused
                     : chosen > 1                           ? Line::Chosen
@@ -85,7 +86,7 @@ void BatchBar::ShowLine(Line line) {
 
 void BatchBar::ShowLeftOut(bool over) {
   static const std::vector<std::string> kNone;
-  const auto& left_out = over ? workstation_.Batch().LeftOut() : kNone;
+  const auto& left_out = over ? analysis_.LeftOut() : kNone;
   if (left_out.size() == left_out_) return;
   left_out_ = left_out.size();
   report_->Show(look_.say.Count(ScanWord::AnalysisLeftOut, left_out.size()), left_out);

@@ -4,11 +4,15 @@
 
 #include <QWidget>
 
-#include "app/Workstation.h"
 #include "ui/strings/ScanWords.h"
 #include "ui/widgets/Look.h"
 
 class QPushButton;
+
+namespace app {
+class BatchDesk;
+struct BatchProgress;
+}  // namespace app
 
 namespace ui {
 
@@ -21,7 +25,7 @@ class BatchBar final : public QWidget {
   Q_OBJECT
 
  public:
-  BatchBar(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  BatchBar(app::BatchDesk& analysis, const Look& look, QWidget* parent = nullptr);
 
   /// chosen: so many rows of the list.
   void Show(int chosen);
@@ -36,7 +40,7 @@ class BatchBar final : public QWidget {
   void ShowLeftOut(bool over);
   [[nodiscard]] QString TextOf(const app::BatchProgress& progress) const;
 
-  app::Workstation& workstation_;
+  app::BatchDesk& analysis_;
   Look look_;
   QPushButton* begin_;
   QWidget* line_;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "app/settings/Settings.h"
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/models/ChannelText.h"
@@ -25,8 +26,8 @@ app::StoredColour Stored(const QColor& colour) {
 
 }  // namespace
 
-ColourPanel::ColourPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+ColourPanel::ColourPanel(app::Settings& settings, const Look& look, QWidget* parent)
+    : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
   auto* head = new QLabel(say(Say::ChannelColours));
   SetFontEm(*head, 1.3, Weight::Bold);
@@ -48,7 +49,7 @@ ColourPanel::ColourPanel(app::Workstation& workstation, const Look& look, QWidge
 }
 
 void ColourPanel::MakeButtons() {
-  const auto colours = app::ReadColours(workstation_.Settings());
+  const auto colours = app::ReadColours(settings_);
   size_->setCurrentIndex(colours.size() > 16 ? 1 : 0);
   for (int channel = 1; channel <= kChannels; ++channel) {
     auto* button = new ColourButton(QString::number(channel), look_.skin);
@@ -64,8 +65,8 @@ void ColourPanel::MakeButtons() {
 }
 
 void ColourPanel::ChangeSize(int channels) {
-  workstation_.Settings().SetNumber("Setup", "ConsoleSize", channels);
-  const auto colours = app::ReadColours(workstation_.Settings());
+  settings_.SetNumber("Setup", "ConsoleSize", channels);
+  const auto colours = app::ReadColours(settings_);
   for (std::size_t i = 0; i < buttons_.size(); ++i) {
     buttons_[i]->setVisible(i < colours.size());
     if (i < colours.size()) buttons_[i]->SetColour(ShownColour(colours[i]));

@@ -6,11 +6,15 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/Workstation.h"
+#include "app/settings/Preferences.h"
 #include "ui/widgets/Look.h"
 
 class QDialog;
 class QGridLayout;
+
+namespace app {
+class Settings;
+}  // namespace app
 
 namespace ui {
 
@@ -22,7 +26,7 @@ class ColourPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  ColourPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  ColourPanel(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<app::StoredColour> Colours() const;
 
@@ -31,7 +35,7 @@ class ColourPanel final : public QWidget {
   void ChangeSize(int channels);
   void AskForColour(ColourButton& button);
 
-  app::Workstation& workstation_;
+  app::Settings& settings_;
   Look look_;
   QuietCombo* size_;
   QGridLayout* grid_;

@@ -10,7 +10,9 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "app/lights/LightDesk.h"
 #include "app/settings/Preferences.h"
+#include "app/settings/Settings.h"
 #include "ui/forms/FaderBank.h"
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"
@@ -23,12 +25,9 @@
 
 namespace ui {
 
-ConsolePage::ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, const Look& look,
-                         QWidget* parent)
-    : Surface(look.skin.panel, parent),
-      lights_(workstation.Lights()),
-      settings_(workstation.Settings()),
-      look_(look) {
+ConsolePage::ConsolePage(app::LightDesk& lights, app::Settings& settings, MessageBoxes& boxes,
+                         const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), lights_(lights), settings_(settings), look_(look) {
   Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));
   auto* rows = new QVBoxLayout(this);  // the Tab key takes the controls in the order in which they are made
   SetSpacingEm(*rows, 0.5, 0.35);

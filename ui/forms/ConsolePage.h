@@ -4,7 +4,8 @@
 
 #include <memory>
 
-#include "app/Workstation.h"
+#include "app/lights/StagedShow.h"
+#include "support/Clock.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
@@ -13,6 +14,12 @@ class QHBoxLayout;
 class QLabel;
 class QPushButton;
 class QVBoxLayout;
+
+namespace app {
+class LightDesk;
+class Settings;
+struct LightView;
+}  // namespace app
 
 namespace ui {
 
@@ -30,7 +37,7 @@ class ConsolePage final : public Surface {
   Q_OBJECT
 
  public:
-  ConsolePage(app::Workstation& workstation, MessageBoxes& boxes, const Look& look,
+  ConsolePage(app::LightDesk& lights, app::Settings& settings, MessageBoxes& boxes, const Look& look,
               QWidget* parent = nullptr);
 
   void Show(support::TimePoint now);

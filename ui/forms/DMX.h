@@ -4,6 +4,7 @@
 
 #include <vector>
 
+#include "app/lights/LightDesk.h"
 #include "dmx/FaderMoves.h"
 #include "dmx/ShowEdit.h"
 #include "ui/forms/EditorWindow.h"
@@ -12,6 +13,11 @@
 class QLabel;
 class QPushButton;
 class QScrollArea;
+
+namespace app {
+struct LibraryFixture;
+struct OpenedShow;
+}  // namespace app
 
 namespace ui {
 

@@ -10,6 +10,9 @@
 #include <QVBoxLayout>
 #include <cmath>
 
+#include "app/Deck.h"
+#include "app/settings/Settings.h"
+#include "app/sound/DeckStation.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
@@ -74,16 +77,20 @@ QLabel* MakeBadge(int deck, const Look& look) {
 
 }  // namespace
 
-DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), deck_(deck), workstation_(workstation), look_(look) {
-  SetStripe(look.skin.Deck(deck));
+DeckPanel::DeckPanel(app::Deck& deck, const app::Settings& settings, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent),
+      deck_(deck.Number()),
+      commands_(deck),
+      settings_(settings),
+      look_(look) {
+  SetStripe(look.skin.Deck(deck_));
   setAcceptDrops(true);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.7, 0.6);
-  tools_ = new TempoTools(deck, workstation, look);
+  tools_ = new TempoTools(deck, look);
   rows->addLayout(MakeTitleRow());
-  overview_ = new WaveOverview(look.skin, look.skin.Deck(deck));
-  running_ = new RunningWave(look.skin, look.skin.Deck(deck));
+  overview_ = new WaveOverview(look.skin, look.skin.Deck(deck_));
+  running_ = new RunningWave(look.skin, look.skin.Deck(deck_));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
   rows->addWidget(tools_);
@@ -91,23 +98,22 @@ DeckPanel::DeckPanel(int deck, app::Workstation& workstation, const Look& look, 
   NameParts();
   const auto seek = [this](std::chrono::microseconds place) {
     if (view_.state == DeckState::Playing) Q_EMIT Told({});  // the first of two clicks was answered
-    workstation_.Seek(deck_, place);
+    commands_.Do(&app::DeckStation::Seek, place);
   };
   connect(overview_, &WaveOverview::SeekWanted, this, seek);
   connect(running_, &RunningWave::SeekWanted, this, seek);
   GuardWaves();
   connect(tools_, &TempoTools::Told, this, &DeckPanel::Told);
   connect(overview_, &WaveOverview::MixPointMoved, this,
-          [this](app::MixPoint which, auto place) { workstation_.SetMixPoint(deck_, which, place); });
+          [this](app::MixPoint which, auto place) { commands_.SetMixPoint(which, place); });
   connect(overview_, &WaveOverview::MixPointReset, this,
-          [this](app::MixPoint which) { workstation_.ResetMixPoint(deck_, which); });
+          [this](app::MixPoint which) { commands_.ResetMixPoint(which); });
   Show({}, {});
 }
 
 void DeckPanel::GuardWaves() {
-  const SeekGuard guard([this] {
-    return view_.state == DeckState::Playing && workstation_.Settings().Flag("Mixer", "SeekGuard");
-  });
+  const SeekGuard guard(
+      [this] { return view_.state == DeckState::Playing && settings_.Flag("Mixer", "SeekGuard"); });
   const auto tell = [this] { Q_EMIT Told(look_.say(Say::SeekGuarded).arg(deck_)); };
   overview_->Guard(guard);
   running_->Guard(guard);
@@ -248,26 +254,26 @@ bool DeckPanel::Loaded() const {
 }
 
 void DeckPanel::PlayOrPause() {
-  if (view_.state == DeckState::Playing) return workstation_.Pause(deck_);
-  if (view_.state == DeckState::Paused) return workstation_.Resume(deck_);
-  if (view_.state != DeckState::Empty) workstation_.Play(deck_);
+  if (view_.state == DeckState::Playing) return commands_.Do(&app::DeckStation::Pause);
+  if (view_.state == DeckState::Paused) return commands_.Do(&app::DeckStation::Resume);
+  if (view_.state != DeckState::Empty) commands_.Do(&app::DeckStation::Play);
 }
 
 void DeckPanel::ToStart() {
-  if (Loaded()) workstation_.Seek(deck_, std::chrono::microseconds(0));
+  if (Loaded()) commands_.Do(&app::DeckStation::Seek, std::chrono::microseconds(0));
 }
 
 void DeckPanel::Stop() {
-  if (Loaded()) workstation_.Stop(deck_);
+  if (Loaded()) commands_.Do(&app::DeckStation::Stop);
 }
 
 void DeckPanel::SetMixPoint(app::MixPoint which) {
-  if (Loaded()) workstation_.SetMixPoint(deck_, which, view_.position);
+  if (Loaded()) commands_.SetMixPoint(which, view_.position);
 }
 
 void DeckPanel::SetTempo(float percent) {
   echo_.Sent(percent, now_);
-  workstation_.SetTempo(deck_, percent);
+  commands_.SetTempo(percent);
 }
 
 void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {

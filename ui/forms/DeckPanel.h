@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/Workstation.h"
+#include "app/WorkstationView.h"
 #include "ui/models/SentEcho.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
@@ -11,6 +11,11 @@
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
+
+namespace app {
+class Deck;
+class Settings;
+}  // namespace app
 
 namespace ui {
 
@@ -26,7 +31,7 @@ class DeckPanel final : public Surface {
   Q_OBJECT
 
  public:
-  DeckPanel(int deck, app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  DeckPanel(app::Deck& deck, const app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   /// Changes what differs from the last view, nothing else.
   void Show(const app::DeckView& view, support::TimePoint now);
@@ -67,7 +72,8 @@ class DeckPanel final : public Surface {
   [[nodiscard]] bool Loaded() const;
 
   const int deck_;
-  app::Workstation& workstation_;
+  app::Deck& commands_;
+  const app::Settings& settings_;
   Look look_;
   app::DeckView view_;
   SentEcho echo_;

@@ -12,6 +12,7 @@
 #include <QShortcut>
 #include <QVBoxLayout>
 
+#include "support/Clock.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/strings/Decode.h"
@@ -145,7 +146,7 @@ void EditorWindow::ShowState() {
 }
 
 void EditorWindow::ShowTitle(EditorWord form) {
-  QString title = Decode(workstation_.Caption(Word(form).toStdString()));
+  QString title = Decode(app::Caption(Word(form).toStdString()));
   if (!path_.empty()) title += QStringLiteral(" – ") + Decode(path_.filename().string());
   setWindowTitle(title + QStringLiteral("[*]"));
 }

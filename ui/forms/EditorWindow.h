@@ -18,6 +18,10 @@
 class QHBoxLayout;
 class QPushButton;
 
+namespace support {
+class Clock;
+}  // namespace support
+
 namespace ui {
 
 /// A window of its own in which a document is made: its buttons, its file dialogs and its questions. None of

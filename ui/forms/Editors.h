@@ -8,6 +8,10 @@
 #include "app/Workstation.h"
 #include "ui/widgets/Look.h"
 
+namespace support {
+class Clock;
+}  // namespace support
+
 namespace ui {
 
 class DMX;

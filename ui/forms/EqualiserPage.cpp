@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/EqualiserDesk.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/models/EqText.h"
 #include "ui/strings/Decode.h"
@@ -26,9 +27,9 @@ constexpr int kFirstSlider = 1;  ///< of the twenty: it moves the lowest band
 
 }  // namespace
 
-EqualiserPage::EqualiserPage(app::Workstation& workstation, MessageBoxes& boxes, QWidget* mixing,
+EqualiserPage::EqualiserPage(app::EqualiserDesk& sliders, MessageBoxes& boxes, QWidget* mixing,
                              const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), workstation_(workstation), boxes_(boxes), look_(look) {
+    : Surface(look.skin.panel, parent), sliders_(sliders), boxes_(boxes), look_(look) {
   Name(*this, QStringLiteral("EffectsPage"), look.say(Say::Effects));
   auto* sides = new QHBoxLayout(this);
   SetSpacingEm(*sides, 0.8, 2.5);
@@ -42,7 +43,7 @@ QVBoxLayout* EqualiserPage::MakeBands() {
   graph_ = new EqGraph(EqGraph::Captions::None, look_.skin);
   Name(*graph_, QStringLiteral("EqCurve"), look_.say(Say::EqCurve), look_.say(Say::EqCurveTip));
   connect(graph_, &EqGraph::GainWanted, this,
-          [this](int band, int gain) { workstation_.SetEqualiser(band + kFirstSlider, gain); });
+          [this](int band, int gain) { sliders_.Set(band + kFirstSlider, gain); });
   auto* columns = new QHBoxLayout;
   SetSpacingEm(*columns, 0, 0);
   for (int band = 0; band < 10; ++band) {
@@ -78,7 +79,7 @@ EqualiserPage::Band EqualiserPage::MakeBand(int slider) {
   Name(*band.value, QStringLiteral("EqValue%1").arg(slider), {});
   SetWidest(*band.value, QStringLiteral("+12"));
   connect(band.slider, &QSlider::valueChanged, this,
-          [this, slider](int gain) { workstation_.SetEqualiser(slider, gain); });
+          [this, slider](int gain) { sliders_.Set(slider, gain); });
   return band;
 }
 
@@ -153,23 +154,23 @@ decks::EqBank EqualiserPage::Bank() const {
 }
 
 std::string EqualiserPage::ChosenName() const {
-  const auto& presets = workstation_.EqPresets();
+  const auto& presets = sliders_.Presets();
   const auto row = static_cast<std::size_t>(select_->currentIndex());
   return select_->currentIndex() >= 0 && row < presets.size() ? presets[row].name : std::string();
 }
 
 void EqualiserPage::Apply(int preset) {
-  const auto& presets = workstation_.EqPresets();
+  const auto& presets = sliders_.Presets();
   if (preset < 0 || static_cast<std::size_t>(preset) >= presets.size()) return;
   const std::string name = presets[static_cast<std::size_t>(preset)].name;
-  workstation_.ApplyEqPreset(Bank(), name);
+  sliders_.Apply(Bank(), name);
   name_->setText(Decode(name));
   ShowChoice();
 }
 
 void EqualiserPage::Save() {
   const QString typed = name_->text().trimmed();
-  const auto& presets = workstation_.EqPresets();
+  const auto& presets = sliders_.Presets();
   // By what is read on the screen: the bytes of the name may stand in another code page.
   const auto same = std::find_if(presets.begin(), presets.end(), [&](const decks::EqPreset& preset) {
     return Decode(preset.name).trimmed() == typed;
@@ -183,7 +184,7 @@ void EqualiserPage::Save() {
 }
 
 void EqualiserPage::SaveUnder(const std::string& name) {
-  workstation_.SaveEqPreset(Bank(), name, [page = QPointer(this), name](const support::Result<void>& saved) {
+  sliders_.Save(Bank(), name, [page = QPointer(this), name](const support::Result<void>& saved) {
     if (!page.isNull()) page->Tell(saved, page->look_.say(Say::EqSaved).arg(Decode(name)));
   });
 }
@@ -194,18 +195,18 @@ void EqualiserPage::Delete() {
   boxes_.Ask(QStringLiteral("EqDeleteBox"), look_.say(Say::EqAskDelete).arg(Decode(name)),
              look_.say(Say::EqDelete), [page = QPointer(this), name] {
                if (page.isNull()) return;
-               page->workstation_.DeleteEqPreset(name, [page, name](const support::Result<void>& deleted) {
+               page->sliders_.Delete(name, [page, name](const support::Result<void>& deleted) {
                  if (!page.isNull()) page->Tell(deleted, page->look_.say(Say::EqDeleted).arg(Decode(name)));
                });
              });
 }
 
 void EqualiserPage::Flatten() {
-  for (int slider = kFirstSlider; slider < kFirstSlider + 10; ++slider) workstation_.SetEqualiser(slider, 0);
+  for (int slider = kFirstSlider; slider < kFirstSlider + 10; ++slider) sliders_.Set(slider, 0);
 }
 
 void EqualiserPage::Resend() {
-  workstation_.ResendEqualiser();
+  sliders_.Resend();
 }
 
 void EqualiserPage::Tell(const support::Result<void>& result, const QString& success) {
@@ -217,7 +218,7 @@ void EqualiserPage::Tell(const support::Result<void>& result, const QString& suc
 
 void EqualiserPage::ShowPresets() {
   std::vector<std::string> listed;
-  for (const decks::EqPreset& preset : workstation_.EqPresets()) {
+  for (const decks::EqPreset& preset : sliders_.Presets()) {
     listed.push_back(preset.name);
     listed.push_back(preset.value_line);
   }
@@ -225,7 +226,7 @@ void EqualiserPage::ShowPresets() {
   shown_ = std::move(listed);
   select_->clear();
   values_->clear();
-  for (const decks::EqPreset& preset : workstation_.EqPresets()) {
+  for (const decks::EqPreset& preset : sliders_.Presets()) {
     select_->addItem(Decode(preset.name));
     auto* line = new QListWidgetItem(Decode(preset.name) + QStringLiteral(":  ") + EqValuesText(preset));
     line->setData(Qt::UserRole, Decode(preset.value_line));
@@ -235,7 +236,7 @@ void EqualiserPage::ShowPresets() {
 }
 
 void EqualiserPage::ShowChoice() {
-  const std::string chosen = workstation_.ChosenEqPreset(Bank());
+  const std::string chosen = sliders_.Chosen(Bank());
   select_->setCurrentIndex(chosen.empty() ? -1 : select_->findText(Decode(chosen)));
   values_->setCurrentRow(select_->currentIndex());
   hint_->setVisible(values_->count() == 0);
@@ -245,7 +246,7 @@ void EqualiserPage::ShowChoice() {
 
 void EqualiserPage::Show(const app::WorkstationView& view) {
   ShowPresets();
-  const auto& sliders = workstation_.Equaliser();
+  const auto& sliders = sliders_.Sliders();
   for (std::size_t band = 0; band < bands_.size(); ++band) {
     const int gain = sliders[band + kFirstSlider];
     SetText(*bands_[band].value, GainText(gain));

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "app/Workstation.h"
+#include "decks/EqPresets.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -13,6 +13,11 @@ class QLineEdit;
 class QListWidget;
 class QPushButton;
 class QVBoxLayout;
+
+namespace app {
+class EqualiserDesk;
+struct WorkstationView;
+}  // namespace app
 
 namespace ui {
 
@@ -28,7 +33,7 @@ class EqualiserPage final : public Surface {
   Q_OBJECT
 
  public:
-  EqualiserPage(app::Workstation& workstation, MessageBoxes& boxes, QWidget* mixing, const Look& look,
+  EqualiserPage(app::EqualiserDesk& sliders, MessageBoxes& boxes, QWidget* mixing, const Look& look,
                 QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
@@ -57,7 +62,7 @@ class EqualiserPage final : public Surface {
   void ShowPresets();
   void ShowChoice();
 
-  app::Workstation& workstation_;
+  app::EqualiserDesk& sliders_;
   MessageBoxes& boxes_;
   Look look_;
   EqGraph* graph_;

@@ -11,6 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/settings/FolderSettings.h"
+#include "app/settings/Settings.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/ScanWords.h"
@@ -22,8 +23,8 @@ constexpr double kFolderListEms = 5.5;
 
 }  // namespace
 
-FolderList::FolderList(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+FolderList::FolderList(app::Settings& settings, const Look& look, QWidget* parent)
+    : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
   auto* head = new QLabel(say(ScanWord::MoreFolders));
   SetTextColour(*head, look.skin.dim);
@@ -53,7 +54,7 @@ FolderList::FolderList(app::Workstation& workstation, const Look& look, QWidget*
   rows->addWidget(head);
   rows->addWidget(list_);
   rows->addLayout(buttons);
-  Fill(app::OtherFolders(workstation.Settings()));
+  Fill(app::OtherFolders(settings));
 }
 
 void FolderList::Fill(const std::vector<std::string>& folders) {
@@ -99,8 +100,8 @@ void FolderList::RemoveChosen() {
 }
 
 void FolderList::Store(const std::vector<std::string>& folders) {
-  app::StoreOtherFolders(workstation_.Settings(), folders);
-  Fill(app::OtherFolders(workstation_.Settings()));
+  app::StoreOtherFolders(settings_, folders);
+  Fill(app::OtherFolders(settings_));
 }
 
 }  // namespace ui

@@ -7,12 +7,15 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
 #include "ui/widgets/Look.h"
 
 class QFileDialog;
 class QListWidget;
 class QPushButton;
+
+namespace app {
+class Settings;
+}  // namespace app
 
 namespace ui {
 
@@ -21,7 +24,7 @@ class FolderList final : public QWidget {
   Q_OBJECT
 
  public:
-  FolderList(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  FolderList(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
  private:
   void Fill(const std::vector<std::string>& folders);
@@ -31,7 +34,7 @@ class FolderList final : public QWidget {
   void RemoveChosen();
   void Store(const std::vector<std::string>& folders);
 
-  app::Workstation& workstation_;
+  app::Settings& settings_;
   Look look_;
   QListWidget* list_ = nullptr;
   QPushButton* remove_ = nullptr;

@@ -6,6 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "app/lists/ListDesk.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListButtons.h"

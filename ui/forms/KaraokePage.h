@@ -4,13 +4,22 @@
 
 #include <QPointer>
 
-#include "app/Workstation.h"
 #include "ui/widgets/DropSurface.h"
 #include "ui/widgets/Look.h"
 
 class QFileDialog;
 class QHBoxLayout;
 class QLabel;
+
+namespace app {
+class ListDesk;
+struct AddingProgress;
+struct IntakeOutcome;
+}  // namespace app
+
+namespace catalogue {
+class track_table;
+}  // namespace catalogue
 
 namespace ui {
 

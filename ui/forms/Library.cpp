@@ -13,6 +13,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/lights/LightDesk.h"
 #include "dmx/FixtureProblems.h"
 #include "support/Text.h"
 #include "ui/forms/ChannelColumn.h"

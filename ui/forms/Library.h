@@ -5,6 +5,7 @@
 #include <array>
 #include <vector>
 
+#include "app/lights/EditorDesk.h"
 #include "dmx/FixtureEdit.h"
 #include "ui/forms/EditorWindow.h"
 #include "ui/models/LevelMirror.h"

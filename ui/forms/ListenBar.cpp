@@ -6,6 +6,9 @@
 #include <QLabel>
 #include <algorithm>
 
+#include "app/Deck.h"
+#include "app/sound/DeckStation.h"
+#include "catalogue/track_table.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TimeText.h"
@@ -18,13 +21,12 @@
 namespace ui {
 namespace {
 
-constexpr int kListenDeck = 4;
 constexpr std::size_t kListenPlace = 2;  ///< of its level
 
 }  // namespace
 
-ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), state_(state), look_(look) {
+ListenBar::ListenBar(app::Deck& deck, MixerState& state, const Look& look, QWidget* parent)
+    : QWidget(parent), commands_(deck), state_(state), look_(look) {
   const auto& say = look.say;
   Name(*this, QStringLiteral("ListenBar"), say(Say::ListenRow));
   button_ = new ListenButton(say(Say::Listen), look.skin, look.skin.text);
@@ -33,7 +35,7 @@ ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Loo
   connect(button_, &ListenButton::clicked, this, &ListenBar::Pressed);
   connect(button_, &ListenButton::LevelMoved, this, [this](int level) {
     state_.listen[kListenPlace] = level;
-    workstation_.SetVolume(kListenDeck, level);
+    commands_.Adjust(&app::DeckStation::SetVolume, level);
     Q_EMIT LevelMoved(level);
   });
   title_ = new ElidedLabel;
@@ -41,7 +43,7 @@ ListenBar::ListenBar(app::Workstation& workstation, MixerState& state, const Loo
   overview_ = new WaveOverview(look.skin, look.skin.text);
   Name(*overview_, QStringLiteral("ListenOverview"), say(Say::ListenPlace), say(Say::OverviewTip));
   connect(overview_, &WaveOverview::SeekWanted, this,
-          [this](std::chrono::microseconds place) { workstation_.Seek(kListenDeck, place); });
+          [this](std::chrono::microseconds place) { commands_.Do(&app::DeckStation::Seek, place); });
   time_ = new QLabel;
   Name(*time_, QStringLiteral("ListenTime"), {});
   SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
@@ -64,23 +66,23 @@ void ListenBar::Toggle(const catalogue::track_table& table, int row) {
   }
   file_ = file;
   begun_ = false;
-  workstation_.LoadDeck(kListenDeck, table, row);
-  workstation_.SetVolume(kListenDeck, state_.listen[kListenPlace]);
-  workstation_.Play(kListenDeck);
+  commands_.Load(table, row);
+  commands_.Adjust(&app::DeckStation::SetVolume, state_.listen[kListenPlace]);
+  commands_.Do(&app::DeckStation::Play);
 }
 
 void ListenBar::End() {
   button_->setChecked(false);
   if (file_.empty()) return;
   file_.clear();
-  workstation_.Stop(kListenDeck);
+  commands_.Do(&app::DeckStation::Stop);
 }
 
 void ListenBar::SeekBy(std::chrono::microseconds step) {
   if (!Listening()) return;
   const auto place = std::clamp(deck_.position + step, std::chrono::microseconds(0),
                                 std::max(deck_.length, std::chrono::microseconds(0)));
-  workstation_.Seek(kListenDeck, place);
+  commands_.Do(&app::DeckStation::Seek, place);
 }
 
 QString ListenBar::ButtonTip() const {
@@ -94,7 +96,7 @@ void ListenBar::ShowButton() {
 }
 
 void ListenBar::Show(const app::WorkstationView& view) {
-  deck_ = view.decks[kListenDeck - 1];
+  deck_ = view.decks[kDeck - 1];
   has_output_ = view.outputs[2].device != 0;
   begun_ = begun_ || (deck_.filename == file_ && deck_.state == DeckState::Playing);
   const bool broken = Listening() && deck_.state == DeckState::Empty && !deck_.message.empty();

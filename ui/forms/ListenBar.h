@@ -4,11 +4,19 @@
 
 #include <QWidget>
 
-#include "app/Workstation.h"
+#include "app/WorkstationView.h"
 #include "ui/models/MixerState.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;
+
+namespace app {
+class Deck;
+}  // namespace app
+
+namespace catalogue {
+class track_table;
+}  // namespace catalogue
 
 namespace ui {
 
@@ -25,7 +33,9 @@ class ListenBar final : public QWidget {
 
  public:
   /// The state outlives the bar.
-  ListenBar(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent = nullptr);
+  static constexpr int kDeck = 4;
+
+  ListenBar(app::Deck& deck, MixerState& state, const Look& look, QWidget* parent = nullptr);
 
   /// Whoever lays out the bar gives it a place.
   [[nodiscard]] ListenButton& Button() { return *button_; }
@@ -49,7 +59,7 @@ class ListenBar final : public QWidget {
   [[nodiscard]] QString ButtonTip() const;
   void ShowButton();
 
-  app::Workstation& workstation_;
+  app::Deck& commands_;
   MixerState& state_;
   Look look_;
   ListenButton* button_;

@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/settings/Settings.h"
+#include "app/songs/SongDesk.h"
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FontChooser.h"
@@ -19,8 +21,9 @@
 
 namespace ui {
 
-LyricLookPanel::LyricLookPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+LyricLookPanel::LyricLookPanel(app::SongDesk& songs, app::Settings& settings, const Look& look,
+                               QWidget* parent)
+    : QWidget(parent), songs_(songs), settings_(settings), look_(look) {
   Name(*this, QStringLiteral("LyricLook"), look.say(SongWord::LookPart));
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.5);
@@ -28,7 +31,7 @@ LyricLookPanel::LyricLookPanel(app::Workstation& workstation, const Look& look, 
   own_ = MakeOwn();
   rows->addWidget(own_);
   rows->addStretch(1);
-  UseOwn(workstation_.Settings().Text("Karaoke", "Look") == "described");
+  UseOwn(settings_.Text("Karaoke", "Look") == "described");
   ShowNames();
 }
 
@@ -38,7 +41,7 @@ void LyricLookPanel::UseOwn(bool own) {
 
 QGridLayout* LyricLookPanel::MakeColours() {
   // The settings' own reader: without a stored background it is white, where the displays are black.
-  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::SettingsPage);
+  const karaoke::LyricLook present = songs_.Look(karaoke::LookReader::SettingsPage);
   const struct {
     const char* key;
     SongWord caption;
@@ -112,14 +115,14 @@ QGridLayout* LyricLookPanel::MakeRest() {
   const auto& say = look_.say;
   QuietCombo* chosen = MakeChoice("LyricLookChoice", say(LyricWord::Look), say(LyricWord::LookTip),
                                   {say(LyricWord::LookStage), say(LyricWord::LookOwn)});
-  chosen->setCurrentIndex(workstation_.Settings().Text("Karaoke", "Look") == "described" ? 1 : 0);
+  chosen->setCurrentIndex(settings_.Text("Karaoke", "Look") == "described" ? 1 : 0);
   connect(chosen, &QComboBox::activated, this, [this](int index) {
     UseOwn(index == 1);
     Store("Look", index == 1 ? "described" : "stage");
   });
   QuietCombo* style = MakeChoice("SungStyle", say(SongWord::SungStyle), say(SongWord::SungStyleTip),
                                  {say(SongWord::SungSweep), say(SongWord::SungWord)});
-  style->setCurrentIndex(workstation_.Settings().Number("Karaoke", "Style") == 1 ? 1 : 0);
+  style->setCurrentIndex(settings_.Number("Karaoke", "Style") == 1 ? 1 : 0);
   connect(style, &QComboBox::activated, this, [this](int index) { Store("Style", std::to_string(index)); });
   auto* picture = MakeButton("BackPicture", SongWord::BackPicture, SongWord::BackPictureTip);
   connect(picture, &QPushButton::clicked, this, [this] {
@@ -143,14 +146,14 @@ QGridLayout* LyricLookPanel::MakeRest() {
 }
 
 void LyricLookPanel::Store(const std::string& key, const std::string& value) {
-  workstation_.Settings().SetText("Karaoke", key, value);
+  settings_.SetText("Karaoke", key, value);
   ShowNames();
   Q_EMIT Changed();
 }
 
 void LyricLookPanel::ShowNames() {
-  font_->setText(Decode(workstation_.Settings().Text("Karaoke", "FontName")));
-  no_picture_->setEnabled(!workstation_.Settings().Text("Karaoke", "Picture").empty());
+  font_->setText(Decode(settings_.Text("Karaoke", "FontName")));
+  no_picture_->setEnabled(!settings_.Text("Karaoke", "Picture").empty());
 }
 
 void LyricLookPanel::AskForColour(ColourButton& button, const std::string& key) {
@@ -167,13 +170,13 @@ void LyricLookPanel::AskForColour(ColourButton& button, const std::string& key) 
 
 void LyricLookPanel::AskForFont() {
   delete dialog_;
-  const karaoke::LyricLook present = workstation_.Songs().Look(karaoke::LookReader::SettingsPage);
+  const karaoke::LyricLook present = songs_.Look(karaoke::LookReader::SettingsPage);
   auto* chooser =
       new FontChooser({Decode(present.font_name), present.font_bold, present.font_italic}, look_, this);
   connect(chooser, &FontChooser::Chosen, this, [this](const FontChooser::Choice& choice) {
-    workstation_.Settings().SetText("Karaoke", "FontName", choice.family.toStdString());
-    workstation_.Settings().SetFlag("Karaoke", "FontBold", choice.bold);
-    workstation_.Settings().SetFlag("Karaoke", "FontItalic", choice.italic);
+    settings_.SetText("Karaoke", "FontName", choice.family.toStdString());
+    settings_.SetFlag("Karaoke", "FontBold", choice.bold);
+    settings_.SetFlag("Karaoke", "FontItalic", choice.italic);
     ShowNames();
     Q_EMIT Changed();
   });

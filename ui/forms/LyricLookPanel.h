@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/Look.h"
 
@@ -15,6 +14,11 @@ class QDialog;
 class QGridLayout;
 class QLabel;
 class QPushButton;
+
+namespace app {
+class Settings;
+class SongDesk;
+}  // namespace app
 
 namespace ui {
 
@@ -27,7 +31,7 @@ class LyricLookPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  LyricLookPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  LyricLookPanel(app::SongDesk& songs, app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
  Q_SIGNALS:
   void Changed();
@@ -48,7 +52,8 @@ class LyricLookPanel final : public QWidget {
   void Store(const std::string& key, const std::string& value);
   void ShowNames();
 
-  app::Workstation& workstation_;
+  app::SongDesk& songs_;
+  app::Settings& settings_;
   Look look_;
   QWidget* own_ = nullptr;  ///< what acts on a look of one's own alone
   QPushButton* font_ = nullptr;

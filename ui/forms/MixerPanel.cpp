@@ -7,6 +7,11 @@
 #include <QPushButton>
 #include <cmath>
 
+#include "app/Decks.h"
+#include "app/EqualiserDesk.h"
+#include "app/OutputDesk.h"
+#include "app/lists/ListDesk.h"
+#include "app/sound/DeckStation.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/EqText.h"
 #include "ui/models/KeyMap.h"
@@ -35,12 +40,16 @@ QString PeakText(float db) {
 
 }  // namespace
 
-MixerPanel::MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent)
+MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserDesk& sliders, app::OutputDesk& outputs,
+                       app::ListDesk& lists, MixerState& state, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
-      workstation_(workstation),
+      decks_(decks),
+      sliders_(sliders),
+      outputs_(outputs),
+      lists_(lists),
       state_(state),
       look_(look),
-      crossfader_moves_(workstation.Lists().View().moves) {
+      crossfader_moves_(lists.View().moves) {
   SetStripe(look.skin.line);
   setObjectName(QStringLiteral("Mixer"));
   auto* rows = new QVBoxLayout(this);
@@ -99,7 +108,8 @@ QString MixerPanel::CueTip(int deck) const {
 
 void MixerPanel::SendListening(int deck) {
   const std::size_t place = deck == 1 ? 0 : 1;
-  workstation_.SetPreVolume(deck, channels_[place].cue->isChecked() ? state_.listen[place] : 0);
+  decks_[deck].Adjust(&app::DeckStation::SetPreVolume,
+                      channels_[place].cue->isChecked() ? state_.listen[place] : 0);
 }
 
 void MixerPanel::Listen(int deck) {
@@ -110,7 +120,7 @@ void MixerPanel::MakeEqualiser() {
   equaliser_ = new EqGraph(EqGraph::Captions::Inside, look_.skin);
   Name(*equaliser_, QStringLiteral("EqMixer"), look_.say(Say::EqInMixer), look_.say(Say::EqInMixerTip));
   connect(equaliser_, &EqGraph::GainWanted, this,
-          [this](int band, int gain) { workstation_.SetEqualiser(band + 1, gain); });
+          [this](int band, int gain) { sliders_.Set(band + 1, gain); });
 }
 
 void MixerPanel::MakeMaster() {
@@ -123,7 +133,7 @@ void MixerPanel::MakeMaster() {
   Name(*master_, QStringLiteral("MainVolume"), say(Say::MainVolume), say(Say::MainVolumeTip));
   connect(master_, &QSlider::valueChanged, this, [this](int value) {
     master_echo_.Sent(float(value), now_);
-    workstation_.SetMainVolume(value);
+    outputs_.SetMainVolume(value);
     SetText(*master_value_, PercentOf(value));
   });
   master_head_ = new QLabel(say(Say::MainVolumeHead));
@@ -202,7 +212,7 @@ QWidget* MixerPanel::MakeAutomix() {
   automix_->setCheckable(true);
   SetKind(*automix_, "lamp1");
   Name(*automix_, QStringLiteral("Automix"), look_.say(ListWord::Automix), look_.say(ListWord::AutomixTip));
-  connect(automix_, &QPushButton::clicked, this, [this](bool on) { workstation_.Lists().SetAutomix(on); });
+  connect(automix_, &QPushButton::clicked, this, [this](bool on) { lists_.SetAutomix(on); });
   automix_state_ = new QLabel;
   Name(*automix_state_, QStringLiteral("AutomixState"), {});
   SetTextColour(*automix_state_, look_.skin.dim);
@@ -234,7 +244,7 @@ void MixerPanel::SendVolumes() {
 }
 
 void MixerPanel::SendMixer(app::MovedByHand moved) {
-  workstation_.Lists().MoveMixer({state_.faders, state_.crossfader, state_.curve}, moved);
+  lists_.MoveMixer({state_.faders, state_.crossfader, state_.curve}, moved);
   ShowVolumes();
 }
 
@@ -255,8 +265,8 @@ void MixerPanel::SetCurve(decks::CrossfaderCurve curve) {
 
 void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   ShowMaster(view, now);
-  ShowAutomix(workstation_.Lists().View());
-  equaliser_->Show(ShownSliders(workstation_.Equaliser()), CurvesOf(view));
+  ShowAutomix(lists_.View());
+  equaliser_->Show(ShownSliders(sliders_.Sliders()), CurvesOf(view));
   for (const int deck : {1, 2}) {
     const std::size_t place = deck == 1 ? 0 : 1;
     Channel& channel = channels_[place];

@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "app/Workstation.h"
+#include "app/lists/AutoMix.h"
 #include "ui/models/MixerState.h"
 #include "ui/models/SentEcho.h"
 #include "ui/widgets/Look.h"
@@ -13,6 +13,14 @@
 class QGridLayout;
 class QLabel;
 class QPushButton;
+
+namespace app {
+class Decks;
+class EqualiserDesk;
+class ListDesk;
+class OutputDesk;
+struct ListView;
+}  // namespace app
 
 namespace ui {
 
@@ -28,7 +36,8 @@ class MixerPanel final : public Surface {
 
  public:
   /// The state outlives the panel, which a change of language makes anew.
-  MixerPanel(app::Workstation& workstation, MixerState& state, const Look& look, QWidget* parent = nullptr);
+  MixerPanel(app::Decks& decks, app::EqualiserDesk& sliders, app::OutputDesk& outputs, app::ListDesk& lists,
+             MixerState& state, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
   /// Gives the decks the volumes that fader and crossfader make.
@@ -70,7 +79,10 @@ class MixerPanel final : public Surface {
   void ShowVolumes();
   void ShowCue(int deck, const app::WorkstationView& view);
 
-  app::Workstation& workstation_;
+  app::Decks& decks_;
+  app::EqualiserDesk& sliders_;
+  app::OutputDesk& outputs_;
+  app::ListDesk& lists_;
   MixerState& state_;
   Look look_;
   std::array<Channel, 2> channels_;

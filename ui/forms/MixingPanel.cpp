@@ -9,6 +9,9 @@
 #include <algorithm>
 #include <set>
 
+#include "app/Decks.h"
+#include "app/lists/ListDesk.h"
+#include "app/settings/Settings.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/QuietCombo.h"
@@ -34,9 +37,9 @@ QLabel* Caption(const QString& text, const Look& look) {
 
 }  // namespace
 
-MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve curve, const Look& look,
-                         QWidget* parent)
-    : QWidget(parent), workstation_(workstation) {
+MixingPanel::MixingPanel(app::Decks& decks, app::ListDesk& lists, app::Settings& settings,
+                         decks::CrossfaderCurve curve, const Look& look, QWidget* parent)
+    : QWidget(parent), decks_(decks), lists_(lists), settings_(settings) {
   const auto& say = look.say;
   auto* head = new QLabel(say(Say::Mixing));
   SetFontEm(*head, 1.3, Weight::Bold);
@@ -47,7 +50,7 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
   connect(curve_, &QComboBox::activated, this,
           [this](int index) { Q_EMIT CurveChosen(static_cast<decks::CrossfaderCurve>(index)); });
 
-  sent_ = std::clamp(workstation.Settings().Number("Settings", "GainPercent"), 0, 100);
+  sent_ = std::clamp(settings.Number("Settings", "GainPercent"), 0, 100);
   threshold_ = new Fader(Qt::Horizontal, look.skin, look.skin.text);
   threshold_->setRange(0, 100);
   threshold_->setPageStep(5);
@@ -65,10 +68,10 @@ MixingPanel::MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve c
 
   stretch_ = new QuietCombo(look.skin);
   stretch_->addItems({say(Say::StretchBest), say(Say::StretchCheap)});
-  stretch_->setCurrentIndex(workstation.Settings().Flag("Settings", "LowPowerStretch") ? 1 : 0);
+  stretch_->setCurrentIndex(settings.Flag("Settings", "LowPowerStretch") ? 1 : 0);
   Name(*stretch_, QStringLiteral("Stretch"), say(Say::Stretch), say(Say::StretchTip));
   connect(stretch_, &QComboBox::activated, this, [this](int index) {
-    workstation_.SetStretch(index == 1 ? decks::Stretch::LowPower : decks::Stretch::Best);
+    decks_.SetStretch(index == 1 ? decks::Stretch::LowPower : decks::Stretch::Best);
   });
 
   auto* rows = new QVBoxLayout(this);
@@ -121,76 +124,74 @@ QuietCombo* MixingPanel::MakeRange(int deck, const Look& look) {
   for (const int percent : app::kTempoRanges) {
     range->addItem(QStringLiteral("± %1 %").arg(percent), percent);
   }
-  const int chosen = workstation_.View().decks[static_cast<std::size_t>(deck - 1)].tempo_range;
+  const int chosen = decks_[deck].View().tempo_range;
   range->setCurrentIndex(range->findData(chosen));
   Name(*range, DeckName(deck, "TempoRange"), look.say(Say::TempoRange).arg(deck),
        look.say(Say::TempoRangeTip));
   connect(range, &QComboBox::activated, this,
-          [this, deck, range] { workstation_.SetTempoRange(deck, range->currentData().toInt()); });
+          [this, deck, range] { decks_[deck].SetTempoRange(range->currentData().toInt()); });
   return range;
 }
 
 QuietCombo* MixingPanel::MakeMixPlace(const Look& look) {
   auto* place = new QuietCombo(look.skin);
   place->addItems({look.say(ListWord::AtMixPoints), look.say(ListWord::BeforeTheEnd)});
-  place->setCurrentIndex(workstation_.Settings().Flag("Settings", "MixPoints") ? 0 : 1);
+  place->setCurrentIndex(settings_.Flag("Settings", "MixPoints") ? 0 : 1);
   Name(*place, QStringLiteral("MixPlace"), look.say(ListWord::MixPlace), look.say(ListWord::MixPlaceTip));
-  connect(place, &QComboBox::activated, this,
-          [this](int index) { workstation_.Lists().SetAtMixPoints(index == 0); });
+  connect(place, &QComboBox::activated, this, [this](int index) { lists_.SetAtMixPoints(index == 0); });
   return place;
 }
 
 QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
                                   const Look& look) {
   auto* match = new QCheckBox(look.say(caption));
-  match->setChecked(workstation_.Settings().Flag("Settings", name));
+  match->setChecked(settings_.Flag("Settings", name));
   Name(*match, QLatin1String(name), look.say(caption), look.say.Tip(caption));
-  connect(match, &QCheckBox::toggled, this,
-          [this, choose](bool chosen) { (workstation_.Lists().*choose)(chosen); });
+  connect(match, &QCheckBox::toggled, this, [this, choose](bool chosen) { (lists_.*choose)(chosen); });
   return match;
 }
 
 QuietCombo* MixingPanel::MakeMixTime(const Look& look) {
-  const int chosen = std::clamp(workstation_.Settings().Number("Mixer", "MixTime"), 0, 60);
+  const int chosen = std::clamp(settings_.Number("Mixer", "MixTime"), 0, 60);
   auto* time = MakeNumbers(QStringLiteral("%1 s"), {0, 2, 4, 6, 8, 10, 12, 15, 20, 30}, chosen, look);
   Name(*time, QStringLiteral("MixTime"), look.say(ListWord::MixTime), look.say(ListWord::MixTimeTip));
   connect(time, &QComboBox::activated, this,
-          [this, time] { workstation_.Lists().SetMixTime(time->currentData().toInt()); });
+          [this, time] { lists_.SetMixTime(time->currentData().toInt()); });
   return time;
 }
 
 QuietCombo* MixingPanel::MakeTempoReach(const Look& look) {
-  const int chosen = std::clamp(workstation_.Settings().Number("Settings", "BPMPercent"), 0, 50);
+  const int chosen = std::clamp(settings_.Number("Settings", "BPMPercent"), 0, 50);
   auto* reach = MakeNumbers(QStringLiteral("± %1 %"), {2, 4, 6, 8, 10, 12, 16, 25, 50}, chosen, look);
   Name(*reach, QStringLiteral("BPMPercent"), look.say(ListWord::TempoReach),
        look.say(ListWord::TempoReachTip));
   connect(reach, &QComboBox::activated, this,
-          [this, reach] { workstation_.Lists().SetTempoReach(reach->currentData().toInt()); });
+          [this, reach] { lists_.SetTempoReach(reach->currentData().toInt()); });
   return reach;
 }
 
 QuietCombo* MixingPanel::MakeGainRange(const Look& look) {
-  const int chosen = std::clamp(workstation_.Settings().Number("Settings", "GainRange"), 0, 24);
+  const int chosen = std::clamp(settings_.Number("Settings", "GainRange"), 0, 24);
   auto* range = MakeNumbers(QStringLiteral("± %1 dB"), {3, 6, 9, 12, 18, 24}, chosen, look);
   Name(*range, QStringLiteral("GainRange"), look.say(ListWord::GainRange), look.say(ListWord::GainRangeTip));
   connect(range, &QComboBox::activated, this,
-          [this, range] { workstation_.Lists().SetGainRange(range->currentData().toInt()); });
+          [this, range] { lists_.SetGainRange(range->currentData().toInt()); });
   return range;
 }
 
 QCheckBox* MixingPanel::MakeSeekGuard(const Look& look) {
   auto* guard = new QCheckBox(look.say(Say::SeekGuard));
-  guard->setChecked(workstation_.Settings().Flag("Mixer", "SeekGuard"));
+  guard->setChecked(settings_.Flag("Mixer", "SeekGuard"));
   Name(*guard, QStringLiteral("SeekGuard"), look.say(Say::SeekGuard), look.say(Say::SeekGuardTip));
   connect(guard, &QCheckBox::toggled, this,
-          [this](bool guarded) { workstation_.Settings().SetFlag("Mixer", "SeekGuard", guarded); });
+          [this](bool guarded) { settings_.SetFlag("Mixer", "SeekGuard", guarded); });
   return guard;
 }
 
 void MixingPanel::Send() {
   if (threshold_->value() == sent_) return;
   sent_ = threshold_->value();
-  workstation_.SetGainPercent(sent_);
+  decks_.SetGainPercent(sent_);
 }
 
 }  // namespace ui

@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "app/Workstation.h"
+#include "app/lists/ListDesk.h"
 #include "decks/Crossfader.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/Look.h"
@@ -12,6 +12,11 @@
 class QCheckBox;
 class QGridLayout;
 class QLabel;
+
+namespace app {
+class Decks;
+class Settings;
+}  // namespace app
 
 namespace ui {
 
@@ -23,8 +28,8 @@ class MixingPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  MixingPanel(app::Workstation& workstation, decks::CrossfaderCurve curve, const Look& look,
-              QWidget* parent = nullptr);
+  MixingPanel(app::Decks& decks, app::ListDesk& lists, app::Settings& settings, decks::CrossfaderCurve curve,
+              const Look& look, QWidget* parent = nullptr);
 
  Q_SIGNALS:
   void CurveChosen(decks::CrossfaderCurve curve);
@@ -41,7 +46,9 @@ class MixingPanel final : public QWidget {
   QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
                        const Look& look);
 
-  app::Workstation& workstation_;
+  app::Decks& decks_;
+  app::ListDesk& lists_;
+  app::Settings& settings_;
   QuietCombo* curve_;
   QuietCombo* stretch_;
   Fader* threshold_;

@@ -9,6 +9,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
+#include "app/Collections.h"
+#include "app/lists/ListDesk.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/Dialogs.h"
@@ -32,18 +34,18 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar& batch, const Look& look,
-                     QWidget* parent)
+MusicPage::MusicPage(app::Collections& collections, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
+                     const Look& look, QWidget* parent)
     : DropSurface(look.skin.panel, parent),
-      workstation_(workstation),
-      table_(workstation.Catalogue()),
-      lists_(workstation.Lists()),
+      collections_(collections),
+      table_(collections.Music().Table()),
+      lists_(lists),
       look_(look) {
   Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
   setAcceptDrops(true);
   model_ = new TrackModel(table_, TableId::Catalogue, CatalogueShape(), look, this);
   model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
-  model_->MarkMissing([this](std::string_view filename) { return workstation_.IsMissing(filename); });
+  model_->MarkMissing([this](std::string_view filename) { return collections_.Missing().Has(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
   connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(TableId::Catalogue); });
@@ -65,7 +67,8 @@ MusicPage::MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar&
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
   adding_ = new AddingBar(QStringLiteral("Add"), AddingBar::Width::Wide, look);
-  connect(adding_, &AddingBar::StopWanted, this, [this] { workstation_.StopAdding(app::ListId::Catalogue); });
+  connect(adding_, &AddingBar::StopWanted, this,
+          [this] { collections_.Intake().Stop(app::ListId::Catalogue); });
   rows->addWidget(adding_);
   rows->addWidget(&batch);
   report_ = new ReportList(QStringLiteral("Refused"), look);
@@ -106,7 +109,7 @@ void MusicPage::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
   model_->ShowPlayed(lists_.PlayedFiles());
-  model_->ShowMissing(workstation_.MissingChecks());
+  model_->ShowMissing(collections_.Missing().Answers());
   search_->Show();
   ShowCount();
   ReadRowsInSight();

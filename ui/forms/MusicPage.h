@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "app/Workstation.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/DropSurface.h"
 #include "ui/widgets/Look.h"
@@ -14,6 +13,18 @@
 class QFileDialog;
 class QHBoxLayout;
 class QLabel;
+
+namespace app {
+class Collections;
+class ListDesk;
+struct AddingProgress;
+struct IntakeOutcome;
+struct WorkstationView;
+}  // namespace app
+
+namespace catalogue {
+class track_table;
+}  // namespace catalogue
 
 namespace ui {
 
@@ -31,8 +42,8 @@ class MusicPage final : public DropSurface {
   Q_OBJECT
 
  public:
-  MusicPage(app::Workstation& workstation, ListenBar& listen, BatchBar& batch, const Look& look,
-            QWidget* parent = nullptr);
+  MusicPage(app::Collections& collections, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
+            const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// Table row (from 1) under the cursor; 0 is none.
@@ -71,7 +82,7 @@ class MusicPage final : public DropSurface {
   void ReadRowsInSight();
   QFileDialog* MakeDialog();
 
-  app::Workstation& workstation_;
+  app::Collections& collections_;
   const catalogue::track_table& table_;
   app::ListDesk& lists_;
   Look look_;

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
+#include "app/lights/OrganDesk.h"
 #include "ui/forms/BankEditor.h"
 #include "ui/forms/OrganBoardPanel.h"
 #include "ui/forms/OrganSidePanel.h"
@@ -13,13 +14,9 @@ namespace ui {
 
 using lightorgan::Side;
 
-OrganPage::OrganPage(app::Workstation& workstation, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+OrganPage::OrganPage(app::OrganDesk& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
                      QWidget* parent)
-    : Surface(look.skin.panel, parent),
-      desk_(workstation.Organ()),
-      boxes_(boxes),
-      draft_(draft),
-      look_(look) {
+    : Surface(look.skin.panel, parent), desk_(organ), boxes_(boxes), draft_(draft), look_(look) {
   Name(*this, QStringLiteral("OrganPage"), look.say(Say::Organ));
   io_ = new OrganSidePanel(Side::Io, desk_, look);
   dac_ = new OrganSidePanel(Side::Dac, desk_, look);

@@ -5,9 +5,14 @@
 #include <QPointer>
 #include <optional>
 
-#include "app/Workstation.h"
+#include "lightorgan/Outputs.h"
+#include "support/Clock.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
+
+namespace app {
+class OrganDesk;
+}  // namespace app
 
 namespace ui {
 
@@ -22,7 +27,7 @@ class OrganPage final : public Surface {
   Q_OBJECT
 
  public:
-  OrganPage(app::Workstation& workstation, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+  OrganPage(app::OrganDesk& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
             QWidget* parent = nullptr);
   ~OrganPage() override;
 

@@ -9,6 +9,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "app/Collections.h"
+#include "app/lists/ListDesk.h"
 #include "support/Text.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
@@ -37,22 +39,22 @@ std::string TotalText(std::int64_t seconds) {
 
 }  // namespace
 
-PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width width, const Look& look,
-                             QWidget* parent)
+PlaylistPanel::PlaylistPanel(int number, app::Collections& collections, app::ListDesk& lists, Width width,
+                             const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
-      workstation_(workstation),
-      lists_(workstation.Lists()),
+      collections_(collections),
+      lists_(lists),
       number_(number),
       id_(PlaylistId(number)),
       list_(app::PlaylistNumber(number)),
-      table_(workstation.Playlist(number)),
+      table_(collections.Playlist(number)),
       look_(look),
       counted_(table_.Columns()) {
   Name(*this, QStringLiteral("Playlist%1").arg(number), look.say(Say::Playlist).arg(number));
   if (number <= 2) SetStripe(look.skin.Deck(number));
   model_ = new TrackModel(table_, id_, PlaylistShape(), look, this);
   model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
-  model_->MarkMissing([this](std::string_view filename) { return workstation_.IsMissing(filename); });
+  model_->MarkMissing([this](std::string_view filename) { return collections_.Missing().Has(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
   grid_->TakeDrops();
   grid_->SetHint(look.say(Say::EmptyPlaylist));
@@ -63,7 +65,7 @@ PlaylistPanel::PlaylistPanel(int number, app::Workstation& workstation, Width wi
   rows->addLayout(MakeHead());
   rows->addWidget(grid_, 1);
   adding_ = new AddingBar(QStringLiteral("Playlist%1Add").arg(number), AddingBar::Width::Narrow, look);
-  connect(adding_, &AddingBar::StopWanted, this, [this] { workstation_.StopAdding(list_); });
+  connect(adding_, &AddingBar::StopWanted, this, [this] { collections_.Intake().Stop(list_); });
   rows->addWidget(adding_);
   report_ = new ReportList(QStringLiteral("Playlist%1LeftOut").arg(number), look);
   rows->addWidget(report_);
@@ -180,10 +182,10 @@ void PlaylistPanel::Open(const std::string& path) {
 }
 
 void PlaylistPanel::Give(app::IntakeOrder order) {
-  workstation_.Add(std::move(order),
-                   [panel = QPointer<PlaylistPanel>(this)](const app::IntakeOutcome& outcome) {
-                     if (!panel.isNull()) panel->ShowAdded(outcome);
-                   });
+  collections_.Intake().Add(std::move(order),
+                            [panel = QPointer<PlaylistPanel>(this)](const app::IntakeOutcome& outcome) {
+                              if (!panel.isNull()) panel->ShowAdded(outcome);
+                            });
 }
 
 void PlaylistPanel::ShowAdded(const app::IntakeOutcome& outcome) {
@@ -218,8 +220,8 @@ void PlaylistPanel::Show(const app::WorkstationView& view) {
   model_->Sync();
   model_->ShowDecks(view);
   model_->ShowPlayed(lists_.PlayedFiles());
-  model_->ShowMissing(workstation_.MissingChecks());
-  adding_->Show(workstation_.Adding(list_));
+  model_->ShowMissing(collections_.Missing().Answers());
+  adding_->Show(collections_.Intake().Progress(list_));
   ShowCount();
   FollowDecks(view);
 }
@@ -274,7 +276,7 @@ TrackRows PlaylistPanel::ChosenRows() const {
 void PlaylistPanel::RemoveChosen() {
   const std::vector<int> rows = grid_->ChosenRows();
   if (rows.empty()) return;
-  const int removed = workstation_.RemoveRows(list_, rows);
+  const int removed = collections_.Removed().Remove(list_, rows);
   Reload(rows.front());
   Q_EMIT Told(look_.say.Count(FileWord::Removed, removed));
 }

@@ -6,7 +6,8 @@
 #include <array>
 #include <string>
 
-#include "app/Workstation.h"
+#include "app/files/IntakeOrder.h"
+#include "catalogue/track_table.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
@@ -15,6 +16,13 @@ class QFileDialog;
 class QHBoxLayout;
 class QLabel;
 class QPushButton;
+
+namespace app {
+class Collections;
+class ListDesk;
+struct IntakeOutcome;
+struct WorkstationView;
+}  // namespace app
 
 namespace ui {
 
@@ -31,8 +39,8 @@ class PlaylistPanel final : public Surface {
   /// How wide the panel is: as its columns are described, or as there is room.
   enum class Width { Given, Stretches };
 
-  PlaylistPanel(int number, app::Workstation& workstation, Width width, const Look& look,
-                QWidget* parent = nullptr);
+  PlaylistPanel(int number, app::Collections& collections, app::ListDesk& lists, Width width,
+                const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
   /// After rows were moved or taken away by others.
@@ -71,7 +79,7 @@ class PlaylistPanel final : public Surface {
   /// What comes onto a deck is brought into sight, so that the list goes along with the evening.
   void FollowDecks(const app::WorkstationView& view);
 
-  app::Workstation& workstation_;
+  app::Collections& collections_;
   app::ListDesk& lists_;
   const int number_;
   const TableId id_;

@@ -10,7 +10,11 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/OutputDesk.h"
+#include "app/lights/OrganDesk.h"
 #include "app/settings/OutputSettings.h"
+#include "lightorgan/LightOrgan.h"
+#include "lightorgan/Outputs.h"
 #include "support/Languages.h"
 #include "ui/forms/ApplyPanel.h"
 #include "ui/forms/ColourPanel.h"
@@ -40,7 +44,7 @@ QLabel* Caption(const QString& text, const QColor& colour) {
 SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), workstation_(workstation), look_(look) {
   Name(*this, QStringLiteral("SettingsPage"), look.say(Say::Settings));
-  auto* colours = new ColourPanel(workstation, look);
+  auto* colours = new ColourPanel(workstation.Settings(), look);
   apply_ = new ApplyPanel(workstation, *colours, look);
   connect(apply_, &ApplyPanel::Scanned, this, &SettingsPage::Scanned);
   auto* last = new QVBoxLayout;
@@ -53,7 +57,7 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   SetSpacingEm(*first, 0, 0.3);
   first->addLayout(MakeOutputs());
   first->addStretch(1);
-  first->addWidget(new TagsPanel(workstation, look));
+  first->addWidget(new TagsPanel(workstation.Settings(), look));
   first->addStretch(2);
   sides->addLayout(first, 4);
   sides->addWidget(apply_, 4);
@@ -122,7 +126,7 @@ void SettingsPage::MakeOutput(int output, QGridLayout& grid) {
 
 void SettingsPage::FillDevices(int output, int present) {
   QuietCombo& list = *outputs_[static_cast<std::size_t>(output - 1)].device;
-  const auto& names = workstation_.DeviceNames();
+  const auto& names = workstation_.Outputs().DeviceNames();
   const int devices = static_cast<int>(names.size());
   list.clear();
   for (int device = 0; device <= devices; ++device) {
@@ -179,8 +183,8 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
 void SettingsPage::Send(int output) {
   const Output& controls = outputs_[static_cast<std::size_t>(output - 1)];
   const int device = controls.device->currentData().toInt();
-  if (device == kAsDeck1) return workstation_.ShareOutput();
-  workstation_.SetOutput(output, {device, controls.pair->currentData().toInt()});
+  if (device == kAsDeck1) return workstation_.Outputs().Share();
+  workstation_.Outputs().Set(output, {device, controls.pair->currentData().toInt()});
 }
 
 void SettingsPage::Show(const app::WorkstationView& view) {
@@ -190,7 +194,7 @@ void SettingsPage::Show(const app::WorkstationView& view) {
   const int deck = app::DeckOnHeadphones(view.outputs);
   if (deck != 0) SetText(*shared_, look_.say(Say::HeadphonesHeard).arg(deck));
   if (shared_->isHidden() != (deck == 0)) shared_->setVisible(deck != 0);
-  ShowPriority(workstation_.Priority());
+  ShowPriority(workstation_.Outputs().Priority());
   apply_->Show();
   const auto size = workstation_.Organ().View().lamps.size;
   const int boards = size == lightorgan::IoBoardSize::Two ? 1 : 0;
@@ -211,8 +215,8 @@ void SettingsPage::ShowPriority(app::SoundPriority::Level level) {
 
 void SettingsPage::ShowOutput(int number, const app::OutputView& view) {
   Output& output = outputs_[static_cast<std::size_t>(number - 1)];
-  const bool as_deck1 = number == 2 && !workstation_.HasOwnOutput();
-  const int fewest = static_cast<int>(workstation_.DeviceNames().size()) + (number == 2 ? 1 : 0);
+  const bool as_deck1 = number == 2 && !workstation_.Outputs().HasOwn();
+  const int fewest = static_cast<int>(workstation_.Outputs().DeviceNames().size()) + (number == 2 ? 1 : 0);
   if (output.device->count() > fewest && output.shown == view && output.as_deck1 == as_deck1) return;
   output.shown = view;
   output.as_deck1 = as_deck1;

@@ -6,6 +6,8 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "app/WorkstationView.h"
+#include "app/ports/SoundPriority.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 

@@ -8,6 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/settings/Settings.h"
+#include "app/songs/SongDesk.h"
 #include "ui/forms/LyricLookPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/models/SceneLooks.h"
@@ -47,8 +49,9 @@ QString SongTitle(const app::SongView& view) {
 
 }  // namespace
 
-SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), workstation_(workstation), singers_(singers), look_(look) {
+SongPanel::SongPanel(app::SongDesk& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
+                     QWidget* parent)
+    : Surface(look.skin.panel, parent), songs_(songs), settings_(settings), singers_(singers), look_(look) {
   const auto& say = look.say;
   Name(*this, QStringLiteral("SongPanel"), say(SongWord::SingersWords));
   words_ = new LyricSurface(karaoke::LyricDisplay::MainWindow);
@@ -60,7 +63,7 @@ SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const L
   shown->addLayout(MakeTransport());
   stack_ = new QStackedWidget;
   stack_->addWidget(MakeSong());
-  appearance_ = new LyricLookPanel(workstation, look);
+  appearance_ = new LyricLookPanel(songs, settings, look);
   connect(appearance_, &LyricLookPanel::Changed, this, &SongPanel::UseLook);
   stack_->addWidget(appearance_);
   auto* beside = new QVBoxLayout;
@@ -71,7 +74,7 @@ SongPanel::SongPanel(app::Workstation& workstation, frmKaraoke& singers, const L
   SetSpacingEm(*row, 0.4, 0.8);
   row->addLayout(shown, 1);
   row->addLayout(beside);
-  shown_failures_ = workstation.Songs().View().failures;
+  shown_failures_ = songs.View().failures;
   connect(&singers, &frmKaraoke::PlacesChanged, this, &SongPanel::FillScreens);
   FillScreens();
   FillSoundfonts();
@@ -89,11 +92,11 @@ QHBoxLayout* SongPanel::MakeTransport() {
   play_ = button("SongPlay", TransportSymbol::Play, SongWord::SongPlay, SongWord::SongPlayTip);
   stop_ = button("SongStop", TransportSymbol::Stop, SongWord::SongStop, SongWord::SongStopTip);
   connect(play_, &QPushButton::clicked, this, &SongPanel::PlayOrPause);
-  connect(stop_, &QPushButton::clicked, this, [this] { workstation_.Songs().Stop(); });
+  connect(stop_, &QPushButton::clicked, this, [this] { songs_.Stop(); });
   place_ = new WaveOverview(look_.skin, look_.skin.text);
   Name(*place_, QStringLiteral("SongPlace"), say(SongWord::SongPlace), say(Say::OverviewTip));
   connect(place_, &WaveOverview::SeekWanted, this,
-          [this](std::chrono::microseconds place) { workstation_.Songs().Seek(place); });
+          [this](std::chrono::microseconds place) { songs_.Seek(place); });
   time_ = new QLabel;
   Name(*time_, QStringLiteral("SongTime"), {});
   SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
@@ -128,7 +131,7 @@ QHBoxLayout* SongPanel::MakeHead() {
 }
 
 QWidget* SongPanel::MakeSong() {
-  app::SongDesk& songs = workstation_.Songs();
+  app::SongDesk& songs = songs_;
   title_ = new ElidedLabel;
   Name(*title_, QStringLiteral("SongTitle"), {});
   SetFontEm(*title_, 1.1, Weight::Bold);
@@ -165,13 +168,11 @@ QWidget* SongPanel::MakeSong() {
           [this] { singers_.ShowOn(screen_->currentData().toString()); });
   soundfont_ =
       MakeList(*grid, "Soundfont", look_.say(SongWord::Soundfont), look_.say(SongWord::SoundfontTip));
-  connect(soundfont_, &QComboBox::activated, this, [this] {
-    workstation_.Songs().SetSoundfont(soundfont_->currentData().toByteArray().toStdString());
-  });
+  connect(soundfont_, &QComboBox::activated, this,
+          [this] { songs_.SetSoundfont(soundfont_->currentData().toByteArray().toStdString()); });
   coding_ = MakeList(*grid, "SongCoding", look_.say(LyricWord::Coding), look_.say(LyricWord::CodingTip));
-  connect(coding_, &QComboBox::activated, this, [this] {
-    workstation_.Songs().SetCoding(file_, coding_->currentData().toByteArray().toStdString());
-  });
+  connect(coding_, &QComboBox::activated, this,
+          [this] { songs_.SetCoding(file_, coding_->currentData().toByteArray().toStdString()); });
   grid->setColumnStretch(1, 1);
   auto* part = new QWidget;
   auto* rows = new QVBoxLayout(part);
@@ -236,9 +237,9 @@ void SongPanel::FillScreens() {
 }
 
 void SongPanel::FillSoundfonts() {
-  const auto& found = workstation_.Songs().Soundfonts();
+  const auto& found = songs_.Soundfonts();
   shown_soundfonts_ = found.size();
-  const auto chosen = QByteArray::fromStdString(workstation_.Songs().Soundfont());
+  const auto chosen = QByteArray::fromStdString(songs_.Soundfont());
   soundfont_->clear();
   soundfont_->addItem(look_.say(SongWord::SoundfontFirst), QByteArray());
   for (const karaoke::Soundfont& font : found) {
@@ -274,13 +275,13 @@ void SongPanel::ShowCoding(const app::SongView& view) {
 }
 
 void SongPanel::UseLook() {
-  const SceneLook look = ReadSceneLook(workstation_);
+  const SceneLook look = ReadSceneLook(songs_, settings_);
   words_->SetLook(look);
   singers_.SetLook(look);
 }
 
 void SongPanel::PlayOrPause() {
-  app::SongDesk& songs = workstation_.Songs();
+  app::SongDesk& songs = songs_;
   state_ == SongState::Playing ? songs.Pause() : songs.Resume();
 }
 
@@ -307,7 +308,7 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
                                  : look_.say(SongWord::NoSong));
   note_->Show(Decode(view.note));
   ShowLevels(view, now);
-  if (shown_soundfonts_ != workstation_.Songs().Soundfonts().size()) FillSoundfonts();
+  if (shown_soundfonts_ != songs_.Soundfonts().size()) FillSoundfonts();
   if (shown_failures_ == view.failures) return;
   shown_failures_ = view.failures;
   Q_EMIT Failed(view.failure);

@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-#include "app/Workstation.h"
+#include "app/songs/SongView.h"
 #include "ui/models/SentEcho.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/Look.h"
@@ -16,6 +16,11 @@ class QGridLayout;
 class QHBoxLayout;
 class QPushButton;
 class QStackedWidget;
+
+namespace app {
+class Settings;
+class SongDesk;
+}  // namespace app
 
 namespace ui {
 
@@ -34,7 +39,8 @@ class SongPanel final : public Surface {
 
  public:
   /// singers outlives the panel.
-  SongPanel(app::Workstation& workstation, frmKaraoke& singers, const Look& look, QWidget* parent = nullptr);
+  SongPanel(app::SongDesk& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
+            QWidget* parent = nullptr);
 
   void Show(const app::SongView& view, support::TimePoint now);
 
@@ -65,7 +71,8 @@ class SongPanel final : public Surface {
   void PlayOrPause();
   void UseLook();
 
-  app::Workstation& workstation_;
+  app::SongDesk& songs_;
+  app::Settings& settings_;
   frmKaraoke& singers_;
   Look look_;
   LyricSurface* words_;

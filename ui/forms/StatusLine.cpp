@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/lights/LightDesk.h"
 #include "app/settings/OutputSettings.h"
 #include "ui/models/OutputText.h"
 #include "ui/strings/Decode.h"

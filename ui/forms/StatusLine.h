@@ -5,12 +5,17 @@
 #include <array>
 #include <cstdint>
 
-#include "app/Workstation.h"
+#include "app/WorkstationView.h"
+#include "support/Clock.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
 class QLabel;
 class QPushButton;
+
+namespace app {
+struct LightView;
+}  // namespace app
 
 namespace ui {
 

@@ -9,6 +9,7 @@
 #include <QVBoxLayout>
 
 #include "app/settings/NameSettings.h"
+#include "app/settings/Settings.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -25,8 +26,8 @@ QLabel* DimCaption(const QString& text, const Look& look) {
 
 }  // namespace
 
-TagsPanel::TagsPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+TagsPanel::TagsPanel(app::Settings& settings, const Look& look, QWidget* parent)
+    : QWidget(parent), settings_(settings), look_(look) {
   auto* head = new QLabel(look.say(ScanWord::FileNames));
   SetFontEm(*head, 1.3, Weight::Bold);
   auto* grid = new QGridLayout;
@@ -57,10 +58,10 @@ void TagsPanel::MakeOrder(QGridLayout& grid) {
   const auto& say = look_.say;
   order_ = new QuietCombo(look_.skin);
   order_->addItems({say(ScanWord::ArtistFirst), say(ScanWord::TitleFirst)});
-  order_->setCurrentIndex(workstation_.Settings().Number(kSection, "FileFormat") == 1 ? 1 : 0);
+  order_->setCurrentIndex(settings_.Number(kSection, "FileFormat") == 1 ? 1 : 0);
   Name(*order_, QStringLiteral("FileFormat"), say(ScanWord::NameOrder), say(ScanWord::NameOrderTip));
   connect(order_, &QComboBox::activated, this, [this](int order) {
-    workstation_.Settings().SetNumber(kSection, "FileFormat", order);
+    settings_.SetNumber(kSection, "FileFormat", order);
     ShowExample();
   });
   grid.addWidget(DimCaption(say(ScanWord::NameOrder), look_), 0, 0);
@@ -70,11 +71,11 @@ void TagsPanel::MakeOrder(QGridLayout& grid) {
 void TagsPanel::MakeSeparator(QGridLayout& grid) {
   const auto& say = look_.say;
   constexpr int kLongest = 8;
-  separator_ = new QLineEdit(Decode(workstation_.Settings().Text(kSection, "SplitCharacter")));
+  separator_ = new QLineEdit(Decode(settings_.Text(kSection, "SplitCharacter")));
   separator_->setMaxLength(kLongest);
   Name(*separator_, QStringLiteral("SplitCharacter"), say(ScanWord::SplitAt), say(ScanWord::SplitAtTip));
   connect(separator_, &QLineEdit::textEdited, this, [this](const QString& text) {
-    workstation_.Settings().SetText(kSection, "SplitCharacter", text.toStdString());
+    settings_.SetText(kSection, "SplitCharacter", text.toStdString());
     ShowExample();
   });
   grid.addWidget(DimCaption(say(ScanWord::SplitAt), look_), 0, 2);
@@ -83,10 +84,10 @@ void TagsPanel::MakeSeparator(QGridLayout& grid) {
 
 QCheckBox* TagsPanel::MakeFlag(const char* key, ScanWord caption, ScanWord tip) {
   auto* flag = new QCheckBox(look_.say(caption));
-  flag->setChecked(workstation_.Settings().Flag(kSection, key));
+  flag->setChecked(settings_.Flag(kSection, key));
   Name(*flag, QLatin1String(key), look_.say(caption), look_.say(tip));
   connect(flag, &QCheckBox::toggled, this, [this, key](bool on) {
-    workstation_.Settings().SetText(kSection, key, on ? "True" : "False");
+    settings_.SetText(kSection, key, on ? "True" : "False");
     ShowExample();
   });
   return flag;
@@ -95,7 +96,7 @@ QCheckBox* TagsPanel::MakeFlag(const char* key, ScanWord caption, ScanWord tip) 
 void TagsPanel::ShowExample() {
   const auto& say = look_.say;
   const std::string file = say(ScanWord::ExampleFile).toStdString();
-  const catalogue::NamesOfFile names = catalogue::SplitName(file, app::ReadNameRule(workstation_.Settings()));
+  const catalogue::NamesOfFile names = catalogue::SplitName(file, app::ReadNameRule(settings_));
   const QString title = Decode(names.title), artist = Decode(names.artist);
   SetText(*example_, artist.isEmpty() ? say(ScanWord::ExampleTitleOnly).arg(Decode(file), title)
                                       : say(ScanWord::Example).arg(Decode(file), artist, title));

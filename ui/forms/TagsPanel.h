@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-#include "app/Workstation.h"
 #include "ui/strings/ScanWords.h"
 #include "ui/widgets/Look.h"
 
@@ -12,6 +11,10 @@ class QCheckBox;
 class QGridLayout;
 class QLabel;
 class QLineEdit;
+
+namespace app {
+class Settings;
+}  // namespace app
 
 namespace ui {
 
@@ -23,7 +26,7 @@ class TagsPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  TagsPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  TagsPanel(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
  private:
   void MakeOrder(QGridLayout& grid);
@@ -31,7 +34,7 @@ class TagsPanel final : public QWidget {
   QCheckBox* MakeFlag(const char* key, ScanWord caption, ScanWord tip);
   void ShowExample();
 
-  app::Workstation& workstation_;
+  app::Settings& settings_;
   Look look_;
   QuietCombo* order_;
   QLineEdit* separator_;

@@ -10,6 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/Deck.h"
+#include "app/sound/DeckStation.h"
 #include "ui/models/DeckChoice.h"
 
 namespace ui {
@@ -37,8 +39,8 @@ QString GainText(float gain) {
 
 }  // namespace
 
-TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), deck_(deck), workstation_(workstation), look_(look) {
+TempoTools::TempoTools(app::Deck& deck, const Look& look, QWidget* parent)
+    : QWidget(parent), deck_(deck.Number()), commands_(deck), look_(look) {
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0, 0.3);
   back_ =
@@ -58,7 +60,7 @@ TempoTools::TempoTools(int deck, app::Workstation& workstation, const Look& look
   for (QPushButton* button : {earlier_, later_}) {
     button->setAutoRepeat(true);
     connect(button, &QPushButton::clicked, this, [this, later = button == later_] {
-      workstation_.ShiftGrid(deck_, later ? kGridStep : -kGridStep);
+      commands_.Adjust(&app::DeckTempo::Shift, later ? kGridStep : -kGridStep);
     });
   }
   for (QPushButton* button : {sync_, tap_, beats_, earlier_, later_}) row->addWidget(button);
@@ -107,15 +109,16 @@ QMenu* TempoTools::MakeBeats() {
   auto* menu = new QMenu(this);
   menu->setObjectName(DeckName(deck_, "BeatsMenu"));
   const auto scale = [&](Say text, music::BeatScale by) {
-    menu->addAction(look_.say(text), this, [this, by] { workstation_.ScaleBpm(deck_, by); });
+    menu->addAction(look_.say(text), this, [this, by] { commands_.Adjust(&app::DeckTempo::Scale, by); });
   };
   scale(Say::BpmDouble, music::BeatScale::Double);
   scale(Say::BpmHalf, music::BeatScale::Half);
   scale(Say::BpmTwoThirds, music::BeatScale::TwoThirds);
   scale(Say::BpmThreeHalves, music::BeatScale::ThreeHalves);
   menu->addSeparator();
-  menu->addAction(look_.say(Say::GridHere), this, [this] { workstation_.AlignGrid(deck_); });
-  menu->addAction(look_.say(Say::GridAsFound), this, [this] { workstation_.ForgetGrid(deck_); });
+  menu->addAction(look_.say(Say::GridHere), this, [this] { commands_.Adjust(&app::DeckTempo::Align); });
+  menu->addAction(look_.say(Say::GridAsFound), this,
+                  [this] { commands_.Adjust(&app::DeckStation::ForgetGrid); });
   return menu;
 }
 
@@ -124,21 +127,21 @@ bool TempoTools::Loaded() const {
 }
 
 void TempoTools::Tap() {
-  if (Loaded()) workstation_.Tap(deck_);
+  if (Loaded()) commands_.Tap();
 }
 
 void TempoTools::ToggleSync() {
-  if (view_.synced) return workstation_.Unsync(deck_);
-  if (Loaded()) workstation_.Sync(deck_);
+  if (view_.synced) return commands_.Unsync();
+  if (Loaded()) commands_.Sync();
 }
 
 void TempoTools::ToggleKeyLock() {
   const bool on = view_.key_lock == decks::KeyLock::On;
-  workstation_.SetKeyLock(deck_, on ? decks::KeyLock::Off : decks::KeyLock::On);
+  commands_.SetKeyLock(on ? decks::KeyLock::Off : decks::KeyLock::On);
 }
 
 void TempoTools::Nudge(int direction) {
-  workstation_.Nudge(deck_, Loaded() ? kNudge * static_cast<float>(direction) : 0);
+  commands_.Nudge(Loaded() ? kNudge * static_cast<float>(direction) : 0);
 }
 
 QPushButton* TempoTools::MakeGain() {
@@ -157,12 +160,12 @@ void TempoTools::QueryGain() {
   gain_of_ = view_.filename;
   answer_.reset();
   ShowGain();
-  workstation_.QueryGain(deck_, [tools = QPointer(this), file = gain_of_](const auto& answer) {
+  commands_.QueryGain([tools = QPointer(this), file = gain_of_](const auto& answer) {
     if (!tools.isNull() && tools->gain_of_ == file) tools->TakeGain(answer);
   });
 }
 
-void TempoTools::TakeGain(const app::Workstation::GainAnswer& answer) {
+void TempoTools::TakeGain(const app::GainAnswer& answer) {
   gain_of_.clear();
   if (answer.lacks) {
     answer_ = answer;
@@ -197,7 +200,7 @@ void TempoTools::ShowGain() {
 }
 
 void TempoTools::MovePitch(float semitones) {
-  workstation_.SetPitch(deck_, std::clamp(std::round(semitones), -kMostPitch, kMostPitch));
+  commands_.SetPitch(std::clamp(std::round(semitones), -kMostPitch, kMostPitch));
 }
 
 void TempoTools::Show(const app::DeckView& view) {

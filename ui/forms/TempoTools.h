@@ -6,13 +6,18 @@
 #include <optional>
 #include <string>
 
-#include "app/Workstation.h"
+#include "app/WorkstationView.h"
+#include "app/sound/GainQueries.h"
 #include "ui/models/KeyMap.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;
 class QMenu;
 class QPushButton;
+
+namespace app {
+class Deck;
+}  // namespace app
 
 namespace ui {
 
@@ -21,7 +26,7 @@ class TempoTools final : public QWidget {
   Q_OBJECT
 
  public:
-  TempoTools(int deck, app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  TempoTools(app::Deck& deck, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::DeckView& view);
   /// The gain of the track, to be put where it is read; this keeps it up to date.
@@ -53,13 +58,13 @@ class TempoTools final : public QWidget {
   QMenu* MakeBeats();
   QPushButton* MakeGain();
   void QueryGain();
-  void TakeGain(const app::Workstation::GainAnswer& answer);
+  void TakeGain(const app::GainAnswer& answer);
   void ShowGain();
   void MovePitch(float semitones);
   [[nodiscard]] bool Loaded() const;
 
   const int deck_;
-  app::Workstation& workstation_;
+  app::Deck& commands_;
   Look look_;
   app::DeckView view_;
   QPushButton* back_;
@@ -73,7 +78,7 @@ class TempoTools final : public QWidget {
   QLabel* gain_;
   QPushButton* ask_gain_;
   std::string gain_of_;  ///< file that mp3gain was asked about; empty: none
-  std::optional<app::Workstation::GainAnswer> answer_;
+  std::optional<app::GainAnswer> answer_;
   std::string answered_;  ///< file that the answer is about
   QLabel* pitch_;
 };

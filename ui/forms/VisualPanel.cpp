@@ -6,6 +6,9 @@
 #include <algorithm>
 #include <set>
 
+#include "app/Visuals.h"
+#include "app/WorkstationView.h"
+#include "app/settings/Settings.h"
 #include "app/sound/BuiltInVisualisation.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/QuietCombo.h"
@@ -25,8 +28,8 @@ QString VisualiserName(const std::string& name, const Strings& say) {
 
 }  // namespace
 
-VisualPanel::VisualPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
-    : QWidget(parent), workstation_(workstation), look_(look) {
+VisualPanel::VisualPanel(app::Visuals& visuals, app::Settings& settings, const Look& look, QWidget* parent)
+    : QWidget(parent), visuals_(visuals), settings_(settings), look_(look) {
   names_ = new QuietCombo(look.skin);
   Name(*names_, QStringLiteral("Visualisers"), look.say(Say::Visualiser), look.say(Say::VisualiserTip));
   surface_ = new VisualSurface(look.skin);
@@ -39,18 +42,18 @@ VisualPanel::VisualPanel(app::Workstation& workstation, const Look& look, QWidge
   rates_ = new QuietCombo(look.skin);
   Name(*rates_, QStringLiteral("Resolution"), look.say(Say::VisualRate), look.say(Say::VisualRateTip));
   connect(rates_, &QComboBox::activated, this, [this] {
-    workstation_.SetVisualisationRate(rates_->currentData().toInt());
+    visuals_.SetRate(rates_->currentData().toInt());
     next_.reset();
   });
   row->addWidget(rates_);
-  chosen_ = workstation.Settings().Text("Visualisation", "Name");
+  chosen_ = settings.Text("Visualisation", "Name");
   Fill();
 }
 
 void VisualPanel::Fill() {
   names_->clear();
   names_->addItem(look_.say(Say::VisualNone), QByteArray(kNone));
-  for (const std::string& name : workstation_.Visualisers()) {
+  for (const std::string& name : visuals_.Names()) {
     names_->addItem(VisualiserName(name, look_.say), QByteArray::fromStdString(name));
   }
   names_->setCurrentIndex(std::max(0, names_->findData(QByteArray::fromStdString(chosen_))));
@@ -58,7 +61,7 @@ void VisualPanel::Fill() {
 }
 
 void VisualPanel::FillRates() {
-  const int chosen = workstation_.VisualisationRate();
+  const int chosen = visuals_.Rate();
   std::set<int> rates{5, 10, 15, 20, 25, 30, 50, 60};
   if (chosen > 0) rates.insert(chosen);
   rates_->clear();
@@ -68,20 +71,20 @@ void VisualPanel::FillRates() {
 
 void VisualPanel::Choose() {
   chosen_ = names_->currentData().toByteArray().toStdString();
-  workstation_.Settings().SetText("Visualisation", "Name", chosen_);
+  settings_.SetText("Visualisation", "Name", chosen_);
   next_.reset();
 }
 
 void VisualPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   // They are found by the conductor, some time after the window is there.
-  if (names_->count() != static_cast<int>(workstation_.Visualisers().size()) + 1) Fill();
+  if (names_->count() != static_cast<int>(visuals_.Names().size()) + 1) Fill();
   if (next_ && now < *next_) return;
-  const auto frame = std::chrono::microseconds(1'000'000 / std::max(1, workstation_.VisualisationRate()));
+  const auto frame = std::chrono::microseconds(1'000'000 / std::max(1, visuals_.Rate()));
   next_ = next_ && now - *next_ < frame ? *next_ + frame : now + frame;
   if (view.sound.from != app::HeardFrom::Nothing) colour_of_ = view.sound.from;
   const bool mixes = colour_of_ == app::HeardFrom::Deck1 || colour_of_ == app::HeardFrom::Deck2;
   const QColor colour = mixes ? look_.skin.Deck(app::DeckOf(colour_of_)) : look_.skin.text;
-  surface_->Show(workstation_.Visualise(chosen_), colour, now);
+  surface_->Show(visuals_.Show(chosen_), colour, now);
 }
 
 }  // namespace ui

@@ -5,8 +5,15 @@
 #include <QWidget>
 #include <optional>
 
-#include "app/Workstation.h"
+#include "app/sound/HeardSound.h"
+#include "support/Clock.h"
 #include "ui/widgets/Look.h"
+
+namespace app {
+class Settings;
+class Visuals;
+struct WorkstationView;
+}  // namespace app
 
 namespace ui {
 
@@ -18,7 +25,7 @@ class VisualPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  VisualPanel(app::Workstation& workstation, const Look& look, QWidget* parent = nullptr);
+  VisualPanel(app::Visuals& visuals, app::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
 
@@ -27,7 +34,8 @@ class VisualPanel final : public QWidget {
   void Choose();
   void FillRates();
 
-  app::Workstation& workstation_;
+  app::Visuals& visuals_;
+  app::Settings& settings_;
   const Look look_;
   QuietCombo* names_;
   QuietCombo* rates_;  ///< frames a second

@@ -13,6 +13,12 @@
 #include <cmath>
 #include <utility>
 
+#include "app/Collections.h"
+#include "app/Decks.h"
+#include "app/Language.h"
+#include "app/OutputDesk.h"
+#include "app/lights/LightDesk.h"
+#include "dmx/ShowPlayer.h"
 #include "support/Text.h"
 #include "support/WordRow.h"
 #include "ui/forms/BatchBar.h"
@@ -78,7 +84,7 @@ void frmMain::ReadChoices() {
   const auto number = [this](std::string_view section, std::string_view key) {
     return support::LeadingInteger(settings_.Get(support::kApplication, section, key, "0"));
   };
-  choices_.language = support::LanguageOfBase(workstation_.StringBase());
+  choices_.language = support::LanguageOfBase(workstation_.Language().StringBase());
   if (const app::MixerHands* hands = workstation_.ResumedMixer()) {
     mixer_state_.faders = hands->faders;
     mixer_state_.crossfader = hands->crossfader;
@@ -93,7 +99,7 @@ void frmMain::ReadChoices() {
 
 void frmMain::Change(SettingsPage::Choices choices) {
   const SettingsPage::Choices before = std::exchange(choices_, choices);
-  if (choices.language != before.language) workstation_.SetLanguage(static_cast<int>(choices.language));
+  if (choices.language != before.language) workstation_.Language().Choose(static_cast<int>(choices.language));
   if (choices.skin != before.skin) {
     settings_.Set(support::kApplication, "Skin", "Name", std::to_string(static_cast<int>(choices.skin)));
   }
@@ -113,13 +119,13 @@ void frmMain::Build() {
   const Look look{SkinOf(choices_.skin), *say_};
   help_.Speak(*say_);
   boxes_.Speak(*say_);
-  setWindowTitle(Decode(workstation_.Caption((*say_)(Say::Caption).toStdString())));
+  setWindowTitle(Decode(app::Caption((*say_)(Say::Caption).toStdString())));
   auto* body = new QWidget;
   auto* rows = new QVBoxLayout(body);
   SetSpacingEm(*rows, 0.4, 0.4);
   status_ = new StatusLine(notices_read_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
-          [this](int output) { workstation_.ReturnOutput(output); });
+          [this](int output) { workstation_.Outputs().Return(output); });
   rows->addWidget(status_);
   rows->addWidget(MakeDecks(), 9);
   rows->addWidget(MakePages(look), 10);
@@ -136,13 +142,14 @@ void frmMain::Build() {
 QWidget* frmMain::MakeDecks() {
   const Look look{SkinOf(choices_.skin), *say_};
   for (const int deck : {1, 2}) {
-    auto* panel = new DeckPanel(deck, workstation_, look);
+    auto* panel = new DeckPanel(workstation_.Decks()[deck], workstation_.Settings(), look);
     decks_[deck == 1 ? 0 : 1] = panel;
     connect(panel, &DeckPanel::RowsDropped, this, &frmMain::Load);
     connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
     connect(panel, &DeckPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
   }
-  mixer_ = new MixerPanel(workstation_, mixer_state_, look);
+  mixer_ = new MixerPanel(workstation_.Decks(), workstation_.Equaliser(), workstation_.Outputs(),
+                          workstation_.Lists(), mixer_state_, look);
   connect(mixer_, &MixerPanel::ListenLevelMoved, this, &frmMain::KeepListenLevel);
   auto* box = new QWidget;
   auto* row = new QHBoxLayout(box);
@@ -164,10 +171,10 @@ QWidget* frmMain::MakePages(const Look& look) {
     music_->Reload();
     karaoke_->Reload();
   });
-  console_ = new ConsolePage(workstation_, boxes_, look);
+  console_ = new ConsolePage(workstation_.Lights(), workstation_.Settings(), boxes_, look);
   connect(console_, &ConsolePage::LibraryWanted, this, [this] { editors_.OpenLibrary(); });
   connect(console_, &ConsolePage::ShowEditorWanted, this, [this] { editors_.OpenShowEditor(); });
-  organ_ = new OrganPage(workstation_, boxes_, bank_draft_, look);
+  organ_ = new OrganPage(workstation_.Organ(), boxes_, bank_draft_, look);
   AddPage(MakeMusic(look), Say::Music, Say::MusicTip, look, buttons);
   AddPage(MakePlaylist(3, look), Say::Playlist3, Say::Playlist3Tip, look, buttons);
   AddPage(MakeKaraoke(look), Say::Karaoke, Say::KaraokePageTip, look, buttons);
@@ -178,7 +185,7 @@ QWidget* frmMain::MakePages(const Look& look) {
           Say::Recording, Say::RecordingTip, look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
-  visual_ = new VisualPanel(workstation_, look);
+  visual_ = new VisualPanel(workstation_.Visuals(), workstation_.Settings(), look);
   row->addWidget(visual_, 2);
   auto* box = new QWidget;
   auto* rows = new QVBoxLayout(box);
@@ -189,13 +196,13 @@ QWidget* frmMain::MakePages(const Look& look) {
 }
 
 QWidget* frmMain::MakeMusic(const Look& look) {
-  listen_ = new ListenBar(workstation_, mixer_state_, look);
+  listen_ = new ListenBar(workstation_.Decks()[ListenBar::kDeck], mixer_state_, look);
   connect(listen_, &ListenBar::Pressed, this, &frmMain::ListenToChosen);
   connect(listen_, &ListenBar::Unheard, this, [this](const QString& why) { status_->Tell(why); });
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
-  batch_ = new BatchBar(workstation_, look);
+  batch_ = new BatchBar(workstation_.Collections().Batch(), look);
   connect(batch_, &BatchBar::Pressed, this, &frmMain::AnalyseChosen);
-  music_ = new MusicPage(workstation_, *listen_, *batch_, look);
+  music_ = new MusicPage(workstation_.Collections(), workstation_.Lists(), *listen_, *batch_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
   connect(music_, &MusicPage::RowChosen, this, &frmMain::LoadOnFreeDeck);
   connect(music_, &MusicPage::RowWanted, this, [this](int deck) { Load(deck, music_->ChosenRows()); });
@@ -213,12 +220,13 @@ QWidget* frmMain::MakeMusic(const Look& look) {
 }
 
 QWidget* frmMain::MakeEffects(const Look& look) {
-  auto* mixing = new MixingPanel(workstation_, mixer_state_.curve, look);
+  auto* mixing = new MixingPanel(workstation_.Decks(), workstation_.Lists(), workstation_.Settings(),
+                                 mixer_state_.curve, look);
   connect(mixing, &MixingPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
     mixer_->SetCurve(curve);
     settings_.Set(support::kApplication, "Mixer", "CrossfaderCurve", std::to_string(static_cast<int>(curve)));
   });
-  equaliser_ = new EqualiserPage(workstation_, boxes_, mixing, look);
+  equaliser_ = new EqualiserPage(workstation_.Equaliser(), boxes_, mixing, look);
   return equaliser_;
 }
 
@@ -228,7 +236,7 @@ void frmMain::KeepListenLevel(int level) {
 
 PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
   const auto width = number <= 2 ? PlaylistPanel::Width::Given : PlaylistPanel::Width::Stretches;
-  auto* panel = new PlaylistPanel(number, workstation_, width, look);
+  auto* panel = new PlaylistPanel(number, workstation_.Collections(), workstation_.Lists(), width, look);
   playlists_[static_cast<std::size_t>(number - 1)] = panel;
   connect(panel, &PlaylistPanel::Entered, this, &frmMain::Activate);
   connect(panel, &PlaylistPanel::RowChosen, this, &frmMain::LoadOnFreeDeck);
@@ -246,7 +254,8 @@ void frmMain::AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWi
        look.say(Say::KeyHint).arg(look.say(tip), KeyText(KeyOfPage(number))));
   connect(button, &PageButton::clicked, this, [this, number] { ShowPage(number); });
   connect(button, &PageButton::RowsDropped, this, [this](const TrackRows& rows) {
-    PutIntoPlaylist(rows, TableId::Playlist3, workstation_.Playlist(3).Rows() + 1, Leaving::Stay);
+    PutIntoPlaylist(rows, TableId::Playlist3, workstation_.Collections().Playlist(3).Rows() + 1,
+                    Leaving::Stay);
   });
   buttons->layout()->addWidget(button);
   page_buttons_.push_back(button);
@@ -361,14 +370,14 @@ void frmMain::ShowFrame() {
   const support::TimePoint now = clock_.Now();
   for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);
   mixer_->Show(view_, now);
-  status_->Show(view_, workstation_.DeviceNames(), now);
+  status_->Show(view_, workstation_.Outputs().DeviceNames(), now);
   status_->ShowLights(workstation_.Lights().View());
   music_->Show(view_);
   if (listen_->Listening() && ChosenFile() != listen_->File()) listen_->End();
   listen_->Show(view_);
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   ShowSong(now);
-  music_->ShowAdding(workstation_.Adding(app::ListId::Catalogue));
+  music_->ShowAdding(workstation_.Collections().Intake().Progress(app::ListId::Catalogue));
   batch_->Show(music_->ChosenCount());
   equaliser_->Show(view_);
   settings_page_->Show(view_);
@@ -376,7 +385,8 @@ void frmMain::ShowFrame() {
   console_->Show(now);
   organ_->Show(now);
   const bool active = isActiveWindow();
-  if (active && !was_active_) workstation_.LookForFiles();  // a disk may have come or gone meanwhile
+  if (active && !was_active_)
+    workstation_.Collections().Missing().LookAgain();  // a disk may have come or gone meanwhile
   was_active_ = active;
   editors_.ShowFrame();
 }

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "app/files/IntakeOrder.h"
 #include "support/ports/SettingsStore.h"
 #include "ui/forms/Editors.h"
 #include "ui/forms/HelpWindow.h"
@@ -26,6 +27,10 @@
 #include "ui/widgets/Look.h"
 
 class QStackedWidget;
+
+namespace app {
+struct IntakeOutcome;
+}  // namespace app
 
 namespace ui {
 

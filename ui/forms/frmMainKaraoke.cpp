@@ -3,6 +3,8 @@
 #include <QHBoxLayout>
 #include <QPointer>
 
+#include "app/Collections.h"
+#include "app/songs/SongDesk.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
@@ -14,14 +16,15 @@ namespace ui {
 QWidget* frmMain::MakeKaraoke(const Look& look) {
   if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
   singers_->setWindowTitle(windowTitle());
-  karaoke_ = new KaraokePage(workstation_.Karaoke(), workstation_.Lists(), look);
-  karaoke_->Rows().MarkMissing([this](std::string_view file) { return workstation_.IsMissing(file); });
-  song_ = new SongPanel(workstation_, *singers_, look);
+  karaoke_ = new KaraokePage(workstation_.Collections().Karaoke().Table(), workstation_.Lists(), look);
+  karaoke_->Rows().MarkMissing(
+      [this](std::string_view file) { return workstation_.Collections().Missing().Has(file); });
+  song_ = new SongPanel(workstation_.Songs(), workstation_.Settings(), *singers_, look);
   connect(karaoke_, &KaraokePage::DeleteWanted, this, &frmMain::DeleteKaraoke);
   connect(karaoke_, &KaraokePage::RemoveWanted, this, &frmMain::RemoveSongs);
   connect(karaoke_, &KaraokePage::BringBackWanted, this, &frmMain::BringRowsBack);
   connect(karaoke_, &KaraokePage::StopWanted, this,
-          [this] { workstation_.StopAdding(app::ListId::Karaoke); });
+          [this] { workstation_.Collections().Intake().Stop(app::ListId::Karaoke); });
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
@@ -35,7 +38,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
 
 void frmMain::PlaySong(int row) {
   namespace column = catalogue::karaoke;
-  const catalogue::track_table& table = workstation_.Karaoke();
+  const catalogue::track_table& table = workstation_.Collections().Karaoke().Table();
   const auto cell = [&](int which) { return std::string(table.Cell(row, which)); };
   const std::string filename = cell(column::kFilename);
   if (filename.empty()) return;
@@ -45,18 +48,18 @@ void frmMain::PlaySong(int row) {
 void frmMain::AddSongs(std::vector<std::string> paths) {
   if (paths.empty()) return;
   // The workstation may outlive the window.
-  workstation_.Add({.list = app::ListId::Karaoke, .paths = std::move(paths)},
-                   [window = QPointer<frmMain>(this)](const app::IntakeOutcome& outcome) {
-                     if (window.isNull()) return;
-                     const catalogue::track_table& songs = window->workstation_.Karaoke();
-                     window->karaoke_->ShowAdded(outcome,
-                                                 songs.FindRow(catalogue::karaoke::kFilename, outcome.last));
-                   });
+  workstation_.Collections().Intake().Add(
+      {.list = app::ListId::Karaoke, .paths = std::move(paths)},
+      [window = QPointer<frmMain>(this)](const app::IntakeOutcome& outcome) {
+        if (window.isNull()) return;
+        const catalogue::track_table& songs = window->workstation_.Collections().Karaoke().Table();
+        window->karaoke_->ShowAdded(outcome, songs.FindRow(catalogue::karaoke::kFilename, outcome.last));
+      });
 }
 
 void frmMain::ShowSong(support::TimePoint now) {
-  karaoke_->Show(workstation_.Adding(app::ListId::Karaoke));
-  karaoke_->Rows().ShowMissing(workstation_.MissingChecks());
+  karaoke_->Show(workstation_.Collections().Intake().Progress(app::ListId::Karaoke));
+  karaoke_->Rows().ShowMissing(workstation_.Collections().Missing().Answers());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);
   singers_->Show(song, now);

@@ -4,6 +4,7 @@
 #include <QKeyEvent>
 #include <QShortcut>
 
+#include "app/ApplyButton.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
@@ -61,7 +62,9 @@ void frmMain::MakeKeys() {
       [this] { listen_->SeekBy(kListenStep); });
   Key(KeyOfFixtureEditor(), Reach::Everywhere, [this] { editors_.OpenLibrary(); });
   Key(KeyOfShowEditor(), Reach::Everywhere, [this] { editors_.OpenShowEditor(); });
-  Key(KeyOfHelp(), Reach::Everywhere, [this] { workstation_.Apply({app::ApplyMode::Help, {}, {}}); });
+  Key(KeyOfHelp(), Reach::Everywhere, [this] {
+    workstation_.ApplyButton().Press({app::ApplyMode::Help, {}, {}});
+  });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
       [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,

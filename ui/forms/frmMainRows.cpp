@@ -3,6 +3,8 @@
 // Rows on their way: to decks, into playlists, off the disk.
 #include <QPointer>
 
+#include "app/Collections.h"
+#include "app/Decks.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/ListenBar.h"
@@ -48,12 +50,12 @@ void frmMain::LoadOnFreeDeck(const TrackRows& rows) {
 
 void frmMain::Load(int deck, const TrackRows& rows) {
   view_ = workstation_.View();
-  const catalogue::track_table& table = TableOf(workstation_, rows.table);
+  const catalogue::track_table& table = TableOf(workstation_.Collections(), rows.table);
   const int row = rows.rows.empty() ? 0 : rows.rows.front();
   if (row < 1 || row > table.Rows()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (!MayLoad(Deck(deck))) return status_->Tell((*say_)(Say::DeckIsPlaying).arg(deck));
   status_->Untell();
-  workstation_.LoadDeck(deck, table, row);
+  workstation_.Decks()[deck].Load(table, row);
 }
 
 PlaylistPanel& frmMain::PanelOf(TableId playlist) const {
@@ -75,17 +77,19 @@ TrackRows frmMain::ChosenRows() const {
 std::string frmMain::ChosenFile() const {
   const TrackRows chosen = ChosenRows();
   const int row = chosen.rows.empty() ? 0 : chosen.rows.front();
-  return std::string(TableOf(workstation_, chosen.table).Cell(row, catalogue::track::kFilename));
+  return std::string(
+      TableOf(workstation_.Collections(), chosen.table).Cell(row, catalogue::track::kFilename));
 }
 
 void frmMain::ListenToChosen() {
   const TrackRows chosen = ChosenRows();
   if (!listen_->Listening() && chosen.rows.empty()) status_->Tell((*say_)(Say::NoRowChosen));
-  listen_->Toggle(TableOf(workstation_, chosen.table), chosen.rows.empty() ? 0 : chosen.rows.front());
+  listen_->Toggle(TableOf(workstation_.Collections(), chosen.table),
+                  chosen.rows.empty() ? 0 : chosen.rows.front());
 }
 
 void frmMain::PutIntoPlaylist(const TrackRows& rows, TableId to, int before, Leaving leaving) {
-  const int first = PutRows(workstation_, rows, to, before, leaving);
+  const int first = PutRows(workstation_.Collections(), rows, to, before, leaving);
   if (first == 0) return;
   if (rows.table != to && rows.table != TableId::Catalogue && leaving == Leaving::Go) {
     PanelOf(rows.table).Reload(rows.rows.front());
@@ -98,41 +102,42 @@ void frmMain::AddChosenTo(int playlist) {
   const TableId to = PlaylistId(playlist);
   if (rows.rows.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
   if (rows.table == to) return;
-  PutIntoPlaylist(rows, to, workstation_.Playlist(playlist).Rows() + 1, Leaving::Stay);
+  PutIntoPlaylist(rows, to, workstation_.Collections().Playlist(playlist).Rows() + 1, Leaving::Stay);
   status_->Tell(say_->Count(Say::PutIntoPlaylist, rows.rows.size(), playlist));
 }
 
 void frmMain::AnalyseChosen() {
-  workstation_.StartBatch(music_->ChosenRows().rows);
+  workstation_.Collections().Analyse(music_->ChosenRows().rows);
 }
 
 void frmMain::DeleteTracks() {
-  const catalogue::track_table& table = workstation_.Catalogue();
+  const catalogue::track_table& table = workstation_.Collections().Music().Table();
   const auto files = FilesOf(table, music_->ChosenRows().rows, catalogue::track::kFilename);
   if (files.empty()) return;
   const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteOne).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDelete).arg(files.size());
   const Say act = files.size() == 1 ? Say::DeleteFile : Say::DeleteFiles;
   boxes_.Ask(QStringLiteral("DeleteTracksBox"), question, (*say_)(act), [this, files] {
-    const auto rows = RowsWith(workstation_.Catalogue(), files);
-    workstation_.DeleteTracks(rows,
-                              [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {
-                                if (!window.isNull()) window->music_->ShowDeleted(gone, kept);
-                              });
+    const auto rows = RowsWith(workstation_.Collections().Music().Table(), files);
+    workstation_.Collections().Music().Delete(
+        rows, [window = QPointer<frmMain>(this)](int gone, std::vector<std::string> kept) {
+          if (!window.isNull()) window->music_->ShowDeleted(gone, kept);
+        });
   });
 }
 
 void frmMain::DeleteKaraoke() {
-  const catalogue::track_table& table = workstation_.Karaoke();
+  const catalogue::track_table& table = workstation_.Collections().Karaoke().Table();
   const auto files = FilesOf(table, karaoke_->ChosenRows(), catalogue::karaoke::kFilename);
   if (files.empty()) return;
   const QString question = files.size() == 1 ? (*say_)(Say::AskDeleteSong).arg(Breakable(files.front()))
                                              : (*say_)(Say::AskDeleteSongs).arg(files.size());
   boxes_.Ask(QStringLiteral("DeleteKaraokeBox"), question, (*say_)(Say::DeleteFiles), [this, files] {
-    const auto rows = RowsWith(workstation_.Karaoke(), files);
-    workstation_.DeleteKaraoke(rows, [window = QPointer<frmMain>(this)](int, std::vector<std::string> kept) {
-      if (!window.isNull()) window->karaoke_->ShowDeleted(kept);
-    });
+    const auto rows = RowsWith(workstation_.Collections().Karaoke().Table(), files);
+    workstation_.Collections().Karaoke().Delete(
+        rows, [window = QPointer<frmMain>(this)](int, std::vector<std::string> kept) {
+          if (!window.isNull()) window->karaoke_->ShowDeleted(kept);
+        });
   });
 }
 
@@ -143,7 +148,7 @@ void frmMain::AddFiles(std::vector<std::string> paths) {
 
 void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
   Add(std::move(paths), [this, deck](const app::IntakeOutcome& outcome) {
-    const auto rows = RowsWith(workstation_.Catalogue(), {outcome.first});
+    const auto rows = RowsWith(workstation_.Collections().Music().Table(), {outcome.first});
     if (!rows.empty()) Load(deck, {TableId::Catalogue, rows});
   });
 }
@@ -151,7 +156,7 @@ void frmMain::AddAndLoad(int deck, std::vector<std::string> paths) {
 void frmMain::Add(std::vector<std::string> paths, std::function<void(const app::IntakeOutcome&)> then) {
   if (paths.empty()) return;
   // The workstation may outlive the window.
-  workstation_.Add(
+  workstation_.Collections().Intake().Add(
       {.list = app::ListId::Catalogue, .paths = std::move(paths)},
       [window = QPointer<frmMain>(this), then = std::move(then)](const app::IntakeOutcome& outcome) {
         if (window.isNull()) return;
@@ -162,13 +167,14 @@ void frmMain::Add(std::vector<std::string> paths, std::function<void(const app::
 
 void frmMain::RemoveTracks() {
   const std::vector<int> rows = music_->ChosenRows().rows;
-  const int removed = workstation_.RemoveRows(app::ListId::Catalogue, rows);
+  const int removed = workstation_.Collections().Removed().Remove(app::ListId::Catalogue, rows);
   music_->Reload();
   TellRemoved(removed);
 }
 
 void frmMain::RemoveSongs() {
-  const int removed = workstation_.RemoveRows(app::ListId::Karaoke, karaoke_->ChosenRows());
+  const int removed =
+      workstation_.Collections().Removed().Remove(app::ListId::Karaoke, karaoke_->ChosenRows());
   karaoke_->Reload();
   TellRemoved(removed);
 }
@@ -180,7 +186,7 @@ void frmMain::TellRemoved(int rows) {
 
 void frmMain::BringRowsBack() {
   const auto& say = *say_;
-  const auto back = workstation_.BringRowsBack();
+  const auto back = workstation_.Collections().Removed().Undo();
   if (!back) return status_->Tell(say(FileWord::NothingToBringBack));
   QString list;
   if (back->list == app::ListId::Catalogue) {

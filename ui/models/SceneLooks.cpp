@@ -5,6 +5,9 @@
 #include <QImageReader>
 #include <QStringList>
 
+#include "app/settings/Settings.h"
+#include "app/songs/SongDesk.h"
+
 namespace ui {
 namespace {
 
@@ -25,13 +28,13 @@ QImage ReadPicture(const std::filesystem::path& path) {
 
 }  // namespace
 
-SceneLook ReadSceneLook(app::Workstation& workstation) {
+SceneLook ReadSceneLook(const app::SongDesk& songs, const app::Settings& settings) {
   SceneLook look;
-  look.lyric = workstation.Songs().Look(karaoke::LookReader::Display);
-  look.style = workstation.Settings().Number("Karaoke", "Style") == 1 ? SungStyle::Word : SungStyle::Sweep;
-  look.ball = ReadPicture(workstation.Songs().Native(look.lyric.bouncing_ball));
-  const std::string picture = workstation.Settings().Text("Karaoke", "Picture");
-  if (!picture.empty()) look.picture = ReadPicture(workstation.Songs().Native(picture));
+  look.lyric = songs.Look(karaoke::LookReader::Display);
+  look.style = settings.Number("Karaoke", "Style") == 1 ? SungStyle::Word : SungStyle::Sweep;
+  look.ball = ReadPicture(songs.Native(look.lyric.bouncing_ball));
+  const std::string picture = settings.Text("Karaoke", "Picture");
+  if (!picture.empty()) look.picture = ReadPicture(songs.Native(picture));
   return look;
 }
 

@@ -4,13 +4,17 @@
 
 #include <memory>
 
-#include "app/Workstation.h"
 #include "ui/widgets/LyricScene.h"
+
+namespace app {
+class Settings;
+class SongDesk;
+}  // namespace app
 
 namespace ui {
 
 /// How the words look as it is stored now, pictures read. What cannot be read is left out.
-[[nodiscard]] SceneLook ReadSceneLook(app::Workstation& workstation);
+[[nodiscard]] SceneLook ReadSceneLook(const app::SongDesk& songs, const app::Settings& settings);
 
 /// Two lines to show a look with.
 [[nodiscard]] std::shared_ptr<const app::SongWords> SampleWords(const QString& line, const QString& next);

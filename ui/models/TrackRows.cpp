@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <numeric>
 
+#include "app/Collections.h"
 #include "catalogue/RowMoves.h"
 #include "support/Text.h"
 
@@ -68,20 +69,20 @@ std::optional<TrackRows> TrackRowsIn(const QMimeData& data) {
   return rows;
 }
 
-catalogue::track_table& TableOf(app::Workstation& workstation, TableId table) {
-  if (table == TableId::Catalogue) return workstation.Catalogue();
-  return workstation.Playlist(static_cast<int>(table));
+catalogue::track_table& TableOf(app::Collections& collections, TableId table) {
+  if (table == TableId::Catalogue) return collections.Music().Table();
+  return collections.Playlist(static_cast<int>(table));
 }
 
 TableId PlaylistId(int number) {
   return static_cast<TableId>(number);
 }
 
-int PutRows(app::Workstation& workstation, const TrackRows& rows, TableId to, int before, Leaving leaving) {
-  catalogue::track_table& target = TableOf(workstation, to);
+int PutRows(app::Collections& collections, const TrackRows& rows, TableId to, int before, Leaving leaving) {
+  catalogue::track_table& target = TableOf(collections, to);
   if (to == TableId::Catalogue) return 0;
   if (rows.table == to) return catalogue::MoveRows(target, rows.rows, before);
-  catalogue::track_table& source = TableOf(workstation, rows.table);
+  catalogue::track_table& source = TableOf(collections, rows.table);
   const int old_end = target.Rows();
   const int added = catalogue::AppendRows(target, source, rows.rows);
   if (added == 0) return 0;

@@ -5,10 +5,15 @@
 #include <optional>
 #include <vector>
 
-#include "app/Workstation.h"
-
 class QMimeData;
 class QString;
+
+namespace app {
+class Collections;
+}
+namespace catalogue {
+class track_table;
+}
 
 namespace ui {
 
@@ -26,13 +31,13 @@ void PutInto(QMimeData& data, const TrackRows& rows);
 /// Nothing when the data holds no rows, or something that only looks like them.
 [[nodiscard]] std::optional<TrackRows> TrackRowsIn(const QMimeData& data);
 
-[[nodiscard]] catalogue::track_table& TableOf(app::Workstation& workstation, TableId table);
+[[nodiscard]] catalogue::track_table& TableOf(app::Collections& collections, TableId table);
 [[nodiscard]] TableId PlaylistId(int number);
 
 /// What a drop does with the rows where they came from. Rows of the catalogue always stay there.
 enum class Leaving { Stay, Go };
 /// Puts the rows before a row of a playlist (one past the last: at its end) and gives the number of the first
 /// one there, 0 when nothing changed. Within one list they move, whatever `leaving` says.
-int PutRows(app::Workstation& workstation, const TrackRows& rows, TableId to, int before, Leaving leaving);
+int PutRows(app::Collections& collections, const TrackRows& rows, TableId to, int before, Leaving leaving);
 
 }  // namespace ui

@@ -31,7 +31,9 @@ class BatchBarTest : public Booth {
   }
   /// Its files are asked for by a worker.
   void LetItBegin() {
-    while (station->Batch().Progress().state == app::BatchProgress::State::Idle && workers.RunOne()) Settle();
+    while (station->Collections().Batch().Progress().state == app::BatchProgress::State::Idle &&
+           workers.RunOne())
+      Settle();
   }
   [[nodiscard]] bool Seen(const char* name) { return Find<QWidget>(name).isVisible(); }
 };
@@ -55,7 +57,7 @@ TEST_F(BatchBarTest, TheLineIsThereWhileTracksAreAnalysedAndCanWait) {
   Click("AnalyseGoOn");
   RunWorkers();
   EXPECT_FALSE(Seen("AnalysePause"));
-  EXPECT_EQ(station->Batch().Progress().done, 4);
+  EXPECT_EQ(station->Collections().Batch().Progress().done, 4);
 }
 
 TEST_F(BatchBarTest, WhatWasLeftOutIsListedAtTheEnd) {

@@ -54,7 +54,7 @@ void Booth::Advance(std::chrono::milliseconds time) {
 void Booth::AddTrack(const std::string& path, const std::string& artist, const std::string& title,
                      const std::string& bpm) {
   const std::string_view cells[] = {artist, title, "03:00", path, bpm, "House", "Album", "2026"};
-  station->Catalogue().AddRow(cells);
+  Music().AddRow(cells);
   engine.AddFile(path);
 }
 

@@ -11,8 +11,8 @@
 #include <random>
 #include <string>
 
-#include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
+#include "app/testing/AllParts.h"
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/FakeCommandRunner.h"
@@ -68,6 +68,11 @@ class Booth : public ::testing::Test {
   void DropFiles(const QList<QUrl>& urls, const char* target, int before = 0);
   /// Presses a button and clicks an entry of the menu that it opens.
   void ChooseInMenu(const char* button, const char* entry);
+  [[nodiscard]] catalogue::track_table& Music() { return station->Collections().Music().Table(); }
+  [[nodiscard]] catalogue::track_table& Karaoke() { return station->Collections().Karaoke().Table(); }
+  [[nodiscard]] catalogue::track_table& Playlist(int number) {
+    return station->Collections().Playlist(number);
+  }
   [[nodiscard]] const app::DeckView& Deck(int deck);
   void LoadAndPlay(int deck, int row);
 

@@ -56,16 +56,16 @@ TEST_F(DeckToolsTest, AHandleInTheMixerMovesItsBandOnThePlayingDeck) {
   auto& graph = Find<EqGraph>("EqMixer");
   Drag(graph, graph.HandleAt(2), {0, -8});
   Settle();
-  const int gain = station->Equaliser()[3];
+  const int gain = station->Equaliser().Sliders()[3];
   EXPECT_GT(gain, 0);
   EXPECT_FLOAT_EQ(Deck(1).equaliser[2], static_cast<float>(gain));
   EXPECT_EQ(Find<QSlider>("Eq3").value(), gain);
   QTest::mouseDClick(&graph, Qt::LeftButton, {}, graph.HandleAt(2));
   Settle();
-  EXPECT_EQ(station->Equaliser()[3], 0);
+  EXPECT_EQ(station->Equaliser().Sliders()[3], 0);
   QTest::keyClick(&graph, Qt::Key_Right);
   QTest::keyClick(&graph, Qt::Key_Down);
-  EXPECT_EQ(station->Equaliser()[4], -1);
+  EXPECT_EQ(station->Equaliser().Sliders()[4], -1);
 }
 
 TEST_F(DeckToolsTest, ATrackBeginsFlatUntilTheSlidersAreSentAgain) {
@@ -89,14 +89,14 @@ TEST_F(DeckToolsTest, AChosenPresetMovesTheBank) {
   EXPECT_EQ(Find<QComboBox>("cmbSelect").currentIndex(), -1) << "the other bank has none";
   Choose("cmbSelect", 0);
   EXPECT_EQ(Find<QSlider>("Eq10").value(), 0) << "slider 10 begins bank 2";
-  EXPECT_EQ(station->Equaliser()[11], 6);
+  EXPECT_EQ(station->Equaliser().Sliders()[11], 6);
   EXPECT_EQ(Preset("Preset2"), "Warm");
 }
 
 TEST_F(DeckToolsTest, APresetWhoseNameIsNoUtf8KeepsItsBytesWhenItIsOverwritten) {
   std::ofstream(folder / "EQ.tlv", std::ios::binary) << "[Caf\xE9]\r\n0;6;4;2;0;0;0;0;0;-2;\r\n";
   Press(Qt::Key_6, Qt::ControlModifier);
-  station->SaveEqPreset(decks::EqBank::First, "", [](const auto&) {});  // refused; reads the file again
+  station->Equaliser().Save(decks::EqBank::First, "", [](const auto&) {});  // refused; reads the file again
   Scan();
   Find<QLineEdit>("Text2").setText(QString::fromUtf8("Café"));
   Click("EqSave");
@@ -136,7 +136,7 @@ TEST_F(DeckToolsTest, MixPointsAreMovedByHandByKeyAndGoBack) {
   EXPECT_TRUE(Deck(1).moved.start);
   const auto dragged = Deck(1).start_mix_point;
   EXPECT_GT(dragged, 0us);
-  EXPECT_NE(station->Catalogue().Cell(1, catalogue::track::kStartMixPoint), "");
+  EXPECT_NE(Music().Cell(1, catalogue::track::kStartMixPoint), "");
   QTest::keyClick(&handle, Qt::Key_Right);
   Settle();
   EXPECT_EQ(Deck(1).start_mix_point, dragged + 10ms);

@@ -25,7 +25,7 @@ class EditorLayoutTest : public EditorBooth, public ::testing::WithParamInterfac
  protected:
   EditorLayoutTest() {
     window.reset();
-    station->SetLanguage(GetParam().language);
+    station->Language().Choose(GetParam().language);
     Open(GetParam().size);
     Press(GetParam().editor, Qt::ControlModifier | Qt::ShiftModifier);
     const bool library = GetParam().editor == Qt::Key_L;

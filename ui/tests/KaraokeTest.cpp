@@ -53,7 +53,7 @@ class KaraokeTest : public Booth {
     for (const char* name : {"good.kar", "bad.kar"}) {
       const std::string path = (songs.Path() / name).string();
       const std::string_view cells[] = {"Anna", name, "", "Pop", "00:10", path};
-      station->Karaoke().AddRow(cells);
+      Karaoke().AddRow(cells);
     }
     Open(size);
     Click("Page3");
@@ -113,7 +113,7 @@ TEST_F(KaraokeTest, DroppedSongsAreAddedChosenAndTheRefusedOnesListed) {
   DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/letter.txt")),
              QUrl::fromLocalFile(QString::fromStdString(zip))},
             "KaraokePage");
-  EXPECT_EQ(station->Karaoke().Rows(), 3);
+  EXPECT_EQ(Karaoke().Rows(), 3);
   EXPECT_EQ(TextOf("KaraokeCount"), QStringLiteral("3 songs"));
   EXPECT_EQ(Find<QTableView>("KaraokeGrid").currentIndex().row(), 2);
   EXPECT_TRUE(Find<QWidget>("KaraokeKept").isVisible());
@@ -128,16 +128,16 @@ TEST_F(KaraokeTest, AFolderOfSongsIsTakenWholeAndASongLeavesTheListWithoutItsFil
     tags.AddFile((songs.Path() / name).string());
   }
   DropFiles({QUrl::fromLocalFile(QString::fromStdString((songs.Path() / "box").string()))}, "KaraokePage");
-  EXPECT_EQ(station->Karaoke().Rows(), 4);
+  EXPECT_EQ(Karaoke().Rows(), 4);
   auto& grid = Find<QTableView>("KaraokeGrid");
   grid.setFocus();
   grid.selectRow(0);
   QTest::keyClick(&grid, Qt::Key_Delete);
   Settle();
-  EXPECT_EQ(station->Karaoke().Rows(), 3);
+  EXPECT_EQ(Karaoke().Rows(), 3);
   EXPECT_TRUE(std::filesystem::exists(songs.Path() / "good.kar"));
   Press(Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(station->Karaoke().Cell(1, catalogue::karaoke::kTitle), "good.kar");
+  EXPECT_EQ(Karaoke().Cell(1, catalogue::karaoke::kTitle), "good.kar");
 }
 
 TEST_F(KaraokeTest, WhatWasSungIsMarked) {
@@ -333,7 +333,7 @@ TEST_F(KaraokeTest, TheLettersOfASongAreChosenAndItsTitleIsReadInThemToo) {
   std::ofstream(path, std::ios::binary) << karaoke::testing::FileBytes(
       {karaoke::testing::UsualHead().Name("Words").Text(480, title).End(9600)});
   const std::string_view cells[] = {"", title, "", "", "00:10", path};
-  station->Karaoke().AddRow(cells);
+  Karaoke().AddRow(cells);
   Settle();
   PlayRow(3);
   EXPECT_EQ(Find<ElidedLabel>("SongTitle").text(), QStringLiteral("Ïîä"));

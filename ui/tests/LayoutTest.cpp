@@ -30,12 +30,12 @@ struct Case {
 class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
  protected:
   LayoutTest() {
-    station->SetLanguage(GetParam().language);
+    station->Language().Choose(GetParam().language);
     AddTrack("long.mp3", "An orchestra with a name that goes on and on and on until the deck ends",
              "A title that is far too long for any deck of the world, and then some more of it");
     Open(GetParam().size);
     if (!GetParam().playing) return;
-    station->SetOutput(3, {2, 0});
+    station->Outputs().Set(3, {2, 0});
     workers.RunAll();
     Settle();
     LoadAndPlay(1, 5);

@@ -87,10 +87,10 @@ TEST_F(ListsTest, WhatIsDraggedAndWhatIsLeftOutOfSightStayWhatTheyAre) {
   Type("first");
   EXPECT_TRUE(Find<TrackGrid>("Catalogue").ChosenRows().empty()) << "a row out of sight is not chosen";
   DropRows("Catalogue", {1}, "PlayListView1");
-  EXPECT_EQ(station->Playlist(1).Cell(1, catalogue::track::kTitle), "First Light");
+  EXPECT_EQ(Playlist(1).Cell(1, catalogue::track::kTitle), "First Light");
   Type("third");
   DropRows("Catalogue", {1}, "PlayListView1");
-  EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kTitle), "Third Time");
+  EXPECT_EQ(Playlist(1).Cell(2, catalogue::track::kTitle), "Third Time");
 }
 
 TEST_F(ListsTest, AValueThatIsFilledInIsPaintedAtOnceAndNothingElseIs) {
@@ -98,7 +98,7 @@ TEST_F(ListsTest, AValueThatIsFilledInIsPaintedAtOnceAndNothingElseIs) {
   QSignalSpy painted(Find<QTableView>("Catalogue").model(), &QAbstractItemModel::dataChanged);
   Settle();
   EXPECT_EQ(painted.count(), 0);
-  station->Catalogue().SetCell(2, catalogue::track::kBpm, "99.00");
+  Music().SetCell(2, catalogue::track::kBpm, "99.00");
   Settle();
   EXPECT_EQ(painted.count(), 1);
 }
@@ -121,7 +121,7 @@ TEST_F(ListsTest, AnOrderSurvivesASearchAndARowThatGoes) {
   const std::string found = Shown();
   EXPECT_TRUE(std::is_sorted(found.begin(), found.end()));
   EXPECT_GT(found.size(), 1u);
-  station->Catalogue().RemoveRow(2);
+  Music().RemoveRow(2);
   Settle();
   Work();
   EXPECT_EQ(Shown().size(), found.size() - 1);
@@ -181,9 +181,9 @@ TEST_F(ListsTest, WhatWasPlayedTonightIsMarked) {
 }
 
 TEST_F(ListsTest, WhatComesOntoADeckIsBroughtIntoSightUnlessAHandIsAtTheList) {
-  auto& table = station->Playlist(1);
+  auto& table = Playlist(1);
   for (int row = 1; row <= 90; ++row) {
-    table.AppendFrom(station->Catalogue(), row % 30 == 0 ? row / 30 : 4);
+    table.AppendFrom(Music(), row % 30 == 0 ? row / 30 : 4);
   }
   Settle();
   auto& grid = Find<QTableView>("PlayListView1");
@@ -192,11 +192,11 @@ TEST_F(ListsTest, WhatComesOntoADeckIsBroughtIntoSightUnlessAHandIsAtTheList) {
     return grid.viewport()->rect().contains(place.center());
   };
   EXPECT_TRUE(in_sight(1) && !in_sight(60));
-  station->LoadDeck(2, table, 60);
+  station->Decks()[2].Load(table, 60);
   Settle();
   EXPECT_TRUE(in_sight(60));
   grid.setFocus();
-  station->LoadDeck(1, table, 30);
+  station->Decks()[1].Load(table, 30);
   Settle();
   EXPECT_FALSE(in_sight(30)) << "somebody is busy with it";
 }
@@ -224,7 +224,7 @@ TEST_F(ListsTest, ARowWhoseFileIsGoneIsMarkedInEveryListOnceItIsLoadedAndTheDeck
   std::filesystem::create_directories(folder);
   const std::string file = (folder / "lost.mp3").string();
   std::ofstream(file) << "x";
-  station->Catalogue().Clear();
+  Music().Clear();
   AddTrack(file, "Anna", "Lost");
   DropRow(1, "PlayListView1");
   LoadAndPlay(1, 1);
@@ -246,7 +246,7 @@ TEST_F(ListsTest, ARowWhoseFileIsGoneIsMarkedInEveryListOnceItIsLoadedAndTheDeck
   EXPECT_EQ(shown("Catalogue", Qt::DisplayRole), QStringLiteral("!")) << "no deck has it";
   std::ofstream(file) << "x";
   clock.Advance(2min);
-  station->LookForFiles();
+  station->Collections().Missing().LookAgain();
   Work();
   EXPECT_EQ(shown("PlayListView1", TrackModel::kMarkRole), QString()) << "it came back";
 }
@@ -264,12 +264,12 @@ TEST_F(ListsTest, AFolderIsAddedWithABarAndCanBeStopped) {
   Settle();
   Click("AddStop");
   Work();
-  const int stopped = station->Catalogue().Rows();
+  const int stopped = Music().Rows();
   EXPECT_LT(stopped, 7);
   EXPECT_TRUE(TextOf("AddProgress").contains(QStringLiteral("Stopped")));
   EXPECT_FALSE(Find<QProgressBar>("AddBar").isVisible());
   DropFiles({url}, "MusicPage");
-  EXPECT_EQ(station->Catalogue().Rows(), 7);
+  EXPECT_EQ(Music().Rows(), 7);
 }
 
 TEST_F(ListsTest, AFolderIsChosenInItsDialog) {
@@ -283,7 +283,7 @@ TEST_F(ListsTest, AFolderIsChosenInItsDialog) {
   dialog.selectFile(QStringLiteral("album"));
   QMetaObject::invokeMethod(&dialog, "accept");
   Work();
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
 }
 
 TEST_F(ListsTest, FilesAndPlaylistsComeWhereTheyAreDropped) {
@@ -298,11 +298,9 @@ TEST_F(ListsTest, FilesAndPlaylistsComeWhereTheyAreDropped) {
   };
   DropFiles({url("l.m3u"), url("album"), url("t.tpl")}, "PlayListView1", 2);
   std::string all;
-  for (int row = 1; row <= station->Playlist(1).Rows(); ++row) {
-    all += std::filesystem::path(station->Playlist(1).Cell(row, catalogue::track::kFilename))
-               .filename()
-               .string() +
-           " ";
+  for (int row = 1; row <= Playlist(1).Rows(); ++row) {
+    all +=
+        std::filesystem::path(Playlist(1).Cell(row, catalogue::track::kFilename)).filename().string() + " ";
   }
   EXPECT_EQ(all, "one.mp3 m.mp3 1.mp3 t.mp3 two.ogg ");
 }
@@ -315,7 +313,7 @@ TEST_F(ListsTest, ASearchReadsTheMixingTagsOfTheRowsItShows) {
   EXPECT_EQ(tags.Reads(), 0) << "nobody searches";
   Type("second");
   Work();
-  EXPECT_EQ(station->Catalogue().Cell(2, catalogue::track::kEndMixPoint), "170.000");
+  EXPECT_EQ(Music().Cell(2, catalogue::track::kEndMixPoint), "170.000");
   EXPECT_EQ(tags.Reads(), 1);
 }
 

@@ -19,7 +19,7 @@ class PlaylistsTest : public Booth {
   /// Titles in a playlist, "First Light, Third Time".
   std::string List(int number) {
     std::string all;
-    const catalogue::track_table& table = station->Playlist(number);
+    const catalogue::track_table& table = Playlist(number);
     for (int row = 1; row <= table.Rows(); ++row) {
       all += (row > 1 ? ", " : "") + std::string(table.Cell(row, catalogue::track::kTitle));
     }
@@ -42,11 +42,11 @@ class PlaylistsTest : public Booth {
 };
 
 TEST_F(PlaylistsTest, RowsOfTheCatalogueAreCopiedWithAllTheirCells) {
-  station->Catalogue().SetCell(3, catalogue::track::kEndMixPoint, "170.500");
+  Music().SetCell(3, catalogue::track::kEndMixPoint, "170.500");
   DropRows("Catalogue", {1, 3}, "PlayListView1");
   EXPECT_EQ(List(1), "First Light, Third Time");
-  EXPECT_EQ(station->Playlist(1).Cell(2, catalogue::track::kEndMixPoint), "170.500");
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Playlist(1).Cell(2, catalogue::track::kEndMixPoint), "170.500");
+  EXPECT_EQ(Music().Rows(), 4);
   EXPECT_EQ(TextOf("Playlist1Count"), QStringLiteral("2 tracks, 06:00"));
 }
 
@@ -95,7 +95,7 @@ TEST_F(PlaylistsTest, DeleteAndTheButtonTakeRowsOffTheListOnly) {
   EXPECT_EQ(List(1), "Second Wind");
   Click("Playlist1Remove");
   EXPECT_EQ(List(1), "");
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
   EXPECT_TRUE(window->findChildren<MessageBox*>().isEmpty());
 }
 
@@ -116,8 +116,8 @@ TEST_F(PlaylistsTest, RowsOfAListLoadDecksByEnterDragAndKey) {
 TEST_F(PlaylistsTest, FilesDroppedOnAListAreAddedToBoth) {
   tags.AddFile("/m/new.mp3");
   DropFiles({QUrl::fromLocalFile(QStringLiteral("/m/new.mp3"))}, "PlayListView2");
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
-  EXPECT_EQ(station->Playlist(2).Cell(1, catalogue::track::kFilename), "/m/new.mp3");
+  EXPECT_EQ(Music().Rows(), 5);
+  EXPECT_EQ(Playlist(2).Cell(1, catalogue::track::kFilename), "/m/new.mp3");
 }
 
 TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
@@ -127,7 +127,7 @@ TEST_F(PlaylistsTest, DeletingTracksAsksFirstAndNoChangesNothing) {
   Click("DeleteTracksBoxNo");
   workers.RunAll();
   Settle();
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
 }
 
 TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
@@ -137,7 +137,7 @@ TEST_F(PlaylistsTest, EnterInTheQuestionChangesNothing) {
   QTest::keyClick(box, Qt::Key_Return);
   workers.RunAll();
   Settle();
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
 }
 
 TEST_F(PlaylistsTest, TheDecksStayInReachWhileTheQuestionIsOpen) {
@@ -155,16 +155,16 @@ TEST_F(PlaylistsTest, WhatIsTakenOutOfAListComesBackAtItsPlaceTheNewestFirst) {
   PressIn("PlayListView1", Qt::Key_Delete);
   Select("Catalogue", {1, 3});
   PressIn("Catalogue", Qt::Key_Delete);
-  EXPECT_EQ(station->Catalogue().Rows(), 2);
+  EXPECT_EQ(Music().Rows(), 2);
   EXPECT_TRUE(window->findChildren<MessageBox*>().isEmpty());
   ChooseInMenu("MusicRemove", "MusicBringBack");
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
-  EXPECT_EQ(station->Catalogue().Cell(3, catalogue::track::kTitle), "Third Time");
+  EXPECT_EQ(Music().Rows(), 4);
+  EXPECT_EQ(Music().Cell(3, catalogue::track::kTitle), "Third Time");
   EXPECT_EQ(List(1), "First Light, Third Time");
   Press(Qt::Key_Z, Qt::ControlModifier);
   EXPECT_EQ(List(1), "First Light, Second Wind, Third Time");
   Press(Qt::Key_Z, Qt::ControlModifier);
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
 }
 
 TEST_F(PlaylistsTest, InTheSearchFieldTheKeyBringsBackLetters) {
@@ -176,7 +176,7 @@ TEST_F(PlaylistsTest, InTheSearchFieldTheKeyBringsBackLetters) {
   QTest::keyClick(&field, Qt::Key_Z, Qt::ControlModifier);
   Settle();
   EXPECT_EQ(field.text(), QString());
-  EXPECT_EQ(station->Catalogue().Rows(), 3);
+  EXPECT_EQ(Music().Rows(), 3);
 }
 
 TEST_F(PlaylistsTest, ARowOfAnUnpluggedDiskIsNotCalledDeleted) {
@@ -189,7 +189,7 @@ TEST_F(PlaylistsTest, ARowOfAnUnpluggedDiskIsNotCalledDeleted) {
   Click("DeleteTracksBoxYes");
   workers.RunAll();
   Settle();
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
   EXPECT_TRUE(Find<QWidget>("Refused").isVisible());
   EXPECT_FALSE(Find<QWidget>("AddProgress").isVisible()) << "nothing was deleted";
 }

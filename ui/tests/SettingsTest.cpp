@@ -54,7 +54,7 @@ TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
   Apply("ReindexMusic");
   EXPECT_TRUE(Find<QWidget>("CancelScan").isVisible());
   RunWorkers();
-  EXPECT_EQ(station->Catalogue().Rows(), 6) << "those of other folders stay";
+  EXPECT_EQ(Music().Rows(), 6) << "those of other folders stay";
   EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("6 tracks"));
   EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("2 found.")));
   EXPECT_FALSE(Find<QWidget>("CancelScan").isVisible());
@@ -71,13 +71,13 @@ TEST_F(SettingsTest, AScanThatIsCancelledOrHasNoFolderChangesNothing) {
   Apply("ReindexMusic");
   RunWorkers();
   EXPECT_TRUE(TextOf("ScanProgress").contains(QStringLiteral("/there/is/none")));
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
 }
 
 TEST_F(SettingsTest, RowsGoOnlyWhereTheBoxIsAgreedTo) {
   MakeFile("a.mp3");
   const std::string lost = folder.filePath(QStringLiteral("lost.mp3")).toStdString();
-  station->Catalogue().AddRow(std::vector<std::string_view>{"", "Lost", "", lost});
+  Music().AddRow(std::vector<std::string_view>{"", "Lost", "", lost});
   Find<QLineEdit>("Directory").setText(folder.path());
   for (const auto& [button, rows] : {std::pair{"QuestionNo", 6}, {"QuestionYes", 5}}) {
     Apply("ReindexMusic");
@@ -85,7 +85,7 @@ TEST_F(SettingsTest, RowsGoOnlyWhereTheBoxIsAgreedTo) {
     EXPECT_TRUE(Find<MessageBox>("QuestionBox").Text().contains(QStringLiteral("lost.mp3")));
     Click(button);
     RunWorkers();
-    EXPECT_EQ(station->Catalogue().Rows(), rows) << button;
+    EXPECT_EQ(Music().Rows(), rows) << button;
   }
 }
 
@@ -177,7 +177,7 @@ TEST_F(SettingsTest, RangesAndRatesAreChosenAndActAtOnce) {
   EXPECT_EQ(Find<QComboBox>("Resolution").currentText(), QStringLiteral("25 /s"));
   Choose("Resolution", 7);
   EXPECT_EQ(Stored("Visualisation", "Resolution"), "60");
-  EXPECT_EQ(station->VisualisationRate(), 60);
+  EXPECT_EQ(station->Visuals().Rate(), 60);
 }
 
 TEST_F(SettingsTest, AVisualiserIsChosenKeptAndShowsTheDeckThatIsHeard) {

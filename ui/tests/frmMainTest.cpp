@@ -79,7 +79,7 @@ TEST_F(frmMainTest, WhatTheKeysWouldLoadIsSeenFromTheStart) {
 }
 
 TEST_F(frmMainTest, WithoutAChosenRowLoadingSaysSo) {
-  station->Catalogue().Clear();
+  Music().Clear();
   Settle();
   Press(Qt::Key_F4);
   EXPECT_EQ(TextOf("Message"), QStringLiteral("No track is chosen."));
@@ -87,7 +87,7 @@ TEST_F(frmMainTest, WithoutAChosenRowLoadingSaysSo) {
 
 TEST_F(frmMainTest, AFileThatCannotBePlayedIsToldInTheTitleArea) {
   const std::string_view cells[] = {"Nobody", "Broken", "03:00", "broken.mp3"};
-  station->Catalogue().AddRow(cells);
+  Music().AddRow(cells);
   Settle();
   DropRow(5, "deck1");
   EXPECT_EQ(Deck(1).state, State::Empty);
@@ -188,7 +188,7 @@ TEST_F(frmMainTest, TheTempoSliderMovesTempoAndBpmAndReturns) {
 
 TEST_F(frmMainTest, ATempoThatSomethingElseSetMovesTheSlider) {
   LoadAndPlay(1, 1);
-  station->SetTempo(1, -3);
+  station->Decks()[1].SetTempo(-3);
   Settle();
   EXPECT_EQ(Find<QSlider>("deck1Tempo").value(), -300);
   EXPECT_FLOAT_EQ(Deck(1).tempo_percent, -3);
@@ -213,7 +213,7 @@ TEST_F(frmMainTest, TheCurveIsKept) {
   Choose("CrossfaderCurve", 2);
   EXPECT_EQ(settings.Get("TLVG", "Mixer", "CrossfaderCurve", ""), "2");
   window.reset();
-  station->SetVolume(1, 100);
+  station->Decks()[1].Adjust(&app::DeckStation::SetVolume, 100);
   Open();
   EXPECT_EQ(Find<QComboBox>("CrossfaderCurve").currentIndex(), 2);
   EXPECT_EQ(Deck(1).volume, 71) << "what the mixer shows is what the decks have";
@@ -248,7 +248,7 @@ TEST_F(frmMainTest, ListeningNeedsADeviceAndAPlayingDeck) {
 TEST_F(frmMainTest, DroppedFilesAreAddedAndTheRefusedOnesListed) {
   tags.AddFile("/m/new.mp3");
   DropFiles({File("/m/new.mp3"), File("/m/letter.txt")}, "MusicPage");
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
   EXPECT_EQ(TextOf("TrackCount"), QStringLiteral("5 tracks"));
   EXPECT_EQ(TextOf("AddProgress"), QStringLiteral("1 track added."));
   EXPECT_TRUE(Find<QPlainTextEdit>("Refused").isVisible());
@@ -262,7 +262,7 @@ TEST_F(frmMainTest, AFileThatIsThereAlreadyIsNoSecondRowAndLoadsAllTheSame) {
   engine.AddFile("/m/new.mp3");
   DropFiles({File("/m/new.mp3")}, "MusicPage");
   DropFiles({File("/m/new.mp3")}, "deck1");
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
   EXPECT_EQ(TextOf("AddProgress"), QStringLiteral("No track added. 1 was in the list already."));
   EXPECT_EQ(Deck(1).filename, "/m/new.mp3");
 }
@@ -278,7 +278,7 @@ TEST_F(frmMainTest, AFileDroppedOnADeckIsAddedAndLoaded) {
   engine.AddFile("/m/new.mp3");
   DropFiles({File("/m/new.mp3")}, "deck2");
   EXPECT_EQ(Deck(2).filename, "/m/new.mp3");
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
 }
 
 TEST_F(frmMainTest, AFileDroppedOnAPlayingDeckIsAddedOnly) {
@@ -287,18 +287,18 @@ TEST_F(frmMainTest, AFileDroppedOnAPlayingDeckIsAddedOnly) {
   DropFiles({File("/m/new.mp3")}, "deck1");
   EXPECT_EQ(Deck(1).filename, "one.mp3");
   EXPECT_EQ(Deck(1).state, State::Playing);
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
 }
 
 TEST_F(frmMainTest, WhatIsNoLocalFileIsNotTaken) {
   DropFiles({QUrl(QStringLiteral("https://example.org/a.mp3"))}, "MusicPage");
   DropFiles({QUrl(QStringLiteral("https://example.org/a.mp3"))}, "deck1");
-  EXPECT_EQ(station->Catalogue().Rows(), 4);
+  EXPECT_EQ(Music().Rows(), 4);
   EXPECT_EQ(Deck(1).state, State::Empty);
 }
 
 TEST_F(frmMainTest, AnEmptyCatalogueTellsHowToFillIt) {
-  station->Catalogue().Clear();
+  Music().Clear();
   Settle();
   EXPECT_TRUE(Find<QLabel>("EmptyCatalogue").isVisible());
   EXPECT_FALSE(Find<QTableView>("Catalogue").isVisible());
@@ -328,7 +328,7 @@ TEST_F(frmMainTest, NewsPassesAndAWarningStandsUntilItWasSeen) {
   engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, "The card is gone."});
   Advance(40s);
   EXPECT_EQ(TextOf("Message"), QStringLiteral("The card is gone."));
-  station->Catalogue().Clear();
+  Music().Clear();
   Press(Qt::Key_F4);
   EXPECT_EQ(TextOf("Message"), QStringLiteral("No track is chosen."));
   EXPECT_FALSE(Find<QWidget>("MessageSeen").isVisible()) << "it is about the warning";
@@ -377,8 +377,8 @@ TEST_F(frmMainTest, AClickOnAWarningHasSeenIt) {
 
 TEST_F(frmMainTest, AnotherLanguageSendsTheDecksNothing) {
   LoadAndPlay(1, 1);
-  station->SetVolume(1, 33);
-  station->SetTempo(1, 2.5F);
+  station->Decks()[1].Adjust(&app::DeckStation::SetVolume, 33);
+  station->Decks()[1].SetTempo(2.5F);
   Settle();
   Choose("Language", 1);
   Settle();
@@ -443,7 +443,7 @@ TEST_F(frmMainTest, AClosedWindowLeavesAnAddingWorkstationAlone) {
   window.reset();
   workers.RunAll();
   station->PumpWindow();
-  EXPECT_EQ(station->Catalogue().Rows(), 5);
+  EXPECT_EQ(Music().Rows(), 5);
 }
 
 }  // namespace

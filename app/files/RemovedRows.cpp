@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/lists/RemovedRows.h"
+#include "app/files/RemovedRows.h"
 
 #include <algorithm>
 #include <string_view>

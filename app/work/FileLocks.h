@@ -14,7 +14,7 @@ namespace app {
 ///
 /// Law: a file on a dead disk keeps no other waiting (but for one in many that shares its lock).
 /// Threads: workers alone, because they wait for disks.
-class Keeping {
+class FileLocks {
  public:
   [[nodiscard]] support::Mutex& Of(const std::string& path) {
     return locks_[std::hash<std::string>{}(path) % locks_.size()];

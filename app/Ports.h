@@ -1,0 +1,83 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <functional>
+
+#include "app/lists/EveningLog.h"
+#include "decks/AnalysisPass.h"
+
+namespace catalogue {
+class FolderReader;
+class SideStore;
+class TagReader;
+class TagWriter;
+}  // namespace catalogue
+namespace decks {
+class AudioEngine;
+class CommandRunner;
+class SoundControl;
+}  // namespace decks
+namespace dmx {
+class DmxInterface;
+}
+namespace karaoke {
+class CodePages;
+class DiscImages;
+class SynthesiserFactory;
+}  // namespace karaoke
+namespace lightorgan {
+class IoBoards;
+}
+namespace support {
+class Clock;
+class Executor;
+class FileSaver;
+class SettingsStore;
+}  // namespace support
+
+namespace app {
+
+class SaveWatch;
+class ScanPort;
+class SoundPriority;
+class SystemMixer;
+class Visualisation;
+
+/// Workers for what takes long and may wait, and how many they are.
+struct Background {
+  support::Executor* workers = nullptr;  ///< null: those of all other work
+  int threads = 1;
+};
+
+/// The outside things, each behind its port.
+struct Ports {
+  decks::AudioEngine& engine;
+  decks::SoundControl& sound;
+  catalogue::TagReader& tags;
+  support::SettingsStore& settings;
+  support::FileSaver& files;
+  support::Executor& workers;
+  const support::Clock& clock;
+  SystemMixer* mixer = nullptr;                         ///< null: no master volume
+  Visualisation* visualisation = nullptr;               ///< null: none
+  ScanPort* scan = nullptr;                             ///< null: by the folders and the side store
+  decks::AnalysisTools analysis = {};                   ///< what is null is not measured
+  decks::CommandRunner* commands = nullptr;             ///< null: mp3gain is not there
+  catalogue::SideStore* side_store = nullptr;           ///< null: analyses are not kept
+  catalogue::TagWriter* tag_writer = nullptr;           ///< null: tags are not written
+  dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
+  lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
+  karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
+  karaoke::DiscImages* images = nullptr;                ///< null: songs on disc images show no graphics
+  karaoke::CodePages* code_pages = nullptr;             ///< null: those of songs are not guessed
+  catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
+  Background background = {};                           ///< for scans and batches
+  support::Executor* journal = nullptr;                 ///< null: what plays is not kept for after a fall
+  LocalTime local_time = nullptr;                       ///< null: the system's
+  const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only
+  const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
+  std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
+};
+
+}  // namespace app
