@@ -10,6 +10,7 @@
 
 #include "app/NoticeBoard.h"
 #include "app/Ports.h"
+#include "app/StationContext.h"
 #include "app/ports/Prompts.h"
 #include "app/settings/FolderSettings.h"
 #include "app/settings/NameSettings.h"
@@ -36,7 +37,7 @@ catalogue::track_table NoTracks() {
 
 }  // namespace
 
-Collections::Collections(const DeskContext& context, const Ports& ports, const AnalysisPorts& analysis,
+Collections::Collections(const StationContext& context, const Ports& ports, const AnalysisPorts& analysis,
                          const Around& around)
     : context_(context),
       around_(around),

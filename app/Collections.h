@@ -9,22 +9,22 @@
 #include <string>
 #include <vector>
 
-#include "app/DeskContext.h"
-#include "app/WorkstationView.h"
-#include "app/files/BatchDesk.h"
+#include "app/files/BatchAnalysis.h"
 #include "app/files/Collection.h"
 #include "app/files/FileIntake.h"
 #include "app/files/KaraokeSongReader.h"
 #include "app/files/MissingFiles.h"
 #include "app/files/RemovedRows.h"
-#include "app/files/TagDesk.h"
+#include "app/files/TagKeeper.h"
 #include "app/files/TreeScan.h"
+#include "app/sound/DeckView.h"
 #include "app/work/IdleCores.h"
 #include "catalogue/PlainFolders.h"
 #include "catalogue/TagScratch.h"
 
 namespace app {
 
+struct StationContext;
 class NoticeBoard;
 class Prompts;
 class Settings;
@@ -42,7 +42,7 @@ class Collections {
     NoticeBoard& notices;  ///< the conductor's
     std::shared_ptr<IdleCores> cores;
   };
-  Collections(const DeskContext& context, const Ports& ports, const AnalysisPorts& analysis,
+  Collections(const StationContext& context, const Ports& ports, const AnalysisPorts& analysis,
               const Around& around);
 
   [[nodiscard]] Collection& Music() { return music_; }
@@ -57,7 +57,7 @@ class Collections {
   [[nodiscard]] RemovedRows& Removed() { return removed_; }
   [[nodiscard]] MissingFiles& Missing() { return missing_; }
   /// The analysis of many files.
-  [[nodiscard]] BatchDesk& Batch() { return batch_; }
+  [[nodiscard]] BatchAnalysis& Batch() { return batch_; }
   [[nodiscard]] catalogue::TagScratch& Scratch() { return scratch_; }
 
   /// Reads the folder, and the others of the settings, into a collection. The outcome is given on the
@@ -85,7 +85,7 @@ class Collections {
   [[nodiscard]] std::vector<std::string> Load();
   /// Goes on with what the last run left.
   void StartUp();
-  /// As TagDesk.
+  /// As TagKeeper.
   [[nodiscard]] bool ShutDownTags(std::chrono::milliseconds patience) { return tags_.ShutDown(patience); }
   /// Saves what waits. Requires: the gate is closed.
   void Flush();
@@ -117,7 +117,7 @@ class Collections {
   [[nodiscard]] int GainPercent() const;
   [[nodiscard]] std::function<void(const support::Error&)> Complainer() const;
 
-  DeskContext context_;
+  const StationContext& context_;
   Around around_;
   support::Executor& idle_;
   std::shared_ptr<FileLocks> locks_;
@@ -130,13 +130,13 @@ class Collections {
   Collection music_;
   Collection karaoke_;
   std::array<catalogue::track_table, kPlaylists> playlists_;
-  TagDesk tags_;
+  TagKeeper tags_;
   MissingFiles missing_;
   FileIntake intake_;
   RemovedRows removed_;
   bool batch_filled_ = false;    ///< rows since the index was saved
   bool batch_unsorted_ = false;  ///< rows that it filled in stand where they were
-  BatchDesk batch_;
+  BatchAnalysis batch_;
 };
 
 }  // namespace app

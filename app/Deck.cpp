@@ -6,9 +6,9 @@
 #include <utility>
 
 #include "app/Collections.h"
-#include "app/DeskContext.h"
-#include "app/Stage.h"
-#include "app/resume/ResumeDesk.h"
+#include "app/DeckRack.h"
+#include "app/StationContext.h"
+#include "app/resume/ResumeStation.h"
 #include "app/settings/Settings.h"
 #include "app/sound/TrackToLoad.h"
 #include "support/Text.h"
@@ -46,12 +46,12 @@ decks::TempoSliders SlidersOf(const StoredSection& section) {
 }  // namespace
 
 const DeckView& Deck::View() const {
-  return around_.stage.View().decks[static_cast<std::size_t>(number_ - 1)];
+  return around_.rack.View().decks[static_cast<std::size_t>(number_ - 1)];
 }
 
 void Deck::Post(std::function<void(DeckStation&)> command) {
   around_.context.conductor->Post(
-      [&deck = around_.stage.Deck(number_), command = std::move(command)] { command(deck); });
+      [&deck = around_.rack.Deck(number_), command = std::move(command)] { command(deck); });
 }
 
 void Deck::ByHand(std::function<void(DeckStation&)> command) {
@@ -131,11 +131,11 @@ void Deck::Tap() {
 
 void Deck::Sync(SyncStart start) {
   const int most = std::clamp(around_.settings.Number("Settings", "BPMPercent"), 0, 50);
-  around_.context.conductor->Order(around_.stage, &Stage::Sync, number_, start, most);
+  around_.context.conductor->Order(around_.rack, &DeckRack::Sync, number_, start, most);
 }
 
 void Deck::Unsync() {
-  around_.context.conductor->Order(around_.stage, &Stage::Unsync, number_);
+  around_.context.conductor->Order(around_.rack, &DeckRack::Unsync, number_);
 }
 
 void Deck::SetMixPoint(MixPoint which, std::chrono::microseconds place) {

@@ -6,8 +6,8 @@
 #include <functional>
 #include <type_traits>
 
-#include "app/WorkstationView.h"
 #include "app/settings/Preferences.h"
+#include "app/sound/DeckView.h"
 #include "app/sound/GainQueries.h"
 #include "decks/TempoSliders.h"
 
@@ -20,10 +20,10 @@ namespace app {
 class Collections;
 class DeckStation;
 class DeckTempo;
-class ResumeDesk;
+class ResumeStation;
 class Settings;
-class Stage;
-struct DeskContext;
+class DeckRack;
+struct StationContext;
 
 /// How far a tempo slider may go, in percent.
 inline constexpr std::array<int, 5> kTempoRanges{6, 8, 10, 16, 50};
@@ -36,9 +36,9 @@ inline constexpr std::array<int, 5> kTempoRanges{6, 8, 10, 16, 50};
 class Deck {
  public:
   struct Around {
-    const DeskContext& context;
-    Stage& stage;
-    ResumeDesk& resume;
+    const StationContext& context;
+    DeckRack& rack;
+    ResumeStation& resume;
     Settings& settings;
     Collections& collections;
     GainQueries& gains;

@@ -4,8 +4,8 @@
 
 #include <algorithm>
 
-#include "app/DeskContext.h"
-#include "app/Stage.h"
+#include "app/DeckRack.h"
+#include "app/StationContext.h"
 #include "app/settings/Settings.h"
 
 namespace app {
@@ -18,7 +18,7 @@ Decks::Decks(const Deck::Around& around, decks::SoundControl& sound)
 void Decks::SetGainPercent(int percent) {
   const int slider = std::clamp(percent, 0, 100);
   around_.settings.SetNumber("Settings", "GainPercent", slider);
-  around_.context.conductor->Order(around_.stage, &Stage::SetGainPercent, slider);
+  around_.context.conductor->Order(around_.rack, &DeckRack::SetGainPercent, slider);
 }
 
 void Decks::SetStretch(decks::Stretch choice) {

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/WorkstationView.h"
+#include "app/Notice.h"
 
 namespace app {
 

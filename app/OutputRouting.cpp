@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "app/NoticeBoard.h"
+#include "app/WorkstationView.h"
 
 namespace app {
 namespace {

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "app/WorkstationView.h"
+#include "app/OutputView.h"
 #include "app/settings/OutputSettings.h"
 #include "app/sound/DeckStation.h"
 #include "app/work/Mailbox.h"
@@ -20,6 +20,7 @@
 
 namespace app {
 
+struct WorkstationView;
 class NoticeBoard;
 
 /// Which devices are open, and which output plays on which of them. Threads: the conductor.

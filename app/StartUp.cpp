@@ -13,7 +13,7 @@ void Workstation::StartUp() {
   parts.language.Read();
   // The decks' players and the tables with their columns stand since the workstation was made.
   parts.outputs.OpenMixer();
-  for (std::string& sentence : parts.collections.Load()) parts.stage.Notice(std::move(sentence));
+  for (std::string& sentence : parts.collections.Load()) parts.rack.Notice(std::move(sentence));
   parts.CheckProgramFolder();
   parts.outputs.FollowDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.
@@ -21,7 +21,7 @@ void Workstation::StartUp() {
   const Preferences stored = ReadPreferences(parts.settings);
   Mailbox& conductor = *parts.context.conductor;
   parts.equaliser.StartUp(stored);
-  conductor.Order(parts.stage, &Stage::SetGainPercent, std::clamp(stored.gain_percent, 0, 100));
+  conductor.Order(parts.rack, &DeckRack::SetGainPercent, std::clamp(stored.gain_percent, 0, 100));
   parts.outputs.Open(parts.prompts);
   parts.decks.StartUp(stored);
   parts.lights.StartUp();
@@ -29,7 +29,7 @@ void Workstation::StartUp() {
   parts.songs.StartUp();
   parts.lists.StartUp(stored);
   parts.visuals.StartUp();
-  conductor.Order(parts.stage.Outputs(), &OutputRouting::SetBuffers);
+  conductor.Order(parts.rack.Outputs(), &OutputRouting::SetBuffers);
   parts.resume.StartUp();  // behind the outputs and all that it brings back
   parts.equaliser.ReadPresets();
   parts.collections.StartUp();
@@ -46,9 +46,9 @@ bool Workstation::ShutDown() {
   const bool tags_done =
       parts.collections.ShutDownTags(std::chrono::duration_cast<std::chrono::milliseconds>(rest));
   parts.songs.ShutDown();
-  parts.stage.ReleaseDecks();
+  parts.rack.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
-  if (all_out) parts.stage.Outputs().Free();
+  if (all_out) parts.rack.Outputs().Free();
   parts.lights.ShutDown();
   parts.organ.ShutDown();
   parts.collections.Flush();

@@ -5,8 +5,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "app/DeskContext.h"
-#include "app/Stage.h"
+#include "app/DeckRack.h"
+#include "app/StationContext.h"
 #include "app/settings/Settings.h"
 
 namespace app {
@@ -31,7 +31,7 @@ void Visuals::SetRate(int frames_a_second) {
 }
 
 Picture Visuals::Show(std::string_view name) {
-  return visualisation_ == nullptr ? Picture{} : visualisation_->Show(name, stage_.View().sound);
+  return visualisation_ == nullptr ? Picture{} : visualisation_->Show(name, rack_.View().sound);
 }
 
 }  // namespace app

@@ -11,16 +11,16 @@
 namespace app {
 
 class Settings;
-class Stage;
-struct DeskContext;
+class DeckRack;
+struct StationContext;
 
 /// The visualisers, and what they make of the sound that is heard. Threads: the window's, which empties the
 /// box.
 class Visuals {
  public:
   /// visualisation: null where there is none.
-  Visuals(const DeskContext& context, Visualisation* visualisation, Stage& stage, Settings& settings)
-      : context_(context), visualisation_(visualisation), stage_(stage), settings_(settings) {}
+  Visuals(const StationContext& context, Visualisation* visualisation, DeckRack& rack, Settings& settings)
+      : context_(context), visualisation_(visualisation), rack_(rack), settings_(settings) {}
 
   void StartUp();
   /// Their names; known soon after StartUp.
@@ -33,9 +33,9 @@ class Visuals {
   [[nodiscard]] Picture Show(std::string_view name);
 
  private:
-  const DeskContext& context_;
+  const StationContext& context_;
   Visualisation* visualisation_;
-  Stage& stage_;
+  DeckRack& rack_;
   Settings& settings_;
   std::vector<std::string> names_;
   int rate_ = 0;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "app/WorkstationParts.h"
+#include "app/WorkstationView.h"
 
 namespace app {
 
@@ -41,18 +42,18 @@ void Workstation::Tick() {
 }
 
 const WorkstationView& Workstation::View() {
-  return parts_->stage.View();
+  return parts_->rack.View();
 }
 
 app::Decks& Workstation::Decks() {
   return parts_->decks;
 }
 
-EqualiserDesk& Workstation::Equaliser() {
+EqualiserStation& Workstation::Equaliser() {
   return parts_->equaliser;
 }
 
-OutputDesk& Workstation::Outputs() {
+OutputStation& Workstation::Outputs() {
   return parts_->outputs;
 }
 
@@ -60,23 +61,23 @@ app::Collections& Workstation::Collections() {
   return parts_->collections;
 }
 
-ListDesk& Workstation::Lists() {
+ListStation& Workstation::Lists() {
   return parts_->lists;
 }
 
-LightDesk& Workstation::Lights() {
+LightStation& Workstation::Lights() {
   return parts_->lights;
 }
 
-OrganDesk& Workstation::Organ() {
+OrganStation& Workstation::Organ() {
   return parts_->organ;
 }
 
-SongDesk& Workstation::Songs() {
+SongStation& Workstation::Songs() {
   return parts_->songs;
 }
 
-EditorDesk& Workstation::Editors() {
+EditorFiles& Workstation::Editors() {
   return parts_->editors;
 }
 

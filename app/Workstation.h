@@ -13,20 +13,20 @@
 namespace app {
 
 class ApplyButton;
-class BatchDesk;
+class BatchAnalysis;
 class Collections;
 class Decks;
-class EditorDesk;
-class EqualiserDesk;
+class EditorFiles;
+class EqualiserStation;
 class Help;
 class Language;
-class LightDesk;
-class ListDesk;
-class OrganDesk;
-class OutputDesk;
+class LightStation;
+class ListStation;
+class OrganStation;
+class OutputStation;
 class Prompts;
 class Settings;
-class SongDesk;
+class SongStation;
 class Visuals;
 struct MixerHands;
 struct Ports;
@@ -71,14 +71,14 @@ class Workstation {
 
   // Parts.
   [[nodiscard]] app::Decks& Decks();
-  [[nodiscard]] EqualiserDesk& Equaliser();
-  [[nodiscard]] OutputDesk& Outputs();
+  [[nodiscard]] EqualiserStation& Equaliser();
+  [[nodiscard]] OutputStation& Outputs();
   [[nodiscard]] app::Collections& Collections();
-  [[nodiscard]] ListDesk& Lists();
-  [[nodiscard]] LightDesk& Lights();
-  [[nodiscard]] OrganDesk& Organ();
-  [[nodiscard]] SongDesk& Songs();
-  [[nodiscard]] EditorDesk& Editors();
+  [[nodiscard]] ListStation& Lists();
+  [[nodiscard]] LightStation& Lights();
+  [[nodiscard]] OrganStation& Organ();
+  [[nodiscard]] SongStation& Songs();
+  [[nodiscard]] EditorFiles& Editors();
   [[nodiscard]] app::Visuals& Visuals();
   [[nodiscard]] app::ApplyButton& ApplyButton();
   [[nodiscard]] app::Language& Language();

@@ -6,6 +6,8 @@
 #include <system_error>
 #include <utility>
 
+#include "app/WorkstationView.h"
+
 namespace app {
 namespace {
 
@@ -23,41 +25,41 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       conducting(how),
       settings(outside.settings, program_folder),
       language(settings, say),
-      conductor([this] { stage.Tick(); }, outside.conductor_started),
-      stage(Analysis(), outside.workers, gate, conductor.Box(), say),
+      conductor([this] { rack.Tick(); }, outside.conductor_started),
+      rack(Analysis(), outside.workers, gate, conductor.Box(), say),
       context(MakeContext()),
       cores(std::make_shared<IdleCores>(outside.background.threads)),
-      collections(context, ports, Analysis(), {settings, prompts, stage.Notices(), cores}),
+      collections(context, ports, Analysis(), {settings, prompts, rack.Notices(), cores}),
       apply(collections, settings, folder),
-      equaliser(context, stage, settings),
-      outputs(context, ports, stage, settings),
-      visuals(context, outside.visualisation, stage, settings),
+      equaliser(context, rack, settings),
+      outputs(context, ports, rack, settings),
+      visuals(context, outside.visualisation, rack, settings),
       lights(context, outside.dmx),
-      organ(context, {outside.engine, [this](HeardFrom from) { return stage.StreamOf(from); }},
+      organ(context, {outside.engine, [this](HeardFrom from) { return rack.StreamOf(from); }},
             outside.boards),
       songs(context, {outside.engine,
                       outside.sound,
-                      stage.Deck(3),
+                      rack.Deck(3),
                       {outside.synthesisers, outside.code_pages, outside.side_store},
                       outside.images}),
       lists(context, {collections.Music().Table(), collections.Karaoke().Table(), collections.Playlists()},
-            stage, settings, outside.tags, collections.Scratch(), outside.local_time,
+            rack, settings, outside.tags, collections.Scratch(), outside.local_time,
             [this] { collections.Music().Save(); }),
       editors(context),
-      resume(context, {stage, lights, songs, lists, settings}, outside.journal),
+      resume(context, {rack, lights, songs, lists, settings}, outside.journal),
       gains(outside.commands, folder, outside.workers, gate, window),
-      decks({context, stage, resume, settings, collections, gains}, outside.sound) {
-  stage.FollowSong([this] {
-    Stage::SongPlaying song;
+      decks({context, rack, resume, settings, collections, gains}, outside.sound) {
+  rack.FollowSong([this] {
+    DeckRack::SongPlaying song;
     song.stream = songs.Hear(song.heard);
     return song;
   });
-  stage.FollowSaves(outside.saves);
-  stage.OnTick([this](const WorkstationView& view) { Tick(view); });
+  rack.FollowSaves(outside.saves);
+  rack.OnTick([this](const WorkstationView& view) { Tick(view); });
   FollowAnalyses();
 }
 
-DeskContext Workstation::Parts::MakeContext() {
+StationContext Workstation::Parts::MakeContext() {
   return {folder,
           ports.settings,
           ports.files,
@@ -68,7 +70,7 @@ DeskContext Workstation::Parts::MakeContext() {
           window,
           say,
           [box = conductor.Box(), this](std::string sentence) {
-            box->Order(stage, &Stage::Notice, std::move(sentence));
+            box->Order(rack, &DeckRack::Notice, std::move(sentence));
           },
           [box = window, this](std::string sentence) {
             box->Order(prompts, &WaitingPrompts::Tell, std::move(sentence));
@@ -89,8 +91,8 @@ void Workstation::Parts::Tick(const WorkstationView& view) {
 }
 
 void Workstation::Parts::FollowAnalyses() {
-  stage.OnAnalysed([this](const std::string& filename, const music::TrackAnalysis& found,
-                          const catalogue::FileMarks& marks) {
+  rack.OnAnalysed([this](const std::string& filename, const music::TrackAnalysis& found,
+                         const catalogue::FileMarks& marks) {
     music::TrackAnalysis facts = found;
     facts.wave.reset();
     window->Order(collections, &Collections::KeepAnalysis, filename, std::move(facts), marks);

@@ -7,23 +7,23 @@
 
 #include "app/ApplyButton.h"
 #include "app/Collections.h"
+#include "app/DeckRack.h"
 #include "app/Decks.h"
-#include "app/EqualiserDesk.h"
+#include "app/EqualiserStation.h"
 #include "app/Language.h"
-#include "app/OutputDesk.h"
+#include "app/OutputStation.h"
 #include "app/Ports.h"
-#include "app/Stage.h"
 #include "app/Visuals.h"
 #include "app/WaitingPrompts.h"
 #include "app/Workstation.h"
-#include "app/lights/EditorDesk.h"
-#include "app/lights/LightDesk.h"
-#include "app/lights/OrganDesk.h"
-#include "app/lists/ListDesk.h"
-#include "app/resume/ResumeDesk.h"
+#include "app/lights/EditorFiles.h"
+#include "app/lights/LightStation.h"
+#include "app/lights/OrganStation.h"
+#include "app/lists/ListStation.h"
+#include "app/resume/ResumeStation.h"
 #include "app/settings/Preferences.h"
 #include "app/settings/Settings.h"
-#include "app/songs/SongDesk.h"
+#include "app/songs/SongStation.h"
 #include "app/sound/GainQueries.h"
 #include "app/work/Conductor.h"
 #include "app/work/IdleCores.h"
@@ -35,7 +35,7 @@ namespace app {
 struct Workstation::Parts {
   Parts(const Ports& outside, const support::ProgramFolder& program_folder, Conducting how);
 
-  [[nodiscard]] DeskContext MakeContext();
+  [[nodiscard]] StationContext MakeContext();
   [[nodiscard]] AnalysisPorts Analysis() const;
   /// Once a tick of the conductor, when the decks have been looked at.
   void Tick(const WorkstationView& view);
@@ -60,20 +60,20 @@ struct Workstation::Parts {
   std::shared_ptr<FileLocks> locks = std::make_shared<FileLocks>();
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
-  Stage stage;
-  DeskContext context;
+  DeckRack rack;
+  StationContext context;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   app::Collections collections;
   app::ApplyButton apply;
-  EqualiserDesk equaliser;
-  OutputDesk outputs;
+  EqualiserStation equaliser;
+  OutputStation outputs;
   app::Visuals visuals;
-  LightDesk lights;
-  OrganDesk organ;
-  SongDesk songs;
-  ListDesk lists;
-  EditorDesk editors;
-  ResumeDesk resume;
+  LightStation lights;
+  OrganStation organ;
+  SongStation songs;
+  ListStation lists;
+  EditorFiles editors;
+  ResumeStation resume;
   GainQueries gains;
   app::Decks decks;
 };

@@ -3,110 +3,16 @@
 #pragma once
 
 #include <array>
-#include <chrono>
-#include <cstdint>
-#include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
+#include "app/Notice.h"
+#include "app/OutputView.h"
+#include "app/sound/DeckView.h"
 #include "app/sound/HeardSound.h"
-#include "decks/TempoSliders.h"
 #include "decks/ports/SoundControl.h"
-#include "music/BeatGrid.h"
-#include "music/TrackAnalysis.h"
 
 namespace app {
-
-inline constexpr int kDecks =
-    4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
-
-inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
-
-inline constexpr int kTempoRange = 8;  ///< of a tempo slider that was not set, up and down, in percent
-
-/// Where a track begins and ends in a mix.
-enum class MixPoint { Start, End };
-
-template <typename T>
-struct MixPointPair {
-  T start{};
-  T end{};
-  [[nodiscard]] T& Of(MixPoint which) { return which == MixPoint::Start ? start : end; }
-  [[nodiscard]] const T& Of(MixPoint which) const { return which == MixPoint::Start ? start : end; }
-};
-
-/// What a deck shows. A snapshot of one tick of the conductor.
-struct DeckView {
-  enum class State { Empty, Loading, Stopped, Playing, Paused, Ended };
-  State state = State::Empty;
-  std::string filename;  ///< of the track that is shown: of the one that comes while it is made ready
-  std::string artist;
-  std::string title;
-  /// What stands on the deck, and how, also while another file is made ready beside it; position, length and
-  /// levels are its.
-  std::string loaded;
-  State loaded_state = State::Empty;
-  std::string message;  ///< a sentence for the title area, when a file could not be played; else empty
-  std::chrono::microseconds position{0};  ///< heard now
-  bool waiting = false;                   ///< the place is not decoded yet
-  std::chrono::microseconds length{0};
-  bool length_exact = false;
-  support::Decibels gain;  ///< that brings the track to the others' loudness, in the levels too
-  float left_db = -90;     ///< dB below full scale, -90 is silence
-  float right_db = -90;
-  double bpm = 0;           ///< of the file: of its row, else as it was measured; 0 when unknown
-  int volume = 100;         ///< 0 to 100
-  int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0
-  double playing_bpm = 0;   ///< as it is heard, 0 when unknown
-  double speed = 1;         ///< seconds of the file a second
-  float tempo_percent = 0;  ///< from the original
-  decks::KeyLock key_lock = decks::KeyLock::On;
-  float pitch = 0;                ///< semitones from the original
-  float sample_percent = 0;       ///< sample rate from the file's own
-  int tempo_range = kTempoRange;  ///< how far the tempo slider goes, up and down, in percent
-  bool synced = false;            ///< it follows the other deck's beat
-  /// Seconds by which its beat comes late (above 0) or early while it is synced.
-  double sync_error = 0;
-  int sample_rate = 0;  ///< Hz
-  /// Of the file on the deck; null until a worker has begun it, and growing until it is done. Shared, because
-  /// the window draws from it while the deck goes on to another file; it never changes.
-  std::shared_ptr<const music::Wave> wave;
-  /// Where the beats lie, as they were found or set by hand; null when none are known. Shared in the same
-  /// way.
-  std::shared_ptr<const music::BeatGrid> grid;
-  music::Loudness loudness;     ///< not valid until it was measured
-  bool has_mix_points = false;  ///< false until a worker has found them
-  std::chrono::microseconds start_mix_point{0};
-  std::chrono::microseconds end_mix_point{0};
-  MixPointPair<bool> moved{};  ///< by hand, or by what the catalogue remembers
-  MixPointPair<std::optional<std::chrono::microseconds>> found;  ///< what the scan found
-  std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
-  double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
-};
-
-/// How a deck comes into the other one's beat.
-enum class SyncStart {
-  Gently,  ///< what is heard is pulled there
-  AtOnce   ///< it is crossfaded there
-};
-
-struct OutputView {
-  int device = 0;   ///< engine device number; 0 is "no sound"
-  int speaker = 0;  ///< pair code 1 to 4; any other: all speakers of the device
-  bool operator==(const OutputView&) const = default;
-};
-
-/// A sentence for the status line.
-struct Notice {
-  enum class Kind {
-    Passing,  ///< news, of which nobody need speak for long
-    Warning   ///< to be shown until it was seen
-  };
-  std::uint64_t number = 0;  ///< the newer, the higher
-  Kind kind = Kind::Passing;
-  std::string text;
-};
 
 /// Everything that the window draws from, published by the conductor.
 struct WorkstationView {

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dmx/dmx_output.h"
 
+#include "support/ports/SettingsStore.h"
+
 namespace dmx {
 
 void Universe::MoveFader(int channel, DmxLevel level) {

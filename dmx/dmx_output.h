@@ -5,7 +5,10 @@
 #include <array>
 
 #include "dmx/ports/DmxInterface.h"
-#include "support/ports/SettingsStore.h"
+
+namespace support {
+class SettingsStore;
+}
 
 namespace dmx {
 

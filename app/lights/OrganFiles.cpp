@@ -4,6 +4,7 @@
 
 #include <utility>
 
+#include "app/StationContext.h"
 #include "dmx/DataFile.h"
 
 namespace app {
@@ -44,7 +45,7 @@ struct OrganFiles::Outside {
   }
 };
 
-OrganFiles::OrganFiles(const DeskContext& context)
+OrganFiles::OrganFiles(const StationContext& context)
     : outside_(std::make_shared<Outside>(Outside{context.folder, context.files, context.say,
                                                  context.conductor, context.window, context.tell})),
       work_(context.workers, context.gate) {

@@ -11,13 +11,14 @@
 #include <string_view>
 #include <vector>
 
-#include "app/DeskContext.h"
 #include "app/work/OrderedWork.h"
 #include "lightorgan/Memories.h"
 #include "lightorgan/PatternBank.h"
 #include "lightorgan/ports/BankSource.h"
 
 namespace app {
+
+struct StationContext;
 
 inline constexpr std::string_view kSnapshotFile = "\\K8000.tlv";
 inline constexpr std::string_view kMemoryFile = "\\Memories.tlv";
@@ -29,7 +30,7 @@ inline constexpr std::string_view kMemoryFile = "\\Memories.tlv";
 /// conductor; the rest on the window's, which gets the answers.
 class OrganFiles final : public lightorgan::BankSource {
  public:
-  explicit OrganFiles(const DeskContext& context);
+  explicit OrganFiles(const StationContext& context);
 
   void Load(lightorgan::Side side, lightorgan::IoBoardSize size, int number,
             std::function<void(lightorgan::StepTable)> done) override;

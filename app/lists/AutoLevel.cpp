@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "app/WorkstationView.h"
 #include "music/Loudness.h"
 
 namespace app {

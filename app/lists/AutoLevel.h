@@ -5,12 +5,14 @@
 #include <array>
 #include <string>
 
-#include "app/WorkstationView.h"
 #include "app/lists/AutoMix.h"
 #include "app/lists/MixPlan.h"
+#include "app/sound/DeckView.h"
 #include "support/Clock.h"
 
 namespace app {
+
+struct WorkstationView;
 
 /// Brings the tracks of decks 1 and 2 to one loudness while the automatic mixer is on, by a gain of their
 /// own.

@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "app/WorkstationView.h"
+
 namespace app {
 namespace {
 

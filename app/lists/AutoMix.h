@@ -8,13 +8,15 @@
 #include <memory>
 #include <string>
 
-#include "app/WorkstationView.h"
 #include "app/lists/MixPlan.h"
+#include "app/sound/DeckView.h"
 #include "catalogue/track_table.h"
 #include "decks/Crossfader.h"
 #include "support/Clock.h"
 
 namespace app {
+
+struct WorkstationView;
 
 /// Where the hands left the mixer: what a deck is given is fader times crossfader.
 struct MixerHands {

@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "app/WorkstationView.h"
 #include "catalogue/IndexFile.h"
 #include "support/Mutex.h"
 #include "support/NumberedFiles.h"

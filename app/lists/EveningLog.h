@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "app/work/WorkGate.h"
 #include "catalogue/track_table.h"
 #include "support/Clock.h"
@@ -17,6 +17,8 @@
 #include "support/ports/FileSaver.h"
 
 namespace app {
+
+struct WorkstationView;
 
 /// Local time as the user's wall clock shows it.
 using LocalTime = std::function<std::tm()>;

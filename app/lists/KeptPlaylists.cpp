@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/lists/KeptPlaylists.h"
 
+#include "app/StationContext.h"
 #include "catalogue/IndexFile.h"
 
 namespace app {
@@ -14,7 +15,7 @@ std::string KeptFile(std::size_t place) {
 
 }  // namespace
 
-KeptPlaylists::KeptPlaylists(const DeskContext& context, Tables& tables)
+KeptPlaylists::KeptPlaylists(const StationContext& context, Tables& tables)
     : context_(context), tables_(tables), kept_(tables.begin(), tables.end()) {
   const auto complain = [this](const support::Error& failure) {
     context_.tell(context_.say(support::Sentence::PlaylistNotSaved, {context_.say(failure)}));

@@ -7,11 +7,12 @@
 #include <string>
 #include <vector>
 
-#include "app/DeskContext.h"
 #include "app/files/IndexKeeper.h"
 #include "catalogue/track_table.h"
 
 namespace app {
+
+struct StationContext;
 
 /// Keeps the playlists of the window in the program folder, so that an evening goes on with them after the
 /// program was closed, or the power failed.
@@ -22,7 +23,7 @@ class KeptPlaylists {
  public:
   using Tables = std::array<catalogue::track_table, 3>;
 
-  KeptPlaylists(const DeskContext& context, Tables& tables);
+  KeptPlaylists(const StationContext& context, Tables& tables);
 
   /// Fills the tables with what was kept; blocks on the disk.
   void Read();
@@ -32,7 +33,7 @@ class KeptPlaylists {
   void Flush();
 
  private:
-  DeskContext context_;
+  const StationContext& context_;
   Tables& tables_;
   std::vector<catalogue::track_table> kept_;  ///< as they are on the disk, or will be
   std::vector<IndexKeeper> keepers_;

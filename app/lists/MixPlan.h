@@ -6,7 +6,7 @@
 #include <string>
 #include <unordered_set>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "catalogue/track_table.h"
 #include "support/Units.h"
 

@@ -4,6 +4,8 @@
 
 #include <utility>
 
+#include "app/WorkstationView.h"
+
 namespace app {
 namespace {
 
@@ -18,8 +20,8 @@ std::size_t At(int deck) {
 
 }  // namespace
 
-DecksGoOn::DecksGoOn(Stage& stage, const support::Clock& clock, Lost lost)
-    : stage_(stage), clock_(clock), lost_(std::move(lost)) {}
+DecksGoOn::DecksGoOn(DeckRack& rack, const support::Clock& clock, Lost lost)
+    : rack_(rack), clock_(clock), lost_(std::move(lost)) {}
 
 void DecksGoOn::Begin(const Decks& decks) {
   wanted_ = decks;
@@ -30,7 +32,7 @@ void DecksGoOn::Begin(const Decks& decks) {
 }
 
 void DecksGoOn::Set(int deck, const DeckInHand& wanted) {
-  DeckStation& station = stage_.Deck(deck);
+  DeckStation& station = rack_.Deck(deck);
   station.Tempo().Set(wanted.sliders);
   station.SetVolume(wanted.volume);
   if (wanted.state == Wanted::Empty) return;
@@ -70,7 +72,7 @@ void DecksGoOn::Look(int deck, const DeckView& view) {
 }
 
 void DecksGoOn::TakeUp(int deck, const DeckInHand& wanted) {
-  DeckStation& station = stage_.Deck(deck);
+  DeckStation& station = rack_.Deck(deck);
   station.SetGain(wanted.gain);
   station.SetEqualiser(wanted.equaliser);
   station.Seek(wanted.position);

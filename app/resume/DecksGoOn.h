@@ -5,7 +5,7 @@
 #include <array>
 #include <functional>
 
-#include "app/Stage.h"
+#include "app/DeckRack.h"
 #include "app/resume/Journal.h"
 #include "support/Clock.h"
 
@@ -20,7 +20,7 @@ class DecksGoOn {
   static constexpr std::chrono::seconds kPatience{20};
   /// name: of the track; why: a sentence.
   using Lost = std::function<void(const std::string& name, const std::string& why)>;
-  DecksGoOn(Stage& stage, const support::Clock& clock, Lost lost);
+  DecksGoOn(DeckRack& rack, const support::Clock& clock, Lost lost);
 
   using Decks = std::array<DeckInHand, Journal::kJournalDecks>;
   void Begin(const Decks& decks);
@@ -47,7 +47,7 @@ class DecksGoOn {
   void TakeUp(int deck, const DeckInHand& wanted);
   void Lose(int deck, const DeckView& view);
 
-  Stage& stage_;
+  DeckRack& rack_;
   const support::Clock& clock_;
   Lost lost_;
   Decks wanted_;

@@ -181,7 +181,7 @@ void ReadDeck(std::string_view key, const JournalValue& value, DeckInHand& deck)
     value.Real(deck.equaliser[static_cast<std::size_t>(key[4] - '0')], -kMostEqGain, kMostEqGain);
 }
 
-void WriteMixer(const ListDesk::InHand& mixer, JournalLines& lines) {
+void WriteMixer(const ListStation::InHand& mixer, JournalLines& lines) {
   lines.Number("fader1", mixer.hands.faders[0]);
   lines.Number("fader2", mixer.hands.faders[1]);
   lines.Number("crossfader", mixer.hands.crossfader);
@@ -200,7 +200,7 @@ void WriteMixer(const ListDesk::InHand& mixer, JournalLines& lines) {
   lines.Flag("byhand", mix.hand_has_crossfader);
 }
 
-void ReadMixer(std::string_view key, const JournalValue& value, ListDesk::InHand& mixer) {
+void ReadMixer(std::string_view key, const JournalValue& value, ListStation::InHand& mixer) {
   MixInHand& mix = mixer.mix;
   if (key == "fader1") return value.Number(mixer.hands.faders[0], 0, 100);
   if (key == "fader2") return value.Number(mixer.hands.faders[1], 0, 100);

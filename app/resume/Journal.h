@@ -10,10 +10,10 @@
 #include <string>
 #include <string_view>
 
-#include "app/WorkstationView.h"
-#include "app/lights/LightDesk.h"
-#include "app/lists/ListDesk.h"
+#include "app/lights/LightStation.h"
+#include "app/lists/ListStation.h"
 #include "app/songs/SongPlayer.h"
+#include "app/sound/DeckView.h"
 #include "support/ProgramFolder.h"
 
 namespace app {
@@ -49,7 +49,7 @@ struct Journal {
 
   std::uint64_t number = 0;  ///< the newer one has the higher
   std::array<DeckInHand, kJournalDecks> decks;
-  ListDesk::InHand mixer;
+  ListStation::InHand mixer;
   SongInHand song;
   LightsInHand lights;
   Suspect start;                            ///< of the program itself

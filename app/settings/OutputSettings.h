@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-#include "app/WorkstationView.h"
+#include "app/OutputView.h"
 #include "app/settings/Settings.h"
 #include "support/Sentences.h"
 

@@ -5,6 +5,8 @@
 #include <filesystem>
 #include <utility>
 
+#include "app/StationContext.h"
+
 namespace app {
 namespace {
 

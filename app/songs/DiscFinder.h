@@ -7,13 +7,14 @@
 #include <memory>
 #include <string>
 
-#include "app/DeskContext.h"
-#include "app/WorkstationView.h"
 #include "app/songs/SongView.h"
+#include "app/sound/DeckView.h"
 #include "karaoke/DiscImage.h"
 #include "karaoke/ports/DiscImages.h"
 
 namespace app {
+
+struct StationContext;
 
 /// Has the disc images of the songs on the decks looked for, and says which of them is shown.
 ///
@@ -24,7 +25,8 @@ namespace app {
 class DiscFinder {
  public:
   /// images: null when there are none.
-  DiscFinder(const DeskContext& context, karaoke::DiscImages* images) : context_(context), images_(images) {}
+  DiscFinder(const StationContext& context, karaoke::DiscImages* images)
+      : context_(context), images_(images) {}
 
   /// decks: of the same tick.
   [[nodiscard]] DiscView Tick(const std::array<DeckView, kDecks>& decks);
@@ -47,7 +49,7 @@ class DiscFinder {
   void Found(std::uint64_t number, const support::Result<std::shared_ptr<const karaoke::DiscImage>>& found);
   void Choose(const std::array<DeckView, kDecks>& decks);
 
-  DeskContext context_;
+  const StationContext& context_;
   karaoke::DiscImages* images_;
   std::array<OnDeck, kShown> decks_;
   std::uint64_t searches_ = 0;

@@ -4,7 +4,7 @@
 
 #include <memory>
 
-#include "app/WorkstationView.h"
+#include "app/OutputView.h"
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
 #include "karaoke/ports/SongOutput.h"

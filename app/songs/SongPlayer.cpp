@@ -6,6 +6,8 @@
 #include <cmath>
 #include <utility>
 
+#include "app/StationContext.h"
+#include "app/WorkstationView.h"
 #include "support/Text.h"
 
 namespace app {
@@ -34,7 +36,7 @@ bool IsMidiSong(std::string_view filename) {
   return end == "KAR" || end == "MID";
 }
 
-SongPlayer::SongPlayer(const DeskContext& context, const SongSources& sources)
+SongPlayer::SongPlayer(const StationContext& context, const SongSources& sources)
     : context_(context), sources_(sources) {}
 
 /// The song that comes is overtaken; on the companion deck it may have begun since the last tick.

@@ -8,7 +8,6 @@
 #include <optional>
 #include <string>
 
-#include "app/DeskContext.h"
 #include "app/songs/MidiSong.h"
 #include "app/songs/ReadySong.h"
 #include "app/songs/SongView.h"
@@ -16,6 +15,9 @@
 #include "karaoke/ports/DiscImages.h"
 
 namespace app {
+
+struct WorkstationView;
+struct StationContext;
 
 /// A song and where it is, to go on with it in another run of the program.
 struct SongInHand {
@@ -44,7 +46,7 @@ struct SongSources {
 /// conductor.
 class SongPlayer {
  public:
-  SongPlayer(const DeskContext& context, const SongSources& sources);
+  SongPlayer(const StationContext& context, const SongSources& sources);
 
   /// soundfont: a path, or empty for the first one installed.
   void Play(SongRow row, std::string soundfont);
@@ -101,7 +103,7 @@ class SongPlayer {
   void ShowMidi(SongView& view);
   void ShowCompanion(const DeckView& deck, SongView& view) const;
 
-  DeskContext context_;
+  const StationContext& context_;
   SongSources sources_;
   Kind kind_ = Kind::None;
   std::unique_ptr<MidiSong> midi_;                    ///< while a MIDI song is there

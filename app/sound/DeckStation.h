@@ -9,9 +9,10 @@
 #include <optional>
 #include <string>
 
-#include "app/WorkstationView.h"
-#include "app/sound/AnalysisDesk.h"
+#include "app/OutputView.h"
 #include "app/sound/DeckTempo.h"
+#include "app/sound/DeckView.h"
+#include "app/sound/FileAnalyses.h"
 #include "app/work/Mailbox.h"
 #include "decks/Equaliser.h"
 #include "decks/clsBassPlayer.h"
@@ -35,7 +36,7 @@ struct Track {
 
 /// What all decks share.
 struct DeckTools {
-  AnalysisDesk& analyses;
+  FileAnalyses& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
 };

@@ -6,7 +6,7 @@
 #include <optional>
 #include <vector>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "decks/BeatSync.h"
 #include "decks/TempoSliders.h"
 #include "decks/clsBassPlayer.h"

@@ -5,6 +5,7 @@
 #include <filesystem>
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "app/tests/Evening.h"
 
 namespace app {

@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "app/WorkstationView.h"
 #include "app/sound/AnalysisRows.h"
 #include "app/tests/Evening.h"
 #include "catalogue/testing/FakeTagWriter.h"

@@ -10,6 +10,7 @@
 #include <string>
 #include <vector>
 
+#include "app/WorkstationView.h"
 #include "app/testing/AllParts.h"
 #include "app/testing/FakeMixer.h"
 #include "app/testing/FakeVisualisation.h"

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "app/tests/Evening.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
@@ -80,7 +81,7 @@ class HeardSongTest : public testing::Evening {
 
 TEST_F(HeardSongTest, ASongThatPlaysAloneIsHeardUntilItStandsStill) {
   EXPECT_EQ(Heard(), HeardFrom::Nothing);
-  SongDesk& songs = station_->Songs();
+  SongStation& songs = station_->Songs();
   const struct {
     const char* what;
     std::function<void()> still;

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <gtest/gtest.h>
 
+#include "app/WorkstationView.h"
 #include "app/sound/MasterVolume.h"
 #include "app/tests/Evening.h"
 

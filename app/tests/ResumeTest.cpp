@@ -5,8 +5,9 @@
 
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "app/resume/Journal.h"
-#include "app/resume/ResumeDesk.h"
+#include "app/resume/ResumeStation.h"
 #include "app/tests/Evening.h"
 #include "dmx/ShowFile.h"
 #include "dmx/testing/RecordingDmxInterface.h"

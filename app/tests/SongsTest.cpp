@@ -144,7 +144,7 @@ TEST_F(SongsTest, WhatPlaysGoesOnUntilTheNextIsReady) {
 
 TEST_F(SongsTest, VolumeKeyTempoAndMelodyAreTheSingers) {
   PlaySong("a.kar");
-  SongDesk& songs = station_->Songs();
+  SongStation& songs = station_->Songs();
   songs.SetVolume(40);
   songs.SetKey(-3);
   songs.SetTempo(10);
@@ -194,11 +194,14 @@ TEST_F(SongsTest, AnAudioFileThatCannotBePlayedLeavesTheSongAlone) {
 TEST_F(SongsTest, WhateverStandsThereStaysUntilTheNextOneSounds) {
   const struct {
     const char* there;
-    void (SongDesk::*then)();
+    void (SongStation::*then)();
     Song state;
-  } rows[] = {{"a.kar", nullptr, Song::Playing},         {"a.mp3", nullptr, Song::Playing},
-              {"a.kar", &SongDesk::Pause, Song::Paused}, {"a.mp3", &SongDesk::Pause, Song::Paused},
-              {"a.kar", &SongDesk::Stop, Song::Stopped}, {"a.mp3", &SongDesk::Stop, Song::Stopped}};
+  } rows[] = {{"a.kar", nullptr, Song::Playing},
+              {"a.mp3", nullptr, Song::Playing},
+              {"a.kar", &SongStation::Pause, Song::Paused},
+              {"a.mp3", &SongStation::Pause, Song::Paused},
+              {"a.kar", &SongStation::Stop, Song::Stopped},
+              {"a.mp3", &SongStation::Stop, Song::Stopped}};
   for (const auto& row : rows) {
     PlaySong(row.there);
     Advance(3s);

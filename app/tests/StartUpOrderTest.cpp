@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "app/tests/Evening.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "lightorgan/testing/RecordingBoards.h"

@@ -4,6 +4,7 @@
 
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "app/tests/Evening.h"
 
 namespace app {

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "app/WorkstationView.h"
 #include "app/tests/Evening.h"
 
 namespace app::testing {

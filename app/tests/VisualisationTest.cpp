@@ -4,6 +4,7 @@
 #include <cmath>
 #include <numbers>
 
+#include "app/WorkstationView.h"
 #include "app/sound/BuiltInVisualisation.h"
 #include "app/tests/Evening.h"
 

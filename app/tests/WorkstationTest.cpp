@@ -1,5 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/WorkstationView.h"
 #include "app/testing/AllParts.h"
 
 #include <gtest/gtest.h>

@@ -13,9 +13,9 @@ FILE_LINES = 500
 FUNCTION_LINES = 60
 CLASS_FUNCTIONS = 60  # declared in its body
 CLASS_LINES = 600  # of its body and its definitions, in whatever files
-HEADERS_OF_A_FORM = 196  # of the project, seen by one source of ui/forms
+HEADERS_OF_A_FORM = 170  # of the project, seen by one source of ui/forms
 # Classes that are larger; this list only becomes shorter.
-LARGE_CLASSES = {"app::Workstation", "decks::testing::RecordingEngine", "ui::frmMain"}
+LARGE_CLASSES = {"decks::testing::RecordingEngine", "ui::frmMain"}
 
 # What no brace or name is looked for in.
 ASIDE = re.compile(r'//[^\n]*|/\*.*?\*/|R"\(.*?\)"|"(?:\\.|[^"\\\n])*"|(?<!\w)\'(?:\\.|[^\'\\\n])+\'|^[ \t]*#(?:[^\n]*\\\n)*[^\n]*',

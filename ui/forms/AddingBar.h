@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "app/files/IntakeBatch.h"
+#include "app/files/IntakeOutcome.h"
 #include "ui/widgets/Look.h"
 
 class QProgressBar;

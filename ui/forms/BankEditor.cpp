@@ -48,9 +48,14 @@ QVBoxLayout* Rows() {
 
 }  // namespace
 
-BankEditor::BankEditor(app::OrganDesk& desk, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+BankEditor::BankEditor(app::OrganStation& station, MessageBoxes& boxes, BankDraft& draft, const Look& look,
                        IoBoardSize size, QWidget* parent)
-    : QDialog(parent), desk_(desk), boxes_(boxes), draft_(draft), look_(look), model_(draft.book, look) {
+    : QDialog(parent),
+      station_(station),
+      boxes_(boxes),
+      draft_(draft),
+      look_(look),
+      model_(draft.book, look) {
   Name(*this, QStringLiteral("BankEditor"), look.say(BankWord::BankEditor));
   setWindowTitle(look.say(BankWord::BankEditor));
   auto* sides = new QHBoxLayout;
@@ -65,7 +70,7 @@ BankEditor::BankEditor(app::OrganDesk& desk, MessageBoxes& boxes, BankDraft& dra
 }
 
 BankEditor::~BankEditor() {
-  if (playing_) desk_.Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
+  if (playing_) station_.Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
 }
 
 QPushButton* BankEditor::MakeButton(const char* name, BankWord caption, BankWord tip,
@@ -238,7 +243,7 @@ void BankEditor::ChooseFile() {
 
 void BankEditor::Read() {
   const File file = Chosen();
-  desk_.ReadBanks(file.side, file.size, [editor = QPointer(this), file](const auto& banks) {
+  station_.ReadBanks(file.side, file.size, [editor = QPointer(this), file](const auto& banks) {
     if (editor.isNull() || editor->Chosen().side != file.side || editor->Chosen().size != file.size) return;
     editor->draft_.book = BankBook(file.side, file.size, banks ? banks.Value() : app::OrganFiles::Banks());
     editor->ShowBanks(0);
@@ -248,18 +253,18 @@ void BankEditor::Read() {
 
 void BankEditor::Save() {
   const File file = Chosen();
-  desk_.SaveBanks(file.side, file.size, draft_.book.Banks(),
-                  [editor = QPointer(this), edits = edits_](const support::Result<void>& saved) {
-                    if (editor.isNull()) return;
-                    if (saved && editor->edits_ == edits) editor->draft_.book.Kept();
-                    editor->ShowActs();
-                    const Skin& skin = editor->look_.skin;
-                    editor->Tell(
-                        saved ? editor->look_.say(BankWord::BankSaved) : Decode(saved.Failure().text),
-                        saved ? skin.dim : skin.danger);
-                    if (editor->play_->isChecked()) editor->Try();
-                    Q_EMIT editor->Saved();
-                  });
+  station_.SaveBanks(file.side, file.size, draft_.book.Banks(),
+                     [editor = QPointer(this), edits = edits_](const support::Result<void>& saved) {
+                       if (editor.isNull()) return;
+                       if (saved && editor->edits_ == edits) editor->draft_.book.Kept();
+                       editor->ShowActs();
+                       const Skin& skin = editor->look_.skin;
+                       editor->Tell(
+                           saved ? editor->look_.say(BankWord::BankSaved) : Decode(saved.Failure().text),
+                           saved ? skin.dim : skin.danger);
+                       if (editor->play_->isChecked()) editor->Try();
+                       Q_EMIT editor->Saved();
+                     });
 }
 
 void BankEditor::reject() {
@@ -367,16 +372,16 @@ void BankEditor::Play(bool on) {
   if (on) {
     const int mode = static_cast<int>(Chosen().side == Side::Io ? int(lightorgan::IoMode::Pp)
                                                                 : int(lightorgan::DacMode::Pp));
-    desk_.Ask([mode](LightOrgan& organ) { organ.cmdK8000(mode); });
+    station_.Ask([mode](LightOrgan& organ) { organ.cmdK8000(mode); });
     Try();
   } else if (was) {
-    desk_.Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
+    station_.Ask([](LightOrgan& organ) { organ.ReloadBanks(); });
   }
 }
 
 void BankEditor::Try() {
   auto table = std::make_shared<const lightorgan::StepTable>(draft_.book.Played(ChosenBank()));
-  desk_.Ask([side = Chosen().side, table](LightOrgan& organ) { organ.TryBank(side, table); });
+  station_.Ask([side = Chosen().side, table](LightOrgan& organ) { organ.TryBank(side, table); });
 }
 
 void BankEditor::Tell(const QString& sentence, const QColor& colour) {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "app/lights/OrganDesk.h"
+#include "app/lights/OrganStation.h"
 #include "ui/models/BankModel.h"
 #include "ui/strings/BankWords.h"
 #include "ui/widgets/Look.h"
@@ -30,7 +30,7 @@ class BankEditor final : public QDialog {
 
  public:
   /// size: of the boards there are, whose files are offered first.
-  BankEditor(app::OrganDesk& desk, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+  BankEditor(app::OrganStation& station, MessageBoxes& boxes, BankDraft& draft, const Look& look,
              lightorgan::IoBoardSize size, QWidget* parent);
   ~BankEditor() override;
 
@@ -86,7 +86,7 @@ class BankEditor final : public QDialog {
   void Try();
   void Tell(const QString& sentence, const QColor& colour);
 
-  app::OrganDesk& desk_;
+  app::OrganStation& station_;
   MessageBoxes& boxes_;
   BankDraft& draft_;
   Look look_;

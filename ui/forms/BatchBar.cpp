@@ -6,7 +6,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/files/BatchDesk.h"
+#include "app/files/BatchAnalysis.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/ReportList.h"
@@ -29,7 +29,7 @@ QString TimeLeftText(std::chrono::seconds left, const Strings& say) {
   return say(ScanWord::MinutesLeft).arg((left.count() + 30) / 60);
 }
 
-BatchBar::BatchBar(app::BatchDesk& analysis, const Look& look, QWidget* parent)
+BatchBar::BatchBar(app::BatchAnalysis& analysis, const Look& look, QWidget* parent)
     : QWidget(parent), analysis_(analysis), look_(look) {
   begin_ = MakeButton("Analyse", ScanWord::Analyse, ScanWord::AnalyseTip);
   connect(begin_, &QPushButton::clicked, this, &BatchBar::Pressed);

@@ -10,7 +10,7 @@
 class QPushButton;
 
 namespace app {
-class BatchDesk;
+class BatchAnalysis;
 struct BatchProgress;
 }  // namespace app
 
@@ -25,7 +25,7 @@ class BatchBar final : public QWidget {
   Q_OBJECT
 
  public:
-  BatchBar(app::BatchDesk& analysis, const Look& look, QWidget* parent = nullptr);
+  BatchBar(app::BatchAnalysis& analysis, const Look& look, QWidget* parent = nullptr);
 
   /// chosen: so many rows of the list.
   void Show(int chosen);
@@ -40,7 +40,7 @@ class BatchBar final : public QWidget {
   void ShowLeftOut(bool over);
   [[nodiscard]] QString TextOf(const app::BatchProgress& progress) const;
 
-  app::BatchDesk& analysis_;
+  app::BatchAnalysis& analysis_;
   Look look_;
   QPushButton* begin_;
   QWidget* line_;

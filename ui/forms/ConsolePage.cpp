@@ -10,7 +10,8 @@
 #include <QVBoxLayout>
 #include <cmath>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
+#include "app/lights/StagedShow.h"
 #include "app/settings/Preferences.h"
 #include "app/settings/Settings.h"
 #include "ui/forms/FaderBank.h"
@@ -25,7 +26,7 @@
 
 namespace ui {
 
-ConsolePage::ConsolePage(app::LightDesk& lights, app::Settings& settings, MessageBoxes& boxes,
+ConsolePage::ConsolePage(app::LightStation& lights, app::Settings& settings, MessageBoxes& boxes,
                          const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), lights_(lights), settings_(settings), look_(look) {
   Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));

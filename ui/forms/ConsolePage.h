@@ -16,7 +16,7 @@ class QPushButton;
 class QVBoxLayout;
 
 namespace app {
-class LightDesk;
+class LightStation;
 class Settings;
 struct LightView;
 }  // namespace app
@@ -37,7 +37,7 @@ class ConsolePage final : public Surface {
   Q_OBJECT
 
  public:
-  ConsolePage(app::LightDesk& lights, app::Settings& settings, MessageBoxes& boxes, const Look& look,
+  ConsolePage(app::LightStation& lights, app::Settings& settings, MessageBoxes& boxes, const Look& look,
               QWidget* parent = nullptr);
 
   void Show(support::TimePoint now);
@@ -65,7 +65,7 @@ class ConsolePage final : public Surface {
   void ShowStage(const app::LightView& view);
   void ListFixtures(const app::StagePatch* patch);
 
-  app::LightDesk& lights_;
+  app::LightStation& lights_;
   app::Settings& settings_;
   Look look_;
   OutputLine* output_;

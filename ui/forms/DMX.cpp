@@ -32,7 +32,7 @@ DMX::DMX(app::Workstation& workstation, const support::Clock& clock)
 }
 
 DMX::~DMX() {
-  Undress();
+  ClearSheet();
 }
 
 QWidget* DMX::MakeBody() {
@@ -257,7 +257,7 @@ void DMX::Play() {
   std::vector<std::string> names;
   for (const dmx::Scene& scene : edit_.Now().scenes) names.push_back(scene.SceneName);
   levels_.LetGo();
-  app::LightDesk& lights = workstation_.Lights();
+  app::LightStation& lights = workstation_.Lights();
   lights.TakePlan(std::make_shared<const dmx::ShowPlan>(std::move(plan).Value()), edit_.Now().fixtures,
                   path_.stem().string(), std::move(names));
   lights.PlayShow();

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
 #include "dmx/FaderMoves.h"
 #include "dmx/ShowEdit.h"
 #include "ui/forms/EditorWindow.h"

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "ui/models/SentEcho.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/files/IntakeBatch.h"
+#include "app/files/IntakeOutcome.h"
 #include "catalogue/FolderScan.h"
 #include "ui/widgets/Look.h"
 

@@ -74,8 +74,8 @@ EditorWindow::EditorWindow(const char* name, app::Workstation& workstation, cons
   qApp->installEventFilter(this);
 }
 
-void EditorWindow::Dress(const Look& look, double points) {
-  Undress();
+void EditorWindow::ApplySheet(const Look& look, double points) {
+  ClearSheet();
   look_.emplace(look);
   QFont font = this->font();
   font.setPointSizeF(points);
@@ -98,7 +98,7 @@ void EditorWindow::Dress(const Look& look, double points) {
   if (first != nullptr) first->setFocus();
 }
 
-void EditorWindow::Undress() {
+void EditorWindow::ClearSheet() {
   for (MessageBox* box : findChildren<MessageBox*>()) delete box;
   delete dialog_;
   // What is being typed belongs to the document, which takes it while its fields are still there.

@@ -35,10 +35,10 @@ class EditorWindow : public QWidget {
   EditorWindow(const char* name, app::Workstation& workstation, const support::Clock& clock);
 
   /// Makes the contents; points: size of the type.
-  void Dress(const Look& look, double points);
+  void ApplySheet(const Look& look, double points);
   /// Before language or colours go, and by each editor's destructor: its fields tell the document until they
   /// are gone.
-  void Undress();
+  void ClearSheet();
   void BringToFront();
   /// With the main window's frame.
   virtual void ShowFrame() = 0;

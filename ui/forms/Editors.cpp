@@ -16,7 +16,7 @@ template <typename Window>
 void Editors::Open(std::unique_ptr<Window>& window) {
   if (!window) {
     window = std::make_unique<Window>(workstation_, clock_);
-    window->Dress(*look_, points_);
+    window->ApplySheet(*look_, points_);
     // Later: the window is still busy with its own closing.
     QObject::connect(
         window.get(), &EditorWindow::Left, window.get(),
@@ -36,16 +36,16 @@ void Editors::OpenShowEditor() {
   Open(show_);
 }
 
-void Editors::Undress() {
-  if (library_) library_->Undress();
-  if (show_) show_->Undress();
+void Editors::ClearSheet() {
+  if (library_) library_->ClearSheet();
+  if (show_) show_->ClearSheet();
 }
 
-void Editors::Dress(const Look& look, double points) {
+void Editors::ApplySheet(const Look& look, double points) {
   look_ = std::make_unique<Look>(look);
   points_ = points;
-  if (library_) library_->Dress(look, points);
-  if (show_) show_->Dress(look, points);
+  if (library_) library_->ApplySheet(look, points);
+  if (show_) show_->ApplySheet(look, points);
 }
 
 void Editors::ShowFrame() {

@@ -27,8 +27,8 @@ class Editors {
   Editors& operator=(const Editors&) = delete;
 
   /// Before language or colours go, and with the new ones; points: size of the type.
-  void Undress();
-  void Dress(const Look& look, double points);
+  void ClearSheet();
+  void ApplySheet(const Look& look, double points);
   void OpenLibrary();
   void OpenShowEditor();
   void ShowFrame();

@@ -11,7 +11,8 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/EqualiserDesk.h"
+#include "app/EqualiserStation.h"
+#include "app/WorkstationView.h"
 #include "ui/forms/MessageBoxes.h"
 #include "ui/models/EqText.h"
 #include "ui/strings/Decode.h"
@@ -27,7 +28,7 @@ constexpr int kFirstSlider = 1;  ///< of the twenty: it moves the lowest band
 
 }  // namespace
 
-EqualiserPage::EqualiserPage(app::EqualiserDesk& sliders, MessageBoxes& boxes, QWidget* mixing,
+EqualiserPage::EqualiserPage(app::EqualiserStation& sliders, MessageBoxes& boxes, QWidget* mixing,
                              const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), sliders_(sliders), boxes_(boxes), look_(look) {
   Name(*this, QStringLiteral("EffectsPage"), look.say(Say::Effects));

@@ -15,7 +15,7 @@ class QPushButton;
 class QVBoxLayout;
 
 namespace app {
-class EqualiserDesk;
+class EqualiserStation;
 struct WorkstationView;
 }  // namespace app
 
@@ -33,7 +33,7 @@ class EqualiserPage final : public Surface {
   Q_OBJECT
 
  public:
-  EqualiserPage(app::EqualiserDesk& sliders, MessageBoxes& boxes, QWidget* mixing, const Look& look,
+  EqualiserPage(app::EqualiserStation& sliders, MessageBoxes& boxes, QWidget* mixing, const Look& look,
                 QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
@@ -62,7 +62,7 @@ class EqualiserPage final : public Surface {
   void ShowPresets();
   void ShowChoice();
 
-  app::EqualiserDesk& sliders_;
+  app::EqualiserStation& sliders_;
   MessageBoxes& boxes_;
   Look look_;
   EqGraph* graph_;

@@ -6,6 +6,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
+#include "app/lights/StagedShow.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/ChannelFader.h"
 #include "ui/widgets/FixtureLine.h"

@@ -6,7 +6,7 @@
 #include <array>
 #include <vector>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/Look.h"
 

@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "app/lists/ListDesk.h"
+#include "app/lists/ListStation.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListButtons.h"
@@ -17,7 +17,7 @@
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
-KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
+KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListStation& lists, const Look& look,
                          QWidget* parent)
     : DropSurface(look.skin.panel, parent), table_(table), lists_(lists), look_(look) {
   Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));

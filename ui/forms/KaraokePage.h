@@ -12,7 +12,7 @@ class QHBoxLayout;
 class QLabel;
 
 namespace app {
-class ListDesk;
+class ListStation;
 struct AddingProgress;
 struct IntakeOutcome;
 }  // namespace app
@@ -35,7 +35,7 @@ class KaraokePage final : public DropSurface {
   Q_OBJECT
 
  public:
-  KaraokePage(const catalogue::track_table& table, app::ListDesk& lists, const Look& look,
+  KaraokePage(const catalogue::track_table& table, app::ListStation& lists, const Look& look,
               QWidget* parent = nullptr);
 
   void Show(const app::AddingProgress& adding);
@@ -69,7 +69,7 @@ class KaraokePage final : public DropSurface {
   void ShowCount();
 
   const catalogue::track_table& table_;
-  app::ListDesk& lists_;
+  app::ListStation& lists_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;

@@ -13,7 +13,7 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
 #include "dmx/FixtureProblems.h"
 #include "support/Text.h"
 #include "ui/forms/ChannelColumn.h"
@@ -51,7 +51,7 @@ Library::Library(app::Workstation& workstation, const support::Clock& clock)
 }
 
 Library::~Library() {
-  Undress();
+  ClearSheet();
 }
 
 QWidget* Library::MakeBody() {

@@ -5,7 +5,7 @@
 #include <array>
 #include <vector>
 
-#include "app/lights/EditorDesk.h"
+#include "app/lights/EditorFiles.h"
 #include "dmx/FixtureEdit.h"
 #include "ui/forms/EditorWindow.h"
 #include "ui/models/LevelMirror.h"

@@ -7,6 +7,7 @@
 #include <algorithm>
 
 #include "app/Deck.h"
+#include "app/WorkstationView.h"
 #include "app/sound/DeckStation.h"
 #include "catalogue/track_table.h"
 #include "ui/models/DeckChoice.h"

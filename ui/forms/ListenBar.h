@@ -4,13 +4,15 @@
 
 #include <QWidget>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "ui/models/MixerState.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;
 
 namespace app {
+
+struct WorkstationView;
 class Deck;
 }  // namespace app
 

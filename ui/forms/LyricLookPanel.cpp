@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 #include "app/settings/Settings.h"
-#include "app/songs/SongDesk.h"
+#include "app/songs/SongStation.h"
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FontChooser.h"
@@ -21,7 +21,7 @@
 
 namespace ui {
 
-LyricLookPanel::LyricLookPanel(app::SongDesk& songs, app::Settings& settings, const Look& look,
+LyricLookPanel::LyricLookPanel(app::SongStation& songs, app::Settings& settings, const Look& look,
                                QWidget* parent)
     : QWidget(parent), songs_(songs), settings_(settings), look_(look) {
   Name(*this, QStringLiteral("LyricLook"), look.say(SongWord::LookPart));

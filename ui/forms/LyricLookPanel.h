@@ -17,7 +17,7 @@ class QPushButton;
 
 namespace app {
 class Settings;
-class SongDesk;
+class SongStation;
 }  // namespace app
 
 namespace ui {
@@ -31,7 +31,8 @@ class LyricLookPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  LyricLookPanel(app::SongDesk& songs, app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  LyricLookPanel(app::SongStation& songs, app::Settings& settings, const Look& look,
+                 QWidget* parent = nullptr);
 
  Q_SIGNALS:
   void Changed();
@@ -52,7 +53,7 @@ class LyricLookPanel final : public QWidget {
   void Store(const std::string& key, const std::string& value);
   void ShowNames();
 
-  app::SongDesk& songs_;
+  app::SongStation& songs_;
   app::Settings& settings_;
   Look look_;
   QWidget* own_ = nullptr;  ///< what acts on a look of one's own alone

@@ -8,9 +8,10 @@
 #include <cmath>
 
 #include "app/Decks.h"
-#include "app/EqualiserDesk.h"
-#include "app/OutputDesk.h"
-#include "app/lists/ListDesk.h"
+#include "app/EqualiserStation.h"
+#include "app/OutputStation.h"
+#include "app/WorkstationView.h"
+#include "app/lists/ListStation.h"
 #include "app/sound/DeckStation.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/EqText.h"
@@ -40,8 +41,8 @@ QString PeakText(float db) {
 
 }  // namespace
 
-MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserDesk& sliders, app::OutputDesk& outputs,
-                       app::ListDesk& lists, MixerState& state, const Look& look, QWidget* parent)
+MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::OutputStation& outputs,
+                       app::ListStation& lists, MixerState& state, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
       decks_(decks),
       sliders_(sliders),

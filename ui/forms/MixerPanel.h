@@ -16,9 +16,9 @@ class QPushButton;
 
 namespace app {
 class Decks;
-class EqualiserDesk;
-class ListDesk;
-class OutputDesk;
+class EqualiserStation;
+class ListStation;
+class OutputStation;
 struct ListView;
 }  // namespace app
 
@@ -36,8 +36,8 @@ class MixerPanel final : public Surface {
 
  public:
   /// The state outlives the panel, which a change of language makes anew.
-  MixerPanel(app::Decks& decks, app::EqualiserDesk& sliders, app::OutputDesk& outputs, app::ListDesk& lists,
-             MixerState& state, const Look& look, QWidget* parent = nullptr);
+  MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::OutputStation& outputs,
+             app::ListStation& lists, MixerState& state, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
   /// Gives the decks the volumes that fader and crossfader make.
@@ -80,9 +80,9 @@ class MixerPanel final : public Surface {
   void ShowCue(int deck, const app::WorkstationView& view);
 
   app::Decks& decks_;
-  app::EqualiserDesk& sliders_;
-  app::OutputDesk& outputs_;
-  app::ListDesk& lists_;
+  app::EqualiserStation& sliders_;
+  app::OutputStation& outputs_;
+  app::ListStation& lists_;
   MixerState& state_;
   Look look_;
   std::array<Channel, 2> channels_;

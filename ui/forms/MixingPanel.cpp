@@ -10,7 +10,7 @@
 #include <set>
 
 #include "app/Decks.h"
-#include "app/lists/ListDesk.h"
+#include "app/lists/ListStation.h"
 #include "app/settings/Settings.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/Fader.h"
@@ -37,7 +37,7 @@ QLabel* Caption(const QString& text, const Look& look) {
 
 }  // namespace
 
-MixingPanel::MixingPanel(app::Decks& decks, app::ListDesk& lists, app::Settings& settings,
+MixingPanel::MixingPanel(app::Decks& decks, app::ListStation& lists, app::Settings& settings,
                          decks::CrossfaderCurve curve, const Look& look, QWidget* parent)
     : QWidget(parent), decks_(decks), lists_(lists), settings_(settings) {
   const auto& say = look.say;
@@ -108,10 +108,10 @@ QGridLayout* MixingPanel::LayOutChoices(const Look& look) {
   sides->addLayout(automix, 3, 1);
   auto* matches = new QHBoxLayout;
   SetSpacingEm(*matches, 0, 0.8);
-  matches->addWidget(MakeMatch("AutoBPM", ListWord::MatchTempo, &app::ListDesk::SetMatchTempo, look));
+  matches->addWidget(MakeMatch("AutoBPM", ListWord::MatchTempo, &app::ListStation::SetMatchTempo, look));
   matches->addWidget(MakeTempoReach(look));
   matches->addStretch(1);
-  matches->addWidget(MakeMatch("AutoGain", ListWord::MatchGain, &app::ListDesk::SetMatchGain, look));
+  matches->addWidget(MakeMatch("AutoGain", ListWord::MatchGain, &app::ListStation::SetMatchGain, look));
   matches->addWidget(MakeGainRange(look));
   sides->addLayout(matches, 4, 0, 1, 2);
   sides->addWidget(MakeSeekGuard(look), 5, 0, 1, 2);
@@ -142,7 +142,7 @@ QuietCombo* MixingPanel::MakeMixPlace(const Look& look) {
   return place;
 }
 
-QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
+QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app::ListStation::*choose)(bool),
                                   const Look& look) {
   auto* match = new QCheckBox(look.say(caption));
   match->setChecked(settings_.Flag("Settings", name));

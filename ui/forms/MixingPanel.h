@@ -4,7 +4,7 @@
 
 #include <QWidget>
 
-#include "app/lists/ListDesk.h"
+#include "app/lists/ListStation.h"
 #include "decks/Crossfader.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/Look.h"
@@ -28,8 +28,8 @@ class MixingPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  MixingPanel(app::Decks& decks, app::ListDesk& lists, app::Settings& settings, decks::CrossfaderCurve curve,
-              const Look& look, QWidget* parent = nullptr);
+  MixingPanel(app::Decks& decks, app::ListStation& lists, app::Settings& settings,
+              decks::CrossfaderCurve curve, const Look& look, QWidget* parent = nullptr);
 
  Q_SIGNALS:
   void CurveChosen(decks::CrossfaderCurve curve);
@@ -43,11 +43,11 @@ class MixingPanel final : public QWidget {
   QuietCombo* MakeTempoReach(const Look& look);
   QuietCombo* MakeGainRange(const Look& look);
   QCheckBox* MakeSeekGuard(const Look& look);
-  QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListDesk::*choose)(bool),
+  QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListStation::*choose)(bool),
                        const Look& look);
 
   app::Decks& decks_;
-  app::ListDesk& lists_;
+  app::ListStation& lists_;
   app::Settings& settings_;
   QuietCombo* curve_;
   QuietCombo* stretch_;

@@ -10,7 +10,8 @@
 #include <utility>
 
 #include "app/Collections.h"
-#include "app/lists/ListDesk.h"
+#include "app/WorkstationView.h"
+#include "app/lists/ListStation.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/Dialogs.h"
@@ -34,8 +35,8 @@ QPushButton* PlainButton(const QString& caption) {
 
 }  // namespace
 
-MusicPage::MusicPage(app::Collections& collections, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
-                     const Look& look, QWidget* parent)
+MusicPage::MusicPage(app::Collections& collections, app::ListStation& lists, ListenBar& listen,
+                     BatchBar& batch, const Look& look, QWidget* parent)
     : DropSurface(look.skin.panel, parent),
       collections_(collections),
       table_(collections.Music().Table()),

@@ -16,7 +16,7 @@ class QLabel;
 
 namespace app {
 class Collections;
-class ListDesk;
+class ListStation;
 struct AddingProgress;
 struct IntakeOutcome;
 struct WorkstationView;
@@ -42,7 +42,7 @@ class MusicPage final : public DropSurface {
   Q_OBJECT
 
  public:
-  MusicPage(app::Collections& collections, app::ListDesk& lists, ListenBar& listen, BatchBar& batch,
+  MusicPage(app::Collections& collections, app::ListStation& lists, ListenBar& listen, BatchBar& batch,
             const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
@@ -84,7 +84,7 @@ class MusicPage final : public DropSurface {
 
   app::Collections& collections_;
   const catalogue::track_table& table_;
-  app::ListDesk& lists_;
+  app::ListStation& lists_;
   Look look_;
   TrackModel* model_;
   TrackGrid* grid_;

@@ -34,8 +34,9 @@ QHBoxLayout* Line() {
 
 }  // namespace
 
-OrganBoardPanel::OrganBoardPanel(app::OrganDesk& desk, MessageBoxes& boxes, const Look& look, QWidget* parent)
-    : QWidget(parent), desk_(desk), boxes_(boxes), look_(look) {
+OrganBoardPanel::OrganBoardPanel(app::OrganStation& station, MessageBoxes& boxes, const Look& look,
+                                 QWidget* parent)
+    : QWidget(parent), station_(station), boxes_(boxes), look_(look) {
   Name(*this, QStringLiteral("OrganBoards"), look.say(OrganWord::Boards));
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.4);
@@ -57,7 +58,7 @@ void OrganBoardPanel::MakeBoards(QVBoxLayout& rows) {
   const auto& say = look_.say;
   use_ = MakeButton("UseK8000", say(OrganWord::Boards), say(OrganWord::BoardsTip), [this] {
     use_echo_.Sent(use_->isChecked() ? 1.0F : 0.0F, now_);
-    desk_.SwitchBoards(use_->isChecked());
+    station_.SwitchBoards(use_->isChecked());
   });
   SetKind(*use_, "lamp1");
   use_->setCheckable(true);
@@ -65,7 +66,7 @@ void OrganBoardPanel::MakeBoards(QVBoxLayout& rows) {
   size_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
   Name(*size_, QStringLiteral("IoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
   connect(size_, &QComboBox::activated, this, [this](int choice) {
-    desk_.Ask([choice](LightOrgan& organ) {
+    station_.Ask([choice](LightOrgan& organ) {
       organ.SetIoBoardSize(choice == 1 ? IoBoardSize::Two : IoBoardSize::One);
     });
   });
@@ -83,7 +84,7 @@ void OrganBoardPanel::MakeGuard(QVBoxLayout& rows) {
   guard_ = MakeButton("FlashGuard", say(OrganWord::Guard), say(OrganWord::GuardTip), [this] {
     if (!guard_->isChecked()) return AskToLift();
     guard_echo_.Sent(1, now_);
-    desk_.Ask([](LightOrgan& organ) { organ.LiftGuard(false); });
+    station_.Ask([](LightOrgan& organ) { organ.LiftGuard(false); });
   });
   SetKind(*guard_, "lamp1");
   guard_->setCheckable(true);
@@ -101,7 +102,7 @@ void OrganBoardPanel::AskToLift() {
   boxes_.Ask(QStringLiteral("GuardBox"), look_.say(OrganWord::GuardAsk), look_.say(OrganWord::GuardLift),
              [panel = QPointer(this)] {
                if (panel.isNull()) return;
-               panel->desk_.Ask([](LightOrgan& organ) { organ.LiftGuard(true); });
+               panel->station_.Ask([](LightOrgan& organ) { organ.LiftGuard(true); });
              });
 }
 
@@ -147,12 +148,12 @@ void OrganBoardPanel::MakeMemories(QVBoxLayout& rows) {
 }
 
 void OrganBoardPanel::Remember() {
-  desk_.Remember(name_->text().trimmed().toStdString());
+  station_.Remember(name_->text().trimmed().toStdString());
   name_->clear();
 }
 
 void OrganBoardPanel::Recall() {
-  if (memories_->currentRow() >= 0) desk_.Recall(static_cast<std::size_t>(memories_->currentRow()));
+  if (memories_->currentRow() >= 0) station_.Recall(static_cast<std::size_t>(memories_->currentRow()));
 }
 
 void OrganBoardPanel::Forget() {
@@ -161,15 +162,15 @@ void OrganBoardPanel::Forget() {
   boxes_.Ask(QStringLiteral("MemoryBox"), look_.say(BankWord::MemoryAskForget).arg(Decode(name)),
              look_.say(Say::EqDelete), [panel = QPointer(this), name] {
                if (panel.isNull()) return;
-               const auto& memories = panel->desk_.Memories();
+               const auto& memories = panel->station_.Memories();
                const auto there = std::find_if(memories.begin(), memories.end(),
                                                [&](const auto& memory) { return memory.name == name; });
-               panel->desk_.Forget(static_cast<std::size_t>(there - memories.begin()));
+               panel->station_.Forget(static_cast<std::size_t>(there - memories.begin()));
              });
 }
 
 void OrganBoardPanel::ShowMemories() {
-  const auto& memories = desk_.Memories();
+  const auto& memories = station_.Memories();
   const bool same =
       std::equal(memories.begin(), memories.end(), listed_.begin(), listed_.end(),
                  [](const auto& memory, const std::string& name) { return memory.name == name; });

@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "app/lights/OrganDesk.h"
+#include "app/lights/OrganStation.h"
 #include "ui/models/SentEcho.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/widgets/Look.h"
@@ -29,7 +29,8 @@ class OrganBoardPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  OrganBoardPanel(app::OrganDesk& desk, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
+  OrganBoardPanel(app::OrganStation& station, MessageBoxes& boxes, const Look& look,
+                  QWidget* parent = nullptr);
 
   void Show(const app::OrganView& view, support::TimePoint now);
 
@@ -49,7 +50,7 @@ class OrganBoardPanel final : public QWidget {
   /// Those that were listed, by name.
   void ShowMemories();
 
-  app::OrganDesk& desk_;
+  app::OrganStation& station_;
   MessageBoxes& boxes_;
   Look look_;
   support::TimePoint now_{};

@@ -5,7 +5,7 @@
 #include <QHBoxLayout>
 #include <algorithm>
 
-#include "app/lights/OrganDesk.h"
+#include "app/lights/OrganStation.h"
 #include "ui/forms/BankEditor.h"
 #include "ui/forms/OrganBoardPanel.h"
 #include "ui/forms/OrganSidePanel.h"
@@ -14,13 +14,13 @@ namespace ui {
 
 using lightorgan::Side;
 
-OrganPage::OrganPage(app::OrganDesk& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+OrganPage::OrganPage(app::OrganStation& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
                      QWidget* parent)
-    : Surface(look.skin.panel, parent), desk_(organ), boxes_(boxes), draft_(draft), look_(look) {
+    : Surface(look.skin.panel, parent), station_(organ), boxes_(boxes), draft_(draft), look_(look) {
   Name(*this, QStringLiteral("OrganPage"), look.say(Say::Organ));
-  io_ = new OrganSidePanel(Side::Io, desk_, look);
-  dac_ = new OrganSidePanel(Side::Dac, desk_, look);
-  boards_ = new OrganBoardPanel(desk_, boxes, look);
+  io_ = new OrganSidePanel(Side::Io, station_, look);
+  dac_ = new OrganSidePanel(Side::Dac, station_, look);
+  boards_ = new OrganBoardPanel(station_, boxes, look);
   connect(boards_, &OrganBoardPanel::EditorWanted, this, &OrganPage::OpenEditor);
   auto* sides = new QHBoxLayout(this);
   SetSpacingEm(*sides, 0.8, 1.6);
@@ -35,17 +35,17 @@ OrganPage::~OrganPage() {
 
 void OrganPage::OpenEditor() {
   if (editor_.isNull()) {
-    const auto& lamps = desk_.View().lamps;
-    editor_ = new BankEditor(desk_, boxes_, draft_, look_, lamps.size, this);
+    const auto& lamps = station_.View().lamps;
+    editor_ = new BankEditor(station_, boxes_, draft_, look_, lamps.size, this);
     connect(editor_, &BankEditor::Saved, this, &OrganPage::CountBanks);
   }
   editor_->Open();
 }
 
 void OrganPage::CountBanks() {
-  const lightorgan::IoBoardSize size = desk_.View().lamps.size;
+  const lightorgan::IoBoardSize size = station_.View().lamps.size;
   for (const Side side : {Side::Io, Side::Dac}) {
-    desk_.ReadBanks(side, size, [page = QPointer(this), side](const auto& banks) {
+    station_.ReadBanks(side, size, [page = QPointer(this), side](const auto& banks) {
       if (page.isNull() || !banks) return;
       int highest = 0;
       for (const lightorgan::Bank& bank : banks.Value()) highest = std::max(highest, bank.number);
@@ -55,7 +55,7 @@ void OrganPage::CountBanks() {
 }
 
 void OrganPage::Show(support::TimePoint now) {
-  const app::OrganView& view = desk_.View();
+  const app::OrganView& view = station_.View();
   if (counted_ != view.lamps.size) {
     counted_ = view.lamps.size;
     CountBanks();

@@ -11,7 +11,7 @@
 #include "ui/widgets/Surface.h"
 
 namespace app {
-class OrganDesk;
+class OrganStation;
 }  // namespace app
 
 namespace ui {
@@ -27,7 +27,7 @@ class OrganPage final : public Surface {
   Q_OBJECT
 
  public:
-  OrganPage(app::OrganDesk& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
+  OrganPage(app::OrganStation& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
             QWidget* parent = nullptr);
   ~OrganPage() override;
 
@@ -38,7 +38,7 @@ class OrganPage final : public Surface {
   /// How far the bank selectors go.
   void CountBanks();
 
-  app::OrganDesk& desk_;
+  app::OrganStation& station_;
   MessageBoxes& boxes_;
   BankDraft& draft_;
   Look look_;

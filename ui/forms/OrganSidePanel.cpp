@@ -45,8 +45,8 @@ QHBoxLayout* Columns(QWidget& page) {
 
 }  // namespace
 
-OrganSidePanel::OrganSidePanel(Side side, app::OrganDesk& desk, const Look& look, QWidget* parent)
-    : QWidget(parent), side_(side), desk_(desk), look_(look) {
+OrganSidePanel::OrganSidePanel(Side side, app::OrganStation& station, const Look& look, QWidget* parent)
+    : QWidget(parent), side_(side), station_(station), look_(look) {
   const auto& say = look_.say;
   Name(*this, Io() ? QStringLiteral("OrganIO") : QStringLiteral("OrganDAC"),
        say(Io() ? OrganWord::IoName : OrganWord::DacName));
@@ -126,7 +126,7 @@ void OrganSidePanel::Connect(Moved& moved, std::function<void(int)> send) {
 }
 
 void OrganSidePanel::Send(Command command, int value) {
-  desk_.Ask([command, value](LightOrgan& organ) { (organ.*command)(value); });
+  station_.Ask([command, value](LightOrgan& organ) { (organ.*command)(value); });
 }
 
 QWidget* OrganSidePanel::MakeSliders() {
@@ -144,7 +144,7 @@ QWidget* OrganSidePanel::MakeSliders() {
     made.value->setAlignment(Qt::AlignCenter);
     SetTextColour(*made.value, look_.skin.dim);
     Connect(made, [this, command, output](int value) {
-      desk_.Ask([command, output, value](LightOrgan& organ) { (organ.*command)(output, value); });
+      station_.Ask([command, output, value](LightOrgan& organ) { (organ.*command)(output, value); });
     });
     auto* column = new QWidget;
     column->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Expanding);

@@ -6,7 +6,7 @@
 #include <array>
 #include <functional>
 
-#include "app/lights/OrganDesk.h"
+#include "app/lights/OrganStation.h"
 #include "ui/models/SentEcho.h"
 #include "ui/strings/OrganWords.h"
 #include "ui/widgets/Look.h"
@@ -29,7 +29,8 @@ class OrganSidePanel final : public QWidget {
   Q_OBJECT
 
  public:
-  OrganSidePanel(lightorgan::Side side, app::OrganDesk& desk, const Look& look, QWidget* parent = nullptr);
+  OrganSidePanel(lightorgan::Side side, app::OrganStation& station, const Look& look,
+                 QWidget* parent = nullptr);
 
   void Show(const app::OrganView& view, support::TimePoint now);
   /// The greatest number among the banks that can be chosen.
@@ -64,7 +65,7 @@ class OrganSidePanel final : public QWidget {
   [[nodiscard]] int ModeOf(const lightorgan::LightOrganView& lamps) const;
 
   lightorgan::Side side_;
-  app::OrganDesk& desk_;
+  app::OrganStation& station_;
   Look look_;
   support::TimePoint now_{};
   std::array<QPushButton*, lightorgan::kModeButtons> modes_{};

@@ -24,12 +24,12 @@ void Check(QPushButton& button, bool checked) {
 
 }  // namespace
 
-OutputLine::OutputLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
+OutputLine::OutputLine(app::LightStation& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
     : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
   output_ = MakeLamp("K8062", "lamp1", ConsoleWord::Output, ConsoleWord::OutputTip);
   output_->setText(look.say(ConsoleWord::SwitchedOff));
   connect(output_, &QPushButton::clicked, this, [this](bool on) {
-    lights_.TurnOutput(on ? app::LightDesk::Output::On : app::LightDesk::Output::Off);
+    lights_.TurnOutput(on ? app::LightStation::Output::On : app::LightStation::Output::Off);
   });
   box_ = new QLabel;
   box_->setToolTip(look.say(ConsoleWord::BoxTip));

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <cstdint>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 
@@ -22,7 +22,7 @@ class OutputLine final : public QWidget {
   Q_OBJECT
 
  public:
-  OutputLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
+  OutputLine(app::LightStation& lights, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::LightView& view, support::TimePoint now);
 
@@ -33,7 +33,7 @@ class OutputLine final : public QWidget {
   [[nodiscard]] QString StatusText(const app::LightView& view) const;
   void ShowBox(const app::LightView& view);
 
-  app::LightDesk& lights_;
+  app::LightStation& lights_;
   MessageBoxes& boxes_;
   Look look_;
   QPushButton* output_;

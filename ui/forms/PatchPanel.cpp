@@ -29,8 +29,8 @@ void Warn(QListWidgetItem& item, const Look& look) {
 
 }  // namespace
 
-PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), edit_(edit), desk_(desk), look_(look) {
+PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorFiles& files, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), edit_(edit), files_(files), look_(look) {
   setObjectName(QStringLiteral("Patch"));
   auto* head = new QLabel(look.say(EditorWord::Fixtures));
   SetFontEm(*head, 1.1, Weight::Bold);
@@ -232,7 +232,7 @@ void PatchPanel::PatchChosen() {
   const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
   const auto start = static_cast<std::int16_t>(start_->text().toInt());
   const auto added =
-      edit_.AddFixture({desk_.FilenameOf(fixture.file), start, 0, fixture.channels, fixture.cut_short});
+      edit_.AddFixture({files_.FilenameOf(fixture.file), start, 0, fixture.channels, fixture.cut_short});
   Finish(added);
   if (added) Choose(edit_.Now().fixtures.count());
 }

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "app/lights/EditorDesk.h"
+#include "app/lights/EditorFiles.h"
 #include "dmx/ShowEdit.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"
@@ -22,7 +22,7 @@ class PatchPanel final : public Surface {
   Q_OBJECT
 
  public:
-  PatchPanel(dmx::ShowEdit& edit, app::EditorDesk& desk, const Look& look, QWidget* parent = nullptr);
+  PatchPanel(dmx::ShowEdit& edit, app::EditorFiles& files, const Look& look, QWidget* parent = nullptr);
 
   void ShowLibrary(std::vector<app::LibraryFixture> fixtures);
   void ShowDocument();
@@ -58,7 +58,7 @@ class PatchPanel final : public Surface {
   void Finish(const support::Result<void>& result);
 
   dmx::ShowEdit& edit_;
-  app::EditorDesk& desk_;
+  app::EditorFiles& files_;
   const Look& look_;
   std::vector<app::LibraryFixture> fixtures_;
   QListWidget* library_ = nullptr;

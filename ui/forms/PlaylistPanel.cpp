@@ -10,7 +10,8 @@
 #include <QVBoxLayout>
 
 #include "app/Collections.h"
-#include "app/lists/ListDesk.h"
+#include "app/WorkstationView.h"
+#include "app/lists/ListStation.h"
 #include "support/Text.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
@@ -39,7 +40,7 @@ std::string TotalText(std::int64_t seconds) {
 
 }  // namespace
 
-PlaylistPanel::PlaylistPanel(int number, app::Collections& collections, app::ListDesk& lists, Width width,
+PlaylistPanel::PlaylistPanel(int number, app::Collections& collections, app::ListStation& lists, Width width,
                              const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
       collections_(collections),

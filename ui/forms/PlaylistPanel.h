@@ -19,7 +19,7 @@ class QPushButton;
 
 namespace app {
 class Collections;
-class ListDesk;
+class ListStation;
 struct IntakeOutcome;
 struct WorkstationView;
 }  // namespace app
@@ -39,7 +39,7 @@ class PlaylistPanel final : public Surface {
   /// How wide the panel is: as its columns are described, or as there is room.
   enum class Width { Given, Stretches };
 
-  PlaylistPanel(int number, app::Collections& collections, app::ListDesk& lists, Width width,
+  PlaylistPanel(int number, app::Collections& collections, app::ListStation& lists, Width width,
                 const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view);
@@ -80,7 +80,7 @@ class PlaylistPanel final : public Surface {
   void FollowDecks(const app::WorkstationView& view);
 
   app::Collections& collections_;
-  app::ListDesk& lists_;
+  app::ListStation& lists_;
   const int number_;
   const TableId id_;
   const app::ListId list_;

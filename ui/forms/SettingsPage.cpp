@@ -10,8 +10,9 @@
 #include <QVBoxLayout>
 #include <algorithm>
 
-#include "app/OutputDesk.h"
-#include "app/lights/OrganDesk.h"
+#include "app/OutputStation.h"
+#include "app/WorkstationView.h"
+#include "app/lights/OrganStation.h"
 #include "app/settings/OutputSettings.h"
 #include "lightorgan/LightOrgan.h"
 #include "lightorgan/Outputs.h"

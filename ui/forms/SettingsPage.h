@@ -5,8 +5,8 @@
 #include <array>
 #include <vector>
 
+#include "app/OutputView.h"
 #include "app/Workstation.h"
-#include "app/WorkstationView.h"
 #include "app/ports/SoundPriority.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
@@ -14,6 +14,10 @@
 class QGridLayout;
 class QLabel;
 class QVBoxLayout;
+
+namespace app {
+struct WorkstationView;
+}
 
 namespace ui {
 

@@ -11,6 +11,7 @@
 #include <QSignalBlocker>
 #include <algorithm>
 
+#include "app/lights/StagedShow.h"
 #include "dmx/ShowTime.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/MessageBoxes.h"
@@ -38,7 +39,7 @@ QString ClockText(dmx::ShowTime time) {
 
 }  // namespace
 
-ShowLine::ShowLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
+ShowLine::ShowLine(app::LightStation& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
     : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
   MakeChoice();
   MakeTransport();

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/lights/LightDesk.h"
+#include "app/lights/LightStation.h"
 #include "ui/widgets/Look.h"
 
 class QFileDialog;
@@ -26,7 +26,7 @@ class ShowLine final : public QWidget {
   Q_OBJECT
 
  public:
-  ShowLine(app::LightDesk& lights, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
+  ShowLine(app::LightStation& lights, MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::LightView& view);
   /// Looks which shows the folder has.
@@ -46,7 +46,7 @@ class ShowLine final : public QWidget {
   void ShowChoice(const app::ShowView& show);
   void ShowPlace(const app::ShowView& show);
 
-  app::LightDesk& lights_;
+  app::LightStation& lights_;
   MessageBoxes& boxes_;
   Look look_;
   QuietCombo* shows_;

@@ -9,7 +9,7 @@
 #include <cmath>
 
 #include "app/settings/Settings.h"
-#include "app/songs/SongDesk.h"
+#include "app/songs/SongStation.h"
 #include "ui/forms/LyricLookPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/models/SceneLooks.h"
@@ -49,7 +49,7 @@ QString SongTitle(const app::SongView& view) {
 
 }  // namespace
 
-SongPanel::SongPanel(app::SongDesk& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
+SongPanel::SongPanel(app::SongStation& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
                      QWidget* parent)
     : Surface(look.skin.panel, parent), songs_(songs), settings_(settings), singers_(singers), look_(look) {
   const auto& say = look.say;
@@ -131,7 +131,7 @@ QHBoxLayout* SongPanel::MakeHead() {
 }
 
 QWidget* SongPanel::MakeSong() {
-  app::SongDesk& songs = songs_;
+  app::SongStation& songs = songs_;
   title_ = new ElidedLabel;
   Name(*title_, QStringLiteral("SongTitle"), {});
   SetFontEm(*title_, 1.1, Weight::Bold);
@@ -281,7 +281,7 @@ void SongPanel::UseLook() {
 }
 
 void SongPanel::PlayOrPause() {
-  app::SongDesk& songs = songs_;
+  app::SongStation& songs = songs_;
   state_ == SongState::Playing ? songs.Pause() : songs.Resume();
 }
 

@@ -19,7 +19,7 @@ class QStackedWidget;
 
 namespace app {
 class Settings;
-class SongDesk;
+class SongStation;
 }  // namespace app
 
 namespace ui {
@@ -39,7 +39,7 @@ class SongPanel final : public Surface {
 
  public:
   /// singers outlives the panel.
-  SongPanel(app::SongDesk& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
+  SongPanel(app::SongStation& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
             QWidget* parent = nullptr);
 
   void Show(const app::SongView& view, support::TimePoint now);
@@ -71,7 +71,7 @@ class SongPanel final : public Surface {
   void PlayOrPause();
   void UseLook();
 
-  app::SongDesk& songs_;
+  app::SongStation& songs_;
   app::Settings& settings_;
   frmKaraoke& singers_;
   Look look_;

@@ -10,7 +10,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/lights/LightDesk.h"
+#include "app/WorkstationView.h"
+#include "app/lights/LightStation.h"
 #include "app/settings/OutputSettings.h"
 #include "ui/models/OutputText.h"
 #include "ui/strings/Decode.h"

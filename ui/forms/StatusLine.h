@@ -5,7 +5,7 @@
 #include <array>
 #include <cstdint>
 
-#include "app/WorkstationView.h"
+#include "app/Notice.h"
 #include "support/Clock.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
@@ -14,6 +14,8 @@ class QLabel;
 class QPushButton;
 
 namespace app {
+
+struct WorkstationView;
 struct LightView;
 }  // namespace app
 

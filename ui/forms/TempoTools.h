@@ -6,7 +6,7 @@
 #include <optional>
 #include <string>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "app/sound/GainQueries.h"
 #include "ui/models/KeyMap.h"
 #include "ui/widgets/Look.h"

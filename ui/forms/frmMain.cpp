@@ -16,8 +16,8 @@
 #include "app/Collections.h"
 #include "app/Decks.h"
 #include "app/Language.h"
-#include "app/OutputDesk.h"
-#include "app/lights/LightDesk.h"
+#include "app/OutputStation.h"
+#include "app/lights/LightStation.h"
 #include "dmx/ShowPlayer.h"
 #include "support/Text.h"
 #include "support/WordRow.h"
@@ -112,7 +112,7 @@ void frmMain::Build() {
   const int chosen = music_ == nullptr ? 0 : music_->ChosenRow();
   if (listen_ != nullptr) listen_->End();
   delete takeCentralWidget();
-  editors_.Undress();
+  editors_.ClearSheet();
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   words_.Speak(choices_.language);
@@ -314,7 +314,7 @@ void frmMain::ApplySize() {
   ApplySkin(*qApp, SkinOf(choices_.skin), static_cast<int>(std::lround(points * logicalDpiY() / 72)));
   ApplyBaseSize(*this, points);
   QToolTip::setFont(font());
-  editors_.Dress({SkinOf(choices_.skin), *say_}, points);
+  editors_.ApplySheet({SkinOf(choices_.skin), *say_}, points);
 }
 
 // Nobody is asked while the music would wait for it: the decks play on until the window is really closed.

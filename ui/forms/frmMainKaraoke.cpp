@@ -4,7 +4,7 @@
 #include <QPointer>
 
 #include "app/Collections.h"
-#include "app/songs/SongDesk.h"
+#include "app/songs/SongStation.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"

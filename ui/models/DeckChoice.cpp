@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/models/DeckChoice.h"
 
+#include "app/WorkstationView.h"
+
 namespace ui {
 
 bool MayLoad(const app::DeckView& deck) {

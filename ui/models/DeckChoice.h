@@ -4,7 +4,11 @@
 
 #include <optional>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
+
+namespace app {
+struct WorkstationView;
+}
 
 namespace ui {
 

@@ -6,6 +6,8 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "app/WorkstationView.h"
+
 namespace ui {
 
 QString GainText(int decibels) {

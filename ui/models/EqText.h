@@ -5,9 +5,12 @@
 #include <QString>
 #include <array>
 
-#include "app/WorkstationView.h"
 #include "decks/EqPresets.h"
 #include "ui/widgets/EqGraph.h"
+
+namespace app {
+struct WorkstationView;
+}
 
 namespace ui {
 

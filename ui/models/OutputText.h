@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "app/WorkstationView.h"
+#include "app/OutputView.h"
 #include "ui/strings/Strings.h"
 
 namespace ui {

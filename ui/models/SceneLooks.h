@@ -8,13 +8,13 @@
 
 namespace app {
 class Settings;
-class SongDesk;
+class SongStation;
 }  // namespace app
 
 namespace ui {
 
 /// How the words look as it is stored now, pictures read. What cannot be read is left out.
-[[nodiscard]] SceneLook ReadSceneLook(const app::SongDesk& songs, const app::Settings& settings);
+[[nodiscard]] SceneLook ReadSceneLook(const app::SongStation& songs, const app::Settings& settings);
 
 /// Two lines to show a look with.
 [[nodiscard]] std::shared_ptr<const app::SongWords> SampleWords(const QString& line, const QString& next);

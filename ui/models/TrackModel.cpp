@@ -7,6 +7,7 @@
 #include <set>
 #include <utility>
 
+#include "app/WorkstationView.h"
 #include "support/Text.h"
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"

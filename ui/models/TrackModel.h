@@ -8,12 +8,15 @@
 #include <optional>
 #include <string>
 
-#include "app/WorkstationView.h"
 #include "app/lists/TableSearch.h"
 #include "catalogue/track_table.h"
 #include "ui/models/GridShape.h"
 #include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
+
+namespace app {
+struct WorkstationView;
+}
 
 namespace ui {
 

@@ -13,6 +13,8 @@
 #include <QPushButton>
 #include <QTableView>
 
+#include "app/WorkstationView.h"
+
 namespace ui::testing {
 
 Booth::Booth() {

@@ -7,6 +7,7 @@
 #include <QWheelEvent>
 #include <fstream>
 
+#include "app/lights/StagedShow.h"
 #include "dmx/testing/ShowMaker.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/FaderBank.h"
@@ -30,11 +31,11 @@ class ConsoleTest : public Booth {
   void OpenConsole() {
     Open();
     Press(Qt::Key_4, Qt::ControlModifier);
-    Lights().TurnOutput(app::LightDesk::Output::On);
+    Lights().TurnOutput(app::LightStation::Output::On);
     Settle();
     wire.TakeCalls();
   }
-  app::LightDesk& Lights() { return station->Lights(); }
+  app::LightStation& Lights() { return station->Lights(); }
   ChannelFader& Fader(int place) { return Find<ChannelFader>(("Fader" + std::to_string(place)).c_str()); }
   void Type(ChannelFader& fader, const char* keys) {
     fader.setFocus();
@@ -249,7 +250,7 @@ TEST_F(ConsoleTest, TheSwitchOpensAndClosesTheInterface) {
   }
   EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("20 frames a second, 14 packets each"));
   EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending"));
-  Lights().TurnOutput(app::LightDesk::Output::Off);
+  Lights().TurnOutput(app::LightStation::Output::Off);
   Settle();
   EXPECT_EQ(Find<QPushButton>("K8062").text(), QStringLiteral("K8062 off"));
   EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending")) << "as when an editor has started it";
@@ -268,7 +269,7 @@ TEST_F(ConsoleTest, EveryPageTellsWhetherTheLampsAreReached) {
   EXPECT_EQ(TextOf("DmxState"), QStringLiteral("DMX"));
   Press(Qt::Key_B, Qt::ControlModifier);
   EXPECT_EQ(TextOf("DmxState"), QStringLiteral("DMX: blackout"));
-  Lights().TurnOutput(app::LightDesk::Output::Off);
+  Lights().TurnOutput(app::LightStation::Output::Off);
   Settle();
   EXPECT_FALSE(Find<QLabel>("DmxState").isVisible());
 }

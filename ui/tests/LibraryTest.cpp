@@ -121,7 +121,7 @@ TEST_F(LibraryTest, PresetsAreAddedEachFromWhereTheLastOneEnds) {
 }
 
 TEST_F(LibraryTest, SlidersSendToTheLampThatIsTried) {
-  station->Lights().TurnOutput(app::LightDesk::Output::On);
+  station->Lights().TurnOutput(app::LightStation::Output::On);
   StepUp("ChannelsUp", 3);
   Type("StartChannel", "510");
   EXPECT_EQ(In<QLabel>("Counter3").text(), QStringLiteral("DMX 512"));

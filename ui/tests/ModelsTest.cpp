@@ -5,6 +5,7 @@
 #include <QMimeData>
 #include <limits>
 
+#include "app/WorkstationView.h"
 #include "support/Languages.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/OutputText.h"

@@ -12,6 +12,7 @@
 #include <QTextBrowser>
 #include <fstream>
 
+#include "app/WorkstationView.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/VisualSurface.h"

@@ -9,6 +9,7 @@
 #include <QSlider>
 #include <QTableView>
 
+#include "app/WorkstationView.h"
 #include "ui/tests/Booth.h"
 
 namespace ui::testing {

@@ -10,7 +10,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "decks/EqResponse.h"
 #include "ui/models/EqText.h"
 #include "ui/widgets/Look.h"

@@ -95,7 +95,7 @@ class LyricScene {
   const karaoke::LyricDisplay display_;
   SceneLook look_;
   LyricCanvas canvas_{QSize(0, 0)};
-  std::shared_ptr<const app::SongWords> words_;  // with the desk
+  std::shared_ptr<const app::SongWords> words_;  // with the station
   std::uint64_t generation_ = 0;
   std::map<Key, Drawn> drawn_;
   int drawn_late_ = 0;

@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <chrono>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "ui/skins/Skin.h"
 
 namespace ui {

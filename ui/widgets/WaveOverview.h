@@ -7,7 +7,7 @@
 #include <chrono>
 #include <memory>
 
-#include "app/WorkstationView.h"
+#include "app/sound/DeckView.h"
 #include "music/Wave.h"
 #include "ui/widgets/MixHandle.h"
 #include "ui/widgets/SeekGuard.h"

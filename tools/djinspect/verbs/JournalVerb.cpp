@@ -40,7 +40,7 @@ Json DeckTree(const app::DeckInHand& deck) {
           {"cue", deck.pre_volume}};
 }
 
-Json MixerTree(const app::ListDesk::InHand& mixer) {
+Json MixerTree(const app::ListStation::InHand& mixer) {
   const app::MixInHand& mix = mixer.mix;
   return {{"faders", mixer.hands.faders},
           {"crossfader", mixer.hands.crossfader},
