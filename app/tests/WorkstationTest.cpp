@@ -122,7 +122,7 @@ TEST_F(DeckTest, ASeekThatOvertakesTheEndPlaysOn) {
   engine_.SetLatency(milliseconds(60));
   Load(1, "a.mp3");
   Play(1);
-  clock_.Advance(seconds(101));
+  clock_.Advance(milliseconds(100'030));
   station_->Decks()[1].Do(&DeckStation::Seek, seconds(10));
   Settle();
   Advance(seconds(1));

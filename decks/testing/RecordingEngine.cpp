@@ -13,6 +13,9 @@ namespace {
 
 using support::MutexLock;
 
+constexpr int kLowestRate = 8000;
+constexpr int kHighestRate = 192'000;
+
 support::Error NoSuchFile(const std::string& path) {
   return {support::ErrorCode::NotFound, "There is no file \"" + path + "\"."};
 }
@@ -108,12 +111,14 @@ void RecordingEngine::OnCall(std::function<void(const std::string&)> listener) {
 
 int RecordingEngine::Streams() const {
   MutexLock lock(mutex_);
-  return static_cast<int>(streams_.size());
+  const auto wrapped = std::count_if(streams_.begin(), streams_.end(),
+                                     [](const auto& one) { return one.second.decoder != 0; });
+  return static_cast<int>(streams_.size() + decoders_.size()) - static_cast<int>(wrapped);
 }
 
 std::optional<int> RecordingEngine::DeviceOf(StreamHandle stream) const {
   MutexLock lock(mutex_);
-  const Stream* found = At(stream);
+  const Stream* found = At(stream);  // none of a decoder
   return found == nullptr ? std::nullopt : std::optional<int>(found->device);
 }
 
@@ -143,22 +148,25 @@ float RecordingEngine::SemitonesOf(StreamHandle stream) const {
 
 std::uint32_t RecordingEngine::SpeakerOf(StreamHandle stream) const {
   MutexLock lock(mutex_);
-  const Stream* found = At(stream);
+  const Source* found = SourceAt(stream);
   return found == nullptr ? 0 : found->speaker;
 }
 
 bool RecordingEngine::BASS_Init(int device, int frequency, std::uint32_t flags) {
   MutexLock lock(mutex_);
   if (!Record(Line("BASS_Init", device, frequency, flags))) return false;
+  if (frequency < kLowestRate || frequency > kHighestRate) return false;
+  if (open_.contains(device)) return true;
   const bool there = device >= 0 && device <= static_cast<int>(devices_.size());
   if (!there || broken_.contains(device)) return false;
-  open_.insert(device);
+  open_[device] = frequency;
   return true;
 }
 
 std::optional<std::string> RecordingEngine::BASS_GetDeviceDescription(int device) {
   MutexLock lock(mutex_);
   if (!Record(Line("BASS_GetDeviceDescription", device))) return std::nullopt;
+  if (device == 0) return "No sound";
   if (device < 1 || device > static_cast<int>(devices_.size())) return std::nullopt;
   return devices_[static_cast<std::size_t>(device - 1)];
 }
@@ -172,42 +180,46 @@ void RecordingEngine::BASS_Free() {
   MutexLock lock(mutex_);
   if (!Record("BASS_Free")) return;
   streams_.clear();
+  decoders_.clear();
   open_.clear();
 }
 
 bool RecordingEngine::BASS_SetDevice(int device) {
   MutexLock lock(mutex_);
-  if (!Record(Line("BASS_SetDevice", device)) || !open_.contains(device)) return false;
+  if (!Record(Line("BASS_SetDevice", device)) || !open_.contains(device)) {
+    FailWithoutOutput();
+    return false;
+  }
   current_device_ = device;
   return true;
 }
 
-StreamHandle RecordingEngine::Create(std::string_view call, const std::string& path, std::uint64_t length,
-                                     std::uint32_t flags) {
+StreamHandle RecordingEngine::Create(std::string_view call, bool memory, const std::string& path,
+                                     std::uint64_t length, std::uint32_t flags) {
   MutexLock lock(mutex_);
   if (!Record(Line(call, "0", path, "0", Hex(length), Hex(flags)))) {
     last_error_ = {support::ErrorCode::Unreadable, "\"" + path + "\" cannot be read."};
     return 0;
   }
+  if (memory) return 0;
   const std::optional<FakeFile> file = Find(path);
   if (!file) {
     last_error_ = NoSuchFile(path);
     return 0;
   }
-  Stream stream;
-  stream.file = *file;
-  stream.device = current_device_;
-  const std::uint64_t in_length = length & kSpeakerMask;
-  stream.speaker = in_length != 0 ? static_cast<std::uint32_t>(in_length) : flags & kSpeakerMask;
-  streams_[next_handle_] = stream;
+  std::uint64_t speaker = flags & kSpeakerMask;
+  if (speaker == 0 && length >= kSpeakerFront && length <= kSpeakerRear2) speaker = length & kSpeakerMask;
+  decoders_[next_handle_] = {*file, current_device_, static_cast<std::uint32_t>(speaker)};
   return next_handle_++;
 }
 
 StreamHandle RecordingEngine::CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
                                               std::uint32_t speaker) {
   MutexLock lock(mutex_);
-  if (!Record(Line("CreateGenerated", device, Hex(speaker)))) {
-    last_error_ = {support::ErrorCode::Unavailable, "The sound output is not open."};
+  const bool works = Record(Line("CreateGenerated", device, Hex(speaker)));
+  const auto open = open_.find(device);
+  if (!works || open == open_.end() || open->second != sound->SampleRate()) {
+    FailWithoutOutput();
     return 0;
   }
   Stream stream;
@@ -220,150 +232,46 @@ StreamHandle RecordingEngine::CreateGenerated(std::shared_ptr<support::SoundGene
   return next_handle_++;
 }
 
-StreamHandle RecordingEngine::BASS_StreamCreateFile(bool, const std::string& path, std::uint64_t,
+StreamHandle RecordingEngine::BASS_StreamCreateFile(bool memory, const std::string& path, std::uint64_t,
                                                     std::uint64_t length, std::uint32_t flags) {
-  return Create("BASS_StreamCreateFile", path, length, flags);
+  return Create("BASS_StreamCreateFile", memory, path, length, flags);
 }
 
-StreamHandle RecordingEngine::BASS_FLAC_StreamCreateFile(bool, const std::string& path, std::uint64_t,
+StreamHandle RecordingEngine::BASS_FLAC_StreamCreateFile(bool memory, const std::string& path, std::uint64_t,
                                                          std::uint64_t length, std::uint32_t flags) {
-  return Create("BASS_FLAC_StreamCreateFile", path, length, flags);
+  return Create("BASS_FLAC_StreamCreateFile", memory, path, length, flags);
 }
 
-StreamHandle RecordingEngine::BASS_WMA_StreamCreateFile(bool, const std::string& path, std::uint64_t,
+StreamHandle RecordingEngine::BASS_WMA_StreamCreateFile(bool memory, const std::string& path, std::uint64_t,
                                                         std::uint64_t length, std::uint32_t flags) {
-  return Create("BASS_WMA_StreamCreateFile", path, length, flags);
+  return Create("BASS_WMA_StreamCreateFile", memory, path, length, flags);
 }
 
 StreamHandle RecordingEngine::BASS_FX_TempoCreate(StreamHandle decoder, std::uint32_t flags) {
   MutexLock lock(mutex_);
-  if (!Record(Line("BASS_FX_TempoCreate", decoder, Hex(flags)))) return 0;
-  const auto source = streams_.find(decoder);
-  if (source == streams_.end()) return 0;
-  const Stream stream = source->second;
-  streams_.erase(source);
+  const Source* source =
+      Record(Line("BASS_FX_TempoCreate", decoder, Hex(flags))) ? DecoderAt(decoder) : nullptr;
+  if (source == nullptr) return 0;
+  if (!open_.contains(source->device)) {
+    FailWithoutOutput();
+    return 0;
+  }
+  Stream stream;
+  static_cast<Source&>(stream) = *source;
+  stream.frame = 0;
+  if ((flags & kTempoFreeSource) != 0) stream.decoder = decoder;
   streams_[next_handle_] = stream;
   return next_handle_++;
 }
 
-void RecordingEngine::BASS_FX_TempoSet(StreamHandle stream, float tempo_percent, float sample_rate,
-                                       float semitones) {
-  MutexLock lock(mutex_);
-  if (!Record(Line("BASS_FX_TempoSet", stream, tempo_percent, sample_rate, semitones))) return;
-  Stream* found = At(stream);
-  if (found == nullptr) return;
-  Settle(*found);
-  if (tempo_percent > kTempoUnchanged) found->tempo = tempo_percent;
-  if (sample_rate >= 0) found->rate = sample_rate;
-  if (semitones > kTempoUnchanged) found->semitones = semitones;
-}
-
 void RecordingEngine::BASS_StreamFree(StreamHandle stream) {
   MutexLock lock(mutex_);
-  if (Record(Line("BASS_StreamFree", stream))) streams_.erase(stream);
-}
-
-bool RecordingEngine::BASS_ChannelPlay(StreamHandle stream, bool restart) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_ChannelPlay", stream, restart ? 1 : 0)) ? At(stream) : nullptr;
-  if (found == nullptr) return false;
-  Settle(*found);
-  if (restart) found->frame = 0;
-  found->playing = true;
-  return true;
-}
-
-void RecordingEngine::BASS_ChannelPause(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_ChannelPause", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return;
-  Settle(*found);
-  found->playing = false;
-}
-
-void RecordingEngine::BASS_ChannelStop(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_ChannelStop", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return;
-  Settle(*found);
-  found->playing = false;
-}
-
-void RecordingEngine::BASS_ChannelSetAttributes(StreamHandle stream, int frequency, int volume, int pan) {
-  MutexLock lock(mutex_);
-  Stream* found =
-      Record(Line("BASS_ChannelSetAttributes", stream, frequency, volume, pan)) ? At(stream) : nullptr;
-  if (found != nullptr && volume >= 0) found->volume = volume;
-}
-
-std::uint32_t RecordingEngine::BASS_ChannelGetLevel(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  const Stream* found = At(stream);
-  if (found == nullptr || !found->playing) return 0;
-  return static_cast<std::uint32_t>(found->file.left_peak) |
-         static_cast<std::uint32_t>(found->file.right_peak) << 16;
-}
-
-support::BytePosition RecordingEngine::BASS_ChannelGetPosition(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  const Stream* found = Record(Line("BASS_ChannelGetPosition", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return {};
-  return {static_cast<std::int64_t>(FrameOf(*found)) * found->file.channels * 2};
-}
-
-support::BytePosition RecordingEngine::BASS_ChannelGetLength(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  const Stream* found = Record(Line("BASS_ChannelGetLength", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return {};
-  return {std::llround(found->file.seconds * found->file.sample_rate) * found->file.channels * 2};
-}
-
-bool RecordingEngine::BASS_ChannelSetPosition(StreamHandle stream, support::BytePosition position) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_ChannelSetPosition", stream, position.value)) ? At(stream) : nullptr;
-  if (found == nullptr || position.value < 0) return false;
-  const double frame = static_cast<double>(position.value / (found->file.channels * 2));
-  if (frame >= found->file.seconds * found->file.sample_rate) return false;
-  Settle(*found);
-  if (found->frame >= found->file.seconds * found->file.sample_rate) {
-    found->ended_until = clock_.Now() + latency_;
-  }
-  found->frame = frame;
-  return true;
-}
-
-std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle decoder, std::span<std::int16_t> buffer,
-                                                   std::uint32_t bytes) {
-  MutexLock lock(mutex_);
-  Stream* found = Record(Line("BASS_ChannelGetData", decoder, bytes)) ? At(decoder) : nullptr;
-  if (found == nullptr) return 0;
-  const double left = found->file.seconds * found->file.sample_rate - found->frame;
-  const auto frame_bytes = static_cast<std::uint32_t>(found->file.channels * 2);
-  const auto fitting = std::min<std::size_t>(bytes, buffer.size() * 2) / frame_bytes;
-  const auto frames = static_cast<std::uint32_t>(std::clamp(left, 0.0, static_cast<double>(fitting)));
-  const auto channels = static_cast<std::size_t>(found->file.channels);
-  const std::size_t first = static_cast<std::size_t>(found->frame) * channels;
-  const std::vector<std::int16_t>& samples = found->file.samples;
-  for (std::size_t i = 0; i < frames * channels; ++i) {
-    const int peak = i % channels == 0 ? found->file.left_peak : found->file.right_peak;
-    const int silent = first + i < samples.size() ? samples[first + i] : 0;
-    buffer[i] = static_cast<std::int16_t>(samples.empty() ? std::min(peak, 32767) : silent);
-  }
-  found->frame += frames;
-  return frames * frame_bytes;
-}
-
-bool RecordingEngine::BASS_ChannelIsActive(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  const Stream* found = At(stream);
-  return found != nullptr && FrameOf(*found) < found->file.seconds * found->file.sample_rate;
-}
-
-double RecordingEngine::BASS_ChannelBytes2Seconds(StreamHandle stream, support::BytePosition position) {
-  MutexLock lock(mutex_);
-  const Stream* found = At(stream);
-  if (found == nullptr) return 0;
-  return static_cast<double>(position.value) / (2 * found->file.channels) / found->file.sample_rate;
+  if (!Record(Line("BASS_StreamFree", stream))) return;
+  decoders_.erase(stream);
+  const auto found = streams_.find(stream);
+  if (found == streams_.end()) return;
+  decoders_.erase(found->second.decoder);
+  streams_.erase(found);
 }
 
 bool RecordingEngine::DecodeFurther(StreamHandle decoder) {
@@ -390,42 +298,6 @@ void RecordingEngine::Prepare(const std::string& path, std::function<void(suppor
 support::Error RecordingEngine::LastError() const {
   MutexLock lock(mutex_);
   return last_error_;
-}
-
-SampleFormat RecordingEngine::FormatOf(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  const Stream* found = At(stream);
-  return found == nullptr ? SampleFormat{} : SampleFormat{found->file.sample_rate, found->file.channels};
-}
-
-HeardStream RecordingEngine::Heard(StreamHandle stream) {
-  MutexLock lock(mutex_);
-  HeardStream heard;
-  const Stream* found = At(stream);
-  if (found == nullptr) return heard;
-  const double length = found->file.seconds * found->file.sample_rate;
-  const double frame = clock_.Now() < found->ended_until ? length : FrameOf(*found);
-  heard.ended = frame >= length;
-  heard.playing = found->playing && !heard.ended;
-  heard.frame = {static_cast<std::int64_t>(frame)};
-  heard.length = {std::llround(length)};
-  heard.length_exact = true;
-  heard.sample_rate = found->file.sample_rate;
-  heard.channels = found->file.channels;
-  heard.ratio = found->Speed();
-  heard.left_peak = heard.playing ? static_cast<float>(found->file.left_peak) / 32768 : 0;
-  heard.right_peak = heard.playing ? static_cast<float>(found->file.right_peak) / 32768 : 0;
-  return heard;
-}
-
-support::EngineFrame RecordingEngine::NextFrame(StreamHandle) {
-  const std::chrono::duration<double> now = clock_.Now().time_since_epoch();
-  return {static_cast<std::int64_t>(now.count() * 44100)};
-}
-
-bool RecordingEngine::Schedule(const ScheduledCommand& command) {
-  MutexLock lock(mutex_);
-  return Record(Line("Schedule", command.stream, command.at.value)) && At(command.stream) != nullptr;
 }
 
 void RecordingEngine::ReturnDevice(int device) {
@@ -470,9 +342,15 @@ std::optional<FakeFile> RecordingEngine::Find(const std::string& path) const {
   return found == files_.end() ? any_file_ : std::optional<FakeFile>(found->second);
 }
 
+void RecordingEngine::FailWithoutOutput() {
+  last_error_ = {support::ErrorCode::Unavailable, "The sound output is not open."};
+}
+
 RecordingEngine::Stream* RecordingEngine::At(StreamHandle stream) {
   const auto found = streams_.find(stream);
-  return found == streams_.end() ? nullptr : &found->second;
+  if (found == streams_.end()) return nullptr;
+  found->second.Follow(clock_.Now());
+  return &found->second;
 }
 
 const RecordingEngine::Stream* RecordingEngine::At(StreamHandle stream) const {
@@ -480,17 +358,19 @@ const RecordingEngine::Stream* RecordingEngine::At(StreamHandle stream) const {
   return found == streams_.end() ? nullptr : &found->second;
 }
 
-double RecordingEngine::FrameOf(const Stream& stream) const {
-  const double length = stream.file.seconds * stream.file.sample_rate;
-  if (!stream.playing) return stream.frame;
-  const std::chrono::duration<double> passed = clock_.Now() - stream.since;
-  const double ratio = stream.Speed();
-  return std::min(length, stream.frame + passed.count() * stream.file.sample_rate * ratio);
+RecordingEngine::Source* RecordingEngine::DecoderAt(StreamHandle decoder) {
+  const auto found = decoders_.find(decoder);
+  return found == decoders_.end() ? nullptr : &found->second;
 }
 
-void RecordingEngine::Settle(Stream& stream) const {
-  stream.frame = FrameOf(stream);
-  stream.since = clock_.Now();
+RecordingEngine::Source* RecordingEngine::SourceAt(StreamHandle handle) {
+  Source* decoder = DecoderAt(handle);
+  return decoder != nullptr ? decoder : At(handle);
+}
+
+const RecordingEngine::Source* RecordingEngine::SourceAt(StreamHandle handle) const {
+  const auto found = decoders_.find(handle);
+  return found != decoders_.end() ? &found->second : At(handle);
 }
 
 }  // namespace decks::testing

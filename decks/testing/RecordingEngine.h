@@ -33,11 +33,13 @@ struct FakeFile {
   std::vector<std::int16_t> samples = {};
 };
 
-/// An engine without sound: it writes down every call and lets streams play by its clock.
+/// An engine without sound: it writes down every call and lets streams play by its clock. What is mixed is
+/// heard at once, a ramp changes nothing that is seen here, and files are decoded as soon as they are opened;
+/// for the rest EngineContract.h holds it to what the real one does.
 ///
 /// The log holds one line a call, "BASS_SetDevice 1", handles and numbers in decimal, flags and lengths in
-/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events)
-/// and roles are not logged. Threads: any, one lock around everything.
+/// hexadecimal, paths as they are. What is asked again and again (Heard, levels, activity, health, events),
+/// roles, gains and cancelling are not logged. Threads: any, one lock around everything.
 class RecordingEngine final : public AudioEngine, public SoundControl {
  public:
   explicit RecordingEngine(const support::Clock& clock) : clock_(clock) {}
@@ -59,7 +61,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// Answers the oldest held Prepare; false when there is none.
   bool FinishPreparing();
   void PostDeviceEvent(const DeviceEvent& event);
-  /// The end of a stream is heard this much longer after a seek away from it.
+  /// The end of a stream is heard this much longer after a seek away from it; one that comes no later than
+  /// this after the end plays on.
   void SetLatency(support::Duration latency);
   void SetPeaks(StreamHandle stream, int left, int right);
 
@@ -69,7 +72,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] int Calls() const;
   /// Told of each logged call, as it stands in the log.
   void OnCall(std::function<void(const std::string&)> listener);
-  /// Streams that exist now.
+  /// Streams that exist now; one that plays and the decoder that goes with it are one.
   [[nodiscard]] int Streams() const;
   [[nodiscard]] std::optional<int> DeviceOf(StreamHandle stream) const;
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
@@ -134,6 +137,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   HeardStream Heard(StreamHandle stream) override;
   support::EngineFrame NextFrame(StreamHandle stream) override;
   bool Schedule(const ScheduledCommand& command) override;
+  void CancelScheduled(StreamHandle stream) override;
   void SetGain(StreamHandle stream, support::Decibels gain) override;
   void SetDeviceRole(int device, DeviceRole role) override;
   void ReturnDevice(int device) override;
@@ -141,37 +145,59 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   EngineHealth Health() override;
 
  private:
-  struct Stream {
+  /// What a decoder and the stream over it have in common.
+  struct Source {
     FakeFile file;
     int device = 0;
     std::uint32_t speaker = 0;
+    double frame = 0;
+
+    [[nodiscard]] double Length() const { return file.seconds * file.sample_rate; }
+    [[nodiscard]] int FrameBytes() const { return file.channels * 2; }
+    [[nodiscard]] int RightPeak() const { return file.channels == 1 ? file.left_peak : file.right_peak; }
+  };
+  /// Its frame is that of the instant `since`.
+  struct Stream : Source {
+    StreamHandle decoder = 0;                                      ///< goes with it, or 0
     std::shared_ptr<support::SoundGenerator> generator = nullptr;  // with the test
     int volume = 100;
+    int pan = 0;
     support::Decibels gain;
     float tempo = 0;
     float rate = 0;
     float semitones = 0;
     std::vector<PeakingBand> bands;
+    std::vector<ScheduledCommand> waiting;  ///< the earliest first
     bool playing = false;
-    double frame = 0;  ///< at the instant `since`
     support::TimePoint since{};
-    support::TimePoint ended_until{};
+    support::TimePoint ended_at{};
+    support::TimePoint ended_until{};  ///< as heard
 
     /// Source seconds a second.
     [[nodiscard]] double Speed() const {
       const double played = rate == 0 ? 1 : static_cast<double>(rate) / file.sample_rate;
       return played * (1 + static_cast<double>(tempo) / 100);
     }
+    void MoveTo(support::TimePoint time);
+    /// Does what was scheduled until then.
+    void Follow(support::TimePoint time);
+    void SetTempo(float percent);
+    void SetRate(float hertz);
   };
 
   bool Record(std::string line) DJ_REQUIRES(mutex_);
-  StreamHandle Create(std::string_view call, const std::string& path, std::uint64_t length,
+  void FailWithoutOutput() DJ_REQUIRES(mutex_);
+  StreamHandle Create(std::string_view call, bool memory, const std::string& path, std::uint64_t length,
                       std::uint32_t flags) DJ_EXCLUDES(mutex_);
   std::optional<FakeFile> Find(const std::string& path) const DJ_REQUIRES(mutex_);
+  /// As it is now; null when there is none that plays.
   Stream* At(StreamHandle stream) DJ_REQUIRES(mutex_);
   const Stream* At(StreamHandle stream) const DJ_REQUIRES(mutex_);
-  double FrameOf(const Stream& stream) const;
-  void Settle(Stream& stream) const;
+  /// Null when it is no decoder.
+  Source* DecoderAt(StreamHandle decoder) DJ_REQUIRES(mutex_);
+  /// Either of them.
+  Source* SourceAt(StreamHandle handle) DJ_REQUIRES(mutex_);
+  const Source* SourceAt(StreamHandle handle) const DJ_REQUIRES(mutex_);
 
   const support::Clock& clock_;
   mutable support::Mutex mutex_;
@@ -181,8 +207,9 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::set<int> broken_ DJ_GUARDED_BY(mutex_);
   std::vector<int> returned_ DJ_GUARDED_BY(mutex_);
   std::map<int, DeviceRole> roles_ DJ_GUARDED_BY(mutex_);
-  std::set<int> open_ DJ_GUARDED_BY(mutex_);
+  std::map<int, int> open_ DJ_GUARDED_BY(mutex_);  ///< their rates
   int current_device_ DJ_GUARDED_BY(mutex_) = 0;
+  std::map<StreamHandle, Source> decoders_ DJ_GUARDED_BY(mutex_);
   std::map<StreamHandle, Stream> streams_ DJ_GUARDED_BY(mutex_);
   StreamHandle next_handle_ DJ_GUARDED_BY(mutex_) = 1;
   std::vector<std::string> log_ DJ_GUARDED_BY(mutex_);

@@ -11,21 +11,25 @@
 #include "music/Spectrum.h"
 
 namespace decks::testing {
+namespace {
 
-bool RecordingEngine::BASS_ChannelGetAttributes(StreamHandle stream, int& frequency, int& volume, int& pan) {
-  support::MutexLock lock(mutex_);
-  const Stream* found = Record(Line("BASS_ChannelGetAttributes", stream)) ? At(stream) : nullptr;
-  if (found == nullptr) return false;
-  frequency = found->file.sample_rate;
-  volume = found->volume;
-  pan = 0;
-  return true;
+constexpr std::size_t kBands = 10;
+
+bool Has(const std::vector<PeakingBand>& bands, int effect_type, int number) {
+  return effect_type == kPeakingEffect && number >= 0 && number < static_cast<int>(bands.size());
 }
+
+bool AllFinite(const PeakingBand& band) {
+  return std::isfinite(band.bandwidth) && std::isfinite(band.q) && std::isfinite(band.centre) &&
+         std::isfinite(band.gain);
+}
+
+}  // namespace
 
 bool RecordingEngine::BASS_FX_DSP_Set(StreamHandle stream, int effect_type, int priority) {
   support::MutexLock lock(mutex_);
   Stream* found = Record(Line("BASS_FX_DSP_Set", stream, effect_type, priority)) ? At(stream) : nullptr;
-  if (found == nullptr) return false;
+  if (found == nullptr || effect_type != kPeakingEffect || found->bands.size() == kBands) return false;
   found->bands.emplace_back().band = static_cast<int>(found->bands.size()) - 1;
   return true;
 }
@@ -36,7 +40,7 @@ bool RecordingEngine::BASS_FX_DSP_SetParameters(StreamHandle stream, int effect_
   const std::string line = Line("BASS_FX_DSP_SetParameters", stream, effect_type, band.band, band.frequency,
                                 band.bandwidth, band.q, band.centre, band.gain);
   Stream* found = Record(line) ? At(stream) : nullptr;
-  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
+  if (found == nullptr || !Has(found->bands, effect_type, band.band) || !AllFinite(band)) return false;
   found->bands[static_cast<std::size_t>(band.band)] = band;
   return true;
 }
@@ -45,14 +49,15 @@ bool RecordingEngine::BASS_FX_DSP_GetParameters(StreamHandle stream, int effect_
   support::MutexLock lock(mutex_);
   const std::string line = Line("BASS_FX_DSP_GetParameters", stream, effect_type, band.band);
   const Stream* found = Record(line) ? At(stream) : nullptr;
-  if (found == nullptr || band.band < 0 || band.band >= static_cast<int>(found->bands.size())) return false;
+  if (found == nullptr || !Has(found->bands, effect_type, band.band)) return false;
   band = found->bands[static_cast<std::size_t>(band.band)];
   return true;
 }
 
 void RecordingEngine::BASS_FX_DSP_Remove(StreamHandle stream, int effect_type) {
   support::MutexLock lock(mutex_);
-  Record(Line("BASS_FX_DSP_Remove", stream, effect_type));
+  Stream* found = Record(Line("BASS_FX_DSP_Remove", stream, effect_type)) ? At(stream) : nullptr;
+  if (found != nullptr && effect_type == kPeakingEffect) found->bands.clear();
 }
 
 void RecordingEngine::BASS_FX_BPM_Free(StreamHandle stream) {
@@ -79,12 +84,15 @@ std::uint32_t RecordingEngine::BASS_ChannelGetData(StreamHandle stream, std::spa
     const std::size_t size = (sides ? 2 : 1) * music::kSpectrumBins;
     if (buffer.size() < size) return 0;
     const music::Spectrum left = spectrum(found->file.left_peak);
-    const music::Spectrum right = spectrum(found->file.right_peak);
-    for (std::size_t i = 0; i < size; ++i) buffer[i] = !sides ? left[i] : (i % 2 == 0 ? left : right)[i / 2];
+    const music::Spectrum right = spectrum(found->RightPeak());
+    const music::Spectrum both = spectrum((found->file.left_peak + found->RightPeak()) / 2);
+    for (std::size_t i = 0; i < size; ++i) buffer[i] = !sides ? both[i] : (i % 2 == 0 ? left : right)[i / 2];
     return static_cast<std::uint32_t>(size * sizeof(float));
   }
   const std::size_t values = std::min((what & ~kDataFloat) / sizeof(float), buffer.size()) / 2 * 2;
-  for (std::size_t i = 0; i < values; ++i) buffer[i] = tone(i / 2, found->file.left_peak);
+  for (std::size_t i = 0; i < values; ++i) {
+    buffer[i] = tone(i / 2, i % 2 == 0 ? found->file.left_peak : found->RightPeak());
+  }
   return static_cast<std::uint32_t>(values * sizeof(float));
 }
 
