@@ -72,15 +72,14 @@ void EqualiserStation::Resend() {
 }
 
 std::string EqualiserStation::Chosen(decks::EqBank bank) const {
-  return settings_.Store().Get(support::kPresetApplication, "EQ", ChoiceKey(bank), "");
+  return settings_.Text("EQ", ChoiceKey(bank));
 }
 
 void EqualiserStation::Apply(decks::EqBank bank, const std::string& name) {
   const auto preset = std::find_if(Presets().begin(), Presets().end(),
                                    [&](const decks::EqPreset& one) { return one.name == name; });
   if (preset == Presets().end()) return;
-  decks::ApplyEqPreset(bank, *preset, settings_.Store(),
-                       [this](int slider, int decibels) { Set(slider, decibels); });
+  decks::ApplyEqPreset(bank, *preset, settings_, [this](int slider, int decibels) { Set(slider, decibels); });
 }
 
 void EqualiserStation::Save(decks::EqBank bank, const std::string& name, PresetKeeper::Done done) {
@@ -89,7 +88,7 @@ void EqualiserStation::Save(decks::EqBank bank, const std::string& name, PresetK
               values.begin());
   // The sliders stand there already, so the new preset is chosen without sending anything to the decks.
   const auto choose = [this, bank, name, done = std::move(done)](const support::Result<void>& saved) {
-    if (saved) settings_.Store().Set(support::kPresetApplication, "EQ", ChoiceKey(bank), name);
+    if (saved) settings_.SetText("EQ", ChoiceKey(bank), name);
     if (done) done(saved);
   };
   presets_.Save(name, values, choose);

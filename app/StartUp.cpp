@@ -54,7 +54,7 @@ bool Workstation::ShutDown() {
   parts.collections.Flush();
   parts.equaliser.Flush();
   parts.lists.ShutDown();
-  parts.settings.Store().Flush();
+  parts.ports.settings.Flush();
   parts.resume.ShutDown();
   return all_out && tags_done;
 }

@@ -13,9 +13,10 @@
 #include "support/ProgramFolder.h"
 #include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
-#include "support/ports/SettingsStore.h"
 
 namespace app {
+
+class Settings;
 
 /// What a part of the workstation that joins one room to the program is given: the stations of light and
 /// song.
@@ -24,7 +25,7 @@ namespace app {
 /// workers, who pass the gate, and publishes its own view.
 struct StationContext {
   const support::ProgramFolder& folder;
-  support::SettingsStore& settings;
+  Settings& settings;
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;

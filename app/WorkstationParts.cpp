@@ -61,7 +61,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
 
 StationContext Workstation::Parts::MakeContext() {
   return {folder,
-          ports.settings,
+          settings,
           ports.files,
           ports.workers,
           ports.clock,

@@ -13,6 +13,7 @@
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/Ports.h"
+#include "app/StationContext.h"
 #include "app/Visuals.h"
 #include "app/WaitingPrompts.h"
 #include "app/Workstation.h"

@@ -16,6 +16,7 @@
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
 #include "platform/codec/testing/MediaMaker.h"
+#include "support/Settings.h"
 #include "support/testing/MemorySettings.h"
 #include "tests/testing/VirtualEvening.h"
 
@@ -60,7 +61,8 @@ Figure SpectrumTick() {
   support::testing::MemorySettings settings;
   settings.Set(support::kApplication, "Setup", "IoBoardSize", "32");
   settings.Set(support::kApplication, "Setup", "UseK8000", "True");
-  LightOrgan organ({boards, music, music, banks, settings, time});
+  support::Settings door(settings, support::ProgramFolder("/dj"));
+  LightOrgan organ({boards, music, music, banks, door, time});
   organ.Start([] {});
   organ.cmdK8000(0);
   organ.ScrollerIO(lightorgan::kFastest);

@@ -143,10 +143,10 @@ support::Result<void> EqPresetFile::Rewrite(const std::string& old_text, const s
   return files_.Save(Path(), new_text);
 }
 
-void ApplyEqPreset(EqBank bank, const EqPreset& preset, support::SettingsStore& settings,
+void ApplyEqPreset(EqBank bank, const EqPreset& preset, support::Settings& settings,
                    const std::function<void(int, int)>& set_slider) {
   const bool first = bank == EqBank::First;
-  settings.Set(support::kPresetApplication, "EQ", first ? "Preset1" : "Preset2", preset.name);
+  settings.SetText("EQ", first ? "Preset1" : "Preset2", preset.name);
   int slider = first ? 0 : kEqBands;
   for (const int value : EqValuesOf(preset.value_line)) set_slider(slider++, value);
 }

@@ -12,8 +12,8 @@
 #include "decks/Equaliser.h"
 #include "support/ProgramFolder.h"
 #include "support/Result.h"
+#include "support/Settings.h"
 #include "support/ports/FileSaver.h"
-#include "support/ports/SettingsStore.h"
 
 namespace decks {
 
@@ -62,7 +62,7 @@ class EqPresetFile {
 
 /// Remembers the choice in the settings, then sets the bank's ten sliders in order.
 /// set_slider: index 0 to 19 and decibels; it carries the slider's band along.
-void ApplyEqPreset(EqBank bank, const EqPreset& preset, support::SettingsStore& settings,
+void ApplyEqPreset(EqBank bank, const EqPreset& preset, support::Settings& settings,
                    const std::function<void(int slider, int decibels)>& set_slider);
 
 }  // namespace decks

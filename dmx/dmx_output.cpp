@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dmx/dmx_output.h"
 
-#include "support/ports/SettingsStore.h"
+#include "support/Settings.h"
 
 namespace dmx {
 
@@ -19,19 +19,19 @@ void Universe::Resend() {
 }
 
 void OutputSwitch::TurnOn() {
-  settings_.Set(support::kApplication, "Setup", "UseK8062", "True");
+  settings_.SetFlag("Setup", "UseK8062", true);
   on_ = true;
   Open();
 }
 
 void OutputSwitch::TurnOff() {
-  settings_.Set(support::kApplication, "Setup", "UseK8062", "False");
+  settings_.SetFlag("Setup", "UseK8062", false);
   on_ = false;
   wire_.StopDevice();
 }
 
 void OutputSwitch::Restore() {
-  if (settings_.Get(support::kApplication, "Setup", "UseK8062", "False") != "True") return;
+  if (!settings_.Flag("Setup", "UseK8062")) return;
   on_ = true;
   Open();
 }

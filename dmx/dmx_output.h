@@ -7,7 +7,7 @@
 #include "dmx/ports/DmxInterface.h"
 
 namespace support {
-class SettingsStore;
+class Settings;
 }
 
 namespace dmx {
@@ -38,7 +38,7 @@ class Universe {
 /// Threads: one at a time.
 class OutputSwitch {
  public:
-  OutputSwitch(DmxInterface& wire, support::SettingsStore& settings) : wire_(wire), settings_(settings) {}
+  OutputSwitch(DmxInterface& wire, support::Settings& settings) : wire_(wire), settings_(settings) {}
 
   void TurnOn();
   void TurnOff();
@@ -55,7 +55,7 @@ class OutputSwitch {
   void Open();
 
   DmxInterface& wire_;
-  support::SettingsStore& settings_;
+  support::Settings& settings_;
   bool on_ = false;
 };
 

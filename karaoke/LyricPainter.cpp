@@ -38,24 +38,20 @@ LyricLook StageLook() {
   return look;
 }
 
-LyricLook ReadLook(const support::SettingsStore& settings, const support::ProgramFolder& folder,
-                   LookReader reader) {
-  const auto text = [&](std::string_view key, std::string_view fallback) {
-    return settings.Get(support::kApplication, kSection, key, fallback);
-  };
-  const auto colour = [&](std::string_view key, Colour fallback) {
-    return ParseColour(text(key, ""), fallback);
+LyricLook ReadLook(const support::Settings& settings, LookReader reader) {
+  const auto colour = [&](std::string_view key) {
+    return ParseColour(settings.Text(kSection, key), ParseColour(settings.Default(kSection, key), 0));
   };
   constexpr Colour kWhite = 0xFFFFFF;
   LyricLook look;
-  look.font_name = text("FontName", look.font_name);
-  look.font_bold = text("FontBold", "True") == "True";
-  look.font_italic = text("FontItalic", "") == "True";
-  look.fill = {colour("CurrentText", look.fill[0]), colour("CurrentWord", look.fill[1]),
-               colour("NextText", look.fill[2])};
-  look.outline = colour("Outline", look.outline);
-  look.background = colour("BackGround", reader == LookReader::Display ? 0 : kWhite);
-  look.bouncing_ball = text("BouncingBall", folder.TextOf("\\smile.ICO"));
+  look.font_name = settings.Text(kSection, "FontName");
+  look.font_bold = settings.Flag(kSection, "FontBold");
+  look.font_italic = settings.Flag(kSection, "FontItalic");
+  look.fill = {colour("CurrentText"), colour("CurrentWord"), colour("NextText")};
+  look.outline = colour("Outline");
+  look.background =
+      ParseColour(settings.TextOr(kSection, "BackGround", ""), reader == LookReader::Display ? 0 : kWhite);
+  look.bouncing_ball = settings.Text(kSection, "BouncingBall");
   return look;
 }
 

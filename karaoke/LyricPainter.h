@@ -7,8 +7,7 @@
 #include <string_view>
 
 #include "karaoke/CTextOutlineEx.h"
-#include "support/ProgramFolder.h"
-#include "support/ports/SettingsStore.h"
+#include "support/Settings.h"
 
 namespace karaoke {
 
@@ -19,11 +18,11 @@ enum class LyricDisplay { MainWindow, SingersWindow };
 
 /// How the user wants the words to look.
 struct LyricLook {
-  std::string font_name = "Verdana";
+  std::string font_name;
   bool font_bold = false;
   bool font_italic = false;
-  std::array<Colour, 3> fill{0xFF0000, 0x0000FF, 0x00FF00};  ///< by role
-  Colour outline = 0xFFFFFF;
+  std::array<Colour, 3> fill{};  ///< by role
+  Colour outline = 0;
   Colour background = 0;
   std::string bouncing_ball;  ///< a picture's path; empty: our own
   /// Ours: a broad outline behind the letters, and a background that is more than one colour.
@@ -38,8 +37,7 @@ struct LyricLook {
 /// Who reads the look: without a stored background a display is black, the settings page white.
 enum class LookReader { Display, SettingsPage };
 /// A look of the user's own.
-[[nodiscard]] LyricLook ReadLook(const support::SettingsStore& settings, const support::ProgramFolder& folder,
-                                 LookReader reader);
+[[nodiscard]] LyricLook ReadLook(const support::Settings& settings, LookReader reader);
 
 /// A decimal number, or "&H" and a hexadecimal one; the fallback for anything else.
 [[nodiscard]] Colour ParseColour(std::string_view text, Colour fallback);

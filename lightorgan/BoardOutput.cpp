@@ -7,7 +7,7 @@
 namespace lightorgan {
 
 void BoardOutput::SwitchOn(std::function<void()> no_board) {
-  settings_.Set(support::kApplication, "Setup", "UseK8000", "True");
+  settings_.SetFlag("Setup", "UseK8000", true);
   in_use_ = true;
   std::weak_ptr<int> alive = alive_;
   boards_.OpenDevice([this, alive, no_board = std::move(no_board)](std::int32_t result) {
@@ -18,7 +18,7 @@ void BoardOutput::SwitchOn(std::function<void()> no_board) {
 }
 
 void BoardOutput::SwitchOff() {
-  settings_.Set(support::kApplication, "Setup", "UseK8000", "False");
+  settings_.SetFlag("Setup", "UseK8000", false);
   in_use_ = false;
   boards_.CloseDevices();
 }

@@ -8,7 +8,7 @@
 
 #include "lightorgan/Outputs.h"
 #include "lightorgan/ports/IoBoards.h"
-#include "support/ports/SettingsStore.h"
+#include "support/Settings.h"
 
 namespace lightorgan {
 
@@ -18,7 +18,7 @@ namespace lightorgan {
 /// Results are ignored, but for that of opening. Threads: the conductor.
 class BoardOutput {
  public:
-  BoardOutput(IoBoards& boards, support::SettingsStore& settings) : boards_(boards), settings_(settings) {}
+  BoardOutput(IoBoards& boards, support::Settings& settings) : boards_(boards), settings_(settings) {}
 
   /// no_board: called when none could be opened; the switch stays on, and calls go on being made.
   void SwitchOn(std::function<void()> no_board);
@@ -37,7 +37,7 @@ class BoardOutput {
 
  private:
   IoBoards& boards_;
-  support::SettingsStore& settings_;
+  support::Settings& settings_;
   bool in_use_ = false;
   std::shared_ptr<int> alive_ = std::make_shared<int>();  // shared with the answer that a board still owes
 };

@@ -12,9 +12,6 @@ namespace {
 
 constexpr int kHighestLevel = 100;
 constexpr int kHighestValue = 255;
-constexpr int kDefaultSpeed = 60;
-constexpr std::string_view kDefaultMode = "CONSTANT";
-constexpr int kDefaultSpectrumSpeed = 100;
 constexpr std::chrono::milliseconds kFlash{100};
 // Half of the conductor's interval: a beat is met at most so much too early or too late.
 constexpr std::chrono::microseconds kAhead{5'000};
@@ -33,37 +30,33 @@ LightOrgan::LightOrgan(const LightOrganPorts& ports)
     : ports_(ports), guard_(ports.boards, ports.clock), boards_(guard_, ports.settings) {}
 
 void LightOrgan::Store(std::string_view section, std::string_view key, int value) {
-  ports_.settings.Set(support::kApplication, section, key, std::to_string(value));
+  ports_.settings.SetNumber(section, key, value);
 }
 
 void LightOrgan::StoreMode(std::string_view side, std::string_view word) {
-  if (ports_.settings.Get(support::kApplication, "Effects", side, kDefaultMode) == word) return;
-  ports_.settings.Set(support::kApplication, "Effects", side, word);
+  if (ports_.settings.Text("Effects", side) == word) return;
+  ports_.settings.SetText("Effects", side, word);
 }
 
-int LightOrgan::Stored(std::string_view section, std::string_view key, int fallback) const {
-  const std::string text = ports_.settings.Get(support::kApplication, section, key, std::to_string(fallback));
-  return static_cast<int>(std::clamp<std::int64_t>(support::LeadingInteger(text), 0, 1'000'000));
+int LightOrgan::Stored(std::string_view section, std::string_view key) const {
+  return ports_.settings.Number(section, key, 0, 1'000'000);
 }
 
 void LightOrgan::Start(std::function<void()> no_board) {
   no_board_ = std::move(no_board);
   ReadSettings();
-  const auto text = [this](std::string_view section, std::string_view key, std::string_view fallback) {
-    return ports_.settings.Get(support::kApplication, section, key, fallback);
-  };
-  if (support::EqualsIgnoringCase(text("Setup", "UseK8000", "False"), "True")) OpenBoards();
-  cmdK8000(static_cast<int>(IoModeOf(text("Effects", "IO", kDefaultMode))));
-  cmdK8000(static_cast<int>(DacModeOf(text("Effects", "DAC", kDefaultMode))));
+  if (ports_.settings.Flag("Setup", "UseK8000")) OpenBoards();
+  cmdK8000(static_cast<int>(IoModeOf(ports_.settings.Text("Effects", "IO"))));
+  cmdK8000(static_cast<int>(DacModeOf(ports_.settings.Text("Effects", "DAC"))));
 }
 
 void LightOrgan::ReadSettings() {
-  view_.size = IoBoardSizeOf(ports_.settings.Get(support::kApplication, "Setup", "IoBoardSize", "16"));
+  view_.size = IoBoardSizeOf(ports_.settings.Text("Setup", "IoBoardSize"));
   guard_.SetSize(view_.size);
   for (int output = 1; output <= kMostOutputs; ++output) {
     const std::string key = std::to_string(output);
-    view_.io.sliders[At(output)] = std::min(Stored("IOLO", key, 55), kHighestLevel);
-    view_.buttons[At(output)] = Stored("CONSTANTIO", key, 0) != 0;
+    view_.io.sliders[At(output)] = std::min(Stored("IOLO", key), kHighestLevel);
+    view_.buttons[At(output)] = Stored("CONSTANTIO", key) != 0;
   }
 }
 
@@ -104,11 +97,10 @@ void LightOrgan::SetIoMode(IoMode mode) {
   const support::TimePoint now = ports_.clock.Now();
   io_followed_.last = now;
   if (const auto section = SpeedSection(mode); !section.empty()) {
-    const int fallback = mode == IoMode::Pp ? kDefaultSpeed : kDefaultSpectrumSpeed;
-    view_.io.speed = std::min(Stored(section, "Timer", fallback), kFastest);
+    view_.io.speed = std::min(Stored(section, "Timer"), kFastest);
     io_timer_.Start(now, IntervalOf(view_.io.speed));
   }
-  if (mode == IoMode::Pp) ScrollerPatternIO(Stored("Banks", "CurrentBank", 1));
+  if (mode == IoMode::Pp) ScrollerPatternIO(Stored("Banks", "CurrentBank"));
   if (mode == IoMode::Constant) {
     for (int output = 1; output <= Outputs(); ++output) Light(output, view_.buttons[At(output)]);
   }
@@ -127,18 +119,17 @@ void LightOrgan::SetDacMode(DacMode mode) {
   const support::TimePoint now = ports_.clock.Now();
   dac_followed_.last = now;
   if (const auto section = SpeedSection(mode); !section.empty()) {
-    const int fallback = mode == DacMode::Pp ? kDefaultSpeed : kDefaultSpectrumSpeed;
-    view_.dac.speed = std::min(Stored(section, "Timer", fallback), kFastest);
+    view_.dac.speed = std::min(Stored(section, "Timer"), kFastest);
     dac_timer_.Start(now, IntervalOf(view_.dac.speed));
   }
   const bool constant = mode == DacMode::Constant;
   for (int output = 1; output <= kMostOutputs; ++output) {
-    const int value = constant ? Stored("CONSTANTDAC", std::to_string(output), 0)
-                               : Stored("DACLO", std::to_string(output), kHighestValue);
+    const int value =
+        constant ? Stored("CONSTANTDAC", std::to_string(output)) : Stored("DACLO", std::to_string(output));
     view_.dac.sliders[At(output)] = std::min(value, kHighestValue);
     if (constant && output <= Outputs()) Dim(output, view_.dac.sliders[At(output)]);
   }
-  if (mode == DacMode::Pp) ScrollerPatternDAC(Stored("BanksDAC", "CurrentBank", 1));
+  if (mode == DacMode::Pp) ScrollerPatternDAC(Stored("BanksDAC", "CurrentBank"));
 }
 
 void LightOrgan::IOScroller(int output, int level) {
@@ -213,7 +204,7 @@ void LightOrgan::TryBank(Side side, std::shared_ptr<const StepTable> table) {
 
 void LightOrgan::SetIoBoardSize(IoBoardSize size) {
   if (size == view_.size) return;
-  ports_.settings.Set(support::kApplication, "Setup", "IoBoardSize", size == IoBoardSize::Two ? "32" : "16");
+  ports_.settings.SetText("Setup", "IoBoardSize", size == IoBoardSize::Two ? "32" : "16");
   for (int output = OutputsOf(size) + 1; output <= Outputs(); ++output) {
     Light(output, false);
     Dim(output, 0);

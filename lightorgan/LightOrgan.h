@@ -20,7 +20,7 @@
 #include "lightorgan/ports/IoBoards.h"
 #include "lightorgan/ports/Music.h"
 #include "support/Clock.h"
-#include "support/ports/SettingsStore.h"
+#include "support/Settings.h"
 
 namespace lightorgan {
 
@@ -30,7 +30,7 @@ struct LightOrganPorts {
   SpectrumSource& spectrum;
   BeatSource& beats;
   BankSource& banks;
-  support::SettingsStore& settings;
+  support::Settings& settings;
   const support::Clock& clock;
 };
 
@@ -116,7 +116,7 @@ class LightOrgan {
   void Store(std::string_view section, std::string_view key, int value);
   /// One that stands there already, or by default, is not written.
   void StoreMode(std::string_view side, std::string_view word);
-  [[nodiscard]] int Stored(std::string_view section, std::string_view key, int fallback) const;
+  [[nodiscard]] int Stored(std::string_view section, std::string_view key) const;
   void OpenBoards();
   void LoadBankOf(Side side, int number);
   void Light(int output, bool on);

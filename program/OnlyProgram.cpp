@@ -18,6 +18,7 @@
 #include "platform/settings/SettingsFile.h"
 #include "support/ProgramFolder.h"
 #include "support/Sentences.h"
+#include "support/Settings.h"
 #include "support/Text.h"
 #include "support/WordRow.h"
 
@@ -46,10 +47,9 @@ std::string SocketName(const std::filesystem::path& folder) {
 /// In the language of the window, which is not there.
 std::string Say(Sentence sentence, std::initializer_list<std::string_view> parts) {
   platform::files::DiskFileSaver files;
-  const platform::settings::SettingsFile settings(platform::settings::UserSettingsPath(), files);
+  platform::settings::SettingsFile store(platform::settings::UserSettingsPath(), files);
   support::Sentences say;
-  const auto choice =
-      support::LeadingInteger(settings.Get(support::kApplication, "Language", "Current", "0"));
+  const int choice = support::Settings(store, support::ProgramFolder({})).Number("Language", "Current");
   say.Choose(support::BaseOf(support::LanguageOf(choice)));
   if (parts.size() == 0 || !parts.begin()->empty()) return say(sentence, parts);
   return say(sentence, {say(Sentence::AnotherUser)});

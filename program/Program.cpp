@@ -141,7 +141,7 @@ struct Program::Parts {
     saves.Keep(folder / "History");
     saves.Keep(platform::settings::UserSettingsPath().parent_path());
     workstation.StartUp();
-    window = std::make_unique<ui::frmMain>(workstation, settings, clock);
+    window = std::make_unique<ui::frmMain>(workstation, clock);
   }
 
   support::SteadyClock clock;

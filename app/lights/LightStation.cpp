@@ -8,6 +8,7 @@
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
 #include "app/lights/StagedShow.h"
+#include "app/settings/Settings.h"
 
 namespace app {
 namespace {
@@ -43,7 +44,7 @@ void LightStation::StartUp() {
     switch_.Restore();
     universe_.Resend();
   });
-  const std::string last = context_.settings.Get(support::kApplication, "Setup", kLastShow, "");
+  const std::string last = context_.settings.Text("Setup", kLastShow);
   if (last.empty()) return;
   OpenShow(last, [tell = context_.tell](const support::Result<ShowReport>& report) {
     if (!report) return;
@@ -137,7 +138,7 @@ void LightStation::OpenShow(const std::filesystem::path& path, ShowOpened done) 
         gate->Pass([&] {
           window->Post([this, number, path, done, opening = OpenStagedShow(path, library_)] {
             if (opening && number == newest_opening_) {
-              context_.settings.Set(support::kApplication, "Setup", kLastShow, path.string());
+              context_.settings.SetText("Setup", kLastShow, path.string());
               TakeShow(opening.Value().show);
             }
             if (!done) return;

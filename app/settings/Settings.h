@@ -2,41 +2,13 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-#include <string>
-#include <string_view>
-
-#include "app/settings/SettingsVocabulary.h"
-#include "support/ProgramFolder.h"
-#include "support/ports/SettingsStore.h"
+#include "support/Settings.h"
 
 namespace app {
 
-/// The settings store with the declared defaults and the types of its texts.
-///
-/// Law: only keys of the vocabulary are read or written; an undeclared one is a bug. Threads: any.
-class Settings {
+class Settings final : public support::Settings {
  public:
-  Settings(support::SettingsStore& store, support::ProgramFolder folder);
-
-  [[nodiscard]] std::string Text(std::string_view section, std::string_view key) const;
-  /// "True" in any letter case, or a number other than 0.
-  [[nodiscard]] bool Flag(std::string_view section, std::string_view key) const;
-  /// The declared default where the text begins with no number that fits.
-  [[nodiscard]] int Number(std::string_view section, std::string_view key) const;
-
-  void SetText(std::string_view section, std::string_view key, std::string_view text);
-  /// As "True" or "False".
-  void SetFlag(std::string_view section, std::string_view key, bool flag);
-  void SetNumber(std::string_view section, std::string_view key, int number);
-
-  [[nodiscard]] support::SettingsStore& Store() { return store_; }
-
- private:
-  [[nodiscard]] std::string Default(std::string_view section, std::string_view key) const;
-
-  support::SettingsStore& store_;
-  support::ProgramFolder folder_;
+  using support::Settings::Settings;
 };
 
 }  // namespace app

@@ -86,7 +86,7 @@ void SongStation::Seek(std::chrono::microseconds position) {
 }
 
 void SongStation::SetVolume(int volume) {
-  Settings(context_.settings, context_.folder).SetNumber(kSongSection, "Volume", std::clamp(volume, 0, 100));
+  context_.settings.SetNumber(kSongSection, "Volume", std::clamp(volume, 0, 100));
   context_.conductor->Order(player_, &SongPlayer::SetVolume, volume);
 }
 
@@ -111,23 +111,22 @@ void SongStation::SetCoding(const std::string& filename, const std::string& codi
 }
 
 void SongStation::SetMelody(int level) {
-  Settings(context_.settings, context_.folder)
-      .SetNumber(kSongSection, "MelodyLevel", std::clamp(level, 0, 100));
+  context_.settings.SetNumber(kSongSection, "MelodyLevel", std::clamp(level, 0, 100));
   context_.conductor->Order(player_, &SongPlayer::SetMelody, level);
 }
 
 void SongStation::SetSoundfont(const std::string& path) {
-  Settings(context_.settings, context_.folder).SetText(kSongSection, "Soundfont", path);
+  context_.settings.SetText(kSongSection, "Soundfont", path);
 }
 
 std::string SongStation::Soundfont() const {
-  return Settings(context_.settings, context_.folder).Text(kSongSection, "Soundfont");
+  return context_.settings.Text(kSongSection, "Soundfont");
 }
 
 karaoke::LyricLook SongStation::Look(karaoke::LookReader reader) const {
-  const std::string chosen = Settings(context_.settings, context_.folder).Text(kSongSection, "Look");
+  const std::string chosen = context_.settings.Text(kSongSection, "Look");
   if (reader == karaoke::LookReader::Display && chosen != "described") return karaoke::StageLook();
-  return karaoke::ReadLook(context_.settings, context_.folder, reader);
+  return karaoke::ReadLook(context_.settings, reader);
 }
 
 std::filesystem::path SongStation::Native(const std::string& stored) const {
@@ -137,7 +136,7 @@ std::filesystem::path SongStation::Native(const std::string& stored) const {
 }
 
 int SongStation::StoredLevel(std::string_view key) const {
-  return std::clamp(Settings(context_.settings, context_.folder).Number(kSongSection, key), 0, 100);
+  return context_.settings.Number(kSongSection, key, 0, 100);
 }
 
 }  // namespace app

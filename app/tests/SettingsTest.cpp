@@ -8,7 +8,7 @@
 #include <set>
 #include <string>
 
-#include "app/settings/SettingsVocabulary.h"
+#include "support/SettingsVocabulary.h"
 #include "support/testing/MemorySettings.h"
 
 namespace app {
@@ -22,7 +22,7 @@ class SettingsTest : public ::testing::Test {
 
 TEST(SettingsVocabularyTest, EveryKeyIsDeclaredOnceWithItsMeaning) {
   std::set<std::string> names;
-  for (const SettingKey& key : SettingsVocabulary()) {
+  for (const support::SettingKey& key : support::SettingsVocabulary()) {
     const std::string name =
         std::string(key.application) + "/" + std::string(key.section) + "/" + std::string(key.key);
     EXPECT_TRUE(names.insert(name).second) << name;
@@ -32,7 +32,7 @@ TEST(SettingsVocabularyTest, EveryKeyIsDeclaredOnceWithItsMeaning) {
 
 TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
   std::map<std::string, int> sizes;
-  for (const SettingKey& key : SettingsVocabulary()) ++sizes[std::string(key.section)];
+  for (const support::SettingKey& key : support::SettingsVocabulary()) ++sizes[std::string(key.section)];
   const std::map<std::string, int> expected{
       {"Banks", 3},     {"BanksDAC", 3}, {"CONSTANTDAC", 16}, {"CONSTANTIO", 16},   {"Channels", 32},
       {"DACLO", 17},    {"Devices", 6},  {"EQ", 2},           {"Effects", 2},       {"Eq1", 13},

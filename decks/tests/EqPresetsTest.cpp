@@ -132,7 +132,8 @@ TEST_F(EqPresetsTest, ANameAtTheVeryEndIsNoPreset) {
 }
 
 TEST_F(EqPresetsTest, ApplyingRemembersTheNameAndThenMovesTheBanksSlidersInOrder) {
-  support::testing::MemorySettings settings;
+  support::testing::MemorySettings store;
+  support::Settings settings(store, support::ProgramFolder("/prog"));
   std::vector<std::pair<int, int>> moved;
   const auto move = [&](int slider, int decibels) { moved.emplace_back(slider, decibels); };
   ApplyEqPreset(EqBank::First, {"Party", EqValueLine(kParty)}, settings, move);
@@ -142,7 +143,7 @@ TEST_F(EqPresetsTest, ApplyingRemembersTheNameAndThenMovesTheBanksSlidersInOrder
   ApplyEqPreset(EqBank::Second, {"Flat", ""}, settings, move);
   EXPECT_EQ(moved[10].first, 10);
   EXPECT_EQ(moved[19].first, 19);
-  EXPECT_THAT(settings.Sets(), ElementsAre("QRV/EQ/Preset1=Party", "QRV/EQ/Preset2=Flat"));
+  EXPECT_THAT(store.Sets(), ElementsAre("QRV/EQ/Preset1=Party", "QRV/EQ/Preset2=Flat"));
 }
 
 }  // namespace

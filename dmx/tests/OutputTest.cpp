@@ -5,6 +5,7 @@
 #include "dmx/OutputStage.h"
 #include "dmx/dmx_output.h"
 #include "dmx/testing/RecordingDmxInterface.h"
+#include "support/Settings.h"
 #include "support/testing/MemorySettings.h"
 
 namespace dmx {
@@ -18,7 +19,8 @@ class OutputTest : public ::testing::Test {
   OutputStage stage_{wire_};
   Universe universe_{stage_};
   support::testing::MemorySettings settings_;
-  OutputSwitch switch_{stage_, settings_};
+  support::Settings door_{settings_, support::ProgramFolder("/dj")};
+  OutputSwitch switch_{stage_, door_};
 };
 
 TEST_F(OutputTest, TheSwitchStoresItsStateAndMakesTheDescribedCalls) {

@@ -86,10 +86,10 @@ TEST_F(TextOutlineTest, WhateverCannotBeMadeTheSurfaceIsLeftAsItWas) {
 }
 
 TEST_F(TextOutlineTest, TheThreeRolesAreDrawnInTheirColours) {
-  support::testing::MemorySettings settings;
-  const support::ProgramFolder folder("/prog");
+  support::testing::MemorySettings store;
+  support::Settings settings(store, support::ProgramFolder("/prog"));
   LyricPainter painter(surface_);
-  painter.Look(ReadLook(settings, folder, LookReader::Display));
+  painter.Look(ReadLook(settings, LookReader::Display));
   const struct {
     LyricRole role;
     float size;
@@ -109,17 +109,17 @@ TEST_F(TextOutlineTest, TheThreeRolesAreDrawnInTheirColours) {
 }
 
 TEST_F(TextOutlineTest, TheLookIsTheUsersAndHasTwoBackgroundsWithout) {
-  support::testing::MemorySettings settings;
-  const support::ProgramFolder folder("/prog");
-  EXPECT_EQ(ReadLook(settings, folder, LookReader::Display).background, 0U);
-  EXPECT_EQ(ReadLook(settings, folder, LookReader::SettingsPage).background, 0xFFFFFFU);
-  EXPECT_EQ(ReadLook(settings, folder, LookReader::Display).bouncing_ball, "/prog\\smile.ICO");
-  settings.Set("TLVG", "Karaoke", "BackGround", "255");
-  settings.Set("TLVG", "Karaoke", "NextText", "&HFF&");
-  settings.Set("TLVG", "Karaoke", "Outline", "-2147483633");
-  settings.Set("TLVG", "Karaoke", "CurrentWord", "red");
-  settings.Set("TLVG", "Karaoke", "FontBold", "True");
-  const LyricLook look = ReadLook(settings, folder, LookReader::SettingsPage);
+  support::testing::MemorySettings store;
+  support::Settings settings(store, support::ProgramFolder("/prog"));
+  EXPECT_EQ(ReadLook(settings, LookReader::Display).background, 0U);
+  EXPECT_EQ(ReadLook(settings, LookReader::SettingsPage).background, 0xFFFFFFU);
+  EXPECT_EQ(ReadLook(settings, LookReader::Display).bouncing_ball, "/prog\\smile.ICO");
+  settings.SetText("Karaoke", "BackGround", "255");
+  settings.SetText("Karaoke", "NextText", "&HFF&");
+  settings.SetText("Karaoke", "Outline", "-2147483633");
+  settings.SetText("Karaoke", "CurrentWord", "red");
+  settings.SetText("Karaoke", "FontBold", "True");
+  const LyricLook look = ReadLook(settings, LookReader::SettingsPage);
   EXPECT_EQ(look.background, 255U);
   EXPECT_THAT(look.fill, ElementsAre(0xFF0000U, 255U, 255U));
   EXPECT_EQ(look.outline, 0x8000000FU);

@@ -49,7 +49,8 @@ class BoardOutputTest : public ::testing::Test {
 
   LateBoards boards_;
   support::testing::MemorySettings settings_;
-  std::optional<BoardOutput> output_{std::in_place, boards_, settings_};
+  support::Settings door_{settings_, support::ProgramFolder("/dj")};
+  std::optional<BoardOutput> output_{std::in_place, boards_, door_};
 };
 
 TEST_F(BoardOutputTest, WhereNoBoardOpensTheUserIsToldAndTheyAreClosedThoughTheSwitchStaysOn) {
@@ -84,7 +85,7 @@ TEST_F(BoardOutputTest, TheEndClearsWhatIsInUseAndNothingElse) {
   output_->ShutDown(IoBoardSize::Two);
   EXPECT_THAT(boards_.calls, IsEmpty());
   testing::RecordingBoards boards;
-  BoardOutput output(boards, settings_);
+  BoardOutput output(boards, door_);
   output.SwitchOn([] {});
   output.ShutDown(IoBoardSize::One);
   output.ShutDown(IoBoardSize::One);

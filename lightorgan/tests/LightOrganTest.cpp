@@ -62,9 +62,10 @@ class LightOrganTest : public ::testing::Test {
   testing::FakeMusic music_;
   testing::FakeBanks banks_;
   support::testing::MemorySettings settings_;
+  support::Settings door_{settings_, support::ProgramFolder("/dj")};
   support::testing::FakeClock clock_;
   int no_board_ = 0;
-  LightOrgan organ_{{boards_, music_, music_, banks_, settings_, clock_}};
+  LightOrgan organ_{{boards_, music_, music_, banks_, door_, clock_}};
 };
 
 TEST_F(LightOrganTest, ABankPlaysByteByByteWithoutTheRowOfTheCount) {

@@ -32,7 +32,7 @@ PARTS_OF_APP = {
     "sound": {"work"},
     "files": {"sound", "work"},
     "lists": {"files", "settings", "sound", "work"},
-    "lights": {"work"},
+    "lights": {"settings", "work"},
     "songs": {"settings", "sound", "work"},
     "resume": {"lights", "lists", "settings", "songs", "sound", "work"},
 }

@@ -13,7 +13,7 @@ FILE_LINES = 500
 FUNCTION_LINES = 60
 CLASS_FUNCTIONS = 60  # declared in its body
 CLASS_LINES = 600  # of its body and its definitions, in whatever files
-HEADERS_OF_A_FORM = 170  # of the project, seen by one source of ui/forms
+HEADERS_OF_A_FORM = 175  # of the project, seen by one source of ui/forms
 # Classes that are larger; this list only becomes shorter.
 LARGE_CLASSES = {"decks::testing::RecordingEngine", "ui::frmMain"}
 

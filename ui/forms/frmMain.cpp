@@ -18,6 +18,7 @@
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/lights/LightStation.h"
+#include "app/settings/Settings.h"
 #include "dmx/ShowPlayer.h"
 #include "support/Text.h"
 #include "support/WordRow.h"
@@ -54,8 +55,11 @@ constexpr double kSteps = 10;  ///< of the growth from one size to its double
 
 }  // namespace
 
-frmMain::frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock)
-    : workstation_(workstation), settings_(settings), clock_(clock), editors_(workstation, clock) {
+frmMain::frmMain(app::Workstation& workstation, const support::Clock& clock)
+    : workstation_(workstation),
+      settings_(workstation.Settings()),
+      clock_(clock),
+      editors_(workstation, clock) {
   setObjectName(QStringLiteral("frmMain"));
   QApplication::installTranslator(&words_);
   ReadChoices();
@@ -81,27 +85,24 @@ frmMain::~frmMain() {
 }
 
 void frmMain::ReadChoices() {
-  const auto number = [this](std::string_view section, std::string_view key) {
-    return support::LeadingInteger(settings_.Get(support::kApplication, section, key, "0"));
-  };
   choices_.language = support::LanguageOfBase(workstation_.Language().StringBase());
   if (const app::MixerHands* hands = workstation_.ResumedMixer()) {
     mixer_state_.faders = hands->faders;
     mixer_state_.crossfader = hands->crossfader;
   }
-  const auto curve = std::clamp<std::int64_t>(number("Mixer", "CrossfaderCurve"), 0, 2);
-  mixer_state_.curve = static_cast<decks::CrossfaderCurve>(curve);
+  mixer_state_.curve =
+      static_cast<decks::CrossfaderCurve>(settings_.Number("Mixer", "CrossfaderCurve", 0, 2));
   // A level of 0 was never set by hand: nobody would hear that he listens.
-  const auto listen = static_cast<int>(std::clamp<std::int64_t>(number("Mixer", "Preview"), 0, 100));
+  const int listen = settings_.Number("Mixer", "Preview", 0, 100);
   if (listen > 0) mixer_state_.listen.fill(listen);
-  choices_.skin = number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
+  choices_.skin = settings_.Number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
 }
 
 void frmMain::Change(SettingsPage::Choices choices) {
   const SettingsPage::Choices before = std::exchange(choices_, choices);
   if (choices.language != before.language) workstation_.Language().Choose(static_cast<int>(choices.language));
   if (choices.skin != before.skin) {
-    settings_.Set(support::kApplication, "Skin", "Name", std::to_string(static_cast<int>(choices.skin)));
+    settings_.SetNumber("Skin", "Name", static_cast<int>(choices.skin));
   }
   // Later: the list that sends this is one of the parts that are made anew.
   QMetaObject::invokeMethod(
@@ -224,14 +225,14 @@ QWidget* frmMain::MakeEffects(const Look& look) {
                                  mixer_state_.curve, look);
   connect(mixing, &MixingPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
     mixer_->SetCurve(curve);
-    settings_.Set(support::kApplication, "Mixer", "CrossfaderCurve", std::to_string(static_cast<int>(curve)));
+    settings_.SetNumber("Mixer", "CrossfaderCurve", static_cast<int>(curve));
   });
   equaliser_ = new EqualiserPage(workstation_.Equaliser(), boxes_, mixing, look);
   return equaliser_;
 }
 
 void frmMain::KeepListenLevel(int level) {
-  settings_.Set(support::kApplication, "Mixer", "Preview", std::to_string(level));
+  settings_.SetNumber("Mixer", "Preview", level);
 }
 
 PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {

@@ -13,7 +13,6 @@
 
 #include "app/Workstation.h"
 #include "app/files/IntakeOrder.h"
-#include "support/ports/SettingsStore.h"
 #include "ui/forms/Editors.h"
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBoxes.h"
@@ -58,7 +57,7 @@ class frmMain final : public QMainWindow {
 
  public:
   /// Requires: the workstation has started up.
-  frmMain(app::Workstation& workstation, support::SettingsStore& settings, const support::Clock& clock);
+  frmMain(app::Workstation& workstation, const support::Clock& clock);
   ~frmMain() override;
 
   void setVisible(bool visible) override;
@@ -132,7 +131,7 @@ class frmMain final : public QMainWindow {
   [[nodiscard]] const app::DeckView& Deck(int deck) const;
 
   app::Workstation& workstation_;
-  support::SettingsStore& settings_;
+  app::Settings& settings_;
   const support::Clock& clock_;
   SettingsPage::Choices choices_{};
   std::unique_ptr<Strings> say_;

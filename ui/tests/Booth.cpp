@@ -38,7 +38,7 @@ void Booth::Open(QSize size) {
   // As when the program starts: parts that are made under a sheet put it on again at every change of parent.
   window.reset();
   qApp->setStyleSheet({});
-  window = std::make_unique<frmMain>(*station, settings, clock);
+  window = std::make_unique<frmMain>(*station, clock);
   window->resize(size);
   window->show();
   Settle();

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/settings/SettingsVocabulary.h"
+#include "support/SettingsVocabulary.h"
 
 #include <algorithm>
 #include <array>
@@ -8,7 +8,7 @@
 
 #include "support/ports/SettingsStore.h"
 
-namespace app {
+namespace support {
 namespace {
 
 using Rows = std::vector<SettingKey>;
@@ -21,7 +21,7 @@ struct Words {
 
 void Add(Rows& rows, std::string_view section, std::span<const Words> keys) {
   for (const Words& words : keys) {
-    rows.push_back({support::kApplication, section, words.key, words.fallback, words.meaning});
+    rows.push_back({kApplication, section, words.key, words.fallback, words.meaning});
   }
 }
 
@@ -30,7 +30,7 @@ constexpr std::array<std::string_view, 16> kOutputNumbers{"1", "2",  "3",  "4", 
 
 void AddOutputs(Rows& rows, std::string_view section, std::string_view fallback, std::string_view meaning) {
   for (const std::string_view number : kOutputNumbers) {
-    rows.push_back({support::kApplication, section, number, fallback, meaning});
+    rows.push_back({kApplication, section, number, fallback, meaning});
   }
 }
 
@@ -202,10 +202,10 @@ constexpr Words kTimer[] = {{"Timer", "100", "speed in this mode, 0 to 100"}};
 void AddProgram(Rows& rows) {
   using enum SettingKey::Fallback;
   Add(rows, "Language", kLanguage);
-  rows.push_back({support::kApplication, "Rip", "Directory", "\\my Music", "folder for tracks taken from CDs",
+  rows.push_back({kApplication, "Rip", "Directory", "\\my Music", "folder for tracks taken from CDs",
                   BelowProgramFolder});
-  rows.push_back({support::kApplication, "Settings", "Directory", "\\MyMusic",
-                  "folder of the music collection", BelowProgramFolder});
+  rows.push_back({kApplication, "Settings", "Directory", "\\MyMusic", "folder of the music collection",
+                  BelowProgramFolder});
   Add(rows, "Settings", kMoreFolders);
   Add(rows, "Settings", kSettings);
   Add(rows, "Mixer", kMixer);
@@ -223,16 +223,14 @@ void AddProgram(Rows& rows) {
 void AddDecks(Rows& rows) {
   for (const std::string_view section : {"Player1", "Player2"}) Add(rows, section, kPlayer);
   for (const std::string_view section : {"Eq1", "Eq2"}) Add(rows, section, kEqualiser);
-  rows.push_back(
-      {support::kPresetApplication, "EQ", "Preset1", "", "equaliser preset chosen last for bank 1"});
-  rows.push_back(
-      {support::kPresetApplication, "EQ", "Preset2", "", "equaliser preset chosen last for bank 2"});
+  rows.push_back({kPresetApplication, "EQ", "Preset1", "", "equaliser preset chosen last for bank 1"});
+  rows.push_back({kPresetApplication, "EQ", "Preset2", "", "equaliser preset chosen last for bank 2"});
 }
 
 void AddKaraokeAndLights(Rows& rows) {
   Add(rows, "Karaoke", kKaraoke);
-  rows.push_back({support::kApplication, "Karaoke", "BouncingBall", "\\smile.ICO",
-                  "picture of the bouncing ball", SettingKey::Fallback::BelowProgramFolder});
+  rows.push_back({kApplication, "Karaoke", "BouncingBall", "\\smile.ICO", "picture of the bouncing ball",
+                  SettingKey::Fallback::BelowProgramFolder});
   Add(rows, "Effects", kEffects);
   for (const std::string_view section : {"Banks", "BanksDAC"}) Add(rows, section, kBanks);
   for (const std::string_view section : {"IOLO", "DACLO", "Mono", "Stereo"}) Add(rows, section, kTimer);
@@ -255,12 +253,12 @@ std::span<const SettingKey> SettingsVocabulary() {
   return rows;
 }
 
-const SettingKey* FindSetting(std::string_view application, std::string_view section, std::string_view key) {
+const SettingKey* FindSetting(std::string_view section, std::string_view key) {
   const auto rows = SettingsVocabulary();
   const auto found = std::find_if(rows.begin(), rows.end(), [&](const SettingKey& row) {
-    return row.application == application && row.section == section && row.key == key;
+    return row.section == section && row.key == key;
   });
   return found == rows.end() ? nullptr : &*found;
 }
 
-}  // namespace app
+}  // namespace support

@@ -5,7 +5,7 @@
 #include <span>
 #include <string_view>
 
-namespace app {
+namespace support {
 
 /// One key of the settings store.
 struct SettingKey {
@@ -27,7 +27,6 @@ struct SettingKey {
 [[nodiscard]] std::span<const SettingKey> SettingsVocabulary();
 
 /// Null for a key that is not declared.
-[[nodiscard]] const SettingKey* FindSetting(std::string_view application, std::string_view section,
-                                            std::string_view key);
+[[nodiscard]] const SettingKey* FindSetting(std::string_view section, std::string_view key);
 
-}  // namespace app
+}  // namespace support
