@@ -43,7 +43,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
                       {outside.synthesisers, outside.code_pages, outside.side_store},
                       outside.images}),
       lists(context, {collections.Music().Table(), collections.Karaoke().Table(), collections.Playlists()},
-            rack, settings, outside.tags, collections.Scratch(), outside.local_time,
+            mixing, settings, outside.tags, collections.Scratch(), outside.local_time,
             [this] { collections.Music().Save(); }),
       editors(context),
       resume(context, {rack, lights, songs, lists, settings}, outside.journal),

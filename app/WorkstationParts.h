@@ -13,6 +13,7 @@
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/Ports.h"
+#include "app/RackDecks.h"
 #include "app/StationContext.h"
 #include "app/Visuals.h"
 #include "app/WaitingPrompts.h"
@@ -62,6 +63,7 @@ struct Workstation::Parts {
   std::shared_ptr<Mailbox> window = std::make_shared<Mailbox>();
   Conductor conductor;
   DeckRack rack;
+  RackDecks mixing{rack};
   StationContext context;
   std::shared_ptr<IdleCores> cores;  // with the lanes of long work
   app::Collections collections;

@@ -8,8 +8,8 @@
 
 #include "app/Notice.h"
 #include "app/OutputView.h"
+#include "app/ports/HeardSound.h"
 #include "app/sound/DeckView.h"
-#include "app/sound/HeardSound.h"
 #include "decks/ports/SoundControl.h"
 
 namespace app {

@@ -7,12 +7,10 @@
 #include <system_error>
 #include <utility>
 
-#include "app/DeckRack.h"
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
 #include "app/settings/Preferences.h"
 #include "app/settings/Settings.h"
-#include "app/sound/TrackToLoad.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/SortOrder.h"
 
@@ -51,36 +49,7 @@ std::vector<std::string> EveningsIn(const std::filesystem::path& folder) {
 
 }  // namespace
 
-/// The decks of the rack, as the automatic mixer moves them.
-class ListStation::Decks final : public MixingDecks {
- public:
-  explicit Decks(DeckRack& rack) : rack_(rack) {}
-  void Load(int deck, const catalogue::track_table& playlist, int row) override {
-    if (auto track = TrackToLoad(playlist, row)) rack_.Deck(deck).Load(std::move(*track));
-  }
-  void Seek(int deck, std::chrono::microseconds place) override { rack_.Deck(deck).Seek(place); }
-  void Play(int deck) override { rack_.Deck(deck).Play(); }
-  void Stop(int deck) override { rack_.Deck(deck).Stop(); }
-  void SetVolume(int deck, int volume) override { rack_.Deck(deck).SetVolume(volume); }
-  void SetMixing(int deck, bool mixing) override { rack_.Deck(deck).SetMixing(mixing); }
-  bool StartWith(int deck, int other, std::chrono::microseconds place) override {
-    return rack_.Deck(deck).StartWith(rack_.Deck(other), place);
-  }
-  bool Started(int deck) override { return rack_.Deck(deck).Started(); }
-  void CancelStart(int deck) override {
-    rack_.Deck(deck).CancelStart();
-    rack_.CancelMix(deck);
-  }
-  std::chrono::microseconds MatchTempo(int deck, std::chrono::microseconds place, int most_percent) override {
-    return rack_.MatchForMix(deck, place, most_percent);
-  }
-  void SetGain(int deck, support::Decibels gain) override { rack_.Deck(deck).SetGain(gain); }
-
- private:
-  DeckRack& rack_;
-};
-
-ListStation::ListStation(const StationContext& context, const Tables& tables, DeckRack& rack,
+ListStation::ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks,
                          Settings& settings, catalogue::TagReader& tags, catalogue::TagScratch& scratch,
                          LocalTime local_time, std::function<void()> filled)
     : context_(context),
@@ -94,12 +63,11 @@ ListStation::ListStation(const StationContext& context, const Tables& tables, De
       kept_(context, tables.playlists),
       saves_(context.workers, context.gate),
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
-      decks_(std::make_unique<Decks>(rack)),
-      automix_(*decks_, context.clock,
+      automix_(decks, context.clock,
                [this](const std::string& name) {
                  context_.tell(context_.say(support::Sentence::NotPlayedNext, {name}));
                }),
-      levels_(*decks_, context.clock),
+      levels_(decks, context.clock),
       heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
       log_(context.files, context.folder, context.workers, context.gate,
            [this](const support::Error& failure) {

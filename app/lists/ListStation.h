@@ -25,7 +25,6 @@ namespace app {
 struct StationContext;
 struct WorkstationView;
 class Settings;
-class DeckRack;
 struct Preferences;
 
 /// What the window draws of the lists; a snapshot of one tick.
@@ -51,7 +50,7 @@ class ListStation {
     std::array<catalogue::track_table, 3>& playlists;
   };
   /// filled: a row of the catalogue says more now.
-  ListStation(const StationContext& context, const Tables& tables, DeckRack& rack, Settings& settings,
+  ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks, Settings& settings,
               catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time,
               std::function<void()> filled);
   ~ListStation();
@@ -121,7 +120,6 @@ class ListStation {
   void MoveMixer(const MixerHands& hands, MovedByHand moved);
 
  private:
-  class Decks;
   void ReadTonight();
   void NotePlayed(const std::string& filename, const std::string& evening);
   void SendTables();
@@ -142,7 +140,6 @@ class ListStation {
   std::string evening_;                       ///< that they belong to
   std::vector<catalogue::track_table> sent_;  ///< the tables as the conductor has them
   // The conductor's.
-  std::unique_ptr<Decks> decks_;
   AutoMix automix_;
   bool held_ = false;  ///< until the decks go on
   AutoLevel levels_;

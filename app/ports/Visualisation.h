@@ -7,7 +7,7 @@
 #include <string_view>
 #include <vector>
 
-#include "app/sound/HeardSound.h"
+#include "app/ports/HeardSound.h"
 
 namespace app {
 

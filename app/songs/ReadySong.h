@@ -5,8 +5,8 @@
 #include <memory>
 #include <string>
 
+#include "app/ports/HeardSound.h"
 #include "app/songs/SongView.h"
-#include "app/sound/HeardSound.h"
 #include "catalogue/ports/SideStore.h"
 #include "karaoke/SongReader.h"
 #include "karaoke/SongSound.h"

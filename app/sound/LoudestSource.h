@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "app/sound/HeardSound.h"
+#include "app/ports/HeardSound.h"
 #include "decks/ports/AudioEngine.h"
 
 namespace app {

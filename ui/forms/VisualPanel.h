@@ -5,7 +5,7 @@
 #include <QWidget>
 #include <optional>
 
-#include "app/sound/HeardSound.h"
+#include "app/ports/HeardSound.h"
 #include "support/Clock.h"
 #include "ui/widgets/Look.h"
 
