@@ -46,6 +46,8 @@ inline constexpr int kMostRows = 65'536;
 
 /// The row that follows when a pattern of so many rows plays; both count from 1. The IO side never comes to
 /// the row numbered by the count, unless it is the only one; the DAC side plays every row.
+/// Other banks end in the row of zeros that the next header makes; the last one has none, so its final step
+/// is lost.
 [[nodiscard]] constexpr int NextRow(Side side, int row, int rows) {
   const int next = row + 1;
   const bool over = side == Side::Io ? next >= rows : next > rows;

@@ -63,7 +63,7 @@ struct LightsInHand {
   bool operator==(const LightsInHand&) const = default;
 };
 
-/// DeckRack lighting in the running program: universe, output, show player.
+/// Stage lighting in the running program: universe, output, show player.
 ///
 /// Law: what the window hands over is kept until nobody else holds it, so that the conductor never frees a
 /// show. Threads: StartUp, View and commands on the window's; Tick on the conductor, also before StartUp;
