@@ -19,6 +19,7 @@ namespace bench {
 /// Ten minutes of clicks are analysed and played for it.
 [[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
+[[nodiscard]] std::vector<Figure> MeasureLimiter();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
 /// Pictures of the singers' screen; makes a Qt application of its own meanwhile.
 [[nodiscard]] std::vector<Figure> MeasureLyrics();

@@ -24,6 +24,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"scan", bench::MeasureScan},
     {"organ", bench::MeasureOrgan},
     {"engine", bench::MeasureEngine},
+    {"limiter", bench::MeasureLimiter},
     {"keylock", bench::MeasureKeyLock},
     {"analysis", bench::MeasureAnalysis},
     {"tempo", bench::MeasureTempo},

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace engine {
 namespace {
@@ -14,55 +15,73 @@ constexpr double kReleaseSeconds = 0.08;
 
 }  // namespace
 
-Limiter::Limiter(int sample_rate, int max_channels)
-    : look_ahead_(std::max(1, static_cast<int>(sample_rate * kLookAheadSeconds))),
+double Limiter::SlidingLowest::Put(double value) noexcept {
+  while (count_ > 0 && kept_[Wrapped(begin_ + count_ - 1)].value >= value) --count_;
+  if (count_ > 0 && kept_[begin_].number <= number_ - length_) {
+    begin_ = Wrapped(begin_ + 1);
+    --count_;
+  }
+  kept_[Wrapped(begin_ + count_++)] = {number_++, value};
+  return kept_[begin_].value;
+}
+
+Limiter::Limiter(int sample_rate, float ceiling)
+    : ceiling_(ceiling),
+      look_ahead_(std::max(1, static_cast<int>(sample_rate * kLookAheadSeconds))),
+      late_(look_ahead_ + TruePeak::kDelay),
       release_(1 - std::exp(-1 / (kReleaseSeconds * sample_rate))),
-      delayed_(static_cast<std::size_t>(look_ahead_ * max_channels)),
-      needed_(static_cast<std::size_t>(look_ahead_ + 1)),
+      delayed_(static_cast<std::size_t>(2 * late_)),
+      lowest_(look_ahead_ + 2),  // of the frame on either side of a height between two
       gains_(static_cast<std::size_t>(look_ahead_)) {
   Reset();
 }
 
 void Limiter::Reset() noexcept {
+  reader_.Reset();
   std::fill(delayed_.begin(), delayed_.end(), 0.0F);
-  std::fill(needed_.begin(), needed_.end(), 1.0);
   std::fill(gains_.begin(), gains_.end(), kUnity);
+  lowest_.Clear();
   gain_sum_ = look_ahead_ * kUnity;
-  at_ = 0;
-  needed_at_ = 0;
   envelope_ = 1;
   busy_ = false;
+  told_ = 1;
 }
 
-void Limiter::Process(std::span<float> interleaved, int channels) noexcept {
-  const std::size_t width = static_cast<std::size_t>(channels);
-  for (std::size_t frame = 0; frame + width <= interleaved.size(); frame += width) {
-    float peak = 0;
-    for (std::size_t c = 0; c < width; ++c) peak = std::max(peak, std::abs(interleaved[frame + c]));
-    const float gain = peak > 1 || busy_ ? GainFor(peak > 1 ? 1 / peak : 1) : 1;
-    float* held = delayed_.data() + at_ * width;
-    for (std::size_t c = 0; c < width; ++c) {
-      const float out = gain == 1 ? held[c] : std::clamp(held[c] * gain, -1.0F, 1.0F);
-      held[c] = interleaved[frame + c];
-      interleaved[frame + c] = out;
+void Limiter::Process(std::span<float> stereo) noexcept {
+  const std::span<float> peaks(peaks_.data(), stereo.size() / 2);
+  reader_.Read(stereo, peaks, ceiling_);
+  for (std::size_t frame = 0; frame < peaks.size(); ++frame) {
+    const float peak = peaks[frame];
+    const float gain = peak > ceiling_ || busy_ ? GainFor(peak > ceiling_ ? ceiling_ / peak : 1) : 1;
+    told_ = std::min(told_, gain);
+    for (float* sample : {&stereo[2 * frame], &stereo[2 * frame + 1]}) {
+      float& held = delayed_[delayed_at_++];
+      const float out = gain == 1 ? held : std::clamp(held * gain, -ceiling_, ceiling_);
+      held = *sample;
+      *sample = out;
     }
-    if (++at_ == static_cast<std::size_t>(look_ahead_)) at_ = 0;
+    if (delayed_at_ == delayed_.size()) delayed_at_ = 0;
   }
 }
 
 float Limiter::GainFor(float needed) noexcept {
   envelope_ = std::min<double>(needed, envelope_ + (1 - envelope_) * release_);
   if (envelope_ > 0.9999 && needed == 1) envelope_ = 1;
-  needed_[needed_at_] = envelope_;
-  if (++needed_at_ == needed_.size()) needed_at_ = 0;
-  const double lowest = *std::min_element(needed_.begin(), needed_.end());
-  const std::int64_t gain = static_cast<std::int64_t>(lowest * static_cast<double>(kUnity));
-  gain_sum_ += gain - gains_[at_];
-  gains_[at_] = gain;
+  const std::int64_t gain = static_cast<std::int64_t>(lowest_.Put(envelope_) * static_cast<double>(kUnity));
+  gain_sum_ += gain - gains_[gains_at_];
+  gains_[gains_at_] = gain;
+  if (++gains_at_ == gains_.size()) gains_at_ = 0;
   busy_ = gain_sum_ != look_ahead_ * kUnity || envelope_ != 1;
-  return busy_ ? static_cast<float>(static_cast<double>(gain_sum_) /
-                                    (static_cast<double>(look_ahead_) * static_cast<double>(kUnity)))
-               : 1.0F;
+  if (busy_) {
+    return static_cast<float>(static_cast<double>(gain_sum_) /
+                              (static_cast<double>(look_ahead_) * static_cast<double>(kUnity)));
+  }
+  lowest_.Clear();
+  return 1;
+}
+
+float Limiter::TakeLowest() noexcept {
+  return std::exchange(told_, 1.0F);
 }
 
 }  // namespace engine

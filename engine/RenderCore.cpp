@@ -4,7 +4,9 @@
 
 #include <algorithm>
 #include <chrono>
+#include <utility>
 
+#include "engine/NoDenormals.h"
 #include "support/RealtimeScope.h"
 
 namespace engine {
@@ -13,12 +15,17 @@ RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const suppor
     : sample_rate_(sample_rate),
       clock_(clock),
       curve_(sample_rate),
-      speakers_(speakers),
-      limiter_(sample_rate, kMaxDeviceChannels) {}
+      look_ahead_(Limiter(sample_rate).LookAhead()) {
+  SetSpeakers(speakers);
+}
 
 void RenderCore::SetSpeakers(const SpeakerMap& speakers) {
   speakers_ = speakers;
-  limiter_.Reset();
+  buses_.clear();
+  for (std::size_t i = 0; i < speakers.Buses().size(); ++i) {
+    buses_.push_back(std::make_unique<Bus>(sample_rate_));
+  }
+  TellGains();
 }
 
 bool RenderCore::Attach(Stream& stream) noexcept {
@@ -38,6 +45,7 @@ void RenderCore::DetachAll() noexcept {
 
 void RenderCore::Render(std::span<float> interleaved) noexcept {
   const support::RealtimeScope realtime;
+  const NoDenormals flushed;
   const support::TimePoint begin = clock_.Now();
   const int channels = speakers_.Channels();
   if (channels == 0) return std::fill(interleaved.begin(), interleaved.end(), 0.0F);
@@ -51,12 +59,13 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
     const int piece = PieceLength(frames - done, frame);
     const std::span<float> part = interleaved.subspan(static_cast<std::size_t>(done * channels),
                                                       static_cast<std::size_t>(piece * channels));
-    MixPiece(part, channels, frame);
-    limiter_.Process(part, channels);
+    MixPiece(piece, frame);
+    GivePiece(part, channels);
     done += piece;
     frame += piece;
   }
   frames_.store(frame, std::memory_order_release);
+  TellGains();
   int late = 0;
   for (Voice& voice : voices_) {
     if (voice.Of() == nullptr) continue;
@@ -156,21 +165,54 @@ int RenderCore::PieceLength(int frames, std::int64_t frame) const noexcept {
   return static_cast<int>(std::clamp<std::int64_t>(waiting_[0].at - frame, 1, frames));
 }
 
-void RenderCore::MixPiece(std::span<float> interleaved, int channels, std::int64_t frame) noexcept {
-  std::fill(interleaved.begin(), interleaved.end(), 0.0F);
+void RenderCore::MixPiece(int count, std::int64_t frame) noexcept {
+  const std::size_t frames = static_cast<std::size_t>(count);
+  for (const auto& bus : buses_) std::fill_n(bus->stereo.begin(), 2 * frames, 0.0F);
   std::array<float, 2 * kPieceFrames> memory;
-  const std::size_t frames = interleaved.size() / static_cast<std::size_t>(channels);
   const std::span<float> stereo(memory.data(), 2 * frames);
   for (Voice& voice : voices_) {
     if (voice.Of() == nullptr || !voice.Render(stereo, frame)) continue;
     voice.ApplyGain(stereo);
     for (const SpeakerShare& share : speakers_.Of(voice.Of()->Pair())) {
-      float* out = interleaved.data() + share.channel;
-      for (std::size_t i = 0; i < frames; ++i, out += channels) {
-        *out += stereo[2 * i] * share.left + stereo[2 * i + 1] * share.right;
+      float* out = buses_[static_cast<std::size_t>(share.bus)]->stereo.data() + share.side;
+      for (std::size_t i = 0; i < 2 * frames; i += 2) {
+        out[i] += stereo[i] * share.left + stereo[i + 1] * share.right;
       }
     }
   }
+}
+
+void RenderCore::GivePiece(std::span<float> interleaved, int channels) noexcept {
+  const std::size_t frames = interleaved.size() / static_cast<std::size_t>(channels);
+  std::fill(interleaved.begin(), interleaved.end(), 0.0F);
+  for (std::size_t number = 0; number < buses_.size(); ++number) {
+    Bus& bus = *buses_[number];
+    bus.limiter.Process({bus.stereo.data(), 2 * frames});
+    const SpeakerBus& to = speakers_.Buses()[number];
+    for (const auto& [channel, side] : {std::pair{to.left, 0}, std::pair{to.right, 1}}) {
+      if (channel < 0) continue;
+      float* out = interleaved.data() + channel;
+      const float* in = bus.stereo.data() + side;
+      for (std::size_t i = 0; i < frames; ++i, out += channels) *out = in[2 * i];
+    }
+  }
+}
+
+void RenderCore::TellGains() noexcept {
+  std::array<float, kMaxDeviceChannels> lowest;
+  for (std::size_t i = 0; i < buses_.size(); ++i) lowest[i] = buses_[i]->limiter.TakeLowest();
+  for (std::size_t code = 0; code < gains_.size(); ++code) {
+    float gain = 1;
+    for (const SpeakerShare& share : speakers_.Of(static_cast<int>(code))) {
+      gain = std::min(gain, lowest[static_cast<std::size_t>(share.bus)]);
+    }
+    gains_[code].store(gain, std::memory_order_relaxed);
+  }
+}
+
+float RenderCore::LimiterGain(int pair) const noexcept {
+  const std::size_t code = pair >= 1 && pair < SpeakerMap::kCodes ? static_cast<std::size_t>(pair) : 0;
+  return gains_[code].load(std::memory_order_relaxed);
 }
 
 void RenderCore::MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept {

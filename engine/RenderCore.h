@@ -5,6 +5,7 @@
 #include <array>
 #include <atomic>
 #include <cstdint>
+#include <memory>
 #include <span>
 #include <vector>
 
@@ -20,6 +21,8 @@ namespace engine {
 
 /// Mixes the streams of one device number, whatever output pulls for it at the moment.
 ///
+/// Streams sound into buses, one a pair of the device's speakers, each with a limiter of its own: what is
+/// loud in the head-phones of a card turns nothing down in the hall of the same card.
 /// Frames count from the first Render on and live on when the output is changed. A frame leaves the core
 /// LookAhead() frames after it was mixed; everything that carries an engine frame means the mixing.
 /// Threads: Render in the callback; the rest by the owner. Law: Render takes no memory, no lock, no system
@@ -40,7 +43,7 @@ class RenderCore final : public RenderSource {
   RenderCore(int sample_rate, const SpeakerMap& speakers, const support::Clock& clock);
 
   [[nodiscard]] int SampleRate() const noexcept { return sample_rate_; }
-  [[nodiscard]] int LookAhead() const noexcept { return limiter_.LookAhead(); }
+  [[nodiscard]] int LookAhead() const noexcept { return look_ahead_; }
   /// The next frame to be mixed.
   [[nodiscard]] std::int64_t Frames() const noexcept { return frames_.load(std::memory_order_acquire); }
   /// Requires: nothing renders.
@@ -61,11 +64,18 @@ class RenderCore final : public RenderSource {
   /// Samples that an effect gave and that were no numbers.
   [[nodiscard]] std::uint64_t BadSamples() const noexcept { return bad_.load(std::memory_order_relaxed); }
   [[nodiscard]] std::uint64_t LateBlocks() const noexcept { return late_.load(std::memory_order_relaxed); }
+  /// The factor to which the limiter of a pair turned its sound down in the newest block; 1 is untouched.
+  [[nodiscard]] float LimiterGain(int pair) const noexcept;
   /// Largest share of its period that a callback of the last one to two seconds took.
   [[nodiscard]] float Load() const noexcept;
 
  private:
-  static constexpr int kPieceFrames = 128;
+  static constexpr int kPieceFrames = Limiter::kMostFrames;
+  struct Bus {
+    explicit Bus(int sample_rate) : limiter(sample_rate) {}
+    std::array<float, 2 * kPieceFrames> stereo{};
+    Limiter limiter;
+  };
   static constexpr std::size_t kWaiting = kStreams * Stream::kScheduled;
 
   void FollowSlots() noexcept;
@@ -75,14 +85,17 @@ class RenderCore final : public RenderSource {
   void RunCommands(std::int64_t frame) noexcept;
   void Run(const Command& command) noexcept;
   [[nodiscard]] int PieceLength(int frames, std::int64_t frame) const noexcept;
-  void MixPiece(std::span<float> interleaved, int channels, std::int64_t frame) noexcept;
+  void MixPiece(int frames, std::int64_t frame) noexcept;
+  void GivePiece(std::span<float> interleaved, int channels) noexcept;
+  void TellGains() noexcept;
   void MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept;
 
   const int sample_rate_;
   const support::Clock& clock_;
   const FadeCurve curve_;
   SpeakerMap speakers_;
-  Limiter limiter_;
+  std::vector<std::unique_ptr<Bus>> buses_;  ///< as the speakers'
+  int look_ahead_ = 0;
   std::array<std::atomic<Stream*>, kStreams> slots_{};
   std::array<Voice, kStreams> voices_;
   support::SpscRing<Command, 2 * kWaiting> commands_;
@@ -92,6 +105,7 @@ class RenderCore final : public RenderSource {
   std::atomic<std::uint64_t> callbacks_{0};
   std::atomic<std::uint64_t> late_{0};
   std::atomic<std::uint64_t> bad_{0};
+  std::array<std::atomic<float>, SpeakerMap::kCodes> gains_{};
   std::atomic<float> load_{0};
   std::atomic<float> load_before_{0};
   std::int64_t load_frames_ = 0;

@@ -273,6 +273,14 @@ std::vector<decks::DeviceEvent> SoundEngine::TakeDeviceEvents() {
   return devices_->TakeEvents();
 }
 
+support::Decibels SoundEngine::LimiterReduction(int device, std::uint32_t speaker) {
+  const auto slot = devices_->Find(device);
+  if (slot == nullptr) return {};
+  const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);
+  const float gain = slot->Core().LimiterGain(pair);
+  return {gain < 1 ? -20 * std::log10(gain) : 0};
+}
+
 decks::EngineHealth SoundEngine::Health() {
   decks::EngineHealth health;
   for (const auto& slot : devices_->All()) {

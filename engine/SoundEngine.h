@@ -109,6 +109,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   bool Schedule(const decks::ScheduledCommand& command) override;
   void CancelScheduled(decks::StreamHandle stream) override;
   void SetGain(decks::StreamHandle stream, support::Decibels gain) override;
+  support::Decibels LimiterReduction(int device, std::uint32_t speaker) override;
   void SetDeviceRole(int device, decks::DeviceRole role) override;
   void ReturnDevice(int device) override;
   void SetStretch(decks::Stretch choice) override;

@@ -117,8 +117,13 @@ class SoundControl {
   virtual void CancelScheduled(StreamHandle /*stream*/) {}
 
   /// On top of the volume, at most 24 dB up or down; 0 dB until told otherwise. Acts in the next block,
-  /// without a click; what it makes too loud, the device's limiter takes back.
+  /// without a click; what it makes too loud, the limiter of its pair of speakers takes back.
   virtual void SetGain(StreamHandle /*stream*/, support::Decibels /*gain*/) {}
+  /// How much the limiter of a pair of speakers turns the sum down now, 0 when it does not: dB, at least 0.
+  /// speaker: a flag of the pair; 0 is all of the device's, the most of them.
+  [[nodiscard]] virtual support::Decibels LimiterReduction(int /*device*/, std::uint32_t /*speaker*/) {
+    return {};
+  }
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
   /// Also of what plays already, without a click. Best until told otherwise; any time.

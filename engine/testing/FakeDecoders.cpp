@@ -49,7 +49,7 @@ FakeFile RampFile(std::int64_t frames, int sample_rate) {
   file.frames = frames;
   file.estimate = frames;
   file.sample = [](std::int64_t frame, int channel) {
-    const auto value = static_cast<std::int16_t>(frame % 30'000);
+    const auto value = static_cast<std::int16_t>(frame % 25'000);
     return channel == 0 ? value : static_cast<std::int16_t>(-value);
   };
   return file;

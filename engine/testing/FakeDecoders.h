@@ -42,7 +42,7 @@ class FakeDecoders final : public DecoderFactory {
   std::atomic<std::int64_t> reads_{0};
 };
 
-/// Left is the frame modulo 30,000, right the same below zero: a sample tells its frame.
+/// Left is the frame modulo 25,000, right the same below zero: a sample tells its frame.
 [[nodiscard]] FakeFile RampFile(std::int64_t frames, int sample_rate = 44100);
 /// A sine on both channels that swells in over its first 2000 frames and out over the last.
 [[nodiscard]] FakeFile ToneFile(std::int64_t frames, double hertz, double level = 0.5,

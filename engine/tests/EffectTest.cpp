@@ -65,6 +65,22 @@ TEST_F(Effect, LiesBeforeTheGainThatIsRampedWhilePlaying) {
   for (std::size_t i = 2; i < out.size(); ++i) ASSERT_LT(std::abs(out[i] - out[i - 2]), 0.01F);
 }
 
+#if defined(__SSE2__)
+TEST_F(Effect, ThatDiesAwayComesToAnEnd) {
+  struct Echo final : StreamEffect {
+    void Process(std::span<float> stereo) noexcept override {
+      for (std::size_t i = 0; i < stereo.size(); ++i) tail = tail * 0.5F;
+    }
+    volatile float tail = 1;
+  } echo;
+  Render(echo);
+  EXPECT_EQ(echo.tail, 0);
+  volatile float here = std::numeric_limits<float>::min();
+  here = here / 2;
+  EXPECT_GT(here, 0) << "the thread that rendered reckons on as before";
+}
+#endif
+
 TEST_F(Effect, ThatMakesNoNumbersIsSilencedCountedAndBegunAnew) {
   struct Stubborn final : StreamEffect {
     void Process(std::span<float> stereo) noexcept override {

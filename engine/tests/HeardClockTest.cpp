@@ -30,10 +30,10 @@ class HeardClock : public ::testing::Test {
     return stream;
   }
   std::int64_t Frame(decks::StreamHandle stream) { return stage.engine->Heard(stream).frame.value; }
-  /// The ramp's sample at the loudspeaker tells its frame modulo 30,000.
+  /// The ramp's sample at the loudspeaker tells its frame modulo 25,000.
   void ExpectPlaceOfSample(decks::StreamHandle stream, double tolerance) {
     const double sample = stage.AtLoudspeaker("main") * 32768.0;
-    EXPECT_NEAR(std::fmod(static_cast<double>(Frame(stream)), 30'000), sample, tolerance);
+    EXPECT_NEAR(std::fmod(static_cast<double>(Frame(stream)), 25'000), sample, tolerance);
   }
 
   SoundStage stage;
