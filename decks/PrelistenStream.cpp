@@ -21,6 +21,7 @@ void PrelistenStream::Start(const std::string& filename, StreamHandle main) {
     stream = there ? WrapInTempo(engine_, CreateForAll(filename)) : 0;
   }
   SetVolume(0);
+  Follow(main);
   FollowMain(main);
   engine_.BASS_ChannelPlay(stream, false);
 }

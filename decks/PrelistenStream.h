@@ -26,6 +26,8 @@ class PrelistenStream {
   /// all speakers of the device; with one it keeps its speakers.
   void Start(const std::string& filename, StreamHandle main);
   void Resume(StreamHandle main);
+  /// From now on it is heard at the main stream's place, for as long as both are there.
+  void Follow(StreamHandle main) { engine_.Follow(stream, main); }
   void Pause() { engine_.BASS_ChannelPause(stream); }
   /// Stops, frees and takes the effects off; the tempo detection is released by the deck, with the main one.
   void Stop();

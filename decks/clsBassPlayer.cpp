@@ -58,7 +58,7 @@ void clsBassPlayer::ResumePlay() {
 }
 
 void clsBassPlayer::OpenFile() {
-  if (prelisten_.InUse()) OpenPrelisten();
+  if (prelisten_.InUse()) prelisten_.Open(filename_);
   OpenMain();
   start_mix_point_ = end_mix_point_ = {};
   mp3_info_.ResetVals();
@@ -77,10 +77,12 @@ void clsBassPlayer::OpenMain() {
       CreateDecoder(engine_, filename_, StreamTypeOf(filename_), 0, kStreamDecode | SpeakerFlag(speaker_));
   length_ = engine_.BASS_ChannelGetLength(decoder);
   main_ = WrapInTempo(engine_, decoder);
+  prelisten_.Follow(main_);
 }
 
 void clsBassPlayer::OpenPrelisten() {
   prelisten_.Open(filename_);
+  prelisten_.Follow(main_);
 }
 
 void clsBassPlayer::PlayMain() {
@@ -90,6 +92,10 @@ void clsBassPlayer::PlayMain() {
 
 void clsBassPlayer::PlayPrelisten() {
   prelisten_.Start(filename_, main_);
+}
+
+void clsBassPlayer::PausePrelisten() {
+  prelisten_.Pause();
 }
 
 void clsBassPlayer::ClosePrelisten() {

@@ -36,11 +36,13 @@ class clsBassPlayer {
   /// is a pre-listen output, then the main one.
   void OpenFile();
 
-  // The halves of OpenFile and Play, for moving one output while the other one goes on.
+  // The halves of OpenFile and Play, for moving one output while the other one goes on, and for hearing what
+  // is to come in the head-phones alone: PlayPrelisten on a deck that is stopped, then PreVolume.
   void OpenMain();
   void OpenPrelisten();
   void PlayMain();
   void PlayPrelisten();
+  void PausePrelisten();
   void ClosePrelisten();
 
   [[nodiscard]] std::int16_t Channel() const { return channel_; }

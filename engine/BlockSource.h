@@ -30,6 +30,8 @@ class BlockSource {
   [[nodiscard]] virtual const Tempo& InForce() const noexcept = 0;
   /// The source's frame under the next frame made.
   [[nodiscard]] virtual double Source() const noexcept = 0;
+  /// The source's frames a frame.
+  [[nodiscard]] virtual double Ratio() const noexcept = 0;
   [[nodiscard]] virtual bool Ended() const noexcept = 0;
   /// Up to that many frames; false when there is nothing to make them of yet. Requires: !Ended().
   virtual bool Make(LaneBlock& block, int frames) = 0;

@@ -27,8 +27,9 @@ std::int64_t OutputPlug::HeardFrame(support::TimePoint now, const RenderCore& co
   if (base == kNothingHeard || device_ == nullptr) return kNothingHeard;
   const PlayedMark mark = device_->Played();
   const double seconds = std::chrono::duration<double>(now - mark.at).count();
+  // A mark may lie ahead: an output knows when its very first frame will be heard.
   // The margin keeps a whole number of frames whole after the way through seconds.
-  const double since = std::floor(std::clamp(seconds, 0.0, 10.0) * core.SampleRate() + 1e-3);
+  const double since = std::floor(std::clamp(seconds, -10.0, 10.0) * core.SampleRate() + 1e-3);
   const std::int64_t frames = mark.frames + static_cast<std::int64_t>(since);
   return base + std::min(frames, given_.load(std::memory_order_acquire)) - core.LookAhead();
 }

@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/Feeder.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace engine {
@@ -19,13 +20,40 @@ void Feeder::Remove(std::uint32_t stream) {
   std::erase_if(items_, [&](const auto& item) { return item->feed.Of().Id() == stream; });
 }
 
+std::shared_ptr<Feeder::Item> Feeder::Find(std::uint32_t stream) const {
+  const auto found = std::find_if(items_.begin(), items_.end(),
+                                  [stream](const auto& item) { return item->feed.Of().Id() == stream; });
+  return found == items_.end() ? nullptr : *found;
+}
+
+void Feeder::Follow(std::uint32_t follower, std::uint32_t leader) {
+  support::MutexLock lock(mutex_);
+  if (const auto item = Find(follower)) item->leader = Find(leader);
+}
+
 void Feeder::Pump() {
   {
     support::MutexLock lock(mutex_);
-    pass_ = items_;
+    for (const auto& item : items_) pass_.push_back({item, item->leader.lock()});
   }
-  for (const auto& item : pass_) item->feed.Pump(item->slot->Core().Frames());
+  for (const Pass& pass : pass_) Pump(pass);
   pass_.clear();
+}
+
+void Feeder::Pump(const Pass& pass) {
+  Item& item = *pass.item;
+  const std::int64_t frame = item.slot->Core().Frames();
+  if (pass.leader == nullptr) return item.feed.Pump(frame);
+  DeviceSlot& leaders = *pass.leader->slot;
+  const FramePair now{item.slot->HeardFrame(), leaders.HeardFrame(),
+                      static_cast<double>(leaders.Core().SampleRate()) / item.slot->Core().SampleRate()};
+  if (now.own == kNothingHeard || now.leaders == kNothingHeard) {
+    // An output that was opened this very moment: who is to begin with the leader waits for the first block.
+    if (!pass.leader->feed.WillPlay()) item.feed.Pump(frame);
+    return;
+  }
+  const StreamFeed::Leader leader{pass.leader->feed, now, &leaders != item.slot.get()};
+  item.feed.Pump(frame, &leader);
 }
 
 PollingThread::PollingThread(std::function<void()> work, std::function<void()> started)

@@ -23,19 +23,30 @@ class Feeder {
 
   void Add(std::shared_ptr<Stream> stream, std::shared_ptr<DeviceSlot> slot) DJ_EXCLUDES(mutex_);
   void Remove(std::uint32_t stream) DJ_EXCLUDES(mutex_);
+  /// From now on the follower is heard where the leader is, until one of them goes or another is named; a
+  /// leader of 0 is none.
+  void Follow(std::uint32_t follower, std::uint32_t leader) DJ_EXCLUDES(mutex_);
   void Pump() DJ_EXCLUDES(mutex_);
 
  private:
   struct Item {
     std::shared_ptr<DeviceSlot> slot;  // with the table: a pass may run while the device is closed
     StreamFeed feed;
+    std::weak_ptr<Item> leader = {};  ///< under the lock
   };
+  struct Pass {
+    std::shared_ptr<Item> item;
+    std::shared_ptr<Item> leader;
+  };
+
+  [[nodiscard]] std::shared_ptr<Item> Find(std::uint32_t stream) const DJ_REQUIRES(mutex_);
+  static void Pump(const Pass& pass);
 
   StretcherFactory& stretchers_;
   const std::shared_ptr<PcmStorePool> pool_;  // with its jobs
   support::Mutex mutex_;
   std::vector<std::shared_ptr<Item>> items_ DJ_GUARDED_BY(mutex_);  // with the pass, which holds no lock
-  std::vector<std::shared_ptr<Item>> pass_;
+  std::vector<Pass> pass_;
 };
 
 /// Calls a function every 5 ms, and at once when woken.

@@ -25,6 +25,7 @@ class GeneratedSource final : public BlockSource {
   void SetTempo(const Tempo& tempo) override;
   [[nodiscard]] const Tempo& InForce() const noexcept override { return tempo_; }
   [[nodiscard]] double Source() const noexcept override { return source_; }
+  [[nodiscard]] double Ratio() const noexcept override { return tempo_.speed; }
   [[nodiscard]] bool Ended() const noexcept override { return ended_; }
   bool Make(LaneBlock& block, int frames) override;
 

@@ -22,6 +22,16 @@ struct LaneBlock {
   std::array<float, 2 * kLaneBlockFrames> samples;
 };
 
+/// When the callback goes over to a lane that is offered to it.
+struct LaneEntry {
+  enum class When {
+    AtOnce,
+    Aligned,  ///< where the other lane gets to this one's first source frame
+    AtFrame,  ///< at an engine frame; whoever comes late begins that much later in it
+  } when = When::AtOnce;
+  std::int64_t frame = 0;
+};
+
 /// One of a stream's two queues of sound between feeder and callback.
 ///
 /// Threads: the feeder appends, the callback takes. While a lane is idle the feeder owns both ends; the
@@ -33,13 +43,13 @@ class Lane {
   // Feeder.
 
   /// Requires: the lane is idle.
-  void Clear(std::uint32_t place, bool aligned) noexcept {
+  void Clear(std::uint32_t place, const LaneEntry& entry) noexcept {
     while (ring_.Front() != nullptr) ring_.DropFront();
     fed_.store(0, std::memory_order_relaxed);
     taken_.store(0, std::memory_order_relaxed);
     finished_.store(false, std::memory_order_relaxed);
     place_ = place;
-    aligned_ = aligned;
+    entry_ = entry;
     ++segment_;
   }
   /// Null when the ring is full; Append() hands the block over.
@@ -70,8 +80,7 @@ class Lane {
   [[nodiscard]] bool Finished() const noexcept { return finished_.load(std::memory_order_acquire); }
   /// The number of the place that was asked for, see Stream.
   [[nodiscard]] std::uint32_t Place() const noexcept { return place_; }
-  /// It goes on where the other lane gets to, at its own first source frame, instead of at once.
-  [[nodiscard]] bool Aligned() const noexcept { return aligned_; }
+  [[nodiscard]] const LaneEntry& Entry() const noexcept { return entry_; }
   [[nodiscard]] std::uint32_t Segment() const noexcept { return segment_; }
 
  private:
@@ -80,7 +89,7 @@ class Lane {
   std::atomic<std::int64_t> taken_{0};
   std::atomic<bool> finished_{false};
   std::uint32_t place_ = 0;
-  bool aligned_ = false;
+  LaneEntry entry_;
   std::uint32_t segment_ = 0;
 };
 

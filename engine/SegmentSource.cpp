@@ -20,7 +20,7 @@ SegmentSource::SegmentSource(std::shared_ptr<PcmStore> store, StretcherFactory& 
 SegmentPath SegmentSource::PathOf(const Tempo& tempo) const {
   const double rate = tempo.sample_rate > 0 ? tempo.sample_rate : store_->Format().sample_rate;
   SegmentPath path;
-  path.resampled = rate != device_rate_;
+  path.resampled = tempo.bendable || rate != device_rate_;
   path.stretched = tempo.speed != 1 || tempo.semitones != 0;
   if (path.stretched) path.quality = tempo.quality;
   return path;
@@ -58,11 +58,12 @@ void SegmentSource::BeginStretcher() {
 void SegmentSource::SetTempo(const Tempo& tempo) {
   assert(PathOf(tempo) == path_ && "another path is another segment");
   const double rate = tempo.sample_rate > 0 ? tempo.sample_rate : store_->Format().sample_rate;
+  const bool bent_only = tempo.speed == tempo_.speed && tempo.semitones == tempo_.semitones;
   tempo_ = tempo;
-  resample_ratio_ = rate / device_rate_;
+  resample_ratio_ = rate / device_rate_ * tempo.bend;
   ratio_ = resample_ratio_ * tempo.speed;
   if (path_.resampled) resampler_->SetRatio(resample_ratio_);
-  if (path_.stretched && stretcher_ != nullptr && stretcher_quality_ == path_.quality) {
+  if (path_.stretched && !bent_only && stretcher_ != nullptr && stretcher_quality_ == path_.quality) {
     stretcher_->SetTempo(tempo.speed);
     stretcher_->SetPitch(tempo.semitones);
   }

@@ -75,6 +75,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   void BASS_StreamFree(decks::StreamHandle stream) override;
 
   bool BASS_ChannelPlay(decks::StreamHandle stream, bool restart) override;
+  void Follow(decks::StreamHandle follower, decks::StreamHandle leader) override;
   void BASS_ChannelPause(decks::StreamHandle stream) override;
   void BASS_ChannelStop(decks::StreamHandle stream) override;
   void BASS_ChannelSetAttributes(decks::StreamHandle stream, int frequency, int volume, int pan) override;
@@ -128,6 +129,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
     std::shared_ptr<DeviceSlot> slot;                       // with the table
     decks::StreamHandle decoder = 0;                        ///< freed with it, or 0
     std::unique_ptr<PeakingEqualiser> equaliser = nullptr;  ///< from the first band on; outlives the voice
+    decks::StreamHandle leader = 0;                         ///< that it follows, or 0
   };
   using Decoders = std::map<decks::StreamHandle, std::shared_ptr<Decoder>>;  // with the worker that reads it
   using Players = std::map<decks::StreamHandle, Playing>;
@@ -144,6 +146,9 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   [[nodiscard]] Playing* FindPlaying(decks::StreamHandle handle);
   [[nodiscard]] HeardPlace PlaceOf(Playing& playing) const;
   [[nodiscard]] bool HasUnheardEnd(Playing& playing) const;
+  /// Orders it to a place, or to its leader's, while that one plays.
+  void Place(Playing& playing, std::int64_t frame);
+  [[nodiscard]] bool LeaderPlays(const Playing& playing);
   void Wake();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
   void Sweep();

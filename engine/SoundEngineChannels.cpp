@@ -54,12 +54,35 @@ bool SoundEngine::HasUnheardEnd(Playing& playing) const {
   return playing.stream->ended_place.load(std::memory_order_acquire) != 0 && !PlaceOf(playing).ended;
 }
 
+void SoundEngine::Follow(decks::StreamHandle follower, decks::StreamHandle leader) {
+  Playing* playing = FindPlaying(follower);
+  if (playing == nullptr || follower == leader) return;
+  const Playing* led = FindPlaying(leader);
+  const bool files = led != nullptr && led->stream->Store() != nullptr && playing->stream->Store() != nullptr;
+  playing->leader = files ? leader : 0;
+  if (files) playing->stream->SetGain(led->stream->Gain());
+  feeder_.Follow(follower, playing->leader);
+}
+
+void SoundEngine::Place(Playing& playing, std::int64_t frame) {
+  playing.stream->Seek(frame, LeaderPlays(playing) ? Stream::Where::WithLeader : Stream::Where::Here);
+}
+
+bool SoundEngine::LeaderPlays(const Playing& playing) {
+  const Playing* leader = FindPlaying(playing.leader);
+  return leader != nullptr && IsPlaying(*leader->stream);
+}
+
 bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr) return false;
   Stream& stream = *playing->stream;
   const bool at_end = stream.ended_place.load(std::memory_order_acquire) == stream.PlaceWanted();
-  if (restart || at_end) stream.Seek(0);
+  if (restart || at_end) {
+    Place(*playing, 0);
+  } else if (!IsPlaying(stream) && LeaderPlays(*playing)) {
+    Place(*playing, PlaceOf(*playing).source);
+  }
   stream.Ask(Stream::Transport::Play);
   Wake();
   return true;
@@ -94,7 +117,11 @@ void SoundEngine::SetGain(decks::StreamHandle handle, support::Decibels gain) {
   constexpr float kFurthest = 24;
   Playing* playing = FindPlaying(handle);
   if (playing == nullptr || !std::isfinite(gain.value)) return;
-  playing->stream->SetGain(std::pow(10.0F, std::clamp(gain.value, -kFurthest, kFurthest) / 20));
+  const float factor = std::pow(10.0F, std::clamp(gain.value, -kFurthest, kFurthest) / 20);
+  playing->stream->SetGain(factor);
+  for (const auto& [other, follower] : playing_) {
+    if (follower.leader == handle) follower.stream->SetGain(factor);
+  }
 }
 
 void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
@@ -159,7 +186,7 @@ bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::B
   }
   // Its end is mixed but not heard yet: for whoever listens it still plays.
   const bool plays_on = HasUnheardEnd(*playing);
-  playing->stream->Seek(frame);
+  Place(*playing, frame);
   if (plays_on) playing->stream->Ask(Stream::Transport::Play);
   Wake();
   return true;

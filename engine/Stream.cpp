@@ -12,10 +12,11 @@ constexpr std::size_t kTimedTempos = 64;
 
 }  // namespace
 
-void Stream::Seek(std::int64_t frame) {
+void Stream::Seek(std::int64_t frame, Where where) {
   support::MutexLock lock(mutex_);
   ++orders_.place;
   orders_.frame = frame;
+  orders_.with_leader = where == Where::WithLeader;
   place_wanted_.store(orders_.place, std::memory_order_release);
 }
 
@@ -53,7 +54,7 @@ void Stream::ApplyTimedTempo() {
 
 Stream::OrderView Stream::View() const {
   support::MutexLock lock(mutex_);
-  OrderView view{orders_.place, orders_.frame, orders_.tempo, std::nullopt};
+  OrderView view{orders_.place, orders_.frame, orders_.with_leader, orders_.tempo, std::nullopt};
   if (!orders_.timed.empty()) view.next = orders_.timed.front();
   return view;
 }

@@ -26,6 +26,8 @@ struct Tempo {
   double sample_rate = 0;  ///< at which the file's samples go by, in Hz; 0 is the file's own
   double semitones = 0;
   StretchQuality quality = StretchQuality::Best;
+  double bend = 1;        ///< factor on the pace that nobody is to hear
+  bool bendable = false;  ///< bends may come, without a change of what the sound goes through
   bool operator==(const Tempo&) const = default;
 };
 
@@ -64,8 +66,9 @@ class Stream {
   };
   /// What the owner asks of the feeder.
   struct Orders {
-    std::uint32_t place = 1;  ///< counts the places asked for
-    std::int64_t frame = 0;   ///< the file's frame of the newest one
+    std::uint32_t place = 1;   ///< counts the places asked for
+    std::int64_t frame = 0;    ///< the file's frame of the newest one
+    bool with_leader = false;  ///< or wherever the stream that this one follows is, while that one plays
     Tempo tempo;
     std::vector<TimedTempo> timed;  ///< ascending
   };
@@ -94,7 +97,8 @@ class Stream {
   [[nodiscard]] int Pair() const noexcept { return pair_; }
 
   // Owner to feeder.
-  void Seek(std::int64_t frame) DJ_EXCLUDES(mutex_);
+  enum class Where { Here, WithLeader };
+  void Seek(std::int64_t frame, Where where = Where::Here) DJ_EXCLUDES(mutex_);
   void SetTempo(const Tempo& tempo) DJ_EXCLUDES(mutex_);
   [[nodiscard]] Tempo GetTempo() const DJ_EXCLUDES(mutex_);
   /// False when too many wait already.
@@ -107,6 +111,7 @@ class Stream {
   struct OrderView {
     std::uint32_t place;
     std::int64_t frame;
+    bool with_leader;
     Tempo tempo;
     std::optional<TimedTempo> next;
   };

@@ -30,16 +30,19 @@ StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretch
                        int device_rate)
     : stream_(std::move(stream)),
       pool_(pool),
+      device_rate_(device_rate),
       lead_frames_(LeadFrames(device_rate)),
       sources_{MakeSource(*stream_, 0, stretchers, device_rate),
                MakeSource(*stream_, 1, stretchers, device_rate)} {}
 
-void StreamFeed::Pump(std::int64_t device_frame) {
-  const Stream::OrderView orders = stream_->View();
+void StreamFeed::Pump(std::int64_t device_frame, const Leader* leader) {
+  Stream::OrderView orders = stream_->View();
+  device_frame_ = device_frame;
+  if (leader != nullptr) BeLed(*leader, orders);
   FollowHandOver(orders);
-  FollowOrders(orders);
+  FollowOrders(orders, leader);
   if (preparing_) FinishPreparing();
-  FollowTimedTempo(orders, device_frame);
+  FollowTimedTempo(orders);
   FillLive();
   KeepWarm();
 }
@@ -73,44 +76,56 @@ bool StreamFeed::StillWanted(const Stream::OrderView& orders) {
   return true;
 }
 
-void StreamFeed::FollowOrders(const Stream::OrderView& orders) {
+void StreamFeed::FollowOrders(const Stream::OrderView& orders, const Leader* leader) {
   if (offered_) return;
   if (preparing_ && !StillWanted(orders)) preparing_ = false;
   if (preparing_ || stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
   if (orders.place != live_place_) {
-    if (!IsWarm(orders)) return;
-    Prepare(orders.frame, orders.tempo, orders.place, false);
-  } else {
+    PrepareOrdered(orders, leader);
+  } else if (leader == nullptr || !Rejoin(*leader, orders.tempo)) {
     FollowTempo(orders.tempo);
   }
 }
 
-bool StreamFeed::IsWarm(const Stream::OrderView& orders) {
+void StreamFeed::PrepareOrdered(const Stream::OrderView& orders, const Leader* leader) {
+  Meeting meeting{orders.frame, {}};
+  if (orders.with_leader && leader != nullptr && leader->feed.WillPlay()) {
+    const auto met = Meet(*leader);
+    if (!met) return;  // it will, in a moment
+    meeting = *met;
+  }
+  if (IsWarm(meeting.source, orders.place)) {
+    Prepare(meeting.source, orders.tempo, orders.place, meeting.entry);
+  }
+}
+
+bool StreamFeed::IsWarm(std::int64_t frame, std::uint32_t place) {
   if (stream_->Store() == nullptr) return true;
   constexpr std::int64_t kBefore = 4096;  // what warms a stretcher up
-  const std::int64_t first = std::max<std::int64_t>(orders.frame - kBefore, 0);
-  if (!stream_->Store()->IsPaged(first) && !stream_->Store()->IsPaged(orders.frame)) return true;
-  if (warming_place_ != orders.place) {
-    warming_place_ = orders.place;
-    pool_.WarmAhead(stream_->Store(), first, warmed_place_, orders.place);
+  const std::int64_t first = std::max<std::int64_t>(frame - kBefore, 0);
+  if (!stream_->Store()->IsPaged(first) && !stream_->Store()->IsPaged(frame)) return true;
+  if (warming_place_ != place) {
+    warming_place_ = place;
+    pool_.WarmAhead(stream_->Store(), first, warmed_place_, place);
   }
-  return warmed_place_->load(std::memory_order_acquire) == orders.place;
+  return warmed_place_->load(std::memory_order_acquire) == place;
 }
 
 void StreamFeed::FollowTempo(const Tempo& tempo) {
   if (live_ < 0 || Live().Ended() || Live().InForce() == tempo) return;
   if (Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
+    NoteTempo(tempo);
     Live().SetTempo(tempo);
   } else {
-    Prepare(std::llround(std::ceil(Live().Source())), tempo, live_place_, true);
+    Prepare(std::llround(std::ceil(Live().Source())), tempo, live_place_, {LaneEntry::When::Aligned});
   }
 }
 
-void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t device_frame) {
+void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
   if (!orders.next || live_ < 0 || offered_ || preparing_ || orders.place != live_place_) return;
   if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
   const std::int64_t at = orders.next->at;
-  if (at <= device_frame) return stream_->ApplyTimedTempo();
+  if (at <= device_frame_) return stream_->ApplyTimedTempo();
   const auto heard = stream_->log.Newest();
   const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
   if (!heard || heard->segment != lane.Segment() || heard->lane != static_cast<std::uint32_t>(live_)) return;
@@ -122,12 +137,14 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders, std::int64_t 
   tempo.speed = orders.next->speed;
   stream_->ApplyTimedTempo();
   const double source = heard->source + static_cast<double>(at - heard->frame) * heard->ratio;
-  Prepare(std::llround(source), tempo, live_place_, true);
+  Prepare(std::llround(source), tempo, live_place_, {LaneEntry::When::Aligned});
   FinishPreparing();
 }
 
-void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, bool aligned) {
-  stream_->lanes[Idle()].Clear(place, aligned);
+void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place,
+                         const LaneEntry& entry) {
+  NoteTempo(tempo);
+  stream_->lanes[Idle()].Clear(place, entry);
   sources_[Idle()]->Begin(frame, tempo);
   prepared_place_ = place;
   prepared_tempo_ = tempo;

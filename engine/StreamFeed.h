@@ -7,8 +7,10 @@
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 
 #include "engine/BlockSource.h"
+#include "engine/Following.h"
 #include "engine/PcmStorePool.h"
 #include "engine/Stream.h"
 
@@ -16,30 +18,77 @@ namespace engine {
 
 /// The feeder's side of one stream: keeps the live lane full and prepares the idle one for every new segment.
 ///
-/// Threads: the feeder. Law: what is being heard goes on until the callback has taken its successor.
+/// A stream may follow another one of the same file on another device, so that both are heard at the same
+/// place: it begins where the leader will be when its first frame is heard, and from then on its pace is
+/// bent. The leader knows nothing of it. Threads: the feeder. Law: what is being heard goes on until the
+/// callback has taken its successor.
 class StreamFeed {
  public:
+  /// What a stream follows, while both devices tell what is heard.
+  struct Leader {
+    const StreamFeed& feed;
+    FramePair now;
+    bool other_device;  ///< whose clock is another one
+
+    /// The own frame, that one or the first later one, from which on what is heard of the leader goes on
+    /// without a break.
+    [[nodiscard]] std::int64_t UnbrokenFrom(std::int64_t from) const;
+  };
+
   StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretchers, PcmStorePool& pool,
              int device_rate);
 
   [[nodiscard]] const Stream& Of() const noexcept { return *stream_; }
-  /// device_frame: the next frame that the stream's device mixes.
-  void Pump(std::int64_t device_frame);
+  /// It plays, or has been asked to.
+  [[nodiscard]] bool WillPlay() const;
+  /// device_frame: the next frame that the stream's device mixes. leader: null for none, or none now.
+  void Pump(std::int64_t device_frame, const Leader* leader = nullptr);
 
  private:
+  /// Where a stream joins the one that it follows.
+  struct Meeting {
+    std::int64_t source = 0;
+    LaneEntry entry;
+  };
+  /// As far as the sound that goes on without a break is made.
+  struct Made {
+    std::int64_t frame = 0;  ///< engine frame of the next one
+    double source = 0;
+    double ratio = 1;
+  };
+  struct OrderedTempo {
+    std::int64_t frame = 0;
+    Tempo tempo;
+  };
+
   [[nodiscard]] std::size_t Idle() const noexcept { return live_ == 0 ? 1 : 0; }
   [[nodiscard]] BlockSource& Live() { return *sources_[static_cast<std::size_t>(live_)]; }
 
   void FollowHandOver(const Stream::OrderView& orders);
   /// Whether the prepared segment is the one asked for; a mere change of speed it takes on.
   bool StillWanted(const Stream::OrderView& orders);
-  void FollowOrders(const Stream::OrderView& orders);
+  void FollowOrders(const Stream::OrderView& orders, const Leader* leader);
   void FollowTempo(const Tempo& tempo);
-  void FollowTimedTempo(const Stream::OrderView& orders, std::int64_t device_frame);
+  void FollowTimedTempo(const Stream::OrderView& orders);
   /// False while a place that the system may have paged out is on its way back: reading it would keep every
   /// other stream waiting.
-  bool IsWarm(const Stream::OrderView& orders);
-  void Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, bool aligned);
+  bool IsWarm(std::int64_t frame, std::uint32_t place);
+  void Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry);
+  /// Nothing unless it plays, at the newest place that was asked for.
+  [[nodiscard]] std::optional<Made> MadeSoFar() const;
+  /// The file's frame at an engine frame, heard long ago or still to be made.
+  [[nodiscard]] std::optional<double> SourceAt(double frame) const;
+  /// The engine frame since which it has gone on without a break, or any that is not after `before`.
+  [[nodiscard]] double UnbrokenSince(double before) const;
+  [[nodiscard]] Tempo TempoAt(double frame) const;
+  void NoteTempo(const Tempo& tempo);
+  void PrepareOrdered(const Stream::OrderView& orders, const Leader* leader);
+
+  /// The leader's tempo, at the place that is made next, and the bend.
+  void BeLed(const Leader& leader, Stream::OrderView& orders);
+  [[nodiscard]] std::optional<Meeting> Meet(const Leader& leader) const;
+  /// True when it is so far from the leader that it jumps.
+  bool Rejoin(const Leader& leader, const Tempo& tempo);
   void FinishPreparing();
   /// True when the lane holds as much as it should.
   bool Fill(std::size_t lane);
@@ -48,6 +97,7 @@ class StreamFeed {
 
   const std::shared_ptr<Stream> stream_;  // with the owner and the device's slot: the last one frees it
   PcmStorePool& pool_;
+  const int device_rate_;
   const int lead_frames_;
   std::array<std::unique_ptr<BlockSource>, 2> sources_;
   int live_ = -1;  ///< the lane that sounds, or will next; none before the first
@@ -56,6 +106,11 @@ class StreamFeed {
   std::uint32_t live_place_ = 0;
   std::uint32_t prepared_place_ = 0;
   Tempo prepared_tempo_;
+  Following following_;
+  std::int64_t device_frame_ = 0;
+  std::int64_t followed_at_ = 0;
+  std::array<OrderedTempo, 64> tempos_{};  ///< a ring of what was ordered last, and from which frame on
+  std::size_t newest_tempo_ = 0;
   std::int64_t warmed_chunk_ = -1;
   std::uint32_t warming_place_ = 0;
   const std::shared_ptr<std::atomic<std::uint32_t>> warmed_place_ =

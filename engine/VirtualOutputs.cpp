@@ -20,6 +20,7 @@ class VirtualOutputs::Device final : public OutputDevice {
       : outputs_(outputs),
         info_(std::move(info)),
         sample_rate_(request.sample_rate),
+        true_rate_(sample_rate_ * (1 + outputs.clocks_[info_.id] * 1e-6)),
         latency_(outputs.LatencyOf(info_.id, std::chrono::milliseconds(request.buffer_ms))),
         blocks_(outputs.blocks_),
         source_(source),
@@ -41,7 +42,7 @@ class VirtualOutputs::Device final : public OutputDevice {
 
   void RenderBlock() {
     const auto behind =
-        static_cast<std::int64_t>(std::chrono::duration<double>(latency_).count() * sample_rate_);
+        static_cast<std::int64_t>(std::chrono::duration<double>(latency_).count() * true_rate_);
     mark_ = {std::max<std::int64_t>(rendered_ - behind, 0), due_};
     if (rendered_ < behind) mark_.at = due_ + latency_ - FramesTime(rendered_);
     const int frames = blocks_[next_block_];
@@ -57,12 +58,13 @@ class VirtualOutputs::Device final : public OutputDevice {
  private:
   [[nodiscard]] support::Duration FramesTime(std::int64_t frames) const {
     return std::chrono::duration_cast<support::Duration>(
-        std::chrono::duration<double>(static_cast<double>(frames) / sample_rate_));
+        std::chrono::duration<double>(static_cast<double>(frames) / true_rate_));
   }
 
   VirtualOutputs& outputs_;
   const OutputDeviceInfo info_;
   const int sample_rate_;
+  const double true_rate_;
   const support::Duration latency_;
   std::vector<int> blocks_;
   RenderSource& source_;

@@ -63,6 +63,9 @@ class VirtualOutputs final : public OutputDevices {
   /// Of one output, before the one of all.
   void SetLatency(const std::string& id, support::Duration latency) { latencies_[id] = latency; }
 
+  /// By how many millionths the crystal of an output runs too fast, for when it is opened from now on.
+  void SetClock(const std::string& id, double millionths) { clocks_[id] = millionths; }
+
   /// As if a cable was pulled, or plugged.
   void Remove(const std::string& id);
   void Add(const OutputDeviceInfo& info);
@@ -94,6 +97,7 @@ class VirtualOutputs final : public OutputDevices {
   std::vector<int> blocks_;
   std::optional<support::Duration> latency_;
   std::map<std::string, support::Duration> latencies_;
+  std::map<std::string, double> clocks_;
 };
 
 }  // namespace engine

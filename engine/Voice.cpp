@@ -74,28 +74,46 @@ bool Voice::Enough(int frames) noexcept {
 }
 
 void Voice::LookForLane(std::int64_t frame) noexcept {
-  to_switch_ = kRunFrames;
+  to_switch_ = to_start_ = kRunFrames;
   // Held while it is looked at: what is only ready may be cleared for another place at any moment.
   Stream::HandOver ready = Stream::HandOver::Ready;
   if (stream_->hand_over.load(std::memory_order_relaxed) != ready) return;
   if (!stream_->hand_over.compare_exchange_strong(ready, Stream::HandOver::Held, std::memory_order_acq_rel)) {
     return;
   }
-  const bool taken = TakesOffered();
+  const bool taken = TakesOffered(frame);
   stream_->hand_over.store(taken ? Stream::HandOver::Taken : Stream::HandOver::Ready,
                            std::memory_order_release);
   if (!taken) return;
   offset_[static_cast<std::size_t>(Other())] = 0;
   const double reached = active_ >= 0 ? Source(active_) : 0;
   Flip(frame);
-  if (LaneOf(active_).Aligned()) SkipTo(active_, reached);
+  SkipWhatIsPast(frame, reached);
 }
 
-bool Voice::TakesOffered() noexcept {
-  if (!LaneOf(Other()).Aligned()) return !sounding_ || wanted_;  // else it stops first
-  if (active_ < 0) return false;
-  to_switch_ = FramesToAlignedSwitch(kRunFrames);
-  return sounding_ && to_switch_ == 0;
+bool Voice::TakesOffered(std::int64_t frame) noexcept {
+  const LaneEntry& entry = LaneOf(Other()).Entry();
+  switch (entry.when) {
+    case LaneEntry::When::AtOnce:
+      return !sounding_ || wanted_;  // else it stops first
+    case LaneEntry::When::AtFrame:
+      to_start_ = to_switch_ = static_cast<int>(std::clamp<std::int64_t>(entry.frame - frame, 0, kRunFrames));
+      return to_switch_ == 0 && (!sounding_ || wanted_);
+    case LaneEntry::When::Aligned:
+      if (active_ < 0) return false;
+      to_switch_ = FramesToAlignedSwitch(kRunFrames);
+      return sounding_ && to_switch_ == 0;
+  }
+  return false;
+}
+
+void Voice::SkipWhatIsPast(std::int64_t frame, double reached) noexcept {
+  const LaneEntry& entry = LaneOf(active_).Entry();
+  const LaneBlock* block = LaneOf(active_).Front();
+  if (entry.when == LaneEntry::When::Aligned) SkipTo(active_, reached);
+  if (entry.when == LaneEntry::When::AtFrame && block != nullptr && frame > entry.frame) {
+    SkipTo(active_, block->source + static_cast<double>(frame - entry.frame) * block->ratio);
+  }
 }
 
 void Voice::Flip(std::int64_t frame) noexcept {
@@ -136,7 +154,11 @@ bool Voice::Render(std::span<float> stereo, std::int64_t frame) noexcept {
   for (int done = 0; done < frames;) {
     LookForLane(frame + done);
     LookForStart();
-    if (!sounding_) return heard;
+    if (!sounding_) {
+      if (to_start_ >= frames - done) return heard;
+      done += std::max(to_start_, 1);
+      continue;
+    }
     const int run = RunLength(frames - done);
     const std::span<float> part =
         stereo.subspan(static_cast<std::size_t>(2 * done), static_cast<std::size_t>(2 * run));

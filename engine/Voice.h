@@ -87,8 +87,9 @@ class Voice {
   [[nodiscard]] int Other() const noexcept { return active_ == 0 ? 1 : 0; }
   [[nodiscard]] bool Enough(int frames) noexcept;
   void LookForLane(std::int64_t frame) noexcept;
-  [[nodiscard]] bool TakesOffered() noexcept;
+  [[nodiscard]] bool TakesOffered(std::int64_t frame) noexcept;
   void Flip(std::int64_t frame) noexcept;
+  void SkipWhatIsPast(std::int64_t frame, double reached) noexcept;
   void LookForStart() noexcept;
   [[nodiscard]] int RunLength(int frames) noexcept;
   [[nodiscard]] int FramesToAlignedSwitch(int frames) noexcept;
@@ -118,6 +119,7 @@ class Voice {
   int fade_ = 0;                    ///< step of the curve, Frames() is open
   int crossfade_left_ = 0;
   int to_switch_ = kRunFrames;  ///< frames until the lane that waits goes on, when it does so within a run
+  int to_start_ = kRunFrames;   ///< the same of one that begins on its frame
   int late_ = 0;
   std::uint64_t bad_ = 0;
   RampedValue volume_{1};

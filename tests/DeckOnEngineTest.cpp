@@ -14,6 +14,7 @@
 #include <tuple>
 #include <vector>
 
+#include "decks/TempoSliders.h"
 #include "decks/clsBassPlayer.h"
 #include "engine/SoundEngine.h"
 #include "engine/VirtualOutputs.h"
@@ -54,6 +55,29 @@ class DeckOnEngine {
     deck_.device(1);
   }
   ~DeckOnEngine() { engine_.BASS_Free(); }
+  /// From Render to ear, and by how many millionths the head-phones' clock is too fast. Opens both outputs
+  /// anew.
+  void SetLatencies(support::Duration hall, support::Duration desk, double millionths) {
+    engine_.BASS_Free();
+    outputs_.SetLatency("hall", hall);
+    outputs_.SetLatency("desk", desk);
+    outputs_.SetClock("desk", millionths);
+    for (const int device : {1, 2}) engine_.BASS_Init(device, 44100, decks::kInitSpeakers);
+  }
+  /// Milliseconds by which the head-phones are ahead of the hall, as heard.
+  double Ahead() {
+    const auto hall = engine_.Heard(deck_.STRM());
+    const auto desk = engine_.Heard(deck_.PreSTRM());
+    return 1000 * static_cast<double>(desk.frame.value - hall.frame.value) / std::max(hall.sample_rate, 1);
+  }
+  void SetTempo(double percent, decks::KeyLock lock) {
+    decks::TempoSliders sliders;
+    sliders.percent = percent;
+    sliders.key_lock = lock;
+    for (const auto stream : {deck_.STRM(), deck_.PreSTRM()}) {
+      decks::SetTempo(engine_, stream, sliders, 1, 48000);
+    }
+  }
 
   bool Open(const std::string& path) {
     deck_.Filename(path);
@@ -137,6 +161,52 @@ TEST_P(EveryTypeAndPair, IsHeardWhereItShouldAndNowhereElse) {
 INSTANTIATE_TEST_SUITE_P(Table, EveryTypeAndPair,
                          ::testing::Combine(::testing::Values("mp3", "flac", "wma"), ::testing::Range(0, 5),
                                             ::testing::Bool()));
+
+/// What a deck does, at the same place in the hall and in the head-phones, as two outputs are heard.
+TEST(TwoOutputs, HearADeckAtTheSamePlaceWhateverItDoes) {
+  const MediaMaker media;
+  const std::string path = media.Write("long.flac", Tone(120s, {440, 0.4}, {48000, 2}));
+  for (const auto& [hall, desk] : {std::pair{60ms, 180ms}, std::pair{180ms, 60ms}, std::pair{20ms, 300ms}}) {
+    DeckOnEngine on;
+    auto& deck = on.deck_;
+    on.SetLatencies(hall, desk, 200);
+    deck.PreDevice(2);
+    ASSERT_TRUE(on.Open(path));
+    const auto expect_together = [&](const char* after, support::Duration settled = 700ms) {
+      on.Advance(settled);
+      for (int i = 0; i < 20; ++i) {
+        on.Advance(50ms);
+        EXPECT_LT(std::abs(on.Ahead()), 1) << after;
+      }
+    };
+    deck.PlayPrelisten();
+    deck.PreVolume(100);
+    EXPECT_NE(on.Sounding("desk"), "") << "alone, before Play";
+    EXPECT_EQ(on.Sounding("hall"), "");
+    deck.Play();
+    expect_together("Play");
+    deck.StreamTime({30LL * 48000 * 4});
+    expect_together("StreamTime");
+    EXPECT_NEAR(on.Seconds(), 31.6, 0.4);
+    deck.PausePlay();
+    on.Advance(500ms);
+    deck.ResumePlay();
+    expect_together("ResumePlay");
+    for (const auto lock : {decks::KeyLock::On, decks::KeyLock::Off}) {
+      on.SetTempo(6, lock);
+      expect_together("faster", 3s);
+    }
+    deck.ClosePrelisten();
+    on.Advance(2s);
+    deck.OpenPrelisten();
+    deck.PlayPrelisten();
+    expect_together("late");
+    deck.OpenMain();
+    deck.StreamTime({60LL * 48000 * 4});
+    deck.PlayMain();
+    expect_together("main output anew", 1s);
+  }
+}
 
 /// Bad and strange files: each plays to its end and leaves nothing behind.
 class StrangeFile : public ::testing::Test {

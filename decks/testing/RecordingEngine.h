@@ -78,6 +78,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   [[nodiscard]] int VolumeOf(StreamHandle stream) const;
   /// What SetGain said.
   [[nodiscard]] support::Decibels GainOf(StreamHandle stream) const;
+  /// The stream that it follows, 0 for none; not logged.
+  [[nodiscard]] StreamHandle LeaderOf(StreamHandle stream) const;
   [[nodiscard]] float TempoOf(StreamHandle stream) const;
   /// In Hz; 0 is the file's own.
   [[nodiscard]] float RateOf(StreamHandle stream) const;
@@ -107,6 +109,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
                         float semitones) override;
   void BASS_StreamFree(StreamHandle stream) override;
   bool BASS_ChannelPlay(StreamHandle stream, bool restart) override;
+  void Follow(StreamHandle follower, StreamHandle leader) override;
   void BASS_ChannelPause(StreamHandle stream) override;
   void BASS_ChannelStop(StreamHandle stream) override;
   void BASS_ChannelSetAttributes(StreamHandle stream, int frequency, int volume, int pan) override;
@@ -163,6 +166,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
     int volume = 100;
     int pan = 0;
     support::Decibels gain;
+    StreamHandle leader = 0;
     float tempo = 0;
     float rate = 0;
     float semitones = 0;

@@ -110,6 +110,17 @@ void RecordingEngine::SetGain(StreamHandle stream, support::Decibels gain) {
   if (Stream* found = At(stream)) found->gain = gain;
 }
 
+void RecordingEngine::Follow(StreamHandle follower, StreamHandle leader) {
+  support::MutexLock lock(mutex_);
+  if (Stream* found = At(follower)) found->leader = At(leader) == nullptr ? 0 : leader;
+}
+
+StreamHandle RecordingEngine::LeaderOf(StreamHandle stream) const {
+  support::MutexLock lock(mutex_);
+  const Stream* found = At(stream);
+  return found == nullptr ? 0 : found->leader;
+}
+
 support::Decibels RecordingEngine::GainOf(StreamHandle stream) const {
   support::MutexLock lock(mutex_);
   const Stream* found = At(stream);

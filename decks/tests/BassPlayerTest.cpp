@@ -75,6 +75,31 @@ TEST_F(BassPlayerTest, ThePrelistenStreamStartsSilentAtTheMainOnesPlace) {
   EXPECT_EQ(engine_.DeviceOf(deck_.PreSTRM()), 2);
 }
 
+TEST_F(BassPlayerTest, ThePrelistenStreamFollowsWhicheverMainStreamThereIs) {
+  deck_.OpenFile();
+  EXPECT_EQ(engine_.LeaderOf(deck_.PreSTRM()), deck_.STRM());
+  deck_.Play();
+  EXPECT_EQ(engine_.LeaderOf(deck_.PreSTRM()), deck_.STRM()) << "built anew";
+  deck_.OpenMain();
+  EXPECT_EQ(engine_.LeaderOf(deck_.PreSTRM()), deck_.STRM()) << "on another output";
+  deck_.ClosePrelisten();
+  deck_.OpenPrelisten();
+  EXPECT_EQ(engine_.LeaderOf(deck_.PreSTRM()), deck_.STRM()) << "opened late";
+  EXPECT_EQ(engine_.LeaderOf(deck_.STRM()), 0U);
+}
+
+TEST_F(BassPlayerTest, AStoppedDeckIsHeardInTheHeadPhonesAlone) {
+  deck_.OpenFile();
+  deck_.StreamTime({3 * kSecond});
+  deck_.PlayPrelisten();
+  deck_.PreVolume(80);
+  EXPECT_TRUE(engine_.Heard(deck_.PreSTRM()).playing);
+  EXPECT_FALSE(engine_.Heard(deck_.STRM()).playing || deck_.IsPlaying());
+  EXPECT_EQ(engine_.BASS_ChannelGetPosition(deck_.PreSTRM()).value, 3 * kSecond);
+  deck_.PausePrelisten();
+  EXPECT_FALSE(engine_.Heard(deck_.PreSTRM()).playing);
+}
+
 TEST_F(BassPlayerTest, StreamTimeIsWhatIsHeard) {
   deck_.OpenFile();
   deck_.Play();

@@ -24,7 +24,7 @@ class HandFedLanes : public ::testing::Test {
   }
   /// Twenty blocks from one source frame on; a sample tells its frame.
   void Offer(std::size_t lane, double source, bool aligned) {
-    stream->lanes[lane].Clear(1, aligned);
+    stream->lanes[lane].Clear(1, {aligned ? LaneEntry::When::Aligned : LaneEntry::When::AtOnce});
     for (int i = 0; i < 20; ++i, source += kLaneBlockFrames) {
       LaneBlock& block = *stream->lanes[lane].Back();
       block.source = source;
