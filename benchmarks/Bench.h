@@ -20,6 +20,8 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureLimiter();
+/// Half an hour of sound is rendered for it.
+[[nodiscard]] std::vector<Figure> MeasureFollowing();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();
 /// Pictures of the singers' screen; makes a Qt application of its own meanwhile.
 [[nodiscard]] std::vector<Figure> MeasureLyrics();

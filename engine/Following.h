@@ -24,8 +24,8 @@ struct FramePair {
 /// Turns how far a stream is behind the one it follows into a bend of its pace that nobody hears.
 ///
 /// The distance is that of the next frame to be made, so that there is no dead time between bend and effect.
-/// It is smoothed over half a second, because devices tell their clocks unevenly; what stays, two crystals
-/// that differ, is learnt. Threads: one.
+/// It is smoothed, because devices tell their clocks unevenly: over a third of a second while it catches up,
+/// over a second afterwards. What stays, two crystals that differ, is learnt. Threads: one.
 class Following {
  public:
   /// Beyond this a bend would take too long: it has to jump.
@@ -39,7 +39,8 @@ class Following {
   [[nodiscard]] double Bend() const noexcept { return bend_; }
 
  private:
-  double smooth_ = 0;
+  double quick_ = 0;  ///< smoothed, s
+  double still_ = 0;  ///< more so
   double learnt_ = 0;
   double bend_ = 1;
 };
