@@ -2,10 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#if defined(__SSE2__)
-#include <xmmintrin.h>
-#endif
-
 namespace engine {
 
 /// While it lives, numbers too small to be heard count as 0 on this thread.
@@ -15,11 +11,11 @@ namespace engine {
 class NoDenormals {
  public:
 #if defined(__SSE2__)
-  NoDenormals() noexcept : before_(_mm_getcsr()) {
-    _mm_setcsr(before_ | kFlushToZero | kDenormalsAreZero);
+  NoDenormals() noexcept : before_(__builtin_ia32_stmxcsr()) {
+    __builtin_ia32_ldmxcsr(before_ | kFlushToZero | kDenormalsAreZero);
   }
   ~NoDenormals() {
-    _mm_setcsr(before_);
+    __builtin_ia32_ldmxcsr(before_);
   }
 #else
   NoDenormals() noexcept {}
