@@ -58,13 +58,8 @@ SoundEngine::~SoundEngine() {
 void SoundEngine::Pump() {
   devices_->Watch();
   feeder_.Pump();
-  SweepPool();
-}
-
-void SoundEngine::SweepPool() {
-  constexpr auto kEvery = std::chrono::seconds(1);
   if (ports_.clock.Now() < next_sweep_) return;
-  next_sweep_ = ports_.clock.Now() + kEvery;
+  next_sweep_ = ports_.clock.Now() + std::chrono::seconds(1);
   ports_.workers.Post([pool = pool_] { pool->DropOld(); });
 }
 
@@ -275,9 +270,8 @@ std::vector<decks::DeviceEvent> SoundEngine::TakeDeviceEvents() {
 
 support::Decibels SoundEngine::LimiterReduction(int device, std::uint32_t speaker) {
   const auto slot = devices_->Find(device);
-  if (slot == nullptr) return {};
   const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);
-  const float gain = slot->Core().LimiterGain(pair);
+  const float gain = slot == nullptr ? 1 : slot->Core().LimiterGain(pair);
   return {gain < 1 ? -20 * std::log10(gain) : 0};
 }
 

@@ -51,8 +51,6 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   SoundEngine(SoundEnginePorts ports, Feeding feeding);
   ~SoundEngine() override;
-  SoundEngine(const SoundEngine&) = delete;
-  SoundEngine& operator=(const SoundEngine&) = delete;
 
   /// One pass of the feeder and a look at the devices.
   void Pump();
@@ -145,14 +143,11 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   /// Null when there is none; stays valid until the owner frees the stream.
   [[nodiscard]] Playing* FindPlaying(decks::StreamHandle handle);
   [[nodiscard]] HeardPlace PlaceOf(Playing& playing) const;
-  [[nodiscard]] bool HasUnheardEnd(Playing& playing) const;
-  /// Orders it to a place, or to its leader's, while that one plays.
-  void Place(Playing& playing, std::int64_t frame);
-  [[nodiscard]] bool LeaderPlays(const Playing& playing);
+  /// Null when it follows none.
+  [[nodiscard]] const Stream* LeaderOf(const Playing& playing);
   void Wake();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
   void Sweep();
-  void SweepPool();
 
   SoundEnginePorts ports_;
   const std::shared_ptr<PcmStorePool> pool_;    // with its jobs on the workers

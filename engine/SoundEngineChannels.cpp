@@ -32,6 +32,16 @@ bool IsPlaying(const Stream& stream) {
   return stream.playing.load(std::memory_order_acquire);
 }
 
+bool HasUnheardEnd(const Stream& stream, const HeardPlace& place) {
+  return stream.ended_place.load(std::memory_order_acquire) != 0 && !place.ended;
+}
+
+/// Orders it to a place, or to its leader's, while that one plays.
+void Place(Stream& stream, const Stream* leader, std::int64_t frame) {
+  const bool led = leader != nullptr && IsPlaying(*leader);
+  stream.Seek(frame, led ? Stream::Where::WithLeader : Stream::Where::Here);
+}
+
 /// The place that is heard has come, or was sent, to what is not decoded yet.
 bool IsWaiting(const Stream& stream, const HeardPlace& place) {
   constexpr std::int64_t kShortOf = 1024;  // of what a stretcher takes at once
@@ -50,27 +60,18 @@ HeardPlace SoundEngine::PlaceOf(Playing& playing) const {
   return ReadHeardPlace(*playing.stream, playing.slot->HeardFrame(), playing.slot->Core().SampleRate());
 }
 
-bool SoundEngine::HasUnheardEnd(Playing& playing) const {
-  return playing.stream->ended_place.load(std::memory_order_acquire) != 0 && !PlaceOf(playing).ended;
-}
-
 void SoundEngine::Follow(decks::StreamHandle follower, decks::StreamHandle leader) {
   Playing* playing = FindPlaying(follower);
   if (playing == nullptr || follower == leader) return;
   const Playing* led = FindPlaying(leader);
-  const bool files = led != nullptr && led->stream->Store() != nullptr && playing->stream->Store() != nullptr;
-  playing->leader = files ? leader : 0;
-  if (files) playing->stream->SetGain(led->stream->Gain());
+  playing->leader = led == nullptr ? 0 : leader;
+  if (led != nullptr) playing->stream->SetGain(led->stream->Gain());
   feeder_.Follow(follower, playing->leader);
 }
 
-void SoundEngine::Place(Playing& playing, std::int64_t frame) {
-  playing.stream->Seek(frame, LeaderPlays(playing) ? Stream::Where::WithLeader : Stream::Where::Here);
-}
-
-bool SoundEngine::LeaderPlays(const Playing& playing) {
+const Stream* SoundEngine::LeaderOf(const Playing& playing) {
   const Playing* leader = FindPlaying(playing.leader);
-  return leader != nullptr && IsPlaying(*leader->stream);
+  return leader == nullptr ? nullptr : leader->stream.get();
 }
 
 bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
@@ -78,11 +79,9 @@ bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
   if (playing == nullptr) return false;
   Stream& stream = *playing->stream;
   const bool at_end = stream.ended_place.load(std::memory_order_acquire) == stream.PlaceWanted();
-  if (restart || at_end) {
-    Place(*playing, 0);
-  } else if (!IsPlaying(stream) && LeaderPlays(*playing)) {
-    Place(*playing, PlaceOf(*playing).source);
-  }
+  const Stream* leader = LeaderOf(*playing);
+  const bool joins = leader != nullptr && IsPlaying(*leader) && !IsPlaying(stream);
+  if (restart || at_end || joins) Place(stream, leader, restart || at_end ? 0 : PlaceOf(*playing).source);
   stream.Ask(Stream::Transport::Play);
   Wake();
   return true;
@@ -185,8 +184,8 @@ bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::B
     return true;
   }
   // Its end is mixed but not heard yet: for whoever listens it still plays.
-  const bool plays_on = HasUnheardEnd(*playing);
-  Place(*playing, frame);
+  const bool plays_on = HasUnheardEnd(*playing->stream, PlaceOf(*playing));
+  Place(*playing->stream, LeaderOf(*playing), frame);
   if (plays_on) playing->stream->Ask(Stream::Transport::Play);
   Wake();
   return true;
@@ -197,7 +196,8 @@ bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
     return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
   }
   Playing* playing = FindPlaying(handle);
-  return playing != nullptr && (IsPlaying(*playing->stream) || HasUnheardEnd(*playing));
+  return playing != nullptr &&
+         (IsPlaying(*playing->stream) || HasUnheardEnd(*playing->stream, PlaceOf(*playing)));
 }
 
 double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, support::BytePosition position) {
@@ -222,7 +222,7 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   if (playing == nullptr) return heard;
   const Stream& stream = *playing->stream;
   const HeardPlace place = PlaceOf(*playing);
-  heard.playing = IsPlaying(stream) || HasUnheardEnd(*playing);
+  heard.playing = IsPlaying(stream) || HasUnheardEnd(stream, place);
   heard.ended = place.ended;
   heard.frame = {place.source};
   heard.length_exact = stream.LengthIsExact();
