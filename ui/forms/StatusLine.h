@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "app/Notice.h"
+#include "decks/ports/SoundControl.h"
 #include "support/Clock.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"

@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "app/Workstation.h"
+#include "app/WorkstationView.h"
 #include "app/files/IntakeOrder.h"
 #include "ui/forms/Editors.h"
 #include "ui/forms/HelpWindow.h"
