@@ -35,7 +35,7 @@ void Workstation::StartUp() {
   parts.collections.StartUp();
 }
 
-bool Workstation::ShutDown() {
+bool Workstation::ShutDown(Leaves leaves) {
   Parts& parts = *parts_;
   if (parts.life != Parts::Life::Running) return true;
   parts.life = Parts::Life::Over;
@@ -55,7 +55,7 @@ bool Workstation::ShutDown() {
   parts.equaliser.Flush();
   parts.lists.ShutDown();
   parts.ports.settings.Flush();
-  parts.resume.ShutDown();
+  if (leaves == Leaves::Nothing) parts.resume.ShutDown();
   return all_out && tags_done;
 }
 

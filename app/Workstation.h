@@ -45,6 +45,11 @@ class Workstation {
  public:
   /// Who calls the conductor's work every 10 ms: a thread of its own, or a test.
   enum class Conducting { OwnThread, ByHand };
+  /// What the next start finds of the evening.
+  enum class Leaves {
+    Nothing,  ///< its user ended it
+    Evening   ///< to go on with, as after a fall
+  };
 
   Workstation(const Ports& ports, support::ProgramFolder folder, Conducting conducting);
   ~Workstation();
@@ -56,7 +61,7 @@ class Workstation {
   /// The described shutdown; the destructor calls it when nobody did. Workers that a dead disk holds are
   /// waited for kPatience long. False when one is still held then: the engine was not freed, and neither
   /// this nor what stands behind the ports may be destroyed.
-  bool ShutDown();
+  bool ShutDown(Leaves leaves = Leaves::Nothing);
   static constexpr std::chrono::seconds kPatience{2};
 
   /// The window's side, once it is there; null takes it away again. What the user has to be told and was not

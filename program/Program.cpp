@@ -210,11 +210,12 @@ Program::~Program() {
   left_behind = parts_.release();
 }
 
-void Program::EndWithoutWindow() {
+void Program::EndWithoutWindow(End end) {
   Ending& ending = TheEnding();
   Parts* const parts = ending.Of();
   if (parts == nullptr) return;
-  if (ending.Take()) parts->workstation.ShutDown();
+  using Leaves = app::Workstation::Leaves;
+  if (ending.Take()) parts->workstation.ShutDown(end == End::Asked ? Leaves::Nothing : Leaves::Evening);
   ending.Darken();
 }
 

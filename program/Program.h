@@ -26,10 +26,13 @@ class Program {
   Program& operator=(const Program&) = delete;
 
   [[nodiscard]] ui::frmMain& Window();
+  /// How it came to the end: its user wishes it, or it has lost its display and the next start goes on with
+  /// the evening.
+  enum class End { Asked, DisplayLost };
   /// The described end without the window, which may be gone or stand still: decks and engine are released,
   /// lamps and boards go dark, settings and lists are kept. Nothing where no Program runs. Any thread, also
   /// one that the program's own end is held up by. The process must end after it (see LeftBehind).
-  static void EndWithoutWindow();
+  static void EndWithoutWindow(End end);
   [[nodiscard]] static bool Runs();
   /// True once the last Program left a worker behind.
   [[nodiscard]] static bool LeftBehind();

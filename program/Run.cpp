@@ -18,7 +18,7 @@ namespace {
 /// Called by exit(): where the program still runs then, its window's library has lost the display.
 void EndOfProcess() {
   if (!Program::Runs()) return;
-  Program::EndWithoutWindow();
+  Program::EndWithoutWindow(Program::End::DisplayLost);
   std::_Exit(EXIT_FAILURE);
 }
 
@@ -41,7 +41,7 @@ int Run(QApplication& application, const std::filesystem::path& folder,
           QMetaObject::invokeMethod(
               &application, [] { QCoreApplication::exit(); }, Qt::QueuedConnection);
         },
-        &Program::EndWithoutWindow);
+        [] { Program::EndWithoutWindow(Program::End::Asked); });
     Program program(folder);
     static_cast<void>(std::atexit(&EndOfProcess));
     only.OnAsked([&program] { program.Window().ComeToFront(); });

@@ -39,6 +39,7 @@ using platform::usb::testing::K8062Decoder;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr const char* kEvening = "--evening";
+constexpr const char* kJournal = "tlv.night";
 constexpr const char* kGo = "go";  ///< a file: the lamp is lit, the end may come
 
 /// What befalls the program, in the same moment in which a setting was changed.
@@ -158,6 +159,14 @@ class Display {
   fs::path told_;
 };
 
+bool Comes(const fs::path& file) {
+  for (const auto until = SteadyClock::now() + 20s; SteadyClock::now() < until;) {
+    if (fs::exists(file)) return true;
+    std::this_thread::sleep_for(10ms);
+  }
+  return false;
+}
+
 class Ending : public ::testing::TestWithParam<End> {
  protected:
   void SetUp() override {
@@ -193,6 +202,7 @@ TEST_P(Ending, LeavesTheLampsDarkAndTheNewestSettingOnTheDisk) {
   Process program({"/proc/self/exe", kEvening, home_.string(), end.name}, environment);
   ASSERT_TRUE(bus_.WaitUntil([](const K8062Decoder& box) { return box.Shown()[2] == 123; }));
   ASSERT_EQ(Settings().find("CrossfaderCurve"), std::string::npos);
+  ASSERT_TRUE(Comes(home_ / kJournal));
   std::ofstream(home_ / kGo) << "go";
   if (display != nullptr) {
     std::this_thread::sleep_for(50ms);
@@ -202,6 +212,7 @@ TEST_P(Ending, LeavesTheLampsDarkAndTheNewestSettingOnTheDisk) {
   EXPECT_EQ(program.ExitWithin(20s), wanted);
   EXPECT_EQ(bus_.Box().Shown(), K8062Decoder::Frame());
   EXPECT_NE(Settings().find("CrossfaderCurve=1"), std::string::npos) << Settings();
+  EXPECT_EQ(fs::exists(home_ / kJournal), end.display_goes) << "what nobody wished to end goes on";
 }
 
 INSTANTIATE_TEST_SUITE_P(Ends, Ending, ::testing::ValuesIn(kEnds),
