@@ -21,7 +21,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr double kMillionths = 200;
-constexpr int kRate = 44100;
+constexpr int kDeviceRate = 44100;
 constexpr std::int64_t kFrameBytes = 4;
 
 /// A deck with the hall on one virtual output and the head-phones on another, whose clock is too fast.
@@ -35,8 +35,8 @@ class HallAndPhones {
       workers_.RunOne();
       engine_.Pump();
     });
-    files_.Add("track.mp3", engine::testing::ToneFile(std::int64_t{40} * 60 * kRate, 200));
-    for (const int device : {1, 2}) engine_.BASS_Init(device, kRate, 0);
+    files_.Add("track.mp3", engine::testing::ToneFile(std::int64_t{40} * 60 * kDeviceRate, 200));
+    for (const int device : {1, 2}) engine_.BASS_Init(device, kDeviceRate, 0);
     deck_.device(1);
     deck_.PreDevice(2);
     deck_.PreSpeaker(1);
@@ -52,7 +52,7 @@ class HallAndPhones {
     decks::TempoSliders sliders;
     sliders.percent = percent;
     for (const auto stream : {deck_.STRM(), deck_.PreSTRM()}) {
-      decks::SetTempo(engine_, stream, sliders, 1, kRate);
+      decks::SetTempo(engine_, stream, sliders, 1, kDeviceRate);
     }
   }
   /// The largest distance within that time, in ms, looked at every 20 ms.
@@ -62,7 +62,7 @@ class HallAndPhones {
       outputs_.Advance(20ms);
       const auto hall = engine_.Heard(deck_.STRM()).frame.value;
       const auto phones = engine_.Heard(deck_.PreSTRM()).frame.value;
-      furthest = std::max(furthest, std::abs(1000.0 * static_cast<double>(phones - hall) / kRate));
+      furthest = std::max(furthest, std::abs(1000.0 * static_cast<double>(phones - hall) / kDeviceRate));
     }
     return furthest;
   }
@@ -92,7 +92,7 @@ std::pair<double, double> AfterActs(support::Duration hall, support::Duration ph
   };
   on.Deck().Play();
   settled();
-  on.Deck().StreamTime({600 * kRate * kFrameBytes});
+  on.Deck().StreamTime({600 * kDeviceRate * kFrameBytes});
   settled();
   on.Deck().PausePlay();
   on.Advance(1s);

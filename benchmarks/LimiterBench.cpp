@@ -15,8 +15,8 @@
 namespace bench {
 namespace {
 
-constexpr int kRate = 44100;
-constexpr int kRuns = 9;
+constexpr int kLimitedRate = 44100;
+constexpr int kLimitedRuns = 9;
 
 /// Both sides of it, as a bus has them.
 std::vector<float> Stereo(const std::vector<float>& side) {
@@ -34,7 +34,7 @@ void Limit(engine::Limiter& limiter, std::span<float> stereo) {
 
 /// As libebur128 reads it, in dB of full scale.
 double StandardPeak(const std::vector<float>& stereo) {
-  ebur128_state* meter = ebur128_init(2, kRate, EBUR128_MODE_TRUE_PEAK);
+  ebur128_state* meter = ebur128_init(2, kLimitedRate, EBUR128_MODE_TRUE_PEAK);
   double left = 0, right = 0;
   ebur128_add_frames_float(meter, stereo.data(), stereo.size() / 2);
   ebur128_true_peak(meter, 0, &left);
@@ -46,12 +46,13 @@ double StandardPeak(const std::vector<float>& stereo) {
 /// Per cent of a core for one bus that this sounds on.
 double BusCpu(const std::vector<float>& stereo) {
   std::vector<double> runs;
-  for (int run = 0; run < kRuns; ++run) {
-    engine::Limiter limiter(kRate);
+  for (int run = 0; run < kLimitedRuns; ++run) {
+    engine::Limiter limiter(kLimitedRate);
     std::vector<float> sound = stereo;
     const double begin = ThreadCpuSeconds();
     Limit(limiter, sound);
-    runs.push_back(100 * (ThreadCpuSeconds() - begin) * kRate / (static_cast<double>(sound.size()) / 2));
+    runs.push_back(100 * (ThreadCpuSeconds() - begin) * kLimitedRate /
+                   (static_cast<double>(sound.size()) / 2));
   }
   return Median(runs);
 }
@@ -60,9 +61,9 @@ double BusCpu(const std::vector<float>& stereo) {
 
 std::vector<Figure> MeasureLimiter() {
   double standard = -100, fine = -100, busy = 0;
-  std::vector<float> quiet(2 * kRate);
-  for (const engine::testing::HotMaster& master : engine::testing::HotMasters(kRate)) {
-    engine::Limiter limiter(kRate);
+  std::vector<float> quiet(2 * kLimitedRate);
+  for (const engine::testing::HotMaster& master : engine::testing::HotMasters(kLimitedRate)) {
+    engine::Limiter limiter(kLimitedRate);
     std::vector<float> stereo = Stereo(master.samples);
     busy = std::max(busy, BusCpu(stereo));
     Limit(limiter, stereo);
