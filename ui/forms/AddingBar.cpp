@@ -8,22 +8,18 @@
 
 #include "ui/strings/FileWords.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 
 AddingBar::AddingBar(const QString& name, Width width, const Look& look, QWidget* parent)
     : QWidget(parent), look_(look) {
-  text_ = new ElidedLabel;
-  Name(*text_, name + QStringLiteral("Progress"), {});
-  SetTextColour(*text_, look.skin.dim);
+  text_ = Sentence(name + QStringLiteral("Progress"), look.skin.dim);
   bar_ = new QProgressBar;
   bar_->setTextVisible(false);
   Name(*bar_, name + QStringLiteral("Bar"), look.say(Say::AddFiles));
-  stop_ = new QPushButton(look.say(FileWord::StopAdding));
-  SetKind(*stop_, "plain");
-  Name(*stop_, name + QStringLiteral("Stop"), look.say(FileWord::StopAdding),
-       look.say(FileWord::StopAddingTip));
-  connect(stop_, &QPushButton::clicked, this, &AddingBar::StopWanted);
+  stop_ = PlainButton(name + QStringLiteral("Stop"), look.say.Of(FileWord::StopAdding),
+                      [this] { Q_EMIT StopWanted(); });
   auto* grid = new QGridLayout(this);
   SetSpacingEm(*grid, 0, 0.4);
   grid->addWidget(text_, 0, 0);

@@ -19,7 +19,9 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FolderList.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/ScanWords.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -44,10 +46,7 @@ constexpr Option kOptions[] = {
     {app::ApplyMode::Help, "OpenHelp", Say::OpenHelp, Say::OpenHelpTip}};
 
 QPushButton* MakePlain(const QString& name, const QString& caption, const QString& tip) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "plain");
-  Name(*button, name, caption, tip);
-  return button;
+  return PlainButton(name, {caption, caption, tip});
 }
 
 }  // namespace
@@ -55,19 +54,12 @@ QPushButton* MakePlain(const QString& name, const QString& caption, const QStrin
 ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours, const Look& look,
                        QWidget* parent)
     : QWidget(parent), workstation_(workstation), colours_(colours), look_(look) {
-  auto* head = new QLabel(look.say(Say::Collection));
-  SetFontEm(*head, 1.3, Weight::Bold);
   auto* options = new QGridLayout;
   SetSpacingEm(*options, 0, 0.2);
   MakeOptions(*options);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.6);
-  rows->addWidget(head);
-  rows->addLayout(options);
-  rows->addLayout(MakeFolder());
-  rows->addWidget(new FolderList(workstation.Settings(), look));
-  rows->addLayout(MakeButtons());
-  rows->addStretch(1);
+  FillColumn(*this, 0, 0.6,
+             {Heading(look.say(Say::Collection)), options, MakeFolder(),
+              new FolderList(workstation.Settings(), look), MakeButtons(), Part::Room()});
   ShowFolder(workstation.Settings().Text("Settings", "Directory"));
 }
 
@@ -75,7 +67,7 @@ void ApplyPanel::MakeOptions(QGridLayout& grid) {
   for (std::size_t i = 0; i < options_.size(); ++i) {
     const Option& option = kOptions[i];
     auto* button = new QRadioButton(look_.say(Say(option.caption)));
-    Name(*button, QLatin1String(option.name), look_.say(Say(option.caption)), look_.say(Say(option.tip)));
+    Name(*button, option.name, look_.say(Say(option.caption)), look_.say(Say(option.tip)));
     grid.addWidget(button, static_cast<int>(i), 0);
     options_[i] = button;
   }
@@ -83,15 +75,9 @@ void ApplyPanel::MakeOptions(QGridLayout& grid) {
 }
 
 QHBoxLayout* ApplyPanel::MakeFolder() {
-  auto* caption = new QLabel(look_.say(Say::Folder));
-  SetTextColour(*caption, look_.skin.dim);
   folder_ = new QLineEdit;
-  Name(*folder_, QStringLiteral("Directory"), look_.say(Say::Folder), look_.say(Say::FolderTip));
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(caption);
-  row->addWidget(folder_, 1);
-  return row;
+  Name(*folder_, "Directory", look_.say.Of(Say::Folder));
+  return Row(0.6, {Caption(look_.say(Say::Folder), look_.skin.dim), {folder_, 1}});
 }
 
 QHBoxLayout* ApplyPanel::MakeButtons() {
@@ -103,14 +89,9 @@ QHBoxLayout* ApplyPanel::MakeButtons() {
   connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.Collections().CancelScans(); });
   progress_ = new ElidedLabel;
   progress_->UseTwoLines();
-  Name(*progress_, QStringLiteral("ScanProgress"), {});
+  Name(*progress_, "ScanProgress");
   SetTextColour(*progress_, look_.skin.dim);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(apply_);
-  row->addWidget(cancel_);
-  row->addWidget(progress_, 1);
-  return row;
+  return Row(0.6, {apply_, cancel_, {progress_, 1}});
 }
 
 app::ApplyMode ApplyPanel::Mode() const {

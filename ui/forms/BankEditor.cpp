@@ -20,6 +20,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/widgets/BankDelegate.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -34,18 +35,6 @@ constexpr double kRowEms = 1.9;
 constexpr double kColumnEms = 2.3;
 constexpr double kFurtherEms = 11;
 
-QHBoxLayout* Row() {
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.4);
-  return row;
-}
-
-QVBoxLayout* Rows() {
-  auto* rows = new QVBoxLayout;
-  SetSpacingEm(*rows, 0, 0.5);
-  return rows;
-}
-
 }  // namespace
 
 BankEditor::BankEditor(app::OrganStation& station, MessageBoxes& boxes, BankDraft& draft, const Look& look,
@@ -56,16 +45,9 @@ BankEditor::BankEditor(app::OrganStation& station, MessageBoxes& boxes, BankDraf
       draft_(draft),
       look_(look),
       model_(draft.book, look) {
-  Name(*this, QStringLiteral("BankEditor"), look.say(BankWord::BankEditor));
+  Name(*this, "BankEditor", look.say(BankWord::BankEditor));
   setWindowTitle(look.say(BankWord::BankEditor));
-  auto* sides = new QHBoxLayout;
-  SetSpacingEm(*sides, 0, 1.2);
-  sides->addLayout(MakeBanks(size), 2);
-  sides->addLayout(MakeSteps(), 5);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.8, 0.6);
-  rows->addLayout(sides, 1);
-  rows->addLayout(MakeEnd());
+  FillColumn(*this, 0.8, 0.6, {{Row(1.2, {{MakeBanks(size), 2}, {MakeSteps(), 5}}), 1}, MakeEnd()});
   connect(&model_, &QAbstractItemModel::dataChanged, this, &BankEditor::Changed);
 }
 
@@ -76,7 +58,7 @@ BankEditor::~BankEditor() {
 QPushButton* BankEditor::MakeButton(const char* name, BankWord caption, BankWord tip,
                                     std::function<void()> pressed) {
   auto* button = new QPushButton(look_.say(caption));
-  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
+  Name(*button, name, look_.say(caption), look_.say(tip));
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, std::move(pressed));
   return button;
@@ -84,10 +66,9 @@ QPushButton* BankEditor::MakeButton(const char* name, BankWord caption, BankWord
 
 QVBoxLayout* BankEditor::MakeBanks(IoBoardSize size) {
   const auto& say = look_.say;
-  file_ = new QuietCombo(look_.skin);
-  file_->addItems({say(BankWord::BankFileIo1), say(BankWord::BankFileIo2), say(BankWord::BankFileDac1),
-                   say(BankWord::BankFileDac2)});
-  Name(*file_, QStringLiteral("BankFile"), say(BankWord::BankFile), say(BankWord::BankFileTip));
+  file_ = Choice(look_.skin, "BankFile", say.Of(BankWord::BankFile),
+                 {say(BankWord::BankFileIo1), say(BankWord::BankFileIo2), say(BankWord::BankFileDac1),
+                  say(BankWord::BankFileDac2)});
   if (draft_.book.Changed()) size = draft_.book.Size();
   const bool dac = draft_.book.Changed() && draft_.book.WhichSide() == Side::Dac;
   shown_file_ = (dac ? 2 : 0) + (size == IoBoardSize::Two ? 1 : 0);
@@ -95,7 +76,7 @@ QVBoxLayout* BankEditor::MakeBanks(IoBoardSize size) {
   connect(file_, &QComboBox::activated, this, &BankEditor::ChooseFile);
   banks_ = new QListWidget;
   banks_->setFrameShape(QFrame::NoFrame);
-  Name(*banks_, QStringLiteral("BankList"), say(BankWord::Banks), say(BankWord::BanksTip));
+  Name(*banks_, "BankList", say.Of(BankWord::Banks));
   connect(banks_, &QListWidget::currentRowChanged, this, &BankEditor::ShowSteps);
   auto* fresh = MakeButton("BankNew", BankWord::BankNew, BankWord::BankNewTip, [this] {
     ShowBanks(draft_.book.Add());
@@ -108,13 +89,7 @@ QVBoxLayout* BankEditor::MakeBanks(IoBoardSize size) {
   auto* remove =
       MakeButton("BankRemove", BankWord::BankRemove, BankWord::BankRemoveTip, [this] { RemoveBank(); });
   bank_acts_ = {copy, remove};
-  auto* acts = Row();
-  for (QPushButton* button : {fresh, copy, remove}) acts->addWidget(button, 1);
-  auto* rows = Rows();
-  rows->addWidget(file_);
-  rows->addWidget(banks_, 1);
-  rows->addLayout(acts);
-  return rows;
+  return Column(0.5, {file_, {banks_, 1}, Row(0.4, {{fresh, 1}, {copy, 1}, {remove, 1}})});
 }
 
 void BankEditor::MakeTable() {
@@ -137,40 +112,30 @@ void BankEditor::MakeTable() {
 QVBoxLayout* BankEditor::MakeSteps() {
   const auto& say = look_.say;
   MakeTable();
-  auto* acts = Row();
+  auto* acts = new QHBoxLayout;
+  SetSpacingEm(*acts, 0, 0.4);
   const auto add = [&](const char* name, BankWord caption, BankWord tip, StepAct act) {
     auto* button = MakeButton(name, caption, tip, [this, act] { OnSteps(act); });
     step_acts_.push_back(button);
     acts->addWidget(button, 1);
   };
-  auto* head = new QLabel(say(BankWord::BankSteps));
-  SetFontEm(*head, 1.2, Weight::Bold);
-  acts->addWidget(head);
+  acts->addWidget(Heading(say(BankWord::BankSteps), 1.2));
   add("StepAdd", BankWord::StepAdd, BankWord::StepAddTip, &BankEditor::AddStep);
   add("StepCopy", BankWord::BankCopy, BankWord::StepCopyTip, &BankEditor::CopyStep);
   add("StepRemove", BankWord::BankRemove, BankWord::StepRemoveTip, &BankEditor::RemoveStep);
   add("StepUp", BankWord::StepUp, BankWord::StepUpTip, &BankEditor::StepUp);
   add("StepDown", BankWord::StepDown, BankWord::StepDownTip, &BankEditor::StepDown);
-  auto* rows = Rows();
-  rows->addWidget(steps_, 1);
-  rows->addLayout(acts);
-  return rows;
+  return Column(0.5, {{steps_, 1}, acts});
 }
 
 QHBoxLayout* BankEditor::MakeEnd() {
-  message_ = new ElidedLabel;
-  Name(*message_, QStringLiteral("BankMessage"), {});
+  message_ = Sentence("BankMessage");
   play_ =
       MakeButton("BankPlay", BankWord::BankPlay, BankWord::BankPlayTip, [this] { Play(play_->isChecked()); });
   play_->setCheckable(true);
   save_ = MakeButton("BankSave", BankWord::BankSave, BankWord::BankSaveTip, [this] { Save(); });
   auto* close = MakeButton("BankClose", BankWord::BankClose, BankWord::BankCloseTip, [this] { reject(); });
-  auto* row = Row();
-  row->addWidget(message_, 1);
-  row->addWidget(play_);
-  row->addWidget(save_);
-  row->addWidget(close);
-  return row;
+  return Row(0.4, {{message_, 1}, play_, save_, close});
 }
 
 BankEditor::File BankEditor::Chosen() const {
@@ -335,7 +300,7 @@ void BankEditor::ShowBanks(std::size_t chosen) {
 void BankEditor::ShowSteps() {
   model_.Show(ChosenBank());
   const bool io = draft_.book.WhichSide() == Side::Io;
-  Name(*steps_, QStringLiteral("BankSteps"), look_.say(BankWord::BankSteps),
+  Name(*steps_, "BankSteps", look_.say(BankWord::BankSteps),
        look_.say(io ? BankWord::BankStepsTip : BankWord::BankValuesTip));
   SizeColumns();
   if (model_.rowCount() > 0) steps_->setCurrentIndex(model_.index(0, 0));

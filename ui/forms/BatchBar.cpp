@@ -8,7 +8,9 @@
 
 #include "app/files/BatchAnalysis.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/ScanWords.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/ReportList.h"
 
 namespace ui {
@@ -31,36 +33,17 @@ QString TimeLeftText(std::chrono::seconds left, const Strings& say) {
 
 BatchBar::BatchBar(app::BatchAnalysis& analysis, const Look& look, QWidget* parent)
     : QWidget(parent), analysis_(analysis), look_(look) {
-  begin_ = MakeButton("Analyse", ScanWord::Analyse, ScanWord::AnalyseTip);
-  connect(begin_, &QPushButton::clicked, this, &BatchBar::Pressed);
-  pause_ = MakeButton("AnalysePause", ScanWord::AnalysePause, ScanWord::AnalysePauseTip);
-  connect(pause_, &QPushButton::clicked, this, [this] { analysis_.Pause(); });
-  go_on_ = MakeButton("AnalyseGoOn", ScanWord::AnalyseGoOn, ScanWord::AnalyseGoOnTip);
-  connect(go_on_, &QPushButton::clicked, this, [this] { analysis_.Resume(); });
-  end_ = MakeButton("AnalyseEnd", ScanWord::AnalyseEnd, ScanWord::AnalyseEndTip);
-  connect(end_, &QPushButton::clicked, this, [this] { analysis_.Cancel(); });
-  text_ = new ElidedLabel;
-  Name(*text_, QStringLiteral("AnalyseProgress"), {});
-  SetTextColour(*text_, look.skin.dim);
+  begin_ = PlainButton("Analyse", look_.say.Of(ScanWord::Analyse), [this] { Pressed(); });
+  pause_ = PlainButton("AnalysePause", look_.say.Of(ScanWord::AnalysePause), [this] { analysis_.Pause(); });
+  go_on_ = PlainButton("AnalyseGoOn", look_.say.Of(ScanWord::AnalyseGoOn), [this] { analysis_.Resume(); });
+  end_ = PlainButton("AnalyseEnd", look_.say.Of(ScanWord::AnalyseEnd), [this] { analysis_.Cancel(); });
+  text_ = Sentence("AnalyseProgress", look.skin.dim);
   line_ = new QWidget;
-  auto* row = new QHBoxLayout(line_);
-  SetSpacingEm(*row, 0, 0.4);
-  row->addWidget(text_, 1);
-  for (QPushButton* button : {begin_, pause_, go_on_, end_}) row->addWidget(button);
+  FillRow(*line_, 0, 0.4, {{text_, 1}, begin_, pause_, go_on_, end_});
   report_ = new ReportList(QStringLiteral("AnalyseLeftOut"), look);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.3);
-  rows->addWidget(line_);
-  rows->addWidget(report_);
+  FillColumn(*this, 0, 0.3, {line_, report_});
   ShowLine(Line::None);
   ShowLeftOut(true);
-}
-
-QPushButton* BatchBar::MakeButton(const char* name, ScanWord caption, ScanWord tip) {
-  auto* button = new QPushButton(look_.say(caption), this);
-  SetKind(*button, "plain");
-  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
-  return button;
 }
 
 void BatchBar::Show(int chosen) {

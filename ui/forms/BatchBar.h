@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-#include "ui/strings/ScanWords.h"
 #include "ui/widgets/Look.h"
 
 class QPushButton;
@@ -34,7 +33,6 @@ class BatchBar final : public QWidget {
   void Pressed();
 
  private:
-  QPushButton* MakeButton(const char* name, ScanWord caption, ScanWord tip);
   enum class Line { None, Chosen, Running, Paused };
   void ShowLine(Line line);
   void ShowLeftOut(bool over);

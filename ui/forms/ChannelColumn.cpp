@@ -13,6 +13,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LightIcons.h"
 
 namespace ui {
@@ -37,14 +38,7 @@ ChannelColumn::ChannelColumn(const Look& look, QWidget* parent) : QWidget(parent
   MakeSlider();
   MakeFunction();
   MakeLabel();
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.2, 0.2);
-  rows->addWidget(head_);
-  rows->addWidget(counter_);
-  rows->addWidget(slider_, 1, Qt::AlignHCenter);
-  rows->addWidget(level_);
-  rows->addWidget(function_);
-  rows->addWidget(label_);
+  FillColumn(*this, 0.2, 0.2, {head_, counter_, {slider_, 1, Qt::AlignHCenter}, level_, function_, label_});
 }
 
 void ChannelColumn::SetNumber(int number) {
@@ -64,7 +58,7 @@ void ChannelColumn::SetNumber(int number) {
     Name(*part.widget, QString::fromLatin1(part.part).arg(number), tip, tip);
   }
   Name(*counter_, QStringLiteral("Counter%1").arg(number), {}, look_.say(EditorWord::CounterTip));
-  Name(*level_, QStringLiteral("Level%1").arg(number), {});
+  Name(*level_, QStringLiteral("Level%1").arg(number));
   head_->setText(QString::number(number));
   const QSignalBlocker quiet(slider_);
   slider_->setSliderDown(false);

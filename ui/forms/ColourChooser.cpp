@@ -6,6 +6,7 @@
 #include <QPushButton>
 
 #include "ui/widgets/ColourButton.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -44,11 +45,11 @@ ColourChooser::ColourChooser(const QColor& present, const Look& look, QWidget* p
       if (field->Colour() == present) field->setFocus();
     }
   }
-  auto* leave = new QPushButton(look.say(Say::DialogCancel));
-  SetKind(*leave, "plain");
-  Name(*leave, QStringLiteral("ColourCancel"), look.say(Say::DialogCancel), look.say(Say::DialogCancel));
-  connect(leave, &QPushButton::clicked, this, &QDialog::close);
-  grid->addWidget(leave, kShadeCount, 0, 1, kHues + 1, Qt::AlignRight);
+  grid->addWidget(
+      PlainButton("ColourCancel",
+                  {look.say(Say::DialogCancel), look.say(Say::DialogCancel), look.say(Say::DialogCancel)},
+                  [this] { close(); }),
+      kShadeCount, 0, 1, kHues + 1, Qt::AlignRight);
 }
 
 }  // namespace ui

@@ -11,6 +11,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/ColourButton.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -29,22 +30,16 @@ app::StoredColour Stored(const QColor& colour) {
 ColourPanel::ColourPanel(app::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
-  auto* head = new QLabel(say(Say::ChannelColours));
-  SetFontEm(*head, 1.3, Weight::Bold);
   size_ = new QuietCombo(look.skin);
   for (const int channels : {16, 32}) size_->addItem(say(Say::Channels).arg(channels), channels);
-  Name(*size_, QStringLiteral("ConsoleSize"), say(Say::ConsoleSize), say(Say::ConsoleSizeTip));
+  Name(*size_, "ConsoleSize", say.Of(Say::ConsoleSize));
   connect(size_, &QComboBox::activated, this, [this] { ChangeSize(size_->currentData().toInt()); });
   auto* line = new QHBoxLayout;
-  line->addWidget(head, 1);
+  line->addWidget(Heading(say(Say::ChannelColours)), 1);
   line->addWidget(size_);
   grid_ = new QGridLayout;
   SetSpacingEm(*grid_, 0, 0.25);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.6);
-  rows->addLayout(line);
-  rows->addLayout(grid_);
-  rows->addStretch(1);
+  FillColumn(*this, 0, 0.6, {line, grid_, Part::Room()});
   MakeButtons();
 }
 

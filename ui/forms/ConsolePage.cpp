@@ -19,7 +19,9 @@
 #include "ui/forms/ShowLine.h"
 #include "ui/models/ChannelText.h"
 #include "ui/models/KeyMap.h"
+#include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LightPreview.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/WireStrip.h"
@@ -29,7 +31,7 @@ namespace ui {
 ConsolePage::ConsolePage(app::LightStation& lights, app::Settings& settings, MessageBoxes& boxes,
                          const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), lights_(lights), settings_(settings), look_(look) {
-  Name(*this, QStringLiteral("ConsolePage"), look.say(Say::Console));
+  Name(*this, "ConsolePage", look.say(Say::Console));
   auto* rows = new QVBoxLayout(this);  // the Tab key takes the controls in the order in which they are made
   SetSpacingEm(*rows, 0.5, 0.35);
   rows->addLayout(MakeHead(boxes));
@@ -38,22 +40,11 @@ ConsolePage::ConsolePage(app::LightStation& lights, app::Settings& settings, Mes
   MakeStage();
   rows->addWidget(stage_);
   bank_ = new FaderBank(look);
-  auto* faders = new QHBoxLayout;
-  SetSpacingEm(*faders, 0, 0.5);
-  faders->addWidget(bank_, 1);
-  faders->addLayout(MakeMaster());
-  rows->addLayout(faders, 1);
+  rows->addLayout(Row(0.5, {{bank_, 1}, MakeMaster()}), 1);
   connect(bank_, &FaderBank::FaderMoved, this,
           [this](int channel, int level) { lights_.MoveFader(channel, static_cast<dmx::DmxLevel>(level)); });
   connect(bank_, &FaderBank::Scrolled, this, &ConsolePage::ShowRange);
   ReadColours();
-}
-
-QPushButton* ConsolePage::MakeButton(const char* name, const QString& caption, const QString& tip) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "tool");
-  Name(*button, QLatin1String(name), caption, tip);
-  return button;
 }
 
 QHBoxLayout* ConsolePage::MakeHead(MessageBoxes& boxes) {
@@ -68,24 +59,20 @@ QHBoxLayout* ConsolePage::MakeHead(MessageBoxes& boxes) {
 void ConsolePage::MakeChoices(QHBoxLayout& row) {
   const auto& say = look_.say;
   const auto page = [&](const char* name, const QString& sign, ConsoleWord word, Qt::Key key, int by) {
-    auto* button = MakeButton(name, sign, say(Say::KeyHint).arg(say(word), KeyText(Qt::CTRL | key)));
-    button->setAccessibleName(say(word));
+    auto* button =
+        ToolButton(name, {sign, say(word), say(Say::KeyHint).arg(say(word), KeyText(Qt::CTRL | key))});
     connect(button, &QPushButton::clicked, this, [this, by] { bank_->Page(by); });
     return button;
   };
   back_ = page("FadersBack", QStringLiteral("◂"), ConsoleWord::PageBack, Qt::Key_PageUp, -1);
   on_ = page("FadersOn", QStringLiteral("▸"), ConsoleWord::PageOn, Qt::Key_PageDown, 1);
-  range_ = new QLabel;
-  range_->setAlignment(Qt::AlignCenter);
-  Name(*range_, QStringLiteral("FaderRange"), {});
-  SetWidest(*range_, say(ConsoleWord::Range).arg(481).arg(512));
+  range_ = Reading("FaderRange", Qt::AlignCenter, say(ConsoleWord::Range).arg(481).arg(512));
   fixtures_ = new QuietCombo(look_.skin);
   fixtures_->setMinimumContentsLength(24);
-  Name(*fixtures_, QStringLiteral("FixtureChoice"), say(ConsoleWord::Fixture), say(ConsoleWord::FixtureTip));
+  Name(*fixtures_, "FixtureChoice", say.Of(ConsoleWord::Fixture));
   connect(fixtures_, &QComboBox::activated, this,
           [this](int choice) { bank_->ShowFrom(fixtures_->itemData(choice).toInt()); });
-  auto* down = MakeButton("AllDown", say(ConsoleWord::AllDown), say(ConsoleWord::AllDownTip));
-  connect(down, &QPushButton::clicked, this, &ConsolePage::AllDown);
+  auto* down = ToolButton("AllDown", say.Of(ConsoleWord::AllDown), [this] { AllDown(); });
   for (QWidget* widget :
        {static_cast<QWidget*>(back_), static_cast<QWidget*>(range_), static_cast<QWidget*>(on_),
         static_cast<QWidget*>(fixtures_), static_cast<QWidget*>(down)}) {
@@ -96,37 +83,25 @@ void ConsolePage::MakeChoices(QHBoxLayout& row) {
 QHBoxLayout* ConsolePage::MakeShowRow(MessageBoxes& boxes) {
   const auto& say = look_.say;
   show_ = new ShowLine(lights_, boxes, look_);
-  auto* library = MakeButton("LibraryButton", say(Say::FixtureEditor), say(Say::FixtureEditorTip));
-  connect(library, &QPushButton::clicked, this, &ConsolePage::LibraryWanted);
-  auto* editor = MakeButton("DMXButton", say(Say::ShowEditor), say(Say::ShowEditorTip));
-  connect(editor, &QPushButton::clicked, this, &ConsolePage::ShowEditorWanted);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(show_, 1);
-  row->addWidget(library);
-  row->addWidget(editor);
-  return row;
+  return Row(0.6,
+             {{show_, 1},
+              ToolButton("LibraryButton", say.Of(Say::FixtureEditor), [this] { Q_EMIT LibraryWanted(); }),
+              ToolButton("DMXButton", say.Of(Say::ShowEditor), [this] { Q_EMIT ShowEditorWanted(); })});
 }
 
 QHBoxLayout* ConsolePage::MakeWire() {
-  auto* head = new QLabel(look_.say(ConsoleWord::Wire));
-  SetTextColour(*head, look_.skin.dim);
   wire_ = new WireStrip(look_);
-  Name(*wire_, QStringLiteral("WireStrip"), look_.say(ConsoleWord::Wire));
+  Name(*wire_, "WireStrip", look_.say(ConsoleWord::Wire));
   connect(wire_, &WireStrip::ChannelWanted, this,
           [this](int channel) { bank_->ShowFrom(channel - (channel - 1) % bank_->Size()); });
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(head);
-  row->addWidget(wire_, 1);
-  return row;
+  return Row(0.6, {Caption(look_.say(ConsoleWord::Wire), look_.skin.dim), {wire_, 1}});
 }
 
 void ConsolePage::MakeStage() {
   stage_ = new LightPreview(look_.skin, LightPreview::Height::Strip);
   stage_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
   stage_->setToolTip(look_.say(ConsoleWord::StageTip));
-  Name(*stage_, QStringLiteral("Stage"), look_.say(ConsoleWord::Stage));
+  Name(*stage_, "Stage", look_.say(ConsoleWord::Stage));
   stage_->hide();
   connect(stage_, &LightPreview::Chosen, this, [this](int fixture) {
     const dmx::DMXfilename* chosen = patch_ == nullptr ? nullptr : patch_->fixtures.Item(fixture);
@@ -147,18 +122,10 @@ QVBoxLayout* ConsolePage::MakeMaster() {
   master_ = new Fader(Qt::Vertical, look_.skin, look_.skin.decks[1]);
   master_->setRange(0, dmx::OutputStage::kFullMaster);
   master_->setPageStep(25);
-  Name(*master_, QStringLiteral("GrandMaster"), say(ConsoleWord::Master), say(ConsoleWord::MasterTip));
+  Name(*master_, "GrandMaster", say.Of(ConsoleWord::Master));
   connect(master_, &QSlider::valueChanged, this, [this](int level) { lights_.SetGrandMaster(level); });
-  master_text_ = new QLabel;
-  master_text_->setAlignment(Qt::AlignCenter);
-  Name(*master_text_, QStringLiteral("GrandMasterValue"), {});
-  SetWidest(*master_text_, QStringLiteral("100 %"));
-  auto* column = new QVBoxLayout;
-  SetSpacingEm(*column, 0, 0.1);
-  column->addWidget(head);
-  column->addWidget(master_, 1, Qt::AlignHCenter);
-  column->addWidget(master_text_);
-  return column;
+  master_text_ = Reading("GrandMasterValue", Qt::AlignCenter, "100 %");
+  return Column(0.1, {head, {master_, 1, Qt::AlignHCenter}, master_text_});
 }
 
 void ConsolePage::AllDown() {

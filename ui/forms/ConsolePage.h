@@ -6,7 +6,6 @@
 
 #include "app/lights/StagedShow.h"
 #include "support/Clock.h"
-#include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -57,7 +56,6 @@ class ConsolePage final : public Surface {
   QHBoxLayout* MakeShowRow(MessageBoxes& boxes);
   QHBoxLayout* MakeWire();
   QVBoxLayout* MakeMaster();
-  QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip);
   void AllDown();
   void ReadColours();
   void ShowRange();

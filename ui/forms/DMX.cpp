@@ -15,6 +15,7 @@
 #include "ui/forms/PatchPanel.h"
 #include "ui/forms/ScenePanel.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LightPreview.h"
 
 namespace ui {
@@ -38,7 +39,7 @@ DMX::~DMX() {
 QWidget* DMX::MakeBody() {
   faders_.clear();
   length_ = new QLabel;
-  Name(*length_, QStringLiteral("TotalLength"), {}, Word(EditorWord::TotalLengthTip));
+  Name(*length_, "TotalLength", {}, Word(EditorWord::TotalLengthTip));
   blind_button_ = MakeButton("Blind", EditorWord::Blind, EditorWord::BlindTip, "lamp1");
   blind_button_->setCheckable(true);
   blind_button_->setChecked(blind_);
@@ -61,13 +62,13 @@ QWidget* DMX::MakeBody() {
   connect(scenes_, &ScenePanel::PlayWanted, this, &DMX::Play);
   connect(scenes_, &ScenePanel::StopWanted, this, [this] { workstation_.Lights().StopShow(); });
   preview_ = new LightPreview(Dressed().skin);
-  Name(*preview_, QStringLiteral("Preview"), Word(EditorWord::Preview), Word(EditorWord::PreviewTip));
+  Name(*preview_, "Preview", Word(EditorWord::Preview), Word(EditorWord::PreviewTip));
   connect(preview_, &LightPreview::Chosen, this, [this](int fixture) { patch_->Choose(fixture); });
   area_ = new QScrollArea;
   area_->setWidgetResizable(true);
   area_->setFrameShape(QFrame::NoFrame);
   area_->setFocusPolicy(Qt::NoFocus);
-  Name(*area_, QStringLiteral("FaderArea"), Word(EditorWord::Fixtures));
+  Name(*area_, "FaderArea", Word(EditorWord::Fixtures));
   strip_ = new Surface(Dressed().skin.ground);
   auto* strip = new QHBoxLayout(strip_);
   SetSpacingEm(*strip, 0, 0.4);
@@ -78,16 +79,8 @@ QWidget* DMX::MakeBody() {
   strip->addWidget(hint_);
   strip->addStretch(1);
   area_->setWidget(strip_);
-  auto* middle = new QVBoxLayout;
-  SetSpacingEm(*middle, 0, 0.5);
-  middle->addWidget(preview_, 1);
-  middle->addWidget(area_, 3);
   auto* body = new QWidget;
-  auto* row = new QHBoxLayout(body);
-  SetSpacingEm(*row, 0, 0.5);
-  row->addWidget(patch_);
-  row->addLayout(middle, 1);
-  row->addWidget(scenes_);
+  FillRow(*body, 0, 0.5, {patch_, {Column(0.5, {{preview_, 1}, {area_, 3}}), 1}, scenes_});
   ReadLibrary();
   patch_->setFocus();
   return body;

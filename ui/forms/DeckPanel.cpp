@@ -22,6 +22,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/RunningWave.h"
 #include "ui/widgets/TransportButton.h"
 #include "ui/widgets/WaveOverview.h"
@@ -126,10 +127,6 @@ QHBoxLayout* DeckPanel::MakeTitleRow() {
   SetFontEm(*title_, 1.7, Weight::Bold);
   artist_ = new ElidedLabel;
   SetFontEm(*artist_, 1.2);
-  auto* names = new QVBoxLayout;
-  SetSpacingEm(*names, 0, 0.1);
-  names->addWidget(title_);
-  names->addWidget(artist_);
 
   bpm_ = new QLabel;
   SetFontEm(*bpm_, 1.7, Weight::Bold);
@@ -137,21 +134,9 @@ QHBoxLayout* DeckPanel::MakeTitleRow() {
   state_ = new QLabel;
   SetFontEm(*state_, 1.1, Weight::Bold);
   state_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* facts = new QVBoxLayout;
-  SetSpacingEm(*facts, 0, 0.1);
-  facts->addWidget(bpm_);
-  auto* below = new QHBoxLayout;
-  SetSpacingEm(*below, 0, 0.8);
-  below->addWidget(&tools_->Gain(), 1);
-  below->addWidget(state_);
-  facts->addLayout(below);
-
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.8);
-  row->addWidget(MakeBadge(deck_, look_));
-  row->addLayout(names, 1);
-  row->addLayout(facts);
-  return row;
+  return Row(0.8, {MakeBadge(deck_, look_),
+                   {Column(0.1, {title_, artist_}), 1},
+                   Column(0.1, {bpm_, Row(0.8, {{&tools_->Gain(), 1}, state_})})});
 }
 
 QHBoxLayout* DeckPanel::MakeTransportRow() {
@@ -163,12 +148,7 @@ QHBoxLayout* DeckPanel::MakeTransportRow() {
   connect(to_start_, &QPushButton::clicked, this, &DeckPanel::ToStart);
   connect(play_, &QPushButton::clicked, this, &DeckPanel::PlayOrPause);
   connect(stop_, &QPushButton::clicked, this, &DeckPanel::Stop);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.5);
-  for (TransportButton* button : {to_start_, play_, stop_}) row->addWidget(button);
-  row->addWidget(MakeTempo(), 1);
-  row->addWidget(MakeTimes());
-  return row;
+  return Row(0.5, {to_start_, play_, stop_, {MakeTempo(), 1}, MakeTimes()});
 }
 
 QWidget* DeckPanel::MakeTempo() {
@@ -177,8 +157,6 @@ QWidget* DeckPanel::MakeTempo() {
   tempo_->setSingleStep(kTempoSteps / 10);
   tempo_->setPageStep(kTempoSteps);
   tempo_->SetRest(0);
-  auto* caption = new QLabel(look_.say(Say::Tempo));
-  SetTextColour(*caption, look_.skin.dim);
   tempo_value_ = new QLabel;
   SetFontEm(*tempo_value_, 1.1, Weight::Bold);
   tempo_reset_ = new QPushButton(look_.say(Say::TempoReset));
@@ -188,16 +166,10 @@ QWidget* DeckPanel::MakeTempo() {
     tempo_->setValue(0);
     SetTempo(0);
   });
-  auto* head = new QHBoxLayout;
-  SetSpacingEm(*head, 0, 0.4);
-  head->addWidget(caption);
-  head->addWidget(tempo_value_, 1);
-  head->addWidget(tempo_reset_);
   auto* box = new QWidget;
-  auto* column = new QVBoxLayout(box);
-  SetSpacingEm(*column, 0, 0.1);
-  column->addLayout(head);
-  column->addWidget(tempo_);
+  FillColumn(
+      *box, 0, 0.1,
+      {Row(0.4, {Caption(look_.say(Say::Tempo), look_.skin.dim), {tempo_value_, 1}, tempo_reset_}), tempo_});
   return box;
 }
 
@@ -211,10 +183,7 @@ QWidget* DeckPanel::MakeTimes() {
   elapsed_->setAlignment(Qt::AlignRight | Qt::AlignTop);
   SetTextColour(*elapsed_, look_.skin.dim);
   auto* box = new QWidget;
-  auto* column = new QVBoxLayout(box);
-  SetSpacingEm(*column, 0, 0);
-  column->addWidget(remaining_);
-  column->addWidget(elapsed_);
+  FillColumn(*box, 0, 0, {remaining_, elapsed_});
   return box;
 }
 
@@ -224,10 +193,10 @@ void DeckPanel::NameParts() {
     return say(Say::KeyHint).arg(say(tip), KeyText(KeyOf(command, deck_)));
   };
   Name(*this, DeckName(deck_, ""), say(Say::Deck).arg(deck_));
-  Name(*title_, DeckName(deck_, "Title"), {});
-  Name(*artist_, DeckName(deck_, "Artist"), {});
-  Name(*bpm_, DeckName(deck_, "Bpm"), {});
-  Name(*state_, DeckName(deck_, "State"), {});
+  Name(*title_, DeckName(deck_, "Title"));
+  Name(*artist_, DeckName(deck_, "Artist"));
+  Name(*bpm_, DeckName(deck_, "Bpm"));
+  Name(*state_, DeckName(deck_, "State"));
   Name(*overview_, DeckName(deck_, "Overview"), say(Say::Overview).arg(deck_), say(Say::OverviewTip));
   Name(*running_, DeckName(deck_, "Wave"), say(Say::Wave).arg(deck_), say(Say::WaveTip));
   using app::MixPoint;
@@ -242,7 +211,7 @@ void DeckPanel::NameParts() {
   Name(*stop_, DeckName(deck_, "Stop"), say(Say::Stop).arg(deck_), with_key(Say::StopTip, Command::Stop));
   const QString tempo = say(Say::Tempo) + QLatin1Char(' ') + say(Say::Deck).arg(deck_);
   Name(*tempo_, DeckName(deck_, "Tempo"), tempo, say(Say::TempoTip));
-  Name(*tempo_value_, DeckName(deck_, "TempoValue"), {});
+  Name(*tempo_value_, DeckName(deck_, "TempoValue"));
   Name(*tempo_reset_, DeckName(deck_, "TempoReset"), tempo + QStringLiteral(": ") + say(Say::TempoReset),
        say(Say::TempoResetTip));
   Name(*remaining_, DeckName(deck_, "Remaining"), {}, say(Say::Remaining));

@@ -19,6 +19,7 @@
 #include <utility>
 
 #include "ui/strings/FileWords.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -42,10 +43,7 @@ void AddArrows(QFileDialog& dialog) {
   for (QComboBox* combo : dialog.findChildren<QComboBox*>()) {
     auto* arrow = new QLabel(QStringLiteral("▾"));
     arrow->setAttribute(Qt::WA_TransparentForMouseEvents);
-    auto* row = new QHBoxLayout(combo);
-    SetSpacingEm(*row, 0.4, 0);
-    row->addStretch(1);
-    row->addWidget(arrow);
+    FillRow(*combo, 0.4, 0, {Part::Room(), arrow});
   }
 }
 

@@ -16,6 +16,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -119,7 +120,7 @@ QPushButton* EditorWindow::MakeButton(const char* name, EditorWord caption, Edit
                                       const char* kind) {
   auto* button = new QPushButton(Word(caption));
   SetKind(*button, kind);
-  Name(*button, QLatin1String(name), Word(tip), Word(tip));
+  Name(*button, name, Word(tip), Word(tip));
   return button;
 }
 

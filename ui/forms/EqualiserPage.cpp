@@ -19,6 +19,7 @@
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -31,18 +32,14 @@ constexpr int kFirstSlider = 1;  ///< of the twenty: it moves the lowest band
 EqualiserPage::EqualiserPage(app::EqualiserStation& sliders, MessageBoxes& boxes, QWidget* mixing,
                              const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), sliders_(sliders), boxes_(boxes), look_(look) {
-  Name(*this, QStringLiteral("EffectsPage"), look.say(Say::Effects));
-  auto* sides = new QHBoxLayout(this);
-  SetSpacingEm(*sides, 0.8, 2.5);
-  sides->addLayout(MakeBands(), 5);
-  sides->addLayout(MakePresets(), 2);
-  sides->addWidget(mixing, 2);
+  Name(*this, "EffectsPage", look.say(Say::Effects));
+  FillRow(*this, 0.8, 2.5, {{MakeBands(), 5}, {MakePresets(), 2}, {mixing, 2}});
   ShowChoice();
 }
 
 QVBoxLayout* EqualiserPage::MakeBands() {
   graph_ = new EqGraph(EqGraph::Captions::None, look_.skin);
-  Name(*graph_, QStringLiteral("EqCurve"), look_.say(Say::EqCurve), look_.say(Say::EqCurveTip));
+  Name(*graph_, "EqCurve", look_.say.Of(Say::EqCurve));
   connect(graph_, &EqGraph::GainWanted, this,
           [this](int band, int gain) { sliders_.Set(band + kFirstSlider, gain); });
   auto* columns = new QHBoxLayout;
@@ -51,23 +48,11 @@ QVBoxLayout* EqualiserPage::MakeBands() {
     Band& made = bands_[static_cast<std::size_t>(band)];
     made = MakeBand(band + kFirstSlider);
     auto* centre = new QLabel(EqGraph::BandText(band));
-    auto* column = new QVBoxLayout;
-    SetSpacingEm(*column, 0, 0.2);
-    column->addWidget(made.value);
-    column->addWidget(made.slider, 1, Qt::AlignHCenter);
-    column->addWidget(centre);
     for (QLabel* label : {made.value, centre}) label->setAlignment(Qt::AlignCenter);
     SetTextColour(*centre, look_.skin.dim);
-    columns->addLayout(column, 1);
+    columns->addLayout(Column(0.2, {made.value, {made.slider, 1, Qt::AlignHCenter}, centre}), 1);
   }
-  auto* head = new QLabel(look_.say(Say::EqInMixer));
-  SetFontEm(*head, 1.3, Weight::Bold);
-  auto* rows = new QVBoxLayout;
-  SetSpacingEm(*rows, 0, 0.4);
-  rows->addWidget(head);
-  rows->addWidget(graph_, 2);
-  rows->addLayout(columns, 3);
-  return rows;
+  return Column(0.4, {Heading(look_.say(Say::EqInMixer)), {graph_, 2}, {columns, 3}});
 }
 
 EqualiserPage::Band EqualiserPage::MakeBand(int slider) {
@@ -77,39 +62,28 @@ EqualiserPage::Band EqualiserPage::MakeBand(int slider) {
   band.slider->SetRest(0);
   const QString name = look_.say(Say::EqBand).arg(EqGraph::BandText(slider - kFirstSlider));
   Name(*band.slider, QStringLiteral("Eq%1").arg(slider), name, look_.say(Say::EqBandTip).arg(name));
-  Name(*band.value, QStringLiteral("EqValue%1").arg(slider), {});
+  Name(*band.value, QStringLiteral("EqValue%1").arg(slider));
   SetWidest(*band.value, QStringLiteral("+12"));
   connect(band.slider, &QSlider::valueChanged, this,
           [this, slider](int gain) { sliders_.Set(slider, gain); });
   return band;
 }
 
-QPushButton* EqualiserPage::MakeButton(const char* name, Say caption, Say tip,
-                                       void (EqualiserPage::*pressed)()) {
-  auto* button = new QPushButton(look_.say(caption));
-  SetKind(*button, "plain");
-  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
-  connect(button, &QPushButton::clicked, this, pressed);
-  return button;
-}
-
 QVBoxLayout* EqualiserPage::MakePresets() {
   const auto& say = look_.say;
-  auto* head = new QLabel(say(Say::EqPresets));
-  SetFontEm(*head, 1.3, Weight::Bold);
   bank_ = new QuietCombo(look_.skin);
   bank_->addItems({say(Say::EqBankFirst), say(Say::EqBankSecond)});
-  Name(*bank_, QStringLiteral("EqBank"), say(Say::EqBank), say(Say::EqBankTip));
+  Name(*bank_, "EqBank", say.Of(Say::EqBank));
   connect(bank_, &QComboBox::activated, this, &EqualiserPage::ShowChoice);
   select_ = new QuietCombo(look_.skin);
   select_->setPlaceholderText(say(Say::EqNoPreset));
-  Name(*select_, QStringLiteral("cmbSelect"), say(Say::EqPreset), say(Say::EqPresetTip));
+  Name(*select_, "cmbSelect", say.Of(Say::EqPreset));
   connect(select_, &QComboBox::activated, this, &EqualiserPage::Apply);
   values_ = new QListWidget;
   values_->setFrameShape(QFrame::NoFrame);
   values_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   values_->setTextElideMode(Qt::ElideRight);
-  Name(*values_, QStringLiteral("List1"), say(Say::EqValues), say(Say::EqValuesTip));
+  Name(*values_, "List1", say.Of(Say::EqValues));
   connect(values_, &QListWidget::itemActivated, this, [this] { Apply(values_->currentRow()); });
   hint_ = new QLabel(say(Say::EqNone));
   hint_->setAlignment(Qt::AlignCenter);
@@ -120,11 +94,10 @@ QVBoxLayout* EqualiserPage::MakePresets() {
   name_ = new QLineEdit;
   name_->setPlaceholderText(say(Say::EqNameHint));
   name_->setMaxLength(60);
-  Name(*name_, QStringLiteral("Text2"), say(Say::EqName), say(Say::EqNameTip));
+  Name(*name_, "Text2", say.Of(Say::EqName));
   connect(name_, &QLineEdit::returnPressed, this, &EqualiserPage::Save);
-  delete_ = MakeButton("EqDelete", Say::EqDelete, Say::EqDeleteTip, &EqualiserPage::Delete);
-  message_ = new ElidedLabel;
-  Name(*message_, QStringLiteral("EqMessage"), {});
+  delete_ = PlainButton("EqDelete", look_.say.Of(Say::EqDelete), [this] { Delete(); });
+  message_ = Sentence("EqMessage");
 
   const auto pair = [](QWidget* first, QWidget* second) {
     auto* line = new QHBoxLayout;
@@ -133,21 +106,15 @@ QVBoxLayout* EqualiserPage::MakePresets() {
     line->addWidget(second);
     return line;
   };
-  auto* acts = new QHBoxLayout;
-  SetSpacingEm(*acts, 0, 0.5);
-  acts->addWidget(MakeButton("EqFlat", Say::EqFlat, Say::EqFlatTip, &EqualiserPage::Flatten), 1);
-  auto* resend = MakeButton("EqResend", Say::EqResend, Say::EqResendTip, &EqualiserPage::Resend);
-  acts->addWidget(resend, 1);
-  auto* rows = new QVBoxLayout;
-  SetSpacingEm(*rows, 0, 0.5);
-  rows->addWidget(head);
-  rows->addWidget(bank_);
-  rows->addLayout(pair(select_, delete_));
-  rows->addWidget(values_, 1);
-  rows->addLayout(pair(name_, MakeButton("EqSave", Say::EqSave, Say::EqSaveTip, &EqualiserPage::Save)));
-  rows->addLayout(acts);
-  rows->addWidget(message_);
-  return rows;
+  auto* acts = Row(0.5, {{PlainButton("EqFlat", look_.say.Of(Say::EqFlat), [this] { Flatten(); }), 1},
+                         {PlainButton("EqResend", look_.say.Of(Say::EqResend), [this] { Resend(); }), 1}});
+  return Column(0.5, {Heading(say(Say::EqPresets)),
+                      bank_,
+                      pair(select_, delete_),
+                      {values_, 1},
+                      pair(name_, PlainButton("EqSave", look_.say.Of(Say::EqSave), [this] { Save(); })),
+                      acts,
+                      message_});
 }
 
 decks::EqBank EqualiserPage::Bank() const {

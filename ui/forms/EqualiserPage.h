@@ -47,7 +47,6 @@ class EqualiserPage final : public Surface {
   QVBoxLayout* MakeBands();
   QVBoxLayout* MakePresets();
   Band MakeBand(int slider);
-  QPushButton* MakeButton(const char* name, Say caption, Say tip, void (EqualiserPage::*pressed)());
   [[nodiscard]] decks::EqBank Bank() const;
   [[nodiscard]] std::string ChosenName() const;
 

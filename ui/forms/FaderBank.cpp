@@ -10,6 +10,7 @@
 #include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/ChannelFader.h"
 #include "ui/widgets/FixtureLine.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -19,26 +20,23 @@ const app::ChannelLabel kNobody;
 }  // namespace
 
 FaderBank::FaderBank(const Look& look, QWidget* parent) : QWidget(parent), look_(look) {
-  Name(*this, QStringLiteral("FaderBank"), look.say(ConsoleWord::Faders));
+  Name(*this, "FaderBank", look.say(ConsoleWord::Faders));
   names_ = new FixtureLine(look.skin);
-  Name(*names_, QStringLiteral("FixtureLine"), look.say(ConsoleWord::Fixtures));
+  Name(*names_, "FixtureLine", look.say(ConsoleWord::Fixtures));
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0);
   for (int place = 0; place < kMostFaders; ++place) {
     MakeFader(place);
     row->addWidget(faders_[static_cast<std::size_t>(place)], 1);
   }
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.1);
-  rows->addWidget(names_);
-  rows->addLayout(row, 1);
+  FillColumn(*this, 0, 0.1, {names_, {row, 1}});
   Label();
   SetStop(0);
 }
 
 void FaderBank::MakeFader(int place) {
   auto* fader = new ChannelFader(look_.skin);
-  Name(*fader, QStringLiteral("Fader%1").arg(place + 1), {});
+  Name(*fader, QStringLiteral("Fader%1").arg(place + 1));
   connect(fader, &ChannelFader::Moved, this, &FaderBank::FaderMoved);
   connect(fader, &ChannelFader::StepWanted, this, [this, place](int by) { Step(place, by); });
   faders_[static_cast<std::size_t>(place)] = fader;

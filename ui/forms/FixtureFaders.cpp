@@ -14,6 +14,7 @@
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LightIcons.h"
 #include "ui/widgets/Pad.h"
 
@@ -65,10 +66,7 @@ FixtureFaders::FixtureFaders(int position, const dmx::DMXfilename& fixture, cons
     SetTextColour(*missing, look.skin.warning);
     row->addWidget(missing);
   }
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.5, 0.3);
-  rows->addWidget(head);
-  rows->addLayout(row, 1);
+  FillColumn(*this, 0.5, 0.3, {head, {row, 1}});
 }
 
 void FixtureFaders::AddPads(QHBoxLayout& row) {
@@ -102,7 +100,7 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   Name(*fader, QStringLiteral("Fader%1").arg(on_the_wire), tip, tip);
   auto* level = new QLabel(QStringLiteral("0"));
   level->setAlignment(Qt::AlignCenter);
-  Name(*level, QStringLiteral("FaderLevel%1").arg(on_the_wire), {});
+  Name(*level, QStringLiteral("FaderLevel%1").arg(on_the_wire));
   connect(fader, &QSlider::valueChanged, this, [this, channel, level](int value) {
     level->setText(QString::number(value));
     Q_EMIT LevelMoved(position_, channel, value);
@@ -122,13 +120,8 @@ QWidget* FixtureFaders::MakeColumn(int channel) {
   SetFontEm(*label, 0.85);
   label->Show(name);
   auto* column = new QWidget;
-  auto* rows = new QVBoxLayout(column);
-  SetSpacingEm(*rows, 0, 0.15);
-  rows->addWidget(counter);
-  rows->addWidget(fader, 1, Qt::AlignHCenter);
-  rows->addWidget(level);
-  rows->addWidget(function, 0, Qt::AlignHCenter);
-  rows->addWidget(label);
+  FillColumn(*column, 0, 0.15,
+             {counter, {fader, 1, Qt::AlignHCenter}, level, {function, 0, Qt::AlignHCenter}, label});
   columns_.push_back({channel, fader, level, function, column});
   return column;
 }

@@ -15,6 +15,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/ScanWords.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -26,19 +27,15 @@ constexpr double kFolderListEms = 5.5;
 FolderList::FolderList(app::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
-  auto* head = new QLabel(say(ScanWord::MoreFolders));
-  SetTextColour(*head, look.skin.dim);
   list_ = new QListWidget;
-  Name(*list_, QStringLiteral("MoreFolders"), say(ScanWord::MoreFolders), say(ScanWord::MoreFoldersTip));
+  Name(*list_, "MoreFolders", say.Of(ScanWord::MoreFolders));
   SetHeightEm(*list_, kFolderListEms);
   list_->setTextElideMode(Qt::ElideMiddle);
   list_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   auto* buttons = new QHBoxLayout;
   SetSpacingEm(*buttons, 0, 0.6);
   const auto make = [&](const char* name, ScanWord caption, ScanWord tip) {
-    auto* button = new QPushButton(say(caption));
-    SetKind(*button, "plain");
-    Name(*button, QLatin1String(name), say(caption), say(tip));
+    auto* button = PlainButton(name, {say(caption), say(caption), say(tip)});
     buttons->addWidget(button);
     return button;
   };
@@ -49,11 +46,7 @@ FolderList::FolderList(app::Settings& settings, const Look& look, QWidget* paren
   connect(remove_, &QPushButton::clicked, this, &FolderList::RemoveChosen);
   connect(list_, &QListWidget::itemSelectionChanged, this,
           [this] { remove_->setEnabled(!list_->selectedItems().isEmpty()); });
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.3);
-  rows->addWidget(head);
-  rows->addWidget(list_);
-  rows->addLayout(buttons);
+  FillColumn(*this, 0, 0.3, {Caption(say(ScanWord::MoreFolders), look.skin.dim), list_, buttons});
   Fill(app::OtherFolders(settings));
 }
 

@@ -9,6 +9,7 @@
 #include <QPushButton>
 
 #include "ui/strings/SongWords.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 
@@ -18,7 +19,7 @@ FontChooser::FontChooser(const Choice& present, const Look& look, QWidget* paren
   setWindowTitle(say(SongWord::LyricFont));
   setAttribute(Qt::WA_DeleteOnClose);
   families_ = new QListWidget;
-  Name(*families_, QStringLiteral("FontFamilies"), say(SongWord::LyricFont), say(SongWord::LyricFontTip));
+  Name(*families_, "FontFamilies", say.Of(SongWord::LyricFont));
   for (const QString& family : QFontDatabase::families()) {
     if (!QFontDatabase::isPrivateFamily(family)) families_->addItem(family);
   }
@@ -27,7 +28,7 @@ FontChooser::FontChooser(const Choice& present, const Look& look, QWidget* paren
   families_->setCurrentItem(found.isEmpty() ? families_->item(0) : found.front());
   const auto box = [&](const char* name, SongWord caption, bool on) {
     auto* made = new QCheckBox(say(caption));
-    Name(*made, QLatin1String(name), say(caption), say(caption));
+    Name(*made, name, say(caption), say(caption));
     made->setChecked(on);
     connect(made, &QCheckBox::toggled, this, &FontChooser::Tell);
     return made;
@@ -35,20 +36,11 @@ FontChooser::FontChooser(const Choice& present, const Look& look, QWidget* paren
   bold_ = box("FontBold", SongWord::FontBold, present.bold);
   italic_ = box("FontItalic", SongWord::FontItalic, present.italic);
   connect(families_, &QListWidget::currentRowChanged, this, &FontChooser::Tell);
-  auto* leave = new QPushButton(say(Say::Close));
-  SetKind(*leave, "plain");
-  Name(*leave, QStringLiteral("FontClose"), say(Say::Close), say(Say::Close));
-  connect(leave, &QPushButton::clicked, this, &QDialog::close);
-  auto* boxes = new QHBoxLayout;
-  SetSpacingEm(*boxes, 0, 0.8);
-  boxes->addWidget(bold_);
-  boxes->addWidget(italic_);
-  boxes->addStretch(1);
-  boxes->addWidget(leave);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.8, 0.6);
-  rows->addWidget(families_, 1);
-  rows->addLayout(boxes);
+  FillColumn(*this, 0.8, 0.6,
+             {{families_, 1},
+              Row(0.8, {bold_, italic_, Part::Room(),
+                        PlainButton("FontClose", {say(Say::Close), say(Say::Close), say(Say::Close)},
+                                    [this] { close(); })})});
 }
 
 void FontChooser::Tell() {

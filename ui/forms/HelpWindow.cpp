@@ -46,7 +46,7 @@ QTextBrowser* HelpWindow::MakeViewer() {
   ApplyBaseSize(*viewer, owner_.font().pointSizeF());
   viewer->document()->setDocumentMargin(Em(owner_, 2));
   viewer->resize(Em(owner_, 56), Em(owner_, 48));
-  Name(*viewer, QStringLiteral("Manual"), (*say_)(Say::HelpCaption), (*say_)(Say::HelpTip));
+  Name(*viewer, "Manual", (*say_)(Say::HelpCaption), (*say_)(Say::HelpTip));
   auto* close = new QShortcut(QKeySequence(Qt::Key_Escape), viewer);
   QObject::connect(close, &QShortcut::activated, viewer, &QWidget::close);
   return viewer;

@@ -13,6 +13,7 @@
 #include "ui/forms/SearchLine.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SongWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
@@ -20,12 +21,12 @@ namespace ui {
 KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListStation& lists, const Look& look,
                          QWidget* parent)
     : DropSurface(look.skin.panel, parent), table_(table), lists_(lists), look_(look) {
-  Name(*this, QStringLiteral("KaraokePage"), look.say(Say::Karaoke));
+  Name(*this, "KaraokePage", look.say(Say::Karaoke));
   setAcceptDrops(true);
   model_ = new TrackModel(table, std::nullopt, KaraokeShape(), look, this);
   model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
-  Name(*grid_, QStringLiteral("KaraokeGrid"), look.say(Say::Karaoke), look.say(Say::KaraokeTip));
+  Name(*grid_, "KaraokeGrid", look.say.Of(Say::Karaoke));
   connect(grid_, &TrackGrid::RemoveWanted, this, &KaraokePage::RemoveWanted);
   connect(grid_, &TrackGrid::Chosen, this, &KaraokePage::SongWanted);
   report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
@@ -44,8 +45,7 @@ KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListStation& 
 }
 
 QHBoxLayout* KaraokePage::MakeHead() {
-  count_ = new QLabel;
-  Name(*count_, QStringLiteral("KaraokeCount"), {});
+  count_ = Reading("KaraokeCount");
   SetFontEm(*count_, 1.1, Weight::Bold);
   SetHeightEm(*count_, kListHeadEms);
   const auto& say = look_.say;

@@ -20,6 +20,7 @@
 #include "ui/forms/ChannelStrip.h"
 #include "ui/forms/PresetPanel.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/StepButton.h"
 
@@ -59,10 +60,6 @@ QWidget* Library::MakeBody() {
   presets_ = new PresetPanel(edit_, Dressed(), this);
   connect(presets_, &PresetPanel::Changed, this, &Library::ShowDocument);
   connect(presets_, &PresetPanel::LevelWanted, this, &Library::MoveFader);
-  auto* below = new QHBoxLayout;
-  SetSpacingEm(*below, 0, 0.5);
-  below->addWidget(presets_, 3);
-  below->addWidget(MakeProblems(), 1);
   auto* body = new QWidget;
   auto* columns = new QHBoxLayout(body);
   SetSpacingEm(*columns, 0, 0.5);
@@ -73,7 +70,7 @@ QWidget* Library::MakeBody() {
   rows->addWidget(MakeHead());
   MakeChannels();
   rows->addWidget(channels_, 5);
-  rows->addLayout(below, 5);
+  rows->addLayout(Row(0.5, {{presets_, 3}, {MakeProblems(), 1}}), 5);
   columns->addLayout(rows, 1);
   ReadLibrary();
   list_->setFocus();
@@ -83,8 +80,7 @@ QWidget* Library::MakeBody() {
 void Library::MakeList() {
   list_ = new QListWidget;
   list_->setFixedWidth(Em(*this, kListEms));
-  Name(*list_, QStringLiteral("FixtureList"), Word(EditorWord::LibraryList),
-       Word(EditorWord::FixtureListTip));
+  Name(*list_, "FixtureList", Word(EditorWord::LibraryList), Word(EditorWord::FixtureListTip));
   // Both: a click, and the keyboard's Enter.
   const auto open = [this](const QListWidgetItem* item) {
     const QString file = item->data(Qt::UserRole).toString();
@@ -134,32 +130,27 @@ void Library::changeEvent(QEvent* event) {
 }
 
 void Library::MakeTools() {
-  auto* caption = new QLabel(Word(EditorWord::StartChannel));
-  SetTextColour(*caption, Dressed().skin.dim);
   start_ = new QLineEdit(QString::number(start_channel_));
   start_->setValidator(new QIntValidator(1, dmx::kUniverseChannels, start_));
   start_->setFixedWidth(Em(*this, 5));
-  Name(*start_, QStringLiteral("StartChannel"), Word(EditorWord::StartChannel),
-       Word(EditorWord::StartChannelTip));
+  Name(*start_, "StartChannel", Word(EditorWord::StartChannel), Word(EditorWord::StartChannelTip));
   connect(start_, &QLineEdit::textChanged, this, [this](const QString& text) {
     start_channel_ = std::clamp(text.toInt(), 1, dmx::kUniverseChannels);
     ShowSliders();
   });
   toggle_ = new QPushButton;
   SetKind(*toggle_, "plain");
-  Name(*toggle_, QStringLiteral("ShowSliders"), Word(EditorWord::SlidersTip), Word(EditorWord::SlidersTip));
+  Name(*toggle_, "ShowSliders", Word(EditorWord::SlidersTip), Word(EditorWord::SlidersTip));
   connect(toggle_, &QPushButton::clicked, this, &Library::ToggleSliders);
   Bar().addStretch(1);
-  Bar().addWidget(caption);
+  Bar().addWidget(Caption(Word(EditorWord::StartChannel), Dressed().skin.dim));
   Bar().addWidget(start_);
   Bar().addWidget(toggle_);
 }
 
 QWidget* Library::MakeHead() {
-  auto* caption = new QLabel(Word(EditorWord::Name));
-  SetTextColour(*caption, Dressed().skin.dim);
   text1_ = new QLineEdit;
-  Name(*text1_, QStringLiteral("Text1"), Word(EditorWord::FixtureNameTip), Word(EditorWord::FixtureNameTip));
+  Name(*text1_, "Text1", Word(EditorWord::FixtureNameTip), Word(EditorWord::FixtureNameTip));
   connect(text1_, &QLineEdit::textEdited, this, [this](const QString& text) {
     edit_.SetName(text.toStdString());
     ShowDocument();
@@ -167,7 +158,7 @@ QWidget* Library::MakeHead() {
   connect(text1_, &QLineEdit::editingFinished, this, [this] { edit_.History().Settle(); });
   type_ = new QuietCombo(Dressed().skin);
   type_->setPlaceholderText(QStringLiteral("Type:"));
-  Name(*type_, QStringLiteral("Type"), Word(EditorWord::TypeTip), Word(EditorWord::TypeTip));
+  Name(*type_, "Type", Word(EditorWord::TypeTip), Word(EditorWord::TypeTip));
   for (const auto type :
        {dmx::FixtureType::MovingHead, dmx::FixtureType::Scanner, dmx::FixtureType::ColorChanger})
     type_->addItem(QStringLiteral("Type: ") + Decode(dmx::TypeText(type)), static_cast<int>(type));
@@ -179,7 +170,7 @@ QWidget* Library::MakeHead() {
   auto* head = new Surface(Dressed().skin.panel);
   auto* row = new QHBoxLayout(head);
   SetSpacingEm(*row, 0.6, 0.6);
-  row->addWidget(caption);
+  row->addWidget(Caption(Word(EditorWord::Name), Dressed().skin.dim));
   row->addWidget(text1_, 1);
   row->addWidget(type_);
   for (const Counter counter : {Counter::Tilt, Counter::Pan, Counter::Beam, Counter::Channels})
@@ -191,7 +182,7 @@ QWidget* Library::MakeCounter(Counter counter) {
   const int number = static_cast<int>(counter);
   auto* label = new QLabel;
   static constexpr const char* kNames[] = {"Tilt", "Pan", "Beam", "Channels"};
-  Name(*label, QLatin1String(kNames[number]) + QStringLiteral("Text"), {});
+  Name(*label, QLatin1String(kNames[number]) + QStringLiteral("Text"));
   label->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   SetWidest(*label, FixtureLabel(number, counter == Counter::Channels ? 512 : 360));
   counters_[static_cast<std::size_t>(number)] = label;
@@ -222,23 +213,19 @@ void Library::MakeChannels() {
   channels_ = new ChannelStrip(
       Dressed(), [this](ChannelColumn& column) { ListenTo(column); },
       [this](ChannelColumn& column) { ShowColumn(column); });
-  Name(*channels_, QStringLiteral("ChannelArea"), Word(EditorWord::Channels));
+  Name(*channels_, "ChannelArea", Word(EditorWord::Channels));
 }
 
 QWidget* Library::MakeProblems() {
   problem_box_ = new Surface(Dressed().skin.panel);
-  problem_head_ = new QLabel;
-  Name(*problem_head_, QStringLiteral("ProblemHead"), {});
+  problem_head_ = Reading("ProblemHead");
   SetFontEm(*problem_head_, 1.1, Weight::Bold);
   SetTextColour(*problem_head_, Dressed().skin.warning);
   problems_ = new QPlainTextEdit;
   problems_->setReadOnly(true);
   problems_->setTabChangesFocus(true);
-  Name(*problems_, QStringLiteral("Problems"), Word(EditorWord::Problems), Word(EditorWord::ProblemsTip));
-  auto* rows = new QVBoxLayout(problem_box_);
-  SetSpacingEm(*rows, 0.6, 0.4);
-  rows->addWidget(problem_head_);
-  rows->addWidget(problems_, 1);
+  Name(*problems_, "Problems", Word(EditorWord::Problems), Word(EditorWord::ProblemsTip));
+  FillColumn(*problem_box_, 0.6, 0.4, {problem_head_, {problems_, 1}});
   return problem_box_;
 }
 

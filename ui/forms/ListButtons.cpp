@@ -8,6 +8,7 @@
 
 #include "ui/models/KeyMap.h"
 #include "ui/strings/FileWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
@@ -29,10 +30,7 @@ ListButtons::ListButtons(const QString& name, const Texts& texts, TrackGrid& gri
 
 QPushButton* ListButtons::MakeButton(const QString& name, const QString& caption, const QString& long_name,
                                      const QString& tip) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "plain");
-  Name(*button, name_ + name, long_name, tip);
-  return button;
+  return PlainButton(name_ + name, {caption, long_name, tip});
 }
 
 void ListButtons::PutInto(QHBoxLayout& row) {

@@ -16,6 +16,7 @@
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/ListenButton.h"
 #include "ui/widgets/WaveOverview.h"
 
@@ -29,31 +30,23 @@ constexpr std::size_t kListenPlace = 2;  ///< of its level
 ListenBar::ListenBar(app::Deck& deck, MixerState& state, const Look& look, QWidget* parent)
     : QWidget(parent), commands_(deck), state_(state), look_(look) {
   const auto& say = look.say;
-  Name(*this, QStringLiteral("ListenBar"), say(Say::ListenRow));
+  Name(*this, "ListenBar", say(Say::ListenRow));
   button_ = new ListenButton(say(Say::Listen), look.skin, look.skin.text);
   button_->SetLevel(state.listen[kListenPlace]);
-  Name(*button_, QStringLiteral("ListenRow"), say(Say::ListenRow), ButtonTip());
+  Name(*button_, "ListenRow", say(Say::ListenRow), ButtonTip());
   connect(button_, &ListenButton::clicked, this, &ListenBar::Pressed);
   connect(button_, &ListenButton::LevelMoved, this, [this](int level) {
     state_.listen[kListenPlace] = level;
     commands_.Adjust(&app::DeckStation::SetVolume, level);
     Q_EMIT LevelMoved(level);
   });
-  title_ = new ElidedLabel;
-  Name(*title_, QStringLiteral("ListenTitle"), {});
+  title_ = Sentence("ListenTitle");
   overview_ = new WaveOverview(look.skin, look.skin.text);
-  Name(*overview_, QStringLiteral("ListenOverview"), say(Say::ListenPlace), say(Say::OverviewTip));
+  Name(*overview_, "ListenOverview", say(Say::ListenPlace), say(Say::OverviewTip));
   connect(overview_, &WaveOverview::SeekWanted, this,
           [this](std::chrono::microseconds place) { commands_.Do(&app::DeckStation::Seek, place); });
-  time_ = new QLabel;
-  Name(*time_, QStringLiteral("ListenTime"), {});
-  SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
-  time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(title_, 1);
-  row->addWidget(overview_, 2);
-  row->addWidget(time_);
+  time_ = Reading("ListenTime", Qt::AlignRight | Qt::AlignVCenter, "00:00 / 00:00");
+  FillRow(*this, 0, 0.6, {{title_, 1}, {overview_, 2}, time_});
   SetHeightEm(*this, 3.8);
   hide();
 }

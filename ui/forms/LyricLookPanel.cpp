@@ -16,6 +16,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/strings/LyricWords.h"
 #include "ui/widgets/ColourButton.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QtDrawing.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -24,7 +25,7 @@ namespace ui {
 LyricLookPanel::LyricLookPanel(app::SongStation& songs, app::Settings& settings, const Look& look,
                                QWidget* parent)
     : QWidget(parent), songs_(songs), settings_(settings), look_(look) {
-  Name(*this, QStringLiteral("LyricLook"), look.say(SongWord::LookPart));
+  Name(*this, "LyricLook", look.say(SongWord::LookPart));
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.5);
   rows->addLayout(MakeRest());
@@ -57,10 +58,10 @@ QGridLayout* LyricLookPanel::MakeColours() {
   for (const auto& field : kFields) {
     auto* button = new ColourButton({}, look_.skin);
     button->SetColour(ColourOf(field.colour));
-    Name(*button, QLatin1String(field.key), look_.say(field.caption), look_.say(SongWord::LyricColourTip));
+    Name(*button, field.key, look_.say(field.caption), look_.say(SongWord::LyricColourTip));
     connect(button, &QAbstractButton::clicked, this,
             [this, button, key = std::string(field.key)] { AskForColour(*button, key); });
-    grid->addWidget(MakeCaption(look_.say(field.caption)), place / 2, place % 2 * 2);
+    grid->addWidget(Caption(look_.say(field.caption), look_.skin.dim), place / 2, place % 2 * 2);
     grid->addWidget(button, place / 2, place % 2 * 2 + 1);
     ++place;
   }
@@ -69,76 +70,47 @@ QGridLayout* LyricLookPanel::MakeColours() {
   return grid;
 }
 
-QPushButton* LyricLookPanel::MakeButton(const char* name, SongWord caption, SongWord tip) {
-  auto* button = new QPushButton(look_.say(caption));
-  SetKind(*button, "plain");
-  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
-  return button;
-}
-
-QLabel* LyricLookPanel::MakeCaption(const QString& text) {
-  auto* label = new QLabel(text);
-  SetTextColour(*label, look_.skin.dim);
-  return label;
-}
-
-QuietCombo* LyricLookPanel::MakeChoice(const char* name, const QString& caption, const QString& tip,
-                                       const QStringList& choices) {
-  auto* list = new QuietCombo(look_.skin);
-  list->addItems(choices);
-  Name(*list, QLatin1String(name), caption, tip);
-  return list;
-}
-
 QWidget* LyricLookPanel::MakeOwn() {
-  font_ = MakeButton("LyricFont", SongWord::LyricFont, SongWord::LyricFontTip);
-  connect(font_, &QPushButton::clicked, this, &LyricLookPanel::AskForFont);
-  auto* ball = MakeButton("BouncingBall", SongWord::BouncingBall, SongWord::BouncingBallTip);
-  connect(ball, &QPushButton::clicked, this, [this] {
-    AskForPicture("BouncingBall", SongWord::BouncingBall, SongWord::BallFiles, QStringLiteral("*.ico *.gif"),
-                  QStringLiteral("ico"));
-  });
-  auto* line = new QHBoxLayout;
-  SetSpacingEm(*line, 0, 0.35);
-  line->addWidget(MakeCaption(look_.say(SongWord::LyricFont)));
-  line->addWidget(font_, 1);
-  line->addWidget(ball);
+  font_ = PlainButton("LyricFont", look_.say.Of(SongWord::LyricFont), [this] { AskForFont(); });
   auto* own = new QWidget;
-  auto* rows = new QVBoxLayout(own);
-  SetSpacingEm(*rows, 0, 0.5);
-  rows->addLayout(MakeColours());
-  rows->addLayout(line);
+  FillColumn(
+      *own, 0, 0.5,
+      {MakeColours(), Row(0.35, {Caption(look_.say(SongWord::LyricFont), look_.skin.dim),
+                                 {font_, 1},
+                                 PlainButton("BouncingBall", look_.say.Of(SongWord::BouncingBall), [this] {
+                                   AskForPicture("BouncingBall", SongWord::BouncingBall, SongWord::BallFiles,
+                                                 QStringLiteral("*.ico *.gif"), QStringLiteral("ico"));
+                                 })})});
   return own;
 }
 
 QGridLayout* LyricLookPanel::MakeRest() {
   const auto& say = look_.say;
-  QuietCombo* chosen = MakeChoice("LyricLookChoice", say(LyricWord::Look), say(LyricWord::LookTip),
-                                  {say(LyricWord::LookStage), say(LyricWord::LookOwn)});
-  chosen->setCurrentIndex(settings_.Text("Karaoke", "Look") == "described" ? 1 : 0);
-  connect(chosen, &QComboBox::activated, this, [this](int index) {
-    UseOwn(index == 1);
-    Store("Look", index == 1 ? "described" : "stage");
-  });
-  QuietCombo* style = MakeChoice("SungStyle", say(SongWord::SungStyle), say(SongWord::SungStyleTip),
-                                 {say(SongWord::SungSweep), say(SongWord::SungWord)});
-  style->setCurrentIndex(settings_.Number("Karaoke", "Style") == 1 ? 1 : 0);
-  connect(style, &QComboBox::activated, this, [this](int index) { Store("Style", std::to_string(index)); });
-  auto* picture = MakeButton("BackPicture", SongWord::BackPicture, SongWord::BackPictureTip);
-  connect(picture, &QPushButton::clicked, this, [this] {
-    AskForPicture("Picture", SongWord::BackPicture, SongWord::PictureFiles,
-                  QStringLiteral("*.png *.jpg *.jpeg *.bmp *.gif"), {});
-  });
-  no_picture_ = MakeButton("NoPicture", SongWord::PictureNone, SongWord::PictureNoneTip);
-  connect(no_picture_, &QPushButton::clicked, this, [this] { Store("Picture", ""); });
+  auto* chosen = Choice(look_.skin, "LyricLookChoice", say.Of(LyricWord::Look),
+                        {say(LyricWord::LookStage), say(LyricWord::LookOwn)},
+                        settings_.Text("Karaoke", "Look") == "described" ? 1 : 0, [this](int index) {
+                          UseOwn(index == 1);
+                          Store("Look", index == 1 ? "described" : "stage");
+                        });
+  no_picture_ =
+      PlainButton("NoPicture", look_.say.Of(SongWord::PictureNone), [this] { Store("Picture", ""); });
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.35);
-  grid->addWidget(MakeCaption(say(LyricWord::Look)), 0, 0);
+  grid->addWidget(Caption(say(LyricWord::Look), look_.skin.dim), 0, 0);
   grid->addWidget(chosen, 0, 1, 1, 2);
-  grid->addWidget(MakeCaption(say(SongWord::SungStyle)), 1, 0);
-  grid->addWidget(style, 1, 1, 1, 2);
-  grid->addWidget(MakeCaption(say(SongWord::BackGround)), 2, 0);
-  grid->addWidget(picture, 2, 1);
+  grid->addWidget(Caption(say(SongWord::SungStyle), look_.skin.dim), 1, 0);
+  grid->addWidget(Choice(look_.skin, "SungStyle", say.Of(SongWord::SungStyle),
+                         {say(SongWord::SungSweep), say(SongWord::SungWord)},
+                         settings_.Number("Karaoke", "Style") == 1 ? 1 : 0,
+                         [this](int index) { Store("Style", std::to_string(index)); }),
+                  1, 1, 1, 2);
+  grid->addWidget(Caption(say(SongWord::BackGround), look_.skin.dim), 2, 0);
+  grid->addWidget(PlainButton("BackPicture", look_.say.Of(SongWord::BackPicture),
+                              [this] {
+                                AskForPicture("Picture", SongWord::BackPicture, SongWord::PictureFiles,
+                                              QStringLiteral("*.png *.jpg *.jpeg *.bmp *.gif"), {});
+                              }),
+                  2, 1);
   grid->addWidget(no_picture_, 2, 2);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(2, 1);

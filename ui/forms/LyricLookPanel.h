@@ -41,11 +41,7 @@ class LyricLookPanel final : public QWidget {
   [[nodiscard]] QGridLayout* MakeColours();
   [[nodiscard]] QWidget* MakeOwn();
   [[nodiscard]] QGridLayout* MakeRest();
-  QuietCombo* MakeChoice(const char* name, const QString& caption, const QString& tip,
-                         const QStringList& choices);
-  QLabel* MakeCaption(const QString& text);
   void UseOwn(bool own);
-  QPushButton* MakeButton(const char* name, SongWord caption, SongWord tip);
   void AskForColour(ColourButton& button, const std::string& key);
   void AskForFont();
   void AskForPicture(const std::string& key, SongWord title, SongWord kind, const QString& masks,

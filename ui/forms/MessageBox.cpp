@@ -8,6 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "ui/widgets/Kit.h"
+
 namespace ui {
 namespace {
 
@@ -31,24 +33,18 @@ MessageBox::MessageBox(const QString& object_name, const QString& text, QWidget&
     auto* list = new QPlainTextEdit(text);
     list->setReadOnly(true);
     list->setTabChangesFocus(true);
-    Name(*list, QStringLiteral("MessageText"), windowTitle(), windowTitle());
+    Name(*list, "MessageText", windowTitle(), windowTitle());
     SetHeightEm(*list, kScrolledEms);
     shown_ = list;
   }
   buttons_ = new QHBoxLayout;
   SetSpacingEm(*buttons_, 0, 0.8);
   buttons_->addStretch(1);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 1.2, 1.2);
-  rows->addWidget(shown_);
-  rows->addLayout(buttons_);
+  FillColumn(*this, 1.2, 1.2, {shown_, buttons_});
 }
 
 QPushButton* MessageBox::AddButton(const QString& object_name, const QString& caption) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "plain");
-  Name(*button, object_name, caption, caption);
-  connect(button, &QPushButton::clicked, this, &QDialog::close);
+  auto* button = PlainButton(object_name, {caption, caption, caption}, [this] { close(); });
   buttons_->addWidget(button);
   button->setDefault(true);
   button->setFocus();

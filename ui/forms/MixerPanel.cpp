@@ -19,6 +19,7 @@
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LevelMeter.h"
 #include "ui/widgets/ListenButton.h"
 
@@ -53,15 +54,10 @@ MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::O
       crossfader_moves_(lists.View().moves) {
   SetStripe(look.skin.line);
   setObjectName(QStringLiteral("Mixer"));
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.7, 0.6);
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
   MakeMaster();
   MakeEqualiser();
-  rows->addLayout(MakeChannels(), 5);
-  rows->addWidget(equaliser_, 2);
-  rows->addWidget(MakeCrossfader());
-  rows->addWidget(MakeAutomix());
+  FillColumn(*this, 0.7, 0.6, {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), MakeAutomix()});
   ShowVolumes();
 }
 
@@ -83,9 +79,9 @@ MixerPanel::Channel MixerPanel::MakeChannel(int deck) {
   });
   const auto& say = look_.say;
   Name(*channel.fader, DeckName(deck, "Volume"), say(Say::Volume).arg(deck), say(Say::VolumeTip));
-  Name(*channel.volume, DeckName(deck, "VolumeValue"), {});
+  Name(*channel.volume, DeckName(deck, "VolumeValue"));
   Name(*channel.meter, DeckName(deck, "Level"), say(Say::Level).arg(deck), say(Say::LevelTip));
-  Name(*channel.peak, DeckName(deck, "Peak"), {});
+  Name(*channel.peak, DeckName(deck, "Peak"));
   return channel;
 }
 
@@ -119,7 +115,7 @@ void MixerPanel::Listen(int deck) {
 
 void MixerPanel::MakeEqualiser() {
   equaliser_ = new EqGraph(EqGraph::Captions::Inside, look_.skin);
-  Name(*equaliser_, QStringLiteral("EqMixer"), look_.say(Say::EqInMixer), look_.say(Say::EqInMixerTip));
+  Name(*equaliser_, "EqMixer", look_.say.Of(Say::EqInMixer));
   connect(equaliser_, &EqGraph::GainWanted, this,
           [this](int band, int gain) { sliders_.Set(band + 1, gain); });
 }
@@ -131,17 +127,15 @@ void MixerPanel::MakeMaster() {
   master_->setPageStep(10);
   master_->setInvertedAppearance(true);
   master_->setInvertedControls(true);
-  Name(*master_, QStringLiteral("MainVolume"), say(Say::MainVolume), say(Say::MainVolumeTip));
+  Name(*master_, "MainVolume", say.Of(Say::MainVolume));
   connect(master_, &QSlider::valueChanged, this, [this](int value) {
     master_echo_.Sent(float(value), now_);
     outputs_.SetMainVolume(value);
     SetText(*master_value_, PercentOf(value));
   });
   master_head_ = new QLabel(say(Say::MainVolumeHead));
-  Name(*master_head_, QStringLiteral("MainVolumeHead"), {});
-  master_value_ = new QLabel;
-  Name(*master_value_, QStringLiteral("MainVolumeValue"), {});
-  SetWidest(*master_value_, QStringLiteral("100 %"));
+  Name(*master_head_, "MainVolumeHead");
+  master_value_ = Reading("MainVolumeValue", Qt::AlignLeft | Qt::AlignVCenter, "100 %");
   for (QLabel* label : {master_head_, master_value_}) label->setAlignment(Qt::AlignCenter);
 }
 
@@ -190,13 +184,9 @@ QWidget* MixerPanel::MakeCrossfader() {
     state_.crossfader = value;
     SendMixer(app::MovedByHand::Crossfader);
   });
-  Name(*crossfader_, QStringLiteral("Crossfader"), look_.say(Say::Crossfader), look_.say(Say::CrossfaderTip));
+  Name(*crossfader_, "Crossfader", look_.say.Of(Say::Crossfader));
   auto* box = new QWidget;
-  auto* line = new QHBoxLayout(box);
-  SetSpacingEm(*line, 0, 0.2);
-  line->addWidget(MakeEnd(1));
-  line->addWidget(crossfader_, 1);
-  line->addWidget(MakeEnd(2));
+  FillRow(*box, 0, 0.2, {MakeEnd(1), {crossfader_, 1}, MakeEnd(2)});
   return box;
 }
 
@@ -209,19 +199,11 @@ QLabel* MixerPanel::MakeEnd(int deck) {
 }
 
 QWidget* MixerPanel::MakeAutomix() {
-  automix_ = new QPushButton(look_.say(ListWord::Automix));
-  automix_->setCheckable(true);
-  SetKind(*automix_, "lamp1");
-  Name(*automix_, QStringLiteral("Automix"), look_.say(ListWord::Automix), look_.say(ListWord::AutomixTip));
-  connect(automix_, &QPushButton::clicked, this, [this](bool on) { lists_.SetAutomix(on); });
-  automix_state_ = new QLabel;
-  Name(*automix_state_, QStringLiteral("AutomixState"), {});
+  automix_ = Lamp("Automix", look_.say.Of(ListWord::Automix), [this](bool on) { lists_.SetAutomix(on); });
+  automix_state_ = Reading("AutomixState");
   SetTextColour(*automix_state_, look_.skin.dim);
   auto* box = new QWidget;
-  auto* line = new QHBoxLayout(box);
-  SetSpacingEm(*line, 0, 0.6);
-  line->addWidget(automix_);
-  line->addWidget(automix_state_, 1);
+  FillRow(*box, 0, 0.6, {automix_, {automix_state_, 1}});
   return box;
 }
 

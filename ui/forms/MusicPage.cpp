@@ -20,20 +20,12 @@
 #include "ui/forms/SearchLine.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/ListenButton.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
-namespace {
-
-QPushButton* PlainButton(const QString& caption) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "plain");
-  return button;
-}
-
-}  // namespace
 
 MusicPage::MusicPage(app::Collections& collections, app::ListStation& lists, ListenBar& listen,
                      BatchBar& batch, const Look& look, QWidget* parent)
@@ -42,20 +34,20 @@ MusicPage::MusicPage(app::Collections& collections, app::ListStation& lists, Lis
       table_(collections.Music().Table()),
       lists_(lists),
       look_(look) {
-  Name(*this, QStringLiteral("MusicPage"), look.say(Say::Music));
+  Name(*this, "MusicPage", look.say(Say::Music));
   setAcceptDrops(true);
   model_ = new TrackModel(table_, TableId::Catalogue, CatalogueShape(), look, this);
   model_->MarkPlayed([this](std::string_view filename) { return lists_.WasPlayed(filename); });
   model_->MarkMissing([this](std::string_view filename) { return collections_.Missing().Has(filename); });
   grid_ = new TrackGrid(*model_, look.skin);
-  Name(*grid_, QStringLiteral("Catalogue"), look.say(Say::Catalogue), look.say(Say::CatalogueTip));
+  Name(*grid_, "Catalogue", look.say.Of(Say::Catalogue));
   connect(grid_, &TrackGrid::Entered, this, [this] { Q_EMIT Entered(TableId::Catalogue); });
   connect(grid_, &TrackGrid::Chosen, this, [this](int row) {
     Q_EMIT RowChosen({TableId::Catalogue, {row}});
   });
   connect(grid_, &TrackGrid::RemoveWanted, this, &MusicPage::RemoveWanted);
   empty_ = new QLabel(look.say(Say::EmptyCatalogue));
-  Name(*empty_, QStringLiteral("EmptyCatalogue"), {});
+  Name(*empty_, "EmptyCatalogue");
   SetFontEm(*empty_, 1.4);
   SetTextColour(*empty_, look.skin.dim);
   empty_->setAlignment(Qt::AlignCenter);
@@ -81,18 +73,17 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
   const auto& say = look_.say;
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.4);
-  count_ = new QLabel;
+  count_ = Reading("TrackCount");
   SetFontEm(*count_, 1.1, Weight::Bold);
-  Name(*count_, QStringLiteral("TrackCount"), {});
   row->addWidget(count_);
   row->addStretch(1);
   row->addWidget(&listen.Button());
   for (const int deck : {1, 2}) {
-    QPushButton* load = PlainButton(say(Say::LoadOn).arg(deck));
-    Name(*load, QStringLiteral("LoadOnDeck%1").arg(deck), say(Say::LoadOnTip).arg(deck),
-         say(Say::KeyHint).arg(say(Say::LoadOnTip).arg(deck), KeyText(KeyOf(Command::Load, deck))));
-    connect(load, &QPushButton::clicked, this, [this, deck] { Q_EMIT RowWanted(deck); });
-    row->addWidget(load);
+    const QString tip = say(Say::LoadOnTip).arg(deck);
+    row->addWidget(PlainButton(
+        QStringLiteral("LoadOnDeck%1").arg(deck),
+        {say(Say::LoadOn).arg(deck), tip, say(Say::KeyHint).arg(tip, KeyText(KeyOf(Command::Load, deck)))},
+        [this, deck] { Q_EMIT RowWanted(deck); }));
   }
   buttons_ = new ListButtons(QStringLiteral("Music"),
                              {say(Say::AddFilesTitle), say(Say::AddFilesTip), say(Say::DeleteTracksName)},

@@ -15,7 +15,9 @@
 #include "ui/forms/MessageBoxes.h"
 #include "ui/strings/BankWords.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/OrganWords.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -26,18 +28,12 @@ using lightorgan::LightOrgan;
 
 constexpr auto kHoldShown = std::chrono::milliseconds(700);  ///< or it would only flicker
 
-QHBoxLayout* Line() {
-  auto* line = new QHBoxLayout;
-  SetSpacingEm(*line, 0, 0.4);
-  return line;
-}
-
 }  // namespace
 
 OrganBoardPanel::OrganBoardPanel(app::OrganStation& station, MessageBoxes& boxes, const Look& look,
                                  QWidget* parent)
     : QWidget(parent), station_(station), boxes_(boxes), look_(look) {
-  Name(*this, QStringLiteral("OrganBoards"), look.say(OrganWord::Boards));
+  Name(*this, "OrganBoards", look.say(OrganWord::Boards));
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0, 0.4);
   MakeBoards(*rows);
@@ -45,56 +41,33 @@ OrganBoardPanel::OrganBoardPanel(app::OrganStation& station, MessageBoxes& boxes
   MakeMemories(*rows);
 }
 
-QPushButton* OrganBoardPanel::MakeButton(const char* name, const QString& caption, const QString& tip,
-                                         std::function<void()> pressed) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "tool");
-  Name(*button, QLatin1String(name), caption, tip);
-  connect(button, &QPushButton::clicked, this, std::move(pressed));
-  return button;
-}
-
 void OrganBoardPanel::MakeBoards(QVBoxLayout& rows) {
   const auto& say = look_.say;
-  use_ = MakeButton("UseK8000", say(OrganWord::Boards), say(OrganWord::BoardsTip), [this] {
+  use_ = Lamp("UseK8000", say.Of(OrganWord::Boards), [this](bool) {
     use_echo_.Sent(use_->isChecked() ? 1.0F : 0.0F, now_);
     station_.SwitchBoards(use_->isChecked());
   });
-  SetKind(*use_, "lamp1");
-  use_->setCheckable(true);
-  size_ = new QuietCombo(look_.skin);
-  size_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
-  Name(*size_, QStringLiteral("IoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
-  connect(size_, &QComboBox::activated, this, [this](int choice) {
-    station_.Ask([choice](LightOrgan& organ) {
-      organ.SetIoBoardSize(choice == 1 ? IoBoardSize::Two : IoBoardSize::One);
-    });
-  });
-  state_ = new ElidedLabel;
-  Name(*state_, QStringLiteral("BoardState"), {});
-  auto* line = Line();
-  line->addWidget(use_);
-  line->addWidget(size_, 1);
-  rows.addLayout(line);
+  size_ = Choice(look_.skin, "IoBoardSize", say.Of(OrganWord::BoardSize),
+                 {say(OrganWord::OneBoard), say(OrganWord::TwoBoards)}, 0, [this](int choice) {
+                   station_.Ask([choice](LightOrgan& organ) {
+                     organ.SetIoBoardSize(choice == 1 ? IoBoardSize::Two : IoBoardSize::One);
+                   });
+                 });
+  state_ = Sentence("BoardState");
+  rows.addLayout(Row(0.4, {use_, {size_, 1}}));
   rows.addWidget(state_);
 }
 
 void OrganBoardPanel::MakeGuard(QVBoxLayout& rows) {
   const auto& say = look_.say;
-  guard_ = MakeButton("FlashGuard", say(OrganWord::Guard), say(OrganWord::GuardTip), [this] {
+  guard_ = Lamp("FlashGuard", say.Of(OrganWord::Guard), [this](bool) {
     if (!guard_->isChecked()) return AskToLift();
     guard_echo_.Sent(1, now_);
     station_.Ask([](LightOrgan& organ) { organ.LiftGuard(false); });
   });
-  SetKind(*guard_, "lamp1");
-  guard_->setCheckable(true);
-  holds_ = new QLabel;
-  Name(*holds_, QStringLiteral("FlashGuardHolds"), {});
+  holds_ = Reading("FlashGuardHolds");
   SetTextColour(*holds_, look_.skin.warning);
-  auto* line = Line();
-  line->addWidget(guard_);
-  line->addWidget(holds_, 1);
-  rows.addLayout(line);
+  rows.addLayout(Row(0.4, {guard_, {holds_, 1}}));
 }
 
 void OrganBoardPanel::AskToLift() {
@@ -112,39 +85,31 @@ void OrganBoardPanel::MakeMemories(QVBoxLayout& rows) {
   memories_->setFrameShape(QFrame::NoFrame);
   memories_->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   memories_->setTextElideMode(Qt::ElideRight);
-  Name(*memories_, QStringLiteral("Memories"), say(OrganWord::Memories), say(OrganWord::MemoriesTip));
+  Name(*memories_, "Memories", say.Of(OrganWord::Memories));
   connect(memories_, &QListWidget::itemActivated, this, &OrganBoardPanel::Recall);
   connect(memories_, &QListWidget::currentRowChanged, this, [this](int row) {
     recall_->setEnabled(row >= 0);
     forget_->setEnabled(row >= 0);
   });
-  recall_ =
-      MakeButton("MemoryRecall", say(OrganWord::Recall), say(OrganWord::RecallTip), [this] { Recall(); });
+  recall_ = ToolButton("MemoryRecall", say.Of(OrganWord::Recall), [this] { Recall(); });
   forget_ =
-      MakeButton("MemoryForget", say(Say::EqDelete), say(BankWord::MemoryForgetTip), [this] { Forget(); });
+      ToolButton("MemoryForget", {say(Say::EqDelete), say(Say::EqDelete), say(BankWord::MemoryForgetTip)},
+                 [this] { Forget(); });
   for (QPushButton* button : {recall_, forget_}) button->setEnabled(false);
   name_ = new QLineEdit;
   name_->setPlaceholderText(say(OrganWord::MemoryName));
   name_->setMaxLength(60);
-  Name(*name_, QStringLiteral("MemoryName"), say(OrganWord::MemoryName), say(OrganWord::RememberTip));
+  Name(*name_, "MemoryName", say(OrganWord::MemoryName), say(OrganWord::RememberTip));
   connect(name_, &QLineEdit::returnPressed, this, &OrganBoardPanel::Remember);
-  auto* head = new QLabel(say(OrganWord::Memories));
-  SetFontEm(*head, 1.3, Weight::Bold);
-  auto* first = Line();
-  first->addWidget(head, 1);
-  first->addWidget(MakeButton("EditBanks", say(OrganWord::EditBanks), say(BankWord::EditBanksTip),
-                              [this] { Q_EMIT EditorWanted(); }));
-  auto* naming = Line();
-  naming->addWidget(name_, 1);
-  naming->addWidget(MakeButton("MemoryRemember", say(OrganWord::Remember), say(OrganWord::RememberTip),
-                               [this] { Remember(); }));
-  auto* acts = Line();
-  acts->addWidget(recall_, 1);
-  acts->addWidget(forget_, 1);
-  rows.addLayout(first);
+  rows.addLayout(Row(
+      0.4, {{Heading(say(OrganWord::Memories)), 1},
+            ToolButton("EditBanks",
+                       {say(OrganWord::EditBanks), say(OrganWord::EditBanks), say(BankWord::EditBanksTip)},
+                       [this] { Q_EMIT EditorWanted(); })}));
   rows.addWidget(memories_, 1);
-  rows.addLayout(acts);
-  rows.addLayout(naming);
+  rows.addLayout(Row(0.4, {{recall_, 1}, {forget_, 1}}));
+  rows.addLayout(Row(
+      0.4, {{name_, 1}, ToolButton("MemoryRemember", say.Of(OrganWord::Remember), [this] { Remember(); })}));
 }
 
 void OrganBoardPanel::Remember() {

@@ -9,7 +9,6 @@
 
 #include "app/lights/OrganStation.h"
 #include "ui/models/SentEcho.h"
-#include "ui/strings/OrganWords.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;
@@ -41,8 +40,6 @@ class OrganBoardPanel final : public QWidget {
   void MakeBoards(QVBoxLayout& rows);
   void MakeGuard(QVBoxLayout& rows);
   void MakeMemories(QVBoxLayout& rows);
-  [[nodiscard]] QPushButton* MakeButton(const char* name, const QString& caption, const QString& tip,
-                                        std::function<void()> pressed);
   void AskToLift();
   void Remember();
   void Recall();

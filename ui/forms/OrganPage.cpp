@@ -9,6 +9,7 @@
 #include "ui/forms/BankEditor.h"
 #include "ui/forms/OrganBoardPanel.h"
 #include "ui/forms/OrganSidePanel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 
@@ -17,16 +18,12 @@ using lightorgan::Side;
 OrganPage::OrganPage(app::OrganStation& organ, MessageBoxes& boxes, BankDraft& draft, const Look& look,
                      QWidget* parent)
     : Surface(look.skin.panel, parent), station_(organ), boxes_(boxes), draft_(draft), look_(look) {
-  Name(*this, QStringLiteral("OrganPage"), look.say(Say::Organ));
+  Name(*this, "OrganPage", look.say(Say::Organ));
   io_ = new OrganSidePanel(Side::Io, station_, look);
   dac_ = new OrganSidePanel(Side::Dac, station_, look);
   boards_ = new OrganBoardPanel(station_, boxes, look);
   connect(boards_, &OrganBoardPanel::EditorWanted, this, &OrganPage::OpenEditor);
-  auto* sides = new QHBoxLayout(this);
-  SetSpacingEm(*sides, 0.8, 1.6);
-  sides->addWidget(io_, 11);
-  sides->addWidget(dac_, 10);
-  sides->addWidget(boards_, 6);
+  FillRow(*this, 0.8, 1.6, {{io_, 11}, {dac_, 10}, {boards_, 6}});
 }
 
 OrganPage::~OrganPage() {

@@ -10,8 +10,10 @@
 #include <cmath>
 #include <utility>
 
+#include "ui/strings/OrganWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/OutputLamps.h"
 #include "ui/widgets/PatternGrid.h"
 
@@ -69,17 +71,11 @@ OrganSidePanel::OrganSidePanel(Side side, app::OrganStation& station, const Look
   auto* running = new QHBoxLayout;
   SetSpacingEm(*running, 0, 0.5);
   MakeRunning(*running);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.4);
-  rows->addLayout(modes);
-  rows->addWidget(lamps_, 2);
-  rows->addWidget(stack_, 3);
-  rows->addLayout(running);
+  FillColumn(*this, 0, 0.4, {modes, {lamps_, 2}, {stack_, 3}, running});
 }
 
 void OrganSidePanel::MakeModes(QHBoxLayout& row) {
-  auto* head = new QLabel(look_.say(Io() ? OrganWord::Io : OrganWord::Dac));
-  SetFontEm(*head, 1.3, Weight::Bold);
+  auto* head = Heading(look_.say(Io() ? OrganWord::Io : OrganWord::Dac));
   head->setToolTip(look_.say(Io() ? OrganWord::IoName : OrganWord::DacName));
   row.addWidget(head);
   const int first = Io() ? 0 : kFirstDacMode;
@@ -101,28 +97,16 @@ void OrganSidePanel::MakeModes(QHBoxLayout& row) {
     modes_[static_cast<std::size_t>(mode)] = button;
     row.addWidget(button);
   }
-  state_ = new ElidedLabel;
-  Name(*state_, Io() ? QStringLiteral("StateIO") : QStringLiteral("StateDAC"), {});
+  state_ = Sentence(Io() ? QStringLiteral("StateIO") : QStringLiteral("StateDAC"));
   state_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   SetTextColour(*state_, look_.skin.dim);
   row.addWidget(state_, 1);
 }
 
-OrganSidePanel::Moved OrganSidePanel::MakeFader(const QString& name, Qt::Orientation orientation,
-                                                int highest) {
-  Moved moved{new Fader(orientation, look_.skin, look_.skin.text), new QLabel, {}};
-  moved.fader->setRange(0, highest);
-  moved.fader->setPageStep(std::max(1, highest / 10));
-  Name(*moved.fader, name, {});
-  Name(*moved.value, name + QStringLiteral("Value"), {});
-  return moved;
-}
-
-void OrganSidePanel::Connect(Moved& moved, std::function<void(int)> send) {
-  connect(moved.fader, &QSlider::valueChanged, this, [this, &moved, send = std::move(send)](int value) {
-    moved.echo.Sent(float(value), now_);
-    send(value);
-  });
+LevelFader OrganSidePanel::MakeFader(const QString& name, Qt::Orientation orientation, int highest) {
+  LevelFader made = LevelFader::Make(name, orientation, 0, highest, look_.skin);
+  made.fader->setPageStep(std::max(1, highest / 10));
+  return made;
 }
 
 void OrganSidePanel::Send(Command command, int value) {
@@ -134,7 +118,7 @@ QWidget* OrganSidePanel::MakeSliders() {
   auto* columns = Columns(*page);
   const OutputCommand command = Io() ? &LightOrgan::IOScroller : &LightOrgan::DacScroller;
   for (int output = 1; output <= lightorgan::kMostOutputs; ++output) {
-    Moved& made = sliders_[Place(output)];
+    LevelFader& made = sliders_[Place(output)];
     const QString name =
         (Io() ? QStringLiteral("IOScroller%1") : QStringLiteral("DacScroller%1")).arg(output);
     made = MakeFader(name, Qt::Vertical, Io() ? 100 : 255);
@@ -143,7 +127,7 @@ QWidget* OrganSidePanel::MakeSliders() {
     made.fader->setToolTip(look_.say(Io() ? OrganWord::LevelTip : OrganWord::ValueTip).arg(output));
     made.value->setAlignment(Qt::AlignCenter);
     SetTextColour(*made.value, look_.skin.dim);
-    Connect(made, [this, command, output](int value) {
+    made.OnMoved(now_, [this, command, output](int value) {
       station_.Ask([command, output, value](LightOrgan& organ) { (organ.*command)(output, value); });
     });
     auto* column = new QWidget;
@@ -179,20 +163,17 @@ QWidget* OrganSidePanel::MakeButtons() {
 }
 
 QWidget* OrganSidePanel::MakeBeat() {
-  beat_ = new ElidedLabel;
-  Name(*beat_, QStringLiteral("BeatState"), {});
+  beat_ = Sentence("BeatState");
   beat_->setAlignment(Qt::AlignCenter);
   SetFontEm(*beat_, 1.2);
   auto* page = new QWidget;
-  auto* rows = new QVBoxLayout(page);
-  SetSpacingEm(*rows, 0, 0);
-  rows->addWidget(beat_);
+  FillColumn(*page, 0, 0, {beat_});
   return page;
 }
 
 void OrganSidePanel::MakeRunning(QHBoxLayout& row) {
   const auto& say = look_.say;
-  const auto add = [&](Moved& moved, OrganWord word, OrganWord tip, int stretch) {
+  const auto add = [&](LevelFader& moved, OrganWord word, OrganWord tip, int stretch) {
     auto* caption = new QLabel(say(word));
     SetTextColour(*caption, look_.skin.dim);
     moved.fader->setAccessibleName(say(word));
@@ -205,13 +186,13 @@ void OrganSidePanel::MakeRunning(QHBoxLayout& row) {
   speed_ = MakeFader(Io() ? QStringLiteral("ScrollerIO") : QStringLiteral("ScrollerDAC"), Qt::Horizontal,
                      lightorgan::kFastest);
   SetWidest(*speed_.value, QStringLiteral("100"));
-  Connect(speed_,
-          [this](int speed) { Send(Io() ? &LightOrgan::ScrollerIO : &LightOrgan::ScrollerDAC, speed); });
+  speed_.OnMoved(
+      now_, [this](int speed) { Send(Io() ? &LightOrgan::ScrollerIO : &LightOrgan::ScrollerDAC, speed); });
   bank_ = MakeFader(Io() ? QStringLiteral("ScrollerPatternIO") : QStringLiteral("ScrollerPatternDAC"),
                     Qt::Horizontal, 1);
   SetWidest(*bank_.value, QStringLiteral("000 "));
   SetHighestBank(1);
-  Connect(bank_, [this](int bank) {
+  bank_.OnMoved(now_, [this](int bank) {
     Send(Io() ? &LightOrgan::ScrollerPatternIO : &LightOrgan::ScrollerPatternDAC, bank);
   });
   add(speed_, OrganWord::Speed, OrganWord::SpeedTip, 1);
@@ -290,12 +271,9 @@ void OrganSidePanel::ShowRunning(const app::OrganView& view) {
   if (beat) beat_->Show(state);
 }
 
-void OrganSidePanel::Follow(Moved& moved, int reported, const QString& text) {
+void OrganSidePanel::Follow(LevelFader& moved, int reported, const QString& text) {
   SetText(*moved.value, text);
-  if (moved.fader->isSliderDown() || !moved.echo.Believe(float(reported), now_)) return;
-  if (moved.fader->value() == reported) return;
-  const QSignalBlocker quiet(moved.fader);
-  moved.fader->setValue(reported);
+  moved.Follow(reported, now_);
 }
 
 QString OrganSidePanel::StateText(const app::OrganView& view) const {

@@ -8,7 +8,7 @@
 
 #include "app/lights/OrganStation.h"
 #include "ui/models/SentEcho.h"
-#include "ui/strings/OrganWords.h"
+#include "ui/widgets/LevelFader.h"
 #include "ui/widgets/Look.h"
 
 class QBoxLayout;
@@ -38,11 +38,6 @@ class OrganSidePanel final : public QWidget {
 
  private:
   /// A fader that follows the view but when a hand has just moved it.
-  struct Moved {
-    Fader* fader = nullptr;
-    QLabel* value = nullptr;
-    SentEcho echo;
-  };
   using Command = void (lightorgan::LightOrgan::*)(int);
   using OutputCommand = void (lightorgan::LightOrgan::*)(int output, int value);
 
@@ -51,16 +46,15 @@ class OrganSidePanel final : public QWidget {
   [[nodiscard]] QWidget* MakeSliders();
   [[nodiscard]] QWidget* MakeButtons();
   [[nodiscard]] QWidget* MakeBeat();
-  [[nodiscard]] Moved MakeFader(const QString& name, Qt::Orientation orientation, int highest);
+  [[nodiscard]] LevelFader MakeFader(const QString& name, Qt::Orientation orientation, int highest);
   void MakeRunning(QHBoxLayout& row);
-  void Connect(Moved& moved, std::function<void(int)> send);
   void Send(Command command, int value);
 
   void ShowModes(const lightorgan::LightOrganView& lamps);
   void ShowLamps(const lightorgan::LightOrganView& lamps);
   void ShowOutputs(const lightorgan::LightOrganView& lamps);
   void ShowRunning(const app::OrganView& view);
-  void Follow(Moved& moved, int reported, const QString& text);
+  void Follow(LevelFader& moved, int reported, const QString& text);
   [[nodiscard]] QString StateText(const app::OrganView& view) const;
   [[nodiscard]] int ModeOf(const lightorgan::LightOrganView& lamps) const;
 
@@ -72,13 +66,13 @@ class OrganSidePanel final : public QWidget {
   SentEcho mode_echo_;
   OutputLamps* lamps_;
   QStackedWidget* stack_;
-  std::array<Moved, lightorgan::kMostOutputs> sliders_;
+  std::array<LevelFader, lightorgan::kMostOutputs> sliders_;
   std::array<QWidget*, lightorgan::kMostOutputs> columns_{};
   std::array<QPushButton*, lightorgan::kMostOutputs> buttons_{};
   std::array<SentEcho, lightorgan::kMostOutputs> button_echoes_;
   PatternGrid* pattern_;
   ElidedLabel* beat_ = nullptr;
-  Moved speed_, bank_;
+  LevelFader speed_, bank_;
   ElidedLabel* state_;
 };
 

@@ -10,8 +10,10 @@
 
 #include "ui/forms/MessageBoxes.h"
 #include "ui/models/KeyMap.h"
+#include "ui/strings/ConsoleWords.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -26,43 +28,28 @@ void Check(QPushButton& button, bool checked) {
 
 OutputLine::OutputLine(app::LightStation& lights, MessageBoxes& boxes, const Look& look, QWidget* parent)
     : QWidget(parent), lights_(lights), boxes_(boxes), look_(look) {
-  output_ = MakeLamp("K8062", "lamp1", ConsoleWord::Output, ConsoleWord::OutputTip);
+  output_ = Lamp("K8062", look_.say.Of(ConsoleWord::Output));
   output_->setText(look.say(ConsoleWord::SwitchedOff));
   connect(output_, &QPushButton::clicked, this, [this](bool on) {
     lights_.TurnOutput(on ? app::LightStation::Output::On : app::LightStation::Output::Off);
   });
   box_ = new QLabel;
   box_->setToolTip(look.say(ConsoleWord::BoxTip));
-  Name(*box_, QStringLiteral("BoxState"), look.say(ConsoleWord::BoxTip));
+  Name(*box_, "BoxState", look.say(ConsoleWord::BoxTip));
   status_ = new ElidedLabel;
   status_->UseTwoLines();
-  Name(*status_, QStringLiteral("OutputStatus"), {});
-  blackout_ = MakeLamp("Blackout", "alarm", ConsoleWord::Blackout, ConsoleWord::BlackoutTip);
+  Name(*status_, "OutputStatus");
+  blackout_ = Lamp("Blackout", look_.say.Of(ConsoleWord::Blackout), {}, "alarm");
   blackout_->setToolTip(
       look.say(Say::KeyHint).arg(look.say(ConsoleWord::BlackoutTip), KeyText(KeyOfBlackout())));
   connect(blackout_, &QPushButton::clicked, this, [this](bool on) {
     lights_.SetBlackout(on ? dmx::OutputStage::Blackout::On : dmx::OutputStage::Blackout::Off);
   });
-  guard_ = MakeLamp("StrobeGuard", "lamp1", ConsoleWord::Guard, ConsoleWord::GuardTip);
-  connect(guard_, &QPushButton::clicked, this, [this](bool on) {
+  guard_ = Lamp("StrobeGuard", look_.say.Of(ConsoleWord::Guard), [this](bool on) {
     if (on) return lights_.SetFlashGuard(dmx::OutputStage::FlashGuard::On);
     AskToLiftGuard();
   });
-  auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(output_);
-  row->addWidget(box_);
-  row->addWidget(status_, 1);
-  row->addWidget(blackout_);
-  row->addWidget(guard_);
-}
-
-QPushButton* OutputLine::MakeLamp(const char* name, const char* kind, ConsoleWord caption, ConsoleWord tip) {
-  auto* button = new QPushButton(look_.say(caption));
-  SetKind(*button, kind);
-  button->setCheckable(true);
-  Name(*button, QLatin1String(name), look_.say(caption), look_.say(tip));
-  return button;
+  FillRow(*this, 0, 0.6, {output_, box_, {status_, 1}, blackout_, guard_});
 }
 
 void OutputLine::AskToLiftGuard() {

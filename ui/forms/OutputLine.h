@@ -6,7 +6,6 @@
 #include <cstdint>
 
 #include "app/lights/LightStation.h"
-#include "ui/strings/ConsoleWords.h"
 #include "ui/widgets/Look.h"
 
 class QLabel;
@@ -27,7 +26,6 @@ class OutputLine final : public QWidget {
   void Show(const app::LightView& view, support::TimePoint now);
 
  private:
-  QPushButton* MakeLamp(const char* name, const char* kind, ConsoleWord caption, ConsoleWord tip);
   void AskToLiftGuard();
   void Measure(const dmx::DmxInterfaceStatus& status, support::TimePoint now);
   [[nodiscard]] QString StatusText(const app::LightView& view) const;

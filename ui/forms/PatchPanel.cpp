@@ -16,6 +16,8 @@
 
 #include "ui/forms/FixtureFaders.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/EditorWords.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -32,80 +34,50 @@ void Warn(QListWidgetItem& item, const Look& look) {
 PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorFiles& files, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), edit_(edit), files_(files), look_(look) {
   setObjectName(QStringLiteral("Patch"));
-  auto* head = new QLabel(look.say(EditorWord::Fixtures));
-  SetFontEm(*head, 1.1, Weight::Bold);
   MakeLibrary();
   MakeList();
   setFocusProxy(library_);
-  auto* caption = new QLabel(look.say(EditorWord::FromChannel));
-  SetTextColour(*caption, look.skin.dim);
-  auto* start = new QHBoxLayout;
-  SetSpacingEm(*start, 0, 0.4);
-  start->addWidget(caption, 1);
-  start->addWidget(start_);
-  start->addWidget(patch_);
-  auto* change = new QHBoxLayout;
-  SetSpacingEm(*change, 0, 0.4);
-  change->addWidget(move_, 1);
-  change->addWidget(remove_, 1);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.6, 0.4);
-  rows->addWidget(head);
-  rows->addWidget(library_, 3);
-  rows->addLayout(start);
-  rows->addWidget(list_, 4);
-  rows->addLayout(change);
-  rows->addWidget(locate_);
-  rows->addWidget(repair_);
+  FillColumn(*this, 0.6, 0.4,
+             {Heading(look.say(EditorWord::Fixtures), 1.1),
+              {library_, 3},
+              Row(0.4, {{Caption(look.say(EditorWord::FromChannel), look.skin.dim), 1}, start_, patch_}),
+              {list_, 4},
+              Row(0.4, {{move_, 1}, {remove_, 1}}),
+              locate_,
+              repair_});
 }
 
 void PatchPanel::MakeLibrary() {
   library_ = new QListWidget;
-  Name(*library_, QStringLiteral("LibraryList"), look_.say(EditorWord::LibraryList),
-       look_.say(EditorWord::LibraryListTip));
+  Name(*library_, "LibraryList", look_.say.Of(EditorWord::LibraryList));
   connect(library_, &QListWidget::currentRowChanged, this, &PatchPanel::SuggestStart);
   connect(library_, &QListWidget::itemDoubleClicked, this, &PatchPanel::PatchChosen);
   start_ = new QLineEdit;
   start_->setValidator(new QIntValidator(0, 9999, start_));  // what does not fit is refused in words
   start_->setFixedWidth(Em(*this, 4));
-  Name(*start_, QStringLiteral("PatchStart"), look_.say(EditorWord::FromChannel),
-       look_.say(EditorWord::FromChannelTip));
-  patch_ = MakeButton("PatchFixture", EditorWord::Patch, EditorWord::PatchTip, &PatchPanel::PatchChosen);
+  Name(*start_, "PatchStart", look_.say.Of(EditorWord::FromChannel));
+  patch_ = PlainButton("PatchFixture", look_.say.ByTip(EditorWord::Patch, EditorWord::PatchTip),
+                       [this] { PatchChosen(); });
   connect(start_, &QLineEdit::returnPressed, this, &PatchPanel::PatchChosen);
 }
 
 void PatchPanel::MakeList() {
-  list_ = new QTableWidget(0, 3);
-  list_->verticalHeader()->hide();
+  list_ = MakeTable("PatchList", {{}, look_.say(EditorWord::Fixtures), look_.say(EditorWord::PatchListTip)},
+                    {{}, {}, {}}, 2);
   list_->horizontalHeader()->hide();
-  list_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  list_->horizontalHeader()->setStretchLastSection(true);
-  list_->setShowGrid(false);
-  list_->setWordWrap(false);
-  list_->setTabKeyNavigation(false);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
   list_->setSelectionMode(QAbstractItemView::ExtendedSelection);
-  Name(*list_, QStringLiteral("PatchList"), look_.say(EditorWord::Fixtures),
-       look_.say(EditorWord::PatchListTip));
   connect(list_, &QTableWidget::itemSelectionChanged, this, [this] {
     ShowButtons();
     Q_EMIT ChoiceChanged();
   });
-  move_ = MakeButton("MoveFixture", EditorWord::Move, EditorWord::MoveFixtureTip, &PatchPanel::MoveChosen);
-  remove_ = MakeButton("RemoveFixture", EditorWord::Remove, EditorWord::RemoveFixtureTip,
-                       &PatchPanel::RemoveChosen);
-  locate_ = MakeButton("LocateFixture", EditorWord::Locate, EditorWord::LocateTip, &PatchPanel::Locate);
-  repair_ = MakeButton("RepairFixture", EditorWord::Repair, EditorWord::RepairTip, &PatchPanel::Repair);
-}
-
-QPushButton* PatchPanel::MakeButton(const char* name, EditorWord caption, EditorWord tip,
-                                    void (PatchPanel::*act)()) {
-  auto* button = new QPushButton(look_.say(caption));
-  SetKind(*button, "plain");
-  Name(*button, QLatin1String(name), look_.say(tip), look_.say(tip));
-  connect(button, &QPushButton::clicked, this, act);
-  return button;
+  move_ = PlainButton("MoveFixture", look_.say.ByTip(EditorWord::Move, EditorWord::MoveFixtureTip),
+                      [this] { MoveChosen(); });
+  remove_ = PlainButton("RemoveFixture", look_.say.ByTip(EditorWord::Remove, EditorWord::RemoveFixtureTip),
+                        [this] { RemoveChosen(); });
+  locate_ = PlainButton("LocateFixture", look_.say.ByTip(EditorWord::Locate, EditorWord::LocateTip),
+                        [this] { Locate(); });
+  repair_ = PlainButton("RepairFixture", look_.say.ByTip(EditorWord::Repair, EditorWord::RepairTip),
+                        [this] { Repair(); });
 }
 
 void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {

@@ -6,7 +6,6 @@
 
 #include "app/lights/EditorFiles.h"
 #include "dmx/ShowEdit.h"
-#include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -42,7 +41,6 @@ class PatchPanel final : public Surface {
   void DropWanted(int aside);
 
  private:
-  QPushButton* MakeButton(const char* name, EditorWord caption, EditorWord tip, void (PatchPanel::*act)());
   void MakeLibrary();
   void MakeList();
   void SuggestStart();

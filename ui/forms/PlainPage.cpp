@@ -5,25 +5,22 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
+#include "ui/widgets/Kit.h"
+
 namespace ui {
 
 PlainPage::PlainPage(const QString& name, Say head, Say sentence, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent) {
   Name(*this, name, look.say(head));
   auto* title = new QLabel(look.say(head));
-  Name(*title, name + QStringLiteral("Head"), {});
+  Name(*title, name + QStringLiteral("Head"));
   SetFontEm(*title, 1.6, Weight::Bold);
   auto* text = new QLabel(look.say(sentence));
-  Name(*text, name + QStringLiteral("Text"), {});
+  Name(*text, name + QStringLiteral("Text"));
   SetFontEm(*text, 1.2);
   SetTextColour(*text, look.skin.dim);
   for (QLabel* label : {title, text}) label->setAlignment(Qt::AlignCenter);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 1, 0.6);
-  rows->addStretch(1);
-  rows->addWidget(title);
-  rows->addWidget(text);
-  rows->addStretch(1);
+  FillColumn(*this, 1, 0.6, {Part::Room(), title, text, Part::Room()});
 }
 
 }  // namespace ui

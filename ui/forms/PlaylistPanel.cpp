@@ -19,6 +19,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/strings/FileWords.h"
 #include "ui/strings/ListWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/ReportList.h"
 #include "ui/widgets/TrackGrid.h"
 
@@ -77,46 +78,29 @@ PlaylistPanel::PlaylistPanel(int number, app::Collections& collections, app::Lis
 }
 
 QHBoxLayout* PlaylistPanel::MakeHead() {
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.8);
   auto* head = new QLabel(look_.say(Say::Playlist).arg(number_));
-  Name(*head, QStringLiteral("Playlist%1Head").arg(number_), {});
+  Name(*head, QStringLiteral("Playlist%1Head").arg(number_));
   SetFontEm(*head, 1.1, Weight::Bold);
   SetHeightEm(*head, kListHeadEms);
-  count_ = new QLabel;
-  Name(*count_, QStringLiteral("Playlist%1Count").arg(number_), {});
+  count_ = Reading(QStringLiteral("Playlist%1Count").arg(number_));
   SetTextColour(*count_, look_.skin.dim);
-  row->addWidget(head);
-  row->addWidget(count_, 1);
-  return row;
-}
-
-QPushButton* PlaylistPanel::MakeButton(const char* name, const QString& caption, const QString& long_name,
-                                       const QString& tip) {
-  auto* button = new QPushButton(caption);
-  SetKind(*button, "plain");
-  Name(*button, QStringLiteral("Playlist%1%2").arg(number_).arg(QLatin1String(name)), long_name, tip);
-  return button;
+  return Row(0.8, {head, {count_, 1}});
 }
 
 QHBoxLayout* PlaylistPanel::MakeButtons() {
   const auto& say = look_.say;
-  open_ = MakeButton("Open", say(ListWord::Open) + QStringLiteral(" ▾"), say(ListWord::OpenName).arg(number_),
-                     say(ListWord::OpenTip));
-  connect(open_, &QPushButton::clicked, this, &PlaylistPanel::ShowMenu);
-  save_ =
-      MakeButton("Save", say(ListWord::Save), say(ListWord::SaveName).arg(number_), say(ListWord::SaveTip));
-  connect(save_, &QPushButton::clicked, this, &PlaylistPanel::AskWhereToSave);
-  remove_ = MakeButton("Remove", say(Say::RemoveRows), say(Say::RemoveRowsName).arg(number_),
-                       say(Say::RemoveRowsTip));
-  connect(remove_, &QPushButton::clicked, this, &PlaylistPanel::RemoveChosen);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.3);
-  row->addWidget(open_);
-  row->addWidget(save_);
-  row->addStretch(1);
-  row->addWidget(remove_);
-  return row;
+  open_ = PlainButton(QStringLiteral("Playlist%1Open").arg(number_),
+                      {say(ListWord::Open) + QStringLiteral(" ▾"), say(ListWord::OpenName).arg(number_),
+                       say(ListWord::OpenTip)},
+                      [this] { ShowMenu(); });
+  save_ = PlainButton(QStringLiteral("Playlist%1Save").arg(number_),
+                      {say(ListWord::Save), say(ListWord::SaveName).arg(number_), say(ListWord::SaveTip)},
+                      [this] { AskWhereToSave(); });
+  remove_ =
+      PlainButton(QStringLiteral("Playlist%1Remove").arg(number_),
+                  {say(Say::RemoveRows), say(Say::RemoveRowsName).arg(number_), say(Say::RemoveRowsTip)},
+                  [this] { RemoveChosen(); });
+  return Row(0.3, {open_, save_, Part::Room(), remove_});
 }
 
 void PlaylistPanel::ShowMenu() {

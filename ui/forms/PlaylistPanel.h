@@ -65,8 +65,6 @@ class PlaylistPanel final : public Surface {
  private:
   [[nodiscard]] QHBoxLayout* MakeHead();
   [[nodiscard]] QHBoxLayout* MakeButtons();
-  QPushButton* MakeButton(const char* name, const QString& caption, const QString& long_name,
-                          const QString& tip);
   void ShowMenu();
   void Open(const std::string& path);
   void AskForFolder();

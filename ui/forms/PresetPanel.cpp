@@ -11,6 +11,8 @@
 #include <QVBoxLayout>
 
 #include "ui/strings/Decode.h"
+#include "ui/strings/EditorWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LevelEdit.h"
 #include "ui/widgets/LightIcons.h"
 #include "ui/widgets/QuietCombo.h"
@@ -61,42 +63,21 @@ void Choose(QComboBox& combo, int index) {
 PresetPanel::PresetPanel(dmx::FixtureEdit& edit, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), edit_(edit), look_(look) {
   setObjectName(QStringLiteral("Presets"));
-  head_ = new QLabel;
-  Name(*head_, QStringLiteral("PresetHead"), {});
+  head_ = Reading("PresetHead");
   SetFontEm(*head_, 1.1, Weight::Bold);
   MakeList();
   auto* fields = new QGridLayout;
   SetSpacingEm(*fields, 0, 0.4);
   MakeFields(*fields);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(list_, 1);
-  row->addLayout(MakeButtons());
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.6, 0.4);
-  rows->addWidget(head_);
-  rows->addLayout(row, 1);
-  rows->addLayout(fields);
+  FillColumn(*this, 0.6, 0.4, {head_, {Row(0.6, {{list_, 1}, MakeButtons()}), 1}, fields});
 }
 
 void PresetPanel::MakeList() {
-  list_ = new QTableWidget(0, 6);
-  Name(*list_, QStringLiteral("PresetList"), look_.say(EditorWord::Presets),
-       look_.say(EditorWord::PresetsTip));
-  list_->setHorizontalHeaderLabels({QStringLiteral("#"), look_.say(EditorWord::Name),
-                                    look_.say(EditorWord::Levels), look_.say(EditorWord::Effect),
-                                    look_.say(EditorWord::Picture), look_.say(EditorWord::Third)});
-  list_->verticalHeader()->hide();
-  list_->setShowGrid(false);
-  list_->setWordWrap(false);
-  list_->setEditTriggers(QAbstractItemView::NoEditTriggers);
-  list_->setSelectionBehavior(QAbstractItemView::SelectRows);
-  list_->setSelectionMode(QAbstractItemView::SingleSelection);
-  list_->setTabKeyNavigation(false);
-  list_->horizontalHeader()->setHighlightSections(false);
-  list_->horizontalHeader()->setSectionResizeMode(QHeaderView::ResizeToContents);
-  list_->horizontalHeader()->setSectionResizeMode(1, QHeaderView::Stretch);
-  list_->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
+  list_ =
+      MakeTable("PresetList", look_.say.Of(EditorWord::Presets),
+                {QStringLiteral("#"), look_.say(EditorWord::Name), look_.say(EditorWord::Levels),
+                 look_.say(EditorWord::Effect), look_.say(EditorWord::Picture), look_.say(EditorWord::Third)},
+                1);
   connect(list_, &QTableWidget::itemSelectionChanged, this, &PresetPanel::ShowPreset);
   connect(list_, &QTableWidget::cellDoubleClicked, this, [this](int row, int) {
     if (Channel() == nullptr) return;
@@ -128,7 +109,7 @@ void PresetPanel::MakeFields(QGridLayout& grid) {
   for (const auto& field : fields) {
     auto* caption = new QLabel(look_.say(field.caption));
     SetTextColour(*caption, look_.skin.dim);
-    Name(*field.field, QLatin1String(field.name), look_.say(field.tip), look_.say(field.tip));
+    Name(*field.field, field.name, look_.say(field.tip), look_.say(field.tip));
     grid.addWidget(caption, 0, column);
     grid.addWidget(field.field, 1, column);
     grid.setColumnStretch(column++, field.stretch);
@@ -144,34 +125,18 @@ void PresetPanel::MakeFields(QGridLayout& grid) {
     connect(field, &QLineEdit::returnPressed, this, &PresetPanel::Add);
 }
 
-QPushButton* PresetPanel::MakeButton(const char* name, EditorWord caption, EditorWord tip,
-                                     void (PresetPanel::*act)()) {
-  auto* button = new QPushButton(look_.say(caption));
-  SetKind(*button, "plain");
-  Name(*button, QLatin1String(name), look_.say(tip), look_.say(tip));
-  connect(button, &QPushButton::clicked, this, act);
-  return button;
-}
-
 QVBoxLayout* PresetPanel::MakeButtons() {
-  add_ = MakeButton("AddPreset", EditorWord::Add, EditorWord::AddPresetTip, &PresetPanel::Add);
-  replace_ =
-      MakeButton("ReplacePreset", EditorWord::Replace, EditorWord::ReplacePresetTip, &PresetPanel::Replace);
-  remove_ = MakeButton("RemovePreset", EditorWord::Remove, EditorWord::RemovePresetTip, &PresetPanel::Remove);
-  up_ = MakeButton("PresetUp", EditorWord::UpSign, EditorWord::PresetUpTip, &PresetPanel::MoveUp);
-  down_ = MakeButton("PresetDown", EditorWord::DownSign, EditorWord::PresetDownTip, &PresetPanel::MoveDown);
-  auto* moves = new QHBoxLayout;
-  SetSpacingEm(*moves, 0, 0.3);
-  moves->addWidget(up_);
-  moves->addWidget(down_);
-  auto* rows = new QVBoxLayout;
-  SetSpacingEm(*rows, 0, 0.3);
-  rows->addWidget(add_);
-  rows->addWidget(replace_);
-  rows->addWidget(remove_);
-  rows->addLayout(moves);
-  rows->addStretch(1);
-  return rows;
+  add_ =
+      PlainButton("AddPreset", look_.say.ByTip(EditorWord::Add, EditorWord::AddPresetTip), [this] { Add(); });
+  replace_ = PlainButton("ReplacePreset", look_.say.ByTip(EditorWord::Replace, EditorWord::ReplacePresetTip),
+                         [this] { Replace(); });
+  remove_ = PlainButton("RemovePreset", look_.say.ByTip(EditorWord::Remove, EditorWord::RemovePresetTip),
+                        [this] { Remove(); });
+  up_ = PlainButton("PresetUp", look_.say.ByTip(EditorWord::UpSign, EditorWord::PresetUpTip),
+                    [this] { MoveUp(); });
+  down_ = PlainButton("PresetDown", look_.say.ByTip(EditorWord::DownSign, EditorWord::PresetDownTip),
+                      [this] { MoveDown(); });
+  return Column(0.3, {add_, replace_, remove_, Row(0.3, {up_, down_}), Part::Room()});
 }
 
 const dmx::FixtureChannel* PresetPanel::Channel() const {

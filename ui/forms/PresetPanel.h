@@ -3,7 +3,6 @@
 #pragma once
 
 #include "dmx/FixtureEdit.h"
-#include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -35,7 +34,6 @@ class PresetPanel final : public Surface {
   void LevelWanted(int channel, int level);
 
  private:
-  QPushButton* MakeButton(const char* name, EditorWord caption, EditorWord tip, void (PresetPanel::*act)());
   void MakeList();
   void MakeFields(QGridLayout& grid);
   QVBoxLayout* MakeButtons();

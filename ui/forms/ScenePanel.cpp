@@ -13,6 +13,7 @@
 
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -60,40 +61,38 @@ ScenePanel::ScenePanel(dmx::ShowEdit& edit, const LevelMirror& levels, const Loo
   connect(steps_, &QTableWidget::cellChanged, this, &ScenePanel::StepEdited);
   step_head_ = new ElidedLabel;
   SetFontEm(*step_head_, 1.1, Weight::Bold);
-  auto* head = new QLabel(look.say(EditorWord::Scenes));
-  SetFontEm(*head, 1.1, Weight::Bold);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.6, 0.4);
-  rows->addWidget(head);
-  rows->addWidget(scenes_, 3);
-  rows->addLayout(MakeButtons(
-      {{"AddScene", EditorWord::AddScene, EditorWord::AddSceneTip, &ScenePanel::AddScene, nullptr},
-       {"CopyScene", EditorWord::Copy, EditorWord::CopySceneTip, &ScenePanel::CopyScene, &copy_scene_},
-       {"RemoveScene", EditorWord::Remove, EditorWord::RemoveSceneTip, &ScenePanel::RemoveScene,
-        &remove_scene_},
-       {"SceneUp", EditorWord::UpSign, EditorWord::SceneUpTip, &ScenePanel::SceneUp, &scene_up_},
-       {"SceneDown", EditorWord::DownSign, EditorWord::SceneDownTip, &ScenePanel::SceneDown, &scene_down_}}));
-  rows->addWidget(step_head_);
-  rows->addWidget(steps_, 4);
-  rows->addLayout(
-      MakeButtons({{"AddStep", EditorWord::AddStep, EditorWord::AddStepTip, &ScenePanel::AddStep, &add_step_},
-                   {"RecordStep", EditorWord::RecordStep, EditorWord::RecordStepTip, &ScenePanel::RecordStep,
-                    &record_step_}}));
-  rows->addLayout(MakeButtons(
-      {{"CopyStep", EditorWord::Copy, EditorWord::CopyStepTip, &ScenePanel::CopyStep, &copy_step_},
-       {"RemoveStep", EditorWord::Remove, EditorWord::RemoveStepTip, &ScenePanel::RemoveStep, &remove_step_},
-       {"StepUp", EditorWord::UpSign, EditorWord::StepUpTip, &ScenePanel::StepUp, &step_up_},
-       {"StepDown", EditorWord::DownSign, EditorWord::StepDownTip, &ScenePanel::StepDown, &step_down_}}));
-  rows->addLayout(MakePlayer());
+  FillColumn(
+      *this, 0.6, 0.4,
+      {Heading(look.say(EditorWord::Scenes), 1.1),
+       {scenes_, 3},
+       MakeButtons(
+           {{"AddScene", EditorWord::AddScene, EditorWord::AddSceneTip, &ScenePanel::AddScene, nullptr},
+            {"CopyScene", EditorWord::Copy, EditorWord::CopySceneTip, &ScenePanel::CopyScene, &copy_scene_},
+            {"RemoveScene", EditorWord::Remove, EditorWord::RemoveSceneTip, &ScenePanel::RemoveScene,
+             &remove_scene_},
+            {"SceneUp", EditorWord::UpSign, EditorWord::SceneUpTip, &ScenePanel::SceneUp, &scene_up_},
+            {"SceneDown", EditorWord::DownSign, EditorWord::SceneDownTip, &ScenePanel::SceneDown,
+             &scene_down_}}),
+       step_head_,
+       {steps_, 4},
+       MakeButtons(
+           {{"AddStep", EditorWord::AddStep, EditorWord::AddStepTip, &ScenePanel::AddStep, &add_step_},
+            {"RecordStep", EditorWord::RecordStep, EditorWord::RecordStepTip, &ScenePanel::RecordStep,
+             &record_step_}}),
+       MakeButtons(
+           {{"CopyStep", EditorWord::Copy, EditorWord::CopyStepTip, &ScenePanel::CopyStep, &copy_step_},
+            {"RemoveStep", EditorWord::Remove, EditorWord::RemoveStepTip, &ScenePanel::RemoveStep,
+             &remove_step_},
+            {"StepUp", EditorWord::UpSign, EditorWord::StepUpTip, &ScenePanel::StepUp, &step_up_},
+            {"StepDown", EditorWord::DownSign, EditorWord::StepDownTip, &ScenePanel::StepDown, &step_down_}}),
+       MakePlayer()});
 }
 
 QHBoxLayout* ScenePanel::MakePlayer() {
   auto* row = MakeButtons(
       {{"PlayFrom", EditorWord::PlayFrom, EditorWord::PlayFromTip, &ScenePanel::PlayWanted, &play_},
        {"StopPlay", EditorWord::StopShow, EditorWord::StopShowTip, &ScenePanel::StopWanted, &stop_}});
-  auto* playing = new ElidedLabel;
-  SetTextColour(*playing, look_.skin.dim);
-  Name(*playing, QStringLiteral("Playing"), {});
+  auto* playing = Sentence("Playing", look_.skin.dim);
   playing_ = playing;
   row->addWidget(playing, 2);
   return row;
@@ -106,7 +105,7 @@ QHBoxLayout* ScenePanel::MakeButtons(std::initializer_list<Button> buttons) {
     auto* made = new QPushButton(look_.say(button.caption));
     const bool sign = button.caption == EditorWord::UpSign || button.caption == EditorWord::DownSign;
     SetKind(*made, sign ? "tool" : "plain");
-    Name(*made, QLatin1String(button.name), look_.say(button.tip), look_.say(button.tip));
+    Name(*made, button.name, look_.say(button.tip), look_.say(button.tip));
     connect(made, &QPushButton::clicked, this, button.act);
     row->addWidget(made, sign ? 0 : 1);
     if (button.made != nullptr) *button.made = made;
@@ -116,24 +115,11 @@ QHBoxLayout* ScenePanel::MakeButtons(std::initializer_list<Button> buttons) {
 
 QTableWidget* ScenePanel::MakeTable(const char* name, EditorWord caption,
                                     std::initializer_list<EditorWord> heads) {
-  auto* table = new QTableWidget(0, static_cast<int>(heads.size()));
-  Name(*table, QLatin1String(name), look_.say(caption), look_.say(caption));
   QStringList words;
   for (const EditorWord head : heads) words += look_.say(head);
-  table->setHorizontalHeaderLabels(words);
-  table->verticalHeader()->hide();
-  table->setShowGrid(false);
-  table->setWordWrap(false);
-  table->setTabKeyNavigation(false);
-  table->setSelectionBehavior(QAbstractItemView::SelectRows);
-  table->setSelectionMode(QAbstractItemView::SingleSelection);
+  QTableWidget* table = ui::MakeTable(name, {{}, look_.say(caption), look_.say(caption)}, words, 0);
   table->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                          QAbstractItemView::AnyKeyPressed);
-  QHeaderView& head = *table->horizontalHeader();
-  head.setHighlightSections(false);
-  head.setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  head.setSectionResizeMode(QHeaderView::ResizeToContents);
-  head.setSectionResizeMode(0, QHeaderView::Stretch);
   return table;
 }
 

@@ -12,6 +12,7 @@
 #include "ui/models/TrackModel.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/ListWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/TrackGrid.h"
 
 namespace ui {
@@ -46,16 +47,12 @@ SearchLine::SearchLine(const QString& name, app::TableSearch& search, TrackModel
   field_->setPlaceholderText(look.say(ListWord::FindHint));
   field_->setMaxLength(500);
   field_->installEventFilter(this);
-  Name(*field_, name, look.say(ListWord::Find), look.say(ListWord::FindTip));
+  Name(*field_, name, look.say.Of(ListWord::Find));
   connect(field_, &QLineEdit::textChanged, this,
           [this](const QString& text) { search_.Look(text.toUtf8().toStdString()); });
-  found_ = new QLabel;
-  Name(*found_, name + QStringLiteral("Count"), {});
+  found_ = Reading(name + QStringLiteral("Count"));
   SetTextColour(*found_, look.skin.dim);
-  auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0, 0.6);
-  row->addWidget(field_, 1);
-  row->addWidget(found_);
+  FillRow(*this, 0, 0.6, {{field_, 1}, found_});
   grid.LetSort();
   connect(&grid, &TrackGrid::SortWanted, this, &SearchLine::SortBy);
   model.ShowSort(search.Sorted());

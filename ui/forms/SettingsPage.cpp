@@ -23,53 +23,28 @@
 #include "ui/models/OutputText.h"
 #include "ui/strings/EveningWords.h"
 #include "ui/strings/OrganWords.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
-namespace {
-
-QLabel* Heading(const QString& text) {
-  auto* label = new QLabel(text);
-  SetFontEm(*label, 1.3, Weight::Bold);
-  return label;
-}
-
-QLabel* Caption(const QString& text, const QColor& colour) {
-  auto* label = new QLabel(text);
-  SetTextColour(*label, colour);
-  return label;
-}
-
-}  // namespace
 
 SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), workstation_(workstation), look_(look) {
-  Name(*this, QStringLiteral("SettingsPage"), look.say(Say::Settings));
+  Name(*this, "SettingsPage", look.say(Say::Settings));
   auto* colours = new ColourPanel(workstation.Settings(), look);
   apply_ = new ApplyPanel(workstation, *colours, look);
   connect(apply_, &ApplyPanel::Scanned, this, &SettingsPage::Scanned);
-  auto* last = new QVBoxLayout;
-  SetSpacingEm(*last, 0, 1);
-  last->addLayout(MakeWindow(choices));
-  last->addWidget(colours, 1);
-  auto* sides = new QHBoxLayout;
-  SetSpacingEm(*sides, 0, 2.5);
-  auto* first = new QVBoxLayout;
-  SetSpacingEm(*first, 0, 0.3);
-  first->addLayout(MakeOutputs());
-  first->addStretch(1);
-  first->addWidget(new TagsPanel(workstation.Settings(), look));
-  first->addStretch(2);
-  sides->addLayout(first, 4);
-  sides->addWidget(apply_, 4);
-  sides->addLayout(last, 3);
   auto* all = new Surface(look.skin.panel);
-  auto* inside = new QVBoxLayout(all);
-  SetSpacingEm(*inside, 0.8, 0.4);
-  inside->addLayout(sides, 1);
+  FillColumn(*all, 0.8, 0.4,
+             {{Row(2.5, {{Column(0.3, {MakeOutputs(), Part::Room(),
+                                       new TagsPanel(workstation.Settings(), look), Part::Room(2)}),
+                          4},
+                         {apply_, 4},
+                         {Column(1, {MakeWindow(choices), {colours, 1}}), 3}}),
+               1}});
   // A small window shows a part of it.
   auto* area = new QScrollArea;
-  Name(*area, QStringLiteral("SettingsArea"), look.say(Say::Settings), look.say(Say::SettingsTip));
+  Name(*area, "SettingsArea", look.say.Of(Say::Settings));
   area->setFrameShape(QFrame::NoFrame);
   area->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   area->setWidgetResizable(true);
@@ -92,11 +67,11 @@ QGridLayout* SettingsPage::MakeOutputs() {
   grid->addWidget(hint, 5, 0, 1, 3);
   priority_ = Caption({}, look_.skin.dim);
   priority_->setWordWrap(true);
-  Name(*priority_, QStringLiteral("SoundPriority"), {});
+  Name(*priority_, "SoundPriority");
   grid->addWidget(priority_, 6, 0, 1, 3);
   shared_ = Caption({}, look_.skin.warning);
   shared_->setWordWrap(true);
-  Name(*shared_, QStringLiteral("HeadphonesHeard"), {});
+  Name(*shared_, "HeadphonesHeard");
   shared_->hide();
   grid->addWidget(shared_, 7, 0, 1, 3);
   grid->setRowStretch(8, 1);
@@ -142,11 +117,9 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   language_ = new QuietCombo(look_.skin);
   for (const auto& language : support::kLanguages) language_->addItem(QString::fromUtf8(language.name));
   language_->setCurrentIndex(static_cast<int>(choices.language));
-  Name(*language_, QStringLiteral("Language"), say(Say::Language), say(Say::LanguageTip));
-  skin_ = new QuietCombo(look_.skin);
-  skin_->addItems({say(Say::SkinDark), say(Say::SkinLight)});
-  skin_->setCurrentIndex(static_cast<int>(choices.skin));
-  Name(*skin_, QStringLiteral("Skin"), say(Say::Skin), say(Say::SkinTip));
+  Name(*language_, "Language", say.Of(Say::Language));
+  skin_ = Choice(look_.skin, "Skin", say.Of(Say::Skin), {say(Say::SkinDark), say(Say::SkinLight)},
+                 static_cast<int>(choices.skin));
   for (QuietCombo* list : {language_, skin_}) {
     connect(list, &QComboBox::activated, this, [this] {
       Q_EMIT ChoicesChanged({static_cast<Strings::Language>(language_->currentIndex()),
@@ -160,22 +133,19 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   grid->addWidget(language_, 1, 1);
   grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 1, 2);
   grid->addWidget(skin_, 1, 3);
-  boards_ = new QuietCombo(look_.skin);
-  boards_->addItems({say(OrganWord::OneBoard), say(OrganWord::TwoBoards)});
-  Name(*boards_, QStringLiteral("SetupIoBoardSize"), say(OrganWord::BoardSize), say(OrganWord::BoardSizeTip));
-  connect(boards_, &QComboBox::activated, this, [this](int choice) {
-    workstation_.Organ().Ask([choice](lightorgan::LightOrgan& organ) {
-      organ.SetIoBoardSize(choice == 1 ? lightorgan::IoBoardSize::Two : lightorgan::IoBoardSize::One);
-    });
-  });
+  boards_ = Choice(
+      look_.skin, "SetupIoBoardSize", say.Of(OrganWord::BoardSize),
+      {say(OrganWord::OneBoard), say(OrganWord::TwoBoards)}, 0, [this](int choice) {
+        workstation_.Organ().Ask([choice](lightorgan::LightOrgan& organ) {
+          organ.SetIoBoardSize(choice == 1 ? lightorgan::IoBoardSize::Two : lightorgan::IoBoardSize::One);
+        });
+      });
   grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 2, 0);
   grid->addWidget(boards_, 2, 1, 1, 3);
-  auto* resume = new QCheckBox(say(EveningWord::Resume));
-  resume->setChecked(workstation_.Settings().Flag("Settings", "Resume"));
-  Name(*resume, QStringLiteral("Resume"), say(EveningWord::Resume), say(EveningWord::ResumeTip));
-  connect(resume, &QCheckBox::toggled, this,
-          [this](bool on) { workstation_.Settings().SetFlag("Settings", "Resume", on); });
-  grid->addWidget(resume, 3, 0, 1, 4);
+  grid->addWidget(
+      Check("Resume", say.Of(EveningWord::Resume), workstation_.Settings().Flag("Settings", "Resume"),
+            [this](bool on) { workstation_.Settings().SetFlag("Settings", "Resume", on); }),
+      3, 0, 1, 4);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   return grid;

@@ -19,6 +19,7 @@
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/TransportButton.h"
 
@@ -44,17 +45,7 @@ ShowLine::ShowLine(app::LightStation& lights, MessageBoxes& boxes, const Look& l
   MakeChoice();
   MakeTransport();
   MakePlace();
-  auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0, 0.5);
-  row->addWidget(shows_);
-  row->addWidget(open_);
-  for (QWidget* button : {static_cast<QWidget*>(play_), static_cast<QWidget*>(pause_),
-                          static_cast<QWidget*>(stop_), static_cast<QWidget*>(repeat_)}) {
-    row->addWidget(button);
-  }
-  row->addWidget(position_, 2);
-  row->addWidget(time_);
-  row->addWidget(place_, 3);
+  FillRow(*this, 0, 0.5, {shows_, open_, play_, pause_, stop_, repeat_, {position_, 2}, time_, {place_, 3}});
 }
 
 void ShowLine::MakeChoice() {
@@ -62,15 +53,12 @@ void ShowLine::MakeChoice() {
   shows_ = new QuietCombo(look_.skin);
   shows_->setPlaceholderText(say(ConsoleWord::ShowListHint));
   shows_->setMinimumContentsLength(18);
-  Name(*shows_, QStringLiteral("ShowList"), say(ConsoleWord::ShowList), say(ConsoleWord::ShowListTip));
+  Name(*shows_, "ShowList", say.Of(ConsoleWord::ShowList));
   connect(shows_, &QComboBox::activated, this, [this](int row) {
     if (row >= 0 && row < static_cast<int>(listed_.size()))
       Open(listed_[static_cast<std::size_t>(row)].string());
   });
-  open_ = new QPushButton(say(ConsoleWord::ShowOpen));
-  SetKind(*open_, "plain");
-  Name(*open_, QStringLiteral("OpenShow"), say(ConsoleWord::ShowOpen), say(ConsoleWord::ShowOpenTip));
-  connect(open_, &QPushButton::clicked, this, &ShowLine::AskForShow);
+  open_ = PlainButton("OpenShow", say.Of(ConsoleWord::ShowOpen), [this] { AskForShow(); });
 }
 
 void ShowLine::MakeTransport() {
@@ -78,7 +66,7 @@ void ShowLine::MakeTransport() {
   const auto make = [this](Symbol symbol, const char* name, ConsoleWord word) {
     auto* button =
         new TransportButton(look_.skin, look_.skin.decks[0], symbol, TransportButton::Size::Normal);
-    Name(*button, QLatin1String(name), look_.say(word), look_.say(word));
+    Name(*button, name, look_.say(word), look_.say(word));
     return button;
   };
   play_ = make(Symbol::Play, "ShowPlay", ConsoleWord::ShowPlay);
@@ -88,12 +76,7 @@ void ShowLine::MakeTransport() {
   connect(pause_, &QPushButton::clicked, this,
           [this] { shown_.state == PlayerState::Paused ? lights_.ResumeShow() : lights_.PauseShow(); });
   connect(stop_, &QPushButton::clicked, this, [this] { lights_.StopShow(); });
-  repeat_ = new QPushButton(look_.say(ConsoleWord::ShowRepeat));
-  SetKind(*repeat_, "lamp1");
-  repeat_->setCheckable(true);
-  Name(*repeat_, QStringLiteral("ShowRepeat"), look_.say(ConsoleWord::ShowRepeat),
-       look_.say(ConsoleWord::ShowRepeatTip));
-  connect(repeat_, &QPushButton::clicked, this, [this](bool on) {
+  repeat_ = Lamp("ShowRepeat", look_.say.Of(ConsoleWord::ShowRepeat), [this](bool on) {
     lights_.RepeatShow(on ? dmx::ShowPlayer::Repeat::ForEver : dmx::ShowPlayer::Repeat::Once);
   });
 }
@@ -103,17 +86,13 @@ void ShowLine::MakePlace() {
   position_->setRange(0, kWholeShow);
   position_->setSingleStep(kWholeShow / 100);
   position_->setPageStep(kWholeShow / 10);
-  Name(*position_, QStringLiteral("ShowPosition"), look_.say(ConsoleWord::ShowPosition),
-       look_.say(ConsoleWord::ShowPositionTip));
+  Name(*position_, "ShowPosition", look_.say.Of(ConsoleWord::ShowPosition));
   connect(position_, &QSlider::valueChanged, this,
           [this](int step) { lights_.SeekShow(LengthOf(shown_) / kWholeShow * step); });
-  time_ = new QLabel;
-  Name(*time_, QStringLiteral("ShowTime"), {});
-  SetWidest(*time_, QStringLiteral("00:00.0 / 00:00.0"));
-  time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+  time_ = Reading("ShowTime", Qt::AlignRight | Qt::AlignVCenter, "00:00.0 / 00:00.0");
   place_ = new ElidedLabel;
   place_->UseTwoLines();
-  Name(*place_, QStringLiteral("ShowPlace"), {});
+  Name(*place_, "ShowPlace");
 }
 
 void ShowLine::ListShows() {

@@ -20,6 +20,7 @@
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/LyricSurface.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/TransportButton.h"
@@ -53,27 +54,17 @@ SongPanel::SongPanel(app::SongStation& songs, app::Settings& settings, frmKaraok
                      QWidget* parent)
     : Surface(look.skin.panel, parent), songs_(songs), settings_(settings), singers_(singers), look_(look) {
   const auto& say = look.say;
-  Name(*this, QStringLiteral("SongPanel"), say(SongWord::SingersWords));
+  Name(*this, "SongPanel", say(SongWord::SingersWords));
   words_ = new LyricSurface(karaoke::LyricDisplay::MainWindow);
-  Name(*words_, QStringLiteral("pctKaraoke"), say(SongWord::SingersWords), say(SongWord::SingersWordsTip));
+  Name(*words_, "pctKaraoke", say.Of(SongWord::SingersWords));
   words_->SetHint(say(SongWord::NoSongHint));
-  auto* shown = new QVBoxLayout;
-  SetSpacingEm(*shown, 0, 0.3);
-  shown->addWidget(words_, 1);
-  shown->addLayout(MakeTransport());
   stack_ = new QStackedWidget;
   stack_->addWidget(MakeSong());
   appearance_ = new LyricLookPanel(songs, settings, look);
   connect(appearance_, &LyricLookPanel::Changed, this, &SongPanel::UseLook);
   stack_->addWidget(appearance_);
-  auto* beside = new QVBoxLayout;
-  SetSpacingEm(*beside, 0, 0.3);
-  beside->addLayout(MakeHead());
-  beside->addWidget(stack_, 1);
-  auto* row = new QHBoxLayout(this);
-  SetSpacingEm(*row, 0.4, 0.8);
-  row->addLayout(shown, 1);
-  row->addLayout(beside);
+  FillRow(*this, 0.4, 0.8,
+          {{Column(0.3, {{words_, 1}, MakeTransport()}), 1}, Column(0.3, {MakeHead(), {stack_, 1}})});
   shown_failures_ = songs.View().failures;
   connect(&singers, &frmKaraoke::PlacesChanged, this, &SongPanel::FillScreens);
   FillScreens();
@@ -86,7 +77,7 @@ QHBoxLayout* SongPanel::MakeTransport() {
   const auto& say = look_.say;
   const auto button = [&](const char* name, TransportSymbol symbol, SongWord called, SongWord tip) {
     auto* made = new TransportButton(look_.skin, look_.skin.Deck(1), symbol, TransportButton::Size::Normal);
-    Name(*made, QLatin1String(name), say(called), say(tip));
+    Name(*made, name, say(called), say(tip));
     return made;
   };
   play_ = button("SongPlay", TransportSymbol::Play, SongWord::SongPlay, SongWord::SongPlayTip);
@@ -94,34 +85,20 @@ QHBoxLayout* SongPanel::MakeTransport() {
   connect(play_, &QPushButton::clicked, this, &SongPanel::PlayOrPause);
   connect(stop_, &QPushButton::clicked, this, [this] { songs_.Stop(); });
   place_ = new WaveOverview(look_.skin, look_.skin.text);
-  Name(*place_, QStringLiteral("SongPlace"), say(SongWord::SongPlace), say(Say::OverviewTip));
+  Name(*place_, "SongPlace", say(SongWord::SongPlace), say(Say::OverviewTip));
   connect(place_, &WaveOverview::SeekWanted, this,
           [this](std::chrono::microseconds place) { songs_.Seek(place); });
-  time_ = new QLabel;
-  Name(*time_, QStringLiteral("SongTime"), {});
-  SetWidest(*time_, QStringLiteral("00:00 / 00:00"));
-  time_->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  auto* row = new QHBoxLayout;
-  SetSpacingEm(*row, 0, 0.4);
-  row->addWidget(play_);
-  row->addWidget(stop_);
-  row->addWidget(place_, 1);
-  row->addWidget(time_);
-  return row;
+  time_ = Reading("SongTime", Qt::AlignRight | Qt::AlignVCenter, "00:00 / 00:00");
+  return Row(0.4, {play_, stop_, {place_, 1}, time_});
 }
 
 QHBoxLayout* SongPanel::MakeHead() {
   constexpr SongWord kCaptions[] = {SongWord::SongPart, SongWord::LookPart};
-  constexpr SongWord kTips[] = {SongWord::SongPartTip, SongWord::LookPartTip};
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.3);
   for (int part = 0; part < 2; ++part) {
-    auto* button = new QPushButton(look_.say(kCaptions[part]));
-    SetKind(*button, "lamp1");
-    button->setCheckable(true);
-    Name(*button, QStringLiteral("SongPart%1").arg(part + 1), look_.say(kCaptions[part]),
-         look_.say(kTips[part]));
-    connect(button, &QPushButton::clicked, this, [this, part] { ShowPart(part); });
+    auto* button = Lamp(QStringLiteral("SongPart%1").arg(part + 1), look_.say.Of(kCaptions[part]),
+                        [this, part](bool) { ShowPart(part); });
     row->addWidget(button, 1);
     parts_[part] = button;
   }
@@ -132,81 +109,56 @@ QHBoxLayout* SongPanel::MakeHead() {
 
 QWidget* SongPanel::MakeSong() {
   app::SongStation& songs = songs_;
-  title_ = new ElidedLabel;
-  Name(*title_, QStringLiteral("SongTitle"), {});
+  title_ = Sentence("SongTitle");
   SetFontEm(*title_, 1.1, Weight::Bold);
-  note_ = new ElidedLabel;
-  Name(*note_, QStringLiteral("SongNote"), {});
-  SetTextColour(*note_, look_.skin.warning);
+  note_ = Sentence("SongNote", look_.skin.warning);
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.2);
-  volume_ = MakeLevel(*grid, "SongVolume", SongWord::SongVolume, SongWord::SongVolumeTip);
-  key_ = MakeLevel(*grid, "SongKey", SongWord::SongKey, SongWord::SongKeyTip);
-  tempo_ = MakeLevel(*grid, "SongTempo", SongWord::SongTempo, SongWord::SongTempoTip);
-  melody_ = MakeLevel(*grid, "SongMelody", SongWord::SongMelody, SongWord::SongMelodyTip);
-  volume_.fader->setRange(0, 100);
-  melody_.fader->setRange(0, 100);
-  key_.fader->setRange(-kMostKey, kMostKey);
-  key_.fader->setPageStep(1);
-  key_.fader->SetRest(0);
-  tempo_.fader->setRange(-kMostTempo, kMostTempo);
-  tempo_.fader->setPageStep(5);
-  tempo_.fader->SetRest(0);
-  const auto moved = [this](Level& level, auto send) {
-    connect(level.fader, &QSlider::valueChanged, this, [this, &level, send](int value) {
-      level.echo.Sent(static_cast<float>(value), now_);
-      send(value);
-      ShowValues();
-    });
-  };
-  moved(volume_, [&songs](int value) { songs.SetVolume(value); });
-  moved(key_, [&songs](int value) { songs.SetKey(value); });
-  moved(tempo_, [&songs](int value) { songs.SetTempo(value); });
-  moved(melody_, [&songs](int value) { songs.SetMelody(value); });
-  screen_ = MakeList(*grid, "SingersScreen", look_.say(SongWord::Screen), look_.say(SongWord::ScreenTip));
+  MakeLevel(*grid, volume_, {"SongVolume", SongWord::SongVolume, 0, 100, 10},
+            [&songs](int value) { songs.SetVolume(value); });
+  MakeLevel(*grid, key_, {"SongKey", SongWord::SongKey, -kMostKey, kMostKey, 1},
+            [&songs](int value) { songs.SetKey(value); });
+  MakeLevel(*grid, tempo_, {"SongTempo", SongWord::SongTempo, -kMostTempo, kMostTempo, 5},
+            [&songs](int value) { songs.SetTempo(value); });
+  MakeLevel(*grid, melody_, {"SongMelody", SongWord::SongMelody, 0, 100, 10},
+            [&songs](int value) { songs.SetMelody(value); });
+  screen_ = MakeList(*grid, "SingersScreen", SongWord::Screen);
   connect(screen_, &QComboBox::activated, this,
           [this] { singers_.ShowOn(screen_->currentData().toString()); });
-  soundfont_ =
-      MakeList(*grid, "Soundfont", look_.say(SongWord::Soundfont), look_.say(SongWord::SoundfontTip));
+  soundfont_ = MakeList(*grid, "Soundfont", SongWord::Soundfont);
   connect(soundfont_, &QComboBox::activated, this,
           [this] { songs_.SetSoundfont(soundfont_->currentData().toByteArray().toStdString()); });
-  coding_ = MakeList(*grid, "SongCoding", look_.say(LyricWord::Coding), look_.say(LyricWord::CodingTip));
+  coding_ = MakeList(*grid, "SongCoding", LyricWord::Coding);
   connect(coding_, &QComboBox::activated, this,
           [this] { songs_.SetCoding(file_, coding_->currentData().toByteArray().toStdString()); });
   grid->setColumnStretch(1, 1);
   auto* part = new QWidget;
-  auto* rows = new QVBoxLayout(part);
-  SetSpacingEm(*rows, 0, 0.2);
-  rows->addWidget(title_);
-  rows->addWidget(note_);
-  rows->addLayout(grid);
-  rows->addStretch(1);
+  FillColumn(*part, 0, 0.2, {title_, note_, grid, Part::Room()});
   return part;
 }
 
-SongPanel::Level SongPanel::MakeLevel(QGridLayout& grid, const char* name, SongWord caption, SongWord tip) {
+void SongPanel::MakeLevel(QGridLayout& grid, LevelFader& level, const Range& range,
+                          const std::function<void(int)>& send) {
   const int row = grid.rowCount();
-  auto* label = new QLabel(look_.say(caption));
-  SetTextColour(*label, look_.skin.dim);
-  Level level{new Fader(Qt::Horizontal, look_.skin, look_.skin.text), new QLabel};
-  Name(*level.fader, QLatin1String(name), look_.say(caption), look_.say(tip));
-  Name(*level.value, QLatin1String(name) + QStringLiteral("Value"), {});
-  SetWidest(*level.value, QStringLiteral("+50 %"));
+  level = LevelFader::Make(range.name, Qt::Horizontal, range.lowest, range.highest, look_.skin);
+  Name(*level.fader, range.name, look_.say.Of(range.word));
+  level.fader->setPageStep(range.page);
+  if (range.lowest < 0) level.fader->SetRest(0);
+  SetWidest(*level.value, "+50 %");
   level.value->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  grid.addWidget(label, row, 0);
+  level.OnMoved(now_, [this, send](int value) {
+    send(value);
+    ShowValues();
+  });
+  grid.addWidget(Caption(look_.say(range.word), look_.skin.dim), row, 0);
   grid.addWidget(level.fader, row, 1);
   grid.addWidget(level.value, row, 2);
-  return level;
 }
 
-QuietCombo* SongPanel::MakeList(QGridLayout& grid, const char* name, const QString& caption,
-                                const QString& tip) {
+QuietCombo* SongPanel::MakeList(QGridLayout& grid, const char* name, AnyWord word) {
   const int row = grid.rowCount();
-  auto* label = new QLabel(caption);
-  SetTextColour(*label, look_.skin.dim);
-  auto* list = new QuietCombo(look_.skin);
-  Name(*list, QLatin1String(name), caption, tip);
-  grid.addWidget(label, row, 0);
+  auto* list = Choice(look_.skin, name, look_.say.Of(word));
+  grid.addWidget(Caption(look_.say(word), look_.skin.dim), row, 0);
   grid.addWidget(list, row, 1, 1, 2);
   return list;
 }
@@ -315,22 +267,16 @@ void SongPanel::Show(const app::SongView& view, support::TimePoint now) {
 }
 
 void SongPanel::ShowLevels(const app::SongView& view, support::TimePoint now) {
-  ShowLevel(volume_, view.volume, now);
-  ShowLevel(key_, view.semitones, now);
-  ShowLevel(tempo_, static_cast<int>(std::lround(view.percent)), now);
-  ShowLevel(melody_, view.melody, now);
+  volume_.Follow(view.volume, now);
+  key_.Follow(view.semitones, now);
+  tempo_.Follow(static_cast<int>(std::lround(view.percent)), now);
+  melody_.Follow(view.melody, now);
   const bool loaded = view.words != nullptr;
   const bool wished_for = loaded || !view.coming.empty();
   key_.fader->setEnabled(wished_for);
   tempo_.fader->setEnabled(wished_for);
   melody_.fader->setEnabled(!loaded || view.has_melody);
   ShowValues();
-}
-
-void SongPanel::ShowLevel(Level& level, int value, support::TimePoint now) {
-  if (level.fader->isSliderDown() || !level.echo.Believe(static_cast<float>(value), now)) return;
-  const QSignalBlocker quiet(level.fader);
-  level.fader->setValue(value);
 }
 
 void SongPanel::ShowValues() {

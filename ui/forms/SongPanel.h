@@ -7,8 +7,8 @@
 #include <string>
 
 #include "app/songs/SongView.h"
-#include "ui/models/SentEcho.h"
 #include "ui/strings/SongWords.h"
+#include "ui/widgets/LevelFader.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -49,24 +49,26 @@ class SongPanel final : public Surface {
   void Failed(const std::string& sentence);
 
  private:
-  /// A slider with its caption and its value.
-  struct Level {
-    Fader* fader;
-    QLabel* value;
-    SentEcho echo{};
+  /// What a wish of the singer is called and how far it goes.
+  struct Range {
+    const char* name;
+    SongWord word;
+    int lowest;
+    int highest;
+    int page;
   };
 
   [[nodiscard]] QHBoxLayout* MakeTransport();
   [[nodiscard]] QWidget* MakeSong();
   [[nodiscard]] QHBoxLayout* MakeHead();
-  Level MakeLevel(QGridLayout& grid, const char* name, SongWord caption, SongWord tip);
-  QuietCombo* MakeList(QGridLayout& grid, const char* name, const QString& caption, const QString& tip);
+  void MakeLevel(QGridLayout& grid, LevelFader& level, const Range& range,
+                 const std::function<void(int)>& send);
+  QuietCombo* MakeList(QGridLayout& grid, const char* name, AnyWord word);
   void ShowPart(int part);
   void FillScreens();
   void FillSoundfonts();
   void ShowCoding(const app::SongView& view);
   void ShowLevels(const app::SongView& view, support::TimePoint now);
-  void ShowLevel(Level& level, int value, support::TimePoint now);
   void ShowValues();
   void PlayOrPause();
   void UseLook();
@@ -84,7 +86,7 @@ class SongPanel final : public Surface {
   ElidedLabel* note_;
   QPushButton* parts_[2]{};
   QStackedWidget* stack_;
-  Level volume_{}, key_{}, tempo_{}, melody_{};
+  LevelFader volume_, key_, tempo_, melody_;
   QuietCombo* screen_ = nullptr;
   QuietCombo* soundfont_ = nullptr;
   QuietCombo* coding_ = nullptr;

@@ -16,6 +16,7 @@
 #include "ui/models/OutputText.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
@@ -37,39 +38,36 @@ StatusLine::StatusLine(NoticesRead& read, const Look& look, QWidget* parent)
   const auto& say = look.say;
   clock_ = new QLabel;
   SetFontEm(*clock_, 1.9, Weight::Bold);
-  Name(*clock_, QStringLiteral("Clock"), {}, say(Say::ClockTip));
+  Name(*clock_, "Clock", {}, say(Say::ClockTip));
   row->addWidget(clock_);
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
-    Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1), {});
+    Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1));
     row->addWidget(outputs_[i]);
     returns_[i] = MakeReturn(static_cast<int>(i) + 1);
     row->addWidget(returns_[i]);
   }
   message_ = new ElidedLabel;
   message_->UseTwoLines();
-  Name(*message_, QStringLiteral("Message"), {});
+  Name(*message_, "Message");
   message_->installEventFilter(this);
   row->addWidget(message_, 1);
-  seen_ = new QPushButton(say(Say::NoticeSeen));
-  SetKind(*seen_, "tool");
-  Name(*seen_, QStringLiteral("MessageSeen"), say(Say::NoticeSeen), say(Say::NoticeSeenTip));
-  connect(seen_, &QPushButton::clicked, this, &StatusLine::MarkSeen);
+  seen_ = ToolButton("MessageSeen", say.Of(Say::NoticeSeen), [this] { MarkSeen(); });
   seen_->hide();
   row->addWidget(seen_);
   load_ = new QLabel;
-  Name(*load_, QStringLiteral("SoundLoad"), {}, say(Say::SoundLoadTip));
+  Name(*load_, "SoundLoad", {}, say(Say::SoundLoadTip));
   late_ = new QLabel;
-  Name(*late_, QStringLiteral("LateBlocks"), {}, say(Say::LateBlocksTip));
+  Name(*late_, "LateBlocks", {}, say(Say::LateBlocksTip));
   SetTextColour(*load_, look.skin.dim);
   SetTextColour(*late_, look.skin.dim);
   unsaved_ = new QLabel(say(Say::Unsaved));
-  Name(*unsaved_, QStringLiteral("Unsaved"), {});
+  Name(*unsaved_, "Unsaved");
   SetTextColour(*unsaved_, look.skin.warning);
   unsaved_->hide();
   row->addWidget(unsaved_);
   lights_ = new QLabel;
-  Name(*lights_, QStringLiteral("DmxState"), {}, say(Say::DmxTip));
+  Name(*lights_, "DmxState", {}, say(Say::DmxTip));
   lights_->hide();
   row->addWidget(lights_);
   row->addWidget(load_);
@@ -160,11 +158,10 @@ bool StatusLine::eventFilter(QObject* watched, QEvent* event) {
 QPushButton* StatusLine::MakeReturn(int output) {
   const auto& say = look_.say;
   const QString name = output == 3 ? say(Say::OutputHeadphones) : say(Say::OutputDeck).arg(output);
-  auto* button = new QPushButton(say(Say::ReturnOutput));
-  SetKind(*button, "tool");
-  Name(*button, QStringLiteral("Return%1").arg(output), say(Say::ReturnOutputName).arg(name),
-       say(Say::ReturnOutputTip));
-  connect(button, &QPushButton::clicked, this, [this, output] { Q_EMIT ReturnWanted(output); });
+  auto* button =
+      ToolButton(QStringLiteral("Return%1").arg(output),
+                 {say(Say::ReturnOutput), say(Say::ReturnOutputName).arg(name), say(Say::ReturnOutputTip)},
+                 [this, output] { Q_EMIT ReturnWanted(output); });
   button->hide();
   return button;
 }

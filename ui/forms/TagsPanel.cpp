@@ -11,6 +11,7 @@
 #include "app/settings/NameSettings.h"
 #include "app/settings/Settings.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
@@ -18,18 +19,10 @@ namespace {
 
 constexpr const char* kSection = "Tags";
 
-QLabel* DimCaption(const QString& text, const Look& look) {
-  auto* label = new QLabel(text);
-  SetTextColour(*label, look.skin.dim);
-  return label;
-}
-
 }  // namespace
 
 TagsPanel::TagsPanel(app::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
-  auto* head = new QLabel(look.say(ScanWord::FileNames));
-  SetFontEm(*head, 1.3, Weight::Bold);
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.25);
   MakeOrder(*grid);
@@ -44,27 +37,20 @@ TagsPanel::TagsPanel(app::Settings& settings, const Look& look, QWidget* parent)
   example_ = new QLabel;
   example_->setWordWrap(true);
   SetTextColour(*example_, look.skin.dim);
-  Name(*example_, QStringLiteral("NameExample"), {});
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.15);
-  rows->addWidget(head);
-  rows->addLayout(grid);
-  rows->addWidget(example_);
-  rows->addWidget(write);
+  Name(*example_, "NameExample");
+  FillColumn(*this, 0, 0.15, {Heading(look.say(ScanWord::FileNames)), grid, example_, write});
   ShowExample();
 }
 
 void TagsPanel::MakeOrder(QGridLayout& grid) {
   const auto& say = look_.say;
-  order_ = new QuietCombo(look_.skin);
-  order_->addItems({say(ScanWord::ArtistFirst), say(ScanWord::TitleFirst)});
-  order_->setCurrentIndex(settings_.Number(kSection, "FileFormat") == 1 ? 1 : 0);
-  Name(*order_, QStringLiteral("FileFormat"), say(ScanWord::NameOrder), say(ScanWord::NameOrderTip));
-  connect(order_, &QComboBox::activated, this, [this](int order) {
-    settings_.SetNumber(kSection, "FileFormat", order);
-    ShowExample();
-  });
-  grid.addWidget(DimCaption(say(ScanWord::NameOrder), look_), 0, 0);
+  order_ = Choice(look_.skin, "FileFormat", say.Of(ScanWord::NameOrder),
+                  {say(ScanWord::ArtistFirst), say(ScanWord::TitleFirst)},
+                  settings_.Number(kSection, "FileFormat") == 1 ? 1 : 0, [this](int order) {
+                    settings_.SetNumber(kSection, "FileFormat", order);
+                    ShowExample();
+                  });
+  grid.addWidget(Caption(say(ScanWord::NameOrder), look_.skin.dim), 0, 0);
   grid.addWidget(order_, 0, 1);
 }
 
@@ -73,23 +59,21 @@ void TagsPanel::MakeSeparator(QGridLayout& grid) {
   constexpr int kLongest = 8;
   separator_ = new QLineEdit(Decode(settings_.Text(kSection, "SplitCharacter")));
   separator_->setMaxLength(kLongest);
-  Name(*separator_, QStringLiteral("SplitCharacter"), say(ScanWord::SplitAt), say(ScanWord::SplitAtTip));
+  Name(*separator_, "SplitCharacter", say.Of(ScanWord::SplitAt));
   connect(separator_, &QLineEdit::textEdited, this, [this](const QString& text) {
     settings_.SetText(kSection, "SplitCharacter", text.toStdString());
     ShowExample();
   });
-  grid.addWidget(DimCaption(say(ScanWord::SplitAt), look_), 0, 2);
+  grid.addWidget(Caption(say(ScanWord::SplitAt), look_.skin.dim), 0, 2);
   grid.addWidget(separator_, 0, 3);
 }
 
 QCheckBox* TagsPanel::MakeFlag(const char* key, ScanWord caption, ScanWord tip) {
-  auto* flag = new QCheckBox(look_.say(caption));
-  flag->setChecked(settings_.Flag(kSection, key));
-  Name(*flag, QLatin1String(key), look_.say(caption), look_.say(tip));
-  connect(flag, &QCheckBox::toggled, this, [this, key](bool on) {
-    settings_.SetText(kSection, key, on ? "True" : "False");
-    ShowExample();
-  });
+  auto* flag = Check(key, {look_.say(caption), look_.say(caption), look_.say(tip)},
+                     settings_.Flag(kSection, key), [this, key](bool on) {
+                       settings_.SetText(kSection, key, on ? "True" : "False");
+                       ShowExample();
+                     });
   return flag;
 }
 

@@ -11,6 +11,7 @@
 #include "app/settings/Settings.h"
 #include "app/sound/BuiltInVisualisation.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/VisualSurface.h"
 
@@ -30,18 +31,15 @@ QString VisualiserName(const std::string& name, const Strings& say) {
 
 VisualPanel::VisualPanel(app::Visuals& visuals, app::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), visuals_(visuals), settings_(settings), look_(look) {
-  names_ = new QuietCombo(look.skin);
-  Name(*names_, QStringLiteral("Visualisers"), look.say(Say::Visualiser), look.say(Say::VisualiserTip));
+  names_ = Choice(look.skin, "Visualisers", look.say.Of(Say::Visualiser));
   surface_ = new VisualSurface(look.skin);
-  Name(*surface_, QStringLiteral("Visual"), look.say(Say::Visual), look.say(Say::VisualTip));
+  Name(*surface_, "Visual", look.say.Of(Say::Visual));
   connect(names_, &QComboBox::activated, this, &VisualPanel::Choose);
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(surface_, 1);
   row->addWidget(names_);
-  rates_ = new QuietCombo(look.skin);
-  Name(*rates_, QStringLiteral("Resolution"), look.say(Say::VisualRate), look.say(Say::VisualRateTip));
-  connect(rates_, &QComboBox::activated, this, [this] {
+  rates_ = Choice(look.skin, "Resolution", look.say.Of(Say::VisualRate), {}, 0, [this](int) {
     visuals_.SetRate(rates_->currentData().toInt());
     next_.reset();
   });

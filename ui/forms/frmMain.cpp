@@ -39,6 +39,7 @@
 #include "ui/forms/frmKaraoke.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/Decode.h"
+#include "ui/widgets/Kit.h"
 #include "ui/widgets/PageButton.h"
 
 namespace ui {
@@ -122,14 +123,10 @@ void frmMain::Build() {
   boxes_.Speak(*say_);
   setWindowTitle(Decode(app::Caption((*say_)(Say::Caption).toStdString())));
   auto* body = new QWidget;
-  auto* rows = new QVBoxLayout(body);
-  SetSpacingEm(*rows, 0.4, 0.4);
   status_ = new StatusLine(notices_read_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.Outputs().Return(output); });
-  rows->addWidget(status_);
-  rows->addWidget(MakeDecks(), 9);
-  rows->addWidget(MakePages(look), 10);
+  FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(), 9}, {MakePages(look), 10}});
   setCentralWidget(body);
   active_ = TableId::Catalogue;
   ShowPage(page_);
@@ -153,11 +150,7 @@ QWidget* frmMain::MakeDecks() {
                           workstation_.Lists(), mixer_state_, look);
   connect(mixer_, &MixerPanel::ListenLevelMoved, this, &frmMain::KeepListenLevel);
   auto* box = new QWidget;
-  auto* row = new QHBoxLayout(box);
-  SetSpacingEm(*row, 0, 0.4);
-  row->addWidget(decks_[0], 1);
-  row->addWidget(mixer_);
-  row->addWidget(decks_[1], 1);
+  FillRow(*box, 0, 0.4, {{decks_[0], 1}, mixer_, {decks_[1], 1}});
   return box;
 }
 
@@ -189,10 +182,7 @@ QWidget* frmMain::MakePages(const Look& look) {
   visual_ = new VisualPanel(workstation_.Visuals(), workstation_.Settings(), look);
   row->addWidget(visual_, 2);
   auto* box = new QWidget;
-  auto* rows = new QVBoxLayout(box);
-  SetSpacingEm(*rows, 0, 0);
-  rows->addWidget(pages_, 1);
-  rows->addWidget(buttons);
+  FillColumn(*box, 0, 0, {{pages_, 1}, buttons});
   return box;
 }
 
@@ -212,11 +202,7 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(music_, &MusicPage::RemoveWanted, this, &frmMain::RemoveTracks);
   connect(music_, &MusicPage::BringBackWanted, this, &frmMain::BringRowsBack);
   auto* box = new QWidget;
-  auto* row = new QHBoxLayout(box);
-  SetSpacingEm(*row, 0, 0.4);
-  row->addWidget(MakePlaylist(1, look));
-  row->addWidget(music_, 1);
-  row->addWidget(MakePlaylist(2, look));
+  FillRow(*box, 0, 0.4, {MakePlaylist(1, look), {music_, 1}, MakePlaylist(2, look)});
   return box;
 }
 

@@ -10,6 +10,7 @@
 #include "ui/forms/frmKaraoke.h"
 #include "ui/forms/frmMain.h"
 #include "ui/models/TrackModel.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 
@@ -29,10 +30,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
   auto* box = new QWidget;
-  auto* row = new QHBoxLayout(box);
-  SetSpacingEm(*row, 0, 0.4);
-  row->addWidget(karaoke_, 4);
-  row->addWidget(song_, 6);
+  FillRow(*box, 0, 0.4, {{karaoke_, 4}, {song_, 6}});
   return box;
 }
 

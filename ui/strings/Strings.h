@@ -14,6 +14,23 @@ enum class Language : int;
 
 namespace ui {
 
+/// A word of any of the window's tables.
+struct AnyWord {
+  template <typename Number>
+  requires std::is_enum_v<Number> AnyWord(
+      Number word)  // NOLINT: an enumerator stands for it wherever one is asked for
+      : number(static_cast<int>(word)) {}
+
+  int number;
+};
+
+/// What stands on a control, what assistive programs call it, and its tip.
+struct Texts {
+  QString caption;
+  QString spoken;
+  QString tip;
+};
+
 /// All captions and messages, by their numbers, in one language.
 class Strings {
  public:
@@ -21,19 +38,19 @@ class Strings {
 
   explicit Strings(Language language) : language_(language) {}
 
-  /// number: of any of the window's enumerations of words.
-  template <typename Number>
-  requires std::is_enum_v<Number>
-  [[nodiscard]] QString operator()(Number number) const { return Text(static_cast<int>(number)); }
+  [[nodiscard]] QString operator()(AnyWord word) const { return Text(word.number); }
   /// The tip of a word. Requires: the word has one.
-  template <typename Number>
-  requires std::is_enum_v<Number>
-  [[nodiscard]] QString Tip(Number number) const { return TipOf(static_cast<int>(number)); }
+  [[nodiscard]] QString Tip(AnyWord word) const { return TipOf(word.number); }
+  /// Of a control that is called as it is captioned. Requires: the word has a tip.
+  [[nodiscard]] Texts Of(AnyWord word) const { return {(*this)(word), (*this)(word), Tip(word)}; }
+  /// Of a control whose caption says too little: it is called by its tip.
+  [[nodiscard]] Texts ByTip(AnyWord caption, AnyWord tip) const {
+    return {(*this)(caption), (*this)(tip), (*this)(tip)};
+  }
   /// With its first places filled by numbers, and its forms chosen after them: see support::ChooseForms.
-  template <typename Number, typename... Counts>
-  requires std::is_enum_v<Number>
-  [[nodiscard]] QString Count(Number number, Counts... counts) const {
-    return Counted(static_cast<int>(number), {static_cast<qint64>(counts)...});
+  template <typename... Counts>
+  [[nodiscard]] QString Count(AnyWord word, Counts... counts) const {
+    return Counted(word.number, {static_cast<qint64>(counts)...});
   }
 
  private:

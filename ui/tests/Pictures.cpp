@@ -278,15 +278,17 @@ QString Pictures::LineOf(const QWidget& widget, const QWidget& top) const {
   if (const auto* combo = qobject_cast<const QComboBox*>(&widget)) {
     for (int i = 0; i < combo->count(); ++i) text += combo->itemText(i) + QLatin1Char(';');
   }
-  QString line = QStringLiteral("%1 | %2 | %3 | %4 | %5,%6 %7x%8 | focus %9")
+  // What was never shown has no place yet.
+  const QString room = widget.isVisibleTo(&top) ? QStringLiteral("%1,%2 %3x%4")
+                                                      .arg(place.x())
+                                                      .arg(place.y())
+                                                      .arg(widget.width())
+                                                      .arg(widget.height())
+                                                : QStringLiteral("hidden");
+  QString line = QStringLiteral("%1 | %2 | %3 | %4 | %5 | focus %6")
                      .arg(QLatin1String(widget.metaObject()->className()), widget.objectName(),
-                          widget.accessibleName(), widget.toolTip())
-                     .arg(place.x())
-                     .arg(place.y())
-                     .arg(widget.width())
-                     .arg(widget.height())
+                          widget.accessibleName(), widget.toolTip(), room)
                      .arg(int(widget.focusPolicy()));
-  line += widget.isVisibleTo(&top) ? QString() : QStringLiteral(" | hidden");
   line += widget.isEnabled() ? QString() : QStringLiteral(" | off");
   line += QStringLiteral(" | ") + text;
   line.replace(QString::fromStdString(folder.string()), QStringLiteral("FOLDER"));

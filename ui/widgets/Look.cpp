@@ -57,8 +57,8 @@ void SetFontEm(QWidget& widget, double ems, Weight weight) {
   widget.setFont(font);
 }
 
-void SetWidest(QLabel& label, const QString& text) {
-  label.setProperty(kWidestProperty, text);
+void SetWidest(QLabel& label, QAnyStringView text) {
+  label.setProperty(kWidestProperty, text.toString());
 }
 
 void SetHeightEm(QWidget& widget, double ems) {
@@ -83,10 +83,18 @@ QString DeckName(int deck, const char* part) {
   return QStringLiteral("deck%1%2").arg(deck).arg(QLatin1String(part));
 }
 
-void Name(QWidget& widget, const QString& object_name, const QString& accessible_name, const QString& tip) {
-  widget.setObjectName(object_name);
+void Name(QWidget& widget, QAnyStringView object_name, const QString& accessible_name, const QString& tip) {
+  Name(widget, object_name);
   widget.setAccessibleName(accessible_name);
   if (!tip.isEmpty()) widget.setToolTip(tip);
+}
+
+void Name(QWidget& widget, QAnyStringView object_name, const Texts& texts) {
+  Name(widget, object_name, texts.spoken, texts.tip);
+}
+
+void Name(QWidget& widget, QAnyStringView object_name) {
+  widget.setObjectName(object_name.toString());
 }
 
 void SetKind(QWidget& widget, const char* kind) {

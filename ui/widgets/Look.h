@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <QAnyStringView>
 #include <QString>
 #include <QWidget>
 
@@ -33,7 +34,7 @@ inline constexpr double kListHeadEms = 2.8;
 /// Font size relative to the window's; kept when the window grows.
 void SetFontEm(QWidget& widget, double ems, Weight weight = Weight::Normal);
 /// The label keeps room for this text, so that nothing beside it moves when its own gets shorter.
-void SetWidest(QLabel& label, const QString& text);
+void SetWidest(QLabel& label, QAnyStringView text);
 /// Fixed height in ems of the window's font.
 void SetHeightEm(QWidget& widget, double ems);
 /// Margins and gaps of a layout in ems of the window's font; kept when the window grows.
@@ -42,8 +43,11 @@ void SetSpacingEm(QLayout& layout, double margin, double gap);
 void ApplyBaseSize(QWidget& window, double points);
 
 /// Object name, the name that assistive programs read, and the tooltip of a control.
-void Name(QWidget& widget, const QString& object_name, const QString& accessible_name,
+void Name(QWidget& widget, QAnyStringView object_name, const QString& accessible_name,
           const QString& tip = {});
+void Name(QWidget& widget, QAnyStringView object_name, const Texts& texts);
+/// Of what is only read: assistive programs take its text.
+void Name(QWidget& widget, QAnyStringView object_name);
 /// "deck1Play": object name of a part of deck 1 or 2.
 [[nodiscard]] QString DeckName(int deck, const char* part);
 

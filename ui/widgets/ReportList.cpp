@@ -15,7 +15,7 @@ ReportList::ReportList(const QString& name, const Look& look, QWidget* parent) :
   auto* column = new QVBoxLayout(this);
   SetSpacingEm(*column, 0, 0.3);
   head_ = new QLabel;
-  Name(*head_, name + QStringLiteral("Head"), {});
+  Name(*head_, name + QStringLiteral("Head"));
   SetTextColour(*head_, look.skin.warning);
   auto* close = new QPushButton(look.say(Say::Close));
   SetKind(*close, "plain");
