@@ -2,8 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <QAnyStringView>
 #include <QtCore/qnamespace.h>
+#include <QAnyStringView>
 #include <functional>
 
 #include "ui/models/SentEcho.h"
