@@ -57,7 +57,10 @@ double MedianFrame(const std::function<void(milliseconds)>& paint, milliseconds 
 double SceneFrame(QSize size) {
   ui::LyricScene scene(karaoke::LyricDisplay::SingersWindow);
   ui::SceneLook look;
+  look.lyric.font_name = "Verdana";
   look.lyric.font_bold = true;
+  look.lyric.fill = {0xFF0000, 0x0000FF, 0x00FF00};
+  look.lyric.outline = 0xFFFFFF;
   scene.SetLook(look);
   scene.SetSize(size);
   scene.SetWords(LyricWords());
@@ -113,6 +116,8 @@ double ScaledFrame(QSize size) {
 double StrokedFrame(QSize size) {
   const ui::LyricCanvas canvas(size);
   karaoke::LyricLook look;
+  look.fill = {0xFF0000, 0x0000FF, 0x00FF00};
+  look.outline = 0xFFFFFF;
   const karaoke::FontObject font{"Verdana", static_cast<float>(canvas.height * 0.085 * 0.75), true, false};
   std::string line;
   for (const char* syllable : kSungLine) line += syllable;

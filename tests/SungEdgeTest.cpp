@@ -61,7 +61,10 @@ class SungEdgeTest : public ::testing::Test {
     singers_->ShowOn(ui::frmKaraoke::kInWindow);
     singers_->resize(kScreen);
     ui::SceneLook look;
+    look.lyric.font_name = "Verdana";
     look.lyric.font_bold = true;
+    look.lyric.fill = {0xFF0000, 0x0000FF, 0x00FF00};  // blue, red when sung
+    look.lyric.outline = 0xFFFFFF;
     singers_->SetLook(look);
     station_->Songs().Play({song.string(), "", ""});
   }
