@@ -21,10 +21,10 @@ RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const suppor
 
 void RenderCore::SetSpeakers(const SpeakerMap& speakers) {
   speakers_ = speakers;
-  buses_.clear();
-  for (std::size_t i = 0; i < speakers.Buses().size(); ++i) {
-    buses_.push_back(std::make_unique<Bus>(sample_rate_));
-  }
+  // Those that stay keep what their limiters look ahead at: nothing is missing where an output is replaced.
+  const std::size_t wanted = speakers.Buses().size();
+  if (buses_.size() > wanted) buses_.resize(wanted);
+  while (buses_.size() < wanted) buses_.push_back(std::make_unique<Bus>(sample_rate_));
   TellGains();
 }
 

@@ -92,6 +92,7 @@ TEST_F(Devices, ALostMainOutputIsReplacedAndNothingStops) {
   EXPECT_NEAR(Seconds(stream) - before, 2, 0.1);
   EXPECT_EQ(Events(), (std::vector{Kind::Lost, Kind::Replaced}));
   EXPECT_EQ(stage.Last("phones", 0), 0.5F);
+  EXPECT_EQ(stage.Given("phones").front(), 0.5F) << "nor is what the limiter held lost";
 }
 
 TEST_F(Devices, ALostMainOutputIsReplacedWhileADeadDiskHoldsEveryWorker) {

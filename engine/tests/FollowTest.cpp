@@ -187,6 +187,28 @@ TEST(Following, GoesOnAloneWhereTheLeaderWasFreed) {
   EXPECT_NEAR(static_cast<double>(on.stage.engine->Heard(on.cue).frame.value - before), 2 * kRate, 30);
 }
 
+TEST(Following, HearsOnWhereTheHallsOutputIsLostAndIsWithItOnTheNextOne) {
+  HallAndPhones on(60ms, 180ms, 200);
+  on.Play();
+  on.stage.Advance(2s);
+  const std::size_t given = on.stage.Given("phones").size();
+  on.stage.outputs.Remove("main");
+  on.stage.Advance(3s);
+  const auto& phones = on.stage.Given("phones");
+  std::size_t silent = 0, longest = 0;
+  for (std::size_t i = given; i < phones.size(); i += 2) {
+    silent = phones[i] == 0 ? silent + 1 : 0;
+    longest = std::max(longest, silent);
+  }
+  EXPECT_LT(longest, static_cast<std::size_t>(kRate / 100)) << "frames";
+  double furthest = 0;
+  for (int look = 0; look < 100; ++look) {
+    on.stage.Advance(7ms);
+    furthest = std::max(furthest, std::abs(on.Told()));
+  }
+  EXPECT_LT(furthest, 1);
+}
+
 TEST(Following, SoundsAsLoudAsItsTrackWasMade) {
   HallAndPhones on(60ms, 180ms);
   on.Play();
