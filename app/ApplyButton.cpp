@@ -6,7 +6,7 @@
 
 #include "app/Collections.h"
 #include "app/ports/Help.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 namespace app {
 namespace {

@@ -9,11 +9,14 @@
 #include "app/settings/Preferences.h"
 #include "support/ProgramFolder.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 class Collections;
 class Help;
-class Settings;
 
 /// What the button of the settings page does.
 enum class ApplyMode { ReindexMusic, ReindexKaraoke, ChooseDirectory, ChannelColours, Help, AnalyseAll };
@@ -27,7 +30,7 @@ struct ApplyWish {
 /// The button of the settings page. Threads: the window's.
 class ApplyButton {
  public:
-  ApplyButton(Collections& collections, Settings& settings, const support::ProgramFolder& folder)
+  ApplyButton(Collections& collections, support::Settings& settings, const support::ProgramFolder& folder)
       : collections_(collections), settings_(settings), folder_(folder) {}
 
   /// Null: there is no viewer.
@@ -37,7 +40,7 @@ class ApplyButton {
 
  private:
   Collections& collections_;
-  Settings& settings_;
+  support::Settings& settings_;
   const support::ProgramFolder& folder_;
   Help* help_ = nullptr;
 };

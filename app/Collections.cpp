@@ -14,8 +14,8 @@
 #include "app/ports/Prompts.h"
 #include "app/settings/FolderSettings.h"
 #include "app/settings/NameSettings.h"
-#include "app/settings/Settings.h"
 #include "app/sound/AnalysisRows.h"
+#include "support/Settings.h"
 
 namespace app {
 namespace {

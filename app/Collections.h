@@ -22,12 +22,15 @@
 #include "catalogue/PlainFolders.h"
 #include "catalogue/TagScratch.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 struct StationContext;
 class NoticeBoard;
 class Prompts;
-class Settings;
 struct Ports;
 
 /// The two collections, the playlists, and what puts files and rows into them and takes them out.
@@ -37,7 +40,7 @@ struct Ports;
 class Collections {
  public:
   struct Around {
-    Settings& settings;
+    support::Settings& settings;
     Prompts& prompts;
     NoticeBoard& notices;  ///< the conductor's
     std::shared_ptr<IdleCores> cores;

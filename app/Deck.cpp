@@ -9,8 +9,8 @@
 #include "app/DeckRack.h"
 #include "app/StationContext.h"
 #include "app/resume/ResumeStation.h"
-#include "app/settings/Settings.h"
 #include "app/sound/TrackToLoad.h"
+#include "support/Settings.h"
 #include "support/Text.h"
 
 namespace app {

@@ -15,13 +15,16 @@ namespace catalogue {
 class track_table;
 }
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 class Collections;
 class DeckStation;
 class DeckTempo;
 class ResumeStation;
-class Settings;
 class DeckRack;
 struct StationContext;
 
@@ -39,7 +42,7 @@ class Deck {
     const StationContext& context;
     DeckRack& rack;
     ResumeStation& resume;
-    Settings& settings;
+    support::Settings& settings;
     Collections& collections;
     GainQueries& gains;
   };

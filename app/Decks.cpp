@@ -6,7 +6,7 @@
 
 #include "app/DeckRack.h"
 #include "app/StationContext.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 namespace app {
 

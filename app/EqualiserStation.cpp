@@ -8,7 +8,7 @@
 #include "app/DeckRack.h"
 #include "app/StationContext.h"
 #include "app/settings/Preferences.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "support/Text.h"
 
 namespace app {
@@ -38,7 +38,7 @@ std::array<int, decks::kEqSliders> StoredSliders(const Preferences& preferences)
 
 }  // namespace
 
-EqualiserStation::EqualiserStation(const StationContext& context, DeckRack& rack, Settings& settings)
+EqualiserStation::EqualiserStation(const StationContext& context, DeckRack& rack, support::Settings& settings)
     : context_(context),
       rack_(rack),
       settings_(settings),

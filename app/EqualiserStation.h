@@ -9,9 +9,12 @@
 #include "app/sound/PresetKeeper.h"
 #include "decks/Equaliser.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
-class Settings;
 class DeckRack;
 struct StationContext;
 struct Preferences;
@@ -20,7 +23,7 @@ struct Preferences;
 /// Threads: the window's, which empties the box.
 class EqualiserStation {
  public:
-  EqualiserStation(const StationContext& context, DeckRack& rack, Settings& settings);
+  EqualiserStation(const StationContext& context, DeckRack& rack, support::Settings& settings);
 
   /// The sliders as they were stored; the presets follow soon.
   void StartUp(const Preferences& stored);
@@ -48,7 +51,7 @@ class EqualiserStation {
  private:
   const StationContext& context_;
   DeckRack& rack_;
-  Settings& settings_;
+  support::Settings& settings_;
   std::array<int, decks::kEqSliders> sliders_{};
   PresetKeeper presets_;
 };

@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "app/Language.h"
 
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "support/WordRow.h"
 
 namespace app {

@@ -4,14 +4,16 @@
 
 #include "support/Sentences.h"
 
-namespace app {
-
+namespace support {
 class Settings;
+}
+
+namespace app {
 
 /// The language that the program speaks. Threads: the window's.
 class Language {
  public:
-  Language(Settings& settings, support::Sentences& say) : settings_(settings), say_(say) {}
+  Language(support::Settings& settings, support::Sentences& say) : settings_(settings), say_(say) {}
 
   /// As it is stored.
   void Read();
@@ -21,7 +23,7 @@ class Language {
   [[nodiscard]] int StringBase() const { return base_; }
 
  private:
-  Settings& settings_;
+  support::Settings& settings_;
   support::Sentences& say_;
   int base_ = 0;
 };

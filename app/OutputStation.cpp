@@ -11,13 +11,13 @@
 #include "app/ports/Prompts.h"
 #include "app/ports/SystemMixer.h"
 #include "app/settings/OutputSettings.h"
-#include "app/settings/Settings.h"
 #include "app/sound/MasterVolume.h"
+#include "support/Settings.h"
 
 namespace app {
 
 OutputStation::OutputStation(const StationContext& context, const Ports& ports, DeckRack& rack,
-                             Settings& settings)
+                             support::Settings& settings)
     : context_(context), ports_(ports), rack_(rack), settings_(settings) {}
 
 void OutputStation::OpenMixer() {

@@ -10,10 +10,13 @@
 #include "app/OutputView.h"
 #include "app/ports/SoundPriority.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 class Prompts;
-class Settings;
 class DeckRack;
 class SystemMixer;
 struct StationContext;
@@ -23,7 +26,8 @@ struct Ports;
 /// Threads: the window's, which empties the box.
 class OutputStation {
  public:
-  OutputStation(const StationContext& context, const Ports& ports, DeckRack& rack, Settings& settings);
+  OutputStation(const StationContext& context, const Ports& ports, DeckRack& rack,
+                support::Settings& settings);
 
   // Start-up.
   /// The master slider follows the system's mixer as soon as that answers.
@@ -57,7 +61,7 @@ class OutputStation {
   const StationContext& context_;
   const Ports& ports_;
   DeckRack& rack_;
-  Settings& settings_;
+  support::Settings& settings_;
   std::vector<std::string> device_names_;
   /// How often the master slider moved the mixer; shared with the mixer, which outlives this.
   std::shared_ptr<std::atomic<int>> volume_sets_ = std::make_shared<std::atomic<int>>(0);

@@ -14,9 +14,11 @@
 #include "support/Sentences.h"
 #include "support/ports/FileSaver.h"
 
-namespace app {
-
+namespace support {
 class Settings;
+}
+
+namespace app {
 
 /// What a part of the workstation that joins one room to the program is given: the stations of light and
 /// song.
@@ -25,7 +27,7 @@ class Settings;
 /// workers, who pass the gate, and publishes its own view.
 struct StationContext {
   const support::ProgramFolder& folder;
-  Settings& settings;
+  support::Settings& settings;
   support::FileSaver& files;
   support::Executor& workers;
   const support::Clock& clock;

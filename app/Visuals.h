@@ -8,9 +8,12 @@
 
 #include "app/ports/Visualisation.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
-class Settings;
 class DeckRack;
 struct StationContext;
 
@@ -19,7 +22,8 @@ struct StationContext;
 class Visuals {
  public:
   /// visualisation: null where there is none.
-  Visuals(const StationContext& context, Visualisation* visualisation, DeckRack& rack, Settings& settings)
+  Visuals(const StationContext& context, Visualisation* visualisation, DeckRack& rack,
+          support::Settings& settings)
       : context_(context), visualisation_(visualisation), rack_(rack), settings_(settings) {}
 
   void StartUp();
@@ -36,7 +40,7 @@ class Visuals {
   const StationContext& context_;
   Visualisation* visualisation_;
   DeckRack& rack_;
-  Settings& settings_;
+  support::Settings& settings_;
   std::vector<std::string> names_;
   int rate_ = 0;
 };

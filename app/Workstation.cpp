@@ -93,7 +93,7 @@ app::Language& Workstation::Language() {
   return parts_->language;
 }
 
-app::Settings& Workstation::Settings() {
+support::Settings& Workstation::Settings() {
   return parts_->settings;
 }
 

@@ -10,6 +10,10 @@
 
 #include "support/ProgramFolder.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 class ApplyButton;
@@ -25,7 +29,6 @@ class ListStation;
 class OrganStation;
 class OutputStation;
 class Prompts;
-class Settings;
 class SongStation;
 class Visuals;
 struct MixerHands;
@@ -88,7 +91,7 @@ class Workstation {
   [[nodiscard]] app::ApplyButton& ApplyButton();
   [[nodiscard]] app::Language& Language();
   /// The store itself, for the controls that read and write a key of their own.
-  [[nodiscard]] app::Settings& Settings();
+  [[nodiscard]] support::Settings& Settings();
 
   /// Where the skins' pictures lie.
   [[nodiscard]] std::filesystem::path SkinFolder() const;

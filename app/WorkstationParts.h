@@ -24,12 +24,12 @@
 #include "app/lists/ListStation.h"
 #include "app/resume/ResumeStation.h"
 #include "app/settings/Preferences.h"
-#include "app/settings/Settings.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/GainQueries.h"
 #include "app/work/Conductor.h"
 #include "app/work/IdleCores.h"
 #include "app/work/WorkGate.h"
+#include "support/Settings.h"
 
 namespace app {
 
@@ -52,7 +52,7 @@ struct Workstation::Parts {
   Ports ports;
   support::ProgramFolder folder;
   Conducting conducting;
-  app::Settings settings;
+  support::Settings settings;
   Life life = Life::Made;
   support::Sentences say;
   app::Language language;

@@ -10,9 +10,9 @@
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
 #include "app/settings/Preferences.h"
-#include "app/settings/Settings.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/SortOrder.h"
+#include "support/Settings.h"
 
 namespace app {
 namespace {
@@ -50,8 +50,8 @@ std::vector<std::string> EveningsIn(const std::filesystem::path& folder) {
 }  // namespace
 
 ListStation::ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks,
-                         Settings& settings, catalogue::TagReader& tags, catalogue::TagScratch& scratch,
-                         LocalTime local_time, std::function<void()> filled)
+                         support::Settings& settings, catalogue::TagReader& tags,
+                         catalogue::TagScratch& scratch, LocalTime local_time, std::function<void()> filled)
     : context_(context),
       tables_(tables),
       settings_(settings),

@@ -20,11 +20,14 @@
 #include "catalogue/track_table.h"
 #include "support/TripleBuffer.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 struct StationContext;
 struct WorkstationView;
-class Settings;
 struct Preferences;
 
 /// What the window draws of the lists; a snapshot of one tick.
@@ -50,9 +53,9 @@ class ListStation {
     std::array<catalogue::track_table, 3>& playlists;
   };
   /// filled: a row of the catalogue says more now.
-  ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks, Settings& settings,
-              catalogue::TagReader& tags, catalogue::TagScratch& scratch, LocalTime local_time,
-              std::function<void()> filled);
+  ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks,
+              support::Settings& settings, catalogue::TagReader& tags, catalogue::TagScratch& scratch,
+              LocalTime local_time, std::function<void()> filled);
   ~ListStation();
 
   void StartUp(const Preferences& preferred);
@@ -128,7 +131,7 @@ class ListStation {
 
   const StationContext& context_;
   Tables tables_;
-  Settings& settings_;
+  support::Settings& settings_;
   LocalTime local_time_;
   TableSearch search_;
   TableSearch karaoke_search_;

@@ -8,7 +8,7 @@
 
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 namespace app {
 namespace {

@@ -14,10 +14,13 @@
 #include "app/resume/Suspects.h"
 #include "app/songs/SongStation.h"
 
+namespace support {
+class Settings;
+}
+
 namespace app {
 
 struct StationContext;
-class Settings;
 
 /// Keeps what plays on the disk, and goes on with it after the program fell.
 ///
@@ -35,7 +38,7 @@ class ResumeStation {
     LightStation& lights;
     SongStation& songs;
     ListStation& lists;
-    Settings& settings;
+    support::Settings& settings;
   };
   /// writer: for the journal alone, so that it never waits behind other work; null: nothing is kept.
   ResumeStation(const StationContext& context, const Around& around, support::Executor* writer);

@@ -14,7 +14,7 @@ std::string KeyOf(std::size_t place) {
 
 }  // namespace
 
-std::vector<std::string> OtherFolders(const Settings& settings) {
+std::vector<std::string> OtherFolders(const support::Settings& settings) {
   std::vector<std::string> folders;
   for (std::size_t place = 0; place < kMostOtherFolders; ++place) {
     std::string folder = settings.Text("Settings", KeyOf(place));
@@ -23,7 +23,7 @@ std::vector<std::string> OtherFolders(const Settings& settings) {
   return folders;
 }
 
-void StoreOtherFolders(Settings& settings, const std::vector<std::string>& folders) {
+void StoreOtherFolders(support::Settings& settings, const std::vector<std::string>& folders) {
   std::vector<std::string> wanted;
   for (const std::string& folder : folders) {
     const bool known = std::find(wanted.begin(), wanted.end(), folder) != wanted.end();

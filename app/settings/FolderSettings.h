@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 namespace app {
 
@@ -13,8 +13,8 @@ namespace app {
 inline constexpr std::size_t kMostOtherFolders = 15;
 
 /// In the order that they were added.
-[[nodiscard]] std::vector<std::string> OtherFolders(const Settings& settings);
+[[nodiscard]] std::vector<std::string> OtherFolders(const support::Settings& settings);
 /// Each once; what is empty or too many is left out.
-void StoreOtherFolders(Settings& settings, const std::vector<std::string>& folders);
+void StoreOtherFolders(support::Settings& settings, const std::vector<std::string>& folders);
 
 }  // namespace app

@@ -4,7 +4,7 @@
 
 namespace app {
 
-catalogue::NameRule ReadNameRule(const Settings& settings) {
+catalogue::NameRule ReadNameRule(const support::Settings& settings) {
   using Order = catalogue::NameRule::Order;
   return {settings.Number("Tags", "FileFormat") == 1 ? Order::TitleFirst : Order::ArtistFirst,
           settings.Text("Tags", "SplitCharacter"), settings.Flag("Tags", "UseArtist"),

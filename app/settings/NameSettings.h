@@ -2,12 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include "app/settings/Settings.h"
 #include "catalogue/NameRule.h"
+#include "support/Settings.h"
 
 namespace app {
 
 /// How file names tell artist and title, as the section "Tags" says now.
-[[nodiscard]] catalogue::NameRule ReadNameRule(const Settings& settings);
+[[nodiscard]] catalogue::NameRule ReadNameRule(const support::Settings& settings);
 
 }  // namespace app

@@ -25,7 +25,7 @@ int DeviceNamed(std::span<const std::string> names, std::string_view name) {
   return found == names.end() ? 0 : static_cast<int>(found - names.begin()) + 1;
 }
 
-OutputView StoredPlace(const Settings& settings, int output, std::span<const std::string> names,
+OutputView StoredPlace(const support::Settings& settings, int output, std::span<const std::string> names,
                        const support::Sentences& say, std::string& notice) {
   OutputView place;
   place.device = std::clamp(settings.Number("Devices", Numbered("Device", output)), 0, 32767);
@@ -56,11 +56,11 @@ OutputWish WishFor(OutputView place, std::span<const std::string> device_names,
   return wish;
 }
 
-bool HasSecondOutput(const Settings& settings) {
+bool HasSecondOutput(const support::Settings& settings) {
   return settings.Number("Preferences", "Outputs") == 2;
 }
 
-void ShareFirstOutput(Settings& settings) {
+void ShareFirstOutput(support::Settings& settings) {
   settings.SetNumber("Preferences", "Outputs", 1);
 }
 
@@ -75,7 +75,7 @@ int DeckOnHeadphones(const std::array<OutputView, kOutputs>& outputs) {
   return 0;
 }
 
-OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
+OutputsAtStart ReadOutputs(const support::Settings& settings, std::span<const std::string> device_names,
                            const support::Sentences& say) {
   OutputsAtStart outputs;
   const bool two = HasSecondOutput(settings);
@@ -88,7 +88,7 @@ OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string
   return outputs;
 }
 
-void StoreOutput(Settings& settings, int output, OutputView place,
+void StoreOutput(support::Settings& settings, int output, OutputView place,
                  std::span<const std::string> device_names) {
   const auto index = static_cast<std::size_t>(place.device) - 1;
   settings.SetNumber("Devices", Numbered("Device", output), place.device);

@@ -8,8 +8,8 @@
 #include <string>
 
 #include "app/OutputView.h"
-#include "app/settings/Settings.h"
 #include "support/Sentences.h"
+#include "support/Settings.h"
 
 namespace app {
 
@@ -29,20 +29,22 @@ struct OutputsAtStart {
 };
 
 /// Otherwise deck 2 plays where deck 1 does.
-[[nodiscard]] bool HasSecondOutput(const Settings& settings);
+[[nodiscard]] bool HasSecondOutput(const support::Settings& settings);
 
 /// Where the outputs play according to the settings.
 ///
 /// A stored device name that is found wins over the number, because numbers may change between two runs. A
 /// device that is gone is replaced by the first one for a deck, and by none for the head-phones.
-[[nodiscard]] OutputsAtStart ReadOutputs(const Settings& settings, std::span<const std::string> device_names,
+[[nodiscard]] OutputsAtStart ReadOutputs(const support::Settings& settings,
+                                         std::span<const std::string> device_names,
                                          const support::Sentences& say);
 
 /// Stores a choice of output 1 to 3 with the name of its device.
-void StoreOutput(Settings& settings, int output, OutputView place, std::span<const std::string> device_names);
+void StoreOutput(support::Settings& settings, int output, OutputView place,
+                 std::span<const std::string> device_names);
 
 /// Deck 2 plays where deck 1 does; what it played on is kept.
-void ShareFirstOutput(Settings& settings);
+void ShareFirstOutput(support::Settings& settings);
 
 /// The deck, 1 or 2, that plays on the loudspeakers of the head-phones; 0 when they are their own.
 [[nodiscard]] int DeckOnHeadphones(const std::array<OutputView, kOutputs>& outputs);

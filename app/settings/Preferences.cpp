@@ -14,7 +14,7 @@ std::string ColourKey(int channel) {
   return "Color" + std::to_string(channel);
 }
 
-StoredSection ReadSection(const Settings& settings, std::string_view section) {
+StoredSection ReadSection(const support::Settings& settings, std::string_view section) {
   StoredSection values;
   for (const support::SettingKey& key : support::SettingsVocabulary()) {
     if (key.section != section) continue;
@@ -23,7 +23,7 @@ StoredSection ReadSection(const Settings& settings, std::string_view section) {
   return values;
 }
 
-Preferences::Automix ReadAutomix(const Settings& settings) {
+Preferences::Automix ReadAutomix(const support::Settings& settings) {
   Preferences::Automix automix;
   automix.on = settings.Flag("Settings", "Automix");
   automix.match_tempo = settings.Flag("Settings", "AutoBPM");
@@ -34,7 +34,7 @@ Preferences::Automix ReadAutomix(const Settings& settings) {
 
 }  // namespace
 
-Preferences ReadPreferences(const Settings& settings) {
+Preferences ReadPreferences(const support::Settings& settings) {
   Preferences all;
   all.mix_time = settings.Number("Mixer", "MixTime");
   all.automix = ReadAutomix(settings);
@@ -47,11 +47,11 @@ Preferences ReadPreferences(const Settings& settings) {
   return all;
 }
 
-int ConsoleChannels(const Settings& settings) {
+int ConsoleChannels(const support::Settings& settings) {
   return settings.Number("Setup", "ConsoleSize") == 16 ? 16 : 32;
 }
 
-std::vector<StoredColour> ReadColours(const Settings& settings) {
+std::vector<StoredColour> ReadColours(const support::Settings& settings) {
   constexpr int kWhite = 0xFFFFFF;
   std::vector<StoredColour> colours;
   const int channels = ConsoleChannels(settings);
@@ -61,7 +61,7 @@ std::vector<StoredColour> ReadColours(const Settings& settings) {
   return colours;
 }
 
-void StoreColours(Settings& settings, std::span<const StoredColour> colours) {
+void StoreColours(support::Settings& settings, std::span<const StoredColour> colours) {
   const auto channels = static_cast<std::size_t>(ConsoleChannels(settings));
   int channel = 0;
   for (const StoredColour colour : colours.first(std::min(channels, colours.size()))) {

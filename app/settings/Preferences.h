@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 namespace app {
 
@@ -38,12 +38,12 @@ struct Preferences {
 };
 
 /// Reads in the order in which start-up is described to.
-[[nodiscard]] Preferences ReadPreferences(const Settings& settings);
+[[nodiscard]] Preferences ReadPreferences(const support::Settings& settings);
 
 /// Channels of the light console: 16 or 32.
-[[nodiscard]] int ConsoleChannels(const Settings& settings);
-[[nodiscard]] std::vector<StoredColour> ReadColours(const Settings& settings);
+[[nodiscard]] int ConsoleChannels(const support::Settings& settings);
+[[nodiscard]] std::vector<StoredColour> ReadColours(const support::Settings& settings);
 /// As many as the console has channels; surplus colours are dropped.
-void StoreColours(Settings& settings, std::span<const StoredColour> colours);
+void StoreColours(support::Settings& settings, std::span<const StoredColour> colours);
 
 }  // namespace app

@@ -16,6 +16,6 @@
 #include "app/lights/LightStation.h"
 #include "app/lights/OrganStation.h"
 #include "app/lists/ListStation.h"
-#include "app/settings/Settings.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/DeckStation.h"
+#include "support/Settings.h"

@@ -295,7 +295,7 @@ class StoredOutputTest : public ::testing::TestWithParam<StoredOutput> {};
 TEST_P(StoredOutputTest, IsReadAtTheStart) {
   const StoredOutput& stored = GetParam();
   support::testing::MemorySettings store;
-  Settings settings(store, support::ProgramFolder("x"));
+  support::Settings settings(store, support::ProgramFolder("x"));
   const std::string number = std::to_string(stored.output);
   settings.SetText("Preferences", "Outputs", "2");
   settings.SetText("Devices", "Device" + number, stored.device);
@@ -324,7 +324,7 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(OutputSettingsTest, WithOneOutputBothDecksShareIt) {
   support::testing::MemorySettings store;
-  Settings settings(store, support::ProgramFolder("x"));
+  support::Settings settings(store, support::ProgramFolder("x"));
   settings.SetText("Devices", "Device1", "2");
   settings.SetText("Devices", "Device2", "1");
   const OutputsAtStart outputs = ReadOutputs(settings, std::vector<std::string>{"Main", "Phones"}, {});

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 
 #include <gtest/gtest.h>
 
@@ -17,7 +17,7 @@ namespace {
 class SettingsTest : public ::testing::Test {
  protected:
   support::testing::MemorySettings store_;
-  Settings settings_{store_, support::ProgramFolder("/dj")};
+  support::Settings settings_{store_, support::ProgramFolder("/dj")};
 };
 
 TEST(SettingsVocabularyTest, EveryKeyIsDeclaredOnceWithItsMeaning) {

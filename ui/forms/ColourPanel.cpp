@@ -6,7 +6,7 @@
 #include <QLabel>
 #include <QVBoxLayout>
 
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/models/ChannelText.h"
@@ -27,7 +27,7 @@ app::StoredColour Stored(const QColor& colour) {
 
 }  // namespace
 
-ColourPanel::ColourPanel(app::Settings& settings, const Look& look, QWidget* parent)
+ColourPanel::ColourPanel(support::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
   size_ = new QuietCombo(look.skin);

@@ -12,9 +12,9 @@
 class QDialog;
 class QGridLayout;
 
-namespace app {
+namespace support {
 class Settings;
-}  // namespace app
+}  // namespace support
 
 namespace ui {
 
@@ -26,7 +26,7 @@ class ColourPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  ColourPanel(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  ColourPanel(support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<app::StoredColour> Colours() const;
 
@@ -35,7 +35,7 @@ class ColourPanel final : public QWidget {
   void ChangeSize(int channels);
   void AskForColour(ColourButton& button);
 
-  app::Settings& settings_;
+  support::Settings& settings_;
   Look look_;
   QuietCombo* size_;
   QGridLayout* grid_;

@@ -13,7 +13,7 @@
 #include "app/lights/LightStation.h"
 #include "app/lights/StagedShow.h"
 #include "app/settings/Preferences.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "ui/forms/FaderBank.h"
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"
@@ -28,7 +28,7 @@
 
 namespace ui {
 
-ConsolePage::ConsolePage(app::LightStation& lights, app::Settings& settings, MessageBoxes& boxes,
+ConsolePage::ConsolePage(app::LightStation& lights, support::Settings& settings, MessageBoxes& boxes,
                          const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), lights_(lights), settings_(settings), look_(look) {
   Name(*this, "ConsolePage", look.say(Say::Console));

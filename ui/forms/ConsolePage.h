@@ -16,9 +16,12 @@ class QVBoxLayout;
 
 namespace app {
 class LightStation;
-class Settings;
 struct LightView;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -36,7 +39,7 @@ class ConsolePage final : public Surface {
   Q_OBJECT
 
  public:
-  ConsolePage(app::LightStation& lights, app::Settings& settings, MessageBoxes& boxes, const Look& look,
+  ConsolePage(app::LightStation& lights, support::Settings& settings, MessageBoxes& boxes, const Look& look,
               QWidget* parent = nullptr);
 
   void Show(support::TimePoint now);
@@ -64,7 +67,7 @@ class ConsolePage final : public Surface {
   void ListFixtures(const app::StagePatch* patch);
 
   app::LightStation& lights_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   Look look_;
   OutputLine* output_;
   QLabel* range_;

@@ -11,8 +11,8 @@
 #include <cmath>
 
 #include "app/Deck.h"
-#include "app/settings/Settings.h"
 #include "app/sound/DeckStation.h"
+#include "support/Settings.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DroppedFiles.h"
@@ -78,7 +78,7 @@ QLabel* MakeBadge(int deck, const Look& look) {
 
 }  // namespace
 
-DeckPanel::DeckPanel(app::Deck& deck, const app::Settings& settings, const Look& look, QWidget* parent)
+DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
       deck_(deck.Number()),
       commands_(deck),

@@ -14,8 +14,11 @@ class QPushButton;
 
 namespace app {
 class Deck;
-class Settings;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -31,7 +34,7 @@ class DeckPanel final : public Surface {
   Q_OBJECT
 
  public:
-  DeckPanel(app::Deck& deck, const app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  DeckPanel(app::Deck& deck, const support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   /// Changes what differs from the last view, nothing else.
   void Show(const app::DeckView& view, support::TimePoint now);
@@ -73,7 +76,7 @@ class DeckPanel final : public Surface {
 
   const int deck_;
   app::Deck& commands_;
-  const app::Settings& settings_;
+  const support::Settings& settings_;
   Look look_;
   app::DeckView view_;
   SentEcho echo_;

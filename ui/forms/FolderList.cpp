@@ -11,7 +11,7 @@
 #include <QVBoxLayout>
 
 #include "app/settings/FolderSettings.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/ScanWords.h"
@@ -24,7 +24,7 @@ constexpr double kFolderListEms = 5.5;
 
 }  // namespace
 
-FolderList::FolderList(app::Settings& settings, const Look& look, QWidget* parent)
+FolderList::FolderList(support::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
   const auto& say = look.say;
   list_ = new QListWidget;

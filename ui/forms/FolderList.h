@@ -13,9 +13,9 @@ class QFileDialog;
 class QListWidget;
 class QPushButton;
 
-namespace app {
+namespace support {
 class Settings;
-}  // namespace app
+}  // namespace support
 
 namespace ui {
 
@@ -24,7 +24,7 @@ class FolderList final : public QWidget {
   Q_OBJECT
 
  public:
-  FolderList(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  FolderList(support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
  private:
   void Fill(const std::vector<std::string>& folders);
@@ -34,7 +34,7 @@ class FolderList final : public QWidget {
   void RemoveChosen();
   void Store(const std::vector<std::string>& folders);
 
-  app::Settings& settings_;
+  support::Settings& settings_;
   Look look_;
   QListWidget* list_ = nullptr;
   QPushButton* remove_ = nullptr;

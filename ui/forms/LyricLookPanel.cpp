@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "app/settings/Settings.h"
 #include "app/songs/SongStation.h"
+#include "support/Settings.h"
 #include "ui/forms/ColourChooser.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FontChooser.h"
@@ -22,7 +22,7 @@
 
 namespace ui {
 
-LyricLookPanel::LyricLookPanel(app::SongStation& songs, app::Settings& settings, const Look& look,
+LyricLookPanel::LyricLookPanel(app::SongStation& songs, support::Settings& settings, const Look& look,
                                QWidget* parent)
     : QWidget(parent), songs_(songs), settings_(settings), look_(look) {
   Name(*this, "LyricLook", look.say(SongWord::LookPart));

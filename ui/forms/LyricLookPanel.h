@@ -16,9 +16,12 @@ class QLabel;
 class QPushButton;
 
 namespace app {
-class Settings;
 class SongStation;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -31,7 +34,7 @@ class LyricLookPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  LyricLookPanel(app::SongStation& songs, app::Settings& settings, const Look& look,
+  LyricLookPanel(app::SongStation& songs, support::Settings& settings, const Look& look,
                  QWidget* parent = nullptr);
 
  Q_SIGNALS:
@@ -50,7 +53,7 @@ class LyricLookPanel final : public QWidget {
   void ShowNames();
 
   app::SongStation& songs_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   Look look_;
   QWidget* own_ = nullptr;  ///< what acts on a look of one's own alone
   QPushButton* font_ = nullptr;

@@ -11,7 +11,7 @@
 
 #include "app/Decks.h"
 #include "app/lists/ListStation.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "ui/strings/ListWords.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
@@ -32,7 +32,7 @@ QuietCombo* MakeNumbers(const QString& text, std::set<int> numbers, int chosen, 
 
 }  // namespace
 
-MixingPanel::MixingPanel(app::Decks& decks, app::ListStation& lists, app::Settings& settings,
+MixingPanel::MixingPanel(app::Decks& decks, app::ListStation& lists, support::Settings& settings,
                          decks::CrossfaderCurve curve, const Look& look, QWidget* parent)
     : QWidget(parent), decks_(decks), lists_(lists), settings_(settings) {
   const auto& say = look.say;

@@ -15,8 +15,11 @@ class QLabel;
 
 namespace app {
 class Decks;
-class Settings;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -28,7 +31,7 @@ class MixingPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  MixingPanel(app::Decks& decks, app::ListStation& lists, app::Settings& settings,
+  MixingPanel(app::Decks& decks, app::ListStation& lists, support::Settings& settings,
               decks::CrossfaderCurve curve, const Look& look, QWidget* parent = nullptr);
 
  Q_SIGNALS:
@@ -48,7 +51,7 @@ class MixingPanel final : public QWidget {
 
   app::Decks& decks_;
   app::ListStation& lists_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   QuietCombo* curve_;
   QuietCombo* stretch_;
   Fader* threshold_;

@@ -8,8 +8,8 @@
 #include <algorithm>
 #include <cmath>
 
-#include "app/settings/Settings.h"
 #include "app/songs/SongStation.h"
+#include "support/Settings.h"
 #include "ui/forms/LyricLookPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/models/SceneLooks.h"
@@ -50,8 +50,8 @@ QString SongTitle(const app::SongView& view) {
 
 }  // namespace
 
-SongPanel::SongPanel(app::SongStation& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
-                     QWidget* parent)
+SongPanel::SongPanel(app::SongStation& songs, support::Settings& settings, frmKaraoke& singers,
+                     const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), songs_(songs), settings_(settings), singers_(singers), look_(look) {
   const auto& say = look.say;
   Name(*this, "SongPanel", say(SongWord::SingersWords));

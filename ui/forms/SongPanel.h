@@ -18,9 +18,12 @@ class QPushButton;
 class QStackedWidget;
 
 namespace app {
-class Settings;
 class SongStation;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -39,7 +42,7 @@ class SongPanel final : public Surface {
 
  public:
   /// singers outlives the panel.
-  SongPanel(app::SongStation& songs, app::Settings& settings, frmKaraoke& singers, const Look& look,
+  SongPanel(app::SongStation& songs, support::Settings& settings, frmKaraoke& singers, const Look& look,
             QWidget* parent = nullptr);
 
   void Show(const app::SongView& view, support::TimePoint now);
@@ -74,7 +77,7 @@ class SongPanel final : public Surface {
   void UseLook();
 
   app::SongStation& songs_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   frmKaraoke& singers_;
   Look look_;
   LyricSurface* words_;

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 
 #include "app/settings/NameSettings.h"
-#include "app/settings/Settings.h"
+#include "support/Settings.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
@@ -21,7 +21,7 @@ constexpr const char* kSection = "Tags";
 
 }  // namespace
 
-TagsPanel::TagsPanel(app::Settings& settings, const Look& look, QWidget* parent)
+TagsPanel::TagsPanel(support::Settings& settings, const Look& look, QWidget* parent)
     : QWidget(parent), settings_(settings), look_(look) {
   auto* grid = new QGridLayout;
   SetSpacingEm(*grid, 0, 0.25);

@@ -12,9 +12,9 @@ class QGridLayout;
 class QLabel;
 class QLineEdit;
 
-namespace app {
+namespace support {
 class Settings;
-}  // namespace app
+}  // namespace support
 
 namespace ui {
 
@@ -26,7 +26,7 @@ class TagsPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  TagsPanel(app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  TagsPanel(support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
  private:
   void MakeOrder(QGridLayout& grid);
@@ -34,7 +34,7 @@ class TagsPanel final : public QWidget {
   QCheckBox* MakeFlag(const char* key, ScanWord caption, ScanWord tip);
   void ShowExample();
 
-  app::Settings& settings_;
+  support::Settings& settings_;
   Look look_;
   QuietCombo* order_;
   QLineEdit* separator_;

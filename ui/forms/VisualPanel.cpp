@@ -8,8 +8,8 @@
 
 #include "app/Visuals.h"
 #include "app/WorkstationView.h"
-#include "app/settings/Settings.h"
 #include "app/sound/BuiltInVisualisation.h"
+#include "support/Settings.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
@@ -29,7 +29,8 @@ QString VisualiserName(const std::string& name, const Strings& say) {
 
 }  // namespace
 
-VisualPanel::VisualPanel(app::Visuals& visuals, app::Settings& settings, const Look& look, QWidget* parent)
+VisualPanel::VisualPanel(app::Visuals& visuals, support::Settings& settings, const Look& look,
+                         QWidget* parent)
     : QWidget(parent), visuals_(visuals), settings_(settings), look_(look) {
   names_ = Choice(look.skin, "Visualisers", look.say.Of(Say::Visualiser));
   surface_ = new VisualSurface(look.skin);

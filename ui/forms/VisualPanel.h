@@ -10,10 +10,13 @@
 #include "ui/widgets/Look.h"
 
 namespace app {
-class Settings;
 class Visuals;
 struct WorkstationView;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
@@ -25,7 +28,8 @@ class VisualPanel final : public QWidget {
   Q_OBJECT
 
  public:
-  VisualPanel(app::Visuals& visuals, app::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  VisualPanel(app::Visuals& visuals, support::Settings& settings, const Look& look,
+              QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
 
@@ -35,7 +39,7 @@ class VisualPanel final : public QWidget {
   void FillRates();
 
   app::Visuals& visuals_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   const Look look_;
   QuietCombo* names_;
   QuietCombo* rates_;  ///< frames a second

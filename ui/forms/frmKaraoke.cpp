@@ -26,7 +26,7 @@ QString ScreenNameOf(const QScreen& screen) {
 const QString frmKaraoke::kNowhere;
 const QString frmKaraoke::kInWindow = QStringLiteral("window");
 
-frmKaraoke::frmKaraoke(app::Settings& settings, const QWidget& main) : settings_(settings), main_(main) {
+frmKaraoke::frmKaraoke(support::Settings& settings, const QWidget& main) : settings_(settings), main_(main) {
   setObjectName(QStringLiteral("frmKaraoke"));
   setAttribute(Qt::WA_QuitOnClose, false);     // the program ends with the main window
   setAttribute(Qt::WA_ShowWithoutActivating);  // the keyboard stays with the decks

@@ -7,8 +7,8 @@
 #include <QWidget>
 #include <vector>
 
-#include "app/settings/Settings.h"
 #include "app/songs/SongView.h"
+#include "support/Settings.h"
 #include "ui/widgets/LyricScene.h"
 
 class QScreen;
@@ -26,7 +26,7 @@ class frmKaraoke final : public QWidget {
 
  public:
   /// main: the window that is never covered unasked.
-  frmKaraoke(app::Settings& settings, const QWidget& main);
+  frmKaraoke(support::Settings& settings, const QWidget& main);
   ~frmKaraoke() override;
 
   /// Where the words can be shown: nowhere, in a window, or on a screen, by its name.
@@ -67,7 +67,7 @@ class frmKaraoke final : public QWidget {
   void ScreenWent(QScreen* screen);
   void Leave();
 
-  app::Settings& settings_;
+  support::Settings& settings_;
   const QWidget& main_;
   LyricSurface* surface_;
   QString place_;

@@ -132,7 +132,7 @@ class frmMain final : public QMainWindow {
   [[nodiscard]] const app::DeckView& Deck(int deck) const;
 
   app::Workstation& workstation_;
-  app::Settings& settings_;
+  support::Settings& settings_;
   const support::Clock& clock_;
   SettingsPage::Choices choices_{};
   std::unique_ptr<Strings> say_;

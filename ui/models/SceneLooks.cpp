@@ -5,8 +5,8 @@
 #include <QImageReader>
 #include <QStringList>
 
-#include "app/settings/Settings.h"
 #include "app/songs/SongStation.h"
+#include "support/Settings.h"
 
 namespace ui {
 namespace {
@@ -28,7 +28,7 @@ QImage ReadPicture(const std::filesystem::path& path) {
 
 }  // namespace
 
-SceneLook ReadSceneLook(const app::SongStation& songs, const app::Settings& settings) {
+SceneLook ReadSceneLook(const app::SongStation& songs, const support::Settings& settings) {
   SceneLook look;
   look.lyric = songs.Look(karaoke::LookReader::Display);
   look.style = settings.Number("Karaoke", "Style") == 1 ? SungStyle::Word : SungStyle::Sweep;

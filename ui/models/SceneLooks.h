@@ -7,14 +7,17 @@
 #include "ui/widgets/LyricScene.h"
 
 namespace app {
-class Settings;
 class SongStation;
 }  // namespace app
+
+namespace support {
+class Settings;
+}  // namespace support
 
 namespace ui {
 
 /// How the words look as it is stored now, pictures read. What cannot be read is left out.
-[[nodiscard]] SceneLook ReadSceneLook(const app::SongStation& songs, const app::Settings& settings);
+[[nodiscard]] SceneLook ReadSceneLook(const app::SongStation& songs, const support::Settings& settings);
 
 /// Two lines to show a look with.
 [[nodiscard]] std::shared_ptr<const app::SongWords> SampleWords(const QString& line, const QString& next);
