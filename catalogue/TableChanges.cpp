@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "catalogue/TableChanges.h"
 
+#include <algorithm>
 #include <array>
 #include <unordered_map>
 #include <vector>
@@ -24,6 +25,26 @@ Named NamesOf(const track_table& table, const std::vector<int>& rows, int column
   Named named;
   for (const int row : rows) named.emplace(table.Cell(row, column), row);
   return named;
+}
+
+/// Ascending.
+std::vector<int> RowsToChange(const TableChanges& changes, const Named& kept, const track_table& table,
+                              int column) {
+  std::vector<int> rows;
+  if (column == table.FileColumn() && changes.Size() <= kFewChanges) {
+    const auto add = [&](std::string_view name) {
+      for (const int row : table.RowsOf(name)) rows.push_back(row);
+    };
+    for (const auto& [name, row] : kept) add(name);
+    for (const std::string& name : changes.removed) add(name);
+    std::sort(rows.begin(), rows.end());
+    return rows;
+  }
+  table.VisitColumn(column, [&](int row, std::string_view name) {
+    if (kept.contains(name) || changes.removed.contains(std::string(name))) rows.push_back(row);
+    return true;
+  });
+  return rows;
 }
 
 }  // namespace
@@ -52,7 +73,7 @@ void Apply(const TableChanges& changes, track_table& table, int column) {
   for (int row = 1; row <= changes.kept.Rows(); ++row) kept[changes.kept.Cell(row, column)] = row;
   std::unordered_set<int> placed;
   std::vector<int> removed;
-  for (int row = 1; row <= table.Rows(); ++row) {
+  for (const int row : RowsToChange(changes, kept, table, column)) {
     const std::string name(table.Cell(row, column));
     if (changes.removed.contains(name)) {
       removed.push_back(row);

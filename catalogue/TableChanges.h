@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstddef>
 #include <string>
 #include <unordered_set>
 
@@ -13,14 +14,18 @@ namespace catalogue {
 struct TableChanges {
   track_table kept;  ///< those that were added or changed, as they are now
   std::unordered_set<std::string> removed;
-  [[nodiscard]] bool Empty() const { return kept.Rows() == 0 && removed.empty(); }
+  [[nodiscard]] bool Empty() const { return Size() == 0; }
+  [[nodiscard]] std::size_t Size() const { return static_cast<std::size_t>(kept.Rows()) + removed.size(); }
 };
 
-/// Quick where little was changed, however large the table is.
+/// Up to so many are made to a million rows in a few milliseconds.
+inline constexpr std::size_t kFewChanges = 8;
+
+/// Quick where the table shares most of its blocks with the copy, however large it is.
 [[nodiscard]] TableChanges ChangesSince(const track_table& copy, const track_table& table, int column);
 
 /// Makes the same changes to another table: a kept row takes the place of the one with its name, or comes
-/// last. Looks at every row.
+/// last. Looks at every row, unless the changes are few.
 void Apply(const TableChanges& changes, track_table& table, int column);
 
 }  // namespace catalogue

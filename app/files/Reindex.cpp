@@ -5,10 +5,15 @@
 #include <algorithm>
 #include <utility>
 
+#include "catalogue/TableChanges.h"
+
 namespace app {
 namespace {
 
 using End = ScanFound::End;
+
+/// Takes a few milliseconds.
+constexpr std::size_t kRowsComparedAtOnce = 4096;
 
 /// Without those that lie in another one.
 std::vector<ScannedFolder> OutermostOf(const std::vector<std::string>& folders) {
@@ -156,10 +161,8 @@ void Reindex::Take(const std::shared_ptr<Scan>& scan) {
   if (scan->cancelled) scan->found.end = End::Cancelled;
   if (scan->found.end != End::Complete) return Finish(scan);
   if (scan->joined.gone.Rows() > 0 && !std::exchange(scan->asked, true)) return AskFor(scan);
-  auto changes = catalogue::ChangesSince(scan->copy, table_, name_column_);
-  if (changes.Empty()) return Finish(scan);
-  scan->copy = table_;
-  CatchUp(scan, std::move(changes));
+  if (table_.IsCopyOf(scan->copy)) return Finish(scan);
+  CatchUp(scan);
 }
 
 void Reindex::AskFor(const std::shared_ptr<Scan>& scan) {
@@ -176,11 +179,21 @@ void Reindex::AskFor(const std::shared_ptr<Scan>& scan) {
   ask_({table_.Rows(), scan->files, gone.Rows(), std::string(gone.Cell(1, name_column_))}, answered);
 }
 
-/// The table may change again meanwhile, so it is compared again.
-void Reindex::CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes) {
-  workers_.Post([this, scan, column = name_column_, gate = gate_, box = box_, changes = std::move(changes)] {
+/// By a worker, as often as the table has changed meanwhile; the last few changes at once, or a table that
+/// keeps changing would never be caught up with.
+void Reindex::CatchUp(const std::shared_ptr<Scan>& scan) {
+  if (table_.RowsNotSharedWith(scan->copy).size() <= kRowsComparedAtOnce) {
+    const auto changes = catalogue::ChangesSince(scan->copy, table_, name_column_);
+    if (changes.Size() <= catalogue::kFewChanges) {
+      catalogue::Apply(changes, scan->joined.rows, name_column_);
+      scan->copy = table_;
+      return Finish(scan);
+    }
+  }
+  workers_.Post([this, scan, column = name_column_, gate = gate_, box = box_, now = table_] {
     gate->Pass([&] {
-      catalogue::Apply(changes, scan->joined.rows, column);
+      catalogue::Apply(catalogue::ChangesSince(scan->copy, now, column), scan->joined.rows, column);
+      scan->copy = now;
       box->Post([this, scan] { Take(scan); });
     });
   });
@@ -198,6 +211,8 @@ void Reindex::Finish(const std::shared_ptr<Scan>& scan) {
     outcome.moved = scan->joined.moved;
   }
   outcome.sentence = SentenceOn(*scan, outcome);
+  // A million rows take a while to go.
+  workers_.Post([before = std::move(scan->copy), gone = std::move(scan->joined.gone)] {});
   if (scan->report) scan->report(outcome);
 }
 

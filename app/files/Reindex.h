@@ -12,7 +12,6 @@
 #include "app/ports/ScanPort.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
-#include "catalogue/TableChanges.h"
 #include "catalogue/ports/SideStore.h"
 #include "catalogue/track_table.h"
 #include "support/Executor.h"
@@ -73,7 +72,7 @@ class Reindex {
   static void Add(Scan& scan, ScanFound found);
   void Take(const std::shared_ptr<Scan>& scan);
   void AskFor(const std::shared_ptr<Scan>& scan);
-  void CatchUp(const std::shared_ptr<Scan>& scan, catalogue::TableChanges changes);
+  void CatchUp(const std::shared_ptr<Scan>& scan);
   void Finish(const std::shared_ptr<Scan>& scan);
   [[nodiscard]] std::string SentenceOn(const Scan& scan, const Outcome& outcome) const;
 

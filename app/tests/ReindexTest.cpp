@@ -10,6 +10,7 @@
 #include "app/files/TreeScan.h"
 #include "app/testing/FakeScan.h"
 #include "catalogue/PlainFolders.h"
+#include "catalogue/TableChanges.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "support/testing/ManualExecutor.h"
 
@@ -100,15 +101,21 @@ TEST_F(ReindexTest, WhatBecomesOfTheTableMeanwhileStays) {
   }
 }
 
-TEST_F(ReindexTest, AChangeWhileTheRowsCatchUpStaysToo) {
-  Start();
-  Add("x");
-  for (int i = 0; i < 3; ++i) workers_.RunOne();  // both files and the end
-  Pump();
-  Add("y");
-  EXPECT_EQ(Titles(table_), "abxy");
-  Work();
-  EXPECT_EQ(Titles(table_), "bcxy");
+TEST_F(ReindexTest, AFewChangesAreCaughtUpWithAtOnceAndManyByAWorker) {
+  std::string many;
+  for (char name = 'k'; name <= 'w'; ++name) many += name;
+  for (const std::string& added : {std::string("x"), many}) {
+    Start();
+    for (int i = 0; i < 3; ++i) workers_.RunOne();  // both files and the end
+    for (const char name : added) Add({name});
+    Pump();
+    EXPECT_EQ(reindex_.Running(), added.size() > catalogue::kFewChanges);
+    Add("y");
+    Work();
+    EXPECT_EQ(Titles(table_), "bc" + added + "y");
+    table_.Clear();
+    for (const char* name : {"a", "b"}) Add(name);
+  }
 }
 
 TEST_F(ReindexTest, ACancelledScanThatWasThroughChangesNothing) {
