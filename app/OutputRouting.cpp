@@ -70,8 +70,9 @@ void OutputRouting::CannotOpen(int output, const OutputWish& wish) {
 }
 
 std::string OutputRouting::SentenceOn(const OutputWish& wish) const {
-  if (wish.name.empty()) return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
-  return say_(support::Sentence::OutputCannotOpen, {wish.name});
+  if (!wish.name.empty()) return say_(support::Sentence::OutputCannotOpen, {wish.name});
+  if (!engine_.BASS_GetDeviceDescription(1)) return say_(support::Sentence::NoOutputs);
+  return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
 }
 
 bool OutputRouting::Open(const OutputWish& wish) {

@@ -72,6 +72,7 @@ TEST_F(StartUpTest, AMachineWithoutSoundRunsWithoutSound) {
   station.StartUp();
   station.Tick();
   EXPECT_EQ(station.View().notice, support::Sentences()(support::Sentence::NoOutputs));
+  EXPECT_EQ(station.View().notices.size(), 1U) << "told once";
   EXPECT_EQ(station.View().outputs[0].device, 0);
 }
 
