@@ -26,6 +26,10 @@ class SaveWatch final : public support::FileSaver {
   support::Result<void> SaveSwiftly(const std::filesystem::path& path, std::string_view content) override;
   support::Result<void> SavePieces(const std::filesystem::path& path, const Pieces& next) override;
 
+  /// Of a file that is saved in another way: what came of it, which is given back.
+  support::Result<void> Note(const std::filesystem::path& path, support::Result<void> saved)
+      DJ_EXCLUDES(mutex_);
+
   struct Unsaved {
     std::size_t files = 0;
     support::Error why{};  ///< of the first by name
@@ -34,9 +38,6 @@ class SaveWatch final : public support::FileSaver {
   [[nodiscard]] Unsaved Now() const DJ_EXCLUDES(mutex_);
 
  private:
-  support::Result<void> Note(const std::filesystem::path& path, support::Result<void> saved)
-      DJ_EXCLUDES(mutex_);
-
   support::FileSaver& saver_;
   mutable support::Mutex mutex_;
   std::vector<std::filesystem::path> folders_ DJ_GUARDED_BY(mutex_);

@@ -8,6 +8,7 @@
 
 #include "app/Ports.h"
 #include "app/SaveWatch.h"
+#include "app/WatchedSideStore.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
 #include "engine/SoundEngine.h"
@@ -107,6 +108,7 @@ struct Program::Parts {
                 .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
+        watched_side_store(side_store, saves, support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
         background(Cores(), support::ThreadPool::StuckJobs::Wait, clock,
                    [] { platform::files::LowerThreadPriority(); }),
@@ -122,7 +124,7 @@ struct Program::Parts {
                      .visualisation = &visualisation,
                      .analysis = {&meters, &trackers},
                      .commands = &commands,
-                     .side_store = &side_store,
+                     .side_store = &watched_side_store,
                      .tag_writer = &tag_writer,
                      .dmx = &lights,
                      .boards = &boards,
@@ -169,6 +171,7 @@ struct Program::Parts {
   platform::analysis::QmBeatTrackers trackers;
   platform::process::basCommandOutput commands;
   platform::sidestore::SqliteSideStore side_store;
+  app::WatchedSideStore watched_side_store;
   platform::usb::K8062Interface lights;
   platform::usb::K8061Boards boards;
   platform::midi::FluidSynthesisers synthesisers;

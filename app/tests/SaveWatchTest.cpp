@@ -5,7 +5,10 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
+#include "app/WatchedSideStore.h"
+#include "catalogue/testing/MemorySideStore.h"
 #include "support/testing/MemoryFiles.h"
 
 namespace app {
@@ -37,6 +40,19 @@ TEST_F(WatchedSaves, AFileThatIsNotTheProgramsOwnDoesNotCount) {
   EXPECT_FALSE(watch.Save("/stick/list.tpl", "rows").Ok());
   EXPECT_FALSE(watch.Save("/evening/can-write.tmp", "").Ok()) << "a trial of the folder";
   EXPECT_EQ(watch.Now().files, 0U);
+}
+
+TEST_F(WatchedSaves, TheSideStoreCountsUntilItTakesSomethingAgain) {
+  catalogue::testing::MemorySideStore store;
+  WatchedSideStore watched(store, watch, "/evening/tlv.side");
+  store.SetFull(true);
+  EXPECT_FALSE(watched.Write("/m/a.mp3", {1, 1}, catalogue::SidePart::Grid, "beats").Ok());
+  EXPECT_EQ(watch.Now().files, 1U);
+  store.SetFull(false);
+  const std::vector<catalogue::SideEntry> entries{{"/m/a.mp3", {1, 1}, catalogue::SidePart::Grid, "beats"}};
+  EXPECT_TRUE(watched.WriteAll(entries).Ok());
+  EXPECT_EQ(watch.Now().files, 0U);
+  EXPECT_EQ(watched.Read("/m/a.mp3", {1, 1}, catalogue::SidePart::Grid), "beats");
 }
 
 /// Knows how it was asked.
