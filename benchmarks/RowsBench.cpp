@@ -5,7 +5,7 @@
 
 #include <QAbstractItemView>
 #include <QApplication>
-#include <QDropEvent>
+#include <QDragEnterEvent>
 #include <QHeaderView>
 #include <QLineEdit>
 #include <QMimeData>
@@ -17,6 +17,7 @@
 #include <cstdio>
 #include <functional>
 #include <random>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
@@ -28,6 +29,7 @@
 #include "program/Program.h"
 #include "support/Executor.h"
 #include "support/Text.h"
+#include "ui/forms/MusicPage.h"
 #include "ui/forms/frmMain.h"
 
 namespace bench {
@@ -64,8 +66,7 @@ class Samples {
     wall_.push_back(turn.wall);
   }
   void Print() const {
-    std::printf("%f %f\n", cpu_.empty() ? 0 : Percentile(cpu_, 0.99),
-                wall_.empty() ? 0 : Percentile(wall_, 0.99));
+    std::printf("%f %f\n", Percentile(cpu_, 0.99), Percentile(wall_, 0.99));
     std::fflush(stdout);
   }
 
@@ -86,7 +87,9 @@ class User {
 
   template <typename Widget>
   [[nodiscard]] Widget* Find(const char* name) {
-    return program_.Window().findChild<Widget*>(QLatin1String(name));
+    auto* found = program_.Window().findChild<Widget*>(QLatin1String(name));
+    if (found == nullptr) throw std::runtime_error(std::string("nothing is named ") + name);
+    return found;
   }
   [[nodiscard]] QAbstractItemView& Grid() { return *grid_; }
   [[nodiscard]] int Rows() { return grid_->model()->rowCount(); }
@@ -99,7 +102,10 @@ class User {
       longest = {std::max(longest.cpu, turn.cpu), std::max(longest.wall, turn.wall)};
     };
     const auto patience = std::chrono::steady_clock::now() + 120s;
-    while (done && !done() && std::chrono::steady_clock::now() < patience) take(OneTurn());
+    while (done && !done()) {
+      if (std::chrono::steady_clock::now() > patience) throw std::runtime_error("an act came to no end");
+      take(OneTurn());
+    }
     const auto end = std::chrono::steady_clock::now() + rest;
     while (std::chrono::steady_clock::now() < end) take(OneTurn());
     return longest;
@@ -113,6 +119,9 @@ class User {
     QList<QUrl> urls;
     for (const std::string& file : files) urls.push_back(QUrl::fromLocalFile(QString::fromStdString(file)));
     data.setUrls(urls);
+    // Qt delivers a drop only to where a drag went in.
+    QDragEnterEvent enter(QPoint(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(&target, &enter);
     QDropEvent drop(QPointF(20, 20), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&target, &drop);
   }
@@ -180,7 +189,8 @@ Samples TimeDeleting(User& user) {
   Samples samples;
   user.Do([&] { user.Choose(user.Rows() - kAddedFiles, user.Rows() - 1); }, 500ms);
   const int wanted = user.Rows() - kAddedFiles;
-  samples.Add(user.Do([&] { user.Find<QPushButton>("DeleteTracks")->click(); }, 500ms));
+  auto* page = user.Find<ui::MusicPage>("MusicPage");
+  samples.Add(user.Do([&] { Q_EMIT page->DeleteWanted(); }, 500ms));
   auto* agree = user.Find<QPushButton>("DeleteTracksBoxYes");
   samples.Add(user.Do([&] { agree->click(); }, 2s, [&] { return user.Rows() <= wanted; }));
   return samples;
@@ -303,22 +313,23 @@ void WriteRows(const fs::path& index, int rows) {
   std::fclose(file);
 }
 
-int ShowActs(const char* folder) {
-  {
-    const fs::path home(folder);
-    for (const Samples& samples : TimeLooks(home / "tlv.ndx")) samples.Print();
-    TimeSwaps(home / "tlv.ndx").Print();
-    const std::vector<std::string> files = MakeCollection(home / "music", kAddedFiles);
-    User user(home);
-    TimeAdding(user, files).Print();
-    TimeDrops(user, files).Print();
-    TimeAnalysis(user).Print();
-    TimeDeleting(user).Print();
-    TimeSearch(user).Print();
-    TimeSorting(user).Print();
-    TimeAnalyseAll(user).Print();
-  }
+int ShowActs(const char* folder) try {
+  const fs::path home(folder);
+  for (const Samples& samples : TimeLooks(home / "tlv.ndx")) samples.Print();
+  TimeSwaps(home / "tlv.ndx").Print();
+  const std::vector<std::string> files = MakeCollection(home / "music", kAddedFiles);
+  User user(home);
+  TimeAdding(user, files).Print();
+  TimeDrops(user, files).Print();
+  TimeAnalysis(user).Print();
+  TimeDeleting(user).Print();
+  TimeSearch(user).Print();
+  TimeSorting(user).Print();
+  TimeAnalyseAll(user).Print();
   return 0;
+} catch (const std::runtime_error& error) {
+  std::fprintf(stderr, "%s\n", error.what());
+  return 1;
 }
 
 }  // namespace bench
