@@ -46,6 +46,7 @@ std::unique_ptr<OutputPlug> DeviceSlot::Unplug() {
   support::MutexLock lock(mutex_);
   if (plug_ != nullptr) {
     last_heard_ = std::max(last_heard_, plug_->HeardFrame(clock_.Now(), core_));
+    gaps_before_ += plug_->Gaps();
     plug_->Connect(nullptr);
   }
   return std::move(plug_);
@@ -61,6 +62,11 @@ void DeviceSlot::Plug(std::unique_ptr<OutputPlug> plug) {
 bool DeviceSlot::Lost() const {
   support::MutexLock lock(mutex_);
   return plug_ != nullptr && plug_->Lost();
+}
+
+std::uint64_t DeviceSlot::Gaps() const {
+  support::MutexLock lock(mutex_);
+  return gaps_before_ + (plug_ == nullptr ? 0 : plug_->Gaps());
 }
 
 std::string DeviceSlot::MovedTo() const {

@@ -31,6 +31,7 @@ class OutputPlug final : public RenderSource {
   void Connect(RenderCore* core) noexcept { core_.store(core, std::memory_order_release); }
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept { return info_; }
   [[nodiscard]] bool Lost() const noexcept { return device_ != nullptr && device_->Lost(); }
+  [[nodiscard]] std::uint64_t Gaps() const noexcept { return device_ == nullptr ? 0 : device_->Gaps(); }
   [[nodiscard]] std::string MovedTo() const {
     return device_ == nullptr ? std::string() : device_->MovedTo();
   }
@@ -71,6 +72,8 @@ class DeviceSlot {
   void Close() DJ_EXCLUDES(mutex_) { Unplug().reset(); }
 
   [[nodiscard]] bool Lost() const DJ_EXCLUDES(mutex_);
+  /// See OutputDevice; of all outputs that it had.
+  [[nodiscard]] std::uint64_t Gaps() const DJ_EXCLUDES(mutex_);
   /// See OutputDevice.
   [[nodiscard]] std::string MovedTo() const DJ_EXCLUDES(mutex_);
   /// The core's frame at the loudspeaker now; never goes back.
@@ -84,6 +87,7 @@ class DeviceSlot {
   RenderCore core_;
   mutable support::Mutex mutex_;
   std::int64_t last_heard_ DJ_GUARDED_BY(mutex_) = kNothingHeard;
+  std::uint64_t gaps_before_ DJ_GUARDED_BY(mutex_) = 0;  ///< of outputs that are gone
   std::unique_ptr<OutputPlug> plug_ DJ_GUARDED_BY(mutex_);
 };
 

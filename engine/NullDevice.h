@@ -28,6 +28,7 @@ class NullDevice final : public OutputDevice {
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept override { return info_; }
   [[nodiscard]] PlayedMark Played() const noexcept override;
   [[nodiscard]] bool Lost() const noexcept override { return false; }
+  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return 0; }
 
  private:
   void Run() DJ_EXCLUDES(mutex_);

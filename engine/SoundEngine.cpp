@@ -279,7 +279,7 @@ decks::EngineHealth SoundEngine::Health() {
   decks::EngineHealth health;
   for (const auto& slot : devices_->All()) {
     health.callbacks += slot->Core().Callbacks();
-    health.late_blocks += slot->Core().LateBlocks();
+    health.late_blocks += slot->Core().LateBlocks() + slot->Gaps();
     health.bad_samples += slot->Core().BadSamples();
     health.load = std::max(health.load, slot->Core().Load());
   }

@@ -33,10 +33,11 @@ class VirtualOutputs::Device final : public OutputDevice {
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept override { return info_; }
   [[nodiscard]] PlayedMark Played() const noexcept override { return mark_; }
   [[nodiscard]] bool Lost() const noexcept override { return lost_; }
-
+  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return gaps_; }
   [[nodiscard]] std::string MovedTo() const override { return moved_to_; }
 
   void Lose() { lost_ = true; }
+  void RunDry() { ++gaps_; }
   void MoveTo(const std::string& id) { moved_to_ = id; }
   [[nodiscard]] support::TimePoint Due() const { return due_; }
 
@@ -75,6 +76,7 @@ class VirtualOutputs::Device final : public OutputDevice {
   std::vector<float> block_;
   PlayedMark mark_{0, support::TimePoint::max()};
   bool lost_ = false;
+  std::uint64_t gaps_ = 0;
   std::string moved_to_;
 };
 
@@ -147,6 +149,12 @@ void VirtualOutputs::MarkSuspended(const std::string& id, bool suspended) {
     if (info.id == id) info.suspended = suspended;
   }
   SetBroken(id, suspended);
+}
+
+void VirtualOutputs::RunDry(const std::string& id) {
+  for (Device* device : open_) {
+    if (device->Info().id == id) device->RunDry();
+  }
 }
 
 void VirtualOutputs::Suspend(const std::string& id) {

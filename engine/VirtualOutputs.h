@@ -69,6 +69,8 @@ class VirtualOutputs final : public OutputDevices {
   /// As if a cable was pulled, or plugged.
   void Remove(const std::string& id);
   void Add(const OutputDeviceInfo& info);
+  /// As if the system ran out of an output's samples.
+  void RunDry(const std::string& id);
   /// As if the system put an output to sleep: it stays in the list and takes no sound until it wakes, which
   /// nobody is told.
   void Suspend(const std::string& id);

@@ -42,7 +42,8 @@ struct SampleFormat {
 /// What the engine's callbacks report of themselves.
 struct EngineHealth {
   std::uint64_t callbacks = 0;
-  std::uint64_t late_blocks = 0;  ///< times a playing stream's ring ran dry
+  /// Times that a playing stream's ring ran dry, or the system ran out of a device's samples.
+  std::uint64_t late_blocks = 0;
   std::uint64_t bad_samples = 0;  ///< made by an effect, no numbers, silenced
   float load = 0;                 ///< largest share of the period that a callback of the last second took
 };

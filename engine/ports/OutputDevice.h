@@ -61,6 +61,9 @@ class OutputDevice {
   [[nodiscard]] virtual PlayedMark Played() const noexcept = 0;
   /// True for good once the device is gone; it then pulls no more. Threads: any, never blocks.
   [[nodiscard]] virtual bool Lost() const noexcept = 0;
+  /// How often the system ran out of its samples and played silence, because Render was called or came back
+  /// too late. Threads: any, never blocks.
+  [[nodiscard]] virtual std::uint64_t Gaps() const noexcept = 0;
   /// The id of the output on which the sound comes out instead, since the user moved it there with means of
   /// the system's; empty while it is where it was opened. Threads: any, never blocks for long.
   [[nodiscard]] virtual std::string MovedTo() const { return {}; }

@@ -52,6 +52,7 @@ class CountingOutput final : public OutputDevice {
   [[nodiscard]] const OutputDeviceInfo& Info() const noexcept override { return info_; }
   [[nodiscard]] PlayedMark Played() const noexcept override { return mark_; }
   [[nodiscard]] bool Lost() const noexcept override { return false; }
+  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return 0; }
 
  private:
   PlayedMark& mark_;

@@ -81,6 +81,17 @@ TEST_F(Starvation, ASlowDiskDelaysTheStartAndIsNotCounted) {
   EXPECT_EQ(stage.engine->Health().late_blocks, 0U);
 }
 
+TEST_F(Starvation, WhatTheSystemRanOutOfIsCountedPastTheOutputsEnd) {
+  Play("tone.mp3");
+  stage.outputs.RunDry("main");
+  stage.outputs.RunDry("main");
+  EXPECT_EQ(stage.engine->Health().late_blocks, 2U);
+  stage.outputs.Remove("main");
+  stage.Advance(100ms);
+  stage.engine->TakeDeviceEvents();
+  EXPECT_EQ(stage.engine->Health().late_blocks, 2U);
+}
+
 TEST_F(Starvation, AStreamNeverStartsFromThePlaceItWasMovedFrom) {
   const auto stream = stage.Load("tone.mp3");
   stage.Advance(100ms);

@@ -109,6 +109,8 @@ void PulseDevice::SetCallbacks() {
       this);
   pa_stream_set_latency_update_callback(
       stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->MarkPlayed(); }, this);
+  pa_stream_set_underflow_callback(
+      stream_, [](pa_stream*, void* device) { ++static_cast<PulseDevice*>(device)->gaps_; }, this);
   pa_stream_set_moved_callback(
       stream_, [](pa_stream*, void* device) { static_cast<PulseDevice*>(device)->Moved(); }, this);
 }
@@ -242,6 +244,7 @@ void PulseDevice::EndPulling() {
   pa_stream_set_state_callback(stream, nullptr, nullptr);
   pa_stream_set_write_callback(stream, nullptr, nullptr);
   pa_stream_set_latency_update_callback(stream, nullptr, nullptr);
+  pa_stream_set_underflow_callback(stream, nullptr, nullptr);
   pa_stream_set_moved_callback(stream, nullptr, nullptr);
   if (PA_STREAM_IS_GOOD(pa_stream_get_state(stream))) pa_stream_disconnect(stream);
   pa_stream_unref(stream);

@@ -47,6 +47,7 @@ class PulseDevice final : public engine::OutputDevice {
   [[nodiscard]] const engine::OutputDeviceInfo& Info() const noexcept override { return info_; }
   [[nodiscard]] engine::PlayedMark Played() const noexcept override;
   [[nodiscard]] bool Lost() const noexcept override { return lost_.load(std::memory_order_acquire); }
+  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return gaps_; }
   [[nodiscard]] std::string MovedTo() const override DJ_EXCLUDES(moved_mutex_);
 
  private:
@@ -85,6 +86,7 @@ class PulseDevice final : public engine::OutputDevice {
   support::TimePoint last_asked_{};
   support::HistoryRing<engine::PlayedMark, 8> played_;
   std::atomic<bool> lost_{false};
+  std::atomic<std::uint64_t> gaps_{0};
   mutable support::Mutex moved_mutex_;
   std::string moved_to_ DJ_GUARDED_BY(moved_mutex_);
 };
