@@ -32,6 +32,10 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureKeyLock();
 /// From a command to the ear, on a real sound server of its own.
 [[nodiscard]] std::vector<Figure> MeasureEar();
+/// Gaps in what two decks play for minutes while other programs take all that the processors have.
+[[nodiscard]] std::vector<Figure> MeasureLoad();
+/// The part of MeasureLoad that runs in a process of its own.
+int RunLoadChild(int argc, char* argv[]);
 [[nodiscard]] std::vector<Figure> MeasureWindow();
 /// A start with a million rows, and what the window's thread pays for acts among them.
 [[nodiscard]] std::vector<Figure> MeasureRows();

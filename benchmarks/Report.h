@@ -28,6 +28,9 @@ struct Figure {
 /// Memory that this process has in use now.
 [[nodiscard]] double ResidentMegabytes();
 
+/// What this program prints when it is started with these arguments: numbers with blanks between them.
+[[nodiscard]] std::vector<double> RunChild(const std::string& arguments);
+
 /// A Markdown table: its head, then rows of name, unit, ours, reference, ratio, aim.
 void PrintHead();
 void Print(const std::vector<Figure>& figures);

@@ -65,17 +65,6 @@ void WriteIndex(const fs::path& folder, int rows) {
   static_cast<void>(catalogue::SaveIndex(saver, folder / "tlv.ndx", table));
 }
 
-/// What a child printed: numbers with blanks between them.
-std::vector<double> RunChild(const std::string& arguments) {
-  const std::string command = fs::read_symlink("/proc/self/exe").string() + " " + arguments;
-  std::vector<double> numbers;
-  if (FILE* pipe = popen(command.c_str(), "r")) {
-    for (double number; std::fscanf(pipe, "%lf", &number) == 1;) numbers.push_back(number);
-    pclose(pipe);
-  }
-  return numbers;
-}
-
 struct Starts {
   std::vector<double> seconds;
   std::vector<double> megabytes;

@@ -30,6 +30,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"analysis", bench::MeasureAnalysis},
     {"tempo", bench::MeasureTempo},
     {"ear", bench::MeasureEar},
+    {"load", bench::MeasureLoad},
     {"karaoke", bench::MeasureKaraoke},
     {"window", bench::MeasureWindow},
     {"rows", bench::MeasureRows},
@@ -40,6 +41,7 @@ constexpr auto kParts = std::to_array<Part>({
 /// Measures the parts named, all of them where none is.
 int main(int argc, char* argv[]) {
   if (argc > 1 && std::string_view(argv[1]) == "--song") return bench::WriteTempoSong(argc, argv);
+  if (argc > 1 && std::string_view(argv[1]) == "--load") return bench::RunLoadChild(argc, argv);
   if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
   const std::span chosen(argv + 1, argv + argc);
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
