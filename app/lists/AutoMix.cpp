@@ -170,16 +170,48 @@ void AutoMix::LoadNext(int deck, const ListTables& tables, const Files& played) 
   loaded_.clear();
   placed_ = false;
   since_ = clock_.Now();
+  const RowToLoad next = NextOf(deck, tables, played);
+  at_the_end_ = next.row == 0;
+  next_ = next.row == 0 ? 0 : deck;
+  if (next.row == 0) return;
+  loading_ = next.playlist->Cell(next.row, catalogue::track::kFilename);
+  decks_.Load(deck, *next.playlist, next.row);
+}
+
+AutoMix::RowToLoad AutoMix::NextOf(int deck, const ListTables& tables, const Files& played) const {
   for (const int list : {deck, Other(deck)}) {
     const auto& playlist = tables.playlists[static_cast<std::size_t>(list - 1)];
     const int row = playlist == nullptr ? 0 : NextRow(*playlist, played, done_with_);
-    at_the_end_ = row == 0;
-    if (row == 0) continue;
-    loading_ = playlist->Cell(row, catalogue::track::kFilename);
-    next_ = deck;
-    return decks_.Load(deck, *playlist, row);
+    if (row != 0) return {playlist.get(), row};
   }
-  next_ = 0;
+  return {};
+}
+
+ComingTrack AutoMix::Coming(const WorkstationView& view, const ListTables& tables,
+                            const Files& played) const {
+  const int deck = phase_ != Phase::Waiting ? next_ : leader_ == 0 ? 0 : Other(leader_);
+  if (!wishes_.on || deck == 0) return {};
+  const DeckView& shown = Of(view, deck);
+  const bool hand = phase_ == Phase::Waiting && (Plays(shown) || shown.state == State::Paused);
+  if (hand) return {};
+  const bool stands = shown.state != State::Empty && shown.state != State::Ended;
+  const bool ours = phase_ != Phase::Waiting || (!loading_.empty() && shown.filename == loading_) ||
+                    (!loaded_.empty() && shown.filename == loaded_);
+  if (stands && (ours || shown.filename != spent_[deck == 1 ? 0 : 1]))
+    return {shown.filename, shown.artist, shown.title, {}};
+  const RowToLoad next = NextOf(deck, tables, played);
+  if (next.row == 0) return {};
+  const auto cell = [&next](int column) { return std::string(next.playlist->Cell(next.row, column)); };
+  namespace column = catalogue::track;
+  return {cell(column::kFilename), cell(column::kArtist), cell(column::kTitle), {}};
+}
+
+std::optional<microseconds> AutoMix::ComingIn(const WorkstationView& view) const {
+  if (!wishes_.on || leader_ == 0) return std::nullopt;
+  const DeckView& led = Of(view, leader_);
+  if (phase_ == Phase::Mixing || led.state == State::Ended) return microseconds(0);
+  if (!Plays(led) || led.length.count() <= 0) return std::nullopt;
+  return std::max(Lasting(plan_.at - led.position, led.speed), microseconds(0));
 }
 
 void AutoMix::PassOver(const DeckView& view) {

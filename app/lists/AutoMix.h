@@ -8,6 +8,7 @@
 #include <memory>
 #include <string>
 
+#include "app/lists/ComingTrack.h"
 #include "app/lists/MixPlan.h"
 #include "app/sound/DeckView.h"
 #include "catalogue/track_table.h"
@@ -110,12 +111,24 @@ class AutoMix {
   [[nodiscard]] int Next() const { return next_; }
   /// The lists hold nothing more to play; known while a track plays towards its end.
   [[nodiscard]] bool AtTheEnd() const { return at_the_end_; }
+  /// What it would go over to now: what stands ready or is loaded, else the next row of the lists. Goes
+  /// through the lists.
+  [[nodiscard]] ComingTrack Coming(const WorkstationView& view, const ListTables& tables,
+                                   const Files& played) const;
+  /// Until that begins.
+  [[nodiscard]] std::optional<std::chrono::microseconds> ComingIn(const WorkstationView& view) const;
 
  private:
   enum class Phase { Waiting, Armed, Mixing };
 
   /// The file that a deck played last.
   [[nodiscard]] std::string& Spent(int deck) { return spent_[deck == 1 ? 0 : 1]; }
+  /// Playlist and row of what is loaded next on a deck; row 0: the lists hold nothing more.
+  struct RowToLoad {
+    const catalogue::track_table* playlist = nullptr;
+    int row = 0;
+  };
+  [[nodiscard]] RowToLoad NextOf(int deck, const ListTables& tables, const Files& played) const;
   void TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played);
   void TickArmed(const WorkstationView& view);
   void TickMixing(const WorkstationView& view);

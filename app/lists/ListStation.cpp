@@ -131,7 +131,19 @@ void ListStation::Tick(const WorkstationView& view, const DeckView& song) {
   draft.waits = draft.automix.on &&
                 std::none_of(view.decks.begin(), view.decks.begin() + 2,
                              [](const auto& deck) { return deck.state == DeckView::State::Playing; });
+  draft.coming = LookAhead(view);
   views_.Publish();
+}
+
+const ComingTrack& ListStation::LookAhead(const WorkstationView& view) {
+  constexpr auto kOften = std::chrono::milliseconds(200);  // lists may be long
+  const support::TimePoint now = context_.clock.Now();
+  if (now - looked_at_ >= kOften) {
+    looked_at_ = now;
+    coming_ = automix_.Coming(view, seen_, heard_tonight_);
+  }
+  coming_.in = coming_.filename.empty() ? std::nullopt : automix_.ComingIn(view);
+  return coming_;
 }
 
 void ListStation::Restore(const MixerHands& hands) {

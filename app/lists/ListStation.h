@@ -38,6 +38,7 @@ struct ListView {
   int next = 0;             ///< deck that it has made ready or loads; 0 is none
   bool at_the_end = false;  ///< nothing is left to play next
   bool waits = false;       ///< it is on, and decks 1 and 2 are silent
+  ComingTrack coming;
 };
 
 /// The lists of the evening: searches, playlists, what was played, and the automatic mixer. The playlists are
@@ -128,6 +129,7 @@ class ListStation {
   void SendTables();
   void SendWishes();
   void Heard(const DeckView& track);
+  [[nodiscard]] const ComingTrack& LookAhead(const WorkstationView& view);
 
   const StationContext& context_;
   Tables tables_;
@@ -144,7 +146,9 @@ class ListStation {
   std::vector<catalogue::track_table> sent_;  ///< the tables as the conductor has them
   // The conductor's.
   AutoMix automix_;
-  bool held_ = false;  ///< until the decks go on
+  ComingTrack coming_;
+  support::TimePoint looked_at_{};  ///< for what comes
+  bool held_ = false;               ///< until the decks go on
   AutoLevel levels_;
   HeardTracks heard_;
   EveningLog log_;

@@ -21,6 +21,7 @@ struct MixWishes {
   int most_percent = 0;  ///< that the tempos may lie apart
   bool match_gain = false;
   support::Decibels gain_range{12};  ///< that tracks are levelled by at most
+  bool operator==(const MixWishes&) const = default;
 };
 
 /// When a deck hands over to the other one.

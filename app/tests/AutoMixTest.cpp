@@ -129,6 +129,38 @@ TEST_F(AutoMixTest, OneListIsEnoughAndItsEndIsQuiet) {
   EXPECT_EQ(station_->View().notice, "");
 }
 
+TEST_F(AutoMixTest, WhatComesNextAndWhenIsToldWithTheListsTheHandsAndTheMix) {
+  const auto told = [this] {
+    const ComingTrack& coming = station_->Lists().View().coming;
+    const auto seconds = [](microseconds in) { return std::chrono::round<std::chrono::seconds>(in).count(); };
+    return coming.title + (coming.in ? " in " + std::to_string(seconds(*coming.in)) : "");
+  };
+  List(1, {"a.mp3"});
+  List(2, {"b.mp3"});
+  EXPECT_EQ(told(), "") << "nothing plays";
+  Begin("a.mp3");
+  Go(30s);
+  EXPECT_EQ(told(), "Title of b.mp3 in 66") << "of the lists, long before it is loaded";
+  Playlist(2).AddRow(std::vector<std::string_view>{"Artist", "Put before", "01:40", "c.flac"});
+  Playlist(2).RemoveRow(1);
+  station_->Lists().Follow();
+  Go(1s);
+  EXPECT_EQ(told(), "Put before in 65");
+  Load(2, "b.mp3");
+  Go(1s);
+  EXPECT_EQ(told(), "Title of b.mp3 in 64") << "a hand has made it ready";
+  station_->Decks()[1].Do(&DeckStation::Seek, microseconds(90s));
+  Go(1s);
+  EXPECT_EQ(told(), "Title of b.mp3 in 5");
+  Go(6s);
+  EXPECT_EQ(told(), "Title of b.mp3 in 0") << "it is being mixed";
+  Go(5s);
+  EXPECT_EQ(told(), "Put before in 90");
+  station_->Lists().SetAutomix(false);
+  Go(1s);
+  EXPECT_EQ(told(), "");
+}
+
 TEST_F(AutoMixTest, WhatCannotBePlayedIsPassedOverWithASentence) {
   List(1, {"gone.mp3", "b.mp3"});
   Begin("a.mp3");
