@@ -101,7 +101,16 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
                            {"Write", "False", "mixing values are written to the files' tags"}};
 
 constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch, 2 German"}};
-constexpr Words kSkin[] = {{"Name", "0", "number of the skin"}};
+constexpr Words kSkin[] = {{"Name", "0", "number of the skin"},
+                           {"Density", "0", "rows and controls: 0 comfortable, 1 compact"}};
+constexpr Words kCompactDecks[] = {{"Music", "False", "the decks are one line each over this page"},
+                                   {"Playlist3", "True", "the same over the third playlist"},
+                                   {"Karaoke", "True", "the same over the karaoke songs"},
+                                   {"Console", "True", "the same over the light console"},
+                                   {"Organ", "True", "the same over the light organ"},
+                                   {"Effects", "True", "the same over the effects"},
+                                   {"Recording", "True", "the same over the recording"},
+                                   {"Settings", "True", "the same over the settings"}};
 constexpr Words kVisualisation[] = {{"Name", "Spectrum", "visualiser that is shown; None for none"},
                                     {"Resolution", "25", "frames a second of the visualisation"}};
 
@@ -216,6 +225,7 @@ void AddProgram(Rows& rows) {
   Add(rows, "Setup", kSetup);
   Add(rows, "Tags", kTags);
   Add(rows, "Skin", kSkin);
+  Add(rows, "CompactDecks", kCompactDecks);
   Add(rows, "Visualisation", kVisualisation);
   Add(rows, "Channels", kChannels);
 }

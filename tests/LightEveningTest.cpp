@@ -148,8 +148,7 @@ TEST_F(LightEvening, StartFadersShowPulledPluggedAndTheLastFrameIsDark) {
   Find("Fader3").setFocus();
   QTest::keyClicks(&Find("Fader3"), QStringLiteral("123"));
   EXPECT_TRUE(LampStandsAt(3, 123));
-  EXPECT_TRUE(
-      Eventually([&] { return TextOf("OutputStatus").find("frames a second") != std::string::npos; }));
+  EXPECT_TRUE(Eventually([&] { return TextOf("OutputStatus").find("times a second") != std::string::npos; }));
 
   before_[2] = 123;
   OpenTheShow();

@@ -5,17 +5,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileDialog>
-#include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QVBoxLayout>
 #include <cmath>
 
 #include "app/Collections.h"
 #include "ui/forms/BatchBar.h"
-#include "ui/forms/ColourPanel.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/FolderList.h"
 #include "ui/strings/Decode.h"
@@ -24,81 +21,38 @@
 #include "ui/widgets/Kit.h"
 
 namespace ui {
-namespace {
-
-struct Option {
-  app::ApplyMode mode;
-  const char* name;
-  int caption;
-  int tip;
-
-  template <typename Word>
-  constexpr Option(app::ApplyMode what, const char* object, Word captioned, Word tipped)
-      : mode(what), name(object), caption(static_cast<int>(captioned)), tip(static_cast<int>(tipped)) {}
-};
-
-constexpr Option kOptions[] = {
-    {app::ApplyMode::ReindexMusic, "ReindexMusic", Say::ReindexMusic, Say::ReindexMusicTip},
-    {app::ApplyMode::ReindexKaraoke, "ReindexKaraoke", Say::ReindexKaraoke, Say::ReindexKaraokeTip},
-    {app::ApplyMode::AnalyseAll, "AnalyseAll", ScanWord::AnalyseAll, ScanWord::AnalyseAllTip},
-    {app::ApplyMode::ChooseDirectory, "ChooseDirectory", Say::ChooseDirectory, Say::ChooseDirectoryTip},
-    {app::ApplyMode::ChannelColours, "KeepColours", Say::KeepColours, Say::KeepColoursTip},
-    {app::ApplyMode::Help, "OpenHelp", Say::OpenHelp, Say::OpenHelpTip}};
-
-QPushButton* MakePlain(const QString& name, const QString& caption, const QString& tip) {
-  return PlainButton(name, {caption, caption, tip});
-}
-
-}  // namespace
-
-ApplyPanel::ApplyPanel(app::Workstation& workstation, const ColourPanel& colours, const Look& look,
-                       QWidget* parent)
-    : QWidget(parent), workstation_(workstation), colours_(colours), look_(look) {
-  auto* options = new QGridLayout;
-  SetSpacingEm(*options, 0, 0.2);
-  MakeOptions(*options);
+ApplyPanel::ApplyPanel(app::Workstation& workstation, const Look& look, QWidget* parent)
+    : QWidget(parent), workstation_(workstation), look_(look) {
+  analysis_ = new BatchBar(QStringLiteral("All"), workstation.Collections().Batch(), look);
   FillColumn(*this, 0, 0.6,
-             {Heading(look.say(Say::Collection)), options, MakeFolder(),
-              new FolderList(workstation.Settings(), look), MakeButtons(), Part::Room()});
+             {Heading(look.say(Say::Collection)), MakeFolder(), new FolderList(workstation.Settings(), look),
+              MakeScans(), analysis_, Part::Room()});
   ShowFolder(workstation.Settings().Text("Settings", "Directory"));
 }
 
-void ApplyPanel::MakeOptions(QGridLayout& grid) {
-  for (std::size_t i = 0; i < options_.size(); ++i) {
-    const Option& option = kOptions[i];
-    auto* button = new QRadioButton(look_.say(Say(option.caption)));
-    Name(*button, option.name, look_.say(Say(option.caption)), look_.say(Say(option.tip)));
-    grid.addWidget(button, static_cast<int>(i), 0);
-    options_[i] = button;
-  }
-  options_[0]->setChecked(true);
-}
-
-QHBoxLayout* ApplyPanel::MakeFolder() {
+QLayout* ApplyPanel::MakeFolder() {
   folder_ = new QLineEdit;
   Name(*folder_, "Directory", look_.say.Of(Say::Folder));
-  return Row(0.6, {Caption(look_.say(Say::Folder), look_.skin.dim), {folder_, 1}});
+  auto* browse = PlainButton("BrowseDirectory", look_.say.Of(Say::Browse), [this] { AskForFolder(); });
+  return Row(0.6, {Caption(look_.say(Say::Folder), look_.skin.dim), {folder_, 1}, browse});
 }
 
-QHBoxLayout* ApplyPanel::MakeButtons() {
+QLayout* ApplyPanel::MakeScans() {
   const auto& say = look_.say;
-  apply_ = MakePlain(QStringLiteral("Apply"), say(Say::Apply), say(Say::ApplyTip));
-  connect(apply_, &QPushButton::clicked, this, &ApplyPanel::Apply);
-  cancel_ = MakePlain(QStringLiteral("CancelScan"), say(Say::CancelScan), say(Say::CancelScanTip));
+  auto* music =
+      PlainButton("ReindexMusic", say.Of(Say::ReindexMusic), [this] { Scan(app::ApplyMode::ReindexMusic); });
+  auto* karaoke = PlainButton("ReindexKaraoke", say.Of(Say::ReindexKaraoke),
+                              [this] { Scan(app::ApplyMode::ReindexKaraoke); });
+  auto* analyse = PlainButton("AnalyseAll", say.Of(ScanWord::AnalyseAll), [this] {
+    workstation_.ApplyButton().Press({app::ApplyMode::AnalyseAll, {}, {}});
+  });
+  cancel_ = PlainButton("CancelScan", say.Of(Say::CancelScan),
+                        [this] { workstation_.Collections().CancelScans(); });
   cancel_->hide();
-  connect(cancel_, &QPushButton::clicked, this, [this] { workstation_.Collections().CancelScans(); });
-  progress_ = new ElidedLabel;
+  progress_ = Sentence("ScanProgress", look_.skin.dim);
   progress_->UseTwoLines();
-  Name(*progress_, "ScanProgress");
-  SetTextColour(*progress_, look_.skin.dim);
-  return Row(0.6, {apply_, cancel_, {progress_, 1}});
-}
-
-app::ApplyMode ApplyPanel::Mode() const {
-  for (std::size_t i = 0; i < options_.size(); ++i) {
-    if (options_[i]->isChecked()) return kOptions[i].mode;
-  }
-  return kOptions[0].mode;
+  return Column(0.6, {Row(0.6, {music, karaoke, Part::Room()}), Row(0.6, {analyse, Part::Room()}),
+                      Row(0.6, {cancel_, {progress_, 1}})});
 }
 
 std::string ApplyPanel::Folder() const {
@@ -120,16 +74,12 @@ void ApplyPanel::ShowFolder(const std::string& folder) {
   folder_->setText(SystemText(folder));
 }
 
-void ApplyPanel::Apply() {
-  const app::ApplyMode mode = Mode();
-  if (mode == app::ApplyMode::ChooseDirectory) return AskForFolder();
+void ApplyPanel::Scan(app::ApplyMode mode) {
   // The workstation may outlive the panel, which a change of language makes anew.
   workstation_.ApplyButton().Press(
-      {mode, Folder(), colours_.Colours()},
-      [panel = QPointer<ApplyPanel>(this)](const app::Reindex::Outcome& outcome) {
+      {mode, Folder(), {}}, [panel = QPointer<ApplyPanel>(this)](const app::Reindex::Outcome& outcome) {
         if (!panel.isNull()) panel->ShowOutcome(outcome);
       });
-  if (mode == app::ApplyMode::ChannelColours) progress_->Show(look_.say(Say::ColoursKept));
 }
 
 void ApplyPanel::ShowOutcome(const app::Reindex::Outcome& outcome) {
@@ -141,6 +91,7 @@ void ApplyPanel::ShowOutcome(const app::Reindex::Outcome& outcome) {
 }
 
 void ApplyPanel::Show() {
+  analysis_->Show(0);
   const bool scanning = workstation_.Collections().IsScanning();
   if (cancel_->isHidden() == scanning) cancel_->setVisible(scanning);
   if (!scanning) return;

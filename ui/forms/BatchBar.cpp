@@ -31,36 +31,42 @@ QString TimeLeftText(std::chrono::seconds left, const Strings& say) {
   return say(ScanWord::MinutesLeft).arg((left.count() + 30) / 60);
 }
 
-BatchBar::BatchBar(app::BatchAnalysis& analysis, const Look& look, QWidget* parent)
+BatchBar::BatchBar(const QString& prefix, app::BatchAnalysis& analysis, const Look& look, QWidget* parent)
     : QWidget(parent), analysis_(analysis), look_(look) {
-  begin_ = PlainButton("Analyse", look_.say.Of(ScanWord::Analyse), [this] { Pressed(); });
-  pause_ = PlainButton("AnalysePause", look_.say.Of(ScanWord::AnalysePause), [this] { analysis_.Pause(); });
-  go_on_ = PlainButton("AnalyseGoOn", look_.say.Of(ScanWord::AnalyseGoOn), [this] { analysis_.Resume(); });
-  end_ = PlainButton("AnalyseEnd", look_.say.Of(ScanWord::AnalyseEnd), [this] { analysis_.Cancel(); });
-  text_ = Sentence("AnalyseProgress", look.skin.dim);
+  begin_ =
+      PlainButton(prefix + QStringLiteral("Analyse"), look_.say.Of(ScanWord::Analyse), [this] { Pressed(); });
+  pause_ = PlainButton(prefix + QStringLiteral("AnalysePause"), look_.say.Of(ScanWord::AnalysePause),
+                       [this] { analysis_.Pause(); });
+  go_on_ = PlainButton(prefix + QStringLiteral("AnalyseGoOn"), look_.say.Of(ScanWord::AnalyseGoOn),
+                       [this] { analysis_.Resume(); });
+  end_ = PlainButton(prefix + QStringLiteral("AnalyseEnd"), look_.say.Of(ScanWord::AnalyseEnd),
+                     [this] { analysis_.Cancel(); });
+  text_ = Sentence(prefix + QStringLiteral("AnalyseProgress"), look.skin.dim);
   line_ = new QWidget;
   FillRow(*line_, 0, 0.4, {{text_, 1}, begin_, pause_, go_on_, end_});
-  report_ = new ReportList(QStringLiteral("AnalyseLeftOut"), look);
+  report_ = new ReportList(prefix + QStringLiteral("AnalyseLeftOut"), look);
   FillColumn(*this, 0, 0.3, {line_, report_});
   ShowLine(Line::None);
   ShowLeftOut(true);
 }
 
-void BatchBar::Show(int chosen) {
+void BatchBar::Show(int chosen, bool not_analysed) {
   const app::BatchProgress progress = analysis_.Progress();
   const Line line = progress.state == BatchState::Running  ? Line::Running
                     : progress.state == BatchState::Paused ? Line::Paused
                     : chosen > 1                           ? Line::Chosen
+                    : not_analysed                         ? Line::NotAnalysed
                                                            : Line::None;
   if (line != shown_) ShowLine(line);
   ShowLeftOut(progress.state == BatchState::Idle);
   if (line == Line::Chosen) text_->Show(look_.say.Count(ScanWord::TracksChosen, chosen));
+  if (line == Line::NotAnalysed) text_->Show(look_.say(ScanWord::NotAnalysed));
   if (progress.state != BatchState::Idle) text_->Show(TextOf(progress));
 }
 
 void BatchBar::ShowLine(Line line) {
   shown_ = line;
-  begin_->setVisible(line == Line::Chosen);
+  begin_->setVisible(line == Line::Chosen || line == Line::NotAnalysed);
   pause_->setVisible(line == Line::Running);
   go_on_->setVisible(line == Line::Paused);
   end_->setVisible(line == Line::Running || line == Line::Paused);

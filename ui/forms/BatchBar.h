@@ -24,16 +24,18 @@ class BatchBar final : public QWidget {
   Q_OBJECT
 
  public:
-  BatchBar(app::BatchAnalysis& analysis, const Look& look, QWidget* parent = nullptr);
+  /// Object names begin with the prefix.
+  BatchBar(const QString& prefix, app::BatchAnalysis& analysis, const Look& look, QWidget* parent = nullptr);
 
-  /// chosen: so many rows of the list.
-  void Show(int chosen);
+  /// So many rows of the list are chosen; not_analysed: it is one, and its tempo is not known for want of an
+  /// analysis.
+  void Show(int chosen, bool not_analysed = false);
 
  Q_SIGNALS:
   void Pressed();
 
  private:
-  enum class Line { None, Chosen, Running, Paused };
+  enum class Line { None, Chosen, NotAnalysed, Running, Paused };
   void ShowLine(Line line);
   void ShowLeftOut(bool over);
   [[nodiscard]] QString TextOf(const app::BatchProgress& progress) const;

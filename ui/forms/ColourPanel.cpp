@@ -11,6 +11,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/models/ChannelText.h"
 #include "ui/widgets/ColourButton.h"
+#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
@@ -39,7 +40,12 @@ ColourPanel::ColourPanel(support::Settings& settings, const Look& look, QWidget*
   line->addWidget(size_);
   grid_ = new QGridLayout;
   SetSpacingEm(*grid_, 0, 0.25);
-  FillColumn(*this, 0, 0.6, {line, grid_, Part::Room()});
+  auto* kept = Sentence("ColoursKept", look.skin.dim);
+  auto* keep = PlainButton("KeepColours", say.Of(Say::KeepColours), [this, kept] {
+    Q_EMIT KeepWanted();
+    kept->Show(look_.say(Say::ColoursKept));
+  });
+  FillColumn(*this, 0, 0.6, {line, grid_, Row(0.6, {keep, {kept, 1}}), Part::Room()});
   MakeButtons();
 }
 

@@ -21,7 +21,7 @@ namespace ui {
 class ColourButton;
 class QuietCombo;
 
-/// The colours of the light console's channels, 16 or 32. They are kept when they are applied.
+/// The colours of the light console's channels, 16 or 32, and the button that keeps them.
 class ColourPanel final : public QWidget {
   Q_OBJECT
 
@@ -29,6 +29,10 @@ class ColourPanel final : public QWidget {
   ColourPanel(support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   [[nodiscard]] std::vector<app::StoredColour> Colours() const;
+
+ Q_SIGNALS:
+  /// The colours are to be kept as they are shown.
+  void KeepWanted();
 
  private:
   void MakeButtons();

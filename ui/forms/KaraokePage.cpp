@@ -12,6 +12,7 @@
 #include "ui/forms/ListButtons.h"
 #include "ui/forms/SearchLine.h"
 #include "ui/models/TrackModel.h"
+#include "ui/strings/ListWords.h"
 #include "ui/strings/SongWords.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/ReportList.h"
@@ -32,8 +33,10 @@ KaraokePage::KaraokePage(const catalogue::track_table& table, app::ListStation& 
   report_ = new ReportList(QStringLiteral("KaraokeKept"), look);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.4, 0.3);
-  search_ = new SearchLine(QStringLiteral("KaraokeSearch"), lists.KaraokeSearch(), *model_, *grid_,
-                           look.say(Say::EmptyKaraoke), look);
+  search_ = new SearchLine(
+      QStringLiteral("KaraokeSearch"), lists.KaraokeSearch(), *model_, *grid_,
+      {look.say(ListWord::FindSongHint), look.say.Tip(ListWord::FindSongHint), look.say(Say::EmptyKaraoke)},
+      look);
   rows->addLayout(MakeHead());
   rows->addWidget(search_);
   rows->addWidget(grid_, 1);

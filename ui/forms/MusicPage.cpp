@@ -20,6 +20,8 @@
 #include "ui/forms/SearchLine.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
+#include "ui/models/TrackText.h"
+#include "ui/strings/ListWords.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/ListenButton.h"
 #include "ui/widgets/ReportList.h"
@@ -55,7 +57,8 @@ MusicPage::MusicPage(app::Collections& collections, app::ListStation& lists, Lis
   SetSpacingEm(*rows, 0.4, 0.3);
   rows->addLayout(MakeHead(listen));
   rows->addWidget(&listen);
-  search_ = new SearchLine(QStringLiteral("Search"), lists_.Search(), *model_, *grid_, {}, look);
+  search_ = new SearchLine(QStringLiteral("Search"), lists_.Search(), *model_, *grid_,
+                           {look.say(ListWord::FindHint), look.say.Tip(ListWord::Find), {}}, look);
   rows->addWidget(search_);
   rows->addWidget(grid_, 1);
   rows->addWidget(empty_, 1);
@@ -134,6 +137,10 @@ void MusicPage::Find() {
 
 int MusicPage::ChosenRow() const {
   return grid_->ChosenRow();
+}
+
+bool MusicPage::ChosenLacksAnalysis() const {
+  return ChosenCount() == 1 && !WasAnalysed(table_, ChosenRow());
 }
 
 int MusicPage::ChosenCount() const {

@@ -50,6 +50,8 @@ class MusicPage final : public DropSurface {
   [[nodiscard]] int ChosenRow() const;
   [[nodiscard]] TrackRows ChosenRows() const;
   [[nodiscard]] int ChosenCount() const;
+  /// One row is chosen, and no tempo is known of it because it was not analysed.
+  [[nodiscard]] bool ChosenLacksAnalysis() const;
   /// Whether the keys that load take its rows.
   void SetActive(bool active);
   void ChooseRow(int row);

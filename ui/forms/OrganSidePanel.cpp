@@ -76,7 +76,7 @@ OrganSidePanel::OrganSidePanel(Side side, app::OrganStation& station, const Look
 
 void OrganSidePanel::MakeModes(QHBoxLayout& row) {
   auto* head = Heading(look_.say(Io() ? OrganWord::Io : OrganWord::Dac));
-  head->setToolTip(look_.say(Io() ? OrganWord::IoName : OrganWord::DacName));
+  head->setToolTip(look_.say.Tip(Io() ? OrganWord::Io : OrganWord::Dac));
   row.addWidget(head);
   const int first = Io() ? 0 : kFirstDacMode;
   const int end = Io() ? kFirstDacMode : lightorgan::kModeButtons;

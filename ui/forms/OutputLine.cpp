@@ -80,8 +80,7 @@ QString OutputLine::StatusText(const app::LightView& view) const {
   switch (view.status.state) {
     case InterfaceState::Sending:
       if (!view.output_on) return say(ConsoleWord::OffButSent);
-      return rate_ == 0 ? QString()
-                        : say.Count(ConsoleWord::OutputRate, rate_, view.status.packets_per_frame);
+      return rate_ == 0 ? QString() : say.Count(ConsoleWord::OutputRate, rate_);
     case InterfaceState::Searching:
       return say(ConsoleWord::OutputStarting);
     case InterfaceState::Stopped:

@@ -35,19 +35,19 @@ catalogue::SortAs OrderOf(GridColumn::Shows shows) {
 }  // namespace
 
 SearchLine::SearchLine(const QString& name, app::TableSearch& search, TrackModel& model, TrackGrid& grid,
-                       const QString& hint, const Look& look, QWidget* parent)
+                       const Hints& hints, const Look& look, QWidget* parent)
     : QWidget(parent),
       search_(search),
       model_(model),
       grid_(grid),
-      hint_(hint),
+      hint_(hints.grid),
       look_(look),
       shown_(search.Answers()) {
   field_ = new QLineEdit(Decode(search.Query()));
-  field_->setPlaceholderText(look.say(ListWord::FindHint));
+  field_->setPlaceholderText(hints.field);
   field_->setMaxLength(500);
   field_->installEventFilter(this);
-  Name(*field_, name, look.say.Of(ListWord::Find));
+  Name(*field_, name, look.say(ListWord::Find), hints.tip);
   connect(field_, &QLineEdit::textChanged, this,
           [this](const QString& text) { search_.Look(text.toUtf8().toStdString()); });
   found_ = Reading(name + QStringLiteral("Count"));

@@ -22,9 +22,13 @@ class SearchLine final : public QWidget {
   Q_OBJECT
 
  public:
-  /// The grid's own hint is shown where there is nothing to look for.
+  struct Hints {
+    QString field;  ///< in the empty field: what can be looked for in this table
+    QString tip;
+    QString grid;  ///< where there is nothing to look for
+  };
   SearchLine(const QString& name, app::TableSearch& search, TrackModel& model, TrackGrid& grid,
-             const QString& hint, const Look& look, QWidget* parent = nullptr);
+             const Hints& hints, const Look& look, QWidget* parent = nullptr);
 
   /// Once a frame: what was found is shown.
   void Show();

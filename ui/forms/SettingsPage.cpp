@@ -32,7 +32,10 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
     : Surface(look.skin.panel, parent), workstation_(workstation), look_(look) {
   Name(*this, "SettingsPage", look.say(Say::Settings));
   auto* colours = new ColourPanel(workstation.Settings(), look);
-  apply_ = new ApplyPanel(workstation, *colours, look);
+  connect(colours, &ColourPanel::KeepWanted, this, [this, colours] {
+    workstation_.ApplyButton().Press({app::ApplyMode::ChannelColours, {}, colours->Colours()});
+  });
+  apply_ = new ApplyPanel(workstation, look);
   connect(apply_, &ApplyPanel::Scanned, this, &SettingsPage::Scanned);
   auto* all = new Surface(look.skin.panel);
   FillColumn(*all, 0.8, 0.4,
@@ -120,10 +123,14 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   Name(*language_, "Language", say.Of(Say::Language));
   skin_ = Choice(look_.skin, "Skin", say.Of(Say::Skin), {say(Say::SkinDark), say(Say::SkinLight)},
                  static_cast<int>(choices.skin));
-  for (QuietCombo* list : {language_, skin_}) {
+  density_ =
+      Choice(look_.skin, "Density", say.Of(Say::Density),
+             {say(Say::DensityComfortable), say(Say::DensityCompact)}, static_cast<int>(choices.density));
+  for (QuietCombo* list : {language_, skin_, density_}) {
     connect(list, &QComboBox::activated, this, [this] {
       Q_EMIT ChoicesChanged({static_cast<Strings::Language>(language_->currentIndex()),
-                             static_cast<Skin::Name>(skin_->currentIndex())});
+                             static_cast<Skin::Name>(skin_->currentIndex()),
+                             static_cast<Skin::Density>(density_->currentIndex())});
     });
   }
   auto* grid = new QGridLayout;
@@ -133,6 +140,13 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
   grid->addWidget(language_, 1, 1);
   grid->addWidget(Caption(say(Say::Skin), look_.skin.text), 1, 2);
   grid->addWidget(skin_, 1, 3);
+  grid->addWidget(Caption(say(Say::Density), look_.skin.text), 2, 0);
+  grid->addWidget(density_, 2, 1);
+  grid->addWidget(PlainButton("OpenHelp", say.Of(Say::OpenHelp),
+                              [this] {
+                                workstation_.ApplyButton().Press({app::ApplyMode::Help, {}, {}});
+                              }),
+                  2, 2, 1, 2);
   boards_ = Choice(
       look_.skin, "SetupIoBoardSize", say.Of(OrganWord::BoardSize),
       {say(OrganWord::OneBoard), say(OrganWord::TwoBoards)}, 0, [this](int choice) {
@@ -140,12 +154,12 @@ QGridLayout* SettingsPage::MakeWindow(Choices choices) {
           organ.SetIoBoardSize(choice == 1 ? lightorgan::IoBoardSize::Two : lightorgan::IoBoardSize::One);
         });
       });
-  grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 2, 0);
-  grid->addWidget(boards_, 2, 1, 1, 3);
+  grid->addWidget(Caption(say(OrganWord::BoardSize), look_.skin.text), 3, 0);
+  grid->addWidget(boards_, 3, 1, 1, 3);
   grid->addWidget(
       Check("Resume", say.Of(EveningWord::Resume), workstation_.Settings().Flag("Settings", "Resume"),
             [this](bool on) { workstation_.Settings().SetFlag("Settings", "Resume", on); }),
-      3, 0, 1, 4);
+      4, 0, 1, 4);
   grid->setColumnStretch(1, 1);
   grid->setColumnStretch(3, 1);
   return grid;

@@ -24,7 +24,8 @@ namespace ui {
 class ApplyPanel;
 class QuietCombo;
 
-/// Where the decks and the headphones play, what the button does, and how the window looks and speaks.
+/// Where the decks and the headphones play, what is done to the collection, and how the window looks and
+/// speaks.
 class SettingsPage final : public Surface {
   Q_OBJECT
 
@@ -33,6 +34,7 @@ class SettingsPage final : public Surface {
   struct Choices {
     Strings::Language language;
     Skin::Name skin;
+    Skin::Density density;
   };
 
   SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent = nullptr);
@@ -71,6 +73,7 @@ class SettingsPage final : public Surface {
   QuietCombo* language_ = nullptr;
   QuietCombo* boards_ = nullptr;  ///< how many
   QuietCombo* skin_ = nullptr;
+  QuietCombo* density_ = nullptr;
 };
 
 }  // namespace ui

@@ -97,6 +97,7 @@ void frmMain::ReadChoices() {
   const int listen = settings_.Number("Mixer", "Preview", 0, 100);
   if (listen > 0) mixer_state_.listen.fill(listen);
   choices_.skin = settings_.Number("Skin", "Name") == 1 ? Skin::Name::Light : Skin::Name::Dark;
+  choices_.density = static_cast<Skin::Density>(settings_.Number("Skin", "Density", 0, 1));
 }
 
 void frmMain::Change(SettingsPage::Choices choices) {
@@ -105,6 +106,8 @@ void frmMain::Change(SettingsPage::Choices choices) {
   if (choices.skin != before.skin) {
     settings_.SetNumber("Skin", "Name", static_cast<int>(choices.skin));
   }
+  if (choices.density != before.density)
+    settings_.SetNumber("Skin", "Density", static_cast<int>(choices.density));
   // Later: the list that sends this is one of the parts that are made anew.
   QMetaObject::invokeMethod(
       this, [this] { Build(); }, Qt::QueuedConnection);
@@ -118,7 +121,7 @@ void frmMain::Build() {
   page_buttons_.clear();
   say_ = std::make_unique<Strings>(choices_.language);
   words_.Speak(choices_.language);
-  const Look look{SkinOf(choices_.skin), *say_};
+  const Look look{SkinOf(choices_.skin, choices_.density), *say_};
   help_.Speak(*say_);
   boxes_.Speak(*say_);
   setWindowTitle(Decode(app::Caption((*say_)(Say::Caption).toStdString())));
@@ -138,7 +141,7 @@ void frmMain::Build() {
 }
 
 QWidget* frmMain::MakeDecks() {
-  const Look look{SkinOf(choices_.skin), *say_};
+  const Look look{SkinOf(choices_.skin, choices_.density), *say_};
   for (const int deck : {1, 2}) {
     auto* panel = new DeckPanel(workstation_.Decks()[deck], workstation_.Settings(), look);
     decks_[deck == 1 ? 0 : 1] = panel;
@@ -191,7 +194,7 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   connect(listen_, &ListenBar::Pressed, this, &frmMain::ListenToChosen);
   connect(listen_, &ListenBar::Unheard, this, [this](const QString& why) { status_->Tell(why); });
   connect(listen_, &ListenBar::LevelMoved, this, &frmMain::KeepListenLevel);
-  batch_ = new BatchBar(workstation_.Collections().Batch(), look);
+  batch_ = new BatchBar({}, workstation_.Collections().Batch(), look);
   connect(batch_, &BatchBar::Pressed, this, &frmMain::AnalyseChosen);
   music_ = new MusicPage(workstation_.Collections(), workstation_.Lists(), *listen_, *batch_, look);
   connect(music_, &MusicPage::Entered, this, &frmMain::Activate);
@@ -298,10 +301,11 @@ void frmMain::ApplySize() {
   if (std::abs(points - points_) < 0.01) return;
   points_ = points;
   // The sheet before the sizes: setting it gives every widget the font of the program again.
-  ApplySkin(*qApp, SkinOf(choices_.skin), static_cast<int>(std::lround(points * logicalDpiY() / 72)));
+  ApplySkin(*qApp, SkinOf(choices_.skin, choices_.density),
+            static_cast<int>(std::lround(points * logicalDpiY() / 72)));
   ApplyBaseSize(*this, points);
   QToolTip::setFont(font());
-  editors_.ApplySheet({SkinOf(choices_.skin), *say_}, points);
+  editors_.ApplySheet({SkinOf(choices_.skin, choices_.density), *say_}, points);
 }
 
 // Nobody is asked while the music would wait for it: the decks play on until the window is really closed.
@@ -365,7 +369,7 @@ void frmMain::ShowFrame() {
   for (PlaylistPanel* playlist : playlists_) playlist->Show(view_);
   ShowSong(now);
   music_->ShowAdding(workstation_.Collections().Intake().Progress(app::ListId::Catalogue));
-  batch_->Show(music_->ChosenCount());
+  batch_->Show(music_->ChosenCount(), music_->ChosenLacksAnalysis());
   equaliser_->Show(view_);
   settings_page_->Show(view_);
   visual_->Show(view_, now);

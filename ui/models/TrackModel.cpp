@@ -12,6 +12,7 @@
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/ListWords.h"
+#include "ui/strings/ScanWords.h"
 
 namespace ui {
 
@@ -155,8 +156,13 @@ QString TrackModel::TextAt(int row, int column) const {
   if (shown.record == shape_.title) return TitleOf(row);
   const std::string_view cell = table_.Cell(row, shown.record);
   if (shown.shows != GridColumn::Shows::Tempo) return Decode(cell);
+  if (LacksAnalysis(row, shown)) return QStringLiteral("?");
   const auto tempo = support::ParseReal(cell);
   return tempo ? QString::number(*tempo, 'f', 1) : Decode(cell);
+}
+
+bool TrackModel::LacksAnalysis(int row, const GridColumn& column) const {
+  return column.shows == GridColumn::Shows::Tempo && !WasAnalysed(table_, row);
 }
 
 int TrackModel::AlignmentOf(int column) const {
@@ -185,10 +191,12 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
       if (index.column() != 0) return QString();
       return Missing(row) ? QStringLiteral("!") : deck == 0 && Played(row) ? QStringLiteral("✓") : QString();
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
       return TextAt(row, index.column());
+    case Qt::ToolTipRole:
+      return LacksAnalysis(row, column) ? look_.say.Tip(ScanWord::NotAnalysed) : TextAt(row, index.column());
     case Qt::AccessibleTextRole: {
       const QString text = TextAt(row, index.column());
+      if (LacksAnalysis(row, column)) return look_.say(ScanWord::NotAnalysed);
       if (column.record != shape_.title) return text;
       if (Missing(row)) return look_.say(ListWord::Missing).arg(text);
       return Played(row) ? look_.say(ListWord::Played).arg(text) : text;
@@ -196,6 +204,7 @@ QVariant TrackModel::data(const QModelIndex& index, int role) const {
     case Qt::ForegroundRole:
       if (deck != 0) return look_.skin.Deck(deck);
       if (Missing(row)) return column.record == 0 ? look_.skin.warning : look_.skin.dim;
+      if (LacksAnalysis(row, column)) return look_.skin.dim;
       return Played(row) ? QVariant(look_.skin.dim) : QVariant();
     default:
       return {};

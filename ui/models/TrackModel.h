@@ -93,6 +93,8 @@ class TrackModel final : public QAbstractTableModel {
   [[nodiscard]] QVariant ChipOf(int row, int role) const;
   void Repaint();
   [[nodiscard]] QString TextAt(int row, int column) const;
+  /// A cell of a tempo that is not known because nothing was analysed.
+  [[nodiscard]] bool LacksAnalysis(int row, const GridColumn& column) const;
   [[nodiscard]] int AlignmentOf(int column) const;
   /// Deck that holds the row's file; 0 is none.
   [[nodiscard]] int DeckOf(int row) const;

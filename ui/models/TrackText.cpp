@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/models/TrackText.h"
 
+#include "catalogue/track_table.h"
 #include "ui/strings/Decode.h"
 
 namespace ui {
@@ -9,6 +10,12 @@ namespace ui {
 QString TitleText(std::string_view title, std::string_view filename) {
   if (!title.empty()) return Decode(title);
   return Decode(filename.substr(filename.find_last_of("/\\") + 1));
+}
+
+bool WasAnalysed(const catalogue::track_table& table, int row) {
+  namespace column = catalogue::track;
+  return !table.Cell(row, column::kBpm).empty() || !table.Cell(row, column::kStartMixPoint).empty() ||
+         !table.Cell(row, column::kEndMixPoint).empty();
 }
 
 }  // namespace ui

@@ -5,9 +5,16 @@
 #include <QString>
 #include <string_view>
 
+namespace catalogue {
+class track_table;
+}
+
 namespace ui {
 
 /// The title for the eye; the file's name where there is none.
 [[nodiscard]] QString TitleText(std::string_view title, std::string_view filename);
+
+/// Whether a row of tracks knows what an analysis finds: its tempo, or its mix points where it found none.
+[[nodiscard]] bool WasAnalysed(const catalogue::track_table& table, int row);
 
 }  // namespace ui

@@ -83,6 +83,9 @@ QString StyleSheet(const Skin& skin, int em) {
       {"@deck1", skin.decks[0]}, {"@deck2", skin.decks[1]}, {"@on_deck", skin.on_deck},
       {"@danger", skin.danger}};
   for (const auto& [name, colour] : names) sheet.replace(QLatin1String(name), colour.name());
+  const bool compact = skin.density == Skin::Density::Compact;
+  sheet.replace(QLatin1String("@high"), QLatin1String(compact ? "1.3em" : "1.6em"));
+  sheet.replace(QLatin1String("@pad"), QLatin1String(compact ? "0.1em" : "0.25em"));
   return InPixels(sheet, em);
 }
 
@@ -108,10 +111,13 @@ QPalette Skin::Palette() const {
   return palette;
 }
 
-const Skin& SkinOf(Skin::Name name) {
-  static const Skin dark = DarkSkin();
-  static const Skin light = LightSkin();
-  return name == Skin::Name::Light ? light : dark;
+const Skin& SkinOf(Skin::Name name, Skin::Density density) {
+  static const auto skins = [] {
+    std::array<Skin, 4> all{DarkSkin(), LightSkin(), DarkSkin(), LightSkin()};
+    for (const std::size_t compact : {2U, 3U}) all[compact].density = Skin::Density::Compact;
+    return all;
+  }();
+  return skins[static_cast<std::size_t>(density) * 2 + static_cast<std::size_t>(name)];
 }
 
 void ApplySkin(QApplication& application, const Skin& skin, int em) {

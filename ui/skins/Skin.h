@@ -10,9 +10,12 @@ class QApplication;
 
 namespace ui {
 
-/// The colours of the window. Text colours keep a contrast of 4.5 : 1 and more on every ground they stand on.
+/// The colours of the window, and how close its parts stand. Text colours keep a contrast of 4.5 : 1 and more
+/// on every ground they stand on.
 struct Skin {
   enum class Name { Dark = 0, Light = 1 };
+  /// How close rows and controls stand.
+  enum class Density { Comfortable = 0, Compact = 1 };
 
   QColor ground;   ///< between the panels
   QColor panel;    ///< of decks, mixer, pages
@@ -30,13 +33,16 @@ struct Skin {
   QColor warm;     ///< level near full scale
   QColor on_deck;  ///< text on a deck's colour
   std::array<QColor, 2> decks;
+  Density density = Density::Comfortable;
 
   /// Deck 1 or 2.
   [[nodiscard]] const QColor& Deck(int deck) const { return decks[deck == 1 ? 0 : 1]; }
   [[nodiscard]] QPalette Palette() const;
+  /// Height of a row of a list, in ems.
+  [[nodiscard]] double RowEms() const { return density == Density::Compact ? 1.65 : 2.1; }
 };
 
-[[nodiscard]] const Skin& SkinOf(Skin::Name name);
+[[nodiscard]] const Skin& SkinOf(Skin::Name name, Skin::Density density = Skin::Density::Comfortable);
 
 /// Style, palette, font family and style sheet for all windows of the program; em is the size of their type
 /// in pixels.

@@ -4,10 +4,11 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
-#include <QRadioButton>
+#include <QTableView>
 
 #include "support/Languages.h"
 #include "ui/forms/BatchBar.h"
+#include "ui/strings/ScanWords.h"
 #include "ui/tests/Booth.h"
 
 namespace ui::testing {
@@ -24,8 +25,7 @@ class BatchBarTest : public Booth {
   }
   void AnalyseAll() {
     Press(Qt::Key_8, Qt::ControlModifier);
-    QTest::mouseClick(&Find<QRadioButton>("AnalyseAll"), Qt::LeftButton, {}, QPoint(8, 8));
-    Click("Apply");
+    Click("AnalyseAll");
     Press(Qt::Key_1, Qt::ControlModifier);
     Settle();
   }
@@ -58,6 +58,47 @@ TEST_F(BatchBarTest, TheLineIsThereWhileTracksAreAnalysedAndCanWait) {
   RunWorkers();
   EXPECT_FALSE(Seen("AnalysePause"));
   EXPECT_EQ(station->Collections().Batch().Progress().done, 4);
+}
+
+TEST_F(BatchBarTest, TheSettingsShowHowFarTheWholeCollectionIs) {
+  Open();
+  RunWorkers();
+  Press(Qt::Key_8, Qt::ControlModifier);
+  EXPECT_FALSE(Seen("AllAnalyseProgress"));
+  Click("AnalyseAll");
+  LetItBegin();
+  EXPECT_TRUE(TextOf("AllAnalyseProgress").startsWith(QStringLiteral("0 of 4 analysed")));
+  Click("AllAnalysePause");
+  EXPECT_EQ(TextOf("AllAnalyseProgress"), QStringLiteral("Paused: 0 of 4 analysed"));
+  Click("AllAnalyseGoOn");
+  RunWorkers();
+  EXPECT_FALSE(Seen("AllAnalysePause"));
+  EXPECT_EQ(station->Collections().Batch().Progress().done, 4);
+}
+
+TEST_F(BatchBarTest, ATrackThatWasNotAnalysedSaysSoWithTheWayToIt) {
+  Open();
+  auto& grid = Find<QTableView>("Catalogue");
+  const auto tempo = [&grid](int row, int role) {
+    for (int column = 0; column < grid.model()->columnCount(); ++column) {
+      if (grid.model()->headerData(column, Qt::Horizontal).toString() == QStringLiteral("BPM"))
+        return grid.model()->index(row - 1, column).data(role).toString();
+    }
+    return QString();
+  };
+  EXPECT_EQ(tempo(1, Qt::DisplayRole), QStringLiteral("128.0"));
+  EXPECT_EQ(tempo(3, Qt::DisplayRole), QStringLiteral("?"));
+  EXPECT_TRUE(tempo(3, Qt::ToolTipRole).contains(QStringLiteral("press Analyse")));
+  ChooseRow(1);
+  Settle();
+  EXPECT_FALSE(Seen("Analyse"));
+  ChooseRow(3);
+  Settle();
+  EXPECT_EQ(TextOf("AnalyseProgress"), Strings(Strings::Language::English)(ScanWord::NotAnalysed));
+  Music().SetCell(3, catalogue::track::kStartMixPoint, "0.100");
+  Settle();
+  EXPECT_EQ(tempo(3, Qt::DisplayRole), QString()) << "it was, and has none";
+  EXPECT_FALSE(Seen("Analyse"));
 }
 
 TEST_F(BatchBarTest, WhatWasLeftOutIsListedAtTheEnd) {

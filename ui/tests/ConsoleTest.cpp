@@ -248,7 +248,7 @@ TEST_F(ConsoleTest, TheSwitchOpensAndClosesTheInterface) {
     wire.status.frames += 2;
     Advance(100ms);
   }
-  EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("20 frames a second, 14 packets each"));
+  EXPECT_EQ(TextOf("OutputStatus"), QStringLiteral("lamps told 20 times a second"));
   EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending"));
   Lights().TurnOutput(app::LightStation::Output::Off);
   Settle();

@@ -126,7 +126,7 @@ TEST_F(TrackModelTest, ATempoIsShownWithOneDecimalAndOtherTextAsItStands) {
   const struct {
     const char* cell;
     const char* shown;
-  } cases[] = {{"128.00", "128.0"}, {"99.46", "99.5"}, {"fast", "fast"}, {"", ""}};
+  } cases[] = {{"128.00", "128.0"}, {"99.46", "99.5"}, {"fast", "fast"}, {"", "?"}};
   for (const auto& each : cases) {
     const std::string_view cells[] = {"A", "B", "03:45", "/m/a.mp3", each.cell};
     table.AddRow(cells);

@@ -28,10 +28,9 @@ class SettingsTest : public Booth {
     RunWorkers();  // one of them opens the system's mixer
   }
 
-  void Apply(const char* option) {
+  void Do(const char* act) {
     Press(Qt::Key_8, Qt::ControlModifier);
-    QTest::mouseClick(&Find<QRadioButton>(option), Qt::LeftButton, {}, QPoint(8, 8));
-    Click("Apply");
+    Click(act);
   }
   void RunWorkers() {
     for (int i = 0; i < 3; ++i) {
@@ -52,7 +51,7 @@ TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
   MakeFile("a.mp3");
   MakeFile("b.ogg");
   Find<QLineEdit>("Directory").setText(folder.path());
-  Apply("ReindexMusic");
+  Do("ReindexMusic");
   EXPECT_TRUE(Find<QWidget>("CancelScan").isVisible());
   RunWorkers();
   EXPECT_EQ(Music().Rows(), 6) << "those of other folders stay";
@@ -64,12 +63,12 @@ TEST_F(SettingsTest, AScanFillsTheCatalogueAndSaysHowMany) {
 TEST_F(SettingsTest, AScanThatIsCancelledOrHasNoFolderChangesNothing) {
   MakeFile("a.mp3");
   Find<QLineEdit>("Directory").setText(folder.path());
-  Apply("ReindexMusic");
+  Do("ReindexMusic");
   Click("CancelScan");
   RunWorkers();
   EXPECT_TRUE(TextOf("ScanProgress").startsWith(QStringLiteral("Nothing was changed.")));
   Find<QLineEdit>("Directory").setText(QStringLiteral("/there/is/none"));
-  Apply("ReindexMusic");
+  Do("ReindexMusic");
   RunWorkers();
   EXPECT_TRUE(TextOf("ScanProgress").contains(QStringLiteral("/there/is/none")));
   EXPECT_EQ(Music().Rows(), 4);
@@ -81,7 +80,7 @@ TEST_F(SettingsTest, RowsGoOnlyWhereTheBoxIsAgreedTo) {
   Music().AddRow(std::vector<std::string_view>{"", "Lost", "", lost});
   Find<QLineEdit>("Directory").setText(folder.path());
   for (const auto& [button, rows] : {std::pair{"QuestionNo", 6}, {"QuestionYes", 5}}) {
-    Apply("ReindexMusic");
+    Do("ReindexMusic");
     RunWorkers();
     EXPECT_TRUE(Find<MessageBox>("QuestionBox").Text().contains(QStringLiteral("lost.mp3")));
     Click(button);
@@ -107,10 +106,10 @@ TEST_F(SettingsTest, MoreFoldersAreAddedAndRemoved) {
 }
 
 TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {
-  Apply("ChooseDirectory");
+  Do("BrowseDirectory");
   Find<QFileDialog>("DirectoryDialog").close();
   EXPECT_EQ(Stored("Settings", "Directory"), "");
-  Apply("ChooseDirectory");
+  Do("BrowseDirectory");
   auto& dialog = Find<QFileDialog>("DirectoryDialog");
   EXPECT_FALSE(dialog.isModal());
   Q_EMIT dialog.fileSelected(folder.path());
@@ -121,7 +120,7 @@ TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {
 TEST_F(SettingsTest, ChannelColoursAreKeptForAsManyChannelsAsThereAre) {
   Choose("ConsoleSize", 0);
   EXPECT_FALSE(Find<QWidget>("Color17").isVisible());
-  Apply("KeepColours");
+  Do("KeepColours");
   EXPECT_EQ(Stored("Channels", "Color2"), "25855");
   EXPECT_EQ(Stored("Channels", "Color16"), "10748068");
   EXPECT_EQ(Stored("Channels", "Color17"), "");
@@ -134,7 +133,7 @@ TEST_F(SettingsTest, OneTouchChoosesAColour) {
     QTest::mouseClick(&Find<QAbstractButton>(field), Qt::LeftButton);
     Settle();
   }
-  Apply("KeepColours");
+  Do("KeepColours");
   EXPECT_EQ(Stored("Channels", "Color2"), "65280");
 }
 
@@ -200,7 +199,7 @@ TEST_F(SettingsTest, AVisualiserIsChosenKeptAndShowsTheDeckThatIsHeard) {
 }
 
 TEST_F(SettingsTest, TheManualOpensInAWindowOfItsOwnAndSaysWhereItShouldBe) {
-  Apply("OpenHelp");
+  Do("OpenHelp");
   auto& manual = Find<QTextBrowser>("Manual");
   EXPECT_TRUE(manual.isWindow());
   EXPECT_TRUE(manual.toPlainText().contains(QStringLiteral("introduction.htm")));

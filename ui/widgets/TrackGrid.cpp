@@ -185,7 +185,7 @@ void TrackGrid::resizeEvent(QResizeEvent* event) {
 
 void TrackGrid::SizeRows() {
   verticalHeader()->setMinimumSectionSize(1);
-  verticalHeader()->setDefaultSectionSize(Em(*this, 2.1));
+  verticalHeader()->setDefaultSectionSize(Em(*this, skin_.RowEms()));
 }
 
 int TrackGrid::FitColumns() {
