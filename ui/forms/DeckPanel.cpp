@@ -2,10 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/DeckPanel.h"
 
-#include <QDragEnterEvent>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QMimeData>
 #include <QPushButton>
 #include <QVBoxLayout>
 #include <cmath>
@@ -15,9 +13,8 @@
 #include "support/Settings.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/models/DeckChoice.h"
-#include "ui/models/DroppedFiles.h"
+#include "ui/models/DeckText.h"
 #include "ui/models/KeyMap.h"
-#include "ui/models/TimeText.h"
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -31,8 +28,6 @@ namespace ui {
 namespace {
 
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
-constexpr auto kSoon = std::chrono::seconds(30);
-constexpr auto kNow = std::chrono::seconds(10);
 
 Say StateName(DeckState state) {
   switch (state) {
@@ -79,13 +74,12 @@ QLabel* MakeBadge(int deck, const Look& look) {
 }  // namespace
 
 DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent),
+    : DeckDrops(deck.Number(), look.skin.panel, parent),
       deck_(deck.Number()),
       commands_(deck),
       settings_(settings),
       look_(look) {
   SetStripe(look.skin.Deck(deck_));
-  setAcceptDrops(true);
   auto* rows = new QVBoxLayout(this);
   SetSpacingEm(*rows, 0.7, 0.6);
   tools_ = new TempoTools(deck, look);
@@ -290,52 +284,21 @@ void DeckPanel::ShowState(const app::DeckView& view) {
 }
 
 void DeckPanel::ShowTimes(const app::DeckView& view) {
-  const bool any = view.length.count() > 0;
-  const auto left = std::max(view.length - view.position, std::chrono::microseconds(0));
-  const bool playing = view.state == DeckState::Playing;
-  SetText(*remaining_, any ? QStringLiteral("−") + MinutesText(left) : QStringLiteral("00:00"));
-  SetText(*elapsed_, any ? MinutesText(view.position) + QStringLiteral(" / ") + MinutesText(view.length)
-                         : QStringLiteral("00:00 / 00:00"));
-  SetTextColour(*remaining_, !any                       ? look_.skin.dim
-                             : playing && left <= kNow  ? look_.skin.danger
-                             : playing && left <= kSoon ? look_.skin.warning
-                                                        : look_.skin.text);
+  const DeckTimes times = TimesOf(view);
+  SetText(*remaining_, times.remaining);
+  SetText(*elapsed_, times.elapsed);
+  SetTextColour(*remaining_, ColourOf(times.urgency, look_.skin));
 }
 
 void DeckPanel::ShowTempo(const app::DeckView& view, support::TimePoint now) {
   SetText(*tempo_value_, TempoText(view.tempo_percent));
-  SetText(*bpm_, view.playing_bpm > 0 ? QString::number(view.playing_bpm, 'f', 2) + QLatin1Char(' ') +
-                                            look_.say(Say::BpmCaption)
-                                      : QString());
+  SetText(*bpm_, BpmText(view.playing_bpm, look_.say));
   if (view.bpm != view_.bpm) bpm_->setToolTip(look_.say(Say::BpmTip).arg(view.bpm, 0, 'f', 2));
   if (tempo_->isSliderDown() || !echo_.Believe(view.tempo_percent, now)) return;
   const QSignalBlocker quiet(tempo_);
   const int range = view.tempo_range * kTempoSteps;
   if (tempo_->maximum() != range) tempo_->setRange(-range, range);
   tempo_->setValue(static_cast<int>(std::lround(view.tempo_percent * kTempoSteps)));
-}
-
-void DeckPanel::dragEnterEvent(QDragEnterEvent* event) {
-  const bool files = event->mimeData()->hasUrls() && !DroppedFiles(*event->mimeData()).empty();
-  if (!files && !TrackRowsIn(*event->mimeData())) return;
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  SetWelcoming(true);
-}
-
-void DeckPanel::dragLeaveEvent(QDragLeaveEvent*) {
-  SetWelcoming(false);
-}
-
-void DeckPanel::dropEvent(QDropEvent* event) {
-  SetWelcoming(false);
-  event->setDropAction(Qt::CopyAction);
-  event->accept();
-  if (const auto rows = TrackRowsIn(*event->mimeData())) {
-    Q_EMIT RowsDropped(deck_, *rows);
-  } else {
-    Q_EMIT FilesDropped(deck_, DroppedFiles(*event->mimeData()));
-  }
 }
 
 }  // namespace ui

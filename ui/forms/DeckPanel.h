@@ -3,10 +3,9 @@
 #pragma once
 
 #include "app/sound/DeckView.h"
+#include "ui/forms/DeckDrops.h"
 #include "ui/models/SentEcho.h"
-#include "ui/models/TrackRows.h"
 #include "ui/widgets/Look.h"
-#include "ui/widgets/Surface.h"
 
 class QHBoxLayout;
 class QLabel;
@@ -30,7 +29,7 @@ class TempoTools;
 class WaveOverview;
 
 /// One mixing deck: what is on it, where it stands, and the hands on it.
-class DeckPanel final : public Surface {
+class DeckPanel final : public DeckDrops {
   Q_OBJECT
 
  public:
@@ -48,17 +47,8 @@ class DeckPanel final : public Surface {
   [[nodiscard]] TempoTools& Tools() { return *tools_; }
 
  Q_SIGNALS:
-  /// Rows of a table were dropped on the deck.
-  void RowsDropped(int deck, ui::TrackRows rows);
-  /// Files were dropped on the deck.
-  void FilesDropped(int deck, std::vector<std::string> paths);
   /// A sentence for the status line.
   void Told(const QString& sentence);
-
- protected:
-  void dragEnterEvent(QDragEnterEvent* event) override;
-  void dragLeaveEvent(QDragLeaveEvent* event) override;
-  void dropEvent(QDropEvent* event) override;
 
  private:
   QHBoxLayout* MakeTitleRow();

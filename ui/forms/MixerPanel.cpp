@@ -4,7 +4,6 @@
 
 #include <QGridLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <cmath>
 
 #include "app/Decks.h"
@@ -13,10 +12,10 @@
 #include "app/WorkstationView.h"
 #include "app/lists/ListStation.h"
 #include "app/sound/DeckStation.h"
+#include "ui/forms/AutomixLine.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/EqText.h"
 #include "ui/models/KeyMap.h"
-#include "ui/strings/ListWords.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
@@ -57,7 +56,8 @@ MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::O
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
   MakeMaster();
   MakeEqualiser();
-  FillColumn(*this, 0.7, 0.6, {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), MakeAutomix()});
+  automix_ = new AutomixLine({}, lists, AutomixLine::Form::Narrow, look);
+  FillColumn(*this, 0.7, 0.6, {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), automix_});
   ShowVolumes();
 }
 
@@ -198,23 +198,8 @@ QLabel* MixerPanel::MakeEnd(int deck) {
   return label;
 }
 
-QWidget* MixerPanel::MakeAutomix() {
-  automix_ = Lamp("Automix", look_.say.Of(ListWord::Automix), [this](bool on) { lists_.SetAutomix(on); });
-  automix_state_ = Reading("AutomixState");
-  SetTextColour(*automix_state_, look_.skin.dim);
-  auto* box = new QWidget;
-  FillRow(*box, 0, 0.6, {automix_, {automix_state_, 1}});
-  return box;
-}
-
 void MixerPanel::ShowAutomix(const app::ListView& lists) {
-  if (!automix_->isDown()) automix_->setChecked(lists.automix.on);
-  const auto& say = look_.say;
-  SetText(*automix_state_, !lists.automix.on  ? QString()
-                           : lists.next != 0  ? say(ListWord::AutomixNext).arg(lists.next)
-                           : lists.at_the_end ? say(ListWord::AutomixEnd)
-                           : lists.waits      ? say(ListWord::AutomixWaits)
-                                              : QString());
+  automix_->Show(lists);
   if (lists.moves == crossfader_moves_ || crossfader_->isSliderDown()) return;
   crossfader_moves_ = lists.moves;
   state_.crossfader = lists.crossfader;
@@ -239,6 +224,10 @@ void MixerPanel::ShowVolumes() {
 
 void MixerPanel::MoveCrossfader(int steps) {
   crossfader_->setValue(crossfader_->value() + steps);
+}
+
+void MixerPanel::MoveFader(int deck, int level) {
+  channels_[deck == 1 ? 0 : 1].fader->setValue(level);
 }
 
 void MixerPanel::SetCurve(decks::CrossfaderCurve curve) {

@@ -12,7 +12,6 @@
 
 class QGridLayout;
 class QLabel;
-class QPushButton;
 
 namespace app {
 class Decks;
@@ -24,6 +23,7 @@ struct ListView;
 
 namespace ui {
 
+class AutomixLine;
 class EqGraph;
 class Fader;
 class LevelMeter;
@@ -44,6 +44,9 @@ class MixerPanel final : public Surface {
   void SendVolumes();
   /// Moves the crossfader by steps of a hundredth of its half travel.
   void MoveCrossfader(int steps);
+  /// To 0 to 100.
+  void MoveFader(int deck, int level);
+  [[nodiscard]] const LevelMeter& Meter(int deck) const { return *channels_[deck == 1 ? 0 : 1].meter; }
   void SetCurve(decks::CrossfaderCurve curve);
   /// Switches a deck's headphones.
   void Listen(int deck);
@@ -70,9 +73,8 @@ class MixerPanel final : public Surface {
   [[nodiscard]] QString CueTip(int deck) const;
   void SendListening(int deck);
   QWidget* MakeCrossfader();
-  QWidget* MakeAutomix();
   void SendMixer(app::MovedByHand moved);
-  /// The automatic mixer's state, and the crossfader where it has moved it.
+  /// What the automatic mixer does, and the crossfader where it has moved it.
   void ShowAutomix(const app::ListView& lists);
   /// The deck that is heard alone at this end of the crossfader.
   QLabel* MakeEnd(int deck);
@@ -92,8 +94,7 @@ class MixerPanel final : public Surface {
   SentEcho master_echo_;
   support::TimePoint now_{};
   Fader* crossfader_;
-  QPushButton* automix_;
-  QLabel* automix_state_;
+  AutomixLine* automix_;
   std::uint64_t crossfader_moves_;  ///< of the automatic mixer, shown so far
   EqGraph* equaliser_;
 };

@@ -7,30 +7,16 @@
 #include <QLabel>
 #include <QVBoxLayout>
 #include <algorithm>
-#include <set>
 
 #include "app/Decks.h"
 #include "app/lists/ListStation.h"
 #include "support/Settings.h"
-#include "ui/strings/ListWords.h"
+#include "ui/forms/AutomixChoices.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 
 namespace ui {
-
-namespace {
-
-/// A list of numbers to choose from, and the chosen one whether it is among them or not.
-QuietCombo* MakeNumbers(const QString& text, std::set<int> numbers, int chosen, const Look& look) {
-  auto* list = new QuietCombo(look.skin);
-  numbers.insert(chosen);
-  for (const int each : numbers) list->addItem(text.arg(each), each);
-  list->setCurrentIndex(list->findData(chosen));
-  return list;
-}
-
-}  // namespace
 
 MixingPanel::MixingPanel(app::Decks& decks, app::ListStation& lists, support::Settings& settings,
                          decks::CrossfaderCurve curve, const Look& look, QWidget* parent)
@@ -82,15 +68,9 @@ QGridLayout* MixingPanel::LayOutChoices(const Look& look) {
   sides->addWidget(stretch_, 2, 1);
   sides->addWidget(Caption(say(Say::Curve), look.skin.dim), 0, 0);
   sides->addWidget(curve_, 0, 1);
-  sides->addWidget(Caption(say(ListWord::Automix), look.skin.dim), 3, 0);
-  sides->addLayout(Row(0.4, {{MakeMixPlace(look), 1}, MakeMixTime(look)}), 3, 1);
-  sides->addLayout(
-      Row(0.8, {MakeMatch("AutoBPM", ListWord::MatchTempo, &app::ListStation::SetMatchTempo, look),
-                MakeTempoReach(look), Part::Room(),
-                MakeMatch("AutoGain", ListWord::MatchGain, &app::ListStation::SetMatchGain, look),
-                MakeGainRange(look)}),
-      4, 0, 1, 2);
-  sides->addWidget(MakeSeekGuard(look), 5, 0, 1, 2);
+  automix_ = new AutomixChoices({}, lists_, AutomixChoices::Form::Lines, look);
+  sides->addWidget(automix_, 3, 0, 1, 2);
+  sides->addWidget(MakeSeekGuard(look), 4, 0, 1, 2);
   sides->setColumnStretch(0, 1);
   return sides;
 }
@@ -109,49 +89,13 @@ QuietCombo* MixingPanel::MakeRange(int deck, const Look& look) {
   return range;
 }
 
-QuietCombo* MixingPanel::MakeMixPlace(const Look& look) {
-  return Choice(look.skin, "MixPlace", look.say.Of(ListWord::MixPlace),
-                {look.say(ListWord::AtMixPoints), look.say(ListWord::BeforeTheEnd)},
-                settings_.Flag("Settings", "MixPoints") ? 0 : 1,
-                [this](int index) { lists_.SetAtMixPoints(index == 0); });
-}
-
-QCheckBox* MixingPanel::MakeMatch(const char* name, ListWord caption, void (app::ListStation::*choose)(bool),
-                                  const Look& look) {
-  return Check(name, {look.say(caption), look.say(caption), look.say.Tip(caption)},
-               settings_.Flag("Settings", name), [this, choose](bool chosen) { (lists_.*choose)(chosen); });
-}
-
-QuietCombo* MixingPanel::MakeMixTime(const Look& look) {
-  const int chosen = std::clamp(settings_.Number("Mixer", "MixTime"), 0, 60);
-  auto* time = MakeNumbers(QStringLiteral("%1 s"), {0, 2, 4, 6, 8, 10, 12, 15, 20, 30}, chosen, look);
-  Name(*time, "MixTime", look.say.Of(ListWord::MixTime));
-  connect(time, &QComboBox::activated, this,
-          [this, time] { lists_.SetMixTime(time->currentData().toInt()); });
-  return time;
-}
-
-QuietCombo* MixingPanel::MakeTempoReach(const Look& look) {
-  const int chosen = std::clamp(settings_.Number("Settings", "BPMPercent"), 0, 50);
-  auto* reach = MakeNumbers(QStringLiteral("± %1 %"), {2, 4, 6, 8, 10, 12, 16, 25, 50}, chosen, look);
-  Name(*reach, "BPMPercent", look.say.Of(ListWord::TempoReach));
-  connect(reach, &QComboBox::activated, this,
-          [this, reach] { lists_.SetTempoReach(reach->currentData().toInt()); });
-  return reach;
-}
-
-QuietCombo* MixingPanel::MakeGainRange(const Look& look) {
-  const int chosen = std::clamp(settings_.Number("Settings", "GainRange"), 0, 24);
-  auto* range = MakeNumbers(QStringLiteral("± %1 dB"), {3, 6, 9, 12, 18, 24}, chosen, look);
-  Name(*range, "GainRange", look.say.Of(ListWord::GainRange));
-  connect(range, &QComboBox::activated, this,
-          [this, range] { lists_.SetGainRange(range->currentData().toInt()); });
-  return range;
-}
-
 QCheckBox* MixingPanel::MakeSeekGuard(const Look& look) {
   return Check("SeekGuard", look.say.Of(Say::SeekGuard), settings_.Flag("Mixer", "SeekGuard"),
                [this](bool guarded) { settings_.SetFlag("Mixer", "SeekGuard", guarded); });
+}
+
+void MixingPanel::Show() {
+  automix_->Show(lists_.View().automix);
 }
 
 void MixingPanel::Send() {

@@ -4,9 +4,7 @@
 
 #include <QWidget>
 
-#include "app/lists/ListStation.h"
 #include "decks/Crossfader.h"
-#include "ui/strings/ListWords.h"
 #include "ui/widgets/Look.h"
 
 class QCheckBox;
@@ -15,6 +13,7 @@ class QLabel;
 
 namespace app {
 class Decks;
+class ListStation;
 }  // namespace app
 
 namespace support {
@@ -23,6 +22,7 @@ class Settings;
 
 namespace ui {
 
+class AutomixChoices;
 class Fader;
 class QuietCombo;
 
@@ -34,6 +34,9 @@ class MixingPanel final : public QWidget {
   MixingPanel(app::Decks& decks, app::ListStation& lists, support::Settings& settings,
               decks::CrossfaderCurve curve, const Look& look, QWidget* parent = nullptr);
 
+  /// Takes over what was chosen elsewhere.
+  void Show();
+
  Q_SIGNALS:
   void CurveChosen(decks::CrossfaderCurve curve);
 
@@ -41,13 +44,7 @@ class MixingPanel final : public QWidget {
   void Send();
   QGridLayout* LayOutChoices(const Look& look);
   QuietCombo* MakeRange(int deck, const Look& look);
-  QuietCombo* MakeMixPlace(const Look& look);
-  QuietCombo* MakeMixTime(const Look& look);
-  QuietCombo* MakeTempoReach(const Look& look);
-  QuietCombo* MakeGainRange(const Look& look);
   QCheckBox* MakeSeekGuard(const Look& look);
-  QCheckBox* MakeMatch(const char* name, ListWord caption, void (app::ListStation::*choose)(bool),
-                       const Look& look);
 
   app::Decks& decks_;
   app::ListStation& lists_;
@@ -56,6 +53,7 @@ class MixingPanel final : public QWidget {
   QuietCombo* stretch_;
   Fader* threshold_;
   QLabel* threshold_value_;
+  AutomixChoices* automix_;
   int sent_;
 };
 

@@ -18,13 +18,14 @@
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/lights/LightStation.h"
+#include "app/lists/ListStation.h"
 #include "dmx/ShowPlayer.h"
 #include "support/Settings.h"
 #include "support/Text.h"
 #include "support/WordRow.h"
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/ConsolePage.h"
-#include "ui/forms/DeckPanel.h"
+#include "ui/forms/DeckArea.h"
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/ListenBar.h"
@@ -69,7 +70,7 @@ frmMain::frmMain(app::Workstation& workstation, const support::Clock& clock)
   qApp->installEventFilter(this);
   Build();
   workstation_.AttachWindow(&boxes_, &help_);
-  mixer_->SendVolumes();
+  deck_area_->Mixer().SendVolumes();
   setMinimumSize(kSmallest);
   resize(screen()->availableSize());
   singers_->Restore();
@@ -129,7 +130,7 @@ void frmMain::Build() {
   status_ = new StatusLine(notices_read_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.Outputs().Return(output); });
-  FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(), 9}, {MakePages(look), 10}});
+  FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 9}, {MakePages(look), 10}});
   setCentralWidget(body);
   active_ = TableId::Catalogue;
   ShowPage(page_);
@@ -138,23 +139,6 @@ void frmMain::Build() {
   if (chosen > 0) music_->ChooseRow(chosen);
   Activate(active_);
   ShowFrame();
-}
-
-QWidget* frmMain::MakeDecks() {
-  const Look look{SkinOf(choices_.skin, choices_.density), *say_};
-  for (const int deck : {1, 2}) {
-    auto* panel = new DeckPanel(workstation_.Decks()[deck], workstation_.Settings(), look);
-    decks_[deck == 1 ? 0 : 1] = panel;
-    connect(panel, &DeckPanel::RowsDropped, this, &frmMain::Load);
-    connect(panel, &DeckPanel::FilesDropped, this, &frmMain::AddAndLoad);
-    connect(panel, &DeckPanel::Told, this, [this](const QString& sentence) { status_->Tell(sentence); });
-  }
-  mixer_ = new MixerPanel(workstation_.Decks(), workstation_.Equaliser(), workstation_.Outputs(),
-                          workstation_.Lists(), mixer_state_, look);
-  connect(mixer_, &MixerPanel::ListenLevelMoved, this, &frmMain::KeepListenLevel);
-  auto* box = new QWidget;
-  FillRow(*box, 0, 0.4, {{decks_[0], 1}, mixer_, {decks_[1], 1}});
-  return box;
 }
 
 QWidget* frmMain::MakePages(const Look& look) {
@@ -182,6 +166,7 @@ QWidget* frmMain::MakePages(const Look& look) {
           Say::Recording, Say::RecordingTip, look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
+  row->addWidget(MakeDeckButton(look));
   visual_ = new VisualPanel(workstation_.Visuals(), workstation_.Settings(), look);
   row->addWidget(visual_, 2);
   auto* box = new QWidget;
@@ -207,21 +192,6 @@ QWidget* frmMain::MakeMusic(const Look& look) {
   auto* box = new QWidget;
   FillRow(*box, 0, 0.4, {MakePlaylist(1, look), {music_, 1}, MakePlaylist(2, look)});
   return box;
-}
-
-QWidget* frmMain::MakeEffects(const Look& look) {
-  auto* mixing = new MixingPanel(workstation_.Decks(), workstation_.Lists(), workstation_.Settings(),
-                                 mixer_state_.curve, look);
-  connect(mixing, &MixingPanel::CurveChosen, this, [this](decks::CrossfaderCurve curve) {
-    mixer_->SetCurve(curve);
-    settings_.SetNumber("Mixer", "CrossfaderCurve", static_cast<int>(curve));
-  });
-  equaliser_ = new EqualiserPage(workstation_.Equaliser(), boxes_, mixing, look);
-  return equaliser_;
-}
-
-void frmMain::KeepListenLevel(int level) {
-  settings_.SetNumber("Mixer", "Preview", level);
 }
 
 PlaylistPanel* frmMain::MakePlaylist(int number, const Look& look) {
@@ -259,6 +229,7 @@ void frmMain::ShowPage(int page) {
     page_buttons_[i]->setChecked(static_cast<int>(i) == page);
   }
   FocusPage();
+  TakeDeckForm();  // when no control of the decks has the keyboard any more
 }
 
 // Left to itself the keyboard would go to the page's first control: a button that removes rows, or the list
@@ -359,8 +330,7 @@ void frmMain::ShowFrame() {
   if (frames_.isActive() && (painted_ || !isVisible())) workstation_.Lists().Follow();
   view_ = workstation_.View();
   const support::TimePoint now = clock_.Now();
-  for (const int deck : {1, 2}) decks_[deck == 1 ? 0 : 1]->Show(Deck(deck), now);
-  mixer_->Show(view_, now);
+  deck_area_->Show(view_, now);
   status_->Show(view_, workstation_.Outputs().DeviceNames(), now);
   status_->ShowLights(workstation_.Lights().View());
   music_->Show(view_);
@@ -371,6 +341,7 @@ void frmMain::ShowFrame() {
   music_->ShowAdding(workstation_.Collections().Intake().Progress(app::ListId::Catalogue));
   batch_->Show(music_->ChosenCount(), music_->ChosenLacksAnalysis());
   equaliser_->Show(view_);
+  mixing_->Show();
   settings_page_->Show(view_);
   visual_->Show(view_, now);
   console_->Show(now);

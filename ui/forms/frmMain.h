@@ -26,6 +26,7 @@
 #include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
+class QPushButton;
 class QStackedWidget;
 
 namespace app {
@@ -36,11 +37,11 @@ namespace ui {
 
 class BatchBar;
 class ConsolePage;
-class DeckPanel;
+class DeckArea;
 class EqualiserPage;
 class KaraokePage;
 class ListenBar;
-class MixerPanel;
+class MixingPanel;
 class MusicPage;
 class OrganPage;
 class PageButton;
@@ -81,7 +82,11 @@ class frmMain final : public QMainWindow {
   void ReadChoices();
   void Change(SettingsPage::Choices choices);
   void Build();
-  QWidget* MakeDecks();
+  QWidget* MakeDecks(const Look& look);
+  QWidget* MakeDeckButton(const Look& look);
+  /// Whole decks over the page that is shown, or one line each, as was chosen for it.
+  void TakeDeckForm();
+  void ToggleDeckForm();
   QWidget* MakePages(const Look& look);
   QWidget* MakeMusic(const Look& look);
   QWidget* MakeKaraoke(const Look& look);
@@ -155,8 +160,8 @@ class frmMain final : public QMainWindow {
   bool leaving_ = false;  ///< nothing is left to ask for
 
   StatusLine* status_ = nullptr;
-  std::array<DeckPanel*, 2> decks_{};
-  MixerPanel* mixer_ = nullptr;
+  DeckArea* deck_area_ = nullptr;
+  QPushButton* deck_button_ = nullptr;
   QStackedWidget* pages_ = nullptr;
   std::vector<PageButton*> page_buttons_;
   BatchBar* batch_ = nullptr;
@@ -167,6 +172,7 @@ class frmMain final : public QMainWindow {
   SongPanel* song_ = nullptr;
   std::unique_ptr<frmKaraoke> singers_;
   EqualiserPage* equaliser_ = nullptr;
+  MixingPanel* mixing_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
   VisualPanel* visual_ = nullptr;
   ConsolePage* console_ = nullptr;

@@ -6,6 +6,7 @@
 
 #include "app/ApplyButton.h"
 #include "ui/forms/ConsolePage.h"
+#include "ui/forms/DeckArea.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/MixerPanel.h"
@@ -32,7 +33,7 @@ void frmMain::Key(const QKeySequence& key, Reach reach, std::function<void()> ac
 
 void frmMain::MakeKeys() {
   for (const int deck : {1, 2}) {
-    const auto panel = [this, deck]() -> DeckPanel& { return *decks_[deck == 1 ? 0 : 1]; };
+    const auto panel = [this, deck]() -> DeckPanel& { return deck_area_->Panel(deck); };
     Key(KeyOf(Command::PlayPause, deck), Reach::Everywhere, [panel] { panel().PlayOrPause(); });
     Key(KeyOf(Command::ToStart, deck), Reach::Everywhere, [panel] { panel().ToStart(); });
     Key(KeyOf(Command::Stop, deck), Reach::Everywhere, [panel] { panel().Stop(); });
@@ -41,7 +42,7 @@ void frmMain::MakeKeys() {
         [panel] { panel().SetMixPoint(app::MixPoint::Start); });
     Key(KeyOf(Command::SetEnd, deck), Reach::Everywhere,
         [panel] { panel().SetMixPoint(app::MixPoint::End); });
-    Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { mixer_->Listen(deck); });
+    Key(KeyOf(Command::Listen, deck), Reach::Everywhere, [this, deck] { deck_area_->Mixer().Listen(deck); });
     Key(KeyOf(Command::Sync, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleSync(); });
     Key(KeyOf(Command::Tap, deck), Reach::Everywhere, [panel] { panel().Tools().Tap(); });
     Key(KeyOf(Command::KeyLock, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleKeyLock(); });
@@ -52,6 +53,7 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
   Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
   Key(KeyOfUndo(), Reach::Window, [this] { BringRowsBack(); });
@@ -66,9 +68,9 @@ void frmMain::MakeKeys() {
     workstation_.ApplyButton().Press({app::ApplyMode::Help, {}, {}});
   });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Left), Reach::Window,
-      [this] { mixer_->MoveCrossfader(-kCrossfaderStep); });
+      [this] { deck_area_->Mixer().MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
-      [this] { mixer_->MoveCrossfader(kCrossfaderStep); });
+      [this] { deck_area_->Mixer().MoveCrossfader(kCrossfaderStep); });
 }
 
 // Shortcuts know no release, so what lasts as long as a key is held is listened for here.
@@ -96,7 +98,7 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
 
 void frmMain::Nudge(int deck, int direction) {
   nudging_[deck == 1 ? 0 : 1] = direction != 0;
-  decks_[deck == 1 ? 0 : 1]->Tools().Nudge(direction);
+  deck_area_->Panel(deck).Tools().Nudge(direction);
 }
 
 void frmMain::ReleaseNudges() {

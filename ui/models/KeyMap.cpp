@@ -42,6 +42,10 @@ QKeySequence KeyOfHelp() {
   return QKeySequence(Qt::Key_F12);
 }
 
+QKeySequence KeyOfCompactDecks() {
+  return QKeySequence(Qt::CTRL | Qt::Key_F11);
+}
+
 QKeySequence KeyOfPage(int page) {
   return QKeySequence(Qt::CTRL | static_cast<Qt::Key>(Qt::Key_1 + page));
 }

@@ -39,6 +39,8 @@ enum class Command {
 /// Rows that were taken out of a list come back.
 [[nodiscard]] QKeySequence KeyOfUndo();
 [[nodiscard]] QKeySequence KeyOfHelp();
+/// The decks in one line each, or whole, on the page that is shown.
+[[nodiscard]] QKeySequence KeyOfCompactDecks();
 /// The pages of the window from the left, counted from 0: Ctrl+1, Ctrl+2 ...
 [[nodiscard]] QKeySequence KeyOfPage(int page);
 [[nodiscard]] QString KeyText(const QKeySequence& key);

@@ -205,7 +205,7 @@ TEST_F(ListsTest, TheAutomixButtonAndTheCrossfaderFollowTheMixer) {
   Click("Automix");
   Settle();
   EXPECT_TRUE(Find<QPushButton>("Automix").isChecked());
-  EXPECT_EQ(TextOf("AutomixState"), QStringLiteral("waits for a track"));
+  EXPECT_EQ(TextOf("AutomixNext"), QStringLiteral("waits for a track"));
   EXPECT_EQ(settings.Get(support::kApplication, "Settings", "Automix", ""), "True");
   DropRows("Catalogue", {2}, "PlayListView1");
   LoadAndPlay(1, 1);

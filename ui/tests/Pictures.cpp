@@ -111,6 +111,11 @@ void Pictures::Prepare() {
 void Pictures::TakeMusic() {
   Page(1);
   Take(QStringLiteral("music"));
+  Push("AutomixSetup");
+  TakeDialogs(QStringLiteral("automix-setup"));
+  Press(Qt::Key_F11, Qt::ControlModifier);
+  Take(QStringLiteral("music-compact"));
+  Press(Qt::Key_F11, Qt::ControlModifier);
   QTest::keyClicks(&Find<QLineEdit>("Search"), QStringLiteral("anna"));
   Advance(400ms);
   Work();

@@ -16,10 +16,7 @@
 namespace ui {
 namespace {
 
-constexpr float kFloor = -48;        // dB, lower end of the bars
 constexpr float kSilence = -90;      // dB
-constexpr float kWarm = -12;         // dB, from here yellow
-constexpr float kHot = -3;           // dB, from here red
 constexpr float kOverload = -0.01F;  // dB: full scale, less what rounding takes
 constexpr float kFallSpeed = 40;     // dB a second
 constexpr float kPeakSpeed = 20;     // dB a second, after the hold time

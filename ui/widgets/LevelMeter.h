@@ -20,6 +20,10 @@ class LevelMeter final : public QWidget {
   Q_OBJECT
 
  public:
+  static constexpr float kFloor = -48;  ///< dB, lower end of the bars
+  static constexpr float kWarm = -12;   ///< dB, from here yellow
+  static constexpr float kHot = -3;     ///< dB, from here red
+
   explicit LevelMeter(const Skin& skin, QWidget* parent = nullptr);
 
   /// dB below full scale, as measured now.

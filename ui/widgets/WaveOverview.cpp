@@ -25,8 +25,8 @@ constexpr seconds kTickSteps[] = {seconds(5),   seconds(10),  seconds(15),  seco
 
 }  // namespace
 
-WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent)
-    : QSlider(Qt::Horizontal, parent), skin_(skin), accent_(accent) {
+WaveOverview::WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent, Form form)
+    : QSlider(Qt::Horizontal, parent), skin_(skin), accent_(accent), form_(form) {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setFocusPolicy(Qt::StrongFocus);
   setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Expanding);
@@ -77,7 +77,7 @@ void WaveOverview::ShowMixPoints(const app::DeckView& view) {
 void WaveOverview::PlaceHandles() {
   for (const app::MixPoint which : {app::MixPoint::Start, app::MixPoint::End}) {
     MixHandle& handle = *handles_.Of(which);
-    handle.setVisible(has_points_ && length_.count() > 0);
+    handle.setVisible(form_ == Form::Whole && has_points_ && length_.count() > 0);
     handle.PlaceAt(ColumnOf(points_.Of(which)));
   }
   update();
@@ -99,11 +99,16 @@ void WaveOverview::PaintMixPoints(QPainter& painter) const {
 }
 
 QSize WaveOverview::sizeHint() const {
-  return {Em(*this, 30), Em(*this, 5)};
+  return form_ == Form::Whole ? QSize(Em(*this, 30), Em(*this, 5)) : QSize(Em(*this, 16), Em(*this, 2.6));
 }
 
 QSize WaveOverview::minimumSizeHint() const {
-  return {Em(*this, 12), Em(*this, 3.5)};
+  return form_ == Form::Whole ? QSize(Em(*this, 12), Em(*this, 3.5)) : QSize(Em(*this, 8), Em(*this, 2));
+}
+
+QVariant WaveOverview::inputMethodQuery(Qt::InputMethodQuery query) const {
+  if (query == Qt::ImCursorRectangle) return QRect(shown_column_, 0, 1, height());
+  return QSlider::inputMethodQuery(query);
 }
 
 void WaveOverview::Show(microseconds position, microseconds length,
@@ -141,7 +146,7 @@ microseconds WaveOverview::PlaceAt(int column) const {
 }
 
 QRect WaveOverview::WaveBox() const {
-  return rect().adjusted(0, 0, 0, -Em(*this, 1.2));
+  return form_ == Form::Whole ? rect().adjusted(0, 0, 0, -Em(*this, 1.2)) : rect();
 }
 
 QPixmap WaveOverview::PaintTrack(WaveTone tone) const {
@@ -159,7 +164,7 @@ QPixmap WaveOverview::PaintTrack(WaveTone tone) const {
     tint.setAlphaF(0.35F);
     painter.fillRect(box, tint);
   }
-  if (length_.count() > 0) PaintTimes(painter);
+  if (length_.count() > 0 && form_ == Form::Whole) PaintTimes(painter);
   painter.setPen(skin_.line);
   painter.drawRect(box.adjusted(0, 0, -1, -1));
   return picture;

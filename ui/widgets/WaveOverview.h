@@ -25,7 +25,9 @@ class WaveOverview final : public QSlider {
   Q_OBJECT
 
  public:
-  WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent = nullptr);
+  /// Slim: without times and handles, for a line of a few; the mix points are only shown.
+  enum class Form { Whole, Slim };
+  WaveOverview(const Skin& skin, const QColor& accent, QWidget* parent = nullptr, Form form = Form::Whole);
 
   /// No length: nothing is loaded. A length that is not exact yet is drawn the same way and may still change.
   /// The wave may come later than the length.
@@ -36,9 +38,14 @@ class WaveOverview final : public QSlider {
   void ShowMixPoints(const app::DeckView& view);
   [[nodiscard]] MixHandle& Handle(app::MixPoint which) { return *handles_.Of(which); }
 
+  /// Of the track, at a column of the widget.
+  [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
+
   void Guard(SeekGuard guard) { guard_ = std::move(guard); }
 
   [[nodiscard]] QSize sizeHint() const override;
+  /// The Menu key asks for the place that is heard.
+  [[nodiscard]] QVariant inputMethodQuery(Qt::InputMethodQuery query) const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
@@ -63,7 +70,6 @@ class WaveOverview final : public QSlider {
 
  private:
   [[nodiscard]] int ColumnOf(std::chrono::microseconds position) const;
-  [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
   [[nodiscard]] QPixmap PaintTrack(WaveTone tone) const;
   /// The part above the strip of times.
   [[nodiscard]] QRect WaveBox() const;
@@ -78,6 +84,7 @@ class WaveOverview final : public QSlider {
 
   const Skin& skin_;
   QColor accent_;
+  const Form form_;
   std::shared_ptr<const music::Wave> wave_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
