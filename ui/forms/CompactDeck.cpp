@@ -9,6 +9,7 @@
 #include "app/Deck.h"
 #include "app/sound/DeckStation.h"
 #include "support/Settings.h"
+#include "ui/forms/Menus.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DeckText.h"
 #include "ui/models/KeyMap.h"
@@ -32,6 +33,8 @@ CompactDeck::CompactDeck(app::Deck& deck, const support::Settings& settings, con
   MakeParts();
   NameParts();
   GuardWave(settings);
+  GiveWaveMenu(
+      *wave_, deck, [this](const QPoint& place) { return wave_->PlaceAt(place.x()); }, look);
   connect(play_, &QPushButton::clicked, this, &CompactDeck::PlayWanted);
   connect(fader_, &QSlider::valueChanged, this, &CompactDeck::FaderMoved);
 }

@@ -5,6 +5,7 @@
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QMenu>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
@@ -15,11 +16,13 @@
 #include "app/settings/Preferences.h"
 #include "support/Settings.h"
 #include "ui/forms/FaderBank.h"
+#include "ui/forms/Menus.h"
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"
 #include "ui/models/ChannelText.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/ConsoleWords.h"
+#include "ui/strings/Decode.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/LightPreview.h"
@@ -91,10 +94,12 @@ QHBoxLayout* ConsolePage::MakeShowRow(MessageBoxes& boxes) {
 
 QHBoxLayout* ConsolePage::MakeWire() {
   wire_ = new WireStrip(look_);
-  Name(*wire_, "WireStrip", look_.say(ConsoleWord::Wire));
+  Name(*wire_, "WireStrip", look_.say(ConsoleWord::Wire), look_.say.Tip(ConsoleWord::Wire));
   connect(wire_, &WireStrip::ChannelWanted, this,
           [this](int channel) { bank_->ShowFrom(channel - (channel - 1) % bank_->Size()); });
-  return Row(0.6, {Caption(look_.say(ConsoleWord::Wire), look_.skin.dim), {wire_, 1}});
+  QLabel* head = Caption(look_.say(ConsoleWord::Wire), look_.skin.dim);
+  head->setToolTip(look_.say.Tip(ConsoleWord::Wire));
+  return Row(0.6, {head, {wire_, 1}});
 }
 
 void ConsolePage::MakeStage() {
@@ -107,6 +112,37 @@ void ConsolePage::MakeStage() {
     const dmx::DMXfilename* chosen = patch_ == nullptr ? nullptr : patch_->fixtures.Item(fixture);
     if (chosen != nullptr) bank_->ShowFrom(chosen->StartChannel);
   });
+  (new ContextMenu(*stage_, QStringLiteral("StageMenu")))->AddLast([this](QMenu& menu, const QPoint& place) {
+    FillFixtureMenu(menu, stage_->FixtureAt(place));
+  });
+}
+
+void ConsolePage::FillFixtureMenu(QMenu& menu, int position) {
+  const auto& say = look_.say;
+  int start = 0;
+  QString name;
+  std::vector<dmx::FaderMove> full, dark;
+  for (int channel = 1; patch_ != nullptr && channel <= dmx::kUniverseChannels; ++channel) {
+    const app::ChannelLabel& label = patch_->At(channel);
+    if (label.fixture != position) continue;
+    if (start == 0) start = channel;
+    name = Decode(label.fixture_name);
+    if (label.function == dmx::ChannelFunction::Dimmer) full.push_back({channel, 255});
+    dark.push_back({channel, 0});
+  }
+  if (start == 0) return;
+  AddAct(menu, QStringLiteral("FixtureFaders"), say(ConsoleWord::FixtureFaders).arg(name), {},
+         [this, start] { bank_->ShowFrom(start); });
+  AddAct(menu, QStringLiteral("FixtureFull"), say(ConsoleWord::FixtureFull).arg(name), {}, [this, full] {
+    lights_.MoveFaders(full);
+  })->setEnabled(!full.empty());
+  AddAct(menu, QStringLiteral("FixtureDark"), say(ConsoleWord::FixtureDark).arg(name), {},
+         [this, dark] { lights_.MoveFaders(dark); });
+  menu.addSeparator();
+  AddAct(menu, QStringLiteral("FixtureLibrary"), say(Say::FixtureEditor), KeyOfFixtureEditor(),
+         [this] { Q_EMIT LibraryWanted(); });
+  AddAct(menu, QStringLiteral("FixtureShow"), say(Say::ShowEditor), KeyOfShowEditor(),
+         [this] { Q_EMIT ShowEditorWanted(); });
 }
 
 void ConsolePage::ShowStage(const app::LightView& view) {

@@ -11,6 +11,7 @@
 
 class QHBoxLayout;
 class QLabel;
+class QMenu;
 class QPushButton;
 class QVBoxLayout;
 
@@ -63,6 +64,8 @@ class ConsolePage final : public Surface {
   void ReadColours();
   void ShowRange();
   void MakeStage();
+  /// Position in the patch, from 1.
+  void FillFixtureMenu(QMenu& menu, int position);
   void ShowStage(const app::LightView& view);
   void ListFixtures(const app::StagePatch* patch);
 

@@ -11,6 +11,7 @@
 #include "app/Deck.h"
 #include "app/sound/DeckStation.h"
 #include "support/Settings.h"
+#include "ui/forms/Menus.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DeckText.h"
@@ -98,6 +99,10 @@ DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const L
   connect(overview_, &WaveOverview::SeekWanted, this, seek);
   connect(running_, &RunningWave::SeekWanted, this, seek);
   GuardWaves();
+  GiveWaveMenu(
+      *overview_, deck, [this](const QPoint& place) { return overview_->PlaceAt(place.x()); }, look);
+  GiveWaveMenu(
+      *running_, deck, [this](const QPoint& place) { return running_->PlaceAt(place.x()); }, look);
   connect(tools_, &TempoTools::Told, this, &DeckPanel::Told);
   connect(overview_, &WaveOverview::MixPointMoved, this,
           [this](app::MixPoint which, auto place) { commands_.SetMixPoint(which, place); });

@@ -10,6 +10,7 @@
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListButtons.h"
+#include "ui/forms/Menus.h"
 #include "ui/forms/SearchLine.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/ListWords.h"
@@ -64,6 +65,8 @@ QHBoxLayout* KaraokePage::MakeHead() {
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(count_, 1);
   buttons_->PutInto(*row);
+  menu_ = new ContextMenu(*grid_, QStringLiteral("SongsMenu"));
+  menu_->AddLast([this](QMenu& menu, const QPoint&) { buttons_->FillRemove(menu); });
   return row;
 }
 

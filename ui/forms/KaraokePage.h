@@ -24,6 +24,7 @@ class track_table;
 namespace ui {
 
 class AddingBar;
+class ContextMenu;
 class ListButtons;
 class ReportList;
 class SearchLine;
@@ -45,6 +46,8 @@ class KaraokePage final : public DropSurface {
   /// The keys go to the search field.
   void Find();
   [[nodiscard]] std::vector<int> ChosenRows() const;
+  /// On the rows.
+  [[nodiscard]] ContextMenu& RowMenu() { return *menu_; }
   [[nodiscard]] TrackModel& Rows() { return *model_; }
   /// What came of deleting, with a sentence for each file that is still there.
   void ShowDeleted(const std::vector<std::string>& kept);
@@ -77,6 +80,7 @@ class KaraokePage final : public DropSurface {
   QLabel* count_;
   AddingBar* adding_;
   ListButtons* buttons_;
+  ContextMenu* menu_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;

@@ -6,6 +6,7 @@
 #include <QMenu>
 #include <QPushButton>
 
+#include "ui/forms/Menus.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/FileWords.h"
 #include "ui/widgets/Kit.h"
@@ -21,11 +22,7 @@ ListButtons::ListButtons(const QString& name, const Texts& texts, TrackGrid& gri
   connect(add_, &QPushButton::clicked, this, &ListButtons::PopUpAdd);
   remove_ = MakeButton(QStringLiteral("Remove"), say(Say::RemoveRows) + arrow, say(FileWord::RemoveFromList),
                        say(FileWord::RemoveTip));
-  connect(remove_, &QPushButton::clicked, this,
-          [this] { PopUpRemove(remove_->mapToGlobal(QPoint(0, remove_->height()))); });
-  grid.setContextMenuPolicy(Qt::CustomContextMenu);
-  connect(&grid, &QWidget::customContextMenuRequested, this,
-          [this](const QPoint& place) { PopUpRemove(grid_.viewport()->mapToGlobal(place)); });
+  connect(remove_, &QPushButton::clicked, this, &ListButtons::PopUpRemove);
 }
 
 QPushButton* ListButtons::MakeButton(const QString& name, const QString& caption, const QString& long_name,
@@ -39,11 +36,7 @@ void ListButtons::PutInto(QHBoxLayout& row) {
 }
 
 QMenu* ListButtons::MakeMenu(const char* name) {
-  auto* menu = new QMenu(add_->window());
-  menu->setObjectName(name_ + QLatin1String(name));
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->setFont(add_->font());
-  return menu;
+  return NewMenu(*add_, name_ + QLatin1String(name));
 }
 
 void ListButtons::PopUpAdd() {
@@ -55,23 +48,25 @@ void ListButtons::PopUpAdd() {
   menu->popup(add_->mapToGlobal(QPoint(0, add_->height())));
 }
 
-void ListButtons::PopUpRemove(const QPoint& place) {
+void ListButtons::PopUpRemove() {
+  QMenu* menu = MakeMenu("RemoveMenu");
+  FillRemove(*menu);
+  menu->popup(remove_->mapToGlobal(QPoint(0, remove_->height())));
+}
+
+void ListButtons::FillRemove(QMenu& menu) {
   const auto& say = look_.say;
   const bool chosen = grid_.selectionModel()->hasSelection();
-  QMenu* menu = MakeMenu("RemoveMenu");
-  const auto add = [&](const char* name, const QString& text, const QString& key, auto wanted) {
-    QAction* action = menu->addAction(key.isEmpty() ? text : text + QLatin1Char('\t') + key, this, wanted);
-    action->setObjectName(name_ + QLatin1String(name));
-    return action;
+  const auto add = [&](const char* name, const QString& text, const QKeySequence& key, auto wanted) {
+    return AddAct(menu, name_ + QLatin1String(name), text, key, [this, wanted] { (this->*wanted)(); });
   };
-  add("RemoveRows", say(FileWord::RemoveFromList), KeyText(Qt::Key_Delete), &ListButtons::RemoveWanted)
+  add("RemoveRows", say(FileWord::RemoveFromList), Qt::Key_Delete, &ListButtons::RemoveWanted)
       ->setEnabled(chosen);
-  add("BringBack", say(FileWord::BringBack), KeyText(KeyOfUndo()), &ListButtons::BringBackWanted);
-  menu->addSeparator();
+  add("BringBack", say(FileWord::BringBack), KeyOfUndo(), &ListButtons::BringBackWanted);
+  menu.addSeparator();
   QAction* gone = add("DeleteFiles", say(FileWord::DeleteFromDisk), {}, &ListButtons::DeleteWanted);
   gone->setEnabled(chosen);
   gone->setToolTip(texts_.delete_name);
-  menu->popup(place);
 }
 
 }  // namespace ui

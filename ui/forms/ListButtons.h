@@ -8,7 +8,6 @@
 
 class QHBoxLayout;
 class QMenu;
-class QPoint;
 class QPushButton;
 
 namespace ui {
@@ -16,7 +15,7 @@ namespace ui {
 class TrackGrid;
 
 /// The two buttons of a list of files, each with a menu: files and folders come in, rows go out and come
-/// back, files are deleted. What rows can be done with stands in a menu on the rows too.
+/// back, files are deleted. What takes rows out stands in the menu on the rows too.
 class ListButtons final : public QObject {
   Q_OBJECT
 
@@ -28,6 +27,8 @@ class ListButtons final : public QObject {
   ListButtons(const QString& name, const Texts& texts, TrackGrid& grid, const Look& look);
 
   void PutInto(QHBoxLayout& row);
+  /// What the button that takes rows out offers, for the rows' own menu.
+  void FillRemove(QMenu& menu);
 
  Q_SIGNALS:
   void FilesWanted();
@@ -40,7 +41,7 @@ class ListButtons final : public QObject {
   [[nodiscard]] QPushButton* MakeButton(const QString& name, const QString& caption, const QString& long_name,
                                         const QString& tip);
   void PopUpAdd();
-  void PopUpRemove(const QPoint& place);
+  void PopUpRemove();
   [[nodiscard]] QMenu* MakeMenu(const char* name);
 
   const QString name_;

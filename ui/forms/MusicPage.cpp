@@ -17,6 +17,7 @@
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/ListButtons.h"
 #include "ui/forms/ListenBar.h"
+#include "ui/forms/Menus.h"
 #include "ui/forms/SearchLine.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackModel.h"
@@ -97,6 +98,8 @@ QHBoxLayout* MusicPage::MakeHead(ListenBar& listen) {
   connect(buttons_, &ListButtons::DeleteWanted, this, &MusicPage::DeleteWanted);
   connect(buttons_, &ListButtons::BringBackWanted, this, &MusicPage::BringBackWanted);
   buttons_->PutInto(*row);
+  menu_ = new ContextMenu(*grid_, QStringLiteral("MusicMenu"));
+  menu_->AddLast([this](QMenu& menu, const QPoint&) { buttons_->FillRemove(menu); });
   return row;
 }
 

@@ -30,6 +30,7 @@ namespace ui {
 
 class AddingBar;
 class BatchBar;
+class ContextMenu;
 class ListButtons;
 class ListenBar;
 class ReportList;
@@ -52,6 +53,8 @@ class MusicPage final : public DropSurface {
   [[nodiscard]] int ChosenCount() const;
   /// One row is chosen, and no tempo is known of it because it was not analysed.
   [[nodiscard]] bool ChosenLacksAnalysis() const;
+  /// On the rows.
+  [[nodiscard]] ContextMenu& RowMenu() { return *menu_; }
   /// Whether the keys that load take its rows.
   void SetActive(bool active);
   void ChooseRow(int row);
@@ -95,6 +98,7 @@ class MusicPage final : public DropSurface {
   QLabel* count_;
   AddingBar* adding_;
   ListButtons* buttons_;
+  ContextMenu* menu_;
   ReportList* report_;
   QPointer<QFileDialog> dialog_;
   int shown_rows_ = -1;

@@ -15,6 +15,7 @@
 #include <set>
 
 #include "ui/forms/FixtureFaders.h"
+#include "ui/forms/Menus.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Kit.h"
@@ -78,6 +79,8 @@ void PatchPanel::MakeList() {
                         [this] { Locate(); });
   repair_ = PlainButton("RepairFixture", look_.say.ByTip(EditorWord::Repair, EditorWord::RepairTip),
                         [this] { Repair(); });
+  GiveButtonMenu(*list_, QStringLiteral("FixtureMenu"), {move_, remove_, locate_, repair_});
+  GiveButtonMenu(*library_, QStringLiteral("LibraryMenu"), {patch_});
 }
 
 void PatchPanel::ShowLibrary(std::vector<app::LibraryFixture> fixtures) {

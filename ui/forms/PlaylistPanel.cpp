@@ -15,6 +15,7 @@
 #include "support/Text.h"
 #include "ui/forms/AddingBar.h"
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/Menus.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/FileWords.h"
@@ -73,6 +74,12 @@ PlaylistPanel::PlaylistPanel(int number, app::Collections& collections, app::Lis
   rows->addWidget(report_);
   rows->addLayout(MakeButtons());
   if (width == Width::Given) setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Expanding);
+  menu_ = new ContextMenu(*grid_, QStringLiteral("Playlist%1Rows").arg(number));
+  menu_->AddLast([this](QMenu& menu, const QPoint&) {
+    AddAct(menu, QStringLiteral("Playlist%1RemoveRows").arg(number_), look_.say(FileWord::RemoveFromList),
+           Qt::Key_Delete, [this] { RemoveChosen(); })
+        ->setEnabled(grid_->selectionModel()->hasSelection());
+  });
   Listen();
   ShowCount();
 }
@@ -104,10 +111,7 @@ QHBoxLayout* PlaylistPanel::MakeButtons() {
 }
 
 void PlaylistPanel::ShowMenu() {
-  auto* menu = new QMenu(this);
-  menu->setObjectName(QStringLiteral("Playlist%1Menu").arg(number_));
-  menu->setAttribute(Qt::WA_DeleteOnClose);
-  menu->setFont(font());
+  QMenu* menu = NewMenu(*this, QStringLiteral("Playlist%1Menu").arg(number_));
   menu->addAction(look_.say(ListWord::OpenFile), this, &PlaylistPanel::AskForFile);
   menu->addAction(look_.say(FileWord::AddFolder), this, &PlaylistPanel::AskForFolder)
       ->setObjectName(QStringLiteral("Playlist%1AddFolder").arg(number_));

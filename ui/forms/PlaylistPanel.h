@@ -27,6 +27,7 @@ struct WorkstationView;
 namespace ui {
 
 class AddingBar;
+class ContextMenu;
 class ReportList;
 class TrackGrid;
 class TrackModel;
@@ -46,6 +47,8 @@ class PlaylistPanel final : public Surface {
   /// After rows were moved or taken away by others.
   void Reload(int row_to_choose);
   [[nodiscard]] TrackRows ChosenRows() const;
+  /// On the rows.
+  [[nodiscard]] ContextMenu& RowMenu() { return *menu_; }
   /// The open button's file dialog.
   void AskForFile();
   /// The save button's.
@@ -92,6 +95,7 @@ class PlaylistPanel final : public Surface {
   QPushButton* remove_;
   AddingBar* adding_;
   ReportList* report_;
+  ContextMenu* menu_;
   QPointer<QFileDialog> dialog_;
   catalogue::track_table counted_;       ///< as its total was shown
   std::array<std::string, 2> on_decks_;  ///< files, as they were followed

@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <set>
 
+#include "ui/forms/Menus.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Kit.h"
@@ -96,6 +97,9 @@ QHBoxLayout* ScenePanel::MakePlayer() {
   playing_ = playing;
   row->addWidget(playing, 2);
   return row;
+  GiveButtonMenu(*scenes_, QStringLiteral("SceneMenu"), {copy_scene_, remove_scene_, scene_up_, scene_down_});
+  GiveButtonMenu(*steps_, QStringLiteral("StepMenu"),
+                 {add_step_, record_step_, copy_step_, remove_step_, step_up_, step_down_, play_, stop_});
 }
 
 QHBoxLayout* ScenePanel::MakeButtons(std::initializer_list<Button> buttons) {

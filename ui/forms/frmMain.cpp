@@ -132,6 +132,7 @@ void frmMain::Build() {
           [this](int output) { workstation_.Outputs().Return(output); });
   FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 9}, {MakePages(look), 10}});
   setCentralWidget(body);
+  GiveRowMenus();
   active_ = TableId::Catalogue;
   ShowPage(page_);
   points_ = 0;

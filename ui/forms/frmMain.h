@@ -26,6 +26,7 @@
 #include "ui/strings/QtWords.h"
 #include "ui/widgets/Look.h"
 
+class QMenu;
 class QPushButton;
 class QStackedWidget;
 
@@ -103,6 +104,8 @@ class frmMain final : public QMainWindow {
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
   void ShowPage(int page);
   void FocusPage();
+  void GiveRowMenus();
+  void FillRowMenu(QMenu& menu, TableId table);
   /// The keys go to the search field of the page, or of the catalogue.
   void Find();
   void MakeKeys();

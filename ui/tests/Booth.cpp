@@ -5,6 +5,7 @@
 #include <QAbstractItemModel>
 #include <QAbstractScrollArea>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QLabel>
@@ -116,6 +117,16 @@ void Booth::Drop(const QMimeData& data, const char* target, int before, Qt::Drop
 
 void Booth::ChooseInMenu(const char* button, const char* entry) {
   QTest::mouseClick(&Find<QPushButton>(button), Qt::LeftButton);
+  ChooseEntry(entry);
+}
+
+void Booth::AskForMenu(QWidget& widget, const QPoint& place) {
+  QTest::mouseClick(&widget, Qt::RightButton, {}, place);
+  QContextMenuEvent asked(QContextMenuEvent::Mouse, place, widget.mapToGlobal(place));
+  QApplication::sendEvent(&widget, &asked);
+}
+
+void Booth::ChooseEntry(const char* entry) {
   auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   auto* action = menu == nullptr ? nullptr : menu->findChild<QAction*>(QLatin1String(entry));
   if (action == nullptr) throw std::runtime_error(std::string("no entry named ") + entry);

@@ -68,6 +68,10 @@ class Booth : public ::testing::Test {
   void DropFiles(const QList<QUrl>& urls, const char* target, int before = 0);
   /// Presses a button and clicks an entry of the menu that it opens.
   void ChooseInMenu(const char* button, const char* entry);
+  /// By a right click.
+  void AskForMenu(QWidget& widget, const QPoint& place);
+  /// Of the menu that is open.
+  void ChooseEntry(const char* entry);
   [[nodiscard]] catalogue::track_table& Music() { return station->Collections().Music().Table(); }
   [[nodiscard]] catalogue::track_table& Karaoke() { return station->Collections().Karaoke().Table(); }
   [[nodiscard]] catalogue::track_table& Playlist(int number) {

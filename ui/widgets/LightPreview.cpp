@@ -83,11 +83,15 @@ void LightPreview::paintEvent(QPaintEvent*) {
                      QString::number(light.Target));
 }
 
-void LightPreview::mousePressEvent(QMouseEvent* event) {
-  if (lights_.count() == 0) return;
+int LightPreview::FixtureAt(const QPoint& place) const {
+  if (lights_.count() == 0) return 0;
   const double part = double(width()) / lights_.count();
-  const int fixture = static_cast<int>(event->position().x() / part) + 1;
-  Q_EMIT Chosen(std::clamp(fixture, 1, lights_.count()));
+  return std::clamp(static_cast<int>(place.x() / part) + 1, 1, lights_.count());
+}
+
+void LightPreview::mousePressEvent(QMouseEvent* event) {
+  if (event->button() != Qt::LeftButton || lights_.count() == 0) return event->ignore();
+  Q_EMIT Chosen(FixtureAt(event->position().toPoint()));
 }
 
 }  // namespace ui

@@ -20,6 +20,9 @@ class LightPreview final : public QWidget {
   /// Repaints when something looks different.
   void Show(const dmx::DMXname& fixtures, std::span<const dmx::DmxLevel, dmx::kUniverseChannels> levels);
 
+  /// Position from 1 of the light at a place; 0 where there is none.
+  [[nodiscard]] int FixtureAt(const QPoint& place) const;
+
   [[nodiscard]] QSize sizeHint() const override;
   [[nodiscard]] QSize minimumSizeHint() const override;
 

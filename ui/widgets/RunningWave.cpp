@@ -72,6 +72,10 @@ void RunningWave::DrawBeats(QPainter& painter, int first) const {
   }
 }
 
+microseconds RunningWave::PlaceAt(int column) const {
+  return position_ + microseconds(std::llround((column - MarkColumn()) / PixelsASecond() * 1e6));
+}
+
 double RunningWave::PixelsASecond() const {
   return Em(*this, kEmsASecond);
 }

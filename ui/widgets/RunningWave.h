@@ -32,6 +32,8 @@ class RunningWave final : public QWidget {
             const std::shared_ptr<const music::Wave>& wave);
   /// Null: no beats are known.
   void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid);
+  /// Of the track, at a column of the widget.
+  [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
   void Guard(SeekGuard guard) { guard_ = std::move(guard); }
   /// Tiles drawn since the beginning.
   [[nodiscard]] int TilesDrawn() const { return tiles_drawn_; }
