@@ -21,7 +21,8 @@ int QuietCombo::Height() const {
 }
 
 QSize QuietCombo::sizeHint() const {
-  int widest = fontMetrics().averageCharWidth() * minimumContentsLength();
+  int widest = std::max(fontMetrics().averageCharWidth() * minimumContentsLength(),
+                        fontMetrics().horizontalAdvance(placeholderText()));
   for (int i = 0; i < count(); ++i) widest = std::max(widest, fontMetrics().horizontalAdvance(itemText(i)));
   const bool pictures = count() > 0 && !itemIcon(0).isNull();
   const int picture = pictures ? iconSize().width() + Em(*this, 0.5) : 0;
