@@ -6,8 +6,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPushButton>
-#include <QRadioButton>
 #include <QSlider>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTextBrowser>
 #include <fstream>
@@ -115,6 +115,17 @@ TEST_F(SettingsTest, AChosenFolderIsKeptAndAClosedDialogKeepsTheOldOne) {
   Q_EMIT dialog.fileSelected(folder.path());
   EXPECT_EQ(Stored("Settings", "Directory"), folder.path().toStdString());
   EXPECT_EQ(Find<QLineEdit>("Directory").text(), folder.path());
+}
+
+TEST_F(SettingsTest, RowsAndButtonsStandCloserWhereThatIsChosen) {
+  const int row = Find<QTableView>("Catalogue").rowHeight(0);
+  const int button = Find<QPushButton>("LoadOnDeck1").height();
+  Choose("Density", 1);
+  EXPECT_EQ(Stored("Skin", "Density"), "1");
+  EXPECT_LE(Find<QTableView>("Catalogue").rowHeight(0), row - 5);
+  EXPECT_LE(Find<QPushButton>("LoadOnDeck1").height(), button - 5);
+  Choose("Density", 0);
+  EXPECT_EQ(Find<QTableView>("Catalogue").rowHeight(0), row);
 }
 
 TEST_F(SettingsTest, ChannelColoursAreKeptForAsManyChannelsAsThereAre) {
