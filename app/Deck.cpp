@@ -26,6 +26,10 @@ double RealOf(const StoredSection& section, std::string_view key) {
   return support::ParseReal(support::Trim(ValueOf(section, key))).value_or(0);
 }
 
+std::string_view KeyOf(ToneBand band) {
+  return band == ToneBand::High ? "High" : band == ToneBand::Mid ? "Mid" : "Bass";
+}
+
 bool IsTempoRange(std::int64_t percent) {
   return std::find(kTempoRanges.begin(), kTempoRanges.end(), percent) != kTempoRanges.end();
 }
@@ -63,6 +67,37 @@ void Deck::ByHand(std::function<void(DeckStation&)> command) {
 
 void Deck::PostTempo(std::function<void(DeckTempo&)> command) {
   Post([command = std::move(command)](DeckStation& deck) { command(deck.Tempo()); });
+}
+
+void Deck::PostTone(std::function<void(DeckTone&)> command) {
+  Post([command = std::move(command)](DeckStation& deck) { command(deck.Tone()); });
+}
+
+void Deck::SetTone(ToneBand band, int decibels) {
+  const int gain = std::clamp(decibels, kLeastTone, kMostTone);
+  if (IsStored()) around_.settings.SetNumber("Eq" + std::to_string(number_), KeyOf(band), gain);
+  PostTone([band, gain](DeckTone& tone) { tone.Set(band, gain); });
+}
+
+void Deck::Kill(ToneBand band, bool killed) {
+  PostTone([band, killed](DeckTone& tone) { tone.Kill(band, killed); });
+}
+
+void Deck::SetTrim(int slider) {
+  const int trim = std::clamp(slider, 0, 100);
+  if (IsStored()) around_.settings.SetNumber(Section(), "Gain", trim);
+  PostTone([trim](DeckTone& tone) { tone.Trim(trim); });
+}
+
+void Deck::RestoreTone(const StoredSection& effects, const StoredSection& equaliser) {
+  const auto trim = support::ParseInteger(support::Trim(ValueOf(effects, "Gain")));
+  PostTone([trim = trim ? static_cast<int>(std::clamp<std::int64_t>(*trim, 0, 100))
+                        : kMiddleTrim](DeckTone& tone) { tone.Trim(trim); });
+  for (const ToneBand band : {ToneBand::High, ToneBand::Mid, ToneBand::Bass}) {
+    const auto stored = support::LeadingInteger(ValueOf(equaliser, KeyOf(band)));
+    const int gain = static_cast<int>(std::clamp<std::int64_t>(stored, kLeastTone, kMostTone));
+    PostTone([band, gain](DeckTone& tone) { tone.Set(band, gain); });
+  }
 }
 
 std::string Deck::Section() const {

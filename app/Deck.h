@@ -24,6 +24,7 @@ namespace app {
 class Collections;
 class DeckStation;
 class DeckTempo;
+class DeckTone;
 class ResumeStation;
 class DeckRack;
 struct StationContext;
@@ -94,6 +95,14 @@ class Deck {
   /// The sliders as they were stored.
   void Restore(const StoredSection& section);
 
+  // The deck's own channel of the desk, which is stored for decks 1 and 2 too, but for what is killed.
+  /// kLeastTone to kMostTone, in dB.
+  void SetTone(ToneBand band, int decibels);
+  void Kill(ToneBand band, bool killed);
+  /// 0 to 100; 50 is 0 dB.
+  void SetTrim(int slider);
+  void RestoreTone(const StoredSection& effects, const StoredSection& equaliser);
+
   /// A beat is heard now. From the fourth tap on they set the tempo of the file and its grid.
   void Tap();
   /// Deck 1 or 2 follows the tempo and the beats of the other one until the tempo is set by hand, another
@@ -113,6 +122,7 @@ class Deck {
  private:
   void Post(std::function<void(DeckStation&)> command);
   void ByHand(std::function<void(DeckStation&)> command);
+  void PostTone(std::function<void(DeckTone&)> command);
   void PostTempo(std::function<void(DeckTempo&)> command);
   /// Stores a slider of the tempo and moves it.
   void MoveTempo(double decks::TempoSliders::*slider, std::string_view key, double value);

@@ -15,7 +15,7 @@ using Subject = NoticeBoard::Subject::Kind;
 }  // namespace
 
 DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-                   std::shared_ptr<Mailbox> box, const support::Sentences& say)
+                   std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk)
     : engine_(ports.engine),
       sound_(ports.sound),
       box_(std::move(box)),
@@ -26,10 +26,11 @@ DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::
                 }),
       equaliser_(ports.engine),
       loudest_(ports.engine),
-      outputs_(ports.engine, ports.sound, workers, std::move(gate), box_, say, decks_, notices_) {
+      outputs_(ports.engine, ports.sound, workers, std::move(gate), box_, say, decks_, notices_),
+      hall_(desk) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_}, box_);
+        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_, desk}, box_);
   }
 }
 
@@ -127,6 +128,7 @@ void DeckRack::Tick() {
   }
   Listen(view);
   outputs_.Show(view);
+  hall_.Tick(view);
   for (int slider = 0; slider < decks::kEqSliders; ++slider) {
     view.equaliser[static_cast<std::size_t>(slider)] = equaliser_.Eq(slider);
   }

@@ -16,6 +16,7 @@
 #include "app/sound/BeatMatch.h"
 #include "app/sound/DeckStation.h"
 #include "app/sound/FileAnalyses.h"
+#include "app/sound/HallDesk.h"
 #include "app/sound/LoudestSource.h"
 #include "app/work/Mailbox.h"
 #include "app/work/WorkGate.h"
@@ -31,7 +32,7 @@ namespace app {
 class DeckRack {
  public:
   DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-           std::shared_ptr<Mailbox> box, const support::Sentences& say);
+           std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk = nullptr);
 
   /// The master slider, 0 to 99, as the levels read it.
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }
@@ -41,6 +42,7 @@ class DeckRack {
   void StoredEqualiser(const std::array<int, decks::kEqSliders>& sliders);
   /// Moves a slider, 0 to 19, and its band on every deck that plays.
   void SetEqualiser(int slider, int decibels);
+  void SetHeadphones(const decks::HeadphoneMix& mix) { hall_.SetHeadphones(mix); }
   /// Deck 1 or 2 follows the other one, whose tempo may lie that many percent away.
   void Sync(int deck, SyncStart start, int most_percent);
   void Unsync(int deck);
@@ -100,6 +102,7 @@ class DeckRack {
   std::function<void(const WorkstationView&)> ticked_;
   NoticeBoard notices_;
   OutputRouting outputs_;
+  HallDesk hall_;
   support::TripleBuffer<WorkstationView> views_;
 };
 

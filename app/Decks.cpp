@@ -28,8 +28,11 @@ void Decks::SetStretch(decks::Stretch choice) {
 
 void Decks::StartUp(const Preferences& stored) {
   Mailbox& conductor = *around_.context.conductor;
-  for (const int deck : {1, 2})
-    (*this)[deck].Restore(stored.decks[static_cast<std::size_t>(deck - 1)].effects);
+  for (const int deck : {1, 2}) {
+    const Preferences::Deck& one = stored.decks[static_cast<std::size_t>(deck - 1)];
+    (*this)[deck].Restore(one.effects);
+    (*this)[deck].RestoreTone(one.effects, one.equaliser);
+  }
   const bool low = around_.settings.Flag("Settings", "LowPowerStretch");
   conductor.Order(sound_, &decks::SoundControl::SetStretch,
                   low ? decks::Stretch::LowPower : decks::Stretch::Best);

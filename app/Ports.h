@@ -17,6 +17,7 @@ namespace decks {
 class AudioEngine;
 class CommandRunner;
 class SoundControl;
+class SoundDesk;
 }  // namespace decks
 namespace dmx {
 class DmxInterface;
@@ -77,6 +78,7 @@ struct Ports {
   LocalTime local_time = nullptr;                       ///< null: the system's
   const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only
   const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
+  decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
 };
 

@@ -23,6 +23,7 @@ void Workstation::StartUp() {
   parts.equaliser.StartUp(stored);
   conductor.Order(parts.rack, &DeckRack::SetGainPercent, std::clamp(stored.gain_percent, 0, 100));
   parts.outputs.Open(parts.prompts);
+  parts.headphones.StartUp();
   parts.decks.StartUp(stored);
   parts.lights.StartUp();
   parts.organ.StartUp();

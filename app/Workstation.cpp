@@ -57,6 +57,10 @@ OutputStation& Workstation::Outputs() {
   return parts_->outputs;
 }
 
+HeadphoneStation& Workstation::Headphones() {
+  return parts_->headphones;
+}
+
 app::Collections& Workstation::Collections() {
   return parts_->collections;
 }

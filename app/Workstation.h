@@ -22,6 +22,7 @@ class Collections;
 class Decks;
 class EditorFiles;
 class EqualiserStation;
+class HeadphoneStation;
 class Help;
 class Language;
 class LightStation;
@@ -81,6 +82,7 @@ class Workstation {
   [[nodiscard]] app::Decks& Decks();
   [[nodiscard]] EqualiserStation& Equaliser();
   [[nodiscard]] OutputStation& Outputs();
+  [[nodiscard]] HeadphoneStation& Headphones();
   [[nodiscard]] app::Collections& Collections();
   [[nodiscard]] ListStation& Lists();
   [[nodiscard]] LightStation& Lights();

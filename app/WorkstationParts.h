@@ -10,6 +10,7 @@
 #include "app/DeckRack.h"
 #include "app/Decks.h"
 #include "app/EqualiserStation.h"
+#include "app/HeadphoneStation.h"
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/Ports.h"
@@ -70,6 +71,7 @@ struct Workstation::Parts {
   app::ApplyButton apply;
   EqualiserStation equaliser;
   OutputStation outputs;
+  HeadphoneStation headphones;
   app::Visuals visuals;
   LightStation lights;
   OrganStation organ;

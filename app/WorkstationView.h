@@ -11,17 +11,26 @@
 #include "app/ports/HeardSound.h"
 #include "app/sound/DeckView.h"
 #include "decks/ports/SoundControl.h"
+#include "decks/ports/SoundDesk.h"
 
 namespace app {
+
+struct HeadphonesView {
+  decks::HeadphoneMix mix;
+  bool hear_hall = false;  ///< they are a pair of their own on the device of both decks
+};
 
 /// Everything that the window draws from, published by the conductor.
 struct WorkstationView {
   std::array<DeckView, kDecks> decks;  ///< deck n is decks[n - 1]
   std::array<OutputView, 3> outputs;   ///< deck 1, deck 2, pre-listen
   std::array<bool, 3> can_return{};    ///< it plays on a stand-in and its own device is back
-  int main_volume = 0;                 ///< the master slider: 0 (loudest) to 99
-  std::array<int, 20> equaliser{};     ///< the sliders Eq, in dB
-  bool has_mixer = false;              ///< the slider follows and moves the system's volume
+  HeadphonesView headphones;
+  bool has_meter = false;
+  decks::MasterReading master;      ///< of the output of deck 1
+  int main_volume = 0;              ///< the master slider: 0 (loudest) to 99
+  std::array<int, 20> equaliser{};  ///< the sliders Eq, in dB
+  bool has_mixer = false;           ///< the slider follows and moves the system's volume
   decks::EngineHealth health;
   HeardSong song;
   HeardSound sound;             ///< for light organ and visualisers

@@ -66,6 +66,16 @@ void PeakingEqualiser::RemoveBands() {
   HandOver();
 }
 
+void PeakingEqualiser::BandsAs(const PeakingEqualiser& other) {
+  count_ = other.count_;
+  bands_ = other.bands_;
+  wanted_ = {};
+  for (std::size_t i = 0; i < static_cast<std::size_t>(count_); ++i) {
+    wanted_[i] = PeakingFilter(bands_[i], sample_rate_);
+  }
+  HandOver();
+}
+
 void PeakingEqualiser::HandOver() {
   Curve& draft = curves_.Draft();
   draft.version = ++version_;

@@ -34,6 +34,8 @@ class PeakingEqualiser final : public StreamEffect {
   bool Set(const decks::PeakingBand& band);
   bool Get(decks::PeakingBand& band) const;
   void RemoveBands();
+  /// The bands of another one, at the own rate.
+  void BandsAs(const PeakingEqualiser& other);
 
   void Process(std::span<float> stereo) noexcept override;
   void Reset() noexcept override;

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <functional>
 #include <utility>
 
 #include "engine/NoDenormals.h"
@@ -15,7 +16,9 @@ RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const suppor
     : sample_rate_(sample_rate),
       clock_(clock),
       curve_(sample_rate),
-      look_ahead_(Limiter(sample_rate).LookAhead()) {
+      look_ahead_(Limiter(sample_rate).LookAhead()),
+      phones_(sample_rate),
+      meter_(sample_rate) {
   SetSpeakers(speakers);
 }
 
@@ -54,13 +57,16 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
   FollowSlots();
   SortCommands();
   DropCommands();
+  const PhonesMix::Wish& wish = phones_.Take();
   for (int done = 0; done < frames;) {
     RunCommands(frame);
     const int piece = PieceLength(frames - done, frame);
     const std::span<float> part = interleaved.subspan(static_cast<std::size_t>(done * channels),
                                                       static_cast<std::size_t>(piece * channels));
     MixPiece(piece, frame);
+    MixPhones(static_cast<std::size_t>(piece), wish);
     GivePiece(part, channels);
+    MeterPiece(static_cast<std::size_t>(piece), frame - look_ahead_);
     done += piece;
     frame += piece;
   }
@@ -198,6 +204,49 @@ void RenderCore::GivePiece(std::span<float> interleaved, int channels) noexcept 
   }
 }
 
+RenderCore::Bus* RenderCore::BusOf(int pair) noexcept {
+  const auto shares = pair == kNone ? std::span<const SpeakerShare>() : speakers_.Of(pair);
+  if (shares.empty()) return nullptr;
+  const int bus = shares.front().bus;
+  const bool one = std::all_of(shares.begin(), shares.end(),
+                               [bus](const SpeakerShare& share) { return share.bus == bus; });
+  return one ? buses_[static_cast<std::size_t>(bus)].get() : nullptr;
+}
+
+void RenderCore::MixPhones(std::size_t frames, const PhonesMix::Wish& wish) noexcept {
+  Bus* phones = BusOf(wish.phones);
+  bool reach = phones != nullptr;
+  std::array<Bus*, 2> hall{};
+  for (std::size_t i = 0; i < hall.size(); ++i) {
+    hall[i] = BusOf(wish.hall[i]);
+    reach = reach && hall[i] != nullptr && hall[i] != phones;
+  }
+  reach_.store(reach, std::memory_order_relaxed);
+  if (phones == nullptr || phones == hall[0] || phones == hall[1]) return;  // what all hear is left alone
+  // Before the limiters: what is in both is heard in step.
+  std::array<float, 2 * kPieceFrames> sum;
+  std::span<const float> heard;
+  if (reach && hall[0] == hall[1]) heard = {hall[0]->stereo.data(), 2 * frames};
+  if (reach && hall[0] != hall[1]) {
+    std::transform(hall[0]->stereo.begin(), hall[0]->stereo.begin() + static_cast<std::ptrdiff_t>(2 * frames),
+                   hall[1]->stereo.begin(), sum.begin(), std::plus<>());
+    heard = {sum.data(), 2 * frames};
+  }
+  phones_.Process({phones->stereo.data(), 2 * frames}, heard, wish.mix);
+}
+
+void RenderCore::MeterPair(int pair) noexcept {
+  metered_.store(pair, std::memory_order_relaxed);
+  meter_.Switch(pair != kNone);
+}
+
+void RenderCore::MeterPiece(std::size_t frames, std::int64_t frame) noexcept {
+  const int pair = metered_.load(std::memory_order_relaxed);
+  const auto shares = pair == kNone ? std::span<const SpeakerShare>() : speakers_.Of(pair);
+  if (shares.empty()) return;
+  meter_.Add({buses_[static_cast<std::size_t>(shares.front().bus)]->stereo.data(), 2 * frames}, frame);
+}
+
 void RenderCore::TellGains() noexcept {
   std::array<float, kMaxDeviceChannels> lowest;
   for (std::size_t i = 0; i < buses_.size(); ++i) lowest[i] = buses_[i]->limiter.TakeLowest();
@@ -207,6 +256,9 @@ void RenderCore::TellGains() noexcept {
       gain = std::min(gain, lowest[static_cast<std::size_t>(share.bus)]);
     }
     gains_[code].store(gain, std::memory_order_relaxed);
+  }
+  if (metered_.load(std::memory_order_relaxed) != kNone) {
+    meter_.Note(LimiterGain(metered_.load(std::memory_order_relaxed)));
   }
 }
 

@@ -10,6 +10,8 @@
 #include <vector>
 
 #include "engine/Limiter.h"
+#include "engine/PhonesMix.h"
+#include "engine/ProgrammeMeter.h"
 #include "engine/SpeakerMap.h"
 #include "engine/Stream.h"
 #include "engine/Voice.h"
@@ -66,6 +68,13 @@ class RenderCore final : public RenderSource {
   [[nodiscard]] std::uint64_t LateBlocks() const noexcept { return late_.load(std::memory_order_relaxed); }
   /// The factor to which the limiter of a pair turned its sound down in the newest block; 1 is untouched.
   [[nodiscard]] float LimiterGain(int pair) const noexcept;
+  /// What its head-phones hear. The owner's.
+  [[nodiscard]] PhonesMix& Phones() noexcept { return phones_; }
+  /// In the newest block they could hear the hall: both have pairs of their own.
+  [[nodiscard]] bool PhonesReachHall() const noexcept { return reach_.load(std::memory_order_relaxed); }
+  /// Of what leaves the limiter of a pair (of a code that is more than one, the first); kNone for none.
+  void MeterPair(int pair) noexcept;
+  [[nodiscard]] const ProgrammeMeter& Meter() const noexcept { return meter_; }
   /// Largest share of its period that a callback of the last one to two seconds took.
   [[nodiscard]] float Load() const noexcept;
 
@@ -76,6 +85,7 @@ class RenderCore final : public RenderSource {
     std::array<float, 2 * kPieceFrames> stereo{};
     Limiter limiter;
   };
+  static constexpr int kNone = PhonesMix::kNone;
   static constexpr std::size_t kWaiting = kStreams * Stream::kScheduled;
 
   void FollowSlots() noexcept;
@@ -87,6 +97,10 @@ class RenderCore final : public RenderSource {
   [[nodiscard]] int PieceLength(int frames, std::int64_t frame) const noexcept;
   void MixPiece(int frames, std::int64_t frame) noexcept;
   void GivePiece(std::span<float> interleaved, int channels) noexcept;
+  /// Of a pair code that is one pair; null for any other.
+  [[nodiscard]] Bus* BusOf(int pair) noexcept;
+  void MixPhones(std::size_t frames, const PhonesMix::Wish& wish) noexcept;
+  void MeterPiece(std::size_t frames, std::int64_t frame) noexcept;
   void TellGains() noexcept;
   void MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept;
 
@@ -106,6 +120,10 @@ class RenderCore final : public RenderSource {
   std::atomic<std::uint64_t> late_{0};
   std::atomic<std::uint64_t> bad_{0};
   std::array<std::atomic<float>, SpeakerMap::kCodes> gains_{};
+  PhonesMix phones_;
+  std::atomic<bool> reach_{false};
+  ProgrammeMeter meter_;
+  std::atomic<int> metered_{kNone};
   std::atomic<float> load_{0};
   std::atomic<float> load_before_{0};
   std::int64_t load_frames_ = 0;

@@ -43,7 +43,8 @@ SoundEngine::SoundEngine(SoundEnginePorts ports, Feeding feeding)
       pool_(std::make_shared<PcmStorePool>(ports_.decoders, ports_.memory, ports_.workers, ports_.clock)),
       devices_(std::make_shared<DeviceTable>(ports_.outputs, ports_.make_silent, *ports_.device_workers,
                                              ports_.clock)),
-      feeder_(ports_.stretchers, pool_) {
+      feeder_(ports_.stretchers, pool_),
+      desk_(players_, *devices_) {
   devices_->Start();
   if (feeding == Feeding::OwnThread) {
     thread_ = std::make_unique<PollingThread>([this] { Pump(); }, ports_.thread_started);
@@ -101,9 +102,9 @@ void SoundEngine::BASS_SetConfig(std::uint32_t option, std::uint32_t value) {
 }
 
 void SoundEngine::BASS_Free() {
-  for (const auto& [handle, playing] : playing_) feeder_.Remove(handle);
+  for (const auto& [handle, playing] : players_.All()) feeder_.Remove(handle);
   devices_->CloseAll();
-  playing_.clear();
+  players_.All().clear();
   leaving_.clear();
   support::MutexLock lock(mutex_);
   decoders_.clear();
@@ -191,20 +192,20 @@ decks::StreamHandle SoundEngine::Join(std::shared_ptr<Stream> stream, std::share
     return 0;
   }
   feeder_.Add(stream, slot);
-  playing_[handle] = {std::move(stream), std::move(slot), decoder, nullptr};
+  players_.All()[handle] = {std::move(stream), std::move(slot), decoder, nullptr};
   Wake();
   return handle;
 }
 
 void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
   if (FreeDecoder(handle)) return;
-  const auto found = playing_.find(handle);
-  if (found == playing_.end()) return;
+  const auto found = players_.All().find(handle);
+  if (found == players_.All().end()) return;
   FreeDecoder(found->second.decoder);
   found->second.stream->Ask(Stream::Transport::Free);
   feeder_.Remove(handle);
   leaving_.push_back(std::move(found->second));
-  playing_.erase(found);
+  players_.All().erase(found);
   Sweep();
 }
 

@@ -12,10 +12,10 @@
 #include "decks/ports/AudioEngine.h"
 #include "decks/ports/SoundControl.h"
 #include "engine/DeviceTable.h"
+#include "engine/EngineDesk.h"
 #include "engine/Feeder.h"
-#include "engine/HeardPlace.h"
 #include "engine/PcmStorePool.h"
-#include "engine/PeakingEqualiser.h"
+#include "engine/Players.h"
 #include "engine/Stream.h"
 #include "engine/ports/OutputDevice.h"
 #include "engine/ports/PcmDecoder.h"
@@ -54,6 +54,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
 
   /// One pass of the feeder and a look at the devices.
   void Pump();
+  /// What is turned by hand. Threads: the owner's.
+  [[nodiscard]] decks::SoundDesk& Desk() { return desk_; }
 
   bool BASS_Init(int device, int frequency, std::uint32_t flags) override;
   std::optional<std::string> BASS_GetDeviceDescription(int device) override;
@@ -122,15 +124,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
     int pair = 0;
     std::int64_t cursor = 0;
   };
-  struct Playing {
-    std::shared_ptr<Stream> stream;                         // with the feeder's pass
-    std::shared_ptr<DeviceSlot> slot;                       // with the table
-    decks::StreamHandle decoder = 0;                        ///< freed with it, or 0
-    std::unique_ptr<PeakingEqualiser> equaliser = nullptr;  ///< from the first band on; outlives the voice
-    decks::StreamHandle leader = 0;                         ///< that it follows, or 0
-  };
   using Decoders = std::map<decks::StreamHandle, std::shared_ptr<Decoder>>;  // with the worker that reads it
-  using Players = std::map<decks::StreamHandle, Playing>;
 
   decks::StreamHandle CreateDecoder(const std::string& path, DecoderKind kind, std::uint64_t length,
                                     std::uint32_t flags) DJ_EXCLUDES(mutex_);
@@ -140,11 +134,6 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   /// False when it is no decoder.
   bool FreeDecoder(decks::StreamHandle handle) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::shared_ptr<Decoder> FindDecoder(decks::StreamHandle handle) const DJ_EXCLUDES(mutex_);
-  /// Null when there is none; stays valid until the owner frees the stream.
-  [[nodiscard]] Playing* FindPlaying(decks::StreamHandle handle);
-  [[nodiscard]] HeardPlace PlaceOf(Playing& playing) const;
-  /// Null when it follows none.
-  [[nodiscard]] const Stream* LeaderOf(const Playing& playing);
   void Wake();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
   void Sweep();
@@ -157,7 +146,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   std::atomic<int> buffer_ms_{60};
   std::atomic<int> period_ms_{20};
   std::atomic<decks::StreamHandle> next_handle_{1};
-  Players playing_;
+  Players players_;
+  EngineDesk desk_;
   std::vector<Playing> leaving_;  ///< freed streams that still fade
   support::TimePoint next_sweep_{};
   mutable support::Mutex mutex_;

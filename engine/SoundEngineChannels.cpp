@@ -51,35 +51,18 @@ bool IsWaiting(const Stream& stream, const HeardPlace& place) {
 
 }  // namespace
 
-SoundEngine::Playing* SoundEngine::FindPlaying(decks::StreamHandle handle) {
-  const auto found = playing_.find(handle);
-  return found == playing_.end() ? nullptr : &found->second;
-}
-
-HeardPlace SoundEngine::PlaceOf(Playing& playing) const {
-  return ReadHeardPlace(*playing.stream, playing.slot->HeardFrame(), playing.slot->Core().SampleRate());
-}
-
 void SoundEngine::Follow(decks::StreamHandle follower, decks::StreamHandle leader) {
-  Playing* playing = FindPlaying(follower);
+  Playing* playing = players_.Find(follower);
   if (playing == nullptr || follower == leader) return;
-  const Playing* led = FindPlaying(leader);
-  playing->leader = led == nullptr ? 0 : leader;
-  if (led != nullptr) playing->stream->SetGain(led->stream->Gain());
-  feeder_.Follow(follower, playing->leader);
-}
-
-const Stream* SoundEngine::LeaderOf(const Playing& playing) {
-  const Playing* leader = FindPlaying(playing.leader);
-  return leader == nullptr ? nullptr : leader->stream.get();
+  feeder_.Follow(follower, players_.Follow(*playing, leader));
 }
 
 bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return false;
   Stream& stream = *playing->stream;
   const bool at_end = stream.ended_place.load(std::memory_order_acquire) == stream.PlaceWanted();
-  const Stream* leader = LeaderOf(*playing);
+  const Stream* leader = players_.LeaderOf(*playing);
   const bool joins = leader != nullptr && IsPlaying(*leader) && !IsPlaying(stream);
   if (restart || at_end || joins) Place(stream, leader, restart || at_end ? 0 : PlaceOf(*playing).source);
   stream.Ask(Stream::Transport::Play);
@@ -88,11 +71,11 @@ bool SoundEngine::BASS_ChannelPlay(decks::StreamHandle handle, bool restart) {
 }
 
 void SoundEngine::BASS_ChannelPause(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) playing->stream->Ask(Stream::Transport::Pause);
+  if (Playing* playing = players_.Find(handle)) playing->stream->Ask(Stream::Transport::Pause);
 }
 
 void SoundEngine::BASS_ChannelStop(decks::StreamHandle handle) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return;
   playing->stream->Ask(Stream::Transport::Pause);
   playing->stream->Seek(0);
@@ -100,7 +83,7 @@ void SoundEngine::BASS_ChannelStop(decks::StreamHandle handle) {
 }
 
 void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int frequency, int volume, int pan) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return;
   Stream& stream = *playing->stream;
   if (frequency >= 0) {
@@ -114,18 +97,16 @@ void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int freq
 
 void SoundEngine::SetGain(decks::StreamHandle handle, support::Decibels gain) {
   constexpr float kFurthest = 24;
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr || !std::isfinite(gain.value)) return;
   const float factor = std::pow(10.0F, std::clamp(gain.value, -kFurthest, kFurthest) / 20);
   playing->stream->SetGain(factor);
-  for (const auto& [other, follower] : playing_) {
-    if (follower.leader == handle) follower.stream->SetGain(factor);
-  }
+  players_.TellFollowers(handle);
 }
 
 void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_percent, float sample_rate,
                                    float semitones) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return;
   Tempo tempo = playing->stream->GetTempo();
   if (tempo_percent != decks::kTempoUnchanged && std::isfinite(tempo_percent)) {
@@ -141,7 +122,7 @@ void SoundEngine::BASS_FX_TempoSet(decks::StreamHandle handle, float tempo_perce
 
 void SoundEngine::SetStretch(decks::Stretch choice) {
   devices_->SetStretch(choice);
-  for (const auto& [handle, playing] : playing_) {
+  for (const auto& [handle, playing] : players_.All()) {
     Tempo tempo = playing.stream->GetTempo();
     tempo.quality = devices_->Quality(playing.stream->Device());
     playing.stream->SetTempo(tempo);
@@ -150,7 +131,7 @@ void SoundEngine::SetStretch(decks::Stretch choice) {
 }
 
 std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return 0;
   const HeardPlace place = PlaceOf(*playing);
   return LevelWord(place.left_peak) | LevelWord(place.right_peak) << 16;
@@ -160,20 +141,20 @@ std::uint32_t SoundEngine::BASS_ChannelGetLevel(decks::StreamHandle handle) {
 
 support::BytePosition SoundEngine::BASS_ChannelGetPosition(decks::StreamHandle handle) {
   if (const auto decoder = FindDecoder(handle)) return {BytesOf(decoder->cursor, decoder->store->Format())};
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   return {playing == nullptr ? 0 : BytesOf(PlaceOf(*playing).source, playing->stream->Format())};
 }
 
 support::BytePosition SoundEngine::BASS_ChannelGetLength(decks::StreamHandle handle) {
   if (const auto decoder = FindDecoder(handle))
     return {BytesOf(decoder->store->Length(), decoder->store->Format())};
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   return {playing == nullptr ? 0 : BytesOf(playing->stream->Length(), playing->stream->Format())};
 }
 
 bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::BytePosition position) {
   const auto decoder = FindDecoder(handle);
-  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  Playing* playing = decoder == nullptr ? players_.Find(handle) : nullptr;
   if (playing == nullptr && decoder == nullptr) return false;
   const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
   const std::int64_t length = playing != nullptr ? playing->stream->Length() : decoder->store->Length();
@@ -185,7 +166,7 @@ bool SoundEngine::BASS_ChannelSetPosition(decks::StreamHandle handle, support::B
   }
   // Its end is mixed but not heard yet: for whoever listens it still plays.
   const bool plays_on = HasUnheardEnd(*playing->stream, PlaceOf(*playing));
-  Place(*playing->stream, LeaderOf(*playing), frame);
+  Place(*playing->stream, players_.LeaderOf(*playing), frame);
   if (plays_on) playing->stream->Ask(Stream::Transport::Play);
   Wake();
   return true;
@@ -195,14 +176,14 @@ bool SoundEngine::BASS_ChannelIsActive(decks::StreamHandle handle) {
   if (const auto decoder = FindDecoder(handle)) {
     return !decoder->store->Complete() || decoder->cursor < decoder->store->Length();
   }
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   return playing != nullptr &&
          (IsPlaying(*playing->stream) || HasUnheardEnd(*playing->stream, PlaceOf(*playing)));
 }
 
 double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, support::BytePosition position) {
   const auto decoder = FindDecoder(handle);
-  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  Playing* playing = decoder == nullptr ? players_.Find(handle) : nullptr;
   if (decoder == nullptr && playing == nullptr) return 0;
   const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
   return static_cast<double>(position.value) / static_cast<double>(BytesOf(format.sample_rate, format));
@@ -210,7 +191,7 @@ double SoundEngine::BASS_ChannelBytes2Seconds(decks::StreamHandle handle, suppor
 
 decks::SampleFormat SoundEngine::FormatOf(decks::StreamHandle handle) {
   const auto decoder = FindDecoder(handle);
-  Playing* playing = decoder == nullptr ? FindPlaying(handle) : nullptr;
+  Playing* playing = decoder == nullptr ? players_.Find(handle) : nullptr;
   if (decoder == nullptr && playing == nullptr) return {};
   const PcmFormat format = playing != nullptr ? playing->stream->Format() : decoder->store->Format();
   return {format.sample_rate, format.channels};
@@ -218,7 +199,7 @@ decks::SampleFormat SoundEngine::FormatOf(decks::StreamHandle handle) {
 
 decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   decks::HeardStream heard;
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return heard;
   const Stream& stream = *playing->stream;
   const HeardPlace place = PlaceOf(*playing);
@@ -241,12 +222,12 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
 }
 
 support::EngineFrame SoundEngine::NextFrame(decks::StreamHandle handle) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   return {playing == nullptr ? 0 : playing->slot->Core().Frames()};
 }
 
 bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
-  Playing* playing = FindPlaying(command.stream);
+  Playing* playing = players_.Find(command.stream);
   if (playing == nullptr || !std::isfinite(command.value)) return false;
   RenderCore& core = playing->slot->Core();
   RenderCore::Command timed;
@@ -272,7 +253,7 @@ bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
 }
 
 void SoundEngine::CancelScheduled(decks::StreamHandle handle) {
-  if (Playing* playing = FindPlaying(handle)) playing->stream->CancelScheduled();
+  if (Playing* playing = players_.Find(handle)) playing->stream->CancelScheduled();
 }
 
 }  // namespace engine

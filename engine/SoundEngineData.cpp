@@ -44,7 +44,7 @@ std::size_t WriteBothSpectra(const StereoFrames& stereo, std::span<float> buffer
 
 std::uint32_t SoundEngine::BASS_ChannelGetData(decks::StreamHandle handle, std::span<float> buffer,
                                                std::uint32_t what) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr) return 0;
   const std::int64_t heard = playing->slot->HeardFrame();
   std::size_t values = 0;

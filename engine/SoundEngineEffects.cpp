@@ -10,7 +10,7 @@ namespace engine {
 
 bool SoundEngine::BASS_ChannelGetAttributes(decks::StreamHandle handle, int& frequency, int& volume,
                                             int& pan) {
-  const Playing* playing = FindPlaying(handle);
+  const Playing* playing = players_.Find(handle);
   if (playing == nullptr) return false;
   const Stream& stream = *playing->stream;
   const double set_rate = stream.GetTempo().sample_rate;
@@ -22,37 +22,34 @@ bool SoundEngine::BASS_ChannelGetAttributes(decks::StreamHandle handle, int& fre
 }
 
 bool SoundEngine::BASS_FX_DSP_Set(decks::StreamHandle handle, int effect_type, int /*priority*/) {
-  Playing* playing = FindPlaying(handle);
+  Playing* playing = players_.Find(handle);
   if (playing == nullptr || effect_type != decks::kPeakingEffect) return false;
-  if (playing->equaliser == nullptr) {
-    playing->equaliser = std::make_unique<PeakingEqualiser>(playing->slot->Core().SampleRate());
-    playing->stream->SetEffect(playing->equaliser.get());
-  }
-  return playing->equaliser->AddBand();
+  const bool added = SoundOf(*playing).ten.AddBand();
+  players_.TellFollowers(handle);
+  return added;
 }
 
 bool SoundEngine::BASS_FX_DSP_SetParameters(decks::StreamHandle handle, int effect_type,
                                             const decks::PeakingBand& band) {
-  Playing* playing = FindPlaying(handle);
-  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) {
-    return false;
-  }
-  return playing->equaliser->Set(band);
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->sound == nullptr) return false;
+  if (!playing->sound->ten.Set(band)) return false;
+  players_.TellFollowers(handle);
+  return true;
 }
 
 bool SoundEngine::BASS_FX_DSP_GetParameters(decks::StreamHandle handle, int effect_type,
                                             decks::PeakingBand& band) {
-  const Playing* playing = FindPlaying(handle);
-  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) {
-    return false;
-  }
-  return playing->equaliser->Get(band);
+  const Playing* playing = players_.Find(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->sound == nullptr) return false;
+  return playing->sound->ten.Get(band);
 }
 
 void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int effect_type) {
-  Playing* playing = FindPlaying(handle);
-  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->equaliser == nullptr) return;
-  playing->equaliser->RemoveBands();  // what sounds glides back to flat, so the object stays
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->sound == nullptr) return;
+  playing->sound->ten.RemoveBands();  // what sounds glides back to flat, so the object stays
+  players_.TellFollowers(handle);
 }
 
 void SoundEngine::BASS_FX_BPM_Free(decks::StreamHandle /*stream*/) {}

@@ -137,6 +137,7 @@ struct Program::Parts {
                      .local_time = nullptr,
                      .saves = &saves,
                      .priority = &rights,
+                     .desk = &engine.Desk(),
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     saves.Keep(folder);

@@ -67,6 +67,9 @@ constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"
                             {"MixLeftU", "100", "slider of deck 1 that a mix moves up to"},
                             {"MixRightU", "100", "slider of deck 2 that a mix moves up to"},
                             {"MixTime", "8", "length of an automatic mix in seconds"},
+                            {"HeadphoneMix", "0", "how much of the hall the headphones hear, 0 to 100"},
+                            {"HeadphoneSplit", "False", "they hear decks on the left, the hall on the right"},
+                            {"HeadphoneLevel", "100", "level of all that the headphones hear, 0 to 100"},
                             {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"},
                             {"SeekGuard", "True", "a deck that plays is not sought in by a single click"}};
 
@@ -154,7 +157,7 @@ constexpr Words kPlayer[] = {{"Echo", "False", "echo is on"},
                              {"Echo3", "False", "third echo is on"},
                              {"Swap", "False", "left and right are exchanged"},
                              {"Rotate", "False", "the sound turns between left and right"},
-                             {"Gain", "0", "gain in dB"},
+                             {"Gain", "50", "trim, 0 to 100; 50 is 0 dB"},
                              {"Equalizer", "True", "equaliser is on"},
                              {"PitchTempo", "0", "tempo in percent from the original"},
                              {"PitchSample", "0", "sample rate in percent from the original"},

@@ -15,7 +15,7 @@ void AutoLevel::Tick(const WorkstationView& view) {
   constexpr double kLongestStep = 0.1;
   const double seconds = std::min(Seconds(clock_.Now() - ticked_).count(), kLongestStep);
   ticked_ = clock_.Now();
-  for (const int deck : {1, 2}) Level(deck, view.decks[static_cast<std::size_t>(deck - 1)], seconds);
+  for (const int deck : {1, 2, 4}) Level(deck, view.decks[static_cast<std::size_t>(deck - 1)], seconds);
 }
 
 void AutoLevel::Level(int deck, const DeckView& view, double seconds) {
@@ -30,7 +30,7 @@ void AutoLevel::Level(int deck, const DeckView& view, double seconds) {
     heard = {view.filename, clock_.Now()};
   }
   const bool on_deck = view.state != DeckView::State::Loading && view.state != DeckView::State::Empty;
-  if (!wishes_.on || !wishes_.match_gain || !on_deck || !view.loudness.valid) return;
+  if (!wishes_.match_gain || !on_deck || !view.loudness.valid) return;
   const float wanted = music::LevelFor(view.loudness, wishes_.gain_range).value;
   if (view.gain.value == wanted) return;
   if (!sounds) return decks_.SetGain(deck, {wanted});

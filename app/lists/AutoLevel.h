@@ -14,8 +14,8 @@ namespace app {
 
 struct WorkstationView;
 
-/// Brings the tracks of decks 1 and 2 to one loudness while the automatic mixer is on, by a gain of their
-/// own.
+/// Brings the tracks of decks 1 and 2 and of the catalogue's pre-listen to one loudness, by a gain of their
+/// own, whether the automatic mixer is on or not.
 ///
 /// Law: a track that nobody hears yet takes its gain at once, one that has just begun quickly, and one that
 /// plays so slowly that nobody notices. Its faders stay where the hands have put them. Threads: the
@@ -38,7 +38,7 @@ class AutoLevel {
   const support::Clock& clock_;
   MixWishes wishes_;
   support::TimePoint ticked_{};
-  std::array<Heard, 2> heard_;
+  std::array<Heard, kDecks> heard_;
 };
 
 }  // namespace app

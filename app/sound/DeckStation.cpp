@@ -53,7 +53,8 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
       tools_(tools),
       box_(std::move(box)),
       player_(engine, controls),
-      tempo_(engine, player_) {
+      tempo_(engine, player_),
+      tone_(sound, tools.desk, player_) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -86,7 +87,7 @@ void DeckStation::Play() {
   }
   if (state_ == State::Paused) return Resume();
   if (state_ != State::Stopped || player_.STRM() == 0) return;
-  starting_ = cancelled_ = false;
+  starting_ = cancelled_ = listening_ = false;
   player_.Play();
   tempo_.Apply();  // to the head-phones' stream, which may be a new one
   state_ = State::Playing;
@@ -121,6 +122,7 @@ void DeckStation::Pause() {
 
 void DeckStation::Resume() {
   if (state_ != State::Paused) return;
+  listening_ = false;
   player_.ResumePlay();
   state_ = State::Playing;
 }
@@ -130,6 +132,7 @@ void DeckStation::Stop() {
   starting_ = false;
   if (state_ == State::Empty || player_.STRM() == 0) return;
   message_.clear();
+  listening_ = false;
   player_.StopPlay();
   state_ = State::Stopped;
   if (!coming_) Reopen({0});
@@ -156,12 +159,25 @@ void DeckStation::SetVolume(int volume) {
 }
 
 void DeckStation::SetPreVolume(int volume) {
-  player_.PreVolume(Level(volume));
+  const std::int16_t level = Level(volume);
+  const bool stands = state_ != State::Playing && player_.STRM() != 0 && player_.PreSTRM() != 0;
+  if (level > 0 && stands && !listening_) ListenAlone();
+  if (level == 0 && std::exchange(listening_, false)) player_.PausePrelisten();
+  player_.PreVolume(level);
+}
+
+void DeckStation::ListenAlone() {
+  player_.PlayPrelisten();
+  tempo_.Apply();  // to a stream that may be a new one
+  listening_ = player_.PreSTRM() != 0;
+}
+
+void DeckStation::NoticeTheEndOfListening() {
+  if (listening_ && sound_.Heard(player_.PreSTRM()).ended) SetPreVolume(0);
 }
 
 void DeckStation::SetGain(support::Decibels gain) {
-  gain_ = gain;
-  sound_.SetGain(player_.STRM(), gain_);
+  tone_.SetGain(gain);
 }
 
 void DeckStation::RouteMain(OutputView output) {
@@ -196,12 +212,15 @@ void DeckStation::Tick(DeckView& view) {
   view.title = shown.title;
   view.message = message_;
   view.volume = player_.volume();
+  NoticeTheEndOfListening();
   view.pre_volume = player_.PreVolume();
+  view.listening = listening_;
   ShowAnalysis(view);
   tempo_.Show(view);
   view.speed = tempo_.Speed();
   if (coming_) view.bpm = coming_->bpm;
   view.equaliser = gains_;
+  tone_.Show(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -223,8 +242,7 @@ void DeckStation::ShowHeard(DeckView& view) {
   view.length_exact = heard.length_exact;
   view.waiting = heard.waiting;
   view.sample_rate = heard.sample_rate;
-  const float gain = gain_.value;
-  view.gain = gain_;
+  const float gain = tone_.Gain().value;
   view.left_db = heard.left_peak > 0 ? std::max(kSilence, player_.LeftdB() + gain) : kSilence;
   view.right_db = heard.right_peak > 0 ? std::max(kSilence, player_.RightdB() + gain) : kSilence;
 }
@@ -273,7 +291,7 @@ void DeckStation::Loaded(Track track, const support::Result<void>& result) {
   ForgetReopening();
   if (result) {
     tempo_.Begin(track.bpm);
-    gain_ = {};
+    tone_.Begin();
   }
   OpenTrack(std::move(track), result);
 }
@@ -289,8 +307,9 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   if (!result) return Reject(track, tools_.say(result.Failure()));
   for (const Wish wish : {kReopen, kMoveMain, kMovePrelisten}) Forget(wish);
   player_.Filename(track.filename);
-  starting_ = cancelled_ = false;
+  starting_ = cancelled_ = listening_ = false;
   player_.OpenFile();
+  if (player_.PreVolume() != 0) player_.PreVolume(0);
   track_ = std::move(track);
   state_ = State::Stopped;
   if (player_.STRM() == 0) return Reject(track_, tools_.say(sound_.LastError()));
@@ -319,7 +338,8 @@ void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
   tempo_.Begin(0);
-  gain_ = {};
+  tone_.Begin();
+  listening_ = false;
   tools_.analyses.Drop(player_.Channel());
   track_ = {};
   message_.clear();
@@ -344,7 +364,7 @@ void DeckStation::MoveMain() {
 
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
-  sound_.SetGain(player_.STRM(), gain_);
+  tone_.Apply();
   tempo_.Apply();
 }
 
@@ -439,10 +459,13 @@ void DeckStation::ShowMixPoint(MixPoint which, DeckView& view) {
 }
 
 void DeckStation::MovePrelisten() {
-  if (player_.PreDevice() == 0) return player_.ClosePrelisten();
+  if (player_.PreDevice() == 0) {
+    listening_ = false;
+    return player_.ClosePrelisten();
+  }
   const std::int16_t level = player_.PreVolume();
   player_.OpenPrelisten();
-  if (state_ == State::Playing) player_.PlayPrelisten();
+  if (state_ == State::Playing || listening_) player_.PlayPrelisten();
   tempo_.Apply();
   player_.PreVolume(level);
 }

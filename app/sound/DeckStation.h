@@ -11,6 +11,7 @@
 
 #include "app/OutputView.h"
 #include "app/sound/DeckTempo.h"
+#include "app/sound/DeckTone.h"
 #include "app/sound/DeckView.h"
 #include "app/sound/FileAnalyses.h"
 #include "app/work/Mailbox.h"
@@ -39,6 +40,7 @@ struct DeckTools {
   FileAnalyses& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
+  decks::SoundDesk* desk = nullptr;  ///< null: the engine has none
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
@@ -75,6 +77,7 @@ class DeckStation {
   void Stop();
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
+  /// In the head-phones; a deck that stands is heard there alone from its place on, until 0 or Play.
   void SetPreVolume(int volume);
   /// On top of the volume, of this file: the next one begins without.
   void SetGain(support::Decibels gain);
@@ -86,6 +89,7 @@ class DeckStation {
   void SetEqualiser(const decks::Equaliser::Gains& gains);
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   [[nodiscard]] const DeckTempo& Tempo() const { return tempo_; }
+  [[nodiscard]] DeckTone& Tone() { return tone_; }
   /// The beats are again those that were found.
   void ForgetGrid();
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
@@ -114,6 +118,8 @@ class DeckStation {
   void ForgetReopening();
   void MoveMain();
   void MovePrelisten();
+  void ListenAlone();
+  void NoticeTheEndOfListening();
   void ApplySliders();
   void ShowAnalysis(DeckView& view);
   void ShowFound(const music::MixPoints& points, DeckView& view);
@@ -135,6 +141,7 @@ class DeckStation {
   std::shared_ptr<Mailbox> box_;
   decks::clsBassPlayer player_;
   DeckTempo tempo_;
+  DeckTone tone_;
   DeckView::State state_ = DeckView::State::Empty;
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared
@@ -142,8 +149,8 @@ class DeckStation {
   decks::HeardStream heard_;  ///< at the last tick
   std::array<std::uint64_t, kWishes> newest_{};
   std::optional<support::BytePosition> reopen_at_;  ///< while the same file is being prepared again
-  support::Decibels gain_;
   bool play_when_ready_ = false;
+  bool listening_ = false;           ///< see DeckView
   bool starting_ = false;            ///< its start was scheduled
   bool cancelled_ = false;           ///< it was, and may have come before it was taken back
   decks::Equaliser::Gains gains_{};  ///< of the bands, as they were set

@@ -19,6 +19,16 @@ inline constexpr int kDecks =
 
 inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
 
+/// The bands of a deck's own equaliser.
+enum class ToneBand { High, Mid, Bass };
+inline constexpr std::size_t kToneBands = 3;
+[[nodiscard]] constexpr std::size_t PlaceOf(ToneBand band) {
+  return static_cast<std::size_t>(band);
+}
+inline constexpr int kLeastTone = -24;  ///< of a band, in dB; whoever wants less kills it
+inline constexpr int kMostTone = 12;
+inline constexpr int kMiddleTrim = 50;  ///< of 0 to 100: 0 dB
+
 inline constexpr int kTempoRange = 8;  ///< of a tempo slider that was not set, up and down, in percent
 
 /// Where a track begins and ends in a mix.
@@ -51,6 +61,10 @@ struct DeckView {
   support::Decibels gain;  ///< that brings the track to the others' loudness, in the levels too
   float left_db = -90;     ///< dB below full scale, -90 is silence
   float right_db = -90;
+  int trim = kMiddleTrim;                 ///< 0 to 100, see TrimOf; in the levels too
+  std::array<int, kToneBands> tone{};     ///< where each band is turned to, in dB, by PlaceOf
+  std::array<bool, kToneBands> killed{};  ///< and which of them are taken out
+  bool listening = false;                 ///< it stands, and is heard in the head-phones alone
   double bpm = 0;           ///< of the file: of its row, else as it was measured; 0 when unknown
   int volume = 100;         ///< 0 to 100
   int pre_volume = 0;       ///< 0 to 100, in the head-phones; each Play begins at 0

@@ -7,6 +7,7 @@
 #include "app/Collections.h"
 #include "app/Decks.h"
 #include "app/EqualiserStation.h"
+#include "app/HeadphoneStation.h"
 #include "app/Language.h"
 #include "app/OutputStation.h"
 #include "app/Ports.h"

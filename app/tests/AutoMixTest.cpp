@@ -411,6 +411,15 @@ TEST_F(AutoLevelTest, ATrackThatNobodyHearsTakesItsGainAtOnce) {
   EXPECT_EQ(view_.decks[1].gain.value, 0) << "nothing is known of it";
 }
 
+TEST_F(AutoLevelTest, TheMixerNeedNotBeOnAndWhatIsListenedToIsLevelledToo) {
+  levels_.Choose({.on = false, .match_gain = true, .gain_range = {12}});
+  for (DeckView& deck : view_.decks) deck = deck_;
+  Go(10ms);
+  EXPECT_EQ(deck_.gain.value, -9);
+  EXPECT_EQ(view_.decks[3].gain.value, -9);
+  EXPECT_EQ(view_.decks[2].gain.value, 0) << "songs have a level of their own";
+}
+
 TEST_F(AutoLevelTest, OneThatHasJustBegunTakesItQuicklyAndOneThatPlaysUnnoticed) {
   deck_.state = testing::State::Playing;
   Go(500ms);
@@ -422,8 +431,6 @@ TEST_F(AutoLevelTest, OneThatHasJustBegunTakesItQuicklyAndOneThatPlaysUnnoticed)
 }
 
 TEST_F(AutoLevelTest, NotWishedOrNotMeasuredItStaysAsItIs) {
-  levels_.Choose({.on = false, .match_gain = true, .gain_range = {12}});
-  Go(1s);
   levels_.Choose({.on = true, .match_gain = false, .gain_range = {12}});
   Go(1s);
   EXPECT_EQ(deck_.gain.value, 0);

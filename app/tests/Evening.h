@@ -16,6 +16,7 @@
 #include "app/testing/FakeVisualisation.h"
 #include "app/testing/FakeWindow.h"
 #include "catalogue/testing/FakeTagReader.h"
+#include "decks/testing/RecordingDesk.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/Sentences.h"
 #include "support/testing/FakeClock.h"
@@ -44,6 +45,7 @@ class Evening : public ::testing::Test {
     ports.code_pages = code_pages_;
     ports.side_store = side_store_;
     ports.journal = journal_;
+    ports.desk = &desk_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -87,6 +89,7 @@ class Evening : public ::testing::Test {
   std::filesystem::path folder_ = std::filesystem::path(::testing::TempDir()) / "no-such-program-folder";
   support::testing::FakeClock clock_;
   decks::testing::RecordingEngine engine_{clock_};
+  decks::testing::RecordingDesk desk_;
   catalogue::testing::FakeTagReader tags_;
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;

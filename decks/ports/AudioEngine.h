@@ -101,10 +101,10 @@ class AudioEngine {
   virtual bool BASS_ChannelPlay(StreamHandle stream, bool restart) = 0;
   /// From now on a stream is heard at the place in the file where another one of the same file is heard, on
   /// whatever device: it begins there when it is played, placed or resumed while the leader plays, takes the
-  /// leader's tempo and gain, and stays there however the two devices' clocks differ. While the leader stands
-  /// still it plays by itself. The leader is never touched. A leader of 0 ends it, and so does the end of
-  /// either.
-  virtual void Follow(StreamHandle /*follower*/, StreamHandle /*leader*/) {}
+  /// leader's tempo, gain and equaliser, and stays there however the two devices' clocks differ. While the
+  /// leader stands still it plays by itself. The leader is never touched. A leader of 0 ends it, and so does
+  /// the end of either.
+  virtual void Follow(StreamHandle follower, StreamHandle leader) = 0;
   virtual void BASS_ChannelPause(StreamHandle stream) = 0;
   virtual void BASS_ChannelStop(StreamHandle stream) = 0;
   /// Frequency -1, volume -1 and pan -101 leave theirs unchanged; volume is 0 to 100.

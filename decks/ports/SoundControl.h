@@ -122,9 +122,7 @@ class SoundControl {
   virtual void SetGain(StreamHandle /*stream*/, support::Decibels /*gain*/) {}
   /// How much the limiter of a pair of speakers turns the sum down now, 0 when it does not: dB, at least 0.
   /// speaker: a flag of the pair; 0 is all of the device's, the most of them.
-  [[nodiscard]] virtual support::Decibels LimiterReduction(int /*device*/, std::uint32_t /*speaker*/) {
-    return {};
-  }
+  [[nodiscard]] virtual support::Decibels LimiterReduction(int device, std::uint32_t speaker) = 0;
   /// Main until told otherwise; before or after the device is opened. Any thread.
   virtual void SetDeviceRole(int /*device*/, DeviceRole /*role*/) {}
   /// Also of what plays already, without a click. Best until told otherwise; any time.

@@ -424,6 +424,52 @@ TYPED_TEST_P(EveryEngine, PlaysGeneratedSoundOnAnOpenOutputOfItsRate) {
   this->ExpectNothing(stream);
 }
 
+TYPED_TEST_P(EveryEngine, KeepsAFollowerAtThePlaceAndTempoOfItsLeaderWhileThatPlays) {
+  AudioEngine& calls = this->Calls();
+  this->given_.AddFile("long.mp3", ToneFile{.frames = 20 * 44100});
+  const StreamHandle leader = this->Load("long.mp3");
+  this->OpenOutput(2);
+  const StreamHandle follower = this->Stream(this->Decoder("long.mp3"));
+  const auto apart = [&] {
+    const auto frames =
+        this->Control().Heard(follower).frame.value - this->Control().Heard(leader).frame.value;
+    return std::abs(static_cast<double>(frames));
+  };
+  calls.Follow(follower, leader);
+  calls.BASS_ChannelPlay(follower, false);
+  this->Advance(500ms);
+  EXPECT_EQ(this->State(follower), "active playing 5") << "the leader stands: it plays by itself";
+  EXPECT_EQ(this->State(leader), "0");
+  calls.BASS_ChannelPause(follower);
+  this->Advance(100ms);
+  calls.BASS_ChannelPlay(leader, false);
+  this->Advance(2s);
+  calls.BASS_ChannelPlay(follower, false);
+  this->Advance(300ms);
+  EXPECT_EQ(this->State(follower), this->State(leader));
+  EXPECT_LE(apart(), this->kFrames);
+  calls.BASS_FX_TempoSet(leader, 50, 0, 0);
+  this->Advance(1s);
+  EXPECT_LE(apart(), this->kFrames) << "at the leader's tempo";
+  calls.BASS_ChannelSetPosition(follower, {15 * this->kSecond});
+  this->Advance(300ms);
+  EXPECT_LE(apart(), this->kFrames) << "the leader's place wins";
+  calls.Follow(follower, 0);
+  calls.BASS_ChannelSetPosition(follower, {15 * this->kSecond});
+  this->Advance(300ms);
+  EXPECT_GT(apart(), 10 * 44100) << "it is led no more";
+  calls.BASS_StreamFree(leader);
+  EXPECT_EQ(this->State(follower).substr(0, 14), "active playing");
+}
+
+TYPED_TEST_P(EveryEngine, TurnsNothingDownThatIsNotTooLoud) {
+  EXPECT_EQ(this->Control().LimiterReduction(1, 0).value, 0) << "not open";
+  this->LoadAndPlay();
+  this->Advance(200ms);
+  EXPECT_EQ(this->Control().LimiterReduction(1, 0).value, 0);
+  EXPECT_EQ(this->Control().LimiterReduction(1, kSpeakerRear).value, 0);
+}
+
 TYPED_TEST_P(EveryEngine, HasNothingLeftAfterItIsFreed) {
   AudioEngine& calls = this->Calls();
   const StreamHandle stream = this->LoadAndPlay();
@@ -450,6 +496,8 @@ REGISTER_TYPED_TEST_SUITE_P(EveryEngine, NumbersItsOutputsFromOneAndHasOneWithou
                             KeepsTempoAndRateWithinTheirRanges, GivesAStreamTenBandsAndTakesThemAway,
                             GivesLevelsOfWhatIsHeardAlone, GivesTheSamplesAndTheSpectrumOfWhatIsHeard,
                             RunsWhatIsScheduledAtItsFrame, SchedulesNoMoreThanItKeepsAndDropsWhatIsCancelled,
-                            PlaysGeneratedSoundOnAnOpenOutputOfItsRate, HasNothingLeftAfterItIsFreed);
+                            PlaysGeneratedSoundOnAnOpenOutputOfItsRate,
+                            KeepsAFollowerAtThePlaceAndTempoOfItsLeaderWhileThatPlays,
+                            TurnsNothingDownThatIsNotTooLoud, HasNothingLeftAfterItIsFreed);
 
 }  // namespace decks::testing

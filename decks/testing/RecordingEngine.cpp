@@ -350,7 +350,17 @@ RecordingEngine::Stream* RecordingEngine::At(StreamHandle stream) {
   const auto found = streams_.find(stream);
   if (found == streams_.end()) return nullptr;
   found->second.Follow(clock_.Now());
+  if (found->second.playing) BeLed(found->second);
   return &found->second;
+}
+
+void RecordingEngine::BeLed(Stream& follower) {
+  const auto leader = streams_.find(follower.leader);
+  if (leader == streams_.end()) return;
+  leader->second.Follow(clock_.Now());
+  if (!leader->second.playing) return;
+  follower.frame = leader->second.frame / leader->second.file.sample_rate * follower.file.sample_rate;
+  follower.SetTempo(leader->second.tempo);
 }
 
 const RecordingEngine::Stream* RecordingEngine::At(StreamHandle stream) const {

@@ -65,6 +65,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// this after the end plays on.
   void SetLatency(support::Duration latency);
   void SetPeaks(StreamHandle stream, int left, int right);
+  /// Of every pair of every device.
+  void SetLimiterReduction(support::Decibels reduction);
 
   // What the test reads.
   [[nodiscard]] std::vector<std::string> Log() const;
@@ -142,6 +144,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   bool Schedule(const ScheduledCommand& command) override;
   void CancelScheduled(StreamHandle stream) override;
   void SetGain(StreamHandle stream, support::Decibels gain) override;
+  support::Decibels LimiterReduction(int device, std::uint32_t speaker) override;
   void SetDeviceRole(int device, DeviceRole role) override;
   void ReturnDevice(int device) override;
   std::vector<DeviceEvent> TakeDeviceEvents() override;
@@ -197,6 +200,8 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   /// As it is now; null when there is none that plays.
   Stream* At(StreamHandle stream) DJ_REQUIRES(mutex_);
   const Stream* At(StreamHandle stream) const DJ_REQUIRES(mutex_);
+  /// Puts it where its leader is, while that one plays.
+  void BeLed(Stream& follower) DJ_REQUIRES(mutex_);
   /// Null when it is no decoder.
   Source* DecoderAt(StreamHandle decoder) DJ_REQUIRES(mutex_);
   /// Either of them.
@@ -224,6 +229,7 @@ class RecordingEngine final : public AudioEngine, public SoundControl {
   std::deque<std::pair<std::string, std::function<void(support::Result<void>)>>> held_ DJ_GUARDED_BY(mutex_);
   support::Error last_error_ DJ_GUARDED_BY(mutex_){support::ErrorCode::NotFound, "Nothing failed."};
   support::Duration latency_ DJ_GUARDED_BY(mutex_){0};
+  support::Decibels reduction_ DJ_GUARDED_BY(mutex_);
   std::vector<DeviceEvent> events_ DJ_GUARDED_BY(mutex_);
 };
 

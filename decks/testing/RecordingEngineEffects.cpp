@@ -110,6 +110,16 @@ void RecordingEngine::SetGain(StreamHandle stream, support::Decibels gain) {
   if (Stream* found = At(stream)) found->gain = gain;
 }
 
+support::Decibels RecordingEngine::LimiterReduction(int device, std::uint32_t /*speaker*/) {
+  support::MutexLock lock(mutex_);
+  return open_.contains(device) ? reduction_ : support::Decibels{};
+}
+
+void RecordingEngine::SetLimiterReduction(support::Decibels reduction) {
+  support::MutexLock lock(mutex_);
+  reduction_ = reduction;
+}
+
 void RecordingEngine::Follow(StreamHandle follower, StreamHandle leader) {
   support::MutexLock lock(mutex_);
   if (Stream* found = At(follower)) found->leader = At(leader) == nullptr ? 0 : leader;
