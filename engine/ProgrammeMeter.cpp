@@ -46,8 +46,8 @@ ProgrammeMeter::Weighting ProgrammeMeter::WeightingAt(int sample_rate) {
 ProgrammeMeter::ProgrammeMeter(int sample_rate)
     : line_frames_(std::max(1, sample_rate / 10)), weighting_(WeightingAt(sample_rate)) {}
 
-inline double ProgrammeMeter::Memory::Step(const music::Biquad& filter, double in) noexcept {
-  const double out = filter.b0 * in + z1;
+inline BothSides ProgrammeMeter::Memory::Step(const music::Biquad& filter, BothSides in) noexcept {
+  const BothSides out = filter.b0 * in + z1;
   z1 = filter.b1 * in - filter.a1 * out + z2;
   z2 = filter.b2 * in - filter.a2 * out;
   return out;
@@ -59,13 +59,9 @@ void ProgrammeMeter::Add(std::span<const float> stereo, std::int64_t frame) noex
   const std::span<float> heights(heights_.data(), frames);
   peaks_.Read(stereo, heights, line_.peak);  // what is not above the highest so far is of no interest
   for (std::size_t i = 0; i < frames; ++i) {
-    for (std::size_t side = 0; side < memory_.size(); ++side) {
-      double value = static_cast<double>(stereo[2 * i + side]);
-      for (std::size_t f = 0; f < weighting_.size(); ++f) {
-        value = memory_[side][f].Step(weighting_[f], value);
-      }
-      energy_ += value * value;
-    }
+    const BothSides in = BothOf(stereo[2 * i], stereo[2 * i + 1]);
+    const BothSides out = memory_[1].Step(weighting_[1], memory_[0].Step(weighting_[0], in));
+    energy_ += out * out;
     line_.peak = std::max(line_.peak, heights[i]);
     if (++frames_ == line_frames_) Finish(frame + static_cast<std::int64_t>(i) + 1);
   }
@@ -73,11 +69,12 @@ void ProgrammeMeter::Add(std::span<const float> stereo, std::int64_t frame) noex
 
 void ProgrammeMeter::Finish(std::int64_t end) noexcept {
   line_.end = end;
-  line_.power = std::isfinite(energy_) ? energy_ / line_frames_ : 0;
-  if (!std::isfinite(energy_)) memory_ = {};
+  const double energy = energy_[0] + energy_[1];
+  line_.power = std::isfinite(energy) ? energy / line_frames_ : 0;
+  if (!std::isfinite(energy)) memory_ = {};
   lines_.Write(line_);
   line_ = {};
-  energy_ = 0;
+  energy_ = BothSides{};
   frames_ = 0;
 }
 

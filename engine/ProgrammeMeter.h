@@ -8,6 +8,7 @@
 #include <span>
 
 #include "decks/ports/SoundDesk.h"
+#include "engine/BothSides.h"
 #include "engine/TruePeak.h"
 #include "music/PeakingFilter.h"
 #include "support/HistoryRing.h"
@@ -41,8 +42,8 @@ class ProgrammeMeter {
  private:
   /// Transposed direct form II.
   struct Memory {
-    double z1 = 0, z2 = 0;
-    [[nodiscard]] double Step(const music::Biquad& filter, double in) noexcept;
+    BothSides z1{}, z2{};
+    [[nodiscard]] BothSides Step(const music::Biquad& filter, BothSides in) noexcept;
   };
   using Weighting = std::array<music::Biquad, 2>;
 
@@ -54,11 +55,11 @@ class ProgrammeMeter {
   const int line_frames_;
   const Weighting weighting_;
   std::atomic<bool> on_{false};
-  std::array<std::array<Memory, 2>, 2> memory_{};  ///< side, filter
+  std::array<Memory, 2> memory_{};
   TruePeak peaks_;
   std::array<float, TruePeak::kMostFrames> heights_{};
   MeterLine line_;
-  double energy_ = 0;
+  BothSides energy_{};
   int frames_ = 0;
   support::HistoryRing<MeterLine, 64> lines_;
 };

@@ -44,20 +44,12 @@ ThreeBands::Gains ThreeBands::Wanted() const noexcept {
 }
 
 inline ThreeBands::Outputs ThreeBands::Step(const Shape& shape, Memory& memory, const Both& in) noexcept {
-  Outputs out;
-  for (std::size_t side = 0; side < in.size(); ++side) {
-    double& s1 = memory.s1[side];
-    double& s2 = memory.s2[side];
-    const double v3 = in[side] - s2;
-    const double v1 = shape.a1 * s1 + shape.a2 * v3;
-    const double v2 = s2 + shape.a2 * s1 + shape.a3 * v3;
-    s1 = 2 * v1 - s1;
-    s2 = 2 * v2 - s2;
-    out.low[side] = v2;
-    out.band[side] = v1;
-    out.high[side] = in[side] - shape.k * v1 - v2;
-  }
-  return out;
+  const Both v3 = in - memory.s2;
+  const Both v1 = shape.a1 * memory.s1 + shape.a2 * v3;
+  const Both v2 = memory.s2 + shape.a2 * memory.s1 + shape.a3 * v3;
+  memory.s1 = 2 * v1 - memory.s1;
+  memory.s2 = 2 * v2 - memory.s2;
+  return {v2, v1, in - shape.k * v1 - v2};
 }
 
 inline void ThreeBands::Split::Run(const Edge& edge, const Both& in, Both& low, Both& high) noexcept {
@@ -71,23 +63,17 @@ inline void ThreeBands::Split::Run(const Edge& edge, const Both& in, Both& low, 
 }
 
 inline ThreeBands::Both ThreeBands::Turn::Run(const Edge& edge, Both in) noexcept {
-  for (std::size_t i = 0; i < edge.size(); ++i) {
-    const Both band = Step(edge[i], memory[i], in).band;
-    for (std::size_t side = 0; side < in.size(); ++side) in[side] -= 2 * edge[i].k * band[side];
-  }
+  for (std::size_t i = 0; i < edge.size(); ++i) in -= 2 * edge[i].k * Step(edge[i], memory[i], in).band;
   return in;
 }
 
 inline ThreeBands::Both ThreeBands::Filter(const Both& in) noexcept {
-  Both bass, rest, mid, high, out;
+  Both bass, rest, mid, high;
   lower_split_.Run(lower_, in, bass, rest);
   upper_split_.Run(upper_, rest, mid, high);
   bass = bass_turn_.Run(upper_, bass);  // as the other two were turned at the upper edge
-  for (std::size_t side = 0; side < out.size(); ++side) {
-    out[side] = static_cast<double>(now_.bass) * bass[side] + static_cast<double>(now_.mid) * mid[side] +
-                static_cast<double>(now_.high) * high[side];
-  }
-  return out;
+  return static_cast<double>(now_.bass) * bass + static_cast<double>(now_.mid) * mid +
+         static_cast<double>(now_.high) * high;
 }
 
 void ThreeBands::Glide() noexcept {
@@ -116,14 +102,12 @@ void ThreeBands::Process(std::span<float> stereo) noexcept {
              (wanted.high - now_.high) / frames};
   }
   for (std::size_t i = 0; i + 1 < stereo.size(); i += 2) {
-    const Both in{static_cast<double>(stereo[i]), static_cast<double>(stereo[i + 1])};
+    const Both in = BothOf(stereo[i], stereo[i + 1]);
     Glide();
     Both out = Filter(in);
     if (awake_for_ < 2 * settle_frames_) {
       const double share = static_cast<double>(std::max(0, ++awake_for_ - settle_frames_)) / settle_frames_;
-      for (std::size_t side = 0; side < out.size(); ++side) {
-        out[side] = in[side] + share * (out[side] - in[side]);
-      }
+      out = in + share * (out - in);
     }
     stereo[i] = static_cast<float>(out[0]);
     stereo[i + 1] = static_cast<float>(out[1]);

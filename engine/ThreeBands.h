@@ -6,6 +6,8 @@
 #include <atomic>
 #include <span>
 
+#include "engine/BothSides.h"
+
 namespace engine {
 
 /// Bass, middle and high of a stream, each of which can be taken out wholly.
@@ -43,8 +45,7 @@ class ThreeBands {
   struct Shape {
     double k = 0, a1 = 0, a2 = 0, a3 = 0;
   };
-  /// Left and right beside each other.
-  using Both = std::array<double, 2>;
+  using Both = BothSides;
   struct Memory {
     Both s1{}, s2{};
   };

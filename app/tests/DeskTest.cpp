@@ -32,7 +32,7 @@ class DeskTest : public Evening {
   void WithHeadphones(const char* pair) {
     Store("Devices", "Device3", "2");
     Store("Speakers", "Speaker3", pair);
-    Store("Speakerchoice", "Speakerchoice3", "True");
+    Store("Speakerchoice", "Speaker3", pair == std::string_view("0") ? "False" : "True");
     StartUp();
     Load(1, "a.mp3");
   }
@@ -157,6 +157,7 @@ TEST_F(DeskTest, APausedDeckIsListenedToAndGoesOnWhereItWas) {
   EXPECT_NEAR(Seconds(Phones()), 15, 0.1);
   EXPECT_EQ(Deck(1).position, 10s);
   One().Do(&DeckStation::Resume);
+  Settle();
   Advance(1s);
   EXPECT_EQ(Deck(1).position, 11s);
   EXPECT_NEAR(Seconds(Phones()), 11, 0.1);
@@ -173,9 +174,9 @@ TEST_F(DeskTest, NothingIsListenedToWithoutHeadphones) {
 TEST_F(DeskTest, TheHeadphonesMixIsStoredAndTold) {
   Store("Devices", "Device3", "1");
   Store("Speakers", "Speaker1", "1");
-  Store("Speakerchoice", "Speakerchoice1", "True");
+  Store("Speakerchoice", "Speaker1", "True");
   Store("Speakers", "Speaker3", "2");
-  Store("Speakerchoice", "Speakerchoice3", "True");
+  Store("Speakerchoice", "Speaker3", "True");
   Store("Mixer", "HeadphoneMix", "25");
   StartUp();
   EXPECT_EQ(desk_.lines.mix, (decks::HeadphoneMix{0.25F, false, 1}));

@@ -37,8 +37,9 @@ QWidget* DeckArea::MakeWhole(const Look& look) {
     connect(panel, &DeckPanel::FilesDropped, this, &DeckArea::FilesDropped);
     connect(panel, &DeckPanel::Told, this, &DeckArea::Told);
   }
-  mixer_ = new MixerPanel(workstation_.Decks(), workstation_.Equaliser(), workstation_.Outputs(),
-                          workstation_.Lists(), state_, look);
+  mixer_ = new MixerPanel({workstation_.Decks(), workstation_.Equaliser(), workstation_.Outputs(),
+                           workstation_.Lists(), workstation_.Headphones()},
+                          state_, look);
   connect(mixer_, &MixerPanel::ListenLevelMoved, this, &DeckArea::ListenLevelMoved);
   auto* box = new QWidget;
   FillRow(*box, 0, 0.4, {{panels_[0], 1}, mixer_, {panels_[1], 1}});

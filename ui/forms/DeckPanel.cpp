@@ -13,6 +13,7 @@
 #include "support/Settings.h"
 #include "ui/forms/Menus.h"
 #include "ui/forms/TempoTools.h"
+#include "ui/forms/ToneStrip.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/DeckText.h"
 #include "ui/models/KeyMap.h"
@@ -89,6 +90,7 @@ DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const L
   running_ = new RunningWave(look.skin, look.skin.Deck(deck_));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
+  rows->addWidget(tone_ = new ToneStrip(deck, look));
   rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
   NameParts();
@@ -253,6 +255,7 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   overview_->Show(view.position, view.length, view.wave);
   overview_->ShowMixPoints(view);
   tools_->Show(view);
+  tone_->Show(view, now);
   running_->Show(view.position, view.length, view.wave);
   running_->ShowBeats(view.grid);
   view_ = view;

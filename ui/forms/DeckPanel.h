@@ -26,6 +26,7 @@ class Fader;
 class RunningWave;
 class TransportButton;
 class TempoTools;
+class ToneStrip;
 class WaveOverview;
 
 /// One mixing deck: what is on it, where it stands, and the hands on it.
@@ -45,6 +46,7 @@ class DeckPanel final : public DeckDrops {
   /// At the place that is heard.
   void SetMixPoint(app::MixPoint which);
   [[nodiscard]] TempoTools& Tools() { return *tools_; }
+  [[nodiscard]] ToneStrip& Tone() { return *tone_; }
 
  Q_SIGNALS:
   /// A sentence for the status line.
@@ -77,6 +79,7 @@ class DeckPanel final : public DeckDrops {
   QLabel* bpm_;
   QLabel* state_;
   TempoTools* tools_;
+  ToneStrip* tone_;
   WaveOverview* overview_;
   RunningWave* running_;
   TransportButton* to_start_;

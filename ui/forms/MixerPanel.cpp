@@ -13,14 +13,17 @@
 #include "app/lists/ListStation.h"
 #include "app/sound/DeckStation.h"
 #include "ui/forms/AutomixLine.h"
+#include "ui/forms/HeadphoneStrip.h"
 #include "ui/models/DeckChoice.h"
 #include "ui/models/EqText.h"
 #include "ui/models/KeyMap.h"
+#include "ui/strings/DeskWords.h"
 #include "ui/widgets/EqGraph.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/LevelMeter.h"
 #include "ui/widgets/ListenButton.h"
+#include "ui/widgets/MasterMeter.h"
 
 namespace ui {
 namespace {
@@ -39,25 +42,33 @@ QString PeakText(float db) {
   return (rounded < 0 ? QStringLiteral("−%1 dB") : QStringLiteral("%1 dB")).arg(std::abs(rounded));
 }
 
+/// "−11.2"
+QString LoudnessText(support::Decibels value) {
+  if (value.value < kQuietest) return QStringLiteral("−∞");
+  const QString number = QString::number(std::abs(double(value.value)), 'f', 1);
+  return (value.value < -0.05F ? QStringLiteral("−%1") : QStringLiteral("%1")).arg(number);
+}
+
 }  // namespace
 
-MixerPanel::MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::OutputStation& outputs,
-                       app::ListStation& lists, MixerState& state, const Look& look, QWidget* parent)
+MixerPanel::MixerPanel(const Stations& stations, MixerState& state, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent),
-      decks_(decks),
-      sliders_(sliders),
-      outputs_(outputs),
-      lists_(lists),
+      decks_(stations.decks),
+      sliders_(stations.sliders),
+      outputs_(stations.outputs),
+      lists_(stations.lists),
       state_(state),
       look_(look),
-      crossfader_moves_(lists.View().moves) {
+      crossfader_moves_(stations.lists.View().moves) {
   SetStripe(look.skin.line);
   setObjectName(QStringLiteral("Mixer"));
   for (const int deck : {1, 2}) channels_[deck == 1 ? 0 : 1] = MakeChannel(deck);
   MakeMaster();
   MakeEqualiser();
-  automix_ = new AutomixLine({}, lists, AutomixLine::Form::Narrow, look);
-  FillColumn(*this, 0.7, 0.6, {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), automix_});
+  headphones_ = new HeadphoneStrip(stations.headphones, look);
+  automix_ = new AutomixLine({}, stations.lists, AutomixLine::Form::Narrow, look);
+  FillColumn(*this, 0.7, 0.6,
+             {{MakeChannels(), 5}, headphones_, {equaliser_, 2}, MakeCrossfader(), automix_});
   ShowVolumes();
 }
 
@@ -136,7 +147,22 @@ void MixerPanel::MakeMaster() {
   master_head_ = new QLabel(say(Say::MainVolumeHead));
   Name(*master_head_, "MainVolumeHead");
   master_value_ = Reading("MainVolumeValue", Qt::AlignLeft | Qt::AlignVCenter, "100 %");
+  loudness_ = Reading("MasterLoudness", Qt::AlignCenter, "−48.0");
+  loudness_->setToolTip(say(DeskWord::MasterLoudnessTip));
+  SetTextColour(*loudness_, look_.skin.dim);
   for (QLabel* label : {master_head_, master_value_}) label->setAlignment(Qt::AlignCenter);
+  master_meter_ = new MasterMeter(look_.skin);
+  Name(*master_meter_, "MasterMeter", say(DeskWord::MasterMeter));
+}
+
+void MixerPanel::ShowMeter(const app::WorkstationView& view, support::TimePoint now) {
+  const decks::MasterReading& master = view.master;
+  master_meter_->Show(master, now);
+  SetText(*loudness_, LoudnessText(master.short_term));
+  const QString tip = look_.say(DeskWord::MasterMeterTip)
+                          .arg(LoudnessText(master.momentary), LoudnessText(master.short_term),
+                               LoudnessText(master_meter_->Peak()), LoudnessText(master.reduction));
+  if (master_meter_->underMouse() || master_meter_->toolTip().isEmpty()) master_meter_->setToolTip(tip);
 }
 
 void MixerPanel::ShowMaster(const app::WorkstationView& view, support::TimePoint now) {
@@ -157,20 +183,21 @@ QGridLayout* MixerPanel::MakeChannels() {
   SetSpacingEm(*grid, 0, 0.4);
   const auto& [first, second] = channels_;
   grid->addWidget(first.cue, 0, 0, 1, 2);
-  grid->addWidget(master_head_, 0, 2);
-  grid->addWidget(second.cue, 0, 3, 1, 2);
+  grid->addLayout(Column(0, {master_head_, loudness_}), 0, 2, 1, 2);
+  grid->addWidget(second.cue, 0, 4, 1, 2);
   grid->addWidget(first.fader, 1, 0, Qt::AlignHCenter);
   grid->addWidget(first.meter, 1, 1, Qt::AlignHCenter);
-  grid->addWidget(master_, 1, 2, Qt::AlignHCenter);
-  grid->addWidget(second.meter, 1, 3, Qt::AlignHCenter);
-  grid->addWidget(second.fader, 1, 4, Qt::AlignHCenter);
+  grid->addWidget(master_, 1, 2, Qt::AlignRight);
+  grid->addWidget(master_meter_, 1, 3, Qt::AlignLeft);
+  grid->addWidget(second.meter, 1, 4, Qt::AlignHCenter);
+  grid->addWidget(second.fader, 1, 5, Qt::AlignHCenter);
   grid->addWidget(first.volume, 2, 0);
   grid->addWidget(first.peak, 2, 1);
-  grid->addWidget(master_value_, 2, 2);
-  grid->addWidget(second.peak, 2, 3);
-  grid->addWidget(second.volume, 2, 4);
+  grid->addWidget(master_value_, 2, 2, 1, 2);
+  grid->addWidget(second.peak, 2, 4);
+  grid->addWidget(second.volume, 2, 5);
   grid->setRowStretch(1, 1);
-  for (int column = 0; column < 5; ++column) grid->setColumnStretch(column, 1);
+  for (const int column : {0, 1, 2, 4, 5}) grid->setColumnStretch(column, 1);
   return grid;
 }
 
@@ -237,6 +264,8 @@ void MixerPanel::SetCurve(decks::CrossfaderCurve curve) {
 
 void MixerPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   ShowMaster(view, now);
+  ShowMeter(view, now);
+  headphones_->Show(view, now);
   ShowAutomix(lists_.View());
   equaliser_->Show(ShownSliders(sliders_.Sliders()), CurvesOf(view));
   for (const int deck : {1, 2}) {
@@ -254,8 +283,11 @@ void MixerPanel::ShowCue(int deck, const app::WorkstationView& view) {
   const app::DeckView& shown = view.decks[place];
   ListenButton& cue = *channels_[place].cue;
   const bool device = view.outputs[2].device != 0;
-  cue.setEnabled(device && (shown.state == DeckState::Playing || shown.state == DeckState::Paused));
-  if (!cue.isDown()) cue.setChecked(shown.pre_volume > 0);
+  const DeckState state = shown.loaded_state;
+  cue.setEnabled(device && state != DeckState::Empty);
+  if (!cue.isDown()) {
+    cue.setChecked(shown.pre_volume > 0 && (state == DeckState::Playing || shown.listening));
+  }
   const QString tip = device ? CueTip(deck) : look_.say(Say::CueNoDevice);
   if (cue.toolTip() != tip) cue.setToolTip(tip);
 }

@@ -16,6 +16,7 @@ class QLabel;
 namespace app {
 class Decks;
 class EqualiserStation;
+class HeadphoneStation;
 class ListStation;
 class OutputStation;
 struct ListView;
@@ -26,8 +27,10 @@ namespace ui {
 class AutomixLine;
 class EqGraph;
 class Fader;
+class HeadphoneStrip;
 class LevelMeter;
 class ListenButton;
+class MasterMeter;
 
 /// The strip between the decks: for each deck fader, meter and headphones, between them the master volume,
 /// below them the equaliser and the crossfader.
@@ -36,8 +39,14 @@ class MixerPanel final : public Surface {
 
  public:
   /// The state outlives the panel, which a change of language makes anew.
-  MixerPanel(app::Decks& decks, app::EqualiserStation& sliders, app::OutputStation& outputs,
-             app::ListStation& lists, MixerState& state, const Look& look, QWidget* parent = nullptr);
+  struct Stations {
+    app::Decks& decks;
+    app::EqualiserStation& sliders;
+    app::OutputStation& outputs;
+    app::ListStation& lists;
+    app::HeadphoneStation& headphones;
+  };
+  MixerPanel(const Stations& stations, MixerState& state, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, support::TimePoint now);
   /// Gives the decks the volumes that fader and crossfader make.
@@ -67,6 +76,7 @@ class MixerPanel final : public Surface {
   QGridLayout* MakeChannels();
   Channel MakeChannel(int deck);
   void MakeMaster();
+  void ShowMeter(const app::WorkstationView& view, support::TimePoint now);
   void ShowMaster(const app::WorkstationView& view, support::TimePoint now);
   void MakeEqualiser();
   ListenButton* MakeListen(int deck);
@@ -91,6 +101,9 @@ class MixerPanel final : public Surface {
   Fader* master_;  ///< 0 is loudest
   QLabel* master_value_;
   QLabel* master_head_;
+  QLabel* loudness_;
+  MasterMeter* master_meter_;
+  HeadphoneStrip* headphones_;
   SentEcho master_echo_;
   support::TimePoint now_{};
   Fader* crossfader_;

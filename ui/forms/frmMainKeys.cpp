@@ -11,6 +11,7 @@
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/TempoTools.h"
+#include "ui/forms/ToneStrip.h"
 #include "ui/forms/frmMain.h"
 #include "ui/models/KeyMap.h"
 
@@ -46,6 +47,12 @@ void frmMain::MakeKeys() {
     Key(KeyOf(Command::Sync, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleSync(); });
     Key(KeyOf(Command::Tap, deck), Reach::Everywhere, [panel] { panel().Tools().Tap(); });
     Key(KeyOf(Command::KeyLock, deck), Reach::Everywhere, [panel] { panel().Tools().ToggleKeyLock(); });
+    Key(KeyOf(Command::KillHigh, deck), Reach::Everywhere,
+        [panel] { panel().Tone().ToggleKill(app::ToneBand::High); });
+    Key(KeyOf(Command::KillMid, deck), Reach::Everywhere,
+        [panel] { panel().Tone().ToggleKill(app::ToneBand::Mid); });
+    Key(KeyOf(Command::KillBass, deck), Reach::Everywhere,
+        [panel] { panel().Tone().ToggleKill(app::ToneBand::Bass); });
   }
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist) {
     Key(KeyOfPlaylist(playlist), Reach::Everywhere, [this, playlist] { AddChosenTo(playlist); });

@@ -5,7 +5,8 @@
 namespace ui {
 
 QKeySequence KeyOf(Command command, int deck) {
-  constexpr int kModifiers[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier};
+  constexpr int kModifiers[] = {Qt::NoModifier, Qt::ControlModifier, Qt::ShiftModifier,
+                                int(Qt::ControlModifier) | int(Qt::ShiftModifier)};
   const int number = static_cast<int>(command);
   return QKeySequence(kModifiers[number / 4] | (Qt::Key_F1 + number % 4 + (deck == 1 ? 0 : 4)));
 }

@@ -8,7 +8,7 @@
 namespace ui {
 
 /// What a key of the window does. A block of four function keys belongs to each deck, as they lie together on
-/// a keyboard: by themselves, with Ctrl and with Shift.
+/// a keyboard: by themselves, with Ctrl, with Shift and with both.
 enum class Command {
   PlayPause,
   ToStart,
@@ -22,6 +22,9 @@ enum class Command {
   KeyLock,
   NudgeBack,
   NudgeOn,
+  KillHigh,
+  KillMid,
+  KillBass,
 };
 
 /// Deck 1: F1 to F4. Deck 2: F5 to F8.

@@ -23,6 +23,7 @@ Booth::Booth() {
   engine.AddDevice("USB card");
   app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
   ports.dmx = &wire;
+  ports.desk = &desk;
   ports.synthesisers = &synthesisers;
   ports.images = &images;
   ports.commands = &commands;

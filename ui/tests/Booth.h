@@ -16,6 +16,7 @@
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/FakeCommandRunner.h"
+#include "decks/testing/RecordingDesk.h"
 #include "decks/testing/RecordingEngine.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "karaoke/testing/FakeDiscImages.h"
@@ -85,6 +86,7 @@ class Booth : public ::testing::Test {
       std::filesystem::path(::testing::TempDir()) / ("booth-" + std::to_string(std::random_device()()));
   support::testing::FakeClock clock;
   decks::testing::RecordingEngine engine{clock};
+  decks::testing::RecordingDesk desk;
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;
