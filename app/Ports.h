@@ -16,6 +16,7 @@ class TagWriter;
 namespace decks {
 class AudioEngine;
 class CommandRunner;
+class ProgrammeRecorder;
 class SoundControl;
 class SoundDesk;
 }  // namespace decks
@@ -74,6 +75,7 @@ struct Ports {
   karaoke::CodePages* code_pages = nullptr;             ///< null: those of songs are not guessed
   catalogue::FolderReader* folders = nullptr;           ///< null: the standard library lists them
   Background background = {};                           ///< for scans and batches
+  decks::ProgrammeRecorder* recorder = nullptr;         ///< null: nothing can be recorded
   support::Executor* journal = nullptr;                 ///< null: what plays is not kept for after a fall
   LocalTime local_time = nullptr;                       ///< null: the system's
   const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only

@@ -28,6 +28,7 @@ void Workstation::StartUp() {
   parts.lights.StartUp();
   parts.organ.StartUp();
   parts.songs.StartUp();
+  parts.recording.StartUp();
   parts.lists.StartUp(stored);
   parts.visuals.StartUp();
   conductor.Order(parts.rack.Outputs(), &OutputRouting::SetBuffers);
@@ -47,6 +48,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   const bool tags_done =
       parts.collections.ShutDownTags(std::chrono::duration_cast<std::chrono::milliseconds>(rest));
   parts.songs.ShutDown();
+  parts.recording.ShutDown();
   parts.rack.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
   if (all_out) parts.rack.Outputs().Free();

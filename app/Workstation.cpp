@@ -77,6 +77,10 @@ OrganStation& Workstation::Organ() {
   return parts_->organ;
 }
 
+RecordingStation& Workstation::Recording() {
+  return parts_->recording;
+}
+
 SongStation& Workstation::Songs() {
   return parts_->songs;
 }

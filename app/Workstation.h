@@ -30,6 +30,7 @@ class ListStation;
 class OrganStation;
 class OutputStation;
 class Prompts;
+class RecordingStation;
 class SongStation;
 class Visuals;
 struct MixerHands;
@@ -88,6 +89,7 @@ class Workstation {
   [[nodiscard]] LightStation& Lights();
   [[nodiscard]] OrganStation& Organ();
   [[nodiscard]] SongStation& Songs();
+  [[nodiscard]] RecordingStation& Recording();
   [[nodiscard]] EditorFiles& Editors();
   [[nodiscard]] app::Visuals& Visuals();
   [[nodiscard]] app::ApplyButton& ApplyButton();

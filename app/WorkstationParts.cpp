@@ -46,6 +46,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       lists(context, {collections.Music().Table(), collections.Karaoke().Table(), collections.Playlists()},
             mixing, settings, outside.tags, collections.Scratch(), outside.local_time,
             [this] { collections.Music().Save(); }),
+      recording(context, ports.recorder, outside.local_time),
       editors(context),
       resume(context, {rack, lights, songs, lists, settings}, outside.journal),
       gains(outside.commands, folder, outside.workers, gate, window),
@@ -88,6 +89,7 @@ void Workstation::Parts::Tick(const WorkstationView& view) {
   songs.Tick(view);
   cores->SetPlaying(AnyPlays(view));
   lists.Tick(view, songs.Sung());
+  recording.Tick(view);
   resume.Tick(view);
 }
 

@@ -23,6 +23,7 @@
 #include "app/lights/LightStation.h"
 #include "app/lights/OrganStation.h"
 #include "app/lists/ListStation.h"
+#include "app/recording/RecordingStation.h"
 #include "app/resume/ResumeStation.h"
 #include "app/settings/Preferences.h"
 #include "app/songs/SongStation.h"
@@ -77,6 +78,7 @@ struct Workstation::Parts {
   OrganStation organ;
   SongStation songs;
   ListStation lists;
+  RecordingStation recording;
   EditorFiles editors;
   ResumeStation resume;
   GainQueries gains;

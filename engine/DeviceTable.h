@@ -22,6 +22,11 @@ namespace engine {
 using SilentOutputMaker = std::function<std::unique_ptr<OutputDevice>(const OutputDeviceInfo&,
                                                                       const OutputRequest&, RenderSource&)>;
 
+/// The pair code of a speaker flag; 0 is every pair.
+[[nodiscard]] constexpr int PairOf(std::uint32_t speaker) {
+  return static_cast<int>((speaker & decks::kSpeakerMask) >> 24);
+}
+
 /// The outputs by number, and what happens when one goes away.
 ///
 /// A lost output is replaced by a silent one at the next Watch. A worker then looks for a working one: for a

@@ -67,6 +67,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
     MixPhones(static_cast<std::size_t>(piece), wish);
     GivePiece(part, channels);
     MeterPiece(static_cast<std::size_t>(piece), frame - look_ahead_);
+    FeedTaps(static_cast<std::size_t>(piece), frame - look_ahead_);
     done += piece;
     frame += piece;
   }
@@ -245,6 +246,30 @@ void RenderCore::MeterPiece(std::size_t frames, std::int64_t frame) noexcept {
   const auto shares = pair == kNone ? std::span<const SpeakerShare>() : speakers_.Of(pair);
   if (shares.empty()) return;
   meter_.Add({buses_[static_cast<std::size_t>(shares.front().bus)]->stereo.data(), 2 * frames}, frame);
+}
+
+void RenderCore::FeedTaps(std::size_t frames, std::int64_t frame) noexcept {
+  for (std::size_t code = 0; code < tapped_.size(); ++code) {
+    ProgrammeTap* tap = tapped_[code].load(std::memory_order_acquire);
+    const auto shares = speakers_.Of(static_cast<int>(code));
+    if (tap == nullptr || !tap->IsRead() || shares.empty()) continue;
+    const auto number = static_cast<std::size_t>(shares.front().bus);
+    const std::span<float> stereo(buses_[number]->stereo.data(), 2 * frames);
+    if (speakers_.Buses()[number].right < 0) {
+      for (std::size_t i = 0; i < stereo.size(); i += 2) stereo[i + 1] = stereo[i];
+    }
+    tap->Write(frame, stereo);
+  }
+}
+
+std::unique_ptr<ProgrammeReader> RenderCore::OpenProgramme(int pair) {
+  const std::size_t code = pair >= 1 && pair < SpeakerMap::kCodes ? static_cast<std::size_t>(pair) : 0;
+  support::MutexLock lock(taps_mutex_);
+  if (taps_[code] == nullptr) {
+    taps_[code] = std::make_shared<ProgrammeTap>();
+    tapped_[code].store(taps_[code].get(), std::memory_order_release);
+  }
+  return std::make_unique<ProgrammeReader>(taps_[code], sample_rate_);
 }
 
 void RenderCore::TellGains() noexcept {

@@ -12,11 +12,13 @@
 #include "engine/Limiter.h"
 #include "engine/PhonesMix.h"
 #include "engine/ProgrammeMeter.h"
+#include "engine/ProgrammeTap.h"
 #include "engine/SpeakerMap.h"
 #include "engine/Stream.h"
 #include "engine/Voice.h"
 #include "engine/ports/OutputDevice.h"
 #include "support/Clock.h"
+#include "support/Mutex.h"
 #include "support/SpscRing.h"
 
 namespace engine {
@@ -57,6 +59,10 @@ class RenderCore final : public RenderSource {
   /// False when too many commands of the stream wait already, so that the far ones of one stream never keep
   /// out those of another. Those that wait when their stream ends are dropped with it.
   bool Schedule(Stream& stream, Command command) noexcept;
+
+  /// What leaves the limiter of a pair, from now on: of a pair code that is more than one pair, the first.
+  /// A frame carries the number under which it was mixed. Any thread but the callback.
+  [[nodiscard]] std::unique_ptr<ProgrammeReader> OpenProgramme(int pair) DJ_EXCLUDES(taps_mutex_);
 
   void Render(std::span<float> interleaved) noexcept override;
 
@@ -101,6 +107,7 @@ class RenderCore final : public RenderSource {
   [[nodiscard]] Bus* BusOf(int pair) noexcept;
   void MixPhones(std::size_t frames, const PhonesMix::Wish& wish) noexcept;
   void MeterPiece(std::size_t frames, std::int64_t frame) noexcept;
+  void FeedTaps(std::size_t frames, std::int64_t frame) noexcept;
   void TellGains() noexcept;
   void MeasureLoad(support::TimePoint begin, std::int64_t frames) noexcept;
 
@@ -124,6 +131,9 @@ class RenderCore final : public RenderSource {
   std::atomic<bool> reach_{false};
   ProgrammeMeter meter_;
   std::atomic<int> metered_{kNone};
+  support::Mutex taps_mutex_;
+  std::array<std::shared_ptr<ProgrammeTap>, SpeakerMap::kCodes> taps_ DJ_GUARDED_BY(taps_mutex_);
+  std::array<std::atomic<ProgrammeTap*>, SpeakerMap::kCodes> tapped_{};  ///< the callback's view of them
   std::atomic<float> load_{0};
   std::atomic<float> load_before_{0};
   std::int64_t load_frames_ = 0;

@@ -13,8 +13,6 @@
 namespace engine {
 namespace {
 
-constexpr int kPairShift = 24;
-
 SoundEnginePorts Completed(SoundEnginePorts ports) {
   if (ports.device_workers == nullptr) ports.device_workers = &ports.workers;
   if (ports.make_silent == nullptr) {
@@ -149,7 +147,7 @@ decks::StreamHandle SoundEngine::CreateDecoder(const std::string& path, DecoderK
   decoder->device = current_device_;
   std::uint64_t speaker = flags & decks::kSpeakerMask;
   if (speaker == 0 && length >= decks::kSpeakerFront && length <= decks::kSpeakerRear2) speaker = length;
-  decoder->pair = static_cast<int>(speaker >> kPairShift);
+  decoder->pair = PairOf(static_cast<std::uint32_t>(speaker));
   const decks::StreamHandle handle = next_handle_++;
   support::MutexLock lock(mutex_);
   decoders_[handle] = std::move(decoder);
@@ -177,8 +175,7 @@ decks::StreamHandle SoundEngine::CreateGenerated(std::shared_ptr<support::SoundG
     Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
     return 0;
   }
-  const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);
-  return Join(std::make_shared<Stream>(next_handle_++, std::move(sound), device, pair), slot, 0);
+  return Join(std::make_shared<Stream>(next_handle_++, std::move(sound), device, PairOf(speaker)), slot, 0);
 }
 
 decks::StreamHandle SoundEngine::Join(std::shared_ptr<Stream> stream, std::shared_ptr<DeviceSlot> slot,
@@ -271,8 +268,7 @@ std::vector<decks::DeviceEvent> SoundEngine::TakeDeviceEvents() {
 
 support::Decibels SoundEngine::LimiterReduction(int device, std::uint32_t speaker) {
   const auto slot = devices_->Find(device);
-  const int pair = static_cast<int>((speaker & decks::kSpeakerMask) >> kPairShift);
-  const float gain = slot == nullptr ? 1 : slot->Core().LimiterGain(pair);
+  const float gain = slot == nullptr ? 1 : slot->Core().LimiterGain(PairOf(speaker));
   return {gain < 1 ? -20 * std::log10(gain) : 0};
 }
 

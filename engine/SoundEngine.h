@@ -56,6 +56,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   void Pump();
   /// What is turned by hand. Threads: the owner's.
   [[nodiscard]] decks::SoundDesk& Desk() { return desk_; }
+  [[nodiscard]] const std::shared_ptr<DeviceTable>& Devices() const { return devices_; }
 
   bool BASS_Init(int device, int frequency, std::uint32_t flags) override;
   std::optional<std::string> BASS_GetDeviceDescription(int device) override;

@@ -103,6 +103,11 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
                            {"UseSplit", "True", "file names are split where the tag does not give a title"},
                            {"Write", "False", "mixing values are written to the files' tags"}};
 
+constexpr Words kRecording[] = {{"Format", "flac", "what is recorded: flac, wav, ogg, opus or mp3"},
+                                {"Bits", "16", "of a sample in flac and wav: 16 or 24"},
+                                {"BitRate", "192", "of ogg, opus and mp3, in kbit/s"},
+                                {"FileATrack", "False", "each track is recorded to a file of its own"}};
+
 constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch, 2 German"}};
 constexpr Words kSkin[] = {{"Name", "0", "number of the skin"},
                            {"Density", "0", "rows and controls: 0 comfortable, 1 compact"}};
@@ -227,6 +232,9 @@ void AddProgram(Rows& rows) {
   Add(rows, "Speakerchoice", kSpeakerChoice);
   Add(rows, "Setup", kSetup);
   Add(rows, "Tags", kTags);
+  rows.push_back({kApplication, "Recording", "Folder", "\\Recordings", "folder that is recorded to",
+                  BelowProgramFolder});
+  Add(rows, "Recording", kRecording);
   Add(rows, "Skin", kSkin);
   Add(rows, "CompactDecks", kCompactDecks);
   Add(rows, "Visualisation", kVisualisation);

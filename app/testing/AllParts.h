@@ -17,6 +17,7 @@
 #include "app/lights/LightStation.h"
 #include "app/lights/OrganStation.h"
 #include "app/lists/ListStation.h"
+#include "app/recording/RecordingStation.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/DeckStation.h"
 #include "support/Settings.h"

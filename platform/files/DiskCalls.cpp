@@ -15,6 +15,14 @@ int DiskCalls::Create(const std::filesystem::path& path, mode_t mode) {
   return open(path.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_CLOEXEC, mode);
 }
 
+int DiskCalls::Replace(const std::filesystem::path& path, mode_t mode) {
+  return open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, mode);
+}
+
+ssize_t DiskCalls::WriteAt(int file, const char* data, std::size_t size, off_t place) {
+  return pwrite(file, data, size, place);
+}
+
 ssize_t DiskCalls::Write(int file, const char* data, std::size_t size) {
   return write(file, data, size);
 }
@@ -30,6 +38,10 @@ int DiskCalls::CopyRights(int file, const struct stat& from) {
 
 int DiskCalls::Sync(int file) {
   return fsync(file);
+}
+
+int DiskCalls::SyncData(int file) {
+  return fdatasync(file);
 }
 
 void DiskCalls::StartSync([[maybe_unused]] int file, [[maybe_unused]] off_t from,

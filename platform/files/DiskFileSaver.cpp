@@ -31,29 +31,6 @@ constexpr int kMaxLinks = 40;  // as many as Linux follows itself
 constexpr int kMaxNames = 100;
 constexpr off_t kSyncEvery = 8 << 20;  // bytes, so that the disk works while we write on
 
-Error SaveError(const fs::path& path, int reason) {
-  const std::string name = path.string();
-  switch (reason) {
-    case ENOSPC:
-    case EDQUOT:
-    case EFBIG:
-      return Failed(ErrorCode::Unavailable, Sentence::DiskFull, {name});
-    case EACCES:
-    case EPERM:
-    case EROFS:
-      return Failed(ErrorCode::Unreadable, Sentence::NoWriteRight, {name});
-    case ENOENT:
-    case ENOTDIR:
-      return Failed(ErrorCode::NotFound, Sentence::FolderOfFileMissing, {name});
-    case EISDIR:
-    case EINVAL:
-      return Failed(ErrorCode::Unsupported, Sentence::NotReplaceable, {name});
-    default:
-      return Failed(ErrorCode::Unavailable, Sentence::NotSaved,
-                    {name, std::generic_category().message(reason)});
-  }
-}
-
 /// Where the content goes: the end of a chain of links, there or not.
 fs::path LinkTarget(fs::path path) {
   std::error_code error;
@@ -161,6 +138,29 @@ void RemoveLitter(DiskCalls& calls, const fs::path& target) {
 }
 
 }  // namespace
+
+Error SaveError(const fs::path& path, int reason) {
+  const std::string name = path.string();
+  switch (reason) {
+    case ENOSPC:
+    case EDQUOT:
+    case EFBIG:
+      return Failed(ErrorCode::Unavailable, Sentence::DiskFull, {name});
+    case EACCES:
+    case EPERM:
+    case EROFS:
+      return Failed(ErrorCode::Unreadable, Sentence::NoWriteRight, {name});
+    case ENOENT:
+    case ENOTDIR:
+      return Failed(ErrorCode::NotFound, Sentence::FolderOfFileMissing, {name});
+    case EISDIR:
+    case EINVAL:
+      return Failed(ErrorCode::Unsupported, Sentence::NotReplaceable, {name});
+    default:
+      return Failed(ErrorCode::Unavailable, Sentence::NotSaved,
+                    {name, std::generic_category().message(reason)});
+  }
+}
 
 Result<void> DiskFileSaver::Save(const fs::path& path, std::string_view content) {
   return SavePieces(path, [&content] { return std::exchange(content, {}); });

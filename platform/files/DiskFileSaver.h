@@ -10,6 +10,9 @@
 
 namespace platform::files {
 
+/// Why a file could not be written, as errno tells it.
+[[nodiscard]] support::Error SaveError(const std::filesystem::path& path, int reason);
+
 /// Saves to the disk through a new file in the same folder.
 ///
 /// A name that is a link stays one: the file that it points to is replaced. The rights of the old file are

@@ -34,6 +34,7 @@ PARTS_OF_APP = {
     "lists": {"files", "settings", "sound", "work"},
     "lights": {"settings", "work"},
     "songs": {"settings", "sound", "work"},
+    "recording": {"lists", "settings", "sound", "work"},
     "resume": {"lights", "lists", "settings", "songs", "sound", "work"},
 }
 GIVEN_TO_PARTS = {"app/StationContext.h", "app/WorkstationView.h", "app/OutputView.h", "app/Notice.h"}

@@ -7,9 +7,8 @@ import re
 import subprocess
 import sys
 
-# Words of the recorder's encoder, which only a tool shows so far, and those of the fixture's validation and of the
-# sequencer, which are the same in every language.
-ELSEWHERE = {"platform/codec/FfmpegEncoderFactory.cpp", "dmx/FixtureProblems.cpp", "karaoke/MciErrors.cpp"}
+# Words of the fixture's validation and of the sequencer, which are the same in every language.
+ELSEWHERE = {"dmx/FixtureProblems.cpp", "karaoke/MciErrors.cpp"}
 ROOMS = ("app/", "catalogue/", "decks/", "dmx/", "engine/", "karaoke/", "lightorgan/", "platform/", "program/", "ui/")
 TEXT = re.compile(r'"((?:[^"\\]|\\.)*)"')
 

@@ -31,6 +31,11 @@ class FaultyDisk final : public DiskCalls {
     fail_at_ = calls_ + nth;
     reason_ = reason;
   }
+  /// That one and all after it.
+  void FailFrom(int nth, int reason) {
+    FailOn(nth, reason);
+    for_good_ = true;
+  }
   void DieAt(Death death) { death_ = std::move(death); }
   /// How many calls there were, Remove left out.
   [[nodiscard]] int Calls() const { return calls_; }
@@ -42,6 +47,12 @@ class FaultyDisk final : public DiskCalls {
   }
   ssize_t Write(int file, const char* data, std::size_t size) override {
     return Do("Write", [&] { return DiskCalls::Write(file, data, std::min(size, most_bytes_)); });
+  }
+  ssize_t WriteAt(int file, const char* data, std::size_t size, off_t place) override {
+    return Do("WriteAt", [&] { return DiskCalls::WriteAt(file, data, std::min(size, most_bytes_), place); });
+  }
+  int SyncData(int file) override {
+    return Do("SyncData", [&] { return DiskCalls::SyncData(file); });
   }
   int CopyRights(int file, const struct stat& from) override {
     return Do("CopyRights", [&] { return DiskCalls::CopyRights(file, from); });
@@ -63,7 +74,7 @@ class FaultyDisk final : public DiskCalls {
     if (log_.empty() || log_.back() != name) log_.emplace_back(name);
     const bool deadly = death_.call == name && --death_.nth == 0;
     if (deadly && death_.moment == Death::Before) raise(SIGKILL);
-    if (calls_ == fail_at_) {
+    if (calls_ == fail_at_ || (for_good_ && calls_ > fail_at_)) {
       errno = reason_;
       return -1;
     }
@@ -76,6 +87,7 @@ class FaultyDisk final : public DiskCalls {
   int calls_ = 0;
   int fail_at_ = 0;
   int reason_ = 0;
+  bool for_good_ = false;
   Death death_;
   std::vector<std::string> log_;
 };

@@ -1,0 +1,44 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "app/recording/RecordingChoice.h"
+
+#include <algorithm>
+#include <array>
+
+#include "support/Text.h"
+
+namespace app {
+namespace {
+
+constexpr const char* kSection = "Recording";
+constexpr std::array<std::string_view, 5> kExtensions{"flac", "wav", "ogg", "opus", "mp3"};
+
+}  // namespace
+
+std::string_view ExtensionOf(RecordingFormat format) {
+  return kExtensions[static_cast<std::size_t>(format)];
+}
+
+RecordingChoice StoredRecordingChoice(const support::Settings& settings) {
+  RecordingChoice choice;
+  const std::string format = settings.Text(kSection, "Format");
+  for (std::size_t i = 0; i < kExtensions.size(); ++i) {
+    if (support::EqualsIgnoringCase(format, kExtensions[i])) choice.format = static_cast<RecordingFormat>(i);
+  }
+  choice.bits = settings.Number(kSection, "Bits") == 24 ? 24 : 16;
+  choice.bit_rate = settings.Number(kSection, "BitRate", 96, 320);
+  choice.files =
+      settings.Flag(kSection, "FileATrack") ? RecordingChoice::Files::OneEach : RecordingChoice::Files::One;
+  choice.folder = settings.Text(kSection, "Folder");
+  return choice;
+}
+
+void StoreRecordingChoice(support::Settings& settings, const RecordingChoice& choice) {
+  settings.SetText(kSection, "Format", ExtensionOf(choice.format));
+  settings.SetNumber(kSection, "Bits", choice.bits);
+  settings.SetNumber(kSection, "BitRate", choice.bit_rate);
+  settings.SetFlag(kSection, "FileATrack", choice.files == RecordingChoice::Files::OneEach);
+  settings.SetText(kSection, "Folder", choice.folder);
+}
+
+}  // namespace app
