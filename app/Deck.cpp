@@ -106,9 +106,12 @@ std::string Deck::Section() const {
 
 void Deck::Load(const catalogue::track_table& table, int row) {
   const auto wanted = TrackToLoad(table, row);
-  if (!wanted) return;
-  around_.collections.Missing().LookAt(wanted->filename);
-  Do(&DeckStation::Load, *wanted);
+  if (wanted) Load(*wanted);
+}
+
+void Deck::Load(const Track& track) {
+  around_.collections.Missing().LookAt(track.filename);
+  Do(&DeckStation::Load, track);
 }
 
 void Deck::Restore(const StoredSection& section) {

@@ -28,6 +28,7 @@ class DeckTone;
 class ResumeStation;
 class DeckRack;
 struct StationContext;
+struct Track;
 
 /// How far a tempo slider may go, in percent.
 inline constexpr std::array<int, 5> kTempoRanges{6, 8, 10, 16, 50};
@@ -78,6 +79,8 @@ class Deck {
   /// Opens the row's file. What plays goes on until the new file is ready, then fades out; the deck then
   /// stands at its start. Nothing for a row that is not there.
   void Load(const catalogue::track_table& table, int row);
+  /// As a row, of a file that stands in none.
+  void Load(const Track& track);
 
   // What is set by slider holds for every file that comes onto the deck, and is stored for decks 1 and 2;
   // anything past what the engine plays is taken back to it.

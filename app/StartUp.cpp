@@ -48,7 +48,8 @@ bool Workstation::ShutDown(Leaves leaves) {
   const bool tags_done =
       parts.collections.ShutDownTags(std::chrono::duration_cast<std::chrono::milliseconds>(rest));
   parts.songs.ShutDown();
-  parts.recording.ShutDown();
+  const bool recorded = parts.recording.ShutDown();
+  if (all_out && recorded) parts.recording.Flush();
   parts.rack.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
   if (all_out) parts.rack.Outputs().Free();
@@ -59,7 +60,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   parts.lists.ShutDown();
   parts.ports.settings.Flush();
   if (leaves == Leaves::Nothing) parts.resume.ShutDown();
-  return all_out && tags_done;
+  return all_out && tags_done && recorded;
 }
 
 }  // namespace app

@@ -15,8 +15,9 @@ using std::chrono::milliseconds;
 using std::chrono::seconds;
 
 constexpr milliseconds kEvery{50};
-constexpr milliseconds kHeld{200};  ///< so late may a cut be ordered
-constexpr seconds kSyncEvery{2};
+constexpr milliseconds kHeld{200};       ///< so late may a cut be ordered
+constexpr milliseconds kMostAhead{400};  ///< of what is heard, that is waited for
+constexpr milliseconds kSyncEvery{500};
 constexpr seconds kLookEvery{1};
 constexpr seconds kRateIsKnown{10};  ///< by then a file has grown enough to tell how fast
 
@@ -73,12 +74,18 @@ void Recorder::Cut(microseconds place, const decks::RecordingFile& next) {
 
 void Recorder::Follow(int device, std::uint32_t speaker) {
   Give([this, device, speaker] {
-    if (take_ == nullptr) return;
-    auto reader = ports_.programme.Open(device, speaker);
-    if (reader == nullptr || reader->SampleRate() != take_->SampleRate()) return;
-    device_ = device;
-    if (const auto went = take_->Follow(std::move(reader)); !went) Fail(went.Failure());
+    if (take_ != nullptr) going_ = {device, speaker};
   });
+}
+
+void Recorder::GoOn() {
+  if (!going_) return;
+  const auto [device, speaker] = *going_;
+  auto reader = ports_.programme.Open(device, speaker);
+  if (reader == nullptr || reader->SampleRate() != take_->SampleRate()) return;
+  going_.reset();
+  device_ = device;
+  if (const auto went = take_->Follow(std::move(reader)); !went) Fail(went.Failure());
 }
 
 void Recorder::Stop() {
@@ -89,16 +96,38 @@ decks::RecordingProgress Recorder::Progress() {
   support::MutexLock lock(mutex_);
   decks::RecordingProgress progress = progress_;
   if (progress.recording) {
-    const std::int64_t heard = ports_.programme.Heard(heard_device_);
-    progress.heard = TimeOf(std::max<std::int64_t>(heard - base_, 0), sample_rate_);
+    // On a new device nothing was taken yet: what is heard is what is written, but for a moment.
+    progress.heard = progress.length;
+    if (base_) {
+      const std::int64_t heard = ports_.programme.Heard(heard_device_);
+      progress.heard = TimeOf(std::max<std::int64_t>(heard - *base_, 0), sample_rate_);
+    }
   }
   return progress;
+}
+
+bool Recorder::End(milliseconds patience) {
+  Stop();
+  if (!thread_.joinable()) Pump();
+  const auto until = std::chrono::steady_clock::now() + patience;
+  support::MutexLock lock(mutex_);
+  while (works_ || !orders_.empty()) {
+    if (std::chrono::steady_clock::now() >= until) return false;
+    lock.WaitUntil(rested_, until);
+  }
+  return true;
 }
 
 support::Result<seconds> Recorder::Repair(const std::string& path) {
   const auto length = ports_.encoders.Repair(path);
   if (!length) return length.Failure();
   return seconds(static_cast<std::int64_t>(length.Value()));
+}
+
+std::optional<std::int64_t> Recorder::FreeBytes(const std::string& path) {
+  const auto free = ports_.space.Of(path);
+  if (!free) return {};
+  return std::max<std::int64_t>(*free - kKeptFree, 0);
 }
 
 void Recorder::Run() {
@@ -122,9 +151,16 @@ void Recorder::Pump() {
   {
     support::MutexLock lock(mutex_);
     orders.swap(orders_);
+    works_ = true;
   }
   for (const Order& order : orders) order();
+  if (take_ != nullptr) GoOn();
   if (take_ != nullptr) TakeMore();
+  {
+    support::MutexLock lock(mutex_);
+    works_ = false;
+  }
+  rested_.notify_all();
 }
 
 void Recorder::Begin(const decks::RecordingWish& wish, std::uint64_t number) {
@@ -140,22 +176,30 @@ void Recorder::Begin(const decks::RecordingWish& wish, std::uint64_t number) {
     return Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::NothingToRecord));
   }
   device_ = wish.device;
+  going_.reset();
   take_ = std::make_unique<RecordingTake>(wish, std::move(reader), ports_.encoders);
+  if (const auto largest = ports_.space.LargestFile(wish.file.path)) take_->LimitFiles(*largest);
   next_look_ = {};
   if (!LookAtSpace()) return;
   if (const auto begun = take_->Begin(); !begun) return Fail(begun.Failure());
   next_sync_ = ports_.clock.Now() + kSyncEvery;
   Publish();
+  support::MutexLock lock(mutex_);
+  progress_.recording = true;
 }
 
-void Recorder::Finish() {
-  if (take_ == nullptr) return;
+bool Recorder::Finish() {
+  if (take_ == nullptr) return true;
   const auto finished = take_->Finish();
-  if (!finished) return Fail(finished.Failure());
+  if (!finished) {
+    Fail(finished.Failure());
+    return false;
+  }
   Publish();
   take_.reset();
   support::MutexLock lock(mutex_);
   progress_.recording = false;
+  return true;
 }
 
 void Recorder::Fail(const support::Error& error) {
@@ -170,7 +214,10 @@ void Recorder::Fail(const support::Error& error) {
 }
 
 void Recorder::TakeMore() {
-  const auto held = FramesOf(kHeld, take_->SampleRate());
+  // A cut is ordered at what is heard, which a slow output gives later.
+  const std::int64_t ahead = take_->Ahead(ports_.programme.Heard(device_));
+  const std::int64_t held = FramesOf(kHeld, take_->SampleRate()) +
+                            std::clamp<std::int64_t>(ahead, 0, FramesOf(kMostAhead, take_->SampleRate()));
   if (const auto taken = take_->Take(held); !taken) return Fail(taken.Failure());
   const support::TimePoint now = ports_.clock.Now();
   if (now >= next_sync_) {
@@ -186,10 +233,11 @@ bool Recorder::LookAtSpace() {
   next_look_ = now + kLookEvery;
   free_ = ports_.space.Of(take_->Path());
   if (!free_ || *free_ >= kKeptFree) return true;
-  const support::Error low =
-      support::Failed(support::ErrorCode::Unavailable, support::Sentence::RecordingDiskLow);
-  if (take_->Frames() > 0) Finish();
-  Fail(low);
+  using support::Sentence;
+  const bool begun = take_->Begun();
+  if (begun && !Finish()) return false;
+  Fail(support::Failed(support::ErrorCode::Unavailable,
+                       begun ? Sentence::RecordingDiskLow : Sentence::RecordingNoRoom));
   return false;
 }
 
@@ -198,11 +246,11 @@ void Recorder::Publish() {
   const microseconds length = TimeOf(take_->Frames(), rate);
   const auto [left, right] = take_->TakePeaks();
   support::MutexLock lock(mutex_);
-  base_ = -take_->PlaceOf(0);
+  base_ = take_->Base();
   heard_device_ = device_;
   sample_rate_ = rate;
-  progress_.recording = true;
   progress_.path = take_->Path();
+  progress_.file_begins = TimeOf(take_->FileBegins(), rate);
   progress_.length = length;
   progress_.bytes = take_->Bytes();
   progress_.left_peak = left;

@@ -46,8 +46,10 @@ class Recorder final : public decks::ProgrammeRecorder {
   void Cut(std::chrono::microseconds place, const decks::RecordingFile& next) override DJ_EXCLUDES(mutex_);
   void Follow(int device, std::uint32_t speaker) override DJ_EXCLUDES(mutex_);
   void Stop() override DJ_EXCLUDES(mutex_);
+  [[nodiscard]] bool End(std::chrono::milliseconds patience) override DJ_EXCLUDES(mutex_);
   [[nodiscard]] decks::RecordingProgress Progress() override DJ_EXCLUDES(mutex_);
   support::Result<std::chrono::seconds> Repair(const std::string& path) override;
+  [[nodiscard]] std::optional<std::int64_t> FreeBytes(const std::string& path) override;
 
   /// Does what was ordered and writes what is there.
   void Pump() DJ_EXCLUDES(mutex_);
@@ -58,8 +60,10 @@ class Recorder final : public decks::ProgrammeRecorder {
   void Give(Order order) DJ_EXCLUDES(mutex_);
   void Run() DJ_EXCLUDES(mutex_);
   void Begin(const decks::RecordingWish& wish, std::uint64_t number) DJ_EXCLUDES(mutex_);
-  void Finish() DJ_EXCLUDES(mutex_);
+  /// False when it failed, which is told.
+  bool Finish() DJ_EXCLUDES(mutex_);
   void Fail(const support::Error& error) DJ_EXCLUDES(mutex_);
+  void GoOn() DJ_EXCLUDES(mutex_);
   void TakeMore() DJ_EXCLUDES(mutex_);
   /// False when it had to end.
   bool LookAtSpace() DJ_EXCLUDES(mutex_);
@@ -69,18 +73,22 @@ class Recorder final : public decks::ProgrammeRecorder {
   // The recorder's thread's.
   std::unique_ptr<RecordingTake> take_;
   int device_ = 1;
+  /// Where the deck went whose output is not open yet.
+  std::optional<std::pair<int, std::uint32_t>> going_;
   support::TimePoint next_sync_{};
   support::TimePoint next_look_{};
   std::optional<std::int64_t> free_;
 
   support::Mutex mutex_;
   std::condition_variable ordered_;
+  std::condition_variable rested_;  ///< all that was ordered is done
   std::vector<Order> orders_ DJ_GUARDED_BY(mutex_);
+  bool works_ DJ_GUARDED_BY(mutex_) = false;
   std::uint64_t started_ DJ_GUARDED_BY(mutex_) = 0;
   bool end_ DJ_GUARDED_BY(mutex_) = false;
   decks::RecordingProgress progress_ DJ_GUARDED_BY(mutex_);
-  /// Programme frame of the recording's first one, and what it plays on.
-  std::int64_t base_ DJ_GUARDED_BY(mutex_) = 0;
+  /// Programme frame of the recording's first one, while one is known, and what it plays on.
+  std::optional<std::int64_t> base_ DJ_GUARDED_BY(mutex_);
   int heard_device_ DJ_GUARDED_BY(mutex_) = 1;
   int sample_rate_ DJ_GUARDED_BY(mutex_) = 0;
   std::thread thread_;  // last: it uses all of the above

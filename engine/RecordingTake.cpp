@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <limits>
 #include <utility>
 
 namespace engine {
@@ -12,7 +11,7 @@ namespace {
 
 constexpr float kCeiling = 0.891251F;  ///< -1 dB
 constexpr std::size_t kBlockFrames = 4096;
-constexpr std::int64_t kNotYet = std::numeric_limits<std::int64_t>::max() / 2;  ///< nothing was taken
+constexpr std::int64_t kHeldByEncoders = 4 << 20;  ///< and a block, and the end of the file
 
 }  // namespace
 
@@ -23,7 +22,6 @@ RecordingTake::RecordingTake(const decks::RecordingWish& wish, std::unique_ptr<P
       reader_(std::move(reader)),
       limiter_(reader_->SampleRate(), kCeiling),
       skip_(limiter_.LookAhead()),
-      base_(kNotYet),
       block_(2 * kBlockFrames) {}
 
 support::Result<void> RecordingTake::Begin() {
@@ -89,10 +87,15 @@ support::Result<void> RecordingTake::Write(std::span<const float> stereo) {
       if (parts_.front().from <= frames_) {
         Part part = std::move(parts_.front());
         parts_.pop_front();
-        if (const auto next = Next(std::move(part)); !next) return next;
+        continued_ = 1;
+        // One title that the disk refuses must not end the evening's recording.
+        if (const auto next = Next(part.file); !next && file_.path == part.file.path) return next;
         continue;
       }
       count = std::min(count, parts_.front().from - frames_);
+    }
+    if (encoder_->Bytes() > largest_ - kHeldByEncoders) {
+      if (const auto next = Next(Continued()); !next) return next;
     }
     const auto piece = stereo.first(2 * static_cast<std::size_t>(count));
     for (std::size_t i = 0; i < piece.size(); i += 2) {
@@ -106,29 +109,47 @@ support::Result<void> RecordingTake::Write(std::span<const float> stereo) {
   return {};
 }
 
-support::Result<void> RecordingTake::Next(Part part) {
-  const auto finished = encoder_->Finish();
-  bytes_ += encoder_->Bytes();
-  if (!finished) return finished;
-  return Open(part.file);
+decks::RecordingFile RecordingTake::Continued() {
+  decks::RecordingFile next = file_;
+  if (continued_ == 1) continued_from_ = file_.path;
+  const std::size_t dot = continued_from_.rfind('.');
+  next.path = continued_from_.substr(0, dot) + " (" + std::to_string(++continued_) + ")" +
+              continued_from_.substr(dot);
+  return next;
+}
+
+support::Result<void> RecordingTake::Next(const decks::RecordingFile& file) {
+  std::unique_ptr<Encoder> last = std::move(encoder_);
+  if (const auto opened = Open(file); !opened) {
+    encoder_ = std::move(last);
+    return opened;
+  }
+  file_begins_ = frames_;
+  auto finished = last->Finish();
+  bytes_ += last->Bytes();
+  if (finished) finished = last->Sync();
+  return finished;
 }
 
 void RecordingTake::Cut(std::int64_t frame, decks::RecordingFile next) {
   const std::int64_t last = parts_.empty() ? frames_ : parts_.back().from;
-  parts_.push_back({std::max(frame, last), std::move(next)});
+  frame = std::max(frame, last);
+  if (!parts_.empty() && parts_.back().from == frame) parts_.pop_back();  // nothing lies between them
+  parts_.push_back({frame, std::move(next)});
 }
 
 support::Result<void> RecordingTake::Follow(std::unique_ptr<ProgrammeReader> reader) {
   const auto taken = Take(0);
   reader_ = std::move(reader);
-  base_ = kNotYet;
+  base_.reset();
   return taken;
 }
 
 support::Result<void> RecordingTake::Finish() {
   auto went = Take(0);
   if (went) went = LimitSilence(limiter_.LookAhead());
-  const auto finished = encoder_->Finish();
+  auto finished = encoder_->Finish();
+  if (finished) finished = encoder_->Sync();
   return went ? finished : went;
 }
 

@@ -11,6 +11,8 @@
 #include "app/WatchedSideStore.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
+#include "engine/Programme.h"
+#include "engine/Recorder.h"
 #include "engine/SoundEngine.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
@@ -18,9 +20,11 @@
 #include "platform/audio/PulseDevices.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
+#include "platform/codec/FfmpegEncoderFactory.h"
 #include "platform/codepages/UchardetCodePages.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/DiskFolders.h"
+#include "platform/files/DiskSpace.h"
 #include "platform/files/LooseDiscImages.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
@@ -133,6 +137,7 @@ struct Program::Parts {
                      .code_pages = &code_pages,
                      .folders = &folders,
                      .background = {&background, Cores()},
+                     .recorder = &recorder,
                      .journal = &journal,
                      .local_time = nullptr,
                      .saves = &saves,
@@ -168,6 +173,10 @@ struct Program::Parts {
   support::ThreadPool decoding;
   support::ThreadPool looking;
   engine::SoundEngine engine;
+  platform::codec::FfmpegEncoderFactory encoders;
+  platform::files::DiskSpace space;
+  engine::EngineProgramme programme{engine.Devices()};
+  engine::Recorder recorder{{programme, encoders, space, clock}, engine::Recorder::Running::OwnThread};
   platform::analysis::EburLoudnessMeters meters;
   platform::analysis::QmBeatTrackers trackers;
   platform::process::basCommandOutput commands;

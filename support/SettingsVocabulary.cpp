@@ -106,6 +106,7 @@ constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in fil
 constexpr Words kRecording[] = {{"Format", "flac", "what is recorded: flac, wav, ogg, opus or mp3"},
                                 {"Bits", "16", "of a sample in flac and wav: 16 or 24"},
                                 {"BitRate", "192", "of ogg, opus and mp3, in kbit/s"},
+                                {"Name", "", "of a recording, before its date and time"},
                                 {"FileATrack", "False", "each track is recorded to a file of its own"}};
 
 constexpr Words kLanguage[] = {{"Current", "0", "language of the window: 0 English, 1 Dutch, 2 German"}};

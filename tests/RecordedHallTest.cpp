@@ -3,8 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <filesystem>
+#include <fstream>
+#include <future>
 
 #include "engine/Recorder.h"
 #include "engine/testing/SoundStage.h"
@@ -24,7 +27,13 @@ using engine::testing::RampFile;
 
 class ShownSpace final : public engine::FreeSpace {
  public:
-  std::optional<std::int64_t> Of(const std::string&) override { return free; }
+  std::optional<std::int64_t> Of(const std::string&) override {
+    if (holds.valid()) holds.wait();
+    return free;
+  }
+  std::optional<std::int64_t> LargestFile(const std::string&) override { return largest; }
+  std::optional<std::int64_t> largest;
+  std::shared_future<void> holds;
   std::optional<std::int64_t> free = 100'000'000'000;
 };
 
@@ -39,6 +48,8 @@ class RecordedHall : public ::testing::Test {
     };
     stage.files.Add("loud.mp3", loud);
   }
+  /// On the second output.
+  void Play2(const std::string& file) { stage.engine->BASS_ChannelPlay(stage.Load(file, 2), false); }
   void Play(const std::string& file = "ramp.mp3") { stage.engine->BASS_ChannelPlay(stage.Load(file), false); }
   [[nodiscard]] std::string Path(std::string_view name) const { return (folder / name).string(); }
   std::uint64_t Start(std::string_view name, int bits = 24) {
@@ -150,6 +161,96 @@ TEST_F(RecordedHall, FollowsTheDeckToAnotherOutput) {
   EXPECT_NEAR(static_cast<double>(recorded.size()) / kRate, 2, 0.05);
   EXPECT_EQ(recorded.back(), 0) << "nothing plays there";
   EXPECT_NE(recorded[kRate / 2], 0);
+}
+
+TEST_F(RecordedHall, WaitsForAnOutputThatIsNotOpenYetAndKnowsItsPlaceMeanwhile) {
+  Play();
+  stage.Advance(1s);
+  Start("late.wav");
+  Advance(1s);
+  recorder.Follow(2, 0);
+  Advance(1s);
+  Play2("loud.mp3");
+  stage.Advance(0s);
+  recorder.Pump();
+  EXPECT_NEAR(std::chrono::duration<double>(recorder.Progress().heard).count(), 2, 0.3)
+      << "nothing was taken from there yet";
+  Advance(1s);
+  Stop();
+  const auto recorded = Left("late.wav");
+  EXPECT_NEAR(static_cast<double>(recorded.size()) / kRate, 3, 0.1);
+  EXPECT_GT(*std::max_element(recorded.end() - kRate / 2, recorded.end()), 28'000);
+}
+
+TEST_F(RecordedHall, EndsInItsOwnThreadWithinTheTimeThatIsLeft) {
+  engine::Recorder own({programme, encoders, space, stage.time}, engine::Recorder::Running::OwnThread);
+  Play();
+  stage.Advance(1s);
+  own.Start({.file = {Path("own.wav")}, .bits = 16});
+  EXPECT_TRUE(own.End(10s));
+  EXPECT_FALSE(own.Progress().recording);
+  EXPECT_EQ(own.Progress().number, 1U);
+  std::promise<void> pulled;
+  space.holds = pulled.get_future().share();
+  own.Start({.file = {Path("held.wav")}, .bits = 16});
+  EXPECT_FALSE(own.End(10ms)) << "a dead disk ends nobody's patience";
+  pulled.set_value();
+  EXPECT_TRUE(own.End(10s));
+}
+
+TEST_F(RecordedHall, GoesOnInANextFileWhereTheDiskTakesNoneSoLarge) {
+  Play();
+  stage.Advance(1s);
+  space.largest = (4 << 20) + 400'000;
+  Start("fat.wav", 16);
+  Advance(5s);
+  EXPECT_EQ(recorder.Progress().path, Path("fat (3).wav"));
+  const auto begins = recorder.Progress().file_begins;
+  Stop();
+  std::size_t frames = 0;
+  for (const char* name : {"fat.wav", "fat (2).wav"}) frames += Left(name).size();
+  EXPECT_NEAR(static_cast<double>(begins.count()), static_cast<double>(frames) / kRate * 1e6, 1);
+  frames += Left("fat (3).wav").size();
+  EXPECT_EQ(recorder.Progress().length.count() / 1000, static_cast<long>(frames) * 1000 / kRate);
+  EXPECT_EQ(folder.Names().size(), 3U);
+}
+
+TEST_F(RecordedHall, GoesOnInItsFileWhereTheNextOneIsRefused) {
+  Play();
+  stage.Advance(1s);
+  std::ofstream(folder / "taken.flac") << "mine";
+  Start("whole.flac");
+  Advance(1s);
+  recorder.Cut(0s, {Path("taken.flac")});
+  Advance(1s);
+  recorder.Cut(0s, {Path("next.flac")});
+  Advance(1s);
+  Stop();
+  EXPECT_FALSE(recorder.Progress().failure);
+  EXPECT_EQ(std::filesystem::file_size(folder / "taken.flac"), 4U);
+  auto all = Left("whole.flac");
+  EXPECT_GT(all.size(), kRate * 17U / 10);
+  for (const int sample : Left("next.flac")) all.push_back(sample);
+  EXPECT_EQ(Breaks(all), 0);
+}
+
+TEST_F(RecordedHall, IsOnTheDiskWithinASecondAndWholeWhenItEnds) {
+  Play();
+  Start("synced.wav");
+  const auto syncs = [this] { return std::count(disk.Log().begin(), disk.Log().end(), "SyncData"); };
+  Advance(3s);
+  EXPECT_GE(syncs(), 4);
+  Stop();
+  EXPECT_EQ(disk.Log().back(), "SyncData") << "whoever pulls the stick now loses nothing";
+}
+
+TEST_F(RecordedHall, IsNotBegunWhereThereIsNoRoom) {
+  Play();
+  space.free = engine::Recorder::kKeptFree - 1;
+  Start("full.wav");
+  ASSERT_TRUE(recorder.Progress().failure);
+  EXPECT_THAT(recorder.Progress().failure->text, HasSubstr("too little room"));
+  EXPECT_THAT(folder.Names(), ElementsAre());
 }
 
 TEST_F(RecordedHall, StaysOneDecibelBelowFullScale) {

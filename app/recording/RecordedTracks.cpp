@@ -3,6 +3,7 @@
 #include "app/recording/RecordedTracks.h"
 
 #include <algorithm>
+#include <array>
 
 #include "app/WorkstationView.h"
 #include "support/Text.h"
@@ -35,6 +36,30 @@ std::string Quoted(std::string text) {
   return "\"" + text + "\"";
 }
 
+std::string LastPart(const std::string& path) {
+  const std::size_t folder = path.find_last_of("/\\");
+  return path.substr(folder == std::string::npos ? 0 : folder + 1);
+}
+
+std::string Unquoted(std::string_view text) {
+  if (text.size() >= 2 && text.front() == '"' && text.back() == '"') text = text.substr(1, text.size() - 2);
+  return std::string(text);
+}
+
+/// Of minutes, seconds and frames; 0 where they are none.
+std::chrono::microseconds PlaceOf(std::string_view time) {
+  constexpr std::int64_t kMostMinutes = 100'000;
+  constexpr std::array<std::int64_t, 3> kFrames{60 * 75, 75, 1};
+  std::int64_t frames = 0;
+  for (const std::int64_t weight : kFrames) {
+    const std::size_t end = std::min(time.find(':'), time.size());
+    frames +=
+        std::clamp<std::int64_t>(support::LeadingInteger(time.substr(0, end)), 0, kMostMinutes) * weight;
+    time.remove_prefix(std::min(end + 1, time.size()));
+  }
+  return std::chrono::microseconds(frames * 1'000'000 / 75);
+}
+
 }  // namespace
 
 std::optional<DeckView> LeadingTrack::Look(const WorkstationView& view) {
@@ -60,18 +85,38 @@ std::string NameOf(const RecordedTrack& track) {
   return track.title.empty() ? track.artist : track.artist + " - " + track.title;
 }
 
-std::string CueSheet(const std::string& file, const std::string& title, const std::string& date,
+std::string CueSheet(const std::string& title, const std::string& date,
                      const std::vector<RecordedTrack>& tracks) {
-  const bool mp3 = support::UpperTail(file, 4) == ".MP3";
-  std::string sheet = "REM DATE " + date + "\r\nTITLE " + Quoted(title) + "\r\nFILE " + Quoted(file) +
-                      (mp3 ? " MP3\r\n" : " WAVE\r\n");
+  std::string sheet = "REM DATE " + date + "\r\nTITLE " + Quoted(title) + "\r\n";
   std::int64_t number = 0;
+  std::string file;
   for (const RecordedTrack& track : tracks) {
+    if (track.file != file) {
+      file = track.file;
+      const bool mp3 = support::UpperTail(file, 4) == ".MP3";
+      sheet += "FILE " + Quoted(LastPart(file)) + (mp3 ? " MP3\r\n" : " WAVE\r\n");
+    }
     sheet += "  TRACK " + TwoDigits(++number) + " AUDIO\r\n    TITLE " + Quoted(track.title) +
-             "\r\n    PERFORMER " + Quoted(track.artist) + "\r\n    INDEX 01 " + CueTime(track.place) +
-             "\r\n";
+             "\r\n    PERFORMER " + Quoted(track.artist) + "\r\n    INDEX 01 " +
+             CueTime(track.place - track.file_begins) + "\r\n";
   }
   return sheet;
+}
+
+std::vector<RecordedTrack> TracksOfCueSheet(std::string_view sheet) {
+  constexpr std::size_t kMost = 10'000;
+  std::vector<RecordedTrack> tracks;
+  std::string file;
+  for (const std::string_view line : support::SplitLines(sheet)) {
+    const std::string_view words = support::Trim(line);
+    if (words.starts_with("FILE ")) file = Unquoted(words.substr(5, words.rfind(' ') - 5));
+    if (words.starts_with("TRACK ") && tracks.size() < kMost) tracks.push_back({{}, {}, {}, file});
+    if (tracks.empty()) continue;
+    if (words.starts_with("TITLE ")) tracks.back().title = Unquoted(words.substr(6));
+    if (words.starts_with("PERFORMER ")) tracks.back().artist = Unquoted(words.substr(10));
+    if (words.starts_with("INDEX 01 ")) tracks.back().place = PlaceOf(words.substr(9));
+  }
+  return tracks;
 }
 
 std::string TrackList(const std::vector<RecordedTrack>& tracks) {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "app/sound/DeckView.h"
@@ -18,7 +19,8 @@ struct RecordedTrack {
   std::chrono::microseconds place{0};
   std::string artist;
   std::string title;
-  std::string file;  ///< that it was recorded to, without its folder
+  std::string file;                          ///< native path of what it was recorded to
+  std::chrono::microseconds file_begins{0};  ///< where in the recording
 };
 
 /// Finds where the hall goes over to another track: where the one that comes is half of the mix, else where
@@ -41,9 +43,12 @@ class LeadingTrack {
 
 /// "Artist - Title"; the file's name where it has neither.
 [[nodiscard]] std::string NameOf(const RecordedTrack& track);
-/// The cue sheet of one file: names as that file stands beside it.
-[[nodiscard]] std::string CueSheet(const std::string& file, const std::string& title, const std::string& date,
+/// The cue sheet of their files, which lie beside it.
+[[nodiscard]] std::string CueSheet(const std::string& title, const std::string& date,
                                    const std::vector<RecordedTrack>& tracks);
+/// What such a cue sheet tells, each place in its file; the files have the names that stand there. A line
+/// that it has not is passed over.
+[[nodiscard]] std::vector<RecordedTrack> TracksOfCueSheet(std::string_view sheet);
 /// A line a track: when it began, and its name.
 [[nodiscard]] std::string TrackList(const std::vector<RecordedTrack>& tracks);
 

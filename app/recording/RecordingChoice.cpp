@@ -19,6 +19,15 @@ std::string_view ExtensionOf(RecordingFormat format) {
   return kExtensions[static_cast<std::size_t>(format)];
 }
 
+std::int64_t BytesASecond(const RecordingChoice& choice) {
+  constexpr std::int64_t kSamplesASecond = 2 * 44'100;
+  const std::int64_t whole = kSamplesASecond * choice.bits / 8;
+  if (choice.format == RecordingFormat::Wav) return whole;
+  // Loud music, as it leaves a limiter, saves a quarter and less.
+  if (choice.format == RecordingFormat::Flac) return whole * 4 / 5;
+  return choice.bit_rate * 1000 / 8;
+}
+
 RecordingChoice StoredRecordingChoice(const support::Settings& settings) {
   RecordingChoice choice;
   const std::string format = settings.Text(kSection, "Format");
@@ -30,6 +39,7 @@ RecordingChoice StoredRecordingChoice(const support::Settings& settings) {
   choice.files =
       settings.Flag(kSection, "FileATrack") ? RecordingChoice::Files::OneEach : RecordingChoice::Files::One;
   choice.folder = settings.Text(kSection, "Folder");
+  choice.name = settings.Text(kSection, "Name");
   return choice;
 }
 
@@ -38,7 +48,9 @@ void StoreRecordingChoice(support::Settings& settings, const RecordingChoice& ch
   settings.SetNumber(kSection, "Bits", choice.bits);
   settings.SetNumber(kSection, "BitRate", choice.bit_rate);
   settings.SetFlag(kSection, "FileATrack", choice.files == RecordingChoice::Files::OneEach);
-  settings.SetText(kSection, "Folder", choice.folder);
+  // The one below the program folder moves with it while no other is chosen.
+  if (choice.folder != settings.Text(kSection, "Folder")) settings.SetText(kSection, "Folder", choice.folder);
+  settings.SetText(kSection, "Name", choice.name);
 }
 
 }  // namespace app

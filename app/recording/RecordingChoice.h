@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -25,8 +26,12 @@ struct RecordingChoice {
   int bit_rate = 192;  ///< of the others, in kbit/s
   Files files = Files::One;
   std::string folder;  ///< native path
+  std::string name;    ///< before date and time; may be empty
   bool operator==(const RecordingChoice&) const = default;
 };
+
+/// What a second of it takes on the disk, roughly where that depends on the music.
+[[nodiscard]] std::int64_t BytesASecond(const RecordingChoice& choice);
 
 [[nodiscard]] RecordingChoice StoredRecordingChoice(const support::Settings& settings);
 void StoreRecordingChoice(support::Settings& settings, const RecordingChoice& choice);

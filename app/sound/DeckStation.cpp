@@ -320,6 +320,8 @@ void DeckStation::OpenTrack(Track track, const support::Result<void>& result) {
   ApplySliders();
   Analyse();
   if (start.value != 0) player_.StreamTime(start);
+  const auto place = std::exchange(track_.stands_at, {});
+  if (place > place.zero()) player_.StreamTime(BytesAt(place, sound_.Heard(player_.STRM())));
   message_.clear();
   if (std::exchange(play_when_ready_, false)) Play();
 }

@@ -33,6 +33,7 @@ struct Track {
   std::optional<decks::TempoSliders> tempo{};  ///< it begins with; without, with the deck's own
   /// What stands on the deck stays there, sounding or not, when this one cannot be read.
   bool beside = false;
+  std::chrono::microseconds stands_at{0};  ///< when it is loaded
 };
 
 /// What all decks share.

@@ -38,7 +38,7 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
       {"CompactDecks", 8},  {"DACLO", 17},   {"Devices", 6},      {"EQ", 2},          {"Effects", 2},
       {"Eq1", 13},          {"Eq2", 13},     {"IOLO", 17},        {"Karaoke", 16},    {"Language", 1},
       {"Mixer", 11},        {"Mono", 1},     {"Player1", 25},     {"Player2", 25},    {"Preferences", 1},
-      {"Recording", 5},     {"Rip", 1},      {"Settings", 25},    {"Setup", 5},       {"Skin", 2},
+      {"Recording", 6},     {"Rip", 1},      {"Settings", 25},    {"Setup", 5},       {"Skin", 2},
       {"Speakerchoice", 3}, {"Speakers", 3}, {"Stereo", 1},       {"Tags", 5},        {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }

@@ -31,22 +31,24 @@ struct RecordingWish {
 struct RecordingProgress {
   std::uint64_t number = 0;  ///< of the Start that this is the recording of; 0: there was none
   bool recording = false;
-  std::string path{};                   ///< of the file that is written now
-  std::chrono::microseconds length{0};  ///< of all its files
+  std::string path{};  ///< of the file that is written now: another one where the disk takes none so large
+  std::chrono::microseconds file_begins{0};  ///< its place in the recording
+  std::chrono::microseconds length{0};       ///< of all its files
   /// The place in the recording of what is at the loudspeaker now.
   std::chrono::microseconds heard{0};
   std::int64_t bytes = 0;  ///< of all its files
-  float left_peak = 0;     ///< of the newest tenth of a second, 1 is full scale
+  float left_peak = 0;     ///< of the newest moment, 1 is full scale
   float right_peak = 0;
   std::chrono::microseconds lost{0};           ///< silent, because the disk was too slow
   std::optional<std::chrono::seconds> room{};  ///< until it stops because of the disk; empty: not known
   std::optional<support::Error> failure{};     ///< why it ended, unless Stop was called
 };
 
-/// Records what leaves the limiter of an output, 1 dB lower, whatever becomes of the output.
+/// Records what leaves the limiter of an output, limited to 1 dB below full scale, whatever becomes of the
+/// output.
 ///
 /// A fall of the program loses less than the last second. Threads: the conductor, which never waits for the
-/// disk; Repair by workers.
+/// disk; Repair and FreeBytes by workers; End by whoever ends the program.
 class ProgrammeRecorder {
  public:
   virtual ~ProgrammeRecorder() = default;
@@ -58,9 +60,14 @@ class ProgrammeRecorder {
   /// Goes on with what plays on another device, in the same file, where its sample rate is the same.
   virtual void Follow(int device, std::uint32_t speaker) = 0;
   virtual void Stop() = 0;
+  /// Stops, and waits until the file is complete, but no longer than that: false when the disk holds it.
+  [[nodiscard]] virtual bool End(std::chrono::milliseconds patience) = 0;
   [[nodiscard]] virtual RecordingProgress Progress() = 0;
   /// Puts right a file that was never finished; gives its length.
   virtual support::Result<std::chrono::seconds> Repair(const std::string& path) = 0;
+  /// What may still be recorded on the disk of a file or folder, which need not be there; nothing when the
+  /// system does not tell.
+  [[nodiscard]] virtual std::optional<std::int64_t> FreeBytes(const std::string& path) = 0;
 };
 
 }  // namespace decks

@@ -107,7 +107,7 @@ support::Result<void> FfmpegEncoder::OpenCodec(const AVCodec& codec, const engin
 }
 
 support::Result<void> FfmpegEncoder::OpenFile(const engine::EncoderFormat& wanted) {
-  constexpr int kBuffer = 1 << 16;
+  constexpr int kBuffer = 1 << 18;  // a packet goes to the disk in one piece, or not at all
   stream_ = avformat_new_stream(muxer_.get(), nullptr);
   auto* buffer = static_cast<std::uint8_t*>(av_malloc(kBuffer));
   if (stream_ == nullptr || buffer == nullptr) return Failure(Sentence::NoMemoryToWrite);

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
+#include <system_error>
 
 #include "platform/codec/FfmpegDecoder.h"
 #include "platform/codec/FfmpegEncoder.h"
@@ -60,7 +62,10 @@ support::Result<std::unique_ptr<engine::Encoder>> FfmpegEncoderFactory::Open(
   }
   auto encoder = std::make_unique<FfmpegEncoder>(path, std::move(file).Value());
   const auto opened = encoder->Open(*recipe, format);
-  return Whole(std::move(encoder), opened);
+  auto whole = Whole(std::move(encoder), opened);
+  std::error_code ignored;
+  if (!whole) std::filesystem::remove(path, ignored);
+  return whole;
 }
 
 support::Result<double> FfmpegEncoderFactory::Repair(const std::string& path) {

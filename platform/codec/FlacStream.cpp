@@ -69,6 +69,16 @@ std::optional<FrameHead> ReadHead(std::span<const std::uint8_t> bytes) {
   return head;
 }
 
+/// Whether the whole frame before this number ends at a place: sound may look like the head of a frame.
+bool FollowsAFrame(std::span<const std::uint8_t> bytes, std::size_t place, std::int64_t number) {
+  for (std::size_t before = place; before-- > 0;) {
+    const auto head = ReadHead(bytes.subspan(before));
+    if (!head || head->number != number - 1) continue;
+    return Crc16(bytes.subspan(before, place - before)) == 0;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::array<std::uint8_t, 5> FlacLength(std::int64_t frames, int bits) {
@@ -85,7 +95,7 @@ std::optional<FlacEnd> FindFlacEnd(std::span<const std::uint8_t> bytes, int bloc
     if (!head) continue;
     const std::int64_t before = head->number * block;
     if (Crc16(bytes.subspan(place)) == 0) return FlacEnd{bytes.size(), before + head->frames};
-    return FlacEnd{place, before};
+    if (head->number == 0 || FollowsAFrame(bytes, place, head->number)) return FlacEnd{place, before};
   }
   return {};
 }

@@ -19,6 +19,9 @@ support::Result<std::unique_ptr<OutputFile>> OutputFile::Create(const std::strin
   const int file =
       existing == Existing::Replaced ? calls.Replace(path, kRights) : calls.Create(path, kRights);
   if (file < 0) return files::SaveError(path, errno);
+  const auto folder = std::filesystem::path(path).parent_path();
+  if (existing == Existing::Refused)
+    calls.SyncFolder(folder.empty() ? "." : folder);  // it is found after a power cut
   return std::unique_ptr<OutputFile>(new OutputFile(path, file, calls));
 }
 

@@ -18,6 +18,7 @@ namespace fs = std::filesystem;
 using Bytes = std::vector<std::uint8_t>;
 
 constexpr std::int64_t kHead = 1 << 16;
+constexpr std::int64_t kMostTail = 1 << 26;
 constexpr std::int64_t kTail = 1 << 18;  ///< more than the longest frame of a FLAC stream of ours
 
 Bytes ReadAt(std::fstream& file, std::int64_t place, std::int64_t count) {
@@ -51,8 +52,13 @@ std::int64_t RepairWav(std::fstream& file, Bytes head, std::int64_t size) {
 std::int64_t RepairFlac(std::fstream& file, const Bytes& head, std::int64_t size) {
   const int block = head[8] * 256 + head[9];
   if (block == 0 || block != head[10] * 256 + head[11]) return size;
-  const std::int64_t from = std::max<std::int64_t>(size - kTail, 42);
-  const auto end = FindFlacEnd(ReadAt(file, from, size - from), block);
+  std::optional<FlacEnd> end;
+  std::int64_t from = size;
+  // A stick that was pulled may end in clusters that were never written.
+  for (std::int64_t tail = kTail; !end && from > 42 && tail <= kMostTail; tail *= 4) {
+    from = std::max<std::int64_t>(size - tail, 42);
+    end = FindFlacEnd(ReadAt(file, from, size - from), block);
+  }
   if (!end) return size;
   const int bits = ((head[20] & 1) << 4 | head[21] >> 4) + 1;
   WriteAt(file, static_cast<std::int64_t>(kFlacLengthPlace), FlacLength(end->frames, bits));

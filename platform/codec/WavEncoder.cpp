@@ -80,6 +80,9 @@ std::size_t WavDataPlace(std::span<const std::uint8_t> head) {
   if (head.size() < kFormatPlace || !(Says(head, 0, "RIFF") || Says(head, 0, "RF64"))) return 0;
   if (!Says(head, kSizesPlace, "JUNK") && !Says(head, kSizesPlace, "ds64")) return 0;
   std::size_t place = kFormatPlace;
+  const bool format = head.size() >= kFormatPlace + 24 && Says(head, place, "fmt ") &&
+                      NumberAt(head, place + 4) >= 16 && NumberAt(head, kBlockPlace, 2) > 0;
+  if (!format) return 0;
   while (place + 8 <= head.size()) {
     if (Says(head, place, "data")) return place + 8;
     const std::size_t size = NumberAt(head, place + 4);

@@ -10,6 +10,7 @@ namespace platform::files {
 class DiskSpace final : public engine::FreeSpace {
  public:
   [[nodiscard]] std::optional<std::int64_t> Of(const std::string& path) override;
+  [[nodiscard]] std::optional<std::int64_t> LargestFile(const std::string& path) override;
 };
 
 }  // namespace platform::files

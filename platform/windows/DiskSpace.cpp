@@ -7,6 +7,7 @@
 #include <windows.h>
 
 #include <filesystem>
+#include <string_view>
 
 namespace platform::files {
 
@@ -19,6 +20,17 @@ std::optional<std::int64_t> DiskSpace::Of(const std::string& path) {
     folder = folder.parent_path();
   }
   return static_cast<std::int64_t>(free.QuadPart);
+}
+
+std::optional<std::int64_t> DiskSpace::LargestFile(const std::string& path) {
+  constexpr std::int64_t kMostOfFat = (std::int64_t{1} << 32) - 1;
+  wchar_t volume[MAX_PATH + 1] = {};
+  wchar_t system[MAX_PATH + 1] = {};
+  if (!GetVolumePathNameW(std::filesystem::path(path).c_str(), volume, MAX_PATH)) return {};
+  if (!GetVolumeInformationW(volume, nullptr, 0, nullptr, nullptr, nullptr, system, MAX_PATH)) return {};
+  const std::wstring_view name(system);
+  if (name != L"FAT" && name != L"FAT32") return {};
+  return kMostOfFat;
 }
 
 }  // namespace platform::files

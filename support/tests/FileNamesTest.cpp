@@ -22,7 +22,11 @@ TEST(FileNames, AreGoodForEverySystemAndStick) {
                {"Console", "Console"},
                {"..", "_"},
                {"", "_"},
-               {"Beyonc\xC3\xA9", "Beyonc\xC3\xA9"}};
+               {"Beyonc\xC3\xA9", "Beyonc\xC3\xA9"},
+               {"Beyonc\xE9 - Halo", "Beyonc\xC3\xA9 - Halo"},
+               {"\xC3", "\xC3\x83"},
+               {"a\xED\xA0\x80z", "a\xC3\xAD\xC2\xA0_z"},
+               {"\xF0\x9F\x8E\xB5 song", "\xF0\x9F\x8E\xB5 song"}};
   for (const auto& each : cases) EXPECT_EQ(CleanFileName(each.text), each.name);
 }
 

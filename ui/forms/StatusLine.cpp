@@ -12,9 +12,13 @@
 
 #include "app/WorkstationView.h"
 #include "app/lights/LightStation.h"
+#include "app/recording/RecordingStation.h"
 #include "app/settings/OutputSettings.h"
+#include "ui/models/KeyMap.h"
 #include "ui/models/OutputText.h"
+#include "ui/models/RecordingText.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/RecordingWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Kit.h"
 
@@ -40,6 +44,11 @@ StatusLine::StatusLine(NoticesRead& read, const Look& look, QWidget* parent)
   SetFontEm(*clock_, 1.9, Weight::Bold);
   Name(*clock_, "Clock", {}, say(Say::ClockTip));
   row->addWidget(clock_);
+  record_ = Lamp(
+      "Record", {{}, say.Tip(RecordingWord::Record), {}}, [this](bool) { Q_EMIT RecordPressed(); }, "alarm");
+  SetFontEm(*record_, 1.2, Weight::Bold);
+  record_->setToolTip(say(RecordingWord::NotPossible));
+  row->addWidget(record_);
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
     Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1));
@@ -174,6 +183,22 @@ void StatusLine::ShowLights(const app::LightView& lights) {
   SetTextColour(*lights_, sends && !lights.blackout ? look_.skin.dim : look_.skin.warning);
   const QString tip = sends || lights.trouble.empty() ? look_.say(Say::DmxTip) : Decode(lights.trouble);
   if (lights_->toolTip() != tip) lights_->setToolTip(tip);
+}
+
+void StatusLine::ShowRecording(const app::RecordingView& recording) {
+  const auto& say = look_.say;
+  const bool on = recording.state != app::RecordingView::State::Idle;
+  const QString dot(QStringLiteral("\u25CF "));
+  const QString caption = dot + (on ? HoursText(recording.length) : say(RecordingWord::Record));
+  record_->setEnabled(recording.possible);
+  if (!recording.possible) return record_->setText(dot + say(RecordingWord::Record));
+  if (!record_->isDown() && record_->isChecked() != on) record_->setChecked(on);
+  if (record_->text() == caption) return;
+  record_->setText(caption);
+  // Digits are not all as wide; what stands beside it is not to move with every second.
+  if (on) record_->setMinimumWidth(std::max(record_->minimumWidth(), record_->sizeHint().width()));
+  const auto word = on ? RecordingWord::StopRecording : RecordingWord::Record;
+  record_->setToolTip(say(Say::KeyHint).arg(say.Tip(word), KeyText(KeyOfRecording())));
 }
 
 void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoint now) {

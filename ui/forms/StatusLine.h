@@ -18,6 +18,7 @@ namespace app {
 
 struct WorkstationView;
 struct LightView;
+struct RecordingView;
 }  // namespace app
 
 namespace ui {
@@ -45,6 +46,8 @@ class StatusLine final : public Surface {
             support::TimePoint now);
   /// Whether the lamps are reached, while the DMX output is on.
   void ShowLights(const app::LightView& lights);
+  /// The button that cannot be missed while something is recorded.
+  void ShowRecording(const app::RecordingView& recording);
   /// News of the window's own; the newest is shown, whoever has it.
   void Tell(const QString& message);
   /// What the window told last is no longer true.
@@ -56,6 +59,7 @@ class StatusLine final : public Surface {
  Q_SIGNALS:
   /// The output shall go back to its own device.
   void ReturnWanted(int output);
+  void RecordPressed();
 
  private:
   QPushButton* MakeReturn(int output);
@@ -68,6 +72,7 @@ class StatusLine final : public Surface {
   NoticesRead& read_;
   Look look_;
   QLabel* clock_;
+  QPushButton* record_;
   std::array<ElidedLabel*, 3> outputs_;
   std::array<QPushButton*, 3> returns_;  ///< there only while they can do something
   ElidedLabel* message_;

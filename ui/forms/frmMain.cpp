@@ -33,7 +33,6 @@
 #include "ui/forms/MixingPanel.h"
 #include "ui/forms/MusicPage.h"
 #include "ui/forms/OrganPage.h"
-#include "ui/forms/PlainPage.h"
 #include "ui/forms/PlaylistPanel.h"
 #include "ui/forms/StatusLine.h"
 #include "ui/forms/VisualPanel.h"
@@ -131,6 +130,7 @@ void frmMain::Build() {
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.Outputs().Return(output); });
   FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 9}, {MakePages(look), 10}});
+  connect(status_, &StatusLine::RecordPressed, this, &frmMain::ToggleRecording);
   setCentralWidget(body);
   GiveRowMenus();
   active_ = TableId::Catalogue;
@@ -163,8 +163,7 @@ QWidget* frmMain::MakePages(const Look& look) {
   AddPage(console_, Say::Console, Say::ConsoleTip, look, buttons);
   AddPage(organ_, Say::Organ, Say::OrganTip, look, buttons);
   AddPage(MakeEffects(look), Say::Effects, Say::EffectsTip, look, buttons);
-  AddPage(new PlainPage(QStringLiteral("RecordingPage"), Say::Recording, Say::RecordingLater, look),
-          Say::Recording, Say::RecordingTip, look, buttons);
+  AddPage(MakeRecording(look), Say::Recording, Say::RecordingTip, look, buttons);
   AddPage(settings_page_, Say::Settings, Say::SettingsTip, look, buttons);
   row->addStretch(1);
   row->addWidget(MakeDeckButton(look));
@@ -308,6 +307,7 @@ void frmMain::CloseSoon() {
 }
 
 std::optional<EveningWord> frmMain::AskBeforeLeaving() {
+  if (IsRecording()) return EveningWord::RecordingRuns;
   constexpr auto kHeard = 3;  // decks; the fourth is for the headphones alone
   const auto plays = [](const app::DeckView& deck) { return deck.state == app::DeckView::State::Playing; };
   if (view_.song.playing || std::any_of(view_.decks.begin(), view_.decks.begin() + kHeard, plays))
@@ -347,6 +347,7 @@ void frmMain::ShowFrame() {
   visual_->Show(view_, now);
   console_->Show(now);
   organ_->Show(now);
+  ShowRecording(now);
   const bool active = isActiveWindow();
   if (active && !was_active_)
     workstation_.Collections().Missing().LookAgain();  // a disk may have come or gone meanwhile

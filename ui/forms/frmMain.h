@@ -47,9 +47,11 @@ class MusicPage;
 class OrganPage;
 class PageButton;
 class PlaylistPanel;
+class RecordingPage;
 class SongPanel;
 class VisualPanel;
 class frmKaraoke;
+struct RecordedPlace;
 
 /// The main window: status line, decks around the mixer, and the pages below them.
 ///
@@ -96,6 +98,10 @@ class frmMain final : public QMainWindow {
   void AddSongs(std::vector<std::string> paths);
   void ShowSong(support::TimePoint now);
   QWidget* MakeEffects(const Look& look);
+  QWidget* MakeRecording(const Look& look);
+  void ToggleRecording();
+  [[nodiscard]] bool IsRecording();
+  void ShowRecording(support::TimePoint now);
   void KeepListenLevel(int level);
   void ListenToChosen();
   /// Of the first row that is chosen in the list that had the keys last.
@@ -119,6 +125,9 @@ class frmMain final : public QMainWindow {
   void LoadOnFreeDeck(const TrackRows& rows);
   /// The first of the rows.
   void Load(int deck, const TrackRows& rows);
+  /// False when the deck is heard, which is told.
+  bool LoadRecorded(int deck, const RecordedPlace& place);
+  void PlayRecorded(const RecordedPlace& place);
   /// From now on the keys that load take this list's rows.
   void Activate(TableId table);
   /// The rows that are chosen in the list that had the keys last.
@@ -175,6 +184,7 @@ class frmMain final : public QMainWindow {
   SongPanel* song_ = nullptr;
   std::unique_ptr<frmKaraoke> singers_;
   EqualiserPage* equaliser_ = nullptr;
+  RecordingPage* recording_ = nullptr;
   MixingPanel* mixing_ = nullptr;
   SettingsPage* settings_page_ = nullptr;
   VisualPanel* visual_ = nullptr;

@@ -60,6 +60,7 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfRecording(), Reach::Everywhere, [this] { ToggleRecording(); });
   Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
   Key(KeyOfFinding(), Reach::Window, [this] { Find(); });

@@ -27,6 +27,10 @@ QKeySequence KeyOfShowEditor() {
   return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
 }
 
+QKeySequence KeyOfRecording() {
+  return QKeySequence(Qt::CTRL | Qt::Key_R);
+}
+
 QKeySequence KeyOfBlackout() {
   return QKeySequence(Qt::CTRL | Qt::Key_B);
 }

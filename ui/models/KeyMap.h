@@ -35,6 +35,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfListening();
 [[nodiscard]] QKeySequence KeyOfFixtureEditor();
 [[nodiscard]] QKeySequence KeyOfShowEditor();
+/// The recording begins or ends.
+[[nodiscard]] QKeySequence KeyOfRecording();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();
 /// Looking for rows.

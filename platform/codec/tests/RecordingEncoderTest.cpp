@@ -187,6 +187,26 @@ TEST_P(Repair, LeavesForeignBytesAlone) {
 INSTANTIATE_TEST_SUITE_P(Formats, Repair, ::testing::Values("wav", "flac"),
                          [](const auto& format) { return std::string(format.param); });
 
+TEST(RecordingEncoders, LeaveNoFileWhereTheyCannotWriteOne) {
+  const testing::MediaMaker media;
+  const std::string path = media.WriteBytes("fast.mp3", {});
+  std::filesystem::remove(path);
+  engine::EncoderFormat format;
+  format.sample_rate = 96'000;
+  format.readable = engine::EncoderFormat::Readable::AllAlong;
+  EXPECT_FALSE(FfmpegEncoderFactory().Open(path, format));
+  EXPECT_FALSE(std::filesystem::exists(path));
+}
+
+TEST(WavHeads, OfOthersAreReadNoFurtherThanTheyGo) {
+  std::vector<std::uint8_t> head(56);
+  for (const auto& [place, text] :
+       {std::pair<std::size_t, std::string_view>{0, "RIFF"}, {8, "WAVE"}, {12, "JUNK"}, {48, "data"}}) {
+    std::copy(text.begin(), text.end(), head.begin() + static_cast<std::ptrdiff_t>(place));
+  }
+  EXPECT_EQ(WavDataPlace(head), 0U);
+}
+
 TEST(WavHeads, TellSizesBeyondFourGibibytes) {
   const testing::MediaMaker media;
   engine::EncoderFormat format;
