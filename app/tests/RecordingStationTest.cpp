@@ -213,8 +213,10 @@ TEST_F(Recording, TellsWhyItEndedAndMayBeginAnew) {
 TEST_F(Recording, FindsWhatAFallLeftAndTellsIt) {
   const auto recordings = folder.Native("\\Recordings");
   std::filesystem::create_directories(recordings);
+  std::ofstream(recordings / "2026-11-20 21.00.00.flac") << "cut";
+  std::ofstream(folder.Native("\\letter.wav")) << "mine";
   std::ofstream(recordings / "recording.part")
-      << "2026-11-20 21.00.00.flac\r\n../../letter.wav\r\n/etc/x.wav\r\n";
+      << "2026-11-20 21.00.00.flac\r\n../letter.wav\r\n/etc/x.wav\r\n";
   station.StartUp();
   Run();
   EXPECT_THAT(recorder.repaired, ElementsAre("2026-11-20 21.00.00.flac"));
@@ -316,7 +318,7 @@ TEST_F(Recording, IsCalledByItsNameAndKeepsAFolderThatMovesWithTheProgram) {
   RecordingChoice choice = station.Choice();
   choice.name = "Anna & Ben: 1/2";
   station.Choose(choice);
-  EXPECT_EQ(StoredRecordingChoice(settings).folder, "\\Recordings");
+  EXPECT_EQ(store.Get("TLVG", "Recording", "Folder", "none"), "none");
   Start();
   EXPECT_THAT(recorder.wish.file.path, HasSubstr("/Anna & Ben- 1-2 2026-11-21 20.05.00.flac"));
   EXPECT_TRUE(NamesARecording(station.View().title));
