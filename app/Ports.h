@@ -17,6 +17,7 @@ namespace decks {
 class AudioEngine;
 class CommandRunner;
 class ProgrammeRecorder;
+class Microphone;
 class SoundControl;
 class SoundDesk;
 }  // namespace decks
@@ -79,6 +80,7 @@ struct Ports {
   support::Executor* journal = nullptr;                 ///< null: what plays is not kept for after a fall
   LocalTime local_time = nullptr;                       ///< null: the system's
   const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only
+  decks::Microphone* microphone = nullptr;              ///< null: nobody can speak
   const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
   decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread

@@ -24,6 +24,7 @@ void Workstation::StartUp() {
   conductor.Order(parts.rack, &DeckRack::SetGainPercent, std::clamp(stored.gain_percent, 0, 100));
   parts.outputs.Open(parts.prompts);
   parts.headphones.StartUp();
+  parts.microphone.StartUp();
   parts.decks.StartUp(stored);
   parts.lights.StartUp();
   parts.organ.StartUp();
@@ -47,6 +48,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   const auto rest = kPatience - (std::chrono::steady_clock::now() - begun);
   const bool tags_done =
       parts.collections.ShutDownTags(std::chrono::duration_cast<std::chrono::milliseconds>(rest));
+  parts.microphone.ShutDown();
   parts.songs.ShutDown();
   const bool recorded = parts.recording.ShutDown();
   if (all_out && recorded) parts.recording.Flush();

@@ -61,6 +61,10 @@ HeadphoneStation& Workstation::Headphones() {
   return parts_->headphones;
 }
 
+MicrophoneStation& Workstation::Microphone() {
+  return parts_->microphone;
+}
+
 app::Collections& Workstation::Collections() {
   return parts_->collections;
 }

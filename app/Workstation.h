@@ -27,6 +27,7 @@ class Help;
 class Language;
 class LightStation;
 class ListStation;
+class MicrophoneStation;
 class OrganStation;
 class OutputStation;
 class Prompts;
@@ -84,6 +85,7 @@ class Workstation {
   [[nodiscard]] EqualiserStation& Equaliser();
   [[nodiscard]] OutputStation& Outputs();
   [[nodiscard]] HeadphoneStation& Headphones();
+  [[nodiscard]] MicrophoneStation& Microphone();
   [[nodiscard]] app::Collections& Collections();
   [[nodiscard]] ListStation& Lists();
   [[nodiscard]] LightStation& Lights();

@@ -34,6 +34,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       equaliser(context, rack, settings),
       outputs(context, ports, rack, settings),
       headphones(context, rack, settings),
+      microphone(context, outside.microphone),
       visuals(context, outside.visualisation, rack, settings),
       lights(context, outside.dmx),
       organ(context, {outside.engine, [this](HeardFrom from) { return rack.StreamOf(from); }},
@@ -84,6 +85,7 @@ AnalysisPorts Workstation::Parts::Analysis() const {
 }
 
 void Workstation::Parts::Tick(const WorkstationView& view) {
+  microphone.Tick(view);
   lights.Tick(view);
   organ.Tick(view);
   songs.Tick(view);

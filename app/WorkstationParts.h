@@ -28,6 +28,7 @@
 #include "app/settings/Preferences.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/GainQueries.h"
+#include "app/sound/MicrophoneStation.h"
 #include "app/work/Conductor.h"
 #include "app/work/IdleCores.h"
 #include "app/work/WorkGate.h"
@@ -73,6 +74,7 @@ struct Workstation::Parts {
   EqualiserStation equaliser;
   OutputStation outputs;
   HeadphoneStation headphones;
+  MicrophoneStation microphone;
   app::Visuals visuals;
   LightStation lights;
   OrganStation organ;

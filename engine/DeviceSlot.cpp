@@ -56,6 +56,7 @@ void DeviceSlot::Plug(std::unique_ptr<OutputPlug> plug) {
   core_.SetSpeakers(SpeakerMap(plug->Info().speakers));
   support::MutexLock lock(mutex_);
   plug_ = std::move(plug);
+  if (buffer_ms_ > 0) plug_->SetBuffer(buffer_ms_, period_ms_);
   plug_->Connect(&core_);
 }
 
@@ -72,6 +73,20 @@ std::uint64_t DeviceSlot::Gaps() const {
 std::string DeviceSlot::MovedTo() const {
   support::MutexLock lock(mutex_);
   return plug_ == nullptr ? std::string() : plug_->MovedTo();
+}
+
+std::string DeviceSlot::PlaysOn() const {
+  support::MutexLock lock(mutex_);
+  if (plug_ == nullptr) return {};
+  const std::string moved = plug_->MovedTo();
+  return moved.empty() ? plug_->Info().id : moved;
+}
+
+void DeviceSlot::SetBuffer(int buffer_ms, int period_ms) {
+  support::MutexLock lock(mutex_);
+  buffer_ms_ = buffer_ms;
+  period_ms_ = period_ms;
+  if (plug_ != nullptr) plug_->SetBuffer(buffer_ms, period_ms);
 }
 
 std::int64_t DeviceSlot::HeardFrame() {

@@ -35,6 +35,9 @@ class OutputPlug final : public RenderSource {
   [[nodiscard]] std::string MovedTo() const {
     return device_ == nullptr ? std::string() : device_->MovedTo();
   }
+  void SetBuffer(int buffer_ms, int period_ms) noexcept {
+    if (device_ != nullptr) device_->SetBuffer(buffer_ms, period_ms);
+  }
   /// The core's frame that is heard at that time; kNothingHeard when nothing of the core was given yet.
   [[nodiscard]] std::int64_t HeardFrame(support::TimePoint now, const RenderCore& core) const noexcept;
 
@@ -76,6 +79,10 @@ class DeviceSlot {
   [[nodiscard]] std::uint64_t Gaps() const DJ_EXCLUDES(mutex_);
   /// See OutputDevice.
   [[nodiscard]] std::string MovedTo() const DJ_EXCLUDES(mutex_);
+  /// The id of the output whose sound this is; empty while there is none.
+  [[nodiscard]] std::string PlaysOn() const DJ_EXCLUDES(mutex_);
+  /// Of this output and of those that take its place. See OutputDevice.
+  void SetBuffer(int buffer_ms, int period_ms) DJ_EXCLUDES(mutex_);
   /// The core's frame at the loudspeaker now; never goes back.
   [[nodiscard]] std::int64_t HeardFrame() DJ_EXCLUDES(mutex_);
 
@@ -89,6 +96,8 @@ class DeviceSlot {
   std::int64_t last_heard_ DJ_GUARDED_BY(mutex_) = kNothingHeard;
   std::uint64_t gaps_before_ DJ_GUARDED_BY(mutex_) = 0;  ///< of outputs that are gone
   std::unique_ptr<OutputPlug> plug_ DJ_GUARDED_BY(mutex_);
+  int buffer_ms_ DJ_GUARDED_BY(mutex_) = 0;  ///< 0: as it was opened
+  int period_ms_ DJ_GUARDED_BY(mutex_) = 0;
 };
 
 }  // namespace engine

@@ -17,6 +17,7 @@ RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const suppor
       clock_(clock),
       curve_(sample_rate),
       look_ahead_(Limiter(sample_rate).LookAhead()),
+      microphone_(sample_rate),
       phones_(sample_rate),
       meter_(sample_rate) {
   SetSpeakers(speakers);
@@ -58,6 +59,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
   SortCommands();
   DropCommands();
   const PhonesMix::Wish& wish = phones_.Take();
+  const bool microphone = microphone_.Begin(begin, frame, frames);
   for (int done = 0; done < frames;) {
     RunCommands(frame);
     const int piece = PieceLength(frames - done, frame);
@@ -65,6 +67,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
                                                       static_cast<std::size_t>(piece * channels));
     MixPiece(piece, frame);
     MixPhones(static_cast<std::size_t>(piece), wish);
+    if (microphone) AddMicrophone(piece);
     GivePiece(part, channels);
     MeterPiece(static_cast<std::size_t>(piece), frame - look_ahead_);
     FeedTaps(static_cast<std::size_t>(piece), frame - look_ahead_);
@@ -185,6 +188,31 @@ void RenderCore::MixPiece(int count, std::int64_t frame) noexcept {
       for (std::size_t i = 0; i < 2 * frames; i += 2) {
         out[i] += stereo[i] * share.left + stereo[i + 1] * share.right;
       }
+    }
+  }
+}
+
+void RenderCore::AddMicrophone(int count) noexcept {
+  const std::size_t frames = static_cast<std::size_t>(count);
+  std::array<float, kPieceFrames> voice, music;
+  const auto piece = microphone_.Render({voice.data(), frames}, {music.data(), frames});
+  // A speaker that several codes reach gets the voice once.
+  std::array<std::array<float, 2>, kMaxDeviceChannels> shares{};
+  for (int code = 0; code < SpeakerMap::kCodes; ++code) {
+    if ((microphone_.Pairs() >> code & 1U) == 0) continue;
+    for (const SpeakerShare& share : speakers_.Of(code)) {
+      float& most = shares[static_cast<std::size_t>(share.bus)][static_cast<std::size_t>(share.side)];
+      most = std::max(most, share.left + share.right);
+    }
+  }
+  for (std::size_t number = 0; number < buses_.size(); ++number) {
+    float* const out = buses_[number]->stereo.data();
+    const auto [left, right] = shares[number];
+    if (left == 0 && right == 0) continue;
+    for (std::size_t i = 0; piece.ducks && i < 2 * frames; ++i) out[i] *= music[i / 2];
+    for (std::size_t i = 0; piece.sounds && i < frames; ++i) {
+      out[2 * i] += left * voice[i];
+      out[2 * i + 1] += right * voice[i];
     }
   }
 }

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "engine/Limiter.h"
+#include "engine/MicrophoneLine.h"
 #include "engine/PhonesMix.h"
 #include "engine/ProgrammeMeter.h"
 #include "engine/ProgrammeTap.h"
@@ -66,6 +67,9 @@ class RenderCore final : public RenderSource {
 
   void Render(std::span<float> interleaved) noexcept override;
 
+  /// What is spoken goes to the buses beside the streams, before their limiters.
+  [[nodiscard]] MicrophoneLine& Microphone() noexcept { return microphone_; }
+
   [[nodiscard]] std::uint64_t Callbacks() const noexcept {
     return callbacks_.load(std::memory_order_relaxed);
   }
@@ -102,6 +106,7 @@ class RenderCore final : public RenderSource {
   void Run(const Command& command) noexcept;
   [[nodiscard]] int PieceLength(int frames, std::int64_t frame) const noexcept;
   void MixPiece(int frames, std::int64_t frame) noexcept;
+  void AddMicrophone(int frames) noexcept;
   void GivePiece(std::span<float> interleaved, int channels) noexcept;
   /// Of a pair code that is one pair; null for any other.
   [[nodiscard]] Bus* BusOf(int pair) noexcept;
@@ -119,6 +124,7 @@ class RenderCore final : public RenderSource {
   int look_ahead_ = 0;
   std::array<std::atomic<Stream*>, kStreams> slots_{};
   std::array<Voice, kStreams> voices_;
+  MicrophoneLine microphone_;
   support::SpscRing<Command, 2 * kWaiting> commands_;
   std::array<Command, kWaiting> waiting_{};  ///< ascending
   std::size_t waiting_count_ = 0;

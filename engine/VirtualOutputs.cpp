@@ -36,6 +36,17 @@ class VirtualOutputs::Device final : public OutputDevice {
   [[nodiscard]] std::uint64_t Gaps() const noexcept override { return gaps_; }
   [[nodiscard]] std::string MovedTo() const override { return moved_to_; }
 
+  void SetBuffer(int buffer_ms, int period_ms) noexcept override {
+    buffer_ms_ = buffer_ms;
+    const support::Duration wanted = outputs_.LatencyOf(info_.id, std::chrono::milliseconds(buffer_ms));
+    // What it holds too much is played before it asks again.
+    start_ += latency_ - wanted;
+    latency_ = wanted;
+    due_ = start_ + FramesTime(rendered_);
+    if (outputs_.blocks_.empty()) blocks_[0] = sample_rate_ * period_ms / 1000;
+  }
+  [[nodiscard]] int BufferMs() const { return buffer_ms_; }
+
   void Lose() { lost_ = true; }
   void RunDry() { ++gaps_; }
   void MoveTo(const std::string& id) { moved_to_ = id; }
@@ -66,16 +77,17 @@ class VirtualOutputs::Device final : public OutputDevice {
   const OutputDeviceInfo info_;
   const int sample_rate_;
   const double true_rate_;
-  const support::Duration latency_;
+  support::Duration latency_;
   std::vector<int> blocks_;
   RenderSource& source_;
   support::TimePoint due_;
-  const support::TimePoint start_ = due_;
+  support::TimePoint start_ = due_;
   std::size_t next_block_ = 0;
   std::int64_t rendered_ = 0;
   std::vector<float> block_;
   PlayedMark mark_{0, support::TimePoint::max()};
   bool lost_ = false;
+  int buffer_ms_ = 0;
   std::uint64_t gaps_ = 0;
   std::string moved_to_;
 };
@@ -172,6 +184,13 @@ void VirtualOutputs::MoveByHand(const std::string& from, const std::string& to) 
   for (Device* device : open_) {
     if (device->Info().id == from) device->MoveTo(to);
   }
+}
+
+int VirtualOutputs::BufferOf(const std::string& id) const {
+  for (const Device* device : open_) {
+    if (device->Info().id == id) return device->BufferMs();
+  }
+  return 0;
 }
 
 void VirtualOutputs::SetBroken(const std::string& id, bool broken) {

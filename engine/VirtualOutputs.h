@@ -59,10 +59,12 @@ class VirtualOutputs final : public OutputDevices {
   /// is the size that the request asks for.
   void SetBlocks(std::vector<int> frames) { blocks_ = std::move(frames); }
   /// From Render to ear, for outputs opened from now on; none is what the request asks for.
-  void SetLatency(support::Duration latency) { latency_ = latency; }
+  void SetLatency(std::optional<support::Duration> latency) { latency_ = latency; }
   /// Of one output, before the one of all.
   void SetLatency(const std::string& id, support::Duration latency) { latencies_[id] = latency; }
 
+  /// What an open output was told to hold last, in ms; 0 when nothing.
+  [[nodiscard]] int BufferOf(const std::string& id) const;
   /// By how many millionths the crystal of an output runs too fast, for when it is opened from now on.
   void SetClock(const std::string& id, double millionths) { clocks_[id] = millionths; }
 

@@ -73,6 +73,28 @@ constexpr Words kMixer[] = {{"Preview", "0", "level of the headphones, 0 to 100"
                             {"CrossfaderCurve", "0", "0 smooth, 1 cut, 2 constant power"},
                             {"SeekGuard", "True", "a deck that plays is not sought in by a single click"}};
 
+constexpr Words kMicrophone[] = {
+    {"Device", "", "the system's name of the microphone; empty for its default"},
+    {"DeviceName", "", "the microphone's name for the user"},
+    {"Channel", "1", "channel of the microphone that is heard, from 1; 0 for the mean of all"},
+    {"Gain", "0", "gain of the voice in dB, -20 to 40"},
+    {"LowCut", "90", "edge of the low cut in Hz, 80 to 120; 0 for none"},
+    {"Gate", "1", "0 none, 1 learns how loud the room is, 2 at its level"},
+    {"GateLevel", "-45", "level in dB at which the gate opens, -80 to -10"},
+    {"Bass", "0", "low band of the voice in dB, -12 to 12"},
+    {"Mid", "0", "middle band of the voice in dB, -12 to 12"},
+    {"High", "0", "high band of the voice in dB, -12 to 12"},
+    {"Compressor", "True", "the voice is compressed"},
+    {"Threshold", "-20", "level in dB above which it is compressed, -60 to 0"},
+    {"Ratio", "4", "how many dB above it become one, 1 to 20"},
+    {"MakeUp", "6", "gain behind the compressor in dB, 0 to 24"},
+    {"Duck", "True", "the music makes way while somebody speaks"},
+    {"DuckDepth", "12", "by how many dB, 0 to 40"},
+    {"DuckAttack", "50", "how long it takes to, in milliseconds, 5 to 1000"},
+    {"DuckHold", "400", "silence before it comes back, in milliseconds, 0 to 5000"},
+    {"DuckRelease", "600", "how long it takes to come back, in milliseconds, 20 to 10000"},
+    {"Swift", "True", "the outputs hold less sound while the microphone is heard, so that it is not late"}};
+
 constexpr Words kPreferences[] = {{"Outputs", "1", "outputs that the decks use: 1 or 2"}};
 
 constexpr Words kDevices[] = {
@@ -227,6 +249,7 @@ void AddProgram(Rows& rows) {
   Add(rows, "Settings", kMoreFolders);
   Add(rows, "Settings", kSettings);
   Add(rows, "Mixer", kMixer);
+  Add(rows, "Microphone", kMicrophone);
   Add(rows, "Preferences", kPreferences);
   Add(rows, "Devices", kDevices);
   Add(rows, "Speakers", kSpeakers);

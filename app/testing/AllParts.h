@@ -20,4 +20,5 @@
 #include "app/recording/RecordingStation.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/DeckStation.h"
+#include "app/sound/MicrophoneStation.h"
 #include "support/Settings.h"

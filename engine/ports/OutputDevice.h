@@ -67,6 +67,9 @@ class OutputDevice {
   /// The id of the output on which the sound comes out instead, since the user moved it there with means of
   /// the system's; empty while it is where it was opened. Threads: any, never blocks for long.
   [[nodiscard]] virtual std::string MovedTo() const { return {}; }
+  /// Holds more or less from now on than it was opened with, as OutputRequest has it, without a gap: what it
+  /// holds too much is played first. Threads: any, never blocks.
+  virtual void SetBuffer(int /*buffer_ms*/, int /*period_ms*/) noexcept {}
 };
 
 struct OutputRequest {

@@ -48,6 +48,7 @@ PulseConnection::~PulseConnection() {
   PulseLock lock(loop_);
   changed_ = nullptr;
   volume_moved_ = nullptr;
+  sources_changed_ = nullptr;
   StopRetrying();
   Drop();
 }
@@ -140,11 +141,13 @@ void PulseConnection::Subscribe() {
           static_cast<PulseConnection*>(self)->Changed();
         } else if (facility == PA_SUBSCRIPTION_EVENT_SINK) {
           static_cast<PulseConnection*>(self)->VolumeMoved();
+        } else if (facility == PA_SUBSCRIPTION_EVENT_SOURCE) {
+          static_cast<PulseConnection*>(self)->SourcesChanged();
         }
       },
       this);
-  const auto mask =
-      static_cast<pa_subscription_mask_t>(PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SERVER);
+  const auto mask = static_cast<pa_subscription_mask_t>(
+      PA_SUBSCRIPTION_MASK_SINK | PA_SUBSCRIPTION_MASK_SOURCE | PA_SUBSCRIPTION_MASK_SERVER);
   pa_operation* operation = pa_context_subscribe(context_, mask, nullptr, nullptr);
   if (operation != nullptr) pa_operation_unref(operation);
 }

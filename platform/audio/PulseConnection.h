@@ -40,12 +40,17 @@ class PulseConnection {
   void OnChange(std::function<void()> changed) { changed_ = std::move(changed); }
   /// Called when the volume of a sink was moved, on the loop.
   void OnVolume(std::function<void()> moved) { volume_moved_ = std::move(moved); }
+  /// Called when a source came, went or was changed, muted for one, on the loop.
+  void OnSources(std::function<void()> changed) { sources_changed_ = std::move(changed); }
   void Changed() {
     if (changed_) changed_();
   }
 
   void VolumeMoved() {
     if (volume_moved_) volume_moved_();
+  }
+  void SourcesChanged() {
+    if (sources_changed_) sources_changed_();
   }
 
  private:
@@ -67,6 +72,7 @@ class PulseConnection {
   bool in_background_ = false;
   std::function<void()> changed_;
   std::function<void()> volume_moved_;
+  std::function<void()> sources_changed_;
 };
 
 }  // namespace platform::audio

@@ -77,12 +77,7 @@ bool PulseDevice::Connect(const pa_channel_map& map, const engine::OutputRequest
   stream_ = NewStream(context, info_.name, rate_, map);
   if (stream_ == nullptr) return false;
   SetCallbacks();
-  pa_buffer_attr buffer{};
-  buffer.maxlength = static_cast<std::uint32_t>(-1);
-  buffer.tlength = BytesFor(rate_, request.buffer_ms, frame_bytes_);
-  buffer.prebuf = static_cast<std::uint32_t>(-1);
-  buffer.minreq = BytesFor(rate_, request.period_ms, frame_bytes_);
-  buffer.fragsize = static_cast<std::uint32_t>(-1);
+  const pa_buffer_attr buffer = BufferOf(request.buffer_ms, request.period_ms);
   unsigned flags = PA_STREAM_ADJUST_LATENCY | PA_STREAM_AUTO_TIMING_UPDATE | PA_STREAM_INTERPOLATE_TIMING |
                    PA_STREAM_NO_REMAP_CHANNELS | PA_STREAM_NO_REMIX_CHANNELS;
   if (request.stays) flags |= PA_STREAM_DONT_MOVE;
@@ -98,6 +93,32 @@ bool PulseDevice::Connect(const pa_channel_map& map, const engine::OutputRequest
   if (pa_stream_is_suspended(stream_) > 0) return false;
   WatchForStall();
   return true;
+}
+
+pa_buffer_attr PulseDevice::BufferOf(int buffer_ms, int period_ms) const {
+  pa_buffer_attr buffer{};
+  buffer.maxlength = static_cast<std::uint32_t>(-1);
+  buffer.tlength = BytesFor(rate_, buffer_ms, frame_bytes_);
+  buffer.prebuf = static_cast<std::uint32_t>(-1);
+  buffer.minreq = BytesFor(rate_, period_ms, frame_bytes_);
+  buffer.fragsize = static_cast<std::uint32_t>(-1);
+  return buffer;
+}
+
+void PulseDevice::SetBuffer(int buffer_ms, int period_ms) noexcept {
+  constexpr int kLongest = 1000;
+  const auto length = static_cast<std::uint32_t>(std::clamp(buffer_ms, 1, kLongest));
+  const auto period = static_cast<std::uint32_t>(std::clamp(period_ms, 1, kLongest));
+  wanted_buffer_.store(length << 16 | period, std::memory_order_relaxed);
+}
+
+void PulseDevice::FitBuffer() {
+  constexpr std::uint32_t kPeriod = 0xFFFF;
+  const std::uint32_t wanted = wanted_buffer_.load(std::memory_order_relaxed);
+  if (wanted == 0 || std::exchange(buffer_, wanted) == wanted) return;
+  const pa_buffer_attr buffer = BufferOf(static_cast<int>(wanted >> 16), static_cast<int>(wanted & kPeriod));
+  pa_operation* setting = pa_stream_set_buffer_attr(stream_, &buffer, nullptr, nullptr);
+  if (setting != nullptr) pa_operation_unref(setting);
 }
 
 void PulseDevice::SetCallbacks() {
@@ -199,6 +220,7 @@ void PulseDevice::StateChanged() {
 void PulseDevice::Write(std::size_t bytes) {
   last_asked_ = support::SteadyClock().Now();
   MarkPlayed();
+  FitBuffer();
   if (question_ != nullptr) return;
   // Everything that is asked for, not whole periods: less makes regular gaps.
   while (bytes >= frame_bytes_ && WriteChunk(bytes)) {

@@ -47,8 +47,10 @@ class PulseDevice final : public engine::OutputDevice {
   [[nodiscard]] const engine::OutputDeviceInfo& Info() const noexcept override { return info_; }
   [[nodiscard]] engine::PlayedMark Played() const noexcept override;
   [[nodiscard]] bool Lost() const noexcept override { return lost_.load(std::memory_order_acquire); }
-  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return gaps_; }
   [[nodiscard]] std::string MovedTo() const override DJ_EXCLUDES(moved_mutex_);
+  /// Done when the server asks for sound the next time.
+  void SetBuffer(int buffer_ms, int period_ms) noexcept override;
+  [[nodiscard]] std::uint64_t Gaps() const noexcept override { return gaps_.load(std::memory_order_relaxed); }
 
  private:
   PulseDevice(std::shared_ptr<PulseConnection> connection, const Place& place,
@@ -56,6 +58,8 @@ class PulseDevice final : public engine::OutputDevice {
 
   bool Connect(const pa_channel_map& map, const engine::OutputRequest& request);
   void SetCallbacks();
+  [[nodiscard]] pa_buffer_attr BufferOf(int buffer_ms, int period_ms) const;
+  void FitBuffer();
   void Moved();
   void OwnSinkIsThere(bool there);
   void DefaultIs(const std::string& id);
@@ -86,6 +90,8 @@ class PulseDevice final : public engine::OutputDevice {
   support::TimePoint last_asked_{};
   support::HistoryRing<engine::PlayedMark, 8> played_;
   std::atomic<bool> lost_{false};
+  std::atomic<std::uint32_t> wanted_buffer_{0};  ///< of both times, see SetBuffer; 0: as it was opened
+  std::uint32_t buffer_ = 0;                     ///< that was asked for last
   std::atomic<std::uint64_t> gaps_{0};
   mutable support::Mutex moved_mutex_;
   std::string moved_to_ DJ_GUARDED_BY(moved_mutex_);

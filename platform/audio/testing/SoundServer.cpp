@@ -171,6 +171,34 @@ bool SoundServer::RemoveSink(const std::string& name) {
   });
 }
 
+bool SoundServer::AddMicrophone(const std::string& name, const std::string& sink) {
+  const std::string arguments = "master=" + sink + ".monitor source_name=" + name +
+                                " source_properties='device.description=\"" + name + "\"'";
+  return Command(Address(), [&](pa_context* context, PulseConnection&, bool* done) {
+    const auto take = [](pa_context*, std::uint32_t index, void* to) {
+      *static_cast<bool*>(to) = index != PA_INVALID_INDEX;
+    };
+    return pa_context_load_module(context, "module-remap-source", arguments.c_str(), take, done);
+  });
+}
+
+bool SoundServer::RemoveMicrophone(const std::string& name) {
+  return Command(Address(), [&](pa_context* context, PulseConnection& connection, bool* done) {
+    std::uint32_t module = PA_INVALID_INDEX;
+    const auto take = [](pa_context*, const pa_source_info* source, int end, void* to) {
+      if (end == 0) *static_cast<std::uint32_t*>(to) = source->owner_module;
+    };
+    connection.Finish(pa_context_get_source_info_by_name(context, name.c_str(), take, &module));
+    return pa_context_unload_module(context, module, &TakeSuccess, done);
+  });
+}
+
+bool SoundServer::MuteMicrophone(const std::string& name, bool muted) {
+  return Command(Address(), [&](pa_context* context, PulseConnection&, bool* done) {
+    return pa_context_set_source_mute_by_name(context, name.c_str(), muted ? 1 : 0, &TakeSuccess, done);
+  });
+}
+
 bool SoundServer::MakeDefault(const std::string& name) {
   return Command(Address(), [&](pa_context* context, PulseConnection&, bool* done) {
     return pa_context_set_default_sink(context, name.c_str(), &TakeSuccess, done);

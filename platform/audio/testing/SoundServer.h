@@ -49,6 +49,11 @@ class SoundServer {
 
   bool AddSink(const SinkSpec& sink);
   bool RemoveSink(const std::string& name);
+  /// A microphone that hears what plays on a sink.
+  bool AddMicrophone(const std::string& name, const std::string& sink);
+  /// As if its cable was pulled.
+  bool RemoveMicrophone(const std::string& name);
+  bool MuteMicrophone(const std::string& name, bool muted);
   bool MakeDefault(const std::string& name);
   bool SuspendSink(const std::string& name) { return Suspend(name, true); }
   bool ResumeSink(const std::string& name) { return Suspend(name, false); }
