@@ -20,6 +20,8 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();
 [[nodiscard]] std::vector<Figure> MeasureLimiter();
+/// Part of it on a real sound server of its own.
+[[nodiscard]] std::vector<Figure> MeasureMicrophone();
 /// Half an hour of sound is rendered for it.
 [[nodiscard]] std::vector<Figure> MeasureFollowing();
 [[nodiscard]] std::vector<Figure> MeasureKaraoke();

@@ -25,6 +25,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"organ", bench::MeasureOrgan},
     {"engine", bench::MeasureEngine},
     {"limiter", bench::MeasureLimiter},
+    {"microphone", bench::MeasureMicrophone},
     {"following", bench::MeasureFollowing},
     {"keylock", bench::MeasureKeyLock},
     {"analysis", bench::MeasureAnalysis},

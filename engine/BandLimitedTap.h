@@ -31,10 +31,8 @@ class BandLimitedTap {
   static constexpr int kCrossings = 8;
   static constexpr int kSteps = 256;  ///< of the table, from one crossing to the next
 
-  [[nodiscard]] double Weight(double crossings) const noexcept;
-
-  std::vector<double> table_;  ///< half of it: the other is the same
-  double edge_ = 1;            ///< crossings a frame of the source
+  std::vector<float> table_;  ///< half of it: the other is the same; then nothing
+  double edge_ = 1;           ///< crossings a frame of the source
   int reach_ = kCrossings;
 };
 

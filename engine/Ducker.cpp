@@ -39,7 +39,7 @@ bool Ducker::Render(std::span<float> gains) noexcept {
     const float target = down ? shape_.depth : 0;
     const float before = now_;
     if (now_ < target) now_ = std::min(target, now_ + fall_);
-    if (now_ > target) now_ = std::max(target, now_ - (leaving_ ? leave : rise_));
+    if (now_ > target) now_ = std::max(target, now_ - (leaving_ ? leave : down ? fall_ : rise_));
     if (now_ != before) gain_ = now_ == 0 ? 1 : std::pow(10.0F, -now_ / 20);
     gain = gain_;
   }

@@ -11,6 +11,7 @@
 #include "app/WatchedSideStore.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
+#include "engine/HallMicrophone.h"
 #include "engine/Programme.h"
 #include "engine/Recorder.h"
 #include "engine/SoundEngine.h"
@@ -18,6 +19,7 @@
 #include "platform/analysis/QmBeatTrackers.h"
 #include "platform/archive/PackedDiscImages.h"
 #include "platform/audio/PulseDevices.h"
+#include "platform/audio/PulseInputs.h"
 #include "platform/audio/PulseMixer.h"
 #include "platform/codec/FfmpegDecoderFactory.h"
 #include "platform/codec/FfmpegEncoderFactory.h"
@@ -101,6 +103,7 @@ struct Program::Parts {
         settings(platform::settings::UserSettingsPath(), saves),
         decoding(std::max(2, Cores()), support::ThreadPool::StuckJobs::Replace),
         looking(1),
+        listening(1),
         engine({.outputs = outputs,
                 .decoders = decoders,
                 .stretchers = stretchers,
@@ -111,6 +114,7 @@ struct Program::Parts {
                 .thread_started = [this] { rights.Join(SoundThreads::Duty::Feeding); },
                 .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
+        microphone(std::make_shared<engine::HallMicrophone>(inputs, engine.Devices(), listening, clock)),
         side_store(support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         watched_side_store(side_store, saves, support::ProgramFolder(folder).Native(catalogue::kSideStore)),
         workers(Cores()),
@@ -141,6 +145,7 @@ struct Program::Parts {
                      .journal = &journal,
                      .local_time = nullptr,
                      .saves = &saves,
+                     .microphone = microphone.get(),
                      .priority = &rights,
                      .desk = &engine.Desk(),
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
@@ -164,19 +169,22 @@ struct Program::Parts {
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
   platform::audio::PulseDevices outputs{{}, [this] { rights.Join(SoundThreads::Duty::Callback); }};
+  platform::audio::PulseInputs inputs{{}, [this] { rights.Join(SoundThreads::Duty::Callback); }};
   platform::audio::PulseMixer mixer;
   app::BuiltInVisualisation visualisation;
   platform::codec::FfmpegDecoderFactory decoders;
   platform::stretch::LibraryStretcherFactory stretchers;
-  // Pools of their own: a long scan must not keep a deck waiting for its file, nor a dead stick an output
-  // that is looked for.
+  // Pools of their own: a long scan must not keep a deck waiting for its file, nor a dead stick an output or
+  // a microphone that is looked for.
   support::ThreadPool decoding;
   support::ThreadPool looking;
+  support::ThreadPool listening;
   engine::SoundEngine engine;
   platform::codec::FfmpegEncoderFactory encoders;
   platform::files::DiskSpace space;
   engine::EngineProgramme programme{engine.Devices()};
   engine::Recorder recorder{{programme, encoders, space, clock}, engine::Recorder::Running::OwnThread};
+  std::shared_ptr<engine::HallMicrophone> microphone;  // with its own jobs
   platform::analysis::EburLoudnessMeters meters;
   platform::analysis::QmBeatTrackers trackers;
   platform::process::basCommandOutput commands;
@@ -214,8 +222,8 @@ Program::~Program() {
   while (!TheEnding().Take()) std::this_thread::sleep_for(kPatience);
   parts_->window.reset();
   bool ended = parts_->workstation.ShutDown();
-  for (support::ThreadPool* pool :
-       {&parts_->background, &parts_->journal, &parts_->workers, &parts_->decoding, &parts_->looking}) {
+  for (support::ThreadPool* pool : {&parts_->background, &parts_->journal, &parts_->workers,
+                                    &parts_->decoding, &parts_->looking, &parts_->listening}) {
     ended = pool->Finish(kPatience) && ended;
   }
   TheEnding().Over();

@@ -56,8 +56,7 @@ int NumberOf(decks::GateMode gate) {
 
 MicrophoneStation::MicrophoneStation(const StationContext& context, decks::Microphone* port)
     : context_(context), port_(port) {
-  MicrophoneView& view = views_.Draft();
-  view.now.inputs = std::make_shared<const std::vector<decks::InputInfo>>();
+  views_.Draft().now.inputs = no_inputs_;
   views_.Publish();
 }
 
@@ -184,6 +183,7 @@ void MicrophoneStation::Ask(const decks::MicrophoneWish& wish, const std::string
 void MicrophoneStation::Tick(const WorkstationView& decks) {
   MicrophoneView& view = views_.Draft();
   view.there = port_ != nullptr;
+  if (view.now.inputs == nullptr) view.now.inputs = no_inputs_;
   if (port_ != nullptr) {
     if (std::vector<decks::HallPlace> hall = HallOf(decks); hall != asked_.hall) {
       asked_.hall = std::move(hall);

@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <memory>
 #include <string>
+#include <vector>
 
 #include "decks/ports/Microphone.h"
 #include "support/Saying.h"
@@ -65,8 +67,10 @@ class MicrophoneStation {
 
   const StationContext& context_;
   decks::Microphone* const port_;
-  decks::MicrophoneWish wish_;  ///< the window's, but for the hall
-  std::string device_name_;     ///< the window's
+  const std::shared_ptr<const std::vector<decks::InputInfo>> no_inputs_ =
+      std::make_shared<const std::vector<decks::InputInfo>>();  // with the window
+  decks::MicrophoneWish wish_;                                  ///< the window's, but for the hall
+  std::string device_name_;                                     ///< the window's
   decks::MicrophoneWish asked_;
   std::string asked_name_;
   support::Saying told_;

@@ -46,6 +46,7 @@ class Evening : public ::testing::Test {
     ports.side_store = side_store_;
     ports.journal = journal_;
     ports.desk = &desk_;
+    ports.microphone = microphone_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -103,6 +104,7 @@ class Evening : public ::testing::Test {
   karaoke::CodePages* code_pages_ = nullptr;
   catalogue::SideStore* side_store_ = nullptr;
   support::Executor* journal_ = nullptr;
+  decks::Microphone* microphone_ = nullptr;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

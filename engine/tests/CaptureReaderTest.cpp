@@ -93,7 +93,7 @@ TEST(CaptureReaderOf, LeavesOutWhatTheOutputCannotHold) {
 TEST(CaptureReaderOf, StaysAsCloseBehindAsTheBlocksAllowWhateverTheCrystals) {
   for (const double ppm : {0.0, 200.0, -500.0}) {
     TwoClocks clocks{.in_ppm = ppm};
-    const auto out = clocks.Read(120);
+    const auto out = clocks.Read(40);
     // 5 ms of the microphone, 5 ms of the output, 1.5 ms for late callbacks.
     EXPECT_LT(clocks.most_delay, 0.0125) << ppm;
     EXPECT_GT(clocks.least_delay, 0.0105) << ppm;
@@ -104,7 +104,7 @@ TEST(CaptureReaderOf, StaysAsCloseBehindAsTheBlocksAllowWhateverTheCrystals) {
 
 TEST(CaptureReaderOf, StandsBackFurtherWhereBlocksComeLate) {
   TwoClocks clocks{.late = 0.004};
-  const auto out = clocks.Read(60);
+  const auto out = clocks.Read(20);
   EXPECT_LE(clocks.gaps, 2U);
   EXPECT_LT(clocks.most_delay, 0.018);
   const auto settled = std::vector<float>(out.begin() + 5 * kRate, out.end());
