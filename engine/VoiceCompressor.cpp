@@ -29,11 +29,13 @@ float VoiceCompressor::Wanted(float level) const noexcept {
 }
 
 void VoiceCompressor::Process(std::span<float> mono) noexcept {
+  constexpr float kNothing = 1e-4F;
+  if (curve_.slope == 0 && held_ < kNothing && reduction_ < kNothing) return Reset();
   for (float& sample : mono) {
     const float wanted = Wanted(20 * std::log10(std::max(std::abs(sample), kQuietest)));
     held_ = std::max(wanted, release_ * held_ + (1 - release_) * wanted);
     reduction_ = attack_ * reduction_ + (1 - attack_) * held_;
-    if (reduction_ > 1e-4F) sample *= std::pow(10.0F, -reduction_ / 20);
+    if (reduction_ > kNothing) sample *= std::pow(10.0F, -reduction_ / 20);
   }
 }
 

@@ -28,7 +28,16 @@ void VoiceFilter::Glide() noexcept {
   now_ = {now_.b0 + step_.b0, now_.b1 + step_.b1, now_.b2 + step_.b2, now_.a1 + step_.a1, now_.a2 + step_.a2};
 }
 
+void VoiceFilter::Remember(std::span<const float> mono) noexcept {
+  for (const float sample : mono.last(std::min<std::size_t>(2, mono.size()))) {
+    x2_ = y2_ = x1_;
+    x1_ = y1_ = static_cast<double>(sample);
+  }
+}
+
 void VoiceFilter::Process(std::span<float> mono) noexcept {
+  // Behind two samples that passed as they came, a flat one has nothing left to say.
+  if (glide_left_ == 0 && now_.IsFlat() && x1_ == y1_ && x2_ == y2_) return Remember(mono);
   for (float& sample : mono) {
     if (glide_left_ > 0) Glide();
     const double x = static_cast<double>(sample);
@@ -38,6 +47,12 @@ void VoiceFilter::Process(std::span<float> mono) noexcept {
     y2_ = y1_;
     y1_ = y;
     sample = static_cast<float>(y);
+  }
+  constexpr double kInaudible = 1e-7;  // -140 dB
+  if (glide_left_ == 0 && now_.IsFlat() && std::abs(y1_ - x1_) < kInaudible &&
+      std::abs(y2_ - x2_) < kInaudible) {
+    y1_ = x1_;
+    y2_ = x2_;
   }
   if (!std::isfinite(y1_) || !std::isfinite(y2_)) x1_ = x2_ = y1_ = y2_ = 0;
 }

@@ -10,8 +10,9 @@ namespace engine {
 
 /// One second-order filter on one side.
 ///
-/// Law: a change glides over 5 ms; both ends are stable, and so is every filter between them (the region of
-/// stable denominators is convex). Threads: the callback.
+/// Law: flat and settled, it passes every sample bit for bit; a change glides over 5 ms; both ends are
+/// stable, and so is every filter between them (the region of stable denominators is convex). Threads: the
+/// callback.
 class VoiceFilter {
  public:
   explicit VoiceFilter(int sample_rate);
@@ -23,6 +24,7 @@ class VoiceFilter {
 
  private:
   void Glide() noexcept;
+  void Remember(std::span<const float> mono) noexcept;
 
   const int glide_frames_;
   music::Biquad now_, target_, step_{0, 0, 0, 0, 0};
