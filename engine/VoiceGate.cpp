@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <utility>
 
 namespace engine {
 namespace {
@@ -30,9 +31,10 @@ void NoiseFloor::Hear(float square) noexcept {
 
 void NoiseFloor::EndPart() noexcept {
   const auto mean = static_cast<float>(sum_ / frames_);
-  quietest_ = parts_ == 0 ? mean : std::min(quietest_, mean);
-  sum_ = 0;
   frames_ = 0;
+  // Nothing at all is no room: the microphone is not open yet.
+  if (std::exchange(sum_, 0) == 0) return;
+  quietest_ = parts_ == 0 ? mean : std::min(quietest_, mean);
   if (++parts_ < kPartsInQuarter) return;
   parts_ = 0;
   quarters_[heard_++ % kQuarters] = quietest_;
