@@ -49,8 +49,8 @@ class CaptureReader {
   const float tail_step_;
   BandLimitedTap tap_;
   DelayControl control_;
-  LongestWait wait_;    ///< for a block of the microphone
-  LongestWait blocks_;  ///< of the output
+  LongestWait wait_{std::chrono::seconds(60)};   ///< for a block of the microphone
+  LongestWait blocks_{std::chrono::seconds(5)};  ///< of the output, which may be told to take smaller ones
   CaptureMark mark_;
   std::uint32_t opening_ = 0;  ///< that is read; 0 is none
   bool reading_ = false;

@@ -14,6 +14,10 @@ std::size_t CellOf(std::int64_t frame) {
 }  // namespace
 
 void CaptureRing::Begin(int sample_rate) noexcept {
+  // Nobody hears the last one's end in front of the new one.
+  for (int i = 0; i < std::min<int>(sample_rate / 8, kFrames / 2); ++i) {
+    samples_[CellOf(mark_.frames++)].store(0, std::memory_order_relaxed);
+  }
   mark_.sample_rate = sample_rate;
   mark_.longest = 0;
   ++mark_.opening;

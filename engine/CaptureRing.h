@@ -31,7 +31,7 @@ class CaptureRing {
   /// A third of a second at 192 kHz.
   static constexpr std::int64_t kFrames = 1 << 16;
 
-  /// Another input records from now on.
+  /// Another input records from now on, behind an eighth of a second of silence.
   void Begin(int sample_rate) noexcept;
   void Write(std::span<const float> mono, support::TimePoint now) noexcept;
 

@@ -13,7 +13,6 @@ constexpr double kProportional = 8e-6 * 48'000;  // of the pace, a second of del
 constexpr double kIntegral = 0.8e-6 * 48'000;    // the same, a second long
 constexpr double kMostDrift = 1e-3;
 constexpr double kMostBend = 3e-3;  // 5 cents
-constexpr auto kTurn = std::chrono::seconds(60);
 
 }  // namespace
 
@@ -35,7 +34,7 @@ void DelayControl::Next(double delay, double target, double after) {
 }
 
 void LongestWait::Saw(double seconds, support::TimePoint now) {
-  if (now - turn_ > kTurn) {
+  if (now - turn_ > length_) {
     before_ = now_;
     now_ = 0;
     turn_ = now;

@@ -32,14 +32,16 @@ class DelayControl {
   double bend_ = 0;
 };
 
-/// The longest of the times seen in the last one to two minutes. Threads: one.
+/// The longest of the times seen within one to two turns. Threads: one.
 class LongestWait {
  public:
-  void Forget() { *this = {}; }
+  explicit LongestWait(support::Duration turn) : length_(turn) {}
+  void Forget() { now_ = before_ = 0; }
   void Saw(double seconds, support::TimePoint now);
   [[nodiscard]] double Seconds() const { return now_ > before_ ? now_ : before_; }
 
  private:
+  support::Duration length_;
   double now_ = 0;
   double before_ = 0;
   support::TimePoint turn_{};
