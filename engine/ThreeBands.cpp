@@ -47,8 +47,8 @@ inline ThreeBands::Outputs ThreeBands::Step(const Shape& shape, Memory& memory, 
   const Both v3 = in - memory.s2;
   const Both v1 = shape.a1 * memory.s1 + shape.a2 * v3;
   const Both v2 = memory.s2 + shape.a2 * memory.s1 + shape.a3 * v3;
-  memory.s1 = 2 * v1 - memory.s1;
-  memory.s2 = 2 * v2 - memory.s2;
+  memory.s1 = 2.0 * v1 - memory.s1;
+  memory.s2 = 2.0 * v2 - memory.s2;
   return {v2, v1, in - shape.k * v1 - v2};
 }
 
@@ -63,7 +63,7 @@ inline void ThreeBands::Split::Run(const Edge& edge, const Both& in, Both& low, 
 }
 
 inline ThreeBands::Both ThreeBands::Turn::Run(const Edge& edge, Both in) noexcept {
-  for (std::size_t i = 0; i < edge.size(); ++i) in -= 2 * edge[i].k * Step(edge[i], memory[i], in).band;
+  for (std::size_t i = 0; i < edge.size(); ++i) in -= 2.0 * edge[i].k * Step(edge[i], memory[i], in).band;
   return in;
 }
 

@@ -50,8 +50,8 @@ HeadphoneStrip::HeadphoneStrip(app::HeadphoneStation& headphones, const Look& lo
     TellTips();
   });
   FillRow(*this, 0, 0.3,
-          {mix_, Caption(say(DeskWord::HeadphoneMix), look.skin.dim), Part::Room(), split_, Part::Room(),
-           Caption(say(DeskWord::HeadphoneLevel), look.skin.dim), level_});
+          {mix_, Caption(say(DeskWord::HeadphoneMix), look.skin.dim), split_, level_,
+           Caption(say(DeskWord::HeadphoneLevel), look.skin.dim)});
   TellTips();
 }
 

@@ -67,8 +67,9 @@ MixerPanel::MixerPanel(const Stations& stations, MixerState& state, const Look& 
   MakeEqualiser();
   headphones_ = new HeadphoneStrip(stations.headphones, look);
   automix_ = new AutomixLine({}, stations.lists, AutomixLine::Form::Narrow, look);
-  FillColumn(*this, 0.7, 0.6,
-             {{MakeChannels(), 5}, headphones_, {equaliser_, 2}, MakeCrossfader(), automix_});
+  FillColumn(
+      *this, 0.7, 0.6,
+      {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), Row(0.4, {headphones_, {automix_, 1}})});
   ShowVolumes();
 }
 
@@ -183,21 +184,20 @@ QGridLayout* MixerPanel::MakeChannels() {
   SetSpacingEm(*grid, 0, 0.4);
   const auto& [first, second] = channels_;
   grid->addWidget(first.cue, 0, 0, 1, 2);
-  grid->addLayout(Column(0, {master_head_, loudness_}), 0, 2, 1, 2);
-  grid->addWidget(second.cue, 0, 4, 1, 2);
+  grid->addLayout(Column(0, {master_head_, loudness_}), 0, 2);
+  grid->addWidget(second.cue, 0, 3, 1, 2);
   grid->addWidget(first.fader, 1, 0, Qt::AlignHCenter);
   grid->addWidget(first.meter, 1, 1, Qt::AlignHCenter);
-  grid->addWidget(master_, 1, 2, Qt::AlignRight);
-  grid->addWidget(master_meter_, 1, 3, Qt::AlignLeft);
-  grid->addWidget(second.meter, 1, 4, Qt::AlignHCenter);
-  grid->addWidget(second.fader, 1, 5, Qt::AlignHCenter);
+  grid->addLayout(Row(0, {master_, master_meter_}), 1, 2);
+  grid->addWidget(second.meter, 1, 3, Qt::AlignHCenter);
+  grid->addWidget(second.fader, 1, 4, Qt::AlignHCenter);
   grid->addWidget(first.volume, 2, 0);
   grid->addWidget(first.peak, 2, 1);
-  grid->addWidget(master_value_, 2, 2, 1, 2);
-  grid->addWidget(second.peak, 2, 4);
-  grid->addWidget(second.volume, 2, 5);
+  grid->addWidget(master_value_, 2, 2);
+  grid->addWidget(second.peak, 2, 3);
+  grid->addWidget(second.volume, 2, 4);
   grid->setRowStretch(1, 1);
-  for (const int column : {0, 1, 2, 4, 5}) grid->setColumnStretch(column, 1);
+  for (int column = 0; column < 5; ++column) grid->setColumnStretch(column, 1);
   return grid;
 }
 

@@ -11,11 +11,11 @@
 namespace ui {
 namespace {
 
-constexpr float kFloor = -48;         // dB, lower end of the bars
+constexpr float kMasterFloor = -48;   // dB, lower end of the bars
 constexpr float kFullReduction = 12;  // dB, the whole bar
-constexpr float kLoud = -9;           // LUFS, from here the bar warns
-constexpr float kHot = -1;            // dBTP, from here it is red
-constexpr auto kHold = std::chrono::seconds(3);
+constexpr float kMasterLoud = -9;     // LUFS, from here the bar warns
+constexpr float kMasterHot = -1;      // dBTP, from here it is red
+constexpr auto kMasterHold = std::chrono::seconds(3);
 
 }  // namespace
 
@@ -25,15 +25,15 @@ MasterMeter::MasterMeter(const Skin& skin, QWidget* parent) : QWidget(parent), s
 }
 
 QSize MasterMeter::sizeHint() const {
-  return {Em(*this, 1.9), Em(*this, 10)};
+  return {Em(*this, 1.4), Em(*this, 10)};
 }
 
 QSize MasterMeter::minimumSizeHint() const {
-  return {Em(*this, 1.9), Em(*this, 6)};
+  return {Em(*this, 1.4), Em(*this, 6)};
 }
 
 int MasterMeter::RowOf(float db) const {
-  const float share = std::clamp((db - kFloor) / -kFloor, 0.0F, 1.0F);
+  const float share = std::clamp((db - kMasterFloor) / -kMasterFloor, 0.0F, 1.0F);
   return height() - static_cast<int>(std::lround(share * static_cast<float>(height())));
 }
 
@@ -45,7 +45,7 @@ MasterMeter::Rows MasterMeter::RowsNow() const {
 
 void MasterMeter::Show(const decks::MasterReading& reading, support::TimePoint now) {
   reading_ = reading;
-  if (reading.true_peak >= peak_ || now - peak_at_ > kHold) {
+  if (reading.true_peak >= peak_ || now - peak_at_ > kMasterHold) {
     peak_ = reading.true_peak;
     peak_at_ = now;
   }
@@ -56,16 +56,18 @@ void MasterMeter::paintEvent(QPaintEvent*) {
   shown_ = RowsNow();
   QPainter painter(this);
   painter.fillRect(rect(), skin_.panel);
-  const int gap = std::max(2, Em(*this, 0.15));
+  const int gap = Line(*this);
   const int each = (width() - 2 * gap) / 3;
   const int line = 2 * Line(*this);
   const auto bar = [&](int number, int top, int bottom, const QColor& colour) {
     painter.fillRect(number * (each + gap), top, each, std::max(0, bottom - top), colour);
   };
   for (int number = 0; number < 3; ++number) bar(number, 0, height(), skin_.well);
-  bar(0, shown_.loudness, height(), reading_.momentary.value > kLoud ? skin_.warm : skin_.good);
+  bar(0, shown_.loudness, height(), reading_.momentary.value > kMasterLoud ? skin_.warm : skin_.good);
   if (shown_.mark < height()) bar(0, shown_.mark, shown_.mark + line, skin_.text);
-  const auto colour = [&](support::Decibels peak) { return peak.value > kHot ? skin_.danger : skin_.good; };
+  const auto colour = [&](support::Decibels peak) {
+    return peak.value > kMasterHot ? skin_.danger : skin_.good;
+  };
   bar(1, shown_.peak, height(), colour(reading_.true_peak));
   if (shown_.held < height()) bar(1, shown_.held, shown_.held + line, colour(peak_));
   bar(2, 0, shown_.reduction, skin_.warm);
