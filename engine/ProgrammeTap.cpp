@@ -10,7 +10,7 @@
 namespace engine {
 namespace {
 
-using BothSides = std::array<float, 2>;
+using StereoFrame = std::array<float, 2>;
 
 std::size_t PlaceOf(std::int64_t frame) {
   return static_cast<std::size_t>(frame & (ProgrammeTap::kFrames - 1));
@@ -31,7 +31,7 @@ void ProgrammeTap::Write(std::int64_t frame, std::span<const float> stereo) noex
   announced_.store(end, std::memory_order_relaxed);
   std::atomic_thread_fence(std::memory_order_release);
   for (std::size_t i = 0; i + 1 < stereo.size(); i += 2, ++frame) {
-    const auto word = std::bit_cast<std::uint64_t>(BothSides{stereo[i], stereo[i + 1]});
+    const auto word = std::bit_cast<std::uint64_t>(StereoFrame{stereo[i], stereo[i + 1]});
     frames_[PlaceOf(frame)].store(word, std::memory_order_relaxed);
   }
   end_.store(end, std::memory_order_release);
@@ -61,7 +61,7 @@ ProgrammeReader::Taken ProgrammeReader::Read(std::span<float> stereo, std::int64
                                                       static_cast<std::int64_t>(stereo.size() / 2));
   for (std::int64_t i = 0; i < count; ++i) {
     const auto frame =
-        std::bit_cast<BothSides>(tap_->frames_[PlaceOf(next_ + i)].load(std::memory_order_relaxed));
+        std::bit_cast<StereoFrame>(tap_->frames_[PlaceOf(next_ + i)].load(std::memory_order_relaxed));
     std::copy(frame.begin(), frame.end(), stereo.begin() + static_cast<std::ptrdiff_t>(2 * i));
   }
   std::atomic_thread_fence(std::memory_order_acquire);

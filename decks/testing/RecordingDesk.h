@@ -16,12 +16,11 @@ class RecordingDesk final : public SoundDesk {
   }
   void Direct(const DeskLines& told) override { lines = told; }
   bool HallReachesHeadphones() override {
-    const auto& [hall, headphones, mix] = lines;
-    const auto fits = [&](const SpeakerPair& pair) {
+    const auto fits = [&headphones = lines.headphones](const SpeakerPair& pair) {
       return pair.device != 0 && pair.device == headphones.device && pair.speaker != 0 &&
              headphones.speaker != 0 && pair.speaker != headphones.speaker;
     };
-    return fits(hall[0]) && fits(hall[1]);
+    return fits(lines.hall[0]) && fits(lines.hall[1]);
   }
   MasterReading Master() override { return reading; }
 

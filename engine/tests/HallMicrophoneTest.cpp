@@ -314,7 +314,7 @@ TEST(HallMicrophone, OutputsHoldLittleWhileItIsHeardAndFillUpGently) {
   EXPECT_LT(hall.stage.outputs.BufferOf("main"), 40);
   hall.Advance(1s);
   EXPECT_EQ(hall.stage.outputs.BufferOf("main"), 60);
-  EXPECT_EQ(hall.stage.engine->Health().late_blocks, 0U);
+  EXPECT_EQ(hall.stage.engine->Health().late_blocks, 1U) << "the one that was feigned";
   const auto out = hall.stage.Channel("main", 0);
   EXPECT_LT(Roughness(out), 1.5F * ToneRoughness(200, 0.25)) << "no stream ran dry";
 }

@@ -160,7 +160,7 @@ TEST_F(VoiceOf, NumbersThatAreNoneDoNoHarm) {
 }
 
 /// The gains from the first frame on, in pieces.
-std::vector<float> Gains(Ducker& ducker, std::size_t frames) {
+std::vector<float> DuckGains(Ducker& ducker, std::size_t frames) {
   std::vector<float> all;
   while (all.size() < frames) {
     std::vector<float> piece(std::min<std::size_t>(128, frames - all.size()), 1.0F);
@@ -174,12 +174,12 @@ TEST(DuckerOf, GoesDownInItsTimeAndComesBackToExactlyOne) {
   Ducker ducker(kRate);
   ducker.Set({.depth = 12, .attack = 0.05F, .hold = 0.4F, .release = 0.6F});
   ducker.Speaking(true);
-  auto gains = Gains(ducker, kSecond);
+  auto gains = DuckGains(ducker, kSecond);
   EXPECT_NEAR(InDb(gains[kSecond / 40]), -6, 0.1) << "half the way after half the time";
   EXPECT_NEAR(InDb(gains[kSecond / 20]), -12, 0.01);
   EXPECT_EQ(gains.back(), gains[kSecond / 20 + 10]);
   ducker.Speaking(false);
-  gains = Gains(ducker, 2 * kSecond);
+  gains = DuckGains(ducker, 2 * kSecond);
   EXPECT_NEAR(InDb(gains[kSecond * 39 / 100]), -12, 0.01) << "held";
   EXPECT_NEAR(InDb(gains[kSecond * 7 / 10]), -6, 0.1);
   EXPECT_EQ(gains[kSecond * 101 / 100], 1.0F);
@@ -192,10 +192,10 @@ TEST(DuckerOf, GoesDownInItsTimeAndComesBackToExactlyOne) {
 TEST(DuckerOf, FollowsAKnobWithoutAStep) {
   Ducker ducker(kRate);
   ducker.Speaking(true);
-  auto all = Gains(ducker, kSecond);
+  auto all = DuckGains(ducker, kSecond);
   for (const float depth : {30.0F, 3.0F, 0.0F, 12.0F}) {
     ducker.Set({.depth = depth});
-    const auto more = Gains(ducker, kSecond);
+    const auto more = DuckGains(ducker, kSecond);
     EXPECT_NEAR(InDb(more.back()), -depth, 0.01);
     all.insert(all.end(), more.begin(), more.end());
   }

@@ -29,7 +29,7 @@ AutomixLine::AutomixLine(const QString& prefix, app::ListStation& lists, Form fo
   in_ = Reading(prefix + QStringLiteral("AutomixIn"), Qt::AlignRight | Qt::AlignVCenter);
   in_->setToolTip(look.say.Tip(ListWord::AutomixIn));
   if (form == Form::Narrow) {
-    FillColumn(*this, 0, 0.2, {Row(0.4, {automix_, setup_, {in_, 1}}), next_});
+    FillColumn(*this, 0, 0.2, {Row(0.3, {automix_, setup_, Part::Room()}), Row(0.3, {{next_, 1}, in_})});
   } else {
     FillRow(*this, 0, 0.5, {automix_, setup_, {next_, 1}, in_});
   }

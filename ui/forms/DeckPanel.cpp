@@ -83,7 +83,7 @@ DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const L
       look_(look) {
   SetStripe(look.skin.Deck(deck_));
   auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0.7, 0.6);
+  SetSpacingEm(*rows, 0.7, 0.4);
   tools_ = new TempoTools(deck, look);
   rows->addLayout(MakeTitleRow());
   overview_ = new WaveOverview(look.skin, look.skin.Deck(deck_));

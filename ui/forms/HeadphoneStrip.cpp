@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/HeadphoneStrip.h"
 
+#include <QGridLayout>
 #include <QPushButton>
 #include <QSignalBlocker>
 #include <cmath>
@@ -49,9 +50,13 @@ HeadphoneStrip::HeadphoneStrip(app::HeadphoneStation& headphones, const Look& lo
     headphones_.SetLevel(percent);
     TellTips();
   });
-  FillRow(*this, 0, 0.3,
-          {mix_, Caption(say(DeskWord::HeadphoneMix), look.skin.dim), split_, level_,
-           Caption(say(DeskWord::HeadphoneLevel), look.skin.dim)});
+  auto* grid = new QGridLayout(this);
+  SetSpacingEm(*grid, 0, 0.3);
+  grid->addWidget(mix_, 0, 0, Qt::AlignHCenter);
+  grid->addWidget(split_, 0, 1);
+  grid->addWidget(level_, 0, 2, Qt::AlignHCenter);
+  grid->addWidget(Caption(say(DeskWord::HeadphoneMix), look.skin.dim), 1, 0, Qt::AlignHCenter);
+  grid->addWidget(Caption(say(DeskWord::HeadphoneLevel), look.skin.dim), 1, 2, Qt::AlignHCenter);
   TellTips();
 }
 

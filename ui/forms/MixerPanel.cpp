@@ -68,7 +68,7 @@ MixerPanel::MixerPanel(const Stations& stations, MixerState& state, const Look& 
   headphones_ = new HeadphoneStrip(stations.headphones, look);
   automix_ = new AutomixLine({}, stations.lists, AutomixLine::Form::Narrow, look);
   FillColumn(
-      *this, 0.7, 0.6,
+      *this, 0.7, 0.4,
       {{MakeChannels(), 5}, {equaliser_, 2}, MakeCrossfader(), Row(0.4, {headphones_, {automix_, 1}})});
   ShowVolumes();
 }

@@ -38,8 +38,6 @@ RecordingPage::RecordingPage(app::RecordingStation& station, const Look& look, Q
   size_ = Reading("RecordedSize", Qt::AlignRight | Qt::AlignVCenter, "000.0 MB");
   SetTextColour(*size_, look.skin.dim);
   state_ = Sentence("RecordingState");
-  state_->UseTwoLines();
-  SetHeightEm(*state_, 2.8);
   meter_ = new LevelMeter(look.skin);
   Name(*meter_, "RecordedLevel", say.Of(RecordingWord::RecordedLevel));
   wave_ = new RecordedWaveView(look.skin);

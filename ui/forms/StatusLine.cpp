@@ -193,10 +193,12 @@ void StatusLine::ShowRecording(const app::RecordingView& recording) {
   record_->setEnabled(recording.possible);
   if (!recording.possible) return record_->setText(dot + say(RecordingWord::Record));
   if (!record_->isDown() && record_->isChecked() != on) record_->setChecked(on);
-  if (record_->text() == caption) return;
-  record_->setText(caption);
-  // Digits are not all as wide; what stands beside it is not to move with every second.
-  if (on) record_->setMinimumWidth(std::max(record_->minimumWidth(), record_->sizeHint().width()));
+  const bool same = record_->text() == caption;
+  if (!same) record_->setText(caption);
+  // Digits are not all as wide: what stands beside it is not to move with every second.
+  const int wide = record_->sizeHint().width();
+  if (on ? wide > record_->minimumWidth() : wide != record_->minimumWidth()) record_->setMinimumWidth(wide);
+  if (same) return;
   const auto word = on ? RecordingWord::StopRecording : RecordingWord::Record;
   record_->setToolTip(say(Say::KeyHint).arg(say.Tip(word), KeyText(KeyOfRecording())));
 }

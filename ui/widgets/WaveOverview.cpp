@@ -103,7 +103,7 @@ QSize WaveOverview::sizeHint() const {
 }
 
 QSize WaveOverview::minimumSizeHint() const {
-  return form_ == Form::Whole ? QSize(Em(*this, 12), Em(*this, 3)) : QSize(Em(*this, 8), Em(*this, 2));
+  return form_ == Form::Whole ? QSize(Em(*this, 12), Em(*this, 3.5)) : QSize(Em(*this, 8), Em(*this, 2));
 }
 
 QVariant WaveOverview::inputMethodQuery(Qt::InputMethodQuery query) const {
