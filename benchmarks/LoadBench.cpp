@@ -136,7 +136,8 @@ class TwoDecks {
                  .stretchers = stretchers_,
                  .workers = workers_,
                  .clock = clock_,
-                 .thread_started = [&rights] { rights.Join(SoundThreads::Duty::Feeding); }},
+                 .thread_started = [&rights] { rights.Join(SoundThreads::Duty::Feeding); },
+                 .kept_waiting = [&rights] { return rights.Now() != app::SoundPriority::Level::RealTime; }},
                 engine::SoundEngine::Feeding::OwnThread) {
     std::promise<void> ready;
     engine_.Prepare(path, [&](const support::Result<void>&) { ready.set_value(); });

@@ -10,7 +10,7 @@ namespace engine {
 void Feeder::Add(std::shared_ptr<Stream> stream, std::shared_ptr<DeviceSlot> slot) {
   const int rate = slot->Core().SampleRate();
   auto item =
-      std::make_shared<Item>(Item{std::move(slot), StreamFeed(std::move(stream), stretchers_, *pool_, rate)});
+      std::make_shared<Item>(std::move(slot), StreamFeed(std::move(stream), stretchers_, *pool_, rate));
   support::MutexLock lock(mutex_);
   items_.push_back(std::move(item));
 }
@@ -31,13 +31,27 @@ void Feeder::Follow(std::uint32_t follower, std::uint32_t leader) {
   if (const auto item = Find(follower)) item->leader = Find(leader);
 }
 
-void Feeder::Pump() {
+bool Feeder::Pump(Turn& turn, Reach reach) {
   {
     support::MutexLock lock(mutex_);
-    for (const auto& item : items_) pass_.push_back({item, item->leader.lock()});
+    for (const auto& item : items_) turn.pass_.push_back({item, item->leader.lock()});
   }
-  for (const Pass& pass : pass_) Pump(pass);
-  pass_.clear();
+  bool more = false;
+  for (const Pass& pass : turn.pass_) {
+    if (!pass.item->Claim()) continue;
+    if (pass.leader == nullptr || pass.leader->Claim()) {
+      more = Pump(pass, reach) || more;
+      if (pass.leader != nullptr) pass.leader->Release();
+    }
+    pass.item->Release();
+  }
+  turn.pass_.clear();
+  return more;
+}
+
+bool Feeder::Pump(const Pass& pass, Reach reach) {
+  Pump(pass);
+  return reach == Reach::Further && pass.leader == nullptr && pass.item->feed.Further();
 }
 
 void Feeder::Pump(const Pass& pass) {
@@ -56,7 +70,7 @@ void Feeder::Pump(const Pass& pass) {
   item.feed.Pump(frame, &leader);
 }
 
-PollingThread::PollingThread(std::function<void()> work, std::function<void()> started)
+PollingThread::PollingThread(std::function<std::chrono::milliseconds()> work, std::function<void()> started)
     : work_(std::move(work)) {
   thread_ = std::thread([this, started = std::move(started)] {
     if (started) started();
@@ -82,10 +96,9 @@ void PollingThread::Wake() {
 }
 
 void PollingThread::Run() {
-  constexpr auto kEvery = std::chrono::milliseconds(5);
   while (true) {
-    work_();
-    const auto next = std::chrono::steady_clock::now() + kEvery;
+    const std::chrono::milliseconds rest = work_();
+    const auto next = std::chrono::steady_clock::now() + rest;
     support::MutexLock lock(mutex_);
     while (!end_ && !woken_ && std::chrono::steady_clock::now() < next) lock.WaitUntil(wake_, next);
     if (end_) return;

@@ -38,7 +38,7 @@ struct LaneEntry {
 /// stream's hand_over says when. A lane holds one segment: from one place on without a jump.
 class Lane {
  public:
-  static constexpr std::size_t kBlocks = 64;
+  static constexpr std::size_t kBlocks = 128;
 
   // Feeder.
 

@@ -44,22 +44,42 @@ SoundEngine::SoundEngine(SoundEnginePorts ports, Feeding feeding)
       feeder_(ports_.stretchers, pool_),
       desk_(players_, *devices_) {
   devices_->Start();
-  if (feeding == Feeding::OwnThread) {
-    thread_ = std::make_unique<PollingThread>([this] { Pump(); }, ports_.thread_started);
-  }
+  if (feeding == Feeding::OwnThread) BeginFeeding();
+}
+
+void SoundEngine::BeginFeeding() {
+  using std::chrono::milliseconds;
+  constexpr milliseconds kEvery{5}, kNow{0}, kLater{250};
+  thread_ =
+      std::make_unique<PollingThread>([=, this] { return Pump() ? kNow : kEvery; }, ports_.thread_started);
+  if (ports_.kept_waiting == nullptr) return;
+  second_ = std::make_unique<PollingThread>(
+      [=, this, turn = Feeder::Turn()]() mutable {
+        if (reach_ == Feeder::Reach::Usual) return kLater;
+        return feeder_.Pump(turn, Feeder::Reach::Further) ? kNow : kEvery;
+      },
+      ports_.thread_started);
 }
 
 SoundEngine::~SoundEngine() {
+  second_.reset();
   thread_.reset();
   BASS_Free();
 }
 
-void SoundEngine::Pump() {
+bool SoundEngine::Pump() {
+  const support::TimePoint now = ports_.clock.Now();
+  if (ports_.kept_waiting && now >= next_look_) {
+    next_look_ = now + std::chrono::milliseconds(250);
+    reach_ = ports_.kept_waiting() ? Feeder::Reach::Further : Feeder::Reach::Usual;
+  }
   devices_->Watch();
-  feeder_.Pump();
-  if (ports_.clock.Now() < next_sweep_) return;
-  next_sweep_ = ports_.clock.Now() + std::chrono::seconds(1);
-  ports_.workers.Post([pool = pool_] { pool->DropOld(); });
+  const bool more = feeder_.Pump(turn_, reach_);
+  if (now >= next_sweep_) {
+    next_sweep_ = now + std::chrono::seconds(1);
+    ports_.workers.Post([pool = pool_] { pool->DropOld(); });
+  }
+  return more;
 }
 
 void SoundEngine::Wake() {

@@ -38,6 +38,10 @@ struct SoundEnginePorts {
   SilentOutputMaker make_silent = nullptr;  ///< null is the timed NullDevice
   std::function<void()> thread_started =
       nullptr;  ///< first on each thread of the engine's, e.g. for its priority
+  /// Whether other programs may keep the feeder waiting, which then makes more sound ahead, on two threads:
+  /// a system that is just gives each as much as any other program's. Threads: the feeder, four times a
+  /// second; null is never.
+  std::function<bool()> kept_waiting = nullptr;
   support::Executor* device_workers = nullptr;  ///< for looking for outputs; null is workers
 };
 
@@ -52,8 +56,8 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   SoundEngine(SoundEnginePorts ports, Feeding feeding);
   ~SoundEngine() override;
 
-  /// One pass of the feeder and a look at the devices.
-  void Pump();
+  /// One pass of the feeder and a look at the devices; true when there is more to do at once.
+  bool Pump();
   /// What is turned by hand. Threads: the owner's.
   [[nodiscard]] decks::SoundDesk& Desk() { return desk_; }
   [[nodiscard]] const std::shared_ptr<DeviceTable>& Devices() const { return devices_; }
@@ -136,6 +140,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   bool FreeDecoder(decks::StreamHandle handle) DJ_EXCLUDES(mutex_);
   [[nodiscard]] std::shared_ptr<Decoder> FindDecoder(decks::StreamHandle handle) const DJ_EXCLUDES(mutex_);
   void Wake();
+  void BeginFeeding();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
   void Sweep();
 
@@ -151,10 +156,13 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   EngineDesk desk_;
   std::vector<Playing> leaving_;  ///< freed streams that still fade
   support::TimePoint next_sweep_{};
+  std::atomic<Feeder::Reach> reach_{Feeder::Reach::Usual};
+  support::TimePoint next_look_{};
   mutable support::Mutex mutex_;
   Decoders decoders_ DJ_GUARDED_BY(mutex_);
   support::Error last_error_ DJ_GUARDED_BY(mutex_){support::ErrorCode::NotFound, ""};
-  std::unique_ptr<PollingThread> thread_;  // last: it uses all of the above
+  Feeder::Turn turn_;
+  std::unique_ptr<PollingThread> thread_, second_;  // last: they use all of the above
 };
 
 }  // namespace engine

@@ -12,10 +12,11 @@ namespace engine {
 namespace {
 
 constexpr int kLeadMilliseconds = 60;
+constexpr int kFurthestMilliseconds = 300;
 
-int LeadFrames(int device_rate) {
+int Frames(int milliseconds, int device_rate) {
   const int room = static_cast<int>(Lane::kBlocks - 2) * kLaneBlockFrames;
-  return std::min(device_rate * kLeadMilliseconds / 1000, room);
+  return std::min(device_rate * milliseconds / 1000, room);
 }
 
 std::unique_ptr<BlockSource> MakeSource(const Stream& stream, std::size_t lane, StretcherFactory& stretchers,
@@ -31,7 +32,8 @@ StreamFeed::StreamFeed(std::shared_ptr<Stream> stream, StretcherFactory& stretch
     : stream_(std::move(stream)),
       pool_(pool),
       device_rate_(device_rate),
-      lead_frames_(LeadFrames(device_rate)),
+      lead_frames_(Frames(kLeadMilliseconds, device_rate)),
+      furthest_frames_(Frames(kFurthestMilliseconds, device_rate)),
       sources_{MakeSource(*stream_, 0, stretchers, device_rate),
                MakeSource(*stream_, 1, stretchers, device_rate)} {}
 
@@ -112,13 +114,45 @@ bool StreamFeed::IsWarm(std::int64_t frame, std::uint32_t place) {
 }
 
 void StreamFeed::FollowTempo(const Tempo& tempo) {
-  if (live_ < 0 || Live().Ended() || Live().InForce() == tempo) return;
-  if (Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
+  if (live_ < 0 || Live().InForce() == tempo) return;
+  const auto end = EndOfLead();
+  if (!end && Live().Ended()) return;
+  tempo_moved_at_ = device_frame_;
+  if (end) {
+    Switch(*end, tempo);
+  } else if (Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
     NoteTempo(tempo);
     Live().SetTempo(tempo);
   } else {
     Prepare(std::llround(std::ceil(Live().Source())), tempo, live_place_, {LaneEntry::When::Aligned});
   }
+}
+
+std::optional<StreamFeed::Made> StreamFeed::EndOfLead() const {
+  const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
+  if (lane.Queued() <= lead_frames_) return std::nullopt;
+  const auto heard = stream_->log.Newest();
+  if (!heard || heard->segment != lane.Segment() || heard->lane != static_cast<std::uint32_t>(live_)) {
+    return std::nullopt;
+  }
+  // Beyond the lead all was made at one pace. A block less, so that who follows has not made that frame yet.
+  const std::int64_t ahead = heard->frames + lead_frames_ - kLaneBlockFrames;
+  return Made{heard->frame + ahead, heard->source + static_cast<double>(ahead) * Live().Ratio(),
+              Live().Ratio()};
+}
+
+bool StreamFeed::Further() {
+  constexpr int kBlocksAtOnce = 4;
+  constexpr int kRestSeconds = 2;
+  if (live_ < 0 || offered_ || preparing_ || stream_->Store() == nullptr || Live().Ended()) return false;
+  if (!stream_->playing.load(std::memory_order_acquire)) return false;
+  if (tempo_moved_at_ && device_frame_ - *tempo_moved_at_ < std::int64_t{kRestSeconds} * device_rate_) {
+    return false;
+  }
+  const auto live = static_cast<std::size_t>(live_);
+  const auto queued = static_cast<int>(stream_->lanes[live].Queued());
+  if (queued + kLaneBlockFrames > furthest_frames_) return false;
+  return Fill(live, std::min(queued + kBlocksAtOnce * kLaneBlockFrames, furthest_frames_));
 }
 
 void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
@@ -130,38 +164,49 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
   const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
   if (!heard || heard->segment != lane.Segment() || heard->lane != static_cast<std::uint32_t>(live_)) return;
   if (!stream_->playing.load(std::memory_order_acquire)) return;
-  const std::int64_t next_made = heard->frame + lane.Fed() - heard->taken;
-  if (at > next_made) return;
+  const std::int64_t queued = std::min(lane.Fed() - heard->taken, std::int64_t{heard->frames} + lead_frames_);
+  if (at > heard->frame + queued) return;
   // Its place is in the ring now: a segment that begins there takes over.
   Tempo tempo = Live().InForce();
   tempo.speed = orders.next->speed;
   stream_->ApplyTimedTempo();
   const double source = heard->source + static_cast<double>(at - heard->frame) * heard->ratio;
-  Prepare(std::llround(source), tempo, live_place_, {LaneEntry::When::Aligned});
+  Switch({at, source, heard->ratio}, tempo);
   FinishPreparing();
+}
+
+void StreamFeed::Switch(const Made& at, const Tempo& tempo) {
+  NoteTempo(tempo, at.frame);
+  Begin(std::llround(at.source), tempo, live_place_, {LaneEntry::When::Aligned});
+  turn_ = {at.frame, at.source, sources_[Idle()]->Ratio()};
 }
 
 void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place,
                          const LaneEntry& entry) {
   NoteTempo(tempo);
+  Begin(frame, tempo, place, entry);
+}
+
+void StreamFeed::Begin(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry) {
   stream_->lanes[Idle()].Clear(place, entry);
   sources_[Idle()]->Begin(frame, tempo);
   prepared_place_ = place;
   prepared_tempo_ = tempo;
   preparing_ = true;
+  turn_.reset();
 }
 
 void StreamFeed::FinishPreparing() {
-  if (!Fill(Idle())) return;
+  if (!Fill(Idle(), lead_frames_)) return;
   preparing_ = false;
   offered_ = true;
   stream_->hand_over.store(Stream::HandOver::Ready, std::memory_order_release);
 }
 
-bool StreamFeed::Fill(std::size_t number) {
+bool StreamFeed::Fill(std::size_t number, int frames) {
   Lane& lane = stream_->lanes[number];
   BlockSource& source = *sources_[number];
-  while (!source.Ended() && lane.Queued() + kLaneBlockFrames <= lead_frames_) {
+  while (!source.Ended() && lane.Queued() + kLaneBlockFrames <= frames) {
     LaneBlock* block = lane.Back();
     if (block == nullptr) return true;
     if (!source.Make(*block, kLaneBlockFrames)) return false;
@@ -171,7 +216,7 @@ bool StreamFeed::Fill(std::size_t number) {
 }
 
 void StreamFeed::FillLive() {
-  if (live_ >= 0) Fill(static_cast<std::size_t>(live_));
+  if (live_ >= 0) Fill(static_cast<std::size_t>(live_), lead_frames_);
 }
 
 void StreamFeed::KeepWarm() {

@@ -20,8 +20,12 @@ namespace engine {
 ///
 /// A stream may follow another one of the same file on another device, so that both are heard at the same
 /// place: it begins where the leader will be when its first frame is heard, and from then on its pace is
-/// bent. The leader knows nothing of it. Threads: the feeder. Law: what is being heard goes on until the
-/// callback has taken its successor.
+/// bent. The leader knows nothing of it.
+///
+/// Where other programs may keep the feeder waiting, a file that simply plays is made further ahead. As soon
+/// as its tempo is moved, what lies beyond the usual lead is left, and until two seconds after the last
+/// movement no more than that is made: a hand is heard as soon as ever. Threads: the feeder. Law: what is
+/// being heard goes on until the callback has taken its successor.
 class StreamFeed {
  public:
   /// What a stream follows, while both devices tell what is heard.
@@ -43,6 +47,8 @@ class StreamFeed {
   [[nodiscard]] bool WillPlay() const;
   /// device_frame: the next frame that the stream's device mixes. leader: null for none, or none now.
   void Pump(std::int64_t device_frame, const Leader* leader = nullptr);
+  /// Makes a little more than Pump does; false when enough is made. Requires: no leader.
+  bool Further();
 
  private:
   /// Where a stream joins the one that it follows.
@@ -62,18 +68,23 @@ class StreamFeed {
   };
 
   [[nodiscard]] std::size_t Idle() const noexcept { return live_ == 0 ? 1 : 0; }
-  [[nodiscard]] BlockSource& Live() { return *sources_[static_cast<std::size_t>(live_)]; }
+  [[nodiscard]] BlockSource& Live() const { return *sources_[static_cast<std::size_t>(live_)]; }
 
   void FollowHandOver(const Stream::OrderView& orders);
   /// Whether the prepared segment is the one asked for; a mere change of speed it takes on.
   bool StillWanted(const Stream::OrderView& orders);
   void FollowOrders(const Stream::OrderView& orders, const Leader* leader);
   void FollowTempo(const Tempo& tempo);
+  /// The end of the usual lead, where more than that lies in the live lane.
+  [[nodiscard]] std::optional<Made> EndOfLead() const;
   void FollowTimedTempo(const Stream::OrderView& orders);
   /// False while a place that the system may have paged out is on its way back: reading it would keep every
   /// other stream waiting.
   bool IsWarm(std::int64_t frame, std::uint32_t place);
   void Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry);
+  void Begin(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry);
+  /// Goes over to another tempo where the live lane gets to that place.
+  void Switch(const Made& at, const Tempo& tempo);
   /// Nothing unless it plays, at the newest place that was asked for.
   [[nodiscard]] std::optional<Made> MadeSoFar() const;
   /// The file's frame at an engine frame, heard long ago or still to be made.
@@ -81,7 +92,8 @@ class StreamFeed {
   /// The engine frame since which it has gone on without a break, or any that is not after `before`.
   [[nodiscard]] double UnbrokenSince(double before) const;
   [[nodiscard]] Tempo TempoAt(double frame) const;
-  void NoteTempo(const Tempo& tempo);
+  /// The frame from which on it is heard is told, or is the next one to be made.
+  void NoteTempo(const Tempo& tempo, std::optional<std::int64_t> frame = {});
   void PrepareOrdered(const Stream::OrderView& orders, const Leader* leader);
 
   /// The leader's tempo, at the place that is made next, and the bend.
@@ -90,8 +102,8 @@ class StreamFeed {
   /// True when it is so far from the leader that it jumps.
   bool Rejoin(const Leader& leader, const Tempo& tempo);
   void FinishPreparing();
-  /// True when the lane holds as much as it should.
-  bool Fill(std::size_t lane);
+  /// True when the lane holds as much as that, or more does not come.
+  bool Fill(std::size_t lane, int frames);
   void FillLive();
   void KeepWarm();
 
@@ -99,8 +111,10 @@ class StreamFeed {
   PcmStorePool& pool_;
   const int device_rate_;
   const int lead_frames_;
+  const int furthest_frames_;
   std::array<std::unique_ptr<BlockSource>, 2> sources_;
-  int live_ = -1;  ///< the lane that sounds, or will next; none before the first
+  int live_ = -1;             ///< the lane that sounds, or will next; none before the first
+  std::optional<Made> turn_;  ///< what is prepared goes on from there
   bool offered_ = false;
   bool preparing_ = false;
   std::uint32_t live_place_ = 0;
@@ -108,6 +122,7 @@ class StreamFeed {
   Tempo prepared_tempo_;
   Following following_;
   std::int64_t device_frame_ = 0;
+  std::optional<std::int64_t> tempo_moved_at_;  ///< engine frame
   std::int64_t followed_at_ = 0;
   std::array<OrderedTempo, 64> tempos_{};  ///< a ring of what was ordered last, and from which frame on
   std::size_t newest_tempo_ = 0;

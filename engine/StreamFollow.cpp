@@ -37,6 +37,9 @@ std::optional<StreamFeed::Made> StreamFeed::MadeSoFar() const {
 std::optional<double> StreamFeed::SourceAt(double frame) const {
   const auto made = MadeSoFar();
   if (!made) return std::nullopt;
+  if (turn_ && (preparing_ || offered_) && frame >= static_cast<double>(turn_->frame)) {
+    return turn_->source + (frame - static_cast<double>(turn_->frame)) * turn_->ratio;
+  }
   if (frame >= static_cast<double>(made->frame)) {
     return made->source + (frame - static_cast<double>(made->frame)) * made->ratio;
   }
@@ -70,10 +73,10 @@ double StreamFeed::UnbrokenSince(double before) const {
   return later ? static_cast<double>(later->frame) : before;
 }
 
-void StreamFeed::NoteTempo(const Tempo& tempo) {
+void StreamFeed::NoteTempo(const Tempo& tempo, std::optional<std::int64_t> frame) {
   const auto made = MadeSoFar();
   newest_tempo_ = (newest_tempo_ + 1) % tempos_.size();
-  tempos_[newest_tempo_] = {made ? made->frame : device_frame_, tempo};
+  tempos_[newest_tempo_] = {frame.value_or(made ? made->frame : device_frame_), tempo};
 }
 
 Tempo StreamFeed::TempoAt(double frame) const {

@@ -112,6 +112,7 @@ struct Program::Parts {
                 .memory = &memory,
                 .make_silent = nullptr,
                 .thread_started = [this] { rights.Join(SoundThreads::Duty::Feeding); },
+                .kept_waiting = [this] { return rights.Now() != app::SoundPriority::Level::RealTime; },
                 .device_workers = &looking},
                engine::SoundEngine::Feeding::OwnThread),
         microphone(std::make_shared<engine::HallMicrophone>(inputs, engine.Devices(), listening, clock)),

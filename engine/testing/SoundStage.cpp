@@ -31,9 +31,11 @@ SoundStage::SoundStage(std::vector<OutputDeviceInfo> devices) : outputs(time, de
   ports.make_silent = [this](const OutputDeviceInfo& info, const OutputRequest& request,
                              RenderSource& source) { return outputs.OpenSilent(info, request, source); };
   ports.device_workers = &looking;
+  ports.kept_waiting = [this] { return busy_; };
   engine = std::make_unique<SoundEngine>(ports, SoundEngine::Feeding::ByHand);
   outputs.BeforeBlock([this] {
-    if (feeding_) engine->Pump();
+    while (feeding_ && engine->Pump()) {
+    }
     if (working_) workers.RunAll();
     looking.RunAll();
   });

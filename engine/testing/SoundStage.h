@@ -46,6 +46,8 @@ class SoundStage {
   void StopFeeding() { feeding_ = false; }
   void GoOnFeeding() { feeding_ = true; }
   void StopWorkers() { working_ = false; }
+  /// From a quarter of a second later on the feeder reckons with being kept waiting by other programs.
+  void MakeBusy() { busy_ = true; }
 
   static constexpr support::Duration kLatency = 60ms;
   VirtualTime time;
@@ -60,6 +62,7 @@ class SoundStage {
   std::map<std::string, std::vector<float>> given_;
   bool feeding_ = true;
   bool working_ = true;
+  bool busy_ = false;
 };
 
 /// The largest |second difference|: small for any smooth sound, large for a step in it.

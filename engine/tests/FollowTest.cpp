@@ -91,12 +91,14 @@ class HallAndPhones {
   std::array<double, 2> clock_;
 };
 
-using Latencies = std::tuple<int, int>;
+using Latencies = std::tuple<int, int, bool>;  // and whether the feeder may be kept waiting
 class Follow : public ::testing::TestWithParam<Latencies>, public HallAndPhones {
  protected:
   Follow()
       : HallAndPhones(std::chrono::milliseconds(std::get<0>(GetParam())),
-                      std::chrono::milliseconds(std::get<1>(GetParam())), 200) {}
+                      std::chrono::milliseconds(std::get<1>(GetParam())), 200) {
+    if (std::get<2>(GetParam())) stage.MakeBusy();
+  }
 };
 
 TEST_P(Follow, AtTheHallsPlaceAfterEachAct) {
@@ -112,10 +114,12 @@ TEST_P(Follow, AtTheHallsPlaceAfterEachAct) {
   Play();
   stage.Advance(500ms);
   EXPECT_LT(Furthest(2s), 1) << "resumed";
+  // Who goes over to another lane is exact at once; a stretcher that goes on is off by what it held back.
+  const double near = std::get<2>(GetParam()) ? 1.2 : 1;
   for (const float percent : {4.0F, -8.0F, 0.0F}) {
     SetTempo(percent);
     stage.Advance(4s);
-    EXPECT_LT(Furthest(1s), 1) << "tempo " << percent;
+    EXPECT_LT(Furthest(1s), near) << "tempo " << percent;
   }
   Seek(10);
   stage.Advance(50ms);
@@ -134,8 +138,10 @@ TEST_P(Follow, LateInTheMiddleOfATrack) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Outputs, Follow,
-                         ::testing::Values(Latencies{60, 180}, Latencies{180, 60}, Latencies{20, 300},
-                                           Latencies{300, 20}, Latencies{60, 60}));
+                         ::testing::Values(Latencies{60, 180, false}, Latencies{180, 60, false},
+                                           Latencies{20, 300, false}, Latencies{300, 20, false},
+                                           Latencies{60, 60, false}, Latencies{60, 180, true},
+                                           Latencies{300, 20, true}));
 
 TEST(Following, StaysThereHoweverTheClocksDiffer) {
   HallAndPhones on(60ms, 180ms, 500);
@@ -230,6 +236,25 @@ TEST(Following, OnTheSameOutputIsExact) {
   stage.engine->BASS_ChannelPlay(cue, false);
   stage.Advance(1s);
   EXPECT_EQ(stage.engine->Heard(cue).frame.value, stage.engine->Heard(main).frame.value);
+}
+
+TEST(Following, OnTheSameOutputTempoIsMovedInTheSameMoment) {
+  for (const bool busy : {false, true}) {
+    SoundStage stage;
+    if (busy) stage.MakeBusy();
+    stage.files.Add("ramp.mp3", RampFile(100 * kRate));
+    const auto main = stage.Load("ramp.mp3"), cue = stage.Load("ramp.mp3");
+    stage.engine->Follow(cue, main);
+    for (const auto stream : {main, cue}) stage.engine->BASS_ChannelPlay(stream, false);
+    for (const float percent : {4.0F, 6.0F, -3.0F}) {
+      stage.Advance(3s);
+      stage.engine->BASS_FX_TempoSet(main, percent, decks::kTempoUnchanged, decks::kTempoUnchanged);
+    }
+    stage.Advance(1s);
+    EXPECT_NEAR(static_cast<double>(stage.engine->Heard(cue).frame.value),
+                static_cast<double>(stage.engine->Heard(main).frame.value), 0.001 * kRate)
+        << busy;
+  }
 }
 
 }  // namespace
