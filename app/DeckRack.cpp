@@ -3,9 +3,11 @@
 #include "app/DeckRack.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <utility>
 
 #include "app/sound/MasterVolume.h"
+#include "support/Text.h"
 
 namespace app {
 namespace {
@@ -110,6 +112,19 @@ void DeckRack::Listen(WorkstationView& view) {
   view.sound = loudest_.Listen(sources);
 }
 
+void DeckRack::TellOfCutShort(int deck, const WorkstationView& view) {
+  const auto place = static_cast<std::size_t>(deck - 1);
+  const DeckView& now = view.decks[place];
+  const std::string file = now.cut_short ? now.loaded : std::string();
+  if (file == std::exchange(cut_short_[place], file)) return;
+  if (file.empty()) return notices_.Settle({Subject::CutShort, deck});
+  const auto length = std::chrono::duration_cast<std::chrono::seconds>(now.length).count();
+  notices_.Warn({Subject::CutShort, deck},
+                say_(support::Sentence::TrackCutShort,
+                     {std::to_string(deck), std::filesystem::path(file).filename().string(),
+                      support::FormatMinutes(length)}));
+}
+
 std::string DeckRack::Unsaved() {
   if (saves_ == nullptr) return {};
   const SaveWatch::Unsaved unsaved = saves_->Now();
@@ -126,6 +141,7 @@ void DeckRack::Tick() {
     }
     beats_.Show(number, view.decks[static_cast<std::size_t>(number - 1)]);
   }
+  for (int number = 1; number <= kDecks; ++number) TellOfCutShort(number, view);
   Listen(view);
   outputs_.Show(view);
   hall_.Tick(view);

@@ -83,6 +83,7 @@ class DeckRack {
  private:
   [[nodiscard]] std::string CannotSync(int deck, int most_percent);
   void Listen(WorkstationView& view);
+  void TellOfCutShort(int deck, const WorkstationView& view);
   [[nodiscard]] std::string Unsaved();
 
   decks::AudioEngine& engine_;
@@ -97,6 +98,7 @@ class DeckRack {
   std::function<SongPlaying()> song_playing_;
   LoudestSource loudest_;
   decks::StreamHandle song_ = 0;
+  std::array<std::string, kDecks> cut_short_;  ///< the file that was told of, by deck
   const SaveWatch* saves_ = nullptr;
   bool has_mixer_ = false;
   std::function<void(const WorkstationView&)> ticked_;

@@ -16,7 +16,7 @@ class NoticeBoard {
  public:
   /// What a sentence is about: a newer one about the same takes its place, and Settle takes it away.
   struct Subject {
-    enum class Kind { Other, Sync, Device, Output, StoredOutput, MissingFiles } kind = Kind::Other;
+    enum class Kind { Other, Sync, Device, Output, StoredOutput, MissingFiles, CutShort } kind = Kind::Other;
     int number = 0;  ///< of the deck, the device or the output
     auto operator<=>(const Subject&) const = default;
   };

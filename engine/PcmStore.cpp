@@ -136,6 +136,7 @@ bool PcmStore::AddChunk(std::int64_t frame) {
 void PcmStore::Finish(std::optional<support::Error> error) {
   support::MutexLock lock(mutex_);
   failure_ = std::move(error);
+  cut_short_.store(failure_.has_value(), std::memory_order_release);
   complete_.store(true, std::memory_order_release);
 }
 

@@ -39,6 +39,8 @@ class PcmStore {
   [[nodiscard]] std::int64_t Ready() const noexcept { return ready_.load(std::memory_order_acquire); }
   /// Nothing comes after Ready(): the end, or the place where the file could be read no further.
   [[nodiscard]] bool Complete() const noexcept { return complete_.load(std::memory_order_acquire); }
+  /// Complete because it could be read no further, or there was no room for more.
+  [[nodiscard]] bool CutShort() const noexcept { return cut_short_.load(std::memory_order_acquire); }
   /// In frames; exact when Complete(), else what the header says.
   [[nodiscard]] std::int64_t Length() const noexcept;
   /// Why decoding stopped before the end of the file.
@@ -85,6 +87,7 @@ class PcmStore {
   std::vector<std::unique_ptr<SampleBlock>> paged_;
   std::atomic<std::int64_t> ready_{0};
   std::atomic<bool> complete_{false};
+  std::atomic<bool> cut_short_{false};
   std::atomic<bool> claimed_{false};
   mutable support::Mutex mutex_;
   std::condition_variable stepped_;

@@ -208,6 +208,7 @@ decks::HeardStream SoundEngine::Heard(decks::StreamHandle handle) {
   heard.frame = {place.source};
   heard.length_exact = stream.LengthIsExact();
   heard.length = {stream.Length()};
+  heard.cut_short = stream.Store() != nullptr && stream.Store()->CutShort();
   heard.sample_rate = stream.Format().sample_rate;
   heard.channels = stream.Format().channels;
   const RenderCore& core = playing->slot->Core();

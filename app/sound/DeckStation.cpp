@@ -224,6 +224,7 @@ void DeckStation::Tick(DeckView& view) {
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
+  view.cut_short = false;
   if (state_ == State::Empty) return;
   if (player_.STRM() != 0 && !reopen_at_) {
     heard_ = sound_.Heard(player_.STRM());
@@ -240,6 +241,7 @@ void DeckStation::ShowHeard(DeckView& view) {
   view.position = TimeOf(heard.frame, heard.sample_rate);
   view.length = TimeOf(heard.length, heard.sample_rate);
   view.length_exact = heard.length_exact;
+  view.cut_short = heard.cut_short;
   view.waiting = heard.waiting;
   view.sample_rate = heard.sample_rate;
   const float gain = tone_.Gain().value;

@@ -58,6 +58,7 @@ struct DeckView {
   bool waiting = false;                   ///< the place is not decoded yet
   std::chrono::microseconds length{0};
   bool length_exact = false;
+  bool cut_short = false;  ///< the file could be read no further: it ends there
   support::Decibels gain;  ///< that brings the track to the others' loudness, in the levels too
   float left_db = -90;     ///< dB below full scale, -90 is silence
   float right_db = -90;

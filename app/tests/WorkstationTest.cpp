@@ -37,6 +37,21 @@ TEST_F(DeckTest, PositionIsWhatIsHeard) {
   EXPECT_EQ(Deck(2).position, milliseconds(2500));
 }
 
+TEST_F(DeckTest, AFileThatCouldBeReadNoFurtherIsToldOnceAndUntilAnotherTrackIsThere) {
+  engine_.AddFile("/stick/torn.mp3", {.seconds = 83, .cut_short = true});
+  Load(1, "a.mp3");
+  EXPECT_TRUE(station_->View().notices.empty());
+  Load(1, "/stick/torn.mp3");
+  Play(1);
+  Advance(seconds(5));
+  const auto told = station_->View().notices;
+  ASSERT_EQ(told.size(), 1U);
+  EXPECT_EQ(told[0].text, "Deck 1 can read \"torn.mp3\" no further: it ends at 01:23.");
+  EXPECT_EQ(told[0].kind, Notice::Kind::Warning);
+  Load(1, "b.mp3");
+  EXPECT_TRUE(station_->View().notices.empty());
+}
+
 TEST_F(DeckTest, PauseStandsStillAndResumeGoesOn) {
   Load(1, "a.mp3");
   Play(1);

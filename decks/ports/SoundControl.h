@@ -23,6 +23,7 @@ struct HeardStream {
   support::SourceFrame frame{0};   ///< the file's frame at the loudspeaker now
   support::SourceFrame length{0};  ///< exact when length_exact
   bool length_exact = false;
+  bool cut_short = false;  ///< its file could be read no further: it ends there
   int sample_rate = 0;  ///< of the file, in Hz
   int channels = 0;     ///< of the file
   double ratio = 1;     ///< source seconds a second, as heard

@@ -31,6 +31,7 @@ struct FakeFile {
   int right_peak = 8192;
   /// What a decoder gives: these, interleaved, and silence after them.
   std::vector<std::int16_t> samples = {};
+  bool cut_short = false;
 };
 
 /// An engine without sound: it writes down every call and lets streams play by its clock. What is mixed is

@@ -199,6 +199,7 @@ HeardStream RecordingEngine::Heard(StreamHandle stream) {
   heard.frame = {static_cast<std::int64_t>(frame)};
   heard.length = {std::llround(length)};
   heard.length_exact = true;
+  heard.cut_short = found->file.cut_short;
   heard.sample_rate = found->file.sample_rate;
   heard.channels = found->file.channels;
   heard.ratio = found->Speed();

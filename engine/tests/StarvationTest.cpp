@@ -126,7 +126,9 @@ TEST_F(Starvation, AFileThatBreaksInTheMiddleEndsThere) {
   const auto stream = Play("broken.mp3");
   stage.Advance(2500ms);
   EXPECT_TRUE(stage.engine->Heard(stream).ended);
+  EXPECT_TRUE(stage.engine->Heard(stream).cut_short);
   EXPECT_EQ(stage.engine->Heard(stream).frame.value, 2 * kRate);
+  EXPECT_FALSE(stage.engine->Heard(stage.Load("tone.mp3")).cut_short);
 }
 
 /// Everything a hand can do, in any order: nothing but sound comes out, and the callback never takes memory.
@@ -136,6 +138,7 @@ TEST_P(AnyCommands, LeaveNoStepAndNothingThatIsNoNumber) {
   static_cast<void>(
       support::testing::RealtimeGuardWorks());  // links the guard, which ends the program at a fault
   SoundStage stage;
+  if (GetParam() % 2 == 0) stage.MakeBusy();
   stage.files.Add("one.mp3", ToneFile(20 * kRate, 150, 0.2));
   stage.files.Add("two.mp3", ToneFile(3 * kRate, 150, 0.2, 48000));
   stage.outputs.SetBlocks({882, 441, 100, 1, 700, 333});
