@@ -23,8 +23,65 @@ using Clock = std::chrono::steady_clock;
 
 /// The system ends the process some seconds after a closed console or session, or when the handler is back.
 constexpr auto kSystemsPatience = std::chrono::milliseconds(3500);
+constexpr const wchar_t* kWindowClass = L"djTolvenEndOfSession";
 
 }  // namespace
+
+/// A window that nobody sees, on a thread of its own: the end of a session is told to windows alone, and to
+/// none that is for messages only.
+class SessionWindow {
+ public:
+  /// ends: called on that thread when the session ends; the system waits for it.
+  explicit SessionWindow(std::function<void()> ends) : ends_(std::move(ends)), thread_([this] { Run(); }) {
+    made_.get_future().wait();
+  }
+  ~SessionWindow() {
+    if (window_ != nullptr) PostMessageW(window_, WM_CLOSE, 0, 0);
+    thread_.join();
+  }
+  SessionWindow(const SessionWindow&) = delete;
+  SessionWindow& operator=(const SessionWindow&) = delete;
+
+ private:
+  static LRESULT CALLBACK Answer(HWND window, UINT message, WPARAM first, LPARAM second) {
+    switch (message) {
+      case WM_QUERYENDSESSION:
+        return TRUE;
+      case WM_ENDSESSION:
+        if (first != 0) {
+          reinterpret_cast<SessionWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA))->ends_();
+        }
+        return 0;
+      case WM_DESTROY:
+        PostQuitMessage(0);
+        return 0;
+      default:
+        return DefWindowProcW(window, message, first, second);
+    }
+  }
+
+  void Run() {
+    WNDCLASSW kind{};
+    kind.lpfnWndProc = &Answer;
+    kind.hInstance = GetModuleHandleW(nullptr);
+    kind.lpszClassName = kWindowClass;
+    RegisterClassW(&kind);  // fails where it is known already
+    window_ = CreateWindowExW(0, kWindowClass, L"", WS_POPUP, 0, 0, 0, 0, nullptr, nullptr, kind.hInstance,
+                              nullptr);
+    if (window_ != nullptr) {
+      SetWindowLongPtrW(window_, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(this));
+    }
+    made_.set_value();
+    if (window_ == nullptr) return;
+    MSG message;
+    while (GetMessageW(&message, nullptr, 0, 0) > 0) DispatchMessageW(&message);
+  }
+
+  const std::function<void()> ends_;
+  std::promise<void> made_;
+  HWND window_ = nullptr;
+  std::thread thread_;  // last: it uses all of the above
+};
 
 struct EndRequests::State {
   /// Each event comes on a thread of its own.
@@ -66,6 +123,7 @@ struct EndRequests::State {
   bool asked DJ_GUARDED_BY(mutex) = false;
   bool over DJ_GUARDED_BY(mutex) = false;
   Clock::time_point deadline DJ_GUARDED_BY(mutex);
+  std::unique_ptr<SessionWindow> session;
 
   static std::atomic<State*> present;
 };
@@ -78,6 +136,7 @@ EndRequests::EndRequests(std::function<void()> ask, std::function<void()> last_r
   state_->last_resort = std::move(last_resort);
   state_->patience = patience;
   State::present = state_.get();
+  state_->session = std::make_unique<SessionWindow>([state = state_.get()] { state->Come(true); });
   static bool handles = false;
   if (std::exchange(handles, true)) return;
   SetConsoleCtrlHandler(
@@ -97,6 +156,7 @@ EndRequests::~EndRequests() {
     state_->over = true;
   }
   state_->changed.notify_all();
+  state_->session.reset();
   // An event's thread may still be on its way out of it; the process ends with this object.
   static_cast<void>(state_.release());
 }
