@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 
 // How the whole program ends when it is not its user who closes the window: by signals, with a window that
-// stands still, without its display. The program runs in a process of its own, at an emulated box of this
+// stands still, without its display. The program runs in a process of its own, at emulated boxes of this
 // one.
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -26,6 +26,7 @@
 #include <thread>
 #include <vector>
 
+#include "platform/usb/testing/EmulatedK8061.h"
 #include "platform/usb/testing/EmulatedK8062.h"
 #include "program/Run.h"
 #include "ui/forms/frmMain.h"
@@ -34,12 +35,14 @@ namespace {
 
 namespace fs = std::filesystem;
 using namespace std::chrono_literals;
+using platform::usb::testing::EmulatedK8061;
 using platform::usb::testing::EmulatedK8062;
 using platform::usb::testing::K8062Decoder;
 using SteadyClock = std::chrono::steady_clock;
 
 constexpr const char* kEvening = "--evening";
 constexpr const char* kJournal = "tlv.night";
+constexpr EmulatedK8061::Lamps kDark{0, {}};
 constexpr const char* kGo = "go";  ///< a file: the lamp is lit, the end may come
 
 /// What befalls the program, in the same moment in which a setting was changed.
@@ -72,19 +75,21 @@ void ChangeASettingAndEnd(ui::frmMain& window, const End& end) {
   while (end.window_stands_still) pause();
 }
 
-void LightALamp(ui::frmMain& window) {
+void LightLamps(ui::frmMain& window) {
   const auto find = [&window](const char* name) { return window.findChild<QWidget*>(QLatin1String(name)); };
   for (const char* button : {"Page4", "K8062"}) QTest::mouseClick(find(button), Qt::LeftButton);
   find("Fader3")->setFocus();
   QTest::keyClicks(find("Fader3"), QStringLiteral("123"));
-  QTest::mouseClick(find("Page6"), Qt::LeftButton);
+  for (const char* button : {"Page5", "UseK8000", "btnOn3", "Page6"}) {
+    QTest::mouseClick(find(button), Qt::LeftButton);
+  }
 }
 
 int Evening(int argc, char* argv[], const fs::path& home, const End& end) {
   QApplication application(argc, argv);
   QTimer timer;
   return program::Run(application, home, [&](ui::frmMain& window) {
-    LightALamp(window);
+    LightLamps(window);
     QObject::connect(&timer, &QTimer::timeout, [&] {
       if (!fs::exists(home / kGo)) return;
       timer.stop();
@@ -175,6 +180,7 @@ class Ending : public ::testing::TestWithParam<End> {
     home_ = pattern;
     bus_.SetPace(2ms);
     bus_.Plug();
+    board_.Plug();
   }
   void TearDown() override { fs::remove_all(home_); }
 
@@ -186,6 +192,7 @@ class Ending : public ::testing::TestWithParam<End> {
 
   fs::path home_;
   EmulatedK8062 bus_;
+  EmulatedK8061 board_{bus_, 3, 0};
 };
 
 TEST_P(Ending, LeavesTheLampsDarkAndTheNewestSettingOnTheDisk) {
@@ -201,6 +208,7 @@ TEST_P(Ending, LeavesTheLampsDarkAndTheNewestSettingOnTheDisk) {
   }
   Process program({"/proc/self/exe", kEvening, home_.string(), end.name}, environment);
   ASSERT_TRUE(bus_.WaitUntil([](const K8062Decoder& box) { return box.Shown()[2] == 123; }));
+  ASSERT_TRUE(board_.Shows({1 << 2, {}})) << "a lamp of the light organ";
   ASSERT_EQ(Settings().find("CrossfaderCurve"), std::string::npos);
   ASSERT_TRUE(Comes(home_ / kJournal));
   std::ofstream(home_ / kGo) << "go";
@@ -211,6 +219,7 @@ TEST_P(Ending, LeavesTheLampsDarkAndTheNewestSettingOnTheDisk) {
   const int wanted = end.display_goes ? EXIT_FAILURE : end.window_stands_still ? 128 + SIGTERM : 0;
   EXPECT_EQ(program.ExitWithin(20s), wanted);
   EXPECT_EQ(bus_.Box().Shown(), K8062Decoder::Frame());
+  EXPECT_TRUE(board_.WaitUntil([](const auto& lamps, const auto& /*counts*/) { return lamps == kDark; }));
   EXPECT_NE(Settings().find("CrossfaderCurve=1"), std::string::npos) << Settings();
   EXPECT_EQ(fs::exists(home_ / kJournal), end.display_goes) << "what nobody wished to end goes on";
 }

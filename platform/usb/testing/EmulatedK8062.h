@@ -9,8 +9,8 @@
 
 namespace platform::usb::testing {
 
-/// A bus with a K8062.
-class EmulatedK8062 final : private EmulatedBus, public EmulatedDevice {
+/// A bus with a K8062, at which other boxes may be too.
+class EmulatedK8062 final : public EmulatedBus, public EmulatedDevice {
  public:
   /// What is at the plug.
   enum class Board {
