@@ -59,6 +59,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   parts.organ.ShutDown();
   parts.collections.Flush();
   parts.equaliser.Flush();
+  parts.drafts.Flush();
   parts.lists.ShutDown();
   parts.ports.settings.Flush();
   if (leaves == Leaves::Nothing) parts.resume.ShutDown();

@@ -89,6 +89,10 @@ SongStation& Workstation::Songs() {
   return parts_->songs;
 }
 
+app::Drafts& Workstation::Drafts() {
+  return parts_->drafts;
+}
+
 EditorFiles& Workstation::Editors() {
   return parts_->editors;
 }

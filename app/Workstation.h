@@ -20,6 +20,7 @@ class ApplyButton;
 class BatchAnalysis;
 class Collections;
 class Decks;
+class Drafts;
 class EditorFiles;
 class EqualiserStation;
 class HeadphoneStation;
@@ -93,6 +94,7 @@ class Workstation {
   [[nodiscard]] SongStation& Songs();
   [[nodiscard]] RecordingStation& Recording();
   [[nodiscard]] EditorFiles& Editors();
+  [[nodiscard]] app::Drafts& Drafts();
   [[nodiscard]] app::Visuals& Visuals();
   [[nodiscard]] app::ApplyButton& ApplyButton();
   [[nodiscard]] app::Language& Language();

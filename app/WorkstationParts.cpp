@@ -49,6 +49,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
             [this] { collections.Music().Save(); }),
       recording(context, ports.recorder, outside.local_time),
       editors(context),
+      drafts(context),
       resume(context, {rack, lights, songs, lists, settings}, outside.journal),
       gains(outside.commands, folder, outside.workers, gate, window),
       decks({context, rack, resume, settings, collections, gains}, outside.sound) {

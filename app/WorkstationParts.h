@@ -19,6 +19,7 @@
 #include "app/Visuals.h"
 #include "app/WaitingPrompts.h"
 #include "app/Workstation.h"
+#include "app/lights/Drafts.h"
 #include "app/lights/EditorFiles.h"
 #include "app/lights/LightStation.h"
 #include "app/lights/OrganStation.h"
@@ -82,6 +83,7 @@ struct Workstation::Parts {
   ListStation lists;
   RecordingStation recording;
   EditorFiles editors;
+  app::Drafts drafts;
   ResumeStation resume;
   GainQueries gains;
   app::Decks decks;

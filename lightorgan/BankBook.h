@@ -25,6 +25,7 @@ class BankBook {
   /// Since it was made or Kept was called.
   [[nodiscard]] bool Changed() const { return changed_; }
   void Kept() { changed_ = false; }
+  void MarkChanged() { changed_ = true; }
 
   /// With one dark step, under the least number that is greater than all; its place.
   std::size_t Add();

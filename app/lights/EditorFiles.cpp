@@ -91,6 +91,14 @@ support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& libr
   return Listed(place, std::move(reading).Value());
 }
 
+support::Result<OpenedShow> Patched(support::Result<dmx::ShowReading> reading,
+                                    const support::ProgramFolder& folder, const support::Sentences& say) {
+  if (!reading) return reading.Failure();
+  OpenedShow opened{std::move(reading).Value(), {}};
+  opened.patch = dmx::PatchShow(opened.reading.show, dmx::FixtureLibrary(folder, say));
+  return opened;
+}
+
 }  // namespace
 
 std::string EditorFiles::Say(const support::Error& error) const {
@@ -138,12 +146,17 @@ void EditorFiles::BringFixture(const fs::path& path, Done<support::Result<Librar
 void EditorFiles::OpenShow(const fs::path& path, Done<support::Result<OpenedShow>> done) {
   WorkFor<support::Result<OpenedShow>>(
       context_,
-      [path, folder = context_.folder, &say = context_.say]() -> support::Result<OpenedShow> {
-        auto reading = dmx::OpenShow(path, say);
-        if (!reading) return reading.Failure();
-        OpenedShow opened{std::move(reading).Value(), {}};
-        opened.patch = dmx::PatchShow(opened.reading.show, dmx::FixtureLibrary(folder, say));
-        return opened;
+      [path, folder = context_.folder, &say = context_.say] {
+        return Patched(dmx::OpenShow(path, say), folder, say);
+      },
+      std::move(done));
+}
+
+void EditorFiles::ReadShow(std::string text, Done<support::Result<OpenedShow>> done) {
+  WorkFor<support::Result<OpenedShow>>(
+      context_,
+      [text = std::move(text), folder = context_.folder, &say = context_.say] {
+        return Patched(dmx::ReadShow(text, say), folder, say);
       },
       std::move(done));
 }

@@ -52,6 +52,8 @@ class EditorFiles {
   /// A fixture file from anywhere, as one of the library: it is copied there, beside any other of its name.
   void BringFixture(const std::filesystem::path& path, Done<support::Result<LibraryFixture>> done);
   void OpenShow(const std::filesystem::path& path, Done<support::Result<OpenedShow>> done);
+  /// The same of a show that is no file.
+  void ReadShow(std::string text, Done<support::Result<OpenedShow>> done);
   void SaveShow(const std::filesystem::path& path, dmx::Show show, Done<support::Result<void>> done);
   /// In the language chosen.
   [[nodiscard]] std::string Say(const support::Error& error) const;

@@ -343,6 +343,21 @@ void DMX::Read(const Path& path) {
       });
 }
 
+std::function<std::string()> DMX::DraftText() const {
+  return [show = edit_.Now()] { return dmx::ShowText(show); };
+}
+
+void DMX::ReadDraft(const std::string& text, const Path& path) {
+  workstation_.Editors().ReadShow(
+      text, [window = QPointer<DMX>(this), path](const support::Result<app::OpenedShow>& opened) {
+        if (window.isNull()) return;
+        if (!opened) return window->Tell(Decode(window->workstation_.Editors().Say(opened.Failure())));
+        window->Opened(opened.Value(), path);
+        window->edit_.MarkUnsaved();
+        window->ShowDocument();
+      });
+}
+
 void DMX::Opened(const app::OpenedShow& opened, const Path& path) {
   edit_.Begin(opened.reading.show);
   path_ = opened.reading.ended_early ? Path() : path;

@@ -46,10 +46,14 @@ class DMX final : public EditorWindow {
   void Redo() override { edit_.Redo(); }
   [[nodiscard]] bool CanUndo() const override { return edit_.History().CanUndo(); }
   [[nodiscard]] bool CanRedo() const override { return edit_.History().CanRedo(); }
+  [[nodiscard]] app::Drafts::Kind DraftKind() const override { return app::Drafts::Kind::Show; }
+  [[nodiscard]] std::uint64_t Stamp() const override { return edit_.History().Stamp(); }
+  [[nodiscard]] std::function<std::string()> DraftText() const override;
   [[nodiscard]] std::string Refusal() const override;
   [[nodiscard]] std::string Question() const override { return {}; }
   void Write(const Path& path, std::function<void(bool)> done) override;
   void Read(const Path& path) override;
+  void ReadDraft(const std::string& text, const Path& path) override;
   void Clear() override;
   void changeEvent(QEvent* event) override;
 

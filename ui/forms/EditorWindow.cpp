@@ -11,8 +11,8 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QVBoxLayout>
+#include <utility>
 
-#include "support/Clock.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/MessageBox.h"
 #include "ui/strings/Decode.h"
@@ -114,6 +114,31 @@ void EditorWindow::BringToFront() {
   setWindowState(windowState() & ~Qt::WindowMinimized);
   raise();
   activateWindow();
+}
+
+void EditorWindow::Leave(std::function<void()> then) {
+  flow_.Leave([this, then = std::move(then)] {
+    if (std::exchange(drafted_, 0) != 0) workstation_.Drafts().Drop(DraftKind());
+    then();
+  });
+}
+
+void EditorWindow::KeepDraft() {
+  constexpr auto kEvery = std::chrono::seconds(1);
+  const std::uint64_t stamp = Changed() ? Stamp() : 0;
+  if (stamp == drafted_) return;
+  if (stamp == 0) {
+    drafted_ = 0;
+    return workstation_.Drafts().Drop(DraftKind());
+  }
+  const support::TimePoint now = clock_.Now();
+  if (now < next_draft_ || !workstation_.Drafts().Keep(DraftKind(), path_.string(), DraftText())) return;
+  drafted_ = stamp;
+  next_draft_ = now + kEvery;
+}
+
+void EditorWindow::Restore(const app::Drafts::Draft& draft) {
+  Leave([this, draft] { ReadDraft(draft.text, draft.origin); });
 }
 
 QPushButton* EditorWindow::MakeButton(const char* name, EditorWord caption, EditorWord tip,

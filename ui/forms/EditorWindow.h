@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QPointer>
 #include <QWidget>
+#include <cstdint>
 #include <filesystem>
 #include <functional>
 #include <optional>
@@ -12,15 +13,13 @@
 
 #include "app/Workstation.h"
 #include "app/lights/DocumentFlow.h"
+#include "app/lights/Drafts.h"
+#include "support/Clock.h"
 #include "ui/strings/EditorWords.h"
 #include "ui/widgets/Look.h"
 
 class QHBoxLayout;
 class QPushButton;
-
-namespace support {
-class Clock;
-}  // namespace support
 
 namespace ui {
 
@@ -44,7 +43,11 @@ class EditorWindow : public QWidget {
   virtual void ShowFrame() = 0;
   [[nodiscard]] virtual bool Changed() const = 0;
   /// Asks first whether to save what was changed.
-  void Leave(std::function<void()> then) { flow_.Leave(std::move(then)); }
+  void Leave(std::function<void()> then);
+  /// With the main window's frame: what is not saved goes into a draft once a second.
+  void KeepDraft();
+  /// Takes the place of the document, as one that is not saved; asks first as Leave does.
+  void Restore(const app::Drafts::Draft& draft);
   [[nodiscard]] app::DocumentFlow& Flow() { return flow_; }
 
  Q_SIGNALS:
@@ -69,11 +72,18 @@ class EditorWindow : public QWidget {
   [[nodiscard]] virtual bool CanUndo() const = 0;
   [[nodiscard]] virtual bool CanRedo() const = 0;
 
+  [[nodiscard]] virtual app::Drafts::Kind DraftKind() const = 0;
+  /// Names the present state; never 0.
+  [[nodiscard]] virtual std::uint64_t Stamp() const = 0;
+  /// Gives the document's text on a worker.
+  [[nodiscard]] virtual std::function<std::string()> DraftText() const = 0;
+
   // What the flow asks of the document.
   [[nodiscard]] virtual std::string Refusal() const = 0;
   [[nodiscard]] virtual std::string Question() const = 0;
   virtual void Write(const Path& path, std::function<void(bool written)> done) = 0;
   virtual void Read(const Path& path) = 0;
+  virtual void ReadDraft(const std::string& text, const Path& path) = 0;
   virtual void Clear() = 0;
 
   /// The caption's part behind the program's name.
@@ -113,6 +123,8 @@ class EditorWindow : public QWidget {
   QPushButton* redo_ = nullptr;
   QPointer<QFileDialog> dialog_;
   bool leaving_ = false;
+  std::uint64_t drafted_ = 0;  ///< the state that is in the draft; 0: there is none
+  support::TimePoint next_draft_{};
 };
 
 /// As the file system has it.

@@ -49,8 +49,12 @@ void Editors::ApplySheet(const Look& look, double points) {
 }
 
 void Editors::ShowFrame() {
-  if (library_) library_->ShowFrame();
-  if (show_) show_->ShowFrame();
+  for (EditorWindow* editor :
+       {static_cast<EditorWindow*>(library_.get()), static_cast<EditorWindow*>(show_.get())}) {
+    if (editor == nullptr) continue;
+    editor->ShowFrame();
+    editor->KeepDraft();
+  }
 }
 
 bool Editors::Changed() const {

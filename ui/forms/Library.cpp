@@ -380,6 +380,18 @@ void Library::Read(const Path& path) {
       });
 }
 
+std::function<std::string()> Library::DraftText() const {
+  return [fixture = edit_.Now()] { return dmx::FixtureText(fixture); };
+}
+
+void Library::ReadDraft(const std::string& text, const Path& path) {
+  const auto reading = dmx::ReadFixture(text);
+  if (!reading) return Tell(Decode(workstation_.Editors().Say(reading.Failure())));
+  Opened(reading.Value(), path);
+  edit_.History().MarkSaved(0);
+  ShowDocument();
+}
+
 void Library::Opened(const dmx::FixtureReading& reading, const Path& path) {
   edit_.History().Begin(reading.fixture);
   // What was not read, or was brought into bounds, stands otherwise in the file that is there.

@@ -41,10 +41,14 @@ class Library final : public EditorWindow {
   void Redo() override { edit_.History().Redo(); }
   [[nodiscard]] bool CanUndo() const override { return edit_.History().CanUndo(); }
   [[nodiscard]] bool CanRedo() const override { return edit_.History().CanRedo(); }
+  [[nodiscard]] app::Drafts::Kind DraftKind() const override { return app::Drafts::Kind::Fixture; }
+  [[nodiscard]] std::uint64_t Stamp() const override { return edit_.History().Stamp(); }
+  [[nodiscard]] std::function<std::string()> DraftText() const override;
   [[nodiscard]] std::string Refusal() const override;
   [[nodiscard]] std::string Question() const override;
   void Write(const Path& path, std::function<void(bool)> done) override;
   void Read(const Path& path) override;
+  void ReadDraft(const std::string& text, const Path& path) override;
   void Clear() override;
   void changeEvent(QEvent* event) override;
 

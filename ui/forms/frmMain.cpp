@@ -52,6 +52,7 @@ constexpr QSize kFullSize(1366, 720);  ///< smaller windows get smaller type
 constexpr int kFullEm = 13;            ///< pixels of an em there, and what 10 points have above that
 constexpr double kRestOfEm = 1.0 / 3;
 constexpr QSize kSmallest(1200, 640);
+constexpr int kOrganPage = 4;
 constexpr double kSteps = 10;  ///< of the growth from one size to its double
 
 }  // namespace
@@ -60,7 +61,11 @@ frmMain::frmMain(app::Workstation& workstation, const support::Clock& clock)
     : workstation_(workstation),
       settings_(workstation.Settings()),
       clock_(clock),
-      editors_(workstation, clock) {
+      editors_(workstation, clock),
+      drafts_(workstation, clock, editors_, bank_draft_, [this] {
+        bank_draft_.open = true;
+        ShowPage(kOrganPage);
+      }) {
   setObjectName(QStringLiteral("frmMain"));
   QApplication::installTranslator(&words_);
   ReadChoices();
@@ -76,6 +81,7 @@ frmMain::frmMain(app::Workstation& workstation, const support::Clock& clock)
   frames_.setTimerType(Qt::PreciseTimer);
   connect(&frames_, &QTimer::timeout, this, &frmMain::ShowFrame);
   frames_.start(kFrame);
+  drafts_.Begin(*this, [this]() -> const Strings& { return *say_; });
 }
 
 frmMain::~frmMain() {
@@ -353,6 +359,7 @@ void frmMain::ShowFrame() {
     workstation_.Collections().Missing().LookAgain();  // a disk may have come or gone meanwhile
   was_active_ = active;
   editors_.ShowFrame();
+  drafts_.KeepBanks();
 }
 
 const app::DeckView& frmMain::Deck(int deck) const {

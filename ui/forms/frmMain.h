@@ -14,6 +14,7 @@
 #include "app/Workstation.h"
 #include "app/WorkstationView.h"
 #include "app/files/IntakeOrder.h"
+#include "ui/forms/DraftOffers.h"
 #include "ui/forms/Editors.h"
 #include "ui/forms/HelpWindow.h"
 #include "ui/forms/MessageBoxes.h"
@@ -168,6 +169,7 @@ class frmMain final : public QMainWindow {
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};
   Editors editors_;
+  DraftOffers drafts_;
   bool agreed_ = false;   ///< to end what plays
   bool leaving_ = false;  ///< nothing is left to ask for
 
