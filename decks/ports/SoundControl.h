@@ -24,10 +24,10 @@ struct HeardStream {
   support::SourceFrame length{0};  ///< exact when length_exact
   bool length_exact = false;
   bool cut_short = false;  ///< its file could be read no further: it ends there
-  int sample_rate = 0;  ///< of the file, in Hz
-  int channels = 0;     ///< of the file
-  double ratio = 1;     ///< source seconds a second, as heard
-  float left_peak = 0;  ///< of the last 20 ms heard, before volume, 1 is full scale
+  int sample_rate = 0;     ///< of the file, in Hz
+  int channels = 0;        ///< of the file
+  double ratio = 1;        ///< source seconds a second, as heard
+  float left_peak = 0;     ///< of the last 20 ms heard, before volume, 1 is full scale
   float right_peak = 0;
   bool waiting = false;  ///< its place is not decoded yet, so it stands still
   double lag = 0;        ///< seconds from the mixing to the loudspeaker: how late a change made now is heard
