@@ -36,6 +36,9 @@ VisualPanel::VisualPanel(app::Visuals& visuals, support::Settings& settings, con
   surface_ = new VisualSurface(look.skin);
   Name(*surface_, "Visual", look.say.Of(Say::Visual));
   connect(names_, &QComboBox::activated, this, &VisualPanel::Choose);
+  QSizePolicy stays = surface_->sizePolicy();
+  stays.setRetainSizeWhenHidden(true);
+  surface_->setSizePolicy(stays);
   auto* row = new QHBoxLayout(this);
   SetSpacingEm(*row, 0, 0.4);
   row->addWidget(surface_, 1);
@@ -77,6 +80,7 @@ void VisualPanel::Choose() {
 void VisualPanel::Show(const app::WorkstationView& view, support::TimePoint now) {
   // They are found by the conductor, some time after the window is there.
   if (names_->count() != static_cast<int>(visuals_.Names().size()) + 1) Fill();
+  ShowWhatActs();
   if (next_ && now < *next_) return;
   const auto frame = std::chrono::microseconds(1'000'000 / std::max(1, visuals_.Rate()));
   next_ = next_ && now - *next_ < frame ? *next_ + frame : now + frame;
@@ -84,6 +88,12 @@ void VisualPanel::Show(const app::WorkstationView& view, support::TimePoint now)
   const bool mixes = colour_of_ == app::HeardFrom::Deck1 || colour_of_ == app::HeardFrom::Deck2;
   const QColor colour = mixes ? look_.skin.Deck(app::DeckOf(colour_of_)) : look_.skin.text;
   surface_->Show(visuals_.Show(chosen_), colour, now);
+}
+
+void VisualPanel::ShowWhatActs() {
+  const bool any = names_->currentIndex() > 0;
+  if (surface_->isHidden() == any) surface_->setVisible(any);
+  rates_->setEnabled(any);
 }
 
 }  // namespace ui

@@ -37,6 +37,8 @@ class VisualPanel final : public QWidget {
   void Fill();
   void Choose();
   void FillRates();
+  /// Without a picture its place is empty, and how often it is drawn is nothing to choose.
+  void ShowWhatActs();
 
   app::Visuals& visuals_;
   support::Settings& settings_;

@@ -18,6 +18,7 @@
 #include <QTableWidget>
 #include <fstream>
 
+#include "app/Language.h"
 #include "dmx/testing/ShowMaker.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "ui/forms/DMX.h"
@@ -31,6 +32,7 @@ namespace {
 struct Sheet {
   Skin::Name skin;
   QSize size;
+  int language;
 };
 
 /// The window in the middle of an evening: two decks play, a song is sung, lamps are lit.
@@ -82,6 +84,7 @@ class Pictures : public EditorBooth {
 
 void Pictures::Prepare() {
   settings.Set("TLVG", "Skin", "Name", sheet_.skin == Skin::Name::Light ? "1" : "0");
+  station->Language().Choose(sheet_.language);
   // The bars fall with the window's frames, which come in real time.
   settings.Set("TLVG", "Visualisation", "Name", "None");
   std::ofstream(folder / "BankIO16.txt", std::ios::binary) << "[1]\r\n1:0:1\r\n0:1\r\n[2]\r\n1\r\n0:1\r\n";
@@ -320,15 +323,15 @@ QString Pictures::ListOf(QWidget& top) const {
 
 }  // namespace
 
-void RegisterPictures(const std::string& folder) {
+void RegisterPictures(const std::string& folder, int language) {
   const QString target = QString::fromStdString(folder);
   QDir().mkpath(target);
   for (const Skin::Name skin : {Skin::Name::Dark, Skin::Name::Light}) {
     for (const QSize size : {QSize(1366, 768), QSize(1920, 1080), QSize(3840, 2160)}) {
       const std::string name = (skin == Skin::Name::Light ? "Light" : "Dark") + std::to_string(size.width());
       ::testing::RegisterTest("Pictures", name.c_str(), nullptr, nullptr, __FILE__, __LINE__,
-                              [target, skin, size]() -> ::testing::Test* {
-                                return new Pictures(target, {skin, size});
+                              [target, skin, size, language]() -> ::testing::Test* {
+                                return new Pictures(target, {skin, size, language});
                               });
     }
   }

@@ -7,7 +7,8 @@
 namespace ui::testing {
 
 /// From now on there are cases that write a picture of every page, editor and dialog into the folder, in both
-/// skins and three sizes, each beside a list of its widgets. Two runs of one program write the same.
-void RegisterPictures(const std::string& folder);
+/// skins and three sizes, each beside a list of its widgets; language: its number. Two runs of one program
+/// write the same.
+void RegisterPictures(const std::string& folder, int language);
 
 }  // namespace ui::testing

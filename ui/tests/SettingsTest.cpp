@@ -207,6 +207,11 @@ TEST_F(SettingsTest, AVisualiserIsChosenKeptAndShowsTheDeckThatIsHeard) {
   EXPECT_EQ(Stored("Visualisation", "Name"), "Wave");
   Choose("Visualisers", 0);
   EXPECT_EQ(surface.Shown().kind, app::Picture::Kind::Empty);
+  EXPECT_FALSE(surface.isVisible()) << "no box without a picture";
+  EXPECT_FALSE(Find<QComboBox>("Resolution").isEnabled()) << "nothing is drawn";
+  Choose("Visualisers", 1);
+  Advance(100ms);
+  EXPECT_TRUE(surface.isVisible());
 }
 
 TEST_F(SettingsTest, TheManualOpensInAWindowOfItsOwnAndSaysWhereItShouldBe) {
