@@ -110,7 +110,7 @@ def misnamed():
             words.update(re.findall(rf"^(?: tip|    ) {code}  (.*)", table.read_text(encoding="utf-8"), re.MULTILINE))
         for manual in pathlib.Path("program-folder/help", folder).glob("*.htm"):
             for name in re.findall("[“„]([^”“]*)[”“]", manual.read_text(encoding="utf-8")):
-                if name not in words and f"{name} …" not in words:
+                if words.isdisjoint({name, f"{name}…", f"{name} …"}):
                     yield f"{manual}: the window does not say “{name}”"
 
 

@@ -287,7 +287,7 @@ void DMX::AskToRepair(int position) {
   const int now = fixture->Channels.count();
   const EditorWord question = now > fixture->NumberOf ? EditorWord::RepairMore : EditorWord::RepairFewer;
   Ask(QStringLiteral("Repair"), Word(question).arg(FixtureTitle(*fixture)).arg(fixture->NumberOf).arg(now),
-      Word(EditorWord::Repair).remove(QStringLiteral(" …")), Dressed().say(Say::DialogCancel),
+      Word(EditorWord::Repair).remove(QStringLiteral("…")).trimmed(), Dressed().say(Say::DialogCancel),
       [this, position](bool repair) {
         if (!repair) return;
         edit_.RepairFixture(position);
