@@ -19,6 +19,7 @@
 #include "platform/archive/testing/ZipMaker.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "platform/tags/TagWriter.h"
+#include "singers/RotationFile.h"
 
 namespace {
 
@@ -268,6 +269,23 @@ void MakeJournalSeeds(const std::filesystem::path& folder) {
       "[mixer]\nleader=2\nnext=2\n[suspect]\nfalls=5\nfile=\nfile=x\nfalls=-1\n");
 }
 
+void MakeRotationSeeds(const std::filesystem::path& folder) {
+  singers::Evening evening;
+  evening.date = "2026-11-22";
+  for (const char* name : {"Anna", "Ben", "Cleo"}) {
+    const singers::SingerId id = evening.rotation.Add(name);
+    for (int key = -2; key < 1; ++key)
+      evening.rotation.Ask(id, {"a.kar", "Artist", "Title", 200s, key, 2.5, 80, "Dora", 0});
+  }
+  evening.rotation.Begin();
+  evening.pace.AddChangeOver(30s);
+  evening.pace.AddTurn(true);
+  WriteSeed(folder / "evening", singers::RotationText(evening));
+  singers::SingerBook book;
+  book.Note("Anna", {"a.kar", "Artist", "Title", 200s, 2, 0, 100, "", 0}, evening.date);
+  WriteSeed(folder / "book", singers::SingerBookText(book));
+}
+
 void MakeOrderSeeds(const std::filesystem::path& folder) {
   using Source = app::IntakeOrder::Source;
   const auto order = [](app::IntakeOrder one) {
@@ -290,7 +308,7 @@ int main(int argc, char** argv) {
       {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
       {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
       {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds},       {"journals", &MakeJournalSeeds},
-      {"orders", &MakeOrderSeeds}};
+      {"orders", &MakeOrderSeeds},      {"rotations", &MakeRotationSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -4,139 +4,31 @@
 
 #include <algorithm>
 #include <cmath>
-#include <fstream>
-#include <iterator>
-#include <system_error>
 #include <utility>
 
-#include "support/Text.h"
+#include "support/PartLines.h"
 
 namespace app {
 namespace {
 
 using std::chrono::microseconds;
+using support::kNoYes;
+using support::PartValue;
+using support::PartWriter;
 
 constexpr std::string_view kHead = "dj TOLVEN night journal 1";
-constexpr std::string_view kSum = "sum=";
 constexpr std::size_t kMostBytes = std::size_t{1} << 20;  // bytes of a file that is taken for a journal
 constexpr std::size_t kMostSuspects = 64;
 constexpr int kMostFalls = 99;
 constexpr std::int64_t kMostNumber = 1'000'000'000'000'000;
-constexpr microseconds kMostTime = std::chrono::hours(1000);
-constexpr char kHex[] = "0123456789abcdef";
 
 // What a value may be, word by number.
 constexpr std::array<std::string_view, 4> kDeckStates{"empty", "standing", "playing", "paused"};
 constexpr std::array<std::string_view, 6> kSongStates{"empty",  "loading", "playing",
                                                       "paused", "stopped", "ended"};
 constexpr std::array<std::string_view, 3> kShowStates{"stopped", "playing", "paused"};
-constexpr std::array<std::string_view, 2> kNoYes{"no", "yes"};
 
-/// FNV-1a: it finds a file that was written in part, which is all that it is for.
-std::string SumOf(std::string_view text) {
-  std::uint64_t sum = 14695981039346656037U;
-  for (const char c : text) sum = (sum ^ static_cast<unsigned char>(c)) * 1099511628211U;
-  std::string hex;
-  for (int shift = 60; shift >= 0; shift -= 4) hex += kHex[sum >> shift & 15];
-  return hex;
-}
-
-int Digit(char c) {
-  const auto* const place = std::find(std::begin(kHex), std::end(kHex) - 1, c);
-  return place == std::end(kHex) - 1 ? -1 : static_cast<int>(place - std::begin(kHex));
-}
-
-void AppendHex(std::string& text, unsigned char byte) {
-  text += kHex[byte >> 4];
-  text += kHex[byte & 15];
-}
-
-/// A byte of two digits; nothing where there is none.
-std::optional<unsigned char> HexAt(std::string_view text, std::size_t place) {
-  if (place + 2 > text.size()) return std::nullopt;
-  const int high = Digit(text[place]), low = Digit(text[place + 1]);
-  if (high < 0 || low < 0) return std::nullopt;
-  return static_cast<unsigned char>(high << 4 | low);
-}
-
-/// In one line, whatever the name of a file holds.
-std::string Escaped(std::string_view text) {
-  std::string line;
-  for (const char c : text) {
-    if (c != '\r' && c != '\n' && c != '%') {
-      line += c;
-    } else {
-      line += '%';
-      AppendHex(line, static_cast<unsigned char>(c));
-    }
-  }
-  return line;
-}
-
-std::string Plain(std::string_view line) {
-  std::string text;
-  for (std::size_t i = 0; i < line.size(); ++i) {
-    const auto byte = line[i] == '%' ? HexAt(line, i + 1) : std::nullopt;
-    text += byte ? static_cast<char>(*byte) : line[i];
-    if (byte) i += 2;
-  }
-  return text;
-}
-
-/// Writes a value a line.
-class JournalLines {
- public:
-  void Part(std::string_view name) { text_.append("[").append(name).append("]\r\n"); }
-  void Text(std::string_view key, std::string_view value) {
-    if (value.empty()) return;
-    text_.append(key).append("=").append(Escaped(value)).append("\r\n");
-  }
-  void Number(std::string_view key, std::int64_t value) { Text(key, std::to_string(value)); }
-  void Real(std::string_view key, double value) { Text(key, support::FormatReal(value, 4)); }
-  void Flag(std::string_view key, bool value) { Text(key, kNoYes[value ? 1 : 0]); }
-  void Time(std::string_view key, microseconds time) { Number(key, time.count()); }
-  [[nodiscard]] std::string Take() { return std::move(text_); }
-
- private:
-  std::string text_;
-};
-
-/// A value as it stands in a line, read with the bounds of what it is for.
-class JournalValue {
- public:
-  explicit JournalValue(std::string_view text) : text_(text) {}
-  [[nodiscard]] std::string Text() const { return Plain(text_); }
-  template <typename T>
-  void Number(T& into, std::int64_t least, std::int64_t most) const {
-    if (const auto number = support::ParseInteger(text_))
-      into = static_cast<T>(std::clamp(*number, least, most));
-  }
-  template <typename T>
-  void Real(T& into, double least, double most) const {
-    const auto real = support::ParseReal(text_);
-    if (real && std::isfinite(*real)) into = static_cast<T>(std::clamp(*real, least, most));
-  }
-  template <typename T, std::size_t kCount>
-  void Word(T& into, const std::array<std::string_view, kCount>& words) const {
-    const auto* const word = std::find(words.begin(), words.end(), text_);
-    if (word != words.end()) into = static_cast<T>(word - words.begin());
-  }
-  void Time(microseconds& into) const {
-    std::int64_t count = into.count();
-    Number(count, 0, kMostTime.count());
-    into = microseconds(count);
-  }
-  void Time(std::optional<microseconds>& into) const {
-    microseconds time{0};
-    Time(time);
-    into = time;
-  }
-
- private:
-  std::string_view text_;
-};
-
-void WriteDeck(const DeckInHand& deck, JournalLines& lines) {
+void WriteDeck(const DeckInHand& deck, PartWriter& lines) {
   lines.Text("state", kDeckStates[static_cast<std::size_t>(deck.state)]);
   lines.Text("file", deck.filename);
   lines.Text("artist", deck.artist);
@@ -159,7 +51,7 @@ void WriteDeck(const DeckInHand& deck, JournalLines& lines) {
   lines.Number("cue", deck.pre_volume);
 }
 
-void ReadDeck(std::string_view key, const JournalValue& value, DeckInHand& deck) {
+void ReadDeck(std::string_view key, const PartValue& value, DeckInHand& deck) {
   constexpr double kMostGain = 60;
   if (key == "state") return value.Word(deck.state, kDeckStates);
   if (key == "file") deck.filename = value.Text();
@@ -181,7 +73,7 @@ void ReadDeck(std::string_view key, const JournalValue& value, DeckInHand& deck)
     value.Real(deck.equaliser[static_cast<std::size_t>(key[4] - '0')], -kMostEqGain, kMostEqGain);
 }
 
-void WriteMixer(const ListStation::InHand& mixer, JournalLines& lines) {
+void WriteMixer(const ListStation::InHand& mixer, PartWriter& lines) {
   lines.Number("fader1", mixer.hands.faders[0]);
   lines.Number("fader2", mixer.hands.faders[1]);
   lines.Number("crossfader", mixer.hands.crossfader);
@@ -200,7 +92,7 @@ void WriteMixer(const ListStation::InHand& mixer, JournalLines& lines) {
   lines.Flag("byhand", mix.hand_has_crossfader);
 }
 
-void ReadMixer(std::string_view key, const JournalValue& value, ListStation::InHand& mixer) {
+void ReadMixer(std::string_view key, const PartValue& value, ListStation::InHand& mixer) {
   MixInHand& mix = mixer.mix;
   if (key == "fader1") return value.Number(mixer.hands.faders[0], 0, 100);
   if (key == "fader2") return value.Number(mixer.hands.faders[1], 0, 100);
@@ -219,7 +111,7 @@ void ReadMixer(std::string_view key, const JournalValue& value, ListStation::InH
   if (key == "byhand") return value.Word(mix.hand_has_crossfader, kNoYes);
 }
 
-void WriteSong(const SongInHand& song, JournalLines& lines) {
+void WriteSong(const SongInHand& song, PartWriter& lines) {
   lines.Text("state", kSongStates[static_cast<std::size_t>(song.state)]);
   lines.Text("file", song.row.filename);
   lines.Text("artist", song.row.artist);
@@ -229,7 +121,7 @@ void WriteSong(const SongInHand& song, JournalLines& lines) {
   lines.Real("tempo", song.percent);
 }
 
-void ReadSong(std::string_view key, const JournalValue& value, SongInHand& song) {
+void ReadSong(std::string_view key, const PartValue& value, SongInHand& song) {
   if (key == "state") return value.Word(song.state, kSongStates);
   if (key == "file") song.row.filename = value.Text();
   if (key == "artist") song.row.artist = value.Text();
@@ -239,13 +131,13 @@ void ReadSong(std::string_view key, const JournalValue& value, SongInHand& song)
   if (key == "tempo") return value.Real(song.percent, -50, 100);
 }
 
-void WriteLights(const LightsInHand& lights, JournalLines& lines) {
+void WriteLights(const LightsInHand& lights, PartWriter& lines) {
   lines.Number("master", lights.grand_master);
   lines.Flag("blackout", lights.blackout);
   const auto last =
       std::find_if(lights.levels.rbegin(), lights.levels.rend(), [](auto level) { return level; });
   std::string levels;
-  for (auto level = lights.levels.begin(); level != last.base(); ++level) AppendHex(levels, *level);
+  for (auto level = lights.levels.begin(); level != last.base(); ++level) support::AppendHex(levels, *level);
   lines.Text("levels", levels);
   lines.Text("show", lights.show.string());
   lines.Text("state", kShowStates[static_cast<std::size_t>(lights.state)]);
@@ -253,7 +145,7 @@ void WriteLights(const LightsInHand& lights, JournalLines& lines) {
   lines.Flag("repeat", lights.repeat == dmx::ShowPlayer::Repeat::ForEver);
 }
 
-void ReadLights(std::string_view key, const JournalValue& value, LightsInHand& lights) {
+void ReadLights(std::string_view key, const PartValue& value, LightsInHand& lights) {
   if (key == "master") return value.Number(lights.grand_master, 0, dmx::OutputStage::kFullMaster);
   if (key == "blackout") return value.Word(lights.blackout, kNoYes);
   if (key == "show") lights.show = value.Text();
@@ -263,15 +155,15 @@ void ReadLights(std::string_view key, const JournalValue& value, LightsInHand& l
   if (key != "levels") return;
   const std::string levels = value.Text();
   for (std::size_t place = 0; place < lights.levels.size(); ++place)
-    lights.levels[place] = HexAt(levels, 2 * place).value_or(0);
+    lights.levels[place] = support::HexAt(levels, 2 * place).value_or(0);
 }
 
-void ReadSuspect(std::string_view key, const JournalValue& value, Suspect& suspect) {
+void ReadSuspect(std::string_view key, const PartValue& value, Suspect& suspect) {
   if (key == "falls") return value.Number(suspect.falls, 0, kMostFalls);
   if (key == "fresh") return value.Word(suspect.fresh, kNoYes);
 }
 
-void WriteSuspect(const Suspect& suspect, JournalLines& lines) {
+void WriteSuspect(const Suspect& suspect, PartWriter& lines) {
   lines.Number("falls", suspect.falls);
   lines.Flag("fresh", suspect.fresh);
 }
@@ -279,25 +171,17 @@ void WriteSuspect(const Suspect& suspect, JournalLines& lines) {
 /// The parts of a journal, one line at a time.
 class JournalReader {
  public:
-  void Take(std::string_view line) {
-    if (line.starts_with('[') && line.ends_with(']')) {
-      part_ = line.substr(1, line.size() - 2);
-      file_.clear();
-      return;
-    }
-    const std::size_t sign = line.find('=');
-    if (sign == std::string_view::npos) return;
-    const std::string_view key = line.substr(0, sign);
-    const JournalValue value(line.substr(sign + 1));
-    if (part_ == "journal" && key == "number") value.Number(read_.number, 0, kMostNumber);
-    if (part_ == "start") ReadSuspect(key, value, read_.start);
-    if (part_ == "deck1") ReadDeck(key, value, read_.decks[0]);
-    if (part_ == "deck2") ReadDeck(key, value, read_.decks[1]);
-    if (part_ == "mixer") ReadMixer(key, value, read_.mixer);
-    if (part_ == "song") ReadSong(key, value, read_.song);
-    if (part_ == "lights") ReadLights(key, value, read_.lights);
-    if (part_ == "suspect") TakeSuspect(key, value);
+  void Take(std::string_view part, std::string_view key, const PartValue& value) {
+    if (part == "journal" && key == "number") value.Number(read_.number, 0, kMostNumber);
+    if (part == "start") ReadSuspect(key, value, read_.start);
+    if (part == "deck1") ReadDeck(key, value, read_.decks[0]);
+    if (part == "deck2") ReadDeck(key, value, read_.decks[1]);
+    if (part == "mixer") ReadMixer(key, value, read_.mixer);
+    if (part == "song") ReadSong(key, value, read_.song);
+    if (part == "lights") ReadLights(key, value, read_.lights);
+    if (part == "suspect") TakeSuspect(key, value);
   }
+  void Begin() { file_.clear(); }
   [[nodiscard]] Journal Done() {
     for (DeckInHand& deck : read_.decks) {
       if (deck.filename.empty()) deck.state = DeckInHand::State::Empty;
@@ -309,31 +193,20 @@ class JournalReader {
   }
 
  private:
-  void TakeSuspect(std::string_view key, const JournalValue& value) {
+  void TakeSuspect(std::string_view key, const PartValue& value) {
     if (key == "file") file_ = value.Text();
     const bool room = read_.suspects.size() < kMostSuspects || read_.suspects.contains(file_);
     if (!file_.empty() && room) ReadSuspect(key, value, read_.suspects[file_]);
   }
 
   Journal read_;
-  std::string_view part_;
   std::string file_;  ///< of the suspect
 };
-
-std::optional<std::string> JournalContent(const std::filesystem::path& path) {
-  std::error_code error;
-  if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
-  std::ifstream file(path, std::ios::binary);
-  std::string text(kMostBytes + 1, '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
-  return text;
-}
 
 }  // namespace
 
 std::string JournalText(const Journal& journal) {
-  JournalLines lines;
+  PartWriter lines;
   lines.Part("journal");
   lines.Number("number", static_cast<std::int64_t>(journal.number));
   lines.Part("start");
@@ -353,29 +226,29 @@ std::string JournalText(const Journal& journal) {
     lines.Text("file", file);
     WriteSuspect(suspect, lines);
   }
-  std::string text = std::string(kHead) + "\r\n" + lines.Take();
-  return text + std::string(kSum) + SumOf(text) + "\r\n";
+  return support::SealedText(kHead, lines.Take());
 }
 
 Journal ParseJournalLines(std::string_view lines) {
   JournalReader reader;
-  for (const std::string_view line : support::SplitLines(lines)) reader.Take(line);
+  support::ReadParts(lines, {[&](std::string_view) { reader.Begin(); },
+                             [&](std::string_view part, std::string_view key, const PartValue& value) {
+                               reader.Take(part, key, value);
+                             }});
   return reader.Done();
 }
 
 std::optional<Journal> ParseJournal(std::string_view text) {
-  if (text.size() > kMostBytes || !text.starts_with(kHead)) return std::nullopt;
-  const std::size_t end = text.rfind(kSum);
-  if (end == std::string_view::npos) return std::nullopt;
-  const std::string_view above = text.substr(0, end);
-  if (support::Trim(text.substr(end + kSum.size())) != SumOf(above)) return std::nullopt;
-  return ParseJournalLines(above);
+  if (text.size() > kMostBytes) return std::nullopt;
+  const auto lines = support::LinesOfSealed(kHead, text);
+  if (!lines) return std::nullopt;
+  return ParseJournalLines(*lines);
 }
 
 StoredJournal ReadJournal(const support::ProgramFolder& folder) {
   StoredJournal stored;
   for (const std::string_view name : kJournalFiles) {
-    const auto text = JournalContent(folder.Native(name));
+    const auto text = support::ReadWholeFile(folder.Native(name), kMostBytes);
     if (!text) continue;
     auto journal = ParseJournal(*text);
     stored.damaged = stored.damaged || !journal;

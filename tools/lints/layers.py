@@ -7,7 +7,7 @@ import re
 import subprocess
 import sys
 
-SUBSYSTEMS = {"decks", "catalogue", "dmx", "lightorgan", "karaoke"}
+SUBSYSTEMS = {"decks", "catalogue", "dmx", "lightorgan", "karaoke", "singers"}
 PORTS = {f"{room}/ports" for room in SUBSYSTEMS | {"engine", "app", "support"}}
 # Room -> what it may include beside itself. "x/ports" allows the ports of x alone.
 ARROWS = {

@@ -25,6 +25,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"mp3gain", "FILE", &InspectMp3Gain},
     {"playlist", "FILE", &InspectPlaylist},
     {"presets", "FILE", &InspectPresets},
+    {"rotation", "FILE", &InspectRotation},
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
     {"tags", "FILE", &InspectTags},

@@ -46,6 +46,7 @@ ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPlaylist(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectRotation(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);

@@ -7,6 +7,7 @@
 
 #include "app/resume/Journal.h"
 #include "platform/files/testing/TestFolder.h"
+#include "singers/RotationFile.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
 namespace tools::djinspect {
@@ -54,6 +55,23 @@ TEST_F(JournalVerbTest, PrintsWhatIsStillToBeAdded) {
   EXPECT_EQ(
       nlohmann::json::parse(out_.str())["orders"],
       nlohmann::json::parse(R"([{"list":"playlist3","before":7,"opened":true,"paths":["/caf\u00e9.m3u"]}])"));
+}
+
+TEST_F(JournalVerbTest, PrintsWhoSingsWhatAfterWhom) {
+  singers::Evening evening;
+  for (const char* name : {"Anna", "caf\xE9"}) {
+    const singers::SingerId id = evening.rotation.Add(name);
+    evening.rotation.Ask(id, {"a.kar", "", "", std::chrono::seconds(90), -2, 0, 100, "Ben", 0});
+  }
+  evening.rotation.Begin();
+  ASSERT_EQ(Inspect(singers::RotationText(evening), "rotation"), ExitCode::Read);
+  const auto printed = nlohmann::json::parse(out_.str());
+  EXPECT_EQ(printed["rule"], "turns");
+  EXPECT_EQ(printed["stage"]["wish"]["key"], -2);
+  EXPECT_EQ(printed["singers"][1]["name"], "caf\xC3\xA9");
+  EXPECT_EQ(printed["waits"].size(), 1U);
+  EXPECT_GT(printed["waits"][0]["most"], 90);
+  EXPECT_EQ(Inspect("shopping list", "rotation"), ExitCode::NothingRead);
 }
 
 }  // namespace
