@@ -29,6 +29,7 @@ void Workstation::StartUp() {
   parts.lights.StartUp();
   parts.organ.StartUp();
   parts.songs.StartUp();
+  parts.singers.StartUp();
   parts.recording.StartUp();
   parts.lists.StartUp(stored);
   parts.visuals.StartUp();
@@ -60,6 +61,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   parts.collections.Flush();
   parts.equaliser.Flush();
   parts.drafts.Flush();
+  parts.singers.ShutDown();
   parts.lists.ShutDown();
   parts.ports.settings.Flush();
   if (leaves == Leaves::Nothing) parts.resume.ShutDown();

@@ -93,6 +93,10 @@ app::Drafts& Workstation::Drafts() {
   return parts_->drafts;
 }
 
+SingerStation& Workstation::Singers() {
+  return parts_->singers;
+}
+
 EditorFiles& Workstation::Editors() {
   return parts_->editors;
 }

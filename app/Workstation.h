@@ -33,6 +33,7 @@ class OrganStation;
 class OutputStation;
 class Prompts;
 class RecordingStation;
+class SingerStation;
 class SongStation;
 class Visuals;
 struct MixerHands;
@@ -92,6 +93,7 @@ class Workstation {
   [[nodiscard]] LightStation& Lights();
   [[nodiscard]] OrganStation& Organ();
   [[nodiscard]] SongStation& Songs();
+  [[nodiscard]] SingerStation& Singers();
   [[nodiscard]] RecordingStation& Recording();
   [[nodiscard]] EditorFiles& Editors();
   [[nodiscard]] app::Drafts& Drafts();

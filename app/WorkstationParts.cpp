@@ -44,6 +44,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
                       rack.Deck(3),
                       {outside.synthesisers, outside.code_pages, outside.side_store},
                       outside.images}),
+      singers(context, songs, outside.local_time),
       lists(context, {collections.Music().Table(), collections.Karaoke().Table(), collections.Playlists()},
             mixing, settings, outside.tags, collections.Scratch(), outside.local_time,
             [this] { collections.Music().Save(); }),
@@ -90,6 +91,7 @@ void Workstation::Parts::Tick(const WorkstationView& view) {
   lights.Tick(view);
   organ.Tick(view);
   songs.Tick(view);
+  singers.Tick();
   cores->SetPlaying(AnyPlays(view));
   lists.Tick(view, songs.Sung());
   recording.Tick(view);

@@ -27,6 +27,7 @@
 #include "app/recording/RecordingStation.h"
 #include "app/resume/ResumeStation.h"
 #include "app/settings/Preferences.h"
+#include "app/singers/SingerStation.h"
 #include "app/songs/SongStation.h"
 #include "app/sound/GainQueries.h"
 #include "app/sound/MicrophoneStation.h"
@@ -80,6 +81,7 @@ struct Workstation::Parts {
   LightStation lights;
   OrganStation organ;
   SongStation songs;
+  SingerStation singers;
   ListStation lists;
   RecordingStation recording;
   EditorFiles editors;

@@ -282,7 +282,7 @@ bool Rotation::Change(SingerId id, std::size_t wish, const Wish& how) {
   Wish& changed = singer->wishes[wish];
   changed.semitones = std::clamp(how.semitones, -12, 12);
   changed.percent = std::clamp(how.percent, -50.0, 100.0);
-  changed.volume = std::clamp(how.volume, 0, 100);
+  changed.volume = std::clamp(how.volume, -1, 100);
   changed.partner = CleanName(how.partner);
   return true;
 }

@@ -22,7 +22,7 @@ struct Wish {
   std::chrono::microseconds length{0};  ///< as written; 0: not known
   int semitones = 0;                    ///< -12 to 12
   double percent = 0;                   ///< tempo from the original, -50 to 100
-  int volume = 100;                     ///< 0 to 100
+  int volume = -1;                      ///< 0 to 100; -1: as the fader stands
   std::string partner;                  ///< who sings along; empty: nobody
   std::uint64_t ticket = 0;             ///< the evening's count of wishes when it came
   bool operator==(const Wish&) const = default;

@@ -26,7 +26,7 @@ void WriteWish(const Wish& wish, PartWriter& lines) {
   lines.Time("length", wish.length);
   if (wish.semitones != 0) lines.Number("key", wish.semitones);
   if (wish.percent != 0) lines.Real("tempo", wish.percent);
-  if (wish.volume != 100) lines.Number("volume", wish.volume);
+  if (wish.volume >= 0) lines.Number("volume", wish.volume);
   lines.Text("partner", wish.partner);
   if (wish.ticket != 0) lines.Number("ticket", static_cast<std::int64_t>(wish.ticket));
 }
@@ -38,7 +38,7 @@ void ReadWish(std::string_view key, const PartValue& value, Wish& wish) {
   if (key == "length") value.Time(wish.length);
   if (key == "key") value.Number(wish.semitones, -12, 12);
   if (key == "tempo") value.Real(wish.percent, -50, 100);
-  if (key == "volume") value.Number(wish.volume, 0, 100);
+  if (key == "volume") value.Number(wish.volume, -1, 100);
   if (key == "partner") wish.partner = CleanName(value.Text());
   if (key == "ticket") value.Number(wish.ticket, 0, kMostTickets);
 }
@@ -180,11 +180,11 @@ std::string RotationText(const Evening& evening) {
 
 std::string SingerBookText(const SingerBook& book) {
   PartWriter lines;
-  for (const auto& [key, page] : book.Pages()) {
+  for (const auto& [key, page] : book.All()) {
     lines.Part("singer");
-    lines.Text("name", page.name);
-    lines.Text("last", page.last);
-    for (const SungSong& song : page.songs) {
+    lines.Text("name", page->name);
+    lines.Text("last", page->last);
+    for (const SungSong& song : page->songs) {
       lines.Part("song");
       WriteWish(song.wish, lines);
       lines.Number("times", song.times);

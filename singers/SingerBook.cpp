@@ -21,7 +21,8 @@ void SingerBook::Note(std::string_view name, const Wish& wish, const std::string
   const std::string clean = CleanName(name);
   const std::string key = support::ToUpper(clean);
   if (clean.empty() || (pages_.size() >= kMostSingers && !pages_.contains(key))) return;
-  Page& page = pages_[key];
+  auto& known_page = pages_[key];
+  Page page = known_page == nullptr ? Page() : *known_page;
   page.name = clean;
   page.last = date;
   SungSong song;
@@ -37,11 +38,12 @@ void SingerBook::Note(std::string_view name, const Wish& wish, const std::string
   song.last = date;
   page.songs.insert(page.songs.begin(), std::move(song));
   if (page.songs.size() > kMostSongs) page.songs.resize(kMostSongs);
+  known_page = std::make_shared<const Page>(std::move(page));
 }
 
 const SingerBook::Page* SingerBook::Of(std::string_view name) const {
   const auto page = pages_.find(support::ToUpper(name));
-  return page == pages_.end() ? nullptr : &page->second;
+  return page == pages_.end() ? nullptr : page->second.get();
 }
 
 const SungSong* SingerBook::Sung(std::string_view name, std::string_view filename) const {
@@ -55,7 +57,7 @@ std::vector<std::string> SingerBook::Names(std::string_view begin, std::size_t m
   const std::string key = support::ToUpper(begin);
   std::vector<const Page*> found;
   for (auto page = pages_.lower_bound(key); page != pages_.end() && page->first.starts_with(key); ++page)
-    found.push_back(&page->second);
+    found.push_back(page->second.get());
   std::stable_sort(found.begin(), found.end(),
                    [](const Page* a, const Page* b) { return a->last > b->last; });
   if (found.size() > most) found.resize(most);
@@ -67,23 +69,20 @@ std::vector<std::string> SingerBook::Names(std::string_view begin, std::size_t m
 
 void SingerBook::Rename(std::string_view from, std::string_view to) {
   const std::string key = support::ToUpper(to);
-  if (support::ToUpper(from) == key) {
-    if (const auto page = pages_.find(key); page != pages_.end()) page->second.name = to;
-    return;
-  }
-  if (pages_.contains(key)) return;
-  auto page = pages_.extract(support::ToUpper(from));
-  if (page.empty()) return;
-  page.key() = key;
-  page.mapped().name = to;
-  pages_.insert(std::move(page));
+  const auto page = pages_.find(support::ToUpper(from));
+  if (page == pages_.end() || (page->first != key && pages_.contains(key))) return;
+  Page renamed = *page->second;
+  renamed.name = to;
+  pages_.erase(page);
+  pages_[key] = std::make_shared<const Page>(std::move(renamed));
 }
 
 void SingerBook::Add(Page page) {
   page.name = CleanName(page.name);
   if (page.name.empty() || pages_.size() >= kMostSingers) return;
   if (page.songs.size() > kMostSongs) page.songs.resize(kMostSongs);
-  pages_.emplace(support::ToUpper(page.name), std::move(page));
+  std::string key = support::ToUpper(page.name);
+  pages_.emplace(std::move(key), std::make_shared<const Page>(std::move(page)));
 }
 
 }  // namespace singers

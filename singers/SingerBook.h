@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -43,13 +44,15 @@ class SingerBook {
   /// The page of a renamed singer gets the other name; one that has a page is left as it is.
   void Rename(std::string_view from, std::string_view to);
 
-  [[nodiscard]] const std::map<std::string, Page>& Pages() const { return pages_; }
+  /// By name in upper case. A page never changes: copies of the book share it, so that one is made in no
+  /// time.
+  using Pages = std::map<std::string, std::shared_ptr<const Page>>;
+  [[nodiscard]] const Pages& All() const { return pages_; }
   /// A whole page, as a file has it; one without a name or too many are left out.
   void Add(Page page);
-  bool operator==(const SingerBook&) const = default;
 
  private:
-  std::map<std::string, Page> pages_;  ///< by name in upper case
+  Pages pages_;
 };
 
 }  // namespace singers

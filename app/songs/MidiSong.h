@@ -15,6 +15,7 @@ namespace app {
 struct SongWishes {
   int semitones = 0;   ///< -12 to 12
   double percent = 0;  ///< tempo from the original, -50 to 100
+  bool operator==(const SongWishes&) const = default;
 };
 
 /// A MIDI song on a sequencer and a stream of its own, so that the next one can be made ready beside it.

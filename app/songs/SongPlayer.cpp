@@ -14,6 +14,8 @@ namespace app {
 namespace {
 
 constexpr std::chrono::milliseconds kJustBeforeTheEnd{1};
+/// The engine keeps a file that it was told to prepare for a little longer than that.
+constexpr std::chrono::seconds kPrepareAgain{7};
 
 std::uint32_t SongMilliseconds(std::chrono::microseconds time) {
   const auto count = std::chrono::duration_cast<std::chrono::milliseconds>(time).count();
@@ -45,21 +47,47 @@ void SongPlayer::DropComing() {
   if (sources_.companion.Player().Filename() == coming_->row.filename) TakeCompanion(*coming_);
 }
 
-void SongPlayer::Play(SongRow row, std::string soundfont) {
+void SongPlayer::Play(SongRow row, std::string soundfont, const SongWishes& wishes) {
   DropComing();
   ++newest_;
   soundfont_ = std::move(soundfont);
-  coming_ = Coming{std::move(row), {}, false};
+  coming_ = Coming{std::move(row), wishes, false};
+  const Foreseen foreseen = std::exchange(foreseen_, {});
+  ++newest_foreseen_;
   if (!IsMidiSong(coming_->row.filename)) return StartCompanion();
   if (sources_.tools.synthesisers == nullptr) {
     const Coming refused = *std::exchange(coming_, std::nullopt);
     return Fail(refused.row, context_.say(support::Sentence::SynthesiserNotStarted));
   }
+  const bool is_ready =
+      foreseen.ready && foreseen.row.filename == coming_->row.filename && foreseen.soundfont == soundfont_;
+  if (is_ready) return Begin(*foreseen.ready);
   Prepare(coming_->row, &SongPlayer::newest_, &SongPlayer::Begin);
 }
 
+void SongPlayer::Foresee(SongRow row, std::string soundfont) {
+  foreseen_ = Foreseen{std::move(row), std::move(soundfont)};
+  ++newest_foreseen_;
+  if (IsMidiSong(foreseen_.row.filename) && sources_.tools.synthesisers != nullptr)
+    Prepare(foreseen_.row, &SongPlayer::newest_foreseen_, &SongPlayer::TakeForeseen);
+}
+
+/// One that cannot be read is looked at again when it is wanted, and told of then.
+void SongPlayer::TakeForeseen(const Ready& ready) {
+  if (ready) foreseen_.ready = ready.Value();
+}
+
+void SongPlayer::KeepForeseen() {
+  const std::string& file = foreseen_.row.filename;
+  const support::TimePoint now = context_.clock.Now();
+  const bool old = foreseen_.prepared == support::TimePoint{} || now - foreseen_.prepared >= kPrepareAgain;
+  if (file.empty() || IsMidiSong(file) || !old) return;
+  foreseen_.prepared = now;
+  sources_.control.Prepare(file, [](const support::Result<void>&) {});
+}
+
 void SongPlayer::GoOn(const SongInHand& song, std::string soundfont) {
-  Play(song.row, std::move(soundfont));
+  Play(song.row, std::move(soundfont), {});
   if (!coming_) return;
   coming_->from = song;
   coming_->wishes.semitones = song.semitones;
@@ -80,14 +108,16 @@ void SongPlayer::DropGoingOn() {
 /// newest: counts the wishes of the same kind; only the last one's answer is taken.
 void SongPlayer::Prepare(const SongRow& row, std::uint64_t SongPlayer::*newest,
                          void (SongPlayer::*then)(const Ready&)) {
-  context_.workers.Post([this, row, newest, then, number = this->*newest, soundfont = soundfont_,
-                         gate = context_.gate, box = context_.conductor] {
-    gate->Pass([&] {
-      box->Post([this, newest, then, number, ready = MakeReady(row, soundfont, sources_.tools)] {
-        if (number == this->*newest) (this->*then)(ready);
+  context_.workers.Post(
+      [this, row, newest, then, number = this->*newest,
+       soundfont = newest == &SongPlayer::newest_foreseen_ ? foreseen_.soundfont : soundfont_,
+       gate = context_.gate, box = context_.conductor] {
+        gate->Pass([&] {
+          box->Post([this, newest, then, number, ready = MakeReady(row, soundfont, sources_.tools)] {
+            if (number == this->*newest) (this->*then)(ready);
+          });
+        });
       });
-    });
-  });
 }
 
 support::Result<std::unique_ptr<MidiSong>> SongPlayer::OpenBeside(const SongRow& row, ReadySong ready,
@@ -141,6 +171,7 @@ void SongPlayer::StartCompanion() {
                            .tempo = decks::TempoSliders(),
                            .beside = kind_ == Kind::Companion});
   sources_.companion.Play();
+  if (coming_->wishes != SongWishes()) sources_.companion.BeginNextWith(SlidersOf(coming_->wishes));
 }
 
 /// A companion that is ready, or could not be read.
@@ -270,6 +301,7 @@ void SongPlayer::Tick(const WorkstationView& decks, SongView& view) {
   constexpr std::size_t kCompanion = 2;
   const DeckView& companion = decks.decks[kCompanion];
   FollowOutput(decks.outputs[0]);
+  KeepForeseen();
   LookAtCompanion(companion);
   view = SongView{};
   view.at = context_.clock.Now();

@@ -27,6 +27,8 @@ struct SongInHand {
   int semitones = 0;
   double percent = 0;
   std::string coming;  ///< the file that is being made ready, else empty
+  std::chrono::microseconds length{0};
+  int volume = 100;  ///< 0 to 100
 };
 
 /// What songs sound on.
@@ -49,7 +51,10 @@ class SongPlayer {
   SongPlayer(const StationContext& context, const SongSources& sources);
 
   /// soundfont: a path, or empty for the first one installed.
-  void Play(SongRow row, std::string soundfont);
+  void Play(SongRow row, std::string soundfont, const SongWishes& wishes);
+  /// The row's file will probably be wanted next: it is made ready, so that Play finds it so. One without a
+  /// name: nothing is foreseen.
+  void Foresee(SongRow row, std::string soundfont);
   /// Makes the song ready and goes on with it where it was; until then a hand that pauses or stops it wins.
   void GoOn(const SongInHand& song, std::string soundfont);
   void Pause();
@@ -84,6 +89,13 @@ class SongPlayer {
     std::optional<SongInHand> from = {};  ///< it goes on
   };
   using Ready = support::Result<ReadySong>;
+  /// A song that may be wanted next.
+  struct Foreseen {
+    SongRow row;
+    std::string soundfont;
+    std::optional<ReadySong> ready = {};  ///< of a MIDI file, once it is
+    support::TimePoint prepared{};        ///< the engine was told to have any other one ready
+  };
 
   void Prepare(const SongRow& row, std::uint64_t SongPlayer::*newest, void (SongPlayer::*then)(const Ready&));
   void Begin(const Ready& ready);
@@ -93,6 +105,8 @@ class SongPlayer {
   void StartCompanion();
   void LookAtCompanion(const DeckView& deck);
   void TakeCompanion(const Coming& coming);
+  void KeepForeseen();
+  void TakeForeseen(const Ready& ready);
   void DropComing();
   void DropGoingOn();
   void FollowOutput(OutputView place);
@@ -112,10 +126,12 @@ class SongPlayer {
   std::shared_ptr<const SongWords> companion_words_;  // with the window
   SongWishes wishes_;                                 ///< of the song that is there
   std::optional<Coming> coming_;
+  Foreseen foreseen_;
   std::string soundfont_;
-  std::uint64_t newest_ = 0;       ///< song that was chosen
-  std::uint64_t newest_move_ = 0;  ///< of the song that is there
-  OutputView place_;               ///< where songs play
+  std::uint64_t newest_ = 0;           ///< song that was chosen
+  std::uint64_t newest_foreseen_ = 0;  ///< song that may be wanted next
+  std::uint64_t newest_move_ = 0;      ///< of the song that is there
+  OutputView place_;                   ///< where songs play
   int volume_ = 100;
   int melody_ = 100;
   std::string failure_;

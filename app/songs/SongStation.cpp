@@ -33,7 +33,8 @@ void SongStation::StartUp() {
 void SongStation::Tick(const WorkstationView& decks) {
   SongView& view = views_.Draft();
   player_.Tick(decks, view);
-  in_hand_ = {player_.Row(), view.state, view.position, view.semitones, view.percent, view.coming};
+  in_hand_ = {player_.Row(), view.state,  view.position, view.semitones,
+              view.percent,  view.coming, view.length,   view.volume};
   view.disc = discs_.Tick(decks.decks);
   const bool midi_plays = view.state == SongView::State::Playing && IsMidiSong(view.filename);
   if (midi_plays) view.disc = {};
@@ -62,7 +63,12 @@ void SongStation::ShutDown() {
 }
 
 void SongStation::Play(SongRow row) {
-  context_.conductor->Order(player_, &SongPlayer::Play, std::move(row), Soundfont());
+  context_.conductor->Order(player_, &SongPlayer::Play, std::move(row), Soundfont(), SongWishes());
+}
+
+void SongStation::PlayNow(const SongRow& row, const SongWishes& wishes, int volume) {
+  if (volume >= 0) player_.SetVolume(volume);
+  player_.Play(row, Soundfont(), wishes);
 }
 
 void SongStation::GoOn(const SongInHand& song) {

@@ -38,6 +38,14 @@ class SongStation {
   /// What there is to go on with, of this tick; the conductor's.
   [[nodiscard]] const SongInHand& InHand() const { return in_hand_; }
 
+  // Of the rotation, on the conductor.
+  /// Plays the file as soon as it is ready, as the singer wants it. volume: 0 to 100, for this evening; -1
+  /// leaves it.
+  void PlayNow(const SongRow& row, const SongWishes& wishes, int volume);
+  void StopNow() { player_.Stop(); }
+  /// As SongPlayer.
+  void Foresee(const SongRow& row) { player_.Foresee(row, Soundfont()); }
+
   [[nodiscard]] const SongView& View() { return views_.Read(); }
 
   // Commands; what came of them stands in a later View().

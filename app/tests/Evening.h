@@ -47,6 +47,7 @@ class Evening : public ::testing::Test {
     ports.journal = journal_;
     ports.desk = &desk_;
     ports.microphone = microphone_;
+    ports.local_time = local_time_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -105,6 +106,7 @@ class Evening : public ::testing::Test {
   catalogue::SideStore* side_store_ = nullptr;
   support::Executor* journal_ = nullptr;
   decks::Microphone* microphone_ = nullptr;
+  LocalTime local_time_;
   support::Sentences say_;  ///< in English
   std::optional<Workstation> station_;
 };

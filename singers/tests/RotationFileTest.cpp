@@ -56,7 +56,7 @@ TEST(RotationFileTest, WhatALineSaysWronglyIsLeftOut) {
       "id=3\n[wish]\nfile=lost\n[evening]\nrule=none\nround=-5\nchangeover=-1\nturn=maybe\n[singer]\nname="
       "A\nid=7\nround=x\n"
       "[wish]\ntitle=no "
-      "file\n[wish]\nfile=f\nkey=99\ntempo=nan\nvolume=-1\n[singer]\nid=8\n[singer]\nname=a\nid=7\n"
+      "file\n[wish]\nfile=f\nkey=99\ntempo=nan\nvolume=-9\n[singer]\nid=8\n[singer]\nname=a\nid=7\n"
       "[singer]\nname=C\nid=99999999999\n[stage]\nsinger=55\nfile=s\n");
   const auto& singers = evening.rotation.Singers();
   ASSERT_EQ(singers.size(), 3U);
@@ -66,7 +66,7 @@ TEST(RotationFileTest, WhatALineSaysWronglyIsLeftOut) {
   ASSERT_EQ(singers[0].wishes.size(), 1U);
   EXPECT_EQ(singers[0].wishes[0].semitones, 12);
   EXPECT_EQ(singers[0].wishes[0].percent, 0);
-  EXPECT_EQ(singers[0].wishes[0].volume, 0);
+  EXPECT_EQ(singers[0].wishes[0].volume, -1);
   EXPECT_EQ(evening.rotation.OnStage()->singer, 0U);
 }
 
@@ -87,7 +87,7 @@ TEST(SingerBookTest, SongsAreRememberedAsTheyWereSungLast) {
   EXPECT_EQ(book.Names("an", 1).size(), 1U);
   const auto read = ParseSingerBook(SingerBookText(book));
   ASSERT_TRUE(read);
-  EXPECT_EQ(*read, book);
+  EXPECT_EQ(SingerBookText(*read), SingerBookText(book));
   book.Rename("anna", "Andy");
   EXPECT_NE(book.Of("Anna"), nullptr) << "another's page stays";
   book.Rename("anna", "Hanna");

@@ -34,6 +34,7 @@ PARTS_OF_APP = {
     "lists": {"files", "settings", "sound", "work"},
     "lights": {"settings", "work"},
     "songs": {"settings", "sound", "work"},
+    "singers": {"lists", "songs", "sound", "work"},
     "recording": {"lists", "settings", "sound", "work"},
     "resume": {"lights", "lists", "settings", "songs", "sound", "work"},
 }

@@ -367,7 +367,7 @@ const app::DeckView& frmMain::Deck(int deck) const {
 }
 
 void frmMain::Find() {
-  if (pages_->currentWidget() == karaoke_) return karaoke_->Find();
+  if (pages_->currentWidget() == karaoke_->parentWidget()) return karaoke_->Find();
   ShowPage(0);
   music_->Find();
 }

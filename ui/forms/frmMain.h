@@ -49,6 +49,7 @@ class OrganPage;
 class PageButton;
 class PlaylistPanel;
 class RecordingPage;
+class SingersPanel;
 class SongPanel;
 class VisualPanel;
 class frmKaraoke;
@@ -95,7 +96,9 @@ class frmMain final : public QMainWindow {
   QWidget* MakeMusic(const Look& look);
   QWidget* MakeKaraoke(const Look& look);
   /// A row of the karaoke table, from 1.
+  /// For the singer that is chosen, else at once.
   void PlaySong(int row);
+  void FillSongMenu(QMenu& menu);
   void AddSongs(std::vector<std::string> paths);
   void ShowSong(support::TimePoint now);
   QWidget* MakeEffects(const Look& look);
@@ -184,6 +187,7 @@ class frmMain final : public QMainWindow {
   std::array<PlaylistPanel*, app::kPlaylists> playlists_{};
   KaraokePage* karaoke_ = nullptr;
   SongPanel* song_ = nullptr;
+  SingersPanel* turns_ = nullptr;
   std::unique_ptr<frmKaraoke> singers_;
   EqualiserPage* equaliser_ = nullptr;
   RecordingPage* recording_ = nullptr;

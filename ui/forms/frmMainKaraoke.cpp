@@ -1,18 +1,52 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QHBoxLayout>
+#include <QMenu>
 #include <QPointer>
+#include <algorithm>
 
 #include "app/Collections.h"
+#include "app/singers/SingerStation.h"
 #include "app/songs/SongStation.h"
+#include "support/Text.h"
 #include "ui/forms/KaraokePage.h"
+#include "ui/forms/Menus.h"
+#include "ui/forms/SingersPanel.h"
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/forms/frmMain.h"
 #include "ui/models/TrackModel.h"
+#include "ui/strings/SingerWords.h"
 #include "ui/widgets/Kit.h"
 
 namespace ui {
+namespace {
+
+// Shares of the room beside the words: the songs have all of it until somebody sings.
+constexpr int kSongsShare = 5;
+constexpr int kSingersShare = 6;
+
+/// "03:45" in a table.
+std::chrono::seconds TimeOfCell(std::string_view cell) {
+  const std::size_t sign = cell.find(':');
+  const auto minutes = support::ParseInteger(cell.substr(0, sign));
+  const auto seconds = support::ParseInteger(sign == std::string_view::npos ? "" : cell.substr(sign + 1));
+  if (!minutes || !seconds || *minutes < 0 || *minutes > 1000) return {};
+  return std::chrono::minutes(*minutes) + std::chrono::seconds(std::clamp<std::int64_t>(*seconds, 0, 59));
+}
+
+/// Of a row of the songs; without a file where there is no such row.
+singers::Wish WishOf(const catalogue::track_table& table, int row) {
+  namespace column = catalogue::karaoke;
+  singers::Wish wish;
+  wish.filename = table.Cell(row, column::kFilename);
+  wish.artist = table.Cell(row, column::kArtist);
+  wish.title = table.Cell(row, column::kTitle);
+  wish.length = TimeOfCell(table.Cell(row, column::kTime));
+  return wish;
+}
+
+}  // namespace
 
 QWidget* frmMain::MakeKaraoke(const Look& look) {
   if (singers_ == nullptr) singers_ = std::make_unique<frmKaraoke>(workstation_.Settings(), *this);
@@ -29,18 +63,35 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
+  turns_ = new SingersPanel(workstation_.Singers(), look);
+  auto* lists = Column(0.4, {{karaoke_, kSongsShare}, turns_});
+  connect(turns_, &SingersPanel::Filled, this,
+          [this, lists](bool any) { lists->setStretchFactor(turns_, any ? kSingersShare : 0); });
   auto* box = new QWidget;
-  FillRow(*box, 0, 0.4, {{karaoke_, 4}, {song_, 6}});
+  FillRow(*box, 0, 0.4, {{lists, 4}, {song_, 6}});
   return box;
 }
 
+void frmMain::FillSongMenu(QMenu& menu) {
+  const std::vector<int> rows = karaoke_->ChosenRows();
+  if (const singers::SingerId singer = turns_->ChosenSinger(); singer != 0) {
+    AddAct(menu, QStringLiteral("AskForSinger"),
+           (*say_)(SingerWord::AskForSinger).arg(turns_->NameOf(singer)), Qt::Key_Return,
+           [this, rows] { PlaySong(rows.front()); })
+        ->setEnabled(!rows.empty());
+  }
+  AddAct(menu, QStringLiteral("PlaySong"), (*say_)(Say::PlaySong), {}, [this, rows] {
+    workstation_.Singers().Do(&app::SingerStation::PlayNow,
+                              WishOf(workstation_.Collections().Karaoke().Table(), rows.front()));
+  })->setEnabled(!rows.empty());
+}
+
 void frmMain::PlaySong(int row) {
-  namespace column = catalogue::karaoke;
-  const catalogue::track_table& table = workstation_.Collections().Karaoke().Table();
-  const auto cell = [&](int which) { return std::string(table.Cell(row, which)); };
-  const std::string filename = cell(column::kFilename);
-  if (filename.empty()) return;
-  workstation_.Songs().Play({filename, cell(column::kArtist), cell(column::kTitle)});
+  const singers::Wish wish = WishOf(workstation_.Collections().Karaoke().Table(), row);
+  if (wish.filename.empty()) return;
+  if (const singers::SingerId singer = turns_->ChosenSinger(); singer != 0)
+    return workstation_.Singers().Do(&app::SingerStation::Ask, singer, wish);
+  workstation_.Singers().Do(&app::SingerStation::PlayNow, wish);
 }
 
 void frmMain::AddSongs(std::vector<std::string> paths) {
@@ -60,6 +111,7 @@ void frmMain::ShowSong(support::TimePoint now) {
   karaoke_->Rows().ShowMissing(workstation_.Collections().Missing().Answers());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);
+  turns_->Show(workstation_.Singers().View());
   singers_->Show(song, now);
 }
 

@@ -10,6 +10,7 @@
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
 #include "ui/forms/MixerPanel.h"
+#include "ui/forms/SingersPanel.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/forms/ToneStrip.h"
 #include "ui/forms/frmMain.h"
@@ -21,6 +22,7 @@ namespace {
 constexpr int kCrossfaderStep = 5;
 constexpr auto kListenStep = std::chrono::seconds(10);
 constexpr int kPages = 8;
+constexpr int kKaraokePage = 2;
 
 }  // namespace
 
@@ -60,6 +62,11 @@ void frmMain::MakeKeys() {
   for (int page = 0; page < kPages; ++page) {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
+  Key(KeyOfNewSinger(), Reach::Everywhere, [this] {
+    ShowPage(kKaraokePage);
+    turns_->TakeName();
+  });
+  Key(KeyOfNextSinger(), Reach::Everywhere, [this] { turns_->Next(); });
   Key(KeyOfRecording(), Reach::Everywhere, [this] { ToggleRecording(); });
   Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });

@@ -22,12 +22,7 @@ void frmMain::GiveRowMenus() {
   give(music_->RowMenu(), TableId::Catalogue);
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist)
     give(PanelOf(PlaylistId(playlist)).RowMenu(), PlaylistId(playlist));
-  karaoke_->RowMenu().AddFirst([this](QMenu& menu, const QPoint&) {
-    const std::vector<int> rows = karaoke_->ChosenRows();
-    AddAct(menu, QStringLiteral("PlaySong"), (*say_)(Say::PlaySong), Qt::Key_Return, [this, rows] {
-      PlaySong(rows.front());
-    })->setEnabled(!rows.empty());
-  });
+  karaoke_->RowMenu().AddFirst([this](QMenu& menu, const QPoint&) { FillSongMenu(menu); });
 }
 
 void frmMain::FillRowMenu(QMenu& menu, TableId table) {

@@ -27,6 +27,14 @@ QKeySequence KeyOfShowEditor() {
   return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
 }
 
+QKeySequence KeyOfNewSinger() {
+  return QKeySequence(Qt::CTRL | Qt::Key_G);
+}
+
+QKeySequence KeyOfNextSinger() {
+  return QKeySequence(Qt::CTRL | Qt::Key_Return);
+}
+
 QKeySequence KeyOfRecording() {
   return QKeySequence(Qt::CTRL | Qt::Key_R);
 }

@@ -36,6 +36,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfFixtureEditor();
 [[nodiscard]] QKeySequence KeyOfShowEditor();
 /// The recording begins or ends.
+[[nodiscard]] QKeySequence KeyOfNewSinger();
+[[nodiscard]] QKeySequence KeyOfNextSinger();
 [[nodiscard]] QKeySequence KeyOfRecording();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();

@@ -1,0 +1,31 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "singers/Rotation.h"
+#include "singers/WaitTimes.h"
+
+namespace app {
+
+/// The host's sheet at one moment. It never changes.
+struct SingersSheet {
+  singers::Rotation rotation;
+  std::vector<singers::Wait> waits;
+  bool on_stage_sings = false;   ///< the song on stage has begun, and is not over
+  singers::SingerId newest = 0;  ///< who was added last
+  std::uint64_t number = 0;      ///< another one with each sheet
+};
+
+/// What the window draws of the singers; a snapshot of one tick.
+struct SingersView {
+  std::shared_ptr<const SingersSheet> sheet;  ///< never null. Shared with the window's pictures
+  /// Of the singer book, in the order of the alphabet. Shared, because a snapshot never changes; never null.
+  std::shared_ptr<const std::vector<std::string>> names;
+};
+
+}  // namespace app

@@ -1,0 +1,222 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <fstream>
+
+#include "app/singers/SingerStation.h"
+#include "app/tests/Evening.h"
+#include "karaoke/testing/MidiBytes.h"
+#include "karaoke/testing/RecordingSynthesiser.h"
+#include "support/testing/TemporaryFolder.h"
+
+namespace app {
+namespace {
+
+using namespace std::chrono_literals;
+using singers::Wish;
+
+/// An evening whose songs last ten seconds.
+class SingersTest : public testing::Evening {
+ protected:
+  SingersTest() {
+    folder_ = program_.Path();
+    karaoke::testing::TrackBytes track = karaoke::testing::UsualHead().Name("Words").Text(0, "@TLittle song");
+    for (int i = 0; i < 20; ++i) track.Event(i == 0 ? 0 : 380, {0x90, 60, 100}).Event(100, {0x80, 60, 0});
+    const std::string bytes = karaoke::testing::FileBytes({track.End(380)});
+    for (const char* name : {"1.kar", "2.kar", "3.kar"})
+      std::ofstream(program_.Path() / name, std::ios::binary) << bytes;
+    std::ofstream(program_.Path() / "bad.kar") << "a shopping list";
+    Begin();
+  }
+  void Begin() {
+    StartUp(&synthesisers_);
+    Settle();
+  }
+  void PutOnDisk() {
+    for (const std::string_view name : {singers::kRotationFile, singers::kSingerBookFile}) {
+      const auto path = program_.Path() / name.substr(1);
+      if (const auto text = files_.Content(path)) std::ofstream(path, std::ios::binary) << *text;
+    }
+  }
+  /// As after a kill: what was saved is there, nothing is shut down.
+  void Fall() {
+    workers_.RunAll();
+    PutOnDisk();
+    station_.reset();
+    Begin();
+  }
+  [[nodiscard]] SingerStation& Host() { return station_->Singers(); }
+  [[nodiscard]] const SingersSheet& Sheet() { return *Host().View().sheet; }
+  [[nodiscard]] singers::SingerId Id(std::string_view name) { return Sheet().rotation.FindName(name)->id; }
+  [[nodiscard]] Wish Song(const std::string& name, int key = 0) {
+    Wish wish;
+    wish.filename = name.ends_with("mp3") ? name : (program_.Path() / name).string();
+    wish.length = 10s;
+    wish.semitones = key;
+    return wish;
+  }
+  void Ask(const std::string& name, const std::string& file, int key = 0) {
+    if (Sheet().rotation.FindName(name) == nullptr) Host().Do(&SingerStation::Add, name);
+    Settle();
+    Host().Do(&SingerStation::Ask, Id(name), Song(file, key));
+    Settle();
+  }
+  void Next() {
+    Host().Do(&SingerStation::Next);
+    Settle();
+    workers_.RunAll();
+    Settle();
+  }
+  [[nodiscard]] std::string OnStage() {
+    const auto& turn = Sheet().rotation.OnStage();
+    if (!turn) return "";
+    const singers::Singer* singer = Sheet().rotation.Find(turn->singer);
+    return singer == nullptr ? "nobody" : singer->name;
+  }
+  [[nodiscard]] std::string Sounds() {
+    const SongView& song = station_->Songs().View();
+    if (song.state != SongView::State::Playing) return "";
+    return std::filesystem::path(song.filename).filename().string();
+  }
+
+  support::testing::TemporaryFolder program_;
+  karaoke::testing::RecordingSynthesisers synthesisers_;
+};
+
+TEST_F(SingersTest, SingersComeOnStageInTurnWithTheirSongsAndKeys) {
+  Ask("Anna", "1.kar", -2);
+  Ask("Ben", "a.mp3", 3);
+  Ask("Cleo", "3.kar");
+  EXPECT_EQ(OnStage(), "");
+  Next();
+  EXPECT_EQ(OnStage(), "Anna");
+  EXPECT_EQ(Sounds(), "1.kar");
+  EXPECT_EQ(station_->Songs().View().semitones, -2);
+  ASSERT_EQ(Sheet().waits.size(), 2U);
+  const auto waits = Sheet().waits;
+  Advance(6s);
+  Settle();
+  EXPECT_EQ(waits[0].most - Sheet().waits[0].most, 6s) << "the rest of the song counts";
+  Next();
+  EXPECT_EQ(OnStage(), "Ben");
+  EXPECT_EQ(Sounds(), "a.mp3");
+  EXPECT_EQ(station_->Songs().View().semitones, 3);
+  Next();
+  EXPECT_EQ(Sounds(), "3.kar");
+  EXPECT_EQ(station_->Songs().View().semitones, 0) << "a key is its singer's";
+  Next();
+  EXPECT_EQ(OnStage(), "") << "nobody has a wish left";
+}
+
+TEST_F(SingersTest, ASongThatEndsEndsItsTurnAndIsRememberedAsItWasSung) {
+  Ask("Anna", "1.kar");
+  Next();
+  station_->Songs().SetKey(4);
+  Settle();
+  for (int i = 0; i < 12; ++i) Advance(1s);
+  Settle();
+  EXPECT_EQ(OnStage(), "");
+  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+  EXPECT_EQ(*Host().View().names, std::vector<std::string>{"Anna"});
+  Fall();
+  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+  Ask("ANNA", "1.kar");
+  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->wishes[0].semitones, 4);
+  Ask("Anna", "1.kar", -1);
+  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->wishes[1].semitones, -1)
+      << "what is asked for now goes before it";
+}
+
+TEST_F(SingersTest, TheNextSongIsReadyBeforeItsTurn) {
+  Ask("Anna", "1.kar");
+  Ask("Ben", "2.kar");
+  Ask("Cleo", "a.mp3");
+  workers_.RunAll();
+  Settle();
+  for (const char* file : {"1.kar", "2.kar"}) {
+    Host().Do(&SingerStation::Next);
+    station_->Tick();  // and no worker has worked
+    EXPECT_EQ(Sounds(), file);
+    Settle();
+    workers_.RunAll();
+    Settle();
+  }
+  engine_.ClearLog();
+  for (int i = 0; i < 3; ++i) Advance(5s);
+  const auto log = engine_.Log();
+  EXPECT_GE(std::count(log.begin(), log.end(), "Prepare a.mp3"), 2)
+      << "the engine forgets what nobody came for";
+}
+
+TEST_F(SingersTest, WhatNobodyHeardWasNotSung) {
+  Ask("Anna", "bad.kar");
+  Ask("Ben", "2.kar");
+  Next();
+  EXPECT_EQ(OnStage(), "");
+  EXPECT_EQ(Sheet().rotation.Next()->name, "Anna");
+  EXPECT_NE(station_->Songs().View().failure, "");
+  Host().Do(&SingerStation::Skip, Id("Anna"));
+  Settle();
+  Next();
+  EXPECT_EQ(OnStage(), "Ben");
+  Host().Do(&SingerStation::Skip, Id("Ben"));
+  Settle();
+  EXPECT_EQ(Sounds(), "");
+  EXPECT_EQ(Sheet().rotation.Find(Id("Ben"))->sung, 0);
+  EXPECT_EQ(Sheet().rotation.Find(Id("Ben"))->wishes.size(), 1U);
+}
+
+TEST_F(SingersTest, AFallInMidSongLeavesTheTurnAndAnotherEveningBeginsAnew) {
+  Host().Do(&SingerStation::SetRule, singers::Rule::FirstCome);
+  Ask("Anna", "1.kar");
+  Ask("Ben", "2.kar");
+  Next();
+  Fall();
+  EXPECT_EQ(OnStage(), "Anna");
+  Next();
+  EXPECT_EQ(OnStage(), "Anna") << "she was cut off";
+  station_->ShutDown();
+  PutOnDisk();
+  local_time_ = [] {
+    std::tm time = LocalTimeNow();
+    time.tm_year += 1;
+    return time;
+  };
+  Begin();
+  EXPECT_TRUE(Sheet().rotation.Singers().empty());
+  EXPECT_EQ(Sheet().rotation.Rule(), singers::Rule::FirstCome);
+}
+
+TEST_F(SingersTest, ADamagedListIsSetAsideAndAFullDiskIsToldOnce) {
+  station_->ShutDown();
+  std::ofstream(program_.Path() / "tlv.singers") << "x";
+  Begin();
+  EXPECT_TRUE(Sheet().rotation.Singers().empty());
+  files_.SetFull(true);
+  Ask("Dora", "1.kar");
+  workers_.RunAll();
+  EXPECT_TRUE(std::filesystem::exists(program_.Path() / "tlv.singers.damaged-1"));
+  Settle();
+  EXPECT_NE(station_->View().notice.find("list of singers"), std::string::npos);
+  files_.SetFull(false);
+  station_->ShutDown();
+  PutOnDisk();
+  Begin();
+  EXPECT_NE(Sheet().rotation.FindName("Dora"), nullptr);
+}
+
+TEST_F(SingersTest, ASongOfTheHostsOwnEndsTheTurnBeforeIt) {
+  Ask("Anna", "1.kar");
+  Next();
+  Host().Do(&SingerStation::PlayNow, Song("2.kar"));
+  Settle();
+  workers_.RunAll();
+  Settle();
+  EXPECT_EQ(OnStage(), "nobody");
+  EXPECT_EQ(Sounds(), "2.kar");
+  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+}
+
+}  // namespace
+}  // namespace app

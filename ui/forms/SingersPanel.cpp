@@ -1,0 +1,337 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "ui/forms/SingersPanel.h"
+
+#include <QCompleter>
+#include <QInputDialog>
+#include <QLineEdit>
+#include <QMenu>
+#include <QSignalBlocker>
+#include <QStringListModel>
+#include <QTableWidget>
+#include <algorithm>
+#include <cmath>
+
+#include "app/singers/SingerStation.h"
+#include "ui/forms/Dialogs.h"
+#include "ui/forms/Menus.h"
+#include "ui/strings/Decode.h"
+#include "ui/strings/SingerWords.h"
+#include "ui/widgets/ElidedLabel.h"
+#include "ui/widgets/Kit.h"
+#include "ui/widgets/QuietCombo.h"
+
+namespace ui {
+namespace {
+
+using app::SingerStation;
+using singers::SingerId;
+using singers::Wish;
+
+enum Column { kTurn, kSinger, kSong, kWait };
+
+constexpr int kMostKey = 12;
+constexpr int kMostTempo = 20;
+
+QString Signed(int value) {
+  if (value == 0) return QStringLiteral("0");
+  return (value > 0 ? QStringLiteral("+%1") : QStringLiteral("−%1")).arg(std::abs(value));
+}
+
+QString TitleOf(const Wish& wish) {
+  const QString title = Decode(wish.title);
+  if (title.isEmpty()) return Decode(std::filesystem::path(wish.filename).filename().string());
+  return wish.artist.empty() ? title : QStringLiteral("%1 – %2").arg(Decode(wish.artist), title);
+}
+
+}  // namespace
+
+SingersPanel::SingersPanel(SingerStation& host, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), host_(host), look_(look) {
+  const auto& say = look.say;
+  Name(*this, "SingersPanel", say(SingerWord::Singers));
+  table_ = MakeTable(
+      "SingersList", say.Of(SingerWord::Singers),
+      {QString(), say(SingerWord::SingerHead), say(SingerWord::SongHead), say(SingerWord::WaitHead)}, kSong);
+  connect(table_, &QTableWidget::itemSelectionChanged, this, [this] {
+    const int row = table_->currentRow();
+    chosen_ =
+        row < 0 || row >= static_cast<int>(lines_.size()) ? 0 : lines_[static_cast<std::size_t>(row)].id;
+    ShowChosen();
+  });
+  auto* menu = new ContextMenu(*table_, QStringLiteral("SingersMenu"));
+  menu->AddFirst([this](QMenu& shown, const QPoint&) { FillMenu(shown); });
+  below_ = new QWidget;
+  FillColumn(*below_, 0, 0.3, {{table_, 1}, MakeWish(), MakeActs()});
+  FillColumn(*this, 0.4, 0.3, {MakeHead(), {below_, 1}});
+  below_->hide();
+  ShowChosen();
+}
+
+QHBoxLayout* SingersPanel::MakeHead() {
+  const auto& say = look_.say;
+  name_ = new QLineEdit;
+  Name(*name_, "NewSinger", say(SingerWord::NewSinger), say.Tip(SingerWord::NewSinger));
+  name_->setPlaceholderText(say(SingerWord::NewSinger));
+  name_->setMaxLength(static_cast<int>(singers::Rotation::kMostName));
+  known_ = new QStringListModel(this);
+  auto* completer = new QCompleter(known_, this);
+  completer->setCaseSensitivity(Qt::CaseInsensitive);
+  name_->setCompleter(completer);
+  connect(name_, &QLineEdit::returnPressed, this, &SingersPanel::AddTyped);
+  rule_ =
+      Choice(look_.skin, "SingersRule", say.Of(SingerWord::RuleOfTurns),
+             {say(SingerWord::TurnsRule), say(SingerWord::NewcomersRule), say(SingerWord::FirstComeRule)}, 0,
+             [this](int rule) { host_.Do(&SingerStation::SetRule, static_cast<singers::Rule>(rule)); });
+  next_ = PlainButton("NextSinger", say.Of(SingerWord::NextSinger), [this] { Next(); });
+  SetHeightEm(*next_, kListHeadEms);
+  return Row(0.4, {{name_, 1}, rule_, next_});
+}
+
+QPushButton* SingersPanel::Act(const char* name, AnyWord word, std::function<void(SingerId)> act) {
+  auto* button = PlainButton(name, look_.say.Of(word), [this, act = std::move(act)] {
+    if (chosen_ != 0) act(chosen_);
+  });
+  needs_choice_.push_back(button);
+  return button;
+}
+
+QHBoxLayout* SingersPanel::MakeActs() {
+  hold_ = Lamp("HoldSinger", look_.say.Of(SingerWord::HoldSinger), [this](bool held) {
+    if (chosen_ != 0) host_.Do(&SingerStation::Hold, chosen_, held);
+  });
+  needs_choice_.push_back(hold_);
+  bring_back_ = PlainButton("BringSingerBack", look_.say.Of(SingerWord::BringSingerBack),
+                            [this] { host_.Do(&SingerStation::BringBack); });
+  return Row(0.3, {Act("SingerUp", SingerWord::SingerUp, [this](SingerId id) { MoveBy(id, -1); }),
+                   Act("SingerDown", SingerWord::SingerDown, [this](SingerId id) { MoveBy(id, 1); }), hold_,
+                   Act("SkipSinger", SingerWord::SkipSinger,
+                       [this](SingerId id) { host_.Do(&SingerStation::Skip, id); }),
+                   Part::Room(),
+                   Act("RemoveSinger", SingerWord::RemoveSinger,
+                       [this](SingerId id) { host_.Do(&SingerStation::Remove, id); }),
+                   bring_back_});
+}
+
+QHBoxLayout* SingersPanel::MakeWish() {
+  const auto& say = look_.say;
+  wish_ = Sentence("ChosenWish", look_.skin.dim);
+  QStringList keys, tempos;
+  for (int key = -kMostKey; key <= kMostKey; ++key)
+    keys << say(SingerWord::WishKey) + QStringLiteral(" ") + Signed(key);
+  for (int tempo = -kMostTempo; tempo <= kMostTempo; ++tempo) tempos << Signed(tempo) + QStringLiteral(" %");
+  key_ = Choice(look_.skin, "WishKey", say.Of(SingerWord::WishKey), keys, kMostKey,
+                [this](int) { ChangeWish(); });
+  tempo_ = Choice(look_.skin, "WishTempo", say.Of(SingerWord::WishTempo), tempos, kMostTempo,
+                  [this](int) { ChangeWish(); });
+  partner_ = new QLineEdit;
+  Name(*partner_, "WishPartner", say(SingerWord::WishPartner), say.Tip(SingerWord::WishPartner));
+  partner_->setPlaceholderText(say(SingerWord::WishPartner));
+  partner_->setMaxLength(static_cast<int>(singers::Rotation::kMostName));
+  connect(partner_, &QLineEdit::editingFinished, this, &SingersPanel::ChangeWish);
+  return Row(0.3, {{wish_, 3}, key_, tempo_, {partner_, 2}});
+}
+
+void SingersPanel::TakeName() {
+  name_->setFocus();
+  name_->selectAll();
+}
+
+void SingersPanel::Next() {
+  host_.Do(&SingerStation::Next);
+}
+
+bool SingersPanel::IsEmpty() const {
+  return sheet_->rotation.Singers().empty();
+}
+
+SingerId SingersPanel::ChosenSinger() const {
+  return chosen_;
+}
+
+QString SingersPanel::NameOf(SingerId id) const {
+  const singers::Singer* singer = sheet_->rotation.Find(id);
+  return singer == nullptr ? QString() : Decode(singer->name);
+}
+
+const singers::Singer* SingersPanel::Chosen() const {
+  return sheet_->rotation.Find(chosen_);
+}
+
+void SingersPanel::AddTyped() {
+  const std::string typed = name_->text().toUtf8().toStdString();
+  if (singers::CleanName(typed).empty()) return;
+  host_.Do(&SingerStation::Add, typed);
+  // The completer fills the field again behind this signal.
+  QMetaObject::invokeMethod(name_, &QLineEdit::clear, Qt::QueuedConnection);
+}
+
+void SingersPanel::Show(const app::SingersView& view) {
+  if (names_ != view.names) {
+    names_ = view.names;
+    QStringList names;
+    for (const std::string& name : *names_) names << Decode(name);
+    known_->setStringList(names);
+  }
+  if (sheet_ == view.sheet) return;
+  const bool was_empty = IsEmpty();
+  sheet_ = view.sheet;
+  Fill();
+  if (was_empty == IsEmpty()) return;
+  below_->setVisible(!IsEmpty());
+  Q_EMIT Filled(!IsEmpty());
+}
+
+void SingersPanel::Fill() {
+  const singers::Rotation& now = sheet_->rotation;
+  singers::Rotation then = now;
+  then.End();
+  std::vector<Line> lines;
+  if (now.OnStage()) lines.push_back({now.OnStage()->singer, true});
+  for (const singers::Singer& singer : then.Singers()) lines.push_back({singer.id, false});
+  {
+    const QSignalBlocker quiet(table_);
+    table_->setRowCount(static_cast<int>(lines.size()));
+    lines_ = std::move(lines);
+    for (std::size_t row = 0; row < lines_.size(); ++row) FillRow(static_cast<int>(row), lines_[row]);
+  }
+  rule_->setCurrentIndex(static_cast<int>(now.Rule()));
+  next_->setEnabled(now.Next() != nullptr);
+  bring_back_->setEnabled(now.Removed() > 0);
+  // Whoever was added is the one that the next song is for.
+  const bool came = sheet_->newest != newest_ && now.Find(sheet_->newest) != nullptr;
+  if (came) newest_ = sheet_->newest;
+  Choose(came ? newest_ : now.Find(chosen_) != nullptr ? chosen_ : 0);
+}
+
+void SingersPanel::Choose(SingerId id) {
+  const auto waiting = std::find(lines_.begin(), lines_.end(), Line{id, false});
+  {
+    const QSignalBlocker quiet(table_);
+    if (waiting == lines_.end()) {
+      table_->clearSelection();
+      table_->setCurrentCell(-1, -1);
+    } else if (const auto row = static_cast<int>(waiting - lines_.begin()); row != table_->currentRow()) {
+      table_->selectRow(row);
+    }
+  }
+  chosen_ = waiting == lines_.end() ? 0 : id;
+  ShowChosen();
+}
+
+QString SingersPanel::SongText(const Wish& wish) const {
+  const auto& say = look_.say;
+  QString text = TitleOf(wish);
+  if (wish.semitones != 0) text = say(SingerWord::InKey).arg(text, Signed(wish.semitones));
+  return wish.partner.empty() ? text : say(SingerWord::WithPartner).arg(text, Decode(wish.partner));
+}
+
+QString SingersPanel::WaitText(SingerId id) const {
+  const auto wait = std::find_if(sheet_->waits.begin(), sheet_->waits.end(),
+                                 [&](const singers::Wait& each) { return each.singer == id; });
+  if (wait == sheet_->waits.end()) return {};
+  const auto least = wait->least.count() / 60, most = (wait->most.count() + 59) / 60;
+  return look_.say(SingerWord::WaitRange).arg(least).arg(std::max(most, least + 1));
+}
+
+void SingersPanel::FillRow(int row, const Line& line) {
+  const auto& say = look_.say;
+  const singers::Singer* singer = sheet_->rotation.Find(line.id);
+  QString turn, song, wait, name = singer == nullptr ? QString() : Decode(singer->name);
+  if (line.on_stage) {
+    turn = QStringLiteral("▶");
+    song = SongText(sheet_->rotation.OnStage()->wish);
+    wait = say(SingerWord::NowOn);
+  } else if (singer != nullptr) {
+    const auto here = sheet_->rotation.OnStage() ? row : row + 1;
+    turn = QString::number(here);
+    const auto more = static_cast<int>(singer->wishes.size()) - 1;
+    song = singer->wishes.empty() ? say(SingerWord::NoWish) : SongText(singer->wishes.front());
+    if (more > 0) song = say(SingerWord::MoreWishes).arg(song).arg(more);
+    wait = singer->held ? say(SingerWord::IsAway) : WaitText(line.id);
+  }
+  const bool dim = !line.on_stage && (singer == nullptr || singer->held || singer->wishes.empty());
+  const QString cells[] = {turn, name, song, wait};
+  for (int column = kTurn; column <= kWait; ++column) {
+    QTableWidgetItem* item = table_->item(row, column);
+    if (item == nullptr) table_->setItem(row, column, item = new QTableWidgetItem);
+    item->setText(cells[column]);
+    item->setToolTip(column == kSong ? cells[column] : QString());
+    item->setForeground(dim ? look_.skin.dim : line.on_stage ? look_.skin.Deck(1) : look_.skin.text);
+    if (column == kWait) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    QFont font = table_->font();
+    font.setBold(line.on_stage || column == kSinger);
+    item->setFont(font);
+  }
+}
+
+void SingersPanel::ShowChosen() {
+  const singers::Singer* singer = Chosen();
+  for (QPushButton* button : needs_choice_) button->setEnabled(singer != nullptr);
+  hold_->setChecked(singer != nullptr && singer->held);
+  const Wish* wish = singer == nullptr || singer->wishes.empty() ? nullptr : &singer->wishes.front();
+  wish_->Show(wish == nullptr ? look_.say(SingerWord::NobodyYet) : TitleOf(*wish));
+  for (QWidget* control :
+       {static_cast<QWidget*>(key_), static_cast<QWidget*>(tempo_), static_cast<QWidget*>(partner_)})
+    control->setEnabled(wish != nullptr);
+  const QSignalBlocker quiet(partner_);
+  key_->setCurrentIndex(kMostKey + (wish == nullptr ? 0 : wish->semitones));
+  const int tempo = wish == nullptr ? 0 : static_cast<int>(std::lround(wish->percent));
+  tempo_->setCurrentIndex(kMostTempo + std::clamp(tempo, -kMostTempo, kMostTempo));
+  if (!partner_->hasFocus()) partner_->setText(wish == nullptr ? QString() : Decode(wish->partner));
+}
+
+void SingersPanel::ChangeWish() {
+  const singers::Singer* singer = Chosen();
+  if (singer == nullptr || singer->wishes.empty()) return;
+  Wish how = singer->wishes.front();
+  how.semitones = key_->currentIndex() - kMostKey;
+  const int tempo = tempo_->currentIndex() - kMostTempo;
+  if (std::abs(how.percent) <= kMostTempo || tempo != 0) how.percent = tempo;
+  how.partner = singers::CleanName(partner_->text().toUtf8().toStdString());
+  if (how != singer->wishes.front()) host_.Do(&SingerStation::Change, chosen_, 0, how);
+}
+
+/// Before the one that stands there now.
+void SingersPanel::MoveBy(SingerId id, int steps) {
+  const auto here = std::find(lines_.begin(), lines_.end(), Line{id, false});
+  if (here == lines_.end()) return;
+  const auto first =
+      std::find_if(lines_.begin(), lines_.end(), [](const Line& line) { return !line.on_stage; });
+  const auto place = std::clamp<std::ptrdiff_t>(here - first + steps, 0, lines_.end() - first - 1);
+  host_.Do(&SingerStation::Move, id, static_cast<int>(place));
+}
+
+void SingersPanel::FillMenu(QMenu& menu) {
+  const singers::Singer* singer = Chosen();
+  if (singer == nullptr) return;
+  const auto& say = look_.say;
+  const SingerId id = chosen_;
+  for (std::size_t i = 0; i < singer->wishes.size(); ++i) {
+    const QString title = TitleOf(singer->wishes[i]);
+    const int wish = static_cast<int>(i);
+    if (i > 0) {
+      AddAct(menu, QStringLiteral("WishFirst%1").arg(wish), say(SingerWord::WishFirst).arg(title), {},
+             [this, id, wish] { host_.Do(&SingerStation::MoveWish, id, wish, 0); });
+    }
+    AddAct(menu, QStringLiteral("Withdraw%1").arg(wish), say(SingerWord::WithdrawWish).arg(title), {},
+           [this, id, wish] { host_.Do(&SingerStation::Withdraw, id, wish); });
+  }
+  menu.addSeparator();
+  AddAct(menu, QStringLiteral("RenameSinger"), say(SingerWord::RenameSinger), {},
+         [this, id] { AskForName(id); });
+}
+
+void SingersPanel::AskForName(SingerId id) {
+  auto* dialog = new QInputDialog(this);
+  dialog->setObjectName(QStringLiteral("SingerNameDialog"));
+  dialog->setAttribute(Qt::WA_DeleteOnClose);
+  dialog->setLabelText(look_.say(SingerWord::SingerName));
+  dialog->setTextValue(NameOf(id));
+  connect(dialog, &QInputDialog::textValueSelected, this, [this, id](const QString& name) {
+    host_.Do(&SingerStation::Rename, id, name.toUtf8().toStdString());
+  });
+  ShowDialog(*dialog, *this);
+}
+
+}  // namespace ui
