@@ -226,6 +226,7 @@ constexpr Words kKaraoke[] = {{"BackGround", "0", "colour behind the words"},
                               {"Style", "0", "words are sung over: 0 from side to side, 1 word by word"},
                               {"Picture", "", "picture behind the words; empty for none"},
                               {"Screen", "", "screen of the singers; empty for none"},
+                              {"NextUp", "True", "the singers' screen tells who sings next"},
                               {"Volume", "100", "level of the songs, 0 to 100"},
                               {"MelodyLevel", "100", "level of the melody in MIDI songs, 0 to 100"},
                               {"Soundfont", "", "soundfont of MIDI songs; empty for the first installed"}};

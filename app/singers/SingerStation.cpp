@@ -243,6 +243,7 @@ void SingerStation::Follow() {
 
 void SingerStation::NoteBegin() {
   begun_ = true;
+  sang_last_.clear();
   if (silent_) {
     const auto gap = context_.clock.Now() - *silent_;
     evening_.pace.AddChangeOver(std::chrono::duration_cast<std::chrono::microseconds>(gap));
@@ -267,6 +268,7 @@ void SingerStation::NoteSung() {
   evening_.pace.AddTurn(!there || song.state == State::Ended || song.position * 2 > song.length);
   const singers::Singer* singer = evening_.rotation.Find(turn.singer);
   if (singer == nullptr) return;
+  sang_last_ = singer->name;
   Wish sung = turn.wish;
   if (there) {
     sung.semitones = song.semitones;
@@ -314,6 +316,7 @@ void SingerStation::Publish() {
     sheet->waits = singers::WaitTimes(evening_.rotation, Rest(), evening_.pace);
     sheet->on_stage_sings = begun_;
     sheet->newest = newest_;
+    sheet->sang_last = sang_last_;
     sheet->number = shown_.sheet->number + 1;
     shown_.sheet = std::move(sheet);
   }

@@ -89,6 +89,7 @@ class SingerStation {
   std::optional<support::TimePoint> silent_;  ///< since the last song ended
   std::string foreseen_;                      ///< file that the songs were told to make ready
   singers::SingerId newest_ = 0;
+  std::string sang_last_;
   bool changed_ = true;
   support::TimePoint published_{};
   SingersView shown_;

@@ -17,6 +17,7 @@ struct SingersSheet {
   singers::Rotation rotation;
   std::vector<singers::Wait> waits;
   bool on_stage_sings = false;   ///< the song on stage has begun, and is not over
+  std::string sang_last;         ///< name of whoever has sung; empty while somebody sings
   singers::SingerId newest = 0;  ///< who was added last
   std::uint64_t number = 0;      ///< another one with each sheet
 };

@@ -13,8 +13,10 @@
 #include <cmath>
 
 #include "app/singers/SingerStation.h"
+#include "support/Settings.h"
 #include "ui/forms/Dialogs.h"
 #include "ui/forms/Menus.h"
+#include "ui/models/NextUpText.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/SingerWords.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -38,16 +40,11 @@ QString Signed(int value) {
   return (value > 0 ? QStringLiteral("+%1") : QStringLiteral("−%1")).arg(std::abs(value));
 }
 
-QString TitleOf(const Wish& wish) {
-  const QString title = Decode(wish.title);
-  if (title.isEmpty()) return Decode(std::filesystem::path(wish.filename).filename().string());
-  return wish.artist.empty() ? title : QStringLiteral("%1 – %2").arg(Decode(wish.artist), title);
-}
-
 }  // namespace
 
-SingersPanel::SingersPanel(SingerStation& host, const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), host_(host), look_(look) {
+SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, const Look& look,
+                           QWidget* parent)
+    : Surface(look.skin.panel, parent), host_(host), settings_(settings), look_(look) {
   const auto& say = look.say;
   Name(*this, "SingersPanel", say(SingerWord::Singers));
   table_ = MakeTable(
@@ -101,13 +98,16 @@ QHBoxLayout* SingersPanel::MakeActs() {
     if (chosen_ != 0) host_.Do(&SingerStation::Hold, chosen_, held);
   });
   needs_choice_.push_back(hold_);
+  auto* screen = Lamp("SingersOnScreen", look_.say.Of(SingerWord::OnScreen),
+                      [this](bool on) { settings_.SetFlag("Karaoke", "NextUp", on); });
+  screen->setChecked(settings_.Flag("Karaoke", "NextUp"));
   bring_back_ = PlainButton("BringSingerBack", look_.say.Of(SingerWord::BringSingerBack),
                             [this] { host_.Do(&SingerStation::BringBack); });
   return Row(0.3, {Act("SingerUp", SingerWord::SingerUp, [this](SingerId id) { MoveBy(id, -1); }),
                    Act("SingerDown", SingerWord::SingerDown, [this](SingerId id) { MoveBy(id, 1); }), hold_,
                    Act("SkipSinger", SingerWord::SkipSinger,
                        [this](SingerId id) { host_.Do(&SingerStation::Skip, id); }),
-                   Part::Room(),
+                   Part::Room(), screen, Part::Room(),
                    Act("RemoveSinger", SingerWord::RemoveSinger,
                        [this](SingerId id) { host_.Do(&SingerStation::Remove, id); }),
                    bring_back_});
@@ -221,7 +221,7 @@ void SingersPanel::Choose(SingerId id) {
 
 QString SingersPanel::SongText(const Wish& wish) const {
   const auto& say = look_.say;
-  QString text = TitleOf(wish);
+  QString text = WishTitle(wish);
   if (wish.semitones != 0) text = say(SingerWord::InKey).arg(text, Signed(wish.semitones));
   return wish.partner.empty() ? text : say(SingerWord::WithPartner).arg(text, Decode(wish.partner));
 }
@@ -270,7 +270,7 @@ void SingersPanel::ShowChosen() {
   for (QPushButton* button : needs_choice_) button->setEnabled(singer != nullptr);
   hold_->setChecked(singer != nullptr && singer->held);
   const Wish* wish = singer == nullptr || singer->wishes.empty() ? nullptr : &singer->wishes.front();
-  wish_->Show(wish == nullptr ? look_.say(SingerWord::NobodyYet) : TitleOf(*wish));
+  wish_->Show(wish == nullptr ? look_.say(SingerWord::NobodyYet) : WishTitle(*wish));
   for (QWidget* control :
        {static_cast<QWidget*>(key_), static_cast<QWidget*>(tempo_), static_cast<QWidget*>(partner_)})
     control->setEnabled(wish != nullptr);
@@ -308,7 +308,7 @@ void SingersPanel::FillMenu(QMenu& menu) {
   const auto& say = look_.say;
   const SingerId id = chosen_;
   for (std::size_t i = 0; i < singer->wishes.size(); ++i) {
-    const QString title = TitleOf(singer->wishes[i]);
+    const QString title = WishTitle(singer->wishes[i]);
     const int wish = static_cast<int>(i);
     if (i > 0) {
       AddAct(menu, QStringLiteral("WishFirst%1").arg(wish), say(SingerWord::WishFirst).arg(title), {},

@@ -24,6 +24,10 @@ namespace app {
 class SingerStation;
 }  // namespace app
 
+namespace support {
+class Settings;
+}  // namespace support
+
 namespace ui {
 
 class ElidedLabel;
@@ -35,7 +39,7 @@ class SingersPanel final : public Surface {
   Q_OBJECT
 
  public:
-  SingersPanel(app::SingerStation& host, const Look& look, QWidget* parent = nullptr);
+  SingersPanel(app::SingerStation& host, support::Settings& settings, const Look& look, QWidget* parent = nullptr);
 
   /// Once a frame.
   void Show(const app::SingersView& view);
@@ -78,6 +82,7 @@ class SingersPanel final : public Surface {
   [[nodiscard]] QString WaitText(singers::SingerId id) const;
 
   app::SingerStation& host_;
+  support::Settings& settings_;
   Look look_;
   QLineEdit* name_;
   QStringListModel* known_;

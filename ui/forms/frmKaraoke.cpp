@@ -10,6 +10,7 @@
 #include <algorithm>
 
 #include "ui/widgets/LyricSurface.h"
+#include "ui/widgets/NextUpCard.h"
 
 namespace ui {
 
@@ -35,6 +36,7 @@ frmKaraoke::frmKaraoke(support::Settings& settings, const QWidget& main) : setti
   auto* rows = new QVBoxLayout(this);
   rows->setContentsMargins(0, 0, 0, 0);
   rows->addWidget(surface_);
+  next_up_ = new NextUpCard(*this);
   connect(qApp, &QGuiApplication::screenAdded, this, &frmKaraoke::ScreenCame);
   connect(qApp, &QGuiApplication::screenRemoved, this, &frmKaraoke::ScreenWent);
 }

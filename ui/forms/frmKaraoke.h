@@ -16,6 +16,7 @@ class QScreen;
 namespace ui {
 
 class LyricSurface;
+class NextUpCard;
 
 /// The singers' window: the words and nothing else, on a screen of theirs or in a window of its own.
 ///
@@ -48,6 +49,8 @@ class frmKaraoke final : public QWidget {
 
   void SetLook(const SceneLook& look);
   void Show(const app::SongView& view, support::TimePoint now);
+  /// Who sings next, over the words or below them.
+  [[nodiscard]] NextUpCard& NextUp() { return *next_up_; }
 
  Q_SIGNALS:
   /// Screens came or went, or the window was put elsewhere.
@@ -70,6 +73,7 @@ class frmKaraoke final : public QWidget {
   support::Settings& settings_;
   const QWidget& main_;
   LyricSurface* surface_;
+  NextUpCard* next_up_;
   QString place_;
   QPointer<QScreen> screen_;  ///< that it fills
 };

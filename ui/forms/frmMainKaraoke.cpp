@@ -15,6 +15,7 @@
 #include "ui/forms/SongPanel.h"
 #include "ui/forms/frmKaraoke.h"
 #include "ui/forms/frmMain.h"
+#include "ui/models/NextUpText.h"
 #include "ui/models/TrackModel.h"
 #include "ui/strings/SingerWords.h"
 #include "ui/widgets/Kit.h"
@@ -63,7 +64,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
-  turns_ = new SingersPanel(workstation_.Singers(), look);
+  turns_ = new SingersPanel(workstation_.Singers(), workstation_.Settings(), look);
   auto* lists = Column(0.4, {{karaoke_, kSongsShare}, turns_});
   connect(turns_, &SingersPanel::Filled, this,
           [this, lists](bool any) { lists->setStretchFactor(turns_, any ? kSingersShare : 0); });
@@ -111,7 +112,11 @@ void frmMain::ShowSong(support::TimePoint now) {
   karaoke_->Rows().ShowMissing(workstation_.Collections().Missing().Answers());
   const app::SongView& song = workstation_.Songs().View();
   song_->Show(song, now);
+  const app::SingersSheet& sheet = *workstation_.Singers().View().sheet;
   turns_->Show(workstation_.Singers().View());
+  const bool wanted = workstation_.Settings().Flag("Karaoke", "NextUp");
+  singers_->NextUp().Show(wanted ? NextUpForm(sheet, song) : NextUpCard::Form::Hidden,
+                          NextUpSaid(sheet, *say_));
   singers_->Show(song, now);
 }
 

@@ -13,6 +13,7 @@
 #include "karaoke/testing/MidiBytes.h"
 #include "support/testing/TemporaryFolder.h"
 #include "ui/tests/Booth.h"
+#include "ui/widgets/NextUpCard.h"
 
 namespace ui::testing {
 namespace {
@@ -188,6 +189,36 @@ TEST_F(SingersTest, WithASingerChosenTheMenuOfSongsStillPlaysAtOnce) {
   Work();
   EXPECT_EQ(station->Songs().View().state, app::SongView::State::Playing);
   EXPECT_TRUE(Rotation().Singers()[0].wishes.empty());
+}
+
+TEST_F(SingersTest, TheGuestsSeeWhoIsNextBetweenSongsAndBelowTheWords) {
+  OpenBooth();
+  AddSinger("Anna");
+  DoubleClickSong(1);
+  AddSinger("Ben");
+  DoubleClickSong(2);
+  auto* screen = window->findChild<QComboBox*>(QStringLiteral("SingersScreen"));
+  screen->setCurrentIndex(screen->count() - 1);
+  Q_EMIT screen->activated(screen->count() - 1);
+  Settle();
+  NextUpCard* card = nullptr;
+  for (QWidget* widget : QApplication::topLevelWidgets())
+    if (auto* found = widget->findChild<NextUpCard*>()) card = found;
+  ASSERT_NE(card, nullptr);
+  EXPECT_EQ(card->Shown(), NextUpCard::Form::Card);
+  ASSERT_EQ(card->What().next.size(), 2U);
+  EXPECT_EQ(card->What().next[0].name, QStringLiteral("Anna"));
+  Click("NextSinger");
+  Work();
+  EXPECT_EQ(card->Shown(), NextUpCard::Form::Strip);
+  EXPECT_EQ(card->What().next[0].name, QStringLiteral("Ben"));
+  EXPECT_GE(card->geometry().top(), card->parentWidget()->height() * 9 / 10) << "words end above it";
+  Advance(12s);
+  EXPECT_EQ(card->Shown(), NextUpCard::Form::Card);
+  EXPECT_TRUE(card->What().thanks.contains(QStringLiteral("Anna")));
+  Click("SingersOnScreen");
+  Settle();
+  EXPECT_EQ(card->Shown(), NextUpCard::Form::Hidden);
 }
 
 TEST_F(SingersTest, FindingLooksForSongsWhereSongsAre) {
