@@ -30,10 +30,10 @@ using app::SingerStation;
 using singers::SingerId;
 using singers::Wish;
 
-enum Column { kTurn, kSinger, kSong, kWait };
+enum SingerColumn { kTurn, kSinger, kSong, kWait };
 
-constexpr int kMostKey = 12;
-constexpr int kMostTempo = 20;
+constexpr int kMostWishKey = 12;
+constexpr int kMostWishTempo = 20;
 
 QString Signed(int value) {
   if (value == 0) return QStringLiteral("0");
@@ -85,8 +85,8 @@ QHBoxLayout* SingersPanel::MakeHead() {
   return Row(0.4, {{name_, 1}, rule_, next_});
 }
 
-QPushButton* SingersPanel::Act(const char* name, AnyWord word, std::function<void(SingerId)> act) {
-  auto* button = PlainButton(name, look_.say.Of(word), [this, act = std::move(act)] {
+QPushButton* SingersPanel::Act(const char* name, const Texts& texts, std::function<void(SingerId)> act) {
+  auto* button = PlainButton(name, texts, [this, act = std::move(act)] {
     if (chosen_ != 0) act(chosen_);
   });
   needs_choice_.push_back(button);
@@ -103,26 +103,30 @@ QHBoxLayout* SingersPanel::MakeActs() {
   screen->setChecked(settings_.Flag("Karaoke", "NextUp"));
   bring_back_ = PlainButton("BringSingerBack", look_.say.Of(SingerWord::BringSingerBack),
                             [this] { host_.Do(&SingerStation::BringBack); });
-  return Row(0.3, {Act("SingerUp", SingerWord::SingerUp, [this](SingerId id) { MoveBy(id, -1); }),
-                   Act("SingerDown", SingerWord::SingerDown, [this](SingerId id) { MoveBy(id, 1); }), hold_,
-                   Act("SkipSinger", SingerWord::SkipSinger,
-                       [this](SingerId id) { host_.Do(&SingerStation::Skip, id); }),
-                   Part::Room(), screen, Part::Room(),
-                   Act("RemoveSinger", SingerWord::RemoveSinger,
-                       [this](SingerId id) { host_.Do(&SingerStation::Remove, id); }),
-                   bring_back_});
+  const auto& say = look_.say;
+  const auto arrow = [&](const char* sign, SingerWord word) {
+    return Texts{QString::fromUtf8(sign), say(word), say.Tip(word)};
+  };
+  auto* up = Act("SingerUp", arrow("▲", SingerWord::SingerUp), [this](SingerId id) { MoveBy(id, -1); });
+  auto* down = Act("SingerDown", arrow("▼", SingerWord::SingerDown), [this](SingerId id) { MoveBy(id, 1); });
+  auto* skip = Act("SkipSinger", say.Of(SingerWord::SkipSinger),
+                   [this](SingerId id) { host_.Do(&SingerStation::Skip, id); });
+  auto* remove = Act("RemoveSinger", say.Of(SingerWord::RemoveSinger),
+                     [this](SingerId id) { host_.Do(&SingerStation::Remove, id); });
+  return Row(0.3, {up, down, hold_, skip, Part::Room(), screen, Part::Room(), remove, bring_back_});
 }
 
 QHBoxLayout* SingersPanel::MakeWish() {
   const auto& say = look_.say;
   wish_ = Sentence("ChosenWish", look_.skin.dim);
   QStringList keys, tempos;
-  for (int key = -kMostKey; key <= kMostKey; ++key)
+  for (int key = -kMostWishKey; key <= kMostWishKey; ++key)
     keys << say(SingerWord::WishKey) + QStringLiteral(" ") + Signed(key);
-  for (int tempo = -kMostTempo; tempo <= kMostTempo; ++tempo) tempos << Signed(tempo) + QStringLiteral(" %");
-  key_ = Choice(look_.skin, "WishKey", say.Of(SingerWord::WishKey), keys, kMostKey,
+  for (int tempo = -kMostWishTempo; tempo <= kMostWishTempo; ++tempo)
+    tempos << Signed(tempo) + QStringLiteral(" %");
+  key_ = Choice(look_.skin, "WishKey", say.Of(SingerWord::WishKey), keys, kMostWishKey,
                 [this](int) { ChangeWish(); });
-  tempo_ = Choice(look_.skin, "WishTempo", say.Of(SingerWord::WishTempo), tempos, kMostTempo,
+  tempo_ = Choice(look_.skin, "WishTempo", say.Of(SingerWord::WishTempo), tempos, kMostWishTempo,
                   [this](int) { ChangeWish(); });
   partner_ = new QLineEdit;
   Name(*partner_, "WishPartner", say(SingerWord::WishPartner), say.Tip(SingerWord::WishPartner));
@@ -270,14 +274,16 @@ void SingersPanel::ShowChosen() {
   for (QPushButton* button : needs_choice_) button->setEnabled(singer != nullptr);
   hold_->setChecked(singer != nullptr && singer->held);
   const Wish* wish = singer == nullptr || singer->wishes.empty() ? nullptr : &singer->wishes.front();
-  wish_->Show(wish == nullptr ? look_.say(SingerWord::NobodyYet) : WishTitle(*wish));
+  wish_->Show(wish != nullptr     ? WishTitle(*wish)
+              : singer != nullptr ? look_.say(SingerWord::AskForWish).arg(Decode(singer->name))
+                                  : look_.say(SingerWord::NobodyChosen));
   for (QWidget* control :
        {static_cast<QWidget*>(key_), static_cast<QWidget*>(tempo_), static_cast<QWidget*>(partner_)})
-    control->setEnabled(wish != nullptr);
+    control->setVisible(wish != nullptr);
   const QSignalBlocker quiet(partner_);
-  key_->setCurrentIndex(kMostKey + (wish == nullptr ? 0 : wish->semitones));
+  key_->setCurrentIndex(kMostWishKey + (wish == nullptr ? 0 : wish->semitones));
   const int tempo = wish == nullptr ? 0 : static_cast<int>(std::lround(wish->percent));
-  tempo_->setCurrentIndex(kMostTempo + std::clamp(tempo, -kMostTempo, kMostTempo));
+  tempo_->setCurrentIndex(kMostWishTempo + std::clamp(tempo, -kMostWishTempo, kMostWishTempo));
   if (!partner_->hasFocus()) partner_->setText(wish == nullptr ? QString() : Decode(wish->partner));
 }
 
@@ -285,9 +291,9 @@ void SingersPanel::ChangeWish() {
   const singers::Singer* singer = Chosen();
   if (singer == nullptr || singer->wishes.empty()) return;
   Wish how = singer->wishes.front();
-  how.semitones = key_->currentIndex() - kMostKey;
-  const int tempo = tempo_->currentIndex() - kMostTempo;
-  if (std::abs(how.percent) <= kMostTempo || tempo != 0) how.percent = tempo;
+  how.semitones = key_->currentIndex() - kMostWishKey;
+  const int tempo = tempo_->currentIndex() - kMostWishTempo;
+  if (std::abs(how.percent) <= kMostWishTempo || tempo != 0) how.percent = tempo;
   how.partner = singers::CleanName(partner_->text().toUtf8().toStdString());
   if (how != singer->wishes.front()) host_.Do(&SingerStation::Change, chosen_, 0, how);
 }

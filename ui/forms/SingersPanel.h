@@ -39,7 +39,8 @@ class SingersPanel final : public Surface {
   Q_OBJECT
 
  public:
-  SingersPanel(app::SingerStation& host, support::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  SingersPanel(app::SingerStation& host, support::Settings& settings, const Look& look,
+               QWidget* parent = nullptr);
 
   /// Once a frame.
   void Show(const app::SingersView& view);
@@ -67,7 +68,7 @@ class SingersPanel final : public Surface {
   [[nodiscard]] QHBoxLayout* MakeHead();
   [[nodiscard]] QHBoxLayout* MakeActs();
   [[nodiscard]] QHBoxLayout* MakeWish();
-  QPushButton* Act(const char* name, AnyWord word, std::function<void(singers::SingerId)> act);
+  QPushButton* Act(const char* name, const Texts& texts, std::function<void(singers::SingerId)> act);
   void Fill();
   void FillRow(int row, const Line& line);
   void Choose(singers::SingerId id);

@@ -7,6 +7,7 @@
 #include <QLineEdit>
 
 #include "app/Language.h"
+#include "app/singers/SingerStation.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Look.h"
@@ -57,6 +58,7 @@ class ClippedTextTest : public Booth, public ::testing::WithParamInterface<int> 
     LoadAndPlay(1, 1);
     DropRow(2, "PlayListView1");
     Click("Automix");
+    station->Singers().Do(&app::SingerStation::Add, "Anna");
     Advance(500ms);
   }
 

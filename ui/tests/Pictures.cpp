@@ -18,7 +18,11 @@
 #include <QTableWidget>
 #include <fstream>
 
+<<<<<<< HEAD
 #include "app/Language.h"
+=======
+#include "app/singers/SingerStation.h"
+>>>>>>> 855cb6b (ui: Picture the singers' turns, and give their buttons room)
 #include "dmx/testing/ShowMaker.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "ui/forms/DMX.h"
@@ -74,6 +78,7 @@ class Pictures : public EditorBooth {
   void Take(const QString& name) { Take(name, *window); }
   void Take(const QString& name, QWidget& widget);
   /// Every dialog and box that is open; they are closed.
+  void TakeTurns();
   void TakeDialogs(const QString& name);
   [[nodiscard]] QString ListOf(QWidget& top) const;
   [[nodiscard]] QString LineOf(const QWidget& widget, const QWidget& top) const;
@@ -154,6 +159,7 @@ void Pictures::TakeKaraoke() {
     singers->resize(800, 600);
     Take(QStringLiteral("karaoke-singers"), *singers);
   }
+  TakeTurns();
   Push("SongPart2");
   Choose("LyricLookChoice", 1);
   QTest::qWait(300);
@@ -162,6 +168,39 @@ void Pictures::TakeKaraoke() {
     Push(dialog);
     TakeDialogs(QStringLiteral("karaoke-") + QLatin1String(dialog));
   }
+}
+
+/// Singers with short and long names, from left and from right.
+void Pictures::TakeTurns() {
+  app::SingerStation& host = station->Singers();
+  const char* names[] = {"Anna", "Bartholomew Featherstonehaugh-Cholmondeley of Wolverhampton",
+                         "\xD7\x93\xD7\xA0\xD7\x94", "\xE8\x8A\xB1\xE5\xAD\x90", "Ed"};
+  singers::Wish wish;
+  wish.filename = (folder / "good.kar").string();
+  wish.artist = "Anna";
+  wish.title = "Counting";
+  wish.length = 200s;
+  wish.semitones = -2;
+  for (const char* name : names) {
+    host.Do(&app::SingerStation::Add, name);
+    Settle();
+    host.Do(&app::SingerStation::Ask, host.View().sheet->newest, wish);
+    wish.partner = "Zo\xC3\xAB";
+  }
+  station->Songs().Stop();
+  Settle();
+  Take(QStringLiteral("karaoke-turns"));
+  for (const char* name : {"card", "strip"}) {
+    for (QWidget* top : QApplication::topLevelWidgets()) {
+      if (qobject_cast<frmKaraoke*>(top) == nullptr) continue;
+      top->resize(1280, 720);
+      Settle();
+      Take(QStringLiteral("next-up-") + QLatin1String(name), *top);
+    }
+    Push("NextSinger");
+    Work();
+  }
+  Take(QStringLiteral("karaoke-turn"));
 }
 
 void Pictures::TakeLamps() {

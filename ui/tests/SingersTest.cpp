@@ -38,7 +38,7 @@ class SingersTest : public Booth {
   void AddSinger(const char* name) {
     Press(Qt::Key_G, Qt::ControlModifier);
     QTest::keyClicks(QApplication::focusWidget(), QLatin1String(name));
-    Press(Qt::Key_Return);
+    QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
     Settle();
   }
   void DoubleClickSong(int row) {
@@ -59,7 +59,8 @@ class SingersTest : public Booth {
                       table.visualRect(table.model()->index(row, 1)).center());
   }
   [[nodiscard]] std::string Cell(int row, int column) {
-    return Find<QTableWidget>("SingersList").item(row, column)->text().toStdString();
+    const QTableWidgetItem* item = Find<QTableWidget>("SingersList").item(row, column);
+    return item == nullptr ? "(none)" : item->text().toStdString();
   }
   [[nodiscard]] std::string Names() {
     std::string names;
