@@ -17,7 +17,7 @@ namespace app {
 
 struct HeadphonesView {
   decks::HeadphoneMix mix;
-  bool hear_hall = false;  ///< they are a pair of their own on the device of both decks
+  bool hear_hall = false;  ///< the hall can be heard in them
 };
 
 /// Everything that the window draws from, published by the conductor.

@@ -43,7 +43,7 @@ void BandLimitedTap::SetPace(double pace) noexcept {
   reach_ = static_cast<int>(std::ceil(kCrossings / edge_));
 }
 
-float BandLimitedTap::At(std::span<const float> source, double between) const noexcept {
+float BandLimitedTap::At(const float* source, std::ptrdiff_t stride, double between) const noexcept {
   const auto step = static_cast<float>(edge_ * kSteps);
   const float* const weights = table_.data();
   // Each wing goes outwards from the place.
@@ -57,8 +57,9 @@ float BandLimitedTap::At(std::span<const float> source, double between) const no
     }
     return sum;
   };
-  const float* const middle = source.data() + reach_;
-  return (wing(middle - 1, -1, between) + wing(middle, 1, 1 - between)) * static_cast<float>(edge_);
+  const float* const middle = source + reach_ * stride;
+  return (wing(middle - stride, -stride, between) + wing(middle, stride, 1 - between)) *
+         static_cast<float>(edge_);
 }
 
 }  // namespace engine

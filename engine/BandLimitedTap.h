@@ -2,8 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
-#include <span>
+#include <cstddef>
 #include <vector>
 
 namespace engine {
@@ -23,9 +22,9 @@ class BandLimitedTap {
   void SetPace(double pace) noexcept;
   /// How many frames of the source a reading needs on each side.
   [[nodiscard]] int Reach() const noexcept { return reach_; }
-  /// The value at a place between source[Reach() - 1] and source[Reach()]. between: 0 to 1.
-  /// Requires: 2 * Reach() samples.
-  [[nodiscard]] float At(std::span<const float> source, double between) const noexcept;
+  /// The value at a place between the frames Reach() - 1 and Reach() of the source. between: 0 to 1.
+  /// stride: from a frame to the next. Requires: 2 * Reach() frames.
+  [[nodiscard]] float At(const float* source, std::ptrdiff_t stride, double between) const noexcept;
 
  private:
   static constexpr int kCrossings = 8;

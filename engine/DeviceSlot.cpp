@@ -95,4 +95,13 @@ std::int64_t DeviceSlot::HeardFrame() {
   return last_heard_;
 }
 
+std::optional<std::chrono::duration<double>> DeviceSlot::Behind() {
+  using Seconds = std::chrono::duration<double>;
+  const auto mark = core_.Mixed();
+  const std::int64_t heard = HeardFrame();
+  if (!mark || heard == kNothingHeard) return std::nullopt;
+  const Seconds to_come(static_cast<double>(mark->frame - heard) / core_.SampleRate());
+  return to_come + Seconds(clock_.Now() - mark->at);
+}
+
 }  // namespace engine

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "engine/RenderCore.h"
@@ -83,6 +84,8 @@ class DeviceSlot {
   [[nodiscard]] std::string PlaysOn() const DJ_EXCLUDES(mutex_);
   /// Of this output and of those that take its place. See OutputDevice.
   void SetBuffer(int buffer_ms, int period_ms) DJ_EXCLUDES(mutex_);
+  /// From the mixing of a frame to its being heard; nothing while that is unknown.
+  [[nodiscard]] std::optional<std::chrono::duration<double>> Behind() DJ_EXCLUDES(mutex_);
   /// The core's frame at the loudspeaker now; never goes back.
   [[nodiscard]] std::int64_t HeardFrame() DJ_EXCLUDES(mutex_);
 

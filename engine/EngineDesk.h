@@ -2,6 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <array>
+#include <memory>
+#include <optional>
+
 #include "decks/ports/SoundDesk.h"
 #include "engine/DeviceTable.h"
 #include "engine/Players.h"
@@ -20,9 +24,14 @@ class EngineDesk final : public decks::SoundDesk {
   decks::MasterReading Master() override;
 
  private:
+  /// The hall's music on its way to head-phones on another device; null where that is not its way.
+  [[nodiscard]] std::shared_ptr<const PassingSound> Passing(std::size_t deck);
+  void PlaceHalls(DeviceSlot& phones);
+
   Players& players_;
   DeviceTable& devices_;
   decks::DeskLines lines_;
+  std::array<std::optional<double>, HallElsewhere::kHalls> behind_;  ///< seconds
 };
 
 }  // namespace engine

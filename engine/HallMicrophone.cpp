@@ -182,6 +182,7 @@ void HallMicrophone::Report() {
   if (hall == halls_.end()) return;
   const LineReport report = hall->slot->Core().Microphone().Report();
   state_.gate_open = report.gate_open;
+  state_.input = state_.open ? InDecibels(report.input) : InDecibels(0);
   state_.level = state_.open ? InDecibels(report.level) : InDecibels(0);
   state_.reduction = state_.open ? report.reduction : 0;
   state_.ducking = report.ducking;

@@ -68,6 +68,7 @@ MicrophoneLine::Piece MicrophoneLine::Render(std::span<float> voice, std::span<f
 
 void MicrophoneLine::Tell() noexcept {
   gate_open_.store(!resting_ && (now_.talk_over || chain_.Speaks()), std::memory_order_relaxed);
+  input_.store(chain_.Input(), std::memory_order_relaxed);
   level_.store(chain_.Level(), std::memory_order_relaxed);
   reduction_.store(chain_.Reduction(), std::memory_order_relaxed);
   ducking_.store(ducker_.Depth(), std::memory_order_relaxed);
@@ -75,9 +76,9 @@ void MicrophoneLine::Tell() noexcept {
 }
 
 LineReport MicrophoneLine::Report() const noexcept {
-  return {gate_open_.load(std::memory_order_relaxed), level_.load(std::memory_order_relaxed),
-          reduction_.load(std::memory_order_relaxed), ducking_.load(std::memory_order_relaxed),
-          gaps_.load(std::memory_order_relaxed)};
+  return {gate_open_.load(std::memory_order_relaxed), input_.load(std::memory_order_relaxed),
+          level_.load(std::memory_order_relaxed),     reduction_.load(std::memory_order_relaxed),
+          ducking_.load(std::memory_order_relaxed),   gaps_.load(std::memory_order_relaxed)};
 }
 
 }  // namespace engine

@@ -9,9 +9,9 @@
 #include <optional>
 #include <span>
 
-#include "engine/CaptureReader.h"
 #include "engine/CaptureRing.h"
 #include "engine/Ducker.h"
+#include "engine/PassingReader.h"
 #include "engine/SpeakerMap.h"
 #include "engine/VoiceChain.h"
 #include "support/HistoryRing.h"
@@ -32,7 +32,8 @@ struct LineOrders {
 /// What a line does now.
 struct LineReport {
   bool gate_open = false;
-  float level = 0;      ///< 1 is full scale
+  float input = 0;      ///< 1 is full scale
+  float level = 0;      ///< the same
   float reduction = 0;  ///< dB, of the compressor
   float ducking = 0;    ///< dB
   std::uint64_t gaps = 0;
@@ -86,11 +87,12 @@ class MicrophoneLine {
   unsigned pairs_ = 0;
   bool resting_ = true;
   bool recorded_ = false;  ///< something comes from the microphone
-  CaptureReader reader_;
+  PassingReader reader_;
   VoiceChain chain_;
   RampedValue audible_{0};
   Ducker ducker_;
   std::atomic<bool> gate_open_{false};
+  std::atomic<float> input_{0};
   std::atomic<float> level_{0};
   std::atomic<float> reduction_{0};
   std::atomic<float> ducking_{0};

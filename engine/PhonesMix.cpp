@@ -45,6 +45,12 @@ bool PhonesMix::Rests() const noexcept {
                      [](const Ear& ear) { return ear.own.RestsAt(0) && ear.other.RestsAt(0); });
 }
 
+bool PhonesMix::WantsHall(const decks::HeadphoneMix& mix) const noexcept {
+  return mix.split || mix.programme > 0 || !std::all_of(hall_.begin(), hall_.end(), [](const Ear& ear) {
+           return ear.own.RestsAt(0) && ear.other.RestsAt(0);
+         });
+}
+
 void PhonesMix::Process(std::span<float> phones, std::span<const float> hall,
                         const decks::HeadphoneMix& mix) noexcept {
   const bool heard = !hall.empty();

@@ -11,8 +11,7 @@
 
 namespace engine {
 
-/// Makes what the head-phones on a pair of speakers hear out of what is listened to there and the hall on
-/// other pairs of the same device.
+/// Makes what the head-phones on a pair of speakers hear out of what is listened to there and the hall.
 ///
 /// Law: as long as nothing but what is listened to is wished, at its full level, every sample passes bit for
 /// bit. A change glides over 10 ms. Threads: Set by the owner, the rest in the callback.
@@ -21,7 +20,7 @@ class PhonesMix {
   static constexpr int kNone = -1;
   struct Wish {
     int phones = kNone;                     ///< pair code
-    std::array<int, 2> hall{kNone, kNone};  ///< pair codes
+    std::array<int, 2> hall{kNone, kNone};  ///< pair codes; none: not on this device
     decks::HeadphoneMix mix;
   };
 
@@ -32,6 +31,8 @@ class PhonesMix {
   /// At the start of a block; what is wished now, until the next call. hall: whether there is one to be
   /// heard.
   const Wish& Take() noexcept { return wishes_.Read(); }
+  /// Something of the hall is to be heard, or still is.
+  [[nodiscard]] bool WantsHall(const decks::HeadphoneMix& mix) const noexcept;
   /// In place. hall: empty where none can be heard; else as long as the other one.
   void Process(std::span<float> phones, std::span<const float> hall, const decks::HeadphoneMix& mix) noexcept;
 

@@ -19,6 +19,7 @@ RenderCore::RenderCore(int sample_rate, const SpeakerMap& speakers, const suppor
       look_ahead_(Limiter(sample_rate).LookAhead()),
       microphone_(sample_rate),
       phones_(sample_rate),
+      elsewhere_(sample_rate),
       meter_(sample_rate) {
   SetSpeakers(speakers);
 }
@@ -58,7 +59,10 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
   FollowSlots();
   SortCommands();
   DropCommands();
+  mixed_.Write({frame, begin});
   const PhonesMix::Wish& wish = phones_.Take();
+  elsewhere_.Begin(begin, frames);
+  const Ears ears = FindEars(wish);
   const bool microphone = microphone_.Begin(begin, frame, frames);
   for (int done = 0; done < frames;) {
     RunCommands(frame);
@@ -66,7 +70,8 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
     const std::span<float> part = interleaved.subspan(static_cast<std::size_t>(done * channels),
                                                       static_cast<std::size_t>(piece * channels));
     MixPiece(piece, frame);
-    MixPhones(static_cast<std::size_t>(piece), wish);
+    FeedPassing(static_cast<std::size_t>(piece), frame);
+    MixPhones(static_cast<std::size_t>(piece), ears, wish.mix);
     if (microphone) AddMicrophone(piece);
     GivePiece(part, channels);
     MeterPiece(static_cast<std::size_t>(piece), frame - look_ahead_);
@@ -75,6 +80,7 @@ void RenderCore::Render(std::span<float> interleaved) noexcept {
     frame += piece;
   }
   frames_.store(frame, std::memory_order_release);
+  TellPassing(frame, frames, begin);
   TellGains();
   int late = 0;
   for (Voice& voice : voices_) {
@@ -242,26 +248,64 @@ RenderCore::Bus* RenderCore::BusOf(int pair) noexcept {
   return one ? buses_[static_cast<std::size_t>(bus)].get() : nullptr;
 }
 
-void RenderCore::MixPhones(std::size_t frames, const PhonesMix::Wish& wish) noexcept {
-  Bus* phones = BusOf(wish.phones);
-  bool reach = phones != nullptr;
-  std::array<Bus*, 2> hall{};
-  for (std::size_t i = 0; i < hall.size(); ++i) {
-    hall[i] = BusOf(wish.hall[i]);
-    reach = reach && hall[i] != nullptr && hall[i] != phones;
+RenderCore::Ears RenderCore::FindEars(const PhonesMix::Wish& wish) noexcept {
+  Ears ears;
+  ears.phones = BusOf(wish.phones);
+  ears.reach = ears.mixed = ears.phones != nullptr;
+  for (std::size_t i = 0; i < ears.hall.size(); ++i) {
+    ears.hall[i] = BusOf(wish.hall[i]);
+    if (ears.hall[i] == ears.phones) ears.mixed = false;  // what all hear is left alone
+    const bool here = ears.hall[i] != nullptr && ears.hall[i] != ears.phones;
+    const bool there = wish.hall[i] == kNone && elsewhere_.Has(i);
+    ears.reach = ears.reach && (here || there);
   }
-  reach_.store(reach, std::memory_order_relaxed);
-  if (phones == nullptr || phones == hall[0] || phones == hall[1]) return;  // what all hear is left alone
+  reach_.store(ears.reach, std::memory_order_relaxed);
+  ears.listens = ears.mixed && ears.reach && phones_.WantsHall(wish.mix);
+  if (!ears.listens) elsewhere_.Rest();
+  return ears;
+}
+
+void RenderCore::MixPhones(std::size_t frames, const Ears& ears, const decks::HeadphoneMix& mix) noexcept {
+  if (!ears.mixed) return;
   // Before the limiters: what is in both is heard in step.
-  std::array<float, 2 * kPieceFrames> sum;
-  std::span<const float> heard;
-  if (reach && hall[0] == hall[1]) heard = {hall[0]->stereo.data(), 2 * frames};
-  if (reach && hall[0] != hall[1]) {
-    std::transform(hall[0]->stereo.begin(), hall[0]->stereo.begin() + static_cast<std::ptrdiff_t>(2 * frames),
-                   hall[1]->stereo.begin(), sum.begin(), std::plus<>());
-    heard = {sum.data(), 2 * frames};
+  std::array<float, 2 * kPieceFrames> memory;
+  const std::span<float> sum(memory.data(), 2 * frames);
+  if (ears.listens) {
+    std::fill(sum.begin(), sum.end(), 0.0F);
+    for (std::size_t i = 0; i < ears.hall.size(); ++i) {
+      elsewhere_.Add(i, sum);
+      if (ears.hall[i] == nullptr || (i > 0 && ears.hall[i] == ears.hall[0])) continue;
+      std::transform(sum.begin(), sum.end(), ears.hall[i]->stereo.begin(), sum.begin(), std::plus<>());
+    }
   }
-  phones_.Process({phones->stereo.data(), 2 * frames}, heard, wish.mix);
+  // It can be heard, but nothing of it is wanted: nothing was reckoned.
+  const std::span<const float> heard = ears.listens ? sum : std::span<const float>();
+  phones_.Process({ears.phones->stereo.data(), 2 * frames}, heard, mix);
+}
+
+void RenderCore::FeedPassing(std::size_t frames, std::int64_t frame) noexcept {
+  for (std::size_t code = 0; code < passed_.size(); ++code) {
+    PassingHall* hall = passed_[code].load(std::memory_order_acquire);
+    const auto shares = speakers_.Of(static_cast<int>(code));
+    if (hall == nullptr || shares.empty()) continue;
+    hall->Write(frame, {buses_[static_cast<std::size_t>(shares.front().bus)]->stereo.data(), 2 * frames});
+  }
+}
+
+void RenderCore::TellPassing(std::int64_t end, int frames, support::TimePoint now) noexcept {
+  for (const auto& passed : passed_) {
+    if (PassingHall* hall = passed.load(std::memory_order_acquire)) hall->Tell(end, frames, now);
+  }
+}
+
+std::shared_ptr<const PassingSound> RenderCore::Passing(int pair) {
+  const std::size_t code = pair >= 1 && pair < SpeakerMap::kCodes ? static_cast<std::size_t>(pair) : 0;
+  support::MutexLock lock(taps_mutex_);
+  if (passing_[code] == nullptr) {
+    passing_[code] = std::make_shared<PassingHall>(sample_rate_);
+    passed_[code].store(passing_[code].get(), std::memory_order_release);
+  }
+  return passing_[code];
 }
 
 void RenderCore::MeterPair(int pair) noexcept {

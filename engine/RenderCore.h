@@ -9,8 +9,10 @@
 #include <span>
 #include <vector>
 
+#include "engine/HallElsewhere.h"
 #include "engine/Limiter.h"
 #include "engine/MicrophoneLine.h"
+#include "engine/PassingHall.h"
 #include "engine/PhonesMix.h"
 #include "engine/ProgrammeMeter.h"
 #include "engine/ProgrammeTap.h"
@@ -23,6 +25,12 @@
 #include "support/SpscRing.h"
 
 namespace engine {
+
+/// When a block was mixed, and the number of its first frame.
+struct BlockMark {
+  std::int64_t frame = 0;
+  support::TimePoint at{};
+};
 
 /// Mixes the streams of one device number, whatever output pulls for it at the moment.
 ///
@@ -80,7 +88,13 @@ class RenderCore final : public RenderSource {
   [[nodiscard]] float LimiterGain(int pair) const noexcept;
   /// What its head-phones hear. The owner's.
   [[nodiscard]] PhonesMix& Phones() noexcept { return phones_; }
-  /// In the newest block they could hear the hall: both have pairs of their own.
+  /// Where the hall is that plays on other devices. The owner's.
+  [[nodiscard]] HallElsewhere& Elsewhere() noexcept { return elsewhere_; }
+  /// The music of a pair (of a code that is more than one, the first) for head-phones on another device.
+  [[nodiscard]] std::shared_ptr<const PassingSound> Passing(int pair) DJ_EXCLUDES(taps_mutex_);
+  /// Nothing before the first block.
+  [[nodiscard]] std::optional<BlockMark> Mixed() const noexcept { return mixed_.Newest(); }
+  /// In the newest block they could hear the hall: both have pairs of their own, or it is elsewhere.
   [[nodiscard]] bool PhonesReachHall() const noexcept { return reach_.load(std::memory_order_relaxed); }
   /// Of what leaves the limiter of a pair (of a code that is more than one, the first); kNone for none.
   void MeterPair(int pair) noexcept;
@@ -110,7 +124,18 @@ class RenderCore final : public RenderSource {
   void GivePiece(std::span<float> interleaved, int channels) noexcept;
   /// Of a pair code that is one pair; null for any other.
   [[nodiscard]] Bus* BusOf(int pair) noexcept;
-  void MixPhones(std::size_t frames, const PhonesMix::Wish& wish) noexcept;
+  /// Where the head-phones and the hall are in this callback.
+  struct Ears {
+    Bus* phones = nullptr;
+    std::array<Bus*, 2> hall{};
+    bool mixed = false;    ///< the head-phones have a pair of their own
+    bool reach = false;    ///< and can hear all of the hall
+    bool listens = false;  ///< and do
+  };
+  [[nodiscard]] Ears FindEars(const PhonesMix::Wish& wish) noexcept;
+  void MixPhones(std::size_t frames, const Ears& ears, const decks::HeadphoneMix& mix) noexcept;
+  void FeedPassing(std::size_t frames, std::int64_t frame) noexcept;
+  void TellPassing(std::int64_t end, int frames, support::TimePoint now) noexcept;
   void MeterPiece(std::size_t frames, std::int64_t frame) noexcept;
   void FeedTaps(std::size_t frames, std::int64_t frame) noexcept;
   void TellGains() noexcept;
@@ -134,12 +159,16 @@ class RenderCore final : public RenderSource {
   std::atomic<std::uint64_t> bad_{0};
   std::array<std::atomic<float>, SpeakerMap::kCodes> gains_{};
   PhonesMix phones_;
+  HallElsewhere elsewhere_;
   std::atomic<bool> reach_{false};
+  support::HistoryRing<BlockMark, 8> mixed_;
   ProgrammeMeter meter_;
   std::atomic<int> metered_{kNone};
   support::Mutex taps_mutex_;
   std::array<std::shared_ptr<ProgrammeTap>, SpeakerMap::kCodes> taps_ DJ_GUARDED_BY(taps_mutex_);
   std::array<std::atomic<ProgrammeTap*>, SpeakerMap::kCodes> tapped_{};  ///< the callback's view of them
+  std::array<std::shared_ptr<PassingHall>, SpeakerMap::kCodes> passing_ DJ_GUARDED_BY(taps_mutex_);
+  std::array<std::atomic<PassingHall*>, SpeakerMap::kCodes> passed_{};  ///< the callback's view of them
   std::atomic<float> load_{0};
   std::atomic<float> load_before_{0};
   std::int64_t load_frames_ = 0;

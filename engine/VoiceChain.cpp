@@ -72,6 +72,7 @@ void VoiceChain::Set(const VoiceShape& shape) noexcept {
 }
 
 void VoiceChain::Process(std::span<float> mono) noexcept {
+  for (const float sample : mono) input_ = std::max(std::abs(sample), input_ * fall_);
   Scale(gain_, mono);
   low_cut_.Process(mono);
   gate_.SetThrough(!gated_ || kept_open_);
@@ -89,7 +90,7 @@ void VoiceChain::Reset() noexcept {
   for (VoiceFilter& band : bands_) band.Reset();
   compressor_.Reset();
   makeup_.Arrive();
-  level_ = 0;
+  input_ = level_ = 0;
 }
 
 }  // namespace engine

@@ -39,7 +39,8 @@ class VoiceChain {
   /// Of the gate, also where it lets all through.
   [[nodiscard]] bool Speaks() const noexcept { return gate_.Open(); }
   void KeepOpen(bool open) noexcept { kept_open_ = open; }
-  /// The highest sample, falling by 26 dB a second.
+  /// The highest sample before all that is done, falling by 26 dB a second, and behind it.
+  [[nodiscard]] float Input() const noexcept { return input_; }
   [[nodiscard]] float Level() const noexcept { return level_; }
   [[nodiscard]] float Reduction() const noexcept { return compressor_.Reduction(); }
   void Reset() noexcept;
@@ -55,6 +56,7 @@ class VoiceChain {
   std::array<VoiceFilter, 3> bands_;
   VoiceCompressor compressor_;
   RampedValue makeup_{1};
+  float input_ = 0;
   float level_ = 0;
 };
 

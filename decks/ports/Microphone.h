@@ -77,7 +77,8 @@ struct MicrophoneState {
   bool open = false;   ///< an input records
   bool heard = false;  ///< and is let into the hall
   bool gate_open = false;
-  float level = -120;                    ///< dB of full scale, behind all that is done to the voice
+  float input = -120;                    ///< dB of full scale, as it comes from the input
+  float level = -120;                    ///< the same, behind all that is done to the voice
   float reduction = 0;                   ///< dB by which the compressor turns down, at least 0
   float ducking = 0;                     ///< dB by which the music is turned down, at least 0
   std::chrono::microseconds latency{0};  ///< from mouth to hall, 0 when unknown

@@ -64,7 +64,7 @@ class SoundDesk {
   virtual void SetTone(StreamHandle stream, const Tone& tone) = 0;
   /// Who plays where, and how the head-phones hear it. Told again whenever a device may have been opened.
   virtual void Direct(const DeskLines& lines) = 0;
-  /// The head-phones can hear the hall: they are a pair of their own on its device.
+  /// The head-phones can hear the hall: they are a pair of their own on its device, or on another device.
   [[nodiscard]] virtual bool HallReachesHeadphones() = 0;
   /// Of the first of the hall's pairs.
   [[nodiscard]] virtual MasterReading Master() = 0;

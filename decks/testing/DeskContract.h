@@ -23,16 +23,19 @@ class EveryDesk : public ::testing::Test {
 
 TYPED_TEST_SUITE_P(EveryDesk);
 
-TYPED_TEST_P(EveryDesk, TheHallReachesHeadphonesThatAreAPairOfTheirOwnOnItsDevice) {
+TYPED_TEST_P(EveryDesk, TheHallReachesHeadphonesThatHaveAPairOrADeviceOfTheirOwn) {
   EXPECT_FALSE(this->given_.Desk().HallReachesHeadphones()) << "nobody said where they are";
   const SpeakerPair front{1, kSpeakerFront}, rear{1, kSpeakerRear}, side{1, kSpeakerRear2};
   EXPECT_TRUE(this->Reaches(front, front, rear));
   EXPECT_TRUE(this->Reaches(front, side, rear));
   EXPECT_FALSE(this->Reaches(front, rear, rear)) << "deck 2 plays where they are";
-  EXPECT_FALSE(this->Reaches(front, {2, 0}, rear)) << "deck 2 plays elsewhere";
+  EXPECT_TRUE(this->Reaches(front, {2, 0}, rear)) << "deck 2 plays elsewhere";
   EXPECT_FALSE(this->Reaches({1, 0}, {1, 0}, rear)) << "the hall is every pair";
   EXPECT_FALSE(this->Reaches(front, front, {1, 0}));
-  EXPECT_FALSE(this->Reaches(front, front, {2, kSpeakerRear})) << "another device";
+  EXPECT_TRUE(this->Reaches(front, side, {2, 0})) << "another device";
+  EXPECT_TRUE(this->Reaches({1, 0}, {1, 0}, {2, 0}));
+  EXPECT_FALSE(this->Reaches(front, {2, 0}, {2, 0})) << "deck 2 plays where they are";
+  EXPECT_FALSE(this->Reaches(front, {0, 0}, {2, 0})) << "deck 2 plays nowhere";
   EXPECT_FALSE(this->Reaches(front, front, {0, 0})) << "there are none";
 }
 
@@ -47,7 +50,7 @@ TYPED_TEST_P(EveryDesk, ReadsSilenceWhereNothingPlays) {
   EXPECT_EQ(reading.short_term, MasterReading::kSilence);
 }
 
-REGISTER_TYPED_TEST_SUITE_P(EveryDesk, TheHallReachesHeadphonesThatAreAPairOfTheirOwnOnItsDevice,
+REGISTER_TYPED_TEST_SUITE_P(EveryDesk, TheHallReachesHeadphonesThatHaveAPairOrADeviceOfTheirOwn,
                             ReadsSilenceWhereNothingPlays);
 
 }  // namespace decks::testing

@@ -16,9 +16,12 @@ class RecordingDesk final : public SoundDesk {
   }
   void Direct(const DeskLines& told) override { lines = told; }
   bool HallReachesHeadphones() override {
-    const auto fits = [&headphones = lines.headphones](const SpeakerPair& pair) {
-      return pair.device != 0 && pair.device == headphones.device && pair.speaker != 0 &&
-             headphones.speaker != 0 && pair.speaker != headphones.speaker;
+    const SpeakerPair& headphones = lines.headphones;
+    const auto fits = [&headphones](const SpeakerPair& pair) {
+      if (pair.device == 0 || headphones.device == 0) return false;
+      const bool own_pair =
+          pair.speaker != 0 && headphones.speaker != 0 && pair.speaker != headphones.speaker;
+      return pair.device != headphones.device || own_pair;
     };
     return fits(lines.hall[0]) && fits(lines.hall[1]);
   }

@@ -63,7 +63,7 @@ HeadphoneStrip::HeadphoneStrip(app::HeadphoneStation& headphones, const Look& lo
 void HeadphoneStrip::TellTips() {
   const auto& say = look_.say;
   const auto tip = [&](const QString& own) {
-    return !device_ ? say(Say::CueNoDevice) : !hall_ ? say(DeskWord::HallElsewhere) : own;
+    return !device_ ? say(Say::CueNoDevice) : !hall_ ? say(DeskWord::HallUnheard) : own;
   };
   SetTip(*mix_, tip(say(DeskWord::HeadphoneMixTip).arg(mix_->value())));
   SetTip(*split_, tip(say(DeskWord::HeadphoneSplitTip)));

@@ -108,17 +108,19 @@ TEST_F(DeskTest, AStoppedDeckIsListenedToByItsButton) {
   EXPECT_EQ(Deck(1).state, State::Playing);
 }
 
-TEST_F(DeskTest, TheHallIsMixedIntoHeadphonesThatAreAPairOfItsDevice) {
+TEST_F(DeskTest, TheHallIsMixedIntoHeadphonesThatHaveAPairOrADeviceOfTheirOwn) {
   Open();
   auto& mix = Find<Knob>("HeadphoneMix");
   auto& split = Find<QPushButton>("HeadphoneSplit");
   auto& level = Find<Knob>("HeadphoneLevel");
   EXPECT_FALSE(level.isEnabled()) << "there are none";
-  PutHeadphones(2, 1);
+  PutHeadphones(1, 1);
   EXPECT_FALSE(mix.isEnabled());
   EXPECT_FALSE(split.isEnabled());
-  EXPECT_TRUE(mix.toolTip().contains(QStringLiteral("same device")));
+  EXPECT_TRUE(mix.toolTip().contains(QStringLiteral("of their own")));
   EXPECT_TRUE(level.isEnabled());
+  PutHeadphones(2, 1);
+  EXPECT_TRUE(mix.isEnabled() && split.isEnabled()) << "another device";
   PutHeadphones(1, 2);
   ASSERT_TRUE(mix.isEnabled());
   Turn(mix, 40);

@@ -1,6 +1,6 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
-#include "engine/CaptureReader.h"
+#include "engine/PassingReader.h"
 
 #include <gtest/gtest.h>
 
@@ -10,6 +10,7 @@
 #include <numbers>
 #include <vector>
 
+#include "engine/CaptureRing.h"
 #include "engine/testing/SoundStage.h"
 
 namespace engine::testing {
@@ -27,7 +28,7 @@ struct TwoClocks {
   /// What the output reads in that time, and how far behind at most after the first ten seconds.
   std::vector<float> Read(double seconds) {
     auto ring = std::make_unique<CaptureRing>();
-    CaptureReader reader(kRate);
+    PassingReader reader(kRate);
     std::vector<float> out, block(static_cast<std::size_t>(out_block));
     const double true_rate = in_rate * (1 + in_ppm * 1e-6);
     std::int64_t written = 0;
@@ -75,7 +76,7 @@ double LevelFrom(const std::vector<float>& samples, std::size_t from) {
   return std::sqrt(2 * sum / static_cast<double>(samples.size() - from));
 }
 
-TEST(CaptureReaderOf, PassesAToneFromEveryRate) {
+TEST(PassingReaderOf, PassesAToneFromEveryRate) {
   for (const int rate : {8000, 11'025, 16'000, 32'000, 44'100, 48'000, 96'000, 192'000}) {
     TwoClocks clocks{.in_rate = rate, .in_block = rate / 200};
     const auto out = clocks.Read(2);
@@ -85,12 +86,12 @@ TEST(CaptureReaderOf, PassesAToneFromEveryRate) {
   }
 }
 
-TEST(CaptureReaderOf, LeavesOutWhatTheOutputCannotHold) {
+TEST(PassingReaderOf, LeavesOutWhatTheOutputCannotHold) {
   TwoClocks clocks{.in_rate = 192'000, .in_block = 960, .hertz = 30'000};
   EXPECT_LT(LevelFrom(clocks.Read(2), kRate), 0.5e-3);
 }
 
-TEST(CaptureReaderOf, StaysAsCloseBehindAsTheBlocksAllowWhateverTheCrystals) {
+TEST(PassingReaderOf, StaysAsCloseBehindAsTheBlocksAllowWhateverTheCrystals) {
   for (const double ppm : {0.0, 200.0, -500.0}) {
     TwoClocks clocks{.in_ppm = ppm};
     const auto out = clocks.Read(40);
@@ -102,7 +103,7 @@ TEST(CaptureReaderOf, StaysAsCloseBehindAsTheBlocksAllowWhateverTheCrystals) {
   }
 }
 
-TEST(CaptureReaderOf, StandsBackFurtherWhereBlocksComeLate) {
+TEST(PassingReaderOf, StandsBackFurtherWhereBlocksComeLate) {
   TwoClocks clocks{.late = 0.004};
   const auto out = clocks.Read(20);
   EXPECT_LE(clocks.gaps, 2U);
@@ -111,7 +112,7 @@ TEST(CaptureReaderOf, StandsBackFurtherWhereBlocksComeLate) {
   EXPECT_LT(Roughness(settled), 1.05F * ToneRoughness(500, 0.5));
 }
 
-TEST(CaptureReaderOf, ABreakDiesAwayAndComesInAgainWithoutAClick) {
+TEST(PassingReaderOf, ABreakDiesAwayAndComesInAgainWithoutAClick) {
   TwoClocks clocks{.late = 0.02};  // longer than what it keeps back at first
   const auto out = clocks.Read(10);
   EXPECT_GE(clocks.gaps, 1U);
