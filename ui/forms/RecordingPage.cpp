@@ -5,13 +5,13 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "app/WorkstationView.h"
 #include "app/recording/RecordingStation.h"
 #include "ui/forms/RecordingChoices.h"
 #include "ui/models/KeyMap.h"
 #include "ui/models/RecordingText.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/RecordingWords.h"
-#include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/LevelMeter.h"
 #include "ui/widgets/RecordedWaveView.h"
@@ -37,7 +37,12 @@ RecordingPage::RecordingPage(app::RecordingStation& station, const Look& look, Q
   SetFontEm(*time_, 2, Weight::Bold);
   size_ = Reading("RecordedSize", Qt::AlignRight | Qt::AlignVCenter, "000.0 MB");
   SetTextColour(*size_, look.skin.dim);
-  state_ = Sentence("RecordingState");
+  state_ = Reading("RecordingState");
+  state_->setWordWrap(true);
+  only_ = Caption(say(RecordingWord::OnlyDeck1), look.skin.warning);
+  only_->setWordWrap(true);
+  Name(*only_, "RecordsOnlyDeck1");
+  only_->hide();
   meter_ = new LevelMeter(look.skin);
   Name(*meter_, "RecordedLevel", say.Of(RecordingWord::RecordedLevel));
   wave_ = new RecordedWaveView(look.skin);
@@ -45,12 +50,12 @@ RecordingPage::RecordingPage(app::RecordingStation& station, const Look& look, Q
   list_ = new RecordingList(station, look);
   connect(list_, &RecordingList::LoadWanted, this, &RecordingPage::LoadWanted);
   connect(list_, &RecordingList::PlayWanted, this, &RecordingPage::PlayWanted);
-  auto* now = Column(0.5, {Row(0.8, {{record_, 1}, Column(0, {time_, size_})}), state_,
+  auto* now = Column(0.5, {Row(0.8, {{record_, 1}, Column(0, {time_, size_})}), state_, only_,
                            new RecordingChoices(station, look), Part::Room()});
   FillRow(*this, 0.8, 1.2, {{now, 5}, meter_, {Column(0.5, {wave_, {list_, 1}}), 8}});
 }
 
-void RecordingPage::Show(support::TimePoint now) {
+void RecordingPage::Show(const app::WorkstationView& decks, support::TimePoint now) {
   const app::RecordingView& view = station_.View();
   if (!isVisible()) {
     was_shown_ = false;
@@ -62,9 +67,11 @@ void RecordingPage::Show(support::TimePoint now) {
   }
   was_shown_ = true;
   ShowButton(view);
+  const bool only = decks.outputs[1].device != 0 && !(decks.outputs[0] == decks.outputs[1]);
+  if (only_->isHidden() == only) only_->setVisible(only);
   SetText(*time_, HoursText(view.length));
   SetText(*size_, view.bytes > 0 ? SizeText(view.bytes, look_.say) : QString());
-  state_->Show(StateText(view));
+  SetText(*state_, StateText(view));
   const bool bad = view.state == State::Idle && (!view.failure.empty() || !view.possible);
   SetTextColour(*state_, bad ? look_.skin.warning : look_.skin.dim);
   meter_->Show(view.left_db, view.right_db, now);

@@ -9,9 +9,12 @@
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
+namespace app {
+struct WorkstationView;
+}
+
 namespace ui {
 
-class ElidedLabel;
 class LevelMeter;
 class RecordedWaveView;
 
@@ -22,7 +25,7 @@ class RecordingPage final : public Surface {
  public:
   RecordingPage(app::RecordingStation& station, const Look& look, QWidget* parent = nullptr);
 
-  void Show(support::TimePoint now);
+  void Show(const app::WorkstationView& decks, support::TimePoint now);
 
  Q_SIGNALS:
   /// Begin, or end what goes on.
@@ -40,7 +43,8 @@ class RecordingPage final : public Surface {
   QPushButton* record_;
   QLabel* time_;
   QLabel* size_;
-  ElidedLabel* state_;
+  QLabel* state_;
+  QLabel* only_;  ///< there only while deck 2 plays elsewhere
   LevelMeter* meter_;
   RecordedWaveView* wave_;
   RecordingList* list_;

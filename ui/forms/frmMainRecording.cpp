@@ -32,7 +32,7 @@ bool frmMain::IsRecording() {
 
 void frmMain::ShowRecording(support::TimePoint now) {
   status_->ShowRecording(workstation_.Recording().View());
-  recording_->Show(now);
+  recording_->Show(view_, now);
 }
 
 bool frmMain::LoadRecorded(int deck, const RecordedPlace& place) {

@@ -160,6 +160,20 @@ TEST_F(RecordingTest, WhyItEndedStandsOnThePage) {
       support::Failed(support::ErrorCode::Unavailable, support::Sentence::RecordingDiskLow);
   Work();
   EXPECT_TRUE(TextOf("RecordingState").contains(QStringLiteral("before its disk is full")));
+  EXPECT_TRUE(TextOf("RecordingState").contains(QStringLiteral("folder on another disk")))
+      << "and what to do";
+}
+
+TEST_F(RecordingTest, SaysThatASecondOutputIsNotRecordedAsLongAsThereIsOne) {
+  OpenPage();
+  auto& only = Find<QLabel>("RecordsOnlyDeck1");
+  EXPECT_FALSE(only.isVisible());
+  station->Outputs().Set(2, {2, 0});
+  Work();
+  EXPECT_TRUE(only.isVisible());
+  station->Outputs().Share();
+  Work();
+  EXPECT_FALSE(only.isVisible());
 }
 
 TEST_F(RecordingTest, ItsFolderIsShown) {
