@@ -60,11 +60,20 @@ double LibrariesCpu(const std::string& path, double ratio) {
   return (ThreadCpuSeconds() - begin) / (static_cast<double>(made) / 44100);
 }
 
+/// What the callback does besides.
+struct Besides {
+  bool metered = false;
+  decks::Tone tone{};
+};
+
 /// Shares of the period that the callback takes while four streams play, one of them faster with key lock.
-std::vector<double> RenderShares(const std::string& path) {
+std::vector<double> RenderShares(const std::string& path, const Besides& besides = {}) {
   VirtualDeck deck;
   deck.Prepare(path);
-  for (const float tempo : {0.0F, kFaster, 0.0F, -kFaster}) deck.Play(path, tempo);
+  if (besides.metered) deck.Engine().Desk().Direct({{decks::SpeakerPair{1, 0}, {1, 0}}, {}, {}});
+  for (const float tempo : {0.0F, kFaster, 0.0F, -kFaster}) {
+    deck.Engine().Desk().SetTone(deck.Play(path, tempo), besides.tone);
+  }
   deck.Advance(std::chrono::seconds(1));
   deck.Timing().Forget();
   deck.Advance(std::chrono::seconds(30));
@@ -105,12 +114,22 @@ std::vector<Figure> MeasureEngine() {
   std::vector<double> shares;
   const long faults = support::testing::CountRealtimeFaults([&] { shares = RenderShares(track); });
   for (double& share : shares) share *= 100;
+  const auto usual = [&](const Besides& besides) {
+    std::vector<double> with = RenderShares(track, besides);
+    return 100 * Percentile(with, 0.5);
+  };
+  const double metered = usual({.metered = true});
+  const double toned = usual({.tone = {{-6}, {2}, {3}}});
   const std::vector<double> opening = OpeningTimes(tone);
   return {
       {"one deck at +4 %, key lock, mp3, beside decoder and stretcher alone", "% of a core", Median(ours),
        Median(reference), "ratio at most 1.2"},
       {"one deck at its own tempo, mp3", "% of a core", Median(plain), {}, ""},
       {"Render, four streams, p50", "% of the period", Percentile(shares, 0.5), {}, ""},
+      {"Render, four streams and the hall's meter, p50, beside none", "% of the period", metered,
+       Percentile(shares, 0.5), ""},
+      {"Render, four streams with their three bands engaged, p50, beside none", "% of the period", toned,
+       Percentile(shares, 0.5), ""},
       {"Render, four streams, p99", "% of the period", Percentile(shares, 0.99), {}, ""},
       {"Render, four streams, largest", "% of the period", Percentile(shares, 1), {}, "under 25"},
       {"heap calls and locks inside Render", "calls", static_cast<double>(faults), {}, "0"},
