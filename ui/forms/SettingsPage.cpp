@@ -19,6 +19,7 @@
 #include "support/Languages.h"
 #include "ui/forms/ApplyPanel.h"
 #include "ui/forms/ColourPanel.h"
+#include "ui/forms/MicrophonePanel.h"
 #include "ui/forms/TagsPanel.h"
 #include "ui/models/OutputText.h"
 #include "ui/strings/EveningWords.h"
@@ -37,14 +38,16 @@ SettingsPage::SettingsPage(app::Workstation& workstation, Choices choices, const
   });
   apply_ = new ApplyPanel(workstation, look);
   connect(apply_, &ApplyPanel::Scanned, this, &SettingsPage::Scanned);
+  microphone_ = new MicrophonePanel(workstation.Microphone(), look);
   auto* all = new Surface(look.skin.panel);
-  FillColumn(*all, 0.8, 0.4,
+  FillColumn(*all, 0.8, 0.8,
              {{Row(2.5, {{Column(0.3, {MakeOutputs(), Part::Room(),
                                        new TagsPanel(workstation.Settings(), look), Part::Room(2)}),
                           4},
                          {apply_, 4},
                          {Column(1, {MakeWindow(choices), {colours, 1}}), 3}}),
-               1}});
+               1},
+              microphone_});
   // A small window shows a part of it.
   auto* area = new QScrollArea;
   Name(*area, "SettingsArea", look.say.Of(Say::Settings));
@@ -172,7 +175,7 @@ void SettingsPage::Send(int output) {
   workstation_.Outputs().Set(output, {device, controls.pair->currentData().toInt()});
 }
 
-void SettingsPage::Show(const app::WorkstationView& view) {
+void SettingsPage::Show(const app::WorkstationView& view, support::TimePoint now) {
   for (int output = 1; output <= 3; ++output) {
     ShowOutput(output, view.outputs[static_cast<std::size_t>(output - 1)]);
   }
@@ -181,6 +184,7 @@ void SettingsPage::Show(const app::WorkstationView& view) {
   if (shared_->isHidden() != (deck == 0)) shared_->setVisible(deck != 0);
   ShowPriority(workstation_.Outputs().Priority());
   apply_->Show();
+  microphone_->Show(now);
   const auto size = workstation_.Organ().View().lamps.size;
   const int boards = size == lightorgan::IoBoardSize::Two ? 1 : 0;
   if (boards_->currentIndex() != boards && !boards_->view()->isVisible()) boards_->setCurrentIndex(boards);

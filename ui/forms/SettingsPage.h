@@ -8,6 +8,7 @@
 #include "app/OutputView.h"
 #include "app/Workstation.h"
 #include "app/ports/SoundPriority.h"
+#include "support/Clock.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/Surface.h"
 
@@ -22,6 +23,7 @@ struct WorkstationView;
 namespace ui {
 
 class ApplyPanel;
+class MicrophonePanel;
 class QuietCombo;
 
 /// Where the decks and the headphones play, what is done to the collection, and how the window looks and
@@ -39,7 +41,7 @@ class SettingsPage final : public Surface {
 
   SettingsPage(app::Workstation& workstation, Choices choices, const Look& look, QWidget* parent = nullptr);
 
-  void Show(const app::WorkstationView& view);
+  void Show(const app::WorkstationView& view, support::TimePoint now);
 
  Q_SIGNALS:
   void ChoicesChanged(ui::SettingsPage::Choices choices);
@@ -70,6 +72,7 @@ class SettingsPage final : public Surface {
   QLabel* priority_ = nullptr;
   QLabel* shared_ = nullptr;  ///< there only while the headphones are heard by all
   ApplyPanel* apply_ = nullptr;
+  MicrophonePanel* microphone_ = nullptr;
   QuietCombo* language_ = nullptr;
   QuietCombo* boards_ = nullptr;  ///< how many
   QuietCombo* skin_ = nullptr;

@@ -28,13 +28,13 @@ namespace {
 constexpr auto kBright = std::chrono::seconds(10);
 constexpr auto kGone = std::chrono::seconds(30);
 constexpr auto kBeforeWarnings = std::chrono::seconds(5);  ///< that news is shown while a warning waits
-constexpr double kForNew = 0.45;                           ///< most of the line for a new message
+constexpr double kForNew = 0.33;                           ///< most of the line for a new message
 constexpr double kForOld = 0.2;
 constexpr auto kLateTime = std::chrono::seconds(15);  ///< that a late block is pointed out
 
 }  // namespace
 
-StatusLine::StatusLine(NoticesRead& read, const Look& look, QWidget* parent)
+StatusLine::StatusLine(NoticesRead& read, QWidget* microphone, const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), read_(read), look_(look) {
   setObjectName(QStringLiteral("StatusLine"));
   auto* row = new QHBoxLayout(this);
@@ -49,6 +49,7 @@ StatusLine::StatusLine(NoticesRead& read, const Look& look, QWidget* parent)
   SetFontEm(*record_, 1.2, Weight::Bold);
   record_->setToolTip(say(RecordingWord::NotPossible));
   row->addWidget(record_);
+  row->addWidget(microphone);
   for (std::size_t i = 0; i < outputs_.size(); ++i) {
     outputs_[i] = new ElidedLabel(ElidedLabel::Width::Natural);
     Name(*outputs_[i], QStringLiteral("Output%1").arg(i + 1));

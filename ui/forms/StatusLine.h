@@ -40,7 +40,8 @@ class StatusLine final : public Surface {
   Q_OBJECT
 
  public:
-  StatusLine(NoticesRead& read, const Look& look, QWidget* parent = nullptr);
+  /// microphone: its button and level, which the line takes.
+  StatusLine(NoticesRead& read, QWidget* microphone, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::WorkstationView& view, const std::vector<std::string>& devices,
             support::TimePoint now);

@@ -29,6 +29,7 @@
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/ListenBar.h"
+#include "ui/forms/MicrophoneStrip.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/MixingPanel.h"
 #include "ui/forms/MusicPage.h"
@@ -132,7 +133,8 @@ void frmMain::Build() {
   boxes_.Speak(*say_);
   setWindowTitle(Decode(app::Caption((*say_)(Say::Caption).toStdString())));
   auto* body = new QWidget;
-  status_ = new StatusLine(notices_read_, look);
+  microphone_ = new MicrophoneStrip(workstation_.Microphone(), look);
+  status_ = new StatusLine(notices_read_, microphone_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.Outputs().Return(output); });
   FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 9}, {MakePages(look), 10}});
@@ -339,6 +341,7 @@ void frmMain::ShowFrame() {
   const support::TimePoint now = clock_.Now();
   deck_area_->Show(view_, now);
   status_->Show(view_, workstation_.Outputs().DeviceNames(), now);
+  microphone_->Show(now);
   status_->ShowLights(workstation_.Lights().View());
   music_->Show(view_);
   if (listen_->Listening() && ChosenFile() != listen_->File()) listen_->End();
@@ -349,7 +352,7 @@ void frmMain::ShowFrame() {
   batch_->Show(music_->ChosenCount(), music_->ChosenLacksAnalysis());
   equaliser_->Show(view_);
   mixing_->Show();
-  settings_page_->Show(view_);
+  settings_page_->Show(view_, now);
   visual_->Show(view_, now);
   console_->Show(now);
   organ_->Show(now);

@@ -43,6 +43,7 @@ class DeckArea;
 class EqualiserPage;
 class KaraokePage;
 class ListenBar;
+class MicrophoneStrip;
 class MixingPanel;
 class MusicPage;
 class OrganPage;
@@ -122,8 +123,11 @@ class frmMain final : public QMainWindow {
   /// Everywhere: also while a dialog has the keyboard. Window: only while the window has it.
   enum class Reach { Everywhere, Window };
   void Key(const QKeySequence& key, Reach reach, std::function<void()> action);
+  /// What a key does for as long as it is held; whether this event is such a key's.
+  bool HoldKey(const QKeyEvent& key, bool pressed);
+  void Talk(bool held);
   void Nudge(int deck, int direction);
-  void ReleaseNudges();
+  void ReleaseKeys();
   void ApplySize();
 
   void LoadOnFreeDeck(const TrackRows& rows);
@@ -168,6 +172,7 @@ class frmMain final : public QMainWindow {
   bool painted_ = false;
   bool was_active_ = false;
   std::array<bool, 2> nudging_{};  ///< by a key that is held
+  bool talking_ = false;           ///< the same
   TableId active_ = TableId::Catalogue;
   HelpWindow help_{*this};
   MessageBoxes boxes_{*this};
@@ -177,6 +182,7 @@ class frmMain final : public QMainWindow {
   bool leaving_ = false;  ///< nothing is left to ask for
 
   StatusLine* status_ = nullptr;
+  MicrophoneStrip* microphone_ = nullptr;
   DeckArea* deck_area_ = nullptr;
   QPushButton* deck_button_ = nullptr;
   QStackedWidget* pages_ = nullptr;

@@ -9,6 +9,7 @@
 #include "ui/forms/DeckArea.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
+#include "ui/forms/MicrophoneStrip.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/SingersPanel.h"
 #include "ui/forms/TempoTools.h"
@@ -68,6 +69,7 @@ void frmMain::MakeKeys() {
   });
   Key(KeyOfNextSinger(), Reach::Everywhere, [this] { turns_->Next(); });
   Key(KeyOfRecording(), Reach::Everywhere, [this] { ToggleRecording(); });
+  Key(KeyOfMicrophone(), Reach::Everywhere, [this] { microphone_->Toggle(); });
   Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
   Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
@@ -90,17 +92,27 @@ void frmMain::MakeKeys() {
 
 // Shortcuts know no release, so what lasts as long as a key is held is listened for here.
 bool frmMain::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::ApplicationDeactivate) ReleaseNudges();
+  if (event->type() == QEvent::ApplicationDeactivate) ReleaseKeys();
   // It is the system, or a signal, that ends the program: nobody may be there to answer.
   if (watched == qApp && event->type() == QEvent::Quit) leaving_ = true;
   const bool pressed = event->type() == QEvent::KeyPress;
   if (!pressed && event->type() != QEvent::KeyRelease) return QMainWindow::eventFilter(watched, event);
-  const auto& key = static_cast<const QKeyEvent&>(*event);
+  if (HoldKey(static_cast<const QKeyEvent&>(*event), pressed)) return true;
+  return QMainWindow::eventFilter(watched, event);
+}
+
+bool frmMain::HoldKey(const QKeyEvent& key, bool pressed) {
+  // Whoever lets go of Shift or Ctrl first lets go all the same.
+  const QKeyCombination talk = KeyOfTalking()[0];
+  const bool begins = pressed && key.modifiers() == talk.keyboardModifiers();
+  if (key.key() == talk.key() && (talking_ || begins)) {
+    if (!key.isAutoRepeat() && pressed != talking_) Talk(pressed);
+    return true;
+  }
   for (const int deck : {1, 2}) {
     for (const Command command : {Command::NudgeBack, Command::NudgeOn}) {
       const QKeyCombination wanted = KeyOf(command, deck)[0];
       if (key.key() != wanted.key()) continue;
-      // Whoever lets go of Shift first lets go all the same.
       if (pressed && key.modifiers() != wanted.keyboardModifiers()) continue;
       if (key.isAutoRepeat()) return true;
       const int direction = command == Command::NudgeBack ? -1 : 1;
@@ -108,7 +120,12 @@ bool frmMain::eventFilter(QObject* watched, QEvent* event) {
       if (pressed) return true;
     }
   }
-  return QMainWindow::eventFilter(watched, event);
+  return false;
+}
+
+void frmMain::Talk(bool held) {
+  talking_ = held;
+  microphone_->Talk(held);
 }
 
 void frmMain::Nudge(int deck, int direction) {
@@ -116,10 +133,11 @@ void frmMain::Nudge(int deck, int direction) {
   deck_area_->Panel(deck).Tools().Nudge(direction);
 }
 
-void frmMain::ReleaseNudges() {
+void frmMain::ReleaseKeys() {
   for (const int deck : {1, 2}) {
     if (nudging_[deck == 1 ? 0 : 1]) Nudge(deck, 0);
   }
+  if (talking_) Talk(false);
 }
 
 }  // namespace ui

@@ -39,6 +39,14 @@ QKeySequence KeyOfRecording() {
   return QKeySequence(Qt::CTRL | Qt::Key_R);
 }
 
+QKeySequence KeyOfMicrophone() {
+  return QKeySequence(Qt::CTRL | Qt::Key_M);
+}
+
+QKeySequence KeyOfTalking() {
+  return QKeySequence(Qt::CTRL | Qt::Key_T);
+}
+
 QKeySequence KeyOfBlackout() {
   return QKeySequence(Qt::CTRL | Qt::Key_B);
 }

@@ -39,6 +39,10 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfNewSinger();
 [[nodiscard]] QKeySequence KeyOfNextSinger();
 [[nodiscard]] QKeySequence KeyOfRecording();
+/// The microphone on or off.
+[[nodiscard]] QKeySequence KeyOfMicrophone();
+/// Speaking over the music, for as long as it is held.
+[[nodiscard]] QKeySequence KeyOfTalking();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();
 /// Looking for rows.

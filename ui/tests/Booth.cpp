@@ -27,6 +27,7 @@ Booth::Booth() {
   ports.synthesisers = &synthesisers;
   ports.images = &images;
   ports.commands = &commands;
+  ports.microphone = &microphone;
   ports.recorder = &recorder;
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);

@@ -16,6 +16,7 @@
 #include "app/testing/FakeMixer.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/FakeCommandRunner.h"
+#include "decks/testing/FakeMicrophone.h"
 #include "decks/testing/FakeRecorder.h"
 #include "decks/testing/RecordingDesk.h"
 #include "decks/testing/RecordingEngine.h"
@@ -98,6 +99,7 @@ class Booth : public ::testing::Test {
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;
   decks::testing::FakeCommandRunner commands;
+  decks::testing::FakeMicrophone microphone;
   decks::testing::FakeRecorder recorder;
   std::unique_ptr<app::Workstation> station;
   std::unique_ptr<frmMain> window;

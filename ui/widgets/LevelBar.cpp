@@ -12,14 +12,14 @@
 
 namespace ui {
 
-LevelBar::LevelBar(const Skin& skin, QWidget* parent)
-    : QWidget(parent), skin_(skin), levels_{LevelMeter::kFloor, LevelMeter::kFloor} {
+LevelBar::LevelBar(const Skin& skin, double ems, QWidget* parent)
+    : QWidget(parent), skin_(skin), ems_(ems), levels_{LevelMeter::kFloor, LevelMeter::kFloor} {
   setAttribute(Qt::WA_OpaquePaintEvent);
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
 QSize LevelBar::sizeHint() const {
-  return {Em(*this, 7), Em(*this, 1.4)};
+  return {Em(*this, ems_), Em(*this, 1.4)};
 }
 
 int LevelBar::ColumnOf(float db) const {

@@ -15,7 +15,7 @@ class LevelBar final : public QWidget {
   Q_OBJECT
 
  public:
-  explicit LevelBar(const Skin& skin, QWidget* parent = nullptr);
+  explicit LevelBar(const Skin& skin, double ems = 7, QWidget* parent = nullptr);
 
   /// What the bars show, in dB below full scale; repaints only what differs.
   void Show(const std::array<float, 2>& levels, bool overloaded);
@@ -31,6 +31,7 @@ class LevelBar final : public QWidget {
   [[nodiscard]] int ColumnOf(float db) const;
 
   const Skin& skin_;
+  const double ems_;  ///< its width
   std::array<float, 2> levels_;
   bool overloaded_ = false;
 };
