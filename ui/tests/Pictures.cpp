@@ -18,11 +18,8 @@
 #include <QTableWidget>
 #include <fstream>
 
-<<<<<<< HEAD
 #include "app/Language.h"
-=======
 #include "app/singers/SingerStation.h"
->>>>>>> 855cb6b (ui: Picture the singers' turns, and give their buttons room)
 #include "dmx/testing/ShowMaker.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "ui/forms/DMX.h"
