@@ -3,6 +3,7 @@
 #include "ui/forms/SingersPanel.h"
 
 #include <QCompleter>
+#include <QHeaderView>
 #include <QInputDialog>
 #include <QLineEdit>
 #include <QMenu>
@@ -50,6 +51,9 @@ SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, con
   table_ = MakeTable(
       "SingersList", say.Of(SingerWord::Singers),
       {QString(), say(SingerWord::SingerHead), say(SingerWord::SongHead), say(SingerWord::WaitHead)}, kSong);
+  // A long name leaves the song its half.
+  table_->horizontalHeader()->setSectionResizeMode(kSinger, QHeaderView::Stretch);
+  table_->horizontalHeaderItem(kWait)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
   connect(table_, &QTableWidget::itemSelectionChanged, this, [this] {
     const int row = table_->currentRow();
     chosen_ =
@@ -59,7 +63,8 @@ SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, con
   auto* menu = new ContextMenu(*table_, QStringLiteral("SingersMenu"));
   menu->AddFirst([this](QMenu& shown, const QPoint&) { FillMenu(shown); });
   below_ = new QWidget;
-  FillColumn(*below_, 0, 0.3, {{table_, 1}, MakeWish(), MakeActs()});
+  rule_text_ = Sentence("RuleText", look.skin.dim);
+  FillColumn(*below_, 0, 0.3, {rule_text_, {table_, 1}, MakeWish(), MakeActs()});
   FillColumn(*this, 0.4, 0.3, {MakeHead(), {below_, 1}});
   below_->hide();
   ShowChosen();
@@ -200,6 +205,9 @@ void SingersPanel::Fill() {
     for (std::size_t row = 0; row < lines_.size(); ++row) FillRow(static_cast<int>(row), lines_[row]);
   }
   rule_->setCurrentIndex(static_cast<int>(now.Rule()));
+  constexpr SingerWord kRules[] = {SingerWord::TurnsText, SingerWord::NewcomersText,
+                                   SingerWord::FirstComeText};
+  rule_text_->Show(look_.say(kRules[static_cast<int>(now.Rule())]));
   next_->setEnabled(now.Next() != nullptr);
   bring_back_->setEnabled(now.Removed() > 0);
   // Whoever was added is the one that the next song is for.

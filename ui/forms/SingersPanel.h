@@ -88,6 +88,7 @@ class SingersPanel final : public Surface {
   QLineEdit* name_;
   QStringListModel* known_;
   QuietCombo* rule_;
+  ElidedLabel* rule_text_;
   QPushButton* next_;
   QTableWidget* table_;
   QWidget* below_;

@@ -115,8 +115,8 @@ void frmMain::ShowSong(support::TimePoint now) {
   const app::SingersSheet& sheet = *workstation_.Singers().View().sheet;
   turns_->Show(workstation_.Singers().View());
   const bool wanted = workstation_.Settings().Flag("Karaoke", "NextUp");
-  singers_->NextUp().Show(wanted ? NextUpForm(sheet, song) : NextUpCard::Form::Hidden,
-                          NextUpSaid(sheet, *say_));
+  const NextUpCard::Form form = wanted ? NextUpForm(sheet, song) : NextUpCard::Form::Hidden;
+  singers_->NextUp().Show(form, NextUpSaid(sheet, form, *say_));
   singers_->Show(song, now);
 }
 

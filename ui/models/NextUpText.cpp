@@ -24,9 +24,9 @@ NextUpCard::Form NextUpForm(const app::SingersSheet& sheet, const app::SongView&
   return song.disc.image == nullptr ? NextUpCard::Form::Strip : NextUpCard::Form::Hidden;
 }
 
-NextUpCard::Said NextUpSaid(const app::SingersSheet& sheet, const Strings& say) {
+NextUpCard::Said NextUpSaid(const app::SingersSheet& sheet, NextUpCard::Form form, const Strings& say) {
   NextUpCard::Said said;
-  said.head = say(sheet.on_stage_sings ? SingerWord::NextUpStrip : SingerWord::NextUp);
+  said.head = say(form == NextUpCard::Form::Strip ? SingerWord::NextUpStrip : SingerWord::NextUp);
   if (!sheet.sang_last.empty()) said.thanks = say(SingerWord::ThankYou).arg(Decode(sheet.sang_last));
   for (const singers::Wait& wait : sheet.waits) {
     const singers::Singer* singer = sheet.rotation.Find(wait.singer);

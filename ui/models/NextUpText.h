@@ -12,7 +12,8 @@ namespace ui {
 /// disc, which need the whole screen.
 [[nodiscard]] NextUpCard::Form NextUpForm(const app::SingersSheet& sheet, const app::SongView& song);
 /// Those who come next, with names alone: what the guests read holds no path.
-[[nodiscard]] NextUpCard::Said NextUpSaid(const app::SingersSheet& sheet, const Strings& say);
+[[nodiscard]] NextUpCard::Said NextUpSaid(const app::SingersSheet& sheet, NextUpCard::Form form,
+                                          const Strings& say);
 
 /// A wish as the eye reads it: artist and title, or the file's name.
 [[nodiscard]] QString WishTitle(const singers::Wish& wish);
