@@ -66,6 +66,12 @@ void PeakingEqualiser::RemoveBands() {
   HandOver();
 }
 
+void PeakingEqualiser::Bypass(bool bypassed) {
+  if (bypassed_ == bypassed) return;
+  bypassed_ = bypassed;
+  HandOver();
+}
+
 void PeakingEqualiser::BandsAs(const PeakingEqualiser& other) {
   count_ = other.count_;
   bands_ = other.bands_;
@@ -79,7 +85,7 @@ void PeakingEqualiser::BandsAs(const PeakingEqualiser& other) {
 void PeakingEqualiser::HandOver() {
   Curve& draft = curves_.Draft();
   draft.version = ++version_;
-  draft.filters = wanted_;
+  draft.filters = bypassed_ ? Filters{} : wanted_;
   curves_.Publish();
 }
 

@@ -34,6 +34,8 @@ class PeakingEqualiser final : public StreamEffect {
   bool Set(const decks::PeakingBand& band);
   bool Get(decks::PeakingBand& band) const;
   void RemoveBands();
+  /// Flat whatever the bands are, which stay as they are set.
+  void Bypass(bool bypassed);
   /// The bands of another one, at the own rate.
   void BandsAs(const PeakingEqualiser& other);
 
@@ -64,6 +66,7 @@ class PeakingEqualiser final : public StreamEffect {
 
   const int sample_rate_;
   const int glide_frames_;
+  bool bypassed_ = false;
   int count_ = 0;
   std::array<decks::PeakingBand, kBands> bands_{};
   std::uint64_t version_ = 0;

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/Players.h"
 
+#include <utility>
+
 namespace engine {
 
 HeardPlace PlaceOf(const Playing& playing) {
@@ -14,6 +16,26 @@ StreamSound& SoundOf(Playing& playing) {
     playing.stream->SetEffect(playing.sound.get());
   }
   return *playing.sound;
+}
+
+void SetEffects(Playing& playing, const decks::EffectSettings& settings) {
+  if (playing.sound == nullptr && settings == decks::EffectSettings{}) return;
+  StreamSound& sound = SoundOf(playing);
+  sound.effects = settings;
+  sound.ten.Bypass(!settings.equaliser);
+  if (sound.chain == nullptr) {
+    if (!decks::AnyOn(settings)) return;
+    // What sounds already is faded to it; what has not begun begins with it.
+    const bool begun = playing.stream->TransportAsked() != 0;
+    sound.chain = std::make_unique<EffectChain>(playing.slot->Core().SampleRate(),
+                                                begun ? decks::EffectSettings{} : settings);
+    playing.stream->SetRinging(sound.chain.get());
+  }
+  sound.chain->Set(settings);
+}
+
+decks::EffectSettings EffectsOf(const Playing& playing) {
+  return playing.sound == nullptr ? decks::EffectSettings{} : playing.sound->effects;
 }
 
 Playing* Players::Find(decks::StreamHandle handle) {
@@ -43,7 +65,27 @@ void Players::TellFollowers(decks::StreamHandle leader) {
 
 void Players::SoundAs(Playing& follower, const Playing& leader) {
   follower.stream->SetGain(leader.stream->Gain());
-  if (leader.sound != nullptr) SoundOf(follower).SoundAs(*leader.sound);
+  follower.line = -leader.line;
+  if (leader.sound == nullptr) return;
+  SoundOf(follower).SoundAs(*leader.sound);
+  SetEffects(follower, EffectsOf(leader));
+}
+
+void Players::Leave(Map::iterator freed) {
+  Playing& left = freed->second;
+  for (Playing& before : leaving_) {
+    if (left.line == 0 || before.line != left.line) continue;
+    before.stream->SetVolume(0);
+    before.line = 0;
+  }
+  leaving_.push_back(std::move(left));
+  all_.erase(freed);
+}
+
+void Players::TellLeaving(const Playing& heir, float volume) {
+  for (Playing& left : leaving_) {
+    if (heir.line != 0 && left.line == heir.line) left.stream->SetVolume(volume);
+  }
 }
 
 }  // namespace engine

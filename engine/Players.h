@@ -4,6 +4,7 @@
 
 #include <map>
 #include <memory>
+#include <vector>
 
 #include "decks/ports/AudioEngine.h"
 #include "engine/DeviceSlot.h"
@@ -20,13 +21,17 @@ struct Playing {
   decks::StreamHandle decoder = 0;               ///< freed with it, or 0
   std::unique_ptr<StreamSound> sound = nullptr;  ///< from the first effect on; outlives the voice
   decks::StreamHandle leader = 0;                ///< that it follows, or 0
+  int line = 0;  ///< the deck that it is heard of, below 0 in the head-phones, or 0
 };
 
 /// What of it is heard now.
 [[nodiscard]] HeardPlace PlaceOf(const Playing& playing);
 
-/// The effects of a stream, made when they are first asked for.
+/// The bands and effects of a stream, made when they are first asked for.
 [[nodiscard]] StreamSound& SoundOf(Playing& playing);
+/// As SoundOf; takes memory for the effects only once one of them is to be heard.
+void SetEffects(Playing& playing, const decks::EffectSettings& settings);
+[[nodiscard]] decks::EffectSettings EffectsOf(const Playing& playing);
 
 /// The streams that play or may, by their handles. Those that follow another one sound as it does.
 /// Threads: the owner's.
@@ -44,10 +49,18 @@ class Players {
   /// The leader's gain or effects have changed.
   void TellFollowers(decks::StreamHandle leader);
 
+  // Freed ones, until they are faded or have rung out.
+  /// Another one of the line that still rings is silenced: a deck keeps one tail.
+  void Leave(Map::iterator freed);
+  /// Volume of the line's newest one, that what rings after it follows.
+  void TellLeaving(const Playing& heir, float volume);
+  [[nodiscard]] std::vector<Playing>& Leaving() { return leaving_; }
+
  private:
   static void SoundAs(Playing& follower, const Playing& leader);
 
   Map all_;
+  std::vector<Playing> leaving_;
 };
 
 }  // namespace engine

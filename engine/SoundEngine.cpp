@@ -123,7 +123,7 @@ void SoundEngine::BASS_Free() {
   for (const auto& [handle, playing] : players_.All()) feeder_.Remove(handle);
   devices_->CloseAll();
   players_.All().clear();
-  leaving_.clear();
+  players_.Leaving().clear();
   support::MutexLock lock(mutex_);
   decoders_.clear();
 }
@@ -221,8 +221,7 @@ void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
   FreeDecoder(found->second.decoder);
   found->second.stream->Ask(Stream::Transport::Free);
   feeder_.Remove(handle);
-  leaving_.push_back(std::move(found->second));
-  players_.All().erase(found);
+  players_.Leave(found);
   Sweep();
 }
 
@@ -234,13 +233,18 @@ bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
 }
 
 void SoundEngine::Sweep() {
-  // The last one to hold a long file gives back a lot of memory: a worker's job.
-  const auto gone = std::stable_partition(leaving_.begin(), leaving_.end(),
-                                          [](const Playing& leaving) { return !leaving.stream->detached; });
-  for (auto leaving = gone; leaving != leaving_.end(); ++leaving) {
-    ports_.workers.Post([stream = std::move(leaving->stream)] { static_cast<void>(stream); });
+  std::vector<Playing>& leaving = players_.Leaving();
+  const auto gone = std::stable_partition(leaving.begin(), leaving.end(),
+                                          [](const Playing& left) { return !left.stream->detached; });
+  // The last one to hold a long file gives back a lot of memory: a worker's job, and so are an echo's lines.
+  for (auto left = gone; left != leaving.end(); ++left) {
+    ports_.workers.Post(
+        [stream = std::move(left->stream), sound = std::shared_ptr<StreamSound>(std::move(left->sound))] {
+          static_cast<void>(stream);
+          static_cast<void>(sound);
+        });
   }
-  leaving_.erase(gone, leaving_.end());
+  leaving.erase(gone, leaving.end());
 }
 
 std::shared_ptr<SoundEngine::Decoder> SoundEngine::FindDecoder(decks::StreamHandle handle) const {

@@ -13,6 +13,7 @@
 #include "decks/ports/SoundControl.h"
 #include "engine/DeviceTable.h"
 #include "engine/EngineDesk.h"
+#include "engine/EngineEffects.h"
 #include "engine/Feeder.h"
 #include "engine/PcmStorePool.h"
 #include "engine/Players.h"
@@ -60,6 +61,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   bool Pump();
   /// What is turned by hand. Threads: the owner's.
   [[nodiscard]] decks::SoundDesk& Desk() { return desk_; }
+  [[nodiscard]] decks::DeckEffects& Effects() { return effects_; }
   [[nodiscard]] const std::shared_ptr<DeviceTable>& Devices() const { return devices_; }
 
   bool BASS_Init(int device, int frequency, std::uint32_t flags) override;
@@ -154,7 +156,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   std::atomic<decks::StreamHandle> next_handle_{1};
   Players players_;
   EngineDesk desk_;
-  std::vector<Playing> leaving_;  ///< freed streams that still fade
+  EngineEffects effects_{players_};
   support::TimePoint next_sweep_{};
   std::atomic<Feeder::Reach> reach_{Feeder::Reach::Usual};
   support::TimePoint next_look_{};

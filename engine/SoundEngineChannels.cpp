@@ -91,7 +91,11 @@ void SoundEngine::BASS_ChannelSetAttributes(decks::StreamHandle handle, int freq
     tempo.sample_rate = PlayableRate(frequency);
     stream.SetTempo(tempo);
   }
-  if (volume >= 0) stream.SetVolume(static_cast<float>(std::min(volume, 100)) / 100.0F);
+  if (volume >= 0) {
+    const float level = static_cast<float>(std::min(volume, 100)) / 100.0F;
+    stream.SetVolume(level);
+    players_.TellLeaving(*playing, level);
+  }
   if (pan >= -100 && pan <= 100) stream.SetPan(static_cast<float>(pan) / 100.0F);
 }
 

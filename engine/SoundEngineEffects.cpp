@@ -47,8 +47,12 @@ bool SoundEngine::BASS_FX_DSP_GetParameters(decks::StreamHandle handle, int effe
 
 void SoundEngine::BASS_FX_DSP_Remove(decks::StreamHandle handle, int effect_type) {
   Playing* playing = players_.Find(handle);
-  if (playing == nullptr || effect_type != decks::kPeakingEffect || playing->sound == nullptr) return;
-  playing->sound->ten.RemoveBands();  // what sounds glides back to flat, so the object stays
+  if (playing == nullptr || playing->sound == nullptr) return;
+  if (effect_type == decks::kPeakingEffect) {
+    playing->sound->ten.RemoveBands();  // what sounds glides back to flat, so the object stays
+  } else {
+    SetEffects(*playing, decks::Without(effect_type, EffectsOf(*playing)));
+  }
   players_.TellFollowers(handle);
 }
 

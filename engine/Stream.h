@@ -128,6 +128,8 @@ class Stream {
   /// A factor on the volume, which knows no such bounds.
   void SetGain(float gain) noexcept { gain_.store(gain, std::memory_order_relaxed); }
   void SetEffect(StreamEffect* effect) noexcept { effect_.store(effect, std::memory_order_release); }
+  /// Behind the fades of starts and stops, so that it rings out when the stream is silent.
+  void SetRinging(StreamEffect* effect) noexcept { ringing_.store(effect, std::memory_order_release); }
   [[nodiscard]] std::uint64_t TransportAsked() const noexcept {
     return transport_.load(std::memory_order_acquire);
   }
@@ -139,6 +141,7 @@ class Stream {
   [[nodiscard]] float Pan() const noexcept { return pan_.load(std::memory_order_relaxed); }
   [[nodiscard]] float Gain() const noexcept { return gain_.load(std::memory_order_relaxed); }
   [[nodiscard]] StreamEffect* Effect() const noexcept { return effect_.load(std::memory_order_acquire); }
+  [[nodiscard]] StreamEffect* Ringing() const noexcept { return ringing_.load(std::memory_order_acquire); }
 
   // Feeder and callback.
   std::array<Lane, 2> lanes;
@@ -150,7 +153,7 @@ class Stream {
 
   // Callback to everybody.
   support::HistoryRing<HeardEntry, 2048> log;
-  SampleTap tap;  ///< after the effect, before volume
+  SampleTap tap;  ///< after the effects, before volume
   std::atomic<std::uint64_t> transport_seen{0};
   std::atomic<bool> playing{false};
   std::atomic<std::uint32_t> ended_place{0};  ///< the place whose sound came to the file's end, or 0
@@ -174,6 +177,7 @@ class Stream {
   std::atomic<float> pan_{0};
   std::atomic<float> gain_{1};
   std::atomic<StreamEffect*> effect_{nullptr};
+  std::atomic<StreamEffect*> ringing_{nullptr};
 };
 
 }  // namespace engine

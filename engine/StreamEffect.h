@@ -15,6 +15,8 @@ class StreamEffect {
   virtual void Process(std::span<float> stereo) noexcept = 0;
   /// The sound before the next block has nothing to do with it.
   virtual void Reset() noexcept {}
+  /// It goes on giving sound where it is given none.
+  [[nodiscard]] virtual bool Rings() const noexcept { return false; }
 };
 
 }  // namespace engine

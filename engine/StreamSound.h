@@ -2,12 +2,16 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <memory>
+
 #include "engine/PeakingEqualiser.h"
 #include "engine/ThreeBands.h"
+#include "engine/effects/EffectChain.h"
 
 namespace engine {
 
-/// The effects of one stream, in their fixed order: three bands, then ten. Threads: as its parts.
+/// The bands of one stream, in their fixed order: three, then ten; behind them, once one of them was wanted,
+/// its effects. Threads: as its parts.
 class StreamSound final : public StreamEffect {
  public:
   explicit StreamSound(int sample_rate) : three(sample_rate), ten(sample_rate) {}
@@ -29,6 +33,8 @@ class StreamSound final : public StreamEffect {
 
   ThreeBands three;
   PeakingEqualiser ten;
+  decks::EffectSettings effects;       ///< as they are wanted
+  std::unique_ptr<EffectChain> chain;  ///< from the first of them that is heard
 };
 
 }  // namespace engine

@@ -11,6 +11,9 @@ namespace engine {
 namespace {
 
 constexpr double kFadeSeconds = 0.005;
+/// An echo that hardly loses anything would keep the stream for minutes; both in fades.
+constexpr int kLongestTail = 4000;
+constexpr int kEndOfTail = 400;
 
 }  // namespace
 
@@ -51,10 +54,10 @@ bool Voice::TakeRequests() noexcept {
     }
   }
   const float pan = std::clamp(stream_->Pan(), -1.0F, 1.0F);
-  if (pan != pan_.Target()) pan_.Set(pan, sounding_ ? curve_->Frames() : 0);
+  if (pan != pan_.Target()) pan_.Set(pan, IsHeard() ? curve_->Frames() : 0);
   const float gain = stream_->Gain();
-  if (gain != gain_.Target()) gain_.Set(gain, sounding_ ? curve_->Frames() : 0);
-  return !freed_ || sounding_;
+  if (gain != gain_.Target()) gain_.Set(gain, IsHeard() ? curve_->Frames() : 0);
+  return !freed_ || IsHeard();
 }
 
 void Voice::Start() noexcept {
@@ -63,7 +66,7 @@ void Voice::Start() noexcept {
 
 void Voice::Ramp(float volume, int frames) noexcept {
   // A stream that nobody hears takes it at once; one that waits for its first sound keeps the ramp for that.
-  const bool heard_soon = sounding_ || wanted_;
+  const bool heard_soon = sounding_ || wanted_ || rings_;
   volume_.Set(std::clamp(volume, 0.0F, 1.0F), heard_soon ? std::max(frames, 1) : 0);
 }
 
@@ -155,8 +158,10 @@ bool Voice::Render(std::span<float> stereo, std::int64_t frame) noexcept {
     LookForLane(frame + done);
     LookForStart();
     if (!sounding_) {
-      if (to_start_ >= frames - done) return heard;
-      done += std::max(to_start_, 1);
+      const int silent = std::min(std::max(to_start_, 1), frames - done);
+      const auto begin = static_cast<std::size_t>(2 * done);
+      heard = RingOut(stereo.subspan(begin, static_cast<std::size_t>(2 * silent))) || heard;
+      done += silent;
       continue;
     }
     const int run = RunLength(frames - done);
@@ -165,7 +170,20 @@ bool Voice::Render(std::span<float> stereo, std::int64_t frame) noexcept {
     done += RenderRun(part, frame + done);
     heard = true;
   }
+  const StreamEffect* ringing = stream_->Ringing();
+  rings_ = ringing != nullptr && ringing->Rings();
   return heard;
+}
+
+bool Voice::RingOut(std::span<float> stereo) noexcept {
+  StreamEffect* ringing = stream_->Ringing();
+  if (ringing == nullptr || !ringing->Rings()) return false;
+  Apply(ringing, stereo);
+  if (!freed_) return true;
+  rung_ += static_cast<std::int64_t>(stereo.size() / 2);
+  const bool long_enough = rung_ > static_cast<std::int64_t>(kLongestTail) * curve_->Frames();
+  if (long_enough && volume_.Target() != 0) volume_.Set(0, kEndOfTail * curve_->Frames());
+  return true;
 }
 
 int Voice::RunLength(int frames) noexcept {
@@ -243,15 +261,18 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
   const int frames = static_cast<int>(stereo.size() / 2);
   const bool at_end = lane.Finished() && lane.Front() == nullptr;
   if (crossfade_left_ > 0) Blend(stereo);
-  ApplyEffect(stereo);
-  Fade(stereo);  // after the effect, whose echo of a start or an end would be cut off
+  const bool ends = at_end && crossfade_left_ == 0;
+  const std::size_t given = ends ? 2 * static_cast<std::size_t>(entry.frames) : stereo.size();
+  Apply(stream_->Effect(), stereo);
+  Fade(stereo);  // after the bands, whose echo of a start or an end would be cut off
+  Apply(stream_->Ringing(), stereo.first(given));
   stream_->tap.Write(frame, stereo);
   for (std::size_t i = 0; i < stereo.size(); i += 2) {
     entry.left_peak = std::max(entry.left_peak, std::abs(stereo[i]));
     entry.right_peak = std::max(entry.right_peak, std::abs(stereo[i + 1]));
   }
   if (entry.frames > 0) Log(entry);
-  if (at_end && crossfade_left_ == 0) {
+  if (ends) {
     ended_ = true;
     if (lane.Place() == stream_->PlaceWanted()) wanted_ = false;  // else a seek is on its way
     StopSounding();
@@ -282,8 +303,7 @@ void Voice::Blend(std::span<float> stereo) noexcept {
   if (crossfade_left_ == 0) EndCrossfade();
 }
 
-void Voice::ApplyEffect(std::span<float> stereo) noexcept {
-  StreamEffect* effect = stream_->Effect();
+void Voice::Apply(StreamEffect* effect, std::span<float> stereo) noexcept {
   if (effect == nullptr) return;
   effect->Process(stereo);
   const auto bad = std::count_if(stereo.begin(), stereo.end(), [](float s) { return !std::isfinite(s); });
@@ -325,7 +345,7 @@ void Voice::ApplyGain(std::span<float> stereo) noexcept {
     stereo[i] *= volume * std::min(1.0F, 1 - pan);
     stereo[i + 1] *= volume * std::min(1.0F, 1 + pan);
   }
-  if (sounding_) return;
+  if (IsHeard()) return;
   volume_.Arrive();
   gain_.Arrive();
   pan_.Arrive();

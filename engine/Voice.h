@@ -43,7 +43,8 @@ class Voice {
   /// volume: 0 to 1.
   void Ramp(float volume, int frames) noexcept;
 
-  /// Fills the whole span with the stream's sound before volume; false when that is silence.
+  /// Fills the whole span with the stream's sound before volume; false when that is silence. What rings on
+  /// when the stream is silent has no place in the file, and is not logged.
   /// frame: engine frame of the first one.
   bool Render(std::span<float> stereo, std::int64_t frame) noexcept;
   /// Volume, gain and pan over what Render gave.
@@ -73,7 +74,10 @@ class Voice {
   int Take(int lane, std::span<float> stereo) noexcept;
   int RenderRun(std::span<float> stereo, std::int64_t frame) noexcept;
   void Blend(std::span<float> stereo) noexcept;
-  void ApplyEffect(std::span<float> stereo) noexcept;
+  void Apply(StreamEffect* effect, std::span<float> stereo) noexcept;
+  [[nodiscard]] bool RingOut(std::span<float> stereo) noexcept;
+  /// Freed, it stays until nobody can hear it any more.
+  [[nodiscard]] bool IsHeard() const noexcept { return sounding_ || (rings_ && !volume_.RestsAt(0)); }
   void Fade(std::span<float> stereo) noexcept;
   void EndCrossfade() noexcept;
   void StopSounding() noexcept;
@@ -88,6 +92,8 @@ class Voice {
   bool sounding_ = false;
   bool dry_ = false;
   bool ended_ = false;
+  bool rings_ = false;
+  std::int64_t rung_ = 0;  ///< frames since it was freed
   int active_ = -1;
   std::array<int, 2> offset_{};
   std::array<double, 2> source_{};  ///< behind the last frame taken
