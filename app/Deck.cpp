@@ -16,12 +16,6 @@
 namespace app {
 namespace {
 
-std::string_view ValueOf(const StoredSection& section, std::string_view key) {
-  const auto found =
-      std::find_if(section.begin(), section.end(), [key](const auto& pair) { return pair.first == key; });
-  return found == section.end() ? std::string_view() : std::string_view(found->second);
-}
-
 double RealOf(const StoredSection& section, std::string_view key) {
   return support::ParseReal(support::Trim(ValueOf(section, key))).value_or(0);
 }

@@ -17,7 +17,8 @@ using Subject = NoticeBoard::Subject::Kind;
 }  // namespace
 
 DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
-                   std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk)
+                   std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk,
+                   decks::DeckEffects* effects)
     : engine_(ports.engine),
       sound_(ports.sound),
       box_(std::move(box)),
@@ -32,7 +33,8 @@ DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::
       hall_(desk) {
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
-        number, engine_, sound_, controls_, DeckTools{analyses_, equaliser_, say_, desk}, box_);
+        number, engine_, sound_, controls_,
+        DeckTools{analyses_, equaliser_, say_, desk, number <= kMixingDecks ? effects : nullptr}, box_);
   }
 }
 

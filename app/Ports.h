@@ -19,6 +19,7 @@ class CommandRunner;
 class ProgrammeRecorder;
 class Microphone;
 class SoundControl;
+class DeckEffects;
 class SoundDesk;
 }  // namespace decks
 namespace dmx {
@@ -82,6 +83,7 @@ struct Ports {
   const SaveWatch* saves = nullptr;                     ///< null: what cannot be saved is told once only
   decks::Microphone* microphone = nullptr;              ///< null: nobody can speak
   const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
+  decks::DeckEffects* effects = nullptr;                ///< null: decks have none
   decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
 };

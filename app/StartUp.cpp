@@ -26,6 +26,7 @@ void Workstation::StartUp() {
   parts.headphones.StartUp();
   parts.microphone.StartUp();
   parts.decks.StartUp(stored);
+  parts.effects.StartUp(stored);
   parts.lights.StartUp();
   parts.organ.StartUp();
   parts.songs.StartUp();

@@ -61,6 +61,10 @@ HeadphoneStation& Workstation::Headphones() {
   return parts_->headphones;
 }
 
+EffectStation& Workstation::Effects() {
+  return parts_->effects;
+}
+
 MicrophoneStation& Workstation::Microphone() {
   return parts_->microphone;
 }

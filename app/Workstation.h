@@ -22,6 +22,7 @@ class Collections;
 class Decks;
 class Drafts;
 class EditorFiles;
+class EffectStation;
 class EqualiserStation;
 class HeadphoneStation;
 class Help;
@@ -88,6 +89,7 @@ class Workstation {
   [[nodiscard]] OutputStation& Outputs();
   [[nodiscard]] HeadphoneStation& Headphones();
   [[nodiscard]] MicrophoneStation& Microphone();
+  [[nodiscard]] EffectStation& Effects();
   [[nodiscard]] app::Collections& Collections();
   [[nodiscard]] ListStation& Lists();
   [[nodiscard]] LightStation& Lights();

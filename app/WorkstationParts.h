@@ -9,6 +9,7 @@
 #include "app/Collections.h"
 #include "app/DeckRack.h"
 #include "app/Decks.h"
+#include "app/EffectStation.h"
 #include "app/EqualiserStation.h"
 #include "app/HeadphoneStation.h"
 #include "app/Language.h"
@@ -77,6 +78,7 @@ struct Workstation::Parts {
   OutputStation outputs;
   HeadphoneStation headphones;
   MicrophoneStation microphone;
+  EffectStation effects;
   app::Visuals visuals;
   LightStation lights;
   OrganStation organ;

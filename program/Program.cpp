@@ -148,6 +148,7 @@ struct Program::Parts {
                      .saves = &saves,
                      .microphone = microphone.get(),
                      .priority = &rights,
+                     .effects = &engine.Effects(),
                      .desk = &engine.Desk(),
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {

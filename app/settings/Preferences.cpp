@@ -34,6 +34,12 @@ Preferences::Automix ReadAutomix(const support::Settings& settings) {
 
 }  // namespace
 
+std::string_view ValueOf(const StoredSection& section, std::string_view key) {
+  const auto found =
+      std::find_if(section.begin(), section.end(), [key](const auto& pair) { return pair.first == key; });
+  return found == section.end() ? std::string_view() : std::string_view(found->second);
+}
+
 Preferences ReadPreferences(const support::Settings& settings) {
   Preferences all;
   all.mix_time = settings.Number("Mixer", "MixTime");

@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <span>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -15,6 +16,9 @@ namespace app {
 
 /// Key and value of one section, in the order of the vocabulary.
 using StoredSection = std::vector<std::pair<std::string_view, std::string>>;
+
+/// Empty for a key that is not there.
+[[nodiscard]] std::string_view ValueOf(const StoredSection& section, std::string_view key);
 
 /// A colour as it is stored: blue, green and red from the highest byte to the lowest.
 using StoredColour = std::uint32_t;

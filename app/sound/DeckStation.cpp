@@ -54,7 +54,8 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
       box_(std::move(box)),
       player_(engine, controls),
       tempo_(engine, player_),
-      tone_(sound, tools.desk, player_) {
+      tone_(sound, tools.desk, player_),
+      effects_(tools.effects, player_) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -221,6 +222,8 @@ void DeckStation::Tick(DeckView& view) {
   if (coming_) view.bpm = coming_->bpm;
   view.equaliser = gains_;
   tone_.Show(view);
+  effects_.Follow(view.playing_bpm);
+  effects_.Show(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -369,6 +372,7 @@ void DeckStation::MoveMain() {
 void DeckStation::ApplySliders() {
   player_.volume(player_.volume());
   tone_.Apply();
+  effects_.Apply();
   tempo_.Apply();
 }
 

@@ -13,6 +13,7 @@
 #include "app/sound/DeckTempo.h"
 #include "app/sound/DeckTone.h"
 #include "app/sound/DeckView.h"
+#include "app/sound/EffectUnits.h"
 #include "app/sound/FileAnalyses.h"
 #include "app/work/Mailbox.h"
 #include "decks/Equaliser.h"
@@ -41,7 +42,8 @@ struct DeckTools {
   FileAnalyses& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
-  decks::SoundDesk* desk = nullptr;  ///< null: the engine has none
+  decks::SoundDesk* desk = nullptr;       ///< null: the engine has none
+  decks::DeckEffects* effects = nullptr;  ///< null: the deck has none
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
@@ -91,6 +93,7 @@ class DeckStation {
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   [[nodiscard]] const DeckTempo& Tempo() const { return tempo_; }
   [[nodiscard]] DeckTone& Tone() { return tone_; }
+  [[nodiscard]] EffectUnits& Effects() { return effects_; }
   /// The beats are again those that were found.
   void ForgetGrid();
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
@@ -143,6 +146,7 @@ class DeckStation {
   decks::clsBassPlayer player_;
   DeckTempo tempo_;
   DeckTone tone_;
+  EffectUnits effects_;
   DeckView::State state_ = DeckView::State::Empty;
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared

@@ -8,6 +8,7 @@
 #include <optional>
 #include <string>
 
+#include "app/sound/EffectTable.h"
 #include "decks/TempoSliders.h"
 #include "music/BeatGrid.h"
 #include "music/TrackAnalysis.h"
@@ -16,6 +17,8 @@ namespace app {
 
 inline constexpr int kDecks =
     4;  ///< 1 and 2 mix, 3 plays karaoke's companion audio, 4 is the catalogue's pre-listen
+
+inline constexpr int kMixingDecks = 2;
 
 inline constexpr int kMostEqGain = 12;  ///< of an equaliser slider, up and down, in dB
 
@@ -93,6 +96,8 @@ struct DeckView {
   MixPointPair<bool> moved{};  ///< by hand, or by what the catalogue remembers
   MixPointPair<std::optional<std::chrono::microseconds>> found;  ///< what the scan found
   std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
+  EffectChoices effects;
+  std::array<bool, decks::kEffectKinds> effects_held{};  ///< by a pad
   double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
 };
 

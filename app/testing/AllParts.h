@@ -6,6 +6,7 @@
 #include "app/ApplyButton.h"
 #include "app/Collections.h"
 #include "app/Decks.h"
+#include "app/EffectStation.h"
 #include "app/EqualiserStation.h"
 #include "app/HeadphoneStation.h"
 #include "app/Language.h"

@@ -17,6 +17,7 @@
 #include "app/testing/FakeWindow.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/RecordingDesk.h"
+#include "decks/testing/RecordingEffects.h"
 #include "decks/testing/RecordingEngine.h"
 #include "support/Sentences.h"
 #include "support/testing/FakeClock.h"
@@ -46,6 +47,7 @@ class Evening : public ::testing::Test {
     ports.side_store = side_store_;
     ports.journal = journal_;
     ports.desk = &desk_;
+    ports.effects = &effects_;
     ports.microphone = microphone_;
     ports.local_time = local_time_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
@@ -92,6 +94,7 @@ class Evening : public ::testing::Test {
   support::testing::FakeClock clock_;
   decks::testing::RecordingEngine engine_{clock_};
   decks::testing::RecordingDesk desk_;
+  decks::testing::RecordingEffects effects_;
   catalogue::testing::FakeTagReader tags_;
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;
