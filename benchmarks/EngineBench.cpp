@@ -1,12 +1,16 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
+#include <algorithm>
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <span>
 #include <string>
 
 #include "benchmarks/Bench.h"
 #include "benchmarks/VirtualDeck.h"
+#include "engine/PeakingEqualiser.h"
+#include "engine/effects/EffectChain.h"
 #include "platform/codec/testing/MediaMaker.h"
 #include "support/testing/RealtimeGuard.h"
 
@@ -64,6 +68,7 @@ double LibrariesCpu(const std::string& path, double ratio) {
 struct Besides {
   bool metered = false;
   decks::Tone tone{};
+  decks::EffectSettings effects{};
 };
 
 /// Shares of the period that the callback takes while four streams play, one of them faster with key lock.
@@ -71,13 +76,88 @@ std::vector<double> RenderShares(const std::string& path, const Besides& besides
   VirtualDeck deck;
   deck.Prepare(path);
   if (besides.metered) deck.Engine().Desk().Direct({{decks::SpeakerPair{1, 0}, {1, 0}}, {}, {}});
+  int number = 0;
   for (const float tempo : {0.0F, kFaster, 0.0F, -kFaster}) {
-    deck.Engine().Desk().SetTone(deck.Play(path, tempo), besides.tone);
+    const decks::StreamHandle stream = deck.Play(path, tempo);
+    deck.Engine().Desk().SetTone(stream, besides.tone);
+    deck.Engine().Effects().SetEffects(++number, stream, besides.effects);
   }
   deck.Advance(std::chrono::seconds(1));
   deck.Timing().Forget();
   deck.Advance(std::chrono::seconds(30));
   return deck.Timing().Shares();
+}
+
+/// CPU seconds for a second of sound of one stream, whose noise goes through an effect alone.
+double EffectCpu(engine::StreamEffect& effect) {
+  constexpr int kPiece = 256;
+  std::vector<float> noise(static_cast<std::size_t>(2 * 44100));
+  unsigned state = 1;
+  for (float& sample : noise) {
+    state = state * 1'664'525 + 1'013'904'223;
+    sample = static_cast<float>(state >> 8) / static_cast<float>(1U << 25) - 0.25F;
+  }
+  std::vector<float> piece(kPiece);
+  const double begin = ThreadCpuSeconds();
+  for (int second = 0; second < kSeconds; ++second) {
+    for (std::size_t at = 0; at + kPiece <= noise.size(); at += kPiece) {
+      std::copy_n(noise.begin() + static_cast<std::ptrdiff_t>(at), kPiece, piece.begin());
+      effect.Process(piece);
+    }
+  }
+  return (ThreadCpuSeconds() - begin) / kSeconds;
+}
+
+decks::EffectSettings AllEffects() {
+  decks::EffectSettings all;
+  all.filter.position = -0.4F;
+  all.low_pass = {true, 3000, 2};
+  all.flanger.on = all.echo.on = all.echo3.on = all.reverb.on = all.swap = all.rotate.on = true;
+  return all;
+}
+
+Figure EffectFigure(const std::string& name, const decks::EffectSettings& settings) {
+  std::vector<double> runs;
+  for (int run = 0; run < 3; ++run) {
+    engine::EffectChain chain(44100, settings);
+    runs.push_back(100 * EffectCpu(chain));
+  }
+  return {"a deck's " + name, "% of a core", Median(runs), {}, ""};
+}
+
+double TenBandsCpu() {
+  engine::PeakingEqualiser bands(44100);
+  for (int band = 0; band < engine::PeakingEqualiser::kBands; ++band) {
+    bands.AddBand();
+    bands.Set({band, 44100, 2.5F, 0, 80.0F * std::exp2(static_cast<float>(band) * 0.8F), 4});
+  }
+  return 100 * EffectCpu(bands);
+}
+
+std::vector<Figure> MeasureEffects() {
+  const decks::EffectSettings all = AllEffects();
+  std::vector<Figure> figures{{"a deck's ten bands alone", "% of a core", TenBandsCpu(), {}, ""},
+                              EffectFigure("effects, all off", {})};
+  decks::EffectSettings one;
+  one.filter = all.filter;
+  figures.push_back(EffectFigure("filter", one));
+  one = {};
+  one.low_pass = all.low_pass;
+  figures.push_back(EffectFigure("low pass", one));
+  one = {};
+  one.flanger = all.flanger;
+  figures.push_back(EffectFigure("flanger", one));
+  one = {};
+  one.echo = all.echo;
+  figures.push_back(EffectFigure("echo", one));
+  one = {};
+  one.reverb = all.reverb;
+  figures.push_back(EffectFigure("reverb", one));
+  one = {};
+  one.rotate = all.rotate;
+  figures.push_back(EffectFigure("rotate", one));
+  figures.push_back(EffectFigure("effects, all on", all));
+  return figures;
 }
 
 /// Milliseconds from the wish until sound comes out: the computer's own, and what passes on the virtual
@@ -112,8 +192,14 @@ std::vector<Figure> MeasureEngine() {
     plain.push_back(100 * DeckCpu(track, 0));
   }
   std::vector<double> shares;
-  const long faults = support::testing::CountRealtimeFaults([&] { shares = RenderShares(track); });
-  for (double& share : shares) share *= 100;
+  std::vector<double> full;
+  const long faults = support::testing::CountRealtimeFaults([&] {
+    shares = RenderShares(track);
+    full = RenderShares(track, {.effects = AllEffects()});
+  });
+  for (std::vector<double>* some : {&shares, &full}) {
+    for (double& share : *some) share *= 100;
+  }
   const auto usual = [&](const Besides& besides) {
     std::vector<double> with = RenderShares(track, besides);
     return 100 * Percentile(with, 0.5);
@@ -121,7 +207,7 @@ std::vector<Figure> MeasureEngine() {
   const double metered = usual({.metered = true});
   const double toned = usual({.tone = {{-6}, {2}, {3}}});
   const std::vector<double> opening = OpeningTimes(tone);
-  return {
+  std::vector<Figure> figures{
       {"one deck at +4 %, key lock, mp3, beside decoder and stretcher alone", "% of a core", Median(ours),
        Median(reference), "ratio at most 1.2"},
       {"one deck at its own tempo, mp3", "% of a core", Median(plain), {}, ""},
@@ -132,10 +218,14 @@ std::vector<Figure> MeasureEngine() {
        Percentile(shares, 0.5), ""},
       {"Render, four streams, p99", "% of the period", Percentile(shares, 0.99), {}, ""},
       {"Render, four streams, largest", "% of the period", Percentile(shares, 1), {}, "under 25"},
+      {"Render, four streams with all effects, p99", "% of the period", Percentile(full, 0.99), {}, ""},
       {"heap calls and locks inside Render", "calls", static_cast<double>(faults), {}, "0"},
       {"opening an ogg until its first sound, p50", "ms", Percentile(opening, 0.5), {}, ""},
       {"opening an ogg until its first sound, p99", "ms", Percentile(opening, 0.99), {}, ""},
   };
+  const std::vector<Figure> effects = MeasureEffects();
+  figures.insert(figures.end(), effects.begin(), effects.end());
+  return figures;
 }
 
 }  // namespace bench

@@ -31,7 +31,8 @@ DeckArea::DeckArea(app::Workstation& workstation, MixerState& state, const Look&
 
 QWidget* DeckArea::MakeWhole(const Look& look) {
   for (const int deck : {1, 2}) {
-    auto* panel = new DeckPanel(workstation_.Decks()[deck], workstation_.Settings(), look);
+    auto* panel =
+        new DeckPanel(workstation_.Decks()[deck], workstation_.Effects(), workstation_.Settings(), look);
     panels_[deck == 1 ? 0 : 1] = panel;
     connect(panel, &DeckPanel::RowsDropped, this, &DeckArea::RowsDropped);
     connect(panel, &DeckPanel::FilesDropped, this, &DeckArea::FilesDropped);

@@ -75,7 +75,8 @@ QLabel* MakeBadge(int deck, const Look& look) {
 
 }  // namespace
 
-DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const Look& look, QWidget* parent)
+DeckPanel::DeckPanel(app::Deck& deck, app::EffectStation& effects, const support::Settings& settings,
+                     const Look& look, QWidget* parent)
     : DeckDrops(deck.Number(), look.skin.panel, parent),
       deck_(deck.Number()),
       commands_(deck),
@@ -90,7 +91,7 @@ DeckPanel::DeckPanel(app::Deck& deck, const support::Settings& settings, const L
   running_ = new RunningWave(look.skin, look.skin.Deck(deck_));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
-  rows->addWidget(tone_ = new ToneStrip(deck, look));
+  rows->addWidget(tone_ = new ToneStrip(deck, effects, look));
   rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
   NameParts();

@@ -13,6 +13,7 @@ class QPushButton;
 
 namespace app {
 class Deck;
+class EffectStation;
 }  // namespace app
 
 namespace support {
@@ -34,7 +35,8 @@ class DeckPanel final : public DeckDrops {
   Q_OBJECT
 
  public:
-  DeckPanel(app::Deck& deck, const support::Settings& settings, const Look& look, QWidget* parent = nullptr);
+  DeckPanel(app::Deck& deck, app::EffectStation& effects, const support::Settings& settings, const Look& look,
+            QWidget* parent = nullptr);
 
   /// Changes what differs from the last view, nothing else.
   void Show(const app::DeckView& view, support::TimePoint now);

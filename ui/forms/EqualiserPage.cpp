@@ -32,7 +32,7 @@ constexpr int kFirstSlider = 1;  ///< of the twenty: it moves the lowest band
 EqualiserPage::EqualiserPage(app::EqualiserStation& sliders, MessageBoxes& boxes, QWidget* mixing,
                              const Look& look, QWidget* parent)
     : Surface(look.skin.panel, parent), sliders_(sliders), boxes_(boxes), look_(look) {
-  Name(*this, "EffectsPage", look.say(Say::Effects));
+  Name(*this, "EqualiserPage", look.say(Say::EqInMixer));
   FillRow(*this, 0.8, 2.5, {{MakeBands(), 5}, {MakePresets(), 2}, {mixing, 2}});
   ShowChoice();
 }

@@ -6,10 +6,13 @@
 #include <QSignalBlocker>
 
 #include "app/Deck.h"
+#include "app/EffectStation.h"
 #include "app/sound/DeckTone.h"
+#include "ui/models/EffectText.h"
 #include "ui/models/EqText.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/DeskWords.h"
+#include "ui/strings/EffectWords.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/Knob.h"
 
@@ -52,12 +55,13 @@ void Tell(QWidget& knob, const QString& tip, const QString& value) {
 
 }  // namespace
 
-ToneStrip::ToneStrip(app::Deck& deck, const Look& look, QWidget* parent)
-    : QWidget(parent), deck_(deck.Number()), commands_(deck), look_(look) {
+ToneStrip::ToneStrip(app::Deck& deck, app::EffectStation& effects, const Look& look, QWidget* parent)
+    : QWidget(parent), deck_(deck.Number()), commands_(deck), effects_(effects), look_(look) {
   FillRow(*this, 0, 0.6,
           {MakeTrim(), Part::Room(), MakeBand(app::ToneBand::High), MakeBand(app::ToneBand::Mid),
-           MakeBand(app::ToneBand::Bass)});
+           MakeBand(app::ToneBand::Bass), MakeFilter()});
   TellTrim();
+  TellFilter();
   for (const app::ToneBand band : kBands) TellBand(band);
 }
 
@@ -90,6 +94,27 @@ QWidget* ToneStrip::MakeBand(app::ToneBand band) {
   auto* box = new QWidget;
   FillRow(*box, 0, 0.2, {made.knob, made.kill});
   return box;
+}
+
+QWidget* ToneStrip::MakeFilter() {
+  const auto& say = look_.say;
+  filter_ = new Knob(0, 100, app::kMiddleFilter, look_.skin, look_.skin.Deck(deck_));
+  Name(*filter_, DeckName(deck_, "Filter"), say(EffectWord::DeckFilter).arg(deck_), {});
+  connect(filter_, &QSlider::valueChanged, this, &ToneStrip::TurnFilter);
+  auto* box = new QWidget;
+  FillRow(*box, 0, 0.2, {filter_, Caption(say(EffectWord::UnitFilter), look_.skin.dim)});
+  return box;
+}
+
+void ToneStrip::TurnFilter(int slider) {
+  filter_echo_.Sent(float(slider), now_);
+  effects_.Turn(deck_, app::EffectControl::Filter, slider);
+  TellFilter();
+}
+
+void ToneStrip::TellFilter() {
+  Tell(*filter_, look_.say.Tip(EffectWord::DeckFilter),
+       EffectText(app::KnobOf(app::EffectControl::Filter), filter_->value()));
 }
 
 void ToneStrip::TurnTrim(int slider) {
@@ -126,6 +151,8 @@ void ToneStrip::Show(const app::DeckView& view, support::TimePoint now) {
   };
   turn(*trim_, trim_echo_, view.trim);
   TellTrim();
+  turn(*filter_, filter_echo_, view.effects.sliders[app::PlaceOf(app::EffectControl::Filter)]);
+  TellFilter();
   for (const app::ToneBand band : kBands) {
     Band& shown = Of(band);
     turn(*shown.knob, shown.echo, view.tone[app::PlaceOf(band)]);

@@ -13,18 +13,20 @@ class QPushButton;
 
 namespace app {
 class Deck;
-}
+class EffectStation;
+}  // namespace app
 
 namespace ui {
 
 class Knob;
 
-/// A deck's own channel of the desk in one row: trim, and three bands each with a button that takes it out.
+/// A deck's own channel of the desk in one row: trim, three bands each with a button that takes it out, and
+/// the filter.
 class ToneStrip final : public QWidget {
   Q_OBJECT
 
  public:
-  ToneStrip(app::Deck& deck, const Look& look, QWidget* parent = nullptr);
+  ToneStrip(app::Deck& deck, app::EffectStation& effects, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::DeckView& view, support::TimePoint now);
   void ToggleKill(app::ToneBand band);
@@ -38,19 +40,25 @@ class ToneStrip final : public QWidget {
 
   QWidget* MakeTrim();
   QWidget* MakeBand(app::ToneBand band);
+  QWidget* MakeFilter();
   void TurnTrim(int slider);
   void TurnBand(app::ToneBand band, int decibels);
+  void TurnFilter(int slider);
   void TellTrim();
+  void TellFilter();
   void TellBand(app::ToneBand band);
   [[nodiscard]] Band& Of(app::ToneBand band) { return bands_[app::PlaceOf(band)]; }
 
   const int deck_;
   app::Deck& commands_;
+  app::EffectStation& effects_;
   Look look_;
   support::TimePoint now_{};
   Knob* trim_ = nullptr;
   SentEcho trim_echo_;
   std::array<Band, app::kToneBands> bands_;
+  Knob* filter_ = nullptr;
+  SentEcho filter_echo_;
 };
 
 }  // namespace ui

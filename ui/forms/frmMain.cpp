@@ -26,6 +26,7 @@
 #include "ui/forms/BatchBar.h"
 #include "ui/forms/ConsolePage.h"
 #include "ui/forms/DeckArea.h"
+#include "ui/forms/EffectsPage.h"
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/ListenBar.h"
@@ -350,6 +351,7 @@ void frmMain::ShowFrame() {
   ShowSong(now);
   music_->ShowAdding(workstation_.Collections().Intake().Progress(app::ListId::Catalogue));
   batch_->Show(music_->ChosenCount(), music_->ChosenLacksAnalysis());
+  effects_->Show(view_, now);
   equaliser_->Show(view_);
   mixing_->Show();
   settings_page_->Show(view_, now);

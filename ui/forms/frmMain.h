@@ -40,6 +40,7 @@ namespace ui {
 class BatchBar;
 class ConsolePage;
 class DeckArea;
+class EffectsPage;
 class EqualiserPage;
 class KaraokePage;
 class ListenBar;
@@ -195,6 +196,7 @@ class frmMain final : public QMainWindow {
   SongPanel* song_ = nullptr;
   SingersPanel* turns_ = nullptr;
   std::unique_ptr<frmKaraoke> singers_;
+  EffectsPage* effects_ = nullptr;
   EqualiserPage* equaliser_ = nullptr;
   RecordingPage* recording_ = nullptr;
   MixingPanel* mixing_ = nullptr;

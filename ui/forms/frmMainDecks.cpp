@@ -8,6 +8,7 @@
 #include "app/Workstation.h"
 #include "support/Settings.h"
 #include "ui/forms/DeckArea.h"
+#include "ui/forms/EffectsPage.h"
 #include "ui/forms/EqualiserPage.h"
 #include "ui/forms/MixerPanel.h"
 #include "ui/forms/MixingPanel.h"
@@ -63,7 +64,8 @@ QWidget* frmMain::MakeEffects(const Look& look) {
     settings_.SetNumber("Mixer", "CrossfaderCurve", static_cast<int>(curve));
   });
   equaliser_ = new EqualiserPage(workstation_.Equaliser(), boxes_, mixing_, look);
-  return equaliser_;
+  effects_ = new EffectsPage(workstation_.Effects(), equaliser_, look);
+  return effects_;
 }
 
 void frmMain::KeepListenLevel(int level) {

@@ -24,6 +24,7 @@ Booth::Booth() {
   app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
   ports.dmx = &wire;
   ports.desk = &desk;
+  ports.effects = &effects;
   ports.synthesisers = &synthesisers;
   ports.images = &images;
   ports.commands = &commands;

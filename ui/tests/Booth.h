@@ -19,6 +19,7 @@
 #include "decks/testing/FakeMicrophone.h"
 #include "decks/testing/FakeRecorder.h"
 #include "decks/testing/RecordingDesk.h"
+#include "decks/testing/RecordingEffects.h"
 #include "decks/testing/RecordingEngine.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "karaoke/testing/FakeDiscImages.h"
@@ -89,6 +90,7 @@ class Booth : public ::testing::Test {
   support::testing::FakeClock clock;
   decks::testing::RecordingEngine engine{clock};
   decks::testing::RecordingDesk desk;
+  decks::testing::RecordingEffects effects;
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
   app::testing::FakeMixer mixer;

@@ -53,11 +53,19 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
   void OnEveryPage(Check check) {
     for (int page = 0; page < 8; ++page) {
       Press(static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
-      for (QWidget* widget : window->findChildren<QWidget*>()) {
-        if (widget->isVisible() && !IsPartOfAControl(*widget)) check(*widget);
-      }
+      OnWhatIsShown(check);
+      if (page != kEffects) continue;
+      Click("EffectsMixing");
+      OnWhatIsShown(check);
     }
   }
+  template <class Check>
+  void OnWhatIsShown(Check check) {
+    for (QWidget* widget : window->findChildren<QWidget*>()) {
+      if (widget->isVisible() && !IsPartOfAControl(*widget)) check(*widget);
+    }
+  }
+  static constexpr int kEffects = 5;
 
   /// Scroll areas and lists are made of parts of their own.
   static bool IsPartOfAControl(const QWidget& widget) {

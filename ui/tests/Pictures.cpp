@@ -244,6 +244,9 @@ void Pictures::TakeOtherPages() {
       Take(QStringLiteral("page-%1-whole-%2").arg(page).arg(area->objectName()), *area->widget());
     }
   }
+  Page(6);
+  Push("EffectsMixing");
+  Take(QStringLiteral("page-6-mixing"));
   for (const char* option : {"BrowseDirectory", "AddFolder"}) {
     if (window->findChild<QAbstractButton*>(QLatin1String(option)) == nullptr) continue;
     Push(option);
