@@ -170,6 +170,7 @@ QWidget* EffectUnit::MakeDial(std::size_t place) {
   dial.knob = new Knob(0, 100, knob.rest, look_.skin, look_.skin.Deck(deck_));
   Name(*dial.knob, DeckName(deck_, "Turn") + key,
        look_.say(EffectWord::KnobOf).arg(name_, caption, QString::number(deck_)), {});
+  if (dial.control != EffectControl::Filter) dial.knob->FillFromLowest();
   connect(dial.knob, &QSlider::valueChanged, this, [this, place](int slider) { Turn(place, slider); });
   dial.value = new QLabel;
   dial.value->setAlignment(Qt::AlignCenter);

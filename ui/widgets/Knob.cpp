@@ -28,6 +28,11 @@ Knob::Knob(int lowest, int highest, int rest, const Skin& skin, const QColor& ac
   setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
 }
 
+void Knob::FillFromLowest() {
+  amount_ = true;
+  update();
+}
+
 void Knob::SetOut(bool out) {
   if (out_ == out) return;
   out_ = out;
@@ -41,7 +46,7 @@ QSize Knob::sizeHint() const {
 
 double Knob::AngleOf(int value) const {
   const auto share = [&](int from, int to) { return double(value - from) / std::max(1, to - from); };
-  if (rest_ == minimum() || rest_ == maximum()) return kTurn * share(minimum(), maximum());
+  if (amount_ || rest_ == minimum() || rest_ == maximum()) return kTurn * share(minimum(), maximum());
   return value < rest_ ? kTurn / 2 * share(minimum(), rest_) : kTurn / 2 * (1 + share(rest_, maximum()));
 }
 
@@ -62,7 +67,7 @@ void Knob::paintEvent(QPaintEvent*) {
   const double here = AngleOf(value());
   arc(skin_.line, thick + 2 * line, 0, kTurn);
   arc(skin_.well, thick, 0, kTurn);
-  arc(live ? accent_ : skin_.faint, thick, AngleOf(rest_), here);
+  arc(live ? accent_ : skin_.faint, thick, amount_ ? 0 : AngleOf(rest_), here);
   const QRectF cap = ring.adjusted(thick, thick, -thick, -thick);
   painter.setPen(QPen(hasFocus() ? skin_.text : skin_.line, (hasFocus() ? 2 : 1) * line));
   painter.setBrush(isEnabled() ? skin_.raised.lighter(isSliderDown() ? 150 : 125) : skin_.panel);

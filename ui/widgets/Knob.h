@@ -16,6 +16,8 @@ class Knob final : public QSlider {
  public:
   Knob(int lowest, int highest, int rest, const Skin& skin, const QColor& accent, QWidget* parent = nullptr);
 
+  /// Its arc is filled from its lowest value, wherever it rests: it is an amount.
+  void FillFromLowest();
   /// What it does is out of force for as long as this holds.
   void SetOut(bool out);
 
@@ -37,6 +39,7 @@ class Knob final : public QSlider {
   const Skin& skin_;
   QColor accent_;
   bool out_ = false;
+  bool amount_ = false;
   int grabbed_at_ = 0;
   int grabbed_value_ = 0;
 };
