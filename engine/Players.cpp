@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/Players.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace engine {
@@ -86,6 +87,24 @@ void Players::TellLeaving(const Playing& heir, float volume) {
   for (Playing& left : leaving_) {
     if (heir.line != 0 && left.line == heir.line) left.stream->SetVolume(volume);
   }
+}
+
+void Players::Sweep(support::Executor& workers) {
+  const auto gone = std::stable_partition(leaving_.begin(), leaving_.end(),
+                                          [](const Playing& left) { return !left.stream->detached; });
+  for (auto left = gone; left != leaving_.end(); ++left) {
+    workers.Post(
+        [stream = std::move(left->stream), sound = std::shared_ptr<StreamSound>(std::move(left->sound))] {
+          static_cast<void>(stream);
+          static_cast<void>(sound);
+        });
+  }
+  leaving_.erase(gone, leaving_.end());
+}
+
+void Players::Clear() {
+  all_.clear();
+  leaving_.clear();
 }
 
 }  // namespace engine

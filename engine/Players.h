@@ -11,6 +11,7 @@
 #include "engine/HeardPlace.h"
 #include "engine/Stream.h"
 #include "engine/StreamSound.h"
+#include "support/Executor.h"
 
 namespace engine {
 
@@ -54,7 +55,11 @@ class Players {
   void Leave(Map::iterator freed);
   /// Volume of the line's newest one, that what rings after it follows.
   void TellLeaving(const Playing& heir, float volume);
-  [[nodiscard]] std::vector<Playing>& Leaving() { return leaving_; }
+  /// Those that are silent go. workers: the last one to hold a long file or an echo's lines gives back a lot
+  /// of memory.
+  void Sweep(support::Executor& workers);
+
+  void Clear();
 
  private:
   static void SoundAs(Playing& follower, const Playing& leader);

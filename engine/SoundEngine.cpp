@@ -122,8 +122,7 @@ void SoundEngine::BASS_SetConfig(std::uint32_t option, std::uint32_t value) {
 void SoundEngine::BASS_Free() {
   for (const auto& [handle, playing] : players_.All()) feeder_.Remove(handle);
   devices_->CloseAll();
-  players_.All().clear();
-  players_.Leaving().clear();
+  players_.Clear();
   support::MutexLock lock(mutex_);
   decoders_.clear();
 }
@@ -177,7 +176,7 @@ decks::StreamHandle SoundEngine::CreateDecoder(const std::string& path, DecoderK
 decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder, std::uint32_t flags) {
   const auto source = FindDecoder(decoder);
   if (source == nullptr) return 0;
-  Sweep();
+  players_.Sweep(ports_.workers);
   const auto slot = devices_->Find(source->device);
   if (slot == nullptr) {
     Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
@@ -189,7 +188,7 @@ decks::StreamHandle SoundEngine::BASS_FX_TempoCreate(decks::StreamHandle decoder
 
 decks::StreamHandle SoundEngine::CreateGenerated(std::shared_ptr<support::SoundGenerator> sound, int device,
                                                  std::uint32_t speaker) {
-  Sweep();
+  players_.Sweep(ports_.workers);
   const auto slot = devices_->Find(device);
   if (slot == nullptr || slot->Core().SampleRate() != sound->SampleRate()) {
     Fail(support::Failed(support::ErrorCode::Unavailable, support::Sentence::OutputNotOpen));
@@ -222,7 +221,7 @@ void SoundEngine::BASS_StreamFree(decks::StreamHandle handle) {
   found->second.stream->Ask(Stream::Transport::Free);
   feeder_.Remove(handle);
   players_.Leave(found);
-  Sweep();
+  players_.Sweep(ports_.workers);
 }
 
 bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
@@ -230,21 +229,6 @@ bool SoundEngine::FreeDecoder(decks::StreamHandle handle) {
   support::MutexLock lock(mutex_);
   freed = decoders_.extract(handle);
   return !freed.empty();
-}
-
-void SoundEngine::Sweep() {
-  std::vector<Playing>& leaving = players_.Leaving();
-  const auto gone = std::stable_partition(leaving.begin(), leaving.end(),
-                                          [](const Playing& left) { return !left.stream->detached; });
-  // The last one to hold a long file gives back a lot of memory: a worker's job, and so are an echo's lines.
-  for (auto left = gone; left != leaving.end(); ++left) {
-    ports_.workers.Post(
-        [stream = std::move(left->stream), sound = std::shared_ptr<StreamSound>(std::move(left->sound))] {
-          static_cast<void>(stream);
-          static_cast<void>(sound);
-        });
-  }
-  leaving.erase(gone, leaving.end());
 }
 
 std::shared_ptr<SoundEngine::Decoder> SoundEngine::FindDecoder(decks::StreamHandle handle) const {
@@ -286,7 +270,7 @@ void SoundEngine::SetDeviceRole(int device, decks::DeviceRole role) {
 }
 
 std::vector<decks::DeviceEvent> SoundEngine::TakeDeviceEvents() {
-  Sweep();
+  players_.Sweep(ports_.workers);
   return devices_->TakeEvents();
 }
 

@@ -144,7 +144,6 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   void Wake();
   void BeginFeeding();
   void Fail(support::Error error) DJ_EXCLUDES(mutex_);
-  void Sweep();
 
   SoundEnginePorts ports_;
   const std::shared_ptr<PcmStorePool> pool_;    // with its jobs on the workers
