@@ -15,6 +15,7 @@
 #include "lightorgan/Memories.h"
 #include "lightorgan/PatternBank.h"
 #include "lightorgan/ports/BankSource.h"
+#include "support/Result.h"
 
 namespace app {
 

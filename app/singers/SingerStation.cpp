@@ -12,7 +12,7 @@ namespace {
 using singers::SingerId;
 using singers::Wish;
 using support::Sentence;
-using State = SongView::State;
+using SongState = SongView::State;
 
 /// Waits are told anew so often.
 constexpr std::chrono::seconds kEvery{1};
@@ -230,11 +230,11 @@ void SingerStation::Follow() {
   const SongInHand& song = songs_.InHand();
   if (!turn) return;
   const bool there = song.row.filename == turn->wish.filename && song.coming != turn->wish.filename;
-  if (there && !begun_ && song.state == State::Playing) NoteBegin();
-  if (there && begun_ && song.state == State::Ended) return Ended();
+  if (there && !begun_ && song.state == SongState::Playing) NoteBegin();
+  if (there && begun_ && song.state == SongState::Ended) return Ended();
   if (there || song.coming == turn->wish.filename) return;
   // Another song sounds, or this one could not be played.
-  if (begun_ && song.state == State::Playing) return Ended();
+  if (begun_ && song.state == SongState::Playing) return Ended();
   if (started_ && !begun_ && song.coming.empty()) {
     evening_.rotation.TakeBack();
     Changed();
@@ -265,7 +265,7 @@ void SingerStation::NoteSung() {
   const singers::Turn turn = *evening_.rotation.OnStage();
   const SongInHand& song = songs_.InHand();
   const bool there = song.row.filename == turn.wish.filename;
-  evening_.pace.AddTurn(!there || song.state == State::Ended || song.position * 2 > song.length);
+  evening_.pace.AddTurn(!there || song.state == SongState::Ended || song.position * 2 > song.length);
   const singers::Singer* singer = evening_.rotation.Find(turn.singer);
   if (singer == nullptr) return;
   sang_last_ = singer->name;

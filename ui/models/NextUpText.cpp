@@ -9,7 +9,7 @@
 
 namespace ui {
 
-using State = app::SongView::State;
+using SongState = app::SongView::State;
 
 QString WishTitle(const singers::Wish& wish) {
   const QString title = Decode(wish.title);
@@ -18,7 +18,7 @@ QString WishTitle(const singers::Wish& wish) {
 }
 
 NextUpCard::Form NextUpForm(const app::SingersSheet& sheet, const app::SongView& song) {
-  const bool sounds = song.state == State::Playing || song.state == State::Paused;
+  const bool sounds = song.state == SongState::Playing || song.state == SongState::Paused;
   if (sheet.waits.empty()) return NextUpCard::Form::Hidden;
   if (!sounds) return NextUpCard::Form::Card;
   return song.disc.image == nullptr ? NextUpCard::Form::Strip : NextUpCard::Form::Hidden;
