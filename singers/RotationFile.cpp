@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "singers/RotationFile.h"
 
+#include <algorithm>
 #include <utility>
+#include <vector>
 
 #include "support/PartLines.h"
 
@@ -180,7 +182,13 @@ std::string RotationText(const Evening& evening) {
 
 std::string SingerBookText(const SingerBook& book) {
   PartWriter lines;
-  for (const auto& [key, page] : book.All()) {
+  // What the reader would not take is left out: those who were not here for longest.
+  std::vector<const SingerBook::Page*> pages;
+  for (const auto& [key, page] : book.All()) pages.push_back(page.get());
+  std::stable_sort(pages.begin(), pages.end(),
+                   [](const auto* a, const auto* b) { return a->last > b->last; });
+  for (const SingerBook::Page* page : pages) {
+    if (lines.Size() > kMostBookBytes - kMostBookBytes / 8) break;
     lines.Part("singer");
     lines.Text("name", page->name);
     lines.Text("last", page->last);

@@ -10,6 +10,7 @@ namespace {
 
 using std::chrono::microseconds;
 
+constexpr int kFarthest = 500;  // turns that are looked ahead
 constexpr microseconds kLongest = std::chrono::minutes(10);
 // What is usual before the evening has shown it, and how many change-overs or turns that is worth.
 constexpr double kUsualGap = 50;     // seconds
@@ -121,7 +122,7 @@ double Pace::FallingOut() const {
 std::vector<Wait> WaitTimes(const Rotation& rotation, microseconds rest, const Pace& pace) {
   Rotation ahead = rotation;
   Sum sum(rotation.OnStage() ? Seconds(rest) : 0, pace);
-  if (rotation.OnStage()) sum.AddChangeOver();
+  sum.AddChangeOver();
   ahead.End();
   std::vector<Wait> waits;
   const auto told = [&](SingerId singer) {
@@ -130,7 +131,7 @@ std::vector<Wait> WaitTimes(const Rotation& rotation, microseconds rest, const P
   // Nobody's first turn comes later than this; who has many wishes would go on alone.
   std::size_t ready = 0;
   for (const Singer& singer : ahead.Singers()) ready += !singer.held && !singer.wishes.empty() ? 1 : 0;
-  for (int before = 0; waits.size() < ready && ahead.Begin(); ++before) {
+  for (int before = 0; waits.size() < ready && before < kFarthest && ahead.Begin(); ++before) {
     const Turn& turn = *ahead.OnStage();
     if (!told(turn.singer)) waits.push_back(sum.Of(turn.singer, before));
     sum.AddSong(Seconds(TimeOf(turn.wish)));

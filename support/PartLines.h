@@ -36,6 +36,8 @@ class PartWriter {
   void Word(std::string_view key, T value, const std::array<std::string_view, kCount>& words) {
     Text(key, words[static_cast<std::size_t>(value)]);
   }
+  /// Bytes so far.
+  [[nodiscard]] std::size_t Size() const { return text_.size(); }
   [[nodiscard]] std::string Take() { return std::move(text_); }
 
  private:

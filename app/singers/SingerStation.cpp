@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "support/NumberedFiles.h"
 #include "support/PartLines.h"
 
 namespace app {
@@ -16,6 +17,10 @@ using SongState = SongView::State;
 
 /// Waits are told anew so often.
 constexpr std::chrono::seconds kEvery{1};
+/// What the last run left on stage is taken back when nothing goes on with it for so long.
+constexpr std::chrono::seconds kGoesOn{10};
+/// Lists of other evenings that are kept.
+constexpr int kEvenings = 3;
 
 bool IsAsWritten(const Wish& wish) {
   return wish.semitones == 0 && wish.percent == 0 && wish.volume < 0;
@@ -52,7 +57,9 @@ SingerStation::SingerStation(const StationContext& context, SongStation& songs, 
       local_time_(local_time ? std::move(local_time) : LocalTimeNow),
       rotation_file_(MakeKeeper(context, singers::kRotationFile)),
       book_file_(MakeKeeper(context, singers::kSingerBookFile)) {
-  shown_.sheet = std::make_shared<const SingersSheet>();
+  auto sheet = std::make_shared<SingersSheet>();
+  sheet->turns = turns_;
+  shown_.sheet = std::move(sheet);
   shown_.names = std::make_shared<const std::vector<std::string>>();
   for (int i = 0; i < 3; ++i) {  // each buffer
     views_.Draft() = shown_;
@@ -69,6 +76,8 @@ void SingerStation::StartUp() {
       evening = std::move(*kept);
     } else {
       evening.rotation.SetRule(kept->rotation.Rule());
+      static_cast<void>(
+          support::KeepCopy(context_.folder.Native(singers::kRotationFile), "before", kEvenings));
     }
   }
   evening.date = date;
@@ -82,20 +91,32 @@ void SingerStation::StartUp() {
 void SingerStation::Restore(const singers::Evening& evening, const singers::SingerBook& book) {
   evening_ = evening;
   book_ = book;
-  std::vector<std::string> names;
-  for (const auto& [key, page] : book_.All()) names.push_back(page->name);
-  shown_.names = std::make_shared<const std::vector<std::string>>(std::move(names));
+  asked_ = context_.clock.Now();
+  ShowNames();
+  turns_ = std::make_shared<const singers::Rotation>(evening_.rotation);
   changed_ = true;
 }
 
+void SingerStation::ShowNames() {
+  std::vector<std::string> names;
+  names.reserve(book_.All().size());
+  for (const auto& [key, page] : book_.All()) names.push_back(page->name);
+  shown_.names = std::make_shared<const std::vector<std::string>>(std::move(names));
+}
+
 void SingerStation::ShutDown() {
+  Save();
   rotation_file_.Flush();
   book_file_.Flush();
 }
 
-void SingerStation::Changed() {
-  changed_ = true;
-  rotation_file_.Save([evening = evening_] { return singers::RotationText(evening); });
+/// One copy a tick at most, which the sheets share.
+void SingerStation::Save() {
+  if (!std::exchange(unsaved_, false)) return;
+  evening_.date = EveningOf(local_time_());
+  const auto evening = std::make_shared<const singers::Evening>(evening_);
+  turns_ = {evening, &evening->rotation};
+  rotation_file_.Save([evening] { return singers::RotationText(*evening); });
 }
 
 void SingerStation::SetRule(singers::Rule rule) {
@@ -114,6 +135,7 @@ void SingerStation::Rename(SingerId id, const std::string& name) {
   const std::string before = singer->name;
   if (!evening_.rotation.Rename(id, name)) return;
   book_.Rename(before, evening_.rotation.Find(id)->name);
+  ShowNames();
   book_file_.Save([book = book_] { return singers::SingerBookText(book); });
   Changed();
 }
@@ -133,6 +155,8 @@ void SingerStation::Hold(SingerId id, bool held) {
 void SingerStation::Move(SingerId id, int place) {
   singers::Rotation& rotation = evening_.rotation;
   singers::Rotation then = rotation;
+  const SingerId sings = rotation.OnStage() ? rotation.OnStage()->singer : 0;
+  if (id == sings) return;  // the turn that comes after this song follows from the rule
   then.End();
   then.Move(id, static_cast<std::size_t>(std::max(place, 0)));
   const auto& order = then.Singers();
@@ -140,7 +164,6 @@ void SingerStation::Move(SingerId id, int place) {
       std::find_if(order.begin(), order.end(), [&](const auto& singer) { return singer.id == id; });
   if (moved == order.end()) return;
   // Before whoever stands behind the place; the one on stage still stands at the head.
-  const SingerId sings = rotation.OnStage() ? rotation.OnStage()->singer : 0;
   auto behind = std::next(moved);
   if (behind != order.end() && behind->id == sings) ++behind;
   std::size_t before = 0, found = rotation.Singers().size();
@@ -168,6 +191,21 @@ void SingerStation::LeaveStage() {
   begun_ = false;
 }
 
+/// For the next song: what nobody heard is not sung.
+void SingerStation::ClearStage() {
+  if (!evening_.rotation.OnStage()) return;
+  if (begun_) return NoteSung();
+  evening_.rotation.TakeBack();
+}
+
+std::optional<std::size_t> SingerStation::PlaceOf(SingerId id, const Wish& wish) const {
+  const singers::Singer* singer = evening_.rotation.Find(id);
+  if (singer == nullptr) return std::nullopt;
+  const auto found = std::find(singer->wishes.begin(), singer->wishes.end(), wish);
+  if (found == singer->wishes.end()) return std::nullopt;
+  return static_cast<std::size_t>(found - singer->wishes.begin());
+}
+
 void SingerStation::Ask(SingerId id, const Wish& wish) {
   const singers::Singer* singer = evening_.rotation.Find(id);
   if (singer == nullptr || wish.filename.empty()) return;
@@ -181,31 +219,31 @@ void SingerStation::Ask(SingerId id, const Wish& wish) {
   if (evening_.rotation.Ask(id, std::move(asked))) Changed();
 }
 
-void SingerStation::Withdraw(SingerId id, int wish) {
-  if (wish >= 0 && evening_.rotation.Withdraw(id, static_cast<std::size_t>(wish))) Changed();
+void SingerStation::Withdraw(SingerId id, const Wish& wish) {
+  const auto place = PlaceOf(id, wish);
+  if (place && evening_.rotation.Withdraw(id, *place)) Changed();
 }
 
-void SingerStation::MoveWish(SingerId id, int wish, int place) {
-  if (wish < 0 || place < 0) return;
-  if (evening_.rotation.MoveWish(id, static_cast<std::size_t>(wish), static_cast<std::size_t>(place)))
-    Changed();
+void SingerStation::SingFirst(SingerId id, const Wish& wish) {
+  const auto place = PlaceOf(id, wish);
+  if (place && evening_.rotation.MoveWish(id, *place, 0)) Changed();
 }
 
-void SingerStation::Change(SingerId id, int wish, const Wish& how) {
-  if (wish >= 0 && evening_.rotation.Change(id, static_cast<std::size_t>(wish), how)) Changed();
+void SingerStation::Change(SingerId id, const Wish& wish, const Wish& how) {
+  const auto place = PlaceOf(id, wish);
+  if (place && evening_.rotation.Change(id, *place, how)) Changed();
 }
 
 void SingerStation::Next() {
-  // One that nobody has heard is not sung.
-  if (evening_.rotation.OnStage() && !begun_) evening_.rotation.TakeBack();
-  if (begun_) NoteSung();
+  const bool same_hand = started_ && context_.clock.Now() - asked_ < kOneHand;
+  if (evening_.rotation.OnStage() && same_hand) return;
+  ClearStage();
   if (evening_.rotation.Begin()) Start();
   Changed();
 }
 
 void SingerStation::PlayNow(const Wish& wish) {
-  if (evening_.rotation.OnStage() && !begun_) evening_.rotation.TakeBack();
-  if (begun_) NoteSung();
+  ClearStage();
   evening_.rotation.BeginOther(wish);
   Start();
   Changed();
@@ -213,7 +251,10 @@ void SingerStation::PlayNow(const Wish& wish) {
 
 void SingerStation::Start() {
   started_ = true;
+  asked_ = context_.clock.Now();
   begun_ = false;
+  reached_ = {};
+  sung_volume_ = -1;
   foreseen_.clear();
   const Wish& wish = evening_.rotation.OnStage()->wish;
   songs_.PlayNow(RowOf(wish), {wish.semitones, wish.percent}, wish.volume);
@@ -227,17 +268,34 @@ void SingerStation::Tick() {
 
 void SingerStation::Follow() {
   const auto& turn = evening_.rotation.OnStage();
-  const SongInHand& song = songs_.InHand();
   if (!turn) return;
-  const bool there = song.row.filename == turn->wish.filename && song.coming != turn->wish.filename;
-  if (there && !begun_ && song.state == SongState::Playing) NoteBegin();
-  if (there && begun_ && song.state == SongState::Ended) return Ended();
-  if (there || song.coming == turn->wish.filename) return;
-  // Another song sounds, or this one could not be played.
-  if (begun_ && song.state == SongState::Playing) return Ended();
-  if (started_ && !begun_ && song.coming.empty()) {
-    evening_.rotation.TakeBack();
-    Changed();
+  const SongInHand& song = songs_.InHand();
+  const bool comes = song.coming == turn->wish.filename;
+  const bool there = song.row.filename == turn->wish.filename && !comes;
+  const bool plays = song.state == SongState::Playing;
+  if (there && !begun_ && plays) NoteBegin();
+  if (there && begun_) {
+    FollowSong(song);
+    if (song.state == SongState::Ended) Ended();
+    return;
+  }
+  if (there || comes) return;
+  if (begun_ && plays) return Ended();  // another song sounds
+  // It could not be played, or nothing goes on with what the last run left.
+  const bool over = started_ || context_.clock.Now() - asked_ > kGoesOn;
+  if (begun_ || !song.coming.empty() || !over) return;
+  evening_.rotation.TakeBack();
+  Changed();
+}
+
+/// A song that is stopped stands at its start again, and its end is faded out by hand.
+void SingerStation::FollowSong(const SongInHand& song) {
+  reached_ = std::max(reached_, song.position);
+  if (sung_volume_ < 0 && song.position * 2 > song.length) sung_volume_ = song.volume;
+  if (song.state == SongState::Playing) {
+    silent_.reset();
+  } else if (!silent_) {
+    silent_ = context_.clock.Now();
   }
 }
 
@@ -254,7 +312,7 @@ void SingerStation::NoteBegin() {
 
 void SingerStation::Ended() {
   NoteSung();
-  silent_ = context_.clock.Now();
+  if (!silent_) silent_ = context_.clock.Now();
   evening_.rotation.End();
   Changed();
 }
@@ -265,7 +323,7 @@ void SingerStation::NoteSung() {
   const singers::Turn turn = *evening_.rotation.OnStage();
   const SongInHand& song = songs_.InHand();
   const bool there = song.row.filename == turn.wish.filename;
-  evening_.pace.AddTurn(!there || song.state == SongState::Ended || song.position * 2 > song.length);
+  evening_.pace.AddTurn(!there || song.state == SongState::Ended || reached_ * 2 > song.length);
   const singers::Singer* singer = evening_.rotation.Find(turn.singer);
   if (singer == nullptr) return;
   sang_last_ = singer->name;
@@ -273,15 +331,13 @@ void SingerStation::NoteSung() {
   if (there) {
     sung.semitones = song.semitones;
     sung.percent = song.percent;
-    sung.volume = song.volume;
+    sung.volume = sung_volume_ < 0 ? turn.wish.volume : sung_volume_;
   }
   const std::size_t known = book_.All().size();
-  book_.Note(singer->name, sung, evening_.date);
+  book_.Note(singer->name, sung, EveningOf(local_time_()));
   book_file_.Save([book = book_] { return singers::SingerBookText(book); });
   if (book_.All().size() == known) return;
-  auto names = *shown_.names;
-  names.insert(std::upper_bound(names.begin(), names.end(), singer->name), singer->name);
-  shown_.names = std::make_shared<const std::vector<std::string>>(std::move(names));
+  ShowNames();
 }
 
 /// Whoever comes next finds the song ready.
@@ -308,16 +364,16 @@ std::chrono::microseconds SingerStation::Rest() const {
 
 void SingerStation::Publish() {
   const support::TimePoint now = context_.clock.Now();
+  Save();
   if (changed_ || now - published_ >= kEvery) {
     published_ = now;
     changed_ = false;
     auto sheet = std::make_shared<SingersSheet>();
-    sheet->rotation = evening_.rotation;
-    sheet->waits = singers::WaitTimes(evening_.rotation, Rest(), evening_.pace);
+    sheet->turns = turns_;
+    sheet->waits = singers::WaitTimes(*turns_, Rest(), evening_.pace);
     sheet->on_stage_sings = begun_;
     sheet->newest = newest_;
     sheet->sang_last = sang_last_;
-    sheet->number = shown_.sheet->number + 1;
     shown_.sheet = std::move(sheet);
   }
   views_.Draft() = shown_;

@@ -20,7 +20,7 @@ namespace app {
 /// The singers of the evening in the running program: their turns, waits and wishes, and the songs that they
 /// bring on stage.
 ///
-/// Law: what is changed is on its way to the disk before the next tick. A song on stage is sung when it
+/// Law: what is changed is on its way to the disk with the next tick. A song on stage is sung when it
 /// ended, or when the next one begins after it has begun; one that could not be played, or that the program's
 /// end cut off, is not, and comes again. Threads: StartUp, View and Do on the window's; the commands, which
 /// Do names, and Tick on the conductor; ShutDown once the conductor has stopped.
@@ -56,11 +56,14 @@ class SingerStation {
   void Skip(singers::SingerId id);
   /// As the singer sang the song last, where it is a known one in its written key and tempo.
   void Ask(singers::SingerId id, const singers::Wish& wish);
-  void Withdraw(singers::SingerId id, int wish);
-  void MoveWish(singers::SingerId id, int wish, int place);
-  void Change(singers::SingerId id, int wish, const singers::Wish& how);
-  /// The next one sings; whoever is on stage has sung.
+  // Of a wish as it was shown.
+  void Withdraw(singers::SingerId id, const singers::Wish& wish);
+  void SingFirst(singers::SingerId id, const singers::Wish& wish);
+  /// Key, tempo, level and partner become another's.
+  void Change(singers::SingerId id, const singers::Wish& wish, const singers::Wish& how);
+  /// The next one sings; whoever is on stage has sung. A second press of the same hand does nothing.
   void Next();
+  static constexpr std::chrono::milliseconds kOneHand{1500};
   /// A song of the host's own, without a turn.
   void PlayNow(const singers::Wish& wish);
 
@@ -68,12 +71,17 @@ class SingerStation {
   void Restore(const singers::Evening& evening, const singers::SingerBook& book);
   void Start();
   void Follow();
+  void FollowSong(const SongInHand& song);
   void Ended();
   void NoteSung();
   void NoteBegin();
   void LeaveStage();
+  void ClearStage();
+  void ShowNames();
+  [[nodiscard]] std::optional<std::size_t> PlaceOf(singers::SingerId id, const singers::Wish& wish) const;
   void MakeNextReady();
-  void Changed();
+  void Changed() { changed_ = unsaved_ = true; }
+  void Save();
   void Publish();
   [[nodiscard]] std::chrono::microseconds Rest() const;
 
@@ -86,11 +94,16 @@ class SingerStation {
   singers::SingerBook book_;
   bool started_ = false;                      ///< the song on stage was asked for in this run of the program
   bool begun_ = false;                        ///< and has been heard
+  support::TimePoint asked_{};                ///< when it was asked for, or read from the disk
+  std::chrono::microseconds reached_{0};      ///< the farthest that was heard of it
+  int sung_volume_ = -1;                      ///< in its middle
   std::optional<support::TimePoint> silent_;  ///< since the last song ended
   std::string foreseen_;                      ///< file that the songs were told to make ready
   singers::SingerId newest_ = 0;
   std::string sang_last_;
-  bool changed_ = true;
+  std::shared_ptr<const singers::Rotation> turns_ = std::make_shared<const singers::Rotation>();
+  bool changed_ = false;  ///< since the last sheet
+  bool unsaved_ = false;
   support::TimePoint published_{};
   SingersView shown_;
   support::TripleBuffer<SingersView> views_;

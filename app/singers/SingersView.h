@@ -2,7 +2,6 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -14,12 +13,11 @@ namespace app {
 
 /// The host's sheet at one moment. It never changes.
 struct SingersSheet {
-  singers::Rotation rotation;
+  std::shared_ptr<const singers::Rotation> turns;  ///< never null; the same in sheets between two changes
   std::vector<singers::Wait> waits;
   bool on_stage_sings = false;   ///< the song on stage has begun, and is not over
   std::string sang_last;         ///< name of whoever has sung; empty while somebody sings
   singers::SingerId newest = 0;  ///< who was added last
-  std::uint64_t number = 0;      ///< another one with each sheet
 };
 
 /// What the window draws of the singers; a snapshot of one tick.

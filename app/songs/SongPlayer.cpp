@@ -47,21 +47,22 @@ void SongPlayer::DropComing() {
   if (sources_.companion.Player().Filename() == coming_->row.filename) TakeCompanion(*coming_);
 }
 
-void SongPlayer::Play(SongRow row, std::string soundfont, const SongWishes& wishes) {
+void SongPlayer::Play(SongRow row, std::string soundfont, const SongWishes& wishes, int volume) {
   DropComing();
   ++newest_;
   soundfont_ = std::move(soundfont);
-  coming_ = Coming{std::move(row), wishes, false};
-  const Foreseen foreseen = std::exchange(foreseen_, {});
-  ++newest_foreseen_;
+  coming_ = Coming{std::move(row), wishes, false, {}, volume};
+  Foreseen foreseen;
+  if (foreseen_.row.filename == coming_->row.filename) {
+    foreseen = std::exchange(foreseen_, {});
+    ++newest_foreseen_;
+  }
   if (!IsMidiSong(coming_->row.filename)) return StartCompanion();
   if (sources_.tools.synthesisers == nullptr) {
     const Coming refused = *std::exchange(coming_, std::nullopt);
     return Fail(refused.row, context_.say(support::Sentence::SynthesiserNotStarted));
   }
-  const bool is_ready =
-      foreseen.ready && foreseen.row.filename == coming_->row.filename && foreseen.soundfont == soundfont_;
-  if (is_ready) return Begin(*foreseen.ready);
+  if (foreseen.ready && foreseen.soundfont == soundfont_) return Begin(*foreseen.ready);
   Prepare(coming_->row, &SongPlayer::newest_, &SongPlayer::Begin);
 }
 
@@ -87,7 +88,7 @@ void SongPlayer::KeepForeseen() {
 }
 
 void SongPlayer::GoOn(const SongInHand& song, std::string soundfont) {
-  Play(song.row, std::move(soundfont), {});
+  Play(song.row, std::move(soundfont), {}, -1);
   if (!coming_) return;
   coming_->from = song;
   coming_->wishes.semitones = song.semitones;
@@ -132,6 +133,7 @@ support::Result<std::unique_ptr<MidiSong>> SongPlayer::OpenBeside(const SongRow&
 void SongPlayer::Begin(const Ready& ready) {
   const Coming coming = *std::exchange(coming_, std::nullopt);
   if (!ready) return Fail(coming.row, context_.say(ready.Failure()));
+  if (coming.volume >= 0) volume_ = coming.volume;
   auto song = OpenBeside(coming.row, ready.Value(), coming.wishes);
   if (!song) return Fail(coming.row, context_.say(song.Failure()));
   if (coming.from)
@@ -189,6 +191,10 @@ void SongPlayer::LookAtCompanion(const DeckView& deck) {
 /// Its song is the one that is there.
 void SongPlayer::TakeCompanion(const Coming& coming) {
   CloseMidi();
+  if (coming.volume >= 0) {
+    volume_ = coming.volume;
+    sources_.companion.SetVolume(volume_);
+  }
   wishes_ = coming.wishes;
   kind_ = Kind::Companion;
   companion_row_ = coming.row;
@@ -234,6 +240,13 @@ void SongPlayer::Stop() {
   static_cast<void>(midi_->Device().StopPlay());
   static_cast<void>(midi_->Device().SeekIni());
   state_ = State::Stopped;
+}
+
+void SongPlayer::Drop() {
+  DropComing();
+  coming_.reset();
+  ++newest_;
+  Stop();
 }
 
 void SongPlayer::Seek(std::chrono::microseconds position) {

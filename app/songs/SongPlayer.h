@@ -51,7 +51,8 @@ class SongPlayer {
   SongPlayer(const StationContext& context, const SongSources& sources);
 
   /// soundfont: a path, or empty for the first one installed.
-  void Play(SongRow row, std::string soundfont, const SongWishes& wishes);
+  /// volume: 0 to 100, from its begin on; -1 leaves it.
+  void Play(SongRow row, std::string soundfont, const SongWishes& wishes, int volume);
   /// The row's file will probably be wanted next: it is made ready, so that Play finds it so. One without a
   /// name: nothing is foreseen.
   void Foresee(SongRow row, std::string soundfont);
@@ -61,6 +62,8 @@ class SongPlayer {
   /// After the end: from the start.
   void Resume();
   void Stop();
+  /// Nothing sounds, and nothing comes.
+  void Drop();
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
   /// Of the song that comes, where one does.
@@ -87,6 +90,7 @@ class SongPlayer {
     SongWishes wishes;
     bool on_companion = false;
     std::optional<SongInHand> from = {};  ///< it goes on
+    int volume = -1;
   };
   using Ready = support::Result<ReadySong>;
   /// A song that may be wanted next.

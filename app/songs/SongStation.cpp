@@ -63,12 +63,11 @@ void SongStation::ShutDown() {
 }
 
 void SongStation::Play(SongRow row) {
-  context_.conductor->Order(player_, &SongPlayer::Play, std::move(row), Soundfont(), SongWishes());
+  context_.conductor->Order(player_, &SongPlayer::Play, std::move(row), Soundfont(), SongWishes(), -1);
 }
 
 void SongStation::PlayNow(const SongRow& row, const SongWishes& wishes, int volume) {
-  if (volume >= 0) player_.SetVolume(volume);
-  player_.Play(row, Soundfont(), wishes);
+  player_.Play(row, Soundfont(), wishes, volume >= 0 ? volume : StoredLevel("Volume"));
 }
 
 void SongStation::GoOn(const SongInHand& song) {

@@ -39,10 +39,11 @@ class SongStation {
   [[nodiscard]] const SongInHand& InHand() const { return in_hand_; }
 
   // Of the rotation, on the conductor.
-  /// Plays the file as soon as it is ready, as the singer wants it. volume: 0 to 100, for this evening; -1
-  /// leaves it.
+  /// Plays the file as soon as it is ready, as the singer wants it. volume: 0 to 100;
+  /// -1: as the fader was left by hand.
   void PlayNow(const SongRow& row, const SongWishes& wishes, int volume);
-  void StopNow() { player_.Stop(); }
+  /// Nothing sounds then, and nothing comes.
+  void StopNow() { player_.Drop(); }
   /// As SongPlayer.
   void Foresee(const SongRow& row) { player_.Foresee(row, Soundfont()); }
 

@@ -48,7 +48,7 @@ class SingersTest : public testing::Evening {
   }
   [[nodiscard]] SingerStation& Host() { return station_->Singers(); }
   [[nodiscard]] const SingersSheet& Sheet() { return *Host().View().sheet; }
-  [[nodiscard]] singers::SingerId Id(std::string_view name) { return Sheet().rotation.FindName(name)->id; }
+  [[nodiscard]] singers::SingerId Id(std::string_view name) { return Sheet().turns->FindName(name)->id; }
   [[nodiscard]] Wish Song(const std::string& name, int key = 0) {
     Wish wish;
     wish.filename = name.ends_with("mp3") ? name : (program_.Path() / name).string();
@@ -57,21 +57,22 @@ class SingersTest : public testing::Evening {
     return wish;
   }
   void Ask(const std::string& name, const std::string& file, int key = 0) {
-    if (Sheet().rotation.FindName(name) == nullptr) Host().Do(&SingerStation::Add, name);
+    if (Sheet().turns->FindName(name) == nullptr) Host().Do(&SingerStation::Add, name);
     Settle();
     Host().Do(&SingerStation::Ask, Id(name), Song(file, key));
     Settle();
   }
   void Next() {
+    clock_.Advance(SingerStation::kOneHand);
     Host().Do(&SingerStation::Next);
     Settle();
     workers_.RunAll();
     Settle();
   }
   [[nodiscard]] std::string OnStage() {
-    const auto& turn = Sheet().rotation.OnStage();
+    const auto& turn = Sheet().turns->OnStage();
     if (!turn) return "";
-    const singers::Singer* singer = Sheet().rotation.Find(turn->singer);
+    const singers::Singer* singer = Sheet().turns->Find(turn->singer);
     return singer == nullptr ? "nobody" : singer->name;
   }
   [[nodiscard]] std::string Sounds() {
@@ -117,14 +118,14 @@ TEST_F(SingersTest, ASongThatEndsEndsItsTurnAndIsRememberedAsItWasSung) {
   for (int i = 0; i < 12; ++i) Advance(1s);
   Settle();
   EXPECT_EQ(OnStage(), "");
-  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+  EXPECT_EQ(Sheet().turns->Find(Id("Anna"))->sung, 1);
   EXPECT_EQ(*Host().View().names, std::vector<std::string>{"Anna"});
   Fall();
-  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+  EXPECT_EQ(Sheet().turns->Find(Id("Anna"))->sung, 1);
   Ask("ANNA", "1.kar");
-  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->wishes[0].semitones, 4);
+  EXPECT_EQ(Sheet().turns->Find(Id("Anna"))->wishes[0].semitones, 4);
   Ask("Anna", "1.kar", -1);
-  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->wishes[1].semitones, -1)
+  EXPECT_EQ(Sheet().turns->Find(Id("Anna"))->wishes[1].semitones, -1)
       << "what is asked for now goes before it";
 }
 
@@ -135,6 +136,7 @@ TEST_F(SingersTest, TheNextSongIsReadyBeforeItsTurn) {
   workers_.RunAll();
   Settle();
   for (const char* file : {"1.kar", "2.kar"}) {
+    clock_.Advance(SingerStation::kOneHand);
     Host().Do(&SingerStation::Next);
     station_->Tick();  // and no worker has worked
     EXPECT_EQ(Sounds(), file);
@@ -154,7 +156,7 @@ TEST_F(SingersTest, WhatNobodyHeardWasNotSung) {
   Ask("Ben", "2.kar");
   Next();
   EXPECT_EQ(OnStage(), "");
-  EXPECT_EQ(Sheet().rotation.Next()->name, "Anna");
+  EXPECT_EQ(Sheet().turns->Next()->name, "Anna");
   EXPECT_NE(station_->Songs().View().failure, "");
   Host().Do(&SingerStation::Skip, Id("Anna"));
   Settle();
@@ -163,8 +165,8 @@ TEST_F(SingersTest, WhatNobodyHeardWasNotSung) {
   Host().Do(&SingerStation::Skip, Id("Ben"));
   Settle();
   EXPECT_EQ(Sounds(), "");
-  EXPECT_EQ(Sheet().rotation.Find(Id("Ben"))->sung, 0);
-  EXPECT_EQ(Sheet().rotation.Find(Id("Ben"))->wishes.size(), 1U);
+  EXPECT_EQ(Sheet().turns->Find(Id("Ben"))->sung, 0);
+  EXPECT_EQ(Sheet().turns->Find(Id("Ben"))->wishes.size(), 1U);
 }
 
 TEST_F(SingersTest, AFallInMidSongLeavesTheTurnAndAnotherEveningBeginsAnew) {
@@ -184,15 +186,15 @@ TEST_F(SingersTest, AFallInMidSongLeavesTheTurnAndAnotherEveningBeginsAnew) {
     return time;
   };
   Begin();
-  EXPECT_TRUE(Sheet().rotation.Singers().empty());
-  EXPECT_EQ(Sheet().rotation.Rule(), singers::Rule::FirstCome);
+  EXPECT_TRUE(Sheet().turns->Singers().empty());
+  EXPECT_EQ(Sheet().turns->Rule(), singers::Rule::FirstCome);
 }
 
 TEST_F(SingersTest, ADamagedListIsSetAsideAndAFullDiskIsToldOnce) {
   station_->ShutDown();
   std::ofstream(program_.Path() / "tlv.singers") << "x";
   Begin();
-  EXPECT_TRUE(Sheet().rotation.Singers().empty());
+  EXPECT_TRUE(Sheet().turns->Singers().empty());
   files_.SetFull(true);
   Ask("Dora", "1.kar");
   workers_.RunAll();
@@ -203,7 +205,92 @@ TEST_F(SingersTest, ADamagedListIsSetAsideAndAFullDiskIsToldOnce) {
   station_->ShutDown();
   PutOnDisk();
   Begin();
-  EXPECT_NE(Sheet().rotation.FindName("Dora"), nullptr);
+  EXPECT_NE(Sheet().turns->FindName("Dora"), nullptr);
+}
+
+TEST_F(SingersTest, TwoPressesOfOneHandBringOneSinger) {
+  Ask("Anna", "1.kar");
+  Ask("Ben", "2.kar");
+  Next();
+  Advance(200ms);
+  Host().Do(&SingerStation::Next);
+  Settle();
+  EXPECT_EQ(OnStage(), "Anna");
+}
+
+TEST_F(SingersTest, WhoIsSkippedWhileTheSongIsMadeReadyDoesNotSingAfterwards) {
+  for (const char* file : {"1.kar", "a.mp3"}) {
+    Ask("Anna", file);
+    clock_.Advance(SingerStation::kOneHand);
+    Host().Do(&SingerStation::Next);
+    station_->Tick();
+    Host().Do(&SingerStation::Skip, Id("Anna"));
+    Settle();
+    workers_.RunAll();
+    Settle();
+    EXPECT_EQ(Sounds(), "") << file;
+    EXPECT_EQ(OnStage(), "");
+    Host().Do(&SingerStation::Withdraw, Id("Anna"), Sheet().turns->FindName("Anna")->wishes[0]);
+    Settle();
+  }
+}
+
+TEST_F(SingersTest, AnotherEveningLeavesTheListOfTheLastOne) {
+  Ask("Anna", "1.kar");
+  local_time_ = [] {
+    std::tm time = LocalTimeNow();
+    time.tm_year += 1;
+    return time;
+  };
+  Fall();
+  EXPECT_TRUE(Sheet().turns->Singers().empty());
+  workers_.RunAll();
+  EXPECT_TRUE(std::filesystem::exists(program_.Path() / "tlv.singers.before-1")) << "it is kept all the same";
+}
+
+TEST_F(SingersTest, ANightThatGoesOnPastSixIsStillThisOne) {
+  Ask("Anna", "1.kar");
+  local_time_ = LocalTimeNow;
+  station_->ShutDown();
+  int years = 0;
+  local_time_ = [&years] {
+    std::tm time = LocalTimeNow();
+    time.tm_year += years;
+    return time;
+  };
+  Begin();
+  years = 1;
+  Ask("Ben", "2.kar");
+  Fall();
+  EXPECT_NE(Sheet().turns->FindName("Ben"), nullptr);
+}
+
+TEST_F(SingersTest, ALevelIsThatOfTheMiddleOfASong) {
+  Ask("Anna", "1.kar");
+  Next();
+  station_->Songs().SetVolume(70);
+  for (int i = 0; i < 8; ++i) Advance(1s);
+  station_->Songs().SetVolume(0);  // faded out by hand
+  for (int i = 0; i < 4; ++i) Advance(1s);
+  station_->Songs().SetVolume(90);
+  Ask("Anna", "1.kar");
+  Ask("Ben", "2.kar");
+  EXPECT_EQ(Sheet().turns->FindName("Anna")->wishes[0].volume, 70);
+  Next();
+  EXPECT_EQ(station_->Songs().View().volume, 90) << OnStage();
+  Next();
+  EXPECT_EQ(station_->Songs().View().volume, 70) << OnStage();
+}
+
+TEST_F(SingersTest, WhatWasLeftOnStageIsTakenBackWhenNothingGoesOnWithIt) {
+  Ask("Anna", "1.kar");
+  Next();
+  Fall();
+  EXPECT_EQ(OnStage(), "Anna");
+  Advance(11s);
+  Settle();
+  EXPECT_EQ(OnStage(), "");
+  EXPECT_EQ(Sheet().turns->Next()->name, "Anna");
 }
 
 TEST_F(SingersTest, ASongOfTheHostsOwnEndsTheTurnBeforeIt) {
@@ -215,7 +302,7 @@ TEST_F(SingersTest, ASongOfTheHostsOwnEndsTheTurnBeforeIt) {
   Settle();
   EXPECT_EQ(OnStage(), "nobody");
   EXPECT_EQ(Sounds(), "2.kar");
-  EXPECT_EQ(Sheet().rotation.Find(Id("Anna"))->sung, 1);
+  EXPECT_EQ(Sheet().turns->Find(Id("Anna"))->sung, 1);
 }
 
 }  // namespace

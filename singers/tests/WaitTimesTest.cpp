@@ -106,6 +106,7 @@ class RenderedEvening {
     now_ += share * length;
     pace_.AddTurn(share > 0.5);
     rotation_.End();
+    Predict(0);
   }
 
   std::mt19937 dice_;

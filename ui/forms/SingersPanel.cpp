@@ -41,6 +41,11 @@ QString Signed(int value) {
   return (value > 0 ? QStringLiteral("+%1") : QStringLiteral("−%1")).arg(std::abs(value));
 }
 
+/// What guests wrote is no mark-up.
+QString PlainTip(const QString& text) {
+  return text.isEmpty() ? text : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
+}
+
 }  // namespace
 
 SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, const Look& look,
@@ -48,6 +53,9 @@ SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, con
     : Surface(look.skin.panel, parent), host_(host), settings_(settings), look_(look) {
   const auto& say = look.say;
   Name(*this, "SingersPanel", say(SingerWord::Singers));
+  auto nobody = std::make_shared<app::SingersSheet>();
+  nobody->turns = std::make_shared<const singers::Rotation>();
+  sheet_ = std::move(nobody);
   table_ = MakeTable(
       "SingersList", say.Of(SingerWord::Singers),
       {QString(), say(SingerWord::SingerHead), say(SingerWord::SongHead), say(SingerWord::WaitHead)}, kSong);
@@ -55,9 +63,10 @@ SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, con
   table_->horizontalHeader()->setSectionResizeMode(kSinger, QHeaderView::Stretch);
   table_->horizontalHeaderItem(kWait)->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
   connect(table_, &QTableWidget::itemSelectionChanged, this, [this] {
-    const int row = table_->currentRow();
+    const auto chosen = table_->selectionModel()->selectedRows();
+    const int row = chosen.isEmpty() ? -1 : chosen.front().row();
     chosen_ =
-        row < 0 || row >= static_cast<int>(lines_.size()) ? 0 : lines_[static_cast<std::size_t>(row)].id;
+        row < 0 || row >= static_cast<int>(lines_.size()) ? Line{} : lines_[static_cast<std::size_t>(row)];
     ShowChosen();
   });
   auto* menu = new ContextMenu(*table_, QStringLiteral("SingersMenu"));
@@ -92,7 +101,7 @@ QHBoxLayout* SingersPanel::MakeHead() {
 
 QPushButton* SingersPanel::Act(const char* name, const Texts& texts, std::function<void(SingerId)> act) {
   auto* button = PlainButton(name, texts, [this, act = std::move(act)] {
-    if (chosen_ != 0) act(chosen_);
+    if (chosen_.id != 0) act(chosen_.id);
   });
   needs_choice_.push_back(button);
   return button;
@@ -100,7 +109,7 @@ QPushButton* SingersPanel::Act(const char* name, const Texts& texts, std::functi
 
 QHBoxLayout* SingersPanel::MakeActs() {
   hold_ = Lamp("HoldSinger", look_.say.Of(SingerWord::HoldSinger), [this](bool held) {
-    if (chosen_ != 0) host_.Do(&SingerStation::Hold, chosen_, held);
+    if (chosen_.id != 0) host_.Do(&SingerStation::Hold, chosen_.id, held);
   });
   needs_choice_.push_back(hold_);
   auto* screen = Lamp("SingersOnScreen", look_.say.Of(SingerWord::OnScreen),
@@ -114,11 +123,12 @@ QHBoxLayout* SingersPanel::MakeActs() {
   };
   auto* up = Act("SingerUp", arrow("▲", SingerWord::SingerUp), [this](SingerId id) { MoveBy(id, -1); });
   auto* down = Act("SingerDown", arrow("▼", SingerWord::SingerDown), [this](SingerId id) { MoveBy(id, 1); });
-  auto* skip = Act("SkipSinger", say.Of(SingerWord::SkipSinger),
-                   [this](SingerId id) { host_.Do(&SingerStation::Skip, id); });
+  skip_ = Act("SkipSinger", say.Of(SingerWord::SkipSinger),
+              [this](SingerId id) { host_.Do(&SingerStation::Skip, id); });
   auto* remove = Act("RemoveSinger", say.Of(SingerWord::RemoveSinger),
                      [this](SingerId id) { host_.Do(&SingerStation::Remove, id); });
-  return Row(0.3, {up, down, hold_, skip, Part::Room(), screen, Part::Room(), remove, bring_back_});
+  moves_ = {up, down};
+  return Row(0.3, {up, down, hold_, skip_, Part::Room(), screen, Part::Room(), remove, bring_back_});
 }
 
 QHBoxLayout* SingersPanel::MakeWish() {
@@ -130,14 +140,14 @@ QHBoxLayout* SingersPanel::MakeWish() {
   for (int tempo = -kMostWishTempo; tempo <= kMostWishTempo; ++tempo)
     tempos << Signed(tempo) + QStringLiteral(" %");
   key_ = Choice(look_.skin, "WishKey", say.Of(SingerWord::WishKey), keys, kMostWishKey,
-                [this](int) { ChangeWish(); });
+                [this](int row) { Change([row](Wish& how) { how.percent = row - kMostWishTempo; }); });
   tempo_ = Choice(look_.skin, "WishTempo", say.Of(SingerWord::WishTempo), tempos, kMostWishTempo,
-                  [this](int) { ChangeWish(); });
+                  [this](int row) { Change([row](Wish& how) { how.percent = row - kMostWishTempo; }); });
   partner_ = new QLineEdit;
   Name(*partner_, "WishPartner", say(SingerWord::WishPartner), say.Tip(SingerWord::WishPartner));
   partner_->setPlaceholderText(say(SingerWord::WishPartner));
   partner_->setMaxLength(static_cast<int>(singers::Rotation::kMostName));
-  connect(partner_, &QLineEdit::editingFinished, this, &SingersPanel::ChangeWish);
+  connect(partner_, &QLineEdit::editingFinished, this, &SingersPanel::ChangePartner);
   return Row(0.3, {{wish_, 3}, key_, tempo_, {partner_, 2}});
 }
 
@@ -147,30 +157,37 @@ void SingersPanel::TakeName() {
 }
 
 void SingersPanel::Next() {
+  ChangePartner();  // the key leaves no field
   host_.Do(&SingerStation::Next);
 }
 
 bool SingersPanel::IsEmpty() const {
-  return sheet_->rotation.Singers().empty();
+  return sheet_->turns->Singers().empty();
 }
 
 SingerId SingersPanel::ChosenSinger() const {
-  return chosen_;
+  return chosen_.id;
 }
 
 QString SingersPanel::NameOf(SingerId id) const {
-  const singers::Singer* singer = sheet_->rotation.Find(id);
+  const singers::Singer* singer = sheet_->turns->Find(id);
   return singer == nullptr ? QString() : Decode(singer->name);
 }
 
 const singers::Singer* SingersPanel::Chosen() const {
-  return sheet_->rotation.Find(chosen_);
+  return sheet_->turns->Find(chosen_.id);
 }
 
 void SingersPanel::AddTyped() {
   const std::string typed = name_->text().toUtf8().toStdString();
-  if (singers::CleanName(typed).empty()) return;
-  host_.Do(&SingerStation::Add, typed);
+  const std::string clean = singers::CleanName(typed);
+  if (clean.empty()) return;
+  // Who brings another song is there already.
+  if (const singers::Singer* known = sheet_->turns->FindName(clean)) {
+    Choose({known->id, false});
+  } else {
+    host_.Do(&SingerStation::Add, typed);
+  }
   // The completer fills the field again behind this signal.
   QMetaObject::invokeMethod(name_, &QLineEdit::clear, Qt::QueuedConnection);
 }
@@ -192,7 +209,7 @@ void SingersPanel::Show(const app::SingersView& view) {
 }
 
 void SingersPanel::Fill() {
-  const singers::Rotation& now = sheet_->rotation;
+  const singers::Rotation& now = *sheet_->turns;
   singers::Rotation then = now;
   then.End();
   std::vector<Line> lines;
@@ -213,21 +230,22 @@ void SingersPanel::Fill() {
   // Whoever was added is the one that the next song is for.
   const bool came = sheet_->newest != newest_ && now.Find(sheet_->newest) != nullptr;
   if (came) newest_ = sheet_->newest;
-  Choose(came ? newest_ : now.Find(chosen_) != nullptr ? chosen_ : 0);
+  Choose(came ? Line{newest_, false} : chosen_);
 }
 
-void SingersPanel::Choose(SingerId id) {
-  const auto waiting = std::find(lines_.begin(), lines_.end(), Line{id, false});
+void SingersPanel::Choose(const Line& wanted) {
+  auto found = std::find(lines_.begin(), lines_.end(), wanted);
+  if (found == lines_.end()) found = std::find(lines_.begin(), lines_.end(), Line{wanted.id, false});
   {
     const QSignalBlocker quiet(table_);
-    if (waiting == lines_.end()) {
+    if (found == lines_.end()) {
       table_->clearSelection();
       table_->setCurrentCell(-1, -1);
-    } else if (const auto row = static_cast<int>(waiting - lines_.begin()); row != table_->currentRow()) {
-      table_->selectRow(row);
+    } else {
+      table_->selectRow(static_cast<int>(found - lines_.begin()));
     }
   }
-  chosen_ = waiting == lines_.end() ? 0 : id;
+  chosen_ = found == lines_.end() ? Line{} : *found;
   ShowChosen();
 }
 
@@ -248,18 +266,18 @@ QString SingersPanel::WaitText(SingerId id) const {
 
 void SingersPanel::FillRow(int row, const Line& line) {
   const auto& say = look_.say;
-  const singers::Singer* singer = sheet_->rotation.Find(line.id);
+  const singers::Singer* singer = sheet_->turns->Find(line.id);
   QString turn, song, wait, name = singer == nullptr ? QString() : Decode(singer->name);
   if (line.on_stage) {
     turn = QStringLiteral("▶");
-    song = SongText(sheet_->rotation.OnStage()->wish);
+    song = SongText(sheet_->turns->OnStage()->wish);
     wait = say(SingerWord::NowOn);
   } else if (singer != nullptr) {
-    const auto here = sheet_->rotation.OnStage() ? row : row + 1;
+    const auto here = sheet_->turns->OnStage() ? row : row + 1;
     turn = QString::number(here);
     const auto more = static_cast<int>(singer->wishes.size()) - 1;
     song = singer->wishes.empty() ? say(SingerWord::NoWish) : SongText(singer->wishes.front());
-    if (more > 0) song = say(SingerWord::MoreWishes).arg(song).arg(more);
+    if (more > 0) song = say(SingerWord::MoreWishes).arg(song, QString::number(more));
     wait = singer->held ? say(SingerWord::IsAway) : WaitText(line.id);
   }
   const bool dim = !line.on_stage && (singer == nullptr || singer->held || singer->wishes.empty());
@@ -268,7 +286,7 @@ void SingersPanel::FillRow(int row, const Line& line) {
     QTableWidgetItem* item = table_->item(row, column);
     if (item == nullptr) table_->setItem(row, column, item = new QTableWidgetItem);
     item->setText(cells[column]);
-    item->setToolTip(column == kSong ? cells[column] : QString());
+    item->setToolTip(column == kSong ? PlainTip(cells[column]) : QString());
     item->setForeground(dim ? look_.skin.dim : line.on_stage ? look_.skin.Deck(1) : look_.skin.text);
     if (column == kWait) item->setTextAlignment(Qt::AlignRight | Qt::AlignVCenter);
     QFont font = table_->font();
@@ -279,7 +297,12 @@ void SingersPanel::FillRow(int row, const Line& line) {
 
 void SingersPanel::ShowChosen() {
   const singers::Singer* singer = Chosen();
+  const auto& turn = sheet_->turns->OnStage();
+  const bool sings = turn && singer != nullptr && turn->singer == singer->id;
   for (QPushButton* button : needs_choice_) button->setEnabled(singer != nullptr);
+  // Who sings has a turn to come, which nobody skips or moves by mistake for this one.
+  for (QPushButton* button : moves_) button->setEnabled(singer != nullptr && !sings);
+  skip_->setEnabled(singer != nullptr && sings == chosen_.on_stage);
   hold_->setChecked(singer != nullptr && singer->held);
   const Wish* wish = singer == nullptr || singer->wishes.empty() ? nullptr : &singer->wishes.front();
   wish_->Show(wish != nullptr     ? WishTitle(*wish)
@@ -288,22 +311,30 @@ void SingersPanel::ShowChosen() {
   for (QWidget* control :
        {static_cast<QWidget*>(key_), static_cast<QWidget*>(tempo_), static_cast<QWidget*>(partner_)})
     control->setVisible(wish != nullptr);
-  const QSignalBlocker quiet(partner_);
   key_->setCurrentIndex(kMostWishKey + (wish == nullptr ? 0 : wish->semitones));
   const int tempo = wish == nullptr ? 0 : static_cast<int>(std::lround(wish->percent));
   tempo_->setCurrentIndex(kMostWishTempo + std::clamp(tempo, -kMostWishTempo, kMostWishTempo));
-  if (!partner_->hasFocus()) partner_->setText(wish == nullptr ? QString() : Decode(wish->partner));
+  // A hand that writes keeps its field, as long as it is about the same wish.
+  const bool same = wish != nullptr && shown_.id == chosen_.id && shown_.wish.filename == wish->filename &&
+                    shown_.wish.ticket == wish->ticket;
+  const bool partner_is_another = !same || shown_.wish.partner != wish->partner;
+  shown_ = {chosen_.id, wish == nullptr ? Wish() : *wish};
+  if (same && (partner_->hasFocus() || !partner_is_another)) return;
+  const QSignalBlocker quiet(partner_);
+  partner_->setText(Decode(shown_.wish.partner));
 }
 
-void SingersPanel::ChangeWish() {
-  const singers::Singer* singer = Chosen();
-  if (singer == nullptr || singer->wishes.empty()) return;
-  Wish how = singer->wishes.front();
-  how.semitones = key_->currentIndex() - kMostWishKey;
-  const int tempo = tempo_->currentIndex() - kMostWishTempo;
-  if (std::abs(how.percent) <= kMostWishTempo || tempo != 0) how.percent = tempo;
-  how.partner = singers::CleanName(partner_->text().toUtf8().toStdString());
-  if (how != singer->wishes.front()) host_.Do(&SingerStation::Change, chosen_, 0, how);
+/// The wish that is shown, with something else about it.
+void SingersPanel::Change(const std::function<void(Wish&)>& change) {
+  if (shown_.wish.filename.empty()) return;
+  Wish how = shown_.wish;
+  change(how);
+  if (how != shown_.wish) host_.Do(&SingerStation::Change, shown_.id, shown_.wish, how);
+}
+
+void SingersPanel::ChangePartner() {
+  const std::string partner = singers::CleanName(partner_->text().toUtf8().toStdString());
+  Change([&](Wish& how) { how.partner = partner; });
 }
 
 /// Before the one that stands there now.
@@ -320,15 +351,15 @@ void SingersPanel::FillMenu(QMenu& menu) {
   const singers::Singer* singer = Chosen();
   if (singer == nullptr) return;
   const auto& say = look_.say;
-  const SingerId id = chosen_;
+  const SingerId id = chosen_.id;
   for (std::size_t i = 0; i < singer->wishes.size(); ++i) {
     const QString title = WishTitle(singer->wishes[i]);
-    const int wish = static_cast<int>(i);
+    const Wish wish = singer->wishes[i];
     if (i > 0) {
-      AddAct(menu, QStringLiteral("WishFirst%1").arg(wish), say(SingerWord::WishFirst).arg(title), {},
-             [this, id, wish] { host_.Do(&SingerStation::MoveWish, id, wish, 0); });
+      AddAct(menu, QStringLiteral("WishFirst%1").arg(i), say(SingerWord::WishFirst).arg(title), {},
+             [this, id, wish] { host_.Do(&SingerStation::SingFirst, id, wish); });
     }
-    AddAct(menu, QStringLiteral("Withdraw%1").arg(wish), say(SingerWord::WithdrawWish).arg(title), {},
+    AddAct(menu, QStringLiteral("Withdraw%1").arg(i), say(SingerWord::WithdrawWish).arg(title), {},
            [this, id, wish] { host_.Do(&SingerStation::Withdraw, id, wish); });
   }
   menu.addSeparator();

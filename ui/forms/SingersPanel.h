@@ -2,7 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
-#include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -71,11 +71,12 @@ class SingersPanel final : public Surface {
   QPushButton* Act(const char* name, const Texts& texts, std::function<void(singers::SingerId)> act);
   void Fill();
   void FillRow(int row, const Line& line);
-  void Choose(singers::SingerId id);
+  void Choose(const Line& wanted);
   void ShowChosen();
   void AddTyped();
   void MoveBy(singers::SingerId id, int steps);
-  void ChangeWish();
+  void Change(const std::function<void(singers::Wish&)>& change);
+  void ChangePartner();
   void FillMenu(QMenu& menu);
   void AskForName(singers::SingerId id);
   [[nodiscard]] const singers::Singer* Chosen() const;
@@ -95,14 +96,21 @@ class SingersPanel final : public Surface {
   QPushButton* hold_;
   QPushButton* bring_back_;
   std::vector<QPushButton*> needs_choice_;
+  std::vector<QPushButton*> moves_;
+  QPushButton* skip_;
   ElidedLabel* wish_;
   QuietCombo* key_;
   QuietCombo* tempo_;
   QLineEdit* partner_;
-  std::shared_ptr<const app::SingersSheet> sheet_ = std::make_shared<const app::SingersSheet>();
+  std::shared_ptr<const app::SingersSheet> sheet_;
   std::shared_ptr<const std::vector<std::string>> names_;
   std::vector<Line> lines_;
-  singers::SingerId chosen_ = 0;
+  Line chosen_;
+  /// What the controls of the next song are about.
+  struct {
+    singers::SingerId id = 0;
+    singers::Wish wish{};
+  } shown_;
   singers::SingerId newest_ = 0;  ///< chosen when it came
 };
 

@@ -92,6 +92,9 @@ void frmMain::PlaySong(int row) {
   if (wish.filename.empty()) return;
   if (const singers::SingerId singer = turns_->ChosenSinger(); singer != 0)
     return workstation_.Singers().Do(&app::SingerStation::Ask, singer, wish);
+  // Nobody is thrown off the stage by a double click; the menu plays at once.
+  if (workstation_.Singers().View().sheet->on_stage_sings && !turns_->IsEmpty())
+    return status_->Tell((*say_)(SingerWord::SomebodySings));
   workstation_.Singers().Do(&app::SingerStation::PlayNow, wish);
 }
 

@@ -64,10 +64,13 @@ void frmMain::MakeKeys() {
     Key(KeyOfPage(page), Reach::Everywhere, [this, page] { ShowPage(page); });
   }
   Key(KeyOfNewSinger(), Reach::Everywhere, [this] {
+    ComeToFront();
     ShowPage(kKaraokePage);
     turns_->TakeName();
   });
-  Key(KeyOfNextSinger(), Reach::Everywhere, [this] { turns_->Next(); });
+  // The other Enter key has a code of its own.
+  for (const Qt::Key enter : {Qt::Key_Return, Qt::Key_Enter})
+    Key(Qt::CTRL | enter, Reach::Everywhere, [this] { turns_->Next(); });
   Key(KeyOfRecording(), Reach::Everywhere, [this] { ToggleRecording(); });
   Key(KeyOfMicrophone(), Reach::Everywhere, [this] { microphone_->Toggle(); });
   Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });

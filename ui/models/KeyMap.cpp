@@ -31,10 +31,6 @@ QKeySequence KeyOfNewSinger() {
   return QKeySequence(Qt::CTRL | Qt::Key_G);
 }
 
-QKeySequence KeyOfNextSinger() {
-  return QKeySequence(Qt::CTRL | Qt::Key_Return);
-}
-
 QKeySequence KeyOfRecording() {
   return QKeySequence(Qt::CTRL | Qt::Key_R);
 }

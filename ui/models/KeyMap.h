@@ -37,7 +37,6 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfShowEditor();
 /// The recording begins or ends.
 [[nodiscard]] QKeySequence KeyOfNewSinger();
-[[nodiscard]] QKeySequence KeyOfNextSinger();
 [[nodiscard]] QKeySequence KeyOfRecording();
 /// The microphone on or off.
 [[nodiscard]] QKeySequence KeyOfMicrophone();

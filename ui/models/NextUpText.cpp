@@ -28,9 +28,11 @@ NextUpCard::Said NextUpSaid(const app::SingersSheet& sheet, NextUpCard::Form for
   NextUpCard::Said said;
   said.head = say(form == NextUpCard::Form::Strip ? SingerWord::NextUpStrip : SingerWord::NextUp);
   if (!sheet.sang_last.empty()) said.thanks = say(SingerWord::ThankYou).arg(Decode(sheet.sang_last));
+  if (form == NextUpCard::Form::Hidden) return said;
   for (const singers::Wait& wait : sheet.waits) {
-    const singers::Singer* singer = sheet.rotation.Find(wait.singer);
-    if (singer == nullptr || said.next.size() >= NextUpCard::kMost) continue;
+    if (said.next.size() >= NextUpCard::kMost) break;
+    const singers::Singer* singer = sheet.turns->Find(wait.singer);
+    if (singer == nullptr || singer->wishes.empty()) continue;
     const singers::Wish& wish = singer->wishes.front();
     QString name = Decode(singer->name);
     if (!wish.partner.empty()) name += QStringLiteral(" & ") + Decode(wish.partner);

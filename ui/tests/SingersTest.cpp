@@ -68,7 +68,7 @@ class SingersTest : public Booth {
     for (int row = 0; row < table.rowCount(); ++row) names += Cell(row, 0) + Cell(row, 1) + " ";
     return names;
   }
-  [[nodiscard]] const singers::Rotation& Rotation() { return station->Singers().View().sheet->rotation; }
+  [[nodiscard]] const singers::Rotation& Rotation() { return *station->Singers().View().sheet->turns; }
 
   support::testing::TemporaryFolder songs_;
 };
@@ -90,6 +90,7 @@ TEST_F(SingersTest, ANameAndADoubleClickQueueASongAndNextBringsItOnStage) {
   Work();
   EXPECT_EQ(Names(), "▶Anna 1Ben 2Cleo 3Anna ");
   EXPECT_EQ(station->Songs().View().state, app::SongView::State::Playing);
+  Advance(2s);
   Click("NextSinger");
   Work();
   EXPECT_EQ(Cell(0, 1), "Ben");
@@ -178,6 +179,52 @@ TEST_F(SingersTest, TheMenuPutsASongFirstTakesOneOffAndRenames) {
   dialog.accept();
   Settle();
   EXPECT_EQ(Cell(0, 1), "Hanna");
+}
+
+TEST_F(SingersTest, ADoubleClickThrowsNobodyOffTheStage) {
+  OpenBooth();
+  AddSinger("Anna");
+  DoubleClickSong(1);
+  Click("NextSinger");
+  Work();
+  const std::string file = station->Songs().View().filename;
+  ChooseSinger(1);
+  EXPECT_FALSE(Find<QPushButton>("SkipSinger").isEnabled())
+      << "her turn to come is not the one that she sings";
+  Find<QTableWidget>("SingersList").clearSelection();
+  DoubleClickSong(2);
+  EXPECT_EQ(station->Songs().View().filename, file);
+  EXPECT_EQ(station->Songs().View().state, app::SongView::State::Playing);
+  ChooseSinger(0);
+  Settle();
+  Click("SkipSinger");
+  Settle();
+  EXPECT_NE(station->Songs().View().state, app::SongView::State::Playing);
+}
+
+TEST_F(SingersTest, APartnerThatIsBeingWrittenGoesWithTheSongThatBegins) {
+  OpenBooth();
+  AddSinger("Anna");
+  DoubleClickSong(1);
+  DoubleClickSong(2);
+  auto& partner = Find<QLineEdit>("WishPartner");
+  partner.setFocus();
+  QTest::keyClicks(&partner, QStringLiteral("Ben"));
+  Press(Qt::Key_Return, Qt::ControlModifier);
+  Work();
+  EXPECT_EQ(Rotation().OnStage()->wish.partner, "Ben");
+  EXPECT_EQ(Rotation().Singers()[0].wishes[0].partner, "");
+  EXPECT_EQ(partner.text(), QString()) << "the field is about the next song";
+}
+
+TEST_F(SingersTest, ANameThatIsThereIsChosenAndNotDoubled) {
+  OpenBooth();
+  AddSinger("Anna");
+  AddSinger("Ben");
+  AddSinger("ANNA");
+  DoubleClickSong(1);
+  EXPECT_EQ(Rotation().Singers().size(), 2U);
+  EXPECT_EQ(Rotation().FindName("Anna")->wishes.size(), 1U);
 }
 
 TEST_F(SingersTest, WithASingerChosenTheMenuOfSongsStillPlaysAtOnce) {

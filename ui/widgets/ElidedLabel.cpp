@@ -65,7 +65,9 @@ void ElidedLabel::resizeEvent(QResizeEvent* event) {
 
 void ElidedLabel::UpdateTip() {
   const bool cut = fontMetrics().horizontalAdvance(text()) > width();
-  setToolTip(!tip_.isEmpty() ? tip_ : cut ? text() : QString());
+  setToolTip(!tip_.isEmpty() ? tip_
+             : cut           ? QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped())
+                             : QString());
 }
 
 void ElidedLabel::SetTip(const QString& tip) {
