@@ -201,7 +201,9 @@ void SingerStation::ClearStage() {
 std::optional<std::size_t> SingerStation::PlaceOf(SingerId id, const Wish& wish) const {
   const singers::Singer* singer = evening_.rotation.Find(id);
   if (singer == nullptr) return std::nullopt;
-  const auto found = std::find(singer->wishes.begin(), singer->wishes.end(), wish);
+  const auto found = std::find_if(singer->wishes.begin(), singer->wishes.end(), [&](const Wish& other) {
+    return other.ticket == wish.ticket && other.filename == wish.filename;
+  });
   if (found == singer->wishes.end()) return std::nullopt;
   return static_cast<std::size_t>(found - singer->wishes.begin());
 }

@@ -145,7 +145,7 @@ TEST_F(SingersTest, TheNextSongIsReadyBeforeItsTurn) {
     Settle();
   }
   engine_.ClearLog();
-  for (int i = 0; i < 3; ++i) Advance(5s);
+  for (int i = 0; i < 4; ++i) Advance(5s);
   const auto log = engine_.Log();
   EXPECT_GE(std::count(log.begin(), log.end(), "Prepare a.mp3"), 2)
       << "the engine forgets what nobody came for";

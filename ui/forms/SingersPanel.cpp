@@ -329,7 +329,9 @@ void SingersPanel::Change(const std::function<void(Wish&)>& change) {
   if (shown_.wish.filename.empty()) return;
   Wish how = shown_.wish;
   change(how);
-  if (how != shown_.wish) host_.Do(&SingerStation::Change, shown_.id, shown_.wish, how);
+  if (how == shown_.wish) return;
+  host_.Do(&SingerStation::Change, shown_.id, shown_.wish, how);
+  shown_.wish = how;  // a hand is faster than the sheet
 }
 
 void SingersPanel::ChangePartner() {
