@@ -114,7 +114,12 @@ bool StreamFeed::IsWarm(std::int64_t frame, std::uint32_t place) {
 }
 
 void StreamFeed::FollowTempo(const Tempo& tempo) {
-  if (live_ < 0 || Live().InForce() == tempo) return;
+  if (live_ < 0) return;
+  if (Live().InForce() == tempo) {
+    // A segment that took on this tempo, or that was dropped, began with another one, which was noted.
+    if (tempos_[newest_tempo_].tempo != tempo) NoteTempo(tempo, device_frame_);
+    return;
+  }
   const auto end = EndOfLead();
   if (!end && Live().Ended()) return;
   tempo_moved_at_ = device_frame_;
@@ -171,6 +176,7 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
   tempo.speed = orders.next->speed;
   stream_->ApplyTimedTempo();
   const double source = heard->source + static_cast<double>(at - heard->frame) * heard->ratio;
+  tempo_moved_at_ = device_frame_;
   Switch({at, source, heard->ratio}, tempo);
   FinishPreparing();
 }

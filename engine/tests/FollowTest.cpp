@@ -9,6 +9,7 @@
 #include <cmath>
 #include <optional>
 #include <tuple>
+#include <utility>
 
 #include "engine/testing/SoundStage.h"
 
@@ -254,6 +255,34 @@ TEST(Following, OnTheSameOutputTempoIsMovedInTheSameMoment) {
     EXPECT_NEAR(static_cast<double>(stage.engine->Heard(cue).frame.value),
                 static_cast<double>(stage.engine->Heard(main).frame.value), 0.001 * kRate)
         << busy;
+  }
+}
+
+TEST(Following, OnTheSameOutputItHasTheNewestTempoHoweverSoonThatCame) {
+  SoundStage stage;
+  stage.files.Add("ramp.mp3", RampFile(250 * kRate));
+  const auto main = stage.Load("ramp.mp3"), cue = stage.Load("ramp.mp3");
+  stage.engine->Follow(cue, main);
+  for (const auto stream : {main, cue}) stage.engine->BASS_ChannelPlay(stream, false);
+  const auto move = [&](float percent, support::Duration then) {
+    stage.engine->BASS_FX_TempoSet(main, percent, decks::kTempoUnchanged, decks::kTempoUnchanged);
+    stage.Advance(then);
+  };
+  stage.Advance(3s);
+  // The first of the two is still on offer when the second one comes: forward, and there and back.
+  for (const bool busy : {false, true}) {
+    if (busy) stage.MakeBusy();
+    for (const auto& [first, second] :
+         {std::pair{4.0F, 0.0F}, {2.0F, 4.0F}, {6.0F, 4.0F}, {0.0F, 4.0F}, {4.0F, 0.0F}}) {
+      move(first, 20ms);
+      move(second, 6s);
+      for (int look = 0; look < 10; ++look) {
+        stage.Advance(130ms);
+        EXPECT_NEAR(static_cast<double>(stage.engine->Heard(cue).frame.value),
+                    static_cast<double>(stage.engine->Heard(main).frame.value), 0.001 * kRate)
+            << first << " " << second << " " << busy;
+      }
+    }
   }
 }
 
