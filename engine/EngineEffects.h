@@ -16,7 +16,7 @@ class EngineEffects final : public decks::DeckEffects {
   void SetEffects(int deck, decks::StreamHandle stream, const decks::EffectSettings& settings) override {
     Playing* playing = players_.Find(stream);
     if (playing == nullptr) return;
-    playing->line = deck;
+    players_.SetLine(*playing, deck);
     engine::SetEffects(*playing, decks::InRange(settings));
     players_.TellFollowers(stream);
   }

@@ -66,16 +66,23 @@ void Players::TellFollowers(decks::StreamHandle leader) {
 
 void Players::SoundAs(Playing& follower, const Playing& leader) {
   follower.stream->SetGain(leader.stream->Gain());
-  follower.line = -leader.line;
+  SetLine(follower, -leader.line);
   if (leader.sound == nullptr) return;
   SoundOf(follower).SoundAs(*leader.sound);
   SetEffects(follower, EffectsOf(leader));
 }
 
+void Players::SetLine(Playing& playing, int line) {
+  if (std::exchange(playing.line, line) == line) return;
+  const std::uint64_t asked = playing.stream->VolumeAsked();
+  if (asked != 0) TellLeaving(playing, Stream::VolumeOf(asked));
+}
+
 void Players::Leave(Map::iterator freed) {
   Playing& left = freed->second;
+  const bool leaves_a_tail = left.line != 0 && left.stream->heard.load(std::memory_order_acquire);
   for (Playing& before : leaving_) {
-    if (left.line == 0 || before.line != left.line) continue;
+    if (!leaves_a_tail || before.line != left.line) continue;
     before.stream->SetVolume(0);
     before.line = 0;
   }

@@ -47,11 +47,13 @@ class Players {
   [[nodiscard]] const Stream* LeaderOf(const Playing& playing);
   /// From now on it sounds as the leader does; a leader that is none ends it. The handle of the leader, or 0.
   decks::StreamHandle Follow(Playing& follower, decks::StreamHandle leader);
+  /// The deck that it is heard of; what rings after another one of it takes the volume set so far.
+  void SetLine(Playing& playing, int line);
   /// The leader's gain or effects have changed.
   void TellFollowers(decks::StreamHandle leader);
 
   // Freed ones, until they are faded or have rung out.
-  /// Another one of the line that still rings is silenced: a deck keeps one tail.
+  /// Another one of the line that still rings is silenced: a deck keeps one tail, the newest that was heard.
   void Leave(Map::iterator freed);
   /// Volume of the line's newest one, that what rings after it follows.
   void TellLeaving(const Playing& heir, float volume);
@@ -62,7 +64,7 @@ class Players {
   void Clear();
 
  private:
-  static void SoundAs(Playing& follower, const Playing& leader);
+  void SoundAs(Playing& follower, const Playing& leader);
 
   Map all_;
   std::vector<Playing> leaving_;

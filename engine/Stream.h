@@ -156,6 +156,7 @@ class Stream {
   SampleTap tap;  ///< after the effects, before volume
   std::atomic<std::uint64_t> transport_seen{0};
   std::atomic<bool> playing{false};
+  std::atomic<bool> heard{false};             ///< it sounds or rings
   std::atomic<std::uint32_t> ended_place{0};  ///< the place whose sound came to the file's end, or 0
   std::atomic<bool> detached{false};          ///< the callback will not touch it again
 

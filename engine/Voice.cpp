@@ -65,6 +65,7 @@ void Voice::Start() noexcept {
 }
 
 void Voice::Ramp(float volume, int frames) noexcept {
+  if (ending_ && volume > 0) return;  // its tail is being closed for good
   // A stream that nobody hears takes it at once; one that waits for its first sound keeps the ramp for that.
   const bool heard_soon = sounding_ || wanted_ || rings_;
   volume_.Set(std::clamp(volume, 0.0F, 1.0F), heard_soon ? std::max(frames, 1) : 0);
@@ -182,7 +183,9 @@ bool Voice::RingOut(std::span<float> stereo) noexcept {
   if (!freed_) return true;
   rung_ += static_cast<std::int64_t>(stereo.size() / 2);
   const bool long_enough = rung_ > static_cast<std::int64_t>(kLongestTail) * curve_->Frames();
-  if (long_enough && volume_.Target() != 0) volume_.Set(0, kEndOfTail * curve_->Frames());
+  if (long_enough && !std::exchange(ending_, true) && volume_.Target() != 0) {
+    volume_.Set(0, kEndOfTail * curve_->Frames());
+  }
   return true;
 }
 
@@ -354,6 +357,7 @@ void Voice::ApplyGain(std::span<float> stereo) noexcept {
 void Voice::Publish() noexcept {
   stream_->ended_place.store(ended_ ? LaneOf(active_).Place() : 0, std::memory_order_relaxed);
   stream_->playing.store(wanted_, std::memory_order_release);
+  stream_->heard.store(sounding_ || rings_, std::memory_order_release);
   stream_->transport_seen.store(transport_seen_, std::memory_order_release);
 }
 

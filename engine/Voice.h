@@ -94,6 +94,7 @@ class Voice {
   bool ended_ = false;
   bool rings_ = false;
   std::int64_t rung_ = 0;  ///< frames since it was freed
+  bool ending_ = false;    ///< it rang for so long that it is faded out
   int active_ = -1;
   std::array<int, 2> offset_{};
   std::array<double, 2> source_{};  ///< behind the last frame taken

@@ -6,7 +6,9 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <utility>
 
 #include "decks/testing/EffectsContract.h"
 #include "engine/testing/SoundStage.h"
@@ -148,6 +150,34 @@ TEST_F(DeckEffectsTest, ATailIsHeardUnderTheNextTrackAtTheFaderOfItsDeck) {
   EXPECT_EQ(Peak(), 0) << "whose fader closes it";
 }
 
+TEST_F(DeckEffectsTest, ATailTakesTheVolumesOfTheNextTrackHoweverEarlyTheyWereSet) {
+  Set(Echoing(0.9F));
+  Free();
+  main = stage.Load("silence.mp3", 1);
+  cue = stage.Load("silence.mp3", 2);
+  stage.engine->Follow(cue, main);
+  for (const auto stream : {main, cue}) stage.engine->BASS_ChannelSetAttributes(stream, -1, 0, -101);
+  Set(Echoing(0.9F));
+  EXPECT_EQ(Peak("main"), 0) << "at the fader";
+  EXPECT_EQ(Peak("phones"), 0) << "at the cue level";
+}
+
+TEST_F(DeckEffectsTest, ATailIsLeftByTrackAfterTrackThatWasNeverHeard) {
+  Set(Echoing(0.9F));
+  Free();
+  for (int load = 0; load < 3; ++load) {
+    main = stage.Load("tone.mp3", 1);
+    cue = stage.Load("tone.mp3", 2);
+    stage.engine->Follow(cue, main);
+    stage.engine->Effects().SetEffects(1, main, Echoing(0.9F));
+    stage.Advance(100ms);
+    Free();
+  }
+  stage.Advance(300ms);
+  EXPECT_GT(Peak("main", 300ms), 0.05F);
+  EXPECT_GT(Peak("phones", 300ms), 0.05F);
+}
+
 TEST_F(DeckEffectsTest, ADeckKeepsOneTailSoThatQuickLoadsNeverRunOutOfPlaces) {
   for (int load = 0; load < 40; ++load) {
     Set(Echoing(0.9F, 1));
@@ -168,7 +198,12 @@ TEST_F(DeckEffectsTest, AnEchoThatHardlyLosesAnythingEndsAllTheSame) {
   Free();
   stage.Advance(18s);
   EXPECT_GT(Peak("main", 4s), 0.05F);
-  stage.Advance(8s);
+  Play("silence.mp3");
+  stage.engine->Effects().SetEffects(1, main, Echoing(1, 4));
+  for (int move = 0; move < 40; ++move) {  // a hand on the fader does not bring it back
+    stage.engine->BASS_ChannelSetAttributes(main, -1, 60 + move, -101);
+    stage.Advance(200ms);
+  }
   EXPECT_EQ(Peak("main", 1s), 0);
 }
 
@@ -193,9 +228,23 @@ TEST_F(DeckEffectsTest, EveryNumberOfTheSevenClosesItsEffectAndLetsItRing) {
   all.low_pass = {.on = true, .hertz = 3000};
   all.flanger.on = all.echo3.on = all.reverb.on = all.rotate.on = all.swap = true;
   Set(all);
-  for (const int type : {3, 2, 1, 0, 7, 5, 4}) Remove(type);
-  const Settings left = stage.engine->Effects().Effects(main);
-  EXPECT_FALSE(decks::AnyOn(left));
+  const std::pair<int, std::function<void(Settings&)>> kNumbers[] = {
+      {0, [](Settings& s) { s.swap = s.rotate.on = false; }},
+      {1, [](Settings& s) { s.echo.on = false; }},
+      {2, [](Settings& s) { s.flanger.on = false; }},
+      {3, [](Settings& s) { s.low_pass.on = false; }},
+      {4, [](Settings& s) { s.reverb.on = false; }},
+      {5, [](Settings&) {}},  // the bands, which are none of these
+      {7, [](Settings& s) { s.echo3.on = false; }}};
+  for (const auto& [type, off] : kNumbers) {
+    Set(all);
+    Remove(type);
+    Settings left = all;
+    off(left);
+    EXPECT_EQ(stage.engine->Effects().Effects(main), left) << type;
+  }
+  for (const auto& [type, off] : kNumbers) Remove(type);
+  EXPECT_FALSE(decks::AnyOn(stage.engine->Effects().Effects(main)));
   stage.engine->BASS_ChannelPause(main);
   stage.Advance(300ms);
   EXPECT_GT(Peak(), 0.01F);
