@@ -2,9 +2,22 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "engine/effects/EchoLine.h"
 
+#include <cmath>
+
 #include "decks/ports/DeckEffects.h"
 
 namespace engine {
+namespace {
+
+/// Repeats of a tone that fits into the delay add up exactly; beyond full scale they do so less and less.
+double Bounded(double sample) {
+  constexpr double kKnee = 1, kRoom = 0.5;
+  const double past = std::abs(sample) - kKnee;
+  if (!(past > 0)) return sample;
+  return std::copysign(kKnee + kRoom * std::tanh(past / kRoom), sample);
+}
+
+}  // namespace
 
 EchoLine::EchoLine(int sample_rate)
     : sample_rate_(sample_rate),
@@ -52,7 +65,8 @@ void EchoLine::Process(std::span<float> stereo) noexcept {
     const BothSides in = BothOf(stereo[i], stereo[i + 1]);
     const BothSides repeat = Read();
     const double into = static_cast<double>(sent_.Next() * open_.Next());
-    line_.Write(into * in + static_cast<double>(feedback_.Next()) * repeat);
+    const BothSides sum = into * in + static_cast<double>(feedback_.Next()) * repeat;
+    line_.Write(BothSides{Bounded(sum[0]), Bounded(sum[1])});
     const BothSides heard = static_cast<double>(dry_.Next()) * in + repeat;
     stereo[i] = static_cast<float>(heard[0]);
     stereo[i + 1] = static_cast<float>(heard[1]);

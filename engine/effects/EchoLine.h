@@ -12,7 +12,8 @@ namespace engine {
 /// What both echoes are made of: a line that repeats what goes into it, again and again.
 ///
 /// Law: switched off it takes in nothing new and rings out. Another time is faded to over 50 ms, from one
-/// place in the line to another, so that nothing changes its pitch. Threads: the callback.
+/// place in the line to another, so that nothing changes its pitch. No repeat is louder than one and a half
+/// times full scale. Threads: the callback.
 class EchoLine {
  public:
   struct Wanted {

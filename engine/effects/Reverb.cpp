@@ -13,8 +13,8 @@ constexpr std::array kLengths{907, 1153, 1427, 1747, 2089, 2521, 3121, 3889};
 constexpr std::array kDiffuserLengths{225, 341, 441, 556};
 constexpr int kRight = 23;  // frames that the right side's all-passes are longer
 constexpr float kDiffusion = 0.5F;
-constexpr float kDamping = 0.3F;  // of the treble, at each turn
-constexpr float kWet = 0.7F;      // about as loud as what goes in
+constexpr float kDamping = 0.3F;   // of the treble, at each turn
+constexpr float kMostInto = 2.5F;  // the shortest rooms stay a little softer
 
 int Scaled(int frames, int sample_rate) {
   return std::max(1, static_cast<int>(std::lround(static_cast<double>(frames) * sample_rate / 44100)));
@@ -43,6 +43,7 @@ Reverb::Reverb(int sample_rate)
       before_frames_(std::max(1, static_cast<int>(kBefore * sample_rate))),
       open_(sample_rate),
       level_(0, sample_rate),
+      into_(1, sample_rate),
       quiet_(longest_) {
   for (std::size_t i = 0; i < kLines; ++i) {
     lines_[i].sound.resize(static_cast<std::size_t>(Scaled(kLengths[i], sample_rate)));
@@ -66,16 +67,22 @@ void Reverb::Set(const decks::EffectSettings::Reverb& settings) noexcept {
 
 void Reverb::AimGains(float seconds) noexcept {
   gains_left_ = std::max(1, sample_rate_ / 50);
+  float kept = 0;  // of the power in the lines, from one turn to the next
   for (Line& line : lines_) {
     const float turn = static_cast<float>(line.sound.size()) / static_cast<float>(sample_rate_);
     line.gain_target = std::pow(10.0F, -3 * turn / seconds);
     line.gain_step = (line.gain_target - line.gain) / static_cast<float>(gains_left_);
+    kept += line.gain_target * line.gain_target / kLines;
   }
+  // What gathers in the lines is as much as one turn keeps of it to what it loses. Taken back before the
+  // lines: what rings already is not made louder by another decay.
+  into_.Aim(std::min(std::sqrt((1 - kept) / kept), kMostInto));
 }
 
 void Reverb::Arrive() noexcept {
   open_.Arrive();
   level_.JumpTo(level_.Target());
+  into_.JumpTo(into_.Target());
   gains_left_ = 0;
   for (Line& line : lines_) line.gain = line.gain_target;
 }
@@ -130,13 +137,13 @@ void Reverb::Process(std::span<float> stereo) noexcept {
   for (std::size_t i = 0; i + 1 < stereo.size(); i += 2) {
     const BothSides in = BothOf(stereo[i], stereo[i + 1]);
     before_.Write(static_cast<double>(open_.Next()) * in);
-    const BothSides late = before_.Read(before_frames_);
+    const BothSides late = static_cast<double>(into_.Next()) * before_.Read(before_frames_);
     const auto left = static_cast<float>(late[0]), right = static_cast<float>(late[1]);
     const BothSides room = Ring(left, right);
     const bool silent = std::abs(room[0]) + std::abs(room[1]) < static_cast<double>(kInaudible) &&
                         std::abs(left) + std::abs(right) < kInaudible;
     quiet_ = silent ? std::min(quiet_ + 1, longest_) : 0;
-    const BothSides heard = in + static_cast<double>(kWet * level_.Next()) * room;
+    const BothSides heard = in + static_cast<double>(level_.Next()) * room;
     stereo[i] = static_cast<float>(heard[0]);
     stereo[i + 1] = static_cast<float>(heard[1]);
   }

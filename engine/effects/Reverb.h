@@ -15,8 +15,9 @@ namespace engine {
 /// A room: eight lines that feed one another, behind a delay and four all-passes a side.
 ///
 /// J.-M. Jot, A. Chaigne, "Digital delay networks for designing artificial reverberators", 1991: each line
-/// loses as much as the decay asks for its length, so that all of them die away together. Law: switched off
-/// it takes in nothing new and rings out. Threads: the callback.
+/// loses as much as the decay asks for its length, so that all of them die away together. Whatever the decay,
+/// a steady sound rings as loudly, at full level some 7 dB above what goes in. Law: switched off it takes in
+/// nothing new and rings out. Threads: the callback.
 class Reverb {
  public:
   explicit Reverb(int sample_rate);
@@ -56,6 +57,7 @@ class Reverb {
   int gains_left_ = 0;
   OnOff open_;
   Smoothed level_;
+  Smoothed into_;  ///< what goes into the lines, so that they are as loud at every decay
   int quiet_;
 };
 

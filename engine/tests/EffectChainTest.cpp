@@ -10,6 +10,7 @@
 #include <cmath>
 #include <functional>
 #include <numbers>
+#include <random>
 #include <vector>
 
 namespace engine::testing {
@@ -160,6 +161,15 @@ TEST_F(EffectChainTest, AnEchoAtFullLevelDiesAwayAllTheSame) {
   EXPECT_LT(Rms(heard, 1.8, 2), 1e-4);
 }
 
+TEST_F(EffectChainTest, RepeatsThatAddUpExactlyStayWithinBounds) {
+  Through(EchoOf(1, 0.1F), Silence(0.1));
+  Through(Tone(200, 4, 0.5, 0.05));  // twenty whole periods a repeat
+  const Sound heard = Through(Tone(200, 1, 0.5, 0.05));
+  const auto [least, most] = std::minmax_element(heard.begin(), heard.end());
+  EXPECT_LT(std::max(*most, -*least), 2.01F);
+  EXPECT_NEAR(Rms(heard, 0, 1, 1), 0.55 / std::sqrt(2.0), 0.01) << "what is softer is not touched";
+}
+
 TEST_F(EffectChainTest, TheThirdEchoMixesDryAndWetAndDiesAwayAtItsOwnPace) {
   Settings settings;
   settings.echo3 = {.on = true, .dry = 0.25F, .wet = 1, .seconds = 0.1F};
@@ -203,6 +213,30 @@ TEST_F(EffectChainTest, AReverbIsAsLoudAsItsLevelAndReachesBothSides) {
   const double tone = Rms(Through(Tone(440, 1)), 0, 1) / (0.25 / std::sqrt(2.0));
   EXPECT_GT(Db(tone), 0.5);
   EXPECT_LT(Db(tone), 9) << "loud, and not past what the limiter takes";
+}
+
+TEST_F(EffectChainTest, AReverbIsAsLoudHoweverLongItRings) {
+  // Noise with less and less treble, as music has.
+  const auto noise = [](double seconds) {
+    Sound sound = Silence(seconds);
+    std::minstd_rand random(7);
+    float low = 0;
+    for (std::size_t i = 0; i < sound.size(); i += 2) {
+      low += 0.1F * (std::uniform_real_distribution<float>(-1, 1)(random) - low);
+      sound[i] = sound[i + 1] = low;
+    }
+    return sound;
+  };
+  for (const float seconds : {0.5F, 1.5F, 8.0F}) {
+    Settings settings;
+    settings.reverb = {.on = true, .level = 1, .seconds = seconds};
+    Through(settings, Silence(0.1));
+    const Sound dry = noise(12);
+    Sound wet = Through(dry);
+    for (std::size_t i = 0; i < wet.size(); ++i) wet[i] -= dry[i];
+    EXPECT_NEAR(Db(Rms(wet, 8, 12) / Rms(dry, 8, 12)), 7, 1) << seconds;
+    Through(Settings{}, Silence(12));
+  }
 }
 
 TEST_F(EffectChainTest, TheFilterClosesFromAboveToTheLeftAndFromBelowToTheRight) {
