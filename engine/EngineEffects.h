@@ -26,6 +26,8 @@ class EngineEffects final : public decks::DeckEffects {
     return playing == nullptr ? decks::EffectSettings{} : EffectsOf(*playing);
   }
 
+  void Silence(int deck) override { players_.Silence(deck); }
+
  private:
   Players& players_;
 };

@@ -3,6 +3,7 @@
 #include "engine/Players.h"
 
 #include <algorithm>
+#include <cstdlib>
 #include <utility>
 
 namespace engine {
@@ -93,6 +94,12 @@ void Players::Leave(Map::iterator freed) {
 void Players::TellLeaving(const Playing& heir, float volume) {
   for (Playing& left : leaving_) {
     if (heir.line != 0 && left.line == heir.line) left.stream->SetVolume(volume);
+  }
+}
+
+void Players::Silence(int deck) {
+  for (Playing& left : leaving_) {
+    if (std::abs(left.line) == deck) left.stream->SetVolume(0);
   }
 }
 

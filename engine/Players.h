@@ -57,6 +57,8 @@ class Players {
   void Leave(Map::iterator freed);
   /// Volume of the line's newest one, that what rings after it follows.
   void TellLeaving(const Playing& heir, float volume);
+  /// All of the deck, in the hall and in the head-phones.
+  void Silence(int deck);
   /// Those that are silent go. workers: the last one to hold a long file or an echo's lines gives back a lot
   /// of memory.
   void Sweep(support::Executor& workers);

@@ -344,6 +344,7 @@ void DeckStation::Reject(const Track& track, const std::string& sentence) {
 void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
+  effects_.Silence();
   tempo_.Begin(0);
   tone_.Begin();
   listening_ = false;

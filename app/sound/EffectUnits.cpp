@@ -53,6 +53,10 @@ void EffectUnits::Send() {
   port_->SetEffects(player_.Channel(), player_.STRM(), SettingsOf(heard, bpm_));
 }
 
+void EffectUnits::Silence() {
+  if (port_ != nullptr) port_->Silence(player_.Channel());
+}
+
 void EffectUnits::Show(DeckView& view) const {
   view.effects = choices_;
   view.effects_held = held_;

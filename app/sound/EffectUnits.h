@@ -32,6 +32,8 @@ class EffectUnits {
   void Apply();
   /// The tempo that is heard; 0 when unknown.
   void Follow(double bpm);
+  /// The deck was emptied.
+  void Silence();
   void Show(DeckView& view) const;
 
  private:

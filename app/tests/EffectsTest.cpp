@@ -51,6 +51,16 @@ TEST_F(EffectsTest, WhatIsTurnedAndSwitchedIsHeardStoredAndHoldsForTheNextFile) 
   EXPECT_FALSE(decks::AnyOn(Heard(2))) << "each deck has its own";
 }
 
+TEST_F(EffectsTest, ADeckThatIsEmptiedRingsNoLonger) {
+  StartUp();
+  Load(1, "a.mp3");
+  Settle();
+  EXPECT_TRUE(effects_.silenced.empty());
+  Load(1, "missing.mp3");
+  Settle();
+  EXPECT_EQ(effects_.silenced, std::vector<int>{1});
+}
+
 TEST_F(EffectsTest, APadHoldsAnEffectOnWithoutStoringIt) {
   StartUp();
   Load(2, "a.mp3");

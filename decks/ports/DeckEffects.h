@@ -140,11 +140,15 @@ class DeckEffects {
 
   /// Of a stream and of those that follow it, within 30 ms and without a click. What was echoed rings out,
   /// also when the stream is paused, ends or is freed; then at the volume that is set for the next stream of
-  /// the same deck. deck: from 1. Nothing for a stream that is none.
+  /// the same deck. A paused stream rings until it is silent by itself, a freed one for some 20 s at most.
+  /// deck: from 1. Nothing for a stream that is none.
   virtual void SetEffects(int deck, StreamHandle stream, const EffectSettings& settings) = 0;
   /// As they were set, within their ranges, without what was removed since; the default for a stream that is
   /// none.
   [[nodiscard]] virtual EffectSettings Effects(StreamHandle stream) = 0;
+  /// Whatever rings of the deck's freed streams is faded out: there is no next one whose volume it would
+  /// have.
+  virtual void Silence(int deck) = 0;
 };
 
 }  // namespace decks

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <map>
+#include <vector>
 
 #include "decks/ports/DeckEffects.h"
 
@@ -20,9 +21,11 @@ class RecordingEffects final : public DeckEffects {
     const auto found = told.find(stream);
     return found == told.end() ? EffectSettings{} : found->second;
   }
+  void Silence(int deck) override { silenced.push_back(deck); }
 
   std::map<StreamHandle, EffectSettings> told;
   std::map<StreamHandle, int> decks;
+  std::vector<int> silenced;
 };
 
 }  // namespace decks::testing

@@ -162,6 +162,18 @@ TEST_F(DeckEffectsTest, ATailTakesTheVolumesOfTheNextTrackHoweverEarlyTheyWereSe
   EXPECT_EQ(Peak("phones"), 0) << "at the cue level";
 }
 
+TEST_F(DeckEffectsTest, ADeckThatIsEmptiedIsSilentInTheHallAndInTheHeadphones) {
+  Set(Echoing(0.9F));
+  Free();
+  stage.engine->Effects().Silence(2);
+  stage.Advance(200ms);
+  EXPECT_GT(Peak("phones"), 0.05F) << "another deck's";
+  stage.engine->Effects().Silence(1);
+  stage.Advance(300ms);
+  EXPECT_EQ(Peak("main"), 0);
+  EXPECT_EQ(Peak("phones"), 0);
+}
+
 TEST_F(DeckEffectsTest, ATailIsLeftByTrackAfterTrackThatWasNeverHeard) {
   Set(Echoing(0.9F));
   Free();
