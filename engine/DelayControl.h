@@ -6,8 +6,8 @@
 
 namespace engine {
 
-/// Steers the pace at which a recording is read, so that it is read at a chosen delay behind the microphone
-/// whatever the two devices' crystals do.
+/// Steers the pace at which the sound of another device is read, a microphone's or a hall's, so that it is
+/// read at a chosen delay behind that device whatever the two crystals do.
 ///
 /// The delay is told by time stamps, not by how much lies in the ring: two nearly equal blocks beat, and what
 /// lies there swings by a whole one. It is smoothed over a second, then proportional and integral control
@@ -17,7 +17,7 @@ class DelayControl {
  public:
   /// The delay was brought to the target by a jump; what is known of the crystals stays.
   void Jumped(double target);
-  /// Another microphone.
+  /// Another device.
   void Forget() { *this = {}; }
   /// delay, target: in seconds. after: seconds since the last call.
   void Next(double delay, double target, double after);

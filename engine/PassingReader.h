@@ -18,7 +18,8 @@ namespace engine {
 ///
 /// The delay that it keeps is at least the longest wait between two blocks of the source, one block of the
 /// output and 1.5 ms for what comes late. A sound that breaks off dies away within 2 ms and comes in again
-/// over 5 ms; then the delay has grown by what was missing. More than 30 ms off, it jumps.
+/// over 5 ms; the delay has grown then, where the wait up to the break was the longest yet. More than 30 ms
+/// off, it jumps.
 /// Threads: the callback; memory is taken at construction only.
 class PassingReader {
  public:
@@ -33,7 +34,10 @@ class PassingReader {
   bool Begin(const PassingSound& sound, support::TimePoint now, int frames, double behind = 0) noexcept;
   void Read(const PassingSound& sound, std::span<float> interleaved) noexcept;
   /// The next Begin starts anew.
-  void Rest() noexcept { opening_ = 0; }
+  void Rest() noexcept {
+    opening_ = 0;
+    mark_ = {};
+  }
 
   /// From the source's callback to the frame that is read next, in seconds; 0 while nothing comes.
   [[nodiscard]] double Delay() const noexcept { return reading_ ? control_.Delay() : 0; }

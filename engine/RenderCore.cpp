@@ -284,11 +284,19 @@ void RenderCore::MixPhones(std::size_t frames, const Ears& ears, const decks::He
 }
 
 void RenderCore::FeedPassing(std::size_t frames, std::int64_t frame) noexcept {
+  std::array<float, 2 * kPieceFrames> both;
   for (std::size_t code = 0; code < passed_.size(); ++code) {
     PassingHall* hall = passed_[code].load(std::memory_order_acquire);
     const auto shares = speakers_.Of(static_cast<int>(code));
     if (hall == nullptr || shares.empty()) continue;
-    hall->Write(frame, {buses_[static_cast<std::size_t>(shares.front().bus)]->stereo.data(), 2 * frames});
+    const auto number = static_cast<std::size_t>(shares.front().bus);
+    std::span<const float> stereo(buses_[number]->stereo.data(), 2 * frames);
+    if (speakers_.Buses()[number].right < 0) {
+      // In a copy: what is played here goes on to the limiter.
+      for (std::size_t i = 0; i < stereo.size(); i += 2) both[i] = both[i + 1] = stereo[i];
+      stereo = {both.data(), stereo.size()};
+    }
+    hall->Write(frame, stereo);
   }
 }
 

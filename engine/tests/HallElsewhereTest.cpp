@@ -36,7 +36,8 @@ struct TwoCards {
     std::chrono::milliseconds hall{60}, phones{60};
     double ppm = 0;  ///< of the hall's crystal against that of the head-phones
   };
-  explicit TwoCards(const Cards& chosen) : cards(chosen) {
+  explicit TwoCards(const Cards& chosen, const OutputDeviceInfo& main = StereoOutput("main", true))
+      : cards(chosen), stage({main, StereoOutput("phones"), StereoOutput("other")}) {
     stage.outputs.SetLatency("main", cards.hall);
     stage.outputs.SetLatency("other", cards.hall);
     stage.outputs.SetLatency("phones", cards.phones);
@@ -147,6 +148,14 @@ TEST(HallElsewhere, IsMixedAndSplitAsOnOneCard) {
   expect({}, {0, 0}, {0.1, 0.05});
   EXPECT_NEAR(desk.stage.Last("phones", 0), desk.stage.Last("phones", 1) * 2, 1e-4)
       << "and nothing of it left";
+}
+
+TEST(HallElsewhere, OneOfASingleLoudspeakerIsHeardWithBothEars) {
+  TwoCards desk({}, {"main", "Output main", {Speaker::FrontCentre}, true});
+  desk.Play("tone.mp3");
+  desk.Mix({.programme = 1});
+  EXPECT_TRUE(desk.Advance(4s));
+  for (const std::size_t ear : {0U, 1U}) EXPECT_NEAR(Peak(desk.Phones(ear, 3)), 0.3, 0.003) << ear;
 }
 
 TEST(HallElsewhere, TwoHallsOnTwoCardsAreBothHeard) {
