@@ -30,7 +30,7 @@ MicrophoneStrip::MicrophoneStrip(app::MicrophoneStation& station, const Look& lo
   SetKind(*talk_, "alarm");
   Name(*talk_, "TalkOver", say(MicrophoneWord::Talk),
        say(Say::KeyHint).arg(say.Tip(MicrophoneWord::Talk), KeyText(KeyOfTalking())));
-  connect(talk_, &HoldButton::Held, this, [this](bool held) { station_.TalkOver(held); });
+  connect(talk_, &HoldButton::Held, this, [this](bool held) { station_.TalkOver(held || by_key_); });
   FillRow(*this, 0, 0.4, {on_, level_, talk_});
   // The texts beside it give way.
   for (QWidget* part :
@@ -41,7 +41,7 @@ MicrophoneStrip::MicrophoneStrip(app::MicrophoneStation& station, const Look& lo
 
 MicrophoneStrip::~MicrophoneStrip() {
   // Nobody could let go of it any more.
-  if (talk_->IsHeld()) station_.TalkOver(false);
+  if (talk_->IsHeld()) station_.TalkOver(by_key_);
 }
 
 void MicrophoneStrip::Toggle() {
@@ -49,7 +49,8 @@ void MicrophoneStrip::Toggle() {
 }
 
 void MicrophoneStrip::Talk(bool held) {
-  station_.TalkOver(held);
+  by_key_ = held;
+  station_.TalkOver(by_key_ || talk_->IsHeld());
 }
 
 void MicrophoneStrip::ShowSwitch(const app::MicrophoneView& view) {

@@ -41,7 +41,7 @@ class MicrophoneStrip final : public QWidget {
   LevelBar* level_;
   HoldButton* talk_;
   support::TimePoint overloaded_{};
-  QString tip_;
+  bool by_key_ = false;
 };
 
 }  // namespace ui

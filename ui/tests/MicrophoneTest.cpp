@@ -100,6 +100,23 @@ TEST_F(MicrophoneFormTest, TalksAsLongAsTheKeyIsHeldWhateverIsLetGoFirst) {
   EXPECT_FALSE(Wish().talk_over) << "whoever went to another program let go there";
 }
 
+TEST_F(MicrophoneFormTest, TalksUntilBothTheKeyAndTheButtonAreLetGo) {
+  Open();
+  auto& talk = Find<HoldButton>("TalkOver");
+  QTest::mousePress(&talk, Qt::LeftButton);
+  QTest::keyPress(window.get(), Qt::Key_T, Qt::ControlModifier);
+  QTest::keyRelease(window.get(), Qt::Key_T, Qt::ControlModifier);
+  Settle();
+  EXPECT_TRUE(Wish().talk_over) << "the button is held yet";
+  QTest::keyPress(window.get(), Qt::Key_T, Qt::ControlModifier);
+  QTest::mouseRelease(&talk, Qt::LeftButton);
+  Settle();
+  EXPECT_TRUE(Wish().talk_over) << "the key is held yet";
+  QTest::keyRelease(window.get(), Qt::Key_T, Qt::ControlModifier);
+  Settle();
+  EXPECT_FALSE(Wish().talk_over);
+}
+
 TEST_F(MicrophoneFormTest, EveryKnobAndChoiceReachesTheVoiceAndTheMusic) {
   OpenPanel();
   const struct {

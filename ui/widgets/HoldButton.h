@@ -15,7 +15,6 @@ class HoldButton final : public QPushButton {
   explicit HoldButton(const QString& caption, QWidget* parent = nullptr);
 
   [[nodiscard]] bool IsHeld() const { return held_; }
-  void LetGo() { Hold(false); }
 
  Q_SIGNALS:
   void Held(bool held);
