@@ -217,8 +217,9 @@ void BankEditor::Read() {
 }
 
 void BankEditor::Save() {
-  const File file = Chosen();
-  station_.SaveBanks(file.side, file.size, draft_.book.Banks(),
+  // Never over the banks of another file, whatever the list shows.
+  const BankBook& book = draft_.book;
+  station_.SaveBanks(book.WhichSide(), book.Size(), book.Banks(),
                      [editor = QPointer(this), edits = edits_](const support::Result<void>& saved) {
                        if (editor.isNull()) return;
                        if (saved && editor->edits_ == edits) editor->draft_.book.Kept();

@@ -3,12 +3,16 @@
 #include "ui/forms/DraftOffers.h"
 
 #include <QPushButton>
+#include <memory>
+#include <optional>
+#include <string_view>
 #include <utility>
 
 #include "ui/forms/DMX.h"
 #include "ui/forms/Editors.h"
 #include "ui/forms/Library.h"
 #include "ui/forms/MessageBox.h"
+#include "ui/strings/BankWords.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/EveningWords.h"
 
@@ -25,6 +29,15 @@ EveningWord QuestionOf(Kind kind) {
                                : EveningWord::DraftBanks;
 }
 
+std::optional<std::pair<Side, IoBoardSize>> BanksOf(std::string_view origin) {
+  for (const Side side : {Side::Io, Side::Dac}) {
+    for (const IoBoardSize size : {IoBoardSize::One, IoBoardSize::Two}) {
+      if (lightorgan::BankFileName(side, size) == origin) return std::pair(side, size);
+    }
+  }
+  return std::nullopt;
+}
+
 }  // namespace
 
 DraftOffers::DraftOffers(app::Workstation& workstation, const support::Clock& clock, Editors& editors,
@@ -36,25 +49,41 @@ DraftOffers::DraftOffers(app::Workstation& workstation, const support::Clock& cl
       open_banks_(std::move(open_banks)) {}
 
 void DraftOffers::Begin(QWidget& owner, std::function<const Strings&()> say) {
-  workstation_.Drafts().Find(
-      [this, &owner, say = std::move(say)](const app::Drafts::Draft& draft) { Offer(draft, owner, say()); });
+  owner_ = &owner;
+  say_ = std::move(say);
+  workstation_.Drafts().Find([this](const app::Drafts::Draft& draft) {
+    if (draft.kind == Kind::Banks && !BanksOf(draft.origin)) return workstation_.Drafts().Refused(draft);
+    Offer(draft);
+  });
 }
 
-void DraftOffers::Offer(const app::Drafts::Draft& draft, QWidget& owner, const Strings& say) {
-  const QString name = QStringLiteral("DraftBox%1").arg(static_cast<int>(draft.kind));
+void DraftOffers::Offer(const app::Drafts::Draft& draft) {
+  const Strings& say = say_();
+  const QString name = QStringLiteral("DraftBox%1%2")
+                           .arg(static_cast<int>(draft.kind))
+                           .arg(draft.aside ? QStringLiteral("Aside") : QString());
   const std::string file = PathOf(Decode(draft.origin)).filename().string();
-  auto* box = new MessageBox(name, say(QuestionOf(draft.kind)).arg(Decode(file)).simplified(), owner);
-  QObject::connect(box->AddButton(name + QStringLiteral("No"), say(EveningWord::DraftDrop)),
-                   &QPushButton::clicked, &owner, [this, kind = draft.kind] {
-                     workstation_.Drafts().Answered(kind);
-                     workstation_.Drafts().Drop(kind);
-                   });
-  QObject::connect(box->AddButton(name + QStringLiteral("Yes"), say(EveningWord::DraftOpen)),
-                   &QPushButton::clicked, &owner, [this, draft] {
-                     workstation_.Drafts().Answered(draft.kind);
-                     Restore(draft);
-                   });
-  box->ShowOverLists(owner);
+  const QString question = say(QuestionOf(draft.kind)).arg(Decode(file)).simplified();
+  Ask({name, question, say(EveningWord::DraftDrop), say(EveningWord::DraftOpen)},
+      [this, draft](std::optional<bool> open) {
+        if (!open) return workstation_.Drafts().SetAside(draft);
+        if (!*open) return workstation_.Drafts().Refused(draft);
+        Restore(draft);
+      });
+}
+
+void DraftOffers::Ask(const Question& question, std::function<void(std::optional<bool> yes)> answer) {
+  auto* box = new MessageBox(question.name, question.text, *owner_);
+  const auto said = std::make_shared<std::optional<bool>>();
+  const QPushButton* no = box->AddButton(question.name + QStringLiteral("No"), question.no);
+  const QPushButton* yes = box->AddButton(question.name + QStringLiteral("Yes"), question.yes);
+  QObject::connect(no, &QPushButton::clicked, owner_, [said] { *said = false; });
+  QObject::connect(yes, &QPushButton::clicked, owner_, [said] { *said = true; });
+  // However it is closed, but not when the window goes; later, because a button closes the box first.
+  QObject::connect(
+      box, &QDialog::finished, owner_, [said, answer = std::move(answer)] { answer(*said); },
+      Qt::QueuedConnection);
+  box->ShowOverLists(*owner_);
 }
 
 void DraftOffers::Restore(const app::Drafts::Draft& draft) {
@@ -71,15 +100,25 @@ void DraftOffers::Restore(const app::Drafts::Draft& draft) {
 }
 
 void DraftOffers::RestoreBanks(const app::Drafts::Draft& draft) {
-  if (banks_.book.Changed()) return open_banks_();  // a hand was faster, and its work goes before
-  for (const Side side : {Side::Io, Side::Dac}) {
-    for (const IoBoardSize size : {IoBoardSize::One, IoBoardSize::Two}) {
-      if (lightorgan::BankFileName(side, size) != draft.origin) continue;
-      banks_.book = lightorgan::BankBook(side, size, lightorgan::ParseBanks(draft.text));
-      banks_.book.MarkChanged();
-    }
-  }
+  // A hand was faster: whoever made that says whether it goes.
+  if (banks_.book.Changed()) return AskForBanks(draft);
+  const auto file = BanksOf(draft.origin);
+  if (!file) return;
+  banks_.book = lightorgan::BankBook(file->first, file->second, lightorgan::ParseBanks(draft.text));
+  banks_.book.MarkChanged();
+  workstation_.Drafts().Restored(draft);
   open_banks_();
+}
+
+void DraftOffers::AskForBanks(const app::Drafts::Draft& draft) {
+  const Strings& say = say_();
+  Ask({QStringLiteral("DraftOverBanks"), say(BankWord::BankAskLeave), say(Say::DialogCancel),
+       say(BankWord::BankLeave)},
+      [this, draft](std::optional<bool> leave) {
+        if (!leave.value_or(false)) return workstation_.Drafts().SetAside(draft);
+        banks_.book.Kept();
+        RestoreBanks(draft);
+      });
 }
 
 void DraftOffers::KeepBanks() {
@@ -90,7 +129,8 @@ void DraftOffers::KeepBanks() {
     return;
   }
   const support::TimePoint now = clock_.Now();
-  if (now < next_draft_ || (has_draft_ && drafted_ == book.Banks())) return;
+  const bool kept = has_draft_ && !workstation_.Drafts().Failed(Kind::Banks);
+  if (now < next_draft_ || (kept && drafted_ == book.Banks())) return;
   const std::string origin(lightorgan::BankFileName(book.WhichSide(), book.Size()));
   if (!workstation_.Drafts().Keep(Kind::Banks, origin,
                                   [banks = book.Banks()] { return lightorgan::BankText(banks); })) {

@@ -118,6 +118,7 @@ void EditorWindow::BringToFront() {
 
 void EditorWindow::Leave(std::function<void()> then) {
   flow_.Leave([this, then = std::move(then)] {
+    refused_ = Changed() ? Stamp() : 0;
     if (std::exchange(drafted_, 0) != 0) workstation_.Drafts().Drop(DraftKind());
     then();
   });
@@ -125,8 +126,10 @@ void EditorWindow::Leave(std::function<void()> then) {
 
 void EditorWindow::KeepDraft() {
   constexpr auto kEvery = std::chrono::seconds(1);
-  const std::uint64_t stamp = Changed() ? Stamp() : 0;
-  if (stamp == drafted_) return;
+  // The window may stand for some frames yet with what was refused.
+  const std::uint64_t stamp = Changed() && Stamp() != refused_ ? Stamp() : 0;
+  const bool lost = stamp != 0 && workstation_.Drafts().Failed(DraftKind());
+  if (stamp == drafted_ && !lost) return;
   if (stamp == 0) {
     drafted_ = 0;
     return workstation_.Drafts().Drop(DraftKind());
@@ -138,7 +141,11 @@ void EditorWindow::KeepDraft() {
 }
 
 void EditorWindow::Restore(const app::Drafts::Draft& draft) {
-  Leave([this, draft] { ReadDraft(draft.text, draft.origin); });
+  Leave([this, draft] {
+    workstation_.Drafts().Restored(draft);
+    // Over a file that was written since, nothing goes without being asked.
+    ReadDraft(draft.text, draft.newer_file ? Path() : Path(draft.origin));
+  });
 }
 
 QPushButton* EditorWindow::MakeButton(const char* name, EditorWord caption, EditorWord tip,

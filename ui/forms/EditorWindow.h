@@ -124,6 +124,7 @@ class EditorWindow : public QWidget {
   QPointer<QFileDialog> dialog_;
   bool leaving_ = false;
   std::uint64_t drafted_ = 0;  ///< the state that is in the draft; 0: there is none
+  std::uint64_t refused_ = 0;  ///< the state that nobody wants; 0: there is none
   support::TimePoint next_draft_{};
 };
 

@@ -39,6 +39,12 @@ void OrganPage::OpenEditor() {
   editor_->Open();
 }
 
+// Made anew, it asks the draft which file it is of.
+void OrganPage::ShowDraft() {
+  delete editor_;
+  OpenEditor();
+}
+
 void OrganPage::CountBanks() {
   const lightorgan::IoBoardSize size = station_.View().lamps.size;
   for (const Side side : {Side::Io, Side::Dac}) {

@@ -32,6 +32,8 @@ class OrganPage final : public Surface {
   ~OrganPage() override;
 
   void Show(support::TimePoint now);
+  /// Shows the editor with the work that waits there, whatever it showed before.
+  void ShowDraft();
 
  private:
   void OpenEditor();

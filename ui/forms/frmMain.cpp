@@ -65,8 +65,8 @@ frmMain::frmMain(app::Workstation& workstation, const support::Clock& clock)
       clock_(clock),
       editors_(workstation, clock),
       drafts_(workstation, clock, editors_, bank_draft_, [this] {
-        bank_draft_.open = true;
         ShowPage(kOrganPage);
+        organ_->ShowDraft();
       }) {
   setObjectName(QStringLiteral("frmMain"));
   QApplication::installTranslator(&words_);
@@ -300,6 +300,7 @@ void frmMain::closeEvent(QCloseEvent* event) {
     });
   }
   if (!asks || !editors_.Changed()) {
+    drafts_.KeepBanks();  // no frame comes any more
     editors_.Close();
     return QMainWindow::closeEvent(event);
   }

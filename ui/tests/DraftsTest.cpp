@@ -1,7 +1,9 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 // What is made in an editor survives the fall of the program.
+#include <QComboBox>
 #include <QLineEdit>
+#include <QPushButton>
 #include <QTableView>
 #include <filesystem>
 #include <fstream>
@@ -46,6 +48,26 @@ class DraftsTest : public Booth {
     QTest::keyClicks(&field, QLatin1String(name));
     QTest::keyClick(&field, Qt::Key_Return);
   }
+  [[nodiscard]] std::filesystem::path AsideOf(Kind kind) const { return FileOf(kind) += app::Drafts::kAside; }
+  void Answer(EditorWindow& editor, const char* answer) {
+    QTest::mouseClick(editor.findChild<QWidget*>(editor.objectName() + QLatin1String(answer)),
+                      Qt::LeftButton);
+    Go(100ms);
+  }
+  /// Both editors with what is a draft on the disk.
+  void OpenBoth() {
+    Leave(Kind::Fixture, "\r\n" + Named("Moon"));
+    Leave(Kind::Show, "\r\n" + dmx::ShowText({}));
+    Open();
+    Go(100ms);
+    for (const char* box : {"DraftBox0Yes", "DraftBox1Yes"}) {
+      Click(box);
+      Go(100ms);
+    }
+    Go(1100ms);
+  }
+  [[nodiscard]] Library& Fixtures() { return *window->OpenEditors().FixtureEditor(); }
+  [[nodiscard]] DMX& Shows() { return *window->OpenEditors().ShowEditor(); }
   static std::string Named(const char* name) {
     dmx::Fixture fixture;
     fixture.name = name;
@@ -120,6 +142,115 @@ TEST_F(DraftsTest, AShowAndBanksComeBackToo) {
   EXPECT_TRUE(window->OpenEditors().ShowEditor()->Changed());
 }
 
+TEST_F(DraftsTest, WhatWasRefusedAtTheEndIsNotKeptAgain) {
+  OpenBoth();
+  const int saves = files.Saves();
+  window->close();
+  Answer(Fixtures(), "SaveFirstNo");
+  Go(1100ms);
+  Answer(Shows(), "SaveFirstNo");
+  EXPECT_FALSE(window->isVisible());
+  EXPECT_EQ(files.Saves(), saves);
+  EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Fixture)));
+  EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Show)));
+}
+
+TEST_F(DraftsTest, OneThatIsWantedStaysUntilWhatStandsInItsEditorIsGivenUp) {
+  Leave(Kind::Fixture, "\r\n" + Named("Moonflower"));
+  Open();
+  Go(100ms);
+  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  Go(100ms);
+  TypeAName("Sun");
+  Click("DraftBox0Yes");
+  Go(100ms);
+  Answer(Fixtures(), "SaveFirstCancel");
+  Go(3s);
+  EXPECT_TRUE(std::filesystem::exists(FileOf(Kind::Fixture)));
+  EXPECT_EQ(Kept(Kind::Fixture), "") << "nothing went over it";
+}
+
+TEST_F(DraftsTest, OneThatNobodyAnswersStandsAsideAndIsOfferedAtTheNextStart) {
+  Leave(Kind::Fixture, "\r\n" + Named("Moonflower"));
+  Open();
+  Go(100ms);
+  Find<MessageBox>("DraftBox0").close();
+  Go(100ms);
+  EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Fixture)));
+  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  Go(100ms);
+  TypeAName("Sun");
+  Go(1100ms);
+  EXPECT_EQ(Kept(Kind::Fixture), "\r\n" + Named("Sun")) << "this run is kept too";
+  EXPECT_TRUE(std::filesystem::exists(AsideOf(Kind::Fixture)));
+  Open();
+  Go(100ms);
+  Click("DraftBox0AsideYes");
+  Go(100ms);
+  EXPECT_EQ(Fixtures().findChild<QLineEdit*>(QStringLiteral("Text1"))->text(), QStringLiteral("Moonflower"));
+  Go(1100ms);
+  EXPECT_EQ(Kept(Kind::Fixture), "\r\n" + Named("Moonflower"));
+  EXPECT_FALSE(std::filesystem::exists(AsideOf(Kind::Fixture))) << "and is an ordinary draft again";
+}
+
+TEST_F(DraftsTest, OneThatIsOlderThanItsFileHasNoNameToBeSavedUnder) {
+  const auto file = folder / "Moon.dmx";
+  Leave(Kind::Fixture, file.string() + "\r\n" + Named("Moonflower"));
+  std::ofstream(file) << Named("Moon");
+  std::filesystem::last_write_time(file, std::filesystem::last_write_time(FileOf(Kind::Fixture)) + 1min);
+  Open();
+  Go(100ms);
+  EXPECT_TRUE(Asked(Kind::Fixture).contains(QStringLiteral("Moon.dmx")));
+  Click("DraftBox0Yes");
+  Go(1100ms);
+  EXPECT_FALSE(Fixtures().windowTitle().contains(QStringLiteral("Moon.dmx")));
+  EXPECT_EQ(Kept(Kind::Fixture), "\r\n" + Named("Moonflower"));
+}
+
+TEST_F(DraftsTest, OneThatCouldNotBeWrittenIsTriedAgain) {
+  Open();
+  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  Go(100ms);
+  files.SetFull(true);
+  TypeAName("Moon");
+  Go(3s);
+  EXPECT_EQ(Kept(Kind::Fixture), "");
+  files.SetFull(false);
+  Go(1100ms);
+  EXPECT_EQ(Kept(Kind::Fixture), "\r\n" + Named("Moon"));
+}
+
+TEST_F(DraftsTest, BanksAreSavedAsTheFileThatTheyAreOf) {
+  Leave(Kind::Banks, "\\BankDAC16.txt\r\n[3]\r\n1;2;3;4;5;6;7;8\r\n");
+  Open();
+  Press(Qt::Key_5, Qt::ControlModifier);
+  Click("EditBanks");
+  Go(100ms);
+  Click("BankClose");
+  Go(100ms);
+  Click("DraftBox2Yes");
+  Go(100ms);
+  EXPECT_EQ(Find<QComboBox>("BankFile").currentIndex(), 2);
+  Click("BankSave");
+  Go(100ms);
+  EXPECT_TRUE(files.Content(folder / "BankDAC16.txt").has_value());
+  EXPECT_FALSE(files.Content(folder / "BankIO16.txt").has_value());
+}
+
+TEST_F(DraftsTest, BanksThatAreLetGoAtTheEndAreNotOfferedAgain) {
+  Leave(Kind::Banks, "\\BankDAC16.txt\r\n[3]\r\n1;2;3;4;5;6;7;8\r\n");
+  Open();
+  Go(100ms);
+  Click("DraftBox2Yes");
+  Go(1100ms);
+  window->close();
+  Find<QPushButton>("BankLeaveBoxYes").click();
+  for (int i = 0; i < 3; ++i) QApplication::processEvents();
+  EXPECT_FALSE(window->isVisible());
+  workers.RunAll();
+  EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Banks)));
+}
+
 TEST_F(DraftsTest, AFileThatIsNoDraftIsNotOffered) {
   Leave(Kind::Show, "");
   Leave(Kind::Banks, "no line end");
@@ -127,6 +258,11 @@ TEST_F(DraftsTest, AFileThatIsNoDraftIsNotOffered) {
   Go(100ms);
   EXPECT_EQ(Asked(Kind::Show), QString());
   EXPECT_EQ(Asked(Kind::Banks), QString());
+  Leave(Kind::Banks, "\\NoBank.txt\r\n[3]\r\n1;2;3;4;5;6;7;8\r\n");
+  Open();
+  Go(100ms);
+  EXPECT_EQ(Asked(Kind::Banks), QString());
+  EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Banks))) << "nor ever will be";
 }
 
 }  // namespace
