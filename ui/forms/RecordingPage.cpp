@@ -22,6 +22,17 @@ namespace {
 using State = app::RecordingView::State;
 
 constexpr auto kLookAgain = std::chrono::seconds(20);  ///< while the page is shown
+constexpr int kFrontPair = 1;
+constexpr int kPairs = 4;
+
+/// What is recorded is the sum of deck 1's pair, and the front one's where it plays on all of them.
+bool HearsDeck2(const app::OutputView& deck1, const app::OutputView& deck2) {
+  const auto all = [](const app::OutputView& output) {
+    return output.speaker < 1 || output.speaker > kPairs;
+  };
+  if (deck1.device != deck2.device) return false;
+  return all(deck2) || deck2.speaker == (all(deck1) ? kFrontPair : deck1.speaker);
+}
 
 }  // namespace
 
@@ -67,7 +78,7 @@ void RecordingPage::Show(const app::WorkstationView& decks, support::TimePoint n
   }
   was_shown_ = true;
   ShowButton(view);
-  const bool only = decks.outputs[1].device != 0 && !(decks.outputs[0] == decks.outputs[1]);
+  const bool only = decks.outputs[1].device != 0 && !HearsDeck2(decks.outputs[0], decks.outputs[1]);
   if (only_->isHidden() == only) only_->setVisible(only);
   SetText(*time_, HoursText(view.length));
   SetText(*size_, view.bytes > 0 ? SizeText(view.bytes, look_.say) : QString());

@@ -171,6 +171,15 @@ TEST_F(RecordingTest, SaysThatASecondOutputIsNotRecordedAsLongAsThereIsOne) {
   station->Outputs().Set(2, {2, 0});
   Work();
   EXPECT_TRUE(only.isVisible());
+  station->Outputs().Set(2, {1, 2});
+  Work();
+  EXPECT_TRUE(only.isVisible()) << "another pair of the same device";
+  station->Outputs().Set(2, {1, 1});
+  Work();
+  EXPECT_FALSE(only.isVisible()) << "the front pair is one of all, and the one that is recorded";
+  station->Outputs().Set(2, {2, 0});
+  Work();
+  EXPECT_TRUE(only.isVisible());
   station->Outputs().Share();
   Work();
   EXPECT_FALSE(only.isVisible());
