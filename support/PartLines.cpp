@@ -120,7 +120,8 @@ std::optional<std::string> ReadWholeFile(const std::filesystem::path& path, std:
   if (!std::filesystem::is_regular_file(path, error)) return std::nullopt;
   const std::uintmax_t size = std::filesystem::file_size(path, error);
   std::ifstream file(path, std::ios::binary);
-  std::string text(error ? most + 1 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, most)) + 1, '\0');
+  std::string text(error ? most + 1 : static_cast<std::size_t>(std::min<std::uintmax_t>(size, most)) + 1,
+                   '\0');
   file.read(text.data(), static_cast<std::streamsize>(text.size()));
   text.resize(static_cast<std::size_t>(std::max<std::streamsize>(file.gcount(), 0)));
   return text;
