@@ -56,7 +56,8 @@ TEST_F(EffectsTest, ADeckThatIsEmptiedRingsNoLonger) {
   Load(1, "a.mp3");
   Settle();
   EXPECT_TRUE(effects_.silenced.empty());
-  Load(1, "missing.mp3");
+  engine_.RemoveFile("b.mp3");
+  Load(1, "b.mp3");
   Settle();
   EXPECT_EQ(effects_.silenced, std::vector<int>{1});
 }
