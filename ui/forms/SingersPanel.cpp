@@ -140,7 +140,7 @@ QHBoxLayout* SingersPanel::MakeWish() {
   for (int tempo = -kMostWishTempo; tempo <= kMostWishTempo; ++tempo)
     tempos << Signed(tempo) + QStringLiteral(" %");
   key_ = Choice(look_.skin, "WishKey", say.Of(SingerWord::WishKey), keys, kMostWishKey,
-                [this](int row) { Change([row](Wish& how) { how.percent = row - kMostWishTempo; }); });
+                [this](int row) { Change([row](Wish& how) { how.semitones = row - kMostWishKey; }); });
   tempo_ = Choice(look_.skin, "WishTempo", say.Of(SingerWord::WishTempo), tempos, kMostWishTempo,
                   [this](int row) { Change([row](Wish& how) { how.percent = row - kMostWishTempo; }); });
   partner_ = new QLineEdit;
