@@ -175,11 +175,11 @@ TEST_F(DraftsTest, OneThatNobodyAnswersStandsAsideAndIsOfferedAtTheNextStart) {
   Leave(Kind::Fixture, "\r\n" + Named("Moonflower"));
   Open();
   Go(100ms);
+  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
+  Go(100ms);
   Find<MessageBox>("DraftBox0").close();
   Go(100ms);
   EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Fixture)));
-  Press(Qt::Key_L, Qt::ControlModifier | Qt::ShiftModifier);
-  Go(100ms);
   TypeAName("Sun");
   Go(1100ms);
   EXPECT_EQ(Kept(Kind::Fixture), "\r\n" + Named("Sun")) << "this run is kept too";
@@ -261,6 +261,7 @@ TEST_F(DraftsTest, AFileThatIsNoDraftIsNotOffered) {
   EXPECT_EQ(Asked(Kind::Banks), QString());
   Leave(Kind::Banks, "\\NoBank.txt\r\n[3]\r\n1;2;3;4;5;6;7;8\r\n");
   Open();
+  Go(100ms);
   Go(100ms);
   EXPECT_EQ(Asked(Kind::Banks), QString());
   EXPECT_FALSE(std::filesystem::exists(FileOf(Kind::Banks))) << "nor ever will be";
