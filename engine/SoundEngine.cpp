@@ -49,14 +49,14 @@ SoundEngine::SoundEngine(SoundEnginePorts ports, Feeding feeding)
 
 void SoundEngine::BeginFeeding() {
   using std::chrono::milliseconds;
-  constexpr milliseconds kEvery{5}, kNow{0}, kLater{250};
-  thread_ =
-      std::make_unique<PollingThread>([=, this] { return Pump() ? kNow : kEvery; }, ports_.thread_started);
+  constexpr milliseconds kUsualPause{5}, kNoPause{0}, kLongPause{250};
+  thread_ = std::make_unique<PollingThread>([=, this] { return Pump() ? kNoPause : kUsualPause; },
+                                            ports_.thread_started);
   if (ports_.kept_waiting == nullptr) return;
   second_ = std::make_unique<PollingThread>(
       [=, this, turn = Feeder::Turn()]() mutable {
-        if (reach_ == Feeder::Reach::Usual) return kLater;
-        return feeder_.Pump(turn, Feeder::Reach::Further) ? kNow : kEvery;
+        if (reach_ == Feeder::Reach::Usual) return kLongPause;
+        return feeder_.Pump(turn, Feeder::Reach::Further) ? kNoPause : kUsualPause;
       },
       ports_.thread_started);
 }

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 #include <windows.h>
+#undef DrawText  // the sources beside this one mean their own
 
 #include <cstdlib>
 #include <future>
