@@ -277,7 +277,8 @@ TEST_F(DeckEffectsTest, TheEqualiserSwitchTakesTheBandsOutAndBringsThemBack) {
 }
 
 TEST_F(DeckEffectsTest, GarbageIsHeardAsSoundAndTheCallbackTakesNoMemoryAndNoLock) {
-  if (!support::testing::RealtimeGuardWorks()) GTEST_SKIP();
+  // The guard counts nothing under a sanitizer; the sound is looked at all the same.
+  ASSERT_TRUE(support::testing::RealtimeGuardWorks() || !DJ_REALTIME_GUARD);
   constexpr float kNone = std::numeric_limits<float>::quiet_NaN();
   Settings garbage = Echoing(kNone, kNone);
   garbage.filter = {kNone, kNone};

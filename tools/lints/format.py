@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 # SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 # SPDX-License-Identifier: GPL-3.0-or-later
-"""clang-format over every source, and the two SPDX lines at its head."""
+"""clang-format over every source, the two SPDX lines at its head, and no case that skips itself: that counts as failed."""
 import pathlib
 import subprocess
 import sys
@@ -18,6 +18,8 @@ def main():
     named = (".h", ".cpp", ".py", ".sh", ".cmake", "CMakeLists.txt")
     faults += [f"{path}: no licence line" for path in files
                if path.endswith(named) and HEAD not in pathlib.Path(path).read_text(errors="replace")[:600]]
+    faults += [f"{path}: a case skips itself, which tools/summary.py counts as failed" for path in code
+               if "GTEST_SKIP" in pathlib.Path(path).read_text()]
     print("\n".join(faults))
     sys.exit(1 if faults or result.returncode else 0)
 
