@@ -30,6 +30,8 @@ constexpr auto kGone = std::chrono::seconds(30);
 constexpr auto kBeforeWarnings = std::chrono::seconds(5);  ///< that news is shown while a warning waits
 constexpr double kForNew = 0.33;                           ///< most of the line for a new message
 constexpr double kForOld = 0.2;
+constexpr int kLettersOfAnOutput = 15;                ///< that are seen of each however much there is to say
+constexpr float kHighLoad = 0.5F;                     ///< which is shown whatever else there is
 constexpr auto kLateTime = std::chrono::seconds(15);  ///< that a late block is pointed out
 
 }  // namespace
@@ -151,9 +153,35 @@ void StatusLine::ShowMessage(const std::vector<app::Notice>& notices, support::T
   if (seen_->isVisibleTo(this) != warns) seen_->setVisible(warns);
   const bool bright = warns || now - told_at_ < kBright;
   SetTextColour(*message_, bright ? look_.skin.warning : look_.skin.dim);
-  // The names of the outputs give way to what is new.
-  const int wanted = message_->sizeHint().width();
-  message_->setMinimumWidth(std::min(wanted, static_cast<int>(width() * (bright ? kForNew : kForOld))));
+  MakeRoom(bright ? kForNew : kForOld);
+}
+
+// The names of the outputs give way to what is new, and so does the load while it is of no interest.
+void StatusLine::MakeRoom(double share) {
+  for (ElidedLabel* output : outputs_) {
+    const int least = output->fontMetrics().averageCharWidth() * kLettersOfAnOutput;
+    output->setMinimumWidth(std::min(output->sizeHint().width(), least));
+  }
+  const bool two_lines = height() >= 2 * message_->fontMetrics().height();
+  const int text = message_->fontMetrics().horizontalAdvance(message_->text());
+  const int wanted = std::min(two_lines ? text * 6 / 10 : text + 2, static_cast<int>(width() * share));
+  const int left = width() - TakenByOthers();
+  const int for_load = layout()->spacing() + load_->sizeHint().width();
+  const bool shows_load = high_load_ || wanted + for_load <= left;
+  if (load_->isVisibleTo(this) != shows_load) load_->setVisible(shows_load);
+  const int room = std::max(0, left - (shows_load ? for_load : 0));
+  message_->setMinimumWidth(std::min(wanted, room));
+}
+
+int StatusLine::TakenByOthers() const {
+  const QMargins margins = layout()->contentsMargins();
+  int taken = margins.left() + margins.right();
+  for (int i = 0; i < layout()->count(); ++i) {
+    const QWidget& part = *layout()->itemAt(i)->widget();
+    if (&part == message_ || &part == load_ || part.isHidden()) continue;
+    taken += layout()->spacing() + std::max(part.minimumSizeHint().width(), part.minimumWidth());
+  }
+  return taken;
 }
 
 void StatusLine::MarkSeen() {
@@ -207,6 +235,7 @@ void StatusLine::ShowRecording(const app::RecordingView& recording) {
 void StatusLine::ShowHealth(const decks::EngineHealth& health, support::TimePoint now) {
   const long percent = std::lround(std::clamp(health.load, 0.0F, 9.99F) * 100);
   SetText(*load_, look_.say(Say::SoundLoad).arg(percent));
+  high_load_ = health.load >= kHighLoad;
   SetText(*late_, look_.say(Say::LateBlocks).arg(health.late_blocks));
   if (health.late_blocks > late_blocks_) {
     was_late_ = true;

@@ -69,6 +69,10 @@ class StatusLine final : public Surface {
   void TakeNews(const std::vector<app::Notice>& notices, support::TimePoint now);
   void ShowMessage(const std::vector<app::Notice>& notices, support::TimePoint now);
   void MarkSeen();
+  /// For the message, of whose line it gets this share at most.
+  void MakeRoom(double share);
+  /// At least, the gaps between them included; without the load.
+  [[nodiscard]] int TakenByOthers() const;
 
   NoticesRead& read_;
   Look look_;
@@ -90,6 +94,7 @@ class StatusLine final : public Surface {
   std::uint64_t late_blocks_ = 0;
   support::TimePoint late_at_{};
   bool was_late_ = false;
+  bool high_load_ = false;
 };
 
 }  // namespace ui

@@ -8,6 +8,7 @@
 
 #include "app/Language.h"
 #include "app/singers/SingerStation.h"
+#include "support/Sentences.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Look.h"
@@ -92,6 +93,22 @@ TEST_P(ClippedTextTest, EveryWordOfThePagesHasItsRoom) {
     Look(page);
     Press(Qt::Key_F11, Qt::ControlModifier);
     Look(page);
+  }
+}
+
+TEST_P(ClippedTextTest, AWarningThatStandsLeavesTheLineBesideItItsRoom) {
+  support::Sentences say;
+  say.Choose(station->Language().StringBase());
+  engine.PostDeviceEvent({decks::DeviceEvent::Kind::Lost, 1, say(support::Sentence::NoOutputs)});
+  Advance(6s);
+  ASSERT_TRUE(Find<QWidget>("MessageSeen").isVisible());
+  Look(1);
+  const auto& message = Find<QLabel>("Message");
+  EXPECT_LE(message.fontMetrics().horizontalAdvance(message.text()), message.width() * 19 / 10);
+  for (const char* output : {"Output1", "Output2", "Output3"}) {
+    const auto& label = Find<QLabel>(output);
+    const int seen = label.fontMetrics().averageCharWidth() * 14;
+    EXPECT_GE(label.width(), std::min(seen, label.sizeHint().width())) << output;
   }
 }
 

@@ -103,6 +103,7 @@ TEST_P(LayoutTest, NamesOfControlsAreDifferent) {
 }
 
 TEST_P(LayoutTest, NothingIsClipped) {
+  EXPECT_EQ(window->width(), GetParam().size.width()) << "made wider by what has no room";
   OnEveryPage([this](QWidget& widget) {
     const QRect place(widget.mapTo(window.get(), QPoint(0, 0)), widget.size());
     EXPECT_TRUE(window->rect().contains(place)) << Called(widget);
