@@ -112,14 +112,14 @@ std::vector<MissingFiles::Table> Collections::FileTables() const {
 }
 
 std::function<void(const support::Error&)> Collections::Complainer() const {
-  return [tell = context_.tell, &say = context_.say](const support::Error& failure) { tell(say(failure)); };
+  return [tell = context_.tell](const support::Error& failure) { tell(SayingOf(failure)); };
 }
 
-std::vector<std::string> Collections::Load() {
-  std::vector<std::string> sentences;
+std::vector<support::Saying> Collections::Load() {
+  std::vector<support::Saying> sentences;
   for (Collection* collection : {&music_, &karaoke_}) {
-    if (std::string sentence = collection->Load(); !sentence.empty())
-      sentences.push_back(std::move(sentence));
+    support::Saying told = collection->Load();
+    if (told != support::Saying{}) sentences.push_back(std::move(told));
   }
   return sentences;
 }
@@ -210,17 +210,17 @@ void Collections::FollowInPlaylists(const std::vector<ScanRows::Moved>& moved) {
 
 void Collections::TellOfOldOrder(const IntakeOutcome& outcome) {
   const int rows = outcome.rows + outcome.songs;
-  if (!outcome.refused.empty()) return context_.tell(outcome.refused.front());
-  if (rows > 0) context_.tell(context_.say(support::Sentence::AddingWentOn, {std::to_string(rows)}));
+  if (!outcome.refused.empty()) return context_.tell(support::AsItStands(outcome.refused.front()));
+  if (rows > 0) context_.tell({support::Sentence::AddingWentOn, {std::to_string(rows)}});
 }
 
 void Collections::TellOfMissing(MissingFiles::News news, std::size_t count, const std::string& first) {
   const NoticeBoard::Subject subject{NoticeBoard::Subject::Kind::MissingFiles, 0};
-  const std::string text = context_.say(support::Sentence::FilesMissing, {std::to_string(count), first});
+  const support::Saying missing{support::Sentence::FilesMissing, {std::to_string(count), first}};
   Mailbox& conductor = *context_.conductor;
   if (count == 0) return conductor.Order(around_.notices, &NoticeBoard::Settle, subject);
   const bool worse = news == MissingFiles::News::Worse;
-  conductor.Order(around_.notices, worse ? &NoticeBoard::Warn : &NoticeBoard::Correct, subject, text);
+  conductor.Order(around_.notices, worse ? &NoticeBoard::Warn : &NoticeBoard::Correct, subject, missing);
 }
 
 // --- What is found out about a file ---

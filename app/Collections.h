@@ -85,7 +85,7 @@ class Collections {
   [[nodiscard]] bool TakeUnsorted();
 
   /// Reads the indexes; sentences to be told.
-  [[nodiscard]] std::vector<std::string> Load();
+  [[nodiscard]] std::vector<support::Saying> Load();
   /// Goes on with what the last run left.
   void StartUp();
   /// As TagKeeper.

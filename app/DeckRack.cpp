@@ -25,7 +25,7 @@ DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::
       say_(say),
       analyses_(ports, workers, gate, box_,
                 [this, answers = box_](const support::Error& failure) {
-                  answers->Post([this, failure] { Notice(say_(failure)); });
+                  answers->Post([this, failure] { Notice(SayingOf(failure)); });
                 }),
       equaliser_(ports.engine),
       loudest_(ports.engine),
@@ -84,10 +84,10 @@ void DeckRack::CancelMix(int deck) {
   if (BeatMatch::Matches(deck)) beats_.CancelMix(Deck(deck));
 }
 
-std::string DeckRack::CannotSync(int deck, int most_percent) {
+support::Saying DeckRack::CannotSync(int deck, int most_percent) {
   const bool known = Deck(deck).Tempo().Bpm() > 0 && Deck(BeatMatch::LeaderOf(deck)).Tempo().Bpm() > 0;
-  return known ? say_(support::Sentence::TemposTooFarApart, {std::to_string(most_percent)})
-               : say_(support::Sentence::TempoUnknown);
+  if (!known) return {support::Sentence::TempoUnknown};
+  return {support::Sentence::TemposTooFarApart, {std::to_string(most_percent)}};
 }
 
 void DeckRack::ReleaseDecks() {
@@ -122,9 +122,9 @@ void DeckRack::TellOfCutShort(int deck, const WorkstationView& view) {
   if (file.empty()) return notices_.Settle({Subject::CutShort, deck});
   const auto length = std::chrono::duration_cast<std::chrono::seconds>(now.length).count();
   notices_.Warn({Subject::CutShort, deck},
-                say_(support::Sentence::TrackCutShort,
-                     {std::to_string(deck), std::filesystem::path(file).filename().string(),
-                      support::FormatMinutes(length)}));
+                {support::Sentence::TrackCutShort,
+                 {std::to_string(deck), std::filesystem::path(file).filename().string(),
+                  support::FormatMinutes(length)}});
 }
 
 std::string DeckRack::Unsaved() {

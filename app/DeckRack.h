@@ -58,7 +58,7 @@ class DeckRack {
   /// Called with each analysis of a deck's file that is complete.
   void OnAnalysed(FileAnalyses::Found found) { analyses_.OnFound(std::move(found)); }
   /// A warning about nothing that is known to get better.
-  void Notice(std::string sentence) { notices_.Warn({}, std::move(sentence)); }
+  void Notice(support::Saying sentence) { notices_.Warn({}, std::move(sentence)); }
   [[nodiscard]] NoticeBoard& Notices() { return notices_; }
 
   [[nodiscard]] OutputRouting& Outputs() { return outputs_; }
@@ -82,7 +82,7 @@ class DeckRack {
   [[nodiscard]] const WorkstationView& View() { return views_.Read(); }
 
  private:
-  [[nodiscard]] std::string CannotSync(int deck, int most_percent);
+  [[nodiscard]] support::Saying CannotSync(int deck, int most_percent);
   void Listen(WorkstationView& view);
   void TellOfCutShort(int deck, const WorkstationView& view);
   [[nodiscard]] std::string Unsaved();
@@ -103,7 +103,7 @@ class DeckRack {
   const SaveWatch* saves_ = nullptr;
   bool has_mixer_ = false;
   std::function<void(const WorkstationView&)> ticked_;
-  NoticeBoard notices_;
+  NoticeBoard notices_{say_};
   OutputRouting outputs_;
   HallDesk hall_;
   support::TripleBuffer<WorkstationView> views_;

@@ -50,8 +50,8 @@ void EqualiserStation::StartUp(const Preferences& stored) {
 }
 
 void EqualiserStation::ReadPresets() {
-  presets_.Read([tell = context_.tell, &say = context_.say](const support::Result<void>& read) {
-    if (!read) tell(say(read.Failure()));
+  presets_.Read([tell = context_.tell](const support::Result<void>& read) {
+    if (!read) tell(SayingOf(read.Failure()));
   });
 }
 

@@ -48,7 +48,7 @@ std::vector<std::string> OutputRouting::OpenAll(const std::array<OutputWish, kOu
       continue;
     }
     CannotOpen(static_cast<int>(i) + 1, wishes[i]);
-    std::string failure = SentenceOn(wishes[i]);
+    std::string failure = say_(SentenceOn(wishes[i]));
     if (std::find(failures.begin(), failures.end(), failure) == failures.end()) {
       failures.push_back(std::move(failure));
     }
@@ -69,10 +69,10 @@ void OutputRouting::CannotOpen(int output, const OutputWish& wish) {
   notices_.Warn({Subject::Output, output}, SentenceOn(wish));
 }
 
-std::string OutputRouting::SentenceOn(const OutputWish& wish) const {
-  if (!wish.name.empty()) return say_(support::Sentence::OutputCannotOpen, {wish.name});
-  if (!engine_.BASS_GetDeviceDescription(1)) return say_(support::Sentence::NoOutputs);
-  return say_(support::Sentence::OutputNumber, {std::to_string(wish.place.device)});
+support::Saying OutputRouting::SentenceOn(const OutputWish& wish) const {
+  if (!wish.name.empty()) return {support::Sentence::OutputCannotOpen, {wish.name}};
+  if (!engine_.BASS_GetDeviceDescription(1)) return {support::Sentence::NoOutputs};
+  return {support::Sentence::OutputNumber, {std::to_string(wish.place.device)}};
 }
 
 bool OutputRouting::Open(const OutputWish& wish) {
@@ -174,7 +174,7 @@ void OutputRouting::TellOf(const decks::DeviceEvent& event) {
     notices_.Settle(subject);
   }
   if (event.text.empty()) return;
-  const std::string text = say_({support::ErrorCode::Unavailable, event.text, event.saying});
+  const support::Saying text = support::SayingOf({support::ErrorCode::Unavailable, event.text, event.saying});
   if (event.kind == Kind::Replaced) return notices_.WarnFurther(subject, text);
   if (event.kind == Kind::Lost || event.kind == Kind::Muted) return notices_.Warn(subject, text);
   // One that was moved is left behind, and what is told of that stays true.

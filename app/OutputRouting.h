@@ -53,7 +53,7 @@ class OutputRouting {
  private:
   [[nodiscard]] DeckStation& Deck(int number) { return *decks_[static_cast<std::size_t>(number - 1)]; }
   void CannotOpen(int output, const OutputWish& wish);
-  [[nodiscard]] std::string SentenceOn(const OutputWish& wish) const;
+  [[nodiscard]] support::Saying SentenceOn(const OutputWish& wish) const;
   bool Open(const OutputWish& wish);
   void Opened(int device, bool success);
   void Route(int output, OutputView place);

@@ -52,11 +52,11 @@ void OutputStation::ListDevices() {
 
 void OutputStation::Open(Prompts& prompts) {
   OutputsAtStart outputs = ReadOutputs(settings_, device_names_, context_.say);
-  if (device_names_.empty()) outputs.notice = context_.say(support::Sentence::NoOutputs);
+  if (device_names_.empty()) outputs.notice = {support::Sentence::NoOutputs};
   context_.conductor->Post([this, &prompts, outputs = std::move(outputs)] {
     for (const std::string& failure : rack_.Outputs().OpenAll(outputs.wishes))
       context_.window->Order(prompts, &Prompts::Tell, failure);
-    if (!outputs.notice.empty()) {
+    if (outputs.notice != support::Saying{}) {
       rack_.Notices().Warn({NoticeBoard::Subject::Kind::StoredOutput, 0}, outputs.notice);
     }
   });

@@ -13,7 +13,7 @@ void Workstation::StartUp() {
   parts.language.Read();
   // The decks' players and the tables with their columns stand since the workstation was made.
   parts.outputs.OpenMixer();
-  for (std::string& sentence : parts.collections.Load()) parts.rack.Notice(std::move(sentence));
+  for (support::Saying& told : parts.collections.Load()) parts.rack.Notice(std::move(told));
   parts.CheckProgramFolder();
   parts.outputs.FollowDevices();
   // From here on the engine is the conductor's: devices may open while the window is painted.

@@ -35,8 +35,8 @@ struct StationContext {
   std::shared_ptr<Mailbox> conductor;
   std::shared_ptr<Mailbox> window;
   const support::Sentences& say;
-  std::function<void(std::string)> tell;    ///< a sentence to the status line, from any thread
-  std::function<void(std::string)> prompt;  ///< a sentence in a box of its own, from any thread
+  std::function<void(support::Saying)> tell;  ///< a sentence to the status line, from any thread
+  std::function<void(std::string)> prompt;    ///< a sentence in a box of its own, from any thread
 };
 
 }  // namespace app

@@ -75,7 +75,7 @@ StationContext Workstation::Parts::MakeContext() {
           conductor.Box(),
           window,
           say,
-          [box = conductor.Box(), this](std::string sentence) {
+          [box = conductor.Box(), this](support::Saying sentence) {
             box->Order(rack, &DeckRack::Notice, std::move(sentence));
           },
           [box = window, this](std::string sentence) {
@@ -111,7 +111,7 @@ void Workstation::Parts::FollowAnalyses() {
 void Workstation::Parts::CheckProgramFolder() {
   ports.workers.Post([this, gate = gate, path = folder.Native("\\can-write.tmp"), tell = context.tell] {
     gate->Pass([&] {
-      if (!ports.files.Save(path, "")) return tell(say(support::Sentence::FolderReadOnly));
+      if (!ports.files.Save(path, "")) return tell({support::Sentence::FolderReadOnly});
       std::error_code ignored;
       std::filesystem::remove(path, ignored);
     });
@@ -121,7 +121,7 @@ void Workstation::Parts::CheckProgramFolder() {
 void Workstation::Parts::TellOfSettings() {
   for (const support::Error& notice : ports.settings.Notices(settings_notices)) {
     ++settings_notices;
-    context.tell(say(notice));
+    context.tell(SayingOf(notice));
   }
 }
 

@@ -13,6 +13,7 @@ enum class Sentence : int;
 struct Saying {
   Sentence sentence{};  ///< none of the table: nothing is said
   std::vector<std::string> parts{};
+  std::vector<Saying> reasons{};  ///< fill the places behind the parts
   bool operator==(const Saying&) const = default;
 };
 

@@ -64,7 +64,9 @@ std::string Sentences::operator()(Sentence sentence, std::initializer_list<std::
 }
 
 std::string Sentences::operator()(const Saying& saying) const {
-  return Fill(InLanguage(saying.sentence, base_), saying.parts);
+  std::vector<std::string> parts = saying.parts;
+  for (const Saying& reason : saying.reasons) parts.push_back((*this)(reason));
+  return Fill(InLanguage(saying.sentence, base_), parts);
 }
 
 std::string Sentences::operator()(const Error& error) const {
@@ -74,6 +76,14 @@ std::string Sentences::operator()(const Error& error) const {
 const Sentences& English() {
   static const Sentences kEnglish;
   return kEnglish;
+}
+
+Saying SayingOf(const Error& error) {
+  return error.saying.sentence == Sentence{} ? AsItStands(error.text) : error.saying;
+}
+
+Saying AsItStands(std::string text) {
+  return {Sentence::AsItStands, {std::move(text)}};
 }
 
 Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts) {

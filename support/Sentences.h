@@ -24,6 +24,7 @@ class Sentences {
 
   /// base: what is added to every number in a language, see BaseOf.
   void Choose(int base) { base_ = base; }
+  [[nodiscard]] int Base() const { return base_; }
   /// The sentence with its forms chosen and its places %1, %2 ... filled in.
   [[nodiscard]] std::string operator()(Sentence sentence,
                                        std::initializer_list<std::string_view> parts = {}) const;
@@ -37,6 +38,11 @@ class Sentences {
 
 /// For whoever has no language chosen.
 [[nodiscard]] const Sentences& English();
+
+/// What an error says: in every language, where it has a sentence of the table.
+[[nodiscard]] Saying SayingOf(const Error& error);
+/// A text that is the same in every language.
+[[nodiscard]] Saying AsItStands(std::string text);
 
 /// A failure with a sentence of the table.
 [[nodiscard]] Error Failed(ErrorCode code, Sentence sentence, std::vector<std::string> parts = {});

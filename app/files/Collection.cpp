@@ -39,18 +39,18 @@ Collection::Collection(CollectionKind kind, const Outside& outside, const std::s
       removal_(table_, kind_.filename_column, kind_.companion, outside.workers, gate, box, outside.say),
       scan_(table_, kind_.scan, outside.scan, outside.workers, gate, box, outside.say) {}
 
-std::string Collection::Load() {
+support::Saying Collection::Load() {
   const std::filesystem::path path = outside_.folder.Native(kind_.index);
   const auto report = catalogue::LoadIndex(path, table_, outside_.say);
   if (!report) {
     if (report.Failure().code == support::ErrorCode::NotFound) return {};
     index_.SetAsideFirst(kUnreadable);
-    return outside_.say(kind_.unreadable, {path.string()});
+    return {kind_.unreadable, {path.string()}};
   }
   loaded_ = report.Value();
   if (loaded_.Skipped() == 0) return {};
   index_.SetAsideFirst(kDamaged);
-  return outside_.say(kind_.damaged, {std::to_string(loaded_.Skipped())});
+  return {kind_.damaged, {std::to_string(loaded_.Skipped())}};
 }
 
 void Collection::Delete(const std::vector<int>& rows, FileRemoval::Done done) {

@@ -47,7 +47,7 @@ class Collection {
              const std::shared_ptr<Mailbox>& box);
 
   /// Reads the index; a sentence, to be told, where not all of it could be.
-  [[nodiscard]] std::string Load();
+  [[nodiscard]] support::Saying Load();
   /// What Load read.
   [[nodiscard]] const catalogue::IndexReport& Loaded() const { return loaded_; }
 

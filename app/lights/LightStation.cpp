@@ -52,7 +52,7 @@ void LightStation::StartUp() {
     for (const auto* sentences : {&report.Value().refused, &report.Value().notes}) {
       for (const std::string& sentence : *sentences) told += (told.empty() ? "" : " ") + sentence;
     }
-    if (!told.empty()) tell(told);
+    if (!told.empty()) tell(support::AsItStands(std::move(told)));
   });
 }
 
@@ -245,7 +245,7 @@ void LightStation::GoOn(const LightsInHand& lights) {
   if (lights.show.empty()) return;
   const int opening = newest_opening_ + 1;
   OpenShow(lights.show, [this, lights, opening, commands = show_commands_](const auto& opened) {
-    if (!opened) return context_.tell(opened.Failure().text);
+    if (!opened) return context_.tell(SayingOf(opened.Failure()));
     if (opening != newest_opening_ || commands != show_commands_) return;
     if (lights.state == Player::State::Stopped) return;
     PlayShow();

@@ -32,7 +32,7 @@ struct OrganFiles::Outside {
   const support::Sentences& say;
   std::shared_ptr<Mailbox> conductor;
   std::shared_ptr<Mailbox> window;
-  std::function<void(std::string)> tell;
+  std::function<void(support::Saying)> tell;
 
   [[nodiscard]] std::filesystem::path PathOf(lightorgan::Side side, lightorgan::IoBoardSize size) const {
     return folder.Native(lightorgan::BankFileName(side, size));
@@ -95,7 +95,7 @@ void OrganFiles::ReadMemories(std::function<void(support::Result<Memories>)> don
 void OrganFiles::SaveMemories(const std::vector<lightorgan::Memory>& memories) {
   work_.Post([outside = outside_, text = lightorgan::MemoryText(memories)] {
     const auto saved = outside->Save(outside->folder.Native(kMemoryFile), text);
-    if (!saved) outside->tell(outside->say(saved.Failure()));
+    if (!saved) outside->tell(SayingOf(saved.Failure()));
   });
 }
 
@@ -103,7 +103,7 @@ void OrganFiles::PassSnapshot(const std::string& text, std::function<void(std::s
   work_.Post([outside = outside_, text, done = std::move(done)] {
     const auto path = outside->folder.Native(kSnapshotFile);
     const auto saved = outside->Save(path, text);
-    if (!saved) outside->tell(outside->say(saved.Failure()));
+    if (!saved) outside->tell(SayingOf(saved.Failure()));
     auto back = saved ? TextOf(path) : support::Result<std::string>(text);
     const std::string read = back && !back.Value().empty() ? back.Value() : text;
     outside->window->Post([done, read] { done(read); });

@@ -121,7 +121,7 @@ void OrganStation::Remember(const std::string& name) {
 
 /// Those that were remembered before the file was read are newer.
 void OrganStation::TakeMemories(const support::Result<OrganFiles::Memories>& read) {
-  if (!read) return context_.tell(context_.say(read.Failure()));
+  if (!read) return context_.tell(SayingOf(read.Failure()));
   memories_read_ = true;
   const OrganFiles::Memories newer = std::exchange(memories_, read.Value());
   for (const lightorgan::Memory& memory : newer) Keep(memory);

@@ -18,7 +18,7 @@ std::string KeptFile(std::size_t place) {
 KeptPlaylists::KeptPlaylists(const StationContext& context, Tables& tables)
     : context_(context), tables_(tables), kept_(tables.begin(), tables.end()) {
   const auto complain = [this](const support::Error& failure) {
-    context_.tell(context_.say(support::Sentence::PlaylistNotSaved, {context_.say(failure)}));
+    context_.tell({support::Sentence::PlaylistNotSaved, {}, {SayingOf(failure)}});
   };
   for (std::size_t i = 0; i < tables.size(); ++i) {
     keepers_.emplace_back(context.files, context.workers, context.gate, context.folder.Native(KeptFile(i)),
@@ -32,11 +32,11 @@ void KeptPlaylists::Read() {
     kept_[i] = tables_[i];
     if (!report && report.Failure().code != support::ErrorCode::NotFound) {
       keepers_[i].SetAsideFirst(kUnreadable);
-      context_.tell(context_.say(support::Sentence::ListUnreadable, {std::to_string(i + 1)}));
+      context_.tell({support::Sentence::ListUnreadable, {std::to_string(i + 1)}});
     } else if (report && report.Value().Skipped() > 0) {
       keepers_[i].SetAsideFirst(kDamaged);
-      context_.tell(context_.say(support::Sentence::PlaylistDamaged,
-                                 {std::to_string(report.Value().Skipped()), std::to_string(i + 1)}));
+      context_.tell({support::Sentence::PlaylistDamaged,
+                     {std::to_string(report.Value().Skipped()), std::to_string(i + 1)}});
     }
   }
 }

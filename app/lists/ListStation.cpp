@@ -65,13 +65,13 @@ ListStation::ListStation(const StationContext& context, const Tables& tables, Mi
       sent_(4, catalogue::track_table(catalogue::TrackColumns())),
       automix_(decks, context.clock,
                [this](const std::string& name) {
-                 context_.tell(context_.say(support::Sentence::NotPlayedNext, {name}));
+                 context_.tell({support::Sentence::NotPlayedNext, {name}});
                }),
       levels_(decks, context.clock),
       heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
       log_(context.files, context.folder, context.workers, context.gate,
            [this](const support::Error& failure) {
-             context_.tell(context_.say(support::Sentence::HistoryNotSaved, {context_.say(failure)}));
+             context_.tell({support::Sentence::HistoryNotSaved, {}, {SayingOf(failure)}});
            }) {
   seen_.catalogue = std::make_shared<const catalogue::track_table>(catalogue::TrackColumns());
   for (auto& playlist : seen_.playlists) playlist = seen_.catalogue;

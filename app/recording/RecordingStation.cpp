@@ -90,10 +90,9 @@ void RecordingStation::Rescue(const fs::path& folder) {
     if (!IsBelow(name) || !IsSoundFile(path) || !fs::exists(path, ignored)) continue;
     const auto length = recorder_->Repair(path.string());
     if (length) {
-      context_.tell(
-          context_.say(Sentence::RecordingRescued, {name, support::FormatMinutes(length.Value().count())}));
+      context_.tell({Sentence::RecordingRescued, {name, support::FormatMinutes(length.Value().count())}});
     } else {
-      context_.tell(context_.say(Sentence::RecordingLost, {name, context_.say(length.Failure())}));
+      context_.tell({Sentence::RecordingLost, {name}, {SayingOf(length.Failure())}});
     }
   }
   fs::remove(journal, ignored);
@@ -269,7 +268,7 @@ void RecordingStation::Warn(const decks::RecordingProgress& progress) {
   const auto lost = std::chrono::duration_cast<seconds>(progress.lost);
   if (lost > gap_told_) {
     gap_told_ = lost;
-    context_.tell(context_.say(Sentence::RecordingGap, {std::to_string(lost.count())}));
+    context_.tell({Sentence::RecordingGap, {std::to_string(lost.count())}});
   }
   if (!progress.room) return;
   if (*progress.room > kPlenty) warned_ = seconds(0);
@@ -278,13 +277,13 @@ void RecordingStation::Warn(const decks::RecordingProgress& progress) {
   if (warning == std::end(kWarnings) || (warned_ != seconds(0) && warned_ <= *warning)) return;
   warned_ = *warning;
   const auto minutes = std::chrono::duration_cast<std::chrono::minutes>(*progress.room).count();
-  context_.tell(context_.say(Sentence::RecordingSpaceLow, {std::to_string(minutes)}));
+  context_.tell({Sentence::RecordingSpaceLow, {std::to_string(minutes)}});
 }
 
 void RecordingStation::End(const decks::RecordingProgress& progress) {
   if (progress.failure) {
     failure_ = context_.say(*progress.failure);
-    context_.tell(context_.say(Sentence::RecordingStopped, {failure_}));
+    context_.tell({Sentence::RecordingStopped, {}, {SayingOf(*progress.failure)}});
   }
   state_ = State::Idle;
   number_ = 0;
@@ -304,7 +303,7 @@ void RecordingStation::SaveLists() {
     for (const auto& [ending, text] : {std::pair(".cue", cue), std::pair(".txt", list)}) {
       if (text.empty()) continue;
       if (const auto saved = context_.files.Save(stem + ending, text); !saved) {
-        context_.tell(context_.say(saved.Failure()));
+        context_.tell(SayingOf(saved.Failure()));
       }
     }
   });

@@ -59,12 +59,12 @@ ResumeStation::ResumeStation(const StationContext& context, const Around& around
       around_(around),
       suspects_(context.clock),
       decks_(around.rack, context.clock, [this](const std::string& name, const std::string& why) {
-        context_.tell(context_.say(Sentence::FileDoesNotGoOn, {name, why}));
+        context_.tell({Sentence::FileDoesNotGoOn, {name, why}});
       }) {
   if (writer == nullptr) return;
   keeper_.emplace(context.files, *writer, context.clock, context.gate, context.folder,
                   [this](const support::Error& failure) {
-                    context_.tell(context_.say(Sentence::JournalNotKept, {context_.say(failure)}));
+                    context_.tell({Sentence::JournalNotKept, {}, {SayingOf(failure)}});
                   });
 }
 
@@ -72,7 +72,7 @@ void ResumeStation::StartUp() {
   if (!keeper_) return;
   StoredJournal stored = ReadJournal(context_.folder);
   const bool wanted = around_.settings.Flag("Settings", "Resume");
-  if (wanted && stored.damaged && !stored.newest) context_.tell(context_.say(Sentence::JournalDamaged));
+  if (wanted && stored.damaged && !stored.newest) context_.tell({Sentence::JournalDamaged});
   suspects_.Begin();
   if (stored.newest) keeper_->Follow(stored.newest->number);
   if (wanted && stored.newest && Take(*std::move(stored.newest))) return;
@@ -83,12 +83,12 @@ void ResumeStation::StartUp() {
 bool ResumeStation::Take(Journal journal) {
   suspects_.Fell(journal);
   if (suspects_.StartIsLeftOut()) {
-    context_.tell(context_.say(Sentence::NothingGoesOn));
+    context_.tell({Sentence::NothingGoesOn});
     return false;
   }
   LeaveOut(journal);
   if (!Holds(journal)) return false;
-  context_.tell(context_.say(Sentence::EveningGoesOn));
+  context_.tell({Sentence::EveningGoesOn});
   resumed_ = std::move(journal);
   // Kept before anything is opened, so that a start that falls over it is counted.
   static_cast<void>(suspects_.Look(FilesOf(*resumed_)));

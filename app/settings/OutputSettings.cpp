@@ -26,7 +26,7 @@ int DeviceNamed(std::span<const std::string> names, std::string_view name) {
 }
 
 OutputView StoredPlace(const support::Settings& settings, int output, std::span<const std::string> names,
-                       const support::Sentences& say, std::string& notice) {
+                       support::Saying& notice) {
   OutputView place;
   place.device = std::clamp(settings.Number("Devices", Numbered("Device", output)), 0, 32767);
   if (settings.Flag("Speakerchoice", Numbered("Speaker", output))) {
@@ -36,7 +36,7 @@ OutputView StoredPlace(const support::Settings& settings, int output, std::span<
   if (place.device == 0 || name.empty()) return place;
   place.device = DeviceNamed(names, name);
   if (place.device != 0) return place;
-  notice = say(Sentence::OutputNotConnected, {name});
+  notice = {Sentence::OutputNotConnected, {name}};
   return output == kPrelistenOutput ? OutputView{} : OutputView{1, 0};
 }
 
@@ -83,7 +83,7 @@ OutputsAtStart ReadOutputs(const support::Settings& settings, std::span<const st
     OutputWish& wish = outputs.wishes[static_cast<std::size_t>(output - 1)];
     wish = output == 2 && !two
                ? outputs.wishes[0]
-               : WishFor(StoredPlace(settings, output, device_names, say, outputs.notice), device_names, say);
+               : WishFor(StoredPlace(settings, output, device_names, outputs.notice), device_names, say);
   }
   return outputs;
 }

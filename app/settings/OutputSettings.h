@@ -25,7 +25,7 @@ struct OutputWish {
 
 struct OutputsAtStart {
   std::array<OutputWish, kOutputs> wishes;
-  std::string notice;  ///< a sentence when a stored device is not there, else empty
+  support::Saying notice;  ///< a sentence when a stored device is not there, else none
 };
 
 /// Otherwise deck 2 plays where deck 1 does.

@@ -37,7 +37,7 @@ auto ReadKept(const StationContext& context, TextKeeper& keeper, std::string_vie
   auto read = text ? parse(*text) : decltype(parse(*text))();
   if (text && !read) {
     keeper.SetAsideFirst("damaged");
-    context.tell(context.say(Sentence::SingersDamaged, {std::string(file.substr(1))}));
+    context.tell({Sentence::SingersDamaged, {std::string(file.substr(1))}});
   }
   return read;
 }
@@ -45,7 +45,7 @@ auto ReadKept(const StationContext& context, TextKeeper& keeper, std::string_vie
 TextKeeper MakeKeeper(const StationContext& context, std::string_view file) {
   return {context.files, context.workers, context.gate, context.folder.Native(file),
           [&context](const support::Error& why) {
-            context.tell(context.say(Sentence::SingersNotSaved, {context.say(why)}));
+            context.tell({Sentence::SingersNotSaved, {}, {SayingOf(why)}});
           }};
 }
 

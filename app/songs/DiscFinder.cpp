@@ -58,7 +58,7 @@ void DiscFinder::Found(std::uint64_t number, const FoundDisc& found) {
       if (found) {
         disc->image = found.Value();
       } else if (found.Failure().code != support::ErrorCode::NotFound) {
-        context_.tell(context_.say(found.Failure()));
+        context_.tell(SayingOf(found.Failure()));
       }
     }
   }

@@ -107,12 +107,11 @@ void SongStation::SetCoding(const std::string& filename, const std::string& codi
   context_.conductor->Order(player_, &SongPlayer::SetCoding, filename, coding);
   catalogue::SideStore* store = sources_.tools.side_store;
   if (store == nullptr) return;
-  context_.workers.Post(
-      [store, filename, coding, gate = context_.gate, tell = context_.tell, say = &context_.say] {
-        gate->Pass([&] {
-          if (const auto kept = KeepCoding(*store, filename, coding); !kept) tell((*say)(kept.Failure()));
-        });
-      });
+  context_.workers.Post([store, filename, coding, gate = context_.gate, tell = context_.tell] {
+    gate->Pass([&] {
+      if (const auto kept = KeepCoding(*store, filename, coding); !kept) tell(SayingOf(kept.Failure()));
+    });
+  });
 }
 
 void SongStation::SetMelody(int level) {

@@ -205,10 +205,9 @@ void MicrophoneStation::TellOf(const support::Saying& trouble) {
   if (saying.sentence == Sentence::InputMissing && !asked_name_.empty()) saying.parts = {asked_name_};
   if (saying == told_) return;
   const support::Saying before = std::exchange(told_, saying);
-  if (saying != support::Saying{}) return context_.tell(context_.say(saying));
+  if (saying != support::Saying{}) return context_.tell(saying);
   const bool wanted = asked_.on || asked_.talk_over || asked_.check;
-  if (wanted && before.sentence == Sentence::InputGone)
-    context_.tell(context_.say({Sentence::InputBack, before.parts}));
+  if (wanted && before.sentence == Sentence::InputGone) context_.tell({Sentence::InputBack, before.parts});
 }
 
 void MicrophoneStation::ShutDown() {

@@ -306,7 +306,7 @@ TEST_P(StoredOutputTest, IsReadAtTheStart) {
   const OutputWish& wish = outputs.wishes[static_cast<std::size_t>(stored.output - 1)];
   EXPECT_EQ(wish.place, stored.place);
   EXPECT_EQ(wish.flags, stored.flags);
-  EXPECT_EQ(outputs.notice, stored.notice);
+  EXPECT_EQ(support::English()(outputs.notice), stored.notice);
 }
 
 constexpr const char* kGone = "The sound output \"Mixer\" is not connected.";

@@ -101,7 +101,7 @@ class Recording : public ::testing::Test {
                          std::make_shared<Mailbox>(),
                          std::make_shared<Mailbox>(),
                          say,
-                         [this](std::string sentence) { told.push_back(std::move(sentence)); },
+                         [this](const support::Saying& sentence) { told.push_back(say(sentence)); },
                          nullptr};
   decks::testing::FakeRecorder recorder;
   WorkstationView view;
