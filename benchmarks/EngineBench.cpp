@@ -134,28 +134,27 @@ double TenBandsCpu() {
   return 100 * EffectCpu(bands);
 }
 
+struct NamedEffect {
+  const char* name;
+  void (*take)(decks::EffectSettings& one, const decks::EffectSettings& all);
+};
+constexpr NamedEffect kEffects[] = {
+    {"filter", [](auto& one, const auto& all) { one.filter = all.filter; }},
+    {"low pass", [](auto& one, const auto& all) { one.low_pass = all.low_pass; }},
+    {"flanger", [](auto& one, const auto& all) { one.flanger = all.flanger; }},
+    {"echo", [](auto& one, const auto& all) { one.echo = all.echo; }},
+    {"reverb", [](auto& one, const auto& all) { one.reverb = all.reverb; }},
+    {"rotate", [](auto& one, const auto& all) { one.rotate = all.rotate; }}};
+
 std::vector<Figure> MeasureEffects() {
   const decks::EffectSettings all = AllEffects();
   std::vector<Figure> figures{{"a deck's ten bands alone", "% of a core", TenBandsCpu(), {}, ""},
                               EffectFigure("effects, all off", {})};
-  decks::EffectSettings one;
-  one.filter = all.filter;
-  figures.push_back(EffectFigure("filter", one));
-  one = {};
-  one.low_pass = all.low_pass;
-  figures.push_back(EffectFigure("low pass", one));
-  one = {};
-  one.flanger = all.flanger;
-  figures.push_back(EffectFigure("flanger", one));
-  one = {};
-  one.echo = all.echo;
-  figures.push_back(EffectFigure("echo", one));
-  one = {};
-  one.reverb = all.reverb;
-  figures.push_back(EffectFigure("reverb", one));
-  one = {};
-  one.rotate = all.rotate;
-  figures.push_back(EffectFigure("rotate", one));
+  for (const auto& [name, take] : kEffects) {
+    decks::EffectSettings one;
+    take(one, all);
+    figures.push_back(EffectFigure(name, one));
+  }
   figures.push_back(EffectFigure("effects, all on", all));
   return figures;
 }

@@ -37,14 +37,25 @@ constexpr auto kParts = std::to_array<Part>({
     {"rows", bench::MeasureRows},
 });
 
+bool IsPart(std::string_view name) {
+  return std::any_of(kParts.begin(), kParts.end(), [name](const Part& part) { return part.name == name; });
+}
+
 }  // namespace
 
 /// Measures the parts named, all of them where none is.
 int main(int argc, char* argv[]) {
   if (argc > 1 && std::string_view(argv[1]) == "--song") return bench::WriteTempoSong(argc, argv);
   if (argc > 1 && std::string_view(argv[1]) == "--load") return bench::RunLoadChild(argc, argv);
-  if (argc > 1 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
+  if (argc > 2 && std::string_view(argv[1]).starts_with("--")) return bench::RunWindowChild(argc, argv);
   const std::span chosen(argv + 1, argv + argc);
+  for (const std::string_view name : chosen) {
+    if (IsPart(name)) continue;
+    std::printf("There is no part %.*s; there are:", static_cast<int>(name.size()), name.data());
+    for (const Part& part : kParts) std::printf(" %s", part.name.data());
+    std::printf("\n");
+    return 2;
+  }
   std::printf("Medians of several runs, ours and the reference in turn in this one run.\n\n");
   bench::PrintHead();
   for (const Part& part : kParts) {
