@@ -21,6 +21,10 @@ void RackDecks::Play(int deck) {
   rack_.Deck(deck).Play();
 }
 
+void RackDecks::Pause(int deck) {
+  rack_.Deck(deck).Pause();
+}
+
 void RackDecks::Stop(int deck) {
   rack_.Deck(deck).Stop();
 }

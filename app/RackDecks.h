@@ -16,6 +16,7 @@ class RackDecks final : public MixingDecks {
   void Load(int deck, const catalogue::track_table& playlist, int row) override;
   void Seek(int deck, std::chrono::microseconds place) override;
   void Play(int deck) override;
+  void Pause(int deck) override;
   void Stop(int deck) override;
   void SetVolume(int deck, int volume) override;
   void SetMixing(int deck, bool mixing) override;

@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/WorkstationView.h"
+#include "app/lists/BreakMusic.h"
 
 namespace app {
 namespace {
@@ -94,7 +95,7 @@ void Workstation::Parts::Tick(const WorkstationView& view) {
   songs.Tick(view);
   singers.Tick();
   cores->SetPlaying(AnyPlays(view));
-  lists.Tick(view, songs.Sung());
+  lists.Tick(view, songs.Sung(), BreakStage{songs.SoundsOrComes(), singers.AnySinger()});
   recording.Tick(view);
   resume.Tick(view);
 }

@@ -236,6 +236,8 @@ constexpr Words kKaraoke[] = {{"BackGround", "0", "colour behind the words"},
                               {"Picture", "", "picture behind the words; empty for none"},
                               {"Screen", "", "screen of the singers; empty for none"},
                               {"NextUp", "True", "the singers' screen tells who sings next"},
+                              {"BreakMusic", "True", "music of playlist 3 between the singers' songs"},
+                              {"BreakPause", "0", "seconds of silence before it, 0 to 60"},
                               {"Volume", "100", "level of the songs, 0 to 100"},
                               {"MelodyLevel", "100", "level of the melody in MIDI songs, 0 to 100"},
                               {"Soundfont", "", "soundfont of MIDI songs; empty for the first installed"}};

@@ -52,6 +52,7 @@ class MixingDecks {
   virtual void Load(int deck, const catalogue::track_table& playlist, int row) = 0;
   virtual void Seek(int deck, std::chrono::microseconds place) = 0;
   virtual void Play(int deck) = 0;
+  virtual void Pause(int deck) = 0;
   virtual void Stop(int deck) = 0;
   virtual void SetVolume(int deck, int volume) = 0;
   virtual void SetMixing(int deck, bool mixing) = 0;

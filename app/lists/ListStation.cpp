@@ -9,6 +9,7 @@
 
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
+#include "app/lists/BreakMusic.h"
 #include "app/settings/Preferences.h"
 #include "catalogue/IndexFile.h"
 #include "catalogue/SortOrder.h"
@@ -47,6 +48,11 @@ std::vector<std::string> EveningsIn(const std::filesystem::path& folder) {
   return evenings;
 }
 
+std::chrono::seconds AsBreakPause(int seconds) {
+  constexpr int kLongestPause = 60;
+  return std::chrono::seconds(std::clamp(seconds, 0, kLongestPause));
+}
+
 }  // namespace
 
 ListStation::ListStation(const StationContext& context, const Tables& tables, MixingDecks& decks,
@@ -67,6 +73,7 @@ ListStation::ListStation(const StationContext& context, const Tables& tables, Mi
                [this](const std::string& name) {
                  context_.tell({support::Sentence::NotPlayedNext, {name}});
                }),
+      breaks_(std::make_unique<BreakMusic>(decks, context.clock)),
       levels_(decks, context.clock),
       heard_(context.clock, [this](const DeckView& track) { Heard(track); }),
       log_(context.files, context.folder, context.workers, context.gate,
@@ -87,6 +94,8 @@ void ListStation::StartUp(const Preferences& preferred) {
   wishes_.match_gain = preferred.automix.match_gain;
   wishes_.gain_range = AsGainRange(settings_.Number("Settings", "GainRange"));
   wishes_.mix_time = std::chrono::seconds(std::clamp(preferred.mix_time, kShortestMix, kLongestMix));
+  breaks_on_ = settings_.Flag("Karaoke", "BreakMusic");
+  break_pause_ = AsBreakPause(settings_.Number("Karaoke", "BreakPause"));
   SendWishes();
   kept_.Read();
   SendTables();  // an evening that goes on may need them before the window shows its first frame
@@ -118,10 +127,13 @@ void ListStation::ReadTonight() {
       });
 }
 
-void ListStation::Tick(const WorkstationView& view, const DeckView& song) {
+void ListStation::Tick(const WorkstationView& view, const DeckView& song, const BreakStage& stage) {
   heard_.Tick(view, song);
   levels_.Tick(view);
-  if (!held_) automix_.Tick(view, seen_, heard_tonight_);
+  if (!held_) {
+    automix_.Tick(view, seen_, heard_tonight_);
+    breaks_->Tick(view, seen_, heard_tonight_, automix_.Hands(), stage, automix_.Wishes().on);
+  }
   ListView& draft = views_.Draft();
   draft.automix = automix_.Wishes();
   draft.crossfader = automix_.Crossfader();
@@ -290,6 +302,19 @@ void ListStation::SetGainRange(int decibels) {
 void ListStation::SendWishes() {
   context_.conductor->Order(automix_, &AutoMix::Choose, wishes_);
   context_.conductor->Order(levels_, &AutoLevel::Choose, wishes_);
+  context_.conductor->Order(*breaks_, &BreakMusic::Choose, BreakWishes{breaks_on_, break_pause_});
+}
+
+void ListStation::SetBreakMusic(bool on) {
+  breaks_on_ = on;
+  settings_.SetFlag("Karaoke", "BreakMusic", on);
+  SendWishes();
+}
+
+void ListStation::SetBreakPause(int seconds) {
+  break_pause_ = AsBreakPause(seconds);
+  settings_.SetNumber("Karaoke", "BreakPause", static_cast<int>(break_pause_.count()));
+  SendWishes();
 }
 
 void ListStation::MoveMixer(const MixerHands& hands, MovedByHand moved) {

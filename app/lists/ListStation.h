@@ -27,6 +27,8 @@ class Settings;
 namespace app {
 
 struct StationContext;
+class BreakMusic;
+struct BreakStage;
 struct WorkstationView;
 struct Preferences;
 
@@ -61,7 +63,7 @@ class ListStation {
 
   void StartUp(const Preferences& preferred);
   /// view and song (that a synthesiser plays, as a deck's view would show it): of the same tick.
-  void Tick(const WorkstationView& view, const DeckView& song);
+  void Tick(const WorkstationView& view, const DeckView& song, const BreakStage& stage);
   void ShutDown();
 
   // For another run of the program; all of it the conductor's.
@@ -120,6 +122,9 @@ class ListStation {
   void SetTempoReach(int percent);
   /// The furthest that tracks are levelled, 0 to 24 dB.
   void SetGainRange(int decibels);
+  // Between karaoke songs; stored.
+  void SetBreakMusic(bool on);
+  void SetBreakPause(int seconds);
   /// The hands' mixer: gives decks 1 and 2 their volumes.
   void MoveMixer(const MixerHands& hands, MovedByHand moved);
 
@@ -141,6 +146,8 @@ class ListStation {
   KeptPlaylists kept_;
   OrderedWork saves_;                         ///< of playlists
   MixWishes wishes_;                          ///< the window's
+  bool breaks_on_ = false;                    ///< the window's
+  std::chrono::seconds break_pause_{0};       ///< the window's
   Files played_;                              ///< the window's
   std::string evening_;                       ///< that they belong to
   std::vector<catalogue::track_table> sent_;  ///< the tables as the conductor has them
@@ -149,6 +156,7 @@ class ListStation {
   ComingTrack coming_;
   support::TimePoint looked_at_{};  ///< for what comes
   bool held_ = false;               ///< until the decks go on
+  std::unique_ptr<BreakMusic> breaks_;
   AutoLevel levels_;
   HeardTracks heard_;
   EveningLog log_;

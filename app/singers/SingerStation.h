@@ -33,6 +33,8 @@ class SingerStation {
   void StartUp();
   /// Behind the songs' tick.
   void Tick();
+  /// Somebody is in the rotation; the conductor's.
+  [[nodiscard]] bool AnySinger() const { return !evening_.rotation.Singers().empty(); }
   /// Requires: the gate is closed.
   void ShutDown();
   [[nodiscard]] const SingersView& View() { return views_.Read(); }

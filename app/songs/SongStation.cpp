@@ -103,6 +103,11 @@ void SongStation::SetTempo(double percent) {
   context_.conductor->Order(player_, &SongPlayer::SetTempo, percent);
 }
 
+bool SongStation::SoundsOrComes() const {
+  using State = SongView::State;
+  return in_hand_.state == State::Playing || in_hand_.state == State::Paused || !in_hand_.coming.empty();
+}
+
 void SongStation::SetCoding(const std::string& filename, const std::string& coding) {
   context_.conductor->Order(player_, &SongPlayer::SetCoding, filename, coding);
   catalogue::SideStore* store = sources_.tools.side_store;

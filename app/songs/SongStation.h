@@ -38,6 +38,9 @@ class SongStation {
   /// What there is to go on with, of this tick; the conductor's.
   [[nodiscard]] const SongInHand& InHand() const { return in_hand_; }
 
+  /// One plays, is only paused, or is being made ready; the conductor's.
+  [[nodiscard]] bool SoundsOrComes() const;
+
   // Of the rotation, on the conductor.
   /// Plays the file as soon as it is ready, as the singer wants it. volume: 0 to 100;
   /// -1: as the fader was left by hand.

@@ -388,6 +388,7 @@ class AutoLevelTest : public ::testing::Test, public MixingDecks {
   void Load(int, const catalogue::track_table&, int) override {}
   void Seek(int, microseconds) override {}
   void Play(int) override {}
+  void Pause(int) override {}
   void Stop(int) override {}
   void SetVolume(int, int) override {}
   void SetMixing(int, bool) override {}

@@ -36,7 +36,7 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
   const std::map<std::string, int> expected{
       {"Banks", 3},        {"BanksDAC", 3},      {"CONSTANTDAC", 16}, {"CONSTANTIO", 16}, {"Channels", 32},
       {"CompactDecks", 8}, {"DACLO", 17},        {"Devices", 6},      {"EQ", 2},          {"Effects", 2},
-      {"Eq1", 13},         {"Eq2", 13},          {"IOLO", 17},        {"Karaoke", 17},    {"Language", 1},
+      {"Eq1", 13},         {"Eq2", 13},          {"IOLO", 17},        {"Karaoke", 19},    {"Language", 1},
       {"Microphone", 20},  {"Mixer", 11},        {"Mono", 1},         {"Player1", 33},    {"Player2", 33},
       {"Preferences", 1},  {"Recording", 6},     {"Rip", 1},          {"Settings", 25},   {"Setup", 5},
       {"Skin", 2},         {"Speakerchoice", 3}, {"Speakers", 3},     {"Stereo", 1},      {"Tags", 5},

@@ -69,6 +69,13 @@ class SingersTest : public testing::Evening {
     workers_.RunAll();
     Settle();
   }
+  void Go(std::chrono::milliseconds time) {
+    for (; time > 0ms; time -= 20ms) {
+      Advance(20ms);
+      workers_.RunAll();
+    }
+    station_->PumpWindow();
+  }
   [[nodiscard]] std::string OnStage() {
     const auto& turn = Sheet().turns->OnStage();
     if (!turn) return "";
@@ -84,6 +91,31 @@ class SingersTest : public testing::Evening {
   support::testing::TemporaryFolder program_;
   karaoke::testing::RecordingSynthesisers synthesisers_;
 };
+
+TEST_F(SingersTest, MusicPlaysBetweenTheSongsAndMakesWayForTheNextOne) {
+  Playlist(3).AddRow(std::vector<std::string_view>{"", "Between", "01:40", "b.mp3"});
+  station_->Lists().Follow();
+  Ask("Anna", "1.kar");
+  Ask("Ben", "2.kar");
+  Next();
+  Go(12s);
+  EXPECT_EQ(Sounds(), "");
+  Go(4s);
+  EXPECT_EQ(Deck(1).state, DeckView::State::Playing);
+  EXPECT_EQ(Deck(1).filename, "b.mp3");
+  EXPECT_EQ(Deck(1).volume, 100);
+  Next();
+  EXPECT_EQ(Sounds(), "2.kar");
+  Go(2s);
+  EXPECT_EQ(Deck(1).state, DeckView::State::Paused);
+  Go(12s);
+  EXPECT_EQ(Deck(1).state, DeckView::State::Playing) << "goes on";
+  station_->Lists().SetBreakMusic(false);
+  Ask("Cleo", "3.kar");
+  Next();
+  Go(14s);
+  EXPECT_EQ(Deck(1).state, DeckView::State::Paused) << "not wished any more";
+}
 
 TEST_F(SingersTest, SingersComeOnStageInTurnWithTheirSongsAndKeys) {
   Ask("Anna", "1.kar", -2);

@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "app/lists/ListStation.h"
 #include "app/singers/SingerStation.h"
 #include "support/Settings.h"
 #include "ui/forms/Dialogs.h"
@@ -48,9 +49,9 @@ QString PlainTip(const QString& text) {
 
 }  // namespace
 
-SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, const Look& look,
-                           QWidget* parent)
-    : Surface(look.skin.panel, parent), host_(host), settings_(settings), look_(look) {
+SingersPanel::SingersPanel(SingerStation& host, app::ListStation& lists, support::Settings& settings,
+                           const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), host_(host), lists_(lists), settings_(settings), look_(look) {
   const auto& say = look.say;
   Name(*this, "SingersPanel", say(SingerWord::Singers));
   auto nobody = std::make_shared<app::SingersSheet>();
@@ -73,7 +74,7 @@ SingersPanel::SingersPanel(SingerStation& host, support::Settings& settings, con
   menu->AddFirst([this](QMenu& shown, const QPoint&) { FillMenu(shown); });
   below_ = new QWidget;
   rule_text_ = Sentence("RuleText", look.skin.dim);
-  FillColumn(*below_, 0, 0.3, {rule_text_, {table_, 1}, MakeWish(), MakeActs()});
+  FillColumn(*below_, 0, 0.3, {MakeBreaks(), {table_, 1}, MakeWish(), MakeActs()});
   FillColumn(*this, 0.4, 0.3, {MakeHead(), {below_, 1}});
   below_->hide();
   ShowChosen();
@@ -97,6 +98,23 @@ QHBoxLayout* SingersPanel::MakeHead() {
   next_ = PlainButton("NextSinger", say.Of(SingerWord::NextSinger), [this] { Next(); });
   SetHeightEm(*next_, kListHeadEms);
   return Row(0.4, {{name_, 1}, rule_, next_});
+}
+
+QHBoxLayout* SingersPanel::MakeBreaks() {
+  constexpr int kPauses[] = {0, 3, 5, 10, 20, 30, 60};
+  const auto& say = look_.say;
+  auto* on = Lamp("BreakMusic", say.Of(SingerWord::BreakMusic),
+                  [this](bool wanted) { lists_.SetBreakMusic(wanted); });
+  on->setChecked(settings_.Flag("Karaoke", "BreakMusic"));
+  QStringList pauses;
+  for (const int seconds : kPauses) pauses << say(SingerWord::BreakSeconds).arg(seconds);
+  // The nearest of them stands for one that was set elsewhere.
+  const int stored = settings_.Number("Karaoke", "BreakPause");
+  const auto* at = std::lower_bound(std::begin(kPauses), std::end(kPauses) - 1, stored);
+  auto* pause = Choice(look_.skin, "BreakPause", say.Of(SingerWord::BreakPause), pauses,
+                       static_cast<int>(at - std::begin(kPauses)),
+                       [this, kPauses](int row) { lists_.SetBreakPause(kPauses[row]); });
+  return Row(0.3, {{rule_text_, 1}, on, pause});
 }
 
 QPushButton* SingersPanel::Act(const char* name, const Texts& texts, std::function<void(SingerId)> act) {

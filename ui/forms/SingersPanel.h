@@ -21,6 +21,7 @@ class QStringListModel;
 class QTableWidget;
 
 namespace app {
+class ListStation;
 class SingerStation;
 }  // namespace app
 
@@ -39,8 +40,8 @@ class SingersPanel final : public Surface {
   Q_OBJECT
 
  public:
-  SingersPanel(app::SingerStation& host, support::Settings& settings, const Look& look,
-               QWidget* parent = nullptr);
+  SingersPanel(app::SingerStation& host, app::ListStation& lists, support::Settings& settings,
+               const Look& look, QWidget* parent = nullptr);
 
   /// Once a frame.
   void Show(const app::SingersView& view);
@@ -66,6 +67,7 @@ class SingersPanel final : public Surface {
   };
 
   [[nodiscard]] QHBoxLayout* MakeHead();
+  [[nodiscard]] QHBoxLayout* MakeBreaks();
   [[nodiscard]] QHBoxLayout* MakeActs();
   [[nodiscard]] QHBoxLayout* MakeWish();
   QPushButton* Act(const char* name, const Texts& texts, std::function<void(singers::SingerId)> act);
@@ -84,6 +86,7 @@ class SingersPanel final : public Surface {
   [[nodiscard]] QString WaitText(singers::SingerId id) const;
 
   app::SingerStation& host_;
+  app::ListStation& lists_;
   support::Settings& settings_;
   Look look_;
   QLineEdit* name_;

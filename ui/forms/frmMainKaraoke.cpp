@@ -64,7 +64,7 @@ QWidget* frmMain::MakeKaraoke(const Look& look) {
   connect(karaoke_, &KaraokePage::SongWanted, this, &frmMain::PlaySong);
   connect(karaoke_, &KaraokePage::FilesWanted, this, &frmMain::AddSongs);
   connect(song_, &SongPanel::Failed, karaoke_, &KaraokePage::ShowFailure);
-  turns_ = new SingersPanel(workstation_.Singers(), workstation_.Settings(), look);
+  turns_ = new SingersPanel(workstation_.Singers(), workstation_.Lists(), workstation_.Settings(), look);
   auto* lists = Column(0.4, {{karaoke_, kSongsShare}, turns_});
   connect(turns_, &SingersPanel::Filled, this,
           [this, lists](bool any) { lists->setStretchFactor(turns_, any ? kSingersShare : 0); });
