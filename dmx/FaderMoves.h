@@ -28,6 +28,7 @@ struct MixedColour {
   DmxLevel red = 0;
   DmxLevel green = 0;
   DmxLevel blue = 0;
+  bool operator==(const MixedColour&) const = default;
 };
 [[nodiscard]] std::vector<FaderMove> MovesOfColour(const DMXname& fixtures, std::span<const int> together,
                                                    const MixedColour& colour);

@@ -1,0 +1,226 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <functional>
+#include <map>
+
+#include "dmx/LightEffects.h"
+#include "dmx/LightGroups.h"
+#include "dmx/LightLayers.h"
+#include "dmx/LiveLook.h"
+#include "dmx/testing/RecordingDmxInterface.h"
+#include "dmx/testing/Rig.h"
+
+namespace dmx {
+namespace {
+
+/// Channel 1 dims, channel 2 turns a wheel.
+struct Layers {
+  Layers() {
+    ChannelSet dimmers;
+    dimmers.set(0);
+    layers.SetDimmers(dimmers);
+  }
+  testing::RecordingDmxInterface wire;
+  Universe faders{wire};
+  LightLayers layers{faders};
+};
+
+TEST(LightLayersTest, WhoHasAChannelFollowsFromWhoAskedAndWhen) {
+  using Do = std::function<void(LightLayers&)>;
+  const auto show = [](int channel, int level) {
+    return [=](LightLayers& on) { on.Beneath().MoveFader(channel, static_cast<DmxLevel>(level)); };
+  };
+  const auto hand = [](int channel, int level) {
+    return [=](LightLayers& on) { on.TakeInHand(channel, static_cast<DmxLevel>(level)); };
+  };
+  const auto effect = [](int channel, int level) {
+    return [=](LightLayers& on) { on.SetEffect(channel, static_cast<DmxLevel>(level)); };
+  };
+  const auto hold = [](int channel, int level) {
+    return [=](LightLayers& on) { on.SetHold(channel, static_cast<DmxLevel>(level)); };
+  };
+  const Do let_go = [](LightLayers& on) { on.LetAllGo(); };
+  const Do unhold = [](LightLayers& on) { on.SetHold(1, std::nullopt); };
+  const Do end = [](LightLayers& on) {
+    on.SetEffect(1, std::nullopt);
+    on.SetEffect(2, std::nullopt);
+  };
+  const Do freeze = [](LightLayers& on) { on.SetFreeze(LightLayers::Freeze::On); };
+  const Do thaw = [](LightLayers& on) { on.SetFreeze(LightLayers::Freeze::Off); };
+  const struct {
+    const char* what;
+    std::vector<Do> done;
+    int dimmer;
+    int wheel;
+    LightOwner owner;  ///< of the dimmer
+  } cases[] = {
+      {"nobody", {}, 0, 0, LightOwner::Beneath},
+      {"a show", {show(1, 90), show(2, 90)}, 90, 90, LightOwner::Beneath},
+      {"a weaker effect", {show(1, 90), effect(1, 40)}, 90, 0, LightOwner::Beneath},
+      {"a stronger effect", {show(1, 90), effect(1, 140)}, 140, 0, LightOwner::Effect},
+      {"an effect after the show", {show(2, 90), effect(2, 40)}, 0, 40, LightOwner::Beneath},
+      {"the show after the effect", {effect(2, 40), show(2, 90)}, 0, 90, LightOwner::Beneath},
+      {"an effect that goes on takes nothing back",
+       {effect(2, 40), show(2, 90), effect(2, 50)},
+       0,
+       90,
+       LightOwner::Beneath},
+      {"a hand at the bottom", {show(1, 90), effect(1, 140), hand(1, 0)}, 0, 0, LightOwner::Hand},
+      {"what goes on below a hand",
+       {hand(1, 10), show(1, 90), hand(2, 5), effect(2, 7)},
+       10,
+       5,
+       LightOwner::Hand},
+      {"a hand that lets go",
+       {hand(1, 10), show(1, 90), hand(2, 5), effect(2, 7), let_go},
+       90,
+       7,
+       LightOwner::Beneath},
+      {"an effect that ends",
+       {show(1, 90), show(2, 80), effect(1, 140), effect(2, 40), end},
+       90,
+       80,
+       LightOwner::Beneath},
+      {"a hold", {hand(1, 10), hold(1, 255)}, 255, 0, LightOwner::Hold},
+      {"a hold that ends", {hand(1, 10), hold(1, 255), hand(1, 20), unhold}, 20, 0, LightOwner::Hand},
+      {"a freeze", {show(1, 90), freeze, show(1, 20), hand(2, 50)}, 90, 0, LightOwner::Beneath},
+      {"a hold on ice", {show(1, 90), freeze, hold(1, 255), show(1, 20), unhold}, 90, 0, LightOwner::Beneath},
+      {"a thaw", {show(1, 90), freeze, show(1, 20), hand(2, 50), thaw}, 20, 50, LightOwner::Beneath},
+      {"channels that are none",
+       {hand(0, 9), hand(513, 9), effect(-1, 9), hold(600, 9)},
+       0,
+       0,
+       LightOwner::Beneath},
+  };
+  for (const auto& test : cases) {
+    Layers on;
+    for (const Do& act : test.done) act(on.layers);
+    EXPECT_EQ(on.faders.Level(1), test.dimmer) << test.what;
+    EXPECT_EQ(on.faders.Level(2), test.wheel) << test.what;
+    EXPECT_EQ(on.layers.OwnerOf(1), test.owner) << test.what;
+  }
+}
+
+std::map<int, int> MovesOf(const DMXname& fixtures, int position, const LiveLook& look) {
+  std::vector<FaderMove> moves;
+  AddMoves(moves, *fixtures.Item(position), look);
+  std::map<int, int> levels;
+  for (const FaderMove& move : moves) levels[move.channel] = move.level;
+  return levels;
+}
+
+LiveLook Look(std::optional<double> light, std::optional<MixedColour> colour) {
+  LiveLook look;
+  look.light = light;
+  look.colour = colour;
+  return look;
+}
+
+TEST(LiveLookTest, AColourIsMixedOrTheNearestOfAWheelOrNone) {
+  using Levels = std::map<int, int>;
+  DMXname rig;
+  testing::AddRgbPar(rig, 1);
+  testing::AddHead(rig, 11);
+  rig.Add().StartChannel = 21;
+  rig.Item(3)->Channels.Add().function = ChannelFunction::Dimmer;
+  testing::AddRgbPar(rig, 511);  // its blue lies beyond the universe
+  constexpr MixedColour kPink{255, 0, 100};
+  const struct {
+    const char* what;
+    int fixture;
+    LiveLook look;
+    Levels levels;
+  } cases[] = {
+      {"mixed at half light", 1, Look(0.5, kPink), {{1, 128}, {2, 0}, {3, 50}}},
+      {"light alone is white", 1, Look(1, {}), {{1, 255}, {2, 255}, {3, 255}}},
+      {"nearest on the wheel", 2, Look({}, kPink), {{15, 10}}},
+      {"light opens the shutter", 2, Look(0.5, {}), {{13, 128}, {14, 200}}},
+      {"dark is the dimmer's", 2, Look(0, {}), {{13, 0}, {14, 200}}},
+      {"no colour at all", 3, Look(1, kPink), {{21, 255}}},
+      {"cut by the universe", 4, Look({}, kPink), {{511, 255}, {512, 0}}},
+  };
+  for (const auto& test : cases) EXPECT_EQ(MovesOf(rig, test.fixture, test.look), test.levels) << test.what;
+  EXPECT_EQ(PaletteOf(rig, std::vector{1, 2}).size(), kMixedColours) << "the wheel has nothing besides";
+  EXPECT_EQ(PaletteOf(rig, std::vector{2}).size(), 3U);
+  EXPECT_EQ(PaletteOf(rig, std::vector{3, 99}).size(), 0U);
+  EXPECT_EQ(GobosOf(rig, std::vector{1, 2}), (std::vector<std::string>{"Open", "Stars"}));
+}
+
+LightEffect EffectOf(EffectKind kind, double beats, std::size_t count = 4) {
+  LightEffect effect;
+  effect.kind = kind;
+  effect.rate.value = beats;
+  for (std::size_t i = 1; i <= count; ++i) effect.fixtures.push_back(static_cast<int>(i));
+  return effect;
+}
+
+std::string Lit(const LightEffect& effect, double beat) {
+  const double rounds = RoundsAt(effect, MusicPlace{beat, 120}, 0, Flashing::Guarded);
+  std::string lit;
+  for (std::size_t place = 0; place < effect.fixtures.size(); ++place)
+    lit += LookAt(effect, place, rounds, {}).light.value() > 0 ? '*' : '.';
+  return lit;
+}
+
+TEST(LightEffectsTest, AChaseStandsWhereTheMusicIs) {
+  const LightEffect chase = EffectOf(EffectKind::Chase, 1);
+  const struct {
+    double beat;
+    const char* lit;
+  } cases[] = {{0, "*..."},   {0.99, "*..."}, {1, ".*.."},    {3.5, "...*"}, {4, "*..."},
+               {102, "..*."}, {102, "..*."},  {-0.5, "...*"}, {-4, "*..."},  {1e15, "*..."}};
+  for (const auto& test : cases) EXPECT_EQ(Lit(chase, test.beat), test.lit) << test.beat;
+  EXPECT_EQ(Lit(EffectOf(EffectKind::Chase, 4), 9), "..*.") << "every fourth beat";
+  EXPECT_EQ(Lit(EffectOf(EffectKind::Chase, 1, 1), 1), ".") << "one that goes alone";
+}
+
+TEST(LightEffectsTest, NoMusicNoTempoAndEveryTempoStayWithinTheLimits) {
+  for (const double tempo : {0.0, 20.0, 120.0, 400.0, 1e9, std::nan("")}) {
+    for (const double beats : kEffectBeats) {
+      for (std::size_t kind = 0; kind < kEffectKinds; ++kind) {
+        LightEffect effect = EffectOf(static_cast<EffectKind>(kind), beats);
+        effect.size = 1;
+        const double pace = std::isfinite(tempo) && tempo > 0 ? std::min(tempo, 400.0) / 60 : 2;
+        double flashes = 0, fastest = 0, was = 0.5;
+        bool lit = false;
+        for (int step = 0; step <= 1000; ++step) {
+          const double seconds = step / 100.0;
+          const double rounds =
+              RoundsAt(effect, MusicPlace{seconds * pace, tempo}, seconds, Flashing::Guarded);
+          const LiveLook look = LookAt(effect, 0, rounds, {});
+          if (look.light) flashes += *look.light > 0.5 && !lit;
+          lit = look.light.value_or(0) > 0.5;
+          const double pan = look.pan.value_or(0.5);
+          if (step > 0) fastest = std::max(fastest, std::abs(pan - was) * 100);
+          was = pan;
+          EXPECT_TRUE(pan >= 0 && pan <= 1);
+        }
+        EXPECT_LE(flashes, 40) << kind << " " << beats << " " << tempo;
+        EXPECT_LE(fastest, 0.71) << kind << " " << beats << " " << tempo;
+      }
+    }
+  }
+  const LightEffect pulse = EffectOf(EffectKind::Pulse, 1);
+  EXPECT_EQ(RoundsAt(pulse, std::nullopt, 3, Flashing::Guarded), 6) << "120 a minute by the clock";
+}
+
+TEST(LightGroupsTest, GroupsComeBackAndWhatIsNotPatchedIsCounted) {
+  DMXname rig;
+  testing::AddRgbPar(rig, 1);
+  testing::AddHead(rig, 11);
+  const std::vector<LightGroup> groups{MakeGroup("Front = 1", rig, std::vector{2, 1}),
+                                       {"Gone", {{"Old.dmx", 7}}}};
+  const std::string text = LightGroupsText(groups);
+  ASSERT_EQ(ParseLightGroups(text), groups);
+  EXPECT_EQ(Find(groups[0], rig).positions, (std::vector{2, 1}));
+  EXPECT_EQ(Find(groups[1], rig).missing, 1);
+  EXPECT_FALSE(ParseLightGroups(text.substr(0, text.size() - 9)));
+  EXPECT_FALSE(ParseLightGroups("dj TOLVEN light groups 2" + text.substr(24)));
+  EXPECT_TRUE(ParseLightGroupLines("[group]\nname=x\nstart=3\n[group]\nfile=a\nstart=1\n").empty());
+}
+
+}  // namespace
+}  // namespace dmx
