@@ -28,6 +28,7 @@ void Workstation::StartUp() {
   parts.decks.StartUp(stored);
   parts.effects.StartUp(stored);
   parts.lights.StartUp();
+  parts.live.StartUp();
   parts.organ.StartUp();
   parts.songs.StartUp();
   parts.singers.StartUp();
@@ -57,6 +58,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   parts.rack.ReleaseDecks();
   // One that is held while it opens an output holds the engine's devices too.
   if (all_out) parts.rack.Outputs().Free();
+  parts.live.ShutDown();
   parts.lights.ShutDown();
   parts.organ.ShutDown();
   parts.collections.Flush();

@@ -81,6 +81,10 @@ LightStation& Workstation::Lights() {
   return parts_->lights;
 }
 
+LiveLightStation& Workstation::LiveLights() {
+  return parts_->live;
+}
+
 OrganStation& Workstation::Organ() {
   return parts_->organ;
 }

@@ -28,6 +28,7 @@ class HeadphoneStation;
 class Help;
 class Language;
 class LightStation;
+class LiveLightStation;
 class ListStation;
 class MicrophoneStation;
 class OrganStation;
@@ -93,6 +94,7 @@ class Workstation {
   [[nodiscard]] app::Collections& Collections();
   [[nodiscard]] ListStation& Lists();
   [[nodiscard]] LightStation& Lights();
+  [[nodiscard]] LiveLightStation& LiveLights();
   [[nodiscard]] OrganStation& Organ();
   [[nodiscard]] SongStation& Songs();
   [[nodiscard]] SingerStation& Singers();

@@ -39,6 +39,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       effects(context, rack, settings),
       visuals(context, outside.visualisation, rack, settings),
       lights(context, outside.dmx),
+      live(context, lights),
       organ(context, {outside.engine, [this](HeardFrom from) { return rack.StreamOf(from); }},
             outside.boards),
       songs(context, {outside.engine,
@@ -53,7 +54,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       recording(context, ports.recorder, outside.local_time),
       editors(context),
       drafts(context),
-      resume(context, {rack, lights, songs, lists, settings}, outside.journal),
+      resume(context, {rack, lights, live, songs, lists, settings}, outside.journal),
       gains(outside.commands, folder, outside.workers, gate, window),
       decks({context, rack, resume, settings, collections, gains}, outside.sound) {
   rack.FollowSong([this] {
@@ -90,6 +91,7 @@ AnalysisPorts Workstation::Parts::Analysis() const {
 
 void Workstation::Parts::Tick(const WorkstationView& view) {
   microphone.Tick(view);
+  live.Tick(view);
   lights.Tick(view);
   organ.Tick(view);
   songs.Tick(view);

@@ -23,6 +23,7 @@
 #include "app/lights/Drafts.h"
 #include "app/lights/EditorFiles.h"
 #include "app/lights/LightStation.h"
+#include "app/lights/LiveLightStation.h"
 #include "app/lights/OrganStation.h"
 #include "app/lists/ListStation.h"
 #include "app/recording/RecordingStation.h"
@@ -81,6 +82,7 @@ struct Workstation::Parts {
   EffectStation effects;
   app::Visuals visuals;
   LightStation lights;
+  LiveLightStation live;
   OrganStation organ;
   SongStation songs;
   SingerStation singers;

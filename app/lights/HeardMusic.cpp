@@ -85,4 +85,12 @@ double HeardTempo(const WorkstationView& decks) {
   return song.grid->TempoAt(music::Seconds(song.position)).value * song.speed;
 }
 
+std::optional<HeardBeats> HeardBeatsOf(const WorkstationView& decks) {
+  if (decks.sound.from == HeardFrom::Nothing) return std::nullopt;
+  const Followed heard = FollowedIn(decks);
+  if (heard.grid == nullptr || heard.grid->Empty()) return std::nullopt;
+  const music::Seconds place(heard.position);
+  return HeardBeats{heard.grid->BeatAt(place), heard.grid->TempoAt(place).value * heard.speed};
+}
+
 }  // namespace app

@@ -48,4 +48,11 @@ class HeardMusic final : public lightorgan::SpectrumSource, public lightorgan::B
 /// Of what is heard, in beats a minute; 0 when unknown.
 [[nodiscard]] double HeardTempo(const WorkstationView& decks);
 
+/// Where what is heard is in its beats, and how fast they come; nothing where no beats are known.
+struct HeardBeats {
+  double beat = 0;   ///< from the grid's first, with its fraction
+  double tempo = 0;  ///< beats a minute
+};
+[[nodiscard]] std::optional<HeardBeats> HeardBeatsOf(const WorkstationView& decks);
+
 }  // namespace app

@@ -8,6 +8,8 @@
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
 #include "app/lights/StagedShow.h"
+#include "dmx/LightLayers.h"
+#include "dmx/LiveLook.h"
 #include "support/Settings.h"
 
 namespace app {
@@ -34,8 +36,9 @@ LightStation::LightStation(const StationContext& context, dmx::DmxInterface* wir
       nothing_(wire == nullptr ? std::make_unique<NoInterface>() : nullptr),
       output_(wire == nullptr ? *nothing_ : *wire),
       universe_(output_),
+      layers_(std::make_unique<dmx::LightLayers>(universe_)),
       switch_(output_, context.settings),
-      player_(universe_) {}
+      player_(layers_->Beneath()) {}
 
 LightStation::~LightStation() = default;
 
@@ -115,12 +118,32 @@ void LightStation::FixtureEditorLoaded() {
 }
 
 void LightStation::MoveFader(int channel, dmx::DmxLevel level) {
-  context_.conductor->Order(universe_, &dmx::Universe::MoveFader, channel, level);
+  Post([this, channel, level] { Move({channel, level}); });
 }
 
 void LightStation::MoveFaders(std::vector<dmx::FaderMove> moves) {
   Post([this, moves = std::move(moves)] {
-    for (const dmx::FaderMove& move : moves) universe_.MoveFader(move.channel, move.level);
+    for (const dmx::FaderMove& move : moves) Move(move);
+  });
+}
+
+void LightStation::Move(const dmx::FaderMove& move) {
+  if (move.channel < 1 || move.channel > dmx::kUniverseChannels) return;
+  if (layers_->InHand(move.channel)) return layers_->TakeInHand(move.channel, move.level);
+  layers_->Beneath().MoveFader(move.channel, move.level);
+}
+
+void LightStation::TakeInHand(std::vector<dmx::FaderMove> moves) {
+  Post([this, moves = std::move(moves)] {
+    for (const dmx::FaderMove& move : moves) layers_->TakeInHand(move.channel, move.level);
+  });
+}
+
+void LightStation::AllDown() {
+  Post([this] {
+    for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel)
+      layers_->Beneath().MoveFader(channel, 0);
+    layers_->LetAllGo();
   });
 }
 
@@ -224,7 +247,10 @@ LightsInHand LightStation::InHand() const {
   LightsInHand lights;
   lights.grand_master = output_.GrandMaster();
   lights.blackout = output_.IsBlackout() == dmx::OutputStage::Blackout::On;
-  lights.levels = universe_.Levels();
+  lights.levels = layers_->Beneath().Levels();
+  for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) {
+    if (const auto level = layers_->InHand(channel)) lights.hands.push_back({channel, *level});
+  }
   if (show_ != nullptr) lights.show = show_->file;
   lights.state = player_.Now();
   lights.position = player_.Position(context_.clock.Now());
@@ -241,6 +267,7 @@ void LightStation::GoOn(const LightsInHand& lights) {
     if (level != 0) moves.push_back({channel, level});
   }
   MoveFaders(std::move(moves));
+  TakeInHand(lights.hands);
   RepeatShow(lights.repeat);
   if (lights.show.empty()) return;
   const int opening = newest_opening_ + 1;
@@ -265,6 +292,7 @@ void LightStation::StagePatchNow(std::shared_ptr<const StagePatch> patch) {
   if (patch == nullptr || patch == patch_) return;
   patch_ = std::move(patch);
   output_.SetRules(patch_->rules);
+  layers_->SetDimmers(dmx::DimmersOf(patch_->fixtures));
 }
 
 void LightStation::TakeWhatWaits() {

@@ -18,6 +18,10 @@
 #include "support/Result.h"
 #include "support/TripleBuffer.h"
 
+namespace dmx {
+class LightLayers;
+}
+
 namespace app {
 
 struct StagePatch;
@@ -55,7 +59,8 @@ struct LightView {
 struct LightsInHand {
   int grand_master = dmx::OutputStage::kFullMaster;
   bool blackout = false;
-  std::array<dmx::DmxLevel, dmx::kUniverseChannels> levels{};
+  std::array<dmx::DmxLevel, dmx::kUniverseChannels> levels{};  ///< beneath hands and effects
+  std::vector<dmx::FaderMove> hands;                           ///< channels that a hand keeps
   std::filesystem::path show;  ///< empty: none, or one that was never in a file
   dmx::ShowPlayer::State state = dmx::ShowPlayer::State::Stopped;
   dmx::ShowTime position{0};
@@ -96,8 +101,13 @@ class LightStation {
   void FixtureEditorLoaded();
 
   // Faders. Wherever one is moved from, this is its way to the lamp.
+  /// Where a hand keeps the channel the hand's level moves, else what lies beneath.
   void MoveFader(int channel, dmx::DmxLevel level);
   void MoveFaders(std::vector<dmx::FaderMove> moves);
+  /// By a hand that keeps the channels until it lets go of them.
+  void TakeInHand(std::vector<dmx::FaderMove> moves);
+  /// No hand keeps a channel, and all faders of the show and the editors are at the bottom.
+  void AllDown();
 
   // Shows.
   /// Where they lie.
@@ -127,6 +137,17 @@ class LightStation {
   /// As it was in another run of the program. Whoever opens, plays or stops a show before it is read has it.
   void GoOn(const LightsInHand& lights);
 
+  // The conductor's.
+  [[nodiscard]] dmx::LightLayers& Layers() { return *layers_; }
+  [[nodiscard]] dmx::OutputStage& Stage() { return output_; }
+  /// Null: nothing is patched.
+  [[nodiscard]] const std::shared_ptr<const StagePatch>& PatchNow() const { return patch_; }
+  /// Of the faders.
+  [[nodiscard]] const std::array<dmx::DmxLevel, dmx::kUniverseChannels>& Levels() const {
+    return universe_.Levels();
+  }
+  [[nodiscard]] bool ShowRuns() const { return player_.Now() != dmx::ShowPlayer::State::Stopped; }
+
  private:
   using Job = std::function<void()>;
 
@@ -136,6 +157,7 @@ class LightStation {
   void DropUnused();
 
   // The conductor's.
+  void Move(const dmx::FaderMove& move);
   void StageShow(std::shared_ptr<const StagedShow> show);
   void StagePatchNow(std::shared_ptr<const StagePatch> patch);
   void TakeWhatWaits();
@@ -150,6 +172,7 @@ class LightStation {
   std::unique_ptr<dmx::DmxInterface> nothing_;  ///< in place of an interface
   dmx::OutputStage output_;
   dmx::Universe universe_;
+  std::unique_ptr<dmx::LightLayers> layers_;
   dmx::OutputSwitch switch_;
   dmx::ShowPlayer player_;
   dmx::ShowPlayer::Repeat repeat_ = dmx::ShowPlayer::Repeat::Once;

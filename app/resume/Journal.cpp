@@ -26,6 +26,10 @@ constexpr std::int64_t kMostNumber = 1'000'000'000'000'000;
 constexpr std::array<std::string_view, 4> kDeckStates{"empty", "standing", "playing", "paused"};
 constexpr std::array<std::string_view, 6> kSongStates{"empty",  "loading", "playing",
                                                       "paused", "stopped", "ended"};
+constexpr std::size_t kMostEffects = 50;
+constexpr std::array<std::string_view, dmx::kEffectKinds> kEffects{"colours", "chase", "pulse", "circle",
+                                                                   "eight",   "fan",   "sweep"};
+constexpr std::array<std::string_view, 2> kRateUnits{"beats", "hertz"};
 constexpr std::array<std::string_view, 3> kShowStates{"stopped", "playing", "paused"};
 
 void WriteDeck(const DeckInHand& deck, PartWriter& lines) {
@@ -139,10 +143,30 @@ void WriteLights(const LightsInHand& lights, PartWriter& lines) {
   std::string levels;
   for (auto level = lights.levels.begin(); level != last.base(); ++level) support::AppendHex(levels, *level);
   lines.Text("levels", levels);
+  std::string hands;
+  for (const dmx::FaderMove& hand : lights.hands) {
+    support::AppendHex(hands, static_cast<unsigned char>(hand.channel / 256));
+    support::AppendHex(hands, static_cast<unsigned char>(hand.channel % 256));
+    support::AppendHex(hands, hand.level);
+  }
+  lines.Text("hands", hands);
   lines.Text("show", lights.show.string());
   lines.Text("state", kShowStates[static_cast<std::size_t>(lights.state)]);
   lines.Time("position", lights.position);
   lines.Flag("repeat", lights.repeat == dmx::ShowPlayer::Repeat::ForEver);
+}
+
+/// Two bytes of the channel and one of the level, each.
+void ReadHands(const std::string& text, LightsInHand& lights) {
+  constexpr std::size_t kDigits = 6;
+  lights.hands.clear();
+  for (std::size_t at = 0; at < text.size() && lights.hands.size() < lights.levels.size(); at += kDigits) {
+    const auto high = support::HexAt(text, at), low = support::HexAt(text, at + 2),
+               level = support::HexAt(text, at + 4);
+    if (!high || !low || !level) return;
+    const int channel = *high * 256 + *low;
+    if (channel >= 1 && channel <= dmx::kUniverseChannels) lights.hands.push_back({channel, *level});
+  }
 }
 
 void ReadLights(std::string_view key, const PartValue& value, LightsInHand& lights) {
@@ -152,10 +176,28 @@ void ReadLights(std::string_view key, const PartValue& value, LightsInHand& ligh
   if (key == "state") return value.Word(lights.state, kShowStates);
   if (key == "position") return value.Time(lights.position);
   if (key == "repeat") return value.Word(lights.repeat, kNoYes);
+  if (key == "hands") return ReadHands(value.Text(), lights);
   if (key != "levels") return;
   const std::string levels = value.Text();
   for (std::size_t place = 0; place < lights.levels.size(); ++place)
     lights.levels[place] = support::HexAt(levels, 2 * place).value_or(0);
+}
+
+void WriteEffect(const dmx::LightEffect& effect, PartWriter& lines) {
+  lines.Word("kind", effect.kind, kEffects);
+  lines.Word("unit", effect.rate.unit, kRateUnits);
+  lines.Real("rate", effect.rate.value);
+  lines.Real("size", effect.size);
+  for (const int fixture : effect.fixtures) lines.Number("fixture", fixture);
+}
+
+void ReadEffect(std::string_view key, const PartValue& value, dmx::LightEffect& effect) {
+  if (key == "kind") return value.Word(effect.kind, kEffects);
+  if (key == "unit") return value.Word(effect.rate.unit, kRateUnits);
+  if (key == "rate") return value.Real(effect.rate.value, 0.01, 64);
+  if (key == "size") return value.Real(effect.size, 0, 1);
+  if (key != "fixture" || effect.fixtures.size() >= dmx::kUniverseChannels) return;
+  value.Number(effect.fixtures.emplace_back(1), 1, dmx::kUniverseChannels);
 }
 
 void ReadSuspect(std::string_view key, const PartValue& value, Suspect& suspect) {
@@ -179,13 +221,18 @@ class JournalReader {
     if (part == "mixer") ReadMixer(key, value, read_.mixer);
     if (part == "song") ReadSong(key, value, read_.song);
     if (part == "lights") ReadLights(key, value, read_.lights);
+    if (part == "effect" && !read_.live.effects.empty()) ReadEffect(key, value, read_.live.effects.back());
     if (part == "suspect") TakeSuspect(key, value);
   }
-  void Begin() { file_.clear(); }
+  void Begin(std::string_view part) {
+    file_.clear();
+    if (part == "effect" && read_.live.effects.size() < kMostEffects) read_.live.effects.emplace_back();
+  }
   [[nodiscard]] Journal Done() {
     for (DeckInHand& deck : read_.decks) {
       if (deck.filename.empty()) deck.state = DeckInHand::State::Empty;
     }
+    std::erase_if(read_.live.effects, [](const auto& effect) { return effect.fixtures.empty(); });
     // Two decks that hand over to each other are two.
     MixInHand& mix = read_.mixer.mix;
     if (mix.leader == mix.next) mix.leader = mix.next = 0;
@@ -221,6 +268,10 @@ std::string JournalText(const Journal& journal) {
   WriteSong(journal.song, lines);
   lines.Part("lights");
   WriteLights(journal.lights, lines);
+  for (const dmx::LightEffect& effect : journal.live.effects) {
+    lines.Part("effect");
+    WriteEffect(effect, lines);
+  }
   for (const auto& [file, suspect] : journal.suspects) {
     lines.Part("suspect");
     lines.Text("file", file);
@@ -231,7 +282,7 @@ std::string JournalText(const Journal& journal) {
 
 Journal ParseJournalLines(std::string_view lines) {
   JournalReader reader;
-  support::ReadParts(lines, {[&](std::string_view) { reader.Begin(); },
+  support::ReadParts(lines, {[&](std::string_view part) { reader.Begin(part); },
                              [&](std::string_view part, std::string_view key, const PartValue& value) {
                                reader.Take(part, key, value);
                              }});

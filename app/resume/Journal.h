@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "app/lights/LightStation.h"
+#include "app/lights/LiveLightStation.h"
 #include "app/lists/ListStation.h"
 #include "app/songs/SongPlayer.h"
 #include "app/sound/DeckView.h"
@@ -52,6 +53,7 @@ struct Journal {
   ListStation::InHand mixer;
   SongInHand song;
   LightsInHand lights;
+  LiveInHand live;
   Suspect start;                            ///< of the program itself
   std::map<std::string, Suspect> suspects;  ///< files
 };

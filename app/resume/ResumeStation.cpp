@@ -49,7 +49,7 @@ bool Holds(const Journal& journal) {
   const auto full = [](const DeckInHand& deck) { return deck.state != DeckInHand::State::Empty; };
   return std::any_of(journal.decks.begin(), journal.decks.end(), full) ||
          !journal.song.row.filename.empty() || journal.lights != LightsInHand{} ||
-         journal.mixer != ListStation::InHand{};
+         journal.live != LiveInHand{} || journal.mixer != ListStation::InHand{};
 }
 
 }  // namespace
@@ -98,6 +98,7 @@ bool ResumeStation::Take(Journal journal) {
     context_.conductor->Order(*this, &ResumeStation::Begin);
     context_.window->Post([this] {
       around_.lights.GoOn(resumed_->lights);
+      around_.live.GoOn(resumed_->live);
       const bool song =
           !resumed_->song.row.filename.empty() && resumed_->song.state != SongView::State::Ended;
       if (song) around_.songs.GoOn(resumed_->song);
@@ -185,6 +186,7 @@ Journal ResumeStation::InHand(const WorkstationView& view) const {
   journal.mixer = around_.lists.MixerInHand();
   journal.song = around_.songs.InHand();
   journal.lights = around_.lights.InHand();
+  journal.live = around_.live.InHand();
   suspects_.Note(journal);
   if (resumed_) KeepWhatReturns(journal);
   return journal;

@@ -7,6 +7,7 @@
 
 #include "app/DeckRack.h"
 #include "app/lights/LightStation.h"
+#include "app/lights/LiveLightStation.h"
 #include "app/lists/ListStation.h"
 #include "app/resume/DecksGoOn.h"
 #include "app/resume/Journal.h"
@@ -36,6 +37,7 @@ class ResumeStation {
   struct Around {
     DeckRack& rack;
     LightStation& lights;
+    LiveLightStation& live;
     SongStation& songs;
     ListStation& lists;
     support::Settings& settings;

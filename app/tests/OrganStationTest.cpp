@@ -276,7 +276,12 @@ TEST(HeardMusic, ABeatIsToldAheadAtTheSpeedThatIsHeard) {
     EXPECT_FALSE(music.LastBeat(0us).has_value()) << "nothing was looked at";
     music.Look(&view);
     EXPECT_EQ(music.LastBeat(beat.ahead), (lightorgan::HeardBeat{2, beat.beat})) << beat.what;
+    const auto place = HeardBeatsOf(view);
+    ASSERT_TRUE(place);
+    EXPECT_DOUBLE_EQ(place->beat, grid.BeatAt(music::Seconds(beat.position)));
+    EXPECT_DOUBLE_EQ(place->tempo, beat.playing_bpm);
     view.sound.from = HeardFrom::Deck1;
+    EXPECT_FALSE(HeardBeatsOf(view));
     EXPECT_FALSE(music.LastBeat(beat.ahead).has_value()) << "that deck has no grid";
   }
 }

@@ -6,6 +6,7 @@
 #include <fstream>
 
 #include "app/WorkstationView.h"
+#include "app/lights/LiveLightStation.h"
 #include "app/resume/Journal.h"
 #include "app/resume/ResumeStation.h"
 #include "app/tests/Evening.h"
@@ -291,6 +292,12 @@ TEST_F(ResumeTest, ASongGoesOnInTheSingersKey) {
 
 TEST_F(ResumeTest, LampsHoldTheirLookAndTheShowGoesOn) {
   dmx::Show show;
+  for (const int start : {10, 20}) {
+    dmx::DMXfilename& lamp = show.fixtures.Add();
+    lamp.Filename = "Lamp.dmx";
+    lamp.StartChannel = static_cast<std::int16_t>(start);
+    lamp.NumberOf = 5;
+  }
   for (const char* wait : {"00:30.0", "00:30.0"}) {
     dmx::Scene& scene = show.scenes.Add();
     scene.Loops = 1;
@@ -301,6 +308,13 @@ TEST_F(ResumeTest, LampsHoldTheirLookAndTheShowGoesOn) {
   Go(100ms);
   station_->Lights().PlayShow();
   station_->Lights().MoveFader(7, 200);
+  station_->Lights().MoveFader(300, 20);
+  station_->Lights().TakeInHand({{300, 90}});
+  dmx::LightEffect eight;
+  eight.kind = dmx::EffectKind::Eight;
+  eight.rate = {dmx::EffectRate::Unit::Hertz, 0.25};
+  eight.fixtures = {2, 1};
+  station_->LiveLights().Start(eight);
   station_->Lights().SetGrandMaster(128);
   station_->Lights().SetBlackout(dmx::OutputStage::Blackout::On);
   Go(40s);
@@ -308,6 +322,11 @@ TEST_F(ResumeTest, LampsHoldTheirLookAndTheShowGoesOn) {
   Go(100ms);
   const LightView& view = station_->Lights().View();
   EXPECT_EQ(view.levels[6], 200);
+  EXPECT_EQ(view.levels[299], 90);
+  EXPECT_EQ(station_->LiveLights().View().effects, std::vector{eight});
+  station_->LiveLights().LetAllGo();
+  Go(100ms);
+  EXPECT_EQ(station_->Lights().View().levels[299], 20) << "what lay beneath the hand";
   EXPECT_EQ(view.grand_master, 128);
   EXPECT_TRUE(view.blackout);
   ASSERT_NE(view.show.show, nullptr);

@@ -28,74 +28,86 @@ struct Layers {
   LightLayers layers{faders};
 };
 
+using Do = std::function<void(LightLayers&)>;
+
+Do Show(int channel, int level) {
+  return [=](LightLayers& on) { on.Beneath().MoveFader(channel, static_cast<DmxLevel>(level)); };
+}
+Do Hand(int channel, int level) {
+  return [=](LightLayers& on) { on.TakeInHand(channel, static_cast<DmxLevel>(level)); };
+}
+Do Effect(int channel, int level) {
+  return [=](LightLayers& on) { on.SetEffect(channel, static_cast<DmxLevel>(level)); };
+}
+Do Hold(int channel, int level) {
+  return [=](LightLayers& on) { on.SetHold(channel, static_cast<DmxLevel>(level)); };
+}
+void LetGo(LightLayers& on) {
+  on.LetAllGo();
+}
+void Unhold(LightLayers& on) {
+  on.SetHold(1, std::nullopt);
+}
+void End(LightLayers& on) {
+  on.SetEffect(1, std::nullopt);
+  on.SetEffect(2, std::nullopt);
+}
+void Freeze(LightLayers& on) {
+  on.SetFreeze(LightLayers::Freeze::On);
+}
+void Thaw(LightLayers& on) {
+  on.SetFreeze(LightLayers::Freeze::Off);
+}
+
+struct MergeCase {
+  const char* what;
+  std::vector<Do> done;
+  int dimmer;
+  int wheel;
+  LightOwner owner;  ///< of the dimmer
+};
+const MergeCase kMerges[] = {
+    {"nobody", {}, 0, 0, LightOwner::Beneath},
+    {"a show", {Show(1, 90), Show(2, 90)}, 90, 90, LightOwner::Beneath},
+    {"a weaker effect", {Show(1, 90), Effect(1, 40)}, 90, 0, LightOwner::Beneath},
+    {"a stronger effect", {Show(1, 90), Effect(1, 140)}, 140, 0, LightOwner::Effect},
+    {"an effect after the show", {Show(2, 90), Effect(2, 40)}, 0, 40, LightOwner::Beneath},
+    {"the show after the effect", {Effect(2, 40), Show(2, 90)}, 0, 90, LightOwner::Beneath},
+    {"an effect that goes on takes nothing back",
+     {Effect(2, 40), Show(2, 90), Effect(2, 50)},
+     0,
+     90,
+     LightOwner::Beneath},
+    {"a hand at the bottom", {Show(1, 90), Effect(1, 140), Hand(1, 0)}, 0, 0, LightOwner::Hand},
+    {"what goes on below a hand",
+     {Hand(1, 10), Show(1, 90), Hand(2, 5), Effect(2, 7)},
+     10,
+     5,
+     LightOwner::Hand},
+    {"a hand that lets go",
+     {Hand(1, 10), Show(1, 90), Hand(2, 5), Effect(2, 7), LetGo},
+     90,
+     7,
+     LightOwner::Beneath},
+    {"an effect that ends",
+     {Show(1, 90), Show(2, 80), Effect(1, 140), Effect(2, 40), End},
+     90,
+     80,
+     LightOwner::Beneath},
+    {"a hold", {Hand(1, 10), Hold(1, 255)}, 255, 0, LightOwner::Hold},
+    {"a hold that ends", {Hand(1, 10), Hold(1, 255), Hand(1, 20), Unhold}, 20, 0, LightOwner::Hand},
+    {"a freeze", {Show(1, 90), Freeze, Show(1, 20), Hand(2, 50)}, 90, 0, LightOwner::Beneath},
+    {"a hold on ice", {Show(1, 90), Freeze, Hold(1, 255), Show(1, 20), Unhold}, 90, 0, LightOwner::Beneath},
+    {"a thaw", {Show(1, 90), Freeze, Show(1, 20), Hand(2, 50), Thaw}, 20, 50, LightOwner::Beneath},
+    {"channels that are none",
+     {Hand(0, 9), Hand(513, 9), Effect(-1, 9), Hold(600, 9)},
+     0,
+     0,
+     LightOwner::Beneath},
+};
+
 TEST(LightLayersTest, WhoHasAChannelFollowsFromWhoAskedAndWhen) {
-  using Do = std::function<void(LightLayers&)>;
-  const auto show = [](int channel, int level) {
-    return [=](LightLayers& on) { on.Beneath().MoveFader(channel, static_cast<DmxLevel>(level)); };
-  };
-  const auto hand = [](int channel, int level) {
-    return [=](LightLayers& on) { on.TakeInHand(channel, static_cast<DmxLevel>(level)); };
-  };
-  const auto effect = [](int channel, int level) {
-    return [=](LightLayers& on) { on.SetEffect(channel, static_cast<DmxLevel>(level)); };
-  };
-  const auto hold = [](int channel, int level) {
-    return [=](LightLayers& on) { on.SetHold(channel, static_cast<DmxLevel>(level)); };
-  };
-  const Do let_go = [](LightLayers& on) { on.LetAllGo(); };
-  const Do unhold = [](LightLayers& on) { on.SetHold(1, std::nullopt); };
-  const Do end = [](LightLayers& on) {
-    on.SetEffect(1, std::nullopt);
-    on.SetEffect(2, std::nullopt);
-  };
-  const Do freeze = [](LightLayers& on) { on.SetFreeze(LightLayers::Freeze::On); };
-  const Do thaw = [](LightLayers& on) { on.SetFreeze(LightLayers::Freeze::Off); };
-  const struct {
-    const char* what;
-    std::vector<Do> done;
-    int dimmer;
-    int wheel;
-    LightOwner owner;  ///< of the dimmer
-  } cases[] = {
-      {"nobody", {}, 0, 0, LightOwner::Beneath},
-      {"a show", {show(1, 90), show(2, 90)}, 90, 90, LightOwner::Beneath},
-      {"a weaker effect", {show(1, 90), effect(1, 40)}, 90, 0, LightOwner::Beneath},
-      {"a stronger effect", {show(1, 90), effect(1, 140)}, 140, 0, LightOwner::Effect},
-      {"an effect after the show", {show(2, 90), effect(2, 40)}, 0, 40, LightOwner::Beneath},
-      {"the show after the effect", {effect(2, 40), show(2, 90)}, 0, 90, LightOwner::Beneath},
-      {"an effect that goes on takes nothing back",
-       {effect(2, 40), show(2, 90), effect(2, 50)},
-       0,
-       90,
-       LightOwner::Beneath},
-      {"a hand at the bottom", {show(1, 90), effect(1, 140), hand(1, 0)}, 0, 0, LightOwner::Hand},
-      {"what goes on below a hand",
-       {hand(1, 10), show(1, 90), hand(2, 5), effect(2, 7)},
-       10,
-       5,
-       LightOwner::Hand},
-      {"a hand that lets go",
-       {hand(1, 10), show(1, 90), hand(2, 5), effect(2, 7), let_go},
-       90,
-       7,
-       LightOwner::Beneath},
-      {"an effect that ends",
-       {show(1, 90), show(2, 80), effect(1, 140), effect(2, 40), end},
-       90,
-       80,
-       LightOwner::Beneath},
-      {"a hold", {hand(1, 10), hold(1, 255)}, 255, 0, LightOwner::Hold},
-      {"a hold that ends", {hand(1, 10), hold(1, 255), hand(1, 20), unhold}, 20, 0, LightOwner::Hand},
-      {"a freeze", {show(1, 90), freeze, show(1, 20), hand(2, 50)}, 90, 0, LightOwner::Beneath},
-      {"a hold on ice", {show(1, 90), freeze, hold(1, 255), show(1, 20), unhold}, 90, 0, LightOwner::Beneath},
-      {"a thaw", {show(1, 90), freeze, show(1, 20), hand(2, 50), thaw}, 20, 50, LightOwner::Beneath},
-      {"channels that are none",
-       {hand(0, 9), hand(513, 9), effect(-1, 9), hold(600, 9)},
-       0,
-       0,
-       LightOwner::Beneath},
-  };
-  for (const auto& test : cases) {
+  for (const MergeCase& test : kMerges) {
     Layers on;
     for (const Do& act : test.done) act(on.layers);
     EXPECT_EQ(on.faders.Level(1), test.dimmer) << test.what;
