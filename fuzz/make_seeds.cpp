@@ -13,6 +13,7 @@
 #include "catalogue/IndexFile.h"
 #include "catalogue/track_table.h"
 #include "dmx/FixtureFile.h"
+#include "dmx/LightGroups.h"
 #include "dmx/ShowFile.h"
 #include "karaoke/testing/DiscBytes.h"
 #include "karaoke/testing/MidiBytes.h"
@@ -286,6 +287,14 @@ void MakeRotationSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "book", singers::SingerBookText(book));
 }
 
+void MakeLightGroupSeeds(const std::filesystem::path& folder) {
+  WriteSeed(folder / "full", dmx::LightGroupsText({{"Front", {{"Par.dmx", 1}, {"Par.dmx", 8}}},
+                                                   {"Heads", {{"Head.dmx", 41}}}}));
+  WriteSeed(
+      folder / "wrong",
+      "[group]\nstart=5\nname=a\nfile=x\nfile=y\nstart=999\n[other]\nfile=z\nstart=1\n[group]\nname=\n");
+}
+
 void MakeOrderSeeds(const std::filesystem::path& folder) {
   using Source = app::IntakeOrder::Source;
   const auto order = [](app::IntakeOrder one) {
@@ -303,12 +312,15 @@ void MakeOrderSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},          {"mixtags", &MakeMixTagSeeds},     {"index", &MakeIndexSeeds},
-      {"settings", &MakeSettingsSeeds}, {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
-      {"presets", &MakePresetSeeds},    {"fixtures", &MakeFixtureSeeds},   {"shows", &MakeShowSeeds},
-      {"karaoke", &MakeKaraokeSeeds},   {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
-      {"discs", &MakeDiscSeeds},        {"lyrics", &MakeLyricSeeds},       {"journals", &MakeJournalSeeds},
-      {"orders", &MakeOrderSeeds},      {"rotations", &MakeRotationSeeds}};
+      {"tags", &MakeTagSeeds},           {"mixtags", &MakeMixTagSeeds},
+      {"index", &MakeIndexSeeds},        {"settings", &MakeSettingsSeeds},
+      {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
+      {"presets", &MakePresetSeeds},     {"fixtures", &MakeFixtureSeeds},
+      {"shows", &MakeShowSeeds},         {"karaoke", &MakeKaraokeSeeds},
+      {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
+      {"discs", &MakeDiscSeeds},         {"lyrics", &MakeLyricSeeds},
+      {"journals", &MakeJournalSeeds},   {"orders", &MakeOrderSeeds},
+      {"rotations", &MakeRotationSeeds}, {"lightgroups", &MakeLightGroupSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

@@ -47,6 +47,7 @@ ExitCode InspectMp3Gain(const Arguments& arguments, std::ostream& out, std::ostr
 ExitCode InspectPlaylist(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectPresets(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectRotation(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectLightGroups(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectScan(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectShow(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectTags(const Arguments& arguments, std::ostream& out, std::ostream& err);

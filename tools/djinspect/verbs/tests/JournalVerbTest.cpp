@@ -6,6 +6,7 @@
 #include <sstream>
 
 #include "app/resume/Journal.h"
+#include "dmx/LightGroups.h"
 #include "platform/files/testing/TestFolder.h"
 #include "singers/RotationFile.h"
 #include "tools/djinspect/verbs/Verbs.h"
@@ -55,6 +56,13 @@ TEST_F(JournalVerbTest, PrintsWhatIsStillToBeAdded) {
   EXPECT_EQ(
       nlohmann::json::parse(out_.str())["orders"],
       nlohmann::json::parse(R"([{"list":"playlist3","before":7,"opened":true,"paths":["/caf\u00e9.m3u"]}])"));
+}
+
+TEST_F(JournalVerbTest, PrintsGroupsOfLights) {
+  ASSERT_EQ(Inspect(dmx::LightGroupsText({{"Front", {{"Par.dmx", 7}}}}), "lightgroups"), ExitCode::Read);
+  const auto printed = nlohmann::json::parse(out_.str());
+  EXPECT_EQ(printed["groups"][0]["fixtures"][0]["start"], 7);
+  EXPECT_EQ(Inspect("shopping list", "lightgroups"), ExitCode::NothingRead);
 }
 
 TEST_F(JournalVerbTest, PrintsWhoSingsWhatAfterWhom) {
