@@ -12,8 +12,10 @@
 #include <vector>
 
 #include "benchmarks/Bench.h"
+#include "dmx/LightEffects.h"
 #include "dmx/ShowFile.h"
 #include "dmx/ShowPlayer.h"
+#include "dmx/testing/Rig.h"
 #include "platform/files/DiskFileSaver.h"
 #include "platform/files/testing/TestFolder.h"
 #include "platform/usb/K8062Frame.h"
@@ -115,6 +117,35 @@ Figure StepEngineShare() {
       "step engine, 512 channels fading, 44 looks a second", "% of a core", Median(shares), {}, "below 1"};
 }
 
+/// Colour chase, pulse and circle on 48 moving heads, as they are merged each tick of the conductor.
+Figure EffectsOfATick() {
+  constexpr int kHeads = 48;
+  constexpr int kTicks = 1000;
+  dmx::DMXname rig;
+  std::vector<dmx::LightEffect> effects(3);
+  constexpr std::array kKinds{dmx::EffectKind::ColourChase, dmx::EffectKind::Pulse, dmx::EffectKind::Circle};
+  for (std::size_t i = 0; i < kKinds.size(); ++i) effects[i].kind = kKinds[i];
+  for (int head = 0; head < kHeads; ++head) {
+    dmx::testing::AddHead(rig, 1 + 6 * head);
+    for (dmx::LightEffect& effect : effects) effect.fixtures.push_back(head + 1);
+  }
+  std::vector<dmx::FaderMove> moves;
+  const double begin = ThreadCpuSeconds();
+  for (int tick = 0; tick < kTicks; ++tick) {
+    moves.clear();
+    const dmx::MusicPlace music{tick * 0.02, 120};
+    for (std::size_t place = 0; place < kHeads; ++place) {
+      const dmx::DMXfilename& head = *rig.Item(static_cast<int>(place) + 1);
+      for (const dmx::LightEffect& effect : effects) {
+        const double rounds = dmx::RoundsAt(effect, music, 0, dmx::Flashing::Guarded);
+        dmx::AddMoves(moves, head, dmx::Share(head, {}, dmx::LookAt(effect, place, rounds, {})).effect);
+      }
+    }
+  }
+  const double seconds = ThreadCpuSeconds() - begin;
+  return {"three effects on 48 heads, a tick", "us", seconds / kTicks * 1e6, {}, "below 1000"};
+}
+
 void MeasureEncoder(std::vector<Figure>& figures) {
   const auto measure = [&](const std::string& name, auto make) {
     constexpr int kFrames = 3000;
@@ -150,6 +181,7 @@ std::vector<Figure> MeasureLights() {
   std::vector<Figure> figures;
   MeasureShowFile(figures);
   figures.push_back(StepEngineShare());
+  figures.push_back(EffectsOfATick());
   MeasureEncoder(figures);
   return figures;
 }
