@@ -48,6 +48,12 @@ std::vector<int> NewPositions(const dmx::DMXname& before, const dmx::DMXname& no
   return positions;
 }
 
+/// Which of a fixture an effect changes.
+int ChangedBy(const dmx::LiveLook& look) {
+  return int{look.light.has_value()} | int{look.colour.has_value()} << 1 | int{look.pan.has_value()} << 2 |
+         int{look.tilt.has_value()} << 3;
+}
+
 template <typename Levels>
 void Put(const std::vector<dmx::FaderMove>& moves, Levels& levels) {
   for (const dmx::FaderMove& move : moves) levels[static_cast<std::size_t>(move.channel - 1)] = move.level;
@@ -243,7 +249,11 @@ void LiveLightStation::RefreshAll() {
   }
   effect_levels_ = levels;
   // The hand gives an effect what that needs, and takes it back where the effect has ended.
-  for (std::size_t place = 0; place < fixtures_.size(); ++place) Refresh(place);
+  for (std::size_t place = 0; place < fixtures_.size(); ++place) {
+    OnFixture& on = fixtures_[place];
+    const int changes = ChangedBy(on.effect);
+    if (std::exchange(on.changed, changes) != changes) Refresh(place);
+  }
 }
 
 void LiveLightStation::Refresh(std::size_t place) {

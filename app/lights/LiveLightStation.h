@@ -95,6 +95,7 @@ class LiveLightStation {
   struct OnFixture {
     dmx::LiveLook hand;
     dmx::LiveLook effect;               ///< of this tick
+    int changed = 0;                    ///< what an effect changes of it
     std::vector<dmx::FaderMove> taken;  ///< channels that the look keeps in hand
   };
 
