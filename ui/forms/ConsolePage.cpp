@@ -12,10 +12,12 @@
 #include <cmath>
 
 #include "app/lights/LightStation.h"
+#include "app/lights/LiveLightStation.h"
 #include "app/lights/StagedShow.h"
 #include "app/settings/Preferences.h"
 #include "support/Settings.h"
 #include "ui/forms/FaderBank.h"
+#include "ui/forms/LiveConsole.h"
 #include "ui/forms/Menus.h"
 #include "ui/forms/OutputLine.h"
 #include "ui/forms/ShowLine.h"
@@ -23,6 +25,7 @@
 #include "ui/models/KeyMap.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/LiveWords.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/LightPreview.h"
@@ -31,21 +34,26 @@
 
 namespace ui {
 
-ConsolePage::ConsolePage(app::LightStation& lights, support::Settings& settings, MessageBoxes& boxes,
-                         const Look& look, QWidget* parent)
-    : Surface(look.skin.panel, parent), lights_(lights), settings_(settings), look_(look) {
+ConsolePage::ConsolePage(app::LightStation& lights, app::LiveLightStation& live, support::Settings& settings,
+                         MessageBoxes& boxes, const Look& look, QWidget* parent)
+    : Surface(look.skin.panel, parent), lights_(lights), live_(live), settings_(settings), look_(look) {
   Name(*this, "ConsolePage", look.say(Say::Console));
   auto* rows = new QVBoxLayout(this);  // the Tab key takes the controls in the order in which they are made
   SetSpacingEm(*rows, 0.5, 0.35);
   rows->addLayout(MakeHead(boxes));
   rows->addLayout(MakeShowRow(boxes));
-  rows->addLayout(MakeWire());
   MakeStage();
   rows->addWidget(stage_);
+  faders_ = new QWidget;
   bank_ = new FaderBank(look);
-  rows->addLayout(Row(0.5, {{bank_, 1}, MakeMaster()}), 1);
-  connect(bank_, &FaderBank::FaderMoved, this,
-          [this](int channel, int level) { lights_.MoveFader(channel, static_cast<dmx::DmxLevel>(level)); });
+  FillColumn(*faders_, 0, 0.35, {MakeWire(), {bank_, 1}});
+  console_ = new LiveConsole(live, look);
+  connect(console_, &LiveConsole::ShowEditorWanted, this, &ConsolePage::ShowEditorWanted);
+  rows->addLayout(Row(0.5, {{faders_, 1}, {console_, 1}, MakeMaster()}), 1);
+  console_->hide();
+  connect(bank_, &FaderBank::FaderMoved, this, [this](int channel, int level) {
+    lights_.TakeInHand({{channel, static_cast<dmx::DmxLevel>(level)}});
+  });
   connect(bank_, &FaderBank::Scrolled, this, &ConsolePage::ShowRange);
   ReadColours();
 }
@@ -55,6 +63,17 @@ QHBoxLayout* ConsolePage::MakeHead(MessageBoxes& boxes) {
   auto* row = new QHBoxLayout;
   SetSpacingEm(*row, 0, 0.6);
   row->addWidget(output_, 1);
+  const auto view = [this](const char* name, LiveWord word, View shown) {
+    const auto& say = look_.say;
+    return Lamp(name,
+                {say(word), say(word), say(Say::KeyHint).arg(say.Tip(word), KeyText(KeyOfLiveLights()))},
+                [this, shown](bool) { ShowView(shown); });
+  };
+  to_live_ = view("LiveView", LiveWord::LiveView, View::Live);
+  to_faders_ = view("FadersView", LiveWord::FadersView, View::Faders);
+  to_faders_->setChecked(true);
+  row->addWidget(to_live_);
+  row->addWidget(to_faders_);
   MakeChoices(*row);
   return row;
 }
@@ -75,12 +94,26 @@ void ConsolePage::MakeChoices(QHBoxLayout& row) {
   Name(*fixtures_, "FixtureChoice", say.Of(ConsoleWord::Fixture));
   connect(fixtures_, &QComboBox::activated, this,
           [this](int choice) { bank_->ShowFrom(fixtures_->itemData(choice).toInt()); });
-  auto* down = ToolButton("AllDown", say.Of(ConsoleWord::AllDown), [this] { AllDown(); });
+  auto* down = ToolButton("AllDown", say.Of(ConsoleWord::AllDown), [this] { lights_.AllDown(); });
   for (QWidget* widget :
        {static_cast<QWidget*>(back_), static_cast<QWidget*>(range_), static_cast<QWidget*>(on_),
         static_cast<QWidget*>(fixtures_), static_cast<QWidget*>(down)}) {
     row.addWidget(widget);
+    if (widget != down) of_faders_.push_back(widget);
   }
+}
+
+void ConsolePage::ShowView(View view) {
+  const bool live = view == View::Live;
+  to_live_->setChecked(live);
+  to_faders_->setChecked(!live);
+  for (QWidget* widget : of_faders_) widget->setVisible(!live);
+  faders_->setVisible(!live);
+  console_->setVisible(live);
+}
+
+void ConsolePage::ToggleView() {
+  ShowView(to_live_->isChecked() ? View::Faders : View::Live);
 }
 
 QHBoxLayout* ConsolePage::MakeShowRow(MessageBoxes& boxes) {
@@ -99,7 +132,9 @@ QHBoxLayout* ConsolePage::MakeWire() {
           [this](int channel) { bank_->ShowFrom(channel - (channel - 1) % bank_->Size()); });
   QLabel* head = Caption(look_.say(ConsoleWord::Wire), look_.skin.dim);
   head->setToolTip(look_.say.Tip(ConsoleWord::Wire));
-  return Row(0.6, {head, {wire_, 1}});
+  return Row(0.6, {head, {wire_, 1}, ToolButton("FadersRelease", look_.say.Of(LiveWord::ReleaseAll), [this] {
+                     live_.LetAllGo();
+                   })});
 }
 
 void ConsolePage::MakeStage() {
@@ -110,7 +145,9 @@ void ConsolePage::MakeStage() {
   stage_->hide();
   connect(stage_, &LightPreview::Chosen, this, [this](int fixture) {
     const dmx::DMXfilename* chosen = patch_ == nullptr ? nullptr : patch_->fixtures.Item(fixture);
-    if (chosen != nullptr) bank_->ShowFrom(chosen->StartChannel);
+    if (chosen == nullptr) return;
+    if (to_live_->isChecked()) return console_->ChooseFixture(fixture);
+    bank_->ShowFrom(chosen->StartChannel);
   });
   (new ContextMenu(*stage_, QStringLiteral("StageMenu")))->AddLast([this](QMenu& menu, const QPoint& place) {
     FillFixtureMenu(menu, stage_->FixtureAt(place));
@@ -134,10 +171,10 @@ void ConsolePage::FillFixtureMenu(QMenu& menu, int position) {
   AddAct(menu, QStringLiteral("FixtureFaders"), say(ConsoleWord::FixtureFaders).arg(name), {},
          [this, start] { bank_->ShowFrom(start); });
   AddAct(menu, QStringLiteral("FixtureFull"), say(ConsoleWord::FixtureFull).arg(name), {}, [this, full] {
-    lights_.MoveFaders(full);
+    lights_.TakeInHand(full);
   })->setEnabled(!full.empty());
   AddAct(menu, QStringLiteral("FixtureDark"), say(ConsoleWord::FixtureDark).arg(name), {},
-         [this, dark] { lights_.MoveFaders(dark); });
+         [this, dark] { lights_.TakeInHand(dark); });
   menu.addSeparator();
   AddAct(menu, QStringLiteral("FixtureLibrary"), say(Say::FixtureEditor), KeyOfFixtureEditor(),
          [this] { Q_EMIT LibraryWanted(); });
@@ -162,12 +199,6 @@ QVBoxLayout* ConsolePage::MakeMaster() {
   connect(master_, &QSlider::valueChanged, this, [this](int level) { lights_.SetGrandMaster(level); });
   master_text_ = Reading("GrandMasterValue", Qt::AlignCenter, "100 %");
   return Column(0.1, {head, {master_, 1, Qt::AlignHCenter}, master_text_});
-}
-
-void ConsolePage::AllDown() {
-  std::vector<dmx::FaderMove> moves;
-  for (int channel = 1; channel <= dmx::kUniverseChannels; ++channel) moves.push_back({channel, 0});
-  lights_.MoveFaders(std::move(moves));
 }
 
 void ConsolePage::ToggleBlackout() {
@@ -220,8 +251,12 @@ void ConsolePage::Show(support::TimePoint now) {
   blackout_ = view.blackout;
   if (!isVisible()) return;
   output_->Show(view, now);
-  bank_->Show(view, now);
-  wire_->Show(view.on_the_wire);
+  if (to_live_->isChecked()) {
+    console_->Show();
+  } else {
+    bank_->Show(view, now);
+    wire_->Show(view.on_the_wire);
+  }
   ShowStage(view);
   show_->Show(view);
   if (view.patch != patch_ || fixtures_->placeholderText().isEmpty()) {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "app/lights/StagedShow.h"
 #include "support/Clock.h"
@@ -17,6 +18,7 @@ class QVBoxLayout;
 
 namespace app {
 class LightStation;
+class LiveLightStation;
 struct LightView;
 }  // namespace app
 
@@ -29,22 +31,26 @@ namespace ui {
 class Fader;
 class FaderBank;
 class LightPreview;
+class LiveConsole;
 class MessageBoxes;
 class OutputLine;
 class QuietCombo;
 class ShowLine;
 class WireStrip;
 
-/// The light console: output, faders over all channels, what is on the wire, and the show player.
+/// The light console: output, show player and stage, and below them the faders of all channels with what is
+/// on the wire, or the live console.
 class ConsolePage final : public Surface {
   Q_OBJECT
 
  public:
-  ConsolePage(app::LightStation& lights, support::Settings& settings, MessageBoxes& boxes, const Look& look,
-              QWidget* parent = nullptr);
+  ConsolePage(app::LightStation& lights, app::LiveLightStation& live, support::Settings& settings,
+              MessageBoxes& boxes, const Look& look, QWidget* parent = nullptr);
 
   void Show(support::TimePoint now);
   void ToggleBlackout();
+  /// Between the faders and the live console.
+  void ToggleView();
 
  Q_SIGNALS:
   void LibraryWanted();
@@ -55,12 +61,13 @@ class ConsolePage final : public Surface {
   void keyPressEvent(QKeyEvent* event) override;
 
  private:
+  enum class View { Faders, Live };
+  void ShowView(View view);
   QHBoxLayout* MakeHead(MessageBoxes& boxes);
   void MakeChoices(QHBoxLayout& row);
   QHBoxLayout* MakeShowRow(MessageBoxes& boxes);
   QHBoxLayout* MakeWire();
   QVBoxLayout* MakeMaster();
-  void AllDown();
   void ReadColours();
   void ShowRange();
   void MakeStage();
@@ -70,6 +77,7 @@ class ConsolePage final : public Surface {
   void ListFixtures(const app::StagePatch* patch);
 
   app::LightStation& lights_;
+  app::LiveLightStation& live_;
   support::Settings& settings_;
   Look look_;
   OutputLine* output_;
@@ -80,6 +88,11 @@ class ConsolePage final : public Surface {
   WireStrip* wire_;
   LightPreview* stage_;
   FaderBank* bank_;
+  QWidget* faders_;  ///< all of their view
+  LiveConsole* console_;
+  QPushButton* to_live_;
+  QPushButton* to_faders_;
+  std::vector<QWidget*> of_faders_;  ///< in the head
   Fader* master_;
   QLabel* master_text_;
   ShowLine* show_;

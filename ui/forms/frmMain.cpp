@@ -162,7 +162,8 @@ QWidget* frmMain::MakePages(const Look& look) {
     music_->Reload();
     karaoke_->Reload();
   });
-  console_ = new ConsolePage(workstation_.Lights(), workstation_.Settings(), boxes_, look);
+  console_ = new ConsolePage(workstation_.Lights(), workstation_.LiveLights(), workstation_.Settings(),
+                             boxes_, look);
   connect(console_, &ConsolePage::LibraryWanted, this, [this] { editors_.OpenLibrary(); });
   connect(console_, &ConsolePage::ShowEditorWanted, this, [this] { editors_.OpenShowEditor(); });
   organ_ = new OrganPage(workstation_.Organ(), boxes_, bank_draft_, look);

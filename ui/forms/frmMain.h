@@ -114,6 +114,7 @@ class frmMain final : public QMainWindow {
   [[nodiscard]] std::string ChosenFile() const;
   PlaylistPanel* MakePlaylist(int number, const Look& look);
   void AddPage(QWidget* page, Say caption, Say tip, const Look& look, QWidget* buttons);
+  void ToggleLiveLights();
   void ShowPage(int page);
   void FocusPage();
   void GiveRowMenus();

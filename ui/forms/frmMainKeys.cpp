@@ -24,6 +24,7 @@ constexpr int kCrossfaderStep = 5;
 constexpr auto kListenStep = std::chrono::seconds(10);
 constexpr int kPages = 8;
 constexpr int kKaraokePage = 2;
+constexpr int kConsolePage = 3;
 
 }  // namespace
 
@@ -75,6 +76,7 @@ void frmMain::MakeKeys() {
   Key(KeyOfMicrophone(), Reach::Everywhere, [this] { microphone_->Toggle(); });
   Key(KeyOfCompactDecks(), Reach::Everywhere, [this] { ToggleDeckForm(); });
   Key(KeyOfBlackout(), Reach::Everywhere, [this] { console_->ToggleBlackout(); });
+  Key(KeyOfLiveLights(), Reach::Everywhere, [this] { ToggleLiveLights(); });
   Key(KeyOfFinding(), Reach::Window, [this] { Find(); });
   Key(KeyOfUndo(), Reach::Window, [this] { BringRowsBack(); });
   Key(KeyOfListening(), Reach::Everywhere, [this] { ListenToChosen(); });
@@ -91,6 +93,11 @@ void frmMain::MakeKeys() {
       [this] { deck_area_->Mixer().MoveCrossfader(-kCrossfaderStep); });
   Key(QKeySequence(Qt::CTRL | Qt::Key_Right), Reach::Window,
       [this] { deck_area_->Mixer().MoveCrossfader(kCrossfaderStep); });
+}
+
+void frmMain::ToggleLiveLights() {
+  ShowPage(kConsolePage);
+  console_->ToggleView();
 }
 
 // Shortcuts know no release, so what lasts as long as a key is held is listened for here.

@@ -43,6 +43,10 @@ QKeySequence KeyOfTalking() {
   return QKeySequence(Qt::CTRL | Qt::Key_T);
 }
 
+QKeySequence KeyOfLiveLights() {
+  return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_V);
+}
+
 QKeySequence KeyOfBlackout() {
   return QKeySequence(Qt::CTRL | Qt::Key_B);
 }

@@ -42,6 +42,8 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfMicrophone();
 /// Speaking over the music, for as long as it is held.
 [[nodiscard]] QKeySequence KeyOfTalking();
+/// The light page, and there between faders and live console.
+[[nodiscard]] QKeySequence KeyOfLiveLights();
 /// All lamps dark, from every page.
 [[nodiscard]] QKeySequence KeyOfBlackout();
 /// Looking for rows.

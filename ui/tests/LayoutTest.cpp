@@ -13,6 +13,8 @@
 #include <map>
 #include <set>
 
+#include "app/lights/LightStation.h"
+#include "dmx/testing/Rig.h"
 #include "ui/tests/Booth.h"
 #include "ui/widgets/ChannelFader.h"
 #include "ui/widgets/ElidedLabel.h"
@@ -54,6 +56,7 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
     for (int page = 0; page < 8; ++page) {
       Press(static_cast<Qt::Key>(Qt::Key_1 + page), Qt::ControlModifier);
       OnWhatIsShown(check);
+      if (page == kConsole) OnTheLiveConsole(check);
       if (page != kEffects) continue;
       Click("EffectsMixing");
       OnWhatIsShown(check);
@@ -65,6 +68,22 @@ class LayoutTest : public Booth, public ::testing::WithParamInterface<Case> {
       if (widget->isVisible() && !IsPartOfAControl(*widget)) check(*widget);
     }
   }
+  /// Without fixtures, and with four pars and two heads.
+  template <class Check>
+  void OnTheLiveConsole(Check check) {
+    Click("LiveView");
+    OnWhatIsShown(check);
+    dmx::DMXname rig;
+    for (const int start : {1, 4, 7, 10}) dmx::testing::AddRgbPar(rig, start);
+    for (const int start : {21, 31}) dmx::testing::AddHead(rig, start);
+    station->Lights().TakePatch(rig);
+    Settle();
+    OnWhatIsShown(check);
+    station->Lights().TakePatch({});
+    Settle();
+    Click("FadersView");
+  }
+  static constexpr int kConsole = 3;
   static constexpr int kEffects = 5;
 
   /// Scroll areas and lists are made of parts of their own.

@@ -20,6 +20,7 @@
 
 #include "app/Language.h"
 #include "app/singers/SingerStation.h"
+#include "dmx/testing/Rig.h"
 #include "dmx/testing/ShowMaker.h"
 #include "karaoke/testing/MidiBytes.h"
 #include "ui/forms/DMX.h"
@@ -69,6 +70,7 @@ class Pictures : public EditorBooth {
   void TakeMusic();
   void TakeKaraoke();
   void TakeLamps();
+  void TakeLive();
   void TakeOrgan();
   void TakeOtherPages();
   void TakeEditors();
@@ -222,6 +224,27 @@ void Pictures::TakeLamps() {
       {"Blue"});
   Work();
   Take(QStringLiteral("console"));
+  TakeLive();
+}
+
+/// The live console without fixtures, with a few and with many.
+void Pictures::TakeLive() {
+  Push("LiveView");
+  for (const auto& [name, pars, heads] :
+       {std::tuple{"none", 0, 0}, std::tuple{"few", 4, 2}, std::tuple{"many", 40, 8}}) {
+    dmx::DMXname rig;
+    for (int par = 0; par < pars; ++par) dmx::testing::AddRgbPar(rig, 1 + 3 * par);
+    for (int head = 0; head < heads; ++head) dmx::testing::AddHead(rig, 201 + 6 * head);
+    station->Lights().TakePatch(rig);
+    Work();
+    if (pars > 0) {
+      for (const char* button : {"Group0On", "LiveColour5", "EffectCircle"}) Push(button);
+      Work();
+    }
+    Take(QStringLiteral("console-live-") + QLatin1String(name));
+  }
+  Push("ReleaseAll");
+  Push("FadersView");
 }
 
 void Pictures::TakeOrgan() {
