@@ -45,7 +45,7 @@ LivePalette::LivePalette(const Look& look, QWidget* parent) : QWidget(parent), l
   pan_ = Slide("LivePan", LiveWord::Pan, &dmx::LiveLook::pan);
   tilt_ = Slide("LiveTilt", LiveWord::Tilt, &dmx::LiveLook::tilt);
   FillColumn(*this, 0, 0.35,
-             {Row(0.25, {none_, Part(colours_, 1)}), Row(0.6, {gobo_, {rotation_, 1}, {speed_, 1}}),
+             {Row(0.25, {none_, Part(colours_, 1)}), Row(0.6, {{gobo_, 1}, {rotation_, 1}, {speed_, 1}}),
               Row(0.6, {{pan_, 1}, {tilt_, 1}})});
 }
 
