@@ -66,7 +66,7 @@ LiveLightStation::LiveLightStation(const StationContext& context, LightStation& 
       lights_(lights),
       file_(context.files, context.workers, context.gate, context.folder.Native(dmx::kLightGroupsFile),
             [&context](const support::Error& why) {
-              context.tell(context.say(Sentence::LightGroupsNotSaved, {context.say(why)}));
+              context.tell({Sentence::LightGroupsNotSaved, {}, {SayingOf(why)}});
             }) {}
 
 LiveLightStation::~LiveLightStation() = default;
@@ -80,7 +80,7 @@ void LiveLightStation::StartUp() {
     return;
   }
   file_.SetAsideFirst("damaged");
-  context_.tell(context_.say(Sentence::LightGroupsDamaged, {std::string(dmx::kLightGroupsFile.substr(1))}));
+  context_.tell({Sentence::LightGroupsDamaged, {std::string(dmx::kLightGroupsFile.substr(1))}});
 }
 
 void LiveLightStation::ShutDown() {
