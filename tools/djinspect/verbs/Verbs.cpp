@@ -29,7 +29,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"lightgroups", "FILE", &InspectLightGroups},
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},
-    {"tags", "FILE", &InspectTags},
+    {"tags", "FILE [--all]", &InspectTags},
     {"zip", "FILE", &InspectZip},
 });
 // clang-format on

@@ -7,6 +7,7 @@
 #include <sstream>
 
 #include "platform/codec/testing/MediaMaker.h"
+#include "platform/tags/TagFileEditor.h"
 #include "platform/tags/TagWriter.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
@@ -93,6 +94,19 @@ TEST(ReadableText, KnowsEveryWayOfBeingNoUtf8) {
        {"\xE9", "\xC0\xAF", "\xE2\x82", "\xED\xA0\x80", "\xF4\x90\x80\x80", "\x80", "\xE0\x80\x80"}) {
     EXPECT_NE(ReadableText(wrong), wrong);
   }
+}
+
+TEST_F(TagsVerbTest, AllShowsEveryFieldByItsOwnNameAndPicturesByTheirSize) {
+  const std::string path = Track("all.mp3", {.artist = "Anna", .user_items = {{"MOOD", "calm"}}});
+  catalogue::TagEdit edit;
+  edit.cover = catalogue::TagPicture{"", "\xFF\xD8\xFF\xE0 red \xFF\xD9"};
+  ASSERT_TRUE(platform::tags::TagFileEditor().Write(path, edit));
+  ASSERT_EQ(Inspect({"tags", path, "--all"}), ExitCode::Read);
+  const auto fields = Printed()["fields"];
+  EXPECT_EQ(fields[0], (nlohmann::ordered_json{{"tag", "ID3v2"}, {"name", "TPE1"}, {"value", "Anna"}}));
+  EXPECT_EQ(Printed()["pictures"],
+            (nlohmann::ordered_json::parse(R"([{"type":"3","mime":"image/jpeg","bytes":11}])")));
+  EXPECT_EQ(Inspect({"tags", media_.Text("notes.txt"), "--all"}), ExitCode::NothingRead);
 }
 
 }  // namespace
