@@ -10,6 +10,7 @@
 namespace catalogue {
 class FolderReader;
 class SideStore;
+class TagEditor;
 class TagReader;
 class TagWriter;
 }  // namespace catalogue
@@ -85,6 +86,7 @@ struct Ports {
   const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
   decks::DeckEffects* effects = nullptr;                ///< null: decks have none
   decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
+  catalogue::TagEditor* tag_editor = nullptr;           ///< null: tags are not edited
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
 };
 

@@ -93,6 +93,10 @@ RecordingStation& Workstation::Recording() {
   return parts_->recording;
 }
 
+TagStation& Workstation::Tags() {
+  return parts_->tags;
+}
+
 SongStation& Workstation::Songs() {
   return parts_->songs;
 }

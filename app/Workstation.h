@@ -37,6 +37,7 @@ class Prompts;
 class RecordingStation;
 class SingerStation;
 class SongStation;
+class TagStation;
 class Visuals;
 struct MixerHands;
 struct Ports;
@@ -99,6 +100,7 @@ class Workstation {
   [[nodiscard]] SongStation& Songs();
   [[nodiscard]] SingerStation& Singers();
   [[nodiscard]] RecordingStation& Recording();
+  [[nodiscard]] TagStation& Tags();
   [[nodiscard]] EditorFiles& Editors();
   [[nodiscard]] app::Drafts& Drafts();
   [[nodiscard]] app::Visuals& Visuals();

@@ -55,6 +55,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       editors(context),
       drafts(context),
       resume(context, {rack, lights, live, songs, lists, settings}, outside.journal),
+      tags(context, {outside.tag_editor, &outside.tags, outside.side_store, locks}, collections),
       gains(outside.commands, folder, outside.workers, gate, window),
       decks({context, rack, resume, settings, collections, gains}, outside.sound) {
   rack.FollowSong([this] {

@@ -33,6 +33,7 @@
 #include "app/songs/SongStation.h"
 #include "app/sound/GainQueries.h"
 #include "app/sound/MicrophoneStation.h"
+#include "app/tags/TagStation.h"
 #include "app/work/Conductor.h"
 #include "app/work/IdleCores.h"
 #include "app/work/WorkGate.h"
@@ -91,6 +92,7 @@ struct Workstation::Parts {
   EditorFiles editors;
   app::Drafts drafts;
   ResumeStation resume;
+  TagStation tags;
   GainQueries gains;
   app::Decks decks;
 };

@@ -38,6 +38,7 @@
 #include "platform/sidestore/SqliteSideStore.h"
 #include "platform/stretch/LibraryStretcherFactory.h"
 #include "platform/tags/MixingTagWriter.h"
+#include "platform/tags/TagFileEditor.h"
 #include "platform/tags/TagLibTagReader.h"
 #include "platform/usb/K8061Boards.h"
 #include "platform/usb/K8062Interface.h"
@@ -150,6 +151,7 @@ struct Program::Parts {
                      .priority = &rights,
                      .effects = &engine.Effects(),
                      .desk = &engine.Desk(),
+                     .tag_editor = &tag_editor,
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     saves.Keep(folder);
@@ -170,6 +172,7 @@ struct Program::Parts {
   platform::archive::PackedDiscImages images{loose_images};
   platform::tags::TagLibTagReader tags;
   platform::tags::MixingTagWriter tag_writer;
+  platform::tags::TagFileEditor tag_editor;
   platform::audio::PulseDevices outputs{{}, [this] { rights.Join(SoundThreads::Duty::Callback); }};
   platform::audio::PulseInputs inputs{{}, [this] { rights.Join(SoundThreads::Duty::Callback); }};
   platform::audio::PulseMixer mixer;

@@ -22,4 +22,5 @@
 #include "app/songs/SongStation.h"
 #include "app/sound/DeckStation.h"
 #include "app/sound/MicrophoneStation.h"
+#include "app/tags/TagStation.h"
 #include "support/Settings.h"
