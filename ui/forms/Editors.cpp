@@ -2,8 +2,12 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/forms/Editors.h"
 
+#include "app/WorkstationView.h"
+#include "app/songs/SongStation.h"
+#include "app/tags/TagStation.h"
 #include "ui/forms/DMX.h"
 #include "ui/forms/Library.h"
+#include "ui/forms/frmTags.h"
 
 namespace ui {
 
@@ -36,7 +40,22 @@ void Editors::OpenShowEditor() {
   Open(show_);
 }
 
+void Editors::OpenTags(std::vector<std::string> files) {
+  if (!tags_) {
+    tags_ = std::make_unique<frmTags>(workstation_.Tags());
+    tags_->ApplySheet(*look_, points_);
+    QObject::connect(
+        tags_.get(), &frmTags::Left, tags_.get(),
+        [this] {
+          if (!tags_->isVisible()) tags_.release()->deleteLater();
+        },
+        Qt::QueuedConnection);
+  }
+  tags_->Edit(std::move(files));
+}
+
 void Editors::ClearSheet() {
+  if (tags_) tags_->ClearSheet();
   if (library_) library_->ClearSheet();
   if (show_) show_->ClearSheet();
 }
@@ -44,11 +63,14 @@ void Editors::ClearSheet() {
 void Editors::ApplySheet(const Look& look, double points) {
   look_ = std::make_unique<Look>(look);
   points_ = points;
+  if (tags_) tags_->ApplySheet(look, points);
   if (library_) library_->ApplySheet(look, points);
   if (show_) show_->ApplySheet(look, points);
 }
 
 void Editors::ShowFrame() {
+  workstation_.Tags().Follow(workstation_.View(), workstation_.Songs().View().filename);
+  if (tags_) tags_->ShowFrame();
   for (EditorWindow* editor :
        {static_cast<EditorWindow*>(library_.get()), static_cast<EditorWindow*>(show_.get())}) {
     if (editor == nullptr) continue;
@@ -58,13 +80,17 @@ void Editors::ShowFrame() {
 }
 
 bool Editors::Changed() const {
-  return (library_ && library_->Changed()) || (show_ && show_->Changed());
+  return (library_ && library_->Changed()) || (show_ && show_->Changed()) || (tags_ && tags_->Changed());
 }
 
 void Editors::LeaveThen(std::function<void()> then) {
-  const auto leave_show = [this, then = std::move(then)] {
-    if (show_ && show_->Changed()) return show_->Leave(then);
+  const auto leave_tags = [this, then = std::move(then)] {
+    if (tags_ && tags_->Changed()) return tags_->Leave(then);
     then();
+  };
+  const auto leave_show = [this, leave_tags] {
+    if (show_ && show_->Changed()) return show_->Leave(leave_tags);
+    leave_tags();
   };
   if (library_ && library_->Changed()) return library_->Leave(leave_show);
   leave_show();
@@ -73,10 +99,15 @@ void Editors::LeaveThen(std::function<void()> then) {
 void Editors::Close() {
   library_.reset();
   show_.reset();
+  tags_.reset();
 }
 
 Library* Editors::FixtureEditor() const {
   return library_.get();
+}
+
+frmTags* Editors::TagEditor() const {
+  return tags_.get();
 }
 
 DMX* Editors::ShowEditor() const {

@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <memory>
+#include <string>
+#include <vector>
 
 #include "app/Workstation.h"
 #include "ui/widgets/Look.h"
@@ -17,8 +19,10 @@ namespace ui {
 class DMX;
 class EditorWindow;
 class Library;
+class frmTags;
 
-/// The windows of the fixture editor and the show editor: at most one of each, beside the main window.
+/// The windows of the fixture editor, the show editor and the tag editor: at most one of each, beside the
+/// main window.
 class Editors {
  public:
   Editors(app::Workstation& workstation, const support::Clock& clock);
@@ -31,6 +35,8 @@ class Editors {
   void ApplySheet(const Look& look, double points);
   void OpenLibrary();
   void OpenShowEditor();
+  /// The tags of these files.
+  void OpenTags(std::vector<std::string> files);
   void ShowFrame();
   /// Anything that is not saved.
   [[nodiscard]] bool Changed() const;
@@ -41,6 +47,7 @@ class Editors {
   /// Null while they are closed.
   [[nodiscard]] Library* FixtureEditor() const;
   [[nodiscard]] DMX* ShowEditor() const;
+  [[nodiscard]] frmTags* TagEditor() const;
 
  private:
   template <typename Window>
@@ -52,6 +59,7 @@ class Editors {
   double points_ = 0;
   std::unique_ptr<Library> library_;
   std::unique_ptr<DMX> show_;
+  std::unique_ptr<frmTags> tags_;
 };
 
 }  // namespace ui

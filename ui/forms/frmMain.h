@@ -146,6 +146,8 @@ class frmMain final : public QMainWindow {
   void AddChosenTo(int playlist);
   [[nodiscard]] PlaylistPanel& PanelOf(TableId playlist) const;
   void AnalyseChosen();
+  /// Of the rows chosen on the page that is shown.
+  void EditTags();
   void DeleteTracks();
   void DeleteKaraoke();
   void AddFiles(std::vector<std::string> paths);

@@ -84,6 +84,7 @@ void frmMain::MakeKeys() {
       [this] { listen_->SeekBy(-kListenStep); });
   Key(QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_Right), Reach::Window,
       [this] { listen_->SeekBy(kListenStep); });
+  Key(KeyOfTags(), Reach::Window, [this] { EditTags(); });
   Key(KeyOfFixtureEditor(), Reach::Everywhere, [this] { editors_.OpenLibrary(); });
   Key(KeyOfShowEditor(), Reach::Everywhere, [this] { editors_.OpenShowEditor(); });
   Key(KeyOfHelp(), Reach::Everywhere, [this] {

@@ -12,6 +12,7 @@
 #include "ui/models/DeckChoice.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/ScanWords.h"
+#include "ui/strings/TagWords.h"
 
 namespace ui {
 
@@ -22,7 +23,12 @@ void frmMain::GiveRowMenus() {
   give(music_->RowMenu(), TableId::Catalogue);
   for (int playlist = 1; playlist <= app::kPlaylists; ++playlist)
     give(PanelOf(PlaylistId(playlist)).RowMenu(), PlaylistId(playlist));
-  karaoke_->RowMenu().AddFirst([this](QMenu& menu, const QPoint&) { FillSongMenu(menu); });
+  karaoke_->RowMenu().AddFirst([this](QMenu& menu, const QPoint&) {
+    FillSongMenu(menu);
+    AddAct(menu, QStringLiteral("SongsEditTags"), (*say_)(TagWord::EditTags), KeyOfTags(), [this] {
+      EditTags();
+    })->setEnabled(!karaoke_->ChosenRows().empty());
+  });
 }
 
 void frmMain::FillRowMenu(QMenu& menu, TableId table) {
@@ -45,6 +51,9 @@ void frmMain::FillRowMenu(QMenu& menu, TableId table) {
            KeyOfPlaylist(playlist), [this, playlist] { AddChosenTo(playlist); })
         ->setEnabled(chosen);
   }
+  AddAct(menu, QStringLiteral("RowsEditTags"), say(TagWord::EditTags), KeyOfTags(), [this] {
+    EditTags();
+  })->setEnabled(chosen);
   if (table != TableId::Catalogue) return;
   AddAct(menu, QStringLiteral("RowsAnalyse"), say(ScanWord::Analyse), {}, [this] {
     AnalyseChosen();

@@ -2,9 +2,11 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 // Rows on their way: to decks, into playlists, off the disk.
 #include <QPointer>
+#include <QStackedWidget>
 
 #include "app/Collections.h"
 #include "app/Decks.h"
+#include "app/tags/TagStation.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/KaraokePage.h"
 #include "ui/forms/ListenBar.h"
@@ -108,6 +110,17 @@ void frmMain::AddChosenTo(int playlist) {
 
 void frmMain::AnalyseChosen() {
   workstation_.Collections().Analyse(music_->ChosenRows().rows);
+}
+
+void frmMain::EditTags() {
+  const bool karaoke = pages_->currentWidget() == karaoke_->parentWidget();
+  const TrackRows chosen = ChosenRows();
+  std::vector<std::string> files = karaoke ? FilesOf(workstation_.Collections().Karaoke().Table(),
+                                                     karaoke_->ChosenRows(), catalogue::karaoke::kFilename)
+                                           : FilesOf(TableOf(workstation_.Collections(), chosen.table),
+                                                     chosen.rows, catalogue::track::kFilename);
+  if (files.empty()) return status_->Tell((*say_)(Say::NoRowChosen));
+  if (workstation_.Tags().CanEdit()) editors_.OpenTags(std::move(files));
 }
 
 void frmMain::DeleteTracks() {

@@ -27,6 +27,10 @@ QKeySequence KeyOfShowEditor() {
   return QKeySequence(Qt::CTRL | Qt::SHIFT | Qt::Key_D);
 }
 
+QKeySequence KeyOfTags() {
+  return QKeySequence(Qt::CTRL | Qt::Key_E);
+}
+
 QKeySequence KeyOfNewSinger() {
   return QKeySequence(Qt::CTRL | Qt::Key_G);
 }

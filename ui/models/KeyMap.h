@@ -35,6 +35,7 @@ enum class Command {
 [[nodiscard]] QKeySequence KeyOfListening();
 [[nodiscard]] QKeySequence KeyOfFixtureEditor();
 [[nodiscard]] QKeySequence KeyOfShowEditor();
+[[nodiscard]] QKeySequence KeyOfTags();
 /// The recording begins or ends.
 [[nodiscard]] QKeySequence KeyOfNewSinger();
 [[nodiscard]] QKeySequence KeyOfRecording();

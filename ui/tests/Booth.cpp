@@ -30,6 +30,7 @@ Booth::Booth() {
   ports.commands = &commands;
   ports.microphone = &microphone;
   ports.recorder = &recorder;
+  ports.tag_editor = &tag_editor;
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);
   station->StartUp();

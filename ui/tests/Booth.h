@@ -14,6 +14,7 @@
 #include "app/sound/BuiltInVisualisation.h"
 #include "app/testing/AllParts.h"
 #include "app/testing/FakeMixer.h"
+#include "catalogue/testing/FakeTagEditor.h"
 #include "catalogue/testing/FakeTagReader.h"
 #include "decks/testing/FakeCommandRunner.h"
 #include "decks/testing/FakeMicrophone.h"
@@ -93,6 +94,7 @@ class Booth : public ::testing::Test {
   decks::testing::RecordingEffects effects;
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
+  catalogue::testing::FakeTagEditor tag_editor{tags};
   app::testing::FakeMixer mixer;
   app::BuiltInVisualisation visualisation;
   karaoke::testing::RecordingSynthesisers synthesisers;
