@@ -16,6 +16,7 @@ namespace bench {
 [[nodiscard]] std::vector<Figure> MeasurePlaylists();
 [[nodiscard]] std::vector<Figure> MeasureLights();
 [[nodiscard]] std::vector<Figure> MeasureScan();
+[[nodiscard]] std::vector<Figure> MeasureTags();
 /// Ten minutes of clicks are analysed and played for it.
 [[nodiscard]] std::vector<Figure> MeasureOrgan();
 [[nodiscard]] std::vector<Figure> MeasureEngine();

@@ -22,6 +22,7 @@ constexpr auto kParts = std::to_array<Part>({
     {"playlists", bench::MeasurePlaylists},
     {"lights", bench::MeasureLights},
     {"scan", bench::MeasureScan},
+    {"tags", bench::MeasureTags},
     {"organ", bench::MeasureOrgan},
     {"engine", bench::MeasureEngine},
     {"limiter", bench::MeasureLimiter},
