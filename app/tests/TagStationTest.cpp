@@ -168,7 +168,7 @@ TEST_F(TagStationTest, TheBlockOfMixingTagsIsCarriedOverAndItsTempoGoesAlong) {
   Tags().Write({{PathOf(0), edit}}, nullptr, Keep());
   Work();
   EXPECT_EQ(editor_.SheetOf(PathOf(0))[TagField::Comment], "yours\r\nSMP\r\n1.000\r\nBPM\r\n127.5");
-  EXPECT_EQ(Music().Cell(1, track::kBpm), "127.50");
+  EXPECT_EQ(Music().Cell(1, track::kBpm), "127.5");
   sheet = editor_.SheetOf(PathOf(0));
   sheet[TagField::Comment] = "yours\r\nSMP\r\n2.000";
   editor_.AddFile(PathOf(0), sheet);  // an analysis

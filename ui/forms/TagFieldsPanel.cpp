@@ -145,10 +145,12 @@ void TagFieldsPanel::ShowLine(std::size_t field) {
   const QString hint = all.differs ? look_.say(TagWord::Differs) : QString();
   showing_ = true;
   if (made.line != nullptr) {
-    if (made.line->text() != text) made.line->setText(text);
+    // What was typed before a writing is not what Ctrl+Z takes back after it.
+    if (made.line->text() != text || made.line->isUndoAvailable()) made.line->setText(text);
     made.line->setPlaceholderText(hint);
   } else {
-    if (made.text->toPlainText() != text) made.text->setPlainText(text);
+    const bool typed = made.text->document()->isUndoAvailable();
+    if (made.text->toPlainText() != text || typed) made.text->setPlainText(text);
     made.text->setPlaceholderText(hint);
   }
   showing_ = false;
