@@ -68,6 +68,8 @@ void frmTags::ApplySheet(const Look& look, double points) {
   body_ = MakeBody();
   layout()->addWidget(body_);
   ApplyBaseSize(*this, points);
+  auto& list = *findChild<QTableView*>(QStringLiteral("TagFiles"));
+  list.verticalHeader()->setDefaultSectionSize(Em(list, look.skin.RowEms()));
   ShowDraft();
 }
 

@@ -10,7 +10,7 @@
 
 namespace ui {
 
-/// "%1 of %2 files": a field's word by its number in catalogue::TagField.
+/// A field's word by its number in catalogue::TagField.
 [[nodiscard]] QString WordOf(catalogue::TagField field, const Strings& say);
 
 /// The files whose tags are edited, and beside each what will become of it. Borrows the draft, which tells it

@@ -97,7 +97,9 @@ TEST(ReadableText, KnowsEveryWayOfBeingNoUtf8) {
 }
 
 TEST_F(TagsVerbTest, AllShowsEveryFieldByItsOwnNameAndPicturesByTheirSize) {
-  const std::string path = Track("all.mp3", {.artist = "Anna", .user_items = {{"MOOD", "calm"}}});
+  catalogue::FileTags tags;
+  tags.artist = "Anna";
+  const std::string path = Track("all.mp3", tags);
   catalogue::TagEdit edit;
   edit.cover = catalogue::TagPicture{"", "\xFF\xD8\xFF\xE0 red \xFF\xD9"};
   ASSERT_TRUE(platform::tags::TagFileEditor().Write(path, edit));
