@@ -3,10 +3,12 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 
 #include "engine/Lane.h"
 #include "engine/Stream.h"
 #include "engine/ports/Stretcher.h"
+#include "music/Loop.h"
 
 namespace engine {
 
@@ -24,12 +26,15 @@ class BlockSource {
  public:
   virtual ~BlockSource() = default;
   [[nodiscard]] virtual SegmentPath PathOf(const Tempo& tempo) const = 0;
-  virtual void Begin(std::int64_t frame, const Tempo& tempo) = 0;
+  /// loop: none once the place lies behind it.
+  virtual void Begin(std::int64_t frame, const Tempo& tempo, const std::optional<music::Loop>& loop) = 0;
   /// Requires: PathOf(tempo) is that of Begin.
   virtual void SetTempo(const Tempo& tempo) = 0;
   [[nodiscard]] virtual const Tempo& InForce() const noexcept = 0;
   /// The source's frame under the next frame made.
   [[nodiscard]] virtual double Source() const noexcept = 0;
+  /// The same, had no loop taken it back since Begin.
+  [[nodiscard]] virtual double Line() const noexcept = 0;
   /// The source's frames a frame.
   [[nodiscard]] virtual double Ratio() const noexcept = 0;
   [[nodiscard]] virtual bool Ended() const noexcept = 0;

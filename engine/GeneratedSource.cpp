@@ -7,7 +7,8 @@
 
 namespace engine {
 
-void GeneratedSource::Begin(std::int64_t frame, const Tempo& tempo) {
+void GeneratedSource::Begin(std::int64_t frame, const Tempo& tempo,
+                            const std::optional<music::Loop>& /*loop*/) {
   source_ = static_cast<double>(frame);
   ended_ = false;
   SetTempo(tempo);
@@ -21,7 +22,7 @@ void GeneratedSource::SetTempo(const Tempo& tempo) {
 
 bool GeneratedSource::Make(LaneBlock& block, int frames) {
   const double left = std::ceil((static_cast<double>(generator_->Length()) - source_) / tempo_.speed);
-  block.source = source_;
+  block.source = block.line = source_;
   block.ratio = tempo_.speed;
   block.last = left <= frames;
   block.frames = block.last ? static_cast<int>(std::max(left, 0.0)) : frames;

@@ -21,10 +21,12 @@ class GeneratedSource final : public BlockSource {
       : generator_(std::move(generator)), voice_(generator_->Voice(voice)) {}
 
   [[nodiscard]] SegmentPath PathOf(const Tempo& /*tempo*/) const override { return {}; }
-  void Begin(std::int64_t frame, const Tempo& tempo) override;
+  /// A generator knows no loops.
+  void Begin(std::int64_t frame, const Tempo& tempo, const std::optional<music::Loop>& loop) override;
   void SetTempo(const Tempo& tempo) override;
   [[nodiscard]] const Tempo& InForce() const noexcept override { return tempo_; }
   [[nodiscard]] double Source() const noexcept override { return source_; }
+  [[nodiscard]] double Line() const noexcept override { return source_; }
   [[nodiscard]] double Ratio() const noexcept override { return tempo_.speed; }
   [[nodiscard]] bool Ended() const noexcept override { return ended_; }
   bool Make(LaneBlock& block, int frames) override;

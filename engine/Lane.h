@@ -16,6 +16,7 @@ inline constexpr int kLaneBlockFrames = 128;
 /// Sound ready to be heard: stereo at the device's rate, and where in the file it comes from.
 struct LaneBlock {
   double source = 0;  ///< the file's frame under the first frame
+  double line = 0;    ///< the same, had no loop taken it back in this segment
   double ratio = 1;   ///< source frames a frame
   int frames = 0;
   bool last = false;  ///< the file ends here
@@ -28,6 +29,7 @@ struct LaneEntry {
     AtOnce,
     Aligned,  ///< where the other lane gets to this one's first source frame
     AtFrame,  ///< at an engine frame; whoever comes late begins that much later in it
+    Counted,  ///< once so many frames were taken from the other lane, as late as AtFrame
   } when = When::AtOnce;
   std::int64_t frame = 0;
 };
@@ -35,7 +37,8 @@ struct LaneEntry {
 /// One of a stream's two queues of sound between feeder and callback.
 ///
 /// Threads: the feeder appends, the callback takes. While a lane is idle the feeder owns both ends; the
-/// stream's hand_over says when. A lane holds one segment: from one place on without a jump.
+/// stream's hand_over says when. A lane holds one segment: from one place on without a jump, but for the
+/// turns of a loop.
 class Lane {
  public:
   static constexpr std::size_t kBlocks = 128;

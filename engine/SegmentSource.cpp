@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cassert>
 #include <cmath>
+#include <numbers>
 
 #include "engine/Downmix.h"
 
@@ -26,9 +27,13 @@ SegmentPath SegmentSource::PathOf(const Tempo& tempo) const {
   return path;
 }
 
-void SegmentSource::Begin(std::int64_t frame, const Tempo& tempo) {
+void SegmentSource::Begin(std::int64_t frame, const Tempo& tempo, const std::optional<music::Loop>& loop) {
   path_ = PathOf(tempo);
-  source_ = static_cast<double>(frame);
+  loop_ = loop;
+  if (loop_ && (frame >= LoopEnd(store_->Complete()) || LoopEnd(store_->Complete()) <= loop_->begin.value)) {
+    loop_.reset();
+  }
+  source_ = line_ = static_cast<double>(frame);
   cursor_ = frame;
   ended_ = false;
   drop_ = 0;
@@ -72,10 +77,14 @@ void SegmentSource::SetTempo(const Tempo& tempo) {
 bool SegmentSource::Make(LaneBlock& block, int frames) {
   assert(!ended_ && "nothing follows the end");
   block.source = source_;
+  block.line = line_;
   block.ratio = ratio_;
   block.last = false;
   const bool complete = store_->Complete();
-  if (complete) {
+  if (loop_) {
+    const double left = std::ceil((static_cast<double>(LoopEnd(complete)) - source_) / ratio_ - 1e-9);
+    frames = std::clamp(static_cast<int>(std::min<double>(left, frames)), 1, frames);
+  } else if (complete) {
     const double left = std::ceil((static_cast<double>(store_->Length()) - source_) / ratio_);
     if (left <= frames) {
       frames = static_cast<int>(std::max(left, 0.0));
@@ -87,6 +96,10 @@ bool SegmentSource::Make(LaneBlock& block, int frames) {
   block.frames = plain ? MakePlainBlock(block, frames) : MakeLibraryBlock(block, frames);
   if (block.frames < frames) block.last = false;
   source_ += block.frames * ratio_;
+  line_ += block.frames * ratio_;
+  if (loop_ && source_ >= static_cast<double>(LoopEnd(complete))) {
+    source_ -= static_cast<double>(LoopEnd(complete) - loop_->begin.value);
+  }
   ended_ = block.last;
   return block.frames > 0 || block.last;
 }
@@ -124,30 +137,64 @@ int SegmentSource::Pull(std::span<float> left, std::span<float> right) {
   return path_.stretched ? PullStretched(left, right) : PullResampled(left, right);
 }
 
-int SegmentSource::PullStore(std::span<float> left, std::span<float> right) {
-  const std::int64_t wanted = std::min<std::int64_t>(kWindow, static_cast<std::int64_t>(left.size()));
-  const std::int64_t before = std::clamp<std::int64_t>(-cursor_, 0, wanted);
+std::int64_t SegmentSource::LoopEnd(bool complete) const {
+  return complete ? std::min(loop_->end.value, store_->Length()) : loop_->end.value;
+}
+
+std::int64_t SegmentSource::ReadStore(std::int64_t frame, std::span<float> left, std::span<float> right) {
+  const auto wanted = static_cast<std::int64_t>(left.size());
+  const std::int64_t before = std::clamp<std::int64_t>(-frame, 0, wanted);
   std::fill_n(left.begin(), before, 0.0F);
   std::fill_n(right.begin(), before, 0.0F);
-  std::int64_t made = before;
+  if (before == wanted) return before;
+  const std::size_t room = static_cast<std::size_t>(wanted - before);
+  const std::int64_t got =
+      store_->Read(frame + before, {interleaved_.data(), room * static_cast<std::size_t>(channels_)});
+  const std::size_t count = static_cast<std::size_t>(got);
+  Downmix({interleaved_.data(), count * static_cast<std::size_t>(channels_)}, channels_,
+          left.subspan(static_cast<std::size_t>(before), count),
+          right.subspan(static_cast<std::size_t>(before), count));
+  return before + got;
+}
+
+int SegmentSource::PullStore(std::span<float> left, std::span<float> right) {
   const bool complete = store_->Complete();
-  if (made < wanted) {
-    const std::size_t room = static_cast<std::size_t>(wanted - made);
-    const std::int64_t got =
-        store_->Read(cursor_ + made, {interleaved_.data(), room * static_cast<std::size_t>(channels_)});
-    const std::size_t count = static_cast<std::size_t>(got);
-    Downmix({interleaved_.data(), count * static_cast<std::size_t>(channels_)}, channels_,
-            left.subspan(static_cast<std::size_t>(made), count),
-            right.subspan(static_cast<std::size_t>(made), count));
-    made += got;
-  }
+  std::int64_t wanted = std::min<std::int64_t>(kWindow, static_cast<std::int64_t>(left.size()));
+  if (loop_) wanted = std::min(wanted, LoopEnd(complete) - cursor_);
+  const std::size_t count = static_cast<std::size_t>(wanted);
+  std::int64_t made = ReadStore(cursor_, left.first(count), right.first(count));
   if (complete && made < wanted) {
     std::fill_n(left.begin() + made, wanted - made, 0.0F);
     std::fill_n(right.begin() + made, wanted - made, 0.0F);
     made = wanted;
   }
+  if (loop_)
+    BlendTurn(left.first(static_cast<std::size_t>(made)), right.first(static_cast<std::size_t>(made)));
   cursor_ += made;
+  if (loop_ && cursor_ >= LoopEnd(complete)) cursor_ = loop_->begin.value;
   return static_cast<int>(made);
+}
+
+void SegmentSource::BlendTurn(std::span<float> left, std::span<float> right) {
+  constexpr std::int64_t kFadesASecond = 200;
+  const std::int64_t end = LoopEnd(store_->Complete());
+  const std::int64_t fade =
+      std::min(store_->Format().sample_rate / kFadesASecond, (end - loop_->begin.value) / 2);
+  const auto made = static_cast<std::int64_t>(left.size());
+  const std::int64_t first = std::clamp<std::int64_t>(end - fade - cursor_, 0, made);
+  if (first == made) return;
+  const std::int64_t into = cursor_ + first - (end - fade);
+  const std::size_t count = static_cast<std::size_t>(made - first);
+  const std::span<float> other_left = std::span(before_left_).first(count);
+  const std::span<float> other_right = std::span(before_right_).first(count);
+  const std::int64_t got = ReadStore(loop_->begin.value - fade + into, other_left, other_right);
+  for (std::int64_t i = 0; i < got; ++i) {
+    const double along = static_cast<double>(into + i + 1) / static_cast<double>(fade + 1);
+    const float in = static_cast<float>(0.5 - 0.5 * std::cos(std::numbers::pi * along));
+    const auto at = static_cast<std::size_t>(first + i);
+    left[at] += (before_left_[static_cast<std::size_t>(i)] - left[at]) * in;
+    right[at] += (before_right_[static_cast<std::size_t>(i)] - right[at]) * in;
+  }
 }
 
 int SegmentSource::PullResampled(std::span<float> left, std::span<float> right) {

@@ -18,16 +18,19 @@ namespace engine {
 ///
 /// Threads: the feeder. Law: a block's source frame comes from adding up ratios, never from how much a
 /// library holds back; when file and device have the same rate and tempo and pitch are the original's, the
-/// samples are those of the store.
+/// samples are those of the store. A loop turns before all that, so that nothing behind it can tell; the
+/// turn is made in the last milliseconds before the loop's end, which fade to those before its beginning:
+/// what stands at the beginning is heard as it is.
 class SegmentSource final : public BlockSource {
  public:
   SegmentSource(std::shared_ptr<PcmStore> store, StretcherFactory& stretchers, int device_rate);
 
   [[nodiscard]] SegmentPath PathOf(const Tempo& tempo) const override;
-  void Begin(std::int64_t frame, const Tempo& tempo) override;
+  void Begin(std::int64_t frame, const Tempo& tempo, const std::optional<music::Loop>& loop) override;
   void SetTempo(const Tempo& tempo) override;
   [[nodiscard]] const Tempo& InForce() const noexcept override { return tempo_; }
   [[nodiscard]] double Source() const noexcept override { return source_; }
+  [[nodiscard]] double Line() const noexcept override { return line_; }
   [[nodiscard]] double Ratio() const noexcept override { return ratio_; }
   [[nodiscard]] bool Ended() const noexcept override { return ended_; }
   bool Make(LaneBlock& block, int frames) override;
@@ -46,6 +49,12 @@ class SegmentSource final : public BlockSource {
   /// first.
   int Pull(std::span<float> left, std::span<float> right);
   int PullStore(std::span<float> left, std::span<float> right);
+  /// Reads what lies in the store, and silence before it; frames read.
+  std::int64_t ReadStore(std::int64_t frame, std::span<float> left, std::span<float> right);
+  /// From the store's cursor on.
+  void BlendTurn(std::span<float> left, std::span<float> right);
+  /// A file may turn out shorter than it said. Requires: there is a loop.
+  [[nodiscard]] std::int64_t LoopEnd(bool complete) const;
   int PullResampled(std::span<float> left, std::span<float> right);
   int PullStretched(std::span<float> left, std::span<float> right);
   int MakeLibraryBlock(LaneBlock& block, int frames);
@@ -58,7 +67,9 @@ class SegmentSource final : public BlockSource {
   const int channels_;
   Tempo tempo_;
   SegmentPath path_;
+  std::optional<music::Loop> loop_;
   double source_ = 0;
+  double line_ = 0;
   double ratio_ = 1;
   double resample_ratio_ = 1;
   std::int64_t cursor_ = 0;  ///< the store's next frame; below 0 is silence
@@ -69,6 +80,8 @@ class SegmentSource final : public BlockSource {
   StretchQuality stretcher_quality_ = StretchQuality::Best;
   Window window_;
   std::vector<std::int16_t> interleaved_;
+  std::array<float, kWindow> before_left_{};  ///< the loop, which a turn fades to
+  std::array<float, kWindow> before_right_{};
   std::array<float, kWindow> left_{};
   std::array<float, kWindow> right_{};
 };

@@ -14,6 +14,7 @@
 #include "engine/DeviceTable.h"
 #include "engine/EngineDesk.h"
 #include "engine/EngineEffects.h"
+#include "engine/EngineLoops.h"
 #include "engine/Feeder.h"
 #include "engine/PcmStorePool.h"
 #include "engine/Players.h"
@@ -62,6 +63,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   /// What is turned by hand. Threads: the owner's.
   [[nodiscard]] decks::SoundDesk& Desk() { return desk_; }
   [[nodiscard]] decks::DeckEffects& Effects() { return effects_; }
+  [[nodiscard]] decks::DeckLoops& Loops() { return loops_; }
   [[nodiscard]] const std::shared_ptr<DeviceTable>& Devices() const { return devices_; }
 
   bool BASS_Init(int device, int frequency, std::uint32_t flags) override;
@@ -156,6 +158,7 @@ class SoundEngine final : public decks::AudioEngine, public decks::SoundControl 
   Players players_;
   EngineDesk desk_;
   EngineEffects effects_{players_};
+  EngineLoops loops_{players_, [this] { Wake(); }};
   support::TimePoint next_sweep_{};
   std::atomic<Feeder::Reach> reach_{Feeder::Reach::Usual};
   support::TimePoint next_look_{};

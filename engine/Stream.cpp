@@ -17,12 +17,40 @@ void Stream::Seek(std::int64_t frame, Where where) {
   ++orders_.place;
   orders_.frame = frame;
   orders_.with_leader = where == Where::WithLeader;
+  if (where == Where::Here && orders_.turns.loop && !orders_.turns.loop->Holds(frame)) {
+    orders_.turns.loop.reset();
+  }
   place_wanted_.store(orders_.place, std::memory_order_release);
 }
 
 void Stream::SetTempo(const Tempo& tempo) {
   support::MutexLock lock(mutex_);
   orders_.tempo = tempo;
+}
+
+void Stream::SetLoop(const std::optional<music::Loop>& loop) {
+  support::MutexLock lock(mutex_);
+  ++orders_.turns.number;
+  orders_.turns.loop = loop;
+}
+
+void Stream::Move(std::int64_t frames, const std::optional<music::Loop>& loop) {
+  support::MutexLock lock(mutex_);
+  ++orders_.turns.number;
+  orders_.turns.moved += frames;
+  orders_.turns.loop = loop;
+}
+
+void Stream::SetSlip(bool slip) {
+  support::MutexLock lock(mutex_);
+  orders_.turns.slip = slip;
+}
+
+void Stream::SlipBack() {
+  support::MutexLock lock(mutex_);
+  ++orders_.turns.number;
+  ++orders_.turns.returned;
+  orders_.turns.loop.reset();
 }
 
 Tempo Stream::GetTempo() const {
@@ -54,7 +82,8 @@ void Stream::ApplyTimedTempo() {
 
 Stream::OrderView Stream::View() const {
   support::MutexLock lock(mutex_);
-  OrderView view{orders_.place, orders_.frame, orders_.with_leader, orders_.tempo, std::nullopt};
+  OrderView view{orders_.place, orders_.frame, orders_.with_leader,
+                 orders_.tempo, orders_.turns, std::nullopt};
   if (!orders_.timed.empty()) view.next = orders_.timed.front();
   return view;
 }

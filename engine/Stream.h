@@ -14,6 +14,7 @@
 #include "engine/SampleTap.h"
 #include "engine/StreamEffect.h"
 #include "engine/ports/Stretcher.h"
+#include "music/Loop.h"
 #include "support/HistoryRing.h"
 #include "support/Mutex.h"
 #include "support/ports/SoundGenerator.h"
@@ -35,6 +36,7 @@ struct Tempo {
 struct HeardEntry {
   std::int64_t frame = 0;  ///< engine frame of its start
   double source = 0;       ///< the file's frame then
+  double line = 0;         ///< the same, had no loop taken it back in this segment
   double ratio = 1;        ///< source frames an engine frame
   std::int64_t taken = 0;  ///< frames taken from the lane before it
   std::uint32_t segment = 0;
@@ -64,12 +66,21 @@ class Stream {
     std::int64_t at = 0;
     double speed = 1;
   };
+  /// What was asked of the place without naming one: each takes what is heard elsewhere, on one frame.
+  struct Turns {
+    std::uint32_t number = 0;  ///< counts what was asked
+    std::optional<music::Loop> loop;
+    std::int64_t moved = 0;      ///< all jumps so far together, in the file's frames
+    std::uint32_t returned = 0;  ///< counts the ways back to where it would be
+    bool slip = false;           ///< where it would be is kept, whatever is asked
+  };
   /// What the owner asks of the feeder.
   struct Orders {
     std::uint32_t place = 1;   ///< counts the places asked for
     std::int64_t frame = 0;    ///< the file's frame of the newest one
     bool with_leader = false;  ///< or wherever the stream that this one follows is, while that one plays
     Tempo tempo;
+    Turns turns;
     std::vector<TimedTempo> timed;  ///< ascending
   };
 
@@ -98,11 +109,18 @@ class Stream {
 
   // Owner to feeder.
   enum class Where { Here, WithLeader };
+  /// A loop that the place is outside of ends.
   void Seek(std::int64_t frame, Where where = Where::Here) DJ_EXCLUDES(mutex_);
   void SetTempo(const Tempo& tempo) DJ_EXCLUDES(mutex_);
   [[nodiscard]] Tempo GetTempo() const DJ_EXCLUDES(mutex_);
   /// False when too many wait already.
   bool AddTimedTempo(const TimedTempo& timed) DJ_EXCLUDES(mutex_);
+  void SetLoop(const std::optional<music::Loop>& loop) DJ_EXCLUDES(mutex_);
+  /// loop: in force there.
+  void Move(std::int64_t frames, const std::optional<music::Loop>& loop) DJ_EXCLUDES(mutex_);
+  void SetSlip(bool slip) DJ_EXCLUDES(mutex_);
+  /// Ends the loop as well.
+  void SlipBack() DJ_EXCLUDES(mutex_);
   /// Whatever was scheduled before happens no more.
   void CancelScheduled() DJ_EXCLUDES(mutex_);
   /// The first timed change becomes the tempo in force.
@@ -113,6 +131,7 @@ class Stream {
     std::int64_t frame;
     bool with_leader;
     Tempo tempo;
+    Turns turns;
     std::optional<TimedTempo> next;
   };
   [[nodiscard]] OrderView View() const DJ_EXCLUDES(mutex_);

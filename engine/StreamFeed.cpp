@@ -55,7 +55,7 @@ void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
   if (now == Stream::HandOver::Held) return;
   if (now != Stream::HandOver::Ready) {
     live_ = static_cast<int>(Idle());
-    live_place_ = prepared_place_;
+    live_done_ = prepared_done_;
     offered_ = false;
     return;
   }
@@ -69,7 +69,7 @@ void StreamFeed::FollowHandOver(const Stream::OrderView& orders) {
 }
 
 bool StreamFeed::StillWanted(const Stream::OrderView& orders) {
-  if (orders.place != prepared_place_) return false;
+  if (orders.place != prepared_done_.place || orders.turns.number != prepared_done_.turn) return false;
   if (orders.tempo == prepared_tempo_) return true;
   BlockSource& source = *sources_[Idle()];
   if (source.PathOf(orders.tempo) != source.PathOf(prepared_tempo_)) return false;
@@ -82,8 +82,11 @@ void StreamFeed::FollowOrders(const Stream::OrderView& orders, const Leader* lea
   if (offered_) return;
   if (preparing_ && !StillWanted(orders)) preparing_ = false;
   if (preparing_ || stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
-  if (orders.place != live_place_) {
+  FollowSlip(orders.turns.slip);
+  if (orders.place != live_done_.place) {
     PrepareOrdered(orders, leader);
+  } else if (orders.turns.number != live_done_.turn) {
+    PrepareTurn(orders, leader);
   } else if (leader == nullptr || !Rejoin(*leader, orders.tempo)) {
     FollowTempo(orders.tempo);
   }
@@ -96,21 +99,30 @@ void StreamFeed::PrepareOrdered(const Stream::OrderView& orders, const Leader* l
     if (!met) return;  // it will, in a moment
     meeting = *met;
   }
-  if (IsWarm(meeting.source, orders.place)) {
-    Prepare(meeting.source, orders.tempo, orders.place, meeting.entry);
+  if (!IsWarm(meeting.source, orders.place + orders.turns.number)) return;
+  Segment segment{meeting.source, orders.turns.loop, 0};
+  if (slips_ && live_ >= 0 && leader == nullptr) {
+    const std::int64_t at = device_frame_ + device_rate_ / kSoonest;
+    const Reached reached = ReachedAt(at);
+    segment.away =
+        reached.line + segments_[static_cast<std::size_t>(live_)].away - static_cast<double>(meeting.source);
+    if (reached.runs) meeting.entry = {LaneEntry::When::AtFrame, at};
   }
+  NoteTempo(orders.tempo);
+  Begin(meeting.source, orders.tempo, meeting.entry, segment,
+        {orders.place, orders.turns.number, orders.turns.moved, orders.turns.returned});
 }
 
-bool StreamFeed::IsWarm(std::int64_t frame, std::uint32_t place) {
+bool StreamFeed::IsWarm(std::int64_t frame, std::uint32_t wish) {
   if (stream_->Store() == nullptr) return true;
   constexpr std::int64_t kBefore = 4096;  // what warms a stretcher up
   const std::int64_t first = std::max<std::int64_t>(frame - kBefore, 0);
   if (!stream_->Store()->IsPaged(first) && !stream_->Store()->IsPaged(frame)) return true;
-  if (warming_place_ != place) {
-    warming_place_ = place;
-    pool_.WarmAhead(stream_->Store(), first, warmed_place_, place);
+  if (warming_wish_ != wish) {
+    warming_wish_ = wish;
+    pool_.WarmAhead(stream_->Store(), first, warmed_wish_, wish);
   }
-  return warmed_place_->load(std::memory_order_acquire) == place;
+  return warmed_wish_->load(std::memory_order_acquire) == wish;
 }
 
 void StreamFeed::FollowTempo(const Tempo& tempo) {
@@ -124,16 +136,17 @@ void StreamFeed::FollowTempo(const Tempo& tempo) {
   if (!end && Live().Ended()) return;
   tempo_moved_at_ = device_frame_;
   if (end) {
-    Switch(*end, tempo);
+    Switch(end->made, end->taken, tempo);
   } else if (Live().PathOf(tempo) == Live().PathOf(Live().InForce())) {
     NoteTempo(tempo);
     Live().SetTempo(tempo);
   } else {
-    Prepare(std::llround(std::ceil(Live().Source())), tempo, live_place_, {LaneEntry::When::Aligned});
+    NoteTempo(tempo);
+    GoOn(std::ceil(Live().Line()), stream_->lanes[static_cast<std::size_t>(live_)].Fed(), tempo);
   }
 }
 
-std::optional<StreamFeed::Made> StreamFeed::EndOfLead() const {
+std::optional<StreamFeed::Ahead> StreamFeed::EndOfLead() const {
   const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
   if (lane.Queued() <= lead_frames_) return std::nullopt;
   const auto heard = stream_->log.Newest();
@@ -142,8 +155,10 @@ std::optional<StreamFeed::Made> StreamFeed::EndOfLead() const {
   }
   // Beyond the lead all was made at one pace. A block less, so that who follows has not made that frame yet.
   const std::int64_t ahead = heard->frames + lead_frames_ - kLaneBlockFrames;
-  return Made{heard->frame + ahead, heard->source + static_cast<double>(ahead) * Live().Ratio(),
-              Live().Ratio()};
+  const double ratio = Live().Ratio();
+  return Ahead{{heard->frame + ahead, heard->line + static_cast<double>(ahead) * ratio, ratio,
+                segments_[static_cast<std::size_t>(live_)].loop},
+               heard->taken + ahead};
 }
 
 bool StreamFeed::Further() {
@@ -157,11 +172,12 @@ bool StreamFeed::Further() {
   const auto live = static_cast<std::size_t>(live_);
   const auto queued = static_cast<int>(stream_->lanes[live].Queued());
   if (queued + kLaneBlockFrames > furthest_frames_) return false;
+  if (stream_->lanes[live].Back() == nullptr) return false;  // a short loop's blocks are short
   return Fill(live, std::min(queued + kBlocksAtOnce * kLaneBlockFrames, furthest_frames_));
 }
 
 void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
-  if (!orders.next || live_ < 0 || offered_ || preparing_ || orders.place != live_place_) return;
+  if (!orders.next || live_ < 0 || offered_ || preparing_ || orders.place != live_done_.place) return;
   if (stream_->hand_over.load(std::memory_order_acquire) != Stream::HandOver::Free) return;
   const std::int64_t at = orders.next->at;
   if (at <= device_frame_) return stream_->ApplyTimedTempo();
@@ -175,28 +191,40 @@ void StreamFeed::FollowTimedTempo(const Stream::OrderView& orders) {
   Tempo tempo = Live().InForce();
   tempo.speed = orders.next->speed;
   stream_->ApplyTimedTempo();
-  const double source = heard->source + static_cast<double>(at - heard->frame) * heard->ratio;
+  const double line = heard->line + static_cast<double>(at - heard->frame) * heard->ratio;
   tempo_moved_at_ = device_frame_;
-  Switch({at, source, heard->ratio}, tempo);
+  Switch({at, line, heard->ratio, segments_[static_cast<std::size_t>(live_)].loop},
+         heard->taken + at - heard->frame, tempo);
   FinishPreparing();
 }
 
-void StreamFeed::Switch(const Made& at, const Tempo& tempo) {
+void StreamFeed::Switch(const Made& at, std::int64_t taken, const Tempo& tempo) {
   NoteTempo(tempo, at.frame);
-  Begin(std::llround(at.source), tempo, live_place_, {LaneEntry::When::Aligned});
-  turn_ = {at.frame, at.source, sources_[Idle()]->Ratio()};
+  GoOn(at.line, taken, tempo);
+  turn_ = {at.frame, static_cast<double>(segments_[Idle()].begin), sources_[Idle()]->Ratio(),
+           segments_[Idle()].loop};
 }
 
-void StreamFeed::Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place,
-                         const LaneEntry& entry) {
-  NoteTempo(tempo);
-  Begin(frame, tempo, place, entry);
+void StreamFeed::GoOn(double line, std::int64_t taken, const Tempo& tempo) {
+  const Segment& live = segments_[static_cast<std::size_t>(live_)];
+  const std::int64_t rounded = std::llround(line);
+  Segment next{rounded, live.loop, live.away};
+  if (live.loop) {
+    next.begin = std::llround(Folded(static_cast<double>(rounded), *live.loop));
+    next.away += static_cast<double>(rounded - next.begin);
+  }
+  // A place in a loop is come to again and again: there it is told by what was taken.
+  const LaneEntry entry =
+      live.loop ? LaneEntry{LaneEntry::When::Counted, taken} : LaneEntry{LaneEntry::When::Aligned};
+  Begin(next.begin, tempo, entry, next, live_done_);
 }
 
-void StreamFeed::Begin(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry) {
-  stream_->lanes[Idle()].Clear(place, entry);
-  sources_[Idle()]->Begin(frame, tempo);
-  prepared_place_ = place;
+void StreamFeed::Begin(std::int64_t frame, const Tempo& tempo, const LaneEntry& entry, const Segment& segment,
+                       const Done& done) {
+  segments_[Idle()] = segment;
+  stream_->lanes[Idle()].Clear(done.place, entry);
+  sources_[Idle()]->Begin(frame, tempo, segment.loop);
+  prepared_done_ = done;
   prepared_tempo_ = tempo;
   preparing_ = true;
   turn_.reset();

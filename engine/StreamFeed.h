@@ -59,13 +59,34 @@ class StreamFeed {
   /// As far as the sound that goes on without a break is made.
   struct Made {
     std::int64_t frame = 0;  ///< engine frame of the next one
-    double source = 0;
+    double line = 0;
     double ratio = 1;
+    std::optional<music::Loop> loop;
+
+    [[nodiscard]] double LineAt(double engine_frame) const {
+      return line + (engine_frame - static_cast<double>(frame)) * ratio;
+    }
+    [[nodiscard]] double SourceAt(double engine_frame) const;
+  };
+  /// What a lane was begun with.
+  struct Segment {
+    std::int64_t begin = 0;
+    std::optional<music::Loop> loop;
+    double away = 0;  ///< what its line is short of the place where it would be with nothing asked
+  };
+  /// What of the orders went into a segment.
+  struct Done {
+    std::uint32_t place = 0;
+    std::uint32_t turn = 0;
+    std::int64_t moved = 0;
+    std::uint32_t returned = 0;
   };
   struct OrderedTempo {
     std::int64_t frame = 0;
     Tempo tempo;
   };
+
+  static constexpr int kSoonest = 100;  ///< a hundredth of a second, in which a lane is filled
 
   [[nodiscard]] std::size_t Idle() const noexcept { return live_ == 0 ? 1 : 0; }
   [[nodiscard]] BlockSource& Live() const { return *sources_[static_cast<std::size_t>(live_)]; }
@@ -76,15 +97,34 @@ class StreamFeed {
   void FollowOrders(const Stream::OrderView& orders, const Leader* leader);
   void FollowTempo(const Tempo& tempo);
   /// The end of the usual lead, where more than that lies in the live lane.
-  [[nodiscard]] std::optional<Made> EndOfLead() const;
+  struct Ahead {
+    Made made;
+    std::int64_t taken = 0;
+  };
+  [[nodiscard]] std::optional<Ahead> EndOfLead() const;
   void FollowTimedTempo(const Stream::OrderView& orders);
   /// False while a place that the system may have paged out is on its way back: reading it would keep every
   /// other stream waiting.
-  bool IsWarm(std::int64_t frame, std::uint32_t place);
-  void Prepare(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry);
-  void Begin(std::int64_t frame, const Tempo& tempo, std::uint32_t place, const LaneEntry& entry);
-  /// Goes over to another tempo where the live lane gets to that place.
-  void Switch(const Made& at, const Tempo& tempo);
+  /// wish: a number of its own for each that is asked for.
+  bool IsWarm(std::int64_t frame, std::uint32_t wish);
+  /// Of which of the orders the new segment takes nothing, it goes on with the live one's.
+  void Begin(std::int64_t frame, const Tempo& tempo, const LaneEntry& entry, const Segment& segment,
+             const Done& done);
+  /// Goes over to another tempo where the live lane gets to that place, once so much was taken from it.
+  void Switch(const Made& at, std::int64_t taken, const Tempo& tempo);
+  /// The live segment, goes on at that place of its line as another one.
+  void GoOn(double line, std::int64_t taken, const Tempo& tempo);
+  /// The place is taken elsewhere, or a loop begins or ends.
+  void PrepareTurn(const Stream::OrderView& orders, const Leader* leader);
+  void FollowSlip(bool slip);
+  /// The live segment's line where it would go on, were it left alone until that engine frame; or, while it
+  /// stands, where it stands.
+  struct Reached {
+    double line = 0;
+    bool runs = false;
+  };
+  [[nodiscard]] Reached ReachedAt(std::int64_t frame) const;
+  [[nodiscard]] std::optional<Made> MadeAnywhere() const;
   /// Nothing unless it plays, at the newest place that was asked for.
   [[nodiscard]] std::optional<Made> MadeSoFar() const;
   /// The file's frame at an engine frame, heard long ago or still to be made.
@@ -117,8 +157,9 @@ class StreamFeed {
   std::optional<Made> turn_;  ///< what is prepared goes on from there
   bool offered_ = false;
   bool preparing_ = false;
-  std::uint32_t live_place_ = 0;
-  std::uint32_t prepared_place_ = 0;
+  std::array<Segment, 2> segments_{};
+  Done live_done_, prepared_done_;
+  bool slips_ = false;
   Tempo prepared_tempo_;
   Following following_;
   std::int64_t device_frame_ = 0;
@@ -127,8 +168,8 @@ class StreamFeed {
   std::array<OrderedTempo, 64> tempos_{};  ///< a ring of what was ordered last, and from which frame on
   std::size_t newest_tempo_ = 0;
   std::int64_t warmed_chunk_ = -1;
-  std::uint32_t warming_place_ = 0;
-  const std::shared_ptr<std::atomic<std::uint32_t>> warmed_place_ =
+  std::uint32_t warming_wish_ = 0;
+  const std::shared_ptr<std::atomic<std::uint32_t>> warmed_wish_ =
       std::make_shared<std::atomic<std::uint32_t>>(0);  // with the worker
 };
 

@@ -21,8 +21,17 @@ bool StreamFeed::WillPlay() const {
   return stream_->playing.load(std::memory_order_acquire);
 }
 
+double StreamFeed::Made::SourceAt(double engine_frame) const {
+  const double at = LineAt(engine_frame);
+  return loop ? Folded(at, *loop) : at;
+}
+
 std::optional<StreamFeed::Made> StreamFeed::MadeSoFar() const {
-  if (live_ < 0 || live_place_ != stream_->PlaceWanted() || !WillPlay()) return std::nullopt;
+  if (live_ < 0 || live_done_.place != stream_->PlaceWanted() || !WillPlay()) return std::nullopt;
+  return MadeAnywhere();
+}
+
+std::optional<StreamFeed::Made> StreamFeed::MadeAnywhere() const {
   const Lane& lane = stream_->lanes[static_cast<std::size_t>(live_)];
   const auto heard = stream_->log.Newest();
   if (!heard || heard->frames == 0 || heard->ended || heard->segment != lane.Segment() ||
@@ -30,19 +39,18 @@ std::optional<StreamFeed::Made> StreamFeed::MadeSoFar() const {
     return std::nullopt;
   }
   if (heard->frame + heard->frames < device_frame_) return std::nullopt;  // it stands still
-  const BlockSource& source = *sources_[static_cast<std::size_t>(live_)];
-  return Made{heard->frame + lane.Fed() - heard->taken, source.Source(), source.Ratio()};
+  const auto live = static_cast<std::size_t>(live_);
+  const BlockSource& source = *sources_[live];
+  return Made{heard->frame + lane.Fed() - heard->taken, source.Line(), source.Ratio(), segments_[live].loop};
 }
 
 std::optional<double> StreamFeed::SourceAt(double frame) const {
   const auto made = MadeSoFar();
   if (!made) return std::nullopt;
   if (turn_ && (preparing_ || offered_) && frame >= static_cast<double>(turn_->frame)) {
-    return turn_->source + (frame - static_cast<double>(turn_->frame)) * turn_->ratio;
+    return turn_->SourceAt(frame);
   }
-  if (frame >= static_cast<double>(made->frame)) {
-    return made->source + (frame - static_cast<double>(made->frame)) * made->ratio;
-  }
+  if (frame >= static_cast<double>(made->frame)) return made->SourceAt(frame);
   const std::uint64_t written = stream_->log.Written();
   for (std::uint64_t number = written; number > 0; --number) {
     const auto entry = stream_->log.Read(number - 1);
@@ -51,8 +59,8 @@ std::optional<double> StreamFeed::SourceAt(double frame) const {
     if (into < 0) continue;
     if (number < written) return entry->source + std::min<double>(into, entry->frames) * entry->ratio;
     // Behind the newest entry lies what is in the lane.
-    const double pace = (made->source - entry->source) / static_cast<double>(made->frame - entry->frame);
-    return entry->source + into * pace;
+    const double pace = (made->line - entry->line) / static_cast<double>(made->frame - entry->frame);
+    return Made{entry->frame, entry->line, pace, made->loop}.SourceAt(frame);
   }
   return std::nullopt;
 }
@@ -66,7 +74,8 @@ double StreamFeed::UnbrokenSince(double before) const {
     if (later) {
       const bool gap = entry->frames == 0 || entry->frame + entry->frames != later->frame;
       const double end = entry->source + entry->frames * entry->ratio;
-      if (gap || std::abs(end - later->source) > furthest) break;
+      const bool turned = entry->segment == later->segment && entry->lane == later->lane;
+      if (gap || (!turned && std::abs(end - later->source) > furthest)) break;
     }
     later = entry;
   }
@@ -92,6 +101,8 @@ void StreamFeed::BeLed(const Leader& leader, Stream::OrderView& orders) {
   tempo.bendable = leader.other_device;
   if (!leader.feed.MadeSoFar()) {
     following_.Rest();
+    orders.turns.number = live_done_.turn;  // what it has, until the leader says otherwise
+    orders.turns.loop = live_ >= 0 ? segments_[static_cast<std::size_t>(live_)].loop : std::nullopt;
   } else {
     const auto made = MadeSoFar();
     const Tempo led = leader.feed.TempoAt(leader.now.OfLeader(made ? made->frame : device_frame_));
@@ -99,15 +110,22 @@ void StreamFeed::BeLed(const Leader& leader, Stream::OrderView& orders) {
     tempo.sample_rate = led.sample_rate;
     tempo.semitones = led.semitones;
     orders.next.reset();
+    // Its loop and its jumps are the leader's, as soon as that one has them.
+    const bool ahead = leader.feed.preparing_ || leader.feed.offered_;
+    orders.turns.number = (ahead ? leader.feed.prepared_done_ : leader.feed.live_done_).turn;
+    const auto lane = ahead ? leader.feed.Idle() : static_cast<std::size_t>(leader.feed.live_);
+    orders.turns.loop = leader.feed.segments_[lane].loop;
   }
   if (tempo.bendable) tempo.bend = following_.Bend();
 }
 
 std::optional<StreamFeed::Meeting> StreamFeed::Meet(const Leader& leader) const {
-  constexpr int kSoonest = 100;  // a hundredth of a second, in which the lane is filled
   if (!leader.feed.MadeSoFar()) return std::nullopt;
-  const std::int64_t at = leader.UnbrokenFrom(device_frame_ + device_rate_ / kSoonest);
-  const auto source = leader.feed.SourceAt(leader.now.OfLeader(at));
+  std::int64_t at = leader.UnbrokenFrom(device_frame_ + device_rate_ / kSoonest);
+  const StreamFeed& feed = leader.feed;
+  if (feed.turn_ && feed.offered_)
+    at = std::max(at, leader.now.OwnOf(static_cast<double>(feed.turn_->frame)));
+  const auto source = feed.SourceAt(leader.now.OfLeader(at));
   if (!source) return std::nullopt;
   return Meeting{std::max<std::int64_t>(std::llround(*source), 0), {LaneEntry::When::AtFrame, at}};
 }
@@ -120,16 +138,19 @@ bool StreamFeed::Rejoin(const Leader& leader, const Tempo& tempo) {
   const std::int64_t at = leader.UnbrokenFrom(made->frame);
   const auto source = leader.feed.SourceAt(leader.now.OfLeader(at));
   if (!source || *source < 0 || *source >= static_cast<double>(stream_->Length())) return false;
-  const double then = made->source + static_cast<double>(at - made->frame) * made->ratio;
-  const double behind = (*source - then) / stream_->Format().sample_rate;
+  double frames = *source - made->SourceAt(static_cast<double>(at));
+  // Whole turns of a loop apart they sound the same.
+  if (made->loop) frames = std::remainder(frames, static_cast<double>(made->loop->Frames()));
+  const double behind = frames / stream_->Format().sample_rate;
   if (std::abs(behind) <= Following::kFurthest) {
     if (leader.other_device) following_.Next(behind, std::min(after, 0.1));
     return false;
   }
   const std::int64_t place = std::llround(*source);
   following_.Rest();
-  if (!IsWarm(place, live_place_)) return false;
-  Prepare(place, tempo, live_place_, {LaneEntry::When::AtFrame, at});
+  if (!IsWarm(place, live_done_.place + live_done_.turn)) return false;
+  NoteTempo(tempo);
+  Begin(place, tempo, {LaneEntry::When::AtFrame, at}, {place, made->loop, 0}, live_done_);
   return true;
 }
 

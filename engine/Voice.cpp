@@ -91,8 +91,9 @@ void Voice::LookForLane(std::int64_t frame) noexcept {
   if (!taken) return;
   offset_[static_cast<std::size_t>(Other())] = 0;
   const double reached = active_ >= 0 ? Source(active_) : 0;
+  const std::int64_t given = active_ >= 0 ? LaneOf(active_).Taken() : 0;
   Flip(frame);
-  SkipWhatIsPast(frame, reached);
+  SkipWhatIsPast(frame, reached, given);
 }
 
 bool Voice::TakesOffered(std::int64_t frame) noexcept {
@@ -107,17 +108,20 @@ bool Voice::TakesOffered(std::int64_t frame) noexcept {
       if (active_ < 0) return false;
       to_switch_ = FramesToAlignedSwitch(kRunFrames);
       return sounding_ && to_switch_ == 0;
+    case LaneEntry::When::Counted:
+      if (active_ < 0) return false;
+      to_switch_ =
+          static_cast<int>(std::clamp<std::int64_t>(entry.frame - LaneOf(active_).Taken(), 0, kRunFrames));
+      return sounding_ && to_switch_ == 0;
   }
   return false;
 }
 
-void Voice::SkipWhatIsPast(std::int64_t frame, double reached) noexcept {
+void Voice::SkipWhatIsPast(std::int64_t frame, double reached, std::int64_t taken) noexcept {
   const LaneEntry& entry = LaneOf(active_).Entry();
-  const LaneBlock* block = LaneOf(active_).Front();
   if (entry.when == LaneEntry::When::Aligned) SkipTo(active_, reached);
-  if (entry.when == LaneEntry::When::AtFrame && block != nullptr && frame > entry.frame) {
-    SkipTo(active_, block->source + static_cast<double>(frame - entry.frame) * block->ratio);
-  }
+  if (entry.when == LaneEntry::When::AtFrame) Skip(active_, frame - entry.frame);
+  if (entry.when == LaneEntry::When::Counted) Skip(active_, taken - entry.frame);
 }
 
 void Voice::Flip(std::int64_t frame) noexcept {
@@ -133,6 +137,7 @@ void Voice::Flip(std::int64_t frame) noexcept {
   Lane& lane = LaneOf(active_);
   Log({.frame = frame,
        .source = Source(active_),
+       .line = Line(active_),
        .taken = 0,
        .segment = lane.Segment(),
        .lane = static_cast<std::uint32_t>(active_)});
@@ -219,6 +224,22 @@ double Voice::Source(int number) noexcept {
   return block->source + offset_[static_cast<std::size_t>(number)] * block->ratio;
 }
 
+double Voice::Line(int number) noexcept {
+  const LaneBlock* block = LaneOf(number).Front();
+  if (block == nullptr) return line_[static_cast<std::size_t>(number)];
+  return block->line + offset_[static_cast<std::size_t>(number)] * block->ratio;
+}
+
+void Voice::Skip(int number, std::int64_t frames) noexcept {
+  std::array<float, 2 * kRunFrames> ignored;
+  while (frames > 0) {
+    const auto count = static_cast<std::size_t>(std::min<std::int64_t>(frames, kRunFrames));
+    const int got = Take(number, {ignored.data(), 2 * count});
+    if (got == 0) return;
+    frames -= got;
+  }
+}
+
 void Voice::SkipTo(int number, double source) noexcept {
   std::array<float, 2> ignored;
   Lane& lane = LaneOf(number);
@@ -241,6 +262,7 @@ int Voice::Take(int number, std::span<float> stereo) noexcept {
     done += count;
     offset += count;
     source_[static_cast<std::size_t>(number)] = block->source + offset * block->ratio;
+    line_[static_cast<std::size_t>(number)] = block->line + offset * block->ratio;
     if (offset < block->frames) break;
     const bool last = block->last;
     lane.DropFront();
@@ -256,6 +278,7 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
   const LaneBlock* block = lane.Front();
   HeardEntry entry{.frame = frame,
                    .source = Source(active_),
+                   .line = Line(active_),
                    .taken = lane.Taken(),
                    .segment = lane.Segment(),
                    .lane = static_cast<std::uint32_t>(active_)};
@@ -281,6 +304,7 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
     StopSounding();
     Log({.frame = frame + entry.frames,
          .source = Source(active_),
+         .line = Line(active_),
          .taken = lane.Taken(),
          .segment = lane.Segment(),
          .lane = static_cast<std::uint32_t>(active_),

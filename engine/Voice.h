@@ -65,12 +65,14 @@ class Voice {
   void LookForLane(std::int64_t frame) noexcept;
   [[nodiscard]] bool TakesOffered(std::int64_t frame) noexcept;
   void Flip(std::int64_t frame) noexcept;
-  void SkipWhatIsPast(std::int64_t frame, double reached) noexcept;
+  void SkipWhatIsPast(std::int64_t frame, double reached, std::int64_t taken) noexcept;
   void LookForStart() noexcept;
   [[nodiscard]] int RunLength(int frames) noexcept;
   [[nodiscard]] int FramesToAlignedSwitch(int frames) noexcept;
   void SkipTo(int lane, double source) noexcept;
+  void Skip(int lane, std::int64_t frames) noexcept;
   [[nodiscard]] double Source(int lane) noexcept;
+  [[nodiscard]] double Line(int lane) noexcept;
   int Take(int lane, std::span<float> stereo) noexcept;
   int RenderRun(std::span<float> stereo, std::int64_t frame) noexcept;
   void Blend(std::span<float> stereo) noexcept;
@@ -98,7 +100,8 @@ class Voice {
   int active_ = -1;
   std::array<int, 2> offset_{};
   std::array<double, 2> source_{};  ///< behind the last frame taken
-  int fade_ = 0;                    ///< step of the curve, Frames() is open
+  std::array<double, 2> line_{};
+  int fade_ = 0;  ///< step of the curve, Frames() is open
   int crossfade_left_ = 0;
   int to_switch_ = kRunFrames;  ///< frames until the lane that waits goes on, when it does so within a run
   int to_start_ = kRunFrames;   ///< the same of one that begins on its frame

@@ -1,0 +1,68 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "engine/EngineLoops.h"
+
+#include <algorithm>
+
+namespace engine {
+
+bool EngineLoops::SetLoop(decks::StreamHandle handle, const std::optional<music::Loop>& loop) {
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr) return false;
+  Stream& stream = *playing->stream;
+  if (loop && (loop->begin.value < 0 || loop->end.value > stream.Length() ||
+               loop->Frames() < decks::ShortestLoop(stream.Format().sample_rate))) {
+    return false;
+  }
+  stream.SetLoop(loop);
+  wake_();
+  return true;
+}
+
+bool EngineLoops::JumpBy(decks::StreamHandle handle, std::int64_t frames) {
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr) return false;
+  Stream& stream = *playing->stream;
+  const std::int64_t place = PlaceOf(*playing).source;
+  if (frames > stream.Length() || place + frames >= stream.Length()) return false;
+  frames = std::max(frames, -place);
+  std::optional<music::Loop> loop = stream.View().turns.loop;
+  if (loop && loop->Holds(place)) {
+    loop = loop->MovedBy(frames);
+    if (loop->begin.value < 0 || loop->end.value > stream.Length()) return false;
+  } else if (loop && place + frames >= loop->end.value) {
+    loop.reset();
+  }
+  stream.Move(frames, loop);
+  wake_();
+  return true;
+}
+
+void EngineLoops::SetSlip(decks::StreamHandle handle, bool slip) {
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr) return;
+  playing->stream->SetSlip(slip);
+  wake_();
+}
+
+void EngineLoops::SlipBack(decks::StreamHandle handle) {
+  Playing* playing = players_.Find(handle);
+  if (playing == nullptr) return;
+  Stream& stream = *playing->stream;
+  const auto turns = stream.View().turns;
+  if (turns.slip) {
+    stream.SlipBack();
+  } else if (turns.loop) {
+    stream.SetLoop(std::nullopt);
+  }
+  wake_();
+}
+
+decks::DeckLoops::State EngineLoops::LoopState(decks::StreamHandle handle) {
+  const Playing* playing = players_.Find(handle);
+  if (playing == nullptr) return {};
+  const auto turns = playing->stream->View().turns;
+  return {turns.loop, turns.slip};
+}
+
+}  // namespace engine
