@@ -3,18 +3,21 @@
 #include "catalogue/AnalysisParts.h"
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <utility>
 
 #include "catalogue/PackedBits.h"
+#include "music/Cues.h"
 
 namespace catalogue {
 namespace {
 
 constexpr int kVersionBits = 16;
 constexpr int kCountBits = 32;
-// Their own: what a hand did outlives a better finder. The first one did not tell where a point was put.
-constexpr std::uint64_t kMarksVersion = 2, kMarksWithoutPlaces = 1;
+// Their own: what a hand did outlives a better finder. The first one did not tell where a point was put, the
+// second knew no cues.
+constexpr std::uint64_t kMarksVersion = 3, kMarksWithoutCues = 2, kMarksWithoutPlaces = 1;
 constexpr double kNanoseconds = 1e9;
 
 void WriteVersion(BitWriter& out) {
@@ -140,6 +143,39 @@ std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes) {
   return ReadVersion(in) ? ReadGrid(in) : std::nullopt;
 }
 
+namespace {
+
+void WriteCues(BitWriter& out, const music::Cues& cues) {
+  out.WriteBits(cues.main ? 1 : 0, 1);
+  if (cues.main) out.WriteSigned(cues.main->count());
+  for (const auto& cue : cues.hot) {
+    out.WriteBits(cue ? 1 : 0, 1);
+    if (!cue) continue;
+    out.WriteSigned(cue->place.count());
+    out.WriteSigned(cue->length.count());
+    out.WriteBits(static_cast<std::uint64_t>(cue->colour), 8);
+    out.WriteBits(cue->name.size(), 8);
+    for (const char c : cue->name) out.WriteBits(static_cast<unsigned char>(c), 8);
+  }
+}
+
+music::Cues ReadCues(BitReader& in) {
+  music::Cues cues;
+  if (in.ReadBits(1) != 0) cues.main = std::chrono::microseconds(in.ReadSigned());
+  for (auto& cue : cues.hot) {
+    if (in.ReadBits(1) == 0) continue;
+    cue.emplace();
+    cue->place = std::chrono::microseconds(in.ReadSigned());
+    cue->length = std::chrono::microseconds(in.ReadSigned());
+    cue->colour = static_cast<int>(in.ReadBits(8));
+    cue->name.resize(in.ReadBits(8));
+    for (char& c : cue->name) c = static_cast<char>(in.ReadBits(8));
+  }
+  return music::Sound(std::move(cues));
+}
+
+}  // namespace
+
 std::string PackMarks(const FileMarks& marks) {
   BitWriter out;
   out.WriteBits(kMarksVersion, kVersionBits);
@@ -148,6 +184,8 @@ std::string PackMarks(const FileMarks& marks) {
     out.WriteBits(place ? 1 : 0, 1);
     if (place) out.WriteSigned(place->count());
   }
+  out.WriteBits(marks.cues == nullptr ? 0 : 1, 1);
+  if (marks.cues != nullptr) WriteCues(out, music::Sound(*marks.cues));
   out.WriteBits(marks.grid == nullptr ? 0 : 1, 1);
   if (marks.grid != nullptr) WriteGrid(out, *marks.grid);
   return out.Take();
@@ -156,7 +194,7 @@ std::string PackMarks(const FileMarks& marks) {
 std::optional<FileMarks> UnpackMarks(std::string_view bytes) {
   BitReader in(bytes);
   const std::uint64_t version = in.ReadBits(kVersionBits);
-  if (version != kMarksVersion && version != kMarksWithoutPlaces) return std::nullopt;
+  if (version < kMarksWithoutPlaces || version > kMarksVersion) return std::nullopt;
   FileMarks marks;
   for (PointBy* by : {&marks.start, &marks.end}) {
     const std::uint64_t number = in.ReadBits(2);
@@ -167,6 +205,10 @@ std::optional<FileMarks> UnpackMarks(std::string_view bytes) {
     if (version == kMarksWithoutPlaces || in.ReadBits(1) == 0) continue;
     *place = std::chrono::microseconds(in.ReadSigned());
     if (**place < std::chrono::microseconds(0)) return std::nullopt;
+  }
+  if (version > kMarksWithoutCues && in.ReadBits(1) != 0) {
+    marks.cues = std::make_shared<const music::Cues>(ReadCues(in));
+    if (!in.Good()) return std::nullopt;
   }
   if (in.ReadBits(1) == 0) return WasAll(in) ? std::optional(marks) : std::nullopt;
   auto grid = ReadGrid(in);

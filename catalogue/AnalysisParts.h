@@ -10,6 +10,10 @@
 #include "catalogue/ports/SideStore.h"
 #include "music/TrackAnalysis.h"
 
+namespace music {
+struct Cues;
+}  // namespace music
+
 namespace catalogue {
 
 /// Who says where a mix point of a file's row lies.
@@ -27,6 +31,7 @@ struct FileMarks {
   std::optional<std::chrono::microseconds> start_at;
   std::optional<std::chrono::microseconds> end_at;
   std::shared_ptr<const music::BeatGrid> grid;  ///< as it was corrected; null where it was not
+  std::shared_ptr<const music::Cues> cues;      ///< null where none were ever set
 };
 
 /// Where the findings about a file are kept: under its sound, so that they stay when the file is moved or

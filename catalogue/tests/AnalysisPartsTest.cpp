@@ -8,6 +8,7 @@
 
 #include "catalogue/testing/MemorySideStore.h"
 #include "catalogue/testing/SideStoreContract.h"
+#include "music/Cues.h"
 
 namespace catalogue::testing {
 namespace {
@@ -76,6 +77,42 @@ TEST(AnalysisParts, MarksTellWhereAHandPutThePoints) {
   ASSERT_TRUE(old) << "as they were kept before";
   EXPECT_EQ(old->start, PointBy::Hand);
   EXPECT_FALSE(old->start_at);
+}
+
+TEST(AnalysisParts, CuesAreKeptWithTheMarksAndWhatIsNoneIsNotBelieved) {
+  using std::chrono::microseconds;
+  music::Cues cues;
+  cues.main = std::chrono::seconds(3);
+  cues.hot[0] = music::Cue{microseconds(1), microseconds(500'000), 7, "Refrein é"};
+  FileMarks marks;
+  marks.grid = Known().grid;
+  marks.cues = std::make_shared<const music::Cues>(cues);
+  const auto back = UnpackMarks(PackMarks(marks));
+  ASSERT_TRUE(back && back->cues && back->grid);
+  EXPECT_EQ(*back->cues, cues);
+  const auto older = UnpackMarks(std::string("\x02\0\x02", 3));
+  ASSERT_TRUE(older) << "as they were kept before";
+  EXPECT_EQ(older->cues, nullptr);
+
+  cues.main = microseconds::min();
+  cues.hot[1] = music::Cue{microseconds::max(), {}, 0, ""};
+  cues.hot[2] = music::Cue{microseconds(5), microseconds(-5), -3, "a\x1b[0m\nb"};
+  cues.hot[3] = music::Cue{microseconds(6), {}, 300, std::string(39, 'x') + "é"};
+  const music::Cues sound = music::Sound(cues);
+  EXPECT_FALSE(sound.main || sound.hot[1]);
+  EXPECT_EQ(sound.hot[2], (music::Cue{microseconds(5), {}, 0, "a[0mb"}));
+  EXPECT_EQ(sound.hot[3], (music::Cue{microseconds(6), {}, 0, std::string(39, 'x')}));
+  std::string bytes = PackMarks(marks);
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    for (const char wrong : {'\xFF', '\0', '\x80'}) {
+      std::string damaged = bytes;
+      damaged[i] = wrong;
+      const auto read = UnpackMarks(damaged);
+      if (read && read->cues) {
+        EXPECT_EQ(*read->cues, music::Sound(*read->cues));
+      }
+    }
+  }
 }
 
 TEST(AnalysisParts, WhatWasKeptUnderThePathGoesUnderTheSound) {

@@ -1,0 +1,52 @@
+// SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
+// SPDX-License-Identifier: GPL-3.0-or-later
+#include "music/Cues.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace music {
+namespace {
+
+bool IsPlace(std::chrono::microseconds place) {
+  return place >= std::chrono::microseconds(0) && place <= std::chrono::hours(24);
+}
+
+}  // namespace
+
+std::string CueName(std::string name) {
+  std::erase_if(name, [](unsigned char c) { return c < 0x20 || c == 0x7F; });
+  if (name.size() <= kLongestCueName) return name;
+  std::size_t end = kLongestCueName;
+  while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
+  name.resize(end);
+  return name;
+}
+
+Cues Sound(Cues cues) {
+  if (cues.main && !IsPlace(*cues.main)) cues.main.reset();
+  for (auto& cue : cues.hot) {
+    if (!cue) continue;
+    if (!IsPlace(cue->place)) {
+      cue.reset();
+      continue;
+    }
+    if (!IsPlace(cue->length)) cue->length = {};
+    if (cue->colour < 0 || cue->colour >= kCueColours) cue->colour = 0;
+    cue->name = CueName(std::move(cue->name));
+  }
+  return cues;
+}
+
+std::shared_ptr<const Cues> Joined(const std::shared_ptr<const Cues>& newer,
+                                   const std::shared_ptr<const Cues>& older) {
+  if (newer == nullptr || older == nullptr) return newer != nullptr ? newer : older;
+  Cues both = *newer;
+  if (!both.main) both.main = older->main;
+  for (std::size_t i = 0; i < both.hot.size(); ++i) {
+    if (!both.hot[i]) both.hot[i] = older->hot[i];
+  }
+  return std::make_shared<const Cues>(std::move(both));
+}
+
+}  // namespace music
