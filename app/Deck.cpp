@@ -63,6 +63,21 @@ void Deck::PostTempo(std::function<void(DeckTempo&)> command) {
   Post([command = std::move(command)](DeckStation& deck) { command(deck.Tempo()); });
 }
 
+void Deck::PostCues(std::function<void(DeckCues&)> command) {
+  Post([command = std::move(command)](DeckStation& deck) { command(deck.Cues()); });
+}
+
+void Deck::CuesByHand(std::function<void(DeckCues&)> command) {
+  ByHand([command = std::move(command)](DeckStation& deck) { command(deck.Cues()); });
+}
+
+void Deck::SetQuantise(bool on) {
+  around_.settings.SetFlag("Decks", "Quantise", on);
+  for (const int number : {1, 2}) {
+    around_.context.conductor->Post([&deck = around_.rack.Deck(number), on] { deck.Cues().Quantise(on); });
+  }
+}
+
 void Deck::PostTone(std::function<void(DeckTone&)> command) {
   Post([command = std::move(command)](DeckStation& deck) { command(deck.Tone()); });
 }

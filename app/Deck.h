@@ -22,6 +22,7 @@ class Settings;
 namespace app {
 
 class Collections;
+class DeckCues;
 class DeckStation;
 class DeckTempo;
 class DeckTone;
@@ -61,6 +62,16 @@ class Deck {
     ByHand([command, ... copies = std::decay_t<Wanted>(given)](DeckStation& deck) {
       (deck.*command)(copies...);
     });
+  }
+  template <class... Wanted, class... Given>
+  void Do(void (DeckCues::*command)(Wanted...), Given... given) {
+    CuesByHand(
+        [command, ... copies = std::decay_t<Wanted>(given)](DeckCues& cues) { (cues.*command)(copies...); });
+  }
+  template <class... Wanted, class... Given>
+  void Adjust(void (DeckCues::*command)(Wanted...), Given... given) {
+    PostCues(
+        [command, ... copies = std::decay_t<Wanted>(given)](DeckCues& cues) { (cues.*command)(copies...); });
   }
   /// It is set otherwise; what plays is left as it is.
   template <class... Wanted, class... Given>
@@ -106,6 +117,9 @@ class Deck {
   void SetTrim(int slider);
   void RestoreTone(const StoredSection& effects, const StoredSection& equaliser);
 
+  /// Whether cues and loops of both mixing decks lie on beats; stored.
+  void SetQuantise(bool on);
+
   /// A beat is heard now. From the fourth tap on they set the tempo of the file and its grid.
   void Tap();
   /// Deck 1 or 2 follows the tempo and the beats of the other one until the tempo is set by hand, another
@@ -126,6 +140,8 @@ class Deck {
   void Post(std::function<void(DeckStation&)> command);
   void ByHand(std::function<void(DeckStation&)> command);
   void PostTone(std::function<void(DeckTone&)> command);
+  void PostCues(std::function<void(DeckCues&)> command);
+  void CuesByHand(std::function<void(DeckCues&)> command);
   void PostTempo(std::function<void(DeckTempo&)> command);
   /// Stores a slider of the tempo and moves it.
   void MoveTempo(double decks::TempoSliders::*slider, std::string_view key, double value);

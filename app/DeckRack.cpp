@@ -18,7 +18,7 @@ using Subject = NoticeBoard::Subject::Kind;
 
 DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
                    std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk,
-                   decks::DeckEffects* effects)
+                   decks::DeckEffects* effects, decks::DeckLoops* loops)
     : engine_(ports.engine),
       sound_(ports.sound),
       box_(std::move(box)),
@@ -34,7 +34,10 @@ DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::
   for (int number = 1; number <= kDecks; ++number) {
     decks_[static_cast<std::size_t>(number - 1)] = std::make_unique<DeckStation>(
         number, engine_, sound_, controls_,
-        DeckTools{analyses_, equaliser_, say_, desk, number <= kMixingDecks ? effects : nullptr}, box_);
+        DeckTools{analyses_, equaliser_, say_, desk, number <= kMixingDecks ? effects : nullptr,
+                  number <= kMixingDecks ? loops : nullptr,
+                  [this](const std::string& sentence) { notices_.Tell({}, sentence); }},
+        box_);
   }
 }
 

@@ -33,7 +33,7 @@ class DeckRack {
  public:
   DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::shared_ptr<WorkGate> gate,
            std::shared_ptr<Mailbox> box, const support::Sentences& say, decks::SoundDesk* desk = nullptr,
-           decks::DeckEffects* effects = nullptr);
+           decks::DeckEffects* effects = nullptr, decks::DeckLoops* loops = nullptr);
 
   /// The master slider, 0 to 99, as the levels read it.
   void SetMainVolume(int main_volume) { controls_.MainVolume = main_volume; }

@@ -6,6 +6,7 @@
 
 #include "app/DeckRack.h"
 #include "app/StationContext.h"
+#include "app/sound/DeckStation.h"
 #include "support/Settings.h"
 
 namespace app {
@@ -33,6 +34,8 @@ void Decks::StartUp(const Preferences& stored) {
     (*this)[deck].Restore(one.effects);
     (*this)[deck].RestoreTone(one.effects, one.equaliser);
   }
+  const bool quantise = around_.settings.Flag("Decks", "Quantise");
+  for (const int deck : {1, 2}) (*this)[deck].Adjust(&DeckCues::Quantise, quantise);
   const bool low = around_.settings.Flag("Settings", "LowPowerStretch");
   conductor.Order(sound_, &decks::SoundControl::SetStretch,
                   low ? decks::Stretch::LowPower : decks::Stretch::Best);

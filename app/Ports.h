@@ -21,6 +21,7 @@ class ProgrammeRecorder;
 class Microphone;
 class SoundControl;
 class DeckEffects;
+class DeckLoops;
 class SoundDesk;
 }  // namespace decks
 namespace dmx {
@@ -85,6 +86,7 @@ struct Ports {
   decks::Microphone* microphone = nullptr;              ///< null: nobody can speak
   const SoundPriority* priority = nullptr;              ///< null: nothing is known of it
   decks::DeckEffects* effects = nullptr;                ///< null: decks have none
+  decks::DeckLoops* loops = nullptr;                    ///< null: nothing loops
   decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
   catalogue::TagEditor* tag_editor = nullptr;           ///< null: tags are not edited
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread

@@ -150,6 +150,7 @@ struct Program::Parts {
                      .microphone = microphone.get(),
                      .priority = &rights,
                      .effects = &engine.Effects(),
+                     .loops = &engine.Loops(),
                      .desk = &engine.Desk(),
                      .tag_editor = &tag_editor,
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},

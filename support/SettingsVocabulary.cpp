@@ -44,6 +44,8 @@ constexpr Words kSettings[] = {{"Automix", "False", "the automatic mixer is on"}
                                {"GainRange", "12", "the furthest that tracks are levelled, in dB"},
                                {"Resume", "True", "after a fall the evening goes on where it was"}};
 
+constexpr Words kDecks[] = {{"Quantise", "True", "cues and loops of the mixing decks lie on beats"}};
+
 constexpr Words kMoreFolders[] = {
     {"Directory2", "", "another folder of the music collection; empty for none"},
     {"Directory3", "", "another folder of the music collection; empty for none"},
@@ -261,6 +263,7 @@ void AddProgram(Rows& rows) {
   Add(rows, "Settings", kMoreFolders);
   Add(rows, "Settings", kSettings);
   Add(rows, "Mixer", kMixer);
+  Add(rows, "Decks", kDecks);
   Add(rows, "Microphone", kMicrophone);
   Add(rows, "Preferences", kPreferences);
   Add(rows, "Devices", kDevices);

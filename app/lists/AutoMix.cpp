@@ -112,7 +112,7 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
   }
   due_ = microseconds(std::llround(std::max(0.0, left)));
   const bool matches = wishes_.match_tempo && plan_.fade.count() > 0;
-  if (due_ <= (matches ? kMatching : kArming)) Arm(led);
+  if (due_ <= (matches ? kMatching : kArming) && !IsHeldBack(led)) Arm(led);
 }
 
 /// Nothing plays: what a hand has made ready begins, else the first track of the lists.
@@ -248,9 +248,18 @@ void AutoMix::MeetBeats(const DeckView& leader) {
   due_ += Lasting(plan_.at - wished, leader.speed);
 }
 
+bool AutoMix::IsHeldBack(const DeckView& led) const {
+  return Plays(led) && led.cues.looping && led.position < led.cues.loop_end && led.cues.loop_end <= plan_.at;
+}
+
 void AutoMix::TickArmed(const WorkstationView& view) {
   const DeckView& led = Of(view, leader_);
   const DeckView& next = Of(view, next_);
+  if (IsHeldBack(led)) {
+    decks_.CancelStart(next_);
+    phase_ = Phase::Waiting;
+    return SendVolumes();
+  }
   const bool started = decks_.Started(next_);
   const auto waited = clock_.Now() - since_;
   const bool late = waited >= due_ + (scheduled_ ? microseconds(kGrace) : microseconds(0));

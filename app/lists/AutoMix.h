@@ -132,6 +132,8 @@ class AutoMix {
   [[nodiscard]] RowToLoad NextOf(int deck, const ListTables& tables, const Files& played) const;
   void TickWaiting(const WorkstationView& view, const ListTables& tables, const Files& played);
   void TickArmed(const WorkstationView& view);
+  /// It turns in a loop before the place at which the next one is to begin: a hand keeps it there.
+  [[nodiscard]] bool IsHeldBack(const DeckView& led) const;
   void TickMixing(const WorkstationView& view);
   void TickOpening(const WorkstationView& view, const ListTables& tables, const Files& played);
   [[nodiscard]] int LeaderIn(const WorkstationView& view) const;

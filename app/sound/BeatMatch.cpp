@@ -127,6 +127,8 @@ int BeatMatch::Tick(DeckStation& follower, DeckStation& leader) {
     one.sync.Rebase(led, own);
     return 0;
   }
+  // The beat jumps at each turn of such a loop: what is heard holds its tempo until it is left.
+  if (leader.Cues().BreaksTheBeat() || follower.Cues().BreaksTheBeat()) one.resting = 2;
   if (one.resting > 0) {
     if (--one.resting == 0) one.sync.Restart();
     return 0;

@@ -55,7 +55,8 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
       player_(engine, controls),
       tempo_(engine, player_),
       tone_(sound, tools.desk, player_),
-      effects_(tools.effects, player_) {
+      effects_(tools.effects, player_),
+      cues_(*this, sound, {tools.analyses, tools.say, tools.loops, tools.tell}) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 
@@ -134,6 +135,7 @@ void DeckStation::Stop() {
   if (state_ == State::Empty || player_.STRM() == 0) return;
   message_.clear();
   listening_ = false;
+  cues_.Stopped();
   player_.StopPlay();
   state_ = State::Stopped;
   if (!coming_) Reopen({0});
@@ -224,6 +226,7 @@ void DeckStation::Tick(DeckView& view) {
   tone_.Show(view);
   effects_.Follow(view.playing_bpm);
   effects_.Show(view);
+  cues_.Show(view);
 }
 
 void DeckStation::ShowHeard(DeckView& view) {
@@ -297,6 +300,7 @@ void DeckStation::Loaded(Track track, const support::Result<void>& result) {
   if (result) {
     tempo_.Begin(track.bpm);
     tone_.Begin();
+    cues_.Begin();
   }
   OpenTrack(std::move(track), result);
 }
@@ -345,6 +349,7 @@ void DeckStation::Clear() {
   if (player_.STRM() != 0 || player_.PreSTRM() != 0) player_.StopPlay();
   state_ = State::Empty;
   effects_.Silence();
+  cues_.Begin();
   tempo_.Begin(0);
   tone_.Begin();
   listening_ = false;
@@ -375,6 +380,7 @@ void DeckStation::ApplySliders() {
   tone_.Apply();
   effects_.Apply();
   tempo_.Apply();
+  cues_.Apply();
 }
 
 void DeckStation::Analyse() {

@@ -5,11 +5,13 @@
 #include <array>
 #include <chrono>
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
 
 #include "app/OutputView.h"
+#include "app/sound/DeckCues.h"
 #include "app/sound/DeckTempo.h"
 #include "app/sound/DeckTone.h"
 #include "app/sound/DeckView.h"
@@ -42,8 +44,10 @@ struct DeckTools {
   FileAnalyses& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
-  decks::SoundDesk* desk = nullptr;       ///< null: the engine has none
-  decks::DeckEffects* effects = nullptr;  ///< null: the deck has none
+  decks::SoundDesk* desk = nullptr;                ///< null: the engine has none
+  decks::DeckEffects* effects = nullptr;           ///< null: the deck has none
+  decks::DeckLoops* loops = nullptr;               ///< null: nothing loops
+  std::function<void(const std::string&)> tell{};  ///< a sentence that passes
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves
@@ -93,6 +97,9 @@ class DeckStation {
   [[nodiscard]] DeckTempo& Tempo() { return tempo_; }
   [[nodiscard]] const DeckTempo& Tempo() const { return tempo_; }
   [[nodiscard]] DeckTone& Tone() { return tone_; }
+  [[nodiscard]] DeckCues& Cues() { return cues_; }
+  /// What stands on it, whatever is made ready beside.
+  [[nodiscard]] DeckView::State Standing() const { return state_; }
   [[nodiscard]] EffectUnits& Effects() { return effects_; }
   /// The beats are again those that were found.
   void ForgetGrid();
@@ -147,6 +154,7 @@ class DeckStation {
   DeckTempo tempo_;
   DeckTone tone_;
   EffectUnits effects_;
+  DeckCues cues_;
   DeckView::State state_ = DeckView::State::Empty;
   Track track_;                  ///< on the deck
   std::optional<Track> coming_;  ///< being prepared

@@ -13,6 +13,10 @@
 #include "music/BeatGrid.h"
 #include "music/TrackAnalysis.h"
 
+namespace music {
+struct Cues;
+}  // namespace music
+
 namespace app {
 
 inline constexpr int kDecks =
@@ -43,6 +47,22 @@ struct MixPointPair {
   T end{};
   [[nodiscard]] T& Of(MixPoint which) { return which == MixPoint::Start ? start : end; }
   [[nodiscard]] const T& Of(MixPoint which) const { return which == MixPoint::Start ? start : end; }
+};
+
+/// Cues and loops of a deck.
+struct CuesView {
+  std::shared_ptr<const music::Cues> marked;  ///< null when there are none; shared, because it never changes
+  bool looping = false;
+  bool has_loop = false;  ///< the one that plays, or the newest that did
+  std::chrono::microseconds loop_begin{0};
+  std::chrono::microseconds loop_end{0};
+  std::optional<std::chrono::microseconds> in;  ///< of a loop by hand that has no end yet
+  bool held = false;                            ///< it plays as long as a cue is held
+  bool has_beats = false;                       ///< loops and jumps by beats can be made
+  double beats = 4;                             ///< of the next loop
+  double jump = 4;
+  bool quantise = true;
+  bool slip = false;
 };
 
 /// What a deck shows. A snapshot of one tick of the conductor.
@@ -98,6 +118,7 @@ struct DeckView {
   std::array<float, 10> equaliser{};                             ///< gain of each band as it sounds, in dB
   EffectChoices effects;
   std::array<bool, decks::kEffectKinds> effects_held{};  ///< by a pad
+  CuesView cues;
   double scan_busy = 0;  ///< 0 to 1, over and over, while the file is analysed; else 0
 };
 

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "catalogue/AnalysisParts.h"
+#include "music/Cues.h"
 
 namespace app {
 namespace {
@@ -146,6 +147,7 @@ void FileAnalyses::Job::LearnMarks(const catalogue::FileMarks& read) {
   if (marks.start == PointBy::Unknown) marks.start = read.start, marks.start_at = read.start_at;
   if (marks.end == PointBy::Unknown) marks.end = read.end, marks.end_at = read.end_at;
   if (marks.grid == nullptr) marks.grid = read.grid;
+  marks.cues = music::Joined(marks.cues, read.cues);
   if (marks_changed) KeepMarks();  // a hand was faster than the disk
 }
 

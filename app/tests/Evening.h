@@ -19,6 +19,7 @@
 #include "decks/testing/RecordingDesk.h"
 #include "decks/testing/RecordingEffects.h"
 #include "decks/testing/RecordingEngine.h"
+#include "decks/testing/RecordingLoops.h"
 #include "support/Sentences.h"
 #include "support/testing/FakeClock.h"
 #include "support/testing/ManualExecutor.h"
@@ -48,6 +49,7 @@ class Evening : public ::testing::Test {
     ports.journal = journal_;
     ports.desk = &desk_;
     ports.effects = &effects_;
+    ports.loops = &loops_;
     ports.microphone = microphone_;
     ports.local_time = local_time_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
@@ -95,6 +97,7 @@ class Evening : public ::testing::Test {
   decks::testing::RecordingEngine engine_{clock_};
   decks::testing::RecordingDesk desk_;
   decks::testing::RecordingEffects effects_;
+  decks::testing::RecordingLoops loops_{100 * 44'100};
   catalogue::testing::FakeTagReader tags_;
   support::testing::MemorySettings settings_;
   support::testing::MemoryFiles files_;
