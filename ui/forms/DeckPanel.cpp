@@ -11,6 +11,7 @@
 #include "app/Deck.h"
 #include "app/sound/DeckStation.h"
 #include "support/Settings.h"
+#include "ui/forms/CueTools.h"
 #include "ui/forms/Menus.h"
 #include "ui/forms/TempoTools.h"
 #include "ui/forms/ToneStrip.h"
@@ -91,6 +92,7 @@ DeckPanel::DeckPanel(app::Deck& deck, app::EffectStation& effects, const support
   running_ = new RunningWave(look.skin, look.skin.Deck(deck_));
   rows->addWidget(overview_, 2);
   rows->addWidget(running_, 3);
+  rows->addWidget(cues_ = new CueTools(deck, look));
   rows->addWidget(tone_ = new ToneStrip(deck, effects, look));
   rows->addWidget(tools_);
   rows->addLayout(MakeTransportRow());
@@ -225,6 +227,7 @@ bool DeckPanel::Loaded() const {
 }
 
 void DeckPanel::PlayOrPause() {
+  if (view_.cues.held) return commands_.Do(&app::DeckCues::Keep);
   if (view_.state == DeckState::Playing) return commands_.Do(&app::DeckStation::Pause);
   if (view_.state == DeckState::Paused) return commands_.Do(&app::DeckStation::Resume);
   if (view_.state != DeckState::Empty) commands_.Do(&app::DeckStation::Play);
@@ -256,6 +259,9 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   overview_->Show(view.position, view.length, view.wave);
   overview_->ShowMixPoints(view);
   tools_->Show(view);
+  cues_->Show(view);
+  overview_->ShowCues(MarksOf(view.cues));
+  running_->ShowCues(MarksOf(view.cues));
   tone_->Show(view, now);
   running_->Show(view.position, view.length, view.wave);
   running_->ShowBeats(view.grid);

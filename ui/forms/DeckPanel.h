@@ -22,6 +22,7 @@ class Settings;
 
 namespace ui {
 
+class CueTools;
 class ElidedLabel;
 class Fader;
 class RunningWave;
@@ -48,6 +49,7 @@ class DeckPanel final : public DeckDrops {
   /// At the place that is heard.
   void SetMixPoint(app::MixPoint which);
   [[nodiscard]] TempoTools& Tools() { return *tools_; }
+  [[nodiscard]] CueTools& Cues() { return *cues_; }
   [[nodiscard]] ToneStrip& Tone() { return *tone_; }
 
  Q_SIGNALS:
@@ -81,6 +83,7 @@ class DeckPanel final : public DeckDrops {
   QLabel* bpm_;
   QLabel* state_;
   TempoTools* tools_;
+  CueTools* cues_;
   ToneStrip* tone_;
   WaveOverview* overview_;
   RunningWave* running_;

@@ -6,6 +6,7 @@
 
 #include "app/ApplyButton.h"
 #include "ui/forms/ConsolePage.h"
+#include "ui/forms/CueTools.h"
 #include "ui/forms/DeckArea.h"
 #include "ui/forms/DeckPanel.h"
 #include "ui/forms/ListenBar.h"
@@ -121,6 +122,8 @@ bool frmMain::HoldKey(const QKeyEvent& key, bool pressed) {
     return true;
   }
   for (const int deck : {1, 2}) {
+    if (deck_area_->Panel(deck).Cues().TakeKey(key.key(), key.modifiers(), pressed, key.isAutoRepeat()))
+      return true;
     for (const Command command : {Command::NudgeBack, Command::NudgeOn}) {
       const QKeyCombination wanted = KeyOf(command, deck)[0];
       if (key.key() != wanted.key()) continue;
@@ -147,6 +150,7 @@ void frmMain::Nudge(int deck, int direction) {
 void frmMain::ReleaseKeys() {
   for (const int deck : {1, 2}) {
     if (nudging_[deck == 1 ? 0 : 1]) Nudge(deck, 0);
+    deck_area_->Panel(deck).Cues().LetGo();
   }
   if (talking_) Talk(false);
 }

@@ -29,6 +29,26 @@ enum class Command {
 
 /// Deck 1: F1 to F4. Deck 2: F5 to F8.
 [[nodiscard]] QKeySequence KeyOf(Command command, int deck);
+/// What a key does with a deck's cues and loops: deck 1 lies under the left hand, deck 2 under the right one.
+enum class CueAct {
+  Cue,
+  Loop,
+  In,
+  Out,
+  Reloop,
+  Halve,
+  Double,
+  JumpBack,
+  JumpOn,
+  Slip,
+  MoveBack,
+  MoveOn,
+};
+inline constexpr int kCueActs = 12;
+[[nodiscard]] QKeySequence KeyOf(CueAct act, int deck);
+/// slot: from 0. Deck 1: Alt+Q W E R, A S D F; deck 2: Alt+U I O P, H J K L. With Shift it is deleted.
+[[nodiscard]] QKeySequence KeyOfPad(int slot, int deck);
+
 /// The chosen rows go to playlist 1 to 3: F9 to F11.
 [[nodiscard]] QKeySequence KeyOfPlaylist(int playlist);
 /// Listening to the chosen row in the headphones.

@@ -25,6 +25,7 @@ Booth::Booth() {
   ports.dmx = &wire;
   ports.desk = &desk;
   ports.effects = &effects;
+  ports.loops = &loops;
   ports.synthesisers = &synthesisers;
   ports.images = &images;
   ports.commands = &commands;

@@ -22,6 +22,7 @@
 #include "decks/testing/RecordingDesk.h"
 #include "decks/testing/RecordingEffects.h"
 #include "decks/testing/RecordingEngine.h"
+#include "decks/testing/RecordingLoops.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "karaoke/testing/FakeDiscImages.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
@@ -92,6 +93,7 @@ class Booth : public ::testing::Test {
   decks::testing::RecordingEngine engine{clock};
   decks::testing::RecordingDesk desk;
   decks::testing::RecordingEffects effects;
+  decks::testing::RecordingLoops loops{100 * 44'100};
   support::testing::ManualExecutor workers;
   catalogue::testing::FakeTagReader tags;
   catalogue::testing::FakeTagEditor tag_editor{tags};

@@ -33,7 +33,7 @@ QSize RunningWave::sizeHint() const {
 }
 
 QSize RunningWave::minimumSizeHint() const {
-  return {Em(*this, 12), Em(*this, 1.5)};
+  return {Em(*this, 12), Em(*this, 1)};
 }
 
 void RunningWave::Show(microseconds position, microseconds length,
@@ -78,6 +78,12 @@ microseconds RunningWave::PlaceAt(int column) const {
 
 double RunningWave::PixelsASecond() const {
   return Em(*this, kEmsASecond);
+}
+
+void RunningWave::ShowCues(const CueMarks& marks) {
+  if (marks == cues_) return;
+  cues_ = marks;
+  update();
 }
 
 int RunningWave::Scroll() const {
@@ -137,6 +143,9 @@ void RunningWave::paintEvent(QPaintEvent*) {
     // Before the start and after the end of the track there is nothing.
     if (left < 0) painter.fillRect(0, 0, -left, height(), skin_.panel);
     if (last - left < width()) painter.fillRect(last - left, 0, width(), height(), skin_.panel);
+    PaintCues(painter, *this, height(), cues_, skin_, [this, left](microseconds place) {
+      return static_cast<int>(std::lround(double(place.count()) / 1e6 * PixelsASecond())) - left;
+    });
     const int half = Line(*this);
     painter.fillRect(MarkColumn() - half, 0, 2 * half + 1, height(), skin_.text);
   }

@@ -12,6 +12,7 @@
 #include "music/BeatGrid.h"
 #include "music/Wave.h"
 #include "ui/skins/Skin.h"
+#include "ui/widgets/CuePaint.h"
 #include "ui/widgets/SeekGuard.h"
 
 namespace ui {
@@ -30,6 +31,7 @@ class RunningWave final : public QWidget {
   /// No wave: nothing is loaded, or it is being made.
   void Show(std::chrono::microseconds position, std::chrono::microseconds length,
             const std::shared_ptr<const music::Wave>& wave);
+  void ShowCues(const CueMarks& marks);
   /// Null: no beats are known.
   void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid);
   /// Of the track, at a column of the widget.
@@ -74,6 +76,7 @@ class RunningWave final : public QWidget {
   std::shared_ptr<const music::BeatGrid> grid_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
+  CueMarks cues_;
   std::map<int, QPixmap> tiles_;
   int shown_scroll_ = 0;
   int tiles_drawn_ = 0;

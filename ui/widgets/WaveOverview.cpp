@@ -83,6 +83,12 @@ void WaveOverview::PlaceHandles() {
   update();
 }
 
+void WaveOverview::ShowCues(const CueMarks& marks) {
+  if (marks == cues_) return;
+  cues_ = marks;
+  update();
+}
+
 void WaveOverview::PaintMixPoints(QPainter& painter) const {
   if (busy_ > 0) painter.fillRect(0, 0, static_cast<int>(busy_ * width()), 3, skin_.good);
   if (!has_points_) return;
@@ -103,7 +109,7 @@ QSize WaveOverview::sizeHint() const {
 }
 
 QSize WaveOverview::minimumSizeHint() const {
-  return form_ == Form::Whole ? QSize(Em(*this, 12), Em(*this, 3.5)) : QSize(Em(*this, 8), Em(*this, 2));
+  return form_ == Form::Whole ? QSize(Em(*this, 12), Em(*this, 2.9)) : QSize(Em(*this, 8), Em(*this, 2));
 }
 
 QVariant WaveOverview::inputMethodQuery(Qt::InputMethodQuery query) const {
@@ -208,6 +214,7 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
     painter.restore();
     const int tall = WaveBox().height();
     PaintMixPoints(painter);
+    PaintCues(painter, *this, tall, cues_, skin_, [this](microseconds place) { return ColumnOf(place); });
     const int half = Line(*this);
     painter.fillRect(shown_column_ - half, 0, 2 * half + 1, tall, isEnabled() ? skin_.text : skin_.line);
     if (aim_ >= 0) painter.fillRect(aim_, 0, 2 * half, tall, skin_.warning);

@@ -9,6 +9,7 @@
 
 #include "app/sound/DeckView.h"
 #include "music/Wave.h"
+#include "ui/widgets/CuePaint.h"
 #include "ui/widgets/MixHandle.h"
 #include "ui/widgets/SeekGuard.h"
 #include "ui/widgets/WavePaint.h"
@@ -36,6 +37,7 @@ class WaveOverview final : public QSlider {
 
   /// The mix points of the track, and the sign of life while they are looked for.
   void ShowMixPoints(const app::DeckView& view);
+  void ShowCues(const CueMarks& marks);
   [[nodiscard]] MixHandle& Handle(app::MixPoint which) { return *handles_.Of(which); }
 
   /// Of the track, at a column of the widget.
@@ -95,6 +97,7 @@ class WaveOverview final : public QSlider {
   app::MixPointPair<std::chrono::microseconds> points_;
   app::MixPointPair<MixHandle*> handles_;
   double busy_ = 0;
+  CueMarks cues_;
   QPixmap heard_;
   QPixmap to_come_;
 };
