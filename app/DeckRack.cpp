@@ -36,7 +36,7 @@ DeckRack::DeckRack(const AnalysisPorts& ports, support::Executor& workers, std::
         number, engine_, sound_, controls_,
         DeckTools{analyses_, equaliser_, say_, desk, number <= kMixingDecks ? effects : nullptr,
                   number <= kMixingDecks ? loops : nullptr,
-                  [this](const std::string& sentence) { notices_.Tell({}, sentence); }},
+                  [this](support::Saying told) { notices_.Tell({}, std::move(told)); }},
         box_);
   }
 }

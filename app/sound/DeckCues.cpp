@@ -65,7 +65,7 @@ bool DeckCues::KnowsBeats() {
 }
 
 void DeckCues::Tell(Sentence sentence) {
-  if (tools_.tell) tools_.tell(tools_.say(sentence));
+  if (tools_.tell) tools_.tell({sentence});
 }
 
 std::shared_ptr<const music::Cues> DeckCues::Kept() const {

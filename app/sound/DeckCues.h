@@ -32,9 +32,8 @@ class DeckCues {
  public:
   struct Tools {
     FileAnalyses& analyses;
-    const support::Sentences& say;
-    decks::DeckLoops* loops = nullptr;               ///< null: nothing loops
-    std::function<void(const std::string&)> tell{};  ///< a sentence for the user
+    decks::DeckLoops* loops = nullptr;            ///< null: nothing loops
+    std::function<void(support::Saying)> tell{};  ///< a sentence for the user
   };
   /// deck: the one that it belongs to.
   DeckCues(DeckStation& deck, decks::SoundControl& sound, Tools tools);

@@ -56,7 +56,7 @@ DeckStation::DeckStation(int number, decks::AudioEngine& engine, decks::SoundCon
       tempo_(engine, player_),
       tone_(sound, tools.desk, player_),
       effects_(tools.effects, player_),
-      cues_(*this, sound, {tools.analyses, tools.say, tools.loops, tools.tell}) {
+      cues_(*this, sound, {tools.analyses, tools.loops, tools.tell}) {
   player_.Channel(static_cast<std::int16_t>(number));
 }
 

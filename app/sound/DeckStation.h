@@ -44,10 +44,10 @@ struct DeckTools {
   FileAnalyses& analyses;
   decks::Equaliser& equaliser;
   const support::Sentences& say;
-  decks::SoundDesk* desk = nullptr;                ///< null: the engine has none
-  decks::DeckEffects* effects = nullptr;           ///< null: the deck has none
-  decks::DeckLoops* loops = nullptr;               ///< null: nothing loops
-  std::function<void(const std::string&)> tell{};  ///< a sentence that passes
+  decks::SoundDesk* desk = nullptr;             ///< null: the engine has none
+  decks::DeckEffects* effects = nullptr;        ///< null: the deck has none
+  decks::DeckLoops* loops = nullptr;            ///< null: nothing loops
+  std::function<void(support::Saying)> tell{};  ///< a sentence that passes
 };
 
 /// One deck with what its player does not know: files that are being prepared, the end of a track, moves

@@ -328,7 +328,7 @@ void TagStation::Follow(const WorkstationView& view, const std::string& song) {
 
 /// Nobody waits for the report: the status line has the first of it.
 void TagStation::TellLeft(const Report& report) const {
-  if (!report.sentences.empty()) context_.tell(report.sentences.front());
+  if (!report.sentences.empty()) context_.tell(support::AsItStands(report.sentences.front()));
 }
 
 void TagStation::Stop() {
