@@ -45,6 +45,15 @@ struct MixInHand {
   bool operator==(const MixInHand&) const = default;
 };
 
+/// The same of the music between songs.
+struct BreakInHand {
+  int deck = 0;      ///< that it plays on, or played on last; 0 is none
+  std::string file;  ///< there
+  bool plays = false;
+  bool due = false;  ///< a song was on stage, and no break has been made since
+  bool operator==(const BreakInHand&) const = default;
+};
+
 /// What the automatic mixer does to the decks. Threads: the conductor.
 class MixingDecks {
  public:

@@ -35,22 +35,45 @@ void BreakMusic::Enter(Phase phase) {
 
 void BreakMusic::Tick(const WorkstationView& view, const ListTables& tables, const Files& played,
                       const MixerHands& mixer, const BreakStage& stage, bool others) {
-  const bool wanted = wishes_.on && stage.singers;
-  if (!wanted && !stage.song) due_ = false;
-  if (!wanted && phase_ < Phase::Rising) return Enter(Phase::Idle);
-  if (deck_ != 0 && phase_ >= Phase::Rising && HandIsOn(Shown(view, deck_))) LetGo(mixer);
-  if (stage.song) {
-    due_ = wanted;
-    return TickSong(mixer);
+  if (deck_ != 0 && HandIsOn(view)) LetGo(mixer);
+  if (stage.song || !wishes_.on) {
+    due_ = stage.song && wishes_.on && stage.singers;
+    return FallSilent(view, mixer);
   }
-  if (phase_ == Phase::Falling) Rise();  // the song did not come
-  TickSilence(view, tables, played, others);
-  Move(mixer);
+  if (!stage.singers) due_ = false;
+  if (phase_ == Phase::Falling) Rise(mixer);  // the song did not come
+  TickSilence(view, tables, played, mixer, others);
+  Move(view, mixer);
 }
 
-/// A hand has paused or stopped what plays, or brought another track there.
-bool BreakMusic::HandIsOn(const DeckView& deck) const {
-  if (clock_.Now() - since_ < kUntilItShows) return false;
+BreakInHand BreakMusic::InHand() const {
+  return {deck_, file_, phase_ >= Phase::Rising,
+          due_ || phase_ == Phase::Waiting || phase_ == Phase::Loading};
+}
+
+void BreakMusic::GoOn(const BreakInHand& music, const WorkstationView& view) {
+  if (phase_ != Phase::Idle || deck_ != 0) return;
+  due_ = due_ || music.due;
+  if (music.deck < 1 || music.deck > 2 || music.file.empty()) return;
+  const DeckView& deck = Shown(view, music.deck);
+  if (deck.filename != music.file) return;
+  deck_ = music.deck;
+  file_ = music.file;
+  done_.insert(file_);
+  if (!music.plays || deck.state != State::Playing) return;
+  share_ = 1;
+  Enter(Phase::Playing);
+}
+
+/// A hand has paused or stopped what plays, or brought another track there; or it plays on the other deck.
+bool BreakMusic::HandIsOn(const WorkstationView& view) const {
+  if (phase_ < Phase::Loading || clock_.Now() - since_ < kUntilItShows) return false;
+  if (Shown(view, 3 - deck_).state == State::Playing) return true;
+  const DeckView& deck = Shown(view, deck_);
+  if (phase_ == Phase::Loading) {
+    const bool empty = deck.state == State::Empty || deck.state == State::Ended;
+    return deck.filename != file_ && !empty;
+  }
   return deck.filename != file_ || (deck.state != State::Playing && deck.state != State::Ended);
 }
 
@@ -64,7 +87,7 @@ void BreakMusic::LetGo(const MixerHands& mixer) {
 }
 
 void BreakMusic::TickSilence(const WorkstationView& view, const ListTables& tables, const Files& played,
-                             bool others) {
+                             const MixerHands& mixer, bool others) {
   switch (phase_) {
     case Phase::Idle:
       if (!due_) return;
@@ -72,10 +95,10 @@ void BreakMusic::TickSilence(const WorkstationView& view, const ListTables& tabl
       return Enter(Phase::Waiting);
     case Phase::Waiting:
       if (Sounds(view) || others) return Enter(Phase::Idle);
-      if (clock_.Now() - since_ >= wishes_.pause) Begin(view, tables, played);
+      if (clock_.Now() - since_ >= wishes_.pause) Begin(view, tables, played, mixer);
       return;
     case Phase::Loading:
-      return Await(Shown(view, deck_), tables, played);
+      return Await(Shown(view, deck_), tables, played, mixer);
     case Phase::Rising:
     case Phase::Playing:
     case Phase::Falling:
@@ -99,14 +122,15 @@ int BreakMusic::FreeDeck(const WorkstationView& view) const {
   return 0;
 }
 
-void BreakMusic::Begin(const WorkstationView& view, const ListTables& tables, const Files& played) {
+void BreakMusic::Begin(const WorkstationView& view, const ListTables& tables, const Files& played,
+                       const MixerHands& mixer) {
   const int deck = FreeDeck(view);
   if (deck == 0) return Enter(Phase::Idle);
   const bool goes_on = deck == deck_ && !file_.empty() && Shown(view, deck).state == State::Paused;
   deck_ = deck;
   share_ = 0;
   if (!goes_on) return LoadNext(tables, played);
-  Rise();
+  Rise(mixer);
 }
 
 void BreakMusic::LoadNext(const ListTables& tables, const Files& played) {
@@ -124,7 +148,8 @@ void BreakMusic::LoadNext(const ListTables& tables, const Files& played) {
   decks_.Load(deck_, *list, row);
 }
 
-void BreakMusic::Await(const DeckView& deck, const ListTables& tables, const Files& played) {
+void BreakMusic::Await(const DeckView& deck, const ListTables& tables, const Files& played,
+                       const MixerHands& mixer) {
   const auto waited = clock_.Now() - since_;
   if (waited < kUntilItShows) return;
   const bool there = deck.filename == file_;
@@ -132,12 +157,12 @@ void BreakMusic::Await(const DeckView& deck, const ListTables& tables, const Fil
     done_.insert(file_);
     if (deck.has_mix_points && deck.start_mix_point > 0us && deck.start_mix_point + 1s < deck.length)
       decks_.Seek(deck_, deck.start_mix_point);
-    return Rise();
+    return Rise(mixer);
   }
   const bool comes = there && deck.state == State::Loading && waited < kLongestLoad;
   if (comes) return;
   const bool failed = !there || deck.state == State::Empty || deck.state == State::Loading;
-  if (!failed) return Enter(Phase::Idle);  // a hand was quicker
+  if (!failed) return LetGo(mixer);  // a hand was quicker
   done_.insert(file_);
   const auto& list = tables.playlists[kBreakList];
   if (++misses_ > (list == nullptr ? 0 : list->Rows())) return Enter(Phase::Idle);
@@ -145,36 +170,45 @@ void BreakMusic::Await(const DeckView& deck, const ListTables& tables, const Fil
 }
 
 /// From silence, or from where it was falling to.
-void BreakMusic::Rise() {
+void BreakMusic::Rise(const MixerHands& mixer) {
   misses_ = 0;
   if (phase_ != Phase::Falling) {
+    lifted_ = mixer.VolumeOf(3 - deck_) > mixer.VolumeOf(deck_);
+    crossfader_ = mixer.crossfader;
     decks_.SetVolume(deck_, 0);
     decks_.Play(deck_);
   }
   Enter(Phase::Rising);
 }
 
-void BreakMusic::TickSong(const MixerHands& mixer) {
+void BreakMusic::FallSilent(const WorkstationView& view, const MixerHands& mixer) {
   if (phase_ == Phase::Rising || phase_ == Phase::Playing) Enter(Phase::Falling);
   if (phase_ != Phase::Falling) return Enter(Phase::Idle);
-  Move(mixer);
+  Move(view, mixer);
   if (share_ > 0) return;
   decks_.Pause(deck_);
   decks_.SetVolume(deck_, mixer.VolumeOf(deck_));
   Enter(Phase::Idle);
 }
 
-/// On its way up or down; the crossfader may stand at the other deck's end, where nobody would hear it.
-void BreakMusic::Move(const MixerHands& mixer) {
-  if (phase_ != Phase::Rising && phase_ != Phase::Falling) return;
-  const std::chrono::duration<double> passed = clock_.Now() - since_;
-  const bool rises = phase_ == Phase::Rising;
-  const std::chrono::duration<double> whole = rises ? kRise : kFall;
-  share_ = std::clamp(from_ + (rises ? passed / whole : -passed / whole), 0.0, 1.0);
-  const int fader = mixer.faders[deck_ == 1 ? 0 : 1];
-  const int full = std::max(mixer.VolumeOf(deck_), mixer.VolumeOf(3 - deck_) > 0 ? fader : 0);
-  decks_.SetVolume(deck_, static_cast<int>(std::lround(full * share_)));
-  if (rises && share_ >= 1) Enter(Phase::Playing);
+/// The level of its fader, where the crossfader stands at the other deck's end nobody would hear it; a hand
+/// that moves it wants what it does.
+int BreakMusic::Full(const MixerHands& mixer) {
+  lifted_ = lifted_ && mixer.crossfader == crossfader_;
+  return lifted_ ? mixer.faders[deck_ == 1 ? 0 : 1] : mixer.VolumeOf(deck_);
+}
+
+void BreakMusic::Move(const WorkstationView& view, const MixerHands& mixer) {
+  if (phase_ < Phase::Rising) return;
+  if (phase_ != Phase::Playing) {
+    const std::chrono::duration<double> passed = clock_.Now() - since_;
+    const bool rises = phase_ == Phase::Rising;
+    const std::chrono::duration<double> whole = rises ? kRise : kFall;
+    share_ = std::clamp(from_ + (rises ? passed / whole : -passed / whole), 0.0, 1.0);
+    if (rises && share_ >= 1) Enter(Phase::Playing);
+  }
+  const int level = static_cast<int>(std::lround(Full(mixer) * share_));
+  if (Shown(view, deck_).volume != level) decks_.SetVolume(deck_, level);
 }
 
 }  // namespace app

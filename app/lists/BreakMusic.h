@@ -26,7 +26,8 @@ struct BreakStage {
 /// and 2, before the next one it fades out, and in the next break it goes on where it stopped.
 ///
 /// Law: it begins only where nothing else sounds, loads over nothing that a hand has put on a deck, and a
-/// hand on its deck ends it until the next song has been sung. Threads: the conductor.
+/// hand on its deck, or music on the other one, ends it until the next song has been sung. Threads: the
+/// conductor.
 class BreakMusic {
  public:
   static constexpr std::chrono::milliseconds kRise{2000};
@@ -38,34 +39,42 @@ class BreakMusic {
   /// mixer: what the faders are at. others: somebody else brings the next track to the decks.
   void Tick(const WorkstationView& view, const ListTables& tables, const Files& played,
             const MixerHands& mixer, const BreakStage& stage, bool others);
+  [[nodiscard]] BreakInHand InHand() const;
+  /// With what another run of the program left, once the decks are as far as they come.
+  void GoOn(const BreakInHand& music, const WorkstationView& view);
 
  private:
   enum class Phase { Idle, Waiting, Loading, Rising, Playing, Falling };
 
-  void TickSilence(const WorkstationView& view, const ListTables& tables, const Files& played, bool others);
-  void TickSong(const MixerHands& mixer);
-  void Begin(const WorkstationView& view, const ListTables& tables, const Files& played);
+  void TickSilence(const WorkstationView& view, const ListTables& tables, const Files& played,
+                   const MixerHands& mixer, bool others);
+  void FallSilent(const WorkstationView& view, const MixerHands& mixer);
+  void Begin(const WorkstationView& view, const ListTables& tables, const Files& played,
+             const MixerHands& mixer);
   void LoadNext(const ListTables& tables, const Files& played);
-  void Await(const DeckView& deck, const ListTables& tables, const Files& played);
-  void Rise();
-  void Move(const MixerHands& mixer);
+  void Await(const DeckView& deck, const ListTables& tables, const Files& played, const MixerHands& mixer);
+  void Rise(const MixerHands& mixer);
+  void Move(const WorkstationView& view, const MixerHands& mixer);
+  [[nodiscard]] int Full(const MixerHands& mixer);
   void LetGo(const MixerHands& mixer);
   void Enter(Phase phase);
   [[nodiscard]] int FreeDeck(const WorkstationView& view) const;
-  [[nodiscard]] bool HandIsOn(const DeckView& deck) const;
+  [[nodiscard]] bool HandIsOn(const WorkstationView& view) const;
 
   MixingDecks& decks_;
   const support::Clock& clock_;
   BreakWishes wishes_;
   Phase phase_ = Phase::Idle;
   support::TimePoint since_{};
-  bool due_ = false;  ///< a song was on stage, and no break has been made since
-  int deck_ = 0;      ///< that it plays on, or played on last; 0 is none
-  std::string file_;  ///< there
-  double from_ = 0;   ///< share of the full level where a move of it began
-  double share_ = 0;  ///< and where it stands
-  int misses_ = 0;    ///< files that did not come, one after the other
-  Files done_;        ///< played in breaks, or not to be played, since the list began anew
+  bool due_ = false;     ///< a song was on stage, and no break has been made since
+  int deck_ = 0;         ///< that it plays on, or played on last; 0 is none
+  std::string file_;     ///< there
+  bool lifted_ = false;  ///< heard though the crossfader stands elsewhere, until that is moved
+  int crossfader_ = 0;   ///< where it was left
+  double from_ = 0;      ///< share of the full level where a move of it began
+  double share_ = 0;     ///< and where it stands
+  int misses_ = 0;       ///< files that did not come, one after the other
+  Files done_;           ///< played in breaks, or not to be played, since the list began anew
 };
 
 }  // namespace app

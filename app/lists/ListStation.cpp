@@ -163,10 +163,15 @@ void ListStation::Restore(const MixerHands& hands) {
   automix_.Restore(hands);
 }
 
-void ListStation::GoOn(const MixInHand& mix, const WorkstationView& view, bool lost) {
+ListStation::InHand ListStation::MixerInHand() const {
+  return {automix_.Hands(), automix_.InHand(), breaks_->InHand()};
+}
+
+void ListStation::GoOn(const InHand& mixer, const WorkstationView& view, bool lost) {
   constexpr auto kTold = std::chrono::seconds(30);
   held_ = false;
-  automix_.GoOn(mix, view);
+  automix_.GoOn(mixer.mix, view);
+  breaks_->GoOn(mixer.breaks, view);
   const auto plays = [&view](int deck) {
     return view.decks[static_cast<std::size_t>(deck - 1)].state == DeckView::State::Playing;
   };

@@ -70,16 +70,17 @@ class ListStation {
   struct InHand {
     MixerHands hands;
     MixInHand mix;
+    BreakInHand breaks;
     bool operator==(const InHand&) const = default;
   };
-  [[nodiscard]] InHand MixerInHand() const { return {automix_.Hands(), automix_.InHand()}; }
+  [[nodiscard]] InHand MixerInHand() const;
   /// The mixer stands so; the automatic mixer keeps its hands off the decks until GoOn.
   void Restore(const MixerHands& hands);
   /// Not to be played by itself.
   void LeaveOut(const std::string& file) { automix_.LeaveOut(file); }
   /// The decks are as far as they come. lost: one of them played and does not any more; where nothing plays
   /// then, the automatic mixer begins anew if it is on.
-  void GoOn(const MixInHand& mix, const WorkstationView& view, bool lost);
+  void GoOn(const InHand& mixer, const WorkstationView& view, bool lost);
 
   [[nodiscard]] const ListView& View() { return views_.Read(); }
 

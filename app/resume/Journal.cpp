@@ -94,6 +94,10 @@ void WriteMixer(const ListStation::InHand& mixer, PartWriter& lines) {
   lines.Number("from", mix.fade_from);
   lines.Time("mixed", mix.mixed);
   lines.Flag("byhand", mix.hand_has_crossfader);
+  lines.Number("breakdeck", mixer.breaks.deck);
+  lines.Text("breakfile", mixer.breaks.file);
+  lines.Flag("breakplays", mixer.breaks.plays);
+  lines.Flag("breakdue", mixer.breaks.due);
 }
 
 void ReadMixer(std::string_view key, const PartValue& value, ListStation::InHand& mixer) {
@@ -113,6 +117,10 @@ void ReadMixer(std::string_view key, const PartValue& value, ListStation::InHand
   if (key == "from") return value.Number(mix.fade_from, -100, 100);
   if (key == "mixed") return value.Time(mix.mixed);
   if (key == "byhand") return value.Word(mix.hand_has_crossfader, kNoYes);
+  if (key == "breakdeck") return value.Number(mixer.breaks.deck, 0, 2);
+  if (key == "breakfile") mixer.breaks.file = value.Text();
+  if (key == "breakplays") return value.Word(mixer.breaks.plays, kNoYes);
+  if (key == "breakdue") return value.Word(mixer.breaks.due, kNoYes);
 }
 
 void WriteSong(const SongInHand& song, PartWriter& lines) {

@@ -146,7 +146,7 @@ void ResumeStation::GoOn(const WorkstationView& view) {
   // One that had ended led until the next one was there.
   const bool led = resumed_->mixer.mix.leader != 0;
   const bool lost = !decks_.HandCame() && (led || lost_ || decks_.LostOne());
-  around_.lists.GoOn(resumed_->mixer.mix, view, lost);
+  around_.lists.GoOn(resumed_->mixer, view, lost);
   const int most = std::clamp(around_.settings.Number("Settings", "BPMPercent"), 0, 50);
   for (const int deck : {1, 2}) {
     const DeckInHand& wanted = resumed_->decks[static_cast<std::size_t>(deck - 1)];
@@ -223,6 +223,7 @@ void ResumeStation::KeepWhatReturns(Journal& journal) const {
       if (decks_.Pending(deck)) journal.decks[place] = resumed_->decks[place];
     }
     journal.mixer.mix = resumed_->mixer.mix;
+    journal.mixer.breaks = resumed_->mixer.breaks;
   }
   if (context_.clock.Now() - begun_ > kReturns) return;
   if (journal.song.row.filename.empty()) journal.song = resumed_->song;

@@ -24,13 +24,13 @@ class BreakMusicTest : public ::testing::Test, public MixingDecks {
       list_->SetCell(row, catalogue::track::kFilename, file);
     }
     tables_.playlists[2] = list_;
-    music_.Choose({.on = true});
+    music_->Choose({.on = true});
   }
   DeckView& Deck(int deck) { return view_.decks[static_cast<std::size_t>(deck - 1)]; }
   void Go(std::chrono::milliseconds time) {
     for (; time > 0ms; time -= 10ms) {
       clock_.Advance(10ms);
-      music_.Tick(view_, tables_, {}, mixer_, stage_, automix_);
+      music_->Tick(view_, tables_, {}, mixer_, stage_, automix_);
     }
   }
   void Sing(std::chrono::milliseconds time) {
@@ -42,7 +42,7 @@ class BreakMusicTest : public ::testing::Test, public MixingDecks {
   void Load(int deck, const catalogue::track_table& playlist, int row) override {
     const std::string file(playlist.Cell(row, catalogue::track::kFilename));
     Deck(deck).filename = file;
-    Deck(deck).state = file == broken_ ? DeckState::Empty : DeckState::Stopped;
+    Deck(deck).state = file == broken_ ? DeckState::Empty : slow_ ? DeckState::Loading : DeckState::Stopped;
     Deck(deck).position = 0us;
     ++loads_;
   }
@@ -70,9 +70,10 @@ class BreakMusicTest : public ::testing::Test, public MixingDecks {
   BreakStage stage_{.song = false, .singers = true};
   bool automix_ = false;
   std::string broken_;
+  bool slow_ = false;
   int loads_ = 0;
   int loudest_ = 0;
-  BreakMusic music_{*this, clock_};
+  std::unique_ptr<BreakMusic> music_ = std::make_unique<BreakMusic>(*this, clock_);
 };
 
 TEST_F(BreakMusicTest, ComesUpBehindASongMakesWayForTheNextAndGoesOnWhereItStopped) {
@@ -115,7 +116,7 @@ TEST_F(BreakMusicTest, ASongThatDoesNotComeLeavesTheMusicOnAndAnEndedTrackHasANe
 }
 
 TEST_F(BreakMusicTest, WaitsForTheApplauseAndPassesOverWhatCannotBePlayed) {
-  music_.Choose({.on = true, .pause = 5s});
+  music_->Choose({.on = true, .pause = 5s});
   broken_ = "a.mp3";
   Sing(1s);
   Go(4900ms);
@@ -139,7 +140,14 @@ TEST_F(BreakMusicTest, TakesTheDeckThatIsFreeAndNoneThatAHandHasLoaded) {
   EXPECT_EQ(Deck(2).state, DeckState::Playing);
   EXPECT_EQ(Deck(2).volume, 100) << "heard, though the crossfader is at the other end";
 
-  BreakMusic none(*this, clock_);
+  mixer_.faders[0] = 50;
+  SetVolume(2, mixer_.VolumeOf(2));
+  Go(100ms);
+  EXPECT_EQ(Deck(2).volume, 100) << "another fader was moved";
+  mixer_.crossfader = -90;
+  Go(100ms);
+  EXPECT_EQ(Deck(2).volume, mixer_.VolumeOf(2)) << "the crossfader was";
+
   Deck(2).state = DeckState::Stopped;
   Deck(2).filename = "prepared too.mp3";
   Sing(1s);
@@ -170,6 +178,49 @@ TEST_F(BreakMusicTest, IsSilentWhereOthersPlayAndAHandEndsItUntilTheNextSongIsOv
   Go(20s);
   EXPECT_EQ(Deck(1).state, DeckState::Paused) << "by hand";
   EXPECT_EQ(Deck(1).volume, mixer_.VolumeOf(1));
+}
+
+TEST_F(BreakMusicTest, GivesWayToAHandThatLoadsItsDeckOrPlaysTheOther) {
+  slow_ = true;
+  Sing(1s);
+  Go(1s);
+  ASSERT_EQ(Deck(1).state, DeckState::Loading);
+  Deck(1).filename = "by hand.mp3";
+  Go(5s);
+  EXPECT_EQ(Deck(1).filename, "by hand.mp3");
+  EXPECT_EQ(loads_, 1);
+
+  slow_ = false;
+  Deck(1).state = DeckState::Ended;
+  Sing(1s);
+  Go(3s);
+  ASSERT_EQ(Deck(1).state, DeckState::Playing);
+  Deck(2).state = DeckState::Playing;
+  mixer_.crossfader = 100;
+  Go(1s);
+  Deck(1).state = DeckState::Ended;
+  loudest_ = 0;
+  Go(5s);
+  EXPECT_EQ(loads_, 2) << "somebody plays";
+  EXPECT_EQ(loudest_, 0);
+}
+
+TEST_F(BreakMusicTest, SwitchedOffItFallsSilentAndAfterAFallItIsStillItsOwn) {
+  Sing(1s);
+  Go(3s);
+  ASSERT_EQ(Deck(1).state, DeckState::Playing);
+  const BreakInHand left = music_->InHand();
+  music_ = std::make_unique<BreakMusic>(*this, clock_);
+  music_->Choose({.on = true});
+  music_->GoOn(left, view_);
+  Sing(2s);
+  EXPECT_EQ(Deck(1).state, DeckState::Paused) << "not under the next singer";
+  Go(3s);
+  EXPECT_EQ(Deck(1).state, DeckState::Playing);
+  EXPECT_EQ(loads_, 1);
+  music_->Choose({.on = false});
+  Go(2s);
+  EXPECT_EQ(Deck(1).state, DeckState::Paused);
 }
 
 }  // namespace
