@@ -74,7 +74,7 @@ SingersPanel::SingersPanel(SingerStation& host, app::ListStation& lists, support
   menu->AddFirst([this](QMenu& shown, const QPoint&) { FillMenu(shown); });
   below_ = new QWidget;
   rule_text_ = Sentence("RuleText", look.skin.dim);
-  FillColumn(*below_, 0, 0.3, {MakeBreaks(), {table_, 1}, MakeWish(), MakeActs()});
+  FillColumn(*below_, 0, 0.3, {rule_text_, {table_, 1}, MakeWish(), MakeActs(), MakeBreaks()});
   FillColumn(*this, 0.4, 0.3, {MakeHead(), {below_, 1}});
   below_->hide();
   ShowChosen();
@@ -114,7 +114,10 @@ QHBoxLayout* SingersPanel::MakeBreaks() {
   auto* pause = Choice(look_.skin, "BreakPause", say.Of(SingerWord::BreakPause), pauses,
                        static_cast<int>(at - std::begin(kPauses)),
                        [this, kPauses](int row) { lists_.SetBreakPause(kPauses[row]); });
-  return Row(0.3, {{rule_text_, 1}, on, pause});
+  auto* screen = Lamp("SingersOnScreen", say.Of(SingerWord::OnScreen),
+                      [this](bool shown) { settings_.SetFlag("Karaoke", "NextUp", shown); });
+  screen->setChecked(settings_.Flag("Karaoke", "NextUp"));
+  return Row(0.3, {screen, Part::Room(), on, pause});
 }
 
 QPushButton* SingersPanel::Act(const char* name, const Texts& texts, std::function<void(SingerId)> act) {
@@ -130,9 +133,6 @@ QHBoxLayout* SingersPanel::MakeActs() {
     if (chosen_.id != 0) host_.Do(&SingerStation::Hold, chosen_.id, held);
   });
   needs_choice_.push_back(hold_);
-  auto* screen = Lamp("SingersOnScreen", look_.say.Of(SingerWord::OnScreen),
-                      [this](bool on) { settings_.SetFlag("Karaoke", "NextUp", on); });
-  screen->setChecked(settings_.Flag("Karaoke", "NextUp"));
   bring_back_ = PlainButton("BringSingerBack", look_.say.Of(SingerWord::BringSingerBack),
                             [this] { host_.Do(&SingerStation::BringBack); });
   const auto& say = look_.say;
@@ -146,7 +146,7 @@ QHBoxLayout* SingersPanel::MakeActs() {
   auto* remove = Act("RemoveSinger", say.Of(SingerWord::RemoveSinger),
                      [this](SingerId id) { host_.Do(&SingerStation::Remove, id); });
   moves_ = {up, down};
-  return Row(0.3, {up, down, hold_, skip_, Part::Room(), screen, Part::Room(), remove, bring_back_});
+  return Row(0.3, {up, down, hold_, skip_, Part::Room(), remove, bring_back_});
 }
 
 QHBoxLayout* SingersPanel::MakeWish() {

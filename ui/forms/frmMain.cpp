@@ -138,7 +138,7 @@ void frmMain::Build() {
   status_ = new StatusLine(notices_read_, microphone_, look);
   connect(status_, &StatusLine::ReturnWanted, this,
           [this](int output) { workstation_.Outputs().Return(output); });
-  FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 9}, {MakePages(look), 10}});
+  FillColumn(*body, 0.4, 0.4, {status_, {MakeDecks(look), 10}, {MakePages(look), 9}});
   connect(status_, &StatusLine::RecordPressed, this, &frmMain::ToggleRecording);
   setCentralWidget(body);
   GiveRowMenus();
