@@ -69,6 +69,9 @@ void VisualPanel::FillRates() {
   rates_->clear();
   for (const int rate : rates) rates_->addItem(QStringLiteral("%1 /s").arg(rate), rate);
   rates_->setCurrentIndex(rates_->findData(chosen));
+  // Their layout does not hear of new items by itself.
+  names_->updateGeometry();
+  rates_->updateGeometry();
 }
 
 void VisualPanel::Choose() {

@@ -13,7 +13,6 @@ namespace ui {
 
 QuietCombo::QuietCombo(const Skin& skin, QWidget* parent) : QComboBox(parent), skin_(skin) {
   setAttribute(Qt::WA_Hover);
-  setSizeAdjustPolicy(AdjustToContents);           // with any other the layout does not hear of new items
   setItemDelegate(new QStyledItemDelegate(this));  // the only one that heeds the style sheet
 }
 
