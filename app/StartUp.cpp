@@ -61,6 +61,7 @@ bool Workstation::ShutDown(Leaves leaves) {
   parts.live.ShutDown();
   parts.lights.ShutDown();
   parts.organ.ShutDown();
+  parts.tags.ShutDown();
   parts.collections.Flush();
   parts.equaliser.Flush();
   parts.drafts.Flush();

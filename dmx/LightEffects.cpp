@@ -114,4 +114,13 @@ LiveLook LookAt(const LightEffect& effect, std::size_t place, double rounds, con
   }
 }
 
+double FlashGate::Pass(double rounds, double seconds, Flashing flashing) {
+  const bool flashes = rounds_ && (std::floor(rounds) != std::floor(*rounds_) || rounds < *rounds_);
+  if (flashes && flashing == Flashing::Guarded && seconds - flashed_ < 1 / MostFlashes(flashing))
+    return *rounds_;
+  if (flashes) flashed_ = seconds;
+  rounds_ = rounds;
+  return rounds;
+}
+
 }  // namespace dmx

@@ -58,4 +58,15 @@ enum class Flashing { Guarded, Free };
 [[nodiscard]] LiveLook LookAt(const LightEffect& effect, std::size_t place, double rounds,
                               const LiveLook& around);
 
+/// Keeps what flashes to the guard's pace whatever the music's place does: short loops, jumps, scratching.
+class FlashGate {
+ public:
+  /// The rounds of an effect as they may be shown at a time; a new flash that comes too soon waits.
+  [[nodiscard]] double Pass(double rounds, double seconds, Flashing flashing);
+
+ private:
+  std::optional<double> rounds_;
+  double flashed_ = -1e9;  ///< seconds
+};
+
 }  // namespace dmx

@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "dmx/LightLayers.h"
 
+#include <utility>
+
 namespace dmx {
 namespace {
 
@@ -38,10 +40,20 @@ void LightLayers::SetEffect(int channel, std::optional<DmxLevel> level) {
   Set(&Asked::effect, channel, level);
 }
 
+void LightLayers::RenewEffects() {
+  for (int channel = 1; channel <= kUniverseChannels; ++channel) {
+    if (!At(channel).effect || std::exchange(At(channel).effect_came_last, true)) continue;
+    Move(channel);
+  }
+}
+
 void LightLayers::SetFreeze(Freeze freeze) {
   if ((freeze == Freeze::On) == IsFrozen()) return;
   if (freeze == Freeze::On) {
-    frozen_ = faders_.Levels();
+    std::array<DmxLevel, kUniverseChannels> levels{};
+    for (int channel = 1; channel <= kUniverseChannels; ++channel)
+      levels[static_cast<std::size_t>(channel - 1)] = BelowHold(channel);
+    frozen_ = levels;
     return;
   }
   frozen_.reset();
@@ -65,6 +77,11 @@ DmxLevel LightLayers::Merged(int channel) const {
   const Asked& asked = At(channel);
   if (asked.hold) return *asked.hold;
   if (frozen_) return (*frozen_)[static_cast<std::size_t>(channel - 1)];
+  return BelowHold(channel);
+}
+
+DmxLevel LightLayers::BelowHold(int channel) const {
+  const Asked& asked = At(channel);
   if (asked.hand) return *asked.hand;
   return EffectLeads(channel) ? *asked.effect : beneath_.Level(channel);
 }

@@ -38,10 +38,12 @@ class LightLayers {
   void LetAllGo();
   /// An effect that has the channel already goes on without being the newest again.
   void SetEffect(int channel, std::optional<DmxLevel> level);
+  /// All that run are the newest again.
+  void RenewEffects();
   /// While it lasts, above all others.
   void SetHold(int channel, std::optional<DmxLevel> level) { Set(&Asked::hold, channel, level); }
   enum class Freeze { Off, On };
-  /// All faders stay where they are; only holds still move them.
+  /// All faders stay where they are, but for what is held; only holds still move them.
   void SetFreeze(Freeze freeze);
 
   /// Requires: 1 to kUniverseChannels.
@@ -71,6 +73,7 @@ class LightLayers {
 
   void Set(std::optional<DmxLevel> Asked::*who, int channel, std::optional<DmxLevel> level);
   [[nodiscard]] DmxLevel Merged(int channel) const;
+  [[nodiscard]] DmxLevel BelowHold(int channel) const;
   void Move(int channel) { faders_.MoveFader(channel, Merged(channel)); }
   [[nodiscard]] const Asked& At(int channel) const { return asked_[static_cast<std::size_t>(channel - 1)]; }
   [[nodiscard]] Asked& At(int channel) { return asked_[static_cast<std::size_t>(channel - 1)]; }

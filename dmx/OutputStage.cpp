@@ -114,6 +114,11 @@ void OutputStage::SetBlackout(Blackout blackout) {
   Refresh();
 }
 
+void OutputStage::SetHeldDark(Blackout held) {
+  held_dark_ = held;
+  Refresh();
+}
+
 void OutputStage::SetFlashGuard(FlashGuard guard) {
   guard_ = guard;
   Refresh();
@@ -136,7 +141,7 @@ DmxLevel OutputStage::Shaped(std::size_t place) const {
   const OutputRule& rule = rules_[place];
   const DmxLevel level = Guarded(rule, sent_to_us_[place]);
   if (rule.role == Role::Other) return level;
-  if (blackout_ == Blackout::On) return rule.closed;
+  if (blackout_ == Blackout::On || held_dark_ == Blackout::On) return rule.closed;
   if (rule.role == Role::Shutter) return level;
   if (rule.role == Role::LoneShutter) return master_ == 0 ? rule.closed : level;
   return static_cast<DmxLevel>((level * master_ + kFullMaster / 2) / kFullMaster);

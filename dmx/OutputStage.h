@@ -55,6 +55,8 @@ class OutputStage final : public DmxInterface {
   void SetGrandMaster(int master);
   enum class Blackout { Off, On };
   void SetBlackout(Blackout blackout);
+  /// Dark as well, for as long as somebody holds a button; the blackout itself stays as it is.
+  void SetHeldDark(Blackout held);
   enum class FlashGuard { Lifted, On };
   /// On until it is lifted.
   void SetFlashGuard(FlashGuard guard);
@@ -78,6 +80,7 @@ class OutputStage final : public DmxInterface {
   std::array<DmxLevel, kUniverseChannels> on_wire_{};
   int master_ = kFullMaster;
   Blackout blackout_ = Blackout::Off;
+  Blackout held_dark_ = Blackout::Off;
   FlashGuard guard_ = FlashGuard::On;
   bool started_ = false;
 };

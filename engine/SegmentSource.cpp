@@ -81,6 +81,7 @@ bool SegmentSource::Make(LaneBlock& block, int frames) {
   block.ratio = ratio_;
   block.last = false;
   const bool complete = store_->Complete();
+  LeaveLoopBehind(static_cast<std::int64_t>(source_), complete);
   if (loop_) {
     const double left = std::ceil((static_cast<double>(LoopEnd(complete)) - source_) / ratio_ - 1e-9);
     frames = std::clamp(static_cast<int>(std::min<double>(left, frames)), 1, frames);
@@ -157,8 +158,14 @@ std::int64_t SegmentSource::ReadStore(std::int64_t frame, std::span<float> left,
   return before + got;
 }
 
+/// A file that turns out shorter than it said may end before the loop, or before what plays in it.
+void SegmentSource::LeaveLoopBehind(std::int64_t frame, bool complete) {
+  if (loop_ && LoopEnd(complete) <= std::max(frame, loop_->begin.value)) loop_.reset();
+}
+
 int SegmentSource::PullStore(std::span<float> left, std::span<float> right) {
   const bool complete = store_->Complete();
+  LeaveLoopBehind(cursor_, complete);
   std::int64_t wanted = std::min<std::int64_t>(kWindow, static_cast<std::int64_t>(left.size()));
   if (loop_) wanted = std::min(wanted, LoopEnd(complete) - cursor_);
   const std::size_t count = static_cast<std::size_t>(wanted);

@@ -55,6 +55,7 @@ class SegmentSource final : public BlockSource {
   void BlendTurn(std::span<float> left, std::span<float> right);
   /// A file may turn out shorter than it said. Requires: there is a loop.
   [[nodiscard]] std::int64_t LoopEnd(bool complete) const;
+  void LeaveLoopBehind(std::int64_t frame, bool complete);
   int PullResampled(std::span<float> left, std::span<float> right);
   int PullStretched(std::span<float> left, std::span<float> right);
   int MakeLibraryBlock(LaneBlock& block, int frames);

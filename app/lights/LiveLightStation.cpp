@@ -118,7 +118,7 @@ void LiveLightStation::Ask(std::vector<int> fixtures, dmx::LiveLook look) {
       if (fixture < 1 || fixture > std::ssize(fixtures_)) continue;
       const auto place = static_cast<std::size_t>(fixture - 1);
       Merge(look, fixtures_[place].hand);
-      Refresh(place);
+      Refresh(place, Asked::Yes);
     }
   });
 }
@@ -150,10 +150,24 @@ void LiveLightStation::LetAllGo() {
   });
 }
 
+void LiveLightStation::AllDown() {
+  Post([this] {
+    effects_.clear();
+    for (OnFixture& on : fixtures_) {
+      on.hand = {};
+      on.taken.clear();
+    }
+    held_[static_cast<std::size_t>(LightHold::Freeze)] = false;
+    lights_.Layers().SetFreeze(dmx::LightLayers::Freeze::Off);
+  });
+  lights_.AllDown();
+}
+
 void LiveLightStation::Start(dmx::LightEffect effect) {
   Post([this, effect = std::move(effect)] {
     Drop(effect.fixtures, dmx::SubjectOf(effect.kind));
     if (!effect.fixtures.empty()) effects_.push_back(effect);
+    lights_.Layers().RenewEffects();
   });
 }
 
@@ -178,8 +192,7 @@ void LiveLightStation::Hold(LightHold what, bool held) {
     if (what == LightHold::Freeze)
       lights_.Layers().SetFreeze(held ? dmx::LightLayers::Freeze::On : dmx::LightLayers::Freeze::Off);
     if (what != LightHold::Blackout) return;
-    if (held) dark_before_ = lights_.Stage().IsBlackout() == Stage::Blackout::On;
-    lights_.Stage().SetBlackout(held || dark_before_ ? Stage::Blackout::On : Stage::Blackout::Off);
+    lights_.Stage().SetHeldDark(held ? Stage::Blackout::On : Stage::Blackout::Off);
   });
 }
 
@@ -227,7 +240,12 @@ void LiveLightStation::RunEffects(support::TimePoint now) {
       const int fixture = effect.fixtures[place];
       if (fixture < 1 || fixture > std::ssize(fixtures_)) continue;
       OnFixture& on = fixtures_[static_cast<std::size_t>(fixture - 1)];
-      Merge(dmx::LookAt(effect, place, rounds, on.hand), on.effect);
+      const auto subject = dmx::SubjectOf(effect.kind);
+      const double shown = subject == dmx::EffectSubject::Movement
+                               ? rounds
+                               : on.gates[subject == dmx::EffectSubject::Light ? 0 : 1].Pass(
+                                     rounds, SecondsOf(now), Flashing());
+      Merge(dmx::LookAt(effect, place, shown, on.hand), on.effect);
     }
   }
   RefreshAll();
@@ -256,21 +274,22 @@ void LiveLightStation::RefreshAll() {
   }
 }
 
-void LiveLightStation::Refresh(std::size_t place) {
+void LiveLightStation::Refresh(std::size_t place, Asked asked) {
   OnFixture& on = fixtures_[place];
   if (on.hand == dmx::LiveLook{} && on.taken.empty()) return;
   const dmx::DMXfilename& fixture = *patch_->fixtures.Item(static_cast<int>(place) + 1);
   std::vector<dmx::FaderMove> moves;
   AddMoves(moves, fixture, dmx::Share(fixture, on.hand, on.effect).hand);
-  if (moves == on.taken) return;
+  if (asked == Asked::No && moves == on.taken) return;
   for (const dmx::FaderMove& was : on.taken) {
     const bool still = std::any_of(moves.begin(), moves.end(),
                                    [&](const auto& move) { return move.channel == was.channel; });
     if (!still) lights_.Layers().LetGo(was.channel);
   }
   for (const dmx::FaderMove& move : moves) {
+    // Others may have moved the channel since, which only who asks anew takes back.
     const bool was = std::find(on.taken.begin(), on.taken.end(), move) != on.taken.end();
-    if (!was) lights_.Layers().TakeInHand(move.channel, move.level);
+    if (!was || asked == Asked::Yes) lights_.Layers().TakeInHand(move.channel, move.level);
   }
   on.taken = std::move(moves);
 }
@@ -345,6 +364,8 @@ void LiveLightStation::Tick(const WorkstationView& decks) {
   FollowPatch();
   music_.reset();
   if (const auto heard = HeardBeatsOf(decks)) music_ = dmx::MusicPlace{heard->beat, heard->tempo};
+  // What a show took of the effects while it ran is theirs again.
+  if (std::exchange(show_ran_, lights_.ShowRuns()) && !lights_.ShowRuns()) lights_.Layers().RenewEffects();
   RunEffects(now);
   ShowHolds(now);
   Publish();

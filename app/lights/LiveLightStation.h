@@ -78,6 +78,8 @@ class LiveLightStation {
   /// The hand gives these fixtures back to what goes on below, and raw faders of theirs too.
   void LetGo(std::vector<int> fixtures);
   void LetAllGo();
+  /// All faders to 0, and nobody moves them any more: no hand, effect or freeze.
+  void AllDown();
   /// Takes the place of those that change the same on these fixtures.
   void Start(dmx::LightEffect effect);
   /// On these fixtures; the others go on.
@@ -94,9 +96,10 @@ class LiveLightStation {
   using Levels = std::array<std::optional<dmx::DmxLevel>, dmx::kUniverseChannels>;
   struct OnFixture {
     dmx::LiveLook hand;
-    dmx::LiveLook effect;               ///< of this tick
-    int changed = 0;                    ///< what an effect changes of it
-    std::vector<dmx::FaderMove> taken;  ///< channels that the look keeps in hand
+    dmx::LiveLook effect;                   ///< of this tick
+    int changed = 0;                        ///< what an effect changes of it
+    std::vector<dmx::FaderMove> taken;      ///< channels that the look keeps in hand
+    std::array<dmx::FlashGate, 2> gates{};  ///< of what changes light, and colour
   };
 
   void Post(std::function<void()> job);
@@ -105,7 +108,8 @@ class LiveLightStation {
   void FollowPatch();
   void TakeOver(const std::shared_ptr<const StagePatch>& patch);
   void RunEffects(support::TimePoint now);
-  void Refresh(std::size_t place);
+  enum class Asked { No, Yes };
+  void Refresh(std::size_t place, Asked asked = Asked::No);
   void RefreshAll();
   void ShowHolds(support::TimePoint now);
   [[nodiscard]] std::vector<dmx::FaderMove> MovesOfHolds(support::TimePoint now) const;
@@ -126,7 +130,7 @@ class LiveLightStation {
   std::vector<OnFixture> fixtures_;
   std::vector<dmx::LightEffect> effects_;
   std::array<bool, kLightHolds> held_{};
-  bool dark_before_ = false;  ///< blackout, when it was held
+  bool show_ran_ = false;
   std::optional<dmx::MusicPlace> music_;
   Levels effect_levels_{};
   Levels hold_levels_{};

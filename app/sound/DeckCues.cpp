@@ -81,24 +81,27 @@ void DeckCues::Change(const std::function<void(music::Cues&)>& change) {
   });
 }
 
-bool DeckCues::GoTo(std::chrono::microseconds place) {
+bool DeckCues::Reaches(std::chrono::microseconds place) {
   const decks::HeardStream now = sound_.Heard(deck_.Player().STRM());
-  if (now.length_exact && place >= PlaceOfFrame(now.length.value, now.sample_rate)) {
-    Tell(Sentence::CueBeyondTrack);
-    return false;
-  }
+  const bool beyond = now.length_exact && place >= PlaceOfFrame(now.length.value, now.sample_rate);
+  if (beyond) Tell(Sentence::CueBeyondTrack);
+  return !beyond;
+}
+
+bool DeckCues::GoTo(std::chrono::microseconds place) {
+  if (!Reaches(place)) return false;
   deck_.Seek(place);
   return true;
 }
 
-void DeckCues::Hold(std::chrono::microseconds place) {
-  held_ = {place, true};
+void DeckCues::Hold(std::chrono::microseconds place, int by) {
+  held_ = {place, true, by};
   deck_.Play();
 }
 
 void DeckCues::Cue(bool down) {
   if (!down) {
-    if (!held_) return;
+    if (!held_ || held_->by != kByCue) return;
     const auto place = std::exchange(held_, std::nullopt)->place;
     deck_.Pause();
     return deck_.Seek(place);
@@ -107,7 +110,9 @@ void DeckCues::Cue(bool down) {
   const auto kept = Kept();
   const bool marked = kept != nullptr && kept->main.has_value();
   const std::chrono::microseconds main = marked ? *kept->main : std::chrono::microseconds(0);
-  if (deck_.Standing() == State::Playing) {
+  const State standing = deck_.Standing();
+  if (standing == State::Playing) {
+    held_.reset();
     End();
     deck_.Pause();
     GoTo(main);
@@ -115,8 +120,11 @@ void DeckCues::Cue(bool down) {
   }
   constexpr auto kAtIt = std::chrono::milliseconds(1);
   const auto here = PlaceOfFrame(FrameOf(Here()), Rate());
-  if (marked && std::chrono::abs(main - here) < kAtIt) return Hold(main);
+  if (marked && std::chrono::abs(main - here) < kAtIt) return Hold(main, kByCue);
+  // Only who has paused elsewhere means that place; at the track's start or end the cue is gone to.
+  if (marked && standing != State::Paused) return static_cast<void>(GoTo(main));
   const auto set = PlaceOfFrame(FrameOf(FromHere()), Rate());
+  if (!Reaches(set)) return;
   Change([&set](music::Cues& cues) { cues.main = set; });
   deck_.Seek(set);
 }
@@ -124,8 +132,8 @@ void DeckCues::Cue(bool down) {
 void DeckCues::Hot(int slot, bool down) {
   if (!IsSlot(slot)) return;
   if (!down) {
+    if (!held_ || held_->by != slot) return;
     const auto held = std::exchange(held_, std::nullopt);
-    if (!held) return;
     if (!held->stood) return tools_.loops->SlipBack(deck_.Player().STRM());
     End();
     deck_.Pause();
@@ -137,16 +145,18 @@ void DeckCues::Hot(int slot, bool down) {
   const auto cue = kept != nullptr ? kept->hot[at] : std::nullopt;
   if (!cue) {
     const auto set = PlaceOfFrame(FrameOf(FromHere()), Rate());
+    if (!Reaches(set)) return;
     return Change([&](music::Cues& cues) { cues.hot[at] = music::Cue{set, {}, slot, {}}; });
   }
+  if (!Reaches(cue->place)) return;
   End();
-  if (!GoTo(cue->place)) return;
+  deck_.Seek(cue->place);
   if (cue->length > std::chrono::microseconds(0)) {
     const std::int64_t begin = FrameOf(cue->place);
     Put({{begin}, {begin + FrameOf(cue->length)}});
   }
-  if (deck_.Standing() != State::Playing) return Hold(cue->place);
-  if (slip_ && tools_.loops != nullptr) held_ = {cue->place, false};
+  if (deck_.Standing() != State::Playing) return Hold(cue->place, slot);
+  if (slip_ && tools_.loops != nullptr) held_ = {cue->place, false, slot};
 }
 
 void DeckCues::Delete(int slot) {
@@ -228,6 +238,7 @@ void DeckCues::Resize(int up) {
     beats_ = decks::Resized(beats_, up);
     return;
   }
+  if (decks::Resized(beats_, up) == beats_) return;
   const std::int64_t length = up > 0 ? loop_->Frames() * 2 : loop_->Frames() / 2;
   if (Put({loop_->begin, {loop_->begin.value + length}})) beats_ = decks::Resized(beats_, up);
 }

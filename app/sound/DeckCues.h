@@ -74,7 +74,11 @@ class DeckCues {
   /// Another track stands on the deck.
   void Begin();
   /// It was stopped.
-  void Stopped() { looping_ = false; }
+  void Stopped() {
+    looping_ = false;
+    held_.reset();
+    in_.reset();
+  }
   /// The streams are new ones of the same file.
   void Apply();
   void Show(DeckView& view);
@@ -93,12 +97,15 @@ class DeckCues {
   bool Put(const music::Loop& loop);
   void End();
   bool GoTo(std::chrono::microseconds place);
-  void Hold(std::chrono::microseconds place);
+  void Hold(std::chrono::microseconds place, int by);
+  [[nodiscard]] bool Reaches(std::chrono::microseconds place);
   void Tell(support::Sentence sentence);
 
+  static constexpr int kByCue = -1;
   struct Held {
     std::chrono::microseconds place{};
     bool stood = false;
+    int by = kByCue;  ///< the pad that is held
   };
 
   DeckStation& deck_;

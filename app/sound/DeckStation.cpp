@@ -256,7 +256,10 @@ void DeckStation::ShowHeard(DeckView& view) {
 }
 
 void DeckStation::NoticeTheEnd() {
-  if (state_ == State::Playing && heard_.ended) state_ = State::Ended;
+  if (state_ == State::Playing && heard_.ended) {
+    state_ = State::Ended;
+    cues_.Stopped();
+  }
   // A seek just before the end is heard after it.
   if (state_ == State::Ended && heard_.playing && !heard_.ended) state_ = State::Playing;
   player_.IsPlaying(state_ == State::Playing || state_ == State::Paused);

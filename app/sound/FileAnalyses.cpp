@@ -147,7 +147,8 @@ void FileAnalyses::Job::LearnMarks(const catalogue::FileMarks& read) {
   if (marks.start == PointBy::Unknown) marks.start = read.start, marks.start_at = read.start_at;
   if (marks.end == PointBy::Unknown) marks.end = read.end, marks.end_at = read.end_at;
   if (marks.grid == nullptr) marks.grid = read.grid;
-  marks.cues = music::Joined(marks.cues, read.cues);
+  // What was kept wins over a pad that was pressed before it was known.
+  marks.cues = music::Joined(read.cues, marks.cues);
   if (marks_changed) KeepMarks();  // a hand was faster than the disk
 }
 

@@ -13,6 +13,7 @@
 #include "app/settings/NameSettings.h"
 #include "catalogue/AnalysisParts.h"
 #include "catalogue/Companion.h"
+#include "support/Mutex.h"
 
 namespace app {
 namespace {
@@ -81,13 +82,25 @@ struct TagStation::Job {
   std::size_t next = 0;
   std::atomic<std::size_t> finished{0};
   std::atomic<bool> stop{false};
-  bool dropped = false;                 ///< the window's: nobody wants to hear of it
-  Batch written;                        ///< the window's
-  Report report;                        ///< the same
-  bool music = false, karaoke = false;  ///< rows changed
+  bool dropped = false;             ///< the window's: nobody wants to hear of it
+  Batch written;                    ///< the window's
+  Report report;                    ///< the same
+  std::size_t taken = 0;            ///< the same: answers
+  std::vector<std::size_t> failed;  ///< the same: of those, in order
+  support::Mutex mutex;
+  std::vector<Result> answers DJ_GUARDED_BY(mutex);  ///< that the window has not taken yet
+  bool music = false, karaoke = false;               ///< rows changed
 
   [[nodiscard]] std::size_t Total() const {
     return work == Work::Undo ? batch.size() : work == Work::Rename ? names.size() : changes.size();
+  }
+  void Answer(Result result) {
+    const support::MutexLock lock(mutex);
+    answers.push_back(std::move(result));
+  }
+  [[nodiscard]] std::vector<Result> Answers() {
+    const support::MutexLock lock(mutex);
+    return std::exchange(answers, {});
   }
   Result DoNext();
   Result ReadOne();
@@ -235,15 +248,14 @@ void TagStation::Start(std::shared_ptr<Job> job) {
 /// A turn of some files; between two of them other work of the pool has its turn.
 void TagStation::Post(const std::shared_ptr<Job>& job) {
   job->workers->Post([job] {
-    std::vector<Result> results;
     for (std::size_t i = 0; i < kFilesATurn && job->next < job->Total() && !job->stop; ++i) {
-      const bool open = job->gate->Pass([&] { results.push_back(job->DoNext()); });
+      const bool open = job->gate->Pass([&] { job->Answer(job->DoNext()); });
       if (!open) return;
       ++job->next;
       ++job->finished;
     }
-    job->box->Post([job, results = std::move(results), over = job->stop || job->next >= job->Total()] {
-      job->station->Take(job, results);
+    job->box->Post([job, over = job->stop || job->next >= job->Total()] {
+      job->station->Take(job);
       if (over) return job->station->Finish(job);
       Post(job);
     });
@@ -295,6 +307,7 @@ void TagStation::Rename(std::vector<PlannedName> names, Done done) {
     if (report.sentences.size() < kMostReported)
       report.sentences.push_back(
           context_.say(support::Sentence::RenameWaits, {std::string(catalogue::BareName(name.from))}));
+    std::erase_if(waiting_, [&](const PlannedName& other) { return other.from == name.from; });
     waiting_.push_back(std::move(name));
   }
   RenameNow(std::move(free), std::move(report), std::move(done));
@@ -315,8 +328,7 @@ void TagStation::Follow(const WorkstationView& view, const std::string& song) {
     held_.push_back(deck.filename);
     held_.push_back(deck.loaded);
   }
-  working_ =
-      collections_.IsScanning() || collections_.Batch().Progress().state == BatchProgress::State::Running;
+  working_ = collections_.IsScanning() || collections_.Batch().Progress().state != BatchProgress::State::Idle;
   if (waiting_.empty() || Busy()) return;
   const auto held = std::stable_partition(waiting_.begin(), waiting_.end(),
                                           [this](const PlannedName& name) { return IsHeld(name.from); });
@@ -349,9 +361,26 @@ TagStation::Progress TagStation::Now() const {
   return {job_->work, job_->finished, job_->Total()};
 }
 
-void TagStation::Take(const std::shared_ptr<Job>& job, std::vector<Result> results) {
+void TagStation::Take(const std::shared_ptr<Job>& job) {
   if (job->dropped) return;
-  for (Result& result : results) TakeOne(*job, result);
+  for (Result& result : job->Answers()) {
+    if (result.failure) job->failed.push_back(job->taken);
+    ++job->taken;
+    TakeOne(*job, result);
+  }
+}
+
+void TagStation::ShutDown() {
+  const auto job = std::exchange(job_, nullptr);
+  if (job == nullptr) return;
+  Take(job);
+  SaveRows(*job);
+  job->dropped = true;
+}
+
+void TagStation::SaveRows(const Job& job) {
+  if (job.music) collections_.Music().Save();
+  if (job.karaoke) collections_.Karaoke().Save();
 }
 
 void TagStation::TakeOne(Job& job, Result& result) {
@@ -367,18 +396,19 @@ void TagStation::TakeOne(Job& job, Result& result) {
       return;
     case Work::Write:
       job.written.push_back({result.path, std::move(result.undo)});
+      job.report.written.push_back(result.path);
       break;
     case Work::Rename:
       job.report.renamed.push_back({result.path, result.to, PlannedName::State::Renamed, false});
-      return FollowName(result.path, result.to);
+      return FollowName(job, result.path, result.to);
     case Work::Undo:
     case Work::None:
       break;
   }
-  if (result.cells) FollowRows(result.path, result.edit, *result.cells);
+  if (result.cells) FollowRows(job, result.path, result.edit, *result.cells);
 }
 
-void TagStation::FollowRows(const std::string& path, const TagEdit& edit,
+void TagStation::FollowRows(Job& job, const std::string& path, const TagEdit& edit,
                             const catalogue::TrackCells& cells) {
   for (const ShownField& shown : kShownFields) {
     if (!edit[shown.field]) continue;
@@ -390,19 +420,19 @@ void TagStation::FollowRows(const std::string& path, const TagEdit& edit,
     put(collections_.Music().Table(), shown.column);
     if (shown.karaoke != 0) put(collections_.Karaoke().Table(), shown.karaoke);
   }
-  job_->music = job_->music || !collections_.Music().Table().RowsOf(path).empty();
-  job_->karaoke = job_->karaoke || !collections_.Karaoke().Table().RowsOf(path).empty();
+  job.music = job.music || !collections_.Music().Table().RowsOf(path).empty();
+  job.karaoke = job.karaoke || !collections_.Karaoke().Table().RowsOf(path).empty();
 }
 
-void TagStation::FollowName(const std::string& from, const std::string& to) {
+void TagStation::FollowName(Job& job, const std::string& from, const std::string& to) {
   const auto put = [&](catalogue::track_table& table, int column) {
     const std::vector<int> rows = table.RowsOf(from);
     for (const int row : rows) table.SetCell(row, column, to);
     return !rows.empty();
   };
   for (catalogue::track_table& playlist : collections_.Playlists()) put(playlist, track::kFilename);
-  job_->music = put(collections_.Music().Table(), track::kFilename) || job_->music;
-  job_->karaoke = put(collections_.Karaoke().Table(), catalogue::karaoke::kFilename) || job_->karaoke;
+  job.music = put(collections_.Music().Table(), track::kFilename) || job.music;
+  job.karaoke = put(collections_.Karaoke().Table(), catalogue::karaoke::kFilename) || job.karaoke;
   for (Batch& batch : journal_) {
     for (Undone& undone : batch) {
       if (undone.path == from) undone.path = to;
@@ -413,15 +443,18 @@ void TagStation::FollowName(const std::string& from, const std::string& to) {
 /// The index is saved once for all files.
 void TagStation::Finish(const std::shared_ptr<Job>& job) {
   if (job->dropped) return;
-  job_.reset();
-  if (job->music) collections_.Music().Save();
-  if (job->karaoke) collections_.Karaoke().Save();
+  if (job_ == job) job_.reset();
+  SaveRows(*job);
   job->report.stopped = job->finished < job->Total();
   if (!job->written.empty()) journal_.push_back(std::move(job->written));
-  if (job->work == Work::Undo && job->report.stopped) {
-    // The rest of the batch can still be taken back.
-    job->batch.erase(job->batch.begin(), job->batch.begin() + static_cast<std::ptrdiff_t>(job->next));
-    journal_.push_back(std::move(job->batch));
+  if (job->work == Work::Undo) {
+    // What was not reached, or failed, can still be taken back.
+    Batch left;
+    for (std::size_t i = 0; i < job->batch.size(); ++i) {
+      const bool done = i < job->taken && !std::binary_search(job->failed.begin(), job->failed.end(), i);
+      if (!done) left.push_back(std::move(job->batch[i]));
+    }
+    if (!left.empty()) journal_.push_back(std::move(left));
   }
   Trim(job->report);
   if (job->done) job->done(job->report);

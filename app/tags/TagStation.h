@@ -48,6 +48,7 @@ class TagStation {
   struct Report {
     Work work = Work::None;
     std::size_t done = 0;                ///< files
+    std::vector<std::string> written{};  ///< those of a writing
     std::vector<std::string> sentences;  ///< one for each file that was left as it was, or waits
     std::vector<catalogue::PlannedName> renamed;
     bool stopped = false;
@@ -76,6 +77,8 @@ class TagStation {
   void Rename(std::vector<catalogue::PlannedName> names, Done done);
   /// What is done stays.
   void Stop();
+  /// What was done until then is followed. Requires: the gate is closed.
+  void ShutDown();
   /// The window that asked is gone: the job goes on, and the status line is told what failed. A reading is
   /// given up.
   void Leave();
@@ -101,12 +104,13 @@ class TagStation {
 
   void Start(std::shared_ptr<Job> job);
   static void Post(const std::shared_ptr<Job>& job);
-  void Take(const std::shared_ptr<Job>& job, std::vector<Result> results);
+  void Take(const std::shared_ptr<Job>& job);
   void TakeOne(Job& job, Result& result);
-  void FollowRows(const std::string& path, const catalogue::TagEdit& edit,
+  void FollowRows(Job& job, const std::string& path, const catalogue::TagEdit& edit,
                   const catalogue::TrackCells& cells);
-  void FollowName(const std::string& from, const std::string& to);
+  void FollowName(Job& job, const std::string& from, const std::string& to);
   void Finish(const std::shared_ptr<Job>& job);
+  void SaveRows(const Job& job);
   void Trim(Report& report);
   void TellLeft(const Report& report) const;
   [[nodiscard]] bool IsHeld(const std::string& path) const;

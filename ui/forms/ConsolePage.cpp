@@ -94,7 +94,7 @@ void ConsolePage::MakeChoices(QHBoxLayout& row) {
   Name(*fixtures_, "FixtureChoice", say.Of(ConsoleWord::Fixture));
   connect(fixtures_, &QComboBox::activated, this,
           [this](int choice) { bank_->ShowFrom(fixtures_->itemData(choice).toInt()); });
-  auto* down = ToolButton("AllDown", say.Of(ConsoleWord::AllDown), [this] { lights_.AllDown(); });
+  auto* down = ToolButton("AllDown", say.Of(ConsoleWord::AllDown), [this] { live_.AllDown(); });
   for (QWidget* widget :
        {static_cast<QWidget*>(back_), static_cast<QWidget*>(range_), static_cast<QWidget*>(on_),
         static_cast<QWidget*>(fixtures_), static_cast<QWidget*>(down)}) {

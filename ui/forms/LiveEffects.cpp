@@ -6,6 +6,7 @@
 #include <QPushButton>
 #include <algorithm>
 #include <cmath>
+#include <iterator>
 
 #include "ui/forms/LiveColumn.h"
 #include "ui/strings/LiveWords.h"
@@ -91,8 +92,16 @@ void LiveEffects::Switch(dmx::EffectKind kind, bool on) {
 }
 
 void LiveEffects::Retime() {
-  for (std::size_t kind = 0; kind < kinds_.size(); ++kind) {
-    if (kinds_[kind]->isChecked()) live_.Start(Effect(static_cast<dmx::EffectKind>(kind)));
+  // Of those that run, the chosen fixtures alone: whoever has another effect, or none, keeps that.
+  const std::vector<dmx::LightEffect> running = live_.View().effects;
+  for (const dmx::LightEffect& effect : running) {
+    dmx::LightEffect anew = Effect(effect.kind);
+    anew.colours = effect.colours;
+    anew.fixtures.clear();
+    std::copy_if(
+        effect.fixtures.begin(), effect.fixtures.end(), std::back_inserter(anew.fixtures),
+        [&](int fixture) { return std::find(targets_.begin(), targets_.end(), fixture) != targets_.end(); });
+    if (!anew.fixtures.empty()) live_.Start(std::move(anew));
   }
 }
 

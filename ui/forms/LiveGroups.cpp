@@ -124,8 +124,16 @@ void LiveGroups::Show(const app::LiveView& view) {
     saved_ = live_.Groups();
     auto groups = GroupsOf(patch_.get());
     if (groups != groups_ || columns_.empty()) {
+      // Who has chosen some goes on with them, and does not light all by the next touch.
+      std::set<std::size_t> chosen;
+      for (const std::size_t place : chosen_) {
+        const auto same = std::find_if(groups.begin(), groups.end(), [&](const auto& group) {
+          return group.name == groups_[place].name && group.saved == groups_[place].saved;
+        });
+        if (same != groups.end()) chosen.insert(static_cast<std::size_t>(same - groups.begin()));
+      }
       groups_ = std::move(groups);
-      chosen_.clear();
+      chosen_ = std::move(chosen);
       MakeColumns();
     }
     FindTargets();

@@ -13,6 +13,7 @@
 #include <QTableView>
 #include <QVBoxLayout>
 #include <algorithm>
+#include <set>
 #include <utility>
 
 #include "app/Workstation.h"
@@ -163,6 +164,7 @@ void frmTags::Edit(std::vector<std::string> files) {
   const bool writes = tags_.Busy() && tags_.Now().work != TagStation::Work::Read;
   if (files.empty() || writes) return;
   Leave([this, files = std::move(files)] {
+    if (tags_.Busy() && tags_.Now().work != TagStation::Work::Read) return;
     told_.clear();
     sentences_.clear();
     keeps_report_ = false;
@@ -201,6 +203,15 @@ void frmTags::ReadAgain() {
 }
 
 void frmTags::WereRead(const TagStation::Report& report) {
+  for (const auto& [path, sheet, edit, cover] : std::exchange(unwritten_, {})) {
+    for (std::size_t i = 0; i < draft_.Size(); ++i) {
+      if (draft_.At(i).path != path) continue;
+      for (std::size_t place = 0; place < catalogue::kTagFields; ++place) {
+        const auto field = static_cast<catalogue::TagField>(place);
+        if (edit[field]) draft_.Set(i, field, *edit[field]);
+      }
+    }
+  }
   if (!std::exchange(keeps_report_, false) || !report.sentences.empty()) ShowReport(report, {});
   ShowDraft();
 }
@@ -217,11 +228,18 @@ void frmTags::Write() {
 
 void frmTags::Written(const TagStation::Report& report) {
   ShowReport(report, look_->say.Count(TagWord::TagsWritten, report.done));
+  // What could not be written stays as it was typed.
+  unwritten_.clear();
+  const std::set<std::string> written(report.written.begin(), report.written.end());
+  for (std::size_t i = 0; i < draft_.Size(); ++i) {
+    if (draft_.IsTouched(i) && !written.contains(draft_.At(i).path)) unwritten_.push_back(draft_.At(i));
+  }
   ReadAgain();
 }
 
 void frmTags::Undo() {
   if (tags_.Busy() || tags_.CanUndo() == 0) return;
+  if (Changed()) return Leave([this] { Undo(); });
   tags_.Undo(Answer(&frmTags::Undone));
   ShowState();
 }

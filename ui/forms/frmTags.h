@@ -86,6 +86,7 @@ class frmTags final : public QWidget {
   std::optional<Look> look_;
   QString told_;  ///< what came of the last job
   std::vector<std::string> sentences_;
+  std::vector<catalogue::TagDraft::File> unwritten_;  ///< as it was typed
   bool keeps_report_ = false;  ///< the reading that is under way only follows another job
 
   QWidget* body_ = nullptr;
