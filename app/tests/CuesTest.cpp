@@ -102,6 +102,28 @@ TEST_F(CuesTest, TheMainCueIsSetReturnedToAndHeardWhileHeld) {
   EXPECT_NEAR(At(), 20, 0.001);
 }
 
+TEST_F(CuesTest, AStoppedDeckGoesToItsCueAndOnlyTheHeldPadLetsGo) {
+  Seek(20s);
+  Do(&DeckCues::Cue, true);
+  Do(&DeckCues::Cue, false);
+  station_->Decks()[1].Do(&DeckStation::Stop);
+  Settle();
+  Do(&DeckCues::Cue, true);
+  EXPECT_NEAR(At(), 20, 0.001);
+  EXPECT_EQ(Cues().marked->main, std::chrono::microseconds(20s));
+  Do(&DeckCues::Cue, false);
+  Seek(30s);
+  Do(&DeckCues::Hot, 0, true);
+  Do(&DeckCues::Hot, 0, false);
+  Do(&DeckCues::Hot, 0, true);
+  EXPECT_EQ(Stands(), State::Playing);
+  Do(&DeckCues::Hot, 1, false);
+  Do(&DeckCues::Cue, false);
+  EXPECT_EQ(Stands(), State::Playing) << "another hand lets go";
+  Do(&DeckCues::Hot, 0, false);
+  EXPECT_EQ(Stands(), State::Paused);
+}
+
 TEST_F(CuesTest, CuesComeBackWithTheFileAndOneSetBeforeTheyWereReadTakesNoneAway) {
   Seek(10s);
   Do(&DeckCues::Hot, 0, true);
@@ -111,6 +133,7 @@ TEST_F(CuesTest, CuesComeBackWithTheFileAndOneSetBeforeTheyWereReadTakesNoneAway
   Settle();
   EXPECT_FALSE(Cues().marked);
   Load(1, "a.mp3");
+  station_->Decks()[1].Do(&DeckCues::Hot, 0, true);  // is taken already, which nobody knows yet
   station_->Decks()[1].Do(&DeckCues::Hot, 5, true);  // faster than the disk
   Settle();
   workers_.RunAll();

@@ -106,6 +106,31 @@ TEST_F(TagStationTest, ABatchIsTakenBackAtOnceTheNewestFirst) {
   EXPECT_EQ(Tags().CanUndo(), 0U);
 }
 
+TEST_F(TagStationTest, WhatCouldNotBeTakenBackCanBeTriedAgain) {
+  SetArtist("New");
+  Work();
+  editor_.SetProtected(PathOf(3));
+  Tags().Undo(Keep());
+  Work();
+  EXPECT_EQ(Artist(4), "New");
+  EXPECT_EQ(Artist(5), "Old");
+  ASSERT_EQ(Tags().CanUndo(), 1U);
+  editor_.LiftProtection();
+  Tags().Undo(Keep());
+  Work();
+  EXPECT_EQ(Artist(4), "Old");
+  EXPECT_EQ(Tags().CanUndo(), 0U);
+}
+
+TEST_F(TagStationTest, WhatWasWrittenWhenTheProgramEndsIsInTheIndex) {
+  SetArtist("New");
+  workers_.RunOne();  // a turn of eight files, whose answer the window never takes
+  EXPECT_EQ(Artist(8), "Old");
+  station_->ShutDown();
+  EXPECT_EQ(Artist(8), "New");
+  EXPECT_EQ(Artist(9), "Old");
+}
+
 TEST_F(TagStationTest, AWritingThatIsStoppedIsTakenBackAsFarAsItCame) {
   SetArtist("New");
   workers_.RunOne();  // a turn of eight files

@@ -22,6 +22,7 @@ class FakeTagEditor final : public TagEditor {
     Show(path);
   }
   void SetProtected(const std::string& path) { protected_.insert(path); }
+  void LiftProtection() { protected_.clear(); }
   void OnChanged(std::function<void(const std::string&)> changed) { changed_ = std::move(changed); }
   [[nodiscard]] const TagSheet& SheetOf(const std::string& path) const { return files_.at(path); }
   [[nodiscard]] bool Has(const std::string& path) const { return files_.contains(path); }

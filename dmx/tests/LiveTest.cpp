@@ -98,6 +98,7 @@ const MergeCase kMerges[] = {
     {"a hold that ends", {Hand(1, 10), Hold(1, 255), Hand(1, 20), Unhold}, 20, 0, LightOwner::Hand},
     {"a freeze", {Show(1, 90), Freeze, Show(1, 20), Hand(2, 50)}, 90, 0, LightOwner::Beneath},
     {"a hold on ice", {Show(1, 90), Freeze, Hold(1, 255), Show(1, 20), Unhold}, 90, 0, LightOwner::Beneath},
+    {"a freeze beside a hold", {Show(1, 90), Hold(1, 255), Freeze, Unhold}, 90, 0, LightOwner::Beneath},
     {"a thaw", {Show(1, 90), Freeze, Show(1, 20), Hand(2, 50), Thaw}, 20, 50, LightOwner::Beneath},
     {"channels that are none",
      {Hand(0, 9), Hand(513, 9), Effect(-1, 9), Hold(600, 9)},
@@ -217,6 +218,28 @@ TEST(LightEffectsTest, NoMusicNoTempoAndEveryTempoStayWithinTheLimits) {
   }
   const LightEffect pulse = EffectOf(EffectKind::Pulse, 1);
   EXPECT_EQ(RoundsAt(pulse, std::nullopt, 3, Flashing::Guarded), 6) << "120 a minute by the clock";
+}
+
+TEST(LightEffectsTest, AShortLoopFlashesNoFasterThanTheGuardLets) {
+  LightEffect pulse;
+  pulse.kind = EffectKind::Pulse;
+  pulse.rate = {EffectRate::Unit::Beats, 1};
+  pulse.fixtures = {1};
+  for (const Flashing flashing : {Flashing::Guarded, Flashing::Free}) {
+    FlashGate gate;
+    int rises = 0;
+    double before = 0;
+    for (double seconds = 0; seconds < 10; seconds += 0.01) {
+      // An eighth of a beat around a beat, over and over.
+      const double beat = 0.94 + std::fmod(seconds * 128 / 60, 0.125);
+      const double rounds = RoundsAt(pulse, MusicPlace{beat, 128}, seconds, flashing);
+      const double light = *LookAt(pulse, 0, gate.Pass(rounds, seconds, flashing), {}).light;
+      if (light > before + 0.5) ++rises;
+      before = light;
+    }
+    const bool guarded = flashing == Flashing::Guarded;
+    EXPECT_TRUE(guarded ? rises <= 36 : rises > 100) << rises;
+  }
 }
 
 TEST(LightGroupsTest, GroupsComeBackAndWhatIsNotPatchedIsCounted) {
