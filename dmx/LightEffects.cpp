@@ -115,9 +115,10 @@ LiveLook LookAt(const LightEffect& effect, std::size_t place, double rounds, con
 }
 
 double FlashGate::Pass(double rounds, double seconds, Flashing flashing) {
+  // Shorter than the pace that effects are held to, whose ticks come late now and then; four a second.
+  constexpr double kBetweenFlashes = 0.25;
   const bool flashes = rounds_ && (std::floor(rounds) != std::floor(*rounds_) || rounds < *rounds_);
-  if (flashes && flashing == Flashing::Guarded && seconds - flashed_ < 1 / MostFlashes(flashing))
-    return *rounds_;
+  if (flashes && flashing == Flashing::Guarded && seconds - flashed_ < kBetweenFlashes) return *rounds_;
   if (flashes) flashed_ = seconds;
   rounds_ = rounds;
   return rounds;

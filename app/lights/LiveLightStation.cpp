@@ -151,6 +151,7 @@ void LiveLightStation::LetAllGo() {
 }
 
 void LiveLightStation::AllDown() {
+  lights_.AllDown();  // before the thaw, which would show what lay beneath for a tick
   Post([this] {
     effects_.clear();
     for (OnFixture& on : fixtures_) {
@@ -160,7 +161,6 @@ void LiveLightStation::AllDown() {
     held_[static_cast<std::size_t>(LightHold::Freeze)] = false;
     lights_.Layers().SetFreeze(dmx::LightLayers::Freeze::Off);
   });
-  lights_.AllDown();
 }
 
 void LiveLightStation::Start(dmx::LightEffect effect) {

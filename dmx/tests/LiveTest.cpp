@@ -238,7 +238,7 @@ TEST(LightEffectsTest, AShortLoopFlashesNoFasterThanTheGuardLets) {
       before = light;
     }
     const bool guarded = flashing == Flashing::Guarded;
-    EXPECT_TRUE(guarded ? rises <= 36 : rises > 100) << rises;
+    EXPECT_TRUE(guarded ? rises <= 40 : rises > 100) << rises;
   }
 }
 
