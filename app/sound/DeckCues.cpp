@@ -238,9 +238,11 @@ void DeckCues::Resize(int up) {
     beats_ = decks::Resized(beats_, up);
     return;
   }
-  if (decks::Resized(beats_, up) == beats_) return;
   const std::int64_t length = up > 0 ? loop_->Frames() * 2 : loop_->Frames() / 2;
-  if (Put({loop_->begin, {loop_->begin.value + length}})) beats_ = decks::Resized(beats_, up);
+  if (!Put({loop_->begin, {loop_->begin.value + length}}) || !Measure().Known() || Rate() <= 0) return;
+  // The button says what the loop has now, also where that was made by hand.
+  const double beats = static_cast<double>(length) / Rate() * deck_.Tempo().Bpm() / 60;
+  if (beats > 0) beats_ = std::clamp(std::exp2(std::round(std::log2(beats))), 1.0 / 32, 32.0);
 }
 
 void DeckCues::MoveLoop(int on) {

@@ -20,6 +20,15 @@ std::size_t PlaceOf(int deck) {
   return static_cast<std::size_t>(deck - 1);
 }
 
+/// What a hand has marked before what was kept is known; a kept cue wins over a pad pressed in that time.
+void JoinKept(catalogue::FileMarks& marks, const catalogue::FileMarks& kept) {
+  using catalogue::PointBy;
+  if (marks.start == PointBy::Unknown) marks.start = kept.start, marks.start_at = kept.start_at;
+  if (marks.end == PointBy::Unknown) marks.end = kept.end, marks.end_at = kept.end_at;
+  if (marks.grid == nullptr) marks.grid = kept.grid;
+  marks.cues = music::Joined(kept.cues, marks.cues);
+}
+
 }  // namespace
 
 /// What all jobs use. They hold it by shared_ptr, because they may outlive them; the ports are used
@@ -54,7 +63,7 @@ struct FileAnalyses::Job final : decks::ScanProgress, std::enable_shared_from_th
   void Keep(bool whole);
   [[nodiscard]] bool StillThere();
   void ReadMarks();
-  void WriteMarks(const std::string& path, const catalogue::FileMarks& newest);
+  void WriteMarks(const std::string& path, catalogue::FileMarks newest, bool all);
   void ComplainOnce(const support::Result<void>& written);
   void Tell(const music::TrackAnalysis& analysis, bool complete);
   void Busy(double fraction) override { busy = fraction; }
@@ -69,6 +78,7 @@ struct FileAnalyses::Job final : decks::ScanProgress, std::enable_shared_from_th
   std::shared_ptr<const music::TrackAnalysis> known;
   catalogue::FileMarks marks;
   bool marks_changed = false;
+  bool marks_known = false;    ///< those that were kept are among them
   bool marks_at_work = false;  ///< a worker writes them; when they change meanwhile, it does so once more
   bool marks_wait = false;
 
@@ -143,12 +153,8 @@ void FileAnalyses::Job::Learn(const music::TrackAnalysis& analysis, bool complet
 }
 
 void FileAnalyses::Job::LearnMarks(const catalogue::FileMarks& read) {
-  using catalogue::PointBy;
-  if (marks.start == PointBy::Unknown) marks.start = read.start, marks.start_at = read.start_at;
-  if (marks.end == PointBy::Unknown) marks.end = read.end, marks.end_at = read.end_at;
-  if (marks.grid == nullptr) marks.grid = read.grid;
-  // What was kept wins over a pad that was pressed before it was known.
-  marks.cues = music::Joined(read.cues, marks.cues);
+  JoinKept(marks, read);
+  marks_known = true;
   if (marks_changed) KeepMarks();  // a hand was faster than the disk
 }
 
@@ -156,9 +162,9 @@ void FileAnalyses::Job::KeepMarks() {
   if (shared->ports.store == nullptr) return;
   marks_wait = marks_at_work;
   if (std::exchange(marks_at_work, true)) return;
-  shared->workers.Post([job = shared_from_this(), newest = marks, path = wanted.filename] {
+  shared->workers.Post([job = shared_from_this(), newest = marks, path = wanted.filename, all = marks_known] {
     job->shared->gate->Pass([&] {
-      job->WriteMarks(path, newest);
+      job->WriteMarks(path, newest, all);
       job->shared->box->Post([job] {
         job->marks_at_work = false;
         if (job->marks_wait) job->KeepMarks();
@@ -167,11 +173,13 @@ void FileAnalyses::Job::KeepMarks() {
   });
 }
 
-void FileAnalyses::Job::WriteMarks(const std::string& path, const catalogue::FileMarks& newest) {
+void FileAnalyses::Job::WriteMarks(const std::string& path, catalogue::FileMarks newest, bool all) {
   catalogue::SideStore& store = *shared->ports.store;
   support::MutexLock held(shared->ports.locks->Of(path));
   const auto now = catalogue::KeyOf(store, path);
   if (!now) return;
+  // A hand may have been faster than the disk, and the track may be gone before it has answered.
+  if (!all) JoinKept(newest, catalogue::ReadMarks(store, *now));
   ComplainOnce(store.Write(now->path, now->stamp, catalogue::SidePart::Marks, catalogue::PackMarks(newest)));
 }
 
