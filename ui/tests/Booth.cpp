@@ -136,9 +136,7 @@ void Booth::ChooseEntry(const char* entry) {
   auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
   auto* action = menu == nullptr ? nullptr : menu->findChild<QAction*>(QLatin1String(entry));
   if (action == nullptr) throw std::runtime_error(std::string("no entry named ") + entry);
-  // By key: a click beside the last one of another case is taken for the second half of a double click.
-  menu->setActiveAction(action);
-  QTest::keyClick(menu, Qt::Key_Return);
+  QTest::mouseClick(menu, Qt::LeftButton, {}, menu->actionGeometry(action).center());
   Settle();
   // A desktop gives the keys back to the window when a menu closes; here nobody does.
   if (QApplication::activeWindow() == nullptr) QApplication::setActiveWindow(window.get());
