@@ -5,6 +5,15 @@
 #include <algorithm>
 
 namespace engine {
+namespace {
+
+/// What is heard, with what was asked for since and is on its way.
+std::int64_t PlaceAsked(const HeardPlace& heard, const Stream::OrderView& orders) {
+  if (heard.place != orders.place) return orders.frame + orders.turns.moved - orders.moved_before;
+  return heard.source + orders.turns.moved - heard.moved;
+}
+
+}  // namespace
 
 bool EngineLoops::SetLoop(decks::StreamHandle handle, const std::optional<music::Loop>& loop) {
   Playing* playing = players_.Find(handle);
@@ -23,10 +32,11 @@ bool EngineLoops::JumpBy(decks::StreamHandle handle, std::int64_t frames) {
   Playing* playing = players_.Find(handle);
   if (playing == nullptr) return false;
   Stream& stream = *playing->stream;
-  const std::int64_t place = PlaceOf(*playing).source;
+  const auto orders = stream.View();
+  const std::int64_t place = PlaceAsked(PlaceOf(*playing), orders);
   if (frames > stream.Length() || place + frames >= stream.Length()) return false;
   frames = std::max(frames, -place);
-  std::optional<music::Loop> loop = stream.View().turns.loop;
+  std::optional<music::Loop> loop = orders.turns.loop;
   if (loop && loop->Holds(place)) {
     loop = loop->MovedBy(frames);
     if (loop->begin.value < 0 || loop->end.value > stream.Length()) return false;

@@ -14,6 +14,8 @@ void TakePlace(HeardPlace& place, const HeardEntry& entry, std::int64_t heard_fr
   const std::int64_t into = std::clamp<std::int64_t>(heard_frame - entry.frame, 0, entry.frames);
   place.source =
       static_cast<std::int64_t>(std::floor(entry.source + static_cast<double>(into) * entry.ratio + 1e-6));
+  place.place = entry.place;
+  place.moved = entry.moved;
   place.ratio = entry.ratio;
   place.ended = entry.ended;
 }

@@ -46,12 +46,13 @@ class Lane {
   // Feeder.
 
   /// Requires: the lane is idle.
-  void Clear(std::uint32_t place, const LaneEntry& entry) noexcept {
+  void Clear(std::uint32_t place, const LaneEntry& entry, std::int64_t moved = 0) noexcept {
     while (ring_.Front() != nullptr) ring_.DropFront();
     fed_.store(0, std::memory_order_relaxed);
     taken_.store(0, std::memory_order_relaxed);
     finished_.store(false, std::memory_order_relaxed);
     place_ = place;
+    moved_ = moved;
     entry_ = entry;
     ++segment_;
   }
@@ -83,6 +84,8 @@ class Lane {
   [[nodiscard]] bool Finished() const noexcept { return finished_.load(std::memory_order_acquire); }
   /// The number of the place that was asked for, see Stream.
   [[nodiscard]] std::uint32_t Place() const noexcept { return place_; }
+  /// All jumps that were asked for until it was begun, see Stream.
+  [[nodiscard]] std::int64_t Moved() const noexcept { return moved_; }
   [[nodiscard]] const LaneEntry& Entry() const noexcept { return entry_; }
   [[nodiscard]] std::uint32_t Segment() const noexcept { return segment_; }
 
@@ -92,6 +95,7 @@ class Lane {
   std::atomic<std::int64_t> taken_{0};
   std::atomic<bool> finished_{false};
   std::uint32_t place_ = 0;
+  std::int64_t moved_ = 0;
   LaneEntry entry_;
   std::uint32_t segment_ = 0;
 };

@@ -176,15 +176,15 @@ int SegmentSource::PullStore(std::span<float> left, std::span<float> right) {
     made = wanted;
   }
   if (loop_)
-    BlendTurn(left.first(static_cast<std::size_t>(made)), right.first(static_cast<std::size_t>(made)));
+    BlendTurn(left.first(static_cast<std::size_t>(made)), right.first(static_cast<std::size_t>(made)),
+              LoopEnd(complete));
   cursor_ += made;
   if (loop_ && cursor_ >= LoopEnd(complete)) cursor_ = loop_->begin.value;
   return static_cast<int>(made);
 }
 
-void SegmentSource::BlendTurn(std::span<float> left, std::span<float> right) {
+void SegmentSource::BlendTurn(std::span<float> left, std::span<float> right, std::int64_t end) {
   constexpr std::int64_t kFadesASecond = 200;
-  const std::int64_t end = LoopEnd(store_->Complete());
   const std::int64_t fade =
       std::min(store_->Format().sample_rate / kFadesASecond, (end - loop_->begin.value) / 2);
   const auto made = static_cast<std::int64_t>(left.size());

@@ -51,8 +51,8 @@ class SegmentSource final : public BlockSource {
   int PullStore(std::span<float> left, std::span<float> right);
   /// Reads what lies in the store, and silence before it; frames read.
   std::int64_t ReadStore(std::int64_t frame, std::span<float> left, std::span<float> right);
-  /// From the store's cursor on.
-  void BlendTurn(std::span<float> left, std::span<float> right);
+  /// From the store's cursor on. end: the loop's.
+  void BlendTurn(std::span<float> left, std::span<float> right, std::int64_t end);
   /// A file may turn out shorter than it said. Requires: there is a loop.
   [[nodiscard]] std::int64_t LoopEnd(bool complete) const;
   void LeaveLoopBehind(std::int64_t frame, bool complete);

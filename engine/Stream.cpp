@@ -16,6 +16,7 @@ void Stream::Seek(std::int64_t frame, Where where) {
   support::MutexLock lock(mutex_);
   ++orders_.place;
   orders_.frame = frame;
+  orders_.moved_before = orders_.turns.moved;
   orders_.with_leader = where == Where::WithLeader;
   if (where == Where::Here && orders_.turns.loop && !orders_.turns.loop->Holds(frame)) {
     orders_.turns.loop.reset();
@@ -82,7 +83,7 @@ void Stream::ApplyTimedTempo() {
 
 Stream::OrderView Stream::View() const {
   support::MutexLock lock(mutex_);
-  OrderView view{orders_.place, orders_.frame, orders_.with_leader,
+  OrderView view{orders_.place, orders_.frame, orders_.moved_before, orders_.with_leader,
                  orders_.tempo, orders_.turns, std::nullopt};
   if (!orders_.timed.empty()) view.next = orders_.timed.front();
   return view;

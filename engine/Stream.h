@@ -34,11 +34,13 @@ struct Tempo {
 
 /// One stretch of a device's clock in which a stream gave sound from one place at one ratio.
 struct HeardEntry {
-  std::int64_t frame = 0;  ///< engine frame of its start
-  double source = 0;       ///< the file's frame then
-  double line = 0;         ///< the same, had no loop taken it back in this segment
-  double ratio = 1;        ///< source frames an engine frame
-  std::int64_t taken = 0;  ///< frames taken from the lane before it
+  std::int64_t frame = 0;   ///< engine frame of its start
+  double source = 0;        ///< the file's frame then
+  double line = 0;          ///< the same, had no loop taken it back in this segment
+  double ratio = 1;         ///< source frames an engine frame
+  std::int64_t taken = 0;   ///< frames taken from the lane before it
+  std::int64_t moved = 0;   ///< all jumps in it together, see Stream::Turns
+  std::uint32_t place = 0;  ///< that was asked for, by its number
   std::uint32_t segment = 0;
   std::uint32_t lane = 0;
   std::int32_t frames = 0;  ///< after these the place stands still until the next entry
@@ -76,9 +78,10 @@ class Stream {
   };
   /// What the owner asks of the feeder.
   struct Orders {
-    std::uint32_t place = 1;   ///< counts the places asked for
-    std::int64_t frame = 0;    ///< the file's frame of the newest one
-    bool with_leader = false;  ///< or wherever the stream that this one follows is, while that one plays
+    std::uint32_t place = 1;        ///< counts the places asked for
+    std::int64_t frame = 0;         ///< the file's frame of the newest one
+    std::int64_t moved_before = 0;  ///< of Turns::moved, when that was asked for
+    bool with_leader = false;       ///< or wherever the stream that this one follows is, while that one plays
     Tempo tempo;
     Turns turns;
     std::vector<TimedTempo> timed;  ///< ascending
@@ -129,6 +132,7 @@ class Stream {
   struct OrderView {
     std::uint32_t place;
     std::int64_t frame;
+    std::int64_t moved_before;
     bool with_leader;
     Tempo tempo;
     Turns turns;

@@ -93,7 +93,11 @@ void StreamFeed::FollowOrders(const Stream::OrderView& orders, const Leader* lea
 }
 
 void StreamFeed::PrepareOrdered(const Stream::OrderView& orders, const Leader* leader) {
-  Meeting meeting{orders.frame, {}};
+  // Jumps that were asked for after the place start at it.
+  const std::int64_t last = std::max<std::int64_t>(stream_->Length() - 1, orders.frame);
+  const std::int64_t jumped = orders.turns.moved - orders.moved_before;
+  Meeting meeting{
+      std::clamp<std::int64_t>(orders.frame + jumped, std::min<std::int64_t>(orders.frame, 0), last), {}};
   if (orders.with_leader && leader != nullptr && leader->feed.WillPlay()) {
     const auto met = Meet(*leader);
     if (!met) return;  // it will, in a moment
@@ -222,7 +226,7 @@ void StreamFeed::GoOn(double line, std::int64_t taken, const Tempo& tempo) {
 void StreamFeed::Begin(std::int64_t frame, const Tempo& tempo, const LaneEntry& entry, const Segment& segment,
                        const Done& done) {
   segments_[Idle()] = segment;
-  stream_->lanes[Idle()].Clear(done.place, entry);
+  stream_->lanes[Idle()].Clear(done.place, entry, done.moved);
   sources_[Idle()]->Begin(frame, tempo, segment.loop);
   prepared_done_ = done;
   prepared_tempo_ = tempo;

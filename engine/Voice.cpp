@@ -139,6 +139,8 @@ void Voice::Flip(std::int64_t frame) noexcept {
        .source = Source(active_),
        .line = Line(active_),
        .taken = 0,
+       .moved = lane.Moved(),
+       .place = lane.Place(),
        .segment = lane.Segment(),
        .lane = static_cast<std::uint32_t>(active_)});
 }
@@ -280,6 +282,8 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
                    .source = Source(active_),
                    .line = Line(active_),
                    .taken = lane.Taken(),
+                   .moved = lane.Moved(),
+                   .place = lane.Place(),
                    .segment = lane.Segment(),
                    .lane = static_cast<std::uint32_t>(active_)};
   if (block != nullptr) entry.ratio = block->ratio;
@@ -306,6 +310,8 @@ int Voice::RenderRun(std::span<float> stereo, std::int64_t frame) noexcept {
          .source = Source(active_),
          .line = Line(active_),
          .taken = lane.Taken(),
+         .moved = lane.Moved(),
+         .place = lane.Place(),
          .segment = lane.Segment(),
          .lane = static_cast<std::uint32_t>(active_),
          .ended = true});

@@ -263,6 +263,30 @@ TEST(LoopsOfADeck, ThatStandsTurnWhenItPlays) {
                   .Holds(deck.stage.engine->Heard(deck.deck).frame.value));
 }
 
+TEST(LoopsOfADeck, JumpsCountWhatIsOnItsWay) {
+  LoopingDeck deck({"", 0, 0, false}, RampFile(10 * kRate));
+  decks::DeckLoops& loops = deck.stage.engine->Loops();
+  deck.PlayFor(1s);
+  deck.Jump(5 * kRate);
+  EXPECT_FALSE(loops.JumpBy(deck.deck, 5 * kRate)) << "beyond the end, from where the first one leads";
+  deck.stage.Advance(300ms);
+  EXPECT_NEAR(static_cast<double>(deck.stage.engine->Heard(deck.deck).frame.value), 6.3 * kRate,
+              0.1 * kRate);
+  deck.stage.engine->BASS_ChannelSetPosition(deck.deck, {4 * 2 * kRate});
+  deck.Jump(kRate);
+  deck.stage.Advance(300ms);
+  const std::int64_t place = deck.stage.engine->Heard(deck.deck).frame.value;
+  EXPECT_NEAR(static_cast<double>(place), 3.3 * kRate, 0.1 * kRate) << "a place, and a jump from it";
+  ASSERT_TRUE(deck.Loop(place - 1'000, place + 10'000));
+  deck.stage.Advance(300ms);
+  deck.Jump(kRate);
+  deck.Jump(kRate);
+  const music::Loop twice{{place - 1'000 + 2 * kRate}, {place + 10'000 + 2 * kRate}};
+  EXPECT_EQ(loops.LoopState(deck.deck).loop, twice);
+  deck.stage.Advance(300ms);
+  EXPECT_TRUE(twice.Holds(deck.stage.engine->Heard(deck.deck).frame.value));
+}
+
 TEST(LoopsOfADeck, AtTheEndOfTheFileKeepItFromEnding) {
   LoopingDeck deck({"", 0, 0, true}, RampFile(3 * kRate));
   deck.PlayFor(2600ms);
