@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <utility>
 
+#include "support/CleanLine.h"
+
 namespace music {
 namespace {
 
@@ -14,13 +16,8 @@ bool IsPlace(std::chrono::microseconds place) {
 
 }  // namespace
 
-std::string CueName(std::string name) {
-  std::erase_if(name, [](unsigned char c) { return c < 0x20 || c == 0x7F; });
-  if (name.size() <= kLongestCueName) return name;
-  std::size_t end = kLongestCueName;
-  while (end > 0 && (static_cast<unsigned char>(name[end]) & 0xC0) == 0x80) --end;
-  name.resize(end);
-  return name;
+std::string CueName(std::string_view name) {
+  return support::CleanLine(name, kLongestCueName);
 }
 
 Cues Sound(Cues cues) {
@@ -33,7 +30,7 @@ Cues Sound(Cues cues) {
     }
     if (!IsPlace(cue->length)) cue->length = {};
     if (cue->colour < 0 || cue->colour >= kCueColours) cue->colour = 0;
-    cue->name = CueName(std::move(cue->name));
+    cue->name = CueName(cue->name);
   }
   return cues;
 }

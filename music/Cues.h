@@ -8,6 +8,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 
 namespace music {
 
@@ -31,8 +32,8 @@ struct Cues {
   bool operator==(const Cues&) const = default;
 };
 
-/// As it may be kept and shown: no control characters, no longer than kLongestCueName, cut between letters.
-[[nodiscard]] std::string CueName(std::string name);
+/// As it may be kept and shown, no longer than kLongestCueName.
+[[nodiscard]] std::string CueName(std::string_view name);
 /// What is no place, or further than a day, is not there; a bad colour is the first.
 [[nodiscard]] Cues Sound(Cues cues);
 /// Newer ones, with older ones where these have none. Either may be null.

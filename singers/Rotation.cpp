@@ -6,6 +6,7 @@
 #include <limits>
 #include <utility>
 
+#include "support/CleanLine.h"
 #include "support/Text.h"
 
 namespace singers {
@@ -30,28 +31,6 @@ bool ComesBefore(Rule rule, const Singer& one, const Singer& other) {
   return one.round < other.round;
 }
 
-/// C0, DEL, C1 in UTF-8 and the characters that turn the direction of what stands beside them.
-std::size_t ControlAt(std::string_view text, std::size_t place) {
-  const auto byte = [&](std::size_t at) {
-    return at < text.size() ? static_cast<unsigned char>(text[at]) : static_cast<unsigned char>(0);
-  };
-  const unsigned char first = byte(place), second = byte(place + 1), third = byte(place + 2);
-  if (first < 0x20 || first == 0x7F) return 1;
-  if (first == 0xC2 && second >= 0x80 && second <= 0x9F) return 2;
-  if (first != 0xE2) return 0;
-  // U+200B, 200E, 200F, 2028 to 202E, 2060 to 206F; the two joiners of letters stay.
-  const bool marks = second == 0x80 && (third == 0x8B || third == 0x8E || third == 0x8F);
-  const bool turns = second == 0x80 && third >= 0xA8 && third <= 0xAE;
-  return marks || turns || (second == 0x81 && third >= 0xA0 && third <= 0xAF) ? 3 : 0;
-}
-
-/// Cut to so many bytes, not in the middle of a character.
-void Cut(std::string& text, std::size_t most) {
-  if (text.size() <= most) return;
-  while (most > 0 && (static_cast<unsigned char>(text[most]) & 0xC0) == 0x80) --most;
-  text.resize(most);
-}
-
 }  // namespace
 
 std::chrono::microseconds TimeOf(const Wish& wish) {
@@ -61,19 +40,7 @@ std::chrono::microseconds TimeOf(const Wish& wish) {
 }
 
 std::string CleanName(std::string_view name) {
-  std::string clean;
-  for (std::size_t i = 0; i < name.size();) {
-    const std::size_t control = ControlAt(name, i);
-    const bool blank = control > 0 || name[i] == ' ';
-    if (!blank) {
-      clean += name[i];
-    } else if (!clean.empty() && clean.back() != ' ') {
-      clean += ' ';
-    }
-    i += std::max<std::size_t>(control, 1);
-  }
-  Cut(clean, Rotation::kMostName);
-  return std::string(support::Trim(clean));
+  return support::CleanLine(name, Rotation::kMostName);
 }
 
 const Singer* Rotation::Find(SingerId id) const {
@@ -153,10 +120,24 @@ std::string Rotation::FreeName(std::string name, SingerId of) const {
   for (std::size_t number = 2;; ++number) {
     const std::string end = " " + std::to_string(number);
     std::string numbered = name;
-    Cut(numbered, kMostName - end.size());
+    numbered = support::CleanLine(numbered, kMostName - end.size());
     numbered += end;
     if (!taken(numbered)) return numbered;
   }
+}
+
+bool Rotation::FollowFile(std::string_view from, std::string_view to) {
+  bool any = false;
+  const auto follow = [&](Wish& wish) {
+    if (wish.filename != from) return;
+    wish.filename = to;
+    any = true;
+  };
+  for (std::vector<Singer>* all : {&singers_, &removed_}) {
+    for (Singer& singer : *all) std::for_each(singer.wishes.begin(), singer.wishes.end(), follow);
+  }
+  if (on_stage_) follow(on_stage_->wish);
+  return any;
 }
 
 SingerId Rotation::Add(std::string_view name) {
