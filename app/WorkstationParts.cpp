@@ -56,7 +56,12 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       editors(context),
       drafts(context),
       resume(context, {rack, lights, live, songs, lists, settings}, outside.journal),
-      tags(context, {outside.tag_editor, &outside.tags, outside.side_store, locks}, collections),
+      tags(context,
+           {outside.tag_editor, &outside.tags, outside.side_store, locks,
+            [this](const std::string& from, const std::string& to) {
+              singers.Do(&SingerStation::FollowFile, from, to);
+            }},
+           collections),
       gains(outside.commands, folder, outside.workers, gate, window),
       decks({context, rack, resume, settings, collections, gains}, outside.sound) {
   rack.FollowSong([this] {

@@ -104,6 +104,9 @@ class Rotation {
   /// Key, tempo, level and partner become another's; the song stays.
   bool Change(SingerId id, std::size_t wish, const Wish& how);
 
+  /// Wishes for a file that has another name now; false where there is none.
+  bool FollowFile(std::string_view from, std::string_view to);
+
   /// The next one goes on stage, with the first wish; whoever is there has sung. False when there is nobody.
   bool Begin();
   /// A song that no turn brought, so that the one on stage has sung.

@@ -77,6 +77,21 @@ void SingerBook::Rename(std::string_view from, std::string_view to) {
   pages_[key] = std::make_shared<const Page>(std::move(renamed));
 }
 
+bool SingerBook::FollowFile(std::string_view from, std::string_view to) {
+  const auto sung = [from](const SungSong& song) { return song.wish.filename == from; };
+  bool any = false;
+  for (auto& [key, page] : pages_) {
+    if (std::none_of(page->songs.begin(), page->songs.end(), sung)) continue;
+    Page renamed = *page;
+    for (SungSong& song : renamed.songs) {
+      if (sung(song)) song.wish.filename = to;
+    }
+    page = std::make_shared<const Page>(std::move(renamed));
+    any = true;
+  }
+  return any;
+}
+
 void SingerBook::Add(Page page) {
   page.name = CleanName(page.name);
   if (page.name.empty() || pages_.size() >= kMostSingers) return;

@@ -44,6 +44,9 @@ class SingerBook {
   /// The page of a renamed singer gets the other name; one that has a page is left as it is.
   void Rename(std::string_view from, std::string_view to);
 
+  /// Songs whose file has another name now; false where there is none.
+  bool FollowFile(std::string_view from, std::string_view to);
+
   /// By name in upper case. A page never changes: copies of the book share it, so that one is made in no
   /// time.
   using Pages = std::map<std::string, std::shared_ptr<const Page>>;

@@ -85,6 +85,15 @@ void RemovedRows::Remember(ListId list, const std::vector<int>& rows) {
   Forget();
 }
 
+void RemovedRows::FollowFile(const std::string& from, const std::string& to) {
+  for (Step& step : steps_) {
+    for (const int row : step.rows.RowsOf(from)) step.rows.SetCell(row, FileColumn(step.list), to);
+    for (Run& run : step.runs) {
+      if (run.below == from) run.below = to;
+    }
+  }
+}
+
 void RemovedRows::Forget() {
   int rows = 0;
   for (std::size_t i = 0; i + 1 < steps_.size(); ++i) rows += steps_[i].rows.Rows();

@@ -36,6 +36,8 @@ class RemovedRows {
   /// Nothing when nothing is left to bring back.
   std::optional<Back> Undo();
   [[nodiscard]] bool CanUndo() const { return !steps_.empty(); }
+  /// A file has another name now.
+  void FollowFile(const std::string& from, const std::string& to);
 
  private:
   /// Rows that stood together.

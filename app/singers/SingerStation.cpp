@@ -129,6 +129,11 @@ void SingerStation::Add(const std::string& name) {
   Changed();
 }
 
+void SingerStation::FollowFile(const std::string& from, const std::string& to) {
+  if (evening_.rotation.FollowFile(from, to)) Changed();
+  if (book_.FollowFile(from, to)) book_file_.Save([book = book_] { return singers::SingerBookText(book); });
+}
+
 void SingerStation::Rename(SingerId id, const std::string& name) {
   const singers::Singer* singer = evening_.rotation.Find(id);
   if (singer == nullptr) return;

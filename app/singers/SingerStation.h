@@ -66,6 +66,8 @@ class SingerStation {
   /// The next one sings; whoever is on stage has sung. A second press of the same hand does nothing.
   void Next();
   static constexpr std::chrono::milliseconds kOneHand{1500};
+  /// A song's file has another name now.
+  void FollowFile(const std::string& from, const std::string& to);
   /// A song of the host's own, without a turn.
   void PlayNow(const singers::Wish& wish);
 

@@ -257,6 +257,7 @@ void TagStation::Post(const std::shared_ptr<Job>& job) {
     job->box->Post([job, over = job->stop || job->next >= job->Total()] {
       job->station->Take(job);
       if (over) return job->station->Finish(job);
+      job->station->HoldBack(*job);
       Post(job);
     });
   });
@@ -304,13 +305,28 @@ void TagStation::Rename(std::vector<PlannedName> names, Done done) {
       free.push_back(std::move(name));
       continue;
     }
-    if (report.sentences.size() < kMostReported)
-      report.sentences.push_back(
-          context_.say(support::Sentence::RenameWaits, {std::string(catalogue::BareName(name.from))}));
-    std::erase_if(waiting_, [&](const PlannedName& other) { return other.from == name.from; });
-    waiting_.push_back(std::move(name));
+    Wait(std::move(name), report);
   }
   RenameNow(std::move(free), std::move(report), std::move(done));
+}
+
+void TagStation::Wait(PlannedName name, Report& report) {
+  if (report.sentences.size() < kMostReported)
+    report.sentences.push_back(
+        context_.say(support::Sentence::RenameWaits, {std::string(catalogue::BareName(name.from))}));
+  std::erase_if(waiting_, [&](const PlannedName& other) { return other.from == name.from; });
+  waiting_.push_back(std::move(name));
+}
+
+/// A deck may have been given one of them meanwhile, or a scan begun.
+void TagStation::HoldBack(Job& job) {
+  if (job.work != Work::Rename) return;
+  const auto first = job.names.begin() + static_cast<std::ptrdiff_t>(job.next);
+  const auto last = first + std::min<std::ptrdiff_t>(job.names.end() - first, kFilesATurn);
+  const auto held =
+      std::stable_partition(first, last, [this](const PlannedName& name) { return !IsHeld(name.from); });
+  for (auto name = held; name != last; ++name) Wait(std::move(*name), job.report);
+  job.names.erase(held, last);
 }
 
 void TagStation::RenameNow(std::vector<PlannedName> names, Report report, Done done) {
@@ -433,6 +449,8 @@ void TagStation::FollowName(Job& job, const std::string& from, const std::string
   for (catalogue::track_table& playlist : collections_.Playlists()) put(playlist, track::kFilename);
   job.music = put(collections_.Music().Table(), track::kFilename) || job.music;
   job.karaoke = put(collections_.Karaoke().Table(), catalogue::karaoke::kFilename) || job.karaoke;
+  collections_.Removed().FollowFile(from, to);
+  if (outside_.renamed) outside_.renamed(from, to);
   for (Batch& batch : journal_) {
     for (Undone& undone : batch) {
       if (undone.path == from) undone.path = to;

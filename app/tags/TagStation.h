@@ -37,6 +37,8 @@ class TagStation {
     catalogue::TagReader* tags = nullptr;    ///< never null where there is an editor
     catalogue::SideStore* store = nullptr;   ///< null: nothing is kept of files
     std::shared_ptr<FileLocks> locks;
+    /// Told of each file that has another name; the window's.
+    std::function<void(const std::string& from, const std::string& to)> renamed{};
   };
   enum class Work { None, Read, Write, Undo, Rename };
   struct Progress {
@@ -114,6 +116,9 @@ class TagStation {
   void Trim(Report& report);
   void TellLeft(const Report& report) const;
   [[nodiscard]] bool IsHeld(const std::string& path) const;
+  /// Names of the next turn whose files are held by now wait.
+  void HoldBack(Job& job);
+  void Wait(catalogue::PlannedName name, Report& report);
   void RenameNow(std::vector<catalogue::PlannedName> names, Report report, Done done);
 
   const StationContext& context_;

@@ -6,6 +6,7 @@
 
 #include <fstream>
 
+#include "app/singers/SingerStation.h"
 #include "app/tests/Evening.h"
 #include "catalogue/AnalysisParts.h"
 #include "catalogue/testing/FakeTagEditor.h"
@@ -176,6 +177,40 @@ TEST_F(TagStationTest, AFileOnADeckGetsItsNameWhenTheDeckLetsItGo) {
   Work();
   EXPECT_TRUE(editor_.Has("a.mp3x"));
   EXPECT_EQ(Music().Cell(1, track::kFilename), "a.mp3x");
+}
+
+TEST_F(TagStationTest, WhatADeckTakesWhileHundredsAreRenamedWaits) {
+  std::vector<PlannedName> names;
+  for (int i = 0; i < 10; ++i) names.push_back(NameFor(PathOf(i), "g" + std::to_string(i) + ".mp3"));
+  Tags().Rename(names, Keep());
+  Load(1, PathOf(9));
+  Settle();
+  Tags().Follow(station_->View(), "");
+  Work();
+  EXPECT_EQ(report_.renamed.size(), 9U);
+  EXPECT_EQ(report_.sentences.size(), 1U);
+  EXPECT_TRUE(editor_.Has(PathOf(9)));
+  EXPECT_EQ(station_->View().decks[0].filename, PathOf(9));
+  engine_.AddFile("g5.mp3", {.seconds = 10});
+  Load(1, "g5.mp3");
+  Work();
+  EXPECT_TRUE(editor_.Has("g9.mp3"));
+}
+
+TEST_F(TagStationTest, TurnsOfSingersAndRowsThatWereTakenOutFollowAName) {
+  SingerStation& station = station_->Singers();
+  station.Do(&SingerStation::Add, "Anna");
+  Settle();
+  singers::Wish wish;
+  wish.filename = PathOf(0);
+  station.Do(&SingerStation::Ask, station.View().sheet->turns->Singers()[0].id, wish);
+  Settle();
+  ASSERT_EQ(station_->Collections().Removed().Remove(ListId::Playlist2, {1}), 1);
+  Tags().Rename({NameFor(PathOf(0), "new.mp3")}, Keep());
+  Work();
+  EXPECT_EQ(station.View().sheet->turns->Singers()[0].wishes[0].filename, "new.mp3");
+  ASSERT_TRUE(station_->Collections().Removed().Undo());
+  EXPECT_EQ(Playlist(2).Cell(1, track::kFilename), "new.mp3");
 }
 
 TEST_F(TagStationTest, TheBlockOfMixingTagsIsCarriedOverAndItsTempoGoesAlong) {
