@@ -7,7 +7,6 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QPushButton>
-#include <QVBoxLayout>
 #include <QWidgetAction>
 #include <cmath>
 #include <utility>
@@ -17,9 +16,13 @@
 #include "ui/models/DeckChoice.h"
 #include "ui/strings/Decode.h"
 #include "ui/widgets/CuePaint.h"
+#include "ui/widgets/Kit.h"
 
 namespace ui {
 namespace {
+
+constexpr double kGap = 0.3;
+constexpr double kBetweenRows = 0.15;
 
 QString BeatsText(double beats) {
   return beats < 1 ? QStringLiteral("1/%1").arg(std::lround(1 / beats)) : QString::number(std::lround(beats));
@@ -30,16 +33,38 @@ QString BeatsText(double beats) {
 CueTools::CueTools(app::Deck& deck, const Look& look, QWidget* parent)
     : QWidget(parent), deck_(deck.Number()), commands_(deck), look_(look) {
   colours_.fill(-2);
-  auto* rows = new QVBoxLayout(this);
-  SetSpacingEm(*rows, 0, 0.15);
-  auto* pads = new QHBoxLayout;
-  SetSpacingEm(*pads, 0, 0.3);
-  MakePads(*pads);
-  auto* loops = new QHBoxLayout;
-  SetSpacingEm(*loops, 0, 0.3);
-  MakeLoops(*loops);
-  rows->addLayout(pads);
-  rows->addLayout(loops);
+  cue_ = Make("MainCue", CueWord::CueCaption, look_.say(CueWord::CueName).arg(deck_), CueWord::CueCaptionTip,
+              CueAct::Cue, "tool");
+  cue_->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Minimum);
+  pad_row_ = MakePads();
+  loop_row_ = MakeLoops();
+  other_ = ToolButton(DeckName(deck_, "OtherRow"), {{}, {}, {}}, [this] {
+    shows_loops_ = !shows_loops_;
+    ShowRows();
+  });
+  auto* row = new QHBoxLayout(this);
+  SetSpacingEm(*row, 0, kGap);
+  row->addWidget(cue_);
+  row->addLayout(Column(kBetweenRows, {pad_row_, loop_row_}), 1);
+  row->addWidget(other_);
+  ShowRows();
+}
+
+void CueTools::Fold(bool folds) {
+  if (std::exchange(folded_, folds) != folds) ShowRows();
+}
+
+int CueTools::Foldable() const {
+  return loop_row_->minimumSizeHint().height() + Em(*this, kBetweenRows);
+}
+
+void CueTools::ShowRows() {
+  const auto word = shows_loops_ ? CueWord::ShowPads : CueWord::ShowLoops;
+  other_->setText(look_.say(word));
+  Name(*other_, other_->objectName(), other_->text(), look_.say.Tip(word));
+  other_->setVisible(folded_);
+  pad_row_->setVisible(!folded_ || !shows_loops_);
+  loop_row_->setVisible(!folded_ || shows_loops_);
 }
 
 QPushButton* CueTools::Make(const char* name, CueWord caption, const QString& spoken, CueWord tip, CueAct act,
@@ -54,10 +79,10 @@ QPushButton* CueTools::Make(const char* name, CueWord caption, const QString& sp
   return button;
 }
 
-void CueTools::MakePads(QHBoxLayout& row) {
-  cue_ = Make("MainCue", CueWord::CueCaption, look_.say(CueWord::CueName).arg(deck_), CueWord::CueCaptionTip,
-              CueAct::Cue, "tool");
-  row.addWidget(cue_);
+QWidget* CueTools::MakePads() {
+  auto* row = new QWidget;
+  auto* pads = new QHBoxLayout(row);
+  SetSpacingEm(*pads, 0, kGap);
   for (int slot = 0; slot < music::kHotCues; ++slot) {
     auto* pad = new QPushButton(QString::number(slot + 1));
     SetKind(*pad, "tool");
@@ -70,12 +95,13 @@ void CueTools::MakePads(QHBoxLayout& row) {
     pad->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(pad, &QWidget::customContextMenuRequested, this,
             [this, slot, pad](const QPoint& at) { AskAtPad(slot, pad->mapToGlobal(at)); });
-    row.addWidget(pad, 1);
+    pads->addWidget(pad, 1);
     pads_[static_cast<std::size_t>(slot)] = pad;
   }
+  return row;
 }
 
-void CueTools::MakeLoops(QHBoxLayout& row) {
+QWidget* CueTools::MakeLoops() {
   const auto& say = look_.say;
   const char* lamp = deck_ == 1 ? "lamp1" : "lamp2";
   const auto named = [&](CueWord word) { return say(word).arg(deck_); };
@@ -108,9 +134,9 @@ void CueTools::MakeLoops(QHBoxLayout& row) {
         *jump, CueWord::JumpFewer, [this](int up) { commands_.Adjust(&app::DeckCues::ResizeJump, up); },
         CueWord::JumpMore);
   }
-  for (QPushButton* button : {in_, out_, halve_, loop_, double_, again_, back_, on_, quantise_, slip_}) {
-    row.addWidget(button, button == loop_ ? 1 : 0);
-  }
+  auto* row = new QWidget;
+  FillRow(*row, 0, kGap, {in_, out_, halve_, {loop_, 1}, double_, again_, back_, on_, quantise_, slip_});
+  return row;
 }
 
 void CueTools::AddMenu(QPushButton& button, CueWord less, std::function<void(int)> chosen, CueWord more) {

@@ -12,7 +12,6 @@
 #include "ui/strings/CueWords.h"
 #include "ui/widgets/Look.h"
 
-class QHBoxLayout;
 class QPushButton;
 
 namespace app {
@@ -21,7 +20,8 @@ class Deck;
 
 namespace ui {
 
-/// A deck's cue, eight pads, and what loops and jumps. Keys do the same, whatever form the deck has.
+/// A deck's cue, eight pads, and what loops and jumps: two rows, or folded into one that shows either of
+/// them. Keys do the same, whatever form the deck has.
 class CueTools final : public QWidget {
   Q_OBJECT
 
@@ -29,6 +29,10 @@ class CueTools final : public QWidget {
   CueTools(app::Deck& deck, const Look& look, QWidget* parent = nullptr);
 
   void Show(const app::DeckView& view);
+  void Fold(bool folds);
+  /// Lines of the window that folding saves, or has saved.
+  [[nodiscard]] int Foldable() const;
+  [[nodiscard]] bool Folded() const { return folded_; }
   /// What a key or a button does; what lasts as long as it is held, until it is let go.
   void Do(CueAct act, bool down);
   void Pad(int slot, bool down, bool deletes);
@@ -40,8 +44,9 @@ class CueTools final : public QWidget {
  private:
   QPushButton* Make(const char* name, CueWord caption, const QString& spoken, CueWord tip, CueAct act,
                     const char* kind);
-  void MakePads(QHBoxLayout& row);
-  void MakeLoops(QHBoxLayout& row);
+  QWidget* MakePads();
+  QWidget* MakeLoops();
+  void ShowRows();
   void AskAtPad(int slot, const QPoint& place);
   void AddMenu(QPushButton& button, CueWord less, std::function<void(int)> chosen, CueWord more);
   void ShowPads(const app::CuesView& cues);
@@ -55,6 +60,11 @@ class CueTools final : public QWidget {
   Look look_;
   app::DeckView view_;
   QPushButton* cue_ = nullptr;
+  QWidget* pad_row_ = nullptr;
+  QWidget* loop_row_ = nullptr;
+  QPushButton* other_ = nullptr;  ///< there while it is folded
+  bool folded_ = false;
+  bool shows_loops_ = false;  ///< while it is folded
   std::array<QPushButton*, music::kHotCues> pads_{};
   std::array<int, music::kHotCues> colours_{};
   QPushButton* in_ = nullptr;

@@ -30,6 +30,7 @@
 namespace ui {
 namespace {
 
+constexpr double kMoreWave = 2;   ///< that both waves have beyond their least where the pads are not folded
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
 
 Say StateName(DeckState state) {
@@ -114,6 +115,21 @@ DeckPanel::DeckPanel(app::Deck& deck, app::EffectStation& effects, const support
   connect(overview_, &WaveOverview::MixPointReset, this,
           [this](app::MixPoint which) { commands_.ResetMixPoint(which); });
   Show({}, {});
+}
+
+QSize DeckPanel::minimumSizeHint() const {
+  const QSize least = DeckDrops::minimumSizeHint();
+  return {least.width(), least.height() - (cues_->Folded() ? 0 : cues_->Foldable())};
+}
+
+void DeckPanel::resizeEvent(QResizeEvent* event) {
+  DeckDrops::resizeEvent(event);
+  FoldPads();
+}
+
+void DeckPanel::FoldPads() {
+  const int whole = layout()->totalMinimumSize().height() + (cues_->Folded() ? cues_->Foldable() : 0);
+  cues_->Fold(height() < whole + Em(*this, kMoreWave));
 }
 
 void DeckPanel::GuardWaves() {

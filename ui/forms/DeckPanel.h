@@ -51,12 +51,18 @@ class DeckPanel final : public DeckDrops {
   [[nodiscard]] TempoTools& Tools() { return *tools_; }
   [[nodiscard]] CueTools& Cues() { return *cues_; }
   [[nodiscard]] ToneStrip& Tone() { return *tone_; }
+  [[nodiscard]] QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   /// A sentence for the status line.
   void Told(const QString& sentence);
 
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
  private:
+  /// Where the deck is low, the waves have the pads' second row.
+  void FoldPads();
   QHBoxLayout* MakeTitleRow();
   QHBoxLayout* MakeTransportRow();
   QWidget* MakeTempo();

@@ -92,21 +92,31 @@ void StatusLine::Show(const app::WorkstationView& view, const std::vector<std::s
   const auto& say = look_.say;
   const QString time = QTime::currentTime().toString(QStringLiteral("HH:mm"));
   SetText(*clock_, time);
-  const QString names[] = {say(Say::OutputDeck).arg(1), say(Say::OutputDeck).arg(2),
-                           say(Say::OutputHeadphones)};
-  for (std::size_t i = 0; i < outputs_.size(); ++i) {
-    outputs_[i]->Show(say(Say::OutputOf).arg(names[i], OutputText(view.outputs[i], devices, say)));
-    if (returns_[i]->isVisibleTo(this) != view.can_return[i]) returns_[i]->setVisible(view.can_return[i]);
-    const bool mute = view.outputs[i].device == 0;
-    SetTextColour(*outputs_[i], i == 2 ? look_.skin.dim : mute ? look_.skin.warning : look_.skin.decks[i]);
-  }
-  WarnOfHeadphones(view);
+  ShowOutputs(view, devices);
   if (unsaved_->isVisibleTo(this) == view.unsaved.empty()) unsaved_->setVisible(!view.unsaved.empty());
   const QString unsaved = say(Say::UnsavedTip).arg(Decode(view.unsaved));
   if (!view.unsaved.empty() && unsaved_->toolTip() != unsaved) unsaved_->setToolTip(unsaved);
   TakeNews(view.notices, now);
   ShowMessage(view.notices, now);
   ShowHealth(view.health, now);
+}
+
+void StatusLine::ShowOutputs(const app::WorkstationView& view, const std::vector<std::string>& devices) {
+  const auto& say = look_.say;
+  const bool together = view.outputs[0] == view.outputs[1];
+  const QString names[] = {together ? say(Say::OutputDecks) : say(Say::OutputDeck).arg(1),
+                           say(Say::OutputDeck).arg(2), say(Say::OutputHeadphones)};
+  if (outputs_[1]->isVisibleTo(this) == together) outputs_[1]->setVisible(!together);
+  for (std::size_t i = 0; i < outputs_.size(); ++i) {
+    outputs_[i]->Show(say(Say::OutputOf).arg(names[i], OutputText(view.outputs[i], devices, say)));
+    if (returns_[i]->isVisibleTo(this) != view.can_return[i]) returns_[i]->setVisible(view.can_return[i]);
+    const bool mute = view.outputs[i].device == 0;
+    SetTextColour(*outputs_[i], i == 2     ? look_.skin.dim
+                                : mute     ? look_.skin.warning
+                                : together ? look_.skin.text
+                                           : look_.skin.decks[i]);
+  }
+  WarnOfHeadphones(view);
 }
 
 void StatusLine::WarnOfHeadphones(const app::WorkstationView& view) {
@@ -156,21 +166,27 @@ void StatusLine::ShowMessage(const std::vector<app::Notice>& notices, support::T
   MakeRoom(bright ? kForNew : kForOld);
 }
 
-// The names of the outputs give way to what is new, and so does the load while it is of no interest.
+// The names of the outputs give way to what is new, and so do the figures while they are of no interest.
 void StatusLine::MakeRoom(double share) {
+  int names = 0;  // have more to say
   for (ElidedLabel* output : outputs_) {
     const int least = output->fontMetrics().averageCharWidth() * kLettersOfAnOutput;
     output->setMinimumWidth(std::min(output->sizeHint().width(), least));
+    if (!output->isHidden()) names += output->sizeHint().width() - output->minimumWidth();
   }
   const bool two_lines = height() >= 2 * message_->fontMetrics().height();
   const int text = message_->fontMetrics().horizontalAdvance(message_->text());
   const int wanted = std::min(two_lines ? text * 6 / 10 : text + 2, static_cast<int>(width() * share));
-  const int left = width() - TakenByOthers();
-  const int for_load = layout()->spacing() + load_->sizeHint().width();
-  const bool shows_load = high_load_ || wanted + for_load <= left;
-  if (load_->isVisibleTo(this) != shows_load) load_->setVisible(shows_load);
-  const int room = std::max(0, left - (shows_load ? for_load : 0));
-  message_->setMinimumWidth(std::min(wanted, room));
+  int left = width() - TakenByOthers();
+  const auto give = [&](QLabel& figure, bool needed) {
+    const int takes = layout()->spacing() + figure.sizeHint().width();
+    const bool shows = needed || wanted + names + takes <= left;
+    if (figure.isVisibleTo(this) != shows) figure.setVisible(shows);
+    if (shows) left -= takes;
+  };
+  give(*late_, late_blocks_ > 0);
+  give(*load_, high_load_);
+  message_->setMinimumWidth(std::clamp(left, 0, wanted));
 }
 
 int StatusLine::TakenByOthers() const {
@@ -178,8 +194,10 @@ int StatusLine::TakenByOthers() const {
   int taken = margins.left() + margins.right();
   for (int i = 0; i < layout()->count(); ++i) {
     const QWidget& part = *layout()->itemAt(i)->widget();
-    if (&part == message_ || &part == load_ || part.isHidden()) continue;
-    taken += layout()->spacing() + std::max(part.minimumSizeHint().width(), part.minimumWidth());
+    if (&part == message_ || &part == load_ || &part == late_ || part.isHidden()) continue;
+    const bool gives_way = std::find(outputs_.begin(), outputs_.end(), &part) != outputs_.end();
+    taken += layout()->spacing() +
+             (gives_way ? part.minimumWidth() : std::max(part.sizeHint().width(), part.minimumWidth()));
   }
   return taken;
 }

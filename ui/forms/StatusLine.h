@@ -65,13 +65,15 @@ class StatusLine final : public Surface {
  private:
   QPushButton* MakeReturn(int output);
   void ShowHealth(const decks::EngineHealth& health, support::TimePoint now);
+  /// Both decks have one label while they play on one output.
+  void ShowOutputs(const app::WorkstationView& view, const std::vector<std::string>& devices);
   void WarnOfHeadphones(const app::WorkstationView& view);
   void TakeNews(const std::vector<app::Notice>& notices, support::TimePoint now);
   void ShowMessage(const std::vector<app::Notice>& notices, support::TimePoint now);
   void MarkSeen();
   /// For the message, of whose line it gets this share at most.
   void MakeRoom(double share);
-  /// At least, the gaps between them included; without the load.
+  /// At least, the gaps between them included; without the two figures.
   [[nodiscard]] int TakenByOthers() const;
 
   NoticesRead& read_;
@@ -84,7 +86,7 @@ class StatusLine final : public Surface {
   QLabel* unsaved_;    ///< there only while something is not on the disk
   QPushButton* seen_;  ///< there only while a warning is shown
   QLabel* lights_;
-  QLabel* load_;
+  QLabel* load_;  ///< it and the next only where there is room, or while they matter
   QLabel* late_;
   QString news_;                 ///< empty when it has passed
   std::uint64_t news_from_ = 0;  ///< number of the notice that it is; 0: the window's own

@@ -153,6 +153,8 @@ void frmMain::Build() {
 
 QWidget* frmMain::MakePages(const Look& look) {
   pages_ = new QStackedWidget;
+  // The share of the decks is what is given above, not what the tallest of the pages would like to have.
+  pages_->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
   auto* buttons = new QWidget;
   auto* row = new QHBoxLayout(buttons);
   SetSpacingEm(*row, 0, 0.2);

@@ -105,8 +105,14 @@ TEST_P(ClippedTextTest, AWarningThatStandsLeavesTheLineBesideItItsRoom) {
   Look(1);
   const auto& message = Find<QLabel>("Message");
   EXPECT_LE(message.fontMetrics().horizontalAdvance(message.text()), message.width() * 19 / 10);
+  int taken = 0;
+  for (const QWidget* part : Find<QWidget>("StatusLine").findChildren<QWidget*>(Qt::FindDirectChildrenOnly)) {
+    if (part->isVisible()) taken = std::max(taken, part->geometry().right());
+  }
+  EXPECT_LT(taken, Find<QWidget>("StatusLine").width());
   for (const char* output : {"Output1", "Output2", "Output3"}) {
     const auto& label = Find<QLabel>(output);
+    if (label.isHidden()) continue;  // both decks play on one output
     const int seen = label.fontMetrics().averageCharWidth() * 14;
     EXPECT_GE(label.width(), std::min(seen, label.sizeHint().width())) << output;
   }

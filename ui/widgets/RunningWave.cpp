@@ -33,7 +33,7 @@ QSize RunningWave::sizeHint() const {
 }
 
 QSize RunningWave::minimumSizeHint() const {
-  return {Em(*this, 12), Em(*this, 1)};
+  return {Em(*this, 12), Em(*this, 2.6)};
 }
 
 void RunningWave::Show(microseconds position, microseconds length,
