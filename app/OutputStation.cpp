@@ -53,6 +53,7 @@ void OutputStation::ListDevices() {
 void OutputStation::Open(Prompts& prompts) {
   OutputsAtStart outputs = ReadOutputs(settings_, device_names_, context_.say);
   if (device_names_.empty()) outputs.notice = {support::Sentence::NoOutputs};
+  FollowOutput(outputs.wishes[0].place.device);
   context_.conductor->Post([this, &prompts, outputs = std::move(outputs)] {
     for (const std::string& failure : rack_.Outputs().OpenAll(outputs.wishes))
       context_.window->Order(prompts, &Prompts::Tell, failure);
@@ -65,10 +66,17 @@ void OutputStation::Open(Prompts& prompts) {
 void OutputStation::Set(int output, OutputView choice) {
   if (output < 1 || output > kOutputs || choice.device < 0) return;
   StoreOutput(settings_, output, choice, device_names_);
+  if (output == 1) FollowOutput(choice.device);
   const OutputWish wish = WishFor(choice, device_names_, context_.say);
   const bool shared = output == 1 && !HasOwn();
   context_.conductor->Order(rack_.Outputs(), &OutputRouting::Move, output, wish);
   if (shared) context_.conductor->Order(rack_.Outputs(), &OutputRouting::Move, 2, wish);
+}
+
+void OutputStation::FollowOutput(int device) {
+  if (ports_.mixer == nullptr) return;
+  const auto index = static_cast<std::size_t>(device) - 1;
+  ports_.mixer->Choose(index < device_names_.size() ? device_names_[index] : std::string());
 }
 
 void OutputStation::Share() {

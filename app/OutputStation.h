@@ -51,11 +51,13 @@ class OutputStation {
   [[nodiscard]] const std::vector<std::string>& DeviceNames() const { return device_names_; }
   /// How far the sound goes before other programs.
   [[nodiscard]] SoundPriority::Level Priority() const;
-  /// Moves the master slider, 0 (loudest) to 99, and with it the system's volume.
+  /// Moves the master slider, 0 (loudest) to 99, and with it the volume that the system gives output 1.
   void SetMainVolume(int main_volume);
 
  private:
   void ListDevices();
+  /// The master slider is that device's.
+  void FollowOutput(int device);
   void MoveMainVolume(int slider);
 
   const StationContext& context_;

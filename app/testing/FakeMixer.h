@@ -25,6 +25,10 @@ class FakeMixer final : public SystemMixer {
     }
     changed(percent);
   }
+  void Choose(const std::string& output) override {
+    support::MutexLock lock(mutex_);
+    chosen_ = output;
+  }
   void SetVolume(int percent) override {
     support::MutexLock lock(mutex_);
     if (!there_ || changed_ == nullptr) return;
@@ -46,6 +50,10 @@ class FakeMixer final : public SystemMixer {
     support::MutexLock lock(mutex_);
     return percent_;
   }
+  [[nodiscard]] std::string Chosen() const {
+    support::MutexLock lock(mutex_);
+    return chosen_;
+  }
   [[nodiscard]] int Openings() const {
     support::MutexLock lock(mutex_);
     return openings_;
@@ -54,6 +62,7 @@ class FakeMixer final : public SystemMixer {
  private:
   mutable support::Mutex mutex_;
   Changed changed_ DJ_GUARDED_BY(mutex_);
+  std::string chosen_ DJ_GUARDED_BY(mutex_);
   int percent_ DJ_GUARDED_BY(mutex_) = 0;
   bool there_ DJ_GUARDED_BY(mutex_) = false;
   int openings_ DJ_GUARDED_BY(mutex_) = 0;

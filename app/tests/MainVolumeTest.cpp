@@ -42,6 +42,20 @@ TEST_F(MainVolumeTest, MovesTheSystemsVolume) {
   EXPECT_EQ(Slider(), 99);
 }
 
+TEST_F(MainVolumeTest, IsThatOfTheOutputOfDeckOne) {
+  Store("Devices", "Device1", "2");
+  StartUp();
+  const auto& names = station_->Outputs().DeviceNames();
+  ASSERT_GE(names.size(), 2U);
+  EXPECT_EQ(mixer_.Chosen(), names[1]);
+  station_->Outputs().Set(2, {1, 0});
+  EXPECT_EQ(mixer_.Chosen(), names[1]);
+  station_->Outputs().Set(1, {1, 0});
+  EXPECT_EQ(mixer_.Chosen(), names[0]);
+  station_->Outputs().Set(1, {0, 0});
+  EXPECT_EQ(mixer_.Chosen(), "") << "no sound: the system's usual output";
+}
+
 TEST_F(MainVolumeTest, WhatWasToldBeforeAMoveOfTheSliderDoesNotTakeItBack) {
   mixer_.Move(50);
   StartUp();

@@ -36,7 +36,26 @@ void PulseMixer::Open(Changed changed) {
   changed_ = std::move(changed);
   connection_.OnChange([this] { Ask(); });
   connection_.OnVolume([this] { Ask(); });
+  TakeWish();
   if (connection_.Ready() != nullptr) Ask();
+}
+
+void PulseMixer::Choose(const std::string& output) {
+  {
+    const support::MutexLock lock(mutex_);
+    wish_ = output;
+  }
+  if (!connection_.Loop().Runs()) return;
+  setter_.Post([this] {
+    PulseLock lock(connection_.Loop());
+    TakeWish();
+    if (changed_ && connection_.Current() != nullptr) Ask();
+  });
+}
+
+void PulseMixer::TakeWish() {
+  const support::MutexLock lock(mutex_);
+  if (wish_) chosen_ = std::move(*std::exchange(wish_, std::nullopt));
 }
 
 void PulseMixer::SetVolume(int percent) {
@@ -55,12 +74,32 @@ void PulseMixer::Apply() {
   const auto level = static_cast<std::uint64_t>(wanted);
   pa_cvolume_scale(&volume_, static_cast<pa_volume_t>(level * PA_VOLUME_NORM / 100));
   pa_operation* setting =
-      pa_context_set_sink_volume_by_name(context, kDefaultSink, &volume_, nullptr, nullptr);
+      pa_context_set_sink_volume_by_name(context, sink_.c_str(), &volume_, nullptr, nullptr);
   if (setting != nullptr) pa_operation_unref(setting);
 }
 
 void PulseMixer::Ask() {
   ForgetQuestion();
+  pa_context* context = connection_.Current();
+  if (context == nullptr) return;
+  if (chosen_.empty()) return AskDefault();
+  found_ = false;
+  question_ = pa_context_get_sink_info_list(
+      context,
+      [](pa_context*, const pa_sink_info* sink, int end, void* self) {
+        auto& mixer = *static_cast<PulseMixer*>(self);
+        if (end != 0 || sink == nullptr) {
+          pa_operation_unref(std::exchange(mixer.question_, nullptr));
+          if (!mixer.found_) mixer.AskDefault();
+        } else if (!mixer.found_ && sink->description != nullptr && mixer.chosen_ == sink->description) {
+          mixer.found_ = true;
+          mixer.Take(*sink);
+        }
+      },
+      this);
+}
+
+void PulseMixer::AskDefault() {
   pa_context* context = connection_.Current();
   if (context == nullptr) return;
   question_ = pa_context_get_sink_info_by_name(
@@ -78,6 +117,7 @@ void PulseMixer::ForgetQuestion() {
 }
 
 void PulseMixer::Take(const pa_sink_info& sink) {
+  sink_ = sink.name;
   if (wanted_ != kNone) return;  // it is older than what was set
   volume_ = sink.volume;
   if (changed_) changed_(Percent(volume_));

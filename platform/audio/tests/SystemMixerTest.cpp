@@ -128,6 +128,27 @@ TEST(PulseMixerTest, KeepsTheBalance) {
   EXPECT_EQ(server.Volumes("main"), (std::vector<int>{50, 25}));
 }
 
+TEST(PulseMixerTest, MovesTheChosenOutputAndTheUsualOneWhereThatIsGone) {
+  Told told;
+  SoundServer server(std::vector<testing::SinkSpec>{{"main", "Main"}, {"booth", "Booth"}});
+  ASSERT_TRUE(server.MakeDefault("main"));
+  ASSERT_TRUE(server.SetVolume("booth", 60, 60));
+  PulseMixer mixer(server.Address());
+  mixer.Choose("Booth");
+  mixer.Open(told.Taker());
+  ASSERT_TRUE(told.Await(60));
+  mixer.SetVolume(35);
+  ASSERT_TRUE(told.Await(35));
+  EXPECT_EQ(server.Volumes("booth").at(0), 35);
+  EXPECT_EQ(server.Volumes("main").at(0), 100);
+  mixer.Choose("Gone");
+  ASSERT_TRUE(told.Await(100));
+  mixer.SetVolume(80);
+  ASSERT_TRUE(told.Await(80));
+  EXPECT_EQ(server.Volumes("main").at(0), 80);
+  EXPECT_EQ(server.Volumes("booth").at(0), 35);
+}
+
 TEST(PulseMixerTest, FindsAServerThatComesLaterAndAnotherDefault) {
   Told told;
   SoundServer server(std::vector<testing::SinkSpec>{{"main", "Main"}, {"other", "Other"}});
