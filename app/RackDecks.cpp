@@ -33,6 +33,10 @@ void RackDecks::SetVolume(int deck, int volume) {
   rack_.Deck(deck).SetVolume(volume);
 }
 
+void RackDecks::Glide(int deck, double level, std::chrono::milliseconds time) {
+  rack_.Deck(deck).Glide(level, time);
+}
+
 void RackDecks::SetMixing(int deck, bool mixing) {
   rack_.Deck(deck).SetMixing(mixing);
 }

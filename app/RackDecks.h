@@ -19,6 +19,7 @@ class RackDecks final : public MixingDecks {
   void Pause(int deck) override;
   void Stop(int deck) override;
   void SetVolume(int deck, int volume) override;
+  void Glide(int deck, double level, std::chrono::milliseconds time) override;
   void SetMixing(int deck, bool mixing) override;
   bool StartWith(int deck, int other, std::chrono::microseconds place) override;
   bool Started(int deck) override;

@@ -62,6 +62,8 @@ class clsBassPlayer {
   /// 0 to 100, the engine's own scale; acts at once.
   [[nodiscard]] std::int16_t volume() const { return volume_; }
   void volume(std::int16_t level);
+  /// What the stream is on its way to, without telling it.
+  void NoteVolume(std::int16_t level) { volume_ = level; }
   [[nodiscard]] std::int16_t PreVolume() const { return static_cast<std::int16_t>(prelisten_.volume); }
   void PreVolume(std::int16_t level) { prelisten_.SetVolume(level); }
   /// What is heard now; setting it moves both streams.

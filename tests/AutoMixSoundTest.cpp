@@ -155,6 +155,31 @@ TEST_F(MixedEvening, AnEarlierMixPointMakesThemOverlapWhileTheCrossfaderGoesOver
   EXPECT_LT(Peak(kLeft, end - 0.1, end), 0.05) << "and it leaves softly";
 }
 
+TEST_F(MixedEvening, AFadeIsNoStaircase) {
+  settings_.Set(support::kApplication, "Mixer", "MixTime", "8");
+  Open();
+  const std::string first = media_.Write("first.wav", On(kLeft, Tone(14s, {2000, 0.4})));
+  const std::string second = media_.Write("second.wav", Silence(1s) + On(kRight, Tone(12s, {2000, 0.4})));
+  PlayFirstAndList(first, second, "5.000");
+  Go(15s);
+  constexpr std::size_t kWindow = 441;  // whole periods
+  const double end = Last(kLeft), begin = First(kRight);
+  ASSERT_NEAR(end - begin, 8, 0.1);
+  const auto level = [&](std::size_t side, std::size_t window) {
+    double sum = 0;
+    for (std::size_t i = window * kWindow; i < (window + 1) * kWindow; ++i)
+      sum += heard_[2 * i + side] * heard_[2 * i + side];
+    return std::sqrt(sum / kWindow);
+  };
+  double steepest = 0;
+  for (auto at = static_cast<std::size_t>((begin + 0.1) * 100);
+       at < static_cast<std::size_t>((end - 0.1) * 100); ++at) {
+    for (const std::size_t side : {kLeft, kRight})
+      steepest = std::max(steepest, std::abs(level(side, at + 1) - level(side, at)));
+  }
+  EXPECT_LT(steepest, 0.0009) << "one percent of full level is 0.0028";
+}
+
 TEST_F(MixedEvening, AFileThatIsNoneDelaysNothing) {
   const std::string first = media_.Write("first.wav", On(kLeft, Tone(6s, {400, 0.4})));
   const std::string second = media_.Write("second.wav", On(kRight, Tone(4s, {2000, 0.4})));

@@ -15,7 +15,7 @@ using State = DeckView::State;
 using std::chrono::microseconds;
 using namespace std::chrono_literals;
 
-constexpr auto kAhead = 60s;             ///< the next track is loaded so long before it is due
+constexpr auto kAhead = 60s;        ///< the next track is loaded so long before it is due
 constexpr auto kArming = 800ms;          ///< its start is scheduled so long before, for late outputs
 constexpr auto kMatching = 1200ms;       ///< and so long where that may become half a beat earlier
 constexpr auto kPatience = 20s;          ///< with a file that does not come
@@ -40,9 +40,12 @@ bool Plays(const DeckView& deck) {
 }  // namespace
 
 int MixerHands::VolumeOf(int deck) const {
-  const auto gains = decks::GainsAt(curve, crossfader / 100.0);
-  const double gain = deck == 1 ? gains.first : gains.second;
-  return static_cast<int>(std::lround(faders[deck == 1 ? 0 : 1] * gain));
+  return static_cast<int>(std::lround(LevelAt(deck, crossfader)));
+}
+
+double MixerHands::LevelAt(int deck, double place) const {
+  const auto gains = decks::GainsAt(curve, place / 100.0);
+  return faders[deck == 1 ? 0 : 1] * (deck == 1 ? gains.first : gains.second);
 }
 
 AutoMix::AutoMix(MixingDecks& decks, const support::Clock& clock, PassedOver passed_over)
@@ -98,7 +101,8 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
   const microseconds rest((plan_.at - led.position).count());
   const double left = static_cast<double>(rest.count()) / std::max(led.speed, 0.01);
   const bool ended = led.state == State::Ended;
-  if (led.length.count() <= 0 || (!ended && left > std::chrono::duration<double, std::micro>(kAhead).count()))
+  if (led.length.count() <= 0 ||
+      (!ended && left > std::chrono::duration<double, std::micro>(kAhead).count()))
     return;
   const int next = Other(leader);
   if (!MakeReady(next, Of(view, next), tables, played)) return;
@@ -309,11 +313,25 @@ void AutoMix::TickMixing(const WorkstationView& view) {
   }
   if (!begun) return EndMixing(view);
   if (SoundsOn(led)) return;
-  const double share = plan_.fade.count() == 0 ? 1
-                                               : std::chrono::duration<double>(passed) /
-                                                     std::chrono::duration<double>(plan_.fade);
-  if (!hand_has_crossfader_) MoveCrossfader(CrossfaderAt(fade_from_, next_, share));
-  if (share >= 1) EndMixing(view);
+  if (!hand_has_crossfader_) FadeOn(passed);
+  if (passed >= plan_.fade) EndMixing(view);
+}
+
+void AutoMix::FadeOn(support::Duration passed) {
+  if (passed >= plan_.fade) return MoveCrossfader(CrossfaderAt(fade_from_, next_, 1));
+  const auto share = [this](support::Duration time) {
+    return std::chrono::duration<double>(time) / std::chrono::duration<double>(plan_.fade);
+  };
+  const int place = CrossfaderAt(fade_from_, next_, share(passed));
+  if (place != hands_.crossfader) {
+    hands_.crossfader = place;
+    ++moves_;
+  }
+  const support::Duration ahead = std::min<support::Duration>(kGlideAhead, plan_.fade - passed);
+  const double then = PlaceOfFade(fade_from_, next_, share(passed + ahead));
+  for (const int deck : {1, 2}) {
+    decks_.Glide(deck, hands_.LevelAt(deck, then), std::chrono::ceil<std::chrono::milliseconds>(ahead));
+  }
 }
 
 void AutoMix::EndMixing(const WorkstationView& view) {

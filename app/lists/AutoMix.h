@@ -27,6 +27,8 @@ struct MixerHands {
   bool operator==(const MixerHands&) const = default;
   /// Of deck 1 or 2, 0 to 100.
   [[nodiscard]] int VolumeOf(int deck) const;
+  /// The same with the crossfader at another place, between two of its steps too.
+  [[nodiscard]] double LevelAt(int deck, double place) const;
 };
 
 enum class MovedByHand { Crossfader, Other };
@@ -54,6 +56,9 @@ struct BreakInHand {
   bool operator==(const BreakInHand&) const = default;
 };
 
+/// How far ahead of itself a fade is told to the decks: a tick that comes late by less is not heard.
+inline constexpr std::chrono::milliseconds kGlideAhead{100};
+
 /// What the automatic mixer does to the decks. Threads: the conductor.
 class MixingDecks {
  public:
@@ -64,6 +69,9 @@ class MixingDecks {
   virtual void Pause(int deck) = 0;
   virtual void Stop(int deck) = 0;
   virtual void SetVolume(int deck, int volume) = 0;
+  /// Comes to this level, 0 to 100, after that time, evenly and on the clock of its sound; a volume that is
+  /// set meanwhile ends that.
+  virtual void Glide(int deck, double level, std::chrono::milliseconds time) = 0;
   virtual void SetMixing(int deck, bool mixing) = 0;
   /// Begins to sound, to the sample, when the other deck is heard at this place; false when it cannot.
   virtual bool StartWith(int deck, int other, std::chrono::microseconds place) = 0;
@@ -158,6 +166,8 @@ class AutoMix {
   void GoOnMixing(const MixInHand& mix, const WorkstationView& view);
   void EndMixing(const WorkstationView& view);
   void MoveCrossfader(int place);
+  /// A level is asked for as it is to be a moment later, so that a late tick is not heard.
+  void FadeOn(support::Duration passed);
   void SendVolumes();
   void Forget();
 

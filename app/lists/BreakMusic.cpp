@@ -200,14 +200,19 @@ int BreakMusic::Full(const MixerHands& mixer) {
 
 void BreakMusic::Move(const WorkstationView& view, const MixerHands& mixer) {
   if (phase_ < Phase::Rising) return;
+  const double full = Full(mixer);
   if (phase_ != Phase::Playing) {
-    const std::chrono::duration<double> passed = clock_.Now() - since_;
     const bool rises = phase_ == Phase::Rising;
-    const std::chrono::duration<double> whole = rises ? kRise : kFall;
-    share_ = std::clamp(from_ + (rises ? passed / whole : -passed / whole), 0.0, 1.0);
+    const auto share = [&](support::Duration ahead) {
+      const std::chrono::duration<double> passed = clock_.Now() - since_ + ahead;
+      const std::chrono::duration<double> whole = rises ? kRise : kFall;
+      return std::clamp(from_ + (rises ? passed / whole : -passed / whole), 0.0, 1.0);
+    };
+    share_ = share({});
+    if (share_ > 0 && share_ < 1) return decks_.Glide(deck_, full * share(kGlideAhead), kGlideAhead);
     if (rises && share_ >= 1) Enter(Phase::Playing);
   }
-  const int level = static_cast<int>(std::lround(Full(mixer) * share_));
+  const int level = static_cast<int>(std::lround(full * share_));
   if (Shown(view, deck_).volume != level) decks_.SetVolume(deck_, level);
 }
 

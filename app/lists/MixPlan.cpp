@@ -49,8 +49,12 @@ int NextRow(const catalogue::track_table& playlist, const Files& played, const F
 }
 
 int CrossfaderAt(int from, int to_deck, double share) {
+  return static_cast<int>(std::lround(PlaceOfFade(from, to_deck, share)));
+}
+
+double PlaceOfFade(int from, int to_deck, double share) {
   const int end = to_deck == 1 ? -100 : 100;
-  return static_cast<int>(std::lround(from + (end - from) * std::clamp(share, 0.0, 1.0)));
+  return from + (end - from) * std::clamp(share, 0.0, 1.0);
 }
 
 }  // namespace app

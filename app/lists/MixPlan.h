@@ -45,5 +45,7 @@ using Files = std::unordered_set<std::string>;
 
 /// Where the crossfader stands after a share (0 to 1) of its way to a deck's end: -100 is deck 1's.
 [[nodiscard]] int CrossfaderAt(int from, int to_deck, double share);
+/// The same between its steps.
+[[nodiscard]] double PlaceOfFade(int from, int to_deck, double share);
 
 }  // namespace app

@@ -161,6 +161,17 @@ void DeckStation::SetVolume(int volume) {
   player_.volume(Level(volume));
 }
 
+void DeckStation::Glide(double level, std::chrono::milliseconds time) {
+  const double reached = std::clamp(level, 0.0, 100.0);
+  const auto volume = static_cast<std::int16_t>(std::lround(reached));
+  using Kind = decks::ScheduledCommand::Kind;
+  const decks::StreamHandle stream = player_.STRM();
+  const bool glides =
+      stream != 0 && sound_.Schedule({Kind::Ramp, stream, {}, static_cast<float>(reached), time});
+  if (!glides) return player_.volume(volume);
+  player_.NoteVolume(volume);
+}
+
 void DeckStation::SetPreVolume(int volume) {
   const std::int16_t level = Level(volume);
   const bool stands = state_ != State::Playing && player_.STRM() != 0 && player_.PreSTRM() != 0;

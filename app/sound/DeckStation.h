@@ -84,6 +84,8 @@ class DeckStation {
   void Stop();
   void Seek(std::chrono::microseconds position);
   void SetVolume(int volume);
+  /// Comes to this level, 0 to 100, after that time, on the clock of the output.
+  void Glide(double level, std::chrono::milliseconds time);
   /// In the head-phones; a deck that stands is heard there alone from its place on, until 0 or Play.
   void SetPreVolume(int volume);
   /// On top of the volume, of this file: the next one begins without.

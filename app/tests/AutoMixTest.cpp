@@ -391,6 +391,7 @@ class AutoLevelTest : public ::testing::Test, public MixingDecks {
   void Pause(int) override {}
   void Stop(int) override {}
   void SetVolume(int, int) override {}
+  void Glide(int, double, std::chrono::milliseconds) override {}
   void SetMixing(int, bool) override {}
   bool StartWith(int, int, microseconds) override { return false; }
   bool Started(int) override { return false; }

@@ -76,7 +76,7 @@ TEST_F(CuesTest, AHotCueIsSetJumpedToHeldNamedAndTakenAway) {
   EXPECT_EQ(Stands(), State::Playing);
   Do(&DeckCues::Name, 2, std::string("Ref\x01rain\n"));
   Do(&DeckCues::Colour, 2, 99);
-  EXPECT_EQ(Cues().marked->hot[2]->name, "Refrain");
+  EXPECT_EQ(Cues().marked->hot[2]->name, "Ref rain");
   EXPECT_EQ(Cues().marked->hot[2]->colour, 0);
   Do(&DeckCues::Delete, 2);
   EXPECT_FALSE(Cues().marked->hot[2]);
