@@ -183,6 +183,14 @@ TEST_P(LayoutTest, AllTextGrowsWithTheWindow) {
   EXPECT_GE(grid.rowHeight(0), grid.fontMetrics().height());
 }
 
+TEST_P(LayoutTest, RowsAreAsHighAsTheirLetters) {
+  for (const QTableView* table : window->findChildren<QTableView*>()) {
+    const int row = table->verticalHeader()->defaultSectionSize();
+    EXPECT_GE(row, table->fontMetrics().height()) << table->objectName().toStdString();
+    EXPECT_LE(row, 4 * table->fontMetrics().height()) << table->objectName().toStdString();
+  }
+}
+
 TEST_P(LayoutTest, NoHeadOfAColumnIsCut) {
   for (const char* name : {"Catalogue", "PlayListView1", "PlayListView3", "KaraokeGrid"}) {
     auto& grid = Find<QTableView>(name);

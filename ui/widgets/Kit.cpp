@@ -119,8 +119,25 @@ QCheckBox* Check(QAnyStringView name, const Texts& texts, bool on, OnSwitch swit
   return box;
 }
 
+namespace {
+
+/// Rows follow the size of the window's letters.
+class GrowingTable final : public QTableWidget {
+ public:
+  using QTableWidget::QTableWidget;
+
+ protected:
+  void changeEvent(QEvent* event) override {
+    QTableWidget::changeEvent(event);
+    constexpr double kRow = 2.1;
+    if (event->type() == QEvent::FontChange) verticalHeader()->setDefaultSectionSize(Em(*this, kRow));
+  }
+};
+
+}  // namespace
+
 QTableWidget* MakeTable(QAnyStringView name, const Texts& texts, const QStringList& heads, int stretches) {
-  auto* table = new QTableWidget(0, static_cast<int>(heads.size()));
+  auto* table = new GrowingTable(0, static_cast<int>(heads.size()));
   Name(*table, name, texts);
   table->setHorizontalHeaderLabels(heads);
   table->verticalHeader()->hide();
