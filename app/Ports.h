@@ -26,7 +26,8 @@ class SoundDesk;
 }  // namespace decks
 namespace dmx {
 class DmxInterface;
-}
+class NetOutput;
+}  // namespace dmx
 namespace karaoke {
 class CodePages;
 class DiscImages;
@@ -73,6 +74,7 @@ struct Ports {
   catalogue::SideStore* side_store = nullptr;           ///< null: analyses are not kept
   catalogue::TagWriter* tag_writer = nullptr;           ///< null: tags are not written
   dmx::DmxInterface* dmx = nullptr;                     ///< null: stage lighting has no wire
+  dmx::NetOutput* net_dmx = nullptr;                    ///< the part of it that goes over a network, if any
   lightorgan::IoBoards* boards = nullptr;               ///< null: no board can be opened
   karaoke::SynthesiserFactory* synthesisers = nullptr;  ///< null: MIDI songs make no sound
   karaoke::DiscImages* images = nullptr;                ///< null: songs on disc images show no graphics

@@ -39,7 +39,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
       microphone(context, outside.microphone),
       effects(context, rack, settings),
       visuals(context, outside.visualisation, rack, settings),
-      lights(context, outside.dmx),
+      lights(context, outside.dmx, outside.net_dmx),
       live(context, lights),
       organ(context, {outside.engine, [this](HeardFrom from) { return rack.StreamOf(from); }},
             outside.boards),

@@ -11,6 +11,7 @@
 #include "app/WatchedSideStore.h"
 #include "app/Workstation.h"
 #include "app/sound/BuiltInVisualisation.h"
+#include "dmx/Wires.h"
 #include "engine/HallMicrophone.h"
 #include "engine/Programme.h"
 #include "engine/Recorder.h"
@@ -31,6 +32,7 @@
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
 #include "platform/midi/FluidSynthesisers.h"
+#include "platform/net/NetLamps.h"
 #include "platform/process/basCommandOutput.h"
 #include "platform/rights/SoundThreads.h"
 #include "platform/settings/SettingsDisk.h"
@@ -136,7 +138,8 @@ struct Program::Parts {
                      .commands = &commands,
                      .side_store = &watched_side_store,
                      .tag_writer = &tag_writer,
-                     .dmx = &lights,
+                     .dmx = &wires,
+                     .net_dmx = &net_lamps,
                      .boards = &boards,
                      .synthesisers = &synthesisers,
                      .images = &images,
@@ -197,6 +200,8 @@ struct Program::Parts {
   platform::sidestore::SqliteSideStore side_store;
   app::WatchedSideStore watched_side_store;
   platform::usb::K8062Interface lights;
+  platform::net::NetLamps net_lamps;
+  dmx::Wires wires{{&lights, &net_lamps}};
   platform::usb::K8061Boards boards;
   platform::midi::FluidSynthesisers synthesisers;
   platform::codepages::UchardetCodePages code_pages;
@@ -213,6 +218,7 @@ void Program::Ending::Darken() {
   support::MutexLock lock(mutex_);
   if (parts_ == nullptr) return;
   parts_->lights.Darken(kPatience);
+  parts_->net_lamps.Darken(kPatience);
   parts_->boards.Darken();
 }
 

@@ -244,6 +244,12 @@ constexpr Words kKaraoke[] = {{"BackGround", "0", "colour behind the words"},
                               {"MelodyLevel", "100", "level of the melody in MIDI songs, 0 to 100"},
                               {"Soundfont", "", "soundfont of MIDI songs; empty for the first installed"}};
 
+constexpr Words kLamps[] = {
+    {"Net", "0", "lamps behind a network: 0 none, 1 Art-Net, 2 sACN"},
+    {"Universe", "1", "under which universe number they are sent; 0 to 32767, or 1 to 63999 with sACN"},
+    {"Address", "", "who is to have them, four numbers; empty for everybody or the universe's group"},
+    {"Source", "", "the id of this program's sender in sACN, 32 hexadecimal digits"}};
+
 constexpr Words kEffects[] = {{"IO", "CONSTANT", "mode of the switched outputs"},
                               {"DAC", "CONSTANT", "mode of the analogue outputs"}};
 
@@ -291,6 +297,7 @@ void AddKaraokeAndLights(Rows& rows) {
   Add(rows, "Karaoke", kKaraoke);
   rows.push_back({kApplication, "Karaoke", "BouncingBall", "\\smile.ICO", "picture of the bouncing ball",
                   SettingKey::Fallback::BelowProgramFolder});
+  Add(rows, "Lamps", kLamps);
   Add(rows, "Effects", kEffects);
   for (const std::string_view section : {"Banks", "BanksDAC"}) Add(rows, section, kBanks);
   for (const std::string_view section : {"IOLO", "DACLO", "Mono", "Stereo"}) Add(rows, section, kTimer);

@@ -8,6 +8,7 @@
 #include "app/StationContext.h"
 #include "app/WorkstationView.h"
 #include "app/lights/StagedShow.h"
+#include "app/settings/NetSettings.h"
 #include "dmx/LightLayers.h"
 #include "dmx/LiveLook.h"
 #include "support/Settings.h"
@@ -30,9 +31,10 @@ class NoInterface final : public dmx::DmxInterface {
 
 }  // namespace
 
-LightStation::LightStation(const StationContext& context, dmx::DmxInterface* wire)
+LightStation::LightStation(const StationContext& context, dmx::DmxInterface* wire, dmx::NetOutput* net)
     : context_(context),
       library_(context.folder, context.say),
+      net_(net),
       nothing_(wire == nullptr ? std::make_unique<NoInterface>() : nullptr),
       output_(wire == nullptr ? *nothing_ : *wire),
       universe_(output_),
@@ -43,6 +45,7 @@ LightStation::LightStation(const StationContext& context, dmx::DmxInterface* wir
 LightStation::~LightStation() = default;
 
 void LightStation::StartUp() {
+  if (net_ != nullptr) net_->Choose(Net());
   Post([this] {
     switch_.Restore();
     universe_.Resend();
@@ -84,6 +87,15 @@ void LightStation::TurnOutput(Output output) {
     switch_.TurnOn();
     universe_.Resend();
   });
+}
+
+dmx::NetWish LightStation::Net() const {
+  return ReadNetWish(context_.settings);
+}
+
+void LightStation::ChooseNet(const dmx::NetWish& wish) {
+  StoreNetWish(context_.settings, wish);
+  net_->Choose(Net());
 }
 
 void LightStation::Post(Job job) {

@@ -15,6 +15,7 @@
 #include "dmx/ShowPlayer.h"
 #include "dmx/dmx_output.h"
 #include "dmx/ports/DmxInterface.h"
+#include "dmx/ports/NetOutput.h"
 #include "support/Result.h"
 #include "support/TripleBuffer.h"
 
@@ -75,8 +76,9 @@ struct LightsInHand {
 /// ShutDown once the conductor has stopped.
 class LightStation {
  public:
-  /// wire: null where there is no interface.
-  LightStation(const StationContext& context, dmx::DmxInterface* wire);
+  /// wire: null where there is no interface. net: the part of it that goes over a network; null where none
+  /// does.
+  LightStation(const StationContext& context, dmx::DmxInterface* wire, dmx::NetOutput* net = nullptr);
   ~LightStation();
 
   void StartUp();
@@ -96,6 +98,10 @@ class LightStation {
   void SetBlackout(dmx::OutputStage::Blackout blackout);
   /// On at every start of the program.
   void SetFlashGuard(dmx::OutputStage::FlashGuard guard);
+  /// Over a network; stored. Requires: HasNet().
+  void ChooseNet(const dmx::NetWish& wish);
+  [[nodiscard]] bool HasNet() const { return net_ != nullptr; }
+  [[nodiscard]] dmx::NetWish Net() const;
   /// What the editors ask of the interface when they open, whatever the switch says.
   void ShowEditorLoaded();
   void FixtureEditorLoaded();
@@ -169,6 +175,7 @@ class LightStation {
   int newest_opening_ = 0;                          // the window's
   int show_commands_ = 0;                           // the window's
 
+  dmx::NetOutput* const net_;
   std::unique_ptr<dmx::DmxInterface> nothing_;  ///< in place of an interface
   dmx::OutputStage output_;
   dmx::Universe universe_;

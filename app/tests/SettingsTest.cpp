@@ -33,14 +33,17 @@ TEST(SettingsVocabularyTest, EveryKeyIsDeclaredOnceWithItsMeaning) {
 TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
   std::map<std::string, int> sizes;
   for (const support::SettingKey& key : support::SettingsVocabulary()) ++sizes[std::string(key.section)];
-  const std::map<std::string, int> expected{
-      {"Banks", 3},        {"BanksDAC", 3},     {"CONSTANTDAC", 16},  {"CONSTANTIO", 16}, {"Channels", 32},
-      {"CompactDecks", 8}, {"DACLO", 17},       {"Devices", 6},       {"EQ", 2},          {"Effects", 2},
-      {"Eq1", 13},         {"Eq2", 13},         {"IOLO", 17},         {"Karaoke", 19},    {"Language", 1},
-      {"Decks", 1},        {"Microphone", 20},  {"Mixer", 11},        {"Mono", 1},        {"Player1", 33},
-      {"Player2", 33},     {"Preferences", 1},  {"Recording", 6},     {"Rip", 1},         {"Settings", 25},
-      {"Setup", 5},        {"Skin", 2},         {"Speakerchoice", 3}, {"Speakers", 3},    {"Stereo", 1},
-      {"Tags", 5},         {"Visualisation", 2}};
+  const std::map<std::string, int> expected{{"Banks", 3},       {"BanksDAC", 3},      {"CONSTANTDAC", 16},
+                                            {"CONSTANTIO", 16}, {"Channels", 32},     {"CompactDecks", 8},
+                                            {"DACLO", 17},      {"Devices", 6},       {"EQ", 2},
+                                            {"Effects", 2},     {"Eq1", 13},          {"Eq2", 13},
+                                            {"IOLO", 17},       {"Karaoke", 19},      {"Lamps", 4},
+                                            {"Language", 1},    {"Decks", 1},         {"Microphone", 20},
+                                            {"Mixer", 11},      {"Mono", 1},          {"Player1", 33},
+                                            {"Player2", 33},    {"Preferences", 1},   {"Recording", 6},
+                                            {"Rip", 1},         {"Settings", 25},     {"Setup", 5},
+                                            {"Skin", 2},        {"Speakerchoice", 3}, {"Speakers", 3},
+                                            {"Stereo", 1},      {"Tags", 5},          {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);
 }
 

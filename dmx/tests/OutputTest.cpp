@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "dmx/OutputStage.h"
+#include "dmx/Wires.h"
 #include "dmx/dmx_output.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "support/Settings.h"
@@ -167,6 +168,26 @@ TEST_F(OutputStageTest, TheGuardTurnsFlashesIntoOpenLightUntilItIsLifted) {
   EXPECT_EQ(Wire(1), std::vector{0});
   stage_.SetFlashGuard(OutputStage::FlashGuard::Lifted);
   EXPECT_EQ(Wire(1), std::vector{250});
+}
+
+TEST(WiresTest, AllShowTheSameAndOneThatIsNotThereIsToldOfOnlyWhileNoneSends) {
+  using State = DmxInterfaceStatus::State;
+  testing::RecordingDmxInterface box, net;
+  Wires wires({&box, &net});
+  wires.StartDevice();
+  wires.SetData(7, 9);
+  EXPECT_EQ(box.Level(7), 9);
+  EXPECT_EQ(net.Level(7), 9);
+  box.status = {State::Searching, 0, {}, 0, "No box.", {}};
+  EXPECT_EQ(wires.Status().text, "No box.");
+  net.status = {State::Sending, 1, {}, 5, "", {}};
+  EXPECT_EQ(wires.Status().state, State::Sending);
+  EXPECT_EQ(wires.Status().text, "");
+  box.status = {State::Sending, 14, {}, 20, "", {}};
+  EXPECT_EQ(wires.Status().frames, 25U);
+  EXPECT_EQ(wires.Status().packets_per_frame, 14) << "of the first one that sends";
+  wires.StopDevice();
+  EXPECT_EQ(net.TakeCalls().back(), "StopDevice");
 }
 
 }  // namespace

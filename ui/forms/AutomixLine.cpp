@@ -5,8 +5,6 @@
 #include <QFrame>
 #include <QLabel>
 #include <QPushButton>
-#include <QScreen>
-#include <algorithm>
 
 #include "app/lists/ListStation.h"
 #include "ui/forms/AutomixChoices.h"
@@ -53,13 +51,7 @@ QPushButton* AutomixLine::MakeSetup(const QString& prefix) {
 }
 
 void AutomixLine::PopUpSetup() {
-  popup_->adjustSize();
-  const QRect room = screen()->availableGeometry();
-  QPoint place = setup_->mapToGlobal(QPoint(0, setup_->height()));
-  if (place.y() + popup_->height() > room.bottom()) place = setup_->mapToGlobal(QPoint(0, -popup_->height()));
-  place.setX(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - popup_->width())));
-  popup_->move(place);
-  popup_->show();
+  ShowBelow(*popup_, *setup_);
   choices_->setFocus();
 }
 

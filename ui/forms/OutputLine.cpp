@@ -9,9 +9,11 @@
 #include <cmath>
 
 #include "ui/forms/MessageBoxes.h"
+#include "ui/forms/NetChoices.h"
 #include "ui/models/KeyMap.h"
 #include "ui/strings/ConsoleWords.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/NetWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Kit.h"
 
@@ -49,7 +51,8 @@ OutputLine::OutputLine(app::LightStation& lights, MessageBoxes& boxes, const Loo
     if (on) return lights_.SetFlashGuard(dmx::OutputStage::FlashGuard::On);
     AskToLiftGuard();
   });
-  FillRow(*this, 0, 0.6, {output_, box_, {status_, 1}, blackout_, guard_});
+  if (lights.HasNet()) net_ = new NetChoices(lights, look);
+  FillRow(*this, 0, 0.6, {output_, net_, box_, {status_, 1}, blackout_, guard_});
 }
 
 void OutputLine::AskToLiftGuard() {
@@ -103,7 +106,10 @@ void OutputLine::ShowBox(const app::LightView& view) {
 
 void OutputLine::Show(const app::LightView& view, support::TimePoint now) {
   Check(*output_, view.output_on);
-  const QString caption = look_.say(view.output_on ? ConsoleWord::SwitchedOn : ConsoleWord::SwitchedOff);
+  const bool net = net_ != nullptr && net_->Sends();
+  const QString caption =
+      net ? look_.say(view.output_on ? NetWord::DmxSwitchedOn : NetWord::DmxSwitchedOff)
+          : look_.say(view.output_on ? ConsoleWord::SwitchedOn : ConsoleWord::SwitchedOff);
   if (output_->text() != caption) output_->setText(caption);
   Check(*blackout_, view.blackout);
   Check(*guard_, view.flash_guard);

@@ -15,6 +15,7 @@ namespace ui {
 
 class ElidedLabel;
 class MessageBoxes;
+class NetChoices;
 
 /// The switch of the DMX output and how the box fares; blackout and strobe guard.
 class OutputLine final : public QWidget {
@@ -35,6 +36,7 @@ class OutputLine final : public QWidget {
   MessageBoxes& boxes_;
   Look look_;
   QPushButton* output_;
+  NetChoices* net_ = nullptr;  ///< null where nothing goes over a network
   QLabel* box_;
   ElidedLabel* status_;
   QPushButton* blackout_;

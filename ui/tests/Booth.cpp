@@ -23,6 +23,7 @@ Booth::Booth() {
   engine.AddDevice("USB card");
   app::Ports ports{engine, engine, tags, settings, files, workers, clock, &mixer, &visualisation};
   ports.dmx = &wire;
+  ports.net_dmx = &net_lamps;
   ports.desk = &desk;
   ports.effects = &effects;
   ports.loops = &loops;

@@ -24,6 +24,7 @@
 #include "decks/testing/RecordingEngine.h"
 #include "decks/testing/RecordingLoops.h"
 #include "dmx/testing/RecordingDmxInterface.h"
+#include "dmx/testing/RecordingNetOutput.h"
 #include "karaoke/testing/FakeDiscImages.h"
 #include "karaoke/testing/RecordingSynthesiser.h"
 #include "support/testing/FakeClock.h"
@@ -104,6 +105,7 @@ class Booth : public ::testing::Test {
   support::testing::MemorySettings settings;
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;
+  dmx::testing::RecordingNetOutput net_lamps;
   decks::testing::FakeCommandRunner commands;
   decks::testing::FakeMicrophone microphone;
   decks::testing::FakeRecorder recorder;

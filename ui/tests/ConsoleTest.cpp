@@ -2,8 +2,10 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <QComboBox>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QSpinBox>
 #include <QWheelEvent>
 #include <fstream>
 
@@ -254,6 +256,29 @@ TEST_F(ConsoleTest, TheSwitchOpensAndClosesTheInterface) {
   Settle();
   EXPECT_EQ(Find<QPushButton>("K8062").text(), QStringLiteral("K8062 off"));
   EXPECT_EQ(TextOf("BoxState"), QStringLiteral("sending")) << "as when an editor has started it";
+}
+
+TEST_F(ConsoleTest, LampsBehindTheNetworkAreChosenAndKept) {
+  OpenConsole();
+  ASSERT_EQ(net_lamps.wishes.size(), 1U) << "as stored, at the start";
+  Click("NetLamps");
+  EXPECT_FALSE(Find<QLineEdit>("NetAddress").isEnabled());
+  Choose("NetProtocol", 2);
+  Find<QSpinBox>("NetUniverse").setValue(70'000);
+  auto& address = Find<QLineEdit>("NetAddress");
+  QTest::keyClicks(&address, QStringLiteral(" 192.168.1.20 "));
+  QTest::keyClick(&address, Qt::Key_Return);
+  const dmx::NetWish& wish = net_lamps.wishes.back();
+  EXPECT_EQ(wish.protocol, dmx::NetWish::Protocol::Sacn);
+  EXPECT_EQ(wish.universe, 63'999);
+  EXPECT_EQ(wish.address, "192.168.1.20");
+  EXPECT_NE(wish.source, decltype(wish.source){});
+  Choose("NetProtocol", 1);
+  EXPECT_EQ(net_lamps.wishes.back().universe, 32'767) << "the last one there is";
+  EXPECT_EQ(net_lamps.wishes.back().source, net_lamps.wishes.front().source) << "kept for ever";
+  Find<QWidget>("NetLampsBox").close();
+  EXPECT_TRUE(Find<QPushButton>("NetLamps").isChecked());
+  EXPECT_TRUE(Find<QPushButton>("K8062").text().startsWith(QStringLiteral("DMX")));
 }
 
 TEST_F(ConsoleTest, EveryPageTellsWhetherTheLampsAreReached) {

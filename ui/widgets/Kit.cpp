@@ -3,8 +3,11 @@
 #include "ui/widgets/Kit.h"
 
 #include <QCheckBox>
+#include <QEvent>
 #include <QHeaderView>
+#include <QScreen>
 #include <QTableWidget>
+#include <algorithm>
 #include <utility>
 
 #include "ui/widgets/ElidedLabel.h"
@@ -117,6 +120,16 @@ QCheckBox* Check(QAnyStringView name, const Texts& texts, bool on, OnSwitch swit
   box->setChecked(on);
   QObject::connect(box, &QCheckBox::toggled, box, std::move(switched));
   return box;
+}
+
+void ShowBelow(QWidget& popup, const QWidget& button) {
+  popup.adjustSize();
+  const QRect room = button.screen()->availableGeometry();
+  QPoint place = button.mapToGlobal(QPoint(0, button.height()));
+  if (place.y() + popup.height() > room.bottom()) place = button.mapToGlobal(QPoint(0, -popup.height()));
+  place.setX(std::clamp(place.x(), room.left(), std::max(room.left(), room.right() - popup.width())));
+  popup.move(place);
+  popup.show();
 }
 
 namespace {

@@ -65,6 +65,8 @@ using OnChoice = std::function<void(int)>;
                                  const QStringList& items = {}, int present = 0, OnChoice chosen = {});
 [[nodiscard]] QCheckBox* Check(QAnyStringView name, const Texts& texts, bool on, OnSwitch switched);
 
+/// A small window at its button, above it where there is no room below.
+void ShowBelow(QWidget& popup, const QWidget& button);
 /// A table of rows to choose from, without grid and numbers; the column that stretches is wide.
 [[nodiscard]] QTableWidget* MakeTable(QAnyStringView name, const Texts& texts, const QStringList& heads,
                                       int stretches);
