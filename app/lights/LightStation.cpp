@@ -11,6 +11,7 @@
 #include "app/settings/NetSettings.h"
 #include "dmx/LightLayers.h"
 #include "dmx/LiveLook.h"
+#include "dmx/ports/NetOutput.h"
 #include "support/Settings.h"
 
 namespace app {

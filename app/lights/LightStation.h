@@ -15,13 +15,14 @@
 #include "dmx/ShowPlayer.h"
 #include "dmx/dmx_output.h"
 #include "dmx/ports/DmxInterface.h"
-#include "dmx/ports/NetOutput.h"
 #include "support/Result.h"
 #include "support/TripleBuffer.h"
 
 namespace dmx {
+class NetOutput;
+struct NetWish;
 class LightLayers;
-}
+}  // namespace dmx
 
 namespace app {
 

@@ -15,7 +15,7 @@ using State = DeckView::State;
 using std::chrono::microseconds;
 using namespace std::chrono_literals;
 
-constexpr auto kAhead = 60s;        ///< the next track is loaded so long before it is due
+constexpr auto kAhead = 60s;             ///< the next track is loaded so long before it is due
 constexpr auto kArming = 800ms;          ///< its start is scheduled so long before, for late outputs
 constexpr auto kMatching = 1200ms;       ///< and so long where that may become half a beat earlier
 constexpr auto kPatience = 20s;          ///< with a file that does not come
@@ -101,8 +101,7 @@ void AutoMix::TickWaiting(const WorkstationView& view, const ListTables& tables,
   const microseconds rest((plan_.at - led.position).count());
   const double left = static_cast<double>(rest.count()) / std::max(led.speed, 0.01);
   const bool ended = led.state == State::Ended;
-  if (led.length.count() <= 0 ||
-      (!ended && left > std::chrono::duration<double, std::micro>(kAhead).count()))
+  if (led.length.count() <= 0 || (!ended && left > std::chrono::duration<double, std::micro>(kAhead).count()))
     return;
   const int next = Other(leader);
   if (!MakeReady(next, Of(view, next), tables, played)) return;

@@ -3,7 +3,6 @@
 #include "app/tags/TagStation.h"
 
 #include <algorithm>
-#include <fstream>
 #include <iterator>
 #include <optional>
 #include <utility>
@@ -26,7 +25,6 @@ using catalogue::TagSheet;
 
 constexpr std::size_t kFilesATurn = 8;
 constexpr std::size_t kMostReported = 1000;  ///< sentences
-constexpr std::streamoff kMostPicture = 16 << 20;
 
 /// The columns that show fields of a tag.
 struct ShownField {
@@ -493,23 +491,6 @@ void TagStation::Trim(Report& report) {
   std::erase_if(journal_, [](const Batch& batch) { return batch.empty(); });
   if (left_out > 0)
     report.sentences.push_back(context_.say(support::Sentence::UndoLeftOut, {std::to_string(left_out)}));
-}
-
-void TagStation::ReadPicture(const std::string& path,
-                             std::function<void(std::string bytes, std::string failure)> done) {
-  context_.workers.Post(
-      [path, done = std::move(done), gate = context_.gate, box = context_.window, &say = context_.say] {
-        gate->Pass([&] {
-          std::ifstream file(path, std::ios::binary | std::ios::ate);
-          const std::streamoff size = file ? static_cast<std::streamoff>(file.tellg()) : -1;
-          std::string bytes(size > 0 && size <= kMostPicture ? static_cast<std::size_t>(size) : 0, '\0');
-          file.seekg(0);
-          const bool read = size > 0 && size <= kMostPicture && file.read(bytes.data(), size);
-          std::string failure = read ? std::string() : say(support::Sentence::NoPicture);
-          if (!read) bytes.clear();
-          box->Post([done, bytes = std::move(bytes), failure = std::move(failure)] { done(bytes, failure); });
-        });
-      });
 }
 
 }  // namespace app

@@ -270,8 +270,7 @@ TEST(LoopsOfADeck, JumpsCountWhatIsOnItsWay) {
   deck.Jump(5 * kRate);
   EXPECT_FALSE(loops.JumpBy(deck.deck, 5 * kRate)) << "beyond the end, from where the first one leads";
   deck.stage.Advance(300ms);
-  EXPECT_NEAR(static_cast<double>(deck.stage.engine->Heard(deck.deck).frame.value), 6.3 * kRate,
-              0.1 * kRate);
+  EXPECT_NEAR(static_cast<double>(deck.stage.engine->Heard(deck.deck).frame.value), 6.3 * kRate, 0.1 * kRate);
   deck.stage.engine->BASS_ChannelSetPosition(deck.deck, {4 * 2 * kRate});
   deck.Jump(kRate);
   deck.stage.Advance(300ms);

@@ -2,9 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <pulse/pulseaudio.h>
 #include <atomic>
 #include <optional>
-#include <pulse/pulseaudio.h>
 #include <string>
 
 #include "app/ports/SystemMixer.h"
