@@ -9,6 +9,8 @@
 #include <functional>
 #include <numbers>
 
+#include "dmx/PictureColours.h"
+
 namespace ui {
 namespace {
 
@@ -180,9 +182,7 @@ void Open(QPainter& painter) {
 constexpr std::array<Draw, kGobos> kGoboDraws{Open,   Dots, StarOfLight, Spiral, Cone,   Bars,
                                               Leaves, Ring, Cross,       Grid,   Flower, Bolt};
 
-constexpr std::array<QRgb, kColours> kColourTable{0xffffff, 0xff2020, 0xff8000, 0xffe600, 0x20d030,
-                                                  0x2040ff, 0xff20c8, 0x70c0ff, 0xffa000, 0x00e0f0,
-                                                  0xff70a8, 0x9030ff, 0x5a00d0, 0xffd9a0};
+static_assert(dmx::kPictureColours.size() == kColours);
 
 }  // namespace
 
@@ -264,7 +264,9 @@ QPixmap GoboPicture(int gobo, int pixels, const QColor& ink) {
 }
 
 QColor ColourOfPicture(int colour) {
-  return colour < 0 || colour >= kColours ? QColor() : QColor(kColourTable[static_cast<std::size_t>(colour)]);
+  return colour < 0 || colour >= kColours
+             ? QColor()
+             : QColor(QRgb{dmx::kPictureColours[static_cast<std::size_t>(colour)]});
 }
 
 QPixmap ColourPicture(int colour, int pixels, const QColor& edge) {

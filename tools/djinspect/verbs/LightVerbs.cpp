@@ -8,7 +8,10 @@
 #include "dmx/FixtureProblems.h"
 #include "dmx/ShowFile.h"
 #include "dmx/ShowTime.h"
+#include "dmx/packs/PackImport.h"
+#include "dmx/packs/PackReader.h"
 #include "platform/files/DiskFileSaver.h"
+#include "platform/fixtures/FixtureReaders.h"
 #include "support/Text.h"
 #include "tools/djinspect/verbs/Verbs.h"
 
@@ -102,10 +105,38 @@ void PrintRemarks(const Reading& reading, std::ostream& err) {
   if (reading.ended_early) err << "The file ends early.\n";
 }
 
+ExitCode Fail(const support::Error& failure, std::ostream& err) {
+  err << failure.text << '\n';
+  return ExitCode::NothingRead;
+}
+
+ExitCode InspectImport(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  const platform::fixtures::FixtureReaders formats;
+  const auto read = dmx::OpenPackFixture(formats, arguments.words[0]);
+  if (!read) return Fail(read.Failure(), err);
+  const dmx::PackFixture& fixture = read.Value();
+  const auto named = arguments.options.find("--mode");
+  const auto mode = dmx::FindMode(fixture, named == arguments.options.end() ? "" : named->second);
+  if (!mode) return Fail(mode.Failure(), err);
+  const auto made = dmx::ImportMode(fixture, mode.Value());
+  if (!made) return Fail(made.Failure(), err);
+  Json tree{{"maker", ReadableText(fixture.maker)}, {"model", ReadableText(fixture.model)}};
+  tree["modes"] = Json::array();
+  for (const dmx::PackMode& one : fixture.modes) tree["modes"].push_back(ReadableText(one.name));
+  tree["fixture"] = FixtureTree(made.Value().fixture);
+  tree["notes"] = Json::array();
+  for (const std::string& note : made.Value().notes) tree["notes"].push_back(ReadableText(note));
+  out << tree.dump(2) << '\n';
+  return ExitCode::Read;
+}
+
 }  // namespace
 
-/// A fixture file, and what the editor would find wrong with it.
+/// A fixture file, and what the editor would find wrong with it; or the one that a mode of somebody else's
+/// fixture becomes.
 ExitCode InspectFixture(const Arguments& arguments, std::ostream& out, std::ostream& err) {
+  if (arguments.Has("--import")) return InspectImport(arguments, out, err);
+  if (arguments.Has("--mode")) return ExitCode::WrongUse;
   const auto reading = dmx::OpenFixture(arguments.words[0]);
   if (!reading) {
     err << reading.Failure().text << '\n';

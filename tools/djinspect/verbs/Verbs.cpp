@@ -15,7 +15,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"analyse", "FILE", &InspectAnalysis},
     {"bank", "FILE --number N --outputs 8|16 [--side io|dac] [--play TICKS]", &InspectBank},
     {"cdg", "FILE", &InspectDisc},
-    {"fixture", "FILE", &InspectFixture},
+    {"fixture", "FILE [--import] [--mode NAME]", &InspectFixture},
     {"index", "FILE [--karaoke] [--rewrite OUT]", &InspectIndex},
     {"journal", "FILE", &InspectJournal},
     {"karaoke", "FILE", &InspectKaraoke},
