@@ -2,7 +2,9 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <filesystem>
 #include <functional>
+#include <vector>
 
 #include "app/lists/EveningLog.h"
 #include "decks/AnalysisPass.h"
@@ -26,6 +28,7 @@ class SoundDesk;
 }  // namespace decks
 namespace dmx {
 class DmxInterface;
+class FixtureFormats;
 class NetOutput;
 }  // namespace dmx
 namespace karaoke {
@@ -55,6 +58,12 @@ class Visualisation;
 struct Background {
   support::Executor* workers = nullptr;  ///< null: those of all other work
   int threads = 1;
+};
+
+/// The fixture libraries of others.
+struct FixtureSources {
+  const dmx::FixtureFormats* formats = nullptr;    ///< null: none can be read
+  std::vector<std::filesystem::path> installed{};  ///< folders that the system keeps them in
 };
 
 /// The outside things, each behind its port.
@@ -91,6 +100,7 @@ struct Ports {
   decks::DeckLoops* loops = nullptr;                    ///< null: nothing loops
   decks::SoundDesk* desk = nullptr;                     ///< null: no bands, no meter, no mix in head-phones
   catalogue::TagEditor* tag_editor = nullptr;           ///< null: tags are not edited
+  FixtureSources fixtures = {};                         ///< for the editors' fixture browser
   std::function<void()> conductor_started = nullptr;    ///< first on the conductor's thread
 };
 

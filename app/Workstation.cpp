@@ -109,6 +109,10 @@ SingerStation& Workstation::Singers() {
   return parts_->singers;
 }
 
+FixturePacks& Workstation::FixturePacks() {
+  return parts_->packs;
+}
+
 EditorFiles& Workstation::Editors() {
   return parts_->editors;
 }

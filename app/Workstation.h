@@ -22,6 +22,7 @@ class Collections;
 class Decks;
 class Drafts;
 class EditorFiles;
+class FixturePacks;
 class EffectStation;
 class EqualiserStation;
 class HeadphoneStation;
@@ -102,6 +103,7 @@ class Workstation {
   [[nodiscard]] RecordingStation& Recording();
   [[nodiscard]] TagStation& Tags();
   [[nodiscard]] EditorFiles& Editors();
+  [[nodiscard]] app::FixturePacks& FixturePacks();
   [[nodiscard]] app::Drafts& Drafts();
   [[nodiscard]] app::Visuals& Visuals();
   [[nodiscard]] app::ApplyButton& ApplyButton();

@@ -54,6 +54,7 @@ Workstation::Parts::Parts(const Ports& outside, const support::ProgramFolder& pr
             [this] { collections.Music().Save(); }),
       recording(context, ports.recorder, outside.local_time),
       editors(context),
+      packs(context, outside.fixtures.formats, outside.fixtures.installed),
       drafts(context),
       resume(context, {rack, lights, live, songs, lists, settings}, outside.journal),
       tags(context,

@@ -22,6 +22,7 @@
 #include "app/Workstation.h"
 #include "app/lights/Drafts.h"
 #include "app/lights/EditorFiles.h"
+#include "app/lights/FixturePacks.h"
 #include "app/lights/LightStation.h"
 #include "app/lights/LiveLightStation.h"
 #include "app/lights/OrganStation.h"
@@ -90,6 +91,7 @@ struct Workstation::Parts {
   ListStation lists;
   RecordingStation recording;
   EditorFiles editors;
+  app::FixturePacks packs;
   app::Drafts drafts;
   ResumeStation resume;
   TagStation tags;

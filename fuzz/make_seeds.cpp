@@ -244,6 +244,62 @@ void MakeShowSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "promises", "0\r\n99999\r\n1\r\n\r\n-1\r\n99999999999\r\n3\r\n00:01.0\r\n");
 }
 
+/// A fixture with every kind of part, an older one, and one whose ranges are wrong.
+void MakeQxfSeeds(const std::filesystem::path& folder) {
+  const std::string head = "<FixtureDefinition><Manufacturer>A</Manufacturer><Model>B</Model>";
+  WriteSeed(folder / "parts",
+            head +
+                "<Type>Scanner</Type><Channel Name=\"Pan\" Preset=\"PositionPan\"/>"
+                "<Channel Name=\"C\"><Group Byte=\"0\">Colour</Group><Capability Min=\"0\" Max=\"255\" "
+                "Preset=\"ColorDoubleMacro\" Res1=\"#ff0000\" Res2=\"#0000ff\">Two<Alias Mode=\"M\" "
+                "Channel=\"C\" With=\"Pan\"/></Capability></Channel><Mode Name=\"M\"><Channel "
+                "Number=\"1\">C</Channel><Channel Number=\"0\">Pan</Channel><Head/><Head/></Mode>"
+                "<Physical><Focus PanMax=\"540\" TiltMax=\"270\"/></Physical></FixtureDefinition>");
+  WriteSeed(
+      folder / "wrong",
+      head +
+          "<Channel Name=\"R\"><Group Byte=\"1\">Intensity</Group><Colour>Red</Colour><Capability "
+          "Min=\"9\" Max=\"-4\" Color=\"#1\"/><Capability Min=\"5\" Max=\"999\"/></Channel><Mode><Channel>"
+          "R</Channel><Channel>S</Channel></Mode></FixtureDefinition>");
+}
+
+/// Pixels, wheels, fine bytes, switching channels, and a moved one.
+void MakeOflSeeds(const std::filesystem::path& folder) {
+  WriteSeed(folder / "moved", R"({"redirectTo": "a/b"})");
+  WriteSeed(folder / "parts", R"({"name":"B","categories":["Scanner"],"matrix":{"pixelCount":[2,2,1],
+"pixelGroups":{"G":["(1, 1)"]
+}
+}
+, "wheels" : {"W" : {"slots" : [ {"type" : "Open"}, {"type" : "Color", "colors" : ["#ff0000"]} ]}},
+             "availableChannels"
+    : {
+      "Pan" : {
+        "fineChannelAliases" : ["F"],
+        "capability" : {"type" : "Pan", "angleStart" : "0deg", "angleEnd" : "540deg"}
+      },
+      "W" : {
+        "defaultValue" : 9,
+        "capabilities" : [
+          {"dmxRange" : [ 0, 9 ], "type" : "WheelSlot", "slotNumber" : 1.5, "switchChannels" : {"S" : "Pan"}},
+          {"dmxRange" : [ 5, 255 ], "type" : "ShutterStrobe", "shutterEffect" : "Strobe"}
+        ]
+      }
+    },
+      "templateChannels" : {"R $pixelKey" : {"capability" : {"type" : "ColorIntensity", "color" : "Red"}}},
+                           "modes" : [ {
+                             "name" : "M",
+                             "channels" : [
+                               "Pan", "F", null, "W", "S", {
+                                 "insert" : "matrixChannels",
+                                 "repeatFor" : "eachPixelYXZ",
+                                 "channelOrder" : "perChannel",
+                                 "templateChannels" : [ "R $pixelKey", null ]
+                               }
+                             ]
+                           } ]
+})");
+}
+
 /// An evening in full swing, one that has just begun, and one that says everything wrongly.
 void MakeJournalSeeds(const std::filesystem::path& folder) {
   app::Journal journal;
@@ -312,15 +368,26 @@ void MakeOrderSeeds(const std::filesystem::path& folder) {
 /// make_seeds KIND FOLDER
 int main(int argc, char** argv) {
   const std::map<std::string, void (*)(const std::filesystem::path&)> kinds{
-      {"tags", &MakeTagSeeds},           {"mixtags", &MakeMixTagSeeds},
-      {"index", &MakeIndexSeeds},        {"settings", &MakeSettingsSeeds},
-      {"mp3gain", &MakeGainSeeds},       {"memories", &MakeMemorySeeds},
-      {"presets", &MakePresetSeeds},     {"fixtures", &MakeFixtureSeeds},
-      {"shows", &MakeShowSeeds},         {"karaoke", &MakeKaraokeSeeds},
-      {"playlists", &MakePlaylistSeeds}, {"zips", &MakeZipSeeds},
-      {"discs", &MakeDiscSeeds},         {"lyrics", &MakeLyricSeeds},
-      {"journals", &MakeJournalSeeds},   {"orders", &MakeOrderSeeds},
-      {"rotations", &MakeRotationSeeds}, {"lightgroups", &MakeLightGroupSeeds}};
+      {"tags", &MakeTagSeeds},
+      {"mixtags", &MakeMixTagSeeds},
+      {"index", &MakeIndexSeeds},
+      {"settings", &MakeSettingsSeeds},
+      {"mp3gain", &MakeGainSeeds},
+      {"memories", &MakeMemorySeeds},
+      {"presets", &MakePresetSeeds},
+      {"fixtures", &MakeFixtureSeeds},
+      {"shows", &MakeShowSeeds},
+      {"karaoke", &MakeKaraokeSeeds},
+      {"playlists", &MakePlaylistSeeds},
+      {"zips", &MakeZipSeeds},
+      {"discs", &MakeDiscSeeds},
+      {"lyrics", &MakeLyricSeeds},
+      {"journals", &MakeJournalSeeds},
+      {"orders", &MakeOrderSeeds},
+      {"rotations", &MakeRotationSeeds},
+      {"lightgroups", &MakeLightGroupSeeds},
+      {"qxf", &MakeQxfSeeds},
+      {"ofl", &MakeOflSeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

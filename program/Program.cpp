@@ -31,6 +31,7 @@
 #include "platform/files/LooseDiscImages.h"
 #include "platform/files/MappedSampleMemory.h"
 #include "platform/files/System.h"
+#include "platform/fixtures/FixtureReaders.h"
 #include "platform/midi/FluidSynthesisers.h"
 #include "platform/net/NetLamps.h"
 #include "platform/process/basCommandOutput.h"
@@ -156,6 +157,7 @@ struct Program::Parts {
                      .loops = &engine.Loops(),
                      .desk = &engine.Desk(),
                      .tag_editor = &tag_editor,
+                     .fixtures = {&fixtures, {"/usr/share/qlcplus/fixtures"}},
                      .conductor_started = [this] { rights.Join(SoundThreads::Duty::Timing); }},
                     support::ProgramFolder(folder), app::Workstation::Conducting::OwnThread) {
     saves.Keep(folder);
@@ -172,6 +174,7 @@ struct Program::Parts {
   platform::files::MappedSampleMemory memory;
   platform::settings::SettingsFile settings;
   platform::files::DiskFolders folders;
+  platform::fixtures::FixtureReaders fixtures;
   platform::files::LooseDiscImages loose_images;
   platform::archive::PackedDiscImages images{loose_images};
   platform::tags::TagLibTagReader tags;

@@ -119,7 +119,8 @@ constexpr Words kSetup[] = {{"UseK8000", "False", "the IO boards are opened at t
                             {"UseK8062", "False", "the USB-DMX interface is opened at the start"},
                             {"IoBoardSize", "16", "outputs of the IO boards: 16 (one board) or 32 (two)"},
                             {"ConsoleSize", "32", "channels of the light console: 16 or 32"},
-                            {"LastShow", "", "the show that is opened at the start"}};
+                            {"LastShow", "", "the show that is opened at the start"},
+                            {"FixtureFolder", "", "folder of fixtures by others, beside the installed ones"}};
 
 constexpr Words kTags[] = {{"FileFormat", "0", "order of artist and title in file names"},
                            {"SplitCharacter", "-", "what stands between artist and title in file names"},

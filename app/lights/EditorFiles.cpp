@@ -7,6 +7,7 @@
 #include <utility>
 
 #include "app/StationContext.h"
+#include "app/lights/LibraryPlace.h"
 #include "dmx/DataFile.h"
 #include "support/Text.h"
 
@@ -61,20 +62,6 @@ std::vector<LibraryFixture> ReadLibrary(const fs::path& folder) {
   return fixtures;
 }
 
-/// The path in the folder, or with " 2", " 3" ... behind its name: the first that is free, or that holds the
-/// very text.
-fs::path PlaceFor(const fs::path& file, const fs::path& folder, const std::string& text) {
-  constexpr int kTries = 1000;
-  fs::path place = folder / file.filename();
-  for (int number = 2; number < kTries; ++number) {
-    const auto there = dmx::WholeDataFile(place, kLongestFixture);
-    const bool free = !there && there.Failure().code == support::ErrorCode::NotFound;
-    if (free || (there && there.Value() == text)) break;
-    place = folder / (file.stem().string() + " " + std::to_string(number) + file.extension().string());
-  }
-  return place;
-}
-
 support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& library,
                                       support::FileSaver& files) {
   const auto text = dmx::WholeDataFile(path, kLongestFixture);
@@ -84,7 +71,7 @@ support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& libr
   std::error_code failed;
   fs::path place = path;
   if (!fs::equivalent(path.parent_path(), library, failed)) {
-    place = PlaceFor(path, library, text.Value());
+    place = PlaceInLibrary(path, library, text.Value());
     const auto copied = files.Save(place, text.Value());
     if (!copied) return copied.Failure();
   }
@@ -100,6 +87,16 @@ support::Result<OpenedShow> Patched(support::Result<dmx::ShowReading> reading,
 }
 
 }  // namespace
+
+fs::path PlaceInLibrary(const fs::path& file, const fs::path& folder, const std::string& text) {
+  fs::path place = folder / file.filename();
+  for (int number = 2;; ++number) {
+    const auto there = dmx::WholeDataFile(place, kLongestFixture);
+    const bool free = !there && there.Failure().code == support::ErrorCode::NotFound;
+    if (free || (there && there.Value() == text)) return place;
+    place = folder / (file.stem().string() + " " + std::to_string(number) + file.extension().string());
+  }
+}
 
 std::string EditorFiles::Say(const support::Error& error) const {
   return context_.say(error);

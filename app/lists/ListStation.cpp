@@ -48,9 +48,9 @@ std::vector<std::string> EveningsIn(const std::filesystem::path& folder) {
   return evenings;
 }
 
-std::chrono::seconds AsBreakPause(int seconds) {
+std::chrono::seconds AsBreakPause(int length) {
   constexpr int kLongestPause = 60;
-  return std::chrono::seconds(std::clamp(seconds, 0, kLongestPause));
+  return std::chrono::seconds(std::clamp(length, 0, kLongestPause));
 }
 
 }  // namespace

@@ -52,6 +52,7 @@ class Evening : public ::testing::Test {
     ports.loops = &loops_;
     ports.microphone = microphone_;
     ports.local_time = local_time_;
+    ports.fixtures = fixtures_;
     station_.emplace(ports, support::ProgramFolder(folder_), Workstation::Conducting::ByHand);
     station_->StartUp();
     workers_.RunAll();  // the mixer is asked
@@ -92,6 +93,7 @@ class Evening : public ::testing::Test {
     return settings_.Get(support::kApplication, section, key, "(none)");
   }
 
+  FixtureSources fixtures_;
   std::filesystem::path folder_ = std::filesystem::path(::testing::TempDir()) / "no-such-program-folder";
   support::testing::FakeClock clock_;
   decks::testing::RecordingEngine engine_{clock_};

@@ -41,7 +41,7 @@ TEST(SettingsVocabularyTest, EverySectionHasItsKeys) {
                                             {"Language", 1},    {"Decks", 1},         {"Microphone", 20},
                                             {"Mixer", 11},      {"Mono", 1},          {"Player1", 33},
                                             {"Player2", 33},    {"Preferences", 1},   {"Recording", 6},
-                                            {"Rip", 1},         {"Settings", 25},     {"Setup", 5},
+                                            {"Rip", 1},         {"Settings", 25},     {"Setup", 6},
                                             {"Skin", 2},        {"Speakerchoice", 3}, {"Speakers", 3},
                                             {"Stereo", 1},      {"Tags", 5},          {"Visualisation", 2}};
   EXPECT_EQ(sizes, expected);

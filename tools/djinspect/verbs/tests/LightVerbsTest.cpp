@@ -94,5 +94,46 @@ TEST_F(LightVerbsTest, AFileThatEndsEarlyIsReadAndANumberThatIsNoneIsNot) {
   EXPECT_EQ(Inspect({"fixture"}), ExitCode::WrongUse);
 }
 
+TEST_F(LightVerbsTest, PrintsWhatAModeOfSomebodyElsesFixtureBecomes) {
+  folder_.Write(
+      "sun.qxf",
+      "<FixtureDefinition><Manufacturer>Acme</Manufacturer><Model>Sun</Model><Type>Scanner</Type>"
+      "<Channel Name=\"D\" Preset=\"IntensityDimmer\"><Capability Min=\"0\" Max=\"99\">On</Capability>"
+      "</Channel><Mode Name=\"A\"><Channel Number=\"0\">D</Channel></Mode><Mode Name=\"B\">"
+      "<Channel Number=\"0\">D</Channel><Channel Number=\"1\">D</Channel></Mode></FixtureDefinition>");
+  const std::string file = (folder_ / "sun.qxf").string();
+  ASSERT_EQ(Inspect({"fixture", file, "--import"}), ExitCode::Read);
+  const nlohmann::json wanted = {
+      {"maker", "Acme"},
+      {"model", "Sun"},
+      {"modes", {"A", "B"}},
+      {"fixture",
+       {{"name", "Acme Sun (A)"},
+        {"type", 2},
+        {"tilt", 0},
+        {"pan", 0},
+        {"beam", 0},
+        {"channels",
+         {{{"function", 3},
+           {"label", "D"},
+           {"presets",
+            {{{"effect", 0}, {"picture", 0}, {"name", "On"}, {"start", 0}, {"end", 99}, {"third", 0}},
+             {{"effect", 0},
+              {"picture", 0},
+              {"name", "Not used"},
+              {"start", 100},
+              {"end", 255},
+              {"third", 0}}}}}}},
+        {"problems", nlohmann::json::array()}}},
+      {"notes", {"Channel 1: levels that nothing describes were closed with ranges that are not used."}}};
+  EXPECT_EQ(Printed(), wanted);
+  ASSERT_EQ(Inspect({"fixture", file, "--import", "--mode", "B"}), ExitCode::Read);
+  EXPECT_EQ(Printed()["fixture"]["channels"].size(), 2u);
+  EXPECT_EQ(Inspect({"fixture", file, "--import", "--mode", "C"}), ExitCode::NothingRead);
+  EXPECT_THAT(err_.str(), HasSubstr("no mode \"C\""));
+  EXPECT_EQ(Inspect({"fixture", File("no fixture"), "--import"}), ExitCode::NothingRead);
+  EXPECT_EQ(Inspect({"fixture", file, "--mode", "A"}), ExitCode::WrongUse);
+}
+
 }  // namespace
 }  // namespace tools::djinspect
