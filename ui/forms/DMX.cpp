@@ -11,6 +11,7 @@
 #include <algorithm>
 
 #include "ui/forms/Dialogs.h"
+#include "ui/forms/FixtureBrowser.h"
 #include "ui/forms/FixtureFaders.h"
 #include "ui/forms/PatchPanel.h"
 #include "ui/forms/ScenePanel.h"
@@ -52,6 +53,11 @@ QWidget* DMX::MakeBody() {
   connect(patch_, &PatchPanel::Changed, this, &DMX::ShowDocument);
   connect(patch_, &PatchPanel::Refused, this, &DMX::Tell);
   connect(patch_, &PatchPanel::ChoiceChanged, this, &DMX::ShowChoice);
+  browser_ = new FixtureBrowser(workstation_.FixturePacks(), Dressed(), *patch_);
+  connect(patch_, &PatchPanel::BrowseWanted, browser_, &FixtureBrowser::Open);
+  connect(browser_, &FixtureBrowser::Brought, this, &DMX::PatchBrought);
+  connect(browser_, &FixtureBrowser::Refused, this,
+          [this](const support::Error& why) { Tell(Decode(workstation_.Editors().Say(why))); });
   connect(patch_, &PatchPanel::LocateWanted, this, &DMX::Locate);
   connect(patch_, &PatchPanel::RepairWanted, this, &DMX::AskToRepair);
   connect(patch_, &PatchPanel::DropWanted, this, &DMX::AskToDrop);
@@ -190,6 +196,7 @@ void DMX::Move(std::vector<dmx::FaderMove> moves) {
 void DMX::ShowFrame() {
   if (!IsDressed()) return;
   GuardLamps();
+  browser_->ShowFrame();
   const app::LightView& view = workstation_.Lights().View();
   if (levels_.Take(view.levels, clock_.Now())) ShowLevels();
   preview_->Show(edit_.Now().fixtures, levels_.Now());
@@ -255,6 +262,14 @@ void DMX::Play() {
                   path_.stem().string(), std::move(names));
   lights.PlayShow();
   lights.SeekShow(edit_.StartOf(scenes_->ChosenScene(), scenes_->ChosenStep()));
+}
+
+void DMX::PatchBrought(const app::BroughtFixture& brought) {
+  patch_->PatchNext(brought.fixture);
+  ReadLibrary();
+  QStringList lines;
+  for (const std::string& note : brought.notes) lines += Decode(note);
+  if (!lines.isEmpty()) Tell(lines.join(QLatin1Char('\n')));
 }
 
 void DMX::Locate(int position) {

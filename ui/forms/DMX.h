@@ -15,12 +15,14 @@ class QPushButton;
 class QScrollArea;
 
 namespace app {
+struct BroughtFixture;
 struct LibraryFixture;
 struct OpenedShow;
 }  // namespace app
 
 namespace ui {
 
+class FixtureBrowser;
 class FixtureFaders;
 class LightPreview;
 class PatchPanel;
@@ -64,6 +66,7 @@ class DMX final : public EditorWindow {
   void ShowLevels();
   void BringIntoView(const QWidget& faders);
   void Opened(const app::OpenedShow& opened, const Path& path);
+  void PatchBrought(const app::BroughtFixture& brought);
   void Locate(int position);
   void Replace(int position, const app::LibraryFixture& fixture);
   void AskToRepair(int position);
@@ -91,6 +94,7 @@ class DMX final : public EditorWindow {
   QLabel* length_ = nullptr;
   QPushButton* blind_button_ = nullptr;
   PatchPanel* patch_ = nullptr;
+  FixtureBrowser* browser_ = nullptr;
   ScenePanel* scenes_ = nullptr;
   LightPreview* preview_ = nullptr;
   QScrollArea* area_ = nullptr;

@@ -18,8 +18,10 @@
 #include "support/Text.h"
 #include "ui/forms/ChannelColumn.h"
 #include "ui/forms/ChannelStrip.h"
+#include "ui/forms/FixtureBrowser.h"
 #include "ui/forms/PresetPanel.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/FixtureLibraryWords.h"
 #include "ui/widgets/Kit.h"
 #include "ui/widgets/QuietCombo.h"
 #include "ui/widgets/StepButton.h"
@@ -64,6 +66,7 @@ QWidget* Library::MakeBody() {
   auto* columns = new QHBoxLayout(body);
   SetSpacingEm(*columns, 0, 0.5);
   MakeList();
+  MakeBrowser();
   columns->addWidget(list_);
   auto* rows = new QVBoxLayout;
   SetSpacingEm(*rows, 0, 0.5);
@@ -90,6 +93,19 @@ void Library::MakeList() {
   };
   connect(list_, &QListWidget::itemClicked, this, open);
   connect(list_, &QListWidget::itemActivated, this, open);
+}
+
+void Library::MakeBrowser() {
+  browser_ = new FixtureBrowser(workstation_.FixturePacks(), Dressed(), *list_);
+  connect(browser_, &FixtureBrowser::Brought, this, [this](const app::BroughtFixture& brought) {
+    ReadLibrary();
+    Flow().Open(workstation_.Editors().LibraryFolder() / PathOf(TextOf(brought.fixture.file)));
+    QStringList lines;
+    for (const std::string& note : brought.notes) lines += Decode(note);
+    if (!lines.isEmpty()) Tell(lines.join(QLatin1Char('\n')));
+  });
+  connect(browser_, &FixtureBrowser::Refused, this,
+          [this](const support::Error& why) { Tell(Decode(workstation_.Editors().Say(why))); });
 }
 
 void Library::ReadLibrary() {
@@ -142,6 +158,8 @@ void Library::MakeTools() {
   SetKind(*toggle_, "plain");
   Name(*toggle_, "ShowSliders", Word(EditorWord::SlidersTip), Word(EditorWord::SlidersTip));
   connect(toggle_, &QPushButton::clicked, this, &Library::ToggleSliders);
+  Bar().addWidget(PlainButton("BrowseFixtures", Dressed().say.Of(FixtureLibraryWord::FromLibrary),
+                              [this] { browser_->Open(); }));
   Bar().addStretch(1);
   Bar().addWidget(Caption(Word(EditorWord::StartChannel), Dressed().skin.dim));
   Bar().addWidget(start_);
@@ -295,7 +313,9 @@ void Library::MoveFader(int channel, int level) {
 }
 
 void Library::ShowFrame() {
-  if (!IsDressed() || !levels_.Take(workstation_.Lights().View().levels, clock_.Now())) return;
+  if (!IsDressed()) return;
+  browser_->ShowFrame();
+  if (!levels_.Take(workstation_.Lights().View().levels, clock_.Now())) return;
   for (ChannelColumn* column : channels_->Columns()) ShowLevel(*column);
 }
 

@@ -20,6 +20,7 @@ namespace ui {
 
 class ChannelColumn;
 class ChannelStrip;
+class FixtureBrowser;
 class PresetPanel;
 
 /// The fixture editor: describes one kind of light, channel by channel, and tries it on the lamp itself.
@@ -61,6 +62,7 @@ class Library final : public EditorWindow {
   void MakeChannels();
   QWidget* MakeProblems();
   void MakeTools();
+  void MakeBrowser();
   void MakeList();
   void ReadLibrary();
   /// The fixture that is open.
@@ -91,6 +93,7 @@ class Library final : public EditorWindow {
   std::array<QLabel*, kCounters> counters_{};
   QPushButton* toggle_ = nullptr;
   QLineEdit* start_ = nullptr;
+  FixtureBrowser* browser_ = nullptr;
   ChannelStrip* channels_ = nullptr;
   PresetPanel* presets_ = nullptr;
   QWidget* problem_box_ = nullptr;

@@ -18,6 +18,7 @@
 #include "ui/forms/Menus.h"
 #include "ui/strings/Decode.h"
 #include "ui/strings/EditorWords.h"
+#include "ui/strings/FixtureLibraryWords.h"
 #include "ui/widgets/Kit.h"
 
 namespace ui {
@@ -39,7 +40,7 @@ PatchPanel::PatchPanel(dmx::ShowEdit& edit, app::EditorFiles& files, const Look&
   MakeList();
   setFocusProxy(library_);
   FillColumn(*this, 0.6, 0.4,
-             {Heading(look.say(EditorWord::Fixtures), 1.1),
+             {Row(0.4, {{Heading(look.say(EditorWord::Fixtures), 1.1), 1}, browse_}),
               {library_, 3},
               Row(0.4, {{Caption(look.say(EditorWord::FromChannel), look.skin.dim), 1}, start_, patch_}),
               {list_, 4},
@@ -53,6 +54,8 @@ void PatchPanel::MakeLibrary() {
   Name(*library_, "LibraryList", look_.say.Of(EditorWord::LibraryList));
   connect(library_, &QListWidget::currentRowChanged, this, &PatchPanel::SuggestStart);
   connect(library_, &QListWidget::itemDoubleClicked, this, &PatchPanel::PatchChosen);
+  browse_ = PlainButton("BrowseFixtures", look_.say.Of(FixtureLibraryWord::FromLibrary),
+                        [this] { Q_EMIT BrowseWanted(); });
   start_ = new QLineEdit;
   start_->setValidator(new QIntValidator(0, 9999, start_));  // what does not fit is refused in words
   start_->setFixedWidth(Em(*this, 4));
@@ -205,11 +208,18 @@ void PatchPanel::PatchChosen() {
   const int row = library_->currentRow();
   if (row < 0 || fixtures_.empty()) return;
   const app::LibraryFixture& fixture = fixtures_[static_cast<std::size_t>(row)];
-  const auto start = static_cast<std::int16_t>(start_->text().toInt());
-  const auto added =
-      edit_.AddFixture({files_.FilenameOf(fixture.file), start, 0, fixture.channels, fixture.cut_short});
+  PatchAt(fixture, start_->text().toInt());
+}
+
+void PatchPanel::PatchAt(const app::LibraryFixture& fixture, int start) {
+  const auto added = edit_.AddFixture({files_.FilenameOf(fixture.file), static_cast<std::int16_t>(start), 0,
+                                       fixture.channels, fixture.cut_short});
   Finish(added);
   if (added) Choose(edit_.Now().fixtures.count());
+}
+
+void PatchPanel::PatchNext(const app::LibraryFixture& fixture) {
+  PatchAt(fixture, std::max(1, edit_.Patched().SuggestStart(fixture.channels.count())));
 }
 
 void PatchPanel::MoveChosen() {

@@ -30,12 +30,16 @@ class PatchPanel final : public Surface {
   /// Of the fixtures that were set aside, which stand below the others; from 1, in order.
   [[nodiscard]] std::vector<int> ChosenAside() const;
   void Choose(int position);
+  /// Patches a fixture of the library at the lowest place where it fits.
+  void PatchNext(const app::LibraryFixture& fixture);
 
  Q_SIGNALS:
   /// The show has other fixtures.
   void Changed();
   void Refused(const QString& why);
   void ChoiceChanged();
+  /// From somebody else's library.
+  void BrowseWanted();
   void LocateWanted(int position);
   void RepairWanted(int position);
   void DropWanted(int aside);
@@ -46,6 +50,7 @@ class PatchPanel final : public Surface {
   void SuggestStart();
   void ShowButtons();
   void PatchChosen();
+  void PatchAt(const app::LibraryFixture& fixture, int start);
   void MoveChosen();
   void RemoveChosen();
   void Locate();
@@ -62,6 +67,7 @@ class PatchPanel final : public Surface {
   QListWidget* library_ = nullptr;
   QLineEdit* start_ = nullptr;
   QTableWidget* list_ = nullptr;
+  QPushButton* browse_ = nullptr;
   QPushButton* patch_ = nullptr;
   QPushButton* move_ = nullptr;
   QPushButton* remove_ = nullptr;

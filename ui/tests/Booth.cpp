@@ -33,6 +33,7 @@ Booth::Booth() {
   ports.microphone = &microphone;
   ports.recorder = &recorder;
   ports.tag_editor = &tag_editor;
+  ports.fixtures = {&fixture_formats, {folder / "packs"}};
   station = std::make_unique<app::Workstation>(ports, support::ProgramFolder(folder),
                                                app::Workstation::Conducting::ByHand);
   station->StartUp();

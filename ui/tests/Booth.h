@@ -23,6 +23,7 @@
 #include "decks/testing/RecordingEffects.h"
 #include "decks/testing/RecordingEngine.h"
 #include "decks/testing/RecordingLoops.h"
+#include "dmx/testing/FakeFixtureFormats.h"
 #include "dmx/testing/RecordingDmxInterface.h"
 #include "dmx/testing/RecordingNetOutput.h"
 #include "karaoke/testing/FakeDiscImages.h"
@@ -106,6 +107,7 @@ class Booth : public ::testing::Test {
   support::testing::MemoryFiles files;
   dmx::testing::RecordingDmxInterface wire;
   dmx::testing::RecordingNetOutput net_lamps;
+  dmx::testing::FakeFixtureFormats fixture_formats;
   decks::testing::FakeCommandRunner commands;
   decks::testing::FakeMicrophone microphone;
   decks::testing::FakeRecorder recorder;
