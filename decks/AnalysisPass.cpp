@@ -3,9 +3,12 @@
 #include "decks/AnalysisPass.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
+#include "decks/FormFinder.h"
 #include "decks/GridFit.h"
+#include "decks/KeyFinder.h"
 #include "decks/StreamBuild.h"
 
 namespace decks {
@@ -20,12 +23,25 @@ struct AnalysisPass::Finders {
       : wave(format.sample_rate, format.channels), mono(format.sample_rate, format.channels) {
     if (tools.meters != nullptr) loudness = tools.meters->Make(format.sample_rate, format.channels);
     if (tools.trackers != nullptr) beats = tools.trackers->Make(mono.OutputRate());
+    if (beats == nullptr) return;
+    key.emplace(mono.OutputRate());
+    form.emplace(mono.OutputRate());
+  }
+
+  void AddSong(std::span<const std::int16_t> samples) {
+    const std::span<const float> one = mono.Take(samples);
+    beats->Add(one);
+    key->Add(one);
+    form->Add(one);
   }
 
   music::WaveBuilder wave;
   music::MonoFeed mono;
   std::unique_ptr<LoudnessMeter> loudness;
   std::unique_ptr<BeatTracker> beats;
+  // With the beats, or not at all.
+  std::optional<KeyFinder> key;
+  std::optional<FormFinder> form;
 };
 
 AnalysisPass::AnalysisPass(AudioEngine& engine, SoundControl& sound, const AnalysisTools& tools,
@@ -58,7 +74,7 @@ bool AnalysisPass::Step() {
   finders_->wave.Add(samples);
   if (finders_->loudness != nullptr) finders_->loudness->Add(samples);
   const bool song = frames_ < std::chrono::seconds(kLongestForBeats).count() * format_.sample_rate;
-  if (finders_->beats != nullptr && song) finders_->beats->Add(finders_->mono.Take(samples));
+  if (finders_->beats != nullptr && song) finders_->AddSong(samples);
   frames_ += static_cast<std::int64_t>(frames);
   expected_frames_ = engine_.BASS_ChannelGetLength(stream_).value / (2 * format_.channels);
   if (frames == 0) Close();
@@ -83,6 +99,7 @@ music::TrackAnalysis AnalysisPass::Finish() {
   music::TrackAnalysis found;
   found.wave = std::make_shared<const music::Wave>();
   found.grid = std::make_shared<const music::BeatGrid>();
+  found.form = std::make_shared<const music::TrackForm>();
   if (finders_ == nullptr) return found;
   found.length = {frames_};
   found.sample_rate = format_.sample_rate;
@@ -91,6 +108,7 @@ music::TrackAnalysis AnalysisPass::Finish() {
   if (finders_->loudness != nullptr) found.loudness = finders_->loudness->Finish();
   const music::Seconds length(static_cast<double>(frames_) / format_.sample_rate);
   found.grid = std::make_shared<const music::BeatGrid>(FindGrid(*found.wave, length));
+  found.form = std::make_shared<const music::TrackForm>(FindForm(*found.grid, length));
   finders_.reset();
   return found;
 }
@@ -98,6 +116,22 @@ music::TrackAnalysis AnalysisPass::Finish() {
 music::BeatGrid AnalysisPass::FindGrid(const music::Wave& wave, music::Seconds length) {
   if (finders_->beats == nullptr) return {};
   return FitGrid(finders_->beats->Finish(), wave, length);
+}
+
+music::TrackForm AnalysisPass::FindForm(const music::BeatGrid& grid, music::Seconds length) const {
+  music::TrackForm form;
+  if (finders_->beats == nullptr) return form;
+  if (const auto found = finders_->key->Finish()) {
+    form.key = found->key;
+    form.key_confidence = found->confidence;
+  }
+  const std::vector<BeatSound> beats = finders_->form->BeatsOn(grid);
+  const auto bars = FindBars(beats);
+  if (!bars || bars->confidence < kSureOfBars) return form;
+  form.bar = grid.Beats()[static_cast<std::size_t>(bars->beat)];
+  form.bar_confidence = bars->confidence;
+  form.sections = FindSections(beats, bars->beat, grid, length);
+  return form;
 }
 
 }  // namespace decks

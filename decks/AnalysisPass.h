@@ -21,12 +21,12 @@ struct AnalysisTools {
   BeatTrackers* trackers = nullptr;
 };
 
-/// Reads a whole file once, through a decoding stream of its own, and makes its wave, loudness and beat grid,
-/// a piece at a time, so that other work gets its turn.
+/// Reads a whole file once, through a decoding stream of its own, and makes its wave, loudness, beat grid,
+/// key, bars and sections, a piece at a time, so that other work gets its turn.
 ///
 /// Owns: the stream, until the end is read or Close; one that is left open is freed with the engine.
-/// Law: beats are looked for in the first kLongestForBeats; what is longer is no song but a set, which has no
-/// one tempo. Threads: a worker, one at a time.
+/// Law: beats, key and sections are looked for in the first kLongestForBeats; what is longer is no song but a
+/// set, which has no one tempo. Threads: a worker, one at a time.
 class AnalysisPass {
  public:
   static constexpr std::chrono::minutes kLongestForBeats{30};
@@ -49,6 +49,7 @@ class AnalysisPass {
   struct Finders;
   bool Open();
   [[nodiscard]] music::BeatGrid FindGrid(const music::Wave& wave, music::Seconds length);
+  [[nodiscard]] music::TrackForm FindForm(const music::BeatGrid& grid, music::Seconds length) const;
 
   AudioEngine& engine_;
   SoundControl& sound_;

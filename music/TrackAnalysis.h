@@ -7,6 +7,7 @@
 
 #include "music/BeatGrid.h"
 #include "music/Loudness.h"
+#include "music/TrackForm.h"
 #include "music/Wave.h"
 #include "support/Units.h"
 
@@ -35,8 +36,9 @@ struct TrackAnalysis {
   /// Raised when the finders change so much that what was kept of older ones is not worth having.
   static constexpr int kVersion = 1;
 
-  std::shared_ptr<const Wave> wave;      ///< null until made
-  std::shared_ptr<const BeatGrid> grid;  ///< null until looked for; empty where there are no beats
+  std::shared_ptr<const Wave> wave;       ///< null until made
+  std::shared_ptr<const BeatGrid> grid;   ///< null until looked for; empty where there are no beats
+  std::shared_ptr<const TrackForm> form;  ///< null until looked for
   Loudness loudness;
   std::optional<FoundMixPoints> mix_points;
   support::SourceFrame length;  ///< exact

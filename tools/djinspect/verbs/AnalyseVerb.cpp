@@ -12,6 +12,24 @@
 namespace tools::djinspect {
 namespace {
 
+void TellForm(const music::TrackAnalysis& found, nlohmann::ordered_json& told) {
+  const music::TrackForm& form = *found.form;
+  told["key"] = form.key ? music::NameOf(*form.key) : "";
+  told["keyConfidence"] = nullptr;
+  if (form.key) told["keyConfidence"] = form.key_confidence;
+  told["downbeats"] = nlohmann::json::array();
+  if (form.bar) {
+    for (const music::Seconds beat : music::DownbeatsOf(*found.grid, *form.bar))
+      told["downbeats"].push_back(beat.count());
+  }
+  told["sections"] = nlohmann::json::array();
+  for (const music::Section& section : form.sections) {
+    told["sections"].push_back({{"start", section.start.count()},
+                                {"end", section.end.count()},
+                                {"kind", music::NameOf(section.kind)}});
+  }
+}
+
 nlohmann::ordered_json AsJson(const music::TrackAnalysis& found, const music::MixPoints& points) {
   nlohmann::ordered_json told = {{"bpm", nullptr},
                                  {"confidence", nullptr},
@@ -29,6 +47,7 @@ nlohmann::ordered_json AsJson(const music::TrackAnalysis& found, const music::Mi
   }
   told["startSeconds"] = points.start_seconds;
   told["endSeconds"] = points.end_seconds;
+  TellForm(found, told);
   return told;
 }
 

@@ -62,12 +62,17 @@ TEST_F(DeckVerbsTest, AnAnalysisTellsBeatsLoudnessAndMixPoints) {
   const nlohmann::ordered_json told = Printed();
   std::vector<std::string> keys;
   for (const auto& item : told.items()) keys.push_back(item.key());
-  EXPECT_THAT(keys, ::testing::ElementsAre("bpm", "confidence", "beats", "loudness", "truePeak",
-                                           "startSeconds", "endSeconds"));
+  EXPECT_THAT(keys,
+              ::testing::ElementsAre("bpm", "confidence", "beats", "loudness", "truePeak", "startSeconds",
+                                     "endSeconds", "key", "keyConfidence", "downbeats", "sections"));
   EXPECT_NEAR(told["startSeconds"].get<double>(), 1, 0.001);
   EXPECT_NEAR(told["endSeconds"].get<double>(), 5, 0.001);
   EXPECT_LT(told["loudness"].get<double>(), told["truePeak"].get<double>());
+  EXPECT_EQ(told["key"], "") << "a single tone";
+  EXPECT_TRUE(told["downbeats"].empty() && told["sections"].empty());
   ASSERT_EQ(Inspect({"analyse", media_.Write("silent.wav", Silence(2s))}), ExitCode::Read);
+  EXPECT_EQ(Printed()["key"], "");
+  EXPECT_TRUE(Printed()["keyConfidence"].is_null());
   EXPECT_EQ(Printed()["bpm"], nullptr);
   EXPECT_EQ(Printed()["loudness"], nullptr);
   EXPECT_EQ(Printed()["beats"], nlohmann::ordered_json::array());
