@@ -10,6 +10,7 @@
 #include "decks/GridFit.h"
 #include "decks/KeyFinder.h"
 #include "decks/StreamBuild.h"
+#include "music/TrackForm.h"
 
 namespace decks {
 namespace {

@@ -14,7 +14,9 @@ constexpr double kLowestBand = 40, kHighestBand = 10'000;  // Hz
 constexpr double kStepsPerNeper = 20 / 2.302585093;        ///< half decibels of a power
 constexpr double kFloorSteps = 80;                         ///< -40 dB and less is silence
 constexpr double kDifferent = 0.5;                         ///< between two bars and the next two, as nepers
-constexpr std::size_t kBarReach = 8;                       ///< beats before and after
+constexpr int kFewestChanges = 2;
+constexpr double kUnproven = 0.5;
+constexpr std::size_t kBarReach = 8;  ///< beats before and after
 constexpr std::size_t kFewestBeats = 48;
 
 std::size_t FrameFor(double sample_rate, double seconds) {
@@ -40,17 +42,21 @@ double DistanceAt(std::span<const BeatSound> beats, std::size_t at) {
 }
 
 using Votes = std::array<double, music::kBeatsPerBar>;
+using Counts = std::array<int, music::kBeatsPerBar>;
 
-/// Where what plays changes: at the beginning of a bar, mostly.
-Votes VotesOfChanges(std::span<const BeatSound> beats) {
+/// Where what plays changes: at the beginning of a bar, mostly. The greatest changes tell most, but fewer
+/// than kFewestChanges that agree are no proof.
+Votes VotesOfChanges(std::span<const BeatSound> beats, Counts& great) {
   Votes votes{};
   double all = 0;
   std::vector<double> distance(beats.size() + 1);
   for (std::size_t i = 0; i < beats.size(); ++i) distance[i] = DistanceAt(beats, i);
+  const double most = *std::max_element(distance.begin(), distance.end());
   for (std::size_t i = kBarReach; i + kBarReach < beats.size(); ++i) {
     if (distance[i] <= kDifferent || distance[i] < std::max(distance[i - 1], distance[i + 1])) continue;
-    votes[i % votes.size()] += distance[i] * distance[i];
-    all += distance[i] * distance[i];
+    votes[i % votes.size()] += std::pow(distance[i], 4);
+    all += std::pow(distance[i], 4);
+    if (distance[i] > most / 2) ++great[i % votes.size()];
   }
   for (double& vote : votes) vote = all > 0 ? vote / all : 0;
   return votes;
@@ -126,13 +132,16 @@ std::vector<BeatSound> FormFinder::BeatsOn(const music::BeatGrid& grid) const {
 
 std::optional<BarPhase> FindBars(std::span<const BeatSound> beats) {
   if (beats.size() < kFewestBeats) return std::nullopt;
-  const Votes changes = VotesOfChanges(beats), steps = VotesOfSteps(beats);
+  Counts great{};
+  const Votes changes = VotesOfChanges(beats, great), steps = VotesOfSteps(beats);
   Votes score{};
   for (std::size_t i = 0; i < score.size(); ++i) score[i] = changes[i] + 0.5 * steps[i];
   const auto best = std::max_element(score.begin(), score.end());
   const int beat = static_cast<int>(best - score.begin());
   std::nth_element(score.begin(), score.begin() + 1, score.end(), std::greater<>());
-  return BarPhase{beat, std::clamp(score[0] - score[1], 0.0, 1.0)};
+  // One change alone is no proof of where bars begin.
+  const double most = great[static_cast<std::size_t>(beat)] < kFewestChanges ? kUnproven : 1;
+  return BarPhase{beat, std::clamp(score[0] - score[1], 0.0, most)};
 }
 
 }  // namespace decks

@@ -7,11 +7,12 @@
 
 #include "music/BeatGrid.h"
 #include "music/Loudness.h"
-#include "music/TrackForm.h"
 #include "music/Wave.h"
 #include "support/Units.h"
 
 namespace music {
+
+struct TrackForm;
 
 /// Where the sound of a file begins and ends.
 struct MixPoints {

@@ -4,6 +4,7 @@
 #include <ostream>
 
 #include "decks/AnalysisPass.h"
+#include "music/TrackForm.h"
 #include "platform/analysis/EburLoudnessMeters.h"
 #include "platform/analysis/QmBeatTrackers.h"
 #include "tools/djinspect/verbs/DecodingEngine.h"
