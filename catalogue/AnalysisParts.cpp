@@ -9,6 +9,7 @@
 
 #include "catalogue/PackedBits.h"
 #include "music/Cues.h"
+#include "music/TrackForm.h"
 
 namespace catalogue {
 namespace {
@@ -16,8 +17,9 @@ namespace {
 constexpr int kVersionBits = 16;
 constexpr int kCountBits = 32;
 // Their own: what a hand did outlives a better finder. The first one did not tell where a point was put, the
-// second knew no cues.
-constexpr std::uint64_t kMarksVersion = 3, kMarksWithoutCues = 2, kMarksWithoutPlaces = 1;
+// second knew no cues, the third no bars.
+constexpr std::uint64_t kMarksVersion = 4, kMarksWithoutBar = 3, kMarksWithoutCues = 2,
+                        kMarksWithoutPlaces = 1;
 constexpr double kNanoseconds = 1e9;
 
 void WriteVersion(BitWriter& out) {
@@ -186,6 +188,8 @@ std::string PackMarks(const FileMarks& marks) {
   }
   out.WriteBits(marks.cues == nullptr ? 0 : 1, 1);
   if (marks.cues != nullptr) WriteCues(out, music::Sound(*marks.cues));
+  out.WriteBits(marks.bar ? 1 : 0, 1);
+  if (marks.bar) out.WriteSigned(marks.bar->count());
   out.WriteBits(marks.grid == nullptr ? 0 : 1, 1);
   if (marks.grid != nullptr) WriteGrid(out, *marks.grid);
   return out.Take();
@@ -210,11 +214,70 @@ std::optional<FileMarks> UnpackMarks(std::string_view bytes) {
     marks.cues = std::make_shared<const music::Cues>(ReadCues(in));
     if (!in.Good()) return std::nullopt;
   }
+  if (version > kMarksWithoutBar && in.ReadBits(1) != 0) {
+    marks.bar = std::chrono::microseconds(in.ReadSigned());
+    if (marks.bar->count() < 0 || !in.Good()) return std::nullopt;
+  }
   if (in.ReadBits(1) == 0) return WasAll(in) ? std::optional(marks) : std::nullopt;
   auto grid = ReadGrid(in);
   if (!grid) return std::nullopt;
   marks.grid = std::make_shared<const music::BeatGrid>(std::move(*grid));
   return marks;
+}
+
+namespace {
+
+constexpr std::uint64_t kFormVersion = 1;
+constexpr int kKeyBits = 5, kKindBits = 3, kSectionBits = 16;
+constexpr std::int64_t kLongestTrack = 365LL * 24 * 3600 * 1'000'000'000;
+
+std::int64_t Nanoseconds(music::Seconds time) {
+  return std::llround(time.count() * kNanoseconds);
+}
+
+music::Seconds ReadTime(BitReader& in) {
+  return music::Seconds(static_cast<double>(std::clamp(in.ReadSigned(), -kLongestTrack, kLongestTrack)) /
+                        kNanoseconds);
+}
+
+}  // namespace
+
+std::string PackForm(const music::TrackForm& form) {
+  BitWriter out;
+  out.WriteBits(kFormVersion, kVersionBits);
+  out.WriteBits(form.key ? static_cast<std::uint64_t>(NumberOf(*form.key) + 1) : 0, kKeyBits);
+  out.WriteReal(form.key_confidence);
+  out.WriteBits(form.bar ? 1 : 0, 1);
+  if (form.bar) out.WriteSigned(Nanoseconds(*form.bar));
+  out.WriteReal(form.bar_confidence);
+  out.WriteBits(form.sections.size(), kSectionBits);
+  for (const music::Section& section : form.sections) {
+    out.WriteBits(static_cast<std::uint64_t>(section.kind), kKindBits);
+    out.WriteSigned(Nanoseconds(section.end));
+  }
+  return out.Take();
+}
+
+std::optional<music::TrackForm> UnpackForm(std::string_view bytes) {
+  BitReader in(bytes);
+  if (in.ReadBits(kVersionBits) != kFormVersion) return std::nullopt;
+  music::TrackForm form;
+  const auto key = static_cast<int>(in.ReadBits(kKeyBits));
+  form.key = music::KeyOfNumber(key - 1);
+  form.key_confidence = in.ReadReal();
+  if (in.ReadBits(1) != 0) form.bar = ReadTime(in);
+  form.bar_confidence = in.ReadReal();
+  bool good =
+      key <= music::kMusicalKeys && std::isfinite(form.key_confidence) && std::isfinite(form.bar_confidence);
+  music::Seconds start{0};
+  for (std::size_t left = in.ReadBits(kSectionBits); left > 0 && good; --left) {
+    const std::uint64_t kind = in.ReadBits(kKindBits);
+    const music::Seconds end = ReadTime(in);
+    good = in.Good() && kind < music::kSectionKinds && end >= start;
+    if (good) form.sections.push_back({start, end, static_cast<music::SectionKind>(kind)});
+    start = end;
+  }
+  return good && WasAll(in) ? std::optional(form) : std::nullopt;
 }
 
 std::string PackFacts(const music::TrackAnalysis& analysis) {
@@ -274,6 +337,10 @@ std::optional<music::TrackAnalysis> ReadAnalysis(SideStore& store, const std::st
   if (!analysis || !columns || !beats) return std::nullopt;
   analysis->wave = std::make_shared<const music::Wave>(std::move(*columns));
   analysis->grid = std::make_shared<const music::BeatGrid>(std::move(*beats));
+  const auto packed = store.Read(path, stamp, SidePart::Form);
+  if (auto form = packed ? UnpackForm(*packed) : std::nullopt) {
+    analysis->form = std::make_shared<const music::TrackForm>(std::move(*form));
+  }
   return analysis;
 }
 
@@ -281,6 +348,8 @@ support::Result<void> WriteAnalysis(SideStore& store, const std::string& path, c
                                     const music::TrackAnalysis& analysis) {
   auto written = store.Write(path, stamp, SidePart::Wave, PackWave(*analysis.wave));
   if (written) written = store.Write(path, stamp, SidePart::Grid, PackGrid(*analysis.grid));
+  if (written && analysis.form != nullptr)
+    written = store.Write(path, stamp, SidePart::Form, PackForm(*analysis.form));
   return written ? WriteFacts(store, path, stamp, analysis) : written;
 }
 
@@ -296,7 +365,7 @@ support::Result<void> Copy(SideStore& store, const std::string& from, const File
                            const std::string& to, const FileStamp& new_stamp) {
   std::vector<SideEntry> entries;
   for (const SidePart part : {SidePart::Content, SidePart::Wave, SidePart::Grid, SidePart::Facts,
-                              SidePart::Marks, SidePart::DiscImage, SidePart::LyricCoding}) {
+                              SidePart::Marks, SidePart::DiscImage, SidePart::LyricCoding, SidePart::Form}) {
     if (auto bytes = store.Read(from, old_stamp, part)) {
       entries.push_back({to, new_stamp, part, std::move(*bytes)});
     }
@@ -306,7 +375,8 @@ support::Result<void> Copy(SideStore& store, const std::string& from, const File
 
 /// What was kept under the path goes under the sound, where nothing is yet.
 void MoveUnder(SideStore& store, const std::string& path, const FileStamp& stamp, const SideKey& key) {
-  for (const SidePart part : {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks}) {
+  for (const SidePart part :
+       {SidePart::Wave, SidePart::Grid, SidePart::Facts, SidePart::Marks, SidePart::Form}) {
     if (store.Read(key.path, key.stamp, part)) continue;
     const auto bytes = store.Read(path, stamp, part);
     // What cannot be kept is found out again.
@@ -352,6 +422,11 @@ std::string LastPathOf(SideStore& store, const SideKey& key) {
 FileMarks ReadMarks(SideStore& store, const SideKey& key) {
   const auto bytes = store.Read(key.path, key.stamp, SidePart::Marks);
   return bytes ? UnpackMarks(*bytes).value_or(FileMarks{}) : FileMarks{};
+}
+
+std::optional<music::Seconds> BarOf(const music::TrackForm* form, const FileMarks& marks) {
+  if (marks.bar) return *marks.bar;
+  return form != nullptr ? form->bar : std::nullopt;
 }
 
 support::Result<void> CarryOver(SideStore& store, const std::string& path, const FileStamp& from,

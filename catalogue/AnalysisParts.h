@@ -12,6 +12,7 @@
 
 namespace music {
 struct Cues;
+struct TrackForm;
 }  // namespace music
 
 namespace catalogue {
@@ -30,9 +31,13 @@ struct FileMarks {
   // Where a hand put them; nothing where none did, or where that was not kept yet.
   std::optional<std::chrono::microseconds> start_at;
   std::optional<std::chrono::microseconds> end_at;
-  std::shared_ptr<const music::BeatGrid> grid;  ///< as it was corrected; null where it was not
-  std::shared_ptr<const music::Cues> cues;      ///< null where none were ever set
+  std::shared_ptr<const music::BeatGrid> grid;   ///< as it was corrected; null where it was not
+  std::shared_ptr<const music::Cues> cues;       ///< null where none were ever set
+  std::optional<std::chrono::microseconds> bar;  ///< a bar begins at the beat there
 };
+
+/// A beat that begins a bar: as a hand says, else as it was found. form: may be null.
+[[nodiscard]] std::optional<music::Seconds> BarOf(const music::TrackForm* form, const FileMarks& marks);
 
 /// Where the findings about a file are kept: under its sound, so that they stay when the file is moved or
 /// another program writes its tag; under its path and state where its sound cannot be told.
@@ -50,7 +55,8 @@ struct SideKey {
 /// Where the file with this sound was when it was met last; empty where that is not known.
 [[nodiscard]] std::string LastPathOf(SideStore& store, const SideKey& key);
 
-/// What is kept of a file's analysis, or nothing unless its facts, wave and grid are all there and sound.
+/// What is kept of a file's analysis, or nothing unless its facts, wave and grid are all there and sound. Its
+/// form is null where none was looked for yet.
 [[nodiscard]] std::optional<music::TrackAnalysis> ReadAnalysis(SideStore& store, const std::string& path,
                                                                const FileStamp& stamp);
 /// Requires: wave and grid are there.
@@ -76,7 +82,10 @@ support::Result<void> CarryTo(SideStore& store, const std::string& from, const s
 [[nodiscard]] std::optional<music::Wave> UnpackWave(std::string_view bytes);
 [[nodiscard]] std::string PackGrid(const music::BeatGrid& grid);
 [[nodiscard]] std::optional<music::BeatGrid> UnpackGrid(std::string_view bytes);
-/// All but wave and grid.
+/// Of a version of its own.
+[[nodiscard]] std::string PackForm(const music::TrackForm& form);
+[[nodiscard]] std::optional<music::TrackForm> UnpackForm(std::string_view bytes);
+/// All but wave, grid and form.
 [[nodiscard]] std::string PackFacts(const music::TrackAnalysis& analysis);
 [[nodiscard]] std::optional<music::TrackAnalysis> UnpackFacts(std::string_view bytes);
 /// Of a version of its own.

@@ -380,7 +380,14 @@ void DeckStation::Say(MixPoint which, catalogue::PointBy by, std::optional<std::
 
 void DeckStation::ForgetGrid() {
   tempo_.ForgetCorrections();
-  tools_.analyses.ChangeMarks(player_.Channel(), [](catalogue::FileMarks& marks) { marks.grid.reset(); });
+  tools_.analyses.ChangeMarks(player_.Channel(),
+                              [](catalogue::FileMarks& marks) { marks.grid.reset(), marks.bar.reset(); });
+}
+
+void DeckStation::BarHere() {
+  const auto beat = tempo_.NearestBeat();
+  if (state_ == State::Empty || !beat) return;
+  tools_.analyses.ChangeMarks(player_.Channel(), [beat](catalogue::FileMarks& marks) { marks.bar = beat; });
 }
 
 void DeckStation::KeepCorrections() {
@@ -410,9 +417,11 @@ void DeckStation::ShowAnalysis(DeckView& view) {
   if (const auto analysis = tools_.analyses.Of(player_.Channel())) {
     view.wave = analysis->wave;
     view.loudness = analysis->loudness;
+    view.form = analysis->form;
     if (analysis->grid != nullptr && !analysis->grid->Empty()) tempo_.Found(analysis->grid);
     if (analysis->mix_points) ShowFound(analysis->mix_points->points, view);
   }
+  view.bar = catalogue::BarOf(view.form.get(), tools_.analyses.MarksOf(player_.Channel()));
   ShowMixPoint(MixPoint::Start, view);
   ShowMixPoint(MixPoint::End, view);
 }

@@ -105,6 +105,8 @@ class DeckStation {
   [[nodiscard]] EffectUnits& Effects() { return effects_; }
   /// The beats are again those that were found.
   void ForgetGrid();
+  /// The beat that is nearest to what is heard begins a bar; nothing where no beats are known.
+  void BarHere();
   /// Has the file on the deck analysed, its mix points by the threshold as it stands now.
   void Analyse();
   [[nodiscard]] const decks::clsBassPlayer& Player() const { return player_; }

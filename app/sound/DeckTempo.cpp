@@ -182,6 +182,12 @@ void DeckTempo::Align() {
   if (row_bpm_ > 0) Correct(music::BeatGrid::Even({row_bpm_}, 1, Place(), Length()));
 }
 
+std::optional<std::chrono::microseconds> DeckTempo::NearestBeat() const {
+  if (grid_ == nullptr || grid_->Empty()) return std::nullopt;
+  return std::chrono::round<std::chrono::microseconds>(
+      std::max(grid_->NearestBeat(Place()), music::Seconds(0)));
+}
+
 void DeckTempo::Show(DeckView& view) const {
   view.bpm = Bpm();
   view.playing_bpm = view.bpm * (heard_.playing ? heard_.ratio : Speed());

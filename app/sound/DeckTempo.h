@@ -64,6 +64,8 @@ class DeckTempo {
   void Found(std::shared_ptr<const music::BeatGrid> grid);
   /// Null when no beats are known.
   [[nodiscard]] const std::shared_ptr<const music::BeatGrid>& Grid() const { return grid_; }
+  /// To what is heard; nothing where no beats are known.
+  [[nodiscard]] std::optional<std::chrono::microseconds> NearestBeat() const;
   [[nodiscard]] bool GridByHand() const { return by_hand_; }
   /// Of the file as it was recorded, 0 when unknown.
   [[nodiscard]] double Bpm() const;

@@ -109,8 +109,10 @@ struct DeckView {
   /// Where the beats lie, as they were found or set by hand; null when none are known. Shared in the same
   /// way.
   std::shared_ptr<const music::BeatGrid> grid;
-  music::Loudness loudness;     ///< not valid until it was measured
-  bool has_mix_points = false;  ///< false until a worker has found them
+  std::shared_ptr<const music::TrackForm> form;  ///< as it was found; null when nothing is known
+  std::optional<music::Seconds> bar;             ///< a beat that begins a bar, as found or set by hand
+  music::Loudness loudness;                      ///< not valid until it was measured
+  bool has_mix_points = false;                   ///< false until a worker has found them
   std::chrono::microseconds start_mix_point{0};
   std::chrono::microseconds end_mix_point{0};
   MixPointPair<bool> moved{};  ///< by hand, or by what the catalogue remembers

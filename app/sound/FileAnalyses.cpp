@@ -26,6 +26,7 @@ void JoinKept(catalogue::FileMarks& marks, const catalogue::FileMarks& kept) {
   if (marks.start == PointBy::Unknown) marks.start = kept.start, marks.start_at = kept.start_at;
   if (marks.end == PointBy::Unknown) marks.end = kept.end, marks.end_at = kept.end_at;
   if (marks.grid == nullptr) marks.grid = kept.grid;
+  if (!marks.bar) marks.bar = kept.bar;
   marks.cues = music::Joined(kept.cues, marks.cues);
 }
 
@@ -213,6 +214,12 @@ void FileAnalyses::Job::LookUp() {
     return Post(&Job::Read);
   }
   result = std::move(*found);
+  if (result.form == nullptr) {
+    // Kept by a finder that knew neither key nor bars: shown at once, and read once more.
+    Tell(result, false);
+    pass.emplace(ports.engine, ports.sound, ports.tools, request.filename);
+    return Post(&Job::Read);
+  }
   kept = true;
   const bool same = result.mix_points && result.mix_points->gain_percent == request.gain_percent;
   if (same) return Tell(result, true);
@@ -224,7 +231,7 @@ void FileAnalyses::Job::LookUp() {
 void FileAnalyses::Job::Read() {
   if (pass->Step()) {
     busy = pass->Progress();
-    if (pass->Progress() >= shown + kShare) {
+    if (result.wave == nullptr && pass->Progress() >= shown + kShare) {
       shown = pass->Progress();
       music::TrackAnalysis growing;
       growing.wave = std::make_shared<const music::Wave>(pass->WaveSoFar());

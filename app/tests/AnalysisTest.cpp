@@ -107,6 +107,51 @@ TEST_F(Analysis, WhatIsKeptIsNotReadAgainNotEvenInTheNextEvening) {
   EXPECT_GT(Reads(), reads) << "another file under the same name";
 }
 
+TEST_F(Analysis, WhatAnOlderFinderKeptIsShownAtOnceAndReadOnceMoreForKeyAndBars) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  LetWorkersFinish();
+  const auto key = catalogue::KeyOf(store_, "t.mp3");
+  ASSERT_TRUE(store_.Write(key->path, key->stamp, catalogue::SidePart::Form, "of another version").Ok());
+  const int reads = Reads();
+  station_.reset();
+  Start();
+  LoadPlain(1, "t.mp3");
+  for (int i = 0; i < 6; ++i) workers_.RunOne();
+  Settle();
+  ASSERT_NE(Deck(1).wave, nullptr);
+  EXPECT_EQ(Deck(1).wave->fine.size(), 60U * 150) << "as it was kept";
+  LetWorkersFinish();
+  EXPECT_GT(Reads(), reads);
+  EXPECT_NE(Deck(1).form, nullptr);
+  EXPECT_TRUE(catalogue::ReadAnalysis(store_, key->path, key->stamp)->form);
+}
+
+TEST_F(Analysis, AHandSaysWhereABarBeginsAndThatIsKept) {
+  Start();
+  LoadPlain(1, "t.mp3");
+  station_->Decks()[1].Adjust(&DeckStation::BarHere);
+  Settle();
+  EXPECT_FALSE(Deck(1).bar) << "no beats are known yet";
+  LetWorkersFinish();
+  EXPECT_FALSE(Deck(1).bar) << "every beat is like the other";
+  station_->Decks()[1].Adjust(&DeckStation::Seek, std::chrono::microseconds(10'100'000));
+  Settle();
+  station_->Decks()[1].Adjust(&DeckStation::BarHere);
+  LetWorkersFinish();
+  ASSERT_TRUE(Deck(1).bar);
+  const music::Seconds bar = *Deck(1).bar;
+  EXPECT_NEAR(bar.count(), Deck(1).grid->NearestBeat(bar).count(), 1e-5);
+  station_.reset();
+  Start();
+  LoadPlain(2, "t.mp3");
+  LetWorkersFinish();
+  EXPECT_EQ(Deck(2).bar, bar);
+  station_->Decks()[2].Adjust(&DeckStation::ForgetGrid);
+  LetWorkersFinish();
+  EXPECT_FALSE(Deck(2).bar);
+}
+
 TEST_F(Analysis, AnotherThresholdLooksForMixPointsAloneAndKeepsThem) {
   Start();
   LoadPlain(1, "t.mp3");

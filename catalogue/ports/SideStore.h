@@ -25,8 +25,20 @@ struct FileStamp {
 /// What is kept of a file; each part is written and read by itself. Music and Karaoke are kept of a folder:
 /// what a scan in that mode found in it. DiscImage is the path of the image that a karaoke mp3 belongs to.
 /// Content is the text of the file's sound, and LastPath, kept of the sound, where it was last. LyricCoding
-/// is the code page that was chosen for a song's words.
-enum class SidePart { Facts, Wave, Grid, Marks, Music, Karaoke, DiscImage, Content, LastPath, LyricCoding };
+/// is the code page that was chosen for a song's words. Form is the key, the bars and the sections.
+enum class SidePart {
+  Facts,
+  Wave,
+  Grid,
+  Marks,
+  Music,
+  Karaoke,
+  DiscImage,
+  Content,
+  LastPath,
+  LyricCoding,
+  Form
+};
 
 /// In the place of a path: what is kept of this sound, whatever file it lies in. No path begins like that.
 [[nodiscard]] inline std::string PathOfContent(const std::string& content) {

@@ -9,6 +9,7 @@
 #include "catalogue/testing/MemorySideStore.h"
 #include "catalogue/testing/SideStoreContract.h"
 #include "music/Cues.h"
+#include "music/TrackForm.h"
 
 namespace catalogue::testing {
 namespace {
@@ -113,6 +114,51 @@ TEST(AnalysisParts, CuesAreKeptWithTheMarksAndWhatIsNoneIsNotBelieved) {
       }
     }
   }
+}
+
+TEST(AnalysisParts, KeyBarsAndSectionsComeBackAndOlderFindingsHaveNone) {
+  using music::Seconds;
+  MemorySideStore store;
+  music::TrackAnalysis known = Known();
+  ASSERT_TRUE(WriteAnalysis(store, "a", {1, 1}, known).Ok());
+  auto back = ReadAnalysis(store, "a", {1, 1});
+  ASSERT_TRUE(back) << "as it was kept before";
+  EXPECT_EQ(back->form, nullptr);
+
+  music::TrackForm form{music::MusicalKey{9, true}, 0.5, Seconds(1.25), 0.75, {}};
+  form.sections = {{Seconds(0), Seconds(30), music::SectionKind::Intro},
+                   {Seconds(30), Seconds(240), music::SectionKind::Other}};
+  known.form = std::make_shared<const music::TrackForm>(form);
+  ASSERT_TRUE(WriteAnalysis(store, "a", {1, 1}, known).Ok());
+  back = ReadAnalysis(store, "a", {1, 1});
+  ASSERT_TRUE(back && back->form);
+  EXPECT_EQ(*back->form, form);
+  EXPECT_EQ(UnpackForm(PackForm({})), music::TrackForm{});
+  ASSERT_TRUE(CarryOver(store, "a", {1, 1}, {2, 2}).Ok());
+  EXPECT_TRUE(store.Read("a", {2, 2}, SidePart::Form)) << "its tag was edited";
+
+  const std::string bytes = PackForm(form);
+  for (std::size_t size = 0; size < bytes.size(); ++size) EXPECT_FALSE(UnpackForm(bytes.substr(0, size)));
+  for (std::size_t i = 0; i < bytes.size(); ++i) {
+    std::string damaged = bytes;
+    damaged[i] = '\xFF';
+    const auto read = UnpackForm(damaged);
+    for (std::size_t at = 1; read && at < read->sections.size(); ++at)
+      EXPECT_EQ(read->sections[at].start, read->sections[at - 1].end);
+  }
+}
+
+TEST(AnalysisParts, TheBarThatAHandSetIsKeptWithTheMarks) {
+  FileMarks marks;
+  marks.bar = std::chrono::milliseconds(2500);
+  marks.grid = Known().grid;
+  const auto back = UnpackMarks(PackMarks(marks));
+  ASSERT_TRUE(back && back->grid);
+  EXPECT_EQ(back->bar, marks.bar);
+  const auto older = UnpackMarks(std::string("\x03\0\x02", 3));
+  ASSERT_TRUE(older) << "as they were kept before";
+  EXPECT_EQ(older->start, PointBy::Hand);
+  EXPECT_FALSE(older->bar);
 }
 
 TEST(AnalysisParts, WhatWasKeptUnderThePathGoesUnderTheSound) {
