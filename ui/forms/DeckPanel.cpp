@@ -10,6 +10,7 @@
 
 #include "app/Deck.h"
 #include "app/sound/DeckStation.h"
+#include "music/TrackForm.h"
 #include "support/Settings.h"
 #include "ui/forms/CueTools.h"
 #include "ui/forms/Menus.h"
@@ -20,6 +21,7 @@
 #include "ui/models/KeyMap.h"
 #include "ui/models/TrackText.h"
 #include "ui/strings/Decode.h"
+#include "ui/strings/KeyWords.h"
 #include "ui/widgets/ElidedLabel.h"
 #include "ui/widgets/Fader.h"
 #include "ui/widgets/Kit.h"
@@ -29,6 +31,19 @@
 
 namespace ui {
 namespace {
+
+std::vector<WaveOverview::SectionMark> SectionsOf(const std::shared_ptr<const music::TrackForm>& form,
+                                                  const Strings& say) {
+  std::vector<WaveOverview::SectionMark> marks;
+  if (form == nullptr) return marks;
+  for (const music::Section& section : form->sections) {
+    const bool named = section.kind != music::SectionKind::Other;
+    const int word = static_cast<int>(KeyWord::SectionIntro) + static_cast<int>(section.kind);
+    marks.push_back({std::chrono::round<std::chrono::microseconds>(section.start),
+                     named ? say(static_cast<KeyWord>(word)) : QString()});
+  }
+  return marks;
+}
 
 constexpr double kMoreWave = 2;   ///< that both waves have beyond their least where the pads are not folded
 constexpr int kTempoSteps = 100;  ///< steps of the slider in one percent
@@ -280,7 +295,8 @@ void DeckPanel::Show(const app::DeckView& view, support::TimePoint now) {
   running_->ShowCues(MarksOf(view.cues));
   tone_->Show(view, now);
   running_->Show(view.position, view.length, view.wave);
-  running_->ShowBeats(view.grid);
+  running_->ShowBeats(view.grid, view.bar);
+  if (view.form != view_.form) overview_->ShowSections(SectionsOf(view.form, look_.say));
   view_ = view;
 }
 
@@ -296,7 +312,9 @@ void DeckPanel::ShowTrack(const app::DeckView& view) {
   } else if (empty) {
     artist_->Show(look_.say(Say::DeckEmptyHint));
   } else {
-    artist_->Show(view.artist.empty() ? look_.say(Say::UnknownArtist) : Decode(view.artist));
+    const QString artist = view.artist.empty() ? look_.say(Say::UnknownArtist) : Decode(view.artist);
+    const QString key = KeyText(view.form);
+    artist_->Show(key.isEmpty() ? artist : key + QStringLiteral(" · ") + artist);
   }
 }
 

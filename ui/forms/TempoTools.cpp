@@ -13,6 +13,7 @@
 #include "app/Deck.h"
 #include "app/sound/DeckStation.h"
 #include "ui/models/DeckChoice.h"
+#include "ui/strings/KeyWords.h"
 
 namespace ui {
 namespace {
@@ -117,6 +118,8 @@ QMenu* TempoTools::MakeBeats() {
   scale(Say::BpmThreeHalves, music::BeatScale::ThreeHalves);
   menu->addSeparator();
   menu->addAction(look_.say(Say::GridHere), this, [this] { commands_.Adjust(&app::DeckTempo::Align); });
+  menu->addAction(look_.say(KeyWord::BarHere), this,
+                  [this] { commands_.Adjust(&app::DeckStation::BarHere); });
   menu->addAction(look_.say(Say::GridAsFound), this,
                   [this] { commands_.Adjust(&app::DeckStation::ForgetGrid); });
   return menu;

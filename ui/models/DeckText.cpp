@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include "ui/models/DeckText.h"
 
+#include "music/TrackForm.h"
+
 #include <algorithm>
 
 #include "ui/models/DeckChoice.h"
@@ -43,6 +45,12 @@ QColor ColourOf(Urgency urgency, const Skin& skin) {
 
 QString BpmText(double bpm, const Strings& say) {
   return bpm > 0 ? QString::number(bpm, 'f', 2) + QLatin1Char(' ') + say(Say::BpmCaption) : QString();
+}
+
+QString KeyText(const std::shared_ptr<const music::TrackForm>& form) {
+  if (form == nullptr || !form->key) return {};
+  return QString::fromStdString(NameOf(*form->key) + ' ' +
+                                WheelNameOf(*form->key, music::KeyNotation::Camelot));
 }
 
 }  // namespace ui

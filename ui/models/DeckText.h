@@ -26,4 +26,7 @@ struct DeckTimes {
 /// "128.00 BPM"; empty where none is known.
 [[nodiscard]] QString BpmText(double bpm, const Strings& say);
 
+/// "Am 8A", as the track was recorded; empty where none is known.
+[[nodiscard]] QString KeyText(const std::shared_ptr<const music::TrackForm>& form);
+
 }  // namespace ui

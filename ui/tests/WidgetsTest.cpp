@@ -191,6 +191,26 @@ TEST_F(RunningWaveTest, MovingOnDrawsOnlyTheTilesThatCome) {
   EXPECT_LE(running.TilesDrawn() - before, 1);
 }
 
+TEST_F(RunningWaveTest, EveryFourthBeatStandsOutWhereBarsAreKnown) {
+  const auto grid = std::make_shared<const music::BeatGrid>(
+      music::BeatGrid::Even({120}, 1, music::Seconds(0), music::Seconds(40)));
+  running.Show(10s, 40s, LoudFrom(30, 40));
+  const auto middle = [&] {  // of the widget, from the mark on
+    const QImage image = running.grab().toImage();
+    int strong = 0;
+    for (int x = 102; x < 300; ++x) strong += image.pixelColor(x, 40) == Dark().warning ? 1 : 0;
+    return strong;
+  };
+  running.ShowBeats(grid);
+  EXPECT_EQ(middle(), 0);
+  running.ShowBeats(grid, music::Seconds(4.5));
+  const int bars = middle();
+  EXPECT_GT(bars, 0);
+  running.ShowBeats(std::make_shared<const music::BeatGrid>(grid->ScaledBy(music::BeatScale::Double)),
+                    music::Seconds(4.5));
+  EXPECT_GT(middle(), bars);
+}
+
 TEST_F(RunningWaveTest, ADragGoesToThePlaceUnderTheMark) {
   running.Show(20s, 40s, LoudFrom(20, 40));
   QTest::mousePress(&running, Qt::LeftButton, {}, QPoint(100, 30));

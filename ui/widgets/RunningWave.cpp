@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "music/TrackForm.h"
 #include "ui/widgets/Look.h"
 #include "ui/widgets/WavePaint.h"
 
@@ -49,9 +50,11 @@ void RunningWave::Show(microseconds position, microseconds length,
   update();
 }
 
-void RunningWave::ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid) {
-  if (grid == grid_) return;
+void RunningWave::ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid,
+                            std::optional<music::Seconds> bar) {
+  if (grid == grid_ && bar == bar_) return;
   grid_ = grid;
+  bar_ = bar;
   DropTiles();
 }
 
@@ -60,13 +63,16 @@ void RunningWave::DrawBeats(QPainter& painter, int first) const {
   const auto& beats = grid_->Beats();
   const double pixels = PixelsASecond();
   const int wide = std::max(3, Em(*this, 0.2));
+  const int first_bar = bar_ ? music::FirstBarBeat(*grid_, *bar_) : -1;
   const music::Seconds from((first - wide) / pixels);
   for (auto beat = std::lower_bound(beats.begin(), beats.end(), from); beat != beats.end(); ++beat) {
     const int column = static_cast<int>(std::lround(beat->count() * pixels)) - first;
     if (column > kTileWidth + wide) break;
+    const auto number = static_cast<int>(beat - beats.begin());
+    const bool begins_bar = bar_ && (number - first_bar) % music::kBeatsPerBar == 0;
     // At the edges, so that the sound of the beat itself stays in sight.
     const int mark = std::max(5, height() / 6);
-    painter.fillRect(column, 0, Line(*this), height(), skin_.line);
+    painter.fillRect(column, 0, Line(*this), height(), begins_bar ? skin_.warning : skin_.line);
     painter.fillRect(column - wide / 2, 0, wide, mark, skin_.warning);
     painter.fillRect(column - wide / 2, height() - mark, wide, mark, skin_.warning);
   }

@@ -32,8 +32,9 @@ class RunningWave final : public QWidget {
   void Show(std::chrono::microseconds position, std::chrono::microseconds length,
             const std::shared_ptr<const music::Wave>& wave);
   void ShowCues(const CueMarks& marks);
-  /// Null: no beats are known.
-  void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid);
+  /// Null: no beats are known. bar: a beat that begins a bar, or nothing.
+  void ShowBeats(const std::shared_ptr<const music::BeatGrid>& grid,
+                 std::optional<music::Seconds> bar = std::nullopt);
   /// Of the track, at a column of the widget.
   [[nodiscard]] std::chrono::microseconds PlaceAt(int column) const;
   void Guard(SeekGuard guard) { guard_ = std::move(guard); }
@@ -74,6 +75,7 @@ class RunningWave final : public QWidget {
   QColor accent_;
   std::shared_ptr<const music::Wave> wave_;
   std::shared_ptr<const music::BeatGrid> grid_;
+  std::optional<music::Seconds> bar_;
   std::chrono::microseconds position_{0};
   std::chrono::microseconds length_{0};
   CueMarks cues_;

@@ -89,6 +89,28 @@ void WaveOverview::ShowCues(const CueMarks& marks) {
   update();
 }
 
+void WaveOverview::ShowSections(const std::vector<SectionMark>& sections) {
+  if (sections == sections_) return;
+  sections_ = sections;
+  update();
+}
+
+void WaveOverview::PaintSections(QPainter& painter) const {
+  QFont small = font();
+  small.setPixelSize(std::max(8, Em(*this, 0.75)));
+  const QFontMetrics metrics(small);
+  painter.setFont(small);
+  painter.setPen(skin_.dim);
+  for (std::size_t i = 0; i < sections_.size(); ++i) {
+    const int column = ColumnOf(sections_[i].start);
+    const int end = i + 1 < sections_.size() ? ColumnOf(sections_[i + 1].start) : width();
+    if (i > 0) painter.fillRect(column, 0, Line(*this), WaveBox().height(), skin_.dim);
+    const int gap = 2 * Line(*this);
+    if (metrics.horizontalAdvance(sections_[i].name) + 2 * gap > end - column) continue;
+    painter.drawText(column + gap, WaveBox().height() - metrics.descent() - 1, sections_[i].name);
+  }
+}
+
 void WaveOverview::PaintMixPoints(QPainter& painter) const {
   if (busy_ > 0) painter.fillRect(0, 0, static_cast<int>(busy_ * width()), 3, skin_.good);
   if (!has_points_) return;
@@ -213,6 +235,7 @@ void WaveOverview::paintEvent(QPaintEvent* event) {
     painter.drawPixmap(QPoint(0, 0), heard_);
     painter.restore();
     const int tall = WaveBox().height();
+    PaintSections(painter);
     PaintMixPoints(painter);
     PaintCues(painter, *this, tall, cues_, skin_, [this](microseconds place) { return ColumnOf(place); });
     const int half = Line(*this);

@@ -6,6 +6,7 @@
 #include <QSlider>
 #include <chrono>
 #include <memory>
+#include <vector>
 
 #include "app/sound/DeckView.h"
 #include "music/Wave.h"
@@ -38,6 +39,13 @@ class WaveOverview final : public QSlider {
   /// The mix points of the track, and the sign of life while they are looked for.
   void ShowMixPoints(const app::DeckView& view);
   void ShowCues(const CueMarks& marks);
+  /// Where a section begins, with its kind; empty where that is not to be said.
+  struct SectionMark {
+    std::chrono::microseconds start;
+    QString name;
+    bool operator==(const SectionMark&) const = default;
+  };
+  void ShowSections(const std::vector<SectionMark>& sections);
   [[nodiscard]] MixHandle& Handle(app::MixPoint which) { return *handles_.Of(which); }
 
   /// Of the track, at a column of the widget.
@@ -81,6 +89,7 @@ class WaveOverview final : public QSlider {
   void MakeHandle(app::MixPoint which);
   void PlaceHandles();
   void PaintMixPoints(QPainter& painter) const;
+  void PaintSections(QPainter& painter) const;
   /// Between the track's ends and not beyond the other point.
   [[nodiscard]] std::chrono::microseconds Allowed(app::MixPoint which, std::chrono::microseconds place) const;
 
@@ -98,6 +107,7 @@ class WaveOverview final : public QSlider {
   app::MixPointPair<MixHandle*> handles_;
   double busy_ = 0;
   CueMarks cues_;
+  std::vector<SectionMark> sections_;
   QPixmap heard_;
   QPixmap to_come_;
 };
