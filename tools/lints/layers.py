@@ -62,8 +62,8 @@ def allowed(source, target):
     in_tests = "/tests/" in source or "/testing/" in source
     if room == "platform" and other == "platform":
         # The system's own calls serve every adapter, the sender of the IO boards those of both systems, and sound is
-        # opened in one way, wherever it lies.
-        same = target.split("/")[1] in (source.split("/")[1], "files", "boards", "archive", "rights")
+        # opened in one way, wherever it lies, as are tags.
+        same = target.split("/")[1] in (source.split("/")[1], "files", "boards", "archive", "rights", "tags")
         return (same and ("/test" not in target or in_tests)) or in_tests
     if "/testing/" in target and not (in_tests or room in ("tests", "benchmarks", "tools", "fuzz")):
         return False
