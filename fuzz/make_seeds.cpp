@@ -363,6 +363,32 @@ void MakeOrderSeeds(const std::filesystem::path& folder) {
             "\tx\r\n9 0 dropped\r\n\ty\r\n1 -1 opened\r\n0 0 dropped\r\n\tz\nw\r\n\t\r\n\tcut");
 }
 
+void MakeLibrarySeeds(const std::filesystem::path& folder) {
+  WriteSeed(
+      folder / "rekordbox",
+      "<DJ_PLAYLISTS><COLLECTION><TRACK TrackID='1' Name='T' Location='file://localhost/C:/a%20b.mp3' "
+      "Rating='204'><TEMPO Inizio='0.5' Bpm='120' Metro='4/4' Battito='2'/><POSITION_MARK Name='N' Type='4' "
+      "Start='1' End='2' Num='0' Red='1' Green='2' Blue='3'/></TRACK></COLLECTION><PLAYLISTS><NODE Type='0'>"
+      "<NODE Type='1' Name='L' KeyType='0'><TRACK Key='1'/></NODE></NODE></PLAYLISTS></DJ_PLAYLISTS>");
+  WriteSeed(
+      folder / "traktor",
+      "<NML VERSION='19'><COLLECTION><ENTRY TITLE='T'><LOCATION VOLUME='C:' DIR='/:A/:' FILE='x.mp3'/><INFO "
+      "RANKING='255'/><TEMPO BPM='120'/><CUE_V2 TYPE='4' START='-25' HOTCUE='0'><GRID BPM='125'/></CUE_V2>"
+      "<CUE_V2 TYPE='5' START='100' LEN='200' HOTCUE='1'/></ENTRY></COLLECTION><PLAYLISTS><NODE NAME='L'>"
+      "<PLAYLIST><ENTRY><PRIMARYKEY TYPE='TRACK' KEY='C:/:A/:x.mp3'/></ENTRY></PLAYLIST></NODE></PLAYLISTS>"
+      "</NML>");
+  WriteSeed(
+      folder / "itunes",
+      "<plist><dict><key>Tracks</key><dict><key>1</key><dict><key>Track ID</key><integer>1</integer>"
+      "<key>Location</key><string>file:///a.mp3</string></dict></dict><key>Playlists</key><array><dict>"
+      "<key>Name</key><string>L</string><key>Playlist Items</key><array><dict><key>Track ID</key><integer>1"
+      "</integer></dict></array></dict></array></dict></plist>");
+  WriteSeed(folder / "markers2", std::string_view("\x01\x01"
+                                                  "AQFDVUUAAAAAAAAAAAAAAAAAzAAAAAAAAA\0",
+                                                  37));
+  WriteSeed(folder / "grid", std::string_view("\x01\0\0\0\0\x01\x3F\0\0\0\x42\xF0\0\0\0", 15));
+}
+
 }  // namespace
 
 /// make_seeds KIND FOLDER
@@ -387,7 +413,8 @@ int main(int argc, char** argv) {
       {"rotations", &MakeRotationSeeds},
       {"lightgroups", &MakeLightGroupSeeds},
       {"qxf", &MakeQxfSeeds},
-      {"ofl", &MakeOflSeeds}};
+      {"ofl", &MakeOflSeeds},
+      {"libraries", &MakeLibrarySeeds}};
   const auto kind = kinds.find(argc == 3 ? argv[1] : "");
   if (kind == kinds.end()) {
     std::fprintf(stderr, "Usage: make_seeds KIND FOLDER\n");

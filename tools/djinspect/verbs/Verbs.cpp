@@ -26,6 +26,7 @@ constexpr auto kVerbs = std::to_array<Verb>({
     {"playlist", "FILE", &InspectPlaylist},
     {"presets", "FILE", &InspectPresets},
     {"rotation", "FILE", &InspectRotation},
+    {"library", "FILE", &InspectLibrary},
     {"lightgroups", "FILE", &InspectLightGroups},
     {"scan", "FOLDER --mode music|karaoke", &InspectScan},
     {"show", "FILE [--rewrite OUT]", &InspectShow},

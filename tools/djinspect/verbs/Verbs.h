@@ -40,6 +40,7 @@ ExitCode InspectIndex(const Arguments& arguments, std::ostream& out, std::ostrea
 ExitCode InspectAnalysis(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectJournal(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectKaraoke(const Arguments& arguments, std::ostream& out, std::ostream& err);
+ExitCode InspectLibrary(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMemories(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixPoints(const Arguments& arguments, std::ostream& out, std::ostream& err);
 ExitCode InspectMixTags(const Arguments& arguments, std::ostream& out, std::ostream& err);
