@@ -72,7 +72,9 @@ class Lists {
     }
     std::replace(path.begin(), path.end(), '\\', '/');
     if (!IsWhole(path)) path = (folder / path).generic_string();
+    const bool of_a_server = path.starts_with("//");
     path = fs::path(path).lexically_normal().generic_string();
+    if (of_a_server && !path.starts_with("//")) path.insert(path.begin(), '/');
     const auto [at, fresh] =
         known_.emplace(std::move(path), static_cast<std::uint32_t>(library_.tracks.size()));
     if (fresh) library_.tracks.emplace_back().path = at->first;

@@ -5,16 +5,16 @@
 namespace dmx {
 
 DmxInterfaceStatus Wires::Status() const {
-  DmxInterfaceStatus all;
+  using State = DmxInterfaceStatus::State;
+  DmxInterfaceStatus all, lost;
   for (const DmxInterface* wire : wires_) {
     const DmxInterfaceStatus one = wire->Status();
-    if (one.state > all.state) {
-      const auto frames = all.frames;
-      all = one;
-      all.frames += frames;
-    } else {
-      all.frames += one.frames;
-    }
+    if (one.state > all.state) all = one;
+    if (one.state == State::Searching && one.frames > 0) lost = one;
+  }
+  if (all.state == State::Sending && all.text.empty()) {
+    all.text = lost.text;
+    all.saying = lost.saying;
   }
   return all;
 }

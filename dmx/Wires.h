@@ -8,8 +8,8 @@
 
 namespace dmx {
 
-/// Several interfaces that show the same. Its status is that of those that send: one that is looked for in
-/// vain is told of only while no other one sends. Threads: as DmxInterface.
+/// Several interfaces that show the same. Its status is that of the first one that sends; one that is looked
+/// for is told of while none sends, or when it did send before. Threads: as DmxInterface.
 class Wires final : public DmxInterface {
  public:
   /// Each outlives it.

@@ -128,6 +128,7 @@ bool RenderCore::Schedule(Stream& stream, Command command) noexcept {
   if (stream.scheduled.load(std::memory_order_acquire) >= Stream::kScheduled) return false;
   command.stream = stream.Id();
   command.cancels = stream.cancelled.load(std::memory_order_acquire);
+  command.asked = stream.VolumeAsked();
   stream.scheduled.fetch_add(1, std::memory_order_acq_rel);
   if (commands_.Push(command)) return true;
   stream.scheduled.fetch_sub(1, std::memory_order_acq_rel);
@@ -170,7 +171,7 @@ void RenderCore::Run(const Command& command) noexcept {
       voice->Pause();
       break;
     case Command::Kind::Ramp:
-      voice->Ramp(command.volume, command.frames);
+      if (voice->Of()->VolumeAsked() == command.asked) voice->Ramp(command.volume, command.frames);
       break;
   }
 }

@@ -51,6 +51,7 @@ class RenderCore final : public RenderSource {
     float volume = 0;           ///< 0 to 1
     int frames = 0;             ///< of the ramp
     std::uint32_t cancels = 0;  ///< of the stream, when it was scheduled
+    std::uint64_t asked = 0;    ///< the same of its volume, which ends a ramp that was scheduled before
   };
 
   RenderCore(int sample_rate, const SpeakerMap& speakers, const support::Clock& clock);

@@ -254,7 +254,9 @@ bool SoundEngine::Schedule(const decks::ScheduledCommand& command) {
       timed.frames = static_cast<int>(std::clamp(seconds, 0.005, 3600.0) * core.SampleRate());
       break;
   }
-  return core.Schedule(*playing->stream, timed);
+  if (!core.Schedule(*playing->stream, timed)) return false;
+  if (timed.kind == RenderCore::Command::Kind::Ramp) players_.TellLeaving(*playing, timed.volume);
+  return true;
 }
 
 void SoundEngine::CancelScheduled(decks::StreamHandle handle) {

@@ -71,7 +71,9 @@ support::Result<LibraryFixture> Bring(const fs::path& path, const fs::path& libr
   std::error_code failed;
   fs::path place = path;
   if (!fs::equivalent(path.parent_path(), library, failed)) {
-    place = PlaceInLibrary(path, library, text.Value());
+    const auto free = PlaceInLibrary(path, library, text.Value());
+    if (!free) return free.Failure();
+    place = free.Value();
     const auto copied = files.Save(place, text.Value());
     if (!copied) return copied.Failure();
   }
@@ -88,14 +90,20 @@ support::Result<OpenedShow> Patched(support::Result<dmx::ShowReading> reading,
 
 }  // namespace
 
-fs::path PlaceInLibrary(const fs::path& file, const fs::path& folder, const std::string& text) {
-  fs::path place = folder / file.filename();
-  for (int number = 2;; ++number) {
-    const auto there = dmx::WholeDataFile(place, kLongestFixture);
+support::Result<fs::path> PlaceInLibrary(const fs::path& file, const fs::path& folder,
+                                         const std::string& text) {
+  constexpr int kTries = 1000;
+  support::Result<std::string> there = std::string();
+  for (int number = 1; number <= kTries; ++number) {
+    const std::string numbered = number == 1 ? "" : " " + std::to_string(number);
+    const fs::path place = folder / (file.stem().string() + numbered + file.extension().string());
+    there = dmx::WholeDataFile(place, kLongestFixture);
     const bool free = !there && there.Failure().code == support::ErrorCode::NotFound;
     if (free || (there && there.Value() == text)) return place;
-    place = folder / (file.stem().string() + " " + std::to_string(number) + file.extension().string());
   }
+  if (!there) return there.Failure();
+  return support::Failed(support::ErrorCode::Unavailable, support::Sentence::NameTaken,
+                         {file.filename().string()});
 }
 
 std::string EditorFiles::Say(const support::Error& error) const {

@@ -36,7 +36,9 @@ support::Result<BroughtFixture> BringMode(const dmx::FixtureFormats& formats, co
   if (!made) return made.Failure();
   dmx::ImportedFixture& imported = made.Value();
   const std::string text = dmx::FixtureText(imported.fixture);
-  const fs::path place = PlaceInLibrary(dmx::ImportedFileName(imported.fixture.name), library, text);
+  const auto free = PlaceInLibrary(dmx::ImportedFileName(imported.fixture.name), library, text);
+  if (!free) return free.Failure();
+  const fs::path& place = free.Value();
   const auto saved = files.Save(place, text);
   if (!saved) return saved.Failure();
   return BroughtFixture{{place.filename().string(), std::move(imported.fixture.name),
@@ -61,7 +63,7 @@ struct FixturePacks::Reading {
   bool ReadSlice(const dmx::FixtureFormats& formats, const support::Sentences& say) {
     if (!listed) {
       for (const fs::path& folder : folders) {
-        const std::vector<fs::path> found = dmx::PackFilesIn(folder);
+        const std::vector<fs::path> found = dmx::PackFilesIn(folder, stopped);
         files.insert(files.end(), found.begin(), found.end());
       }
       NoteMissing(say);
@@ -96,7 +98,7 @@ FixturePacks::FixturePacks(const StationContext& context, const dmx::FixtureForm
 FixturePacks::~FixturePacks() = default;
 
 void FixturePacks::Open() {
-  if (reading_ != nullptr) return;
+  if (reading_ != nullptr && (progress_.busy || whole_)) return;
   std::vector<fs::path> folders = installed_;
   const std::string chosen = context_.settings.Text("Setup", "FixtureFolder");
   if (!chosen.empty()) folders.emplace_back(chosen);
@@ -111,11 +113,14 @@ void FixturePacks::ChooseFolder(const fs::path& folder) {
   context_.settings.SetText("Setup", "FixtureFolder", folder.string());
   Stop();
   reading_ = nullptr;
+  whole_ = false;
   Open();
 }
 
 void FixturePacks::AddFiles(std::vector<fs::path> files) {
-  Read({}, std::move(files), index_);
+  added_.insert(added_.end(), files.begin(), files.end());
+  if (progress_.busy) return;  // with the next that is told
+  Read({}, std::exchange(added_, {}), index_);
 }
 
 void FixturePacks::Read(std::vector<fs::path> folders, std::vector<fs::path> files,
@@ -144,8 +149,8 @@ void FixturePacks::PostSlice(std::shared_ptr<Reading> reading) {
       const bool more = reading->ReadSlice(formats, say);
       const Progress now{reading->next, reading->files.size(), more, 0};
       auto index = more ? nullptr : reading->Finished();
-      if (more) PostSlice(reading);
       window->Post([this, reading, now, index = std::move(index)] { Show(reading, now, index); });
+      if (more) PostSlice(reading);  // behind what was told, which another worker must not overtake
     });
   });
 }
@@ -155,7 +160,10 @@ void FixturePacks::Show(const std::shared_ptr<Reading>& reading, Progress progre
   if (reading != reading_) return;  // a newer one goes on
   progress.changes = progress_.changes + 1;
   progress_ = progress;
-  if (index != nullptr) index_ = std::move(index);
+  if (index == nullptr) return;
+  index_ = std::move(index);
+  if (!reading->folders.empty()) whole_ = !reading->stopped;
+  if (!added_.empty()) Read({}, std::exchange(added_, {}), index_);
 }
 
 void FixturePacks::Bring(const dmx::PackEntry& entry, Done done) {

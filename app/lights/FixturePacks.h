@@ -38,7 +38,7 @@ class FixturePacks {
                std::vector<std::filesystem::path> installed);
   ~FixturePacks();
 
-  /// Reads the folders, unless that was done or is being done.
+  /// Reads the folders, unless that was done to the end or is being done.
   void Open();
   /// What was read until then can be found.
   void Stop();
@@ -69,7 +69,9 @@ class FixturePacks {
   std::vector<std::filesystem::path> installed_;
   Progress progress_;
   std::shared_ptr<const dmx::PackIndex> index_ = std::make_shared<const dmx::PackIndex>();
-  std::shared_ptr<Reading> reading_;  ///< the newest; null: none yet
+  std::shared_ptr<Reading> reading_;          ///< the newest; null: none yet
+  bool whole_ = false;                        ///< the folders were read to their end
+  std::vector<std::filesystem::path> added_;  ///< while another reading goes on
 };
 
 }  // namespace app

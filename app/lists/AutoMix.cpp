@@ -317,7 +317,10 @@ void AutoMix::TickMixing(const WorkstationView& view) {
 }
 
 void AutoMix::FadeOn(support::Duration passed) {
-  if (passed >= plan_.fade) return MoveCrossfader(CrossfaderAt(fade_from_, next_, 1));
+  if (passed >= plan_.fade) {
+    MoveCrossfader(CrossfaderAt(fade_from_, next_, 1));
+    return SendVolumes();  // where it stood there already, the decks were on their way only
+  }
   const auto share = [this](support::Duration time) {
     return std::chrono::duration<double>(time) / std::chrono::duration<double>(plan_.fade);
   };

@@ -211,8 +211,9 @@ void BreakMusic::Move(const WorkstationView& view, const MixerHands& mixer) {
     share_ = share({});
     if (share_ > 0 && share_ < 1) return decks_.Glide(deck_, full * share(kGlideAhead), kGlideAhead);
     if (rises && share_ >= 1) Enter(Phase::Playing);
+    return decks_.SetVolume(deck_, static_cast<int>(std::lround(full * share_)));
   }
-  const int level = static_cast<int>(std::lround(full * share_));
+  const int level = static_cast<int>(std::lround(full));
   if (Shown(view, deck_).volume != level) decks_.SetVolume(deck_, level);
 }
 

@@ -214,6 +214,8 @@ void FileAnalyses::Job::LookUp() {
     return Post(&Job::Read);
   }
   result = std::move(*found);
+  const bool same = result.mix_points && result.mix_points->gain_percent == request.gain_percent;
+  if (!same) result.mix_points.reset();
   if (result.form == nullptr) {
     // Kept by a finder that knew neither key nor bars: shown at once, and read once more.
     Tell(result, false);
@@ -221,9 +223,7 @@ void FileAnalyses::Job::LookUp() {
     return Post(&Job::Read);
   }
   kept = true;
-  const bool same = result.mix_points && result.mix_points->gain_percent == request.gain_percent;
   if (same) return Tell(result, true);
-  result.mix_points.reset();
   Tell(result, false);
   Post(&Job::Scan);
 }
@@ -239,8 +239,11 @@ void FileAnalyses::Job::Read() {
     }
     return Post(&Job::Read);
   }
-  result = pass->Finish();
+  music::TrackAnalysis made = pass->Finish();
   pass.reset();
+  // What was kept stands until it is known again, and where the file is gone meanwhile.
+  made.mix_points = result.mix_points;
+  if (made.length.value > 0 || result.wave == nullptr) result = std::move(made);
   Tell(result, false);
   Post(&Job::Scan);
 }

@@ -101,7 +101,7 @@ TEST(AnalysisParts, CuesAreKeptWithTheMarksAndWhatIsNoneIsNotBelieved) {
   cues.hot[3] = music::Cue{microseconds(6), {}, 300, std::string(39, 'x') + "é"};
   const music::Cues sound = music::Sound(cues);
   EXPECT_FALSE(sound.main || sound.hot[1]);
-  EXPECT_EQ(sound.hot[2], (music::Cue{microseconds(5), {}, 0, "a[0mb"}));
+  EXPECT_EQ(sound.hot[2], (music::Cue{microseconds(5), {}, 0, "a [0m b"}));
   EXPECT_EQ(sound.hot[3], (music::Cue{microseconds(6), {}, 0, std::string(39, 'x')}));
   std::string bytes = PackMarks(marks);
   for (std::size_t i = 0; i < bytes.size(); ++i) {

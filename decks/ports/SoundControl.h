@@ -74,8 +74,10 @@ enum class Stretch { Best, LowPower };
 struct ScheduledCommand {
   enum class Kind { Start, Pause, Ramp, Tempo } kind;
   StreamHandle stream = 0;
-  support::EngineFrame at{0};             ///< a frame in the past means: in the next block
-  float value = 0;                        ///< Ramp: volume 0 to 100. Tempo: percent from the original.
+  support::EngineFrame at{0};  ///< a frame in the past means: in the next block
+  /// Ramp: volume 0 to 100, unless a volume is set after this was scheduled. Tempo: percent from the
+  /// original.
+  float value = 0;
   std::chrono::milliseconds duration{5};  ///< Ramp only
 };
 

@@ -25,11 +25,11 @@ bool MayBeFixture(const fs::path& path) {
 
 }  // namespace
 
-std::vector<fs::path> PackFilesIn(const fs::path& folder) {
+std::vector<fs::path> PackFilesIn(const fs::path& folder, const std::atomic<bool>& stopped) {
   std::vector<fs::path> files;
   std::error_code failed;
   constexpr auto kHow = fs::directory_options::skip_permission_denied;
-  for (fs::recursive_directory_iterator entry(folder, kHow, failed), end; !failed && entry != end;
+  for (fs::recursive_directory_iterator entry(folder, kHow, failed), end; !failed && entry != end && !stopped;
        entry.increment(failed)) {
     if (entry.depth() >= kDeepestFolder) entry.disable_recursion_pending();
     std::error_code unknown;

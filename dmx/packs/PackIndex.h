@@ -2,6 +2,7 @@
 // SPDX-License-Identifier: GPL-3.0-or-later
 #pragma once
 
+#include <atomic>
 #include <cstddef>
 #include <filesystem>
 #include <string>
@@ -35,7 +36,9 @@ struct PackIndex {
 
 /// Files below the folder that may be fixtures, by name. What cannot be entered is passed over; folders that
 /// are links are not entered. Blocks on the disk.
-[[nodiscard]] std::vector<std::filesystem::path> PackFilesIn(const std::filesystem::path& folder);
+/// stopped: by whoever no longer waits for it.
+[[nodiscard]] std::vector<std::filesystem::path> PackFilesIn(const std::filesystem::path& folder,
+                                                             const std::atomic<bool>& stopped);
 
 /// Reads a file and adds its modes, or a note. Blocks on the disk.
 void AddToIndex(const FixtureFormats& formats, const std::filesystem::path& file, PackIndex& index,

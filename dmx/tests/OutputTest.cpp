@@ -184,8 +184,10 @@ TEST(WiresTest, AllShowTheSameAndOneThatIsNotThereIsToldOfOnlyWhileNoneSends) {
   EXPECT_EQ(wires.Status().state, State::Sending);
   EXPECT_EQ(wires.Status().text, "");
   box.status = {State::Sending, 14, {}, 20, "", {}};
-  EXPECT_EQ(wires.Status().frames, 25U);
-  EXPECT_EQ(wires.Status().packets_per_frame, 14) << "of the first one that sends";
+  EXPECT_EQ(wires.Status().frames, 20U) << "of the first one that sends";
+  net.status = {State::Searching, 0, {}, 5, "The network is gone.", {}};
+  EXPECT_EQ(wires.Status().state, State::Sending);
+  EXPECT_EQ(wires.Status().text, "The network is gone.") << "lamps of it stay as they were";
   wires.StopDevice();
   EXPECT_EQ(net.TakeCalls().back(), "StopDevice");
 }

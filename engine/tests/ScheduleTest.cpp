@@ -67,6 +67,19 @@ TEST_F(Schedule, ARampBeginsAndEndsOnItsFrames) {
   EXPECT_EQ(At(10'000 + kRate), 0.25F);
 }
 
+TEST_F(Schedule, AVolumeThatIsSetEndsTheRampsBeforeIt) {
+  const auto stream = stage.Load("level.mp3");
+  stage.engine->BASS_ChannelPlay(stream, false);
+  stage.Advance(100ms);
+  Order(stream, Kind::Ramp, 0, 0, 100ms);
+  stage.engine->BASS_ChannelSetAttributes(stream, -1, 100, -101);  // both come in one block
+  stage.Advance(500ms);
+  EXPECT_EQ(stage.Last("main", 0), 0.5F);
+  Order(stream, Kind::Ramp, 0, 0, 100ms);
+  stage.Advance(500ms);
+  EXPECT_EQ(stage.Last("main", 0), 0) << "one that comes after it counts";
+}
+
 TEST_F(Schedule, AStartWithARampFromSilenceSwellsIn) {
   const auto stream = stage.Load("level.mp3");
   stage.engine->BASS_ChannelSetAttributes(stream, -1, 0, -101);

@@ -55,7 +55,9 @@ void PulseMixer::Choose(const std::string& output) {
 
 void PulseMixer::TakeWish() {
   const support::MutexLock lock(mutex_);
-  if (wish_) chosen_ = std::move(*std::exchange(wish_, std::nullopt));
+  if (!wish_) return;
+  switches_ = switches_ || *wish_ != chosen_;
+  chosen_ = std::move(*std::exchange(wish_, std::nullopt));
 }
 
 void PulseMixer::SetVolume(int percent) {
@@ -66,6 +68,10 @@ void PulseMixer::SetVolume(int percent) {
 
 void PulseMixer::Apply() {
   PulseLock lock(connection_.Loop());
+  if (!switches_ || question_ == nullptr) SetNow();  // else as soon as the chosen one is known
+}
+
+void PulseMixer::SetNow() {
   const int wanted = wanted_.exchange(kNone);
   if (wanted == kNone) return;
   pa_context* context = connection_.Current();
@@ -118,8 +124,10 @@ void PulseMixer::ForgetQuestion() {
 
 void PulseMixer::Take(const pa_sink_info& sink) {
   sink_ = sink.name;
-  if (wanted_ != kNone) return;  // it is older than what was set
+  const bool waited = std::exchange(switches_, false);
+  if (wanted_ != kNone && !waited) return;  // it is older than what was set
   volume_ = sink.volume;
+  if (wanted_ != kNone) return SetNow();
   if (changed_) changed_(Percent(volume_));
 }
 

@@ -38,16 +38,18 @@ class PulseMixer final : public app::SystemMixer {
   void Take(const pa_sink_info& sink);
 
   void Apply();
+  void SetNow();
   /// Runs what another thread wished for, where the loop's lock may be waited for.
   void TakeWish();
 
   PulseConnection connection_;
   Changed changed_;
   pa_operation* question_ = nullptr;
-  bool found_ = false;   ///< the chosen one is among the sinks listed so far
-  std::string chosen_;   ///< its description; empty: the default sink
-  std::string sink_;     ///< whose volume was told last
-  pa_cvolume volume_{};  ///< as told last; no channels before that
+  bool switches_ = false;  ///< another sink was chosen, and is not known yet
+  bool found_ = false;     ///< the chosen one is among the sinks listed so far
+  std::string chosen_;     ///< its description; empty: the default sink
+  std::string sink_;       ///< whose volume was told last
+  pa_cvolume volume_{};    ///< as told last; no channels before that
   support::Mutex mutex_;
   std::optional<std::string> wish_ DJ_GUARDED_BY(mutex_);
   std::atomic<int> wanted_{kNone};

@@ -11,6 +11,7 @@
 #include <taglib/xiphcomment.h>
 
 #include <exception>
+#include <filesystem>
 #include <utility>
 
 #include "platform/archive/SoundFile.h"
@@ -131,7 +132,7 @@ support::Result<catalogue::ForeignLibrary> ReadSerato(const std::string& path,
   if (found.blocks.IsEmpty()) return Failed(ErrorCode::Unsupported, Sentence::LibraryNoMarks, {name});
   Gathered gathered(catalogue::LibraryKind::Serato, watch);
   catalogue::ForeignTrack track;
-  track.path = path;
+  track.path = CleanPath(std::filesystem::absolute(path).generic_string());
   track.artist = Cut(found.artist);
   track.title = Cut(found.title);
   const auto damaged = TakeBlocks(found.blocks, gathered, track);

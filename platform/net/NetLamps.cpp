@@ -160,6 +160,8 @@ void NetLamps::Serve(const dmx::NetWish& wish) {
     if (sent) return SendDarkness(sender.Value(), wish);
     Say(State::Searching, sent.Failure());
   } while (Rest(wish, kAfterFailure));
+  // The fault may be over: nobody is to stay lit.
+  if (auto last = UdpSender::Open()) SendDarkness(last.Value(), wish);
 }
 
 void NetLamps::SendDarkness(UdpSender& sender, const dmx::NetWish& wish) {

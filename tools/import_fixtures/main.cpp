@@ -1,6 +1,7 @@
 // SPDX-FileCopyrightText: 2026 The dj TOLVEN developers
 // SPDX-License-Identifier: GPL-3.0-or-later
 #include <algorithm>
+#include <atomic>
 #include <chrono>
 #include <exception>
 #include <iostream>
@@ -54,7 +55,7 @@ void Import(const dmx::PackFixture& fixture, std::size_t mode, Counts& counts) {
 Counts ImportAll(const std::filesystem::path& folder) {
   const platform::fixtures::FixtureReaders formats;
   Counts counts;
-  for (const auto& file : dmx::PackFilesIn(folder)) {
+  for (const auto& file : dmx::PackFilesIn(folder, std::atomic<bool>(false))) {
     const auto read = dmx::OpenPackFixture(formats, file);
     if (!read) {
       ++counts.failed;

@@ -148,6 +148,7 @@ void FixtureBrowser::Take() {
         browser->ShowState();
         browser->ShowButtons();
         if (!brought) return Q_EMIT browser->Refused(brought.Failure());
+        if (!browser->isVisible()) return;  // nobody waits for it
         browser->hide();
         Q_EMIT browser->Brought(brought.Value());
       });

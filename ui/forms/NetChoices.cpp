@@ -47,7 +47,7 @@ QWidget* NetChoices::MakeBox() {
   universe_ = new QSpinBox;
   Name(*universe_, "NetUniverse", say.Of(NetWord::NetUniverse));
   universe_->setKeyboardTracking(false);
-  connect(universe_, &QSpinBox::valueChanged, this, [this] { Choose(); });
+  connect(universe_, &QSpinBox::editingFinished, this, [this] { Choose(); });  // not each one passed
   address_ = new QLineEdit;
   Name(*address_, "NetAddress", say.Of(NetWord::NetAddress));
   address_->setPlaceholderText(say(NetWord::NetEverybody));

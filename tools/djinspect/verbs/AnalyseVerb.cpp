@@ -16,8 +16,7 @@ namespace {
 void TellForm(const music::TrackAnalysis& found, nlohmann::ordered_json& told) {
   const music::TrackForm& form = *found.form;
   told["key"] = form.key ? music::NameOf(*form.key) : "";
-  told["keyConfidence"] = nullptr;
-  if (form.key) told["keyConfidence"] = form.key_confidence;
+  told["keyConfidence"] = form.key_confidence;
   told["downbeats"] = nlohmann::json::array();
   if (form.bar) {
     for (const music::Seconds beat : music::DownbeatsOf(*found.grid, *form.bar))
