@@ -266,38 +266,18 @@ void MakeQxfSeeds(const std::filesystem::path& folder) {
 /// Pixels, wheels, fine bytes, switching channels, and a moved one.
 void MakeOflSeeds(const std::filesystem::path& folder) {
   WriteSeed(folder / "moved", R"({"redirectTo": "a/b"})");
-  WriteSeed(folder / "parts", R"({"name":"B","categories":["Scanner"],"matrix":{"pixelCount":[2,2,1],
-"pixelGroups":{"G":["(1, 1)"]
-}
-}
-, "wheels" : {"W" : {"slots" : [ {"type" : "Open"}, {"type" : "Color", "colors" : ["#ff0000"]} ]}},
-             "availableChannels"
-    : {
-      "Pan" : {
-        "fineChannelAliases" : ["F"],
-        "capability" : {"type" : "Pan", "angleStart" : "0deg", "angleEnd" : "540deg"}
-      },
-      "W" : {
-        "defaultValue" : 9,
-        "capabilities" : [
-          {"dmxRange" : [ 0, 9 ], "type" : "WheelSlot", "slotNumber" : 1.5, "switchChannels" : {"S" : "Pan"}},
-          {"dmxRange" : [ 5, 255 ], "type" : "ShutterStrobe", "shutterEffect" : "Strobe"}
-        ]
-      }
-    },
-      "templateChannels" : {"R $pixelKey" : {"capability" : {"type" : "ColorIntensity", "color" : "Red"}}},
-                           "modes" : [ {
-                             "name" : "M",
-                             "channels" : [
-                               "Pan", "F", null, "W", "S", {
-                                 "insert" : "matrixChannels",
-                                 "repeatFor" : "eachPixelYXZ",
-                                 "channelOrder" : "perChannel",
-                                 "templateChannels" : [ "R $pixelKey", null ]
-                               }
-                             ]
-                           } ]
-})");
+  WriteSeed(
+      folder / "parts",
+      R"seed({"name": "B", "categories": ["Scanner"], "matrix": {"pixelCount": [2, 2, 1], "pixelGroups": {"G": ["(1, 1)"]}},
+"wheels": {"W": {"slots": [{"type": "Open"}, {"type": "Color", "colors": ["#ff0000"]}]}},
+"availableChannels": {"Pan": {"fineChannelAliases": ["F"],
+"capability": {"type": "Pan", "angleStart": "0deg", "angleEnd": "540deg"}},
+"W": {"defaultValue": 9, "capabilities": [
+{"dmxRange": [0, 9], "type": "WheelSlot", "slotNumber": 1.5, "switchChannels": {"S": "Pan"}},
+{"dmxRange": [5, 255], "type": "ShutterStrobe", "shutterEffect": "Strobe"}]}},
+"templateChannels": {"R $pixelKey": {"capability": {"type": "ColorIntensity", "color": "Red"}}},
+"modes": [{"name": "M", "channels": ["Pan", "F", null, "W", "S", {"insert": "matrixChannels",
+"repeatFor": "eachPixelYXZ", "channelOrder": "perChannel", "templateChannels": ["R $pixelKey", null]}]}]})seed");
 }
 
 /// An evening in full swing, one that has just begun, and one that says everything wrongly.

@@ -159,7 +159,7 @@ TEST_F(NetLampsTest, AWrongAddressIsSaid) {
   wrong.address = "10.0.0.300";
   wire_->Choose(wrong);
   Start();
-  for (int i = 0; i < 1000 && wire_->Status().state != State::Searching; ++i) usleep(1000);
+  for (int i = 0; i < 10'000 && wire_->Status().state != State::Searching; ++i) usleep(1000);
   EXPECT_EQ(wire_->Status().text, "\"10.0.0.300\" is no address of four numbers, such as 192.168.1.20.");
 }
 
